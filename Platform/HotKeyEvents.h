@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstdint>
+#include <expected>
+#include <optional>
+
+namespace platform {
+
+/// A platform status; zero is success.
+using OSStatus = std::int32_t;
+inline constexpr OSStatus noErr = 0;
+/// An event handler's answer for an event that is not its own.
+inline constexpr OSStatus eventNotHandledErr = -9874;
+/// A hot key that somebody else holds.
+inline constexpr OSStatus eventHotKeyExistsErr = -9878;
+/// A hot key that the desktop cannot bind at all: no such key on the keyboard, or modifiers it does not have.
+inline constexpr OSStatus eventHotKeyInvalidErr = -9879;
+/// An event without the parameter that was asked for.
+inline constexpr OSStatus eventParameterNotFoundErr = -9870;
+
+/// The name that the caller gives to a hot key and finds again in its press.
+struct EventHotKeyID {
+    std::uint32_t signature = 0;
+    std::uint32_t id = 0;
+
+    friend bool operator==(const EventHotKeyID&, const EventHotKeyID&) = default;
+};
+
+/// A registered hot key, as the backend knows it.
+struct EventHotKeyRef {
+    std::uint64_t value = 0;
+
+    friend bool operator==(const EventHotKeyRef&, const EventHotKeyRef&) = default;
+};
+
+/// A press of a hot key. Lives for the duration of the handler's call.
+class HotKeyEvent {
+public:
+    HotKeyEvent() = default;
+    HotKeyEvent(const HotKeyEvent&) = delete;
+    HotKeyEvent& operator=(const HotKeyEvent&) = delete;
+    virtual ~HotKeyEvent() = default;
+
+    /// The event's direct object: the name of the pressed hot key.
+    [[nodiscard]] virtual std::expected<EventHotKeyID, OSStatus> directObject() const = 0;
+};
+
+/// The handlers that would be asked after this one; no backend has any so far.
+class EventHandlerCall;
+
+/// Handles a press on the main thread. `event` is null where the platform lost it; `userData` is what was given when
+/// the handler was installed.
+using HotKeyEventHandler = OSStatus (*)(EventHandlerCall* nextHandler, const HotKeyEvent* event, void* userData);
+
+/// Global keyboard shortcuts. Main thread only.
+///
+/// Keys are positions on the keyboard, not letters: a key code names the key that carries the letter on an American
+/// layout, whatever layout is in use. A press counts once, however long the key is held, and whether or not a lock
+/// (CapsLock, NumLock, ScrollLock) is on.
+class HotKeyEvents {
+public:
+    /// `reference` is present exactly when `status` is `noErr`, unless the platform is at fault.
+    struct Registration {
+        OSStatus status = noErr;
+        std::optional<EventHotKeyRef> reference;
+    };
+
+    HotKeyEvents() = default;
+    HotKeyEvents(const HotKeyEvents&) = delete;
+    HotKeyEvents& operator=(const HotKeyEvents&) = delete;
+    virtual ~HotKeyEvents() = default;
+
+    /// Installs the one handler of all presses; it stays for the life of the process.
+    virtual OSStatus installHandler(HotKeyEventHandler handler, void* userData) = 0;
+
+    /// Registers a key (Carbon virtual key code) with modifiers (Carbon mask: command 0x100, shift 0x200, option 0x800,
+    /// control 0x1000) under a name of the caller's choosing. All or nothing: a combination held by somebody else, in
+    /// any of its lock variants, leaves no trace.
+    [[nodiscard]] virtual Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                                      EventHotKeyID name) = 0;
+
+    /// Gives the combination back. An unknown reference is ignored.
+    virtual void unregisterHotKey(EventHotKeyRef reference) = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace platform {
+
+/// The clock that keeps counting while the machine sleeps. It has no `now` of its own: ask the `MainActor`, so that
+/// tests can turn it by hand.
+struct ContinuousClock {
+    using duration = std::chrono::nanoseconds;
+    using rep = duration::rep;
+    using period = duration::period;
+    using time_point = std::chrono::time_point<ContinuousClock, duration>;
+    static constexpr bool is_steady = true;
+};
+
+using Duration = ContinuousClock::duration;
+using Instant = ContinuousClock::time_point;
+
+/// A piece of work that waits for its time. Dropping it before then cancels it; dropping it while it runs, or after, is
+/// harmless.
+class ScheduledWork {
+public:
+    ScheduledWork() = default;
+    ScheduledWork(const ScheduledWork&) = delete;
+    ScheduledWork& operator=(const ScheduledWork&) = delete;
+    virtual ~ScheduledWork() = default;
+};
+
+/// The main thread, on which the whole program runs.
+class MainActor {
+public:
+    using Work = std::move_only_function<void()>;
+
+    MainActor() = default;
+    MainActor(const MainActor&) = delete;
+    MainActor& operator=(const MainActor&) = delete;
+    virtual ~MainActor() = default;
+
+    /// Whether the caller is on the main thread. Any thread.
+    [[nodiscard]] virtual bool isCurrent() const = 0;
+
+    /// The time now. Any thread.
+    [[nodiscard]] virtual Instant now() const = 0;
+
+    /// Runs `work` on the main thread in a later turn of the event loop, in the order of posting. Any thread; work
+    /// still waiting when the loop ends is dropped without running.
+    virtual void post(Work work) = 0;
+
+    /// Runs `work` once on the main thread, not before `deadline` and, where the machine is awake and idle, at most
+    /// `tolerance` later (the backend may use the leeway to join wake-ups). Main thread.
+    [[nodiscard]] virtual std::unique_ptr<ScheduledWork> schedule(Instant deadline, Duration tolerance, Work work) = 0;
+};
+
+} // namespace platform

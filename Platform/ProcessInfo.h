@@ -1,0 +1,19 @@
+#pragma once
+
+#include "Platform/Accessibility.h"
+
+namespace platform {
+
+/// This process. Any thread.
+class ProcessInfo {
+public:
+    ProcessInfo() = default;
+    ProcessInfo(const ProcessInfo&) = delete;
+    ProcessInfo& operator=(const ProcessInfo&) = delete;
+    virtual ~ProcessInfo() = default;
+
+    /// This process's own id, in the numbering of `Accessibility::processIdentifier`.
+    [[nodiscard]] virtual ProcessIdentifier processIdentifier() const = 0;
+};
+
+} // namespace platform
