@@ -77,8 +77,7 @@ class Desktop:
         # Some window managers announce themselves before they listen, and lose what is asked in between.
         until(lambda: windows.answers(0.1), f"{manager.name} to answer", seconds)
         if manager.bar:
-            height = windows.root.get_geometry().height
-            until_equal(lambda: windows.work_area().height, height - manager.bar, f"work area above {manager.name}'s bar")
+            until_equal(windows.work_area, self.visible_frame(), f"work area above {manager.name}'s bar")
 
     def stop_window_manager(self, number: int = signal.SIGTERM) -> None:
         self.session.processes.end(self.manager_process, number)

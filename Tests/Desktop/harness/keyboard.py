@@ -19,6 +19,7 @@ PLACES = {
     "CapsLock": 66,
     "NumLock": 77,
     "Super": 133,
+    "KeypadLeft": 83,
 }
 
 # The last key of each action's shortcut; Control and Alt come before it.

@@ -89,11 +89,10 @@ class Windows:
         decoration = self.extents(identifier, "_NET_FRAME_EXTENTS")
         return self.client_rect(identifier).grown(*decoration).grown(*(-side for side in shadow))
 
-    def work_area(self) -> Rect:
-        """What the window manager's own bars leave of a single screen."""
+    def work_area(self) -> Rect | None:
+        """What bars and panels leave of a single screen, as the window manager says; None where it does not say."""
         values = self.cardinals(self.root, "_NET_WORKAREA")
-        assert values and len(values) >= 4, f"no work area, but {values}"
-        return Rect(*values[:4])
+        return Rect(*values[:4]) if values else None
 
     def size_hints(self, identifier: int):
         return self.window(identifier).get_wm_normal_hints()
