@@ -36,7 +36,7 @@ concept PropertyListPrimitive =
 template <typename Value>
 concept RawRepresentable = requires(const Value& value, const typename Value::RawValue& raw) {
     requires PreferenceValue<typename Value::RawValue>;
-    { value.rawValue() } -> std::convertible_to<typename Value::RawValue>;
+    requires std::constructible_from<typename Value::RawValue, decltype(value.rawValue())>;
     { Value::fromRawValue(raw) } -> std::same_as<std::optional<Value>>;
 };
 
