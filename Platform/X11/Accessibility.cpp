@@ -90,7 +90,11 @@ std::expected<ProcessIdentifier, AXError> Accessibility::processIdentifier(const
         return application->process;
     }
     if (const auto* window = dynamic_cast<const WindowElement*>(&element.contents())) {
-        return facts(window->window).transform([](const WindowFacts* present) { return present->process; });
+        const auto present = facts(window->window);
+        if (!present) {
+            return std::unexpected(present.error());
+        }
+        return (*present)->process;
     }
     return std::unexpected(AXError::invalidUIElement);
 }

@@ -1,5 +1,7 @@
 #include "Platform/X11/Connection.h"
 
+#include <xcb/xcbext.h>
+
 #include <poll.h>
 #include <time.h>
 
