@@ -83,6 +83,12 @@ class Desktop:
         self.session.processes.end(self.manager_process, number)
         self.manager = self.manager_process = None
 
+    def replace_window_manager(self, name: str) -> None:
+        """Lets another window manager take the screen over from the present one, which ends."""
+        former = self.manager_process
+        self.start_window_manager(name, True, "--replace")
+        until(lambda: former.poll() is not None, "the replaced window manager to end")
+
     # Applications
 
     def start(self, application: Application, *options: str) -> RunningApplication:

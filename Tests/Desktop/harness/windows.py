@@ -7,7 +7,7 @@ A window's frame is what a person sees of it: the client's rectangle with the wi
 import select
 import time
 
-from Xlib import X, display, error
+from Xlib import X, Xutil, display, error
 from Xlib.protocol import event
 
 from .rect import Rect
@@ -138,8 +138,22 @@ class Windows:
         until(reached, f"states {wanted} to be {'set' if action == ADD else 'gone'}", 5.0, lambda: self.states(identifier))
         self.fence()
 
-    def close_politely(self, identifier: int) -> None:
-        self._ask(identifier, "_NET_CLOSE_WINDOW", [X.CurrentTime, FROM_A_PAGER])
+    def minimize(self, identifier: int) -> None:
+        """Minimizes a window and waits until it is out of sight and out of focus."""
+        self._ask(identifier, "WM_CHANGE_STATE", [Xutil.IconicState])
+        window = self.window(identifier)
+        until(lambda: (self.cardinals(window, "WM_STATE") or [0])[0] == Xutil.IconicState, "the window to be minimized")
+        until(lambda: self.active() != identifier, "the minimized window to lose the focus", saw=self._focus_story)
+        self.fence()
+
+    def focus(self, identifier: int) -> None:
+        """Gives a window the keyboard focus as a program could, and tells the window manager that it is wanted active."""
+        self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])
+        self.fence()
+        self.window(identifier).set_input_focus(X.RevertToPointerRoot, X.CurrentTime)
+        self.connection.sync()
+        focused = lambda: getattr(self.connection.get_input_focus().focus, "id", 0)
+        until(lambda: focused() == identifier, f"{identifier:#x} to have the keyboard focus", saw=lambda: hex(focused()))
 
     def fence(self, seconds: float = 5.0) -> None:
         """Returns when the window manager has handled everything that was asked before.
