@@ -167,7 +167,7 @@ std::expected<std::optional<std::string>, ReadFailure> read(const std::string& p
     }
     std::string contents;
     std::array<char, 16384> buffer{};
-    while (true) {
+    while (std::cmp_less_equal(file.st_size, largestFile) && contents.size() <= largestFile) {
         const ssize_t count = ::read(descriptor.get(), buffer.data(), buffer.size());
         if (count == 0) {
             return contents;
@@ -179,10 +179,8 @@ std::expected<std::optional<std::string>, ReadFailure> read(const std::string& p
             return std::unexpected(ReadFailure{unreadable, failure("read", path, errno).error()});
         }
         contents.append(buffer.data(), static_cast<std::size_t>(count));
-        if (contents.size() > largestFile) {
-            return std::unexpected(ReadFailure{unreadable, path + " is too large"});
-        }
     }
+    return std::unexpected(ReadFailure{unreadable, path + " is too large"});
 }
 
 Result replace(const std::string& path, std::string_view contents) {
@@ -209,7 +207,7 @@ Result replace(const std::string& path, std::string_view contents) {
     return syncFolder(folder);
 }
 
-std::expected<std::string, std::string> keepBeside(const std::string& path) {
+std::expected<std::optional<std::string>, std::string> keepBeside(const std::string& path) {
     const std::string base = path + ".unreadable-" + timestamp();
     std::string kept = base;
     constexpr int mostNames = 1000;
@@ -224,6 +222,9 @@ std::expected<std::string, std::string> keepBeside(const std::string& path) {
             }
             const int error = errno;
             ::unlink(kept.c_str());
+            if (error == ENOENT) {
+                return std::nullopt;
+            }
             return failure("rename", path, error);
         }
         if (errno != EEXIST) {

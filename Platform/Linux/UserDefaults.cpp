@@ -64,9 +64,9 @@ void UserDefaults::load() {
 }
 
 void UserDefaults::keepUnreadable(const std::string& file, const std::string& reason) {
-    const std::expected<std::string, std::string> kept = DurableFile::keepBeside(file);
+    const auto kept = DurableFile::keepBeside(file);
     unreadableInPlace = !kept;
-    const std::string whereabouts = kept ? "kept as " + *kept : kept.error();
+    const std::string whereabouts = kept ? "kept as " + kept->value_or("nothing") : kept.error();
     log("settings: " + reason + "; " + whereabouts + "; starting from the defaults");
 }
 
@@ -79,7 +79,7 @@ void UserDefaults::save() {
     if (!file) {
         saved = std::unexpected(file.error());
     } else if (unreadableInPlace) {
-        const std::expected<std::string, std::string> kept = DurableFile::keepBeside(*file);
+        const auto kept = DurableFile::keepBeside(*file);
         unreadableInPlace = !kept;
         if (!kept) {
             saved = std::unexpected(kept.error());
