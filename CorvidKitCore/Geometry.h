@@ -32,12 +32,19 @@ struct CGRect {
     CGSize size;
 
     [[nodiscard]] constexpr double width() const { return size.width < 0 ? -size.width : size.width; }
+
     [[nodiscard]] constexpr double height() const { return size.height < 0 ? -size.height : size.height; }
+
     [[nodiscard]] constexpr double minX() const { return size.width < 0 ? origin.x + size.width : origin.x; }
+
     [[nodiscard]] constexpr double minY() const { return size.height < 0 ? origin.y + size.height : origin.y; }
+
     [[nodiscard]] constexpr double maxX() const { return minX() + width(); }
+
     [[nodiscard]] constexpr double maxY() const { return minY() + height(); }
+
     [[nodiscard]] constexpr double midX() const { return minX() + width() * 0.5; }
+
     [[nodiscard]] constexpr double midY() const { return minY() + height() * 0.5; }
 
     friend bool operator==(const CGRect&, const CGRect&) = default;

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "CorvidKitCore/Preference.h"
+#include "CorvidKitCore/PropertyListValue.h"
+
+#include <functional>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace corvid {
+
+template <PreferenceValue Value>
+class PreferenceReference;
+
+/// A key-value store of property-list values. It has identity: it is referred to, never copied. Neither operation
+/// fails from the caller's point of view. Used from one thread at a time unless a store says more.
+class PreferenceStore {
+public:
+    PreferenceStore() = default;
+    PreferenceStore(const PreferenceStore&) = delete;
+    PreferenceStore& operator=(const PreferenceStore&) = delete;
+    virtual ~PreferenceStore() = default;
+
+    /// What is kept under a key, nothing when there is nothing.
+    [[nodiscard]] virtual std::optional<PropertyListValue> object(std::string_view key) const = 0;
+
+    /// Keeps a value under a key. Setting nothing removes the key.
+    virtual void set(std::optional<PropertyListValue> value, std::string_view key) = 0;
+
+    /// A setting's value: what is stored, or its default when nothing is or what is stored cannot be read.
+    template <PreferenceValue Value>
+    [[nodiscard]] Value operator[](const Preference<Value>& preference) const {
+        if (const std::optional<PropertyListValue> stored = object(preference.key)) {
+            if (std::optional<Value> value = PreferenceConversion<Value>::fromPropertyListValue(*stored)) {
+                return *std::move(value);
+            }
+        }
+        return preference.defaultValue;
+    }
+
+    /// A setting to read, write or change in place. To be used within the statement: it refers to store and setting.
+    template <PreferenceValue Value>
+    [[nodiscard]] PreferenceReference<Value> operator[](const Preference<Value>& preference) {
+        return PreferenceReference<Value>{*this, preference};
+    }
+};
+
+/// A setting in a store. Every read asks the store and every write reaches it: nothing is kept here, and a write does
+/// not compare with what was there.
+template <PreferenceValue Value>
+class PreferenceReference {
+public:
+    PreferenceReference(PreferenceStore& holder, const Preference<Value>& setting)
+        : store{holder}
+        , preference{setting} {}
+
+    PreferenceReference(const PreferenceReference&) = delete;
+    ~PreferenceReference() = default;
+
+    [[nodiscard]] Value value() const { return std::as_const(store)[preference]; }
+
+    operator Value() const { return value(); }
+
+    PreferenceReference& operator=(const Value& newValue) {
+        store.set(PreferenceConversion<Value>::propertyListValue(newValue), preference.key);
+        return *this;
+    }
+
+    /// Takes the other setting's value, as with any two variables.
+    PreferenceReference& operator=(const PreferenceReference& other) { return *this = other.value(); }
+
+    /// A read, the change applied to what was read, and a write.
+    template <std::invocable<Value&> Change>
+    void modify(Change&& change) {
+        Value changed = value();
+        std::invoke(std::forward<Change>(change), changed);
+        *this = changed;
+    }
+
+private:
+    PreferenceStore& store;
+    const Preference<Value>& preference;
+};
+
+} // namespace corvid
