@@ -11,13 +11,13 @@ namespace platform {
 /// What an observer can be told about.
 namespace AXNotification {
 /// The application has a new window. Told once for each window, in the order of their creation, when the window can be
-/// dealt with: it is in the application's `windows`, and its subrole, position and size are readable. Windows that exist
-/// at the time of subscribing are not told.
+/// dealt with: it is in the application's `windows`, and its subrole, position and size are readable. Windows that
+/// exist at the time of subscribing are not told.
 inline constexpr std::string_view windowCreated = "AXWindowCreated";
 } // namespace AXNotification
 
-/// An observer of one process's elements. Dropping it ends the delivery at once: nothing reaches its callback afterwards,
-/// not even what had happened before. Main thread only.
+/// An observer of one process's elements. Dropping it ends the delivery at once: nothing reaches its callback
+/// afterwards, not even what had happened before. Main thread only.
 class AXObserver {
 public:
     AXObserver() = default;
@@ -44,9 +44,9 @@ public:
     AccessibilityObservers& operator=(const AccessibilityObservers&) = delete;
     virtual ~AccessibilityObservers() = default;
 
-    /// An observer of one process; a null observer counts as a failure like an error does. Observers of the same process
-    /// do not know of each other. A backend that hears of every process's windows anyway succeeds at once, also for a
-    /// process that has no window yet. The observer must be dropped before the platform is.
+    /// An observer of one process; a null observer counts as a failure like an error does. Observers of the same
+    /// process do not know of each other. A backend that hears of every process's windows anyway succeeds at once, also
+    /// for a process that has no window yet. The observer must be dropped before the platform is.
     [[nodiscard]] virtual std::expected<std::unique_ptr<AXObserver>, AXError>
     createObserver(ProcessIdentifier process, AXObserverCallback callback) = 0;
 };

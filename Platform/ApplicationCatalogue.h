@@ -17,8 +17,8 @@ public:
     ApplicationCatalogue& operator=(const ApplicationCatalogue&) = delete;
     virtual ~ApplicationCatalogue() = default;
 
-    /// Where the application of that identifier is described (on Linux its desktop entry's absolute path); nothing where
-    /// no such application is installed.
+    /// Where the application of that identifier is described (on Linux its desktop entry's absolute path); nothing
+    /// where no such application is installed.
     [[nodiscard]] virtual std::optional<std::filesystem::path> location(std::string_view bundleIdentifier) = 0;
 
     /// The identifier of the application described there; nothing where that is not an application.

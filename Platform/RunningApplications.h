@@ -48,8 +48,8 @@ using RunningApplicationReference = std::shared_ptr<const RunningApplication>;
 
 /// What `RunningApplications::notificationCenter` tells.
 namespace WorkspaceNotification {
-/// An application has been launched. Posted once for each, when its bundle identifier can be told (or it is certain that
-/// it never can); applications that ran before this program are not told.
+/// An application has been launched. Posted once for each, when its bundle identifier can be told (or it is certain
+/// that it never can); applications that ran before this program are not told.
 inline constexpr std::string_view didLaunchApplication = "NSWorkspaceDidLaunchApplicationNotification";
 /// An application has ended. Posted once for each, after `isTerminated` has become true.
 inline constexpr std::string_view didTerminateApplication = "NSWorkspaceDidTerminateApplicationNotification";

@@ -124,9 +124,13 @@ std::expected<Target, AXError> resolve(const Applications& applications, const A
     return std::unexpected(AXError::invalidUIElement);
 }
 
-ProcessIdentifier process(const Application& application) { return application.processIdentifier(); }
+ProcessIdentifier process(const Application& application) {
+    return application.processIdentifier();
+}
 
-ProcessIdentifier process(const Window& window) { return window.process(); }
+ProcessIdentifier process(const Window& window) {
+    return window.process();
+}
 
 } // namespace
 

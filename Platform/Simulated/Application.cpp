@@ -10,7 +10,8 @@ namespace platform::simulated {
 
 Application::Application(Applications& desktop, ApplicationOptions options)
     : desktop(desktop)
-    , options(std::move(options)) {}
+    , options(std::move(options)) {
+}
 
 Window& Application::addWindow(WindowOptions windowOptions) {
     Window& window = desktop.makeWindow(options.process, std::move(windowOptions));
@@ -28,7 +29,9 @@ Window& Application::openWindow(WindowOptions windowOptions) {
     return window;
 }
 
-std::vector<Window*> Application::windows() const { return desktop.windowsOf(options.process); }
+std::vector<Window*> Application::windows() const {
+    return desktop.windowsOf(options.process);
+}
 
 AXUIElement Application::element() const {
     return AXUIElement(std::make_shared<Element>(options.process, Element::applicationItself));

@@ -9,12 +9,15 @@ void ApplicationCatalogue::install(const std::filesystem::path& location, Instal
     applications.insert_or_assign(location, std::move(application));
 }
 
-void ApplicationCatalogue::uninstall(const std::filesystem::path& location) { applications.erase(location); }
+void ApplicationCatalogue::uninstall(const std::filesystem::path& location) {
+    applications.erase(location);
+}
 
 std::optional<std::filesystem::path> ApplicationCatalogue::location(std::string_view bundleIdentifier) {
     trace.record("locate " + std::string(bundleIdentifier));
-    const auto found = std::ranges::find_if(
-        applications, [bundleIdentifier](const auto& entry) { return entry.second.bundleIdentifier == bundleIdentifier; });
+    const auto found = std::ranges::find_if(applications, [bundleIdentifier](const auto& entry) {
+        return entry.second.bundleIdentifier == bundleIdentifier;
+    });
     return found == applications.end() ? std::nullopt : std::optional(found->first);
 }
 

@@ -41,8 +41,7 @@ OSStatus HotKeyEvents::installHandler(HotKeyEventHandler newHandler, void* newUs
 
 HotKeyEvents::Registration HotKeyEvents::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                         EventHotKeyID name) {
-    trace.record("register hot key " + std::to_string(keyCode) + " " + std::to_string(modifiers) + " as " +
-                 text(name));
+    trace.record("register hot key " + std::to_string(keyCode) + " " + std::to_string(modifiers) + " as " + text(name));
     if (const auto refusal = refusals.find({keyCode, modifiers}); refusal != refusals.end()) {
         return {.status = refusal->second, .reference = std::nullopt};
     }
@@ -69,7 +68,9 @@ void HotKeyEvents::refuse(std::uint32_t keyCode, std::uint32_t modifiers, OSStat
     refusals.insert_or_assign({keyCode, modifiers}, status);
 }
 
-void HotKeyEvents::release(std::uint32_t keyCode, std::uint32_t modifiers) { refusals.erase({keyCode, modifiers}); }
+void HotKeyEvents::release(std::uint32_t keyCode, std::uint32_t modifiers) {
+    refusals.erase({keyCode, modifiers});
+}
 
 std::optional<OSStatus> HotKeyEvents::press(std::uint32_t keyCode, std::uint32_t modifiers) {
     const auto found = std::ranges::find_if(hotKeys, [keyCode, modifiers](const Registered& hotKey) {
@@ -88,7 +89,9 @@ std::optional<OSStatus> HotKeyEvents::deliverWithoutParameter(OSStatus status) {
     return call(&event);
 }
 
-std::optional<OSStatus> HotKeyEvents::deliverWithoutEvent() { return call(nullptr); }
+std::optional<OSStatus> HotKeyEvents::deliverWithoutEvent() {
+    return call(nullptr);
+}
 
 std::optional<OSStatus> HotKeyEvents::call(const HotKeyEvent* event) {
     return handler == nullptr ? std::nullopt : std::optional(handler(nullptr, event, userData));

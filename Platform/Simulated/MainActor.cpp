@@ -24,8 +24,7 @@ struct MainActor::Schedule {
 
     /// Takes out the entry that is due first, if that is not after `end`; of several due together, the oldest.
     std::optional<std::pair<Instant, Work>> takeFirst(Instant end) {
-        const auto first =
-            std::ranges::min_element(entries, {}, [this](const Entry& entry) { return due(entry); });
+        const auto first = std::ranges::min_element(entries, {}, [this](const Entry& entry) { return due(entry); });
         if (first == entries.end() || due(*first) > end) {
             return std::nullopt;
         }
@@ -65,14 +64,19 @@ private:
 };
 
 MainActor::MainActor()
-    : scheduled(std::make_shared<Schedule>()) {}
+    : scheduled(std::make_shared<Schedule>()) {
+}
 
 MainActor::~MainActor() = default;
 
 // The thread first: only the main thread may look at `elsewhere`.
-bool MainActor::isCurrent() const { return std::this_thread::get_id() == thread && elsewhere == 0; }
+bool MainActor::isCurrent() const {
+    return std::this_thread::get_id() == thread && elsewhere == 0;
+}
 
-Instant MainActor::now() const { return Instant(Duration(clock.load())); }
+Instant MainActor::now() const {
+    return Instant(Duration(clock.load()));
+}
 
 void MainActor::post(Work work) {
     const std::scoped_lock lock(postedMutex);
@@ -113,9 +117,13 @@ void MainActor::advance(Duration duration) {
     clock = std::max(now(), end).time_since_epoch().count();
 }
 
-void MainActor::pass(Duration duration) { clock += duration.count(); }
+void MainActor::pass(Duration duration) {
+    clock += duration.count();
+}
 
-void MainActor::setExhaustsTolerance(bool exhausts) { scheduled->exhaustsTolerance = exhausts; }
+void MainActor::setExhaustsTolerance(bool exhausts) {
+    scheduled->exhaustsTolerance = exhausts;
+}
 
 std::vector<MainActor::Waiting> MainActor::waiting() const {
     std::vector<Waiting> result;

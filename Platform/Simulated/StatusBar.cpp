@@ -20,16 +20,22 @@ StatusBar::Item::~Item() {
     std::erase(bar.alive, this);
 }
 
-std::optional<corvid::CGRect> StatusBar::Item::frame() const { return bar.hasPanel ? bar.itemFrame : std::nullopt; }
+std::optional<corvid::CGRect> StatusBar::Item::frame() const {
+    return bar.hasPanel ? bar.itemFrame : std::nullopt;
+}
 
 void StatusBar::Item::setImage(const Image& newImage) {
     bar.trace.record("set status item image");
     image = newImage;
 }
 
-void StatusBar::Item::setAction(Action newAction) { action = std::move(newAction); }
+void StatusBar::Item::setAction(Action newAction) {
+    action = std::move(newAction);
+}
 
-void StatusBar::Item::setMenu(std::vector<StatusMenuLine> lines) { menu = std::move(lines); }
+void StatusBar::Item::setMenu(std::vector<StatusMenuLine> lines) {
+    menu = std::move(lines);
+}
 
 void StatusBar::Item::click(std::optional<corvid::CGPoint> position) const {
     // A copy: the action may drop the item.

@@ -11,8 +11,12 @@ std::string text(double number) {
     return {digits.data(), end};
 }
 
-std::string text(corvid::CGPoint point) { return "(" + text(point.x) + ", " + text(point.y) + ")"; }
+std::string text(corvid::CGPoint point) {
+    return "(" + text(point.x) + ", " + text(point.y) + ")";
+}
 
-std::string text(corvid::CGSize size) { return "(" + text(size.width) + ", " + text(size.height) + ")"; }
+std::string text(corvid::CGSize size) {
+    return "(" + text(size.width) + ", " + text(size.height) + ")";
+}
 
 } // namespace platform::simulated

@@ -33,9 +33,12 @@ Window::Window(int number, ProcessIdentifier process, const platform::MainActor&
     , ownNumber(number)
     , owner(process)
     , clock(clock)
-    , current(options.frame) {}
+    , current(options.frame) {
+}
 
-AXUIElement Window::element() const { return AXUIElement(std::make_shared<Element>(owner, ownNumber)); }
+AXUIElement Window::element() const {
+    return AXUIElement(std::make_shared<Element>(owner, ownNumber));
+}
 
 corvid::CGRect Window::frame() {
     settle();
