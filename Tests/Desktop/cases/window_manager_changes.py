@@ -54,8 +54,7 @@ def freed_keys_work_after_off_and_on(program, manager):
         assert not held_by_others(desktop.server.display), "keys are held without a window manager"
         desktop.start_window_manager(manager)
         product.until_status("Active", POLL)
-        desktop.wait_for(editor)
-        desktop.windows.activate(editor.window)
+        desktop.adopt(editor)
         works(desktop, product, editor.window)
 
 
@@ -68,8 +67,7 @@ def the_keys_survive_a_restart_of_the_window_manager(program, manager):
         product.until_status("Active")
         desktop.stop_window_manager(signal.SIGKILL)
         desktop.start_window_manager(manager)
-        desktop.wait_for(editor)
-        desktop.windows.activate(editor.window)
+        desktop.adopt(editor)
         product.until_status("Active", POLL)
         works(desktop, product, editor.window, when=f"after {manager} was restarted")
 
@@ -83,8 +81,7 @@ def the_keys_survive_the_replacement_of_the_window_manager(program):
         works(desktop, product, editor.window, when="under openbox")
         for manager in ("metacity", "xfwm4", "openbox"):
             desktop.replace_window_manager(manager)
-            desktop.wait_for(editor)
-            desktop.windows.activate(editor.window)
+            desktop.adopt(editor)
             product.until_status("Active", POLL)
             works(desktop, product, editor.window, when=f"after {manager} took over")
 
