@@ -42,6 +42,9 @@ class Desktop:
             self.server = server(self.session)
             self.session.enter_display(self.server.display)
             self.windows = Windows(self.server.display)
+            if server is servers.two_monitors:
+                # The numbering of keys that desktops have.
+                self.session.run(["setxkbmap", "-rules", "evdev", "-model", "pc105", "-layout", "us"])
             self.keyboard = Keyboard(self.server.display)
         except BaseException:
             self.session.close()
