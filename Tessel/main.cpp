@@ -1,9 +1,9 @@
 #include "CorvidKit/Publisher.h"
-#include "CorvidKitCore/InMemoryPreferenceStore.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProcessInfo.h"
 #include "Platform/Linux/ServiceNotification.h"
 #include "Platform/Linux/SingleInstance.h"
+#include "Platform/Linux/UserDefaults.h"
 #include "Platform/Platform.h"
 #include "Platform/X11/Desktop.h"
 #include "Tessel/AppState.h"
@@ -38,7 +38,7 @@ int runResident() {
     }
 
     platform::linux::ProcessInfo processInfo;
-    corvid::InMemoryPreferenceStore userDefaults;
+    platform::linux::UserDefaults userDefaults;
     const platform::Platform table{
         .accessibility = (*desktop)->accessibility(),
         .sound = (*desktop)->sound(),
