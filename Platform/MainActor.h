@@ -46,8 +46,8 @@ public:
     /// The time now. Any thread.
     [[nodiscard]] virtual Instant now() const = 0;
 
-    /// Runs `work` on the main thread in a later turn of the event loop, in the order of posting. Any thread; work
-    /// still waiting when the loop ends is dropped without running.
+    /// Runs `work` in a later turn of the event loop, in the order of posting. Main thread; work still waiting when the
+    /// loop ends is dropped without running.
     virtual void post(Work work) = 0;
 
     /// Runs `work` once on the main thread, not before `deadline` and, where the machine is awake and idle, at most

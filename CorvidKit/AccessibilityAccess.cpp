@@ -1,0 +1,16 @@
+#include "CorvidKit/AccessibilityAccess.h"
+
+#include "Platform/Accessibility.h"
+#include "Platform/Platform.h"
+
+namespace corvid::AccessibilityAccess {
+
+bool isTrusted() {
+    return platform::current().accessibility.isProcessTrusted();
+}
+
+bool requestIfNeeded() {
+    return platform::current().accessibility.isProcessTrustedWithPrompt();
+}
+
+} // namespace corvid::AccessibilityAccess

@@ -1,0 +1,124 @@
+#pragma once
+
+#include "CorvidKit/Concurrency.h"
+#include "CorvidKitCore/Shortcut.h"
+#include "Platform/HotKeyEvents.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+
+namespace corvid {
+
+/// Owns the platform's hot keys: installs the one handler, names the keys and runs what belongs to a pressed one. Main
+/// thread only, and without a lock. It must outlive the platform's event loop.
+class HotKeyDispatcher {
+public:
+    using Handler = std::function<void()>;
+
+    /// The one of the program.
+    [[nodiscard]] static HotKeyDispatcher& shared();
+
+    /// `firstID` is the id of the first hot key; the later ones count up from it.
+    explicit HotKeyDispatcher(std::uint32_t firstID = 1)
+        : nextID(firstID) {}
+
+    HotKeyDispatcher(const HotKeyDispatcher&) = delete;
+    HotKeyDispatcher& operator=(const HotKeyDispatcher&) = delete;
+    ~HotKeyDispatcher() = default;
+
+    /// Registers a hot key; gives its id, or nothing where the platform refuses it for whatever reason. Every call
+    /// takes an id, successful or not, and no id is ever taken twice.
+    [[nodiscard]] std::optional<std::uint32_t> registerHotKey(const Shortcut& shortcut, Handler handler);
+
+    /// Gives a hot key back and drops its handler. An unknown id is ignored.
+    void unregister(std::uint32_t id);
+
+private:
+    struct Entry {
+        platform::EventHotKeyRef ref;
+        Handler handler;
+    };
+
+    /// The platform's event handler; `userData` is the dispatcher that installed it.
+    static platform::OSStatus hotKeyCallback(platform::EventHandlerCall* nextHandler,
+                                             const platform::HotKeyEvent* event, void* userData);
+
+    /// Runs the handler of an id, if there is any. The handler may register and unregister hot keys.
+    void fire(std::uint32_t id);
+
+    [[nodiscard]] std::uint32_t takeID();
+
+    std::map<std::uint32_t, Entry> entries;
+    std::uint32_t nextID;
+    bool handlerInstalled = false;
+};
+
+/// Keeps a table of shortcuts registered and calls `onPress` with the action whose shortcut was pressed. Main thread
+/// only.
+///
+/// Dropping a center does not give its hot keys back, `unregister` does; a press of a dropped center's key does
+/// nothing.
+template <typename Action>
+class HotKeyCenter {
+public:
+    /// Called at every press. It may register, unregister, and drop the center.
+    std::function<void(Action)> onPress = [](Action) {};
+
+    explicit HotKeyCenter(HotKeyDispatcher& dispatcher = HotKeyDispatcher::shared())
+        : dispatcher(dispatcher) {}
+
+    HotKeyCenter(const HotKeyCenter&) = delete;
+    HotKeyCenter& operator=(const HotKeyCenter&) = delete;
+    ~HotKeyCenter() = default;
+
+    /// The actions whose shortcut the platform refused at the last registration.
+    [[nodiscard]] const std::set<Action>& failed() const { return refused; }
+
+    /// Whether any shortcut is registered.
+    [[nodiscard]] bool isRegistered() const { return !ids.empty(); }
+
+    /// Replaces everything registered so far by a table (the field says `register`, which the language reserves).
+    /// Shortcuts that are not valid are left out, and do not count as failed.
+    void registerShortcuts(const std::map<Action, Shortcut>& shortcuts) {
+        unregister();
+        for (const auto& [action, shortcut] : shortcuts) {
+            if (!shortcut.isValid()) {
+                continue;
+            }
+            auto handler = [self = std::weak_ptr(itself), action] {
+                if (const auto center = self.lock()) {
+                    // A copy: the handler may replace itself, or drop the center.
+                    const auto press = (*center)->onPress;
+                    press(action);
+                }
+            };
+            if (const auto id = dispatcher.registerHotKey(shortcut, std::move(handler))) {
+                ids.insert_or_assign(action, *id);
+            } else {
+                refused.insert(action);
+            }
+        }
+    }
+
+    /// Gives all hot keys of this center back and forgets which had failed.
+    void unregister() {
+        for (const auto& [action, id] : ids) {
+            assumeIsolated({.file = "CorvidKit/HotKeys", .line = 31}, [&] { dispatcher.unregister(id); });
+        }
+        ids.clear();
+        refused.clear();
+    }
+
+private:
+    HotKeyDispatcher& dispatcher;
+    std::set<Action> refused;
+    std::map<Action, std::uint32_t> ids;
+    /// Held weakly by the handlers, so that they can tell when the center is gone.
+    std::shared_ptr<HotKeyCenter*> itself = std::make_shared<HotKeyCenter*>(this);
+};
+
+} // namespace corvid

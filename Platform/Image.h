@@ -1,0 +1,59 @@
+#pragma once
+
+#include "CorvidKitCore/Geometry.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace platform {
+
+/// An icon by its name in the desktop's icon theme, looked up when it is drawn, so that it follows a change of theme.
+struct ThemeIcon {
+    std::string name;
+
+    friend bool operator==(const ThemeIcon&, const ThemeIcon&) = default;
+};
+
+/// A picture in a file (PNG or SVG).
+struct ImageFile {
+    std::filesystem::path path;
+
+    friend bool operator==(const ImageFile&, const ImageFile&) = default;
+};
+
+/// What to draw and how large; the pixels come into being where it is drawn, so that the resident decodes nothing.
+struct ImageDescription {
+    std::variant<ThemeIcon, ImageFile> source;
+    /// In points. Drawn into this size whatever the source's own.
+    corvid::CGSize size;
+    /// Pixels per point that a bitmap of it has.
+    double scale = 1;
+    /// Only the shape counts: whoever shows it colours it to suit its background.
+    bool isTemplate = false;
+    /// A dot of 5 by 5 points in the top-right corner, with 1.5 points around it cut out of the picture.
+    bool isBadged = false;
+    /// What the picture says, for those who cannot see it.
+    std::string accessibilityDescription;
+
+    friend bool operator==(const ImageDescription&, const ImageDescription&) = default;
+};
+
+/// A picture: a retained, immutable reference. Two pictures are equal when they are the same object, not when they look
+/// the same. Any thread.
+class Image {
+public:
+    explicit Image(ImageDescription description)
+        : contents(std::make_shared<const ImageDescription>(std::move(description))) {}
+
+    [[nodiscard]] const ImageDescription& description() const { return *contents; }
+
+    friend bool operator==(const Image& a, const Image& b) { return a.contents == b.contents; }
+
+private:
+    std::shared_ptr<const ImageDescription> contents;
+};
+
+} // namespace platform

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "Platform/Accessibility.h"
+#include "Platform/Simulated/Applications.h"
+#include "Platform/Simulated/Trace.h"
+
+#include <cstddef>
+#include <expected>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+namespace platform::simulated {
+
+/// Reads and writes the windows of `Applications`, and fails on request.
+///
+/// Trace: "read window 1 AXPosition", "read application 10 AXFocusedWindow", "read window 1 process",
+/// "write window 1 AXSize (960, 1080)", "write application 10 AXEnhancedUserInterface false", "read trust",
+/// "request trust". Every one of the reads and writes of an element is an operation, counted from 0.
+class Accessibility final : public platform::Accessibility {
+public:
+    Accessibility(Trace& trace, Applications& applications)
+        : trace(trace)
+        , applications(applications) {}
+
+    [[nodiscard]] AXUIElement applicationElement(ProcessIdentifier process) override;
+    [[nodiscard]] std::expected<AXValue, AXError> copyAttributeValue(const AXUIElement& element,
+                                                                     std::string_view attribute) override;
+    AXError setAttributeValue(const AXUIElement& element, std::string_view attribute, const AXValue& value) override;
+    [[nodiscard]] std::expected<ProcessIdentifier, AXError> processIdentifier(const AXUIElement& element) override;
+    [[nodiscard]] std::optional<AXValue> createValue(corvid::CGPoint point) override;
+    [[nodiscard]] std::optional<AXValue> createValue(corvid::CGSize size) override;
+    [[nodiscard]] bool isProcessTrusted() override;
+    bool isProcessTrustedWithPrompt() override;
+
+    /// Whether the user lets us. While not, every operation fails with `apiDisabled`.
+    bool isTrusted = true;
+
+    /// How often the user was asked.
+    [[nodiscard]] int promptCount() const { return prompts; }
+
+    /// The number of operations so far.
+    [[nodiscard]] std::size_t operationCount() const { return operations; }
+
+    /// Does something to the desktop just before operation number `operation`.
+    void interrupt(std::size_t operation, std::function<void()> interruption);
+
+    /// Lets operation number `operation` fail.
+    void failOperation(std::size_t operation, AXError error);
+
+    /// Lets the boxing of points or sizes fail from now on.
+    bool failsToBoxPoints = false;
+    bool failsToBoxSizes = false;
+
+    /// Lets one boxing fail, counted from 0 over points and sizes.
+    void failBoxing(std::size_t boxing) { failingBoxings.insert(boxing); }
+
+private:
+    /// Counts an operation, interrupts it as asked for, and tells why it must not go on (`success` if it may).
+    AXError begin();
+
+    Trace& trace;
+    Applications& applications;
+    int prompts = 0;
+    std::size_t operations = 0;
+    std::size_t boxings = 0;
+    std::multimap<std::size_t, std::function<void()>> interruptions;
+    std::map<std::size_t, AXError> failures;
+    std::set<std::size_t> failingBoxings;
+};
+
+} // namespace platform::simulated

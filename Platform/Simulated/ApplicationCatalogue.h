@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Platform/ApplicationCatalogue.h"
+#include "Platform/Simulated/Trace.h"
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform::simulated {
+
+/// A few installed applications.
+///
+/// Trace: "locate org.example.Editor", "icon of /applications/Editor".
+class ApplicationCatalogue final : public platform::ApplicationCatalogue {
+public:
+    struct Installed {
+        std::string bundleIdentifier;
+        std::string displayName;
+        std::string iconName;
+    };
+
+    explicit ApplicationCatalogue(Trace& trace)
+        : trace(trace) {}
+
+    void install(const std::filesystem::path& location, Installed application);
+    void uninstall(const std::filesystem::path& location);
+
+    [[nodiscard]] std::optional<std::filesystem::path> location(std::string_view bundleIdentifier) override;
+    [[nodiscard]] std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) override;
+    [[nodiscard]] std::string displayName(const std::filesystem::path& location) override;
+    [[nodiscard]] Image icon(const std::filesystem::path& location) override;
+
+private:
+    Trace& trace;
+    std::map<std::filesystem::path, Installed> applications;
+};
+
+} // namespace platform::simulated

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Platform/Platform.h"
+#include "Platform/Simulated/Accessibility.h"
+#include "Platform/Simulated/AccessibilityObservers.h"
+#include "Platform/Simulated/AddressOpener.h"
+#include "Platform/Simulated/ApplicationCatalogue.h"
+#include "Platform/Simulated/Applications.h"
+#include "Platform/Simulated/Beep.h"
+#include "Platform/Simulated/HotKeyEvents.h"
+#include "Platform/Simulated/LoginItemService.h"
+#include "Platform/Simulated/MainActor.h"
+#include "Platform/Simulated/ProcessInfo.h"
+#include "Platform/Simulated/Screens.h"
+#include "Platform/Simulated/StatusBar.h"
+#include "Platform/Simulated/Trace.h"
+#include "Platform/Simulated/UserDefaults.h"
+#include "Platform/Simulated/Workspace.h"
+
+namespace platform::simulated {
+
+/// A whole desktop in memory, in force for as long as it lives: what a test does to its parts, the logic meets through
+/// `platform::current()`. Everything that the logic asks for is in one trace. What uses the desktop must be gone before
+/// the desktop is.
+class Desktop {
+public:
+    Trace trace;
+    MainActor mainActor;
+    Screens screens{trace};
+    Applications applications{mainActor};
+    Workspace workspace{trace, applications};
+    Accessibility accessibility{trace, applications};
+    AccessibilityObservers accessibilityObservers{trace, mainActor, applications};
+    HotKeyEvents hotKeyEvents{trace};
+    Beep sound{trace};
+    ProcessInfo processInfo;
+    UserDefaults standardUserDefaults{trace};
+    ApplicationCatalogue applicationCatalogue{trace};
+    AddressOpener addressOpener{trace};
+    LoginItemService loginItemService{trace};
+    StatusBar statusBar{trace};
+
+private:
+    Platform table{.accessibility = accessibility,
+                   .sound = sound,
+                   .hotKeyEvents = hotKeyEvents,
+                   .mainActor = mainActor,
+                   .processInfo = processInfo,
+                   .screens = screens,
+                   .standardUserDefaults = standardUserDefaults,
+                   .workspace = workspace};
+    Installation installation{table};
+};
+
+} // namespace platform::simulated

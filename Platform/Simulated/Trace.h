@@ -1,0 +1,34 @@
+#pragma once
+
+#include "CorvidKitCore/Geometry.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace platform::simulated {
+
+/// What was asked of the desktop, in order: one line for every attempt, whether or not it succeeded.
+class Trace {
+public:
+    void record(std::string line) { recorded.push_back(std::move(line)); }
+
+    [[nodiscard]] const std::vector<std::string>& lines() const { return recorded; }
+
+    /// The lines so far; the next ones start a new trace.
+    std::vector<std::string> take() { return std::exchange(recorded, {}); }
+
+    void clear() { recorded.clear(); }
+
+private:
+    std::vector<std::string> recorded;
+};
+
+/// The shortest text that reads back as the same number: "960", "0.5".
+[[nodiscard]] std::string text(double number);
+
+/// "(x, y)" and "(width, height)".
+[[nodiscard]] std::string text(corvid::CGPoint point);
+[[nodiscard]] std::string text(corvid::CGSize size);
+
+} // namespace platform::simulated

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "CorvidKitCore/Geometry.h"
+#include "Platform/Image.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+/// One line of the menu that a panel shows for a status item.
+struct StatusMenuLine {
+    /// In the user's language; empty for a dividing line.
+    std::string title;
+    bool isEnabled = true;
+    /// With a check mark, on or off; nothing for a line that has none.
+    std::optional<bool> isChecked;
+    /// Called on the main thread when the line is chosen.
+    std::function<void()> action;
+};
+
+/// A small picture in the panel. Dropping it takes it away. Main thread only, callbacks included.
+///
+/// Panels come and go: an item made before there is a panel appears when one does, and again after it was restarted.
+class StatusItem {
+public:
+    /// `position` is where the user clicked, in points in the screen space; nothing where the panel does not say.
+    using Action = std::function<void(std::optional<corvid::CGPoint> position)>;
+
+    StatusItem() = default;
+    StatusItem(const StatusItem&) = delete;
+    StatusItem& operator=(const StatusItem&) = delete;
+    virtual ~StatusItem() = default;
+
+    /// Whether a panel shows it now.
+    [[nodiscard]] virtual bool isShown() const = 0;
+
+    /// Where it is shown, in points in the screen space; nothing where the panel does not say.
+    [[nodiscard]] virtual std::optional<corvid::CGRect> frame() const = 0;
+
+    virtual void setImage(const Image& image) = 0;
+
+    /// Its name for people: tool tip and accessibility label.
+    virtual void setTitle(std::string_view title) = 0;
+
+    /// What a click does. The action may drop the item.
+    virtual void setAction(Action action) = 0;
+
+    /// The menu of a secondary click; panels that show only menus show it on every click.
+    virtual void setMenu(std::vector<StatusMenuLine> lines) = 0;
+};
+
+/// The panel's place for status items. Main thread only.
+class StatusBar {
+public:
+    StatusBar() = default;
+    StatusBar(const StatusBar&) = delete;
+    StatusBar& operator=(const StatusBar&) = delete;
+    virtual ~StatusBar() = default;
+
+    /// A square item without picture, title and action. The panel keeps the item's place under `autosaveName`. Never
+    /// null: without a panel the item is just not shown.
+    [[nodiscard]] virtual std::unique_ptr<StatusItem> createStatusItem(std::string_view autosaveName) = 0;
+};
+
+} // namespace platform
