@@ -1,4 +1,5 @@
 #include "CorvidKit/Publisher.h"
+#include "Platform/Linux/Log.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProcessInfo.h"
 #include "Platform/Linux/ServiceNotification.h"
@@ -28,7 +29,7 @@ int runResident() {
 
     const auto desktop = platform::x11::Desktop::open(mainLoop);
     if (!desktop) {
-        std::fprintf(stderr, "tessel: %s\n", desktop.error().c_str());
+        platform::linux::logToStandardError(desktop.error());
         return EXIT_FAILURE;
     }
     const auto instance = platform::linux::SingleInstance::acquire((*desktop)->sessionName());
