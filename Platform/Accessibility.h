@@ -58,8 +58,7 @@ private:
 };
 
 /// The value of an attribute. Points are in the accessibility space, sizes in points.
-using AXValue =
-    std::variant<bool, std::string, corvid::CGPoint, corvid::CGSize, AXUIElement, std::vector<AXUIElement>>;
+using AXValue = std::variant<bool, std::string, corvid::CGPoint, corvid::CGSize, AXUIElement, std::vector<AXUIElement>>;
 
 /// The attributes that the logic uses, and what a backend answers.
 namespace AXAttribute {

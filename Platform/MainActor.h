@@ -14,7 +14,6 @@ struct ContinuousClock {
     using rep = duration::rep;
     using period = duration::period;
     using time_point = std::chrono::time_point<ContinuousClock, duration>;
-    static constexpr bool is_steady = true;
 };
 
 using Duration = ContinuousClock::duration;
@@ -46,8 +45,8 @@ public:
     /// The time now. Any thread.
     [[nodiscard]] virtual Instant now() const = 0;
 
-    /// Runs `work` on the main thread in a later turn of the event loop, in the order of posting. Any thread; work
-    /// still waiting when the loop ends is dropped without running.
+    /// Runs `work` in a later turn of the event loop, in the order of posting. Main thread; work still waiting when the
+    /// loop ends is dropped without running.
     virtual void post(Work work) = 0;
 
     /// Runs `work` once on the main thread, not before `deadline` and, where the machine is awake and idle, at most

@@ -34,8 +34,8 @@ public:
     /// Ends the delivery at once, also of a notification that is being posted. An unknown token is ignored.
     void removeObserver(Token token);
 
-    /// Calls the observers of the notification's name in the order in which they were added. An observer added meanwhile
-    /// waits for the next notification.
+    /// Calls the observers of the notification's name in the order in which they were added. An observer added
+    /// meanwhile waits for the next notification.
     void post(const Notification& notification);
 
 private:

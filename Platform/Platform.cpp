@@ -19,8 +19,11 @@ const Platform& current() {
 }
 
 Installation::Installation(const Platform& table)
-    : previous(std::exchange(installed, &table)) {}
+    : previous(std::exchange(installed, &table)) {
+}
 
-Installation::~Installation() { installed = previous; }
+Installation::~Installation() {
+    installed = previous;
+}
 
 } // namespace platform

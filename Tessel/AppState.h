@@ -32,10 +32,12 @@ public:
 
     /// The master switch. Every assignment is stored and acted upon, also of the same value.
     [[nodiscard]] bool isEnabled() const { return enabled; }
+
     void setEnabled(bool value);
 
     /// Actions by bundle identifier. Every assignment is stored (but for a preview's), also of the same value.
     [[nodiscard]] const Prefs::Rules& rules() const { return currentRules; }
+
     void setRules(Prefs::Rules value);
 
     /// Adds, changes or (with nothing) removes one rule.

@@ -1,0 +1,167 @@
+#include "Platform/Linux/MainLoop.h"
+
+#include "Platform/Linux/Log.h"
+
+#include <sys/epoll.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <ctime>
+#include <string>
+#include <system_error>
+#include <utility>
+
+namespace platform::linux {
+
+namespace {
+
+using Microseconds = std::chrono::duration<std::uint64_t, std::micro>;
+
+/// Without an event loop there is nothing to go on with, and nobody to tell but the log.
+void require(int result, const char* what) {
+    if (result < 0) {
+        const std::string reason = std::generic_category().message(-result);
+        logToStandardError(std::string(what) + ": " + reason);
+        std::abort();
+    }
+}
+
+} // namespace
+
+class MainLoop::Timer final : public ScheduledWork {
+public:
+    Timer(sd_event* loop, Instant deadline, Duration tolerance, Work work)
+        : work(std::move(work)) {
+        const auto time = std::chrono::ceil<Microseconds>(std::max(deadline.time_since_epoch(), Duration::zero()));
+        // An accuracy of zero means the library's default, a quarter of a second.
+        const auto accuracy = std::max(std::chrono::floor<Microseconds>(tolerance), Microseconds{1});
+        sd_event_source* raw = nullptr;
+        require(sd_event_add_time(loop, &raw, CLOCK_BOOTTIME, time.count(), accuracy.count(), &Timer::fire, this),
+                "cannot set a timer");
+        source.reset(raw);
+    }
+
+private:
+    static int fire(sd_event_source* /*source*/, std::uint64_t /*time*/, void* data) {
+        // Moved out first: the work may drop this timer.
+        Work work = std::move(static_cast<Timer*>(data)->work);
+        work();
+        return 0;
+    }
+
+    Work work;
+    Source source;
+};
+
+class MainLoop::Watch final : public DescriptorWatch {
+public:
+    Watch(sd_event* loop, int descriptor, std::function<bool()> prepareFunction, std::function<void()> serveFunction)
+        : prepare(std::move(prepareFunction))
+        , serve(std::move(serveFunction)) {
+        sd_event_source* raw = nullptr;
+        require(sd_event_add_io(loop, &raw, descriptor, EPOLLIN, &Watch::readable, this), "cannot watch a descriptor");
+        readableSource.reset(raw);
+        require(sd_event_source_set_prepare(raw, &Watch::beforeWaiting), "cannot watch a descriptor");
+        require(sd_event_add_defer(loop, &raw, &Watch::pending, this), "cannot watch a descriptor");
+        pendingSource.reset(raw);
+        sd_event_source_set_enabled(raw, SD_EVENT_OFF);
+    }
+
+private:
+    static int readable(sd_event_source* /*source*/, int /*descriptor*/, std::uint32_t /*events*/, void* data) {
+        static_cast<Watch*>(data)->serve();
+        return 0;
+    }
+
+    static int beforeWaiting(sd_event_source* /*source*/, void* data) {
+        auto* watch = static_cast<Watch*>(data);
+        if (watch->prepare()) {
+            sd_event_source_set_enabled(watch->pendingSource.get(), SD_EVENT_ONESHOT);
+        }
+        return 0;
+    }
+
+    static int pending(sd_event_source* /*source*/, void* data) {
+        static_cast<Watch*>(data)->serve();
+        return 0;
+    }
+
+    std::function<bool()> prepare;
+    std::function<void()> serve;
+    Source readableSource;
+    Source pendingSource;
+};
+
+MainLoop::MainLoop() {
+    sd_event* rawLoop = nullptr;
+    require(sd_event_new(&rawLoop), "cannot make an event loop");
+    loop.reset(rawLoop);
+    const auto drain = [](sd_event_source* /*source*/, void* data) {
+        static_cast<MainLoop*>(data)->runPosted();
+        return 0;
+    };
+    sd_event_source* rawSource = nullptr;
+    require(sd_event_add_defer(rawLoop, &rawSource, drain, this), "cannot make an event loop");
+    postedSource.reset(rawSource);
+    sd_event_source_set_enabled(rawSource, SD_EVENT_OFF);
+}
+
+MainLoop::~MainLoop() = default;
+
+int MainLoop::run() {
+    const int status = sd_event_loop(loop.get());
+    return status < 0 ? 1 : status;
+}
+
+void MainLoop::end(int status) {
+    int given = 0;
+    if (sd_event_get_exit_code(loop.get(), &given) < 0) {
+        sd_event_exit(loop.get(), status);
+    }
+}
+
+void MainLoop::endOnTerminationSignals() {
+    for (const int signal : {SIGTERM, SIGINT}) {
+        sigset_t blocked;
+        sigemptyset(&blocked);
+        sigaddset(&blocked, signal);
+        sigprocmask(SIG_BLOCK, &blocked, nullptr);
+        // Without a handler of ours the library ends the loop with the number given here.
+        require(sd_event_add_signal(loop.get(), nullptr, signal, nullptr, nullptr), "cannot listen to signals");
+    }
+}
+
+std::unique_ptr<DescriptorWatch> MainLoop::watch(int descriptor, std::function<bool()> prepare,
+                                                 std::function<void()> serve) {
+    return std::make_unique<Watch>(loop.get(), descriptor, std::move(prepare), std::move(serve));
+}
+
+bool MainLoop::isCurrent() const {
+    return std::this_thread::get_id() == mainThread;
+}
+
+Instant MainLoop::now() const {
+    timespec time{};
+    clock_gettime(CLOCK_BOOTTIME, &time);
+    return Instant(std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec));
+}
+
+void MainLoop::post(Work work) {
+    posted.push_back(std::move(work));
+    sd_event_source_set_enabled(postedSource.get(), SD_EVENT_ONESHOT);
+}
+
+std::unique_ptr<ScheduledWork> MainLoop::schedule(Instant deadline, Duration tolerance, Work work) {
+    return std::make_unique<Timer>(loop.get(), deadline, tolerance, std::move(work));
+}
+
+void MainLoop::runPosted() {
+    // What is posted meanwhile belongs to the next turn.
+    std::deque<Work> present = std::exchange(posted, {});
+    for (Work& work : present) {
+        work();
+    }
+}
+
+} // namespace platform::linux

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "Platform/MainActor.h"
+
+#include <systemd/sd-event.h>
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <thread>
+
+namespace platform::linux {
+
+/// A descriptor that the loop listens to. Dropping it ends that.
+class DescriptorWatch {
+public:
+    DescriptorWatch() = default;
+    DescriptorWatch(const DescriptorWatch&) = delete;
+    DescriptorWatch& operator=(const DescriptorWatch&) = delete;
+    virtual ~DescriptorWatch() = default;
+};
+
+/// The main thread's event loop over sd-event, made on that thread.
+///
+/// Timers run on CLOCK_BOOTTIME, which counts on while the machine sleeps; their accuracy is the tolerance that was
+/// asked for, so that the kernel wakes the process for several at once.
+class MainLoop final : public MainActor {
+public:
+    MainLoop();
+    MainLoop(const MainLoop&) = delete;
+    MainLoop& operator=(const MainLoop&) = delete;
+    ~MainLoop() override;
+
+    /// Runs until `end`; gives the status that it was given. A loop that cannot go on ends with status 1.
+    [[nodiscard]] int run();
+
+    /// Ends `run` after the present turn. The first status given counts.
+    void end(int status);
+
+    /// Ends the loop with status 0 on SIGTERM and SIGINT.
+    void endOnTerminationSignals();
+
+    /// Calls `prepare` before every time that the loop is about to wait, and `serve` when the descriptor is readable or
+    /// when `prepare` said that there is something to serve already. The watch must not outlive the loop.
+    [[nodiscard]] std::unique_ptr<DescriptorWatch> watch(int descriptor, std::function<bool()> prepare,
+                                                         std::function<void()> serve);
+
+    /// The loop's own descriptor, for hanging it into another loop.
+    [[nodiscard]] sd_event* handle() const { return loop.get(); }
+
+    [[nodiscard]] bool isCurrent() const override;
+    [[nodiscard]] Instant now() const override;
+    void post(Work work) override;
+    [[nodiscard]] std::unique_ptr<ScheduledWork> schedule(Instant deadline, Duration tolerance, Work work) override;
+
+private:
+    struct Unreference {
+        void operator()(sd_event* event) const { sd_event_unref(event); }
+
+        void operator()(sd_event_source* source) const { sd_event_source_disable_unref(source); }
+    };
+
+    using Source = std::unique_ptr<sd_event_source, Unreference>;
+
+    class Timer;
+    class Watch;
+
+    void runPosted();
+
+    std::unique_ptr<sd_event, Unreference> loop;
+    Source postedSource;
+    std::deque<Work> posted;
+    std::thread::id mainThread = std::this_thread::get_id();
+};
+
+} // namespace platform::linux

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Platform/ProcessInfo.h"
+
+namespace platform::linux {
+
+/// This process as the kernel knows it.
+class ProcessInfo final : public platform::ProcessInfo {
+public:
+    [[nodiscard]] ProcessIdentifier processIdentifier() const override;
+};
+
+} // namespace platform::linux

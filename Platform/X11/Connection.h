@@ -1,0 +1,125 @@
+#pragma once
+
+#include "Platform/MainActor.h"
+#include "Platform/X11/Atoms.h"
+#include "Platform/X11/Reply.h"
+
+#include <xcb/xcb.h>
+
+#include <chrono>
+#include <deque>
+#include <expected>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform::x11 {
+
+/// The whole of what may be waited for in one turn of the event loop.
+inline constexpr std::chrono::milliseconds turnBudget{250};
+
+/// One connection to an X server: requests, replies within a time limit, and the events that came meanwhile.
+///
+/// Main thread only. No wait here is unbounded: a server that is held by somebody else (XGrabServer) must not hold the
+/// main thread. A reply that did not come in time reads as absent and is thrown away when it comes.
+class Connection {
+public:
+    /// Connects to `display` (empty: the environment's DISPLAY). The error is a sentence for the user.
+    [[nodiscard]] static std::expected<Connection, std::string> open(const std::string& display);
+
+    Connection(Connection&&) noexcept = default;
+    Connection& operator=(Connection&&) noexcept = default;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+    ~Connection() = default;
+
+    [[nodiscard]] xcb_connection_t* raw() const { return connection.get(); }
+
+    [[nodiscard]] xcb_window_t root() const { return screen->root; }
+
+    [[nodiscard]] const xcb_screen_t& screenSetup() const { return *screen; }
+
+    [[nodiscard]] int screenNumber() const { return number; }
+
+    [[nodiscard]] const AtomTable& atomTable() const { return atoms; }
+
+    [[nodiscard]] xcb_atom_t atom(Atom name) const { return atoms[name]; }
+
+    /// The connection's descriptor; readable when the server has sent something.
+    [[nodiscard]] int descriptor() const { return xcb_get_file_descriptor(connection.get()); }
+
+    /// Whether the server is gone.
+    [[nodiscard]] bool isBroken() const { return xcb_connection_has_error(connection.get()) != 0; }
+
+    void flush() { xcb_flush(connection.get()); }
+
+    /// Starts a new time limit of `turnBudget`. Called at the beginning of every turn of the event loop; the limit
+    /// begins to run with the turn's first wait, so that a turn that waits for nothing costs no clock reading.
+    void beginTurn() { deadline.reset(); }
+
+    /// Whether the turn's time is used up.
+    [[nodiscard]] bool isExhausted();
+
+    /// The reply to a request, or null where it failed or did not come within the turn's time.
+    template <typename Reply, typename Cookie>
+    [[nodiscard]] Owned<Reply> reply(Cookie cookie) {
+        return Owned<Reply>(static_cast<Reply*>(waitForReply(cookie.sequence)));
+    }
+
+    /// Whether a checked request without a reply succeeded.
+    [[nodiscard]] bool succeeded(xcb_void_cookie_t cookie);
+
+    /// The same for several, for the price of one wait; true only if all did.
+    [[nodiscard]] bool succeeded(const std::vector<xcb_void_cookie_t>& cookies);
+
+    /// The next event that has come, or null. Does not wait.
+    [[nodiscard]] Owned<xcb_generic_event_t> nextEvent();
+
+    /// Whether `nextEvent` would give one without reading from the server.
+    [[nodiscard]] bool hasPendingEvents();
+
+    /// Waits for an event that `matches`, at most until `limit` and the end of the turn's time, and takes it; false if
+    /// none came. Events that do not match are kept for `nextEvent`.
+    template <typename Predicate>
+    [[nodiscard]] bool waitForEvent(Instant limit, Predicate matches) {
+        std::size_t seen = 0;
+        for (;;) {
+            for (; seen < kept.size(); ++seen) {
+                if (matches(*kept[seen])) {
+                    kept.erase(kept.begin() + static_cast<std::ptrdiff_t>(seen));
+                    return true;
+                }
+            }
+            if (!keepArrivedEvents() && !waitUntilReadable(limit)) {
+                return false;
+            }
+        }
+    }
+
+    /// The time on the clock that counts on while the machine sleeps.
+    [[nodiscard]] static Instant now();
+
+    /// The end of the turn's time.
+    [[nodiscard]] Instant turnEnd();
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t* raw) const { xcb_disconnect(raw); }
+    };
+
+    Connection(xcb_connection_t* raw, int screenNumber);
+
+    [[nodiscard]] bool internAtoms();
+    [[nodiscard]] void* waitForReply(unsigned sequence);
+    [[nodiscard]] bool waitUntilReadable(Instant limit);
+    bool keepArrivedEvents();
+
+    std::unique_ptr<xcb_connection_t, Disconnect> connection;
+    int number = 0;
+    const xcb_screen_t* screen = nullptr;
+    AtomTable atoms;
+    std::deque<Owned<xcb_generic_event_t>> kept;
+    std::optional<Instant> deadline;
+};
+
+} // namespace platform::x11

@@ -1,0 +1,146 @@
+#include "Platform/X11/Desktop.h"
+
+#include "Platform/Linux/Log.h"
+#include "Platform/X11/Event.h"
+#include "Platform/X11/XkbProtocol.h"
+
+#include <xcb/randr.h>
+#include <xcb/res.h>
+#include <xcb/xinput.h>
+
+#include <cstdlib>
+#include <utility>
+
+namespace platform::x11 {
+
+namespace {
+
+// A new keyboard or layout comes as a burst of notices; one reading after the burst serves them all.
+constexpr std::chrono::milliseconds keyboardCalm{50};
+// A window manager announces itself before it has taken its own keys.
+constexpr std::chrono::milliseconds windowManagerCalm{500};
+constexpr std::chrono::milliseconds leeway{10};
+
+/// Asks for all extensions at once, so that the first use of each need not wait.
+void prefetchExtensions(Connection& connection) {
+    for (xcb_extension_t* extension : {&xcb_xkb_id, &xcb_randr_id, &xcb_res_id, &xcb_input_id}) {
+        xcb_prefetch_extension_data(connection.raw(), extension);
+    }
+}
+
+} // namespace
+
+std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLoop& mainLoop) {
+    const char* display = std::getenv("DISPLAY");
+    if (display == nullptr || *display == '\0') {
+        return std::unexpected("there is no X display to work on (DISPLAY is not set)");
+    }
+    auto connection = Connection::open(display);
+    if (!connection) {
+        return std::unexpected("cannot use the X display " + std::string(display) + ": " + connection.error());
+    }
+    prefetchExtensions(*connection);
+    if (!prepareKeyboard(*connection)) {
+        return std::unexpected("cannot use the X display " + std::string(display) +
+                               ": it lacks the XKEYBOARD extension");
+    }
+    return std::make_unique<Desktop>(mainLoop, *std::move(connection));
+}
+
+Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened)
+    : mainLoop(mainLoop)
+    , connection(std::move(opened))
+    , windows(connection, turn, placement, [this] { return askForTrust(); }) {
+    const std::uint32_t rootEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(connection.raw(), connection.root(), XCB_CW_EVENT_MASK, &rootEvents);
+    keyboardEvent = xcb_get_extension_data(connection.raw(), &xcb_xkb_id)->first_event;
+    watch = mainLoop.watch(connection.descriptor(), [this] { return finishTurn(); }, [this] { serveEvents(); });
+}
+
+std::string Desktop::sessionName() const {
+    char* host = nullptr;
+    int display = 0;
+    int screen = 0;
+    if (xcb_parse_display(nullptr, &host, &display, &screen) == 0) {
+        return {};
+    }
+    const Owned<char> owned(host);
+    return std::string(host) + ":" + std::to_string(display) + "." + std::to_string(screen);
+}
+
+bool Desktop::finishTurn() {
+    placement.send();
+    turn.begin();
+    if (guessIsStale) {
+        guessIsStale = false;
+        turn.renewGuess();
+        turn.begin();
+    }
+    connection.flush();
+    // A broken connection is served as well: that is how the loop comes to know of it.
+    return connection.hasPendingEvents() || connection.isBroken();
+}
+
+void Desktop::serveEvents() {
+    while (const Owned<xcb_generic_event_t> event = connection.nextEvent()) {
+        turn.begin();
+        handle(*event);
+        placement.send();
+    }
+    if (connection.isBroken()) {
+        linux::logToStandardError("the X server is gone");
+        mainLoop.end(EXIT_FAILURE);
+    }
+}
+
+void Desktop::handle(const xcb_generic_event_t& event) {
+    const std::uint8_t kind = eventKind(event);
+    if (const auto* press = eventAs<xcb_key_press_event_t>(event, XCB_KEY_PRESS)) {
+        hotKeys.handlePress(*press);
+    } else if (const auto* release = eventAs<xcb_key_release_event_t>(event, XCB_KEY_RELEASE)) {
+        hotKeys.handleRelease(*release);
+    } else if (const auto* change = eventAs<xcb_property_notify_event_t>(event, XCB_PROPERTY_NOTIFY)) {
+        handlePropertyChange(*change);
+    } else if (kind == XCB_MAPPING_NOTIFY || kind == keyboardEvent) {
+        followKeyboardSoon();
+    }
+}
+
+void Desktop::handlePropertyChange(const xcb_property_notify_event_t& event) {
+    if (event.window != connection.root()) {
+        return;
+    }
+    const auto is = [&](Atom atom) { return event.atom == connection.atom(atom); };
+    if (is(Atom::netActiveWindow) || is(Atom::netClientList) || is(Atom::netCurrentDesktop)) {
+        guessIsStale = true;
+    } else if (is(Atom::netSupportingWmCheck)) {
+        renewGrabsSoon();
+    }
+}
+
+void Desktop::followKeyboardSoon() {
+    if (!keyboardFollow) {
+        keyboardFollow = mainLoop.schedule(mainLoop.now() + keyboardCalm, leeway, [this] {
+            keyboardFollow.reset();
+            hotKeys.followKeyboard();
+        });
+    }
+}
+
+void Desktop::renewGrabsSoon() {
+    // Begun anew with every notice: what counts is that the window manager has come to rest.
+    grabRenewal = mainLoop.schedule(mainLoop.now() + windowManagerCalm, leeway, [this] {
+        grabRenewal.reset();
+        hotKeys.renew();
+    });
+}
+
+bool Desktop::askForTrust() {
+    const WindowManager manager = readWindowManager(connection);
+    placement.setWindowManager(manager);
+    // Grabs that another program took over are made known by a moment without trust: everything is then registered
+    // anew, and what is still held by somebody else is found to be so.
+    return manager.supportsPlacement && !hotKeys.takeLoss();
+}
+
+} // namespace platform::x11

@@ -1,0 +1,31 @@
+#include "Platform/X11/Fence.h"
+
+#include "Platform/X11/Event.h"
+
+namespace platform::x11 {
+
+Fence::Fence(Connection& connection)
+    : connection(connection)
+    , window(xcb_generate_id(connection.raw())) {
+    const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_create_window(connection.raw(), XCB_COPY_FROM_PARENT, window, connection.root(), -1, -1, width, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
+}
+
+Fence::~Fence() {
+    xcb_destroy_window(connection.raw(), window);
+}
+
+bool Fence::wait() {
+    // Another width each time, so that the late answer to an abandoned wait is not taken for this one's.
+    constexpr std::uint16_t widest = 1000;
+    width = width < widest ? static_cast<std::uint16_t>(width + 1) : std::uint16_t{1};
+    const std::uint32_t value = width;
+    xcb_configure_window(connection.raw(), window, XCB_CONFIG_WINDOW_WIDTH, &value);
+    return connection.waitForEvent(connection.turnEnd(), [this](const xcb_generic_event_t& event) {
+        const auto* configured = eventAs<xcb_configure_notify_event_t>(event, XCB_CONFIGURE_NOTIFY);
+        return configured != nullptr && configured->window == window && configured->width == width;
+    });
+}
+
+} // namespace platform::x11

@@ -1,0 +1,63 @@
+#include "Platform/X11/FrameGeometry.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform::x11 {
+
+namespace {
+
+constexpr std::uint32_t gravityNorthWest = 1;
+constexpr std::uint32_t hasX = 1U << 8U;
+constexpr std::uint32_t hasY = 1U << 9U;
+constexpr std::uint32_t hasWidth = 1U << 10U;
+constexpr std::uint32_t hasHeight = 1U << 11U;
+constexpr std::uint32_t sourceIsPager = 2U << 12U;
+
+// Positions and sizes are 16-bit in the core protocol.
+constexpr double largestCoordinate = 32767;
+
+std::int32_t pixel(double value) {
+    return static_cast<std::int32_t>(std::lround(std::clamp(value, -largestCoordinate, largestCoordinate)));
+}
+
+std::uint32_t pixelCount(double value) {
+    return static_cast<std::uint32_t>(std::lround(std::clamp(value, 1.0, largestCoordinate)));
+}
+
+} // namespace
+
+corvid::CGRect visibleRectangle(const FrameGeometry& geometry) {
+    const auto& [client, decoration, shadow] = geometry;
+    return {{client.origin.x - decoration.left + shadow.left, client.origin.y - decoration.top + shadow.top},
+            {client.size.width + decoration.left + decoration.right - shadow.left - shadow.right,
+             client.size.height + decoration.top + decoration.bottom - shadow.top - shadow.bottom}};
+}
+
+bool isFulfilled(const PlacementRequest& request, const corvid::CGRect& visible) {
+    const bool isInPlace = !request.position || (pixel(request.position->x) == pixel(visible.origin.x) &&
+                                                 pixel(request.position->y) == pixel(visible.origin.y));
+    const bool isOfSize = !request.size || (pixelCount(request.size->width) == pixelCount(visible.size.width) &&
+                                            pixelCount(request.size->height) == pixelCount(visible.size.height));
+    return isInPlace && isOfSize;
+}
+
+MoveResizeMessage moveResizeMessage(const FrameGeometry& present, const PlacementRequest& request) {
+    const auto& [client, decoration, shadow] = present;
+    MoveResizeMessage message{.flags = gravityNorthWest | sourceIsPager};
+    if (request.position) {
+        message.flags |= hasX | hasY;
+        message.x = pixel(request.position->x - shadow.left);
+        message.y = pixel(request.position->y - shadow.top);
+    }
+    if (request.size) {
+        message.flags |= hasWidth | hasHeight;
+        message.width =
+            pixelCount(request.size->width - decoration.left - decoration.right + shadow.left + shadow.right);
+        message.height =
+            pixelCount(request.size->height - decoration.top - decoration.bottom + shadow.top + shadow.bottom);
+    }
+    return message;
+}
+
+} // namespace platform::x11

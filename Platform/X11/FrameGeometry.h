@@ -1,0 +1,66 @@
+#pragma once
+
+#include "CorvidKitCore/Geometry.h"
+
+#include <cstdint>
+#include <optional>
+
+/// The arithmetic between a client window, its decoration and its shadow. All rectangles are in root coordinates: the
+/// server's pixels, origin at the top-left corner of the root window, y down.
+namespace platform::x11 {
+
+/// Widths of a border, in pixels, in the order of the properties that carry them (left, right, top, bottom).
+struct Extents {
+    std::int32_t left = 0;
+    std::int32_t right = 0;
+    std::int32_t top = 0;
+    std::int32_t bottom = 0;
+
+    friend bool operator==(const Extents&, const Extents&) = default;
+};
+
+/// A client window with what surrounds it.
+struct FrameGeometry {
+    /// The client's own rectangle.
+    corvid::CGRect client;
+    /// What the window manager drew around the client: `_NET_FRAME_EXTENTS` (EWMH, Application Window Properties).
+    Extents decoration;
+    /// What the client drew around its window as a shadow: `_GTK_FRAME_EXTENTS`.
+    Extents shadow;
+
+    friend bool operator==(const FrameGeometry&, const FrameGeometry&) = default;
+};
+
+/// The rectangle that a person takes for the window: decoration in, shadow out.
+[[nodiscard]] corvid::CGRect visibleRectangle(const FrameGeometry& geometry);
+
+/// What a request asks for; an absent part is left as it is.
+struct PlacementRequest {
+    std::optional<corvid::CGPoint> position;
+    std::optional<corvid::CGSize> size;
+
+    [[nodiscard]] bool isEmpty() const { return !position && !size; }
+
+    friend bool operator==(const PlacementRequest&, const PlacementRequest&) = default;
+};
+
+/// Whether a visible rectangle is what is asked for, to the pixel.
+[[nodiscard]] bool isFulfilled(const PlacementRequest& request, const corvid::CGRect& visible);
+
+/// The data of a `_NET_MOVERESIZE_WINDOW` message (EWMH, Root Window Messages).
+struct MoveResizeMessage {
+    std::uint32_t flags = 0;
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+
+    friend bool operator==(const MoveResizeMessage&, const MoveResizeMessage&) = default;
+};
+
+/// The message that makes a window's visible rectangle what is asked for, given its present extents. Gravity is always
+/// NorthWest, so that x and y name the outer corner whatever gravity the client has set. Values are rounded to whole
+/// pixels and kept inside what the protocol can carry; a size is at least one pixel.
+[[nodiscard]] MoveResizeMessage moveResizeMessage(const FrameGeometry& present, const PlacementRequest& request);
+
+} // namespace platform::x11

@@ -1,0 +1,199 @@
+#include "Platform/X11/HotKeys.h"
+
+#include "Platform/X11/KeyPositions.h"
+
+#include <xcb/xinput.h>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace platform::x11 {
+
+namespace {
+
+/// A press that found its hot key.
+class Press final : public HotKeyEvent {
+public:
+    explicit Press(EventHotKeyID name)
+        : name(name) {}
+
+    [[nodiscard]] std::expected<EventHotKeyID, OSStatus> directObject() const override { return name; }
+
+private:
+    EventHotKeyID name;
+};
+
+} // namespace
+
+HotKeys::HotKeys(Connection& connection)
+    : connection(connection) {
+}
+
+HotKeys::~HotKeys() {
+    releaseAll();
+    connection.flush();
+}
+
+OSStatus HotKeys::installHandler(HotKeyEventHandler newHandler, void* userData) {
+    handler = newHandler;
+    handlerData = userData;
+    return noErr;
+}
+
+HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID name) {
+    const auto grab = grabFor(keyCode, modifiers);
+    if (!grab) {
+        return {.status = eventHotKeyInvalidErr, .reference = std::nullopt};
+    }
+    const bool isOurs =
+        std::ranges::any_of(registrations, [&](const auto& entry) { return entry.second.grab == grab; });
+    const OSStatus status = isOurs ? eventHotKeyExistsErr : establish(*grab);
+    if (status != noErr) {
+        return {.status = status, .reference = std::nullopt};
+    }
+    registrations.emplace(++lastReference,
+                          Registered{.keyCode = keyCode, .modifiers = modifiers, .name = name, .grab = grab});
+    return {.status = noErr, .reference = EventHotKeyRef{lastReference}};
+}
+
+void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
+    const auto found = registrations.find(reference.value);
+    if (found == registrations.end()) {
+        return;
+    }
+    if (found->second.grab) {
+        release(*found->second.grab);
+        connection.flush();
+    }
+    registrations.erase(found);
+}
+
+void HotKeys::handlePress(const xcb_key_press_event_t& event) {
+    // A key that is held repeats its press without a release between.
+    if (heldKey == event.detail) {
+        return;
+    }
+    heldKey = event.detail;
+    if (!keyboard || handler == nullptr) {
+        return;
+    }
+    constexpr unsigned keyModifiers = 0xff;
+    const Grab pressed{event.detail,
+                       static_cast<std::uint16_t>(event.state & keyModifiers & ~unsigned{keyboard->lockModifiers})};
+    const auto found =
+        std::ranges::find_if(registrations, [&](const auto& entry) { return entry.second.grab == pressed; });
+    if (found != registrations.end()) {
+        const Press press(found->second.name);
+        handler(nullptr, &press, handlerData);
+    }
+}
+
+void HotKeys::handleRelease(const xcb_key_release_event_t& event) {
+    if (heldKey == event.detail) {
+        heldKey.reset();
+    }
+}
+
+void HotKeys::followKeyboard() {
+    auto present = readKeyboardMap(connection);
+    if (!present || present == keyboard) {
+        return;
+    }
+    releaseAll();
+    keyboard = std::move(present);
+    renew();
+}
+
+void HotKeys::renew() {
+    for (auto& [reference, registered] : registrations) {
+        const auto former = registered.grab;
+        if (former) {
+            release(*former);
+        }
+        registered.grab = grabFor(registered.keyCode, registered.modifiers);
+        if (registered.grab && establish(*registered.grab) != noErr) {
+            registered.grab.reset();
+            grabWasLost = true;
+        }
+    }
+    connection.flush();
+}
+
+bool HotKeys::takeLoss() {
+    return std::exchange(grabWasLost, false);
+}
+
+const KeyboardMap* HotKeys::keyboardMap() {
+    if (!keyboard) {
+        keyboard = readKeyboardMap(connection);
+    }
+    return keyboard ? &*keyboard : nullptr;
+}
+
+std::optional<HotKeys::Grab> HotKeys::grabFor(std::uint32_t keyCode, std::uint32_t modifiers) {
+    const KeyboardMap* map = keyboardMap();
+    const auto name = xkbKeyName(keyCode);
+    if (map == nullptr || !name) {
+        return std::nullopt;
+    }
+    const auto key = map->keyCodes.find(*name);
+    return key == map->keyCodes.end() ? std::nullopt : std::optional(Grab{key->second, coreModifiers(*map, modifiers)});
+}
+
+OSStatus HotKeys::establish(const Grab& grab) {
+    if (isHeldThroughExtension(grab)) {
+        return eventHotKeyExistsErr;
+    }
+    std::vector<xcb_void_cookie_t> cookies;
+    for (const std::uint16_t locks : lockVariants(keyboard->lockModifiers)) {
+        cookies.push_back(xcb_grab_key_checked(connection.raw(), 0, connection.root(),
+                                               static_cast<std::uint16_t>(grab.modifiers | locks), grab.keyCode,
+                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    }
+    if (!connection.succeeded(cookies)) {
+        release(grab);
+        connection.flush();
+        return eventHotKeyExistsErr;
+    }
+    return noErr;
+}
+
+bool HotKeys::isHeldThroughExtension(const Grab& grab) {
+    const auto* extension = xcb_get_extension_data(connection.raw(), &xcb_input_id);
+    if (extension == nullptr || extension->present == 0) {
+        return false;
+    }
+    std::vector<std::uint32_t> modifiers;
+    for (const std::uint16_t locks : lockVariants(keyboard->lockModifiers)) {
+        modifiers.push_back(static_cast<std::uint32_t>(grab.modifiers | locks));
+    }
+    constexpr std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
+    const auto count = static_cast<std::uint16_t>(modifiers.size());
+    const auto request = xcb_input_xi_passive_grab_device(
+        connection.raw(), XCB_CURRENT_TIME, connection.root(), XCB_CURSOR_NONE, grab.keyCode,
+        XCB_INPUT_DEVICE_ALL_MASTER, count, 1, XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC,
+        XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, &mask, modifiers.data());
+    xcb_input_xi_passive_ungrab_device(connection.raw(), connection.root(), grab.keyCode, XCB_INPUT_DEVICE_ALL_MASTER,
+                                       count, XCB_INPUT_GRAB_TYPE_KEYCODE, modifiers.data());
+    const auto refused = connection.reply<xcb_input_xi_passive_grab_device_reply_t>(request);
+    return refused && refused->num_modifiers > 0;
+}
+
+void HotKeys::release(const Grab& grab) {
+    for (const std::uint16_t locks : lockVariants(keyboard->lockModifiers)) {
+        xcb_ungrab_key(connection.raw(), grab.keyCode, connection.root(),
+                       static_cast<std::uint16_t>(grab.modifiers | locks));
+    }
+}
+
+void HotKeys::releaseAll() {
+    for (auto& [reference, registered] : registrations) {
+        if (registered.grab) {
+            release(*registered.grab);
+            registered.grab.reset();
+        }
+    }
+}
+
+} // namespace platform::x11

@@ -1,0 +1,164 @@
+#include "Platform/X11/Keyboard.h"
+
+#include "Platform/X11/XkbProtocol.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace platform::x11 {
+
+namespace {
+
+// Keysyms of the keys whose modifiers are looked for (X11 protocol, appendix A).
+constexpr xcb_keysym_t scrollLockSymbol = 0xff14;
+constexpr xcb_keysym_t numLockSymbol = 0xff7f;
+constexpr xcb_keysym_t altLeftSymbol = 0xffe9;
+constexpr xcb_keysym_t superLeftSymbol = 0xffeb;
+
+constexpr std::uint16_t namesWanted = XCB_XKB_NAME_DETAIL_KEY_NAMES | XCB_XKB_NAME_DETAIL_KEY_ALIASES;
+
+std::string keyName(const char* characters) {
+    constexpr std::size_t longest = 4;
+    const std::string_view padded(characters, longest);
+    return std::string(padded.substr(0, padded.find('\0')));
+}
+
+std::map<std::string, xcb_keycode_t, std::less<>> keyCodesByName(const xcb_xkb_get_names_reply_t& names) {
+    xcb_xkb_get_names_value_list_t list{};
+    xcb_xkb_get_names_value_list_unpack(xcb_xkb_get_names_value_list(&names), names.nTypes, names.indicators,
+                                        names.virtualMods, names.groupNames, names.nKeys, names.nKeyAliases,
+                                        names.nRadioGroups, names.which, &list);
+    std::map<std::string, xcb_keycode_t, std::less<>> keyCodes;
+    if ((names.which & XCB_XKB_NAME_DETAIL_KEY_NAMES) != 0) {
+        for (unsigned index = 0; index < names.nKeys; ++index) {
+            std::string name = keyName(list.keyNames[index].name);
+            if (!name.empty()) {
+                keyCodes.emplace(std::move(name), static_cast<xcb_keycode_t>(names.firstKey + index));
+            }
+        }
+    }
+    if ((names.which & XCB_XKB_NAME_DETAIL_KEY_ALIASES) != 0) {
+        for (unsigned index = 0; index < names.nKeyAliases; ++index) {
+            const auto real = keyCodes.find(keyName(list.keyAliases[index].real));
+            if (real != keyCodes.end()) {
+                keyCodes.emplace(keyName(list.keyAliases[index].alias), real->second);
+            }
+        }
+    }
+    return keyCodes;
+}
+
+/// The symbols of each key and the keys of each modifier, as the core protocol gives them.
+class ModifierKeys {
+public:
+    ModifierKeys(const xcb_get_keyboard_mapping_reply_t& symbols, const xcb_get_modifier_mapping_reply_t& modifiers,
+                 xcb_keycode_t firstKeyCode)
+        : symbols(symbols)
+        , modifiers(modifiers)
+        , firstKeyCode(firstKeyCode) {}
+
+    /// The bits of the modifiers that a key with this symbol sets.
+    [[nodiscard]] std::uint16_t maskOf(xcb_keysym_t symbol) const {
+        constexpr unsigned modifierCount = 8;
+        const xcb_keycode_t* keyCodes = xcb_get_modifier_mapping_keycodes(&modifiers);
+        unsigned mask = 0;
+        for (unsigned modifier = 0; modifier < modifierCount; ++modifier) {
+            for (unsigned slot = 0; slot < modifiers.keycodes_per_modifier; ++slot) {
+                if (hasSymbol(keyCodes[modifier * modifiers.keycodes_per_modifier + slot], symbol)) {
+                    mask |= 1U << modifier;
+                }
+            }
+        }
+        return static_cast<std::uint16_t>(mask);
+    }
+
+private:
+    [[nodiscard]] bool hasSymbol(xcb_keycode_t keyCode, xcb_keysym_t symbol) const {
+        const auto available = static_cast<std::size_t>(xcb_get_keyboard_mapping_keysyms_length(&symbols));
+        const std::size_t perKey = symbols.keysyms_per_keycode;
+        if (keyCode < firstKeyCode || (keyCode - firstKeyCode + std::size_t{1}) * perKey > available) {
+            return false;
+        }
+        const xcb_keysym_t* first = xcb_get_keyboard_mapping_keysyms(&symbols) + (keyCode - firstKeyCode) * perKey;
+        return std::find(first, first + perKey, symbol) != first + perKey;
+    }
+
+    const xcb_get_keyboard_mapping_reply_t& symbols;
+    const xcb_get_modifier_mapping_reply_t& modifiers;
+    xcb_keycode_t firstKeyCode;
+};
+
+std::uint16_t orElse(std::uint16_t mask, std::uint16_t usual) {
+    return mask != 0 ? mask : usual;
+}
+
+} // namespace
+
+bool prepareKeyboard(Connection& connection) {
+    xcb_connection_t* raw = connection.raw();
+    const auto* extension = xcb_get_extension_data(raw, &xcb_xkb_id);
+    if (extension == nullptr || extension->present == 0) {
+        return false;
+    }
+    const auto useRequest = xcb_xkb_use_extension(raw, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
+    constexpr std::uint32_t repeatFlag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+    const auto flagsRequest = xcb_xkb_per_client_flags(raw, XCB_XKB_ID_USE_CORE_KBD, repeatFlag, repeatFlag, 0, 0, 0);
+    constexpr std::uint16_t changes = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+    constexpr std::uint16_t mapParts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
+    xcb_xkb_select_events(raw, XCB_XKB_ID_USE_CORE_KBD, changes, 0, changes, mapParts, mapParts, nullptr);
+
+    const auto used = connection.reply<xcb_xkb_use_extension_reply_t>(useRequest);
+    const auto flags = connection.reply<xcb_xkb_per_client_flags_reply_t>(flagsRequest);
+    return used && used->supported != 0 && flags && (flags->value & repeatFlag) != 0;
+}
+
+std::optional<KeyboardMap> readKeyboardMap(Connection& connection) {
+    xcb_connection_t* raw = connection.raw();
+    const xcb_setup_t& setup = *xcb_get_setup(raw);
+    const auto keyCount = static_cast<std::uint8_t>(setup.max_keycode - setup.min_keycode + 1);
+    const auto namesRequest = xcb_xkb_get_names(raw, XCB_XKB_ID_USE_CORE_KBD, namesWanted);
+    const auto symbolsRequest = xcb_get_keyboard_mapping(raw, setup.min_keycode, keyCount);
+    const auto modifiersRequest = xcb_get_modifier_mapping(raw);
+
+    const auto names = connection.reply<xcb_xkb_get_names_reply_t>(namesRequest);
+    const auto symbols = connection.reply<xcb_get_keyboard_mapping_reply_t>(symbolsRequest);
+    const auto modifiers = connection.reply<xcb_get_modifier_mapping_reply_t>(modifiersRequest);
+    if (!names || !symbols || !modifiers) {
+        return std::nullopt;
+    }
+    const ModifierKeys keys(*symbols, *modifiers, setup.min_keycode);
+    return KeyboardMap{
+        .keyCodes = keyCodesByName(*names),
+        .lockModifiers =
+            static_cast<std::uint16_t>(XCB_MOD_MASK_LOCK | keys.maskOf(numLockSymbol) | keys.maskOf(scrollLockSymbol)),
+        .altModifier = orElse(keys.maskOf(altLeftSymbol), XCB_MOD_MASK_1),
+        .superModifier = orElse(keys.maskOf(superLeftSymbol), XCB_MOD_MASK_4),
+    };
+}
+
+std::uint16_t coreModifiers(const KeyboardMap& map, std::uint32_t carbonModifiers) {
+    constexpr std::uint32_t command = 0x100;
+    constexpr std::uint32_t shift = 0x200;
+    constexpr std::uint32_t option = 0x800;
+    constexpr std::uint32_t control = 0x1000;
+    unsigned mask = 0;
+    mask |= (carbonModifiers & command) != 0 ? map.superModifier : 0U;
+    mask |= (carbonModifiers & shift) != 0 ? unsigned{XCB_MOD_MASK_SHIFT} : 0U;
+    mask |= (carbonModifiers & option) != 0 ? map.altModifier : 0U;
+    mask |= (carbonModifiers & control) != 0 ? unsigned{XCB_MOD_MASK_CONTROL} : 0U;
+    return static_cast<std::uint16_t>(mask);
+}
+
+std::vector<std::uint16_t> lockVariants(std::uint16_t lockModifiers) {
+    // Counting through the subsets of a bit mask: the next one is (present - mask) & mask.
+    std::vector<std::uint16_t> variants;
+    unsigned variant = 0;
+    do {
+        variants.push_back(static_cast<std::uint16_t>(variant));
+        variant = (variant - lockModifiers) & lockModifiers;
+    } while (variant != 0);
+    return variants;
+}
+
+} // namespace platform::x11

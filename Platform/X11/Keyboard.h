@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Platform/X11/Connection.h"
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform::x11 {
+
+/// The keyboard's layout of positions and modifiers at one moment.
+struct KeyboardMap {
+    /// XKB key names (four characters at the most, aliases included) to key codes.
+    std::map<std::string, xcb_keycode_t, std::less<>> keyCodes;
+    /// The modifier bits that locks occupy: CapsLock, and NumLock and ScrollLock where they have one.
+    std::uint16_t lockModifiers = XCB_MOD_MASK_LOCK;
+    /// The modifier bits of Alt and Super; the usual ones where the keyboard does not say.
+    std::uint16_t altModifier = XCB_MOD_MASK_1;
+    std::uint16_t superModifier = XCB_MOD_MASK_4;
+
+    friend bool operator==(const KeyboardMap&, const KeyboardMap&) = default;
+};
+
+/// Reads the map: key names through the XKEYBOARD extension, modifiers through the core protocol. Nothing where the
+/// server did not answer within the turn's time. A key that the keyboard lacks is simply not there.
+[[nodiscard]] std::optional<KeyboardMap> readKeyboardMap(Connection& connection);
+
+/// Makes ready what this process needs of the extension: its version, notices of map changes, and that a held key
+/// repeats presses alone, so that a repeat can be told from a new press. False where the server has no XKEYBOARD.
+[[nodiscard]] bool prepareKeyboard(Connection& connection);
+
+/// The core modifier mask for a Carbon one (command 0x100, shift 0x200, option 0x800, control 0x1000): command is Super
+/// and option is Alt.
+[[nodiscard]] std::uint16_t coreModifiers(const KeyboardMap& map, std::uint32_t carbonModifiers);
+
+/// Every combination of the lock modifiers, none of them first.
+[[nodiscard]] std::vector<std::uint16_t> lockVariants(std::uint16_t lockModifiers);
+
+} // namespace platform::x11

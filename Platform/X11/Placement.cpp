@@ -1,0 +1,200 @@
+#include "Platform/X11/Placement.h"
+
+#include "Platform/X11/Event.h"
+#include "Platform/X11/ScopedPropertyWatch.h"
+#include "Platform/X11/SizeHints.h"
+
+#include <algorithm>
+#include <bit>
+#include <chrono>
+#include <utility>
+
+namespace platform::x11 {
+
+namespace {
+
+// How long a client that draws its own shadow is given to draw another one; 8 to 75 ms have been measured.
+constexpr std::chrono::milliseconds shadowPatience{100};
+
+constexpr std::uint32_t stateRemove = 0;
+constexpr std::uint32_t stateAdd = 1;
+constexpr std::uint32_t sourceIsPager = 2;
+
+PlacementRequest wholeRequest(const PlacementRequest& request, const corvid::CGRect& visible) {
+    return {request.position.value_or(visible.origin), request.size.value_or(visible.size)};
+}
+
+bool haveSameExtents(const FrameGeometry& a, const FrameGeometry& b) {
+    return a.decoration == b.decoration && a.shadow == b.shadow;
+}
+
+} // namespace
+
+void Placement::request(xcb_window_t window, const PlacementRequest& part) {
+    if (waiting && waiting->window != window) {
+        send();
+    }
+    if (!waiting) {
+        waiting = Job{.window = window, .request = {}};
+    }
+    if (part.position) {
+        waiting->request.position = part.position;
+    }
+    if (part.size) {
+        waiting->request.size = part.size;
+    }
+}
+
+void Placement::send() {
+    if (waiting) {
+        static_cast<void>(sendJob());
+        connection.flush();
+    }
+}
+
+void Placement::settle(xcb_window_t window) {
+    if (!waiting || waiting->window != window) {
+        return;
+    }
+    const std::optional<Sent> sent = sendJob();
+    if (!sent || !fence.wait()) {
+        return;
+    }
+    untile(*sent);
+    correctForChangedExtents(*sent);
+    awaitShadow(*sent);
+}
+
+std::optional<Placement::Sent> Placement::sendJob() {
+    const Job job = *std::exchange(waiting, std::nullopt);
+    const WindowFacts* facts = turn.window(job.window);
+    if (facts == nullptr || facts->isFullscreen) {
+        return std::nullopt;
+    }
+    Sent sent{.job = job, .before = facts->geometry, .reckoned = facts->geometry, .wasMaximized = facts->isMaximized()};
+    const corvid::CGRect visible = visibleRectangle(facts->geometry);
+    if (isFulfilled(job.request, visible)) {
+        return std::nullopt;
+    }
+    if (sent.wasMaximized) {
+        // Released, the window takes its former size; what is not asked for has to stay as it is, so it is asked for.
+        sent.job.request = wholeRequest(job.request, visible);
+        if (!release(job.window)) {
+            return std::nullopt;
+        }
+        facts = readAgain(job.window);
+        if (facts == nullptr) {
+            return std::nullopt;
+        }
+        sent.reckoned = facts->geometry;
+    }
+    sendMoveResize(job.window, moveResizeMessage(sent.reckoned, sent.job.request));
+    return sent;
+}
+
+bool Placement::release(xcb_window_t window) {
+    changeMaximized(window, stateRemove);
+    return fence.wait();
+}
+
+void Placement::untile(const Sent& sent) {
+    // KWin ignores requests for a window that it has tiled to an edge and tells nobody of the tiling. Maximizing ends
+    // it; so does nothing else.
+    if (windowManager.name != "KWin" || sent.wasMaximized) {
+        return;
+    }
+    const WindowFacts* facts = readAgain(sent.job.window);
+    if (facts == nullptr || facts->geometry != sent.before ||
+        isFulfilled(sent.job.request, visibleRectangle(sent.before))) {
+        return;
+    }
+    const PlacementRequest whole = wholeRequest(sent.job.request, visibleRectangle(sent.before));
+    const MoveResizeMessage wanted = moveResizeMessage(sent.before, whole);
+    const ClientSize allowed =
+        constrainedSize(readSizeHints(connection, sent.job.window), {wanted.width, wanted.height});
+    const PlacementRequest positionAlone{.position = whole.position, .size = std::nullopt};
+    const bool isInPlace = isFulfilled(positionAlone, visibleRectangle(sent.before));
+    const corvid::CGSize present = sent.before.client.size;
+    if (isInPlace &&
+        present == corvid::CGSize{static_cast<double>(allowed.width), static_cast<double>(allowed.height)}) {
+        return;
+    }
+    changeMaximized(sent.job.window, stateAdd);
+    changeMaximized(sent.job.window, stateRemove);
+    if (!fence.wait()) {
+        return;
+    }
+    if (const WindowFacts* released = readAgain(sent.job.window)) {
+        sendMoveResize(sent.job.window, moveResizeMessage(released->geometry, whole));
+        static_cast<void>(fence.wait());
+    }
+}
+
+void Placement::correctForChangedExtents(const Sent& sent) {
+    const WindowFacts* facts = readAgain(sent.job.window);
+    if (facts == nullptr || haveSameExtents(facts->geometry, sent.reckoned) ||
+        isFulfilled(sent.job.request, visibleRectangle(facts->geometry))) {
+        return;
+    }
+    sendMoveResize(sent.job.window, moveResizeMessage(facts->geometry, sent.job.request));
+    static_cast<void>(fence.wait());
+}
+
+void Placement::awaitShadow(const Sent& sent) {
+    const xcb_window_t window = sent.job.window;
+    const WindowFacts* facts = turn.window(window);
+    if (!sent.wasMaximized || !windowManager.supportsClientShadows || facts == nullptr || !facts->drawsOwnDecoration) {
+        return;
+    }
+    const Instant limit = Connection::now() + shadowPatience;
+    const ScopedPropertyWatch watch(connection, window);
+    // Read after the watch began, so that no change falls between.
+    facts = readAgain(window);
+    while (facts != nullptr) {
+        if (!isFulfilled(sent.job.request, visibleRectangle(facts->geometry))) {
+            sendMoveResize(window, moveResizeMessage(facts->geometry, sent.job.request));
+            if (!fence.wait()) {
+                return;
+            }
+            facts = readAgain(window);
+        }
+        if (facts == nullptr || facts->geometry.shadow != sent.before.shadow ||
+            !watch.waitForChange(Atom::gtkFrameExtents, limit)) {
+            return;
+        }
+        facts = readAgain(window);
+    }
+}
+
+const WindowFacts* Placement::readAgain(xcb_window_t window) {
+    turn.forgetWindows();
+    return turn.window(window);
+}
+
+void Placement::sendMoveResize(xcb_window_t window, const MoveResizeMessage& message) {
+    sendToRoot(window, Atom::netMoveResizeWindow,
+               {message.flags, std::bit_cast<std::uint32_t>(message.x), std::bit_cast<std::uint32_t>(message.y),
+                message.width, message.height});
+    turn.forgetWindows();
+}
+
+void Placement::changeMaximized(xcb_window_t window, std::uint32_t action) {
+    sendToRoot(window, Atom::netWmState,
+               {action, connection.atom(Atom::netWmStateMaximizedVert), connection.atom(Atom::netWmStateMaximizedHorz),
+                sourceIsPager, 0});
+    turn.forgetWindows();
+}
+
+void Placement::sendToRoot(xcb_window_t window, Atom type, const std::array<std::uint32_t, 5>& data) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = connection.atom(type);
+    std::ranges::copy(data, message.data.data32);
+    xcb_send_event(connection.raw(), 0, connection.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
+}
+
+} // namespace platform::x11

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "Platform/X11/Fence.h"
+#include "Platform/X11/FrameGeometry.h"
+#include "Platform/X11/Turn.h"
+#include "Platform/X11/WindowManager.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+namespace platform::x11 {
+
+/// Moves and resizes one window at a time through the window manager, and sees to it that it really happens.
+///
+/// Requests of one window gather until they are sent, so that a size, a position and a size again travel as the one
+/// message that they amount to. Rectangles are in root coordinates.
+class Placement {
+public:
+    Placement(Connection& connection, Turn& turn, Fence& fence)
+        : connection(connection)
+        , turn(turn)
+        , fence(fence) {}
+
+    /// Adds to what is asked of a window. Requests of another window that still wait are sent first.
+    void request(xcb_window_t window, const PlacementRequest& part);
+
+    /// Sends what waits, if anything; does not wait for the outcome. A maximized window is released first, which does
+    /// take waiting.
+    void send();
+
+    /// Sends what waits for this window and waits until the window has come to rest. Does nothing where nothing waits.
+    void settle(xcb_window_t window);
+
+    /// Which window manager to deal with, asked anew when it changes.
+    void setWindowManager(WindowManager manager) { windowManager = std::move(manager); }
+
+private:
+    struct Job {
+        xcb_window_t window = XCB_WINDOW_NONE;
+        PlacementRequest request;
+    };
+
+    /// What is known of the window after the message was sent.
+    struct Sent {
+        Job job;
+        FrameGeometry before;
+        /// The geometry whose extents the message was reckoned with.
+        FrameGeometry reckoned;
+        bool wasMaximized = false;
+    };
+
+    [[nodiscard]] std::optional<Sent> sendJob();
+    [[nodiscard]] bool release(xcb_window_t window);
+    void untile(const Sent& sent);
+    void correctForChangedExtents(const Sent& sent);
+    void awaitShadow(const Sent& sent);
+    [[nodiscard]] const WindowFacts* readAgain(xcb_window_t window);
+    void sendMoveResize(xcb_window_t window, const MoveResizeMessage& message);
+    void changeMaximized(xcb_window_t window, std::uint32_t action);
+    void sendToRoot(xcb_window_t window, Atom type, const std::array<std::uint32_t, 5>& data);
+
+    Connection& connection;
+    Turn& turn;
+    Fence& fence;
+    WindowManager windowManager;
+    std::optional<Job> waiting;
+};
+
+} // namespace platform::x11

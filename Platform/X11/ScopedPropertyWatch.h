@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Platform/X11/Connection.h"
+
+namespace platform::x11 {
+
+/// Asks the server to tell of a foreign window's property changes for as long as it lives.
+class ScopedPropertyWatch {
+public:
+    ScopedPropertyWatch(Connection& connection, xcb_window_t window);
+    ScopedPropertyWatch(const ScopedPropertyWatch&) = delete;
+    ScopedPropertyWatch& operator=(const ScopedPropertyWatch&) = delete;
+    ~ScopedPropertyWatch();
+
+    /// Waits for the next change of that property, at most until `limit` and the end of the turn's time.
+    [[nodiscard]] bool waitForChange(Atom property, Instant limit) const;
+
+private:
+    Connection& connection;
+    xcb_window_t window;
+};
+
+} // namespace platform::x11

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Platform/Screens.h"
+#include "Platform/X11/Turn.h"
+
+namespace platform::x11 {
+
+/// The monitors of an X screen, asked for afresh in every turn of the event loop.
+class Screens final : public platform::Screens {
+public:
+    explicit Screens(Turn& turn)
+        : turn(turn) {}
+
+    [[nodiscard]] std::vector<Screen> screens() override;
+
+private:
+    Turn& turn;
+};
+
+} // namespace platform::x11

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Platform/X11/Connection.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace platform::x11 {
+
+/// The sizes that a client is willing to take (ICCCM 4.1.2.3, `WM_NORMAL_HINTS`), in pixels of the client window.
+struct SizeHints {
+    std::uint32_t minimumWidth = 1;
+    std::uint32_t minimumHeight = 1;
+    std::uint32_t maximumWidth = 32767;
+    std::uint32_t maximumHeight = 32767;
+    std::uint32_t baseWidth = 0;
+    std::uint32_t baseHeight = 0;
+    std::uint32_t widthIncrement = 1;
+    std::uint32_t heightIncrement = 1;
+
+    friend bool operator==(const SizeHints&, const SizeHints&) = default;
+};
+
+/// The hints from the property's values; what is missing or makes no sense is as if it had not been set.
+[[nodiscard]] SizeHints sizeHintsFromValues(const std::vector<std::uint32_t>& values);
+
+/// Reads a window's hints; no restriction where it has none.
+[[nodiscard]] SizeHints readSizeHints(Connection& connection, xcb_window_t window);
+
+struct ClientSize {
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+
+    friend bool operator==(const ClientSize&, const ClientSize&) = default;
+};
+
+/// The size that a window manager which keeps to the hints gives a client that asked for `wanted`.
+[[nodiscard]] ClientSize constrainedSize(const SizeHints& hints, ClientSize wanted);
+
+} // namespace platform::x11

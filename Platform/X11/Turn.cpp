@@ -1,0 +1,113 @@
+#include "Platform/X11/Turn.h"
+
+#include <string>
+#include <utility>
+
+namespace platform::x11 {
+
+void Turn::begin() {
+    connection.beginTurn();
+    rootFacts.reset();
+    space.reset();
+    windows.clear();
+}
+
+const RootFacts* Turn::root() {
+    if (rootFacts) {
+        return &*rootFacts;
+    }
+    const xcb_atom_t workAreasName = monitorWorkAreasName(guess.currentDesktop);
+    RootFactsRequest rootRequest(connection);
+    WorkSpaceRequest guessedSpaceRequest(connection, guess.clients, workAreasName);
+    std::optional<WindowFactsRequest> guessedWindowRequest;
+    if (guess.activeWindow != XCB_WINDOW_NONE) {
+        guessedWindowRequest.emplace(connection, guess.activeWindow);
+    }
+
+    rootFacts = rootRequest.read(connection);
+    // Replies come in the order of the requests, so that these are here as well; reading them also throws them away.
+    WorkSpace guessedSpace = guessedSpaceRequest.read(connection, rootFacts.value_or(RootFacts{}));
+    if (guessedWindowRequest) {
+        windows.insert_or_assign(guess.activeWindow, guessedWindowRequest->read(connection));
+    }
+    if (!rootFacts) {
+        return nullptr;
+    }
+    if (guessedWorkSpaceIsRight()) {
+        space = std::move(guessedSpace);
+    }
+    rememberGuess(*rootFacts);
+    return &*rootFacts;
+}
+
+const WindowFacts* Turn::window(xcb_window_t window) {
+    auto found = windows.find(window);
+    if (found == windows.end()) {
+        WindowFactsRequest request(connection, window);
+        found = windows.emplace(window, request.read(connection)).first;
+    }
+    return found->second ? &*found->second : nullptr;
+}
+
+void Turn::readWindows(const std::vector<xcb_window_t>& wanted) {
+    std::vector<std::pair<xcb_window_t, WindowFactsRequest>> requests;
+    for (const xcb_window_t window : wanted) {
+        if (!windows.contains(window)) {
+            requests.emplace_back(window, WindowFactsRequest(connection, window));
+        }
+    }
+    for (auto& [window, request] : requests) {
+        windows.insert_or_assign(window, request.read(connection));
+    }
+}
+
+const WorkSpace* Turn::workSpace() {
+    const RootFacts* facts = root();
+    if (facts == nullptr) {
+        return nullptr;
+    }
+    if (!space) {
+        const xcb_atom_t workAreasName = monitorWorkAreasName(facts->currentDesktop);
+        WorkSpaceRequest request(connection, facts->clients, workAreasName);
+        space = request.read(connection, *facts);
+    }
+    return &*space;
+}
+
+void Turn::renewGuess() {
+    RootFactsRequest request(connection);
+    if (const auto facts = request.read(connection)) {
+        rememberGuess(*facts);
+        static_cast<void>(monitorWorkAreasName(guess.currentDesktop));
+    }
+}
+
+void Turn::rememberGuess(const RootFacts& facts) {
+    guess = {.activeWindow = facts.activeWindow, .clients = facts.clients, .currentDesktop = facts.currentDesktop};
+}
+
+bool Turn::guessedWorkSpaceIsRight() const {
+    return guess.clients == rootFacts->clients && guess.currentDesktop == rootFacts->currentDesktop;
+}
+
+xcb_atom_t Turn::monitorWorkAreasName(std::uint32_t desktop) {
+    const auto known = monitorWorkAreasNames.find(desktop);
+    if (known != monitorWorkAreasNames.end()) {
+        return known->second;
+    }
+    // An unbelievable number must not fill the server with atoms, which are never freed.
+    constexpr std::uint32_t mostDesktops = 256;
+    if (desktop >= mostDesktops) {
+        return XCB_ATOM_NONE;
+    }
+    const std::string name = "_GTK_WORKAREAS_D" + std::to_string(desktop);
+    const auto interned = connection.reply<xcb_intern_atom_reply_t>(
+        xcb_intern_atom(connection.raw(), 0, static_cast<std::uint16_t>(name.size()), name.data()));
+    if (!interned) {
+        return XCB_ATOM_NONE;
+    }
+    monitorWorkAreasNames.emplace(desktop, interned->atom);
+    return interned->atom;
+}
+
+} // namespace platform::x11

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "Platform/X11/RootFacts.h"
+#include "Platform/X11/WindowFacts.h"
+#include "Platform/X11/WorkSpaceRequest.h"
+
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace platform::x11 {
+
+/// What has been read from the server in the present turn of the event loop, so that nothing is asked for twice in a
+/// turn and nothing is remembered beyond it.
+///
+/// One round trip serves a whole press: with the first question goes a guess of the second one, which is for the active
+/// window and the struts of the managed windows as the root named them last. The answer to the first question tells
+/// whether the guess was right; if not, the second question is asked properly.
+class Turn {
+public:
+    explicit Turn(Connection& connection)
+        : connection(connection) {}
+
+    /// Forgets what was read, and starts a new time limit.
+    void begin();
+
+    /// Forgets what was read about windows, because one of them was written to.
+    void forgetWindows() { windows.clear(); }
+
+    /// The root's facts; null where the server did not answer in time.
+    [[nodiscard]] const RootFacts* root();
+
+    /// A window's facts; null where it is gone or the server did not answer in time.
+    [[nodiscard]] const WindowFacts* window(xcb_window_t window);
+
+    /// Reads the facts of several windows in a single round trip, so that `window` need not ask for each.
+    void readWindows(const std::vector<xcb_window_t>& wanted);
+
+    /// Monitors and what takes space from them; null where the server did not answer in time.
+    [[nodiscard]] const WorkSpace* workSpace();
+
+    /// Reads the root again because its active window, client list or desktop changed, so that the next press's guess
+    /// is right.
+    void renewGuess();
+
+private:
+    struct Guess {
+        xcb_window_t activeWindow = XCB_WINDOW_NONE;
+        std::vector<xcb_window_t> clients;
+        std::uint32_t currentDesktop = 0;
+    };
+
+    void rememberGuess(const RootFacts& facts);
+    [[nodiscard]] bool guessedWorkSpaceIsRight() const;
+    [[nodiscard]] xcb_atom_t monitorWorkAreasName(std::uint32_t desktop);
+
+    Connection& connection;
+    std::optional<RootFacts> rootFacts;
+    std::optional<WorkSpace> space;
+    std::map<xcb_window_t, std::optional<WindowFacts>> windows;
+    Guess guess;
+    std::map<std::uint32_t, xcb_atom_t> monitorWorkAreasNames;
+};
+
+} // namespace platform::x11

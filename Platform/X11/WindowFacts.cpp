@@ -1,0 +1,146 @@
+#include "Platform/X11/WindowFacts.h"
+
+#include "Platform/X11/PropertyValue.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+namespace platform::x11 {
+
+namespace {
+
+constexpr std::uint32_t mostAtoms = 64;
+
+// Borders beyond this are no borders but a broken property, and adding them up must stay far from overflow.
+constexpr std::uint32_t widestBorder = 32767;
+
+Extents extents(const std::vector<std::uint32_t>& words) {
+    if (words.size() < 4 || std::ranges::any_of(words, [](std::uint32_t word) { return word > widestBorder; })) {
+        return {};
+    }
+    const auto width = [&words](std::size_t index) { return static_cast<std::int32_t>(words[index]); };
+    return {.left = width(0), .right = width(1), .top = width(2), .bottom = width(3)};
+}
+
+std::optional<WindowKind> kindOfType(const AtomTable& atoms, xcb_atom_t type) {
+    struct KnownType {
+        Atom name;
+        WindowKind kind;
+    };
+
+    static constexpr std::array knownTypes{
+        KnownType{Atom::netWmWindowTypeNormal, WindowKind::standard},
+        KnownType{Atom::netWmWindowTypeDialog, WindowKind::auxiliary},
+        KnownType{Atom::netWmWindowTypeUtility, WindowKind::auxiliary},
+        KnownType{Atom::netWmWindowTypeToolbar, WindowKind::auxiliary},
+        KnownType{Atom::netWmWindowTypeMenu, WindowKind::auxiliary},
+        KnownType{Atom::netWmWindowTypeSplash, WindowKind::auxiliary},
+        KnownType{Atom::netWmWindowTypeDesktop, WindowKind::furniture},
+        KnownType{Atom::netWmWindowTypeDock, WindowKind::furniture},
+        KnownType{Atom::netWmWindowTypeDropdownMenu, WindowKind::furniture},
+        KnownType{Atom::netWmWindowTypePopupMenu, WindowKind::furniture},
+        KnownType{Atom::netWmWindowTypeTooltip, WindowKind::furniture},
+        KnownType{Atom::netWmWindowTypeNotification, WindowKind::furniture},
+        KnownType{Atom::netWmWindowTypeCombo, WindowKind::furniture},
+        KnownType{Atom::netWmWindowTypeDnd, WindowKind::furniture},
+    };
+    const auto* known =
+        std::ranges::find_if(knownTypes, [&](const KnownType& entry) { return atoms[entry.name] == type; });
+    if (type == XCB_ATOM_NONE || known == knownTypes.end()) {
+        return std::nullopt;
+    }
+    return known->kind;
+}
+
+xcb_res_query_client_ids_cookie_t requestOwner(Connection& connection, xcb_window_t window) {
+    const xcb_res_client_id_spec_t specification{.client = window, .mask = XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    return xcb_res_query_client_ids(connection.raw(), 1, &specification);
+}
+
+std::optional<std::uint32_t> localClientProcess(Connection& connection, xcb_res_query_client_ids_cookie_t cookie) {
+    const auto answer = connection.reply<xcb_res_query_client_ids_reply_t>(cookie);
+    if (!answer) {
+        return std::nullopt;
+    }
+    for (auto ids = xcb_res_query_client_ids_ids_iterator(answer.get()); ids.rem > 0;
+         xcb_res_client_id_value_next(&ids)) {
+        const bool isProcess = (ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0;
+        if (isProcess && xcb_res_client_id_value_value_length(ids.data) > 0) {
+            return *xcb_res_client_id_value_value(ids.data);
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+WindowKind windowKind(const AtomTable& atoms, const std::vector<std::uint32_t>& types, bool isTransient) {
+    for (const xcb_atom_t type : types) {
+        if (const auto kind = kindOfType(atoms, type)) {
+            return *kind;
+        }
+    }
+    return isTransient ? WindowKind::auxiliary : WindowKind::standard;
+}
+
+ProcessIdentifier windowOwner(std::optional<std::uint32_t> localClientProcess,
+                              const std::vector<std::uint32_t>& claimed, xcb_window_t window,
+                              std::uint32_t resourceIdentifierMask) {
+    constexpr std::uint32_t largestProcess = 0x7fffffff;
+    if (localClientProcess && *localClientProcess > 0 && *localClientProcess <= largestProcess) {
+        return static_cast<ProcessIdentifier>(*localClientProcess);
+    }
+    if (!claimed.empty() && claimed.front() > 0 && claimed.front() <= largestProcess) {
+        return static_cast<ProcessIdentifier>(claimed.front());
+    }
+    // Resource identifiers use 29 bits, so the base is a positive number and never zero for a client.
+    return -static_cast<ProcessIdentifier>(window & ~resourceIdentifierMask & largestProcess);
+}
+
+WindowFactsRequest::WindowFactsRequest(Connection& connection, xcb_window_t window)
+    : window(window)
+    , geometry(xcb_get_geometry(connection.raw(), window))
+    , origin(xcb_translate_coordinates(connection.raw(), window, connection.root(), 0, 0))
+    , decoration(requestProperty(connection, window, connection.atom(Atom::netFrameExtents), 4))
+    , shadow(requestProperty(connection, window, connection.atom(Atom::gtkFrameExtents), 4))
+    , states(requestProperty(connection, window, connection.atom(Atom::netWmState), mostAtoms))
+    , types(requestProperty(connection, window, connection.atom(Atom::netWmWindowType), mostAtoms))
+    , transientFor(requestProperty(connection, window, XCB_ATOM_WM_TRANSIENT_FOR, 1))
+    , claimedProcess(requestProperty(connection, window, connection.atom(Atom::netWmPid), 1))
+    , owner(requestOwner(connection, window)) {
+}
+
+std::optional<WindowFacts> WindowFactsRequest::read(Connection& connection) {
+    const auto size = connection.reply<xcb_get_geometry_reply_t>(geometry);
+    const auto corner = connection.reply<xcb_translate_coordinates_reply_t>(origin);
+    const auto decorationWords = readWords(connection, decoration);
+    const auto shadowWords = readOptionalWords(connection, shadow);
+    const auto stateWords = readWords(connection, states);
+    const auto typeWords = readWords(connection, types);
+    const auto transientWords = readWords(connection, transientFor);
+    const auto claimedWords = readWords(connection, claimedProcess);
+    const auto ownerProcess = localClientProcess(connection, owner);
+    if (!size || !corner) {
+        return std::nullopt;
+    }
+
+    const auto hasState = [&](Atom state) {
+        return std::ranges::find(stateWords, connection.atom(state)) != stateWords.end();
+    };
+    const bool isTransient = !transientWords.empty() && transientWords.front() != XCB_WINDOW_NONE;
+    return WindowFacts{
+        .geometry = {.client = {{static_cast<double>(corner->dst_x), static_cast<double>(corner->dst_y)},
+                                {static_cast<double>(size->width), static_cast<double>(size->height)}},
+                     .decoration = extents(decorationWords),
+                     .shadow = extents(shadowWords.value_or(std::vector<std::uint32_t>{}))},
+        .drawsOwnDecoration = shadowWords.has_value(),
+        .isMaximizedHorizontally = hasState(Atom::netWmStateMaximizedHorz),
+        .isMaximizedVertically = hasState(Atom::netWmStateMaximizedVert),
+        .isFullscreen = hasState(Atom::netWmStateFullscreen),
+        .kind = windowKind(connection.atomTable(), typeWords, isTransient),
+        .process = windowOwner(ownerProcess, claimedWords, window, xcb_get_setup(connection.raw())->resource_id_mask),
+    };
+}
+
+} // namespace platform::x11
