@@ -10,6 +10,15 @@ from .waiting import Expired, until
 CONFIGURATION = Path(__file__).resolve().parent.parent / "two-monitors.conf"
 
 
+def _identity(path: str) -> tuple[int, int] | None:
+    """What tells a file from another one of the same name made later; inode numbers alone are used again."""
+    try:
+        status = os.stat(path)
+    except FileNotFoundError:
+        return None
+    return (status.st_ino, status.st_mtime_ns)
+
+
 class Server:
     """A running server with the display number that it chose itself."""
 
@@ -39,7 +48,7 @@ class Server:
         self.display = f":{self.number}"
         self._socket = f"/tmp/.X11-unix/X{self.number}"
         self._lock = f"/tmp/.X{self.number}-lock"
-        self._socket_inode = os.stat(self._socket).st_ino
+        self._made = _identity(self._socket)
 
     def kill(self) -> None:
         """Ends the server as a crash does, and clears away what it could not clear away itself."""
@@ -51,11 +60,8 @@ class Server:
     def left_behind(self) -> list[str]:
         """Files of this server that are still there; another server may have taken the display's number since."""
         found = []
-        try:
-            if os.stat(self._socket).st_ino == self._socket_inode:
-                found.append(self._socket)
-        except FileNotFoundError:
-            pass
+        if _identity(self._socket) == self._made:
+            found.append(self._socket)
         try:
             if int(Path(self._lock).read_text()) == self.process.pid:
                 found.append(self._lock)
