@@ -1,5 +1,6 @@
-"""Every action on every kind of window under every window manager: the exact frame, and a repeat that changes nothing."""
+"""Every action on every kind of window under every window manager: the exact frame, and repeats that change nothing."""
 
+import impossible
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop, RunningApplication
 from harness.oracle import ACTIONS, expected
@@ -7,7 +8,6 @@ from harness.rect import Rect
 from harness.settling import settles_on
 from harness.watcher import GeometryWatcher
 from harness.window_managers import WINDOW_MANAGERS
-import impossible
 
 from . import case_for_each
 

@@ -30,8 +30,8 @@ class RunningApplication:
 class Desktop:
     """A server, a session, keys and eyes; window manager, applications and program are started by the test.
 
-    A context manager: leaving it ends everything, checks that nothing is left behind, and after a failure tells what the
-    logs say and saves a picture of the screen where TESSEL_DESKTOP_PICTURES names a folder.
+    A context manager: leaving it ends everything, checks that nothing is left behind, and after a failure tells what
+    the logs say and saves a picture of the screen where TESSEL_DESKTOP_PICTURES names a folder.
     """
 
     def __init__(self, program: Path | None = None, server=servers.virtual, name: str = "desktop"):

@@ -76,7 +76,8 @@ def virtual(session: Session, width: int = 1920, height: int = 1080) -> Server:
 
 def two_monitors(session: Session) -> Server:
     """One lit monitor of 1920x1080, DUMMY0, and unplugged ones, DUMMY1 and up."""
-    command = ["Xorg", "-config", str(CONFIGURATION), "-logfile", str(session.logs / "xorg.log"), "-sharevts", "-novtswitch"]
+    log = str(session.logs / "xorg.log")
+    command = ["Xorg", "-config", str(CONFIGURATION), "-logfile", log, "-sharevts", "-novtswitch"]
     try:
         return Server(session, command, 15.0)
     except (AssertionError, Expired) as failure:
