@@ -65,7 +65,7 @@ class Keyboard:
         self.delivered()
 
     def delivered(self) -> None:
-        """Returns once all clients have their events: before it reads on, the server writes what it has for everybody."""
+        """Returns once all clients have their events: the server writes what it has for them before it reads on."""
         self.connection.sync()
         self.connection.sync()
 
