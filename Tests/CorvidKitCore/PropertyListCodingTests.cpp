@@ -3,6 +3,7 @@
 #include "Tests/CorvidKitCore/Printing.h"
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include <cstdint>
 #include <expected>
@@ -48,6 +49,18 @@ TEST(ShortcutCoding, RebuildsWhatItWrote) {
         ASSERT_TRUE(encoder.value());
         EXPECT_EQ(decode(*encoder.value()), shortcut);
     }
+}
+
+RC_GTEST_PROP(ShortcutCoding, EveryPairOf32BitValuesSurvivesCoding, ()) {
+    const auto field = rc::gen::inRange<std::uint64_t>(0, 1ULL << 32U);
+    const Shortcut shortcut{.keyCode = static_cast<std::uint32_t>(*field),
+                            .modifiers = static_cast<std::uint32_t>(*field)};
+    PropertyListEncoder encoder;
+    shortcut.encode(encoder);
+    RC_ASSERT(encoder.value().has_value());
+    const auto decoded = decode(*encoder.value());
+    RC_ASSERT(decoded.has_value());
+    RC_ASSERT(*decoded == shortcut);
 }
 
 TEST(ShortcutCoding, SaysWhichEntryIsMissing) {

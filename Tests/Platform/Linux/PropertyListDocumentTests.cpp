@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <langinfo.h>
 #include <locale.h>
 #include <spawn.h>
 #include <stdlib.h>
@@ -15,6 +16,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <limits>
 #include <map>
 #include <optional>
@@ -96,42 +98,38 @@ TEST(PropertyListDocument, KeepsFloatsExact) {
     EXPECT_TRUE(std::isnan(*nan->real()));
 }
 
-/// A locale with a decimal comma, made for the test: few machines that build have one installed.
-locale_t decimalCommaLocale(const TemporaryFolder& folder) {
+/// Makes a locale with a decimal comma in the folder: few machines that build have one installed. Whether it worked.
+bool makeDecimalCommaLocale(const TemporaryFolder& folder) {
+    write(folder / "source", "LC_NUMERIC\ndecimal_point \",\"\nthousands_sep \"\"\ngrouping -1\nEND LC_NUMERIC\n");
     std::string program = "localedef";
+    std::string force = "--force";
     std::string quiet = "--quiet";
-    std::string input = "--inputfile=de_DE";
-    std::string characters = "--charmap=UTF-8";
-    std::string output = folder / "de_DE.UTF-8";
-    std::array<char*, 6> arguments{program.data(),    quiet.data(),  input.data(),
-                                   characters.data(), output.data(), nullptr};
+    std::string input = "--inputfile=" + folder / "source";
+    std::string output = folder / "comma";
+    std::array<char*, 6> arguments{program.data(), force.data(), quiet.data(), input.data(), output.data(), nullptr};
     pid_t child = 0;
     int status = 0;
-    if (::posix_spawnp(&child, "localedef", nullptr, nullptr, arguments.data(), environ) != 0 ||
-        ::waitpid(child, &status, 0) != child) {
-        return nullptr;
-    }
-    ::setenv("LOCPATH", folder.path.c_str(), 1);
-    const locale_t made = ::newlocale(LC_ALL_MASK, "de_DE.UTF-8", nullptr);
-    ::unsetenv("LOCPATH");
-    return made;
+    return ::posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments.data(), environ) == 0 &&
+           ::waitpid(child, &status, 0) == child && std::filesystem::exists(folder / "comma/LC_NUMERIC");
 }
 
 TEST(PropertyListDocument, WritesNumbersTheSameWhateverTheDecimalPointOfTheLocale) {
     const TemporaryFolder folder;
-    const locale_t comma = decimalCommaLocale(folder);
-    if (comma == nullptr) {
-        GTEST_SKIP() << "there is no locale with a decimal comma, and none can be made";
+    if (!makeDecimalCommaLocale(folder)) {
+        GTEST_SKIP() << "there is no localedef to make a locale with a decimal comma";
     }
-    const locale_t previous = ::uselocale(comma);
-    PropertyListDocument written;
-    written.set(0.5, "key");
-    const std::string xml = written.xml();
-    const std::optional<PropertyListValue> back = returned(0.5);
-    ::uselocale(previous);
-    ::freelocale(comma);
-    EXPECT_NE(xml.find("<real>0.5</real>"), std::string::npos) << xml;
-    EXPECT_EQ(back, PropertyListValue{0.5});
+    inChildProcess([&] {
+        ::setenv("LOCPATH", folder.path.c_str(), 1);
+        const locale_t comma = ::newlocale(LC_ALL_MASK, "comma", nullptr);
+        ASSERT_NE(comma, nullptr);
+        ::uselocale(comma);
+        ASSERT_STREQ(::nl_langinfo(RADIXCHAR), ",");
+        PropertyListDocument written;
+        written.set(0.5, "key");
+        EXPECT_NE(written.xml().find("<real>0.5</real>"), std::string::npos) << written.xml();
+        EXPECT_EQ(returned(0.5), PropertyListValue{0.5});
+        EXPECT_STREQ(::nl_langinfo(RADIXCHAR), ",") << "the program's own locale was not put back";
+    });
 }
 
 TEST(PropertyListDocument, WritesBackWhatItCannotRead) {

@@ -60,18 +60,10 @@ mode_t modeOf(const std::string& path) {
     return file.st_mode & 07777U;
 }
 
-void asOrdinaryUser(const TemporaryFolder& folder, const std::function<void()>& body) {
-    constexpr uid_t nobody = 65534;
-    const bool isSuperuser = ::geteuid() == 0;
-    if (isSuperuser) {
-        ASSERT_EQ(::chown(folder.path.c_str(), nobody, nobody), 0);
-    }
+void inChildProcess(const std::function<void()>& body) {
     const pid_t child = ::fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-        if (isSuperuser && (::setresgid(nobody, nobody, nobody) != 0 || ::setresuid(nobody, nobody, nobody) != 0)) {
-            std::_Exit(2);
-        }
         body();
         std::cout.flush();
         std::_Exit(testing::Test::HasFailure() ? 1 : 0);
@@ -79,4 +71,19 @@ void asOrdinaryUser(const TemporaryFolder& folder, const std::function<void()>& 
     int status = 0;
     ASSERT_EQ(::waitpid(child, &status, 0), child);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "the body failed, status " << status;
+}
+
+void asOrdinaryUser(const TemporaryFolder& folder, const std::function<void()>& body) {
+    constexpr uid_t nobody = 65534;
+    const bool isSuperuser = ::geteuid() == 0;
+    if (isSuperuser) {
+        ASSERT_EQ(::chown(folder.path.c_str(), nobody, nobody), 0);
+    }
+    inChildProcess([&] {
+        if (isSuperuser) {
+            ASSERT_EQ(::setresgid(nobody, nobody, nobody), 0);
+            ASSERT_EQ(::setresuid(nobody, nobody, nobody), 0);
+        }
+        body();
+    });
 }

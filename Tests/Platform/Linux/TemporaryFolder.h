@@ -40,6 +40,10 @@ struct LogRecord {
     }
 };
 
+/// Runs a test's body in a child process, whose changes to itself end with it. What fails in the body is reported as
+/// this test's failure.
+void inChildProcess(const std::function<void()>& body);
+
 /// Runs a test's body in a child process as an ordinary user, because no permission stops the superuser; the folder
-/// is given to that user. What fails in the body is reported as this test's failure.
+/// is given to that user.
 void asOrdinaryUser(const TemporaryFolder& folder, const std::function<void()>& body);
