@@ -161,7 +161,7 @@ class Desktop:
         screen = self.windows.root.get_geometry()
         return Rect(0, 0, screen.width, screen.height - (self.manager.bar if self.manager else 0))
 
-    def holds_frame(self, window: int, frame: Rect, what: str, seconds: float = 3.0) -> None:
+    def holds_frame(self, window: int, frame: Rect, what: str, seconds: float = 2.0) -> None:
         until_equal(lambda: self.windows.frame(window), frame, what, seconds)
 
     # End

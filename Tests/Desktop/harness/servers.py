@@ -37,6 +37,9 @@ class Server:
             os.close(reading)
         self.number = int(self._answer)
         self.display = f":{self.number}"
+        self._socket = f"/tmp/.X11-unix/X{self.number}"
+        self._lock = f"/tmp/.X{self.number}-lock"
+        self._socket_inode = os.stat(self._socket).st_ino
 
     def kill(self) -> None:
         """Ends the server as a crash does, and clears away what it could not clear away itself."""
@@ -46,9 +49,19 @@ class Server:
             os.unlink(path)
 
     def left_behind(self) -> list[str]:
-        """Files of the display that outlive the server; to be read after its end."""
-        candidates = [f"/tmp/.X{self.number}-lock", f"/tmp/.X11-unix/X{self.number}"]
-        return [path for path in candidates if os.path.exists(path)]
+        """Files of this server that are still there; another server may have taken the display's number since."""
+        found = []
+        try:
+            if os.stat(self._socket).st_ino == self._socket_inode:
+                found.append(self._socket)
+        except FileNotFoundError:
+            pass
+        try:
+            if int(Path(self._lock).read_text()) == self.process.pid:
+                found.append(self._lock)
+        except (FileNotFoundError, ValueError):
+            pass
+        return found
 
 
 def virtual(session: Session, width: int = 1920, height: int = 1080) -> Server:

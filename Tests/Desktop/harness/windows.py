@@ -101,6 +101,12 @@ class Windows:
     def size_hints(self, identifier: int):
         return self.window(identifier).get_wm_normal_hints()
 
+    def paint_background(self, colour: int) -> None:
+        """Paints the empty screen in one colour, 0xRRGGBB."""
+        self.root.change_attributes(background_pixel=colour)
+        self.root.clear_area(0, 0, 0, 0)
+        self.connection.sync()
+
     # Requests, as a pager makes them
 
     def _ask(self, identifier: int, message: str, data: list[int]) -> None:
