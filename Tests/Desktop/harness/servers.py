@@ -1,0 +1,59 @@
+"""X servers: a virtual one with one screen, and the real one on dummy hardware where monitors can be plugged."""
+
+import os
+from pathlib import Path
+
+from .session import Session
+from .skipping import Skipped
+from .waiting import Expired, until
+
+CONFIGURATION = Path(__file__).resolve().parent.parent / "two-monitors.conf"
+
+
+class Server:
+    """A running server with the display number that it chose itself."""
+
+    def __init__(self, session: Session, command: list[str], seconds: float):
+        reading, writing = os.pipe()
+        self.session = session
+        self.process = session.start(
+            [*command, "-displayfd", str(writing), "-noreset", "-nolisten", "tcp"], "server", pass_fds=(writing,)
+        )
+        os.close(writing)
+        os.set_blocking(reading, False)
+        self._answer = b""
+
+        def number_arrived() -> bool:
+            assert self.process.poll() is None, f"{command[0]} ended with {self.process.returncode}"
+            try:
+                self._answer += os.read(reading, 64)
+            except BlockingIOError:
+                pass
+            return self._answer.endswith(b"\n")
+
+        try:
+            until(number_arrived, f"{command[0]} to choose a display", seconds)
+        finally:
+            os.close(reading)
+        self.number = int(self._answer)
+        self.display = f":{self.number}"
+
+    def left_behind(self) -> list[str]:
+        """Files of the display that outlive the server; to be read after its end."""
+        candidates = [f"/tmp/.X{self.number}-lock", f"/tmp/.X11-unix/X{self.number}"]
+        return [path for path in candidates if os.path.exists(path)]
+
+
+def virtual(session: Session, width: int = 1920, height: int = 1080) -> Server:
+    return Server(session, ["Xvfb", "-screen", "0", f"{width}x{height}x24"], 10.0)
+
+
+def two_monitors(session: Session) -> Server:
+    """One lit monitor of 1920x1080, DUMMY0, and unplugged ones, DUMMY1 and up."""
+    command = ["Xorg", "-config", str(CONFIGURATION), "-logfile", str(session.logs / "xorg.log"), "-sharevts", "-novtswitch"]
+    try:
+        return Server(session, command, 15.0)
+    except (AssertionError, Expired) as failure:
+        if os.geteuid() == 0:
+            raise
+        raise Skipped(f"Xorg with the dummy driver does not start without root here ({failure})") from failure
