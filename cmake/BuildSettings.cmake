@@ -21,6 +21,7 @@ if(TESSEL_SANITIZE)
 endif()
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    # Joining a literal and a string is mistaken for an overlapping copy (GCC bug 105329).
-    target_compile_options(TesselBuildSettings INTERFACE -Wno-restrict)
+    # Joining a literal and a string is mistaken for an overlapping copy (GCC bug 105329), and a variant's inactive
+    # members for uninitialized ones (GCC bug 105593).
+    target_compile_options(TesselBuildSettings INTERFACE -Wno-restrict -Wno-maybe-uninitialized)
 endif()
