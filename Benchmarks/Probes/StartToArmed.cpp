@@ -73,7 +73,8 @@ int main(int argumentCount, char** arguments) {
     }
     const bool isArmed = waitUntilHeld(display, key, true);
     const std::chrono::duration<double, std::micro> taken = Clock::now() - start;
-    kill(process, SIGTERM);
+    // Not a polite signal: one that comes before the program listens to it may be lost.
+    kill(process, SIGKILL);
     waitpid(process, nullptr, 0);
     if (!isArmed) {
         fail("the program did not take the key");

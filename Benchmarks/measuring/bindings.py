@@ -32,6 +32,9 @@ def xfwm4(session: Session) -> None:
     custom = channel.find("property[@name='xfwm4']/property[@name='custom']")
     assert custom is not None, "xfwm4's configuration has no list of the user's own"
     for key, value in ((LEFT_KEY, "tile_left_key"), (RIGHT_KEY, "tile_right_key")):
+        # It keeps one key for each of its actions.
+        for former in custom.findall(f"property[@value='{value}']"):
+            custom.remove(former)
         ElementTree.SubElement(custom, "property", name=f"<Primary><Alt>{key}", type="string", value=value)
     channel.write(file, encoding="utf-8", xml_declaration=True)
 

@@ -8,6 +8,11 @@ from harness.waiting import until
 from Xlib import X, error
 
 CONTROL_ALT = X.ControlMask | X.Mod1Mask
+ALT = X.Mod1Mask
+SUPER = X.Mod4Mask
+
+# The leanest shell there is, as someone would set it who cares about speed.
+ENVIRONMENT = {"SXHKD_SHELL": "/bin/sh"}
 
 
 def is_taken(desktop: Desktop, key_code: int, modifiers: int = CONTROL_ALT) -> bool:
@@ -28,11 +33,12 @@ def configuration(desktop: Desktop, commands: dict[str, str]) -> str:
     return str(desktop.session.home / ".config/sxhkd/sxhkdrc")
 
 
-def start(desktop: Desktop, commands: dict[str, str], last_key_code: int) -> subprocess.Popen:
+def start(
+    desktop: Desktop, commands: dict[str, str], last_key_code: int, modifiers: int = CONTROL_ALT
+) -> subprocess.Popen:
     """Starts it and waits until it holds the last of its keys."""
     require("sxhkd", "sxhkd")
     command = ["sxhkd", "-c", configuration(desktop, commands)]
-    # The leanest shell there is, as someone would set it who cares about speed.
-    process = desktop.session.start(command, "sxhkd", {"SXHKD_SHELL": "/bin/sh"})
-    until(lambda: is_taken(desktop, last_key_code), "sxhkd to hold its keys")
+    process = desktop.session.start(command, "sxhkd", ENVIRONMENT)
+    until(lambda: is_taken(desktop, last_key_code, modifiers), "sxhkd to hold its keys")
     return process
