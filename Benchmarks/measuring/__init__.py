@@ -1,11 +1,15 @@
-"""What the measurements share. They run on the desktops that the tests build: fresh server, session and home each time."""
+"""What the measurements share. They run on the desktops that the tests build: fresh server, session and home each time.
 
+TESSEL_PROGRAM in the environment names another program to measure than the one of build/benchmarks.
+"""
+
+import os
 import sys
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent.parent
 BUILD = ROOT / "build" / "benchmarks"
-PROGRAM = BUILD / "Tessel" / "tessel"
+PROGRAM = Path(os.environ.get("TESSEL_PROGRAM", BUILD / "Tessel" / "tessel")).resolve()
 
 sys.path.insert(0, str(ROOT / "Tests" / "Desktop"))
 
