@@ -51,15 +51,17 @@ struct CGRect {
 };
 
 /// The common part of two rectangles of the same space; nothing where they have no point in common. Rectangles that
-/// only touch share a rectangle of zero width or height.
+/// only touch share a rectangle of zero width or height. A rectangle with a NaN in it has nothing in common with any.
 [[nodiscard]] constexpr std::optional<CGRect> intersection(const CGRect& a, const CGRect& b) {
+    const bool acrossX = a.minX() <= a.maxX() && b.minX() <= b.maxX() && a.minX() <= b.maxX() && b.minX() <= a.maxX();
+    const bool acrossY = a.minY() <= a.maxY() && b.minY() <= b.maxY() && a.minY() <= b.maxY() && b.minY() <= a.maxY();
+    if (!acrossX || !acrossY) {
+        return std::nullopt;
+    }
     const double left = std::max(a.minX(), b.minX());
     const double top = std::max(a.minY(), b.minY());
     const double right = std::min(a.maxX(), b.maxX());
     const double bottom = std::min(a.maxY(), b.maxY());
-    if (!(left <= right && top <= bottom)) {
-        return std::nullopt;
-    }
     return CGRect{{left, top}, {right - left, bottom - top}};
 }
 

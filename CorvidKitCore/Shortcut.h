@@ -93,12 +93,14 @@ inline constexpr Shortcut Shortcut::none{};
 
 } // namespace corvid
 
-/// Key code first, then modifiers, so that shortcuts that differ in one field spread over a table.
+/// Key code first, then modifiers, mixed so that no two shortcuts collide in 64 bits and every bit reaches the low
+/// ones.
 template <>
 struct std::hash<corvid::Shortcut> {
     std::size_t operator()(const corvid::Shortcut& shortcut) const noexcept {
-        const std::size_t seed = std::hash<std::uint32_t>{}(shortcut.keyCode);
-        const std::size_t next = std::hash<std::uint32_t>{}(shortcut.modifiers);
-        return seed ^ (next + 0x9e3779b97f4a7c15U + (seed << 6U) + (seed >> 2U));
+        std::uint64_t bits = std::uint64_t{shortcut.keyCode} << 32U | shortcut.modifiers;
+        bits = (bits ^ bits >> 30U) * 0xbf58476d1ce4e5b9U;
+        bits = (bits ^ bits >> 27U) * 0x94d049bb133111ebU;
+        return static_cast<std::size_t>(bits ^ bits >> 31U);
     }
 };

@@ -5,6 +5,8 @@ import signal
 import sys
 from pathlib import Path
 
+from Xlib.error import ConnectionClosedError
+
 from . import servers
 from .applications import Application
 from .keyboard import Keyboard
@@ -40,6 +42,9 @@ class Desktop:
             self.server = server(self.session)
             self.session.enter_display(self.server.display)
             self.windows = Windows(self.server.display)
+            if server is servers.two_monitors:
+                # The numbering of keys that desktops have.
+                self.session.run(["setxkbmap", "-rules", "evdev", "-model", "pc105", "-layout", "us"])
             self.keyboard = Keyboard(self.server.display)
         except BaseException:
             self.session.close()
@@ -83,6 +88,12 @@ class Desktop:
         self.session.processes.end(self.manager_process, number)
         self.manager = self.manager_process = None
 
+    def replace_window_manager(self, name: str) -> None:
+        """Lets another window manager take the screen over from the present one, which ends."""
+        former = self.manager_process
+        self.start_window_manager(name, True, "--replace")
+        until(lambda: former.poll() is not None, "the replaced window manager to end")
+
     # Applications
 
     def start(self, application: Application, *options: str) -> RunningApplication:
@@ -115,6 +126,15 @@ class Desktop:
         self.wait_for(running)
         self.windows.activate(running.window)
         return running
+
+    def adopt(self, running: RunningApplication) -> None:
+        """Waits until a newly started window manager has taken over a decorated window, and gives it the focus.
+
+        What a former window manager published may still be there, so its word does not count.
+        """
+        until(lambda: self.windows.is_decorated(running.window), f"{self.manager.name} to decorate the window")
+        self.wait_for(running)
+        self.windows.activate(running.window)
 
     def end(self, running: RunningApplication) -> None:
         self.session.processes.end(running.process, signal.SIGKILL)
@@ -158,7 +178,7 @@ class Desktop:
                     if product.process.poll() is None:
                         product.terminate()
         finally:
-            self._close()
+            self.close()
 
     def _tell_failure(self) -> None:
         print(self.session.log_text(), file=sys.stderr)
@@ -171,13 +191,15 @@ class Desktop:
             save_screen(self.server.display, path)
             print(f"--- picture: {path}", file=sys.stderr)
 
-    def _close(self) -> None:
+    def close(self) -> None:
+        """Ends everything that runs and checks that nothing is left behind."""
         for product in self.products:
             product.close()
         for connection in (self.windows, self.keyboard):
             try:
                 connection.close()
-            except OSError:
+            except ConnectionClosedError:
+                # The server went first, as some tests want it.
                 pass
         self.session.close()
         left = self.server.left_behind()

@@ -11,6 +11,8 @@ from Xlib import X, Xatom, Xutil, display
 
 BACKGROUND, INK = 0xE9E4D8, 0x4A4540
 PANEL_BACKGROUND = 0x35424F
+# In the order in which the strut properties name them.
+STRUT_SIDES = ("left", "right", "top", "bottom")
 
 
 def arguments() -> argparse.Namespace:
@@ -19,7 +21,9 @@ def arguments() -> argparse.Namespace:
     parser.add_argument("--place", nargs=4, type=int, default=(240, 180, 420, 300), metavar=("X", "Y", "WIDTH", "HEIGHT"))
     parser.add_argument("--fixed", action="store_true", help="refuse every other size")
     parser.add_argument("--type", default="NORMAL", help="window type, as in _NET_WM_WINDOW_TYPE_...")
-    parser.add_argument("--strut-bottom", nargs=3, type=int, metavar=("THICKNESS", "FROM", "TO"))
+    for side in STRUT_SIDES:
+        parser.add_argument(f"--strut-{side}", nargs=3, type=int, metavar=("THICKNESS", "FROM", "TO"),
+                            help=f"keep that much of the screen's {side} free of windows, between two places along it")
     parser.add_argument("--transient-for", type=lambda text: int(text, 0))
     parser.add_argument("--no-focus", action="store_true", help="never take the keyboard focus")
     return parser.parse_args()
@@ -56,10 +60,12 @@ def main() -> None:
     window.set_wm_hints(flags=Xutil.InputHint | Xutil.StateHint, input=not wishes.no_focus, initial_state=Xutil.NormalState)
     if wishes.transient_for:
         window.set_wm_transient_for(connection.create_resource_object("window", wishes.transient_for))
-    if wishes.strut_bottom:
-        thickness, start, end = wishes.strut_bottom
-        set_numbers("_NET_WM_STRUT_PARTIAL", Xatom.CARDINAL, [0, 0, 0, thickness, 0, 0, 0, 0, 0, 0, start, end])
-        set_numbers("_NET_WM_STRUT", Xatom.CARDINAL, [0, 0, 0, thickness])
+    struts = [getattr(wishes, f"strut_{side}") or (0, 0, 0) for side in STRUT_SIDES]
+    thickness = [strut[0] for strut in struts]
+    if any(thickness):
+        ranges = [place for strut in struts for place in strut[1:]]
+        set_numbers("_NET_WM_STRUT_PARTIAL", Xatom.CARDINAL, thickness + ranges)
+        set_numbers("_NET_WM_STRUT", Xatom.CARDINAL, thickness)
     window.map()
     ink = window.create_gc(foreground=INK)
     connection.flush()

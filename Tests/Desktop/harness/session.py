@@ -61,6 +61,16 @@ class Session:
         file.parent.mkdir(parents=True, exist_ok=True)
         file.write_text(text)
 
+    def settings(self, entries: str) -> Path:
+        """Writes the program's settings file with these entries of a property list's dictionary; gives its path."""
+        self.configure(
+            ".config/tessel/preferences.plist",
+            '<?xml version="1.0" encoding="UTF-8"?>\n'
+            '<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">\n'
+            f'<plist version="1.0"><dict>{entries}</dict></plist>\n',
+        )
+        return self.home / ".config/tessel/preferences.plist"
+
     def log_text(self) -> str:
         """The end of every log, for a failure report."""
         parts = []

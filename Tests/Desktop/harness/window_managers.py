@@ -25,6 +25,8 @@ class WindowManager:
     honours_increments: bool = True
     # It keeps a pager's requests within the window's own least and greatest size.
     honours_limits: bool = True
+    # It takes the focus from the window a while after monitors have changed.
+    forgets_focus: bool = False
 
     @property
     def program(self) -> str:
@@ -66,6 +68,7 @@ WINDOW_MANAGERS = {
         WindowManager(
             "fluxbox", "fluxbox", ("fluxbox",), freed_keys.fluxbox,
             holds=frozenset({"leftHalf", "rightHalf"}), bar=20, honours_increments=False, honours_limits=False,
+            forgets_focus=True,
         ),
     )
 }

@@ -7,7 +7,7 @@ A window's frame is what a person sees of it: the client's rectangle with the wi
 import select
 import time
 
-from Xlib import X, display, error
+from Xlib import X, Xutil, display, error
 from Xlib.protocol import event
 
 from .rect import Rect
@@ -66,6 +66,10 @@ class Windows:
                 return identifier
         return None
 
+    def is_decorated(self, identifier: int) -> bool:
+        """Whether a window manager that runs has put a frame around it."""
+        return self.window(identifier).query_tree().parent != self.root
+
     def states(self, identifier: int) -> set[str]:
         atoms = self.cardinals(self.window(identifier), "_NET_WM_STATE") or []
         return {self.connection.get_atom_name(atom).removeprefix("_NET_WM_STATE_") for atom in atoms}
@@ -107,12 +111,32 @@ class Windows:
         self.connection.flush()
 
     def activate(self, identifier: int, seconds: float = 5.0) -> None:
-        """Brings a window to the front and waits until it has the focus."""
+        """Brings a window to the front and waits until it has the focus, by the window manager's word and the server's."""
         self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])
-        until(lambda: self.active() == identifier, f"window {identifier:#x} to be active", seconds, self._focus_story)
+        self.fence()
+        until(
+            lambda: self.active() == identifier and self._has_input_focus(identifier),
+            f"window {identifier:#x} to be active", seconds, self._focus_story,
+        )
+
+    def _has_input_focus(self, identifier: int) -> bool:
+        """Whether the keyboard focus is in the window, or in the window manager's frame around it."""
+        focused = self.connection.get_input_focus().focus
+        while not isinstance(focused, int) and focused != self.root:
+            if focused.id == identifier:
+                return True
+            try:
+                tree = focused.query_tree()
+            except error.BadWindow:
+                return False
+            if any(child.id == identifier for child in tree.children):
+                return True
+            focused = tree.parent
+        return False
 
     def _focus_story(self) -> str:
-        return f"active {self.active():#x} of {[hex(window) for window in self.managed()]}"
+        focused = self.connection.get_input_focus().focus
+        return f"active {self.active():#x} of {[hex(window) for window in self.managed()]}, focus on {focused}"
 
     def place(self, identifier: int, frame: Rect) -> None:
         """Asks for that frame and waits until the window manager has dealt with it, whatever it made of it."""
@@ -138,8 +162,22 @@ class Windows:
         until(reached, f"states {wanted} to be {'set' if action == ADD else 'gone'}", 5.0, lambda: self.states(identifier))
         self.fence()
 
-    def close_politely(self, identifier: int) -> None:
-        self._ask(identifier, "_NET_CLOSE_WINDOW", [X.CurrentTime, FROM_A_PAGER])
+    def minimize(self, identifier: int) -> None:
+        """Minimizes a window and waits until it is out of sight and out of focus."""
+        self._ask(identifier, "WM_CHANGE_STATE", [Xutil.IconicState])
+        window = self.window(identifier)
+        until(lambda: (self.cardinals(window, "WM_STATE") or [0])[0] == Xutil.IconicState, "the window to be minimized")
+        until(lambda: self.active() != identifier, "the minimized window to lose the focus", saw=self._focus_story)
+        self.fence()
+
+    def focus(self, identifier: int) -> None:
+        """Gives a window the keyboard focus as a program could, and tells the window manager that it is wanted active."""
+        self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])
+        self.fence()
+        self.window(identifier).set_input_focus(X.RevertToPointerRoot, X.CurrentTime)
+        self.connection.sync()
+        focused = lambda: getattr(self.connection.get_input_focus().focus, "id", 0)
+        until(lambda: focused() == identifier, f"{identifier:#x} to have the keyboard focus", saw=lambda: hex(focused()))
 
     def fence(self, seconds: float = 5.0) -> None:
         """Returns when the window manager has handled everything that was asked before.

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace platform::linux {
+
+/// The folder that holds the user's configuration files: `$XDG_CONFIG_HOME`, or `.config` in the home folder when that
+/// is unset, empty or not an absolute path (XDG Base Directory Specification 0.8). The home folder is `$HOME`, or the
+/// one in the password database when that is unset or not absolute. Nothing when there is no home folder at all.
+/// Reads the environment: main thread.
+[[nodiscard]] std::optional<std::string> configurationFolder();
+
+} // namespace platform::linux

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <expected>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// Small files that must never be seen half written and never be lost. Paths are absolute. Errors are texts that say
+/// what failed and where.
+namespace platform::linux::DurableFile {
+
+/// Where a path leads when it is a symbolic link, or a chain of them: the path of the file itself, which need not
+/// exist. Any other path is given back as it is.
+[[nodiscard]] std::expected<std::string, std::string> followLinks(std::string path);
+
+struct ReadFailure {
+    enum class Kind : std::uint8_t {
+        /// A regular file that could not be read.
+        unreadable,
+        /// No regular file: a folder, a device, a pipe. It was not touched.
+        notAFile,
+    };
+
+    Kind kind{};
+    std::string reason;
+};
+
+/// The contents of a regular file; nothing when there is no such file or no such folder. Never waits on a pipe.
+[[nodiscard]] std::expected<std::optional<std::string>, ReadFailure> read(const std::string& path);
+
+/// Replaces a file, or makes it, with mode 0600, so that whatever happens the path holds the old contents or the new
+/// ones, and the new ones are on the disk when this succeeds. Missing folders are made with mode 0700.
+///
+/// The contents are written to ".<name>.new" in the same folder, which is then given the name. A process that dies in
+/// between leaves that file behind; the next replacement takes it up. It is locked meanwhile: of two processes that
+/// replace the file at the same moment one fails. Anything at the path but a regular file is left alone, as an error.
+[[nodiscard]] std::expected<void, std::string> replace(const std::string& path, std::string_view contents);
+
+/// Renames a file in its folder to "<name>.unreadable-<UTC time>", with "-2" and so on appended when that is taken, and
+/// gives the new path; nothing when there is no such file. Never replaces another file.
+[[nodiscard]] std::expected<std::optional<std::string>, std::string> keepBeside(const std::string& path);
+
+} // namespace platform::linux::DurableFile
