@@ -7,7 +7,7 @@ from harness.rect import Rect
 from harness.settling import settles_on
 from harness.watcher import GeometryWatcher
 from harness.window_managers import WINDOW_MANAGERS
-from impossible import deviation_for
+import impossible
 
 from . import case_for_each
 
@@ -43,9 +43,9 @@ def press_twice(desktop: Desktop, product, one: RunningApplication, action: str,
     elsewhere = {window: windows.frame(window) for window in others}
     settles = settles_on(windows, one.window, one.application, desktop.manager)
     wanted = expected(action, before, desktop.visible_frame(), settles)
-    deviation = deviation_for(desktop.manager.name, one.application.name, action)
+    deviation = impossible.ACTIONS.get((desktop.manager.name, one.application.name, action))
     if deviation:
-        wanted = deviation.outcome(wanted)
+        wanted = deviation[1](wanted)
     desktop.press(product, action)
     desktop.holds_frame(one.window, wanted, f"frame (from {before})")
 

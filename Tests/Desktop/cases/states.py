@@ -1,5 +1,7 @@
 """Windows that are maximized, tiled by their window manager, or fullscreen when the key is pressed."""
 
+import impossible
+from harness import freed_keys
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
 from harness.oracle import ACTIONS, expected
@@ -109,6 +111,7 @@ NATIVE_TILING = {
     "kwin_x11": ("Super", "Left"),
     "mutter": ("Super", "Left"),
     "metacity": ("Super", "Left"),
+    "marco": ("Super", "Left"),
     "xfwm4": ("Super", "KeypadLeft"),
 }
 
@@ -128,6 +131,11 @@ def tile_left_natively(desktop: Desktop, one, wanted: Rect) -> None:
 @case_for_each("desktop.tiled", NATIVE_TILING)
 def a_window_tiled_by_the_window_manager_is_released_and_placed(program, manager):
     with Desktop(program, name=f"tiled.{manager}") as desktop:
+        if manager == "marco":
+            # The only one that has no such key until its user asks for it.
+            freed_keys.add_settings(
+                desktop.session, "org/mate/marco/window-keybindings", tile_to_side_w="'<Mod4>Left'"
+            )
         desktop.start_window_manager(manager)
         running = open_all(desktop, "mousepad", "mousepad-csd")
         product = desktop.launch()
@@ -142,6 +150,7 @@ def a_window_tiled_by_the_window_manager_is_released_and_placed(program, manager
                 windows.place(one.window, NATURAL)
                 tile_left_natively(desktop, one, left)
                 shadow.until_attached()
+                wanted = left if manager in impossible.TILED else wanted
                 desktop.press(product, action)
                 desktop.holds_frame(one.window, wanted, f"frame of {one.application.name} after {action}")
                 desktop.press(product, action)

@@ -36,21 +36,33 @@ def xfwm4(session: Session) -> None:
     )
 
 
-def _no_workspace_keys(group: str, nothing: str) -> str:
-    lines = [f"switch-to-workspace-{direction}={nothing}" for direction in ("left", "right", "up", "down")]
-    return "\n".join([f"[{group}]", *lines]) + "\n"
+def add_settings(session: Session, group: str, **entries: str) -> None:
+    """Sets keys of one group of the desktop's settings, beside those that are set already."""
+    text = "\n".join([f"[{group}]", *(f"{name.replace('_', '-')}={value}" for name, value in entries.items())]) + "\n"
+    file = session.home / KEYFILE
+    present = file.read_text() if file.exists() else ""
+    if text not in present:
+        session.configure(KEYFILE, present + text)
 
 
 def metacity(session: Session) -> None:
-    session.configure(KEYFILE, _no_workspace_keys("org/gnome/desktop/wm/keybindings", "@as []"))
+    nothing = "@as []"
+    add_settings(
+        session, "org/gnome/desktop/wm/keybindings",
+        switch_to_workspace_left=nothing, switch_to_workspace_right=nothing,
+        switch_to_workspace_up=nothing, switch_to_workspace_down=nothing,
+    )
 
 
 mutter = metacity
 
 
 def marco(session: Session) -> None:
-    session.configure(
-        KEYFILE, _no_workspace_keys("org/mate/marco/global-keybindings", "'disabled'") + "show-desktop='disabled'\n"
+    nothing = "'disabled'"
+    add_settings(
+        session, "org/mate/marco/global-keybindings",
+        switch_to_workspace_left=nothing, switch_to_workspace_right=nothing,
+        switch_to_workspace_up=nothing, switch_to_workspace_down=nothing, show_desktop=nothing,
     )
 
 

@@ -69,12 +69,9 @@ class Processes:
             try:
                 process.wait(seconds)
             except subprocess.TimeoutExpired:
-                os.killpg(process.pid, signal.SIGKILL)
+                self._kill_group(process)
                 process.wait(seconds)
-        try:
-            os.killpg(process.pid, signal.SIGKILL)
-        except ProcessLookupError:
-            pass
+        self._kill_group(process)
         return process.returncode
 
     def alive(self) -> dict[int, str]:
@@ -95,11 +92,16 @@ class Processes:
         return found
 
     def end_all(self) -> None:
-        """Ends everything in the reverse order of starting; nothing that carries the mark is alive afterwards."""
-        for process in reversed(self.started):
-            # A stopped process cannot handle a polite signal.
-            if process.poll() is None:
-                os.killpg(process.pid, signal.SIGCONT)
+        """Ends everything; nothing that carries the mark is alive afterwards.
+
+        The first process is the server, which takes its files away when it is asked politely. The others have nothing to
+        tidy up that outlives the test's directory.
+        """
+        for process in self.started[1:]:
+            self._kill_group(process)
+        for process in self.started[1:]:
+            process.wait(5.0)
+        for process in self.started[:1]:
             self.end(process)
         for process_id in self.alive():
             try:
@@ -107,6 +109,12 @@ class Processes:
             except ProcessLookupError:
                 pass
         until(lambda: not self.alive(), "every process of the test to be gone", 5.0, self.alive)
+
+    def _kill_group(self, process: subprocess.Popen) -> None:
+        try:
+            os.killpg(process.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
 
     def _reap(self) -> None:
         """Collects orphans that ended; the processes that we started ourselves are left to their owners."""

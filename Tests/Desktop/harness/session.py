@@ -84,4 +84,4 @@ class Session:
             self.processes.end_all()
         finally:
             if "TESSEL_DESKTOP_KEEP" not in os.environ:
-                shutil.rmtree(self.directory, ignore_errors=True)
+                shutil.rmtree(self.directory)
