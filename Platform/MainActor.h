@@ -14,7 +14,6 @@ struct ContinuousClock {
     using rep = duration::rep;
     using period = duration::period;
     using time_point = std::chrono::time_point<ContinuousClock, duration>;
-    static constexpr bool is_steady = true;
 };
 
 using Duration = ContinuousClock::duration;

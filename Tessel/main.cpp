@@ -1,9 +1,10 @@
 #include "CorvidKit/Publisher.h"
-#include "CorvidKitCore/InMemoryPreferenceStore.h"
+#include "Platform/Linux/Log.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProcessInfo.h"
 #include "Platform/Linux/ServiceNotification.h"
 #include "Platform/Linux/SingleInstance.h"
+#include "Platform/Linux/UserDefaults.h"
 #include "Platform/Platform.h"
 #include "Platform/X11/Desktop.h"
 #include "Tessel/AppState.h"
@@ -28,7 +29,7 @@ int runResident() {
 
     const auto desktop = platform::x11::Desktop::open(mainLoop);
     if (!desktop) {
-        std::fprintf(stderr, "tessel: %s\n", desktop.error().c_str());
+        platform::linux::logToStandardError(desktop.error());
         return EXIT_FAILURE;
     }
     const auto instance = platform::linux::SingleInstance::acquire((*desktop)->sessionName());
@@ -38,7 +39,7 @@ int runResident() {
     }
 
     platform::linux::ProcessInfo processInfo;
-    corvid::InMemoryPreferenceStore userDefaults;
+    platform::linux::UserDefaults userDefaults;
     const platform::Platform table{
         .accessibility = (*desktop)->accessibility(),
         .sound = (*desktop)->sound(),

@@ -1,12 +1,13 @@
 #include "Platform/Linux/MainLoop.h"
 
-#include <signal.h>
+#include "Platform/Linux/Log.h"
+
 #include <sys/epoll.h>
-#include <time.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <csignal>
 #include <cstdlib>
+#include <ctime>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -21,7 +22,7 @@ using Microseconds = std::chrono::duration<std::uint64_t, std::micro>;
 void require(int result, const char* what) {
     if (result < 0) {
         const std::string reason = std::generic_category().message(-result);
-        std::fprintf(stderr, "tessel: %s: %s\n", what, reason.c_str());
+        logToStandardError(std::string(what) + ": " + reason);
         std::abort();
     }
 }

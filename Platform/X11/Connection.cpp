@@ -3,10 +3,10 @@
 #include <xcb/xcbext.h>
 
 #include <poll.h>
-#include <time.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <utility>
 
 namespace platform::x11 {

@@ -1,5 +1,6 @@
 #include "Platform/X11/Desktop.h"
 
+#include "Platform/Linux/Log.h"
 #include "Platform/X11/Event.h"
 #include "Platform/X11/XkbProtocol.h"
 
@@ -7,7 +8,6 @@
 #include <xcb/res.h>
 #include <xcb/xinput.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
@@ -88,7 +88,7 @@ void Desktop::serveEvents() {
         placement.send();
     }
     if (connection.isBroken()) {
-        std::fputs("tessel: the X server is gone\n", stderr);
+        linux::logToStandardError("the X server is gone");
         mainLoop.end(EXIT_FAILURE);
     }
 }

@@ -2,8 +2,6 @@
 
 #include "Platform/X11/KeyPositions.h"
 
-#include <xcb/xinput.h>
-
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -137,21 +135,20 @@ std::optional<HotKeys::Grab> HotKeys::grabFor(std::uint32_t keyCode, std::uint32
     if (map == nullptr || !name) {
         return std::nullopt;
     }
-    const auto key = map->keyCodes.find(*name);
-    return key == map->keyCodes.end() ? std::nullopt : std::optional(Grab{key->second, coreModifiers(*map, modifiers)});
+    const auto key = map->keyCode(*name);
+    return key ? std::optional(Grab{*key, coreModifiers(*map, modifiers)}) : std::nullopt;
 }
 
 OSStatus HotKeys::establish(const Grab& grab) {
-    if (isHeldThroughExtension(grab)) {
-        return eventHotKeyExistsErr;
-    }
+    const auto attempt = tryThroughExtension(grab);
     std::vector<xcb_void_cookie_t> cookies;
     for (const std::uint16_t locks : lockVariants(keyboard->lockModifiers)) {
         cookies.push_back(xcb_grab_key_checked(connection.raw(), 0, connection.root(),
                                                static_cast<std::uint16_t>(grab.modifiers | locks), grab.keyCode,
                                                XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     }
-    if (!connection.succeeded(cookies)) {
+    const bool isGranted = connection.succeeded(cookies);
+    if (!isGranted || isRefused(attempt)) {
         release(grab);
         connection.flush();
         return eventHotKeyExistsErr;
@@ -159,10 +156,10 @@ OSStatus HotKeys::establish(const Grab& grab) {
     return noErr;
 }
 
-bool HotKeys::isHeldThroughExtension(const Grab& grab) {
+std::optional<xcb_input_xi_passive_grab_device_cookie_t> HotKeys::tryThroughExtension(const Grab& grab) {
     const auto* extension = xcb_get_extension_data(connection.raw(), &xcb_input_id);
     if (extension == nullptr || extension->present == 0) {
-        return false;
+        return std::nullopt;
     }
     std::vector<std::uint32_t> modifiers;
     for (const std::uint16_t locks : lockVariants(keyboard->lockModifiers)) {
@@ -176,7 +173,11 @@ bool HotKeys::isHeldThroughExtension(const Grab& grab) {
         XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, &mask, modifiers.data());
     xcb_input_xi_passive_ungrab_device(connection.raw(), connection.root(), grab.keyCode, XCB_INPUT_DEVICE_ALL_MASTER,
                                        count, XCB_INPUT_GRAB_TYPE_KEYCODE, modifiers.data());
-    const auto refused = connection.reply<xcb_input_xi_passive_grab_device_reply_t>(request);
+    return request;
+}
+
+bool HotKeys::isRefused(const std::optional<xcb_input_xi_passive_grab_device_cookie_t>& attempt) {
+    const auto refused = attempt ? connection.reply<xcb_input_xi_passive_grab_device_reply_t>(*attempt) : nullptr;
     return refused && refused->num_modifiers > 0;
 }
 

@@ -4,6 +4,8 @@
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/Keyboard.h"
 
+#include <xcb/xinput.h>
+
 #include <map>
 #include <optional>
 
@@ -12,8 +14,8 @@ namespace platform::x11 {
 /// Global hot keys as passive grabs on the root window (X11 protocol, GrabKey), one for each combination of locks.
 ///
 /// Core grabs collide with other core grabs, which the server reports, but not with those of the X Input extension; the
-/// later of the two kinds wins silently. A key that somebody holds through the extension is taken all the same, so that
-/// is asked for first, by trying.
+/// later of the two kinds wins silently. A key that somebody holds through the extension is taken all the same, so a
+/// grab of that kind is tried as well, in the same round trip, and ours is given up where that one is refused.
 class HotKeys final : public HotKeyEvents {
 public:
     explicit HotKeys(Connection& connection);
@@ -57,7 +59,10 @@ private:
     [[nodiscard]] const KeyboardMap* keyboardMap();
     [[nodiscard]] std::optional<Grab> grabFor(std::uint32_t keyCode, std::uint32_t modifiers);
     [[nodiscard]] OSStatus establish(const Grab& grab);
-    [[nodiscard]] bool isHeldThroughExtension(const Grab& grab);
+    /// Takes the key through the extension and gives it back at once; the answer tells whether somebody else holds it
+    /// there. Nothing where there is no extension.
+    [[nodiscard]] std::optional<xcb_input_xi_passive_grab_device_cookie_t> tryThroughExtension(const Grab& grab);
+    [[nodiscard]] bool isRefused(const std::optional<xcb_input_xi_passive_grab_device_cookie_t>& attempt);
     void release(const Grab& grab);
     void releaseAll();
 

@@ -66,7 +66,7 @@ void Placement::settle(xcb_window_t window) {
 }
 
 std::optional<Placement::Sent> Placement::sendJob() {
-    Job job = *std::exchange(waiting, std::nullopt);
+    const Job job = *std::exchange(waiting, std::nullopt);
     const WindowFacts* facts = turn.window(job.window);
     if (facts == nullptr || facts->isFullscreen) {
         return std::nullopt;

@@ -98,17 +98,17 @@ ProcessIdentifier windowOwner(std::optional<std::uint32_t> localClientProcess,
     return -static_cast<ProcessIdentifier>(window & ~resourceIdentifierMask & largestProcess);
 }
 
-WindowFactsRequest::WindowFactsRequest(Connection& connection, xcb_window_t asked)
-    : window(asked)
-    , geometry(xcb_get_geometry(connection.raw(), asked))
-    , origin(xcb_translate_coordinates(connection.raw(), asked, connection.root(), 0, 0))
-    , decoration(requestProperty(connection, asked, connection.atom(Atom::netFrameExtents), 4))
-    , shadow(requestProperty(connection, asked, connection.atom(Atom::gtkFrameExtents), 4))
-    , states(requestProperty(connection, asked, connection.atom(Atom::netWmState), mostAtoms))
-    , types(requestProperty(connection, asked, connection.atom(Atom::netWmWindowType), mostAtoms))
-    , transientFor(requestProperty(connection, asked, XCB_ATOM_WM_TRANSIENT_FOR, 1))
-    , claimedProcess(requestProperty(connection, asked, connection.atom(Atom::netWmPid), 1))
-    , owner(requestOwner(connection, asked)) {
+WindowFactsRequest::WindowFactsRequest(Connection& connection, xcb_window_t window)
+    : window(window)
+    , geometry(xcb_get_geometry(connection.raw(), window))
+    , origin(xcb_translate_coordinates(connection.raw(), window, connection.root(), 0, 0))
+    , decoration(requestProperty(connection, window, connection.atom(Atom::netFrameExtents), 4))
+    , shadow(requestProperty(connection, window, connection.atom(Atom::gtkFrameExtents), 4))
+    , states(requestProperty(connection, window, connection.atom(Atom::netWmState), mostAtoms))
+    , types(requestProperty(connection, window, connection.atom(Atom::netWmWindowType), mostAtoms))
+    , transientFor(requestProperty(connection, window, XCB_ATOM_WM_TRANSIENT_FOR, 1))
+    , claimedProcess(requestProperty(connection, window, connection.atom(Atom::netWmPid), 1))
+    , owner(requestOwner(connection, window)) {
 }
 
 std::optional<WindowFacts> WindowFactsRequest::read(Connection& connection) {

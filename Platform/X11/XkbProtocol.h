@@ -2,7 +2,14 @@
 
 #include <xcb/xcb.h>
 
-// The protocol header names a field `explicit`, which C++ keeps for itself.
+// The protocol header names a field `explicit`, which C++ keeps for itself. clang minds a keyword as a macro's name.
+#ifdef __clang__
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wkeyword-macro"
+#endif
 #define explicit explicitComponents
 #include <xcb/xkb.h>
 #undef explicit
+#ifdef __clang__
+#pragma clang diagnostic pop
+#endif

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+
+namespace benchmarks {
+
+using Clock = std::chrono::steady_clock;
+
+struct FreeDeleter {
+    void operator()(void* memory) const { std::free(memory); }
+};
+
+/// A reply, an error or an event: allocated by xcb, freed by us.
+template <typename Message>
+using Owned = std::unique_ptr<Message, FreeDeleter>;
+
+/// Ends the probe with a sentence on standard error: a measurement that cannot be made must not look like one.
+[[noreturn]] void fail(const char* sentence);
+
+/// A place on the screen as X names it: pixels in root coordinates.
+struct Placement {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+
+    friend bool operator==(const Placement&, const Placement&) = default;
+};
+
+/// A probe's only connection to the server that DISPLAY names.
+class Display {
+public:
+    Display();
+
+    [[nodiscard]] xcb_connection_t* raw() const { return connection.get(); }
+
+    [[nodiscard]] xcb_window_t root() const { return rootWindow; }
+
+    /// The child of the root that a client's window is in: the frame that the window manager put around it, or the
+    /// window itself where it put none.
+    [[nodiscard]] xcb_window_t frameOf(xcb_window_t client) const;
+
+    /// Where a child of the root is now.
+    [[nodiscard]] Placement placementOf(xcb_window_t window) const;
+
+    /// Returns when the server has handled everything that was sent before.
+    void synchronize() const;
+
+    void flush() const { xcb_flush(raw()); }
+
+    /// The next event; nothing where none came until the limit.
+    [[nodiscard]] Owned<xcb_generic_event_t> eventUntil(Clock::time_point limit) const;
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t* raw) const { xcb_disconnect(raw); }
+    };
+
+    std::unique_ptr<xcb_connection_t, Disconnect> connection;
+    xcb_window_t rootWindow = XCB_WINDOW_NONE;
+};
+
+} // namespace benchmarks

@@ -1,0 +1,95 @@
+#!/usr/bin/python3
+"""The walls between the folders, held by reading every #include.
+
+usage: include_walls.py ROOT
+
+Prints one line for each include that breaks a wall, and fails if there is any. An include in quotation marks is one of
+ours, written from the root; one in angle brackets is the standard library's unless it looks like a C header (a slash or
+".h" in it), and those each folder has to be allowed by name.
+"""
+
+import re
+import sys
+from dataclasses import dataclass
+from pathlib import Path
+
+SYSTEM = r"(sys/.*|linux/.*|arpa/.*|netinet/.*|\w+\.h)"
+
+
+@dataclass(frozen=True)
+class Wall:
+    """What the sources of one folder may include; both are regular expressions that match the whole name."""
+
+    folder: str  # the most particular wall comes first and decides
+    ours: str
+    libraries: str = ""
+
+    def permits(self, name: str, is_ours: bool) -> bool:
+        if is_ours:
+            return re.fullmatch(self.ours, name) is not None
+        is_standard = "/" not in name and not name.endswith(".h")
+        return is_standard or re.fullmatch(self.libraries, name) is not None
+
+
+SEAM = r"Platform/\w+\.h"
+WALLS = [
+    Wall("CorvidKitCore", r"CorvidKitCore/.*"),
+    Wall("TesselCore", r"(TesselCore|CorvidKitCore)/.*"),
+    Wall("Platform/Simulated", rf"{SEAM}|(Platform/Simulated|CorvidKitCore)/.*"),
+    Wall("Platform/Linux", rf"{SEAM}|(Platform/Linux|CorvidKitCore)/.*", rf"systemd/.*|plist/.*|{SYSTEM}"),
+    Wall("Platform/X11", rf"{SEAM}|(Platform/X11|Platform/Linux|CorvidKitCore)/.*", rf"xcb/.*|{SYSTEM}"),
+    Wall("Platform", rf"{SEAM}|CorvidKitCore/.*"),
+    Wall("CorvidKit", rf"{SEAM}|(CorvidKit|CorvidKitCore)/.*"),
+    # Only main knows the desktops: it chooses one and hands it on.
+    Wall("Tessel/main.cpp", r"(Tessel|TesselCore|CorvidKit|CorvidKitCore|Platform)/.*"),
+    Wall("Tessel", rf"{SEAM}|(Tessel|TesselCore|CorvidKit|CorvidKitCore)/.*"),
+]
+
+NOT_THE_PRODUCT = {"Benchmarks", "Demo", "Tests", "build"}
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"(?P<ours>[^"]+)"|<(?P<other>[^>]+)>)')
+
+
+def wall_of(path: str) -> Wall | None:
+    return next((wall for wall in WALLS if path == wall.folder or path.startswith(wall.folder + "/")), None)
+
+
+def sources(root: Path) -> list[Path]:
+    """The C++ files of the product, relative to `root`."""
+    folders = [folder for folder in root.iterdir() if folder.name not in NOT_THE_PRODUCT and folder.name[0] != "."]
+    files = [file for folder in folders for file in folder.rglob("*") if file.suffix in {".h", ".cpp"}]
+    return sorted(file.relative_to(root) for file in files)
+
+
+def breaches(root: Path) -> list[str]:
+    """One line for each broken wall below `root`: where, what was included, and what may be."""
+    found = []
+    for path in map(Path.as_posix, sources(root)):
+        wall = wall_of(path)
+        if wall is None:
+            found.append(f"{path}:1: stands behind no wall; give its folder one in {Path(__file__).name}")
+            continue
+        for number, line in enumerate((root / path).read_text(encoding="utf-8").splitlines(), start=1):
+            include = INCLUDE.match(line)
+            if include is None:
+                continue
+            name = include["ours"] or include["other"]
+            if not wall.permits(name, is_ours=include["ours"] is not None):
+                allowed = " or ".join(filter(None, [wall.ours, wall.libraries]))
+                found.append(f"{path}:{number}: includes {name}; {wall.folder} may include the standard library and"
+                             f" {allowed}")
+    return found
+
+
+def main() -> int:
+    root = Path(sys.argv[1])
+    if not sources(root):
+        sys.exit(f"{root} has no C++ sources to check.")
+    found = breaches(root)
+    for breach in found:
+        print(breach)
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

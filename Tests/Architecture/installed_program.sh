@@ -1,0 +1,14 @@
+#!/bin/bash
+# Installs a build into a folder of its own; the program there has to start without a desktop and tell its version.
+# usage: installed_program.sh BUILD VERSION
+set -euo pipefail
+
+prefix=$(mktemp --directory)
+trap 'rm -rf "$prefix"' EXIT
+cmake --install "$1" --prefix "$prefix" >"$prefix/log"
+
+told=$(env --ignore-environment "$prefix/bin/tessel" --version </dev/null)
+if [[ $told != "tessel $2" ]]; then
+    echo "--version says '$told', not 'tessel $2'"
+    exit 1
+fi

@@ -1,0 +1,89 @@
+#include "CorvidKit/Publisher.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace corvid {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+TEST(Publisher, TellsSubscribersInOrderUntilTheyEnd) {
+    Publisher<int> publisher;
+    Lines told;
+    const Subscription first = publisher.subscribe([&](int value) { told.push_back("a" + std::to_string(value)); });
+    {
+        const Subscription second =
+            publisher.subscribe([&](int value) { told.push_back("b" + std::to_string(value)); });
+        publisher.send(1);
+    }
+    publisher.send(2);
+    EXPECT_EQ(told, (Lines{"a1", "b1", "a2"}));
+}
+
+TEST(Publisher, SubscriptionsMayEndDuringAnEmission) {
+    Publisher<> publisher;
+    Lines told;
+    Subscription own;
+    Subscription second;
+    own = publisher.subscribe([&, text = std::string("a text too long to be kept in place")] {
+        own = {};
+        second = {};
+        told.push_back(text);
+    });
+    second = publisher.subscribe([&] { told.emplace_back("second"); });
+    publisher.send();
+    publisher.send();
+    EXPECT_EQ(told, (Lines{"a text too long to be kept in place"}));
+}
+
+TEST(Publisher, SubscribersAddedDuringAnEmissionWaitForTheNext) {
+    Publisher<> publisher;
+    int told = 0;
+    Subscription second;
+    const Subscription first = publisher.subscribe([&] { second = publisher.subscribe([&] { ++told; }); });
+    publisher.send();
+    EXPECT_EQ(told, 0);
+    publisher.send();
+    EXPECT_EQ(told, 0) << "the one that was replaced is not told";
+}
+
+TEST(Publisher, SubscriptionsMayOutliveIt) {
+    Subscription subscription;
+    {
+        Publisher<> publisher;
+        subscription = publisher.subscribe([] {});
+    }
+    subscription = {};
+}
+
+TEST(Publisher, MayBeDroppedByASubscriber) {
+    std::optional<Publisher<>> publisher(std::in_place);
+    int told = 0;
+    const Subscription first = publisher->subscribe([&] {
+        publisher.reset();
+        ++told;
+    });
+    const Subscription second = publisher->subscribe([&] { ++told; });
+    publisher->send();
+    EXPECT_EQ(told, 2);
+}
+
+TEST(Publisher, AMovedSubscriptionGoesOn) {
+    Publisher<> publisher;
+    int told = 0;
+    Subscription first = publisher.subscribe([&] { ++told; });
+    Subscription second = std::move(first);
+    publisher.send();
+    EXPECT_EQ(told, 1);
+    second = Subscription();
+    publisher.send();
+    EXPECT_EQ(told, 1);
+}
+
+} // namespace
+} // namespace corvid

@@ -1,0 +1,116 @@
+"""The program under test, seen from outside: its process, what it tells its service manager, what it prints."""
+
+import os
+import signal
+import socket
+import subprocess
+import time
+from pathlib import Path
+
+from .session import Session
+from .waiting import Expired, until
+
+# Waiting for events with nothing to do, on this processor: the system calls by number.
+WAITING_CALLS = {"x86_64": {"232", "281", "441"}, "aarch64": {"22", "441"}}[os.uname().machine]
+
+
+class Product:
+    def __init__(self, session: Session, program: Path, *options: str, environment: dict[str, str] | None = None):
+        self.session = session
+        self._count = len(list(session.runtime.glob("notify-*")))
+        address = session.runtime / f"notify-{self._count}"
+        self.notifications = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM | socket.SOCK_NONBLOCK)
+        self.notifications.bind(str(address))
+        self.ready = False
+        self.statuses: list[str] = []
+        self._errors = session.logs / f"product-{self._count}.stderr.log"
+        with open(self._errors, "wb") as errors:
+            self.process = session.start(
+                [str(program), *options], f"product-{self._count}",
+                {"NOTIFY_SOCKET": str(address), **(environment or {})}, stderr=errors,
+            )
+
+    # What it tells
+
+    def _listen(self) -> None:
+        while True:
+            try:
+                message = self.notifications.recv(4096).decode()
+            except BlockingIOError:
+                return
+            for line in message.splitlines():
+                self.ready = self.ready or line == "READY=1"
+                if line.startswith("STATUS="):
+                    self.statuses.append(line.removeprefix("STATUS="))
+
+    @property
+    def status(self) -> str | None:
+        """The last status it gave, or None."""
+        self._listen()
+        return self.statuses[-1] if self.statuses else None
+
+    def _alive(self) -> None:
+        assert self.process.poll() is None, f"the program ended with {self.process.returncode}: {self.errors()}"
+
+    def until_ready(self, seconds: float = 10.0) -> None:
+        def told() -> bool:
+            self._listen()
+            self._alive()
+            return self.ready
+
+        until(told, "the program to be ready", seconds, lambda: f"statuses {self.statuses}, {self.errors()!r}")
+
+    def until_status(self, wanted: str, seconds: float = 5.0) -> None:
+        def told() -> bool:
+            now = self.status
+            self._alive()
+            return now == wanted
+
+        until(told, f"status {wanted!r}", seconds, lambda: f"{self.statuses}, {self.errors()!r}")
+
+    def errors(self) -> str:
+        return self._errors.read_text(errors="replace")
+
+    # What it does
+
+    def waits_for_events(self) -> bool:
+        """Whether it has nothing to do: it sleeps in the call in which an event loop sleeps."""
+        call = Path(f"/proc/{self.process.pid}/syscall").read_text().split()
+        return call[0] in WAITING_CALLS
+
+    def until_at_rest(self, seconds: float = 5.0) -> None:
+        """Returns when it has dealt with every event delivered before. (A delivered event wakes it at once.)"""
+        until(self.waits_for_events, "the program to be at rest", seconds, self._doing)
+
+    def _doing(self) -> str:
+        return Path(f"/proc/{self.process.pid}/syscall").read_text().strip()
+
+    # How it ends
+
+    def ended(self, seconds: float = 5.0) -> int:
+        """Its exit status; waits for it."""
+        try:
+            return self.process.wait(seconds)
+        except subprocess.TimeoutExpired:
+            raise Expired(f"the program did not end within {seconds:g} s") from None
+
+    def terminate(self, silently: bool = True) -> None:
+        """Asks it to end as a session does, and checks that it ends well, and has printed nothing if `silently`."""
+        os.kill(self.process.pid, signal.SIGTERM)
+        status = self.ended()
+        assert status == 0, f"ended with {status} on SIGTERM: {self.errors()}"
+        assert not silently or self.errors() == "", f"printed {self.errors()!r}"
+
+    def close(self) -> None:
+        self.notifications.close()
+
+
+def run_to_end(session: Session, program: Path, *options: str, seconds: float = 5.0, environment=None):
+    """Starts the program where it must end by itself; gives exit status, standard output, standard error, seconds."""
+    started = time.monotonic()
+    variables = {**session.environment, **(environment or {})}
+    done = subprocess.run(
+        [str(program), *options], stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=seconds, check=False,
+        env={name: value for name, value in variables.items() if value is not None},
+    )
+    return done.returncode, done.stdout, done.stderr, time.monotonic() - started

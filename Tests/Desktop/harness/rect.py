@@ -1,0 +1,21 @@
+"""A rectangle of the screen in pixels, origin at the top left, y growing downwards."""
+
+from typing import NamedTuple
+
+
+class Rect(NamedTuple):
+    x: int
+    y: int
+    width: int
+    height: int
+
+    @property
+    def size(self) -> tuple[int, int]:
+        return (self.width, self.height)
+
+    def grown(self, left: int, right: int, top: int, bottom: int) -> "Rect":
+        """The rectangle with that much more on each side; negative numbers take away."""
+        return Rect(self.x - left, self.y - top, self.width + left + right, self.height + top + bottom)
+
+    def __str__(self) -> str:
+        return f"{self.width}x{self.height}{self.x:+d}{self.y:+d}"

@@ -1,0 +1,85 @@
+"""X servers: a virtual one with one screen, and the real one on dummy hardware where monitors can be plugged."""
+
+import os
+from pathlib import Path
+
+from .session import Session
+from .skipping import Skipped
+from .waiting import Expired, until
+
+CONFIGURATION = Path(__file__).resolve().parent.parent / "two-monitors.conf"
+
+
+def _identity(path: str) -> tuple[int, int] | None:
+    """What tells a file from another one of the same name made later; inode numbers alone are used again."""
+    try:
+        status = os.stat(path)
+    except FileNotFoundError:
+        return None
+    return (status.st_ino, status.st_mtime_ns)
+
+
+class Server:
+    """A running server with the display number that it chose itself."""
+
+    def __init__(self, session: Session, command: list[str], seconds: float):
+        reading, writing = os.pipe()
+        self.session = session
+        self.process = session.start(
+            [*command, "-displayfd", str(writing), "-noreset", "-nolisten", "tcp"], "server", pass_fds=(writing,)
+        )
+        os.close(writing)
+        os.set_blocking(reading, False)
+        self._answer = b""
+
+        def number_arrived() -> bool:
+            assert self.process.poll() is None, f"{command[0]} ended with {self.process.returncode}"
+            try:
+                self._answer += os.read(reading, 64)
+            except BlockingIOError:
+                pass
+            return self._answer.endswith(b"\n")
+
+        try:
+            until(number_arrived, f"{command[0]} to choose a display", seconds)
+        finally:
+            os.close(reading)
+        self.number = int(self._answer)
+        self.display = f":{self.number}"
+        self._socket = f"/tmp/.X11-unix/X{self.number}"
+        self._lock = f"/tmp/.X{self.number}-lock"
+        self._made = _identity(self._socket)
+
+    def kill(self) -> None:
+        """Ends the server as a crash does, and clears away what it could not clear away itself."""
+        self.process.kill()
+        self.process.wait()
+        for path in self.left_behind():
+            os.unlink(path)
+
+    def left_behind(self) -> list[str]:
+        """Files of this server that are still there; another server may have taken the display's number since."""
+        found = []
+        if _identity(self._socket) == self._made:
+            found.append(self._socket)
+        try:
+            if int(Path(self._lock).read_text()) == self.process.pid:
+                found.append(self._lock)
+        except (FileNotFoundError, ValueError):
+            pass
+        return found
+
+
+def virtual(session: Session, width: int = 1920, height: int = 1080) -> Server:
+    return Server(session, ["Xvfb", "-screen", "0", f"{width}x{height}x24"], 10.0)
+
+
+def two_monitors(session: Session) -> Server:
+    """One lit monitor of 1920x1080, DUMMY0, and unplugged ones, DUMMY1 and up."""
+    command = ["Xorg", "-config", str(CONFIGURATION), "-logfile", str(session.logs / "xorg.log"), "-sharevts", "-novtswitch"]
+    try:
+        return Server(session, command, 15.0)
+    except (AssertionError, Expired) as failure:
+        if os.geteuid() == 0:
+            raise
+        raise Skipped(f"Xorg with the dummy driver does not start without root here ({failure})") from failure

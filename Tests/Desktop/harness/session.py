@@ -1,0 +1,87 @@
+"""A user's session: a home nobody has used before, a runtime directory, an environment and a message bus."""
+
+import os
+import shutil
+import tempfile
+from pathlib import Path
+
+from .processes import Processes
+from .waiting import until
+
+
+class Session:
+    """Lives in a fresh directory that is removed at the end (kept if TESSEL_DESKTOP_KEEP is set)."""
+
+    def __init__(self) -> None:
+        self.directory = Path(tempfile.mkdtemp(prefix="tessel-desktop-"))
+        self.home = self.directory / "home"
+        self.runtime = self.directory / "run"
+        self.logs = self.directory / "logs"
+        for folder in (self.home / ".config", self.logs):
+            folder.mkdir(parents=True)
+        self.runtime.mkdir(mode=0o700)
+        self.processes = Processes(self.logs)
+        self.environment = {
+            "PATH": "/usr/bin:/bin",
+            "HOME": str(self.home),
+            "XDG_CONFIG_HOME": str(self.home / ".config"),
+            "XDG_RUNTIME_DIR": str(self.runtime),
+            "XDG_SESSION_TYPE": "x11",
+            "LANG": "C.UTF-8",
+            # Settings live in files of the fresh home, without a settings service.
+            "GSETTINGS_BACKEND": "keyfile",
+            "NO_AT_BRIDGE": "1",
+            "QT_QPA_PLATFORM": "xcb",
+            "GDK_BACKEND": "x11",
+            "LIBGL_ALWAYS_SOFTWARE": "1",
+        }
+        for name in ("ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "LSAN_OPTIONS"):
+            if name in os.environ:
+                self.environment[name] = os.environ[name]
+
+    def enter_display(self, display: str) -> None:
+        """Names the display and starts the bus: services that the bus starts must know the display."""
+        self.environment["DISPLAY"] = display
+        address = f"unix:path={self.runtime}/bus"
+        self.processes.start(
+            ["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"], self.environment, "bus"
+        )
+        until((self.runtime / "bus").exists, "the session bus")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+
+    def start(self, command: list[str], log: str, extra: dict[str, str] | None = None, **options):
+        return self.processes.start(command, {**self.environment, **(extra or {})}, log, **options)
+
+    def run(self, command: list[str], extra: dict[str, str] | None = None) -> str:
+        return self.processes.run(command, {**self.environment, **(extra or {})})
+
+    def configure(self, path: str, text: str) -> None:
+        """Writes a file below the home directory."""
+        file = self.home / path
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_text(text)
+
+    def settings(self, entries: str) -> Path:
+        """Writes the program's settings file with these entries of a property list's dictionary; gives its path."""
+        self.configure(
+            ".config/tessel/preferences.plist",
+            '<?xml version="1.0" encoding="UTF-8"?>\n'
+            '<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">\n'
+            f'<plist version="1.0"><dict>{entries}</dict></plist>\n',
+        )
+        return self.home / ".config/tessel/preferences.plist"
+
+    def log_text(self) -> str:
+        """The end of every log, for a failure report."""
+        parts = []
+        for log in sorted(self.logs.glob("*.log")):
+            lines = log.read_text(errors="replace").splitlines()[-12:]
+            parts.append(f"--- {log.name}\n" + "\n".join(lines))
+        return "\n".join(parts)
+
+    def close(self) -> None:
+        try:
+            self.processes.end_all()
+        finally:
+            if "TESSEL_DESKTOP_KEEP" not in os.environ:
+                shutil.rmtree(self.directory)

@@ -1,0 +1,29 @@
+"""Waiting for a condition, never for a time to pass."""
+
+import time
+from typing import Any, Callable
+
+# Polling finer than this only takes processor time from what is being waited for.
+INTERVAL = 0.004
+
+
+class Expired(AssertionError):
+    """A condition did not come true before its deadline."""
+
+
+def until(condition: Callable[[], Any], what: str, seconds: float = 5.0, saw: Callable[[], Any] | None = None) -> Any:
+    """Returns the first true value of `condition`; after the deadline fails with `what` and what `saw` tells."""
+    deadline = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > deadline:
+            seen = f"; saw {saw()}" if saw else ""
+            raise Expired(f"waited {seconds:g} s for {what}{seen}")
+        time.sleep(INTERVAL)
+
+
+def until_equal(read: Callable[[], Any], expected: Any, what: str, seconds: float = 5.0) -> None:
+    """Waits until `read` gives `expected`."""
+    until(lambda: read() == expected, f"{what} to be {expected}", seconds, read)

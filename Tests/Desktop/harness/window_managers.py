@@ -1,0 +1,74 @@
+"""The window managers that the tests run, and how each behaves where window managers differ."""
+
+from dataclasses import dataclass, field
+from typing import Callable
+
+from . import freed_keys
+from .session import Session
+
+
+@dataclass(frozen=True)
+class WindowManager:
+    name: str
+    package: str
+    command: tuple[str, ...]
+    # Writes the configuration by which a user takes our keys away from it; None where it holds none of them.
+    free_keys: Callable[[Session], None] | None
+    # The actions whose keys it grabs with its own defaults.
+    holds: frozenset[str] = frozenset()
+    environment: dict[str, str] = field(default_factory=dict)
+    # It draws shadows, so applications that decorate themselves draw theirs too.
+    composites: bool = False
+    # The height of its own bar at the bottom of the screen.
+    bar: int = 0
+    # It rounds sizes down to a terminal's rows and columns.
+    honours_increments: bool = True
+    # It keeps a pager's requests within the window's own least and greatest size.
+    honours_limits: bool = True
+    # It takes the focus from the window a while after monitors have changed.
+    forgets_focus: bool = False
+
+    @property
+    def program(self) -> str:
+        return self.command[0]
+
+
+ARROWS = frozenset({"leftHalf", "rightHalf", "maximize", "maximizeHeight"})
+
+WINDOW_MANAGERS = {
+    manager.name: manager
+    for manager in (
+        WindowManager(
+            "openbox", "openbox", ("openbox", "--sm-disable"), freed_keys.openbox, holds=ARROWS
+        ),
+        WindowManager(
+            "xfwm4", "xfwm4", ("xfwm4", "--sm-client-disable", "--compositor=on", "--vblank=off"), freed_keys.xfwm4,
+            holds=ARROWS | {"almostMaximize"}, composites=True, honours_increments=False,
+        ),
+        WindowManager(
+            "metacity", "metacity", ("metacity", "--sm-disable", "--compositor=xrender"), freed_keys.metacity,
+            holds=ARROWS, composites=True,
+        ),
+        WindowManager(
+            "marco", "marco", ("marco", "--sm-disable", "--composite"), freed_keys.marco,
+            holds=ARROWS | {"almostMaximize"}, composites=True,
+        ),
+        WindowManager(
+            "kwin_x11", "kwin-x11", ("kwin_x11", "--no-kactivities"), None,
+            environment={"KWIN_COMPOSE": "O2"}, composites=True,
+        ),
+        WindowManager(
+            "mutter", "mutter", ("mutter", "--x11", "--sm-disable"), freed_keys.mutter, composites=True
+        ),
+        WindowManager(
+            "icewm", "icewm", ("icewm",), freed_keys.icewm,
+            holds=frozenset({"leftHalf", "rightHalf", "almostMaximize", "maximizeHeight"}), bar=26,
+            honours_limits=False,
+        ),
+        WindowManager(
+            "fluxbox", "fluxbox", ("fluxbox",), freed_keys.fluxbox,
+            holds=frozenset({"leftHalf", "rightHalf"}), bar=20, honours_increments=False, honours_limits=False,
+            forgets_focus=True,
+        ),
+    )
+}

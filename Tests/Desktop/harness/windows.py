@@ -1,0 +1,210 @@
+"""Windows as the X server and the window manager tell of them: which there are, where they are, what state they are in.
+
+A window's frame is what a person sees of it: the client's rectangle with the window manager's decoration around it
+(_NET_FRAME_EXTENTS) and without the shadow that the application draws itself (_GTK_FRAME_EXTENTS).
+"""
+
+import select
+import time
+
+from Xlib import X, Xutil, display, error
+from Xlib.protocol import event
+
+from .rect import Rect
+from .waiting import Expired, until
+
+NORTH_WEST = 1
+FROM_A_PAGER = 2
+REMOVE, ADD = 0, 1
+
+
+class Windows:
+    def __init__(self, name: str):
+        self.connection = display.Display(name)
+        # A window may go between a question and its answer; whoever asked gets the exception, nobody the printout.
+        self.connection.set_error_handler(lambda *_: None)
+        self.root = self.connection.screen().root
+        self._fence = self.root.create_window(-50, -50, 10, 10, 0, X.CopyFromParent, event_mask=X.StructureNotifyMask)
+        self._fence_width = 10
+
+    def close(self) -> None:
+        self.connection.close()
+
+    # Properties
+
+    def atom(self, name: str) -> int:
+        return self.connection.intern_atom(name)
+
+    def cardinals(self, window, name: str) -> list[int] | None:
+        """A property of 32-bit items, or None without it or without the window."""
+        try:
+            value = window.get_full_property(self.atom(name), X.AnyPropertyType)
+        except (error.BadWindow, error.BadDrawable):
+            return None
+        return None if value is None or value.format != 32 else list(value.value)
+
+    def supports(self, name: str) -> bool:
+        return self.atom(name) in (self.cardinals(self.root, "_NET_SUPPORTED") or [])
+
+    def composited(self) -> bool:
+        """Whether somebody has announced to draw the screen with shadows."""
+        return self.connection.get_selection_owner(self.atom("_NET_WM_CM_S0")) != X.NONE
+
+    def window(self, identifier: int):
+        return self.connection.create_resource_object("window", identifier)
+
+    def managed(self) -> list[int]:
+        return self.cardinals(self.root, "_NET_CLIENT_LIST") or []
+
+    def active(self) -> int:
+        return (self.cardinals(self.root, "_NET_ACTIVE_WINDOW") or [0])[0]
+
+    def of_process(self, process_id: int) -> int | None:
+        """The window of that process that the window manager manages, or None."""
+        for identifier in self.managed():
+            if self.cardinals(self.window(identifier), "_NET_WM_PID") == [process_id]:
+                return identifier
+        return None
+
+    def is_decorated(self, identifier: int) -> bool:
+        """Whether a window manager that runs has put a frame around it."""
+        return self.window(identifier).query_tree().parent != self.root
+
+    def states(self, identifier: int) -> set[str]:
+        atoms = self.cardinals(self.window(identifier), "_NET_WM_STATE") or []
+        return {self.connection.get_atom_name(atom).removeprefix("_NET_WM_STATE_") for atom in atoms}
+
+    # Geometry
+
+    def client_rect(self, identifier: int) -> Rect:
+        """The client area, without decoration."""
+        window = self.window(identifier)
+        geometry = window.get_geometry()
+        place = self.root.translate_coords(window, 0, 0)
+        return Rect(place.x, place.y, geometry.width, geometry.height)
+
+    def extents(self, identifier: int, name: str) -> tuple[int, int, int, int]:
+        """Left, right, top, bottom; zeros where nobody set any."""
+        values = self.cardinals(self.window(identifier), name)
+        return tuple(values) if values and len(values) == 4 else (0, 0, 0, 0)
+
+    def frame(self, identifier: int) -> Rect:
+        shadow = self.extents(identifier, "_GTK_FRAME_EXTENTS")
+        decoration = self.extents(identifier, "_NET_FRAME_EXTENTS")
+        return self.client_rect(identifier).grown(*decoration).grown(*(-side for side in shadow))
+
+    def work_area(self) -> Rect | None:
+        """What bars and panels leave of a single screen, as the window manager says; None where it does not say."""
+        values = self.cardinals(self.root, "_NET_WORKAREA")
+        return Rect(*values[:4]) if values else None
+
+    def size_hints(self, identifier: int):
+        return self.window(identifier).get_wm_normal_hints()
+
+    def paint_background(self, colour: int) -> None:
+        """Paints the empty screen in one colour, 0xRRGGBB."""
+        self.root.change_attributes(background_pixel=colour)
+        self.root.clear_area(0, 0, 0, 0)
+        self.connection.sync()
+
+    # Requests, as a pager makes them
+
+    def _ask(self, identifier: int, message: str, data: list[int]) -> None:
+        request = event.ClientMessage(
+            window=self.window(identifier), client_type=self.atom(message), data=(32, (data + [0] * 5)[:5])
+        )
+        self.root.send_event(request, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self.connection.flush()
+
+    def activate(self, identifier: int, seconds: float = 5.0) -> None:
+        """Brings a window to the front and waits until it has the focus, by the window manager's word and the server's."""
+        self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])
+        self.fence()
+        until(
+            lambda: self.active() == identifier and self._has_input_focus(identifier),
+            f"window {identifier:#x} to be active", seconds, self._focus_story,
+        )
+
+    def _has_input_focus(self, identifier: int) -> bool:
+        """Whether the keyboard focus is in the window, or in the window manager's frame around it."""
+        focused = self.connection.get_input_focus().focus
+        while not isinstance(focused, int) and focused != self.root:
+            if focused.id == identifier:
+                return True
+            try:
+                tree = focused.query_tree()
+            except error.BadWindow:
+                return False
+            if any(child.id == identifier for child in tree.children):
+                return True
+            focused = tree.parent
+        return False
+
+    def _focus_story(self) -> str:
+        focused = self.connection.get_input_focus().focus
+        return f"active {self.active():#x} of {[hex(window) for window in self.managed()]}, focus on {focused}"
+
+    def place(self, identifier: int, frame: Rect) -> None:
+        """Asks for that frame and waits until the window manager has dealt with it, whatever it made of it."""
+        decoration = self.extents(identifier, "_NET_FRAME_EXTENTS")
+        shadow = self.extents(identifier, "_GTK_FRAME_EXTENTS")
+        left, right, top, bottom = (outer - inner for outer, inner in zip(decoration, shadow))
+        flags = NORTH_WEST | 0xF << 8 | FROM_A_PAGER << 12
+        size = [frame.width - left - right, frame.height - top - bottom]
+        corner = [frame.x - shadow[0], frame.y - shadow[2]]
+        self._ask(identifier, "_NET_MOVERESIZE_WINDOW", [flags, *(value & 0xFFFFFFFF for value in corner + size)])
+        self.fence()
+
+    def change_state(self, identifier: int, action: int, *names: str) -> None:
+        """Adds or removes one or two states, such as MAXIMIZED_VERT, and waits until the window shows them."""
+        atoms = [self.atom(f"_NET_WM_STATE_{name}") for name in names]
+        self._ask(identifier, "_NET_WM_STATE", [action, *(atoms + [0])[:2], FROM_A_PAGER])
+        wanted = set(names)
+
+        def reached() -> bool:
+            shown = self.states(identifier) & wanted
+            return shown == wanted if action == ADD else not shown
+
+        until(reached, f"states {wanted} to be {'set' if action == ADD else 'gone'}", 5.0, lambda: self.states(identifier))
+        self.fence()
+
+    def minimize(self, identifier: int) -> None:
+        """Minimizes a window and waits until it is out of sight and out of focus."""
+        self._ask(identifier, "WM_CHANGE_STATE", [Xutil.IconicState])
+        window = self.window(identifier)
+        until(lambda: (self.cardinals(window, "WM_STATE") or [0])[0] == Xutil.IconicState, "the window to be minimized")
+        until(lambda: self.active() != identifier, "the minimized window to lose the focus", saw=self._focus_story)
+        self.fence()
+
+    def focus(self, identifier: int) -> None:
+        """Gives a window the keyboard focus as a program could, and tells the window manager that it is wanted active."""
+        self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])
+        self.fence()
+        self.window(identifier).set_input_focus(X.RevertToPointerRoot, X.CurrentTime)
+        self.connection.sync()
+        focused = lambda: getattr(self.connection.get_input_focus().focus, "id", 0)
+        until(lambda: focused() == identifier, f"{identifier:#x} to have the keyboard focus", saw=lambda: hex(focused()))
+
+    def fence(self, seconds: float = 5.0) -> None:
+        """Returns when the window manager has handled everything that was asked before.
+
+        A configure request for an unmapped window of ours goes to the window manager, which answers it in its turn.
+        """
+        if not self.answers(seconds):
+            raise Expired(f"the window manager did not answer within {seconds:g} s")
+
+    def answers(self, seconds: float) -> bool:
+        """Whether the window manager handles a request of now within that time."""
+        self._fence_width = 31 - self._fence_width
+        self._fence.configure(width=self._fence_width)
+        self.connection.flush()
+        deadline = time.monotonic() + seconds
+        while True:
+            while self.connection.pending_events():
+                seen = self.connection.next_event()
+                if seen.type == X.ConfigureNotify and seen.window == self._fence and seen.width == self._fence_width:
+                    return True
+            rest = deadline - time.monotonic()
+            if rest <= 0:
+                return False
+            select.select([self.connection], [], [], rest)

@@ -1,0 +1,375 @@
+#include "CorvidKit/HotKeys.h"
+#include "CorvidKitCore/PropertyListValue.h"
+#include "Platform/Simulated/Desktop.h"
+#include "Tessel/AppState.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tessel {
+namespace {
+
+using namespace std::chrono_literals;
+using corvid::CGRect;
+using corvid::PropertyListValue;
+using platform::simulated::Application;
+using platform::simulated::Window;
+using Lines = std::vector<std::string>;
+
+const Lines registration{"register hot key 123 6144 as CWky 1", "register hot key 124 6144 as CWky 2",
+                         "register hot key 8 6144 as CWky 3",   "register hot key 126 6144 as CWky 4",
+                         "register hot key 2 6144 as CWky 5",   "register hot key 125 6144 as CWky 6"};
+const Lines unregistration{"unregister hot key CWky 1", "unregister hot key CWky 2", "unregister hot key CWky 3",
+                           "unregister hot key CWky 4", "unregister hot key CWky 5", "unregister hot key CWky 6"};
+
+Lines joined(std::vector<Lines> parts) {
+    Lines whole;
+    for (const Lines& part : parts) {
+        whole.insert(whole.end(), part.begin(), part.end());
+    }
+    return whole;
+}
+
+class State : public testing::Test {
+protected:
+    AppState& make() {
+        made.emplace(desktop.standardUserDefaults, false, dispatcher);
+        return *made;
+    }
+
+    std::size_t registeredCount() const { return desktop.hotKeyEvents.registered().size(); }
+
+    void refuse(WindowAction action) {
+        desktop.hotKeyEvents.refuse(action.shortcut().keyCode, action.shortcut().modifiers);
+    }
+
+    void release(WindowAction action) {
+        desktop.hotKeyEvents.release(action.shortcut().keyCode, action.shortcut().modifiers);
+    }
+
+    std::optional<platform::OSStatus> press(WindowAction action) {
+        return desktop.hotKeyEvents.press(action.shortcut().keyCode, action.shortcut().modifiers);
+    }
+
+    std::optional<PropertyListValue> stored(const char* key) { return desktop.standardUserDefaults.store.object(key); }
+
+    void store(const char* key, PropertyListValue value) {
+        desktop.standardUserDefaults.store.set(std::move(value), key);
+    }
+
+    platform::simulated::Desktop desktop;
+    corvid::HotKeyDispatcher dispatcher;
+    std::optional<AppState> made;
+};
+
+TEST_F(State, IsMadeByReadingAskingForTrustAndRegisteringInThisOrder) {
+    const AppState& state = make();
+    EXPECT_EQ(desktop.trace.take(),
+              joined({{"read setting enabled", "read setting rules", "request trust", "install hot key handler"},
+                      registration}));
+    EXPECT_TRUE(state.isEnabled());
+    EXPECT_TRUE(state.hasAccessibility());
+    EXPECT_TRUE(state.rules().empty());
+    EXPECT_TRUE(state.failedShortcuts().empty());
+    EXPECT_FALSE(state.isPreview);
+    EXPECT_EQ(state.status(), AppStatus::active);
+}
+
+TEST_F(State, WaitsForThePermissionOnAFirstRunAndIsActiveAtThePollAfterTheGrant) {
+    desktop.accessibility.isTrusted = false;
+    const AppState& state = make();
+    EXPECT_EQ(desktop.trace.take(), (Lines{"read setting enabled", "read setting rules", "request trust"}));
+    EXPECT_EQ(desktop.accessibility.promptCount(), 1);
+    EXPECT_EQ(state.status(), AppStatus::waitingForPermission);
+    desktop.mainActor.advance(3s);
+    EXPECT_EQ(desktop.trace.take(), (Lines{"read trust"}));
+    desktop.accessibility.isTrusted = true;
+    EXPECT_EQ(state.status(), AppStatus::waitingForPermission);
+    desktop.mainActor.advance(1s);
+    EXPECT_EQ(state.status(), AppStatus::active);
+    EXPECT_EQ(desktop.trace.take(), joined({{"read trust", "install hot key handler"}, registration}));
+    EXPECT_EQ(desktop.accessibility.promptCount(), 1) << "asked once only";
+}
+
+TEST_F(State, LooksForThePermissionEveryTwoSecondsWithATolerance) {
+    make();
+    using Waiting = platform::simulated::MainActor::Waiting;
+    EXPECT_EQ(desktop.mainActor.waiting(), (std::vector<Waiting>{{platform::Instant(2s), 10s}}));
+    desktop.trace.clear();
+    desktop.mainActor.advance(10s);
+    EXPECT_EQ(desktop.trace.take(), Lines(5, "read trust")) << "nothing is done while nothing changes";
+}
+
+TEST_F(State, SeesAGrantAfterAtMostTwelveSeconds) {
+    desktop.accessibility.isTrusted = false;
+    const AppState& state = make();
+    desktop.accessibility.isTrusted = true;
+    desktop.mainActor.setExhaustsTolerance(true);
+    desktop.mainActor.advance(11999ms);
+    EXPECT_EQ(state.status(), AppStatus::waitingForPermission);
+    desktop.mainActor.advance(1ms);
+    EXPECT_EQ(state.status(), AppStatus::active);
+}
+
+TEST_F(State, TurnsEverythingOffAtThePollAfterARevocation) {
+    refuse(WindowAction::center);
+    const AppState& state = make();
+    desktop.accessibility.isTrusted = false;
+    EXPECT_EQ(registeredCount(), 5U);
+    desktop.mainActor.advance(2s);
+    EXPECT_EQ(registeredCount(), 0U);
+    EXPECT_FALSE(state.hasAccessibility());
+    EXPECT_TRUE(state.failedShortcuts().empty());
+    EXPECT_EQ(state.status(), AppStatus::waitingForPermission);
+    desktop.accessibility.isTrusted = true;
+    desktop.mainActor.advance(2s);
+    EXPECT_EQ(registeredCount(), 5U);
+    EXPECT_EQ(state.status(), AppStatus::shortcutsTaken);
+}
+
+TEST_F(State, TurnedOffStoresItThenUnregistersEverything) {
+    AppState& state = make();
+    desktop.trace.clear();
+    state.setEnabled(false);
+    EXPECT_EQ(desktop.trace.take(), joined({{"write setting enabled"}, unregistration}));
+    EXPECT_EQ(stored("enabled"), PropertyListValue(false));
+    EXPECT_EQ(state.status(), AppStatus::paused);
+}
+
+TEST_F(State, TurnedOffHasNoFailedShortcutsAndTurnedOnFindsThemAnew) {
+    refuse(WindowAction::center);
+    refuse(WindowAction::maximize);
+    AppState& state = make();
+    EXPECT_EQ(state.failedShortcuts(), (std::set<WindowAction>{WindowAction::center, WindowAction::maximize}));
+    EXPECT_EQ(state.status(), AppStatus::shortcutsTaken);
+    state.setEnabled(false);
+    EXPECT_TRUE(state.failedShortcuts().empty());
+    EXPECT_EQ(registeredCount(), 0U);
+    release(WindowAction::center);
+    refuse(WindowAction::leftHalf);
+    state.setEnabled(true);
+    EXPECT_EQ(state.failedShortcuts(), (std::set<WindowAction>{WindowAction::leftHalf, WindowAction::maximize}));
+    EXPECT_EQ(registeredCount(), 4U);
+    EXPECT_EQ(desktop.hotKeyEvents.registered().front().name.id, 8U) << "ids go on where they were";
+}
+
+TEST_F(State, TurnedOnWithoutPermissionWaitsForIt) {
+    store("enabled", false);
+    desktop.accessibility.isTrusted = false;
+    AppState& state = make();
+    EXPECT_EQ(state.status(), AppStatus::paused);
+    state.setEnabled(true);
+    EXPECT_EQ(state.status(), AppStatus::waitingForPermission);
+    EXPECT_EQ(registeredCount(), 0U);
+}
+
+TEST_F(State, StartedSwitchedOffAsksForTrustButRegistersNothing) {
+    store("enabled", false);
+    const AppState& state = make();
+    EXPECT_EQ(desktop.trace.take(), (Lines{"read setting enabled", "read setting rules", "request trust"}));
+    EXPECT_EQ(state.status(), AppStatus::paused);
+    EXPECT_TRUE(state.hasAccessibility());
+}
+
+TEST_F(State, AssignedTheSameValueStoresAndUpdatesAllTheSame) {
+    AppState& state = make();
+    desktop.trace.clear();
+    state.setEnabled(true);
+    EXPECT_EQ(desktop.trace.take(), (Lines{"write setting enabled"})) << "hot keys are not registered twice";
+    int changes = 0;
+    const auto subscription = state.objectWillChange().subscribe([&] { ++changes; });
+    state.setEnabled(true);
+    EXPECT_EQ(changes, 2) << "the switch and the failed shortcuts";
+}
+
+TEST_F(State, KeepsItsFailedShortcutsUntilItIsTurnedOffAndOn) {
+    refuse(WindowAction::center);
+    AppState& state = make();
+    release(WindowAction::center);
+    desktop.trace.clear();
+    state.setEnabled(true);
+    desktop.mainActor.advance(20s);
+    EXPECT_EQ(state.failedShortcuts(), (std::set<WindowAction>{WindowAction::center}));
+    EXPECT_EQ(state.status(), AppStatus::shortcutsTaken);
+    state.setEnabled(false);
+    state.setEnabled(true);
+    EXPECT_TRUE(state.failedShortcuts().empty());
+    EXPECT_EQ(state.status(), AppStatus::active);
+}
+
+TEST_F(State, TriesAgainAtTheNextUpdateWhenEveryShortcutWasRefused) {
+    for (const WindowAction action : WindowAction::allCases) {
+        refuse(action);
+    }
+    AppState& state = make();
+    EXPECT_EQ(state.failedShortcuts().size(), 6U);
+    release(WindowAction::center);
+    state.setEnabled(true);
+    EXPECT_EQ(state.failedShortcuts().size(), 5U);
+    EXPECT_EQ(registeredCount(), 1U);
+}
+
+TEST_F(State, TellsBeforeEachChangeSoThatTheOldValueIsStillThere) {
+    AppState& state = make();
+    Lines seen;
+    const auto subscription = state.objectWillChange().subscribe([&] {
+        seen.push_back(std::string(state.isEnabled() ? "on" : "off") + (state.hasAccessibility() ? " trusted" : "") +
+                       " failed " + std::to_string(state.failedShortcuts().size()) + " rules " +
+                       std::to_string(state.rules().size()));
+    });
+    state.setEnabled(false);
+    EXPECT_EQ(seen, (Lines{"on trusted failed 0 rules 0", "off trusted failed 0 rules 0"}));
+    seen.clear();
+    refuse(WindowAction::center);
+    state.setEnabled(true);
+    EXPECT_EQ(seen, (Lines{"off trusted failed 0 rules 0", "on trusted failed 0 rules 0"}));
+    seen.clear();
+    desktop.accessibility.isTrusted = false;
+    desktop.mainActor.advance(2s);
+    EXPECT_EQ(seen, (Lines{"on trusted failed 1 rules 0", "on failed 1 rules 0"}));
+    seen.clear();
+    state.setRule("org.example.Editor", WindowAction::maximize);
+    EXPECT_EQ(seen, (Lines{"on failed 0 rules 0"}));
+    seen.clear();
+    desktop.mainActor.advance(20s);
+    EXPECT_EQ(seen, Lines{}) << "a poll that finds nothing new tells nothing";
+}
+
+TEST_F(State, ReadsTheRulesAndDropsEntriesThatAreNoActions) {
+    store("rules", PropertyListValue::Dictionary{{"org.example.Editor", "maximize"},
+                                                 {"org.example.Odd", "sideways"},
+                                                 {"org.example.Number", 3},
+                                                 {"org.example.Terminal", "center"}});
+    const AppState& state = make();
+    EXPECT_EQ(state.rules(), (Prefs::Rules{{"org.example.Editor", WindowAction::maximize},
+                                           {"org.example.Terminal", WindowAction::center}}));
+}
+
+TEST_F(State, ReadsUnreadableSettingsAsTheirDefaults) {
+    store("enabled", "yes");
+    store("rules", true);
+    const AppState& state = make();
+    EXPECT_TRUE(state.isEnabled());
+    EXPECT_TRUE(state.rules().empty());
+}
+
+TEST_F(State, StoresEveryChangeOfTheRules) {
+    AppState& state = make();
+    desktop.trace.clear();
+    state.setRule("org.example.Editor", WindowAction::maximize);
+    state.setRule("org.example.Terminal", WindowAction::maximize);
+    state.setRule("org.example.Editor", WindowAction::center);
+    EXPECT_EQ(stored("rules"), PropertyListValue(PropertyListValue::Dictionary{{"org.example.Editor", "center"},
+                                                                               {"org.example.Terminal", "maximize"}}));
+    state.setRule("org.example.Editor", std::nullopt);
+    state.setRule("org.example.Unknown", std::nullopt);
+    EXPECT_EQ(state.rules(), (Prefs::Rules{{"org.example.Terminal", WindowAction::maximize}}));
+    state.setRules({});
+    EXPECT_EQ(stored("rules"), PropertyListValue(PropertyListValue::Dictionary{}));
+    EXPECT_EQ(desktop.trace.take(), Lines(6, "write setting rules"));
+}
+
+TEST_F(State, APressMovesTheFocusedWindow) {
+    Application& editor = desktop.applications.add({.process = 10});
+    Window& window = editor.addWindow({});
+    desktop.applications.frontmost = &editor;
+    make();
+    desktop.trace.clear();
+    EXPECT_EQ(press(WindowAction::rightHalf), platform::noErr);
+    EXPECT_EQ(window.frame(), (CGRect{{960, 25}, {960, 1055}}));
+    EXPECT_EQ(desktop.trace.take(),
+              (Lines{"read frontmost application", "read application 10 AXFocusedWindow", "read window 1 AXPosition",
+                     "read window 1 AXSize", "read screens", "read window 1 process",
+                     "read application 10 AXEnhancedUserInterface", "write window 1 AXSize (960, 1055)",
+                     "write window 1 AXPosition (960, 25)", "write window 1 AXSize (960, 1055)",
+                     "read window 1 AXPosition", "read window 1 AXSize"}));
+}
+
+TEST_F(State, EveryShortcutCarriesOutItsOwnAction) {
+    struct Expectation {
+        WindowAction action;
+        std::uint32_t keyCode;
+        CGRect frame;
+    };
+    const std::vector<Expectation> expectations{{WindowAction::leftHalf, 123, {{0, 25}, {960, 1055}}},
+                                                {WindowAction::rightHalf, 124, {{960, 25}, {960, 1055}}},
+                                                {WindowAction::center, 8, {{560, 253}, {800, 600}}},
+                                                {WindowAction::maximize, 126, {{0, 25}, {1920, 1055}}},
+                                                {WindowAction::almostMaximize, 2, {{96, 78}, {1728, 950}}},
+                                                {WindowAction::maximizeHeight, 125, {{100, 25}, {800, 1055}}}};
+    Application& editor = desktop.applications.add({.process = 10});
+    Window& window = editor.addWindow({});
+    desktop.applications.frontmost = &editor;
+    make();
+    for (const Expectation& expectation : expectations) {
+        window.moveTo({{100, 100}, {800, 600}});
+        EXPECT_EQ(desktop.hotKeyEvents.press(expectation.keyCode, 4096 + 2048), platform::noErr);
+        EXPECT_EQ(window.frame(), expectation.frame) << expectation.action.rawValue();
+    }
+}
+
+TEST_F(State, APressWithoutAFocusedWindowBeepsAndDoesNothingElse) {
+    make();
+    desktop.trace.clear();
+    EXPECT_EQ(press(WindowAction::center), platform::noErr);
+    EXPECT_EQ(desktop.trace.take(), (Lines{"read frontmost application", "beep"}));
+    desktop.applications.frontmost = &desktop.applications.add({.process = 10});
+    EXPECT_EQ(press(WindowAction::center), platform::noErr);
+    EXPECT_EQ(desktop.trace.take(),
+              (Lines{"read frontmost application", "read application 10 AXFocusedWindow", "beep"}));
+    EXPECT_EQ(desktop.sound.count(), 2);
+}
+
+TEST_F(State, APressWhileThisProgramIsFrontmostBeepsAndMovesNothing) {
+    Application& ourselves = desktop.applications.add({.process = platform::simulated::ProcessInfo::ownProcess});
+    ourselves.addWindow({});
+    desktop.applications.frontmost = &ourselves;
+    make();
+    desktop.trace.clear();
+    EXPECT_EQ(press(WindowAction::maximize), platform::noErr);
+    EXPECT_EQ(desktop.trace.take(), (Lines{"read frontmost application", "beep"}));
+}
+
+TEST_F(State, AWindowThatCannotBeMovedDoesNotBeep) {
+    Application& editor = desktop.applications.add({.process = 10});
+    editor.addWindow({}).faults.failReads(platform::AXAttribute::position, platform::AXError::cannotComplete);
+    desktop.applications.frontmost = &editor;
+    make();
+    EXPECT_EQ(press(WindowAction::maximize), platform::noErr);
+    EXPECT_EQ(desktop.sound.count(), 0);
+}
+
+TEST_F(State, EndsItsWatchWithItself) {
+    make();
+    made.reset();
+    EXPECT_TRUE(desktop.mainActor.waiting().empty());
+    desktop.trace.clear();
+    desktop.mainActor.advance(20s);
+    EXPECT_EQ(desktop.trace.take(), Lines{});
+}
+
+using StateDeathTest = State;
+
+TEST_F(StateDeathTest, TheSharedOneIsMadeOnceOverTheUsersSettings) {
+    // It lives as long as its process does, hence in one of its own.
+    EXPECT_EXIT(
+        {
+            store("enabled", false);
+            AppState& state = AppState::shared();
+            const bool isRight = !state.isEnabled() && !state.isPreview && &state == &AppState::shared() &&
+                                 desktop.mainActor.waiting().size() == 1;
+            state.setEnabled(true);
+            const bool isStored = stored("enabled") == PropertyListValue(true);
+            std::_Exit(isRight && isStored && registeredCount() == 6 ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+} // namespace
+} // namespace tessel
