@@ -76,25 +76,19 @@ std::optional<Placement::Sent> Placement::sendJob() {
     if (isFulfilled(job.request, visible)) {
         return std::nullopt;
     }
+    // What is not asked for has to stay as it is, so it is asked for: a released window takes its former size, and
+    // Fluxbox adds the height of the title to a window that is only moved.
+    sent.job.request = wholeRequest(job.request, visible);
     if (sent.wasMaximized) {
-        // Released, the window takes its former size; what is not asked for has to stay as it is, so it is asked for.
-        sent.job.request = wholeRequest(job.request, visible);
-        if (!release(job.window)) {
-            return std::nullopt;
+        changeMaximized(job.window, stateRemove);
+        // The decoration may be another one now. Where the answer does not come in time, the message still follows
+        // the release, reckoned with the decoration that was: better a few pixels off than left in between.
+        if (const WindowFacts* released = fence.wait() ? readAgain(job.window) : nullptr) {
+            sent.reckoned = released->geometry;
         }
-        facts = readAgain(job.window);
-        if (facts == nullptr) {
-            return std::nullopt;
-        }
-        sent.reckoned = facts->geometry;
     }
     sendMoveResize(job.window, moveResizeMessage(sent.reckoned, sent.job.request));
     return sent;
-}
-
-bool Placement::release(xcb_window_t window) {
-    changeMaximized(window, stateRemove);
-    return fence.wait();
 }
 
 void Placement::untile(const Sent& sent) {
@@ -108,7 +102,7 @@ void Placement::untile(const Sent& sent) {
         isFulfilled(sent.job.request, visibleRectangle(sent.before))) {
         return;
     }
-    const PlacementRequest whole = wholeRequest(sent.job.request, visibleRectangle(sent.before));
+    const PlacementRequest& whole = sent.job.request;
     const MoveResizeMessage wanted = moveResizeMessage(sent.before, whole);
     const ClientSize allowed =
         constrainedSize(readSizeHints(connection, sent.job.window), {wanted.width, wanted.height});

@@ -51,7 +51,6 @@ private:
     };
 
     [[nodiscard]] std::optional<Sent> sendJob();
-    [[nodiscard]] bool release(xcb_window_t window);
     void untile(const Sent& sent);
     void correctForChangedExtents(const Sent& sent);
     void awaitShadow(const Sent& sent);

@@ -1,5 +1,7 @@
 #include "Platform/X11/Turn.h"
 
+#include "Platform/X11/OwnBars.h"
+
 #include <string>
 #include <utility>
 
@@ -34,7 +36,7 @@ const RootFacts* Turn::root() {
         return nullptr;
     }
     if (guessedWorkSpaceIsRight()) {
-        space = std::move(guessedSpace);
+        takeWorkSpace(std::move(guessedSpace));
     }
     rememberGuess(*rootFacts);
     return &*rootFacts;
@@ -69,9 +71,18 @@ const WorkSpace* Turn::workSpace() {
     if (!space) {
         const xcb_atom_t workAreasName = monitorWorkAreasName(facts->currentDesktop);
         WorkSpaceRequest request(connection, facts->clients, workAreasName);
-        space = request.read(connection, *facts);
+        takeWorkSpace(request.read(connection, *facts));
     }
     return &*space;
+}
+
+void Turn::takeWorkSpace(WorkSpace read) {
+    // On a single monitor the work area says it all.
+    if (read.monitors.size() > 1 && hasUnexplainedMargin(read)) {
+        const std::vector<Strut> bars = strutsOfBars(read, readUnmanagedWindows(connection));
+        read.struts.insert(read.struts.end(), bars.begin(), bars.end());
+    }
+    space = std::move(read);
 }
 
 void Turn::renewGuess() {

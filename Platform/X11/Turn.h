@@ -50,6 +50,7 @@ private:
         std::uint32_t currentDesktop = 0;
     };
 
+    void takeWorkSpace(WorkSpace read);
     void rememberGuess(const RootFacts& facts);
     [[nodiscard]] bool guessedWorkSpaceIsRight() const;
     [[nodiscard]] xcb_atom_t monitorWorkAreasName(std::uint32_t desktop);
