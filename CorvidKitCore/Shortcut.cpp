@@ -1,7 +1,6 @@
 #include "CorvidKitCore/Shortcut.h"
 
 #include <array>
-#include <limits>
 #include <string_view>
 #include <utility>
 
