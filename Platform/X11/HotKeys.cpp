@@ -135,8 +135,8 @@ std::optional<HotKeys::Grab> HotKeys::grabFor(std::uint32_t keyCode, std::uint32
     if (map == nullptr || !name) {
         return std::nullopt;
     }
-    const auto key = map->keyCodes.find(*name);
-    return key == map->keyCodes.end() ? std::nullopt : std::optional(Grab{key->second, coreModifiers(*map, modifiers)});
+    const auto key = map->keyCode(*name);
+    return key ? std::optional(Grab{*key, coreModifiers(*map, modifiers)}) : std::nullopt;
 }
 
 OSStatus HotKeys::establish(const Grab& grab) {

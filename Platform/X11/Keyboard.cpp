@@ -3,8 +3,8 @@
 #include "Platform/X11/XkbProtocol.h"
 
 #include <algorithm>
+#include <span>
 #include <string_view>
-#include <utility>
 
 namespace platform::x11 {
 
@@ -18,35 +18,43 @@ constexpr xcb_keysym_t superLeftSymbol = 0xffeb;
 
 constexpr std::uint16_t namesWanted = XCB_XKB_NAME_DETAIL_KEY_NAMES | XCB_XKB_NAME_DETAIL_KEY_ALIASES;
 
-std::string keyName(const char* characters) {
-    constexpr std::size_t longest = 4;
-    const std::string_view padded(characters, longest);
-    return std::string(padded.substr(0, padded.find('\0')));
+constexpr std::size_t nameLength = KeyName().size();
+
+KeyName keyName(std::string_view characters) {
+    KeyName name{};
+    std::ranges::copy(characters.substr(0, nameLength), name.begin());
+    return name;
 }
 
-std::map<std::string, xcb_keycode_t, std::less<>> keyCodesByName(const xcb_xkb_get_names_reply_t& names) {
+std::vector<KeyPosition> keyPositions(const xcb_xkb_get_names_reply_t& names) {
     xcb_xkb_get_names_value_list_t list{};
     xcb_xkb_get_names_value_list_unpack(xcb_xkb_get_names_value_list(&names), names.nTypes, names.indicators,
                                         names.virtualMods, names.groupNames, names.nKeys, names.nKeyAliases,
                                         names.nRadioGroups, names.which, &list);
-    std::map<std::string, xcb_keycode_t, std::less<>> keyCodes;
+    std::vector<KeyPosition> positions;
+    positions.reserve(std::size_t{names.nKeys} + names.nKeyAliases);
     if ((names.which & XCB_XKB_NAME_DETAIL_KEY_NAMES) != 0) {
         for (unsigned index = 0; index < names.nKeys; ++index) {
-            std::string name = keyName(list.keyNames[index].name);
-            if (!name.empty()) {
-                keyCodes.emplace(std::move(name), static_cast<xcb_keycode_t>(names.firstKey + index));
+            const KeyName name = keyName({list.keyNames[index].name, nameLength});
+            if (name != KeyName()) {
+                positions.push_back({name, static_cast<xcb_keycode_t>(names.firstKey + index)});
             }
         }
     }
     if ((names.which & XCB_XKB_NAME_DETAIL_KEY_ALIASES) != 0) {
+        // Room was made for all, so the real keys stay where they are.
+        const std::span<const KeyPosition> realKeys(positions);
         for (unsigned index = 0; index < names.nKeyAliases; ++index) {
-            const auto real = keyCodes.find(keyName(list.keyAliases[index].real));
-            if (real != keyCodes.end()) {
-                keyCodes.emplace(keyName(list.keyAliases[index].alias), real->second);
+            const KeyName name = keyName({list.keyAliases[index].real, nameLength});
+            const auto real = std::ranges::find(realKeys, name, &KeyPosition::name);
+            if (real != realKeys.end()) {
+                positions.push_back({keyName({list.keyAliases[index].alias, nameLength}), real->keyCode});
             }
         }
     }
-    return keyCodes;
+    // Of keys of the same name the one with the lowest code counts.
+    std::ranges::sort(positions);
+    return positions;
 }
 
 /// The symbols of each key and the keys of each modifier, as the core protocol gives them.
@@ -129,12 +137,17 @@ std::optional<KeyboardMap> readKeyboardMap(Connection& connection) {
     }
     const ModifierKeys keys(*symbols, *modifiers, setup.min_keycode);
     return KeyboardMap{
-        .keyCodes = keyCodesByName(*names),
+        .positions = keyPositions(*names),
         .lockModifiers =
             static_cast<std::uint16_t>(XCB_MOD_MASK_LOCK | keys.maskOf(numLockSymbol) | keys.maskOf(scrollLockSymbol)),
         .altModifier = orElse(keys.maskOf(altLeftSymbol), XCB_MOD_MASK_1),
         .superModifier = orElse(keys.maskOf(superLeftSymbol), XCB_MOD_MASK_4),
     };
+}
+
+std::optional<xcb_keycode_t> KeyboardMap::keyCode(std::string_view name) const {
+    const auto found = std::ranges::lower_bound(positions, keyName(name), {}, &KeyPosition::name);
+    return found == positions.end() || found->name != keyName(name) ? std::nullopt : std::optional(found->keyCode);
 }
 
 std::uint16_t coreModifiers(const KeyboardMap& map, std::uint32_t carbonModifiers) {

@@ -4,22 +4,34 @@
 
 #include <array>
 #include <cstdint>
-#include <map>
 #include <optional>
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace platform::x11 {
 
+/// The XKB name of a key's place on the keyboard, with zeros behind a shorter one.
+using KeyName = std::array<char, 4>;
+
+struct KeyPosition {
+    KeyName name{};
+    xcb_keycode_t keyCode = 0;
+
+    friend auto operator<=>(const KeyPosition&, const KeyPosition&) = default;
+};
+
 /// The keyboard's layout of positions and modifiers at one moment.
 struct KeyboardMap {
-    /// XKB key names (four characters at the most, aliases included) to key codes.
-    std::map<std::string, xcb_keycode_t, std::less<>> keyCodes;
+    /// Every named key, aliases included, sorted by name.
+    std::vector<KeyPosition> positions;
     /// The modifier bits that locks occupy: CapsLock, and NumLock and ScrollLock where they have one.
     std::uint16_t lockModifiers = XCB_MOD_MASK_LOCK;
     /// The modifier bits of Alt and Super; the usual ones where the keyboard does not say.
     std::uint16_t altModifier = XCB_MOD_MASK_1;
     std::uint16_t superModifier = XCB_MOD_MASK_4;
+
+    /// The key with that name; nothing where the keyboard has none.
+    [[nodiscard]] std::optional<xcb_keycode_t> keyCode(std::string_view name) const;
 
     friend bool operator==(const KeyboardMap&, const KeyboardMap&) = default;
 };

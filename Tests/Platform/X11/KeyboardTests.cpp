@@ -43,10 +43,19 @@ TEST(KeyPositions, AnUnknownCodeHasNoPosition) {
 }
 
 TEST(Keyboard, ModifiersAreThoseOfTheKeyboard) {
-    const KeyboardMap map{.keyCodes = {}, .lockModifiers = 0, .altModifier = 8, .superModifier = 64};
+    const KeyboardMap map{.positions = {}, .lockModifiers = 0, .altModifier = 8, .superModifier = 64};
     EXPECT_EQ(coreModifiers(map, control | option), XCB_MOD_MASK_CONTROL | 8);
     EXPECT_EQ(coreModifiers(map, command | shift), 64 | XCB_MOD_MASK_SHIFT);
     EXPECT_EQ(coreModifiers(map, 0), 0);
+}
+
+TEST(Keyboard, KeysAreFoundByTheirWholeName) {
+    const KeyboardMap map{.positions = {{{'L', 'E', 'F', 'T'}, 113}, {{'U', 'P'}, 111}}};
+    EXPECT_EQ(map.keyCode("LEFT"), 113);
+    EXPECT_EQ(map.keyCode("UP"), 111);
+    EXPECT_EQ(map.keyCode("U"), std::nullopt);
+    EXPECT_EQ(map.keyCode("DOWN"), std::nullopt);
+    EXPECT_EQ(KeyboardMap().keyCode("UP"), std::nullopt);
 }
 
 TEST(Keyboard, LockVariantsAreAllCombinationsNoneFirst) {
