@@ -11,7 +11,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
-#include <random>
+#include <ranges>
 #include <string_view>
 #include <vector>
 
@@ -26,8 +26,10 @@ using benchmarks::Placement;
 constexpr std::chrono::seconds patience{2};
 // The frame has come to rest when it has not been configured for this long; clients repaint meanwhile.
 constexpr std::chrono::milliseconds calm{40};
-// The next press comes at any moment of a client's repaint cycle (60 Hz), not at the same one each time.
+// The next press comes at another moment of a client's repaint cycle (60 Hz) each time: further by a step that shares
+// no factor with the cycle.
 constexpr std::chrono::microseconds repaintCycle{16'667};
+constexpr std::chrono::microseconds phaseStep{6'199};
 
 struct Shortcut {
     std::uint8_t keyCode = 0;
@@ -120,8 +122,8 @@ private:
         const bool isPlaced = waitForPlacement(shortcut.wanted, start + patience);
         const Clock::duration taken = Clock::now() - start;
         sendKey(XCB_KEY_RELEASE, shortcut.keyCode);
-        for (auto key = order.modifierKeys.rbegin(); key != order.modifierKeys.rend(); ++key) {
-            sendKey(XCB_KEY_RELEASE, *key);
+        for (const std::uint8_t key : order.modifierKeys | std::views::reverse) {
+            sendKey(XCB_KEY_RELEASE, key);
         }
         display.flush();
         if (!isPlaced) {
@@ -146,7 +148,8 @@ private:
 
     /// Also makes sure that the place reached was the last one.
     void waitForCalm(const Placement& wanted) {
-        const auto rest = calm + std::chrono::microseconds(phase(generator));
+        phase = (phase + phaseStep) % repaintCycle;
+        const auto rest = calm + phase;
         while (const auto event = display.eventUntil(Clock::now() + rest)) {
             if (const auto* configured = asConfigure(*event); configured != nullptr && !isAt(*configured, wanted)) {
                 fail("the window left its place again");
@@ -169,9 +172,7 @@ private:
     const Display& display;
     const Order& order;
     xcb_window_t frame;
-    // The same sequence in every run, so that no contender has other luck than the next.
-    std::minstd_rand generator;
-    std::uniform_int_distribution<std::int64_t> phase{0, repaintCycle.count()};
+    std::chrono::microseconds phase{};
 };
 
 } // namespace
