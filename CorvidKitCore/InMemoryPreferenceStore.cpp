@@ -5,8 +5,8 @@
 
 namespace corvid {
 
-InMemoryPreferenceStore::InMemoryPreferenceStore(PropertyListValue::Dictionary initialValues)
-    : values{std::move(initialValues)} {
+InMemoryPreferenceStore::InMemoryPreferenceStore(PropertyListValue::Dictionary values)
+    : values{std::move(values)} {
 }
 
 std::optional<PropertyListValue> InMemoryPreferenceStore::object(std::string_view key) const {

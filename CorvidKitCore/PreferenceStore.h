@@ -51,9 +51,9 @@ public:
 template <PreferenceValue Value>
 class PreferenceReference {
 public:
-    PreferenceReference(PreferenceStore& holder, const Preference<Value>& setting)
-        : store{holder}
-        , preference{setting} {}
+    PreferenceReference(PreferenceStore& store, const Preference<Value>& preference)
+        : store{store}
+        , preference{preference} {}
 
     PreferenceReference(const PreferenceReference&) = delete;
     ~PreferenceReference() = default;
@@ -68,7 +68,12 @@ public:
     }
 
     /// Takes the other setting's value, as with any two variables.
-    PreferenceReference& operator=(const PreferenceReference& other) { return *this = other.value(); }
+    PreferenceReference& operator=(const PreferenceReference& other) {
+        if (this != &other) {
+            *this = other.value();
+        }
+        return *this;
+    }
 
     /// A read, the change applied to what was read, and a write.
     template <std::invocable<Value&> Change>

@@ -48,8 +48,8 @@ class PropertyListDecoder {
 public:
     using Error = DecodingError;
 
-    explicit PropertyListDecoder(const PropertyListValue& coded)
-        : encoded{coded} {}
+    explicit PropertyListDecoder(const PropertyListValue& encoded)
+        : encoded{encoded} {}
 
     [[nodiscard]] std::expected<std::uint32_t, DecodingError> decodeUnsigned32(std::string_view key) const;
     [[nodiscard]] std::expected<std::string, DecodingError> decodeText() const;

@@ -23,16 +23,16 @@ public:
     };
     using enum Case;
 
-    constexpr AppStatus(Case status)
-        : value{status} {}
+    constexpr AppStatus(Case value)
+        : value{value} {}
 
     /// The status of a state. The first that holds wins: a paused program never reports a missing permission, and
     /// shortcuts count only once the permission is there.
-    constexpr AppStatus(bool isEnabled, bool hasAccessibility, bool someShortcutsTaken)
-        : value{!isEnabled           ? paused
-                : !hasAccessibility  ? waitingForPermission
-                : someShortcutsTaken ? shortcutsTaken
-                                     : active} {}
+    constexpr AppStatus(bool isEnabled, bool hasAccessibility, bool hasTakenShortcuts)
+        : value{!isEnabled          ? paused
+                : !hasAccessibility ? waitingForPermission
+                : hasTakenShortcuts ? shortcutsTaken
+                                    : active} {}
 
     constexpr operator Case() const { return value; }
 

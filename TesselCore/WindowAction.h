@@ -25,8 +25,8 @@ public:
     /// What an action is stored as.
     using RawValue = std::string;
 
-    constexpr WindowAction(Case action)
-        : value{action} {}
+    constexpr WindowAction(Case value)
+        : value{value} {}
 
     constexpr operator Case() const { return value; }
 

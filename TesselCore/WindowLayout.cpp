@@ -98,7 +98,7 @@ std::optional<std::size_t> bestScreen(const CGRect& window, std::span<const CGRe
 }
 
 CGRect targetFrame(WindowAction action, const CGRect& window, const CGRect& visible) {
-    switch (action) {
+    switch (WindowAction::Case{action}) {
     case WindowAction::leftHalf:
         return leftHalf(visible);
     case WindowAction::rightHalf:
@@ -123,7 +123,7 @@ CGRect centered(const CGSize& size, const CGRect& rect) {
 
 CGRect fallbackFrame(WindowAction action, const CGSize& actualSize, const CGRect& visible) {
     const CGRect middle = centered(actualSize, visible);
-    switch (action) {
+    switch (WindowAction::Case{action}) {
     case WindowAction::leftHalf:
         return {{visible.minX(), middle.origin.y}, actualSize};
     case WindowAction::rightHalf:

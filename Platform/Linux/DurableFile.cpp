@@ -2,13 +2,13 @@
 
 #include "Platform/Linux/FileDescriptor.h"
 
-#include <errno.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <climits>
 #include <cstddef>
 #include <cstdio>
@@ -128,8 +128,10 @@ Result fill(int descriptor, std::string_view contents, const std::string& path) 
 std::string timestamp() {
     const std::time_t now = std::time(nullptr);
     std::tm utc{};
-    ::gmtime_r(&now, &utc);
     std::array<char, 32> text{};
+    if (::gmtime_r(&now, &utc) == nullptr) {
+        return "unknown";
+    }
     const std::size_t length = std::strftime(text.data(), text.size(), "%Y%m%dT%H%M%SZ", &utc);
     return {text.data(), length};
 }
@@ -145,7 +147,7 @@ std::expected<std::string, std::string> followLinks(std::string path) {
             return path; // no link; whatever else is the matter shows when the file is used
         }
         std::string target{buffer.data(), static_cast<std::size_t>(length)};
-        path = target.starts_with('/') ? std::move(target) : folderOf(path) + "/" + target;
+        path = target.starts_with('/') ? std::move(target) : folderOf(path).append("/").append(target);
     }
     return failure("follow the link", path, ELOOP);
 }
@@ -217,7 +219,7 @@ std::expected<std::optional<std::string>, std::string> keepBeside(const std::str
         if (name) {
             if (::rename(path.c_str(), kept.c_str()) == 0) {
                 // Losing this to a power cut brings the unreadable file back, to be kept again.
-                (void)syncFolder(folderOf(path));
+                [[maybe_unused]] const Result synced = syncFolder(folderOf(path));
                 return kept;
             }
             const int error = errno;

@@ -1,8 +1,8 @@
 #include "Platform/Linux/Log.h"
 
-#include <errno.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <string>
 
 namespace platform::linux {

@@ -2,8 +2,7 @@
 
 #include <plist/plist.h>
 
-#include <locale.h>
-
+#include <clocale>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -175,11 +174,10 @@ PropertyListDocument::PropertyListDocument(Node dictionary)
 }
 
 std::optional<PropertyListDocument> PropertyListDocument::parse(std::string_view contents) {
-    const auto size = static_cast<std::uint32_t>(contents.size());
     Node node;
-    if (plist_is_binary(contents.data(), size) != 0) {
+    if (plist_is_binary(contents.data(), static_cast<std::uint32_t>(contents.size())) != 0) {
         plist_t binary = nullptr;
-        plist_from_bin(contents.data(), size, &binary);
+        plist_from_bin(contents.data(), static_cast<std::uint32_t>(contents.size()), &binary);
         node.reset(binary);
     } else {
         node.reset(parseXml(contents));

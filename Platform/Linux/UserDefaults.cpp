@@ -8,9 +8,9 @@
 
 namespace platform::linux {
 
-UserDefaults::UserDefaults(std::optional<std::string> file, Log sink)
-    : path{std::move(file)}
-    , log{std::move(sink)} {
+UserDefaults::UserDefaults(std::optional<std::string> path, Log log)
+    : path{std::move(path)}
+    , log{std::move(log)} {
     load();
 }
 

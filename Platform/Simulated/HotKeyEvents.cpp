@@ -43,7 +43,8 @@ HotKeyEvents::Registration HotKeyEvents::registerHotKey(std::uint32_t keyCode, s
                                                         EventHotKeyID name) {
     trace.record("register hot key " + std::to_string(keyCode) + " " + std::to_string(modifiers) + " as " + text(name));
     if (const auto refusal = refusals.find({keyCode, modifiers}); refusal != refusals.end()) {
-        return {.status = refusal->second, .reference = std::nullopt};
+        return {.status = refusal->second,
+                .reference = refusesWithReference ? std::optional(EventHotKeyRef{}) : std::nullopt};
     }
     const bool isHeld = std::ranges::any_of(hotKeys, [keyCode, modifiers](const Registered& hotKey) {
         return hotKey.keyCode == keyCode && hotKey.modifiers == modifiers;

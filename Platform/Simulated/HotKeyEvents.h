@@ -40,6 +40,9 @@ public:
     /// From now on the combination is refused with that status; with `noErr` it is "registered" without a reference.
     void refuse(std::uint32_t keyCode, std::uint32_t modifiers, OSStatus status = eventHotKeyExistsErr);
 
+    /// Whether a refusal comes with a reference all the same, one that means nothing.
+    bool refusesWithReference = false;
+
     /// From now on the combination is free again.
     void release(std::uint32_t keyCode, std::uint32_t modifiers);
 

@@ -58,6 +58,14 @@ TEST_F(Dispatcher, EveryStatusButZeroIsAFailureAndSoIsAMissingReference) {
     }
 }
 
+TEST_F(Dispatcher, AFailureIsOneAlsoWhenItComesWithAReference) {
+    events.refusesWithReference = true;
+    for (const platform::OSStatus status : {-9878, -9879, 1, -1}) {
+        events.refuse(left.keyCode, left.modifiers, status);
+        EXPECT_EQ(add(left), std::nullopt) << status;
+    }
+}
+
 TEST_F(Dispatcher, AFailureTakesAnIdThatIsNotGivenBack) {
     events.refuse(left.keyCode, left.modifiers);
     EXPECT_EQ(add(left), std::nullopt);

@@ -80,9 +80,10 @@ TEST_F(RepeatingTasks, CancelledDuringTheirActionFinishItAndDoNotRunAgain) {
         task->cancel();
         order.emplace_back("finished");
     });
+    actor.advance(2s);
+    EXPECT_TRUE(actor.waiting().empty());
     actor.advance(10s);
     EXPECT_EQ(order, (std::vector<std::string>{"finished"}));
-    EXPECT_TRUE(actor.waiting().empty());
 }
 
 TEST_F(RepeatingTasks, CancelledTwiceAreCancelled) {

@@ -109,8 +109,11 @@ TEST(Shortcut, KeyNameIsWhatTheCapSays) {
     };
     ASSERT_EQ(names.size(), 68U);
     for (std::uint32_t code = 0; code < 300; ++code) {
-        const auto name = names.find(code);
-        EXPECT_EQ(Shortcut::keyName(code), name != names.end() ? name->second : "#" + std::to_string(code));
+        if (const auto name = names.find(code); name != names.end()) {
+            EXPECT_EQ(Shortcut::keyName(code), name->second);
+        } else {
+            EXPECT_TRUE(Shortcut::keyName(code).starts_with('#')) << code;
+        }
     }
 }
 

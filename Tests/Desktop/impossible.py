@@ -9,6 +9,6 @@ ACTIONS: dict = {}
 
 # Windows that a window manager has tiled with its own key and does not let go: the reason. The window stays as it is.
 TILED = {
-    "metacity": "it removes no state from a window that it tiled, ignores every request for its place, and takes it back "
-    "to the tile from each other state; only its own key ends that",
+    "metacity": "it removes no state from a window that it tiled, ignores every request for its place, and takes it "
+    "back to the tile from each other state; only its own key ends that",
 }

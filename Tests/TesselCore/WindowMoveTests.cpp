@@ -61,6 +61,7 @@ TEST(WindowMove, ACorrectionBeyondTwoPointsInEitherDimension) {
     const CGRect target{{10, 25}, {755, 920}};
     EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {752.5, 920}, target, visible), (CGPoint{10, 25}));
     EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {755, 917.5}, target, visible), (CGPoint{10, 26}));
+    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {757.0001, 920}, target, visible), (CGPoint{10, 25}));
 }
 
 TEST(WindowMove, CorrectionKeepsALeftHalfAtTheLeftEdgeCentredVertically) {

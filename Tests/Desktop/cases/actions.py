@@ -1,5 +1,6 @@
-"""Every action on every kind of window under every window manager: the exact frame, and a repeat that changes nothing."""
+"""Every action on every kind of window under every window manager: the exact frame, and repeats that change nothing."""
 
+import impossible
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop, RunningApplication
 from harness.oracle import ACTIONS, expected
@@ -7,7 +8,6 @@ from harness.rect import Rect
 from harness.settling import settles_on
 from harness.watcher import GeometryWatcher
 from harness.window_managers import WINDOW_MANAGERS
-import impossible
 
 from . import case_for_each
 
@@ -54,6 +54,7 @@ def press_twice(desktop: Desktop, product, one: RunningApplication, action: str,
     desktop.holds_frame(one.window, wanted, "frame after a repeat")
     changes = watcher.changes()
     watcher.close()
+    # Where the window has taken the size that it was asked for, nothing is left to do, not even for a moment.
     if wanted.size == expected(action, wanted, desktop.visible_frame(), lambda size: size).size:
         assert not changes, f"the repeat moved the window through {', '.join(map(str, changes))}"
     assert {window: windows.frame(window) for window in others} == elsewhere, "another window moved"

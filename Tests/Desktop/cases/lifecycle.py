@@ -99,7 +99,8 @@ def help_and_version_need_no_display(program):
             seen = f"{option}: status {status}, {output!r}, {errors!r}, {seconds:.2f} s"
             assert status == 0 and errors == "" and output.endswith("\n") and seconds < 1.0, seen
         status, output, errors, _ = run_to_end(session, program, "--nonsense")
-        assert status not in (0, 1) and output == "" and "--nonsense" in errors, f"--nonsense: {status}, {output!r}, {errors!r}"
+        seen = f"--nonsense: status {status}, {output!r}, {errors!r}"
+        assert status not in (0, 1) and output == "" and "--nonsense" in errors, seen
     finally:
         session.close()
 

@@ -14,7 +14,9 @@ FIRST = Plug("DUMMY0", Rect(0, 0, 1920, 1080), primary=True)
 SMALL_RIGHT = Plug("DUMMY1", Rect(1920, 0, 1280, 800))
 
 
-def every_action(desktop: Desktop, product, window: int, start: Rect, visible: Rect, where: str, actions=ACTIONS) -> list[str]:
+def every_action(
+    desktop: Desktop, product, window: int, start: Rect, visible: Rect, where: str, actions=ACTIONS
+) -> list[str]:
     """Presses each action with the window at `start`; gives what did not come out as the rules say."""
     failures = []
     for action in actions:

@@ -30,7 +30,9 @@ APPLICATIONS = {
         ),
         Application("featherpad", "featherpad", ("featherpad", "--standalone")),
         Application("xterm", "xterm", ("xterm", "-fa", "Monospace", "-fs", "10"), has_increments=True),
-        Application("fixed", "", (sys.executable, OWN_WINDOW, "--title", "A window of fixed size", "--fixed"), fixed_size=True),
+        Application(
+            "fixed", "", (sys.executable, OWN_WINDOW, "--title", "A window of fixed size", "--fixed"), fixed_size=True
+        ),
     )
 }
 

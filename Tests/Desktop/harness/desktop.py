@@ -30,8 +30,8 @@ class RunningApplication:
 class Desktop:
     """A server, a session, keys and eyes; window manager, applications and program are started by the test.
 
-    A context manager: leaving it ends everything, checks that nothing is left behind, and after a failure tells what the
-    logs say and saves a picture of the screen where TESSEL_DESKTOP_PICTURES names a folder.
+    A context manager: leaving it ends everything, checks that nothing is left behind, and after a failure tells what
+    the logs say and saves a picture of the screen where TESSEL_DESKTOP_PICTURES names a folder.
     """
 
     def __init__(self, program: Path | None = None, server=servers.virtual, name: str = "desktop"):
@@ -161,7 +161,7 @@ class Desktop:
         screen = self.windows.root.get_geometry()
         return Rect(0, 0, screen.width, screen.height - (self.manager.bar if self.manager else 0))
 
-    def holds_frame(self, window: int, frame: Rect, what: str, seconds: float = 3.0) -> None:
+    def holds_frame(self, window: int, frame: Rect, what: str, seconds: float = 2.0) -> None:
         until_equal(lambda: self.windows.frame(window), frame, what, seconds)
 
     # End

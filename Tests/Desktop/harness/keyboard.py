@@ -65,7 +65,7 @@ class Keyboard:
         self.delivered()
 
     def delivered(self) -> None:
-        """The server writes to all clients before it reads on: after the second answer the first one's events are out."""
+        """Returns once all clients have their events: the server writes what it has for them before it reads on."""
         self.connection.sync()
         self.connection.sync()
 

@@ -67,7 +67,10 @@ def corrected(action: str, size: tuple[int, int], asked: Rect, visible: Rect) ->
     return Rect(middle.x, middle.y, *size)
 
 
-def expected(action: str, window: Rect, visible: Rect, settles_on: Callable[[tuple[int, int]], tuple[int, int]]) -> Rect:
+Size = tuple[int, int]
+
+
+def expected(action: str, window: Rect, visible: Rect, settles_on: Callable[[Size], Size]) -> Rect:
     """Where the window ends. `settles_on` tells which frame size it takes when it is asked for one."""
     asked = target(action, window, visible)
     if asked.size == window.size:

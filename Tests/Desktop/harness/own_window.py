@@ -18,7 +18,8 @@ STRUT_SIDES = ("left", "right", "top", "bottom")
 def arguments() -> argparse.Namespace:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--title", default="A window of our own")
-    parser.add_argument("--place", nargs=4, type=int, default=(240, 180, 420, 300), metavar=("X", "Y", "WIDTH", "HEIGHT"))
+    parser.add_argument("--place", nargs=4, type=int, default=(240, 180, 420, 300),
+                        metavar=("X", "Y", "WIDTH", "HEIGHT"))
     parser.add_argument("--fixed", action="store_true", help="refuse every other size")
     parser.add_argument("--type", default="NORMAL", help="window type, as in _NET_WM_WINDOW_TYPE_...")
     for side in STRUT_SIDES:
@@ -57,7 +58,8 @@ def main() -> None:
         hints = {"flags": hints["flags"] | Xutil.PMinSize | Xutil.PMaxSize,
                  "min_width": width, "max_width": width, "min_height": height, "max_height": height}
     window.set_wm_normal_hints(**hints)
-    window.set_wm_hints(flags=Xutil.InputHint | Xutil.StateHint, input=not wishes.no_focus, initial_state=Xutil.NormalState)
+    window.set_wm_hints(flags=Xutil.InputHint | Xutil.StateHint, input=not wishes.no_focus,
+                        initial_state=Xutil.NormalState)
     if wishes.transient_for:
         window.set_wm_transient_for(connection.create_resource_object("window", wishes.transient_for))
     struts = [getattr(wishes, f"strut_{side}") or (0, 0, 0) for side in STRUT_SIDES]

@@ -1,7 +1,7 @@
 """The processes of one test: started in groups of their own, ended by id, and none of them left behind.
 
-Every process carries a mark in its environment, and so does whatever it starts, however it detaches itself: services that
-the session bus activates, helpers that fork away. At the end the mark finds them all.
+Every process carries a mark in its environment, and so does whatever it starts, however it detaches itself: services
+that the session bus activates, helpers that fork away. At the end the mark finds them all.
 """
 
 import ctypes
@@ -11,6 +11,7 @@ import subprocess
 import uuid
 from pathlib import Path
 
+from .skipping import Skipped
 from .waiting import until
 
 MARK = "TESSEL_DESKTOP_TEST"
@@ -37,28 +38,34 @@ class Processes:
         with open(self.logs / f"{log}.log", "ab") as output:
             options.setdefault("stdout", output)
             options.setdefault("stderr", output)
-            process = subprocess.Popen(
-                command,
-                env={**environment, MARK: self.mark},
-                stdin=subprocess.DEVNULL,
-                start_new_session=True,
-                preexec_fn=_die_with_parent,
-                **options,
-            )
+            try:
+                process = subprocess.Popen(
+                    command,
+                    env={**environment, MARK: self.mark},
+                    stdin=subprocess.DEVNULL,
+                    start_new_session=True,
+                    preexec_fn=_die_with_parent,
+                    **options,
+                )
+            except FileNotFoundError:
+                raise Skipped(f"{command[0]} is not installed") from None
         self.started.append(process)
         return process
 
     def run(self, command: list[str], environment: dict[str, str], seconds: float = 10.0) -> str:
         """Runs a command to its end and returns what it printed; fails if it failed."""
-        done = subprocess.run(
-            command,
-            env={**environment, MARK: self.mark},
-            stdin=subprocess.DEVNULL,
-            capture_output=True,
-            text=True,
-            timeout=seconds,
-            check=False,
-        )
+        try:
+            done = subprocess.run(
+                command,
+                env={**environment, MARK: self.mark},
+                stdin=subprocess.DEVNULL,
+                capture_output=True,
+                text=True,
+                timeout=seconds,
+                check=False,
+            )
+        except FileNotFoundError:
+            raise Skipped(f"{command[0]} is not installed") from None
         assert done.returncode == 0, f"{' '.join(command)} ended with {done.returncode}: {done.stderr.strip()}"
         return done.stdout
 
@@ -94,8 +101,8 @@ class Processes:
     def end_all(self) -> None:
         """Ends everything; nothing that carries the mark is alive afterwards.
 
-        The first process is the server, which takes its files away when it is asked politely. The others have nothing to
-        tidy up that outlives the test's directory.
+        The first process is the server, which takes its files away when it is asked politely. The others have nothing
+        to tidy up that outlives the test's directory.
         """
         for process in self.started[1:]:
             self._kill_group(process)

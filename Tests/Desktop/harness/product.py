@@ -110,7 +110,8 @@ def run_to_end(session: Session, program: Path, *options: str, seconds: float = 
     started = time.monotonic()
     variables = {**session.environment, **(environment or {})}
     done = subprocess.run(
-        [str(program), *options], stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=seconds, check=False,
+        [str(program), *options], stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=seconds,
+        check=False,
         env={name: value for name, value in variables.items() if value is not None},
     )
     return done.returncode, done.stdout, done.stderr, time.monotonic() - started

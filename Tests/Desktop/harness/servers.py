@@ -10,6 +10,15 @@ from .waiting import Expired, until
 CONFIGURATION = Path(__file__).resolve().parent.parent / "two-monitors.conf"
 
 
+def _identity(path: str) -> tuple[int, int] | None:
+    """What tells a file from another one of the same name made later; inode numbers alone are used again."""
+    try:
+        status = os.stat(path)
+    except FileNotFoundError:
+        return None
+    return (status.st_ino, status.st_mtime_ns)
+
+
 class Server:
     """A running server with the display number that it chose itself."""
 
@@ -37,6 +46,9 @@ class Server:
             os.close(reading)
         self.number = int(self._answer)
         self.display = f":{self.number}"
+        self._socket = f"/tmp/.X11-unix/X{self.number}"
+        self._lock = f"/tmp/.X{self.number}-lock"
+        self._made = _identity(self._socket)
 
     def kill(self) -> None:
         """Ends the server as a crash does, and clears away what it could not clear away itself."""
@@ -46,9 +58,16 @@ class Server:
             os.unlink(path)
 
     def left_behind(self) -> list[str]:
-        """Files of the display that outlive the server; to be read after its end."""
-        candidates = [f"/tmp/.X{self.number}-lock", f"/tmp/.X11-unix/X{self.number}"]
-        return [path for path in candidates if os.path.exists(path)]
+        """Files of this server that are still there; another server may have taken the display's number since."""
+        found = []
+        if _identity(self._socket) == self._made:
+            found.append(self._socket)
+        try:
+            if int(Path(self._lock).read_text()) == self.process.pid:
+                found.append(self._lock)
+        except (FileNotFoundError, ValueError):
+            pass
+        return found
 
 
 def virtual(session: Session, width: int = 1920, height: int = 1080) -> Server:
@@ -57,7 +76,8 @@ def virtual(session: Session, width: int = 1920, height: int = 1080) -> Server:
 
 def two_monitors(session: Session) -> Server:
     """One lit monitor of 1920x1080, DUMMY0, and unplugged ones, DUMMY1 and up."""
-    command = ["Xorg", "-config", str(CONFIGURATION), "-logfile", str(session.logs / "xorg.log"), "-sharevts", "-novtswitch"]
+    log = str(session.logs / "xorg.log")
+    command = ["Xorg", "-config", str(CONFIGURATION), "-logfile", log, "-sharevts", "-novtswitch"]
     try:
         return Server(session, command, 15.0)
     except (AssertionError, Expired) as failure:

@@ -101,6 +101,12 @@ class Windows:
     def size_hints(self, identifier: int):
         return self.window(identifier).get_wm_normal_hints()
 
+    def paint_background(self, colour: int) -> None:
+        """Paints the empty screen in one colour, 0xRRGGBB."""
+        self.root.change_attributes(background_pixel=colour)
+        self.root.clear_area(0, 0, 0, 0)
+        self.connection.sync()
+
     # Requests, as a pager makes them
 
     def _ask(self, identifier: int, message: str, data: list[int]) -> None:
@@ -111,7 +117,7 @@ class Windows:
         self.connection.flush()
 
     def activate(self, identifier: int, seconds: float = 5.0) -> None:
-        """Brings a window to the front and waits until it has the focus, by the window manager's word and the server's."""
+        """Brings a window to the front and waits until window manager and server both say that it has the focus."""
         self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])
         self.fence()
         until(
@@ -159,7 +165,8 @@ class Windows:
             shown = self.states(identifier) & wanted
             return shown == wanted if action == ADD else not shown
 
-        until(reached, f"states {wanted} to be {'set' if action == ADD else 'gone'}", 5.0, lambda: self.states(identifier))
+        what = f"states {wanted} to be {'set' if action == ADD else 'gone'}"
+        until(reached, what, 5.0, lambda: self.states(identifier))
         self.fence()
 
     def minimize(self, identifier: int) -> None:
@@ -171,13 +178,14 @@ class Windows:
         self.fence()
 
     def focus(self, identifier: int) -> None:
-        """Gives a window the keyboard focus as a program could, and tells the window manager that it is wanted active."""
+        """Gives a window the keyboard focus as a program could, and asks the window manager to make it active."""
         self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])
         self.fence()
         self.window(identifier).set_input_focus(X.RevertToPointerRoot, X.CurrentTime)
         self.connection.sync()
         focused = lambda: getattr(self.connection.get_input_focus().focus, "id", 0)
-        until(lambda: focused() == identifier, f"{identifier:#x} to have the keyboard focus", saw=lambda: hex(focused()))
+        what = f"{identifier:#x} to have the keyboard focus"
+        until(lambda: focused() == identifier, what, saw=lambda: hex(focused()))
 
     def fence(self, seconds: float = 5.0) -> None:
         """Returns when the window manager has handled everything that was asked before.

@@ -274,12 +274,16 @@ TEST_F(UserDefaultsFailure, LeaveTheFileToAnotherProcessThatIsWritingIt) {
 
 TEST_F(UserDefaultsFailure, NeverWriteThroughALinkLeftUnderTheNameOfTheNewFile) {
     write(folder / "victim", "untouched");
-    std::filesystem::create_symlink("victim", folder / ".preferences.plist.new");
-    UserDefaults defaults = open();
-    defaults.set(1, "key");
+    for (const char* target : {"victim", "nowhere"}) {
+        std::filesystem::create_symlink(target, folder / ".preferences.plist.new");
+        UserDefaults defaults = open();
+        defaults.set(1, "key");
+        EXPECT_EQ(defaults.object("key"), PropertyListValue{1});
+        std::filesystem::remove(folder / ".preferences.plist.new");
+    }
+    EXPECT_EQ(log.lines.size(), 2U);
     EXPECT_EQ(contentsOf(folder / "victim"), "untouched");
-    EXPECT_EQ(log.lines.size(), 1U);
-    EXPECT_EQ(defaults.object("key"), PropertyListValue{1});
+    EXPECT_THAT(namesIn(folder.path), ElementsAre("victim"));
 }
 
 } // namespace
