@@ -23,6 +23,7 @@ constexpr double panelHeight = 40;
 /// Screens in a row, in the screen space.
 std::vector<CGRect> screensInARow(std::int64_t count) {
     std::vector<CGRect> screens;
+    screens.reserve(static_cast<std::size_t>(count));
     for (std::int64_t index = 0; index < count; ++index) {
         screens.push_back({{screenWidth * static_cast<double>(index), 0}, {screenWidth, screenHeight}});
     }
@@ -41,7 +42,7 @@ std::vector<CGRect> flipped(const std::vector<CGRect>& screens) {
 
 void flipOfEveryScreen(benchmark::State& state) {
     const std::vector<CGRect> screens = screensInARow(state.range(0));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         benchmark::DoNotOptimize(flipped(screens).data());
         benchmark::ClobberMemory();
     }
@@ -53,7 +54,7 @@ void wholeAction(benchmark::State& state) {
     const std::vector<CGRect> screens = screensInARow(state.range(0));
     CGRect window{{screens.back().minX() + 311, 173}, {762, 503}};
     std::size_t next = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         benchmark::DoNotOptimize(window);
         const WindowAction action = WindowAction::allCases[next];
         next = (next + 1) % WindowAction::allCases.size();

@@ -1,8 +1,8 @@
 // Starts a program and tells how long it took until it held a hot key: until another client's request for the same grab
 // is refused.
 //
-// The clock runs from the moment before the program's process is made. The question is put every tenth of a millisecond,
-// within a server grab, so that our own grab for the question can never be in the program's way.
+// The clock runs from the moment before the program's process is made. The question is put every tenth of a
+// millisecond, within a server grab, so that our own grab for the question can never be in the program's way.
 
 #include "Benchmarks/Probes/Display.h"
 

@@ -5,6 +5,13 @@ import platform
 import subprocess
 from pathlib import Path
 
+from . import ROOT
+
+# What takes part in the measurements and is not ours.
+PACKAGES = [
+    "openbox", "xfwm4", "kwin-x11", "xvfb", "mousepad", "sxhkd", "wmctrl", "xdotool", "xbindkeys", "devilspie2", "g++-12"
+]
+
 
 def heading(text: str) -> None:
     print(f"\n## {text}\n", flush=True)
@@ -41,3 +48,13 @@ def machine() -> str:
 def versions(packages: list[str]) -> str:
     command = ["dpkg-query", "--show", "--showformat", "${Package} ${Version}, ", *packages]
     return subprocess.run(command, capture_output=True, text=True, check=True).stdout.removesuffix(", ")
+
+
+def commit() -> str:
+    command = ["git", "-C", str(ROOT), "describe", "--always", "--dirty"]
+    return subprocess.run(command, capture_output=True, text=True, check=True).stdout.strip()
+
+
+if __name__ == "__main__":
+    print(f"Tessel {commit()} on {machine()}.")
+    print(f"Packages: {versions(PACKAGES)}.")

@@ -52,8 +52,8 @@ std::vector<KeyPosition> keyPositions(const xcb_xkb_get_names_reply_t& names) {
             }
         }
     }
-    // Of keys of the same name the first one counts.
-    std::ranges::stable_sort(positions, {}, &KeyPosition::name);
+    // Of keys of the same name the one with the lowest code counts.
+    std::ranges::sort(positions);
     return positions;
 }
 
