@@ -107,7 +107,8 @@ public:
     /// Gives all hot keys of this center back and forgets which had failed.
     void unregister() {
         for (const auto& [action, id] : ids) {
-            assumeIsolated({.file = "CorvidKit/HotKeys", .line = 31}, [&] { dispatcher.unregister(id); });
+            assertIsolated({.file = "CorvidKit/HotKeys", .line = 31});
+            dispatcher.unregister(id);
         }
         ids.clear();
         refused.clear();

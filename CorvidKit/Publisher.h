@@ -24,7 +24,7 @@ public:
         : end(std::exchange(other.end, nullptr)) {}
 
     Subscription& operator=(Subscription&& other) noexcept {
-        Subscription ended(std::exchange(end, std::exchange(other.end, nullptr)));
+        const Subscription ended(std::exchange(end, std::exchange(other.end, nullptr)));
         return *this;
     }
 
@@ -62,13 +62,18 @@ public:
     }
 
     void send(const Values&... values) {
-        // Copies: a handler may change the list, and drop the publisher with it.
+        // Held: a handler may drop the publisher.
         const std::shared_ptr<List> list = subscribers;
-        const List receivers = *list;
-        for (const Subscriber& receiver : receivers) {
-            const bool isSubscribed = std::ranges::find(*list, receiver.number, &Subscriber::number) != list->end();
-            if (isSubscribed) {
-                (*receiver.handler)(values...);
+        std::vector<std::uint64_t> receivers;
+        for (const Subscriber& subscriber : *list) {
+            receivers.push_back(subscriber.number);
+        }
+        for (const std::uint64_t number : receivers) {
+            // Looked up each time: a handler may end subscriptions, its own included.
+            const auto found = std::ranges::find(*list, number, &Subscriber::number);
+            if (found != list->end()) {
+                const auto handler = found->handler;
+                (*handler)(values...);
             }
         }
     }
