@@ -16,6 +16,8 @@ class WindowManager:
     free_keys: Callable[[Session], None] | None
     # The actions whose keys it grabs with its own defaults.
     holds: frozenset[str] = frozenset()
+    # Those grabs are of the X Input extension, with which the core protocol's do not collide.
+    holds_through_extension: bool = False
     environment: dict[str, str] = field(default_factory=dict)
     # It draws shadows, so applications that decorate themselves draw theirs too.
     composites: bool = False
@@ -58,7 +60,8 @@ WINDOW_MANAGERS = {
             environment={"KWIN_COMPOSE": "O2"}, composites=True,
         ),
         WindowManager(
-            "mutter", "mutter", ("mutter", "--x11", "--sm-disable"), freed_keys.mutter, composites=True
+            "mutter", "mutter", ("mutter", "--x11", "--sm-disable"), freed_keys.mutter,
+            holds=ARROWS, holds_through_extension=True, composites=True,
         ),
         WindowManager(
             "icewm", "icewm", ("icewm",), freed_keys.icewm,
