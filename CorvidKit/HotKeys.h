@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <ranges>
 #include <set>
 
 namespace corvid {
@@ -106,7 +107,7 @@ public:
 
     /// Gives all hot keys of this center back and forgets which had failed.
     void unregister() {
-        for (const auto& [action, id] : ids) {
+        for (const std::uint32_t id : std::views::values(ids)) {
             assumeIsolated({.file = "CorvidKit/HotKeys", .line = 31}, [&] { dispatcher.unregister(id); });
         }
         ids.clear();

@@ -24,7 +24,7 @@ public:
         : end(std::exchange(other.end, nullptr)) {}
 
     Subscription& operator=(Subscription&& other) noexcept {
-        Subscription ended(std::exchange(end, std::exchange(other.end, nullptr)));
+        const Subscription ended(std::exchange(end, std::exchange(other.end, nullptr)));
         return *this;
     }
 
@@ -64,7 +64,7 @@ public:
     void send(const Values&... values) {
         // Copies: a handler may change the list, and drop the publisher with it.
         const std::shared_ptr<List> list = subscribers;
-        const List receivers = *list;
+        const List receivers(list->begin(), list->end());
         for (const Subscriber& receiver : receivers) {
             const bool isSubscribed = std::ranges::find(*list, receiver.number, &Subscriber::number) != list->end();
             if (isSubscribed) {

@@ -4,10 +4,8 @@
 #include <string>
 #include <variant>
 
-namespace tessel {
-
 /// What the command line asks for.
-namespace CommandLine {
+namespace tessel::CommandLine {
 
 /// Run until told to end.
 struct Run {
@@ -33,6 +31,4 @@ using Request = std::variant<Run, Print, Refuse>;
 /// Reads the arguments, the program's own path first.
 [[nodiscard]] Request parse(std::span<const std::string> arguments, const std::string& version);
 
-} // namespace CommandLine
-
-} // namespace tessel
+} // namespace tessel::CommandLine

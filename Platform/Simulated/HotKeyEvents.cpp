@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <expected>
 #include <string>
+#include <utility>
 
 namespace platform::simulated {
 
@@ -11,7 +12,7 @@ namespace {
 class Event final : public HotKeyEvent {
 public:
     explicit Event(std::expected<EventHotKeyID, OSStatus> object)
-        : object(object) {}
+        : object(std::move(object)) {}
 
     [[nodiscard]] std::expected<EventHotKeyID, OSStatus> directObject() const override { return object; }
 
