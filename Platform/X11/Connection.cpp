@@ -75,21 +75,19 @@ bool Connection::isExhausted() {
     return now() >= turnEnd();
 }
 
-bool Connection::succeeded(xcb_void_cookie_t cookie) {
-    return succeeded(std::vector{cookie});
-}
-
-bool Connection::succeeded(const std::vector<xcb_void_cookie_t>& cookies) {
+std::optional<bool> Connection::succeeded(const std::vector<xcb_void_cookie_t>& cookies) {
     // The answer to a later request tells that all earlier ones have been handled, so that the checks cannot wait.
     const auto barrier = reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(raw()));
-    bool all = barrier != nullptr;
-    for (const xcb_void_cookie_t cookie : cookies) {
-        if (barrier) {
-            const Owned<xcb_generic_error_t> error(xcb_request_check(raw(), cookie));
-            all = all && error == nullptr;
-        } else {
+    if (!barrier) {
+        for (const xcb_void_cookie_t cookie : cookies) {
             xcb_discard_reply(raw(), cookie.sequence);
         }
+        return std::nullopt;
+    }
+    bool all = true;
+    for (const xcb_void_cookie_t cookie : cookies) {
+        const Owned<xcb_generic_error_t> error(xcb_request_check(raw(), cookie));
+        all = all && error == nullptr;
     }
     return all;
 }

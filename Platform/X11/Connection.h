@@ -66,11 +66,9 @@ public:
         return Owned<Reply>(static_cast<Reply*>(waitForReply(cookie.sequence)));
     }
 
-    /// Whether a checked request without a reply succeeded.
-    [[nodiscard]] bool succeeded(xcb_void_cookie_t cookie);
-
-    /// The same for several, for the price of one wait; true only if all did.
-    [[nodiscard]] bool succeeded(const std::vector<xcb_void_cookie_t>& cookies);
+    /// Whether checked requests without replies have all succeeded, for the price of one wait; nothing where the server
+    /// did not answer within the turn's time.
+    [[nodiscard]] std::optional<bool> succeeded(const std::vector<xcb_void_cookie_t>& cookies);
 
     /// The next event that has come, or null. Does not wait.
     [[nodiscard]] Owned<xcb_generic_event_t> nextEvent();

