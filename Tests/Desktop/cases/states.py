@@ -121,9 +121,17 @@ NATIVE_TILING = {
 
 
 def tile_left_natively(desktop: Desktop, one, wanted: Rect) -> None:
-    """Presses the window manager's own key; twice where it believes the window tiled still, and ends that at first."""
+    """Puts the window at NATURAL and then presses the window manager's own key, from there and nowhere else."""
+    windows, key = desktop.windows, NATIVE_TILING[desktop.manager.name]
+    windows.place(one.window, NATURAL)
+    if windows.frame(one.window) == wanted:
+        # Tiled still, and not to be moved while it is: the same key ends that.
+        desktop.keyboard.chord(*key)
+        until(lambda: windows.frame(one.window) != wanted, f"{one.application.name} to be let go by its own key")
+        windows.place(one.window, NATURAL)
+    # Twice where it believes a window that was placed tiled still, and ends that at first.
     for _ in range(2):
-        desktop.keyboard.chord(*NATIVE_TILING[desktop.manager.name])
+        desktop.keyboard.chord(*key)
         try:
             desktop.holds_frame(one.window, wanted, f"frame after {desktop.manager.name}'s own key", 1.0)
             return
@@ -152,7 +160,6 @@ def a_window_tiled_by_the_window_manager_is_released_and_placed(program, manager
             shadow = Shadow(desktop, one)
             # Where it is already in place nothing needs to be released, so that comes last.
             for action, wanted in (("rightHalf", RIGHT), ("almostMaximize", ALMOST), ("leftHalf", LEFT)):
-                windows.place(one.window, NATURAL)
                 tile_left_natively(desktop, one, LEFT)
                 shadow.until_attached()
                 wanted = LEFT if manager in impossible.TILED else wanted
