@@ -52,6 +52,10 @@ public:
     /// Runs `work` once on the main thread, not before `deadline` and, where the machine is awake and idle, at most
     /// `tolerance` later (the backend may use the leeway to join wake-ups). Main thread.
     [[nodiscard]] virtual std::unique_ptr<ScheduledWork> schedule(Instant deadline, Duration tolerance, Work work) = 0;
+
+    /// The same for work that belongs to nobody and cannot be cancelled; work still waiting when the loop ends is
+    /// dropped without running. Main thread.
+    virtual void runLater(Instant deadline, Duration tolerance, Work work) = 0;
 };
 
 } // namespace platform

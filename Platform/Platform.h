@@ -7,22 +7,41 @@ class PreferenceStore;
 namespace platform {
 
 class Accessibility;
+class AccessibilityObservers;
+class AddressOpener;
+class ApplicationCatalogue;
 class Beep;
 class HotKeyEvents;
+class Log;
+class LoginItemService;
 class MainActor;
+struct MainBundle;
+class OpenPanel;
 class ProcessInfo;
+class RunningApplications;
 class Screens;
+class SystemClock;
 class Workspace;
 
 /// The table of operations that the logic works on. Everything in it is owned by whoever installed it.
 struct Platform {
     Accessibility& accessibility;
+    AccessibilityObservers& accessibilityObservers;
+    AddressOpener& addressOpener;
+    ApplicationCatalogue& applicationCatalogue;
     Beep& sound;
     HotKeyEvents& hotKeyEvents;
+    Log& log;
+    LoginItemService& loginItemService;
     MainActor& mainActor;
+    const MainBundle& mainBundle;
+    /// Null while nothing is loaded that could show it.
+    OpenPanel* openPanel;
     ProcessInfo& processInfo;
+    RunningApplications& runningApplications;
     Screens& screens;
     corvid::PreferenceStore& standardUserDefaults;
+    SystemClock& systemClock;
     Workspace& workspace;
 };
 

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "Platform/Accessibility.h"
+#include "Platform/MemoryUse.h"
+
+#include <optional>
 
 namespace platform {
 
@@ -14,6 +17,9 @@ public:
 
     /// This process's own id, in the numbering of `Accessibility::processIdentifier`.
     [[nodiscard]] virtual ProcessIdentifier processIdentifier() const = 0;
+
+    /// How much memory it takes; nothing where the kernel does not tell.
+    [[nodiscard]] virtual std::optional<MemoryUse> memoryUse() const = 0;
 };
 
 } // namespace platform

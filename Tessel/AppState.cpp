@@ -1,11 +1,18 @@
 #include "Tessel/AppState.h"
 
 #include "CorvidKit/AccessibilityAccess.h"
+#include "CorvidKit/AppInfo.h"
+#include "CorvidKit/LocalizedComparison.h"
+#include "Platform/ApplicationCatalogue.h"
 #include "Platform/Beep.h"
+#include "Platform/OpenPanel.h"
 #include "Platform/Platform.h"
+#include "Platform/SystemClock.h"
 #include "Tessel/WindowMover.h"
 
+#include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <utility>
 
 namespace tessel {
@@ -26,6 +33,24 @@ void performOnFocusedWindow(WindowAction action) {
     }
 }
 
+/// What the website calls this program.
+constexpr const char* websiteName = "tessel";
+
+corvid::UpdateCenter makeUpdateCenter(bool isPreview) {
+    if (isPreview) {
+        return corvid::UpdateCenter::preview(websiteName, false);
+    }
+    const platform::Platform& desktop = platform::current();
+    return {websiteName, corvid::AppInfo::version(), desktop.standardUserDefaults,
+            [&clock = desktop.systemClock] { return clock.now(); }};
+}
+
+bool isAddable(const platform::RunningApplication& application, const Prefs::Rules& rules) {
+    const std::optional<std::string> identifier = application.bundleIdentifier();
+    return application.activationPolicy() == platform::ActivationPolicy::regular && identifier &&
+           identifier != corvid::AppInfo::identifier() && !rules.contains(*identifier);
+}
+
 } // namespace
 
 AppState& AppState::shared() {
@@ -39,10 +64,13 @@ AppState::AppState(corvid::PreferenceStore& preferences, bool preview, corvid::H
     , enabled(preferences[enabledPreference])
     , currentRules(preferences[Prefs::rules])
     , hotKeys(dispatcher)
-    , preferences(preferences) {
+    , preferences(preferences)
+    , updateCenter(makeUpdateCenter(preview)) {
+    rows = tessel::ruleApps(currentRules, icons);
     if (isPreview) {
         return;
     }
+    appRules.setRules(currentRules);
     hotKeys.onPress = performOnFocusedWindow;
     trusted = corvid::AccessibilityAccess::requestIfNeeded();
     update();
@@ -58,10 +86,12 @@ void AppState::setEnabled(bool value) {
 
 void AppState::setRules(Prefs::Rules value) {
     assign(currentRules, std::move(value));
+    assign(rows, tessel::ruleApps(currentRules, icons));
     if (isPreview) {
         return;
     }
     preferences[Prefs::rules] = currentRules;
+    appRules.setRules(currentRules);
 }
 
 void AppState::setRule(const std::string& bundleIdentifier, std::optional<WindowAction> action) {
@@ -78,6 +108,38 @@ void AppState::setHasAccessibility(bool value) {
     assign(trusted, value);
 }
 
+std::vector<platform::RunningApplicationReference> AppState::addableRunningApps() const {
+    std::vector<platform::RunningApplicationReference> addable =
+        platform::current().runningApplications.runningApplications();
+    std::erase_if(addable, [this](const auto& application) { return !isAddable(*application, currentRules); });
+    std::ranges::stable_sort(addable, corvid::goesBefore,
+                             [](const auto& application) { return application->localizedName().value_or(""); });
+    return addable;
+}
+
+void AppState::chooseApp(WindowAction action) {
+    platform::OpenPanel* panel = platform::current().openPanel;
+    if (panel == nullptr) {
+        return;
+    }
+    panel->activateIgnoringOtherApps();
+    panel->runModal({.allowedContentTypes = {platform::applicationContentType},
+                     .directory = "/Applications",
+                     .allowsMultipleSelection = true,
+                     .prompt = "Add"},
+                    [this, watch = lifetime.watch(), action](const std::vector<std::filesystem::path>& chosen) {
+                        if (watch.isOver()) {
+                            return;
+                        }
+                        for (const std::filesystem::path& location : chosen) {
+                            if (const auto identifier =
+                                    platform::current().applicationCatalogue.bundleIdentifier(location)) {
+                                setRule(*identifier, action);
+                            }
+                        }
+                    });
+}
+
 void AppState::update() {
     if (isPreview) {
         return;
@@ -86,8 +148,10 @@ void AppState::update() {
         if (!hotKeys.isRegistered()) {
             hotKeys.registerShortcuts(WindowAction::shortcuts());
         }
+        appRules.start();
     } else {
         hotKeys.unregister();
+        appRules.stop();
     }
     assign(failed, hotKeys.failed());
 }

@@ -2,22 +2,28 @@
 
 #include "CorvidKit/Concurrency.h"
 #include "CorvidKit/HotKeys.h"
+#include "CorvidKit/Lifetime.h"
 #include "CorvidKit/Publisher.h"
+#include "CorvidKit/UpdateCenter.h"
 #include "CorvidKitCore/PreferenceStore.h"
+#include "Platform/RunningApplications.h"
+#include "Tessel/AppRules.h"
 #include "Tessel/Prefs.h"
+#include "Tessel/RuleApp.h"
 #include "TesselCore/AppStatus.h"
 #include "TesselCore/WindowAction.h"
 
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace tessel {
 
-/// The program's state, and the one switch that turns hot keys on and off. Main thread only.
+/// The program's state, and the one switch that turns hot keys and app rules on and off. Main thread only.
 ///
-/// The hot keys are registered exactly when `isEnabled` and `hasAccessibility` are both true. A preview only holds
-/// values for others to show: it never registers a hot key, never asks for permission and never looks for it.
+/// Both are on exactly when `isEnabled` and `hasAccessibility` are true. A preview only holds values for others to
+/// show: it never registers a hot key, watches no application, never asks for permission and never looks for it.
 class AppState {
 public:
     /// The one of the program, over the user's settings. Made on first use, never released.
@@ -43,6 +49,9 @@ public:
     /// Adds, changes or (with nothing) removes one rule.
     void setRule(const std::string& bundleIdentifier, std::optional<WindowAction> action);
 
+    /// The rules as rows for people, by name.
+    [[nodiscard]] const std::vector<RuleApp>& ruleApps() const { return rows; }
+
     /// Whether the desktop lets us move windows, as far as is known.
     [[nodiscard]] bool hasAccessibility() const { return trusted; }
 
@@ -53,6 +62,17 @@ public:
     [[nodiscard]] const std::set<WindowAction>& failedShortcuts() const { return failed; }
 
     [[nodiscard]] AppStatus status() const { return {enabled, trusted, !failed.empty()}; }
+
+    /// The reminder to look for a newer version.
+    [[nodiscard]] corvid::UpdateCenter& updates() { return updateCenter; }
+
+    /// The ordinary applications that run and could be given a rule, by name: not this program itself, none without a
+    /// bundle identifier, none that has a rule.
+    [[nodiscard]] std::vector<platform::RunningApplicationReference> addableRunningApps() const;
+
+    /// Lets the user pick applications, and gives each of them the action. Nothing happens where nothing is there to
+    /// pick with.
+    void chooseApp(WindowAction action);
 
     /// Emits before every assignment of a value above: whoever wants the new value looks in a later turn.
     [[nodiscard]] corvid::Publisher<>& objectWillChange() { return willChange; }
@@ -75,12 +95,17 @@ private:
 
     bool enabled;
     Prefs::Rules currentRules;
+    std::vector<RuleApp> rows;
     bool trusted = false;
     std::set<WindowAction> failed;
     corvid::HotKeyCenter<WindowAction> hotKeys;
+    AppRules appRules;
     corvid::PreferenceStore& preferences;
     corvid::Publisher<> willChange;
     std::optional<corvid::RepeatingTask> permissionWatch;
+    RuleAppIcons icons;
+    corvid::UpdateCenter updateCenter;
+    corvid::Lifetime lifetime;
 };
 
 } // namespace tessel

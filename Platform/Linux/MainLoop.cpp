@@ -42,11 +42,22 @@ public:
         source.reset(raw);
     }
 
+    /// Gives the timer to the loop, which drops it once it has run or when the loop itself goes.
+    static void leaveToLoop(std::unique_ptr<Timer> timer) {
+        sd_event_source* kept = timer->source.release();
+        sd_event_source_set_floating(kept, 1);
+        sd_event_source_set_destroy_callback(kept, [](void* data) { delete static_cast<Timer*>(data); });
+        static_cast<void>(timer.release());
+        sd_event_source_unref(kept);
+    }
+
 private:
-    static int fire(sd_event_source* /*source*/, std::uint64_t /*time*/, void* data) {
+    static int fire(sd_event_source* source, std::uint64_t /*time*/, void* data) {
         // Moved out first: the work may drop this timer.
         Work work = std::move(static_cast<Timer*>(data)->work);
         work();
+        // Ends the loop's own reference, where the timer is the loop's.
+        sd_event_source_set_floating(source, 0);
         return 0;
     }
 
@@ -154,6 +165,10 @@ void MainLoop::post(Work work) {
 
 std::unique_ptr<ScheduledWork> MainLoop::schedule(Instant deadline, Duration tolerance, Work work) {
     return std::make_unique<Timer>(loop.get(), deadline, tolerance, std::move(work));
+}
+
+void MainLoop::runLater(Instant deadline, Duration tolerance, Work work) {
+    Timer::leaveToLoop(std::make_unique<Timer>(loop.get(), deadline, tolerance, std::move(work)));
 }
 
 void MainLoop::runPosted() {

@@ -52,6 +52,7 @@ public:
     [[nodiscard]] Instant now() const override;
     void post(Work work) override;
     [[nodiscard]] std::unique_ptr<ScheduledWork> schedule(Instant deadline, Duration tolerance, Work work) override;
+    void runLater(Instant deadline, Duration tolerance, Work work) override;
 
 private:
     struct Unreference {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/MainBundle.h"
 #include "Platform/Platform.h"
 #include "Platform/Simulated/Accessibility.h"
 #include "Platform/Simulated/AccessibilityObservers.h"
@@ -8,11 +9,14 @@
 #include "Platform/Simulated/Applications.h"
 #include "Platform/Simulated/Beep.h"
 #include "Platform/Simulated/HotKeyEvents.h"
+#include "Platform/Simulated/Log.h"
 #include "Platform/Simulated/LoginItemService.h"
 #include "Platform/Simulated/MainActor.h"
+#include "Platform/Simulated/OpenPanel.h"
 #include "Platform/Simulated/ProcessInfo.h"
 #include "Platform/Simulated/Screens.h"
 #include "Platform/Simulated/StatusBar.h"
+#include "Platform/Simulated/SystemClock.h"
 #include "Platform/Simulated/Trace.h"
 #include "Platform/Simulated/UserDefaults.h"
 #include "Platform/Simulated/Workspace.h"
@@ -39,15 +43,30 @@ public:
     AddressOpener addressOpener{trace};
     LoginItemService loginItemService{trace};
     StatusBar statusBar{trace};
+    Log log{trace};
+    OpenPanel openPanel{trace};
+    SystemClock systemClock{mainActor};
+    MainBundle mainBundle{.identifier = "org.example.Tessel",
+                          .infoDictionary = {{"CFBundleShortVersionString", "1.2"}},
+                          .website = "https://tessel.example"};
 
 private:
     Platform table{.accessibility = accessibility,
+                   .accessibilityObservers = accessibilityObservers,
+                   .addressOpener = addressOpener,
+                   .applicationCatalogue = applicationCatalogue,
                    .sound = sound,
                    .hotKeyEvents = hotKeyEvents,
+                   .log = log,
+                   .loginItemService = loginItemService,
                    .mainActor = mainActor,
+                   .mainBundle = mainBundle,
+                   .openPanel = &openPanel,
                    .processInfo = processInfo,
+                   .runningApplications = applications,
                    .screens = screens,
                    .standardUserDefaults = standardUserDefaults,
+                   .systemClock = systemClock,
                    .workspace = workspace};
     Installation installation{table};
 };

@@ -89,6 +89,10 @@ std::unique_ptr<ScheduledWork> MainActor::schedule(Instant deadline, Duration to
     return std::make_unique<Handle>(scheduled, number);
 }
 
+void MainActor::runLater(Instant deadline, Duration tolerance, Work work) {
+    scheduled->entries.push_back({++scheduled->lastNumber, {deadline, tolerance}, std::move(work)});
+}
+
 std::size_t MainActor::run() {
     std::size_t count = 0;
     while (true) {

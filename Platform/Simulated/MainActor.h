@@ -48,6 +48,7 @@ public:
     [[nodiscard]] Instant now() const override;
     void post(Work work) override;
     [[nodiscard]] std::unique_ptr<ScheduledWork> schedule(Instant deadline, Duration tolerance, Work work) override;
+    void runLater(Instant deadline, Duration tolerance, Work work) override;
 
     /// Runs posted work, also what it posts itself, until none is left. Gives the number of pieces run.
     std::size_t run();

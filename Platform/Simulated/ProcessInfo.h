@@ -10,6 +10,11 @@ public:
     static constexpr ProcessIdentifier ownProcess = 1;
 
     [[nodiscard]] ProcessIdentifier processIdentifier() const override { return ownProcess; }
+
+    [[nodiscard]] std::optional<MemoryUse> memoryUse() const override { return use; }
+
+    /// What the kernel tells of the memory that this program takes.
+    std::optional<MemoryUse> use{{.current = 4 << 20, .peak = 6 << 20}};
 };
 
 } // namespace platform::simulated

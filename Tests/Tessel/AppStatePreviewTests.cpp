@@ -24,14 +24,14 @@ protected:
     AppState state{store, true, dispatcher};
 };
 
-TEST_F(PreviewState, TouchesNothingOfTheDesktop) {
+TEST_F(PreviewState, ChangesNothingOfTheDesktop) {
     EXPECT_TRUE(state.isPreview);
     state.setHasAccessibility(true);
     state.setEnabled(false);
     state.setEnabled(true);
     state.setRules({{"org.example.Editor", WindowAction::maximize}});
     desktop.mainActor.advance(60s);
-    EXPECT_EQ(desktop.trace.take(), Lines{});
+    EXPECT_EQ(desktop.trace.take(), (Lines{"locate org.example.Editor"})) << "for its row";
     EXPECT_TRUE(desktop.mainActor.waiting().empty());
 }
 

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "CorvidKitCore/PropertyListValue.h"
+
+#include <optional>
+#include <string>
+
+namespace platform {
+
+/// What the build says of this program.
+struct MainBundle {
+    /// The name under which it is installed (on Linux its desktop entry's id without ".desktop").
+    std::optional<std::string> identifier;
+    /// Facts by name, such as "CFBundleShortVersionString".
+    corvid::PropertyListValue::Dictionary infoDictionary;
+    /// The scheme and host of the maker's website, without a slash at the end.
+    std::string website;
+};
+
+} // namespace platform

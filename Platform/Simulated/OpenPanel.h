@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Platform/OpenPanel.h"
+#include "Platform/Simulated/Trace.h"
+
+#include <filesystem>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace platform::simulated {
+
+/// A panel that waits for its test to choose.
+///
+/// Trace: "activate this program", "show open panel".
+class OpenPanel final : public platform::OpenPanel {
+public:
+    explicit OpenPanel(Trace& trace)
+        : trace(trace) {}
+
+    void activateIgnoringOtherApps() override { trace.record("activate this program"); }
+
+    void runModal(const OpenPanelOptions& options, Completion completion) override {
+        trace.record("show open panel");
+        shown = options;
+        waiting = std::move(completion);
+    }
+
+    /// Confirms the choice of these, or cancels with none.
+    void choose(std::vector<std::filesystem::path> chosen) { std::exchange(waiting, nullptr)(std::move(chosen)); }
+
+    /// What the panel was shown with last.
+    std::optional<OpenPanelOptions> shown;
+
+private:
+    Trace& trace;
+    Completion waiting;
+};
+
+} // namespace platform::simulated

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Platform/Image.h"
+#include "Tessel/Prefs.h"
+#include "TesselCore/WindowAction.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessel {
+
+/// One row of the list of app rules; its identity is the bundle identifier.
+struct RuleApp {
+    std::string bundleID;
+    /// What the application is called, in the user's language.
+    std::string name;
+    /// 20 by 20 points; nothing where the application is not installed.
+    std::optional<platform::Image> icon;
+    WindowAction action;
+
+    [[nodiscard]] const std::string& id() const { return bundleID; }
+
+    friend bool operator==(const RuleApp&, const RuleApp&) = default;
+};
+
+/// Small icons by bundle identifier.
+using RuleAppIcons = std::map<std::string, platform::Image, std::less<>>;
+
+/// The rows for these rules, by name. An icon is looked up once and kept in `icons`. Main thread only.
+[[nodiscard]] std::vector<RuleApp> ruleApps(const Prefs::Rules& rules, RuleAppIcons& icons);
+
+} // namespace tessel

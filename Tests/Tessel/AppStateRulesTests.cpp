@@ -1,0 +1,211 @@
+#include "CorvidKit/HotKeys.h"
+#include "Platform/Simulated/Desktop.h"
+#include "Tessel/AppState.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessel {
+namespace {
+
+using namespace std::chrono_literals;
+using corvid::PropertyListValue;
+using platform::ActivationPolicy;
+using platform::simulated::Application;
+using platform::simulated::ApplicationOptions;
+using platform::simulated::Window;
+using Lines = std::vector<std::string>;
+
+constexpr corvid::CGRect natural{{100, 100}, {800, 600}};
+constexpr corvid::CGRect maximized{{0, 25}, {1920, 1055}};
+
+/// What the state makes of applications.
+class StateOfRules : public testing::Test {
+protected:
+    AppState& make() {
+        made.emplace(desktop.standardUserDefaults, false, dispatcher);
+        desktop.trace.clear();
+        return *made;
+    }
+
+    Application& launchEditor() {
+        return desktop.applications.launch({.process = 10, .bundleIdentifier = "org.example.Editor"});
+    }
+
+    void storeRule() {
+        desktop.standardUserDefaults.store.set(PropertyListValue::Dictionary{{"org.example.Editor", "maximize"}},
+                                               "rules");
+    }
+
+    Lines addable(const AppState& state) {
+        Lines names;
+        for (const auto& application : state.addableRunningApps()) {
+            names.push_back(application->localizedName().value_or("(none)"));
+        }
+        return names;
+    }
+
+    platform::simulated::Desktop desktop;
+    corvid::HotKeyDispatcher dispatcher;
+    std::optional<AppState> made;
+};
+
+TEST_F(StateOfRules, AppliesAStoredRuleToALaunch) {
+    storeRule();
+    make();
+    Window& window = launchEditor().addWindow();
+    desktop.mainActor.run();
+    EXPECT_EQ(window.frame(), maximized);
+}
+
+TEST_F(StateOfRules, HasTheRowsOfTheStoredRulesFromTheBeginning) {
+    storeRule();
+    desktop.applicationCatalogue.install("/applications/Editor", {"org.example.Editor", "Text Editor", "editor"});
+    const AppState& state = make();
+    ASSERT_EQ(state.ruleApps().size(), 1U);
+    EXPECT_EQ(state.ruleApps().front().name, "Text Editor");
+}
+
+TEST_F(StateOfRules, WritesARuleThenWatchesTheApplicationsThatRun) {
+    AppState& state = make();
+    launchEditor();
+    desktop.mainActor.run();
+    state.setRule("org.example.Editor", WindowAction::maximize);
+    EXPECT_EQ(desktop.trace.take(), (Lines{"locate org.example.Editor", "write setting rules", "observe process 10",
+                                           "subscribe to application 10 AXWindowCreated"}));
+    EXPECT_EQ(state.ruleApps().size(), 1U);
+    state.setRule("org.example.Editor", std::nullopt);
+    EXPECT_EQ(desktop.trace.take(), (Lines{"write setting rules", "stop observing process 10"}));
+    EXPECT_TRUE(state.ruleApps().empty());
+}
+
+TEST_F(StateOfRules, WatchesOnlyWhileItIsOnAndTrusted) {
+    storeRule();
+    AppState& state = make();
+    Application& editor = launchEditor();
+    desktop.mainActor.run();
+    EXPECT_EQ(desktop.accessibilityObservers.count(), 1U);
+    state.setEnabled(false);
+    EXPECT_EQ(desktop.accessibilityObservers.count(), 0U);
+    EXPECT_EQ(desktop.trace.take().back(), "stop observing process 10") << "after the hot keys";
+    Window& unwatched = editor.openWindow();
+    desktop.mainActor.run();
+    EXPECT_EQ(unwatched.frame(), natural);
+    unwatched.close();
+    state.setEnabled(true);
+    EXPECT_EQ(desktop.accessibilityObservers.count(), 1U);
+    desktop.accessibility.isTrusted = false;
+    desktop.mainActor.advance(2s);
+    EXPECT_EQ(desktop.accessibilityObservers.count(), 0U);
+    desktop.accessibility.isTrusted = true;
+    desktop.mainActor.advance(2s);
+    EXPECT_EQ(desktop.accessibilityObservers.count(), 1U);
+    Window& window = editor.openWindow();
+    desktop.mainActor.run();
+    EXPECT_EQ(window.frame(), maximized);
+}
+
+TEST_F(StateOfRules, KeepsRulesThatChangeWhileItIsOff) {
+    AppState& state = make();
+    state.setEnabled(false);
+    state.setRule("org.example.Editor", WindowAction::maximize);
+    launchEditor();
+    desktop.mainActor.run();
+    EXPECT_EQ(desktop.accessibilityObservers.count(), 0U);
+    state.setEnabled(true);
+    EXPECT_EQ(desktop.accessibilityObservers.count(), 1U);
+}
+
+TEST_F(StateOfRules, OffersTheOrdinaryApplicationsByName) {
+    const std::vector<ApplicationOptions> running{
+        {.process = 1, .bundleIdentifier = "org.example.Tessel", .localizedName = "Tessel"},
+        {.process = 10, .bundleIdentifier = "org.example.Editor", .localizedName = "text editor"},
+        {.process = 11, .bundleIdentifier = "org.example.Clock", .localizedName = "Clock"},
+        {.process = 12, .bundleIdentifier = std::nullopt, .localizedName = "Unknown"},
+        {.process = 13,
+         .bundleIdentifier = "org.example.Tray",
+         .localizedName = "Tray",
+         .activationPolicy = ActivationPolicy::accessory},
+        {.process = 14,
+         .bundleIdentifier = "org.example.Daemon",
+         .localizedName = "Daemon",
+         .activationPolicy = ActivationPolicy::prohibited},
+        {.process = 15, .bundleIdentifier = "org.example.Nameless"},
+        {.process = 16, .bundleIdentifier = "org.example.Terminal", .localizedName = "Terminal"},
+    };
+    for (const ApplicationOptions& options : running) {
+        desktop.applications.add(options);
+    }
+    AppState& state = make();
+    EXPECT_EQ(addable(state), (Lines{"(none)", "Clock", "Terminal", "text editor"}));
+    state.setRule("org.example.Terminal", WindowAction::center);
+    EXPECT_EQ(addable(state), (Lines{"(none)", "Clock", "text editor"}));
+    desktop.mainBundle.identifier.reset();
+    EXPECT_EQ(addable(state), (Lines{"(none)", "Clock", "Tessel", "text editor"}));
+}
+
+TEST_F(StateOfRules, LetsTheUserPickApplicationsAndStoresEachAsItIsAdded) {
+    desktop.applicationCatalogue.install("/applications/Editor", {"org.example.Editor", "Editor", ""});
+    desktop.applicationCatalogue.install("/applications/Terminal", {"org.example.Terminal", "Terminal", ""});
+    desktop.applicationCatalogue.install("/applications/Mail", {"org.example.Mail", "Mail", ""});
+    AppState& state = make();
+    state.setRule("org.example.Editor", WindowAction::maximize);
+    desktop.trace.clear();
+    state.chooseApp(WindowAction::center);
+    EXPECT_EQ(desktop.trace.take(), (Lines{"activate this program", "show open panel"}));
+    EXPECT_EQ(desktop.openPanel.shown,
+              (platform::OpenPanelOptions{.allowedContentTypes = {platform::applicationContentType},
+                                          .directory = "/Applications",
+                                          .allowsMultipleSelection = true,
+                                          .prompt = "Add"}));
+    desktop.openPanel.choose(
+        {"/applications/Terminal", "/notes.txt", "/applications/Editor", "/applications/Mail"});
+    EXPECT_EQ(state.rules(), (Prefs::Rules{{"org.example.Editor", WindowAction::center},
+                                           {"org.example.Mail", WindowAction::center},
+                                           {"org.example.Terminal", WindowAction::center}}));
+    Lines writes = desktop.trace.take();
+    std::erase_if(writes, [](const std::string& line) { return !line.starts_with("write"); });
+    EXPECT_EQ(writes, Lines(3, "write setting rules"));
+}
+
+TEST_F(StateOfRules, ChangesNothingWhenThePickingIsCancelledOrImpossible) {
+    AppState& state = make();
+    state.chooseApp(WindowAction::center);
+    desktop.openPanel.choose({});
+    EXPECT_EQ(desktop.trace.take(), (Lines{"activate this program", "show open panel"}));
+    state.chooseApp(WindowAction::center);
+    made.reset();
+    desktop.openPanel.choose({"/applications/Editor"});
+    EXPECT_FALSE(desktop.standardUserDefaults.store.object("rules").has_value());
+}
+
+TEST_F(StateOfRules, RemindsOfUpdatesOverTheUsersSettingsWhateverItsOwnStore) {
+    corvid::InMemoryPreferenceStore own;
+    AppState state(own, false, dispatcher);
+    EXPECT_TRUE(own.values.empty());
+    EXPECT_EQ(desktop.standardUserDefaults.store.values.at("updateReminderVersion"), PropertyListValue("1.2"));
+    EXPECT_FALSE(state.updates().updateReminderDue());
+    desktop.systemClock.adjust(std::chrono::hours(30 * 24));
+    desktop.mainActor.advance(1h);
+    EXPECT_TRUE(state.updates().updateReminderDue());
+}
+
+TEST_F(StateOfRules, InAPreviewWatchesNobodyAndRemindsOfNothing) {
+    corvid::InMemoryPreferenceStore own{{{"rules", PropertyListValue::Dictionary{{"org.example.Editor", "maximize"}}}}};
+    AppState preview(own, true, dispatcher);
+    EXPECT_EQ(preview.ruleApps().size(), 1U);
+    preview.setHasAccessibility(true);
+    preview.setEnabled(true);
+    Window& window = launchEditor().addWindow();
+    desktop.mainActor.advance(1h);
+    EXPECT_EQ(window.frame(), natural);
+    EXPECT_FALSE(preview.updates().updateReminderDue());
+    EXPECT_TRUE(desktop.standardUserDefaults.store.values.empty());
+}
+
+} // namespace
+} // namespace tessel
