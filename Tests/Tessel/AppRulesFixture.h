@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -52,7 +52,8 @@ protected:
     std::size_t observerCount() const { return desktop.accessibilityObservers.count(); }
 
     platform::simulated::Desktop desktop;
-    std::optional<AppRules> watcher{std::in_place};
+    /// On the heap, where a use after its end is noticed.
+    std::unique_ptr<AppRules> watcher = std::make_unique<AppRules>();
 };
 
 } // namespace tessel

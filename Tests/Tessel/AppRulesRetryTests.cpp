@@ -84,6 +84,16 @@ TEST_F(AppRulesRetries, EndWhenTheWatcherStops) {
     EXPECT_EQ(desktop.trace.take(), Lines{});
 }
 
+TEST_F(AppRulesRetries, AreNoMoreAfterTheWatcherStoppedAndStartedAgain) {
+    desktop.accessibilityObservers.failCreation(editorProcess, AXError::cannotComplete);
+    watcher->start();
+    watcher->stop();
+    watcher->start();
+    launchEditor();
+    desktop.mainActor.run();
+    EXPECT_EQ(attempts(), 1U) << "a launch is told once";
+}
+
 TEST_F(AppRulesRetries, EndWhenTheApplicationEnds) {
     desktop.accessibilityObservers.failCreation(editorProcess, AXError::cannotComplete);
     watcher->start();
