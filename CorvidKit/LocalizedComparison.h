@@ -1,6 +1,10 @@
 #pragma once
 
+#include <algorithm>
+#include <functional>
+#include <iterator>
 #include <string_view>
+#include <vector>
 
 namespace corvid {
 
@@ -8,5 +12,15 @@ namespace corvid {
 /// process's locale (`LC_COLLATE` and `LC_CTYPE`, which the program sets at start), over case-folded text. Names that
 /// compare equal go before neither. A text that is not in the locale's encoding compares byte by byte.
 [[nodiscard]] bool goesBefore(std::string_view first, std::string_view second);
+
+/// Sorts by name; items whose names compare equal keep their order. For the few that a list on the screen has.
+template <typename Item, typename Name>
+void sortByName(std::vector<Item>& items, Name name) {
+    // By insertion: the standard stable sort asks for a buffer in a way that its own library no longer wants.
+    for (auto next = items.begin(); next != items.end(); ++next) {
+        const auto place = std::ranges::upper_bound(items.begin(), next, std::invoke(name, *next), goesBefore, name);
+        std::rotate(place, next, std::next(next));
+    }
+}
 
 } // namespace corvid

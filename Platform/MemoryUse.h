@@ -4,10 +4,10 @@
 
 namespace platform {
 
-/// The physical memory that a process takes, in bytes, as the kernel counts it.
+/// How much of the machine's memory a process occupies, in bytes.
 struct MemoryUse {
     std::uint64_t current = 0;
-    /// The most that it has ever taken.
+    /// The most that it has been since the process started; never less than `current`.
     std::uint64_t peak = 0;
 
     friend bool operator==(const MemoryUse&, const MemoryUse&) = default;

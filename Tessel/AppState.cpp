@@ -10,7 +10,6 @@
 #include "Platform/SystemClock.h"
 #include "Tessel/WindowMover.h"
 
-#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <utility>
@@ -112,8 +111,7 @@ std::vector<platform::RunningApplicationReference> AppState::addableRunningApps(
     std::vector<platform::RunningApplicationReference> addable =
         platform::current().runningApplications.runningApplications();
     std::erase_if(addable, [this](const auto& application) { return !isAddable(*application, currentRules); });
-    std::ranges::stable_sort(addable, corvid::goesBefore,
-                             [](const auto& application) { return application->localizedName().value_or(""); });
+    corvid::sortByName(addable, [](const auto& application) { return application->localizedName().value_or(""); });
     return addable;
 }
 

@@ -5,7 +5,6 @@
 #include "Platform/Platform.h"
 #include "TesselCore/AppName.h"
 
-#include <algorithm>
 #include <filesystem>
 
 namespace tessel {
@@ -45,7 +44,7 @@ std::vector<RuleApp> ruleApps(const Prefs::Rules& rules, RuleAppIcons& icons) {
     for (const auto& [bundleID, action] : rules) {
         rows.push_back(ruleApp(bundleID, action, icons));
     }
-    std::ranges::stable_sort(rows, corvid::goesBefore, &RuleApp::name);
+    corvid::sortByName(rows, &RuleApp::name);
     return rows;
 }
 

@@ -1,11 +1,17 @@
 #include "Platform/Linux/ProcessInfo.h"
 
+#include "Platform/Linux/MemoryUse.h"
+
 #include <unistd.h>
 
 namespace platform::linux {
 
 ProcessIdentifier ProcessInfo::processIdentifier() const {
     return getpid();
+}
+
+std::optional<MemoryUse> ProcessInfo::memoryUse() const {
+    return readMemoryUse();
 }
 
 } // namespace platform::linux

@@ -8,6 +8,7 @@ namespace platform::linux {
 class ProcessInfo final : public platform::ProcessInfo {
 public:
     [[nodiscard]] ProcessIdentifier processIdentifier() const override;
+    [[nodiscard]] std::optional<MemoryUse> memoryUse() const override;
 };
 
 } // namespace platform::linux

@@ -32,6 +32,11 @@ void Applications::terminate(Application& application) {
     tell(WorkspaceNotification::didTerminateApplication, *found);
 }
 
+void Applications::forgetEnded() {
+    std::erase_if(windows, [](const auto& window) { return window->isClosed(); });
+    std::erase_if(applications, [](const auto& application) { return application->isTerminated(); });
+}
+
 Application* Applications::find(ProcessIdentifier process) const {
     const auto found = std::ranges::find_if(applications, [process](const auto& application) {
         return application->processIdentifier() == process && !application->isTerminated();
@@ -62,8 +67,7 @@ RunningApplicationReference Applications::runningApplication(ProcessIdentifier p
 }
 
 Window& Applications::makeWindow(ProcessIdentifier process, WindowOptions options) {
-    const int number = static_cast<int>(windows.size()) + 1;
-    windows.push_back(std::make_unique<Window>(number, process, mainActor, std::move(options)));
+    windows.push_back(std::make_unique<Window>(++lastWindowNumber, process, mainActor, std::move(options)));
     return *windows.back();
 }
 

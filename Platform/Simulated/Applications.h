@@ -28,6 +28,10 @@ public:
     /// Ends an application and closes its windows; observers are told in a turn of their own.
     void terminate(Application& application);
 
+    /// Lets go of the applications that have ended and the windows that were closed: of no interest to anybody, they
+    /// would otherwise be kept for as long as the desktop lives.
+    void forgetEnded();
+
     /// The application with the keyboard focus, or null.
     Application* frontmost = nullptr;
 
@@ -53,6 +57,7 @@ private:
     std::shared_ptr<NotificationCenter> center = std::make_shared<NotificationCenter>();
     std::vector<std::shared_ptr<Application>> applications;
     std::vector<std::unique_ptr<Window>> windows;
+    int lastWindowNumber = 0;
     /// Called for every window that opens for all to see.
     std::function<void(const Window&)> windowOpened;
 };

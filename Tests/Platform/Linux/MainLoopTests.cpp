@@ -7,6 +7,7 @@
 
 #include <array>
 #include <chrono>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -100,6 +101,31 @@ TEST(MainLoop, LetsScheduledWorkDropItsOwnHandle) {
     });
     EXPECT_EQ(loop.run(), 0);
     EXPECT_TRUE(didRun);
+}
+
+TEST(MainLoop, RunsWorkThatBelongsToNobodyOnceItsTimeHasComeAndKeepsNothingOfIt) {
+    MainLoop loop;
+    const auto held = std::make_shared<int>(0);
+    const Instant start = loop.now();
+    loop.runLater(start + milliseconds(10), milliseconds(1), [&loop, held, start] {
+        EXPECT_GE(loop.now(), start + milliseconds(10));
+        ++*held;
+    });
+    const auto end = loop.schedule(start + milliseconds(30), milliseconds(1), [&] { loop.end(0); });
+    EXPECT_EQ(loop.run(), 0);
+    EXPECT_EQ(*held, 1);
+    EXPECT_EQ(held.use_count(), 1);
+}
+
+TEST(MainLoop, DropsWorkThatBelongsToNobodyWhenItGoes) {
+    const auto held = std::make_shared<int>(0);
+    {
+        MainLoop loop;
+        loop.runLater(loop.now() + std::chrono::hours(1), milliseconds(1), [held] { ++*held; });
+        EXPECT_EQ(held.use_count(), 2);
+    }
+    EXPECT_EQ(held.use_count(), 1);
+    EXPECT_EQ(*held, 0);
 }
 
 TEST(MainLoop, ServesADescriptorThatIsReadable) {

@@ -133,11 +133,12 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(UserDefaultsCrash, LeaveAWholeFileWithEveryFinishedWriteWhereverTheProcessIsKilled) {
     constexpr int rounds = 100;
+    constexpr std::int64_t writes = 500;
     std::mt19937 random{std::random_device{}()};
     std::uniform_int_distribution<int> microseconds{0, 3000};
     std::int64_t last = 0;
     open().set(generation(last), "key");
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < rounds || last < writes; ++round) {
         std::array<int, 2> finished{};
         ASSERT_EQ(::pipe2(finished.data(), O_CLOEXEC), 0);
         const pid_t child = ::fork();

@@ -139,6 +139,17 @@ TEST(SimulatedMainActor, WorkThatTakesTimeMakesOtherWorkLate) {
     EXPECT_EQ(actor.now(), at(6s));
 }
 
+TEST(SimulatedMainActor, RunsWorkThatBelongsToNobodyAtItsTime) {
+    MainActor actor;
+    std::vector<int> order;
+    const auto held = actor.schedule(at(2s), 0s, [&] { order.push_back(2); });
+    actor.runLater(at(1s), 0s, [&] { order.push_back(1); });
+    actor.runLater(at(3s), 0s, [&] { order.push_back(3); });
+    actor.advance(2s);
+    EXPECT_EQ(order, (std::vector{1, 2}));
+    EXPECT_EQ(actor.waiting(), (std::vector<MainActor::Waiting>{{at(3s), 0s}}));
+}
+
 TEST(SimulatedMainActor, IsCurrentOnTheThreadThatMadeItUnlessItPretendsOtherwise) {
     MainActor actor;
     EXPECT_TRUE(actor.isCurrent());

@@ -1,0 +1,66 @@
+#include "CorvidKit/HotKeys.h"
+#include "Platform/Simulated/Desktop.h"
+#include "Tessel/AppState.h"
+
+#include <gtest/gtest.h>
+
+#include <malloc.h>
+
+#include <chrono>
+#include <cstddef>
+
+namespace tessel {
+namespace {
+
+using namespace std::chrono_literals;
+using platform::simulated::Application;
+
+/// Bytes in use on the heap; zero under a sanitizer, whose allocator does not tell.
+std::size_t heapInUse() {
+    return mallinfo2().uordblks;
+}
+
+/// Months of use: applications that come and go, and presses.
+class LongRun : public testing::Test {
+protected:
+    LongRun() { state.setRule("org.example.Editor", WindowAction::maximize); }
+
+    /// An application is launched, its window placed and moved back by the application, a key pressed, and it ends.
+    void live(int rounds) {
+        for (int round = 0; round < rounds; ++round) {
+            Application& editor =
+                desktop.applications.launch({.process = 10 + round % 1000, .bundleIdentifier = "org.example.Editor"});
+            desktop.mainActor.run();
+            editor.openWindow();
+            desktop.mainActor.run();
+            editor.focusedWindow->moveTo({{100, 100}, {800, 600}});
+            desktop.applications.frontmost = &editor;
+            ASSERT_EQ(desktop.hotKeyEvents.press(123, 4096 + 2048), platform::noErr);
+            desktop.mainActor.advance(400ms);
+            placed += editor.focusedWindow->frame() == corvid::CGRect{{0, 25}, {1920, 1055}} ? 1 : 0;
+            desktop.applications.terminate(editor);
+            desktop.mainActor.run();
+            desktop.applications.forgetEnded();
+            desktop.trace.clear();
+        }
+    }
+
+    platform::simulated::Desktop desktop;
+    corvid::HotKeyDispatcher dispatcher;
+    AppState state{desktop.standardUserDefaults, false, dispatcher};
+    int placed = 0;
+};
+
+TEST_F(LongRun, OfAHundredThousandLaunchesAndPressesTakesNoMemory) {
+    live(1000);
+    const std::size_t before = heapInUse();
+    // Where the heap cannot be asked, a sanitizer looks for leaks, and needs fewer rounds for that.
+    const int rounds = before == 0 ? 1000 : 100'000;
+    live(rounds);
+    EXPECT_EQ(placed, 1000 + rounds) << "each launch was placed, moved, and placed again";
+    EXPECT_EQ(desktop.accessibilityObservers.count(), 0U);
+    EXPECT_LE(heapInUse(), before + 4096);
+}
+
+} // namespace
+} // namespace tessel
