@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 
 namespace {
@@ -17,6 +18,8 @@ struct Row {
     CGRect window;
     CGRect visible;
     CGRect target;
+
+    friend void PrintTo(const Row& row, std::ostream* out) { *out << row.name; }
 };
 
 class TargetFrame : public testing::TestWithParam<Row> {};

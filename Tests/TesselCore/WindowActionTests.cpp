@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -32,6 +33,8 @@ struct Row {
     const char* symbol;
     std::uint32_t keyCode;
     const char* keyCaps;
+
+    friend void PrintTo(const Row& row, std::ostream* out) { *out << row.rawValue; }
 };
 
 const std::vector<Row> table{
