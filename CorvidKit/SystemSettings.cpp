@@ -12,7 +12,8 @@ namespace corvid::SystemSettings {
 
 namespace {
 
-/// The pages that may be the pane, the likeliest first. A desktop's opener knows these names and shows its nearest page.
+/// The pages that may be the pane, the likeliest first. A desktop's opener knows these names and shows its nearest
+/// page.
 std::span<const std::string_view> candidates(Pane pane) {
     static constexpr std::array<std::string_view, 1> accessibility{
         "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"};

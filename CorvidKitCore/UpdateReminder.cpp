@@ -6,7 +6,7 @@ namespace {
 
 /// The version for which the present period runs.
 const Preference<std::optional<std::string>> versionPreference{.key = "updateReminderVersion",
-                                                              .defaultValue = std::nullopt};
+                                                               .defaultValue = std::nullopt};
 
 /// The start of the present period, in seconds since 1970-01-01 00:00 UTC.
 const Preference<std::optional<double>> sincePreference{.key = "updateReminderSince", .defaultValue = std::nullopt};

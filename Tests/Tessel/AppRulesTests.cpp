@@ -27,9 +27,8 @@ TEST_F(AppRulesWatcher, AtItsStartWatchesTheRuledApplicationsThatRunAndLeavesThe
     desktop.applications.add({.process = 12}).addWindow();
     desktop.applications.add(terminalOptions());
     watcher->start();
-    EXPECT_EQ(desktop.trace.take(),
-              (Lines{"observe process 10", "subscribe to application 10 AXWindowCreated", "observe process 20",
-                     "subscribe to application 20 AXWindowCreated"}));
+    EXPECT_EQ(desktop.trace.take(), (Lines{"observe process 10", "subscribe to application 10 AXWindowCreated",
+                                           "observe process 20", "subscribe to application 20 AXWindowCreated"}));
     desktop.mainActor.advance(20s);
     EXPECT_EQ(desktop.trace.take(), Lines{});
     EXPECT_EQ(window.frame(), natural);
@@ -44,14 +43,14 @@ TEST_F(AppRulesWatcher, AppliesTheRuleToTheFirstWindowAsItIsCreated) {
     Window& window = editor.openWindow();
     desktop.mainActor.run();
     EXPECT_EQ(window.frame(), maximized);
-    EXPECT_EQ(desktop.trace.take(),
-              (Lines{"read window 1 AXSubrole", "read window 1 process", "read application 10 AXWindows",
-                     "read window 1 AXSubrole", "read window 1 process", "read window 1 AXPosition",
-                     "read window 1 AXSize", "read screens", "read window 1 process",
-                     "read application 10 AXEnhancedUserInterface", "write window 1 AXSize (1920, 1055)",
-                     "write window 1 AXPosition (0, 25)", "write window 1 AXSize (1920, 1055)",
-                     "read window 1 AXPosition", "read window 1 AXSize", "read window 1 AXPosition",
-                     "read window 1 AXSize"}));
+    EXPECT_EQ(
+        desktop.trace.take(),
+        (Lines{"read window 1 AXSubrole", "read window 1 process", "read application 10 AXWindows",
+               "read window 1 AXSubrole", "read window 1 process", "read window 1 AXPosition", "read window 1 AXSize",
+               "read screens", "read window 1 process", "read application 10 AXEnhancedUserInterface",
+               "write window 1 AXSize (1920, 1055)", "write window 1 AXPosition (0, 25)",
+               "write window 1 AXSize (1920, 1055)", "read window 1 AXPosition", "read window 1 AXSize",
+               "read window 1 AXPosition", "read window 1 AXSize"}));
 }
 
 TEST_F(AppRulesWatcher, AppliesTheRuleAtLaunchToTheOneWindowThatIsThereAlready) {

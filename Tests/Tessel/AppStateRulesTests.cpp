@@ -162,8 +162,7 @@ TEST_F(StateOfRules, LetsTheUserPickApplicationsAndStoresEachAsItIsAdded) {
                                           .directory = "/Applications",
                                           .allowsMultipleSelection = true,
                                           .prompt = "Add"}));
-    desktop.openPanel.choose(
-        {"/applications/Terminal", "/notes.txt", "/applications/Editor", "/applications/Mail"});
+    desktop.openPanel.choose({"/applications/Terminal", "/notes.txt", "/applications/Editor", "/applications/Mail"});
     EXPECT_EQ(state.rules(), (Prefs::Rules{{"org.example.Editor", WindowAction::center},
                                            {"org.example.Mail", WindowAction::center},
                                            {"org.example.Terminal", WindowAction::center}}));

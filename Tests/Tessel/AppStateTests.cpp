@@ -80,8 +80,7 @@ protected:
 
 TEST_F(State, IsMadeByReadingAskingForTrustAndRegisteringInThisOrder) {
     const AppState& state = make();
-    EXPECT_EQ(desktop.trace.take(),
-              joined({construction, {"install hot key handler"}, registration}));
+    EXPECT_EQ(desktop.trace.take(), joined({construction, {"install hot key handler"}, registration}));
     EXPECT_TRUE(state.isEnabled());
     EXPECT_TRUE(state.hasAccessibility());
     EXPECT_TRUE(state.rules().empty());
@@ -109,7 +108,8 @@ TEST_F(State, WaitsForThePermissionOnAFirstRunAndIsActiveAtThePollAfterTheGrant)
 TEST_F(State, LooksForThePermissionEveryTwoSecondsWithATolerance) {
     make();
     using Waiting = platform::simulated::MainActor::Waiting;
-    EXPECT_EQ(desktop.mainActor.waiting(), (std::vector<Waiting>{{platform::Instant(1h), 10s}, {platform::Instant(2s), 10s}}));
+    EXPECT_EQ(desktop.mainActor.waiting(),
+              (std::vector<Waiting>{{platform::Instant(1h), 10s}, {platform::Instant(2s), 10s}}));
     desktop.trace.clear();
     desktop.mainActor.advance(10s);
     EXPECT_EQ(desktop.trace.take(), Lines(5, "read trust")) << "nothing is done while nothing changes";

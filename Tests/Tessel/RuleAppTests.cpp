@@ -16,7 +16,8 @@ protected:
     RuleApps() {
         desktop.applicationCatalogue.install("/applications/Editor",
                                              {"org.example.Editor", "Text Editor", "accessories-text-editor"});
-        desktop.applicationCatalogue.install("/applications/Terminal", {"org.example.Terminal", "terminal", "terminal"});
+        desktop.applicationCatalogue.install("/applications/Terminal",
+                                             {"org.example.Terminal", "terminal", "terminal"});
     }
 
     Lines names(const Prefs::Rules& rules) {
