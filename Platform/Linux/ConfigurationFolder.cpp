@@ -34,14 +34,16 @@ std::optional<std::string> homeOfPasswordEntry() {
 
 } // namespace
 
+std::optional<std::string> homeFolder() {
+    std::optional<std::string> home = absolutePath("HOME");
+    return home ? home : homeOfPasswordEntry();
+}
+
 std::optional<std::string> configurationFolder() {
     if (std::optional<std::string> folder = absolutePath("XDG_CONFIG_HOME")) {
         return folder;
     }
-    std::optional<std::string> home = absolutePath("HOME");
-    if (!home) {
-        home = homeOfPasswordEntry();
-    }
+    const std::optional<std::string> home = homeFolder();
     return home ? std::optional{*home + "/.config"} : std::nullopt;
 }
 

@@ -36,7 +36,7 @@ WALLS = [
     Wall("CorvidKitCore", r"CorvidKitCore/.*"),
     Wall("TesselCore", r"(TesselCore|CorvidKitCore)/.*"),
     Wall("Platform/Simulated", rf"{SEAM}|(Platform/Simulated|CorvidKitCore)/.*"),
-    Wall("Platform/Linux", rf"{SEAM}|(Platform/Linux|CorvidKitCore)/.*", rf"systemd/.*|plist/.*|{SYSTEM}"),
+    Wall("Platform/Linux", rf"{SEAM}|(Platform/Linux|CorvidKitCore)/.*", rf"glib\.h|systemd/.*|plist/.*|{SYSTEM}"),
     Wall("Platform/X11", rf"{SEAM}|(Platform/X11|Platform/Linux|CorvidKitCore)/.*", rf"xcb/.*|{SYSTEM}"),
     Wall("Platform", rf"{SEAM}|CorvidKitCore/.*"),
     Wall("CorvidKit", rf"{SEAM}|(CorvidKit|CorvidKitCore)/.*"),

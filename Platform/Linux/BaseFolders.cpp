@@ -1,0 +1,113 @@
+#include "Platform/Linux/BaseFolders.h"
+
+#include "Platform/Linux/ConfigurationFolder.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <ranges>
+#include <utility>
+
+namespace platform::linux {
+namespace {
+
+std::optional<std::string> variable(const char* name) {
+    // Nothing in the program changes its environment.
+    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe)
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
+std::string withoutSlashes(std::string_view path) {
+    while (path.size() > 1 && path.ends_with('/')) {
+        path.remove_suffix(1);
+    }
+    return std::string(path);
+}
+
+/// Paths that are not absolute do not count.
+void append(std::vector<std::string>& folders, std::string_view given) {
+    std::string path = withoutSlashes(given);
+    if (path.starts_with('/') && std::ranges::find(folders, path) == folders.end()) {
+        folders.push_back(std::move(path));
+    }
+}
+
+std::vector<std::string> listed(const std::optional<std::string>& value, std::string_view standard) {
+    // An empty variable counts as unset.
+    std::vector<std::string> folders;
+    for (const std::string& part : partsBetweenColons(value && !value->empty() ? *value : standard)) {
+        append(folders, part);
+    }
+    return folders;
+}
+
+std::optional<std::string> inHome(const std::optional<std::string>& value, const std::optional<std::string>& home,
+                                  std::string_view standard) {
+    if (value && value->starts_with('/')) {
+        return withoutSlashes(*value);
+    }
+    return home ? std::optional(*home + std::string(standard)) : std::nullopt;
+}
+
+} // namespace
+
+BaseFolders BaseFolders::of(const Variables& variables) {
+    BaseFolders folders;
+    if (variables.home && variables.home->starts_with('/')) {
+        folders.home = withoutSlashes(*variables.home);
+    }
+    const std::optional<std::string> dataHome = inHome(variables.dataHome, folders.home, "/.local/share");
+    append(folders.data, dataHome.value_or(""));
+    for (const std::string& folder : listed(variables.dataFolders, "/usr/local/share:/usr/share")) {
+        append(folders.data, folder);
+    }
+    append(folders.data, dataHome ? *dataHome + "/flatpak/exports/share" : "");
+    append(folders.data, "/var/lib/flatpak/exports/share");
+    append(folders.data, "/var/lib/snapd/desktop");
+    folders.userConfiguration = inHome(variables.configurationHome, folders.home, "/.config");
+    folders.systemConfiguration = listed(variables.configurationFolders, "/etc/xdg");
+    return folders;
+}
+
+BaseFolders BaseFolders::ofThisProcess() {
+    return of({
+        .home = homeFolder(),
+        .dataHome = variable("XDG_DATA_HOME"),
+        .dataFolders = variable("XDG_DATA_DIRS"),
+        .configurationHome = variable("XDG_CONFIG_HOME"),
+        .configurationFolders = variable("XDG_CONFIG_DIRS"),
+    });
+}
+
+std::vector<std::string> BaseFolders::applications() const {
+    std::vector<std::string> folders;
+    for (const std::string& folder : data) {
+        append(folders, folder + "/applications");
+    }
+    return folders;
+}
+
+std::vector<std::string> BaseFolders::icons() const {
+    std::vector<std::string> folders;
+    append(folders, home ? *home + "/.icons" : "");
+    for (const std::string& folder : data) {
+        append(folders, folder + "/icons");
+    }
+    append(folders, "/usr/share/pixmaps");
+    return folders;
+}
+
+std::vector<std::string> currentDesktops() {
+    return partsBetweenColons(variable("XDG_CURRENT_DESKTOP").value_or(""));
+}
+
+std::vector<std::string> partsBetweenColons(std::string_view text) {
+    std::vector<std::string> parts;
+    for (const auto part : std::views::split(text, ':')) {
+        if (!part.empty()) {
+            parts.emplace_back(part.begin(), part.end());
+        }
+    }
+    return parts;
+}
+
+} // namespace platform::linux

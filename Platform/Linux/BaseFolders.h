@@ -1,0 +1,49 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform::linux {
+
+/// The folders of the XDG Base Directory Specification 0.8, the most important one first. Absolute, without a slash at
+/// the end, each once; they need not exist.
+struct BaseFolders {
+    /// The environment's words, each possibly unset.
+    struct Variables {
+        std::optional<std::string> home = {};
+        std::optional<std::string> dataHome = {};             ///< `XDG_DATA_HOME`
+        std::optional<std::string> dataFolders = {};          ///< `XDG_DATA_DIRS`
+        std::optional<std::string> configurationHome = {};    ///< `XDG_CONFIG_HOME`
+        std::optional<std::string> configurationFolders = {}; ///< `XDG_CONFIG_DIRS`
+    };
+
+    std::optional<std::string> home = {};
+    /// `$XDG_DATA_HOME`, `$XDG_DATA_DIRS`, and behind them, where a session does not name them itself, the folders into
+    /// which Flatpak and Snap put what they install.
+    std::vector<std::string> data = {};
+    /// `$XDG_CONFIG_HOME`; nothing without a home folder.
+    std::optional<std::string> userConfiguration = {};
+    /// `$XDG_CONFIG_DIRS`.
+    std::vector<std::string> systemConfiguration = {};
+
+    [[nodiscard]] static BaseFolders of(const Variables& variables);
+
+    /// Reads the environment, and the password database for a home folder that it does not name: main thread.
+    [[nodiscard]] static BaseFolders ofThisProcess();
+
+    /// Where desktop entries are: "applications" in the data folders.
+    [[nodiscard]] std::vector<std::string> applications() const;
+
+    /// Where icon themes are (Icon Theme Specification, Directory Layout).
+    [[nodiscard]] std::vector<std::string> icons() const;
+};
+
+/// The names in `XDG_CURRENT_DESKTOP`, the most particular first. Reads the environment: main thread.
+[[nodiscard]] std::vector<std::string> currentDesktops();
+
+/// The parts of a text between colons, without empty ones.
+[[nodiscard]] std::vector<std::string> partsBetweenColons(std::string_view text);
+
+} // namespace platform::linux

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+/// The value of a desktop entry's `Exec` key (Desktop Entry Specification, The Exec key).
+namespace platform::linux::ExecLine {
+
+/// The program that a line starts.
+struct Program {
+    /// A path or, for the folders of `PATH` to tell, a name. Where the line has an interpreter read a script, the
+    /// script.
+    std::string name;
+    /// Whether it is given words of its own, beside the files or addresses to open: then the entry stands for a part of
+    /// the program, or for a certain use of it.
+    bool hasArguments = false;
+
+    friend bool operator==(const Program&, const Program&) = default;
+};
+
+/// The program of a line, behind `env` and the variables that it sets. Nothing where the line is malformed, or where it
+/// hands a text to an interpreter.
+[[nodiscard]] std::optional<Program> program(const std::string& line);
+
+/// The script that a command line has an interpreter (a shell, Python, Java and the like) read; an empty text where it
+/// is an interpreter that reads none; nothing where it is no interpreter. `words` begins with the interpreter.
+[[nodiscard]] std::optional<std::string> script(std::span<const std::string> words);
+
+/// A word as it has to stand in the line.
+[[nodiscard]] std::string quoted(std::string_view word);
+
+/// Where a program named so is: the path itself, or the first match in `searchPath` (colons between the folders).
+/// Nothing where there is no such program that may be executed.
+[[nodiscard]] std::optional<std::string> locate(const std::string& program, std::string_view searchPath);
+
+} // namespace platform::linux::ExecLine

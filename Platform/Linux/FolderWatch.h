@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/MainLoop.h"
+
+#include <sys/inotify.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform::linux {
+
+/// Notices changes to files with a certain ending in folders and what is below them (see `FolderTree`), through
+/// inotify. A folder that does not exist is waited for in the nearest one above it that does. Main thread; must not
+/// outlive the loop.
+class FolderWatch {
+public:
+    /// Changes that come within `coalescing` of the first are told together, by one call of `changed` in a turn of the
+    /// event loop of its own. `changed` may ask for `takeChange`; it must not drop the watch.
+    FolderWatch(MainLoop& loop, std::vector<std::string> folders, std::string ending, Duration coalescing,
+                std::function<void()> changed);
+    FolderWatch(const FolderWatch&) = delete;
+    FolderWatch& operator=(const FolderWatch&) = delete;
+    ~FolderWatch();
+
+    /// Whether anything has changed since this was last asked (or since the watch was made), up to this very moment.
+    [[nodiscard]] bool takeChange();
+
+    /// Whether every folder is watched; the kernel allows a user only so many.
+    [[nodiscard]] bool isComplete() const { return isEveryFolderWatched; }
+
+private:
+    /// The names that matter in a watched folder; none: all that have the ending, and all folders.
+    using AwaitedNames = std::vector<std::string>;
+
+    void renewWatches();
+    void watchTree(const std::string& folder, std::map<int, AwaitedNames>& renewed);
+    void awaitFolder(const std::string& folder, std::map<int, AwaitedNames>& renewed);
+    int addWatch(const std::string& folder);
+    void readEvents();
+    [[nodiscard]] bool matters(const inotify_event& event, std::string_view name) const;
+    void tellLater();
+
+    MainLoop& loop;
+    std::vector<std::string> folders;
+    std::string ending;
+    Duration coalescing;
+    std::function<void()> changed;
+    FileDescriptor inotify;
+    std::map<int, AwaitedNames> watches;
+    bool isEveryFolderWatched = false;
+    bool hasChanged = false;
+    std::unique_ptr<ScheduledWork> telling;
+    std::unique_ptr<DescriptorWatch> readable;
+};
+
+} // namespace platform::linux

@@ -1,0 +1,50 @@
+#include "Platform/Linux/BaseFolders.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace platform::linux {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(BaseFolders, AreTheStandardOnesByDefault) {
+    const BaseFolders folders = BaseFolders::of({.home = "/home/me"});
+    EXPECT_THAT(folders.data, ElementsAre("/home/me/.local/share", "/usr/local/share", "/usr/share",
+                                          "/home/me/.local/share/flatpak/exports/share",
+                                          "/var/lib/flatpak/exports/share", "/var/lib/snapd/desktop"));
+    EXPECT_EQ(folders.userConfiguration, "/home/me/.config");
+    EXPECT_THAT(folders.systemConfiguration, ElementsAre("/etc/xdg"));
+}
+
+TEST(BaseFolders, AreWhatTheEnvironmentNamesEachOnceAndAbsoluteOnly) {
+    const BaseFolders folders = BaseFolders::of({
+        .home = "/home/me",
+        .dataHome = "/data/me/",
+        .dataFolders = "/var/lib/flatpak/exports/share/::relative:/usr/share/:/usr/share:/",
+        .configurationHome = "relative",
+        .configurationFolders = "/etc/a:/etc/b",
+    });
+    EXPECT_THAT(folders.data, ElementsAre("/data/me", "/var/lib/flatpak/exports/share", "/usr/share", "/",
+                                          "/data/me/flatpak/exports/share", "/var/lib/snapd/desktop"));
+    EXPECT_EQ(folders.userConfiguration, "/home/me/.config");
+    EXPECT_THAT(folders.systemConfiguration, ElementsAre("/etc/a", "/etc/b"));
+}
+
+TEST(BaseFolders, DoWithoutAHomeAndWithEmptyVariables) {
+    const BaseFolders folders = BaseFolders::of({.home = "", .dataHome = "", .dataFolders = ""});
+    EXPECT_THAT(folders.data, ElementsAre("/usr/local/share", "/usr/share", "/var/lib/flatpak/exports/share",
+                                          "/var/lib/snapd/desktop"));
+    EXPECT_EQ(folders.home, std::nullopt);
+    EXPECT_EQ(folders.userConfiguration, std::nullopt);
+}
+
+TEST(BaseFolders, HoldApplicationsAndIcons) {
+    const BaseFolders folders{.home = "/home/me", .data = {"/data", "/usr/share"}};
+    EXPECT_THAT(folders.applications(), ElementsAre("/data/applications", "/usr/share/applications"));
+    EXPECT_THAT(folders.icons(),
+                ElementsAre("/home/me/.icons", "/data/icons", "/usr/share/icons", "/usr/share/pixmaps"));
+}
+
+} // namespace
+} // namespace platform::linux
