@@ -10,7 +10,9 @@ namespace platform::x11 {
 
 /// The atoms in use, in the order of `atomNames`.
 enum class Atom : std::uint8_t {
+    gtkApplicationId,
     gtkFrameExtents,
+    kdeNetWmDesktopFile,
     netActiveWindow,
     netClientList,
     netCurrentDesktop,
@@ -25,6 +27,7 @@ enum class Atom : std::uint8_t {
     netWmStateFullscreen,
     netWmStateMaximizedHorz,
     netWmStateMaximizedVert,
+    netWmStateSkipTaskbar,
     netWmStrut,
     netWmStrutPartial,
     netWmWindowType,
@@ -46,8 +49,10 @@ enum class Atom : std::uint8_t {
     utf8String,
 };
 
-inline constexpr std::array<std::string_view, 34> atomNames{
+inline constexpr std::array<std::string_view, 37> atomNames{
+    "_GTK_APPLICATION_ID",
     "_GTK_FRAME_EXTENTS",
+    "_KDE_NET_WM_DESKTOP_FILE",
     "_NET_ACTIVE_WINDOW",
     "_NET_CLIENT_LIST",
     "_NET_CURRENT_DESKTOP",
@@ -62,6 +67,7 @@ inline constexpr std::array<std::string_view, 34> atomNames{
     "_NET_WM_STATE_FULLSCREEN",
     "_NET_WM_STATE_MAXIMIZED_HORZ",
     "_NET_WM_STATE_MAXIMIZED_VERT",
+    "_NET_WM_STATE_SKIP_TASKBAR",
     "_NET_WM_STRUT",
     "_NET_WM_STRUT_PARTIAL",
     "_NET_WM_WINDOW_TYPE",

@@ -19,6 +19,8 @@ namespace {
 constexpr std::chrono::milliseconds keyboardCalm{50};
 // A window manager announces itself before it has taken its own keys.
 constexpr std::chrono::milliseconds windowManagerCalm{500};
+// A server that did not answer in time is asked again after this.
+constexpr std::chrono::seconds untilRetry{1};
 constexpr std::chrono::milliseconds leeway{10};
 
 /// Asks for all extensions at once, so that the first use of each need not wait.
@@ -50,7 +52,10 @@ std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLo
 Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened)
     : mainLoop(mainLoop)
     , connection(std::move(opened))
-    , windows(connection, turn, placement, [this] { return askForTrust(); }) {
+    , windows(connection, turn, placement, [this] { return askForTrust(); })
+    , processes(
+          connection, turn, mainLoop, managedWindows, deliveries,
+          [this](xcb_window_t window, const ManagedWindow& facts) { observers.windowBecameReady(window, facts); }) {
     const std::uint32_t rootEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection.raw(), connection.root(), XCB_CW_EVENT_MASK, &rootEvents);
     keyboardEvent = xcb_get_extension_data(connection.raw(), &xcb_xkb_id)->first_event;
@@ -68,17 +73,39 @@ std::string Desktop::sessionName() const {
     return std::string(host) + ":" + std::to_string(display) + "." + std::to_string(screen);
 }
 
+void Desktop::followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) {
+    processes.start(identification, catalogue);
+    turn.begin();
+    renewGuess();
+    // All at once, so that whoever asks next is given all of them.
+    while (managedWindows.hasWork()) {
+        turn.begin();
+        managedWindows.work();
+    }
+}
+
 bool Desktop::finishTurn() {
     placement.send();
     turn.begin();
     if (guessIsStale) {
-        guessIsStale = false;
-        turn.renewGuess();
-        turn.begin();
+        renewGuess();
     }
+    if (managedWindows.hasWork()) {
+        managedWindows.work();
+    }
+    turn.begin();
     connection.flush();
     // A broken connection is served as well: that is how the loop comes to know of it.
-    return connection.hasPendingEvents() || connection.isBroken();
+    return connection.hasPendingEvents() || managedWindows.hasWork() || connection.isBroken();
+}
+
+void Desktop::renewGuess() {
+    guessIsStale = false;
+    if (const std::vector<xcb_window_t>* clients = turn.renewGuess()) {
+        managedWindows.follow(*clients);
+    } else {
+        guessRetry = mainLoop.schedule(mainLoop.now() + untilRetry, leeway, [this] { guessIsStale = true; });
+    }
 }
 
 void Desktop::serveEvents() {
@@ -104,6 +131,7 @@ void Desktop::handle(const xcb_generic_event_t& event) {
     } else if (kind == XCB_MAPPING_NOTIFY || kind == keyboardEvent) {
         followKeyboardSoon();
     }
+    managedWindows.handle(event);
 }
 
 void Desktop::handlePropertyChange(const xcb_property_notify_event_t& event) {

@@ -2,11 +2,16 @@
 
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/X11/Accessibility.h"
+#include "Platform/X11/AccessibilityObservers.h"
 #include "Platform/X11/Beep.h"
 #include "Platform/X11/Connection.h"
+#include "Platform/X11/Deliveries.h"
+#include "Platform/X11/EventSelection.h"
 #include "Platform/X11/Fence.h"
 #include "Platform/X11/HotKeys.h"
+#include "Platform/X11/ManagedWindows.h"
 #include "Platform/X11/Placement.h"
+#include "Platform/X11/RunningApplications.h"
 #include "Platform/X11/Screens.h"
 #include "Platform/X11/Turn.h"
 #include "Platform/X11/Workspace.h"
@@ -31,11 +36,19 @@ public:
     /// Names the session among those that the user may have: the display and its screen.
     [[nodiscard]] std::string sessionName() const;
 
+    /// Begins to follow which applications run and which windows they open; those that are there now are not told as
+    /// new. Until this is called no application is known. Both have to outlive this. To be called once.
+    void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue);
+
     [[nodiscard]] Accessibility& accessibility() { return windows; }
+
+    [[nodiscard]] AccessibilityObservers& accessibilityObservers() { return observers; }
 
     [[nodiscard]] Beep& sound() { return bell; }
 
     [[nodiscard]] HotKeys& hotKeyEvents() { return hotKeys; }
+
+    [[nodiscard]] RunningApplications& runningApplications() { return processes; }
 
     [[nodiscard]] Screens& screens() { return monitors; }
 
@@ -45,6 +58,7 @@ private:
     [[nodiscard]] bool finishTurn();
     void serveEvents();
     void handle(const xcb_generic_event_t& event);
+    void renewGuess();
     void handlePropertyChange(const xcb_property_notify_event_t& event);
     void followKeyboardSoon();
     void renewGrabsSoon();
@@ -52,16 +66,22 @@ private:
 
     linux::MainLoop& mainLoop;
     Connection connection;
+    EventSelection selection{connection};
     Turn turn{connection};
     Fence fence{connection};
-    Placement placement{connection, turn, fence};
+    Placement placement{connection, selection, turn, fence};
     Accessibility windows;
     Beep bell{connection};
     HotKeys hotKeys{connection};
     Screens monitors{turn};
     Workspace applications{turn};
+    Deliveries deliveries{mainLoop};
+    ManagedWindows managedWindows{connection, selection, mainLoop};
+    AccessibilityObservers observers{connection, turn, managedWindows, deliveries};
+    RunningApplications processes;
     std::uint8_t keyboardEvent = 0;
     bool guessIsStale = true;
+    std::unique_ptr<ScheduledWork> guessRetry;
     std::unique_ptr<ScheduledWork> keyboardFollow;
     std::unique_ptr<ScheduledWork> grabRenewal;
     std::unique_ptr<linux::DescriptorWatch> watch;

@@ -17,15 +17,23 @@ Fence::~Fence() {
 }
 
 bool Fence::wait() {
+    const std::uint16_t question = send();
+    return connection.waitForEvent(
+        connection.turnEnd(), [this, question](const xcb_generic_event_t& event) { return answer(event) == question; });
+}
+
+std::uint16_t Fence::send() {
     // Another width each time, so that the late answer to an abandoned wait is not taken for this one's.
     constexpr std::uint16_t widest = 1000;
     width = width < widest ? static_cast<std::uint16_t>(width + 1) : std::uint16_t{1};
     const std::uint32_t value = width;
     xcb_configure_window(connection.raw(), window, XCB_CONFIG_WINDOW_WIDTH, &value);
-    return connection.waitForEvent(connection.turnEnd(), [this](const xcb_generic_event_t& event) {
-        const auto* configured = eventAs<xcb_configure_notify_event_t>(event, XCB_CONFIGURE_NOTIFY);
-        return configured != nullptr && configured->window == window && configured->width == width;
-    });
+    return width;
+}
+
+std::optional<std::uint16_t> Fence::answer(const xcb_generic_event_t& event) const {
+    const auto* configured = eventAs<xcb_configure_notify_event_t>(event, XCB_CONFIGURE_NOTIFY);
+    return configured != nullptr && configured->window == window ? std::optional(configured->width) : std::nullopt;
 }
 
 } // namespace platform::x11

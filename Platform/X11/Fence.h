@@ -3,6 +3,7 @@
 #include "Platform/X11/Connection.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace platform::x11 {
 
@@ -21,6 +22,13 @@ public:
 
     /// Waits until all that was sent before is handled; false if that did not happen within the turn's time.
     [[nodiscard]] bool wait();
+
+    /// Asks without waiting; `answer` of a later event gives the same number, in the order of asking. A window manager
+    /// that ends meanwhile answers never. One fence is either waited for or asked this way, not both.
+    [[nodiscard]] std::uint16_t send();
+
+    /// Which question the event answers; nothing where it is no answer.
+    [[nodiscard]] std::optional<std::uint16_t> answer(const xcb_generic_event_t& event) const;
 
 private:
     Connection& connection;

@@ -141,7 +141,7 @@ void Placement::awaitShadow(const Sent& sent) {
         return;
     }
     const Instant limit = Connection::now() + shadowPatience;
-    const ScopedPropertyWatch watch(connection, window);
+    const ScopedPropertyWatch watch(connection, selection, window);
     // Read after the watch began, so that no change falls between.
     facts = readAgain(window);
     while (facts != nullptr) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/X11/EventSelection.h"
 #include "Platform/X11/Fence.h"
 #include "Platform/X11/FrameGeometry.h"
 #include "Platform/X11/Turn.h"
@@ -17,8 +18,9 @@ namespace platform::x11 {
 /// message that they amount to. Rectangles are in root coordinates.
 class Placement {
 public:
-    Placement(Connection& connection, Turn& turn, Fence& fence)
+    Placement(Connection& connection, EventSelection& selection, Turn& turn, Fence& fence)
         : connection(connection)
+        , selection(selection)
         , turn(turn)
         , fence(fence) {}
 
@@ -60,6 +62,7 @@ private:
     void sendToRoot(xcb_window_t window, Atom type, const std::array<std::uint32_t, 5>& data);
 
     Connection& connection;
+    EventSelection& selection;
     Turn& turn;
     Fence& fence;
     WindowManager windowManager;

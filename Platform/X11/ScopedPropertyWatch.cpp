@@ -4,22 +4,15 @@
 
 namespace platform::x11 {
 
-namespace {
-
-void selectEvents(Connection& connection, xcb_window_t window, std::uint32_t mask) {
-    xcb_change_window_attributes(connection.raw(), window, XCB_CW_EVENT_MASK, &mask);
-}
-
-} // namespace
-
-ScopedPropertyWatch::ScopedPropertyWatch(Connection& connection, xcb_window_t window)
+ScopedPropertyWatch::ScopedPropertyWatch(Connection& connection, EventSelection& selection, xcb_window_t window)
     : connection(connection)
+    , selection(selection)
     , window(window) {
-    selectEvents(connection, window, XCB_EVENT_MASK_PROPERTY_CHANGE);
+    selection.selectForNow(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
 }
 
 ScopedPropertyWatch::~ScopedPropertyWatch() {
-    selectEvents(connection, window, XCB_EVENT_MASK_NO_EVENT);
+    selection.selectForNow(window, XCB_EVENT_MASK_NO_EVENT);
 }
 
 bool ScopedPropertyWatch::waitForChange(Atom property, Instant limit) const {

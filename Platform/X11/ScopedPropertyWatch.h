@@ -1,13 +1,14 @@
 #pragma once
 
-#include "Platform/X11/Connection.h"
+#include "Platform/X11/EventSelection.h"
 
 namespace platform::x11 {
 
-/// Asks the server to tell of a foreign window's property changes for as long as it lives.
+/// Asks the server to tell of a foreign window's property changes for as long as it lives, next to what is selected
+/// there lastingly.
 class ScopedPropertyWatch {
 public:
-    ScopedPropertyWatch(Connection& connection, xcb_window_t window);
+    ScopedPropertyWatch(Connection& connection, EventSelection& selection, xcb_window_t window);
     ScopedPropertyWatch(const ScopedPropertyWatch&) = delete;
     ScopedPropertyWatch& operator=(const ScopedPropertyWatch&) = delete;
     ~ScopedPropertyWatch();
@@ -17,6 +18,7 @@ public:
 
 private:
     Connection& connection;
+    EventSelection& selection;
     xcb_window_t window;
 };
 

@@ -85,12 +85,15 @@ void Turn::takeWorkSpace(WorkSpace read) {
     space = std::move(read);
 }
 
-void Turn::renewGuess() {
+const std::vector<xcb_window_t>* Turn::renewGuess() {
     RootFactsRequest request(connection);
-    if (const auto facts = request.read(connection)) {
-        rememberGuess(*facts);
-        static_cast<void>(monitorWorkAreasName(guess.currentDesktop));
+    const auto facts = request.read(connection);
+    if (!facts) {
+        return nullptr;
     }
+    rememberGuess(*facts);
+    static_cast<void>(monitorWorkAreasName(guess.currentDesktop));
+    return &guess.clients;
 }
 
 void Turn::rememberGuess(const RootFacts& facts) {

@@ -40,8 +40,8 @@ public:
     [[nodiscard]] const WorkSpace* workSpace();
 
     /// Reads the root again because its active window, client list or desktop changed, so that the next press's guess
-    /// is right.
-    void renewGuess();
+    /// is right. Gives the managed windows, oldest first; null where the server did not answer in time.
+    [[nodiscard]] const std::vector<xcb_window_t>* renewGuess();
 
 private:
     struct Guess {

@@ -53,26 +53,6 @@ std::optional<WindowKind> kindOfType(const AtomTable& atoms, xcb_atom_t type) {
     return known->kind;
 }
 
-xcb_res_query_client_ids_cookie_t requestOwner(Connection& connection, xcb_window_t window) {
-    const xcb_res_client_id_spec_t specification{.client = window, .mask = XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    return xcb_res_query_client_ids(connection.raw(), 1, &specification);
-}
-
-std::optional<std::uint32_t> localClientProcess(Connection& connection, xcb_res_query_client_ids_cookie_t cookie) {
-    const auto answer = connection.reply<xcb_res_query_client_ids_reply_t>(cookie);
-    if (!answer) {
-        return std::nullopt;
-    }
-    for (auto ids = xcb_res_query_client_ids_ids_iterator(answer.get()); ids.rem > 0;
-         xcb_res_client_id_value_next(&ids)) {
-        const bool isProcess = (ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0;
-        if (isProcess && xcb_res_client_id_value_value_length(ids.data) > 0) {
-            return *xcb_res_client_id_value_value(ids.data);
-        }
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 WindowKind windowKind(const AtomTable& atoms, const std::vector<std::uint32_t>& types, bool isTransient) {
@@ -84,20 +64,6 @@ WindowKind windowKind(const AtomTable& atoms, const std::vector<std::uint32_t>& 
     return isTransient ? WindowKind::auxiliary : WindowKind::standard;
 }
 
-ProcessIdentifier windowOwner(std::optional<std::uint32_t> localClientProcess,
-                              const std::vector<std::uint32_t>& claimed, xcb_window_t window,
-                              std::uint32_t resourceIdentifierMask) {
-    constexpr std::uint32_t largestProcess = 0x7fffffff;
-    if (localClientProcess && *localClientProcess > 0 && *localClientProcess <= largestProcess) {
-        return static_cast<ProcessIdentifier>(*localClientProcess);
-    }
-    if (!claimed.empty() && claimed.front() > 0 && claimed.front() <= largestProcess) {
-        return static_cast<ProcessIdentifier>(claimed.front());
-    }
-    // Resource identifiers use 29 bits, so the base is a positive number and never zero for a client.
-    return -static_cast<ProcessIdentifier>(window & ~resourceIdentifierMask & largestProcess);
-}
-
 WindowFactsRequest::WindowFactsRequest(Connection& connection, xcb_window_t window)
     : window(window)
     , geometry(xcb_get_geometry(connection.raw(), window))
@@ -107,8 +73,7 @@ WindowFactsRequest::WindowFactsRequest(Connection& connection, xcb_window_t wind
     , states(requestProperty(connection, window, connection.atom(Atom::netWmState), mostAtoms))
     , types(requestProperty(connection, window, connection.atom(Atom::netWmWindowType), mostAtoms))
     , transientFor(requestProperty(connection, window, XCB_ATOM_WM_TRANSIENT_FOR, 1))
-    , claimedProcess(requestProperty(connection, window, connection.atom(Atom::netWmPid), 1))
-    , owner(requestOwner(connection, window)) {
+    , owner(connection, window) {
 }
 
 std::optional<WindowFacts> WindowFactsRequest::read(Connection& connection) {
@@ -119,8 +84,7 @@ std::optional<WindowFacts> WindowFactsRequest::read(Connection& connection) {
     const auto stateWords = readWords(connection, states);
     const auto typeWords = readWords(connection, types);
     const auto transientWords = readWords(connection, transientFor);
-    const auto claimedWords = readWords(connection, claimedProcess);
-    const auto ownerProcess = localClientProcess(connection, owner);
+    const ProcessIdentifier process = owner.read(connection);
     if (!size || !corner) {
         return std::nullopt;
     }
@@ -138,8 +102,9 @@ std::optional<WindowFacts> WindowFactsRequest::read(Connection& connection) {
         .isMaximizedHorizontally = hasState(Atom::netWmStateMaximizedHorz),
         .isMaximizedVertically = hasState(Atom::netWmStateMaximizedVert),
         .isFullscreen = hasState(Atom::netWmStateFullscreen),
+        .skipsTaskBars = hasState(Atom::netWmStateSkipTaskbar),
         .kind = windowKind(connection.atomTable(), typeWords, isTransient),
-        .process = windowOwner(ownerProcess, claimedWords, window, xcb_get_setup(connection.raw())->resource_id_mask),
+        .process = process,
     };
 }
 

@@ -3,8 +3,7 @@
 #include "Platform/Accessibility.h"
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/FrameGeometry.h"
-
-#include <xcb/res.h>
+#include "Platform/X11/WindowOwner.h"
 
 #include <optional>
 #include <vector>
@@ -28,6 +27,8 @@ struct WindowFacts {
     bool isMaximizedHorizontally = false;
     bool isMaximizedVertically = false;
     bool isFullscreen = false;
+    /// Whether it has no entry in task bars (`_NET_WM_STATE_SKIP_TASKBAR`).
+    bool skipsTaskBars = false;
     WindowKind kind = WindowKind::standard;
     ProcessIdentifier process = 0;
 
@@ -37,12 +38,6 @@ struct WindowFacts {
 /// The kind of a window by its `_NET_WM_WINDOW_TYPE` (the first type known to us counts; EWMH, Application Window
 /// Properties) or, where it says nothing, by whether it is transient for another.
 [[nodiscard]] WindowKind windowKind(const AtomTable& atoms, const std::vector<std::uint32_t>& types, bool isTransient);
-
-/// The owner of a window: the process that the server knows behind the client's connection (X-Resource extension), else
-/// what the client claims in `_NET_WM_PID`, else a negative number made of the client's resource base.
-[[nodiscard]] ProcessIdentifier windowOwner(std::optional<std::uint32_t> localClientProcess,
-                                            const std::vector<std::uint32_t>& claimed, xcb_window_t window,
-                                            std::uint32_t resourceIdentifierMask);
 
 /// Everything about one window in a single round trip: construct to ask, `read` to collect.
 class WindowFactsRequest {
@@ -62,8 +57,7 @@ private:
     xcb_get_property_cookie_t states;
     xcb_get_property_cookie_t types;
     xcb_get_property_cookie_t transientFor;
-    xcb_get_property_cookie_t claimedProcess;
-    xcb_res_query_client_ids_cookie_t owner;
+    WindowOwnerRequest owner;
 };
 
 } // namespace platform::x11

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Platform/RunningApplications.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace platform::x11 {
+
+/// One process that owns windows, or did. `RunningApplications` makes it; who holds it may hold it for longer than
+/// that.
+class Application final : public platform::RunningApplication {
+public:
+    /// Where an application that runs looks up what it is asked.
+    class Directory {
+    public:
+        Directory() = default;
+        Directory(const Directory&) = delete;
+        Directory& operator=(const Directory&) = delete;
+        virtual ~Directory() = default;
+
+        /// Looks at the application's windows for what identifies it.
+        [[nodiscard]] virtual std::optional<std::string> identify(ProcessIdentifier process) = 0;
+        [[nodiscard]] virtual std::optional<std::string> displayName(const std::string& bundleIdentifier) = 0;
+        [[nodiscard]] virtual ActivationPolicy activationPolicy(ProcessIdentifier process) = 0;
+    };
+
+    /// Once the directory's owner drops it, there is nobody to ask any more.
+    Application(std::weak_ptr<Directory*> directory, ProcessIdentifier process)
+        : directory(std::move(directory))
+        , process(process) {}
+
+    [[nodiscard]] ProcessIdentifier processIdentifier() const override { return process; }
+    /// Found once, it stays the same. Until then every call asks the windows again.
+    [[nodiscard]] std::optional<std::string> bundleIdentifier() const override;
+    [[nodiscard]] std::optional<std::string> localizedName() const override;
+    [[nodiscard]] ActivationPolicy activationPolicy() const override;
+    [[nodiscard]] bool isTerminated() const override { return terminated; }
+
+    [[nodiscard]] bool isIdentified() const { return identifier.has_value(); }
+
+    void setBundleIdentifier(std::string found) { identifier = std::move(found); }
+
+    void terminate() { terminated = true; }
+
+private:
+    std::weak_ptr<Directory*> directory;
+    ProcessIdentifier process;
+    std::optional<std::string> identifier;
+    bool terminated = false;
+};
+
+} // namespace platform::x11

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Platform/MainActor.h"
+
+#include <deque>
+#include <memory>
+
+namespace platform::x11 {
+
+/// Delivers what has happened, in order and each in a turn of the event loop of its own, so that a thousand windows at
+/// once do not keep a key press waiting. What waits when it is destroyed is never delivered.
+class Deliveries {
+public:
+    explicit Deliveries(MainActor& mainActor)
+        : mainActor(mainActor) {}
+
+    void post(MainActor::Work work);
+
+private:
+    void awaitTurn();
+    void deliverNext();
+
+    MainActor& mainActor;
+    std::deque<MainActor::Work> waiting;
+    bool awaitsTurn = false;
+    std::shared_ptr<Deliveries*> self = std::make_shared<Deliveries*>(this);
+};
+
+} // namespace platform::x11

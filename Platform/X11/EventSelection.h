@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Platform/X11/Connection.h"
+
+#include <cstdint>
+#include <map>
+
+namespace platform::x11 {
+
+/// Which events the server sends us of foreign windows. A client has a single mask for each window, so that all who
+/// want something of it have to agree; here they do.
+class EventSelection {
+public:
+    explicit EventSelection(Connection& connection)
+        : connection(connection) {}
+
+    /// Selects these events of a window until further notice, instead of those selected before. Does not wait; a window
+    /// that is gone is no error.
+    void select(xcb_window_t window, std::uint32_t mask);
+
+    /// Selects these events as well, until this is called with an empty mask. For one user at a time.
+    void selectForNow(xcb_window_t window, std::uint32_t mask);
+
+    /// Drops what is known of a window that is destroyed.
+    void forget(xcb_window_t window) { lasting.erase(window); }
+
+private:
+    void send(xcb_window_t window, std::uint32_t mask);
+
+    Connection& connection;
+    /// Masks that are not empty.
+    std::map<xcb_window_t, std::uint32_t> lasting;
+};
+
+} // namespace platform::x11

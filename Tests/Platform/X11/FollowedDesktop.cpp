@@ -1,0 +1,121 @@
+#include "FollowedDesktop.h"
+
+#include <algorithm>
+#include <any>
+#include <cctype>
+#include <chrono>
+#include <stdexcept>
+
+namespace platform::x11 {
+
+std::optional<std::string> PlainIdentification::bundleIdentifier(const linux::ApplicationClues& clues) {
+    if (!clues.applicationId.empty()) {
+        return clues.applicationId;
+    }
+    std::string name = clues.windowClass;
+    std::ranges::transform(name, name.begin(), [](unsigned char letter) { return std::tolower(letter); });
+    return installed.contains(name) ? std::optional(name) : std::nullopt;
+}
+
+std::optional<std::filesystem::path> PlainCatalogue::location(std::string_view bundleIdentifier) {
+    return "/applications/" + std::string(bundleIdentifier) + ".desktop";
+}
+
+std::optional<std::string> PlainCatalogue::bundleIdentifier(const std::filesystem::path& location) {
+    return location.stem();
+}
+
+std::string PlainCatalogue::displayName(const std::filesystem::path& location) {
+    return "The " + location.stem().string();
+}
+
+Image PlainCatalogue::icon(const std::filesystem::path& /*location*/) {
+    return Image({.source = ThemeIcon{"application"}, .size = {}, .accessibilityDescription = {}});
+}
+
+void FollowedDesktop::start() {
+    auto opened = Desktop::open(mainLoop);
+    if (!opened) {
+        throw std::runtime_error(opened.error());
+    }
+    desktop = *std::move(opened);
+    const auto note = [this](const char* what) {
+        return [this, what](const Notification& notification) {
+            const auto application = std::any_cast<RunningApplicationReference>(
+                notification.userInfo.find(WorkspaceNotification::applicationKey)->second);
+            told.push_back(std::string(what) + application->bundleIdentifier().value_or("nobody"));
+            toldApplications.push_back(application);
+        };
+    };
+    const auto center = applications().notificationCenter();
+    static_cast<void>(center->addObserver(WorkspaceNotification::didLaunchApplication, note("launch ")));
+    static_cast<void>(center->addObserver(WorkspaceNotification::didTerminateApplication, note("terminate ")));
+    desktop->followApplications(identification, catalogue);
+}
+
+xcb_window_t FollowedDesktop::makeWindow(const ClientProcess& client, const std::string& className) {
+    const xcb_window_t window = client.makeWindow();
+    if (!className.empty()) {
+        hand.setText(window, "WM_CLASS", "instance" + std::string(1, '\0') + className + std::string(1, '\0'));
+    }
+    return window;
+}
+
+xcb_window_t FollowedDesktop::openWindow(const ClientProcess& client, const std::string& className) {
+    managed.push_back(makeWindow(client, className));
+    list();
+    return managed.back();
+}
+
+void FollowedDesktop::closeWindow(xcb_window_t window) {
+    hand.destroy(window);
+    std::erase(managed, window);
+    list();
+}
+
+bool FollowedDesktop::runUntil(const std::function<bool()>& condition) {
+    constexpr std::chrono::seconds patience{20};
+    constexpr std::uint64_t shortWait = 10'000;
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end) {
+            return false;
+        }
+        sd_event_run(mainLoop.handle(), shortWait);
+    }
+    return true;
+}
+
+void FollowedDesktop::settle() {
+    const std::string name = "settled" + std::to_string(++settlings);
+    ClientProcess last(server.display());
+    const xcb_window_t window = makeWindow(last, "");
+    hand.setText(window, "_GTK_APPLICATION_ID", name);
+    managed.push_back(window);
+    list();
+    const auto saw = [&](const std::string& what) { return std::ranges::find(told, what) != told.end(); };
+    if (!runUntil([&] { return saw("launch " + name); })) {
+        throw std::runtime_error("the desktop does not settle");
+    }
+    last.end();
+    std::erase(managed, window);
+    list();
+    if (!runUntil([&] { return saw("terminate " + name); })) {
+        throw std::runtime_error("the desktop does not settle");
+    }
+    for (std::size_t index = told.size(); index-- > 0;) {
+        if (told[index].ends_with(name)) {
+            told.erase(told.begin() + static_cast<std::ptrdiff_t>(index));
+            toldApplications.erase(toldApplications.begin() + static_cast<std::ptrdiff_t>(index));
+        }
+    }
+}
+
+void FollowedDesktop::drain() {
+    // Long enough for what the server has sent to arrive.
+    constexpr std::uint64_t quiet = 30'000;
+    while (sd_event_run(mainLoop.handle(), quiet) > 0) {
+    }
+}
+
+} // namespace platform::x11

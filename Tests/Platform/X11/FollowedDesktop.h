@@ -1,0 +1,81 @@
+#pragma once
+
+#include "ClientProcess.h"
+#include "Hand.h"
+#include "Platform/Linux/MainLoop.h"
+#include "Platform/X11/Desktop.h"
+#include "XServer.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace platform::x11 {
+
+/// Takes the application id as it stands, else the class in lower case, if that application is "installed".
+class PlainIdentification final : public linux::ApplicationIdentification {
+public:
+    std::set<std::string> installed{"editor", "browser", "terminal"};
+
+    [[nodiscard]] std::optional<std::string> bundleIdentifier(const linux::ApplicationClues& clues) override;
+};
+
+/// Knows where every application is, and calls it by its identifier.
+class PlainCatalogue final : public ApplicationCatalogue {
+public:
+    [[nodiscard]] std::optional<std::filesystem::path> location(std::string_view bundleIdentifier) override;
+    [[nodiscard]] std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) override;
+    [[nodiscard]] std::string displayName(const std::filesystem::path& location) override;
+    [[nodiscard]] Image icon(const std::filesystem::path& location) override;
+};
+
+/// A server, a window manager played by hand, and the desktop under test with its event loop. What the desktop tells of
+/// applications is written down.
+class FollowedDesktop {
+public:
+    XServer server;
+    Hand hand{server.display()};
+    linux::MainLoop mainLoop;
+    PlainIdentification identification;
+    PlainCatalogue catalogue;
+    /// "launch editor", "terminate editor"; "nobody" for one that is not identified.
+    std::vector<std::string> told;
+    std::vector<RunningApplicationReference> toldApplications;
+    std::unique_ptr<Desktop> desktop;
+
+    /// Opens the desktop and begins to follow applications.
+    void start();
+
+    /// A window of that program with that class, managed from now on. Nothing is told before the loop turns.
+    xcb_window_t openWindow(const ClientProcess& client, const std::string& className);
+
+    /// The same, but not managed yet.
+    xcb_window_t makeWindow(const ClientProcess& client, const std::string& className);
+
+    /// Destroys a window and takes it from the list.
+    void closeWindow(xcb_window_t window);
+
+    /// The windows that are managed, oldest first; `list` makes it so.
+    std::vector<xcb_window_t> managed;
+    void list() { hand.list(managed); }
+
+    /// Turns the event loop until the condition holds; false if it does not within some seconds.
+    [[nodiscard]] bool runUntil(const std::function<bool()>& condition);
+
+    /// Turns the event loop until all that has happened so far has had its effect. A program that nobody knows opens a
+    /// window and is told last: what was to come before it has come.
+    void settle();
+
+    /// Turns the event loop until it has nothing to do.
+    void drain();
+
+    [[nodiscard]] RunningApplications& applications() { return desktop->runningApplications(); }
+
+private:
+    int settlings = 0;
+};
+
+} // namespace platform::x11

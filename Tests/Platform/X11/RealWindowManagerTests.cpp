@@ -1,0 +1,183 @@
+#include "FollowedDesktop.h"
+#include "Platform/X11/Element.h"
+#include "Platform/X11/WindowManager.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+
+namespace platform::x11 {
+namespace {
+
+using Told = std::vector<std::string>;
+
+/// A window manager that people use.
+class Openbox {
+public:
+    explicit Openbox(const char* option) {
+        if (process == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            const int silence = open("/dev/null", O_RDWR);
+            dup2(silence, STDOUT_FILENO);
+            dup2(silence, STDERR_FILENO);
+            const std::string folder = testing::TempDir() + "openbox";
+            for (const char* variable : {"HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR"}) {
+                setenv(variable, folder.c_str(), 1);
+            }
+            execlp("openbox", "openbox", "--sm-disable", option, static_cast<char*>(nullptr));
+            _exit(127);
+        }
+    }
+
+    Openbox(const Openbox&) = delete;
+    Openbox& operator=(const Openbox&) = delete;
+    ~Openbox() {
+        kill(process, SIGKILL);
+        waitpid(process, nullptr, 0);
+    }
+
+private:
+    pid_t process = fork();
+};
+
+/// Everything that can be read of a window, and which windows its application has.
+std::vector<AXValue> everything(Accessibility& accessibility, const AXUIElement& window) {
+    std::vector<AXValue> values;
+    for (const std::string_view attribute : {AXAttribute::subrole, AXAttribute::position, AXAttribute::size}) {
+        if (const auto value = accessibility.copyAttributeValue(window, attribute)) {
+            values.push_back(*value);
+        }
+    }
+    const auto process = accessibility.processIdentifier(window);
+    const auto windows =
+        accessibility.copyAttributeValue(accessibility.applicationElement(process.value_or(0)), AXAttribute::windows);
+    if (windows) {
+        values.push_back(*windows);
+    }
+    return values;
+}
+
+class RealWindowManagerTest : public testing::Test {
+protected:
+    FollowedDesktop followed;
+    std::unique_ptr<Openbox> manager;
+
+    void SetUp() override {
+        if (std::system("command -v openbox >/dev/null") != 0) {
+            GTEST_SKIP() << "openbox is not installed";
+        }
+        startManager("--sm-disable");
+    }
+
+    /// Starts another one, and waits until it is in charge.
+    void startManager(const char* option) {
+        const xcb_window_t former = inCharge();
+        auto next = std::make_unique<Openbox>(option);
+        ASSERT_TRUE(followed.runUntil([&] { return inCharge() != XCB_WINDOW_NONE && inCharge() != former; }));
+        manager = std::move(next);
+        // It announces itself before it listens.
+        Fence fence(followed.hand.connection());
+        ASSERT_TRUE(followed.runUntil([&] {
+            followed.hand.connection().beginTurn();
+            return fence.wait();
+        }));
+    }
+
+    xcb_window_t inCharge() {
+        followed.hand.connection().beginTurn();
+        return readWindowManager(followed.hand.connection()).checkWindow;
+    }
+
+    /// The program's next window, shown.
+    xcb_window_t show(const ClientProcess& client, const std::string& className) {
+        const xcb_window_t window = followed.makeWindow(client, className);
+        xcb_map_window(followed.hand.connection().raw(), window);
+        followed.hand.connection().flush();
+        return window;
+    }
+
+    [[nodiscard]] bool isTold(std::size_t count) {
+        return followed.runUntil([&] { return followed.told.size() >= count; });
+    }
+};
+
+TEST_F(RealWindowManagerTest, ALaunchAndANewWindowAreToldWhenTheirFramesAreFinal) {
+    followed.start();
+    const ClientProcess editor(followed.server.display());
+    Accessibility& accessibility = followed.desktop->accessibility();
+    std::vector<AXValue> atLaunch;
+    xcb_window_t first = XCB_WINDOW_NONE;
+    const auto token = followed.applications().notificationCenter()->addObserver(
+        WorkspaceNotification::didLaunchApplication, [&](const Notification&) {
+            atLaunch = everything(accessibility, AXUIElement(std::make_shared<const WindowElement>(first)));
+        });
+    first = show(editor, "Editor");
+    ASSERT_TRUE(isTold(1));
+    followed.applications().notificationCenter()->removeObserver(token);
+    followed.drain();
+    ASSERT_EQ(atLaunch.size(), 4U);
+    EXPECT_EQ(atLaunch, everything(accessibility, AXUIElement(std::make_shared<const WindowElement>(first))));
+
+    struct Witness {
+        Accessibility& accessibility;
+        std::vector<AXUIElement> windows;
+        std::vector<AXValue> atCreation;
+    } witness{accessibility, {}, {}};
+
+    const auto observer = followed.desktop->accessibilityObservers().createObserver(
+        editor.process(), [](AXObserver&, const AXUIElement& element, std::string_view, void* context) {
+            auto& seen = *static_cast<Witness*>(context);
+            seen.windows.push_back(element);
+            seen.atCreation = everything(seen.accessibility, element);
+        });
+    ASSERT_TRUE(observer.has_value());
+    ASSERT_EQ((*observer)->addNotification(accessibility.applicationElement(editor.process()),
+                                           AXNotification::windowCreated, &witness),
+              AXError::success);
+    const xcb_window_t second = show(editor, "Editor");
+    ASSERT_TRUE(followed.runUntil([&] { return !witness.windows.empty(); }));
+    followed.drain();
+    ASSERT_EQ(witness.windows.size(), 1U);
+    EXPECT_EQ(witness.windows.front(), AXUIElement(std::make_shared<const WindowElement>(second)));
+    ASSERT_EQ(witness.atCreation.size(), 4U);
+    EXPECT_EQ(witness.atCreation, everything(accessibility, witness.windows.front()));
+}
+
+TEST_F(RealWindowManagerTest, AnotherWindowManagerTakesOverAndNothingIsToldAgain) {
+    ClientProcess before(followed.server.display());
+    show(before, "Browser");
+    ASSERT_TRUE(followed.runUntil([&] {
+        followed.hand.connection().beginTurn();
+        return RootFactsRequest(followed.hand.connection()).read(followed.hand.connection())->clients.size() == 1;
+    }));
+    followed.start();
+    ClientProcess editor(followed.server.display());
+    show(editor, "Editor");
+    show(editor, "Editor");
+    ASSERT_TRUE(isTold(1));
+    startManager("--replace");
+    ClientProcess terminal(followed.server.display());
+    show(terminal, "Terminal");
+    ASSERT_TRUE(isTold(2));
+    EXPECT_EQ(followed.told, (Told{"launch editor", "launch terminal"}));
+
+    // The one that restarts may also be one that died, with nobody in charge for a while.
+    manager.reset();
+    followed.drain();
+    startManager("--sm-disable");
+    editor.end();
+    ASSERT_TRUE(isTold(3));
+    before.end();
+    ASSERT_TRUE(isTold(4));
+    EXPECT_EQ(followed.told, (Told{"launch editor", "launch terminal", "terminate editor", "terminate browser"}));
+}
+
+} // namespace
+} // namespace platform::x11

@@ -1,0 +1,143 @@
+#include "FollowedDesktop.h"
+
+#include <gtest/gtest.h>
+
+#include <malloc.h>
+
+#include <chrono>
+
+namespace platform::x11 {
+namespace {
+
+using Told = std::vector<std::string>;
+
+TEST(RunningApplicationsHostility, PropertiesThatAreNotWhatTheyShouldBeIdentifyNobodyAndHarmNothing) {
+    FollowedDesktop followed;
+    followed.start();
+    Hand& hand = followed.hand;
+    const ClientProcess client(followed.server.display());
+    const xcb_window_t window = followed.makeWindow(client, "");
+    const std::string endless(1U << 20U, 'x');
+    hand.setText(window, "WM_CLASS", endless);
+    hand.setWords(window, "_GTK_APPLICATION_ID", "ATOM", std::vector<std::uint32_t>(1000, 0x41414141));
+    hand.setWords(window, "_KDE_NET_WM_DESKTOP_FILE", "WINDOW", {});
+    hand.setText(window, "_NET_WM_PID", "not a number");
+    followed.managed = {window};
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{});
+
+    for (const std::string& value : {std::string(), std::string(1, '\0'), std::string(600, '\0'), endless}) {
+        hand.setText(window, "WM_CLASS", value);
+        followed.settle();
+        EXPECT_EQ(followed.told, Told{});
+    }
+    hand.setText(window, "WM_CLASS", std::string("without ends\0Editor", 19));
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{"launch editor"});
+}
+
+TEST(RunningApplicationsHostility, AListMayNameWhatItLikes) {
+    FollowedDesktop followed;
+    followed.start();
+    ClientProcess editor(followed.server.display());
+    const xcb_window_t dead = editor.makeWindow();
+    followed.hand.destroy(dead);
+    const xcb_window_t window = followed.makeWindow(editor, "Editor");
+    const xcb_window_t popup = followed.makeWindow(editor, "Editor");
+    const std::uint32_t overrideRedirect = 1;
+    xcb_change_window_attributes(followed.hand.connection().raw(), popup, XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
+    followed.hand.list({0, dead, followed.hand.connection().root(), popup, 0xffffffff, 1, popup});
+    followed.drain();
+    EXPECT_TRUE(followed.applications().runningApplications().empty());
+    followed.managed = {dead, window, window, dead, 0xffffffff, window};
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{"launch editor"});
+    EXPECT_EQ(followed.applications().runningApplications().size(), 1U);
+    followed.hand.setText(followed.hand.connection().root(), "_NET_CLIENT_LIST", "no windows at all");
+    followed.drain();
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{"launch editor"});
+}
+
+TEST(RunningApplicationsHostility, AWindowThatWasGoneWhenItWasAskedMayBeAnotherOneLater) {
+    FollowedDesktop followed;
+    followed.start();
+    auto first = std::make_unique<ClientProcess>(followed.server.display());
+    const xcb_window_t window = first->makeWindow();
+    first.reset();
+    followed.managed = {window};
+    followed.list();
+    followed.drain();
+    EXPECT_EQ(followed.told, Told{});
+    // Between here and the next turn the window manager may have listed one, dropped it, and listed another.
+    const ClientProcess next(followed.server.display());
+    ASSERT_EQ(followed.makeWindow(next, "Editor"), window);
+    followed.list();
+    ASSERT_TRUE(followed.runUntil([&] { return !followed.told.empty(); }));
+    EXPECT_EQ(followed.told, Told{"launch editor"});
+}
+
+struct Count {
+    static void created(AXObserver& /*observer*/, const AXUIElement& /*element*/, std::string_view /*notification*/,
+                        void* context) {
+        ++static_cast<Count*>(context)->windows;
+    }
+
+    std::size_t windows = 0;
+};
+
+TEST(RunningApplicationsHostility, TwoThousandWindowsAtOnceStallNothingAndLeaveNothingBehind) {
+    constexpr std::size_t many = 2000;
+    FollowedDesktop followed;
+    followed.start();
+    const ClientProcess editor(followed.server.display());
+    const xcb_window_t first = followed.openWindow(editor, "Editor");
+    ASSERT_TRUE(followed.runUntil([&] { return followed.told.size() == 1; }));
+    Count count;
+    const auto observer = followed.desktop->accessibilityObservers().createObserver(editor.process(), &Count::created);
+    ASSERT_TRUE(observer.has_value());
+    ASSERT_EQ((*observer)->addNotification(followed.desktop->accessibility().applicationElement(editor.process()),
+                                           AXNotification::windowCreated, &count),
+              AXError::success);
+
+    std::chrono::steady_clock::duration longest{};
+    const auto runMeasured = [&](const std::function<bool()>& condition) {
+        auto last = std::chrono::steady_clock::now();
+        return followed.runUntil([&] {
+            const auto now = std::chrono::steady_clock::now();
+            longest = std::max(longest, now - last);
+            last = now;
+            return condition();
+        });
+    };
+    std::vector<std::size_t> memory;
+    for (int round = 1; round <= 3; ++round) {
+        followed.managed = {first};
+        for (std::size_t index = 0; index < many; ++index) {
+            followed.managed.push_back(editor.makeWindow());
+        }
+        followed.list();
+        const std::size_t expected = many * static_cast<std::size_t>(round);
+        ASSERT_TRUE(runMeasured([&] { return count.windows >= expected; }));
+        EXPECT_EQ(count.windows, expected);
+
+        for (const xcb_window_t window : followed.managed) {
+            if (window != first) {
+                xcb_destroy_window(followed.hand.connection().raw(), window);
+            }
+        }
+        followed.managed = {first};
+        followed.list();
+        ASSERT_TRUE(runMeasured([&, turns = 0]() mutable { return ++turns > 100; }));
+        followed.settle();
+        memory.push_back(mallinfo2().uordblks);
+    }
+    EXPECT_LT(longest, std::chrono::milliseconds(250));
+    EXPECT_LT(memory.back(), memory.front() + 64 * 1024);
+    EXPECT_EQ(followed.told, Told{"launch editor"});
+    RecordProperty("longest turn in microseconds",
+                   static_cast<int>(std::chrono::duration_cast<std::chrono::microseconds>(longest).count()));
+}
+
+} // namespace
+} // namespace platform::x11

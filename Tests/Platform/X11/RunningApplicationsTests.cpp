@@ -1,0 +1,284 @@
+#include "FollowedDesktop.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+namespace platform::x11 {
+namespace {
+
+using Told = std::vector<std::string>;
+
+std::vector<ProcessIdentifier> processes(const std::vector<RunningApplicationReference>& applications) {
+    std::vector<ProcessIdentifier> numbers;
+    for (const auto& application : applications) {
+        numbers.push_back(application->processIdentifier());
+    }
+    return numbers;
+}
+
+class RunningApplicationsTest : public testing::Test {
+protected:
+    FollowedDesktop followed;
+    ClientProcess editor{followed.server.display()};
+    ClientProcess browser{followed.server.display()};
+
+    [[nodiscard]] bool isTold(std::size_t count) {
+        return followed.runUntil([&] { return followed.told.size() >= count; });
+    }
+};
+
+TEST_F(RunningApplicationsTest, ALaunchIsToldOnceWhenTheFirstWindowIsManaged) {
+    followed.start();
+    const xcb_window_t window = followed.makeWindow(editor, "Editor");
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{});
+
+    followed.managed = {window};
+    followed.list();
+    ASSERT_TRUE(isTold(1));
+    followed.openWindow(editor, "Editor");
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{"launch editor"});
+    const auto application = followed.toldApplications.front();
+    EXPECT_EQ(application->processIdentifier(), editor.process());
+    EXPECT_EQ(application->bundleIdentifier(), "editor");
+    EXPECT_EQ(application->localizedName(), "The editor");
+    EXPECT_FALSE(application->isTerminated());
+    EXPECT_EQ(followed.applications().runningApplication(editor.process()), application);
+}
+
+TEST_F(RunningApplicationsTest, ApplicationsThatRanBeforeAreKnownInTheOrderOfTheirWindowsAndNotLaunched) {
+    followed.openWindow(browser, "Browser");
+    followed.openWindow(editor, "Editor");
+    followed.openWindow(browser, "Browser");
+    followed.start();
+    EXPECT_EQ(processes(followed.applications().runningApplications()),
+              (std::vector<ProcessIdentifier>{browser.process(), editor.process()}));
+    EXPECT_EQ(followed.applications().runningApplication(editor.process())->bundleIdentifier(), "editor");
+    followed.openWindow(browser, "Browser");
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{});
+    browser.end();
+    ASSERT_TRUE(isTold(1));
+    EXPECT_EQ(followed.told, Told{"terminate browser"});
+}
+
+TEST_F(RunningApplicationsTest, WindowsThatAreShownBeforeAWindowManagerComesWereThereBefore) {
+    const xcb_window_t shown = followed.makeWindow(editor, "Editor");
+    xcb_map_window(followed.hand.connection().raw(), shown);
+    const xcb_window_t helper = followed.makeWindow(browser, "Browser");
+    followed.start();
+    EXPECT_EQ(processes(followed.applications().runningApplications()),
+              std::vector<ProcessIdentifier>{editor.process()});
+    followed.managed = {shown, helper};
+    followed.list();
+    ASSERT_TRUE(isTold(1));
+    EXPECT_EQ(followed.told, Told{"launch browser"});
+}
+
+TEST_F(RunningApplicationsTest, NothingIsKnownBeforeItIsFollowed) {
+    followed.openWindow(editor, "Editor");
+    const auto desktop = Desktop::open(followed.mainLoop);
+    ASSERT_TRUE(desktop.has_value());
+    followed.drain();
+    EXPECT_TRUE((*desktop)->runningApplications().runningApplications().empty());
+    EXPECT_EQ((*desktop)->runningApplications().runningApplication(editor.process()), nullptr);
+}
+
+TEST_F(RunningApplicationsTest, ALaunchWaitsUntilTheWindowManagerHasFinishedWithTheWindow) {
+    followed.start();
+    followed.hand.becomeWindowManager();
+    followed.openWindow(editor, "Editor");
+    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() == 1; }));
+    followed.drain();
+    EXPECT_EQ(followed.told, Told{});
+    followed.hand.answerRequests();
+    ASSERT_TRUE(isTold(1));
+    EXPECT_EQ(followed.told, Told{"launch editor"});
+}
+
+TEST_F(RunningApplicationsTest, AWindowManagerThatEndsWithoutAnAnswerHoldsNoLaunchBackForLong) {
+    followed.start();
+    followed.hand.becomeWindowManager();
+    followed.openWindow(editor, "Editor");
+    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() == 1; }));
+    followed.hand.resign();
+    ASSERT_TRUE(isTold(1));
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{"launch editor"});
+}
+
+TEST_F(RunningApplicationsTest, AnIdentityThatComesLateLaunchesThen) {
+    for (const std::string property : {"WM_CLASS", "_GTK_APPLICATION_ID", "_KDE_NET_WM_DESKTOP_FILE"}) {
+        FollowedDesktop desktop;
+        desktop.start();
+        const ClientProcess client(desktop.server.display());
+        const xcb_window_t window = desktop.openWindow(client, "");
+        desktop.settle();
+        EXPECT_EQ(desktop.told, Told{}) << property;
+        EXPECT_EQ(desktop.applications().runningApplication(client.process())->bundleIdentifier(), std::nullopt);
+
+        desktop.hand.setText(window, property, property == "WM_CLASS" ? std::string("e\0Editor\0", 9) : "editor");
+        ASSERT_TRUE(desktop.runUntil([&] { return !desktop.told.empty(); })) << property;
+        desktop.hand.setText(window, property, property == "WM_CLASS" ? std::string("b\0Browser\0", 10) : "browser");
+        desktop.settle();
+        EXPECT_EQ(desktop.told, Told{"launch editor"}) << property;
+    }
+}
+
+TEST_F(RunningApplicationsTest, ALaterWindowThatIdentifiesTheApplicationLaunchesIt) {
+    followed.start();
+    followed.openWindow(editor, "Splash");
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{});
+    followed.openWindow(editor, "Editor");
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{"launch editor"});
+}
+
+TEST_F(RunningApplicationsTest, AnApplicationThatNothingIdentifiesIsToldOnceAfterAWhileAndAnswersAfreshAfterwards) {
+    followed.start();
+    const xcb_window_t window = followed.openWindow(editor, "Nothing");
+    ASSERT_TRUE(isTold(1));
+    EXPECT_EQ(followed.told, Told{"launch nobody"});
+    followed.hand.setText(window, "_GTK_APPLICATION_ID", "editor");
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{"launch nobody"});
+    EXPECT_EQ(followed.toldApplications.front()->bundleIdentifier(), "editor");
+}
+
+TEST_F(RunningApplicationsTest, TheEndOfAProcessIsToldWhateverTheListSays) {
+    followed.start();
+    followed.openWindow(editor, "Editor");
+    ASSERT_TRUE(isTold(1));
+    editor.end();
+    ASSERT_TRUE(isTold(2));
+    EXPECT_EQ(followed.told, (Told{"launch editor", "terminate editor"}));
+    EXPECT_EQ(followed.toldApplications[0], followed.toldApplications[1]);
+    EXPECT_TRUE(followed.toldApplications[1]->isTerminated());
+    EXPECT_EQ(followed.toldApplications[1]->bundleIdentifier(), "editor");
+    EXPECT_TRUE(followed.applications().runningApplications().empty());
+    // The list still names its window.
+    followed.settle();
+    EXPECT_EQ(followed.told.size(), 2U);
+}
+
+TEST_F(RunningApplicationsTest, AProcessThatClosesItsWindowsStaysKnownAndIsNotLaunchedAgain) {
+    followed.start();
+    const xcb_window_t window = followed.openWindow(editor, "Editor");
+    ASSERT_TRUE(isTold(1));
+    followed.closeWindow(window);
+    followed.settle();
+    EXPECT_EQ(processes(followed.applications().runningApplications()),
+              std::vector<ProcessIdentifier>{editor.process()});
+    followed.openWindow(editor, "Editor");
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{"launch editor"});
+    editor.end();
+    ASSERT_TRUE(isTold(2));
+    EXPECT_EQ(followed.told.back(), "terminate editor");
+}
+
+TEST_F(RunningApplicationsTest, ARestartOfTheWindowManagerLaunchesAndTerminatesNothing) {
+    ClientProcess remote(followed.server.remoteDisplay());
+    followed.start();
+    followed.openWindow(editor, "Editor");
+    followed.openWindow(remote, "Terminal");
+    followed.openWindow(browser, "Browser");
+    ASSERT_TRUE(isTold(3));
+    const Told before = followed.told;
+    const std::vector<xcb_window_t> all = followed.managed;
+    followed.hand.unlist();
+    followed.drain();
+    followed.hand.list({all[2]});
+    followed.drain();
+    followed.hand.list({all[2], all[0], all[1]});
+    followed.settle();
+    EXPECT_EQ(followed.told, before);
+    EXPECT_EQ(followed.applications().runningApplications().size(), 3U);
+}
+
+TEST_F(RunningApplicationsTest, ARemoteApplicationEndsWithItsLastWindowAndNotWhenTheListLosesIt) {
+    ClientProcess remote(followed.server.remoteDisplay());
+    followed.start();
+    const xcb_window_t first = followed.openWindow(remote, "Terminal");
+    const xcb_window_t second = followed.openWindow(remote, "Terminal");
+    ASSERT_TRUE(isTold(1));
+    EXPECT_LT(followed.toldApplications.front()->processIdentifier(), 0);
+    followed.closeWindow(first);
+    followed.hand.unlist();
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{"launch terminal"});
+    followed.hand.destroy(second);
+    ASSERT_TRUE(isTold(2));
+    EXPECT_EQ(followed.told, (Told{"launch terminal", "terminate terminal"}));
+}
+
+TEST_F(RunningApplicationsTest, AProcessThatTakesOverTheIdsOfOneThatEndedIsLaunched) {
+    followed.start();
+    const xcb_window_t window = followed.openWindow(editor, "Editor");
+    ASSERT_TRUE(isTold(1));
+    editor.end();
+    // The server gives the next client the ids that have become free.
+    ClientProcess next(followed.server.display());
+    ASSERT_EQ(followed.makeWindow(next, "Terminal"), window);
+    followed.list();
+    ASSERT_TRUE(isTold(3));
+    followed.settle();
+    EXPECT_EQ(followed.told, (Told{"launch editor", "terminate editor", "launch terminal"}));
+}
+
+TEST_F(RunningApplicationsTest, AProcessThatEndsBeforeItsLaunchIsToldNeitherWay) {
+    followed.start();
+    const xcb_window_t window = followed.openWindow(editor, "Nothing");
+    followed.settle();
+    EXPECT_EQ(followed.applications().runningApplications().size(), 1U);
+    editor.end();
+    std::erase(followed.managed, window);
+    followed.settle();
+    EXPECT_EQ(followed.told, Told{});
+    EXPECT_TRUE(followed.applications().runningApplications().empty());
+}
+
+TEST_F(RunningApplicationsTest, AnApplicationIsRegularWhileItHasAStandardWindowInTheTaskBars) {
+    Hand& hand = followed.hand;
+    followed.start();
+    const xcb_window_t window = followed.makeWindow(editor, "Editor");
+    hand.setWords(window, "_NET_WM_WINDOW_TYPE", "ATOM", {hand.atom("_NET_WM_WINDOW_TYPE_SPLASH")});
+    followed.managed = {window};
+    followed.list();
+    ASSERT_TRUE(isTold(1));
+    const auto application = followed.toldApplications.front();
+    const auto policy = [&] {
+        // What was read in the turn before counts no more.
+        followed.settle();
+        return application->activationPolicy();
+    };
+    EXPECT_EQ(policy(), ActivationPolicy::accessory);
+    hand.setWords(window, "_NET_WM_WINDOW_TYPE", "ATOM", {hand.atom("_NET_WM_WINDOW_TYPE_NORMAL")});
+    EXPECT_EQ(policy(), ActivationPolicy::regular);
+    hand.setWords(window, "_NET_WM_STATE", "ATOM", {hand.atom("_NET_WM_STATE_SKIP_TASKBAR")});
+    EXPECT_EQ(policy(), ActivationPolicy::accessory);
+    followed.openWindow(editor, "Editor");
+    EXPECT_EQ(policy(), ActivationPolicy::regular);
+    editor.end();
+    ASSERT_TRUE(isTold(2));
+    EXPECT_EQ(application->activationPolicy(), ActivationPolicy::accessory);
+}
+
+TEST_F(RunningApplicationsTest, AnApplicationOutlivesTheDesktop) {
+    followed.start();
+    followed.openWindow(editor, "Editor");
+    followed.openWindow(browser, "Nothing");
+    ASSERT_TRUE(isTold(1));
+    const auto unidentified = followed.applications().runningApplication(browser.process());
+    followed.desktop.reset();
+    EXPECT_EQ(followed.toldApplications.front()->bundleIdentifier(), "editor");
+    EXPECT_EQ(followed.toldApplications.front()->localizedName(), std::nullopt);
+    EXPECT_EQ(unidentified->bundleIdentifier(), std::nullopt);
+    EXPECT_EQ(unidentified->activationPolicy(), ActivationPolicy::accessory);
+}
+
+} // namespace
+} // namespace platform::x11
