@@ -30,8 +30,8 @@ public:
     ApplicationIdentification& operator=(const ApplicationIdentification&) = delete;
     virtual ~ApplicationIdentification() = default;
 
-    /// The bundle identifier: the id of a desktop entry without ".desktop". Nothing where none fits; more clues may then
-    /// give one later.
+    /// The bundle identifier: the id of a desktop entry without ".desktop". Nothing where none fits; more clues may
+    /// then give one later.
     [[nodiscard]] virtual std::optional<std::string> bundleIdentifier(const ApplicationClues& clues) = 0;
 };
 

@@ -28,8 +28,9 @@ public:
     Desktop& operator=(const Desktop&) = delete;
     ~Desktop() = default;
 
-    /// Names the session among those that the user may have: the display and its screen.
-    [[nodiscard]] std::string sessionName() const;
+    /// Names the session among those that the user may have: the environment's display and its screen, whether or not
+    /// they answer. Empty where DISPLAY names none.
+    [[nodiscard]] static std::string sessionName();
 
     [[nodiscard]] Accessibility& accessibility() { return windows; }
 
