@@ -30,7 +30,7 @@ public:
         }
         feed = FileDescriptor{ends[0]};
         FileDescriptor requestsEnd{ends[1]};
-        // The loop listens to a descriptor once; the library needs one of its own for the answers.
+        // The library closes what it is given.
         FileDescriptor answersEnd{::fcntl(connection.get(), F_DUPFD_CLOEXEC, 0)};
         sd_id128_t identity{};
         sd_bus* raw = nullptr;
@@ -44,21 +44,16 @@ public:
         // They are the library's from here on.
         [[maybe_unused]] const std::array given{requestsEnd.release(), answersEnd.release()};
         isReady = sd_bus_set_server(raw, 1, identity) >= 0 && sd_bus_negotiate_fds(raw, 0) >= 0 &&
-                  sd_bus_set_close_on_exit(raw, 0) >= 0 && offerControl(raw, requests) && sd_bus_start(raw) >= 0 &&
-                  sd_bus_attach_event(raw, mainLoop.handle(), SD_EVENT_PRIORITY_NORMAL) >= 0;
-        watch = mainLoop.watch(connection.get(), [] { return false; }, [this] { handOn(); });
+                  offerControl(raw, requests) && sd_bus_start(raw) >= 0;
+        // The library asks for as much as it can get. This holds the longest answer.
+        constexpr int unreadBytes = 256 << 10; // the kernel doubles it
+        ::setsockopt(connection.get(), SOL_SOCKET, SO_SNDBUF, &unreadBytes, sizeof(unreadBytes));
+        watch = mainLoop.watch(connection.get(), [this] { return hasMore; }, [this] { serve(); });
     }
 
     Peer(const Peer&) = delete;
     Peer& operator=(const Peer&) = delete;
     ~Peer() = default;
-
-    /// Drops what is no longer needed. Not from within a callback.
-    void tidy() {
-        if (hasEnded) {
-            watch.reset();
-        }
-    }
 
     [[nodiscard]] bool isAlive() const {
         std::uint64_t unsent = 0;
@@ -67,6 +62,16 @@ public:
     }
 
 private:
+    /// One step in each turn of the loop: many requests at once must not keep it from everything else.
+    void serve() {
+        if (!hasMore) {
+            handOn();
+        }
+        const int result = sd_bus_process(bus.get(), nullptr);
+        hasMore = result > 0;
+        isRefused = isRefused || result < 0;
+    }
+
     void handOn() {
         std::array<char, 4096> bytes{};
         const ssize_t count = ::recv(connection.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
@@ -77,7 +82,6 @@ private:
         if (count == 0) {
             // What it asked before is still answered; then the library sees the end as well.
             ::shutdown(feed.get(), SHUT_WR);
-            hasEnded = true;
             return;
         }
         const auto size = static_cast<std::size_t>(count);
@@ -92,7 +96,8 @@ private:
     OwnedBus bus;
     bool isReady = false;
     bool isRefused = false;
-    bool hasEnded = false;
+    /// The library may have more to do with what it has got.
+    bool hasMore = false;
     std::size_t received = 0;
     std::unique_ptr<DescriptorWatch> watch;
 };
@@ -138,9 +143,6 @@ void ControlSocket::accept() {
 }
 
 void ControlSocket::sweep() {
-    for (Peer& peer : peers) {
-        peer.tidy();
-    }
     peers.remove_if([](const Peer& peer) { return !peer.isAlive(); });
 }
 
