@@ -1,12 +1,20 @@
 #include "Tessel/CommandLine.h"
 
+#include "TesselCore/WindowAction.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
 namespace tessel::CommandLine {
 
 namespace {
 
 constexpr const char* help = R"(Usage: tessel [OPTION]
 
-Moves and resizes the focused window from the keyboard. Runs until it is told to end (SIGTERM or SIGINT).
+Moves and resizes the focused window from the keyboard. Runs until it is told to end (--quit, SIGTERM or SIGINT).
 
   Ctrl+Alt+Left    left half
   Ctrl+Alt+Right   right half
@@ -15,10 +23,124 @@ Moves and resizes the focused window from the keyboard. Runs until it is told to
   Ctrl+Alt+D       almost maximize
   Ctrl+Alt+Down    maximize height
 
-Options:
+Ask the Tessel that runs on this display:
+  --status         how it stands: shortcuts and app rules
+  --perform ACTION do with the focused window what a shortcut does: left-half, right-half, center, maximize,
+                   almost-maximize or maximize-height
+  --rule APPLICATION ACTION
+                   set the app rule of an application (its desktop entry's name without ".desktop"): maximize,
+                   center or none
+  --quit           end it
+  --json           answer in JSON; together with one of these
+
+Without an option while Tessel runs already, the running Tessel is asked to show itself.
+
+Other options:
   --help           show this text
   --version        show the version
 )";
+
+struct Command {
+    std::string_view option;
+    Ask::What what;
+    /// What its arguments are called.
+    std::vector<std::string_view> arguments;
+};
+
+const std::array<Command, 4>& commands() {
+    static const std::array<Command, 4> all{{
+        {"--status", Ask::What::status, {}},
+        {"--perform", Ask::What::perform, {"an action"}},
+        {"--rule", Ask::What::rule, {"an application", "an action"}},
+        {"--quit", Ask::What::quit, {}},
+    }};
+    return all;
+}
+
+Refuse refuse(std::string_view what) {
+    return {"tessel: " + std::string(what) + "; see tessel --help\n"};
+}
+
+/// The raw value of an action's word, which may also be written as in "left-half".
+std::string rawValueOf(std::string_view word) {
+    std::string value;
+    bool isStart = false;
+    for (const char character : word) {
+        if (character == '-') {
+            isStart = true;
+            continue;
+        }
+        const bool isLower = character >= 'a' && character <= 'z';
+        value += isStart && isLower ? static_cast<char>(character - 'a' + 'A') : character;
+        isStart = false;
+    }
+    return value;
+}
+
+/// The other way around: "left-half" for "leftHalf".
+std::string wordOf(std::string_view rawValue) {
+    std::string word;
+    for (const char character : rawValue) {
+        const bool isUpper = character >= 'A' && character <= 'Z';
+        word += isUpper ? "-" : "";
+        word += isUpper ? static_cast<char>(character - 'A' + 'a') : character;
+    }
+    return word;
+}
+
+template <std::size_t count>
+std::optional<WindowAction> actionOf(std::string_view word, const std::array<WindowAction, count>& choice) {
+    const std::optional<WindowAction> action = WindowAction::fromRawValue(rawValueOf(word));
+    return action && std::ranges::find(choice, *action) != choice.end() ? action : std::nullopt;
+}
+
+template <std::size_t count>
+std::string wordsOf(const std::array<WindowAction, count>& choice) {
+    std::string words;
+    for (const WindowAction action : choice) {
+        words += (words.empty() ? "" : ", ") + wordOf(action.rawValue());
+    }
+    return words;
+}
+
+/// Puts raw values in the place of words.
+std::optional<Refuse> settleWords(Ask& ask) {
+    if (ask.what == Ask::What::perform) {
+        std::string& word = ask.arguments[0];
+        const std::optional<WindowAction> action = actionOf(word, WindowAction::allCases);
+        if (!action) {
+            return Refuse{"tessel: unknown action " + word + "; there are " + wordsOf(WindowAction::allCases) + "\n"};
+        }
+        word = action->rawValue();
+    }
+    if (ask.what == Ask::What::rule) {
+        std::string& word = ask.arguments[1];
+        const std::optional<WindowAction> action = actionOf(word, WindowAction::ruleActions);
+        if (!action && word != "none") {
+            return Refuse{"tessel: unknown rule " + word + "; there are " + wordsOf(WindowAction::ruleActions) +
+                          ", none\n"};
+        }
+        word = action ? std::string(action->rawValue()) : word;
+    }
+    return std::nullopt;
+}
+
+Request ask(const Command& command, std::span<const std::string> words, bool json) {
+    const std::size_t wanted = command.arguments.size();
+    for (std::size_t index = 0; index < wanted; ++index) {
+        if (index >= words.size() || words[index].empty() || words[index].starts_with('-')) {
+            return refuse(std::string(command.option) + " needs " + std::string(command.arguments[index]));
+        }
+    }
+    if (words.size() > wanted) {
+        return refuse("unexpected argument " + words[wanted] + " after " + std::string(command.option));
+    }
+    Ask made{.what = command.what, .arguments = {words.begin(), words.end()}, .json = json};
+    if (std::optional<Refuse> refusal = settleWords(made)) {
+        return *std::move(refusal);
+    }
+    return made;
+}
 
 } // namespace
 
@@ -26,14 +148,23 @@ Request parse(std::span<const std::string> arguments, const std::string& version
     if (arguments.size() < 2) {
         return Run{};
     }
-    const std::string& option = arguments[1];
+    std::vector<std::string> words(arguments.begin() + 1, arguments.end());
+    const bool json = std::erase(words, "--json") > 0;
+    if (words.empty()) {
+        return refuse("--json needs another option");
+    }
+    const std::string& option = words.front();
     if (option == "--help") {
         return Print{help};
     }
     if (option == "--version") {
         return Print{"tessel " + version + "\n"};
     }
-    return Refuse{"tessel: unknown option " + option + "; see tessel --help\n"};
+    const auto* const command = std::ranges::find(commands(), option, &Command::option);
+    if (command == commands().end()) {
+        return refuse("unknown option " + option);
+    }
+    return ask(*command, std::span(words).subspan(1), json);
 }
 
 } // namespace tessel::CommandLine

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string>
 #include <variant>
+#include <vector>
 
 /// What the command line asks for.
 namespace tessel::CommandLine {
@@ -26,7 +28,26 @@ struct Refuse {
     friend bool operator==(const Refuse&, const Refuse&) = default;
 };
 
-using Request = std::variant<Run, Print, Refuse>;
+/// Ask something of the running program, print its answer, and end.
+struct Ask {
+    enum class What : std::uint8_t {
+        status,
+        /// Carry out an action: its raw value.
+        perform,
+        /// Set a rule: bundle identifier, and an action's raw value or "none".
+        rule,
+        quit,
+    };
+
+    What what = What::status;
+    std::vector<std::string> arguments;
+    /// Whether the answer is to be JSON, for programs.
+    bool json = false;
+
+    friend bool operator==(const Ask&, const Ask&) = default;
+};
+
+using Request = std::variant<Run, Print, Refuse, Ask>;
 
 /// Reads the arguments, the program's own path first.
 [[nodiscard]] Request parse(std::span<const std::string> arguments, const std::string& version);

@@ -1,14 +1,20 @@
 #include "CorvidKit/Publisher.h"
+#include "Platform/Linux/ControlBusName.h"
+#include "Platform/Linux/ControlClient.h"
+#include "Platform/Linux/ControlSocket.h"
 #include "Platform/Linux/Log.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProcessInfo.h"
 #include "Platform/Linux/ServiceNotification.h"
-#include "Platform/Linux/SingleInstance.h"
+#include "Platform/Linux/SessionBus.h"
+#include "Platform/Linux/SessionClaim.h"
 #include "Platform/Linux/UserDefaults.h"
 #include "Platform/Platform.h"
 #include "Platform/X11/Desktop.h"
 #include "Tessel/AppState.h"
 #include "Tessel/CommandLine.h"
+#include "Tessel/RemoteCommand.h"
+#include "Tessel/RemoteControl.h"
 #include "Tessel/StatusLine.h"
 
 #include <cstdio>
@@ -27,15 +33,22 @@ int runResident() {
     platform::linux::MainLoop mainLoop;
     mainLoop.endOnTerminationSignals();
 
+    const auto instance = platform::linux::claimSession(platform::x11::Desktop::sessionName());
+    if (!instance) {
+        if (!instance.error().asked) {
+            platform::linux::logToStandardError("already running in this session, but not answering");
+            return EXIT_FAILURE;
+        }
+        std::puts("tessel: already running in this session");
+        return EXIT_SUCCESS;
+    }
+    // Made before the desktop, to be dropped after it: who waits for the end waits until the keys are free again.
+    platform::linux::ControlSocket controlSocket(mainLoop, *instance);
+
     const auto desktop = platform::x11::Desktop::open(mainLoop);
     if (!desktop) {
         platform::linux::logToStandardError(desktop.error());
         return EXIT_FAILURE;
-    }
-    const auto instance = platform::linux::SingleInstance::acquire((*desktop)->sessionName());
-    if (!instance) {
-        std::puts("tessel: already running in this session");
-        return EXIT_SUCCESS;
     }
 
     platform::linux::ProcessInfo processInfo;
@@ -56,8 +69,28 @@ int runResident() {
     // Subscribers are told before a change; the new status is there in the next turn.
     const corvid::Subscription statusReport = state.objectWillChange().subscribe(
         [&] { mainLoop.post([&state] { platform::linux::notifyStatus(statusLine(state)); }); });
+    tessel::RemoteControl remoteControl(state, {.version = TESSEL_VERSION,
+                                                .backend = "X11",
+                                                .open = [] {},
+                                                .quit = [&mainLoop] { mainLoop.end(EXIT_SUCCESS); }});
+    controlSocket.serve(remoteControl);
+    platform::linux::SessionBus sessionBus(mainLoop);
+    const platform::linux::ControlBusName busName(sessionBus, remoteControl);
+
     platform::linux::notifyReady(statusLine(state));
     return mainLoop.run();
+}
+
+/// Asks the program that runs on this display; without a display to name, the one on the user's message bus.
+int ask(const tessel::CommandLine::Ask& request) {
+    using platform::linux::ControlClient;
+    const std::string session = platform::x11::Desktop::sessionName();
+    ControlClient client = session.empty() ? ControlClient::onBus(platform::linux::sessionBusAddress())
+                                           : ControlClient::ofSession(session);
+    const tessel::RemoteCommand::Outcome outcome = tessel::RemoteCommand::carryOut(request, client);
+    std::fputs(outcome.output.c_str(), stdout);
+    std::fputs(outcome.errors.c_str(), stderr);
+    return outcome.status;
 }
 
 template <typename... Handlers>
@@ -80,6 +113,7 @@ int main(int argumentCount, char** arguments) {
                               std::fputs(refusal.line.c_str(), stderr);
                               return wrongUsage;
                           },
+                          [](const tessel::CommandLine::Ask& request) { return ask(request); },
                       },
                       tessel::CommandLine::parse(words, TESSEL_VERSION));
 }

@@ -35,6 +35,9 @@ public:
 
     [[nodiscard]] int get() const { return number; }
 
+    /// Gives the descriptor away.
+    [[nodiscard]] int release() { return std::exchange(number, -1); }
+
 private:
     int number = -1;
 };

@@ -62,7 +62,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened)
     watch = mainLoop.watch(connection.descriptor(), [this] { return finishTurn(); }, [this] { serveEvents(); });
 }
 
-std::string Desktop::sessionName() const {
+std::string Desktop::sessionName() {
     char* host = nullptr;
     int display = 0;
     int screen = 0;

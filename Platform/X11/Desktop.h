@@ -33,8 +33,9 @@ public:
     Desktop& operator=(const Desktop&) = delete;
     ~Desktop() = default;
 
-    /// Names the session among those that the user may have: the display and its screen.
-    [[nodiscard]] std::string sessionName() const;
+    /// Names the session among those that the user may have: the environment's display and its screen, whether or not
+    /// they answer. Empty where DISPLAY names none.
+    [[nodiscard]] static std::string sessionName();
 
     /// Begins to follow which applications run and which windows they open; those that are there now are not told as
     /// new. Until this is called no application is known. Both have to outlive this. To be called once.

@@ -42,6 +42,7 @@ WALLS = [
     Wall("CorvidKit", rf"{SEAM}|(CorvidKit|CorvidKitCore)/.*"),
     # Only main knows the desktops: it chooses one and hands it on.
     Wall("Tessel/main.cpp", r"(Tessel|TesselCore|CorvidKit|CorvidKitCore|Platform)/.*"),
+    Wall("Tessel/StatusReportJson.cpp", r"Tessel/StatusReport\.h", r"nlohmann/json\.hpp"),
     Wall("Tessel", rf"{SEAM}|(Tessel|TesselCore|CorvidKit|CorvidKitCore)/.*"),
 ]
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tessel {
@@ -37,6 +38,69 @@ TEST(CommandLine, AnUnknownOptionIsRefusedInOneLine) {
               CommandLine::Request(CommandLine::Refuse{"tessel: unknown option --hepl; see tessel --help\n"}));
     EXPECT_EQ(parse({"window"}),
               CommandLine::Request(CommandLine::Refuse{"tessel: unknown option window; see tessel --help\n"}));
+}
+
+using CommandLine::Ask;
+
+Ask ask(Ask::What what, std::vector<std::string> arguments = {}, bool json = false) {
+    return {.what = what, .arguments = std::move(arguments), .json = json};
+}
+
+TEST(CommandLine, AsksTheRunningProgram) {
+    using enum Ask::What;
+    struct Row {
+        std::vector<std::string> options;
+        Ask expected;
+    };
+    const std::vector<Row> rows{
+        {{"--status"}, ask(status)},
+        {{"--status", "--json"}, ask(status, {}, true)},
+        {{"--json", "--status"}, ask(status, {}, true)},
+        {{"--quit"}, ask(quit)},
+        {{"--perform", "leftHalf"}, ask(perform, {"leftHalf"})},
+        {{"--perform", "left-half"}, ask(perform, {"leftHalf"})},
+        {{"--perform", "right-half"}, ask(perform, {"rightHalf"})},
+        {{"--perform", "center"}, ask(perform, {"center"})},
+        {{"--perform", "maximize"}, ask(perform, {"maximize"})},
+        {{"--perform", "almost-maximize"}, ask(perform, {"almostMaximize"})},
+        {{"--perform", "--json", "maximize-height"}, ask(perform, {"maximizeHeight"}, true)},
+        {{"--rule", "org.example.Editor", "maximize"}, ask(rule, {"org.example.Editor", "maximize"})},
+        {{"--rule", "an odd name", "none", "--json"}, ask(rule, {"an odd name", "none"}, true)},
+        {{"--rule", "a", "center"}, ask(rule, {"a", "center"})},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(parse(row.options), CommandLine::Request(row.expected)) << testing::PrintToString(row.options);
+    }
+}
+
+TEST(CommandLine, RefusesInOneLineWhatItCannotAsk) {
+    struct Row {
+        std::vector<std::string> options;
+        std::string expected;
+    };
+    const std::vector<Row> rows{
+        {{"--json"}, "tessel: --json needs another option; see tessel --help\n"},
+        {{"--perform"}, "tessel: --perform needs an action; see tessel --help\n"},
+        {{"--perform", ""}, "tessel: --perform needs an action; see tessel --help\n"},
+        {{"--perform", "--json"}, "tessel: --perform needs an action; see tessel --help\n"},
+        {{"--perform", "--quit"}, "tessel: --perform needs an action; see tessel --help\n"},
+        {{"--perform", "upwards"},
+         "tessel: unknown action upwards; there are left-half, right-half, center, maximize, almost-maximize, "
+         "maximize-height\n"},
+        {{"--perform", "LeftHalf"},
+         "tessel: unknown action LeftHalf; there are left-half, right-half, center, maximize, almost-maximize, "
+         "maximize-height\n"},
+        {{"--perform", "center", "twice"}, "tessel: unexpected argument twice after --perform; see tessel --help\n"},
+        {{"--rule"}, "tessel: --rule needs an application; see tessel --help\n"},
+        {{"--rule", "a"}, "tessel: --rule needs an action; see tessel --help\n"},
+        {{"--rule", "a", "left-half"}, "tessel: unknown rule left-half; there are maximize, center, none\n"},
+        {{"--status", "now"}, "tessel: unexpected argument now after --status; see tessel --help\n"},
+        {{"--quit", "--status"}, "tessel: unexpected argument --status after --quit; see tessel --help\n"},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(parse(row.options), CommandLine::Request(CommandLine::Refuse{row.expected}))
+            << testing::PrintToString(row.options);
+    }
 }
 
 } // namespace

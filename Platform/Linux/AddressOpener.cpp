@@ -1,0 +1,149 @@
+#include "Platform/Linux/AddressOpener.h"
+
+#include "Platform/Linux/SettingsPages.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+#include <utility>
+
+namespace platform::linux {
+
+namespace {
+
+constexpr const char* portalName = "org.freedesktop.portal.Desktop";
+constexpr const char* portalPath = "/org/freedesktop/portal/desktop";
+constexpr const char* openInterface = "org.freedesktop.portal.OpenURI";
+
+constexpr const char* daemonName = "org.freedesktop.DBus";
+constexpr const char* daemonPath = "/org/freedesktop/DBus";
+
+/// No program shows addresses near this length.
+constexpr std::size_t longestAddress = std::size_t{8} << 10U;
+
+constexpr bool isLetter(char character) {
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+}
+
+/// Whether a text can be an address: it begins with a scheme and a colon (RFC 3986, section 3.1), goes on, and has
+/// nothing in it that an address has to escape, blanks and control characters above all.
+bool isAddress(std::string_view text) {
+    constexpr auto isOfScheme = [](char character) {
+        return isLetter(character) || (character >= '0' && character <= '9') || character == '+' || character == '-' ||
+               character == '.';
+    };
+    const std::size_t colon = text.find(':');
+    if (colon == std::string_view::npos || colon + 1 == text.size() || text.size() > longestAddress ||
+        !isLetter(text.front()) || !std::ranges::all_of(text.substr(0, colon), isOfScheme)) {
+        return false;
+    }
+    return std::ranges::all_of(text, [](char character) { return character > ' ' && character < '\x7F'; });
+}
+
+} // namespace
+
+/// A call to the portal that is under way.
+struct AddressOpener::Call {
+    AddressOpener& opener;
+    std::string address;
+    OwnedSlot slot;
+};
+
+AddressOpener::AddressOpener(MainLoop& mainLoop, SessionBus& bus)
+    : Listener(bus)
+    , programs(mainLoop) {
+}
+
+AddressOpener::~AddressOpener() = default;
+
+bool AddressOpener::open(std::string_view address) {
+    if (!isAddress(address)) {
+        return false;
+    }
+    if (SettingsPages::isLink(address)) {
+        return openSettings(address);
+    }
+    return askPortal(address) || runOpener(address);
+}
+
+bool AddressOpener::openSettings(std::string_view link) {
+    // Nothing in the program changes its environment.
+    const char* desktop = std::getenv("XDG_CURRENT_DESKTOP"); // NOLINT(concurrency-mt-unsafe)
+    const auto pages = SettingsPages::pages(link, desktop == nullptr ? "" : desktop);
+    return std::ranges::any_of(
+        pages, [this](const SettingsPages::Page& page) { return programs.start(page.program, page.arguments); });
+}
+
+bool AddressOpener::runOpener(std::string_view address) {
+    return programs.start("xdg-open", {std::string(address)});
+}
+
+bool AddressOpener::askPortal(std::string_view address) {
+    if (!hasPortal) {
+        return false;
+    }
+    Call& call = calls.emplace_back(*this, std::string(address));
+    sd_bus_slot* slot = nullptr;
+    // No parent window, no options.
+    if (sd_bus_call_method_async(bus, &slot, portalName, portalPath, openInterface, "OpenURI", &portalAnswered, &call,
+                                 "ssa{sv}", "", call.address.c_str(), 0) < 0) {
+        calls.pop_back();
+        return false;
+    }
+    call.slot.reset(slot);
+    return true;
+}
+
+int AddressOpener::portalAnswered(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+    const auto* const call = static_cast<Call*>(data);
+    AddressOpener& opener = call->opener;
+    if (sd_bus_message_is_method_error(reply, nullptr) > 0) {
+        [[maybe_unused]] const bool started = opener.runOpener(call->address);
+    }
+    opener.calls.remove_if([call](const Call& other) { return &other == call; });
+    return 0;
+}
+
+void AddressOpener::busArrived(sd_bus* arrived) {
+    bus = arrived;
+    // It may run already, or be started when it is called.
+    sd_bus_slot* slot = nullptr;
+    sd_bus_call_method_async(bus, &slot, daemonName, daemonPath, daemonName, "NameHasOwner", &ownerTold, this, "s",
+                             portalName);
+    ownerQuestion.reset(std::exchange(slot, nullptr));
+    sd_bus_call_method_async(bus, &slot, daemonName, daemonPath, daemonName, "ListActivatableNames", &namesListed, this,
+                             "");
+    namesQuestion.reset(slot);
+}
+
+void AddressOpener::busLeft() {
+    bus = nullptr;
+    hasPortal = false;
+    ownerQuestion.reset();
+    namesQuestion.reset();
+    calls.clear();
+}
+
+int AddressOpener::ownerTold(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+    auto& self = *static_cast<AddressOpener*>(data);
+    int isOwned = 0; // the library's boolean
+    if (sd_bus_message_is_method_error(reply, nullptr) == 0 && sd_bus_message_read(reply, "b", &isOwned) > 0) {
+        self.hasPortal = self.hasPortal || isOwned != 0;
+    }
+    return 0;
+}
+
+int AddressOpener::namesListed(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+    auto& self = *static_cast<AddressOpener*>(data);
+    if (sd_bus_message_is_method_error(reply, nullptr) != 0 ||
+        sd_bus_message_enter_container(reply, SD_BUS_TYPE_ARRAY, "s") <= 0) {
+        return 0;
+    }
+    const char* name = nullptr;
+    while (sd_bus_message_read(reply, "s", &name) > 0) {
+        self.hasPortal = self.hasPortal || std::string_view{name} == portalName;
+    }
+    return 0;
+}
+
+} // namespace platform::linux

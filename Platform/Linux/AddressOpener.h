@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Platform/AddressOpener.h"
+#include "Platform/Linux/DetachedPrograms.h"
+#include "Platform/Linux/SessionBus.h"
+
+#include <list>
+#include <string_view>
+
+namespace platform::linux {
+
+/// Opens addresses through the desktop portal (XDG Desktop Portal, org.freedesktop.portal.OpenURI) where the bus has
+/// it, otherwise, or where the portal refuses, with xdg-open. Links to settings open the desktop's own page
+/// (`SettingsPages`). This program itself connects to nothing. Main thread only.
+class AddressOpener final : public platform::AddressOpener, private SessionBus::Listener {
+public:
+    /// Both must outlive this.
+    AddressOpener(MainLoop& mainLoop, SessionBus& bus);
+    ~AddressOpener() override;
+
+    /// Never waits: true means that somebody was found to hand the address to.
+    bool open(std::string_view address) override;
+
+private:
+    struct Call;
+
+    void busArrived(sd_bus* arrived) override;
+    void busLeft() override;
+
+    static int namesListed(sd_bus_message* reply, void* data, sd_bus_error* error);
+    static int ownerTold(sd_bus_message* reply, void* data, sd_bus_error* error);
+    static int portalAnswered(sd_bus_message* reply, void* data, sd_bus_error* error);
+
+    [[nodiscard]] bool openSettings(std::string_view link);
+    [[nodiscard]] bool askPortal(std::string_view address);
+    [[nodiscard]] bool runOpener(std::string_view address);
+
+    DetachedPrograms programs;
+    sd_bus* bus = nullptr;
+    /// The questions whether there is a portal.
+    OwnedSlot ownerQuestion;
+    OwnedSlot namesQuestion;
+    bool hasPortal = false;
+    std::list<Call> calls;
+};
+
+} // namespace platform::linux

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Platform/Linux/MainLoop.h"
+
+#include <list>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform::linux {
+
+/// The program of that name in `PATH`, or of that path where the name has a slash; nothing where there is none to run.
+/// Reads the environment.
+[[nodiscard]] std::optional<std::string> findProgram(std::string_view name);
+
+/// Starts programs that go their own way: in a session of their own, with no descriptor and no blocked signal of ours,
+/// and reading and writing nothing. They are waited for, so that none becomes a zombie. Main thread only.
+class DetachedPrograms {
+public:
+    /// The loop must outlive this. Programs still running when this is dropped run on.
+    explicit DetachedPrograms(MainLoop& mainLoop);
+    DetachedPrograms(const DetachedPrograms&) = delete;
+    DetachedPrograms& operator=(const DetachedPrograms&) = delete;
+    ~DetachedPrograms();
+
+    /// Starts the program (see `findProgram`) with arguments. False where there is none or it cannot be started; what
+    /// becomes of it then is its own affair.
+    bool start(std::string_view program, const std::vector<std::string>& arguments);
+
+private:
+    class Child;
+
+    void collect();
+
+    MainLoop& mainLoop;
+    std::list<Child> children;
+    std::unique_ptr<ScheduledWork> collection;
+};
+
+} // namespace platform::linux

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Where desktops keep the settings that links of the scheme "x-apple.systempreferences" name.
+namespace platform::linux::SettingsPages {
+
+/// A program with its arguments that shows a page of settings.
+struct Page {
+    std::string program;
+    std::vector<std::string> arguments;
+
+    friend bool operator==(const Page&, const Page&) = default;
+};
+
+/// Whether an address is a link to a page of settings, be it one that is known or not.
+[[nodiscard]] bool isLink(std::string_view address);
+
+/// The pages nearest to what a link names, on the desktop that `XDG_CURRENT_DESKTOP` names (a list with colons: Desktop
+/// Entry Specification, OnlyShowIn): the best first. None for a link or a desktop that is not known.
+[[nodiscard]] std::vector<Page> pages(std::string_view link, std::string_view currentDesktop);
+
+} // namespace platform::linux::SettingsPages

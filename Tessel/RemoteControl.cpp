@@ -1,0 +1,143 @@
+#include "Tessel/RemoteControl.h"
+
+#include "Tessel/StatusLine.h"
+#include "Tessel/WindowMover.h"
+#include "TesselCore/WindowAction.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace tessel {
+
+namespace {
+
+using platform::ControlAnswer;
+using platform::ControlRefusal;
+using platform::ControlStatus;
+using Kind = ControlRefusal::Kind;
+
+std::unexpected<ControlRefusal> refuse(Kind kind, std::string reason) {
+    return std::unexpected(ControlRefusal{.kind = kind, .reason = std::move(reason)});
+}
+
+std::string wordOf(AppStatus status) {
+    switch (status) {
+    case AppStatus::paused:
+        return "paused";
+    case AppStatus::waitingForPermission:
+        return "waitingForPermission";
+    case AppStatus::shortcutsTaken:
+        return "shortcutsTaken";
+    case AppStatus::active:
+        return "active";
+    }
+    std::unreachable();
+}
+
+/// The keys by the names that stand on them here: the Option key is Alt, the Command key Super.
+std::string keysOf(const corvid::Shortcut& shortcut) {
+    using corvid::Shortcut;
+    std::string keys;
+    for (const auto& [modifier, name] : {std::pair{Shortcut::control, "Ctrl+"},
+                                         {Shortcut::option, "Alt+"},
+                                         {Shortcut::shift, "Shift+"},
+                                         {Shortcut::command, "Super+"}}) {
+        keys += (shortcut.modifiers & modifier) != 0 ? name : "";
+    }
+    return keys + Shortcut::keyName(shortcut.keyCode);
+}
+
+/// Whether a text can be the name of an application: what a file's name may hold, in one line.
+bool isIdentifier(std::string_view text) {
+    constexpr auto isUnfit = [](char character) {
+        return static_cast<unsigned char>(character) < ' ' || character == '/' || character == '\x7F';
+    };
+    return !text.empty() && text.size() <= RemoteControl::longestIdentifier && std::ranges::none_of(text, isUnfit);
+}
+
+} // namespace
+
+RemoteControl::RemoteControl(AppState& state, Surroundings surroundings)
+    : state(state)
+    , surroundings(std::move(surroundings)) {
+}
+
+ControlAnswer<void> RemoteControl::open() {
+    surroundings.open();
+    return {};
+}
+
+ControlAnswer<ControlStatus> RemoteControl::status() {
+    ControlStatus report{
+        .status = wordOf(state.status()),
+        .statusText = statusLine(state.status(), state.failedShortcuts()),
+        .isEnabled = state.isEnabled(),
+        .isTrusted = state.hasAccessibility(),
+        .version = surroundings.version,
+        .backend = surroundings.backend,
+        .shortcuts = {},
+        .rules = {},
+    };
+    const bool isOn = state.isEnabled() && state.hasAccessibility();
+    for (const WindowAction action : WindowAction::allCases) {
+        const bool isTaken = state.failedShortcuts().contains(action);
+        report.shortcuts.push_back({.action = std::string(action.rawValue()),
+                                    .keys = keysOf(action.shortcut()),
+                                    .state = !isOn     ? "off"
+                                             : isTaken ? "taken"
+                                                       : "active"});
+    }
+    for (const auto& [identifier, action] : state.rules()) {
+        report.rules.emplace(identifier, action.rawValue());
+    }
+    return report;
+}
+
+ControlAnswer<void> RemoteControl::perform(std::string_view action) {
+    const std::optional<WindowAction> known = WindowAction::fromRawValue(action);
+    if (!known) {
+        return refuse(Kind::invalid, "there is no such action");
+    }
+    if (!state.isEnabled()) {
+        return refuse(Kind::paused, "paused: the shortcuts are switched off");
+    }
+    if (!state.hasAccessibility()) {
+        return refuse(Kind::notTrusted, "waiting for permission: no window manager here moves windows on request");
+    }
+    const std::optional<platform::AXUIElement> window = WindowMover::focusedWindow();
+    if (!window) {
+        return refuse(Kind::noWindow, "no window has the focus");
+    }
+    WindowMover::perform(*known, *window);
+    return {};
+}
+
+ControlAnswer<void> RemoteControl::setRule(std::string_view bundleIdentifier, std::string_view action) {
+    constexpr std::string_view entrySuffix = ".desktop";
+    if (bundleIdentifier.ends_with(entrySuffix)) {
+        bundleIdentifier.remove_suffix(entrySuffix.size());
+    }
+    if (!isIdentifier(bundleIdentifier)) {
+        return refuse(Kind::invalid, "that is not the name of an application");
+    }
+    const std::optional<WindowAction> known = WindowAction::fromRawValue(action);
+    const bool isRule =
+        known && std::ranges::find(WindowAction::ruleActions, *known) != WindowAction::ruleActions.end();
+    if (!isRule && action != "none") {
+        return refuse(Kind::invalid, "a rule is maximize, center or none");
+    }
+    const std::string identifier(bundleIdentifier);
+    if (isRule && state.rules().size() >= mostRules && !state.rules().contains(identifier)) {
+        return refuse(Kind::failed, "there are too many rules");
+    }
+    state.setRule(identifier, known);
+    return {};
+}
+
+ControlAnswer<void> RemoteControl::quit() {
+    surroundings.quit();
+    return {};
+}
+
+} // namespace tessel

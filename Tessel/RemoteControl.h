@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Platform/ControlRequests.h"
+#include "Tessel/AppState.h"
+
+#include <functional>
+#include <string>
+
+namespace tessel {
+
+/// Answers what is asked from outside, out of the program's state and on the desktop in force. Main thread only.
+///
+/// An action asked for is like a press of its shortcut: while the program is switched off or is not allowed to move
+/// windows, it is refused. Unlike a press, one without a window is answered instead of beeped at.
+class RemoteControl final : public platform::ControlRequests {
+public:
+    struct Surroundings {
+        std::string version;
+        /// The kind of desktop, as in "X11".
+        std::string backend;
+        /// Shows the program to the user.
+        std::function<void()> open;
+        /// Ends the program after the present turn of the event loop.
+        std::function<void()> quit;
+    };
+
+    /// A rule's identifier is no longer than a file's name (NAME_MAX on Linux).
+    static constexpr std::size_t longestIdentifier = 255;
+
+    /// More rules than this are not taken from outside.
+    static constexpr std::size_t mostRules = 1000;
+
+    /// `state` must outlive this.
+    RemoteControl(AppState& state, Surroundings surroundings);
+
+    platform::ControlAnswer<void> open() override;
+    [[nodiscard]] platform::ControlAnswer<platform::ControlStatus> status() override;
+    platform::ControlAnswer<void> perform(std::string_view action) override;
+    platform::ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) override;
+    platform::ControlAnswer<void> quit() override;
+
+private:
+    AppState& state;
+    Surroundings surroundings;
+};
+
+} // namespace tessel

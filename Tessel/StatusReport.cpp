@@ -1,0 +1,48 @@
+#include "Tessel/StatusReport.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace tessel::StatusReport {
+
+namespace {
+
+/// How many columns a text takes: every character but the continuation bytes of UTF-8 begins one. (None of the keys'
+/// names is wide.)
+std::size_t columns(std::string_view text) {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }));
+}
+
+std::string padded(const std::string& text, std::size_t width) {
+    const std::size_t taken = columns(text);
+    return text + std::string(taken < width ? width - taken : 0, ' ');
+}
+
+} // namespace
+
+std::string text(const platform::ControlStatus& status) {
+    std::string lines = "Tessel " + status.version + " on " + status.backend + ": " + status.statusText + "\n";
+    std::size_t actionWidth = 0;
+    std::size_t keysWidth = 0;
+    for (const auto& shortcut : status.shortcuts) {
+        actionWidth = std::max(actionWidth, columns(shortcut.action));
+        keysWidth = std::max(keysWidth, columns(shortcut.keys));
+    }
+    lines += "\nShortcuts:\n";
+    for (const auto& shortcut : status.shortcuts) {
+        lines += "  " + padded(shortcut.keys, keysWidth) + "  " + padded(shortcut.action, actionWidth) + "  " +
+                 shortcut.state + "\n";
+    }
+    std::size_t identifierWidth = 0;
+    for (const auto& [identifier, action] : status.rules) {
+        identifierWidth = std::max(identifierWidth, columns(identifier));
+    }
+    lines += status.rules.empty() ? "\nNo app rules.\n" : "\nApp rules:\n";
+    for (const auto& [identifier, action] : status.rules) {
+        lines += "  " + padded(identifier, identifierWidth) + "  " + action + "\n";
+    }
+    return lines;
+}
+
+} // namespace tessel::StatusReport

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Platform/ControlRequests.h"
+
+#include <string>
+
+/// Answers of the running program in words, each text with its line ends.
+namespace tessel::StatusReport {
+
+/// For people.
+[[nodiscard]] std::string text(const platform::ControlStatus& status);
+
+/// For programs: one JSON object on one line.
+[[nodiscard]] std::string json(const platform::ControlStatus& status);
+
+/// Something was done, or was not: {"done": true}, or {"done": false, "error": …, "message": …}.
+[[nodiscard]] std::string doneJson();
+[[nodiscard]] std::string json(const platform::ControlRefusal& refusal);
+
+/// The status of a program that does not run.
+[[nodiscard]] std::string notRunningJson();
+
+} // namespace tessel::StatusReport

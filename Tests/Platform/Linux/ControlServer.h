@@ -1,0 +1,66 @@
+#pragma once
+
+#include "Platform/ControlRequests.h"
+#include "Platform/Linux/MainLoop.h"
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+/// A handler that notes what it is asked, and answers what it is told to.
+class RecordedRequests final : public platform::ControlRequests {
+public:
+    explicit RecordedRequests(std::function<void()> end)
+        : end(std::move(end)) {}
+
+    platform::ControlAnswer<void> open() override { return answer("open"); }
+    platform::ControlAnswer<platform::ControlStatus> status() override;
+    platform::ControlAnswer<void> perform(std::string_view action) override;
+    platform::ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) override;
+    platform::ControlAnswer<void> quit() override;
+
+    std::vector<std::string> asked;
+    platform::ControlStatus report;
+    /// What `perform` answers to an action; nothing: that it is done.
+    std::map<std::string, platform::ControlRefusal, std::less<>> refusals;
+
+private:
+    platform::ControlAnswer<void> answer(std::string line);
+
+    std::function<void()> end;
+};
+
+/// A program that answers requests, on a thread of its own with a loop of its own, until it is asked to quit.
+class ControlServer {
+public:
+    using Setup = std::function<void(RecordedRequests&)>;
+
+    /// `serve` offers the requests and then runs the loop (with the function it is given); it is on the server's
+    /// thread.
+    using Serve = std::function<void(platform::linux::MainLoop&, RecordedRequests&, const std::function<void()>& run)>;
+
+    /// Returns when the server is about to run its loop.
+    ControlServer(const Serve& serve, const Setup& setup);
+
+    /// On the socket of a session.
+    explicit ControlServer(const std::string& session, const Setup& setup = [](RecordedRequests&) {});
+
+    ControlServer(const ControlServer&) = delete;
+    ControlServer& operator=(const ControlServer&) = delete;
+
+    /// Waits until the server was asked to quit and has ended.
+    ~ControlServer();
+
+    /// What was asked. Waits as the destructor does.
+    [[nodiscard]] std::vector<std::string> asked();
+
+private:
+    std::vector<std::string> record;
+    std::thread thread;
+};
+
+/// A session that no other test and no other run of this one has.
+[[nodiscard]] std::string uniqueSession(const std::string& name);

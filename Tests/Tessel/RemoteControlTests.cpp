@@ -1,0 +1,175 @@
+#include "Platform/Simulated/Desktop.h"
+#include "Tessel/RemoteControl.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessel {
+namespace {
+
+using corvid::CGRect;
+using platform::ControlRefusal;
+using platform::ControlStatus;
+using Kind = ControlRefusal::Kind;
+
+constexpr CGRect leftHalf{{0, 25}, {960, 1055}};
+
+class Remote : public testing::Test {
+protected:
+    RemoteControl& control() {
+        if (!made) {
+            state.emplace(desktop.standardUserDefaults, false, dispatcher);
+            made.emplace(*state, RemoteControl::Surroundings{.version = "1.2",
+                                                             .backend = "Simulated",
+                                                             .open = [this] { calls.emplace_back("open"); },
+                                                             .quit = [this] { calls.emplace_back("quit"); }});
+        }
+        return *made;
+    }
+
+    platform::simulated::Window& addWindow() {
+        return desktop.applications.add({.process = 10}).addWindow({.frame = {{100, 100}, {300, 400}}});
+    }
+
+    /// Whether a request was refused for a reason of that kind.
+    template <typename Answer>
+    static bool isRefused(const Answer& answer, Kind kind) {
+        return !answer && answer.error().kind == kind && !answer.error().reason.empty();
+    }
+
+    platform::simulated::Desktop desktop;
+    corvid::HotKeyDispatcher dispatcher;
+    std::optional<AppState> state;
+    std::optional<RemoteControl> made;
+    std::vector<std::string> calls;
+};
+
+TEST_F(Remote, TellsHowThingsStand) {
+    desktop.hotKeyEvents.refuse(WindowAction(WindowAction::center).shortcut().keyCode,
+                                WindowAction(WindowAction::center).shortcut().modifiers);
+    control();
+    state->setRules({{"org.example.Editor", WindowAction::maximize}, {"org.example.Player", WindowAction::center}});
+    const ControlStatus expected{
+        .status = "shortcutsTaken",
+        .statusText = "Some shortcuts are taken: center",
+        .isEnabled = true,
+        .isTrusted = true,
+        .version = "1.2",
+        .backend = "Simulated",
+        .shortcuts = {{"leftHalf", "Ctrl+Alt+←", "active"},
+                      {"rightHalf", "Ctrl+Alt+→", "active"},
+                      {"center", "Ctrl+Alt+C", "taken"},
+                      {"maximize", "Ctrl+Alt+↑", "active"},
+                      {"almostMaximize", "Ctrl+Alt+D", "active"},
+                      {"maximizeHeight", "Ctrl+Alt+↓", "active"}},
+        .rules = {{"org.example.Editor", "maximize"}, {"org.example.Player", "center"}},
+    };
+    EXPECT_EQ(control().status(), expected);
+}
+
+TEST_F(Remote, TellsOfEveryShortcutThatItIsOffWhilePausedOrWithoutPermission) {
+    control();
+    state->setEnabled(false);
+    const auto paused = control().status();
+    EXPECT_EQ(paused->status, "paused");
+    EXPECT_FALSE(paused->isEnabled);
+    EXPECT_THAT(paused->shortcuts, testing::Each(testing::Field(&ControlStatus::Shortcut::state, "off")));
+    EXPECT_EQ(paused->shortcuts.size(), WindowAction::allCases.size());
+}
+
+TEST_F(Remote, PerformsLikeAPress) {
+    platform::simulated::Window& window = addWindow();
+    EXPECT_TRUE(control().perform("leftHalf"));
+    EXPECT_EQ(window.frame(), leftHalf);
+}
+
+TEST_F(Remote, PerformsNothingWhilePaused) {
+    platform::simulated::Window& window = addWindow();
+    control();
+    state->setEnabled(false);
+    const CGRect before = window.frame();
+    EXPECT_TRUE(isRefused(control().perform("leftHalf"), Kind::paused));
+    EXPECT_EQ(window.frame(), before);
+}
+
+TEST_F(Remote, PerformsNothingWithoutPermission) {
+    desktop.accessibility.setTrusted(false);
+    platform::simulated::Window& window = addWindow();
+    const CGRect before = window.frame();
+    EXPECT_TRUE(isRefused(control().perform("leftHalf"), Kind::notTrusted));
+    EXPECT_EQ(window.frame(), before);
+    EXPECT_EQ(control().status()->status, "waitingForPermission");
+}
+
+TEST_F(Remote, SaysThatNoWindowHasTheFocusInsteadOfBeeping) {
+    control();
+    desktop.trace.take();
+    EXPECT_TRUE(isRefused(control().perform("leftHalf"), Kind::noWindow));
+    EXPECT_THAT(desktop.trace.take(), testing::Not(testing::Contains(testing::HasSubstr("beep"))));
+}
+
+TEST_F(Remote, PerformsNothingThatItDoesNotKnow) {
+    addWindow();
+    for (const std::string& action : {std::string(), std::string("left-half"), std::string("LeftHalf"),
+                                      std::string("none"), std::string(100000, 'x')}) {
+        EXPECT_TRUE(isRefused(control().perform(action), Kind::invalid)) << action.substr(0, 20);
+    }
+}
+
+TEST_F(Remote, SetsChangesAndRemovesARule) {
+    using Rules = Prefs::Rules;
+    EXPECT_TRUE(control().setRule("org.example.Editor", "maximize"));
+    EXPECT_EQ(state->rules(), (Rules{{"org.example.Editor", WindowAction::maximize}}));
+    EXPECT_TRUE(control().setRule("org.example.Editor.desktop", "center"));
+    EXPECT_EQ(state->rules(), (Rules{{"org.example.Editor", WindowAction::center}}));
+    EXPECT_TRUE(control().setRule("org.example.Editor", "none"));
+    EXPECT_EQ(state->rules(), Rules{});
+}
+
+TEST_F(Remote, RefusesRulesThatMakeNoSense) {
+    struct Row {
+        std::string identifier;
+        std::string action;
+    };
+    const std::vector<Row> rows{{"org.example.Editor", "leftHalf"},
+                                {"org.example.Editor", ""},
+                                {"org.example.Editor", "Maximize"},
+                                {"", "maximize"},
+                                {".desktop", "maximize"},
+                                {"a/b", "maximize"},
+                                {"a\nb", "maximize"},
+                                {std::string(256, 'a'), "maximize"},
+                                {std::string(1000000, 'a'), "none"}};
+    for (const Row& row : rows) {
+        EXPECT_TRUE(isRefused(control().setRule(row.identifier, row.action), Kind::invalid))
+            << row.identifier.substr(0, 20) << " " << row.action;
+    }
+    EXPECT_TRUE(state->rules().empty());
+    EXPECT_TRUE(control().setRule(std::string(255, 'a'), "maximize"));
+}
+
+TEST_F(Remote, TakesOnlySoManyRules) {
+    Prefs::Rules rules;
+    for (std::size_t count = 0; count < RemoteControl::mostRules; ++count) {
+        rules.emplace("application" + std::to_string(count), WindowAction::center);
+    }
+    control();
+    state->setRules(rules);
+    EXPECT_TRUE(isRefused(control().setRule("another", "maximize"), Kind::failed));
+    EXPECT_TRUE(control().setRule("application7", "maximize"));
+    EXPECT_TRUE(control().setRule("application8", "none"));
+    EXPECT_TRUE(control().setRule("another", "maximize"));
+}
+
+TEST_F(Remote, OpeningAndQuittingAreLeftToTheProgram) {
+    EXPECT_TRUE(control().open());
+    EXPECT_TRUE(control().quit());
+    EXPECT_EQ(calls, (std::vector<std::string>{"open", "quit"}));
+}
+
+} // namespace
+} // namespace tessel
