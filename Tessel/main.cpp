@@ -1,14 +1,22 @@
 #include "CorvidKit/Publisher.h"
+#include "Platform/Linux/AddressOpener.h"
+#include "Platform/Linux/AutostartLoginItem.h"
 #include "Platform/Linux/ControlBusName.h"
 #include "Platform/Linux/ControlClient.h"
 #include "Platform/Linux/ControlSocket.h"
+#include "Platform/Linux/DesktopEntries.h"
+#include "Platform/Linux/DesktopEntryCatalogue.h"
+#include "Platform/Linux/DesktopEntryIdentification.h"
 #include "Platform/Linux/Log.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProcessInfo.h"
 #include "Platform/Linux/ServiceNotification.h"
 #include "Platform/Linux/SessionBus.h"
 #include "Platform/Linux/SessionClaim.h"
+#include "Platform/Linux/SystemClock.h"
+#include "Platform/Linux/SystemLog.h"
 #include "Platform/Linux/UserDefaults.h"
+#include "Platform/MainBundle.h"
 #include "Platform/Platform.h"
 #include "Platform/X11/Desktop.h"
 #include "Tessel/AppState.h"
@@ -17,6 +25,7 @@
 #include "Tessel/RemoteControl.h"
 #include "Tessel/StatusLine.h"
 
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -24,12 +33,28 @@
 
 namespace {
 
+platform::MainBundle mainBundle() {
+    return {.identifier = "org.corvid.Tessel",
+            .infoDictionary = {{"CFBundleShortVersionString", TESSEL_VERSION}},
+            .website = TESSEL_WEBSITE};
+}
+
+/// Lets names be sorted and shown in the user's language; numbers stay as programs write them.
+void enterLocale() {
+    for (const int category : {LC_CTYPE, LC_COLLATE, LC_MESSAGES}) {
+        if (std::setlocale(category, "") == nullptr) {
+            std::setlocale(category, "C.UTF-8");
+        }
+    }
+}
+
 std::string statusLine(const tessel::AppState& state) {
     return tessel::statusLine(state.status(), state.failedShortcuts());
 }
 
 /// The resident program: everything is wired here, and nowhere else.
 int runResident() {
+    enterLocale();
     platform::linux::MainLoop mainLoop;
     mainLoop.endOnTerminationSignals();
 
@@ -51,16 +76,36 @@ int runResident() {
         return EXIT_FAILURE;
     }
 
+    platform::linux::DesktopEntries entries(mainLoop);
+    platform::linux::DesktopEntryIdentification identification(entries);
+    platform::linux::DesktopEntryCatalogue catalogue(entries);
+    (*desktop)->followApplications(identification, catalogue);
+
+    platform::linux::SessionBus sessionBus(mainLoop);
+    platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
+    platform::linux::AutostartLoginItem loginItem;
     platform::linux::ProcessInfo processInfo;
+    platform::linux::SystemClock systemClock;
+    platform::linux::SystemLog systemLog;
     platform::linux::UserDefaults userDefaults;
+    const platform::MainBundle bundle = mainBundle();
     const platform::Platform table{
         .accessibility = (*desktop)->accessibility(),
+        .accessibilityObservers = (*desktop)->accessibilityObservers(),
+        .addressOpener = addressOpener,
+        .applicationCatalogue = catalogue,
         .sound = (*desktop)->sound(),
         .hotKeyEvents = (*desktop)->hotKeyEvents(),
+        .log = systemLog,
+        .loginItemService = loginItem,
         .mainActor = mainLoop,
+        .mainBundle = bundle,
+        .openPanel = nullptr,
         .processInfo = processInfo,
+        .runningApplications = (*desktop)->runningApplications(),
         .screens = (*desktop)->screens(),
         .standardUserDefaults = userDefaults,
+        .systemClock = systemClock,
         .workspace = (*desktop)->workspace(),
     };
     const platform::Installation installation(table);
@@ -69,12 +114,17 @@ int runResident() {
     // Subscribers are told before a change; the new status is there in the next turn.
     const corvid::Subscription statusReport = state.objectWillChange().subscribe(
         [&] { mainLoop.post([&state] { platform::linux::notifyStatus(statusLine(state)); }); });
+    // What was just installed has another name now, and may be what a window was waiting to be called.
+    entries.onChange([&state] {
+        if (!state.rules().empty()) {
+            state.setRules(state.rules());
+        }
+    });
     tessel::RemoteControl remoteControl(state, {.version = TESSEL_VERSION,
                                                 .backend = "X11",
                                                 .open = [] {},
                                                 .quit = [&mainLoop] { mainLoop.end(EXIT_SUCCESS); }});
     controlSocket.serve(remoteControl);
-    platform::linux::SessionBus sessionBus(mainLoop);
     const platform::linux::ControlBusName busName(sessionBus, remoteControl);
 
     platform::linux::notifyReady(statusLine(state));

@@ -97,7 +97,7 @@ TEST_F(Remote, PerformsNothingWhilePaused) {
 }
 
 TEST_F(Remote, PerformsNothingWithoutPermission) {
-    desktop.accessibility.setTrusted(false);
+    desktop.accessibility.isTrusted = false;
     platform::simulated::Window& window = addWindow();
     const CGRect before = window.frame();
     EXPECT_TRUE(isRefused(control().perform("leftHalf"), Kind::notTrusted));
