@@ -32,7 +32,9 @@ protected:
     }
 
     platform::simulated::Window& addWindow() {
-        return desktop.applications.add({.process = 10}).addWindow({.frame = {{100, 100}, {300, 400}}});
+        auto& application = desktop.applications.add({.process = 10});
+        desktop.applications.frontmost = &application;
+        return application.addWindow({.frame = {{100, 100}, {300, 400}}});
     }
 
     /// Whether a request was refused for a reason of that kind.
