@@ -81,12 +81,18 @@ TEST_F(DesktopEntriesTest, NoticeAFolderThatComesLater) {
 }
 
 TEST_F(DesktopEntriesTest, AreNotReadAgainWithoutReason) {
-    install(second + "/a.desktop");
-    const std::string_view before = entries.index()[0].identifier;
-    const char* place = before.data();
+    install(second + "/a.desktop", "StartupWMClass=Old");
+    ASSERT_EQ(entries.index()[0].windowClass, "Old");
+    // What is written through another folder's name for the file is not noticed, so it tells whether files were read.
+    std::filesystem::create_directory(folder / "elsewhere");
+    std::filesystem::create_hard_link(second + "/a.desktop", folder / "elsewhere/a.desktop");
+    ASSERT_EQ(entries.index()[0].windowClass, "Old");
+    install(folder / "elsewhere/a.desktop", "StartupWMClass=New");
     write(second + "/mimeinfo.cache", "");
     write(folder / "unrelated", "");
-    EXPECT_EQ(entries.index()[0].identifier.data(), place) << "the index was made anew";
+    EXPECT_EQ(entries.index()[0].windowClass, "Old");
+    install(second + "/b.desktop");
+    EXPECT_EQ(entries.index()[0].windowClass, "New");
 }
 
 TEST_F(DesktopEntriesTest, TellOfChangesInALaterTurn) {
