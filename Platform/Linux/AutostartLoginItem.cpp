@@ -147,7 +147,7 @@ std::expected<void, std::string> AutostartLoginItem::write(bool isHidden) const 
     if (!places.userFolder) {
         return std::unexpected(failure + "there is no home folder.");
     }
-    if (!places.program || !isExecutableFile(*places.program)) {
+    if (!isHidden && (!places.program || !isExecutableFile(*places.program))) {
         const std::string program = places.program.value_or("the program");
         return std::unexpected(failure + program + " is not there or cannot be run.");
     }
@@ -155,7 +155,7 @@ std::expected<void, std::string> AutostartLoginItem::write(bool isHidden) const 
     file.set(group, "Type", "Application");
     file.set(group, "Name", "Tessel");
     file.set(group, "Comment", "Moves and resizes windows from the keyboard");
-    file.set(group, "Exec", ExecLine::quoted(*places.program));
+    file.set(group, "Exec", ExecLine::quoted(places.program.value_or("tessel")));
     file.set(group, "Icon", "org.corvid.Tessel");
     file.set(group, "Terminal", "false");
     if (isHidden) {

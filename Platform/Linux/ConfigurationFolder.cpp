@@ -35,7 +35,7 @@ std::optional<std::string> homeOfPasswordEntry() {
 } // namespace
 
 std::optional<std::string> homeFolder() {
-    std::optional<std::string> home = absolutePath("HOME");
+    const std::optional<std::string> home = absolutePath("HOME");
     return home ? home : homeOfPasswordEntry();
 }
 

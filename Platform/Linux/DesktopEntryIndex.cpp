@@ -21,12 +21,13 @@ public:
         : desktops(desktops) {}
 
     void readFolder(const std::string& folder) {
+        const std::string prefix = folder + "/";
         for (const std::string& file : FolderTree::read(folder, std::string(ending)).files) {
             std::string identifier = desktopEntryIdentifier(file);
             if (identifier.empty() || identifiers.contains(identifier)) {
                 continue;
             }
-            const std::optional<DesktopEntry> entry = DesktopEntry::read(folder + "/" + file, desktops);
+            const std::optional<DesktopEntry> entry = DesktopEntry::read(prefix + file, desktops);
             if (!entry || (!entry->isApplication && !entry->isHidden)) {
                 continue;
             }

@@ -165,7 +165,7 @@ std::optional<std::string> byScope(const DesktopEntryIndex& index, std::string_v
 
 std::optional<std::string> byApplicationId(const DesktopEntryIndex& index, std::string_view applicationId) {
     const std::string_view id = bareIdentifier(applicationId);
-    std::optional<std::string> found = best(index, [&](const Entry& entry) {
+    const std::optional<std::string> found = best(index, [&](const Entry& entry) {
         return firstOf<4>({
             isSame(id, entry.identifier),
             isSameWithoutCase(id, entry.identifier),
@@ -178,7 +178,7 @@ std::optional<std::string> byApplicationId(const DesktopEntryIndex& index, std::
 
 std::optional<std::string> byWindowClass(const DesktopEntryIndex& index, std::string_view windowClass,
                                          std::string_view windowInstance) {
-    std::optional<std::string> found =
+    const std::optional<std::string> found =
         best(index, [&](const Entry& entry) { return windowRank(entry, windowClass, windowInstance); });
     return found ? found : onlyOneEndingIn(index, windowClass);
 }

@@ -42,7 +42,7 @@ private:
         std::error_code error;
         for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
              entry.increment(error)) {
-            std::string name = entry->path().filename();
+            const std::string name = entry->path().filename();
             std::error_code ignored;
             if (entry->is_directory(ignored)) {
                 inner.push_back(below + name + "/");

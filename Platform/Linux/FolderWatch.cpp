@@ -19,6 +19,9 @@ namespace {
 // IN_CREATE comes before a file has its contents, but it is all that tells of a link; IN_CLOSE_WRITE follows for files.
 constexpr std::uint32_t ofInterest =
     IN_CREATE | IN_CLOSE_WRITE | IN_ATTRIB | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE | IN_DELETE_SELF | IN_MOVE_SELF;
+// Where a folder is only waited for, such as the home folder, most of what happens must not wake the program. The
+// folder may be watched for everything as well; that stays.
+constexpr std::uint32_t arrivals = IN_CREATE | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF | IN_MASK_ADD;
 
 bool isFolder(const std::string& path) {
     struct stat status{};
@@ -77,7 +80,7 @@ void FolderWatch::renewWatches() {
 
 void FolderWatch::watchTree(const std::string& folder, std::map<int, AwaitedNames>& renewed) {
     for (const std::string& inner : FolderTree::read(folder, ending).folders) {
-        if (const int number = addWatch(inner); number >= 0) {
+        if (const int number = addWatch(inner, ofInterest); number >= 0) {
             renewed[number].clear();
         }
     }
@@ -88,7 +91,7 @@ void FolderWatch::awaitFolder(const std::string& folder, std::map<int, AwaitedNa
     while (missing.size() > 1) {
         const std::size_t slash = missing.rfind('/');
         const std::string parent = slash == 0 ? "/" : missing.substr(0, slash);
-        const int number = isFolder(parent) ? addWatch(parent) : -1;
+        const int number = isFolder(parent) ? addWatch(parent, arrivals) : -1;
         if (number < 0) {
             missing = parent;
             continue;
@@ -105,8 +108,8 @@ void FolderWatch::awaitFolder(const std::string& folder, std::map<int, AwaitedNa
     isEveryFolderWatched = false;
 }
 
-int FolderWatch::addWatch(const std::string& folder) {
-    const int number = ::inotify_add_watch(inotify.get(), folder.c_str(), ofInterest | IN_ONLYDIR);
+int FolderWatch::addWatch(const std::string& folder, std::uint32_t events) {
+    const int number = ::inotify_add_watch(inotify.get(), folder.c_str(), events | IN_ONLYDIR);
     isEveryFolderWatched = isEveryFolderWatched && (number >= 0 || errno == ENOENT || errno == EACCES);
     return number;
 }

@@ -5,6 +5,7 @@
 
 #include <sys/inotify.h>
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -40,7 +41,7 @@ private:
     void renewWatches();
     void watchTree(const std::string& folder, std::map<int, AwaitedNames>& renewed);
     void awaitFolder(const std::string& folder, std::map<int, AwaitedNames>& renewed);
-    int addWatch(const std::string& folder);
+    int addWatch(const std::string& folder, std::uint32_t events);
     void readEvents();
     [[nodiscard]] bool matters(const inotify_event& event, std::string_view name) const;
     void tellLater();

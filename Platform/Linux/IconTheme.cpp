@@ -196,6 +196,7 @@ std::optional<std::filesystem::path> IconTheme::findInTheme(const Description& t
                                                             int scale) const {
     // Those that match are nearest, then the others by their distance; among equals the order of the theme counts.
     std::vector<std::pair<int, const SizeFolder*>> order;
+    order.reserve(theme.sizes.size());
     for (const SizeFolder& folder : theme.sizes) {
         order.emplace_back(folder.matches(size, scale) ? -1 : folder.distance(size, scale), &folder);
     }

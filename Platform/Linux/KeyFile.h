@@ -38,7 +38,7 @@ public:
 
 private:
     struct Unreference {
-        void operator()(GKeyFile* file) const { g_key_file_unref(file); }
+        void operator()(GKeyFile* raw) const { g_key_file_unref(raw); }
     };
 
     std::unique_ptr<GKeyFile, Unreference> file;

@@ -158,6 +158,14 @@ TEST_F(AutostartLoginItemTest, HidesAnEntryForAllUsers) {
     EXPECT_EQ(status(), enabled);
 }
 
+TEST_F(AutostartLoginItemTest, HidesAnEntryForAllUsersAlsoWithoutTheProgram) {
+    writeBelow(ofAll, entry(""));
+    std::filesystem::remove(program);
+    EXPECT_EQ(status(), notFound);
+    EXPECT_TRUE(item().unregisterItem());
+    EXPECT_EQ(status(), notRegistered);
+}
+
 TEST_F(AutostartLoginItemTest, FailsWithAReasonWhereItCannotWrite) {
     writeBelow(folder / "home", "a file where a folder belongs");
     const auto registered = item().registerItem();

@@ -114,6 +114,8 @@ TEST(ErrorLog, DoesNotWaitForAJournalThatIsStuck) {
     bool isAllowed = false;
     withOwnRunFolder(
         [] {
+            constexpr unsigned int longEnough = 20;
+            ::alarm(longEnough); // ends a process that waits
             const FileDescriptor journal = journalSocket();
             std::string lines;
             // Nobody reads: sooner or later the socket is full, and would hold up whoever sends more.
@@ -131,6 +133,8 @@ TEST(ErrorLog, DoesNotWaitForAJournalThatIsStuck) {
 
 TEST(ErrorLog, DoesNotWaitForAReaderOfStandardError) {
     inChildProcess([] {
+        constexpr unsigned int longEnough = 20;
+        ::alarm(longEnough); // ends a process that waits
         std::array<int, 2> ends{};
         ASSERT_EQ(::pipe(ends.data()), 0);
         ASSERT_EQ(::fcntl(ends[1], F_SETPIPE_SZ, 4096), 4096);

@@ -77,6 +77,22 @@ TEST(RunningApplicationsHostility, AWindowThatWasGoneWhenItWasAskedMayBeAnotherO
     EXPECT_EQ(followed.told, Told{"launch editor"});
 }
 
+TEST(RunningApplicationsHostility, AListThatCouldNotBeReadBecauseTheServerWasHeldIsReadLater) {
+    FollowedDesktop followed;
+    followed.start();
+    const ClientProcess editor(followed.server.display());
+    const xcb_window_t window = followed.makeWindow(editor, "Editor");
+    xcb_connection_t* holder = followed.hand.connection().raw();
+    xcb_grab_server(holder);
+    followed.hand.list({window});
+    followed.drain();
+    EXPECT_EQ(followed.told, Told{});
+    xcb_ungrab_server(holder);
+    xcb_flush(holder);
+    ASSERT_TRUE(followed.runUntil([&] { return !followed.told.empty(); }));
+    EXPECT_EQ(followed.told, Told{"launch editor"});
+}
+
 struct Count {
     static void created(AXObserver& /*observer*/, const AXUIElement& /*element*/, std::string_view /*notification*/,
                         void* context) {

@@ -1,0 +1,135 @@
+#include "ClientProcess.h"
+#include "Hand.h"
+#include "XServer.h"
+
+#include "Platform/Linux/MainLoop.h"
+#include "Platform/X11/Event.h"
+#include "Platform/X11/ManagedWindows.h"
+#include "Platform/X11/ScopedPropertyWatch.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <utility>
+
+namespace platform::x11 {
+namespace {
+
+Connection connect(const XServer& server) {
+    auto opened = Connection::open(server.display());
+    EXPECT_TRUE(opened.has_value());
+    return *std::move(opened);
+}
+
+TEST(EventSelection, AMomentaryWatchLeavesTheLastingSelectionAlone) {
+    const XServer server;
+    Connection connection = connect(server);
+    Hand hand(server.display());
+    const ClientProcess client(server.display());
+    const xcb_window_t window = client.makeWindow();
+    EventSelection selection(connection);
+    const auto isToldOfChange = [&] {
+        connection.beginTurn();
+        std::free(xcb_get_input_focus_reply(connection.raw(), xcb_get_input_focus(connection.raw()), nullptr));
+        hand.setText(window, "WM_CLASS", "changed");
+        return connection.waitForEvent(connection.turnEnd(), [&](const xcb_generic_event_t& event) {
+            return eventKind(event) == XCB_PROPERTY_NOTIFY;
+        });
+    };
+    {
+        const ScopedPropertyWatch watch(connection, selection, window);
+        EXPECT_TRUE(isToldOfChange());
+    }
+    EXPECT_FALSE(isToldOfChange());
+    selection.select(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
+    { const ScopedPropertyWatch watch(connection, selection, window); }
+    EXPECT_TRUE(isToldOfChange());
+    selection.select(window, XCB_EVENT_MASK_NO_EVENT);
+    EXPECT_FALSE(isToldOfChange());
+}
+
+/// Writes down what it is told.
+class Notes final : public ManagedWindows::Follower {
+public:
+    std::vector<xcb_window_t> appeared;
+    std::vector<xcb_window_t> vanished;
+
+    WindowInterest windowAppeared(xcb_window_t window, const linux::ApplicationClues& /*clues*/,
+                                  bool /*wasThere*/) override {
+        appeared.push_back(window);
+        return {};
+    }
+
+    void windowChangedIdentity(xcb_window_t /*window*/, const linux::ApplicationClues& /*clues*/) override {}
+    void windowBecameReady(xcb_window_t /*window*/, const ManagedWindow& /*facts*/) override {}
+
+    void windowVanished(xcb_window_t window, const ManagedWindow& /*facts*/) override { vanished.push_back(window); }
+};
+
+/// A server that another client keeps from answering for as long as this lives.
+class HeldServer {
+public:
+    explicit HeldServer(Hand& hand)
+        : hand(hand) {
+        xcb_grab_server(hand.connection().raw());
+        static_cast<void>(hand.atom("a round trip"));
+    }
+
+    HeldServer(const HeldServer&) = delete;
+    HeldServer& operator=(const HeldServer&) = delete;
+
+    ~HeldServer() {
+        xcb_ungrab_server(hand.connection().raw());
+        static_cast<void>(hand.atom("a round trip"));
+    }
+
+private:
+    Hand& hand;
+};
+
+TEST(ManagedWindows, WhatAServerDidNotAnswerInTimeIsAskedAgainAndTakenForNothing) {
+    using Windows = std::vector<xcb_window_t>;
+    const XServer server;
+    Connection connection = connect(server);
+    Hand hand(server.display());
+    linux::MainLoop mainLoop;
+    EventSelection selection(connection);
+    ManagedWindows managed(connection, selection, mainLoop);
+    Notes notes;
+    managed.start(notes);
+    const ClientProcess client(server.display());
+    const xcb_window_t first = client.makeWindow();
+    const xcb_window_t second = client.makeWindow();
+    const auto work = [&] {
+        connection.beginTurn();
+        managed.work();
+    };
+    const auto awaitWork = [&] {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (!managed.hasWork() && std::chrono::steady_clock::now() < end) {
+            sd_event_run(mainLoop.handle(), 10'000);
+        }
+    };
+    connection.beginTurn();
+    managed.follow({first});
+    work();
+    ASSERT_EQ(notes.appeared, Windows{first});
+    {
+        const HeldServer held(hand);
+        managed.follow({second});
+        work();
+        EXPECT_FALSE(managed.hasWork()) << "a server that is held must not be asked again at once";
+    }
+    EXPECT_EQ(notes.appeared, Windows{first});
+    EXPECT_EQ(notes.vanished, Windows{});
+    hand.destroy(first);
+    awaitWork();
+    work();
+    EXPECT_EQ(notes.appeared, (Windows{first, second}));
+    EXPECT_EQ(notes.vanished, Windows{first});
+    EXPECT_EQ(managed.find(first), nullptr);
+    EXPECT_FALSE(managed.hasWork());
+}
+
+} // namespace
+} // namespace platform::x11
