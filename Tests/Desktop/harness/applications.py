@@ -4,6 +4,7 @@ import sys
 from dataclasses import dataclass, field
 from pathlib import Path
 
+TK_WINDOW = str(Path(__file__).resolve().parent / "tk_window.py")
 OWN_WINDOW = str(Path(__file__).resolve().parent / "own_window.py")
 
 
@@ -40,3 +41,7 @@ APPLICATIONS = {
 def own_window(*wishes: str) -> Application:
     """A window of ours with these manners."""
     return Application("own", "", (sys.executable, OWN_WINDOW, *wishes))
+
+
+def tk_window() -> Application:
+    return Application("tk", "python3-tk", (sys.executable, TK_WINDOW))

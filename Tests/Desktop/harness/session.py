@@ -71,6 +71,18 @@ class Session:
         )
         return self.home / ".config/tessel/preferences.plist"
 
+    def rules(self, rules: dict[str, str]) -> Path:
+        """Writes the program's settings with these app rules; gives their path."""
+        entries = "".join(f"<key>{name}</key><string>{action}</string>" for name, action in rules.items())
+        return self.settings(f"<key>rules</key><dict>{entries}</dict>")
+
+    def install(self, identifier: str, entry: str) -> None:
+        """Installs an application for this user: a desktop entry with these lines."""
+        self.configure(
+            f".local/share/applications/{identifier}.desktop",
+            f"[Desktop Entry]\nType=Application\nName={identifier}\nExec=false\n{entry}\n",
+        )
+
     def log_text(self) -> str:
         """The end of every log, for a failure report."""
         parts = []

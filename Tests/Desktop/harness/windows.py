@@ -8,6 +8,7 @@ import select
 import time
 
 from Xlib import X, Xutil, display, error
+from Xlib.ext import res
 from Xlib.protocol import event
 
 from .rect import Rect
@@ -62,10 +63,20 @@ class Windows:
 
     def of_process(self, process_id: int) -> int | None:
         """The window of that process that the window manager manages, or None."""
-        for identifier in self.managed():
-            if self.cardinals(self.window(identifier), "_NET_WM_PID") == [process_id]:
-                return identifier
-        return None
+        return next(iter(self.all_of_process(process_id)), None)
+
+    def all_of_process(self, process_id: int) -> list[int]:
+        """The managed windows of that process, oldest first."""
+        return [identifier for identifier in self.managed() if self._process(identifier) == process_id]
+
+    def _process(self, identifier: int) -> int | None:
+        """What the client claims, else what the server knows."""
+        claimed = self.cardinals(self.window(identifier), "_NET_WM_PID")
+        if claimed:
+            return claimed[0]
+        specification = {"client": identifier, "mask": res.LocalClientPIDMask}
+        answer = self.connection.res_query_client_ids([specification])
+        return next((number for entry in answer.ids for number in entry.value), None)
 
     def is_decorated(self, identifier: int) -> bool:
         """Whether a window manager that runs has put a frame around it."""
@@ -144,6 +155,13 @@ class Windows:
     def _focus_story(self) -> str:
         focused = self.connection.get_input_focus().focus
         return f"active {self.active():#x} of {[hex(window) for window in self.managed()]}, focus on {focused}"
+
+    def tell(self, identifier: int, message: str, atom: str) -> None:
+        """Sends a window's client a message that holds one name."""
+        data = (32, [self.atom(atom), X.CurrentTime, 0, 0, 0])
+        window = self.window(identifier)
+        window.send_event(event.ClientMessage(window=window, client_type=self.atom(message), data=data))
+        self.connection.flush()
 
     def place(self, identifier: int, frame: Rect) -> None:
         """Asks for that frame and waits until the window manager has dealt with it, whatever it made of it."""
