@@ -74,6 +74,11 @@ class Windows:
         claimed = self.cardinals(self.window(identifier), "_NET_WM_PID")
         if claimed:
             return claimed[0]
+        try:
+            # The number of a window that is gone may name another client by now.
+            self.window(identifier).get_geometry()
+        except (error.BadWindow, error.BadDrawable):
+            return None
         specification = {"client": identifier, "mask": res.LocalClientPIDMask}
         answer = self.connection.res_query_client_ids([specification])
         return next((number for entry in answer.ids for number in entry.value), None)
