@@ -125,11 +125,34 @@ TEST(ManagedWindows, WhatAServerDidNotAnswerInTimeIsAskedAgainAndTakenForNothing
     EXPECT_EQ(notes.vanished, Windows{});
     hand.destroy(first);
     awaitWork();
+    ASSERT_TRUE(managed.hasWork());
     work();
     EXPECT_EQ(notes.appeared, (Windows{first, second}));
     EXPECT_EQ(notes.vanished, Windows{first});
     EXPECT_EQ(managed.find(first), nullptr);
     EXPECT_FALSE(managed.hasWork());
+}
+
+TEST(ManagedWindows, AWindowThatOutlastsItsProcessForAMomentIsNotTakenForANewOne) {
+    const XServer server;
+    Connection connection = connect(server);
+    linux::MainLoop mainLoop;
+    EventSelection selection(connection);
+    ManagedWindows managed(connection, selection, mainLoop);
+    Notes notes;
+    managed.start(notes);
+    const ClientProcess client(server.display());
+    const xcb_window_t window = client.makeWindow();
+    connection.beginTurn();
+    managed.follow({window});
+    managed.work();
+    ASSERT_EQ(notes.appeared.size(), 1U);
+    // The server has not noticed yet that the process is gone.
+    managed.forgetOwner(client.process());
+    EXPECT_TRUE(managed.hasWork());
+    managed.work();
+    EXPECT_EQ(notes.appeared.size(), 1U);
+    EXPECT_EQ(managed.find(window), nullptr);
 }
 
 TEST(ManagedWindows, AWindowThatIsHiddenIsKnownUntilItIsDestroyed) {
