@@ -30,6 +30,7 @@ std::vector<xcb_window_t> readShownWindows(Connection& connection) {
     const std::span children(xcb_query_tree_children(tree.get()),
                              static_cast<std::size_t>(xcb_query_tree_children_length(tree.get())));
     std::vector<xcb_get_window_attributes_cookie_t> requests;
+    requests.reserve(children.size());
     for (const xcb_window_t child : children) {
         requests.push_back(xcb_get_window_attributes(connection.raw(), child));
     }
@@ -116,16 +117,19 @@ ManagedWindows::Changes ManagedWindows::findChanges() {
 
 void ManagedWindows::askAndTell(const Changes& changes) {
     std::vector<ApplicationCluesRequest> arrivalRequests;
+    arrivalRequests.reserve(changes.arrived.size());
     for (const xcb_window_t window : changes.arrived) {
         // Selected before it is asked, so that no change goes unnoticed in between.
         xcb_change_window_attributes(connection.raw(), window, XCB_CW_EVENT_MASK, &identityEvents);
         arrivalRequests.emplace_back(connection, window);
     }
     std::vector<ApplicationCluesRequest> renameRequests;
+    renameRequests.reserve(changes.renamed.size());
     for (const xcb_window_t window : changes.renamed) {
         renameRequests.emplace_back(connection, window);
     }
     std::vector<xcb_get_window_attributes_cookie_t> departureRequests;
+    departureRequests.reserve(changes.departed.size());
     for (const xcb_window_t window : changes.departed) {
         selection.select(window, destructionEvents);
         departureRequests.push_back(xcb_get_window_attributes(connection.raw(), window));

@@ -117,7 +117,7 @@ private:
     void takeReturn(xcb_window_t window);
     void takeDeparture(xcb_window_t window, bool exists);
     void vanish(xcb_window_t window);
-    void awaitReadiness(std::uint16_t question, std::vector<xcb_window_t> windows);
+    void awaitReadiness(std::uint16_t question, std::vector<xcb_window_t> awaited);
     void finish(std::size_t count);
     void selectEvents(xcb_window_t window, const ManagedWindow& facts);
 

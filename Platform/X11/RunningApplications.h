@@ -39,7 +39,7 @@ public:
     ~RunningApplications() override = default;
 
     /// Begins to follow. Both have to outlive this.
-    void start(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue);
+    void start(linux::ApplicationIdentification& identifier, ApplicationCatalogue& names);
 
     [[nodiscard]] std::vector<RunningApplicationReference> runningApplications() override;
     [[nodiscard]] RunningApplicationReference runningApplication(ProcessIdentifier process) override;

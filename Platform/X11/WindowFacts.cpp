@@ -65,8 +65,7 @@ WindowKind windowKind(const AtomTable& atoms, const std::vector<std::uint32_t>& 
 }
 
 WindowFactsRequest::WindowFactsRequest(Connection& connection, xcb_window_t window)
-    : window(window)
-    , geometry(xcb_get_geometry(connection.raw(), window))
+    : geometry(xcb_get_geometry(connection.raw(), window))
     , origin(xcb_translate_coordinates(connection.raw(), window, connection.root(), 0, 0))
     , decoration(requestProperty(connection, window, connection.atom(Atom::netFrameExtents), 4))
     , shadow(requestProperty(connection, window, connection.atom(Atom::gtkFrameExtents), 4))

@@ -49,7 +49,6 @@ public:
     [[nodiscard]] std::optional<WindowFacts> read(Connection& connection);
 
 private:
-    xcb_window_t window;
     xcb_get_geometry_cookie_t geometry;
     xcb_translate_coordinates_cookie_t origin;
     xcb_get_property_cookie_t decoration;

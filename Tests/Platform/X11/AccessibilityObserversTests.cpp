@@ -86,6 +86,20 @@ TEST_F(AccessibilityObserversTest, AWindowIsToldWhenTheWindowManagerHasFinishedW
     EXPECT_LT(turns.front(), turns.back());
 }
 
+TEST_F(AccessibilityObserversTest, AWindowThatIsInTheListAtTheTimeOfSubscribingIsNotToldThoughItIsNotReady) {
+    followed.start();
+    launchEditor();
+    followed.hand.becomeWindowManager();
+    followed.openWindow(editor, "Editor");
+    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() == 1; }));
+    const Watcher watcher(*followed.desktop, editor.process());
+    const xcb_window_t next = followed.openWindow(editor, "Editor");
+    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() == 2; }));
+    followed.hand.answerRequests();
+    ASSERT_TRUE(isTold(watcher, 1));
+    EXPECT_EQ(watcher.windows, Windows{next});
+}
+
 TEST_F(AccessibilityObserversTest, AWindowThatIsToldIsInTheListAndCanBeDealtWith) {
     followed.start();
     Watcher watcher(*followed.desktop, editor.process());

@@ -52,6 +52,15 @@ void Hand::destroy(xcb_window_t window) {
     finish();
 }
 
+void Hand::awaitEnd(xcb_window_t window) {
+    const auto exists = [&] {
+        link.beginTurn();
+        return link.reply<xcb_get_geometry_reply_t>(xcb_get_geometry(link.raw(), window)) != nullptr;
+    };
+    while (exists()) {
+    }
+}
+
 void Hand::list(const std::vector<xcb_window_t>& windows) {
     setWords(link.root(), "_NET_CLIENT_LIST", "WINDOW", windows);
 }

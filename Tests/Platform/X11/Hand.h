@@ -25,6 +25,9 @@ public:
     void removeProperty(xcb_window_t window, std::string_view property);
     void destroy(xcb_window_t window);
 
+    /// Waits until a window is gone, whose client has ended.
+    void awaitEnd(xcb_window_t window);
+
     /// Says which windows are managed (`_NET_CLIENT_LIST`).
     void list(const std::vector<xcb_window_t>& windows);
 

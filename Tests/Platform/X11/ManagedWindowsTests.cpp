@@ -1,11 +1,10 @@
 #include "ClientProcess.h"
 #include "Hand.h"
-#include "XServer.h"
-
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/X11/Event.h"
 #include "Platform/X11/ManagedWindows.h"
 #include "Platform/X11/ScopedPropertyWatch.h"
+#include "XServer.h"
 
 #include <gtest/gtest.h>
 
@@ -42,7 +41,9 @@ TEST(EventSelection, AMomentaryWatchLeavesTheLastingSelectionAlone) {
     }
     EXPECT_FALSE(isToldOfChange());
     selection.select(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
-    { const ScopedPropertyWatch watch(connection, selection, window); }
+    {
+        const ScopedPropertyWatch watch(connection, selection, window);
+    }
     EXPECT_TRUE(isToldOfChange());
     selection.select(window, XCB_EVENT_MASK_NO_EVENT);
     EXPECT_FALSE(isToldOfChange());
@@ -124,11 +125,61 @@ TEST(ManagedWindows, WhatAServerDidNotAnswerInTimeIsAskedAgainAndTakenForNothing
     EXPECT_EQ(notes.vanished, Windows{});
     hand.destroy(first);
     awaitWork();
+    ASSERT_TRUE(managed.hasWork());
     work();
     EXPECT_EQ(notes.appeared, (Windows{first, second}));
     EXPECT_EQ(notes.vanished, Windows{first});
     EXPECT_EQ(managed.find(first), nullptr);
     EXPECT_FALSE(managed.hasWork());
+}
+
+TEST(ManagedWindows, AWindowThatOutlastsItsProcessForAMomentIsNotTakenForANewOne) {
+    const XServer server;
+    Connection connection = connect(server);
+    linux::MainLoop mainLoop;
+    EventSelection selection(connection);
+    ManagedWindows managed(connection, selection, mainLoop);
+    Notes notes;
+    managed.start(notes);
+    const ClientProcess client(server.display());
+    const xcb_window_t window = client.makeWindow();
+    connection.beginTurn();
+    managed.follow({window});
+    managed.work();
+    ASSERT_EQ(notes.appeared.size(), 1U);
+    // The server has not noticed yet that the process is gone.
+    managed.forgetOwner(client.process());
+    EXPECT_TRUE(managed.hasWork());
+    managed.work();
+    EXPECT_EQ(notes.appeared.size(), 1U);
+    EXPECT_EQ(managed.find(window), nullptr);
+}
+
+TEST(ManagedWindows, AWindowThatIsHiddenIsKnownUntilItIsDestroyed) {
+    const XServer server;
+    Connection connection = connect(server);
+    Hand hand(server.display());
+    linux::MainLoop mainLoop;
+    EventSelection selection(connection);
+    ManagedWindows managed(connection, selection, mainLoop);
+    Notes notes;
+    managed.start(notes);
+    const ClientProcess client(server.display());
+    const xcb_window_t window = client.makeWindow();
+    connection.beginTurn();
+    managed.follow({window});
+    managed.work();
+    managed.follow({});
+    managed.work();
+    ASSERT_NE(managed.find(window), nullptr);
+    EXPECT_FALSE(managed.find(window)->isListed);
+    hand.destroy(window);
+    EXPECT_TRUE(connection.waitForEvent(connection.turnEnd(), [&](const xcb_generic_event_t& event) {
+        managed.handle(event);
+        return !notes.vanished.empty();
+    }));
+    EXPECT_EQ(notes.vanished, std::vector{window});
+    EXPECT_EQ(managed.find(window), nullptr);
 }
 
 } // namespace

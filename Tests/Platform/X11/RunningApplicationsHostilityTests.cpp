@@ -65,6 +65,7 @@ TEST(RunningApplicationsHostility, AWindowThatWasGoneWhenItWasAskedMayBeAnotherO
     auto first = std::make_unique<ClientProcess>(followed.server.display());
     const xcb_window_t window = first->makeWindow();
     first.reset();
+    followed.hand.awaitEnd(window);
     followed.managed = {window};
     followed.list();
     followed.drain();

@@ -98,6 +98,21 @@ TEST_F(RunningApplicationsTest, ALaunchWaitsUntilTheWindowManagerHasFinishedWith
     EXPECT_EQ(followed.told, Told{"launch editor"});
 }
 
+TEST_F(RunningApplicationsTest, AnIdentityThatComesBeforeTheWindowManagerHasFinishedWaitsForThat) {
+    followed.start();
+    followed.hand.becomeWindowManager();
+    const xcb_window_t window = followed.openWindow(editor, "");
+    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() == 1; }));
+    followed.hand.setText(window, "_GTK_APPLICATION_ID", "editor");
+    followed.drain();
+    EXPECT_EQ(followed.applications().runningApplication(editor.process())->bundleIdentifier(), "editor");
+    followed.drain();
+    EXPECT_EQ(followed.told, Told{});
+    followed.hand.answerRequests();
+    ASSERT_TRUE(isTold(1));
+    EXPECT_EQ(followed.told, Told{"launch editor"});
+}
+
 TEST_F(RunningApplicationsTest, AWindowManagerThatEndsWithoutAnAnswerHoldsNoLaunchBackForLong) {
     followed.start();
     followed.hand.becomeWindowManager();
@@ -216,10 +231,13 @@ TEST_F(RunningApplicationsTest, ARemoteApplicationEndsWithItsLastWindowAndNotWhe
 }
 
 TEST_F(RunningApplicationsTest, AProcessThatTakesOverTheIdsOfOneThatEndedIsLaunched) {
+    // It is connected by now and does not take them over itself.
+    static_cast<void>(browser.makeWindow());
     followed.start();
     const xcb_window_t window = followed.openWindow(editor, "Editor");
     ASSERT_TRUE(isTold(1));
     editor.end();
+    followed.hand.awaitEnd(window);
     // The server gives the next client the ids that have become free.
     ClientProcess next(followed.server.display());
     ASSERT_EQ(followed.makeWindow(next, "Terminal"), window);
