@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <thread>
 #include <utility>
 
 namespace platform::linux {
@@ -40,19 +41,25 @@ int keepReply(sd_bus_message* message, void* data, sd_bus_error* /*error*/) {
 } // namespace
 
 ControlClient ControlClient::ofSession(const std::string& session) {
+    const auto deadline = Clock::now() + patience;
     std::expected<FileDescriptor, int> connection = SingleInstance::connect(session);
+    // Where too many wait already, there is no telling when a place becomes free.
+    while (!connection && connection.error() == EAGAIN && Clock::now() < deadline) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        connection = SingleInstance::connect(session);
+    }
     if (!connection) {
-        return {nullptr, broken(connection.error()), true};
+        return {nullptr, broken(connection.error()), true, deadline};
     }
     OwnedBus bus = newBus();
     if (!bus || sd_bus_set_fd(bus.get(), connection->get(), connection->get()) < 0) {
-        return {nullptr, notRunning(), true};
+        return {nullptr, notRunning(), true, deadline};
     }
     [[maybe_unused]] const int given = connection->release();
     if (sd_bus_negotiate_fds(bus.get(), 0) < 0 || sd_bus_start(bus.get()) < 0) {
         bus.reset();
     }
-    return {std::move(bus), notRunning(), true};
+    return {std::move(bus), notRunning(), true, deadline};
 }
 
 ControlClient ControlClient::onBus(const std::optional<std::string>& address) {
@@ -61,13 +68,14 @@ ControlClient ControlClient::onBus(const std::optional<std::string>& address) {
                 sd_bus_start(bus.get()) < 0)) {
         bus.reset();
     }
-    return {std::move(bus), notRunning(), false};
+    return {std::move(bus), notRunning(), false, Clock::now() + patience};
 }
 
-ControlClient::ControlClient(OwnedBus bus, ControlRefusal refusal, bool isPeer)
+ControlClient::ControlClient(OwnedBus bus, ControlRefusal refusal, bool isPeer, Clock::time_point deadline)
     : bus(std::move(bus))
     , absence(std::move(refusal))
-    , isPeer(isPeer) {
+    , isPeer(isPeer)
+    , deadline(deadline) {
 }
 
 int ControlClient::turn() {

@@ -19,6 +19,7 @@ public:
     static constexpr std::chrono::milliseconds patience{2000};
 
     /// The program that has a session's `SingleInstance`. Where there is none, every request answers `notRunning`.
+    /// Waits while others wait there in too great a number, at most for `patience`.
     [[nodiscard]] static ControlClient ofSession(const std::string& session);
 
     /// The program that owns the name on the user's message bus: for a caller who does not know the display.
@@ -35,7 +36,7 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    ControlClient(OwnedBus bus, ControlRefusal refusal, bool isPeer);
+    ControlClient(OwnedBus bus, ControlRefusal refusal, bool isPeer, Clock::time_point deadline);
 
     [[nodiscard]] ControlAnswer<OwnedMessage> call(const char* member,
                                                    std::initializer_list<std::string_view> arguments);
@@ -47,7 +48,7 @@ private:
     /// What every request answers while there is no connection.
     ControlRefusal absence;
     bool isPeer;
-    Clock::time_point deadline = Clock::now() + patience;
+    Clock::time_point deadline;
 };
 
 } // namespace platform::linux

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/eventfd.h>
 #include <unistd.h>
 
 #include <future>
@@ -37,13 +38,15 @@ ControlAnswer<void> RecordedRequests::quit() {
     return answer("quit");
 }
 
-ControlServer::ControlServer(const Serve& serve, const Setup& setup) {
+ControlServer::ControlServer(const Serve& serve, const Setup& setup)
+    : ending(::eventfd(0, EFD_CLOEXEC)) {
     std::promise<void> ready;
     thread = std::thread([this, &serve, &setup, &ready] {
         // Copied: the constructor's arguments are gone while the loop runs.
         const Serve serving = serve;
         platform::linux::MainLoop loop;
         RecordedRequests requests([&loop] { loop.end(0); });
+        const auto watch = loop.watch(ending.get(), [] { return false; }, [&loop] { loop.end(0); });
         setup(requests);
         serving(loop, requests, [&loop, &ready] {
             loop.post([&ready] { ready.set_value(); });
@@ -67,14 +70,19 @@ ControlServer::ControlServer(const std::string& session, const Setup& setup)
 }
 
 ControlServer::~ControlServer() {
-    if (thread.joinable()) {
-        thread.join();
-    }
+    end();
 }
 
 std::vector<std::string> ControlServer::asked() {
-    thread.join();
+    end();
     return record;
+}
+
+void ControlServer::end() {
+    if (thread.joinable()) {
+        EXPECT_EQ(::eventfd_write(ending.get(), 1), 0);
+        thread.join();
+    }
 }
 
 std::string uniqueSession(const std::string& name) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/ControlRequests.h"
+#include "Platform/Linux/FileDescriptor.h"
 #include "Platform/Linux/MainLoop.h"
 
 #include <functional>
@@ -33,7 +34,8 @@ private:
     std::function<void()> end;
 };
 
-/// A program that answers requests, on a thread of its own with a loop of its own, until it is asked to quit.
+/// A program that answers requests, on a thread of its own with a loop of its own, until it is asked to quit or
+/// dropped.
 class ControlServer {
 public:
     using Setup = std::function<void(RecordedRequests&)>;
@@ -51,13 +53,16 @@ public:
     ControlServer(const ControlServer&) = delete;
     ControlServer& operator=(const ControlServer&) = delete;
 
-    /// Waits until the server was asked to quit and has ended.
     ~ControlServer();
 
-    /// What was asked. Waits as the destructor does.
+    /// Ends the server; gives what it was asked.
     [[nodiscard]] std::vector<std::string> asked();
 
 private:
+    void end();
+
+    /// Readable when the server is to end.
+    platform::linux::FileDescriptor ending;
     std::vector<std::string> record;
     std::thread thread;
 };

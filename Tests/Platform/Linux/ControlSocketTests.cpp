@@ -269,7 +269,7 @@ TEST_F(HostilePeer, IsAnsweredWithAnErrorForArgumentsOfAWrongType) {
     ASSERT_GE(connection.release(), 0);
     ASSERT_GE(sd_bus_start(raw), 0);
     for (const char* member : {"Perform", "SetRule", "Status", "Quit", "Nothing"}) {
-        sd_bus_error error = SD_BUS_ERROR_NULL;
+        sd_bus_error error{};
         EXPECT_LT(sd_bus_call_method(raw, nullptr, ControlMessages::objectPath, ControlMessages::interfaceName, member,
                                      &error, nullptr, "u", 7U),
                   0)
