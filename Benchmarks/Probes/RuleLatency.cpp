@@ -30,13 +30,18 @@ constexpr std::chrono::seconds patience{10};
 constexpr std::chrono::milliseconds calm{150};
 constexpr int warmUps = 3;
 
+/// What went wrong. Thrown, so that the launched program ends with its launch.
+struct Failure {
+    std::string sentence;
+};
+
 class Launch {
 public:
     Launch(const Display& display, std::string_view className, char** command)
         : display(display)
         , className(className) {
         if (posix_spawn(&process, command[0], nullptr, nullptr, command, environ) != 0) {
-            fail("the program does not start");
+            throw Failure{"the program does not start"};
         }
     }
     Launch(const Launch&) = delete;
@@ -54,7 +59,7 @@ public:
         while (client == XCB_WINDOW_NONE) {
             const auto event = display.eventUntil(limit);
             if (!event) {
-                fail("the program shows no window");
+                throw Failure{"the program shows no window"};
             }
             const auto kind = event->response_type & ~0x80;
             if (kind == XCB_CREATE_NOTIFY) {
@@ -138,22 +143,15 @@ private:
     Clock::time_point placedAt;
 };
 
-} // namespace
+std::string text(const Placement& place) {
+    return std::to_string(place.width) + "x" + std::to_string(place.height) + "+" + std::to_string(place.x) + "+" +
+           std::to_string(place.y);
+}
 
-int main(int argumentCount, char** arguments) {
-    constexpr int fixedArguments = 3;
-    if (argumentCount <= fixedArguments) {
-        fail("usage: RuleLatency CLASS LAUNCHES PROGRAM ARGUMENT...");
-    }
-    const int launches = std::stoi(arguments[2]);
-    const Display display;
-    const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    xcb_change_window_attributes(display.raw(), display.root(), XCB_CW_EVENT_MASK, &events);
-    display.synchronize();
-
+void measure(const Display& display, std::string_view className, int launches, char** command) {
     std::optional<Placement> last;
     for (int number = 0; number < warmUps + launches; ++number) {
-        Launch launch(display, arguments[1], arguments + fixedArguments);
+        Launch launch(display, className, command);
         launch.awaitMapping();
         launch.awaitRest();
         if (number < warmUps) {
@@ -161,9 +159,27 @@ int main(int argumentCount, char** arguments) {
             continue;
         }
         if (launch.place != last) {
-            fail("a launch ended in another place than those before");
+            throw Failure{"a launch ended at " + text(launch.place) + ", those before at " + text(*last)};
         }
         const std::chrono::duration<double, std::micro> taken = launch.taken();
         std::printf("%.1f %d %d %d %d\n", taken.count(), last->x, last->y, last->width, last->height);
+    }
+}
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+    constexpr int fixedArguments = 3;
+    if (argumentCount <= fixedArguments) {
+        fail("usage: RuleLatency CLASS LAUNCHES PROGRAM ARGUMENT...");
+    }
+    const Display display;
+    const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(display.raw(), display.root(), XCB_CW_EVENT_MASK, &events);
+    display.synchronize();
+    try {
+        measure(display, arguments[1], std::stoi(arguments[2]), arguments + fixedArguments);
+    } catch (const Failure& failure) {
+        fail(failure.sentence.c_str());
     }
 }
