@@ -1,21 +1,21 @@
 #include "CorvidKit/Publisher.h"
 #include "Platform/Linux/AddressOpener.h"
+#include "Platform/Linux/Applications/DesktopEntries.h"
+#include "Platform/Linux/Applications/DesktopEntryCatalogue.h"
+#include "Platform/Linux/Applications/DesktopEntryIdentification.h"
 #include "Platform/Linux/AutostartLoginItem.h"
-#include "Platform/Linux/ControlBusName.h"
-#include "Platform/Linux/ControlClient.h"
-#include "Platform/Linux/ControlSocket.h"
-#include "Platform/Linux/DesktopEntries.h"
-#include "Platform/Linux/DesktopEntryCatalogue.h"
-#include "Platform/Linux/DesktopEntryIdentification.h"
+#include "Platform/Linux/Control/ControlBusName.h"
+#include "Platform/Linux/Control/ControlClient.h"
+#include "Platform/Linux/Control/ControlSocket.h"
+#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Control/SessionClaim.h"
 #include "Platform/Linux/Log.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProcessInfo.h"
 #include "Platform/Linux/ServiceNotification.h"
-#include "Platform/Linux/SessionBus.h"
-#include "Platform/Linux/SessionClaim.h"
+#include "Platform/Linux/Settings/UserDefaults.h"
 #include "Platform/Linux/SystemClock.h"
 #include "Platform/Linux/SystemLog.h"
-#include "Platform/Linux/UserDefaults.h"
 #include "Platform/MainBundle.h"
 #include "Platform/Platform.h"
 #include "Platform/X11/Desktop.h"
@@ -70,17 +70,16 @@ int runResident() {
     // Made before the desktop, to be dropped after it: who waits for the end waits until the keys are free again.
     platform::linux::ControlSocket controlSocket(mainLoop, *instance);
 
+    platform::linux::DesktopEntries entries(mainLoop);
+    platform::linux::DesktopEntryIdentification identification(entries);
+    platform::linux::DesktopEntryCatalogue catalogue(entries);
     const auto desktop = platform::x11::Desktop::open(mainLoop);
     if (!desktop) {
         platform::linux::logToStandardError(desktop.error());
         return EXIT_FAILURE;
     }
 
-    platform::linux::DesktopEntries entries(mainLoop);
-    platform::linux::DesktopEntryIdentification identification(entries);
-    platform::linux::DesktopEntryCatalogue catalogue(entries);
     (*desktop)->followApplications(identification, catalogue);
-
     platform::linux::SessionBus sessionBus(mainLoop);
     platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
     platform::linux::AutostartLoginItem loginItem;

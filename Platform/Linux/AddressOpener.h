@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/AddressOpener.h"
+#include "Platform/Linux/Control/SessionBus.h"
 #include "Platform/Linux/DetachedPrograms.h"
-#include "Platform/Linux/SessionBus.h"
 
 #include <list>
 #include <string_view>

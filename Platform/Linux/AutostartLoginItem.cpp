@@ -1,11 +1,11 @@
 #include "Platform/Linux/AutostartLoginItem.h"
 
+#include "Platform/Linux/Applications/DesktopEntry.h"
+#include "Platform/Linux/Applications/ExecLine.h"
+#include "Platform/Linux/Applications/KeyFile.h"
 #include "Platform/Linux/BaseFolders.h"
-#include "Platform/Linux/DesktopEntry.h"
-#include "Platform/Linux/DurableFile.h"
-#include "Platform/Linux/ExecLine.h"
-#include "Platform/Linux/KeyFile.h"
 #include "Platform/Linux/RegularFile.h"
+#include "Platform/Linux/Settings/DurableFile.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

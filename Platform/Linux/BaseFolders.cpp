@@ -1,6 +1,6 @@
 #include "Platform/Linux/BaseFolders.h"
 
-#include "Platform/Linux/ConfigurationFolder.h"
+#include "Platform/Linux/Settings/ConfigurationFolder.h"
 
 #include <algorithm>
 #include <cstdlib>

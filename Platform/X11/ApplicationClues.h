@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/ApplicationIdentification.h"
+#include "Platform/Linux/Applications/ApplicationIdentification.h"
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/WindowOwner.h"
 

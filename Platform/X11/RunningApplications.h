@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/ApplicationCatalogue.h"
-#include "Platform/Linux/ApplicationIdentification.h"
+#include "Platform/Linux/Applications/ApplicationIdentification.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProcessExit.h"
 #include "Platform/RunningApplications.h"

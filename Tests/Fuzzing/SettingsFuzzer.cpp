@@ -1,5 +1,5 @@
 #include "CorvidKitCore/PropertyListValue.h"
-#include "Platform/Linux/PropertyListDocument.h"
+#include "Platform/Linux/Settings/PropertyListDocument.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
 #include "Platform/Linux/AddressOpener.h"
-#include "Tests/Platform/Linux/MessageBus.h"
+#include "Tests/Platform/Linux/Control/MessageBus.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

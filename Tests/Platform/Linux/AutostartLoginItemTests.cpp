@@ -1,8 +1,8 @@
+#include "Platform/Linux/Applications/DesktopEntry.h"
+#include "Platform/Linux/Applications/ExecLine.h"
+#include "Platform/Linux/Applications/KeyFile.h"
 #include "Platform/Linux/AutostartLoginItem.h"
-#include "Platform/Linux/DesktopEntry.h"
-#include "Platform/Linux/ExecLine.h"
-#include "Platform/Linux/KeyFile.h"
-#include "Tests/Platform/Linux/DesktopEntryFiles.h"
+#include "Tests/Platform/Linux/Applications/DesktopEntryFiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Platform/ControlRequests.h"
+#include "Platform/Linux/Control/SessionBus.h"
+
+namespace platform::linux {
+
+/// Offers the requests on the user's message bus, and owns the name `org.corvid.Tessel` there whenever there is a bus.
+///
+/// A bus may serve several displays, each with a program of its own. The first to ask has the name; the others queue
+/// for it, and the next one gets it when the first ends. The command line need not care: it asks the program of its own
+/// display (see `ControlSocket`).
+class ControlBusName final : public SessionBus::Listener {
+public:
+    /// `requests` must outlive the bus.
+    ControlBusName(SessionBus& bus, ControlRequests& requests);
+
+    void busArrived(sd_bus* bus) override;
+    void busLeft() override;
+
+private:
+    ControlRequests& requests;
+};
+
+} // namespace platform::linux

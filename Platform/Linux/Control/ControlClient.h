@@ -1,0 +1,54 @@
+#pragma once
+
+#include "Platform/ControlRequests.h"
+#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/FileDescriptor.h"
+
+#include <chrono>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform::linux {
+
+/// Asks the running program from another process, and waits for its answers. Needs no event loop.
+class ControlClient final : public ControlRequests {
+public:
+    /// The longest that one client waits for all its answers together.
+    static constexpr std::chrono::milliseconds patience{2000};
+
+    /// The program that has a session's `SingleInstance`. Where there is none, every request answers `notRunning`.
+    /// Waits while others wait there in too great a number, at most for `patience`.
+    [[nodiscard]] static ControlClient ofSession(const std::string& session);
+
+    /// The program that owns the name on the user's message bus: for a caller who does not know the display.
+    [[nodiscard]] static ControlClient onBus(const std::optional<std::string>& address);
+
+    ControlAnswer<void> open() override;
+    ControlAnswer<ControlStatus> status() override;
+    ControlAnswer<void> perform(std::string_view action) override;
+    ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) override;
+
+    /// Where it can be seen (on a session's socket), also waits until the program has gone.
+    ControlAnswer<void> quit() override;
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    ControlClient(OwnedBus bus, ControlRefusal refusal, bool isPeer, Clock::time_point deadline);
+
+    [[nodiscard]] ControlAnswer<OwnedMessage> call(const char* member,
+                                                   std::initializer_list<std::string_view> arguments);
+    [[nodiscard]] ControlAnswer<void> order(const char* member, std::initializer_list<std::string_view> arguments);
+    /// Lets the library do the next thing, or wait where there is none. Negative: an errno.
+    [[nodiscard]] int turn();
+
+    OwnedBus bus;
+    /// What every request answers while there is no connection.
+    ControlRefusal absence;
+    bool isPeer;
+    Clock::time_point deadline;
+};
+
+} // namespace platform::linux

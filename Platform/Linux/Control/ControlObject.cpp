@@ -1,0 +1,80 @@
+#include "Platform/Linux/Control/ControlObject.h"
+
+#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/Control/ControlMessages.h"
+
+#include <array>
+#include <string_view>
+
+namespace platform::linux {
+
+namespace {
+
+ControlRequests& requestsOf(void* data) {
+    return *static_cast<ControlRequests*>(data);
+}
+
+int answer(sd_bus_message* call, const ControlAnswer<void>& result, sd_bus_error* error) {
+    if (!result) {
+        return sd_bus_error_set(error, ControlMessages::errorName(result.error().kind), result.error().reason.c_str());
+    }
+    return sd_bus_reply_method_return(call, nullptr);
+}
+
+int openMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
+    return answer(call, requestsOf(data).open(), error);
+}
+
+int statusMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
+    const auto status = requestsOf(data).status();
+    if (!status) {
+        return answer(call, std::unexpected(status.error()), error);
+    }
+    sd_bus_message* raw = nullptr;
+    int result = sd_bus_message_new_method_return(call, &raw);
+    const OwnedMessage reply(raw);
+    if (result >= 0) {
+        result = ControlMessages::append(raw, *status);
+    }
+    return result < 0 ? result : sd_bus_message_send(raw);
+}
+
+int performMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
+    const char* action = nullptr;
+    const int result = sd_bus_message_read(call, "s", &action);
+    return result < 0 ? result : answer(call, requestsOf(data).perform(action), error);
+}
+
+int setRuleMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
+    const char* identifier = nullptr;
+    const char* action = nullptr;
+    const int result = sd_bus_message_read(call, "ss", &identifier, &action);
+    return result < 0 ? result : answer(call, requestsOf(data).setRule(identifier, action), error);
+}
+
+int quitMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
+    return answer(call, requestsOf(data).quit(), error);
+}
+
+// Who may call at all is settled before: a bus of the user's own, or a peer of the same user.
+constexpr std::uint64_t flags = SD_BUS_VTABLE_UNPRIVILEGED;
+
+const std::array<sd_bus_vtable, 7> methods{{
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_METHOD("Open", "", "", &openMethod, flags),
+    SD_BUS_METHOD_WITH_ARGS("Status", SD_BUS_NO_ARGS, SD_BUS_RESULT("a{sv}", status), &statusMethod, flags),
+    SD_BUS_METHOD_WITH_ARGS("Perform", SD_BUS_ARGS("s", action), SD_BUS_NO_RESULT, &performMethod, flags),
+    SD_BUS_METHOD_WITH_ARGS("SetRule", SD_BUS_ARGS("s", identifier, "s", action), SD_BUS_NO_RESULT, &setRuleMethod,
+                            flags),
+    SD_BUS_METHOD("Quit", "", "", &quitMethod, flags),
+    SD_BUS_VTABLE_END,
+}};
+
+} // namespace
+
+bool offerControl(sd_bus* bus, ControlRequests& requests) {
+    return sd_bus_add_object_vtable(bus, nullptr, ControlMessages::objectPath, ControlMessages::interfaceName,
+                                    methods.data(), &requests) >= 0;
+}
+
+} // namespace platform::linux

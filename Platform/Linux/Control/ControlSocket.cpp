@@ -1,0 +1,149 @@
+#include "Platform/Linux/Control/ControlSocket.h"
+
+#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/Control/ControlObject.h"
+#include "Platform/Linux/FileDescriptor.h"
+
+#include <systemd/sd-id128.h>
+
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <utility>
+
+namespace platform::linux {
+
+/// One connection.
+///
+/// The D-Bus library takes messages of up to 128 MiB and has no setting for less. So it does not read from the
+/// connection itself: what comes is counted and handed on through a pair of sockets, and only the answers go directly.
+class ControlSocket::Peer {
+public:
+    Peer(MainLoop& mainLoop, FileDescriptor accepted, ControlRequests& requests)
+        : connection(std::move(accepted)) {
+        std::array<int, 2> ends{-1, -1};
+        if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()) != 0) {
+            return;
+        }
+        feed = FileDescriptor{ends[0]};
+        FileDescriptor requestsEnd{ends[1]};
+        // The library closes what it is given.
+        FileDescriptor answersEnd{::fcntl(connection.get(), F_DUPFD_CLOEXEC, 0)};
+        sd_id128_t identity{};
+        sd_bus* raw = nullptr;
+        if (!answersEnd || sd_id128_randomize(&identity) < 0 || sd_bus_new(&raw) < 0) {
+            return;
+        }
+        bus.reset(raw);
+        if (sd_bus_set_fd(raw, requestsEnd.get(), answersEnd.get()) < 0) {
+            return;
+        }
+        // They are the library's from here on.
+        [[maybe_unused]] const std::array given{requestsEnd.release(), answersEnd.release()};
+        isReady = sd_bus_set_server(raw, 1, identity) >= 0 && sd_bus_negotiate_fds(raw, 0) >= 0 &&
+                  offerControl(raw, requests) && sd_bus_start(raw) >= 0;
+        // The library asks for as much as it can get. This holds the longest answer.
+        constexpr int unreadBytes = 256 << 10; // the kernel doubles it
+        ::setsockopt(connection.get(), SOL_SOCKET, SO_SNDBUF, &unreadBytes, sizeof(unreadBytes));
+        watch = mainLoop.watch(connection.get(), [this] { return hasMore; }, [this] { serve(); });
+    }
+
+    Peer(const Peer&) = delete;
+    Peer& operator=(const Peer&) = delete;
+    ~Peer() = default;
+
+    [[nodiscard]] bool isAlive() const {
+        std::uint64_t unsent = 0;
+        return isReady && !isRefused && sd_bus_is_open(bus.get()) > 0 &&
+               (sd_bus_get_n_queued_write(bus.get(), &unsent) < 0 || unsent == 0);
+    }
+
+private:
+    /// One step in each turn of the loop: many requests at once must not keep it from everything else.
+    void serve() {
+        if (!hasMore) {
+            handOn();
+        }
+        const int result = sd_bus_process(bus.get(), nullptr);
+        hasMore = result > 0;
+        isRefused = isRefused || result < 0;
+    }
+
+    void handOn() {
+        std::array<char, 4096> bytes{};
+        const ssize_t count = ::recv(connection.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
+        if (count < 0) {
+            isRefused = isRefused || (errno != EAGAIN && errno != EINTR);
+            return;
+        }
+        if (count == 0) {
+            // What it asked before is still answered; then the library sees the end as well.
+            ::shutdown(feed.get(), SHUT_WR);
+            return;
+        }
+        const auto size = static_cast<std::size_t>(count);
+        received += size;
+        if (received > mostBytes || ::send(feed.get(), bytes.data(), size, MSG_DONTWAIT | MSG_NOSIGNAL) != count) {
+            isRefused = true;
+        }
+    }
+
+    FileDescriptor connection;
+    FileDescriptor feed;
+    OwnedBus bus;
+    bool isReady = false;
+    bool isRefused = false;
+    /// The library may have more to do with what it has got.
+    bool hasMore = false;
+    std::size_t received = 0;
+    std::unique_ptr<DescriptorWatch> watch;
+};
+
+ControlSocket::ControlSocket(MainLoop& mainLoop, const SingleInstance& instance)
+    : mainLoop(mainLoop)
+    , socket(instance.listeningSocket()) {
+}
+
+ControlSocket::~ControlSocket() = default;
+
+void ControlSocket::serve(ControlRequests& answering) {
+    requests = &answering;
+    listen();
+}
+
+void ControlSocket::listen() {
+    // Peers are dropped before the loop waits, when none of their callbacks is under way.
+    const auto beforeWaiting = [this] {
+        sweep();
+        return false;
+    };
+    watch = mainLoop.watch(socket, beforeWaiting, [this] { accept(); });
+}
+
+void ControlSocket::accept() {
+    FileDescriptor accepted{::accept4(socket, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)};
+    if (!accepted) {
+        if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
+            // The connection stays where it is; to try again at once would be to try without end.
+            pause = mainLoop.schedule(mainLoop.now() + std::chrono::seconds(1), std::chrono::seconds(1),
+                                      [this] { listen(); });
+        }
+        return;
+    }
+    if (!isPeerOfSameUser(accepted.get())) {
+        return;
+    }
+    if (peers.size() >= mostConnections) {
+        peers.pop_front();
+    }
+    peers.emplace_back(mainLoop, std::move(accepted), *requests);
+}
+
+void ControlSocket::sweep() {
+    peers.remove_if([](const Peer& peer) { return !peer.isAlive(); });
+}
+
+} // namespace platform::linux

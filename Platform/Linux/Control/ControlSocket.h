@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Platform/ControlRequests.h"
+#include "Platform/Linux/Control/SingleInstance.h"
+#include "Platform/Linux/MainLoop.h"
+
+#include <cstddef>
+#include <list>
+#include <memory>
+
+namespace platform::linux {
+
+/// Answers the requests on the socket of `SingleInstance`, with or without a message bus: each connection carries the
+/// same D-Bus object as the bus does, peer to peer.
+///
+/// Only processes of the same user are listened to, and none of them is trusted to behave: the number of connections is
+/// limited (a new one takes the place of the oldest), a connection carries only so many bytes in its life, and who does
+/// not read the answers is cut off. Main thread only.
+class ControlSocket {
+public:
+    static constexpr std::size_t mostConnections = 16;
+
+    /// What a connection may send in its life. A request takes some 200 bytes.
+    static constexpr std::size_t mostBytes = std::size_t{64} << 10U;
+
+    /// Both must outlive this. Who connects waits until `serve`. The connections close when this is dropped, which is
+    /// how a client learns that the program has ended.
+    ControlSocket(MainLoop& mainLoop, const SingleInstance& instance);
+    ControlSocket(const ControlSocket&) = delete;
+    ControlSocket& operator=(const ControlSocket&) = delete;
+    ~ControlSocket();
+
+    /// Answers from now on. Nothing is asked of `answering` but by the running loop.
+    void serve(ControlRequests& answering);
+
+private:
+    class Peer;
+
+    void listen();
+    void accept();
+    void sweep();
+
+    MainLoop& mainLoop;
+    int socket;
+    ControlRequests* requests = nullptr;
+    /// The oldest first.
+    std::list<Peer> peers;
+    std::unique_ptr<DescriptorWatch> watch;
+    std::unique_ptr<ScheduledWork> pause;
+};
+
+} // namespace platform::linux

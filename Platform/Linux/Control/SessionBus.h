@@ -1,0 +1,71 @@
+#pragma once
+
+#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/MainLoop.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform::linux {
+
+/// Where the user's message bus is: `DBUS_SESSION_BUS_ADDRESS`, or `bus` in `XDG_RUNTIME_DIR` (D-Bus Specification,
+/// Well-known Message Bus Instances). Of the former, only local sockets are taken: this program opens no connection to
+/// another machine and starts no program to reach a bus. Nothing where neither names one. Reads the environment.
+[[nodiscard]] std::optional<std::string> sessionBusAddress();
+
+/// The connection to the user's message bus, for as long as there is one: a bus that is missing, ends or comes back is
+/// followed. Nothing here waits: the bus is greeted and listened to in the event loop. Main thread only.
+class SessionBus {
+public:
+    /// Somebody who uses the bus while it is there. The bus object must outlive its listeners.
+    class Listener {
+    public:
+        explicit Listener(SessionBus& bus);
+        Listener(const Listener&) = delete;
+        Listener& operator=(const Listener&) = delete;
+        virtual ~Listener();
+
+        /// The bus is there and answers. Also called, in a later turn of the loop, for a bus that was there before the
+        /// listener. What is sent must be sent without waiting for the answer.
+        virtual void busArrived(sd_bus* bus) = 0;
+
+        /// The connection is gone, and with it everything that was asked or offered on it.
+        virtual void busLeft() = 0;
+
+    private:
+        SessionBus& bus;
+    };
+
+    /// How often a missing bus is looked for.
+    static constexpr Duration usualInterval = std::chrono::seconds(10);
+
+    /// Without an address there is never a bus. The loop must outlive the bus.
+    explicit SessionBus(MainLoop& mainLoop, std::optional<std::string> address = sessionBusAddress(),
+                        Duration interval = usualInterval);
+    SessionBus(const SessionBus&) = delete;
+    SessionBus& operator=(const SessionBus&) = delete;
+    ~SessionBus() = default;
+
+private:
+    static int connected(sd_bus_message* message, void* data, sd_bus_error* error);
+    static int disconnected(sd_bus_message* message, void* data, sd_bus_error* error);
+
+    void connect();
+    void connectLater();
+    void announceArrival();
+
+    MainLoop& mainLoop;
+    std::optional<std::string> address;
+    Duration interval;
+    OwnedBus bus;
+    bool isConnected = false;
+    std::vector<Listener*> listeners;
+    /// Those of the listeners that know of the present connection.
+    std::vector<Listener*> informed;
+    std::unique_ptr<ScheduledWork> pending;
+};
+
+} // namespace platform::linux

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "Platform/Linux/Control/SingleInstance.h"
+
+#include <expected>
+#include <string>
+
+namespace platform::linux {
+
+/// Why this process is not to run: `asked` is whether the one that runs already was asked to show itself.
+struct AlreadyRunning {
+    bool asked = false;
+};
+
+/// Takes the right to be the session's only Tessel, or asks the holder to show itself. A holder that is about to end is
+/// followed rather than asked. Waits for at most `ControlClient::patience`.
+[[nodiscard]] std::expected<SingleInstance, AlreadyRunning> claimSession(const std::string& session);
+
+} // namespace platform::linux

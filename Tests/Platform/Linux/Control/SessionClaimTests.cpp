@@ -1,0 +1,52 @@
+#include "Platform/Linux/Control/ControlClient.h"
+#include "Platform/Linux/Control/SessionClaim.h"
+#include "Tests/Platform/Linux/Control/ControlServer.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace platform::linux {
+namespace {
+
+TEST(SessionClaim, TheFirstHasTheSession) {
+    EXPECT_TRUE(claimSession(uniqueSession("claim")));
+}
+
+TEST(SessionClaim, TheSecondAsksTheFirstToShowItself) {
+    const std::string session = uniqueSession("claimed");
+    ControlServer first(session);
+    const auto second = claimSession(session);
+    ASSERT_FALSE(second);
+    EXPECT_TRUE(second.error().asked);
+    EXPECT_TRUE(ControlClient::ofSession(session).quit());
+    EXPECT_EQ(first.asked(), (std::vector<std::string>{"open", "quit"}));
+}
+
+TEST(SessionClaim, TheSecondDoesNotWaitForeverForAFirstThatHangs) {
+    const std::string session = uniqueSession("hung");
+    const auto first = SingleInstance::acquire(session);
+    const auto second = claimSession(session);
+    ASSERT_FALSE(second);
+    EXPECT_FALSE(second.error().asked);
+}
+
+TEST(SessionClaim, TheSecondFollowsAFirstThatEndsWithoutAnAnswer) {
+    const std::string session = uniqueSession("ending");
+    std::optional<SingleInstance> first = SingleInstance::acquire(session);
+    ASSERT_TRUE(first);
+    std::thread ending([&] {
+        // A program about to end still has the socket, but nobody there accepts.
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        first.reset();
+    });
+    EXPECT_TRUE(claimSession(session));
+    ending.join();
+}
+
+} // namespace
+} // namespace platform::linux
