@@ -24,6 +24,29 @@ PlacementRequest wholeRequest(const PlacementRequest& request, const corvid::CGR
     return {request.position.value_or(visible.origin), request.size.value_or(visible.size)};
 }
 
+/// The size that the client takes if the window manager keeps to its hints.
+corvid::CGSize roundedSize(const WindowFacts& facts, const PlacementRequest& whole) {
+    const MoveResizeMessage message = moveResizeMessage(facts.geometry, whole);
+    const ClientSize size = constrainedSize(facts.sizeHints, {message.width, message.height});
+    return {static_cast<double>(size.width), static_cast<double>(size.height)};
+}
+
+/// The size that the client would take if it had no hints.
+corvid::CGSize plainSize(const FrameGeometry& geometry, const PlacementRequest& whole) {
+    const MoveResizeMessage message = moveResizeMessage(geometry, whole);
+    return {static_cast<double>(message.width), static_cast<double>(message.height)};
+}
+
+/// The geometry of a window that is put where it is asked to be, with that size.
+FrameGeometry geometryAfter(const FrameGeometry& before, const PlacementRequest& whole, corvid::CGSize size) {
+    const MoveResizeMessage message = moveResizeMessage(before, whole);
+    FrameGeometry after = before;
+    after.client = {{static_cast<double>(message.x + before.decoration.left),
+                     static_cast<double>(message.y + before.decoration.top)},
+                    size};
+    return after;
+}
+
 bool haveSameExtents(const FrameGeometry& a, const FrameGeometry& b) {
     return a.decoration == b.decoration && a.shadow == b.shadow;
 }
@@ -39,15 +62,21 @@ void Placement::request(xcb_window_t window, const PlacementRequest& part) {
     }
     if (part.position) {
         waiting->request.position = part.position;
+        if (expectation) {
+            expectation->isOutdated = true;
+        }
     }
     if (part.size) {
         waiting->request.size = part.size;
+        expectation.reset();
     }
 }
 
 void Placement::send() {
-    if (waiting) {
-        static_cast<void>(sendJob());
+    if (expectation) {
+        finish();
+    } else if (waiting) {
+        static_cast<void>(sendJob(std::nullopt));
         connection.flush();
     }
 }
@@ -56,18 +85,70 @@ void Placement::settle(xcb_window_t window) {
     if (!waiting || waiting->window != window) {
         return;
     }
-    const std::optional<Sent> sent = sendJob();
-    if (!sent || !fence.wait()) {
+    const bool isForeseen = expectation ? !expectation->isOutdated : foresee();
+    if (!isForeseen) {
+        finish();
+    }
+}
+
+void Placement::setWindowManager(WindowManager manager) {
+    roundsByHints = roundsByHints && manager.checkWindow == windowManager.checkWindow;
+    windowManager = std::move(manager);
+}
+
+bool Placement::foresee() {
+    if (!roundsByHints || !waiting->request.size) {
+        return false;
+    }
+    const WindowFacts* facts = turn.window(waiting->window);
+    if (facts == nullptr || facts->isFullscreen || facts->isMaximized() || !facts->sizeHints.hasIncrements()) {
+        return false;
+    }
+    const PlacementRequest whole = wholeRequest(waiting->request, visibleRectangle(facts->geometry));
+    const corvid::CGSize size = roundedSize(*facts, whole);
+    if (size == plainSize(facts->geometry, whole)) {
+        return false;
+    }
+    expectation = {.before = *facts};
+    WindowFacts after = *facts;
+    after.geometry = geometryAfter(facts->geometry, whole, size);
+    turn.takeWindow(waiting->window, after);
+    // Asked for as it will be: with more than the window takes, it may be thought to stick out of the screen.
+    waiting->request.size = visibleRectangle(after.geometry).size;
+    return true;
+}
+
+void Placement::finish() {
+    const std::optional<Foreseen> foreseen = std::exchange(expectation, std::nullopt);
+    const std::optional<Sent> sent = sendJob(foreseen);
+    if (!sent) {
+        turn.forgetWindows();
+        return;
+    }
+    if (!fence.wait()) {
         return;
     }
     untile(*sent);
+    learnRounding(*sent);
     correctForChangedExtents(*sent);
     awaitShadow(*sent);
 }
 
-std::optional<Placement::Sent> Placement::sendJob() {
+void Placement::learnRounding(const Sent& sent) {
+    const WindowFacts* facts = readAgain(sent.job.window);
+    if (facts == nullptr || !facts->sizeHints.hasIncrements() || sent.wasMaximized) {
+        return;
+    }
+    const corvid::CGSize rounded = roundedSize(*facts, sent.job.request);
+    if (rounded != plainSize(facts->geometry, sent.job.request)) {
+        roundsByHints = facts->geometry.client.size == rounded;
+    }
+}
+
+std::optional<Placement::Sent> Placement::sendJob(const std::optional<Foreseen>& foreseen) {
     const Job job = *std::exchange(waiting, std::nullopt);
-    const WindowFacts* facts = turn.window(job.window);
+    expectation.reset();
+    const WindowFacts* facts = foreseen ? &foreseen->before : turn.window(job.window);
     if (facts == nullptr || facts->isFullscreen) {
         return std::nullopt;
     }
@@ -104,8 +185,7 @@ void Placement::untile(const Sent& sent) {
     }
     const PlacementRequest& whole = sent.job.request;
     const MoveResizeMessage wanted = moveResizeMessage(sent.before, whole);
-    const ClientSize allowed =
-        constrainedSize(readSizeHints(connection, sent.job.window), {wanted.width, wanted.height});
+    const ClientSize allowed = constrainedSize(facts->sizeHints, {wanted.width, wanted.height});
     const PlacementRequest positionAlone{.position = whole.position, .size = std::nullopt};
     const bool isInPlace = isFulfilled(positionAlone, visibleRectangle(sent.before));
     const corvid::CGSize present = sent.before.client.size;

@@ -28,14 +28,18 @@ public:
     void request(xcb_window_t window, const PlacementRequest& part);
 
     /// Sends what waits, if anything; does not wait for the outcome. A maximized window is released first, which does
-    /// take waiting.
+    /// take waiting, and so does an outcome that was foreseen.
     void send();
 
     /// Sends what waits for this window and waits until the window has come to rest. Does nothing where nothing waits.
+    ///
+    /// A window that grows in steps rounds its size, and then has to be moved once more. Where the window manager is
+    /// known to round as the window's hints say, the outcome is foreseen: the window's facts are from now on what they
+    /// will be, nothing is sent yet, and what is asked for next travels in the same message.
     void settle(xcb_window_t window);
 
     /// Which window manager to deal with, asked anew when it changes.
-    void setWindowManager(WindowManager manager) { windowManager = std::move(manager); }
+    void setWindowManager(WindowManager manager);
 
 private:
     struct Job {
@@ -52,7 +56,17 @@ private:
         bool wasMaximized = false;
     };
 
-    [[nodiscard]] std::optional<Sent> sendJob();
+    struct Foreseen {
+        /// The window as it still is.
+        WindowFacts before;
+        /// Something else was asked for since: the outcome is another one.
+        bool isOutdated = false;
+    };
+
+    [[nodiscard]] std::optional<Sent> sendJob(const std::optional<Foreseen>& foreseen);
+    void finish();
+    [[nodiscard]] bool foresee();
+    void learnRounding(const Sent& sent);
     void untile(const Sent& sent);
     void correctForChangedExtents(const Sent& sent);
     void awaitShadow(const Sent& sent);
@@ -67,6 +81,10 @@ private:
     Fence& fence;
     WindowManager windowManager;
     std::optional<Job> waiting;
+    /// What is expected of the job that waits.
+    std::optional<Foreseen> expectation;
+    /// Whether the present window manager has been seen to round a size as the window's hints say.
+    bool roundsByHints = false;
 };
 
 } // namespace platform::x11

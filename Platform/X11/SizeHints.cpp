@@ -59,9 +59,8 @@ SizeHints sizeHintsFromValues(const std::vector<std::uint32_t>& values) {
     return hints;
 }
 
-SizeHints readSizeHints(Connection& connection, xcb_window_t window) {
-    return sizeHintsFromValues(
-        readWords(connection, requestProperty(connection, window, XCB_ATOM_WM_NORMAL_HINTS, propertyLength)));
+xcb_get_property_cookie_t requestSizeHints(Connection& connection, xcb_window_t window) {
+    return requestProperty(connection, window, XCB_ATOM_WM_NORMAL_HINTS, propertyLength);
 }
 
 ClientSize constrainedSize(const SizeHints& hints, ClientSize wanted) {

@@ -18,14 +18,17 @@ struct SizeHints {
     std::uint32_t widthIncrement = 1;
     std::uint32_t heightIncrement = 1;
 
+    /// Whether the client grows in steps, as terminals do by rows and columns.
+    [[nodiscard]] bool hasIncrements() const { return widthIncrement > 1 || heightIncrement > 1; }
+
     friend bool operator==(const SizeHints&, const SizeHints&) = default;
 };
 
 /// The hints from the property's values; what is missing or makes no sense is as if it had not been set.
 [[nodiscard]] SizeHints sizeHintsFromValues(const std::vector<std::uint32_t>& values);
 
-/// Reads a window's hints; no restriction where it has none.
-[[nodiscard]] SizeHints readSizeHints(Connection& connection, xcb_window_t window);
+/// Asks for a window's hints; the values of the answer are for `sizeHintsFromValues`.
+[[nodiscard]] xcb_get_property_cookie_t requestSizeHints(Connection& connection, xcb_window_t window);
 
 struct ClientSize {
     std::uint32_t width = 0;

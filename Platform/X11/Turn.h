@@ -33,6 +33,9 @@ public:
     /// A window's facts; null where it is gone or the server did not answer in time.
     [[nodiscard]] const WindowFacts* window(xcb_window_t window);
 
+    /// Takes these for the window's facts until they are forgotten: they are what it is about to become.
+    void takeWindow(xcb_window_t window, const WindowFacts& facts) { windows.insert_or_assign(window, facts); }
+
     /// Reads the facts of several windows in a single round trip, so that `window` need not ask for each.
     void readWindows(const std::vector<xcb_window_t>& wanted);
 

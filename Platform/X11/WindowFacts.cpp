@@ -69,6 +69,7 @@ WindowFactsRequest::WindowFactsRequest(Connection& connection, xcb_window_t wind
     , origin(xcb_translate_coordinates(connection.raw(), window, connection.root(), 0, 0))
     , decoration(requestProperty(connection, window, connection.atom(Atom::netFrameExtents), 4))
     , shadow(requestProperty(connection, window, connection.atom(Atom::gtkFrameExtents), 4))
+    , sizeHints(requestSizeHints(connection, window))
     , states(requestProperty(connection, window, connection.atom(Atom::netWmState), mostAtoms))
     , types(requestProperty(connection, window, connection.atom(Atom::netWmWindowType), mostAtoms))
     , transientFor(requestProperty(connection, window, XCB_ATOM_WM_TRANSIENT_FOR, 1))
@@ -80,6 +81,7 @@ std::optional<WindowFacts> WindowFactsRequest::read(Connection& connection) {
     const auto corner = connection.reply<xcb_translate_coordinates_reply_t>(origin);
     const auto decorationWords = readWords(connection, decoration);
     const auto shadowWords = readOptionalWords(connection, shadow);
+    const SizeHints hints = sizeHintsFromValues(readWords(connection, sizeHints));
     const auto stateWords = readWords(connection, states);
     const auto typeWords = readWords(connection, types);
     const auto transientWords = readWords(connection, transientFor);
@@ -97,6 +99,7 @@ std::optional<WindowFacts> WindowFactsRequest::read(Connection& connection) {
                                 {static_cast<double>(size->width), static_cast<double>(size->height)}},
                      .decoration = extents(decorationWords),
                      .shadow = extents(shadowWords.value_or(std::vector<std::uint32_t>{}))},
+        .sizeHints = hints,
         .drawsOwnDecoration = shadowWords.has_value(),
         .isMaximizedHorizontally = hasState(Atom::netWmStateMaximizedHorz),
         .isMaximizedVertically = hasState(Atom::netWmStateMaximizedVert),

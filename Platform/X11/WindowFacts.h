@@ -3,6 +3,7 @@
 #include "Platform/Accessibility.h"
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/FrameGeometry.h"
+#include "Platform/X11/SizeHints.h"
 #include "Platform/X11/WindowOwner.h"
 
 #include <optional>
@@ -22,6 +23,7 @@ enum class WindowKind {
 /// What the server and the window's properties say about a window at one moment.
 struct WindowFacts {
     FrameGeometry geometry;
+    SizeHints sizeHints;
     /// Whether `_GTK_FRAME_EXTENTS` is set at all: the client draws its own decoration.
     bool drawsOwnDecoration = false;
     bool isMaximizedHorizontally = false;
@@ -53,6 +55,7 @@ private:
     xcb_translate_coordinates_cookie_t origin;
     xcb_get_property_cookie_t decoration;
     xcb_get_property_cookie_t shadow;
+    xcb_get_property_cookie_t sizeHints;
     xcb_get_property_cookie_t states;
     xcb_get_property_cookie_t types;
     xcb_get_property_cookie_t transientFor;
