@@ -27,6 +27,12 @@ void require(int result, const char* what) {
     }
 }
 
+/// Whether whoever started this process told it to live on when its terminal or session hangs up (nohup).
+bool ignoresHangUp() {
+    struct sigaction action{};
+    return sigaction(SIGHUP, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 } // namespace
 
 class MainLoop::Timer final : public ScheduledWork {
@@ -133,7 +139,10 @@ void MainLoop::end(int status) {
 }
 
 void MainLoop::endOnTerminationSignals() {
-    for (const int signal : {SIGTERM, SIGINT}) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        if (signal == SIGHUP && ignoresHangUp()) {
+            continue;
+        }
         sigset_t blocked;
         sigemptyset(&blocked);
         sigaddset(&blocked, signal);
