@@ -50,10 +50,10 @@ public:
 
     /// Gives the timer to the loop, which drops it once it has run or when the loop itself goes.
     static void leaveToLoop(std::unique_ptr<Timer> timer) {
-        sd_event_source* kept = timer->source.release();
+        Timer* left = timer.release();
+        sd_event_source* kept = left->source.release();
         sd_event_source_set_floating(kept, 1);
         sd_event_source_set_destroy_callback(kept, [](void* data) { delete static_cast<Timer*>(data); });
-        static_cast<void>(timer.release());
         sd_event_source_unref(kept);
     }
 

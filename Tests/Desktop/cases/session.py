@@ -9,7 +9,7 @@ from contextlib import closing
 from pathlib import Path
 
 from harness.applications import APPLICATIONS, Application, own_window
-from harness.desktop import Desktop
+from harness.desktop import Desktop, RunningApplication
 from harness.grabs import all_held, held_by_others
 from harness.locker import Locker
 from harness.product import run_to_end
@@ -22,14 +22,29 @@ from .rules import OWN, is_placed, launch, start_with_rules, stays
 from .window_manager_changes import POLL
 
 LEFT = Rect(0, 0, 960, 1080)
+# How long after it has placed a window by a rule the program looks whether it was put back.
+LOOKS_AGAIN_AFTER = 0.4
 # Longer than the program ever waits for anybody, and than it waits between two looks at the window manager.
 FROZEN = 3.0
+
+
+def until_passed(seconds: float) -> None:
+    """Waits for nothing but time, where it is time that matters."""
+    over = time.monotonic() + seconds
+    until(lambda: time.monotonic() >= over, "the time to pass", 2 * seconds)
+
+
+def is_placed_for_good(desktop: Desktop, product, running: RunningApplication, action: str) -> None:
+    """The window comes to stand where the action puts it, and from now on may be moved without being put there again."""
+    is_placed(desktop, running, action)
+    until_passed(2 * LOOKS_AGAIN_AFTER)
+    product.until_at_rest()
 
 
 def keys_and_rules_work(desktop: Desktop, product) -> None:
     """Our own window is placed by its rule as it is launched, and moved by a press; it is ended again."""
     running = launch(desktop, own_window())
-    is_placed(desktop, running, "maximize")
+    is_placed_for_good(desktop, product, running, "maximize")
     desktop.windows.activate(running.window)
     desktop.press(product, "leftHalf")
     desktop.holds_frame(running.window, LEFT, "the frame after a press")
@@ -46,10 +61,8 @@ def frozen_and_thawed_it_works_at_once(program):
         desktop.start_window_manager("openbox")
         product = start_with_rules(desktop, {OWN: "maximize"})
         os.kill(product.process.pid, signal.SIGSTOP)
-        thaw = time.monotonic() + FROZEN
         running = launch(desktop, own_window())
-        # What is waited for here is nothing but time.
-        until(lambda: time.monotonic() >= thaw, "the time to pass", 2 * FROZEN)
+        until_passed(FROZEN)
         os.kill(product.process.pid, signal.SIGCONT)
         is_placed(desktop, running, "maximize")
         desktop.end(running)
@@ -87,7 +100,7 @@ def a_restart_of_the_window_manager_fires_no_rule_anew(program, manager):
         desktop.start_window_manager(manager)
         product = start_with_rules(desktop, {OWN: "maximize"})
         running = launch(desktop, own_window())
-        is_placed(desktop, running, "maximize")
+        is_placed_for_good(desktop, product, running, "maximize")
         # Once so fast that the program does not see it without a window manager, and once so that it does.
         for noticed in (False, True):
             desktop.windows.place(running.window, Rect(311, 173, 420, 300))
