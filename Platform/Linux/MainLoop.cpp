@@ -27,6 +27,12 @@ void require(int result, const char* what) {
     }
 }
 
+/// Whether whoever started this process told it to live on when its terminal or session hangs up (nohup).
+bool ignoresHangUp() {
+    struct sigaction action{};
+    return sigaction(SIGHUP, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 } // namespace
 
 class MainLoop::Timer final : public ScheduledWork {
@@ -44,10 +50,10 @@ public:
 
     /// Gives the timer to the loop, which drops it once it has run or when the loop itself goes.
     static void leaveToLoop(std::unique_ptr<Timer> timer) {
-        sd_event_source* kept = timer->source.release();
+        Timer* left = timer.release();
+        sd_event_source* kept = left->source.release();
         sd_event_source_set_floating(kept, 1);
         sd_event_source_set_destroy_callback(kept, [](void* data) { delete static_cast<Timer*>(data); });
-        static_cast<void>(timer.release());
         sd_event_source_unref(kept);
     }
 
@@ -133,7 +139,10 @@ void MainLoop::end(int status) {
 }
 
 void MainLoop::endOnTerminationSignals() {
-    for (const int signal : {SIGTERM, SIGINT}) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        if (signal == SIGHUP && ignoresHangUp()) {
+            continue;
+        }
         sigset_t blocked;
         sigemptyset(&blocked);
         sigaddset(&blocked, signal);

@@ -37,7 +37,8 @@ public:
     /// Ends `run` after the present turn. The first status given counts.
     void end(int status);
 
-    /// Ends the loop with status 0 on SIGTERM and SIGINT.
+    /// Ends the loop with status 0 on SIGTERM, SIGINT and SIGHUP. A SIGHUP that is ignored when this is called stays
+    /// so.
     void endOnTerminationSignals();
 
     /// Calls `prepare` before every time that the loop is about to wait, and `serve` when the descriptor is readable or

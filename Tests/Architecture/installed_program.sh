@@ -14,10 +14,26 @@ if [[ $told != "tessel $2" ]]; then
     exit 1
 fi
 
+entry=share/applications/org.corvid.Tessel.desktop
+metainfo=share/metainfo/org.corvid.Tessel.metainfo.xml
+icons=(share/icons/hicolor/scalable/apps/org.corvid.Tessel.svg
+    share/icons/hicolor/symbolic/apps/org.corvid.Tessel-symbolic.svg)
 for file in share/man/man1/tessel.1 share/bash-completion/completions/tessel share/zsh/site-functions/_tessel \
-    share/fish/vendor_completions.d/tessel.fish; do
+    share/fish/vendor_completions.d/tessel.fish "$entry" "$metainfo" "${icons[@]}"; do
     if [[ ! -s $prefix/$file ]]; then
         echo "$file is not installed"
         exit 1
     fi
 done
+
+# What the menus read has to be what its readers expect, and to start the program that was installed.
+desktop-file-validate "$prefix/$entry"
+appstreamcli validate --no-net --no-color "$prefix/$metainfo"
+for icon in "${icons[@]}"; do
+    xmllint --noout "$prefix/$icon"
+done
+program=$(sed -n 's/^Exec=//p' "$prefix/$entry")
+if [[ ! -x $prefix/bin/$program ]]; then
+    echo "$entry starts '$program', which is not installed"
+    exit 1
+fi

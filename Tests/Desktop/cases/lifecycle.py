@@ -1,6 +1,7 @@
 """How the program starts, refuses to start, and ends."""
 
 import os
+import plistlib
 import signal
 
 from harness.applications import APPLICATIONS
@@ -11,13 +12,17 @@ from harness.rect import Rect
 from harness.session import Session
 
 from . import case, case_for_each
+from .rules import OWN, start_with_rules
+from .session import keys_and_rules_work
 
 LEFT = Rect(0, 0, 960, 1080)
 
 
-@case_for_each("desktop.ends-on", ("SIGTERM", "SIGINT"))
+@case_for_each("desktop.ends-on", ("SIGTERM", "SIGINT", "SIGHUP"))
 def a_polite_end_leaves_no_grab(program, name):
     with Desktop(program, name=f"ends-on.{name}") as desktop:
+        rules = {"org.example.Editor": "maximize"}
+        settings = desktop.session.rules(rules)
         desktop.start_window_manager("openbox")
         product = desktop.launch()
         product.until_status("Active")
@@ -27,6 +32,9 @@ def a_polite_end_leaves_no_grab(program, name):
         assert status == 0, f"ended with {status}"
         assert product.errors() == "", f"printed {product.errors()!r}"
         assert not held_by_others(desktop.server.display), "a grab outlived the program"
+        assert plistlib.loads(settings.read_bytes())["rules"] == rules, f"the rules changed: {settings.read_text()}"
+        beside = os.listdir(settings.parent)
+        assert beside == [settings.name], f"files beside the settings: {beside}"
 
 
 @case("desktop.server-killed")
@@ -110,7 +118,7 @@ def it_works_without_a_message_bus(program):
     with Desktop(program, name="no-bus") as desktop:
         desktop.start_window_manager("openbox")
         editor = desktop.open(APPLICATIONS["mousepad"])
-        product = desktop.launch(environment={"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"})
-        product.until_status("Active")
+        product = start_with_rules(desktop, {OWN: "maximize"}, {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"})
         desktop.press(product, "leftHalf")
         desktop.holds_frame(editor.window, LEFT, "frame")
+        keys_and_rules_work(desktop, product)

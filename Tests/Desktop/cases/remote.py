@@ -14,6 +14,8 @@ from harness.rect import Rect
 from harness.waiting import until
 
 from . import case
+from .rules import OWN, start_with_rules
+from .session import keys_and_rules_work
 
 LEFT = Rect(0, 0, 960, 1080)
 RIGHT = Rect(960, 0, 960, 1080)
@@ -170,8 +172,7 @@ def without_a_display_it_asks_over_the_bus(program):
 def it_survives_its_bus_and_finds_the_next(program):
     with Desktop(program, name="remote.bus-restarts") as desktop:
         desktop.start_window_manager("openbox")
-        product = desktop.launch()
-        product.until_status("Active")
+        product = start_with_rules(desktop, {OWN: "maximize"})
         until(lambda: owner_on_bus(desktop) == product.process.pid, "the name on the bus to be the program's")
         socket = desktop.session.runtime / "bus"
         bus = next(process for process in desktop.session.processes.started if process.args[0] == "dbus-daemon")
@@ -179,9 +180,11 @@ def it_survives_its_bus_and_finds_the_next(program):
         socket.unlink()
         # It works on meanwhile.
         assert status_of(desktop)["status"] == "active"
+        keys_and_rules_work(desktop, product)
         desktop.session.start(bus.args, "bus")
         until(socket.exists, "the session bus")
         until(lambda: owner_on_bus(desktop) == product.process.pid, "the name to be the program's again", 20.0)
+        keys_and_rules_work(desktop, product)
         product.terminate()
 
 

@@ -20,13 +20,13 @@ OWN = "org.example.Own"
 OWN_PLACE = (240, 180, 420, 300)
 
 
-def start_with_rules(desktop: Desktop, rules: dict[str, str]):
+def start_with_rules(desktop: Desktop, rules: dict[str, str], environment=None, status: str = "Active"):
     """The program with these rules, and with our own window and the one made with Tk installed."""
     desktop.session.install(OWN, "StartupWMClass=OwnWindow")
     desktop.session.install("org.example.Tk", "StartupWMClass=Tkwindow")
     desktop.session.rules(rules)
-    product = desktop.launch()
-    product.until_status("Active")
+    product = desktop.launch(environment=environment)
+    product.until_status(status)
     return product
 
 

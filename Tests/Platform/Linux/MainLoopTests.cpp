@@ -2,12 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include <sched.h>
 #include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <chrono>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -175,6 +183,91 @@ int runUntilSignal(int signal) {
 TEST(MainLoopDeathTest, EndsWithStatusZeroOnTerminationSignals) {
     EXPECT_EXIT(_exit(runUntilSignal(SIGTERM)), testing::ExitedWithCode(0), "");
     EXPECT_EXIT(_exit(runUntilSignal(SIGINT)), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(_exit(runUntilSignal(SIGHUP)), testing::ExitedWithCode(0), "");
+}
+
+TEST(MainLoopDeathTest, LivesOnWhenItsSessionHangsUpIfItWasToldTo) {
+    const auto hangUp = [] {
+        signal(SIGHUP, SIG_IGN);
+        MainLoop loop;
+        loop.endOnTerminationSignals();
+        kill(getpid(), SIGHUP);
+        const auto end = loop.schedule(loop.now() + milliseconds(20), milliseconds(1), [&] { loop.end(5); });
+        return loop.run();
+    };
+    EXPECT_EXIT(_exit(hangUp()), testing::ExitedWithCode(5), "");
+}
+
+/// The clocks on which the kernel holds timers for this process.
+std::multiset<std::string> clocksOfTimers() {
+    std::multiset<std::string> clocks;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fdinfo")) {
+        std::ifstream facts(entry.path());
+        for (std::string line; std::getline(facts, line);) {
+            if (line.starts_with("clockid:")) {
+                clocks.insert(line.substr(line.find_first_of("0123456789")));
+            }
+        }
+    }
+    return clocks;
+}
+
+TEST(MainLoop, HoldsItsTimersOnTheClockThatCountsOnWhileTheMachineSleeps) {
+    const std::multiset<std::string> before = clocksOfTimers();
+    MainLoop loop;
+    std::multiset<std::string> during;
+    const auto late = loop.schedule(loop.now() + std::chrono::hours(1), milliseconds(1), [] {});
+    loop.post([&] {
+        during = clocksOfTimers();
+        loop.end(0);
+    });
+    EXPECT_EQ(loop.run(), 0);
+    std::multiset<std::string> expected = before;
+    expected.insert(std::to_string(CLOCK_BOOTTIME));
+    EXPECT_EQ(during, expected);
+}
+
+/// Runs `main` in a process whose machine has slept for an hour, as far as it can tell: the clock that counts on while
+/// the machine sleeps is that much ahead of the one that does not (time_namespaces(7)). Gives the status with which it
+/// ended; nothing where such a process cannot be had.
+std::optional<int> statusAfterAnHourOfSleep(const std::function<int()>& main) {
+    constexpr int impossible = 99;
+    const pid_t outer = fork();
+    if (outer == 0) {
+        if (unshare(CLONE_NEWTIME) != 0 && unshare(CLONE_NEWUSER | CLONE_NEWTIME) != 0) {
+            _exit(impossible);
+        }
+        std::ofstream("/proc/self/timens_offsets") << "boottime 3600 0\n";
+        // The new clock is that of the children.
+        const pid_t inner = fork();
+        if (inner == 0) {
+            alarm(10);
+            _exit(main());
+        }
+        int status = 0;
+        _exit(waitpid(inner, &status, 0) == inner && WIFEXITED(status) ? WEXITSTATUS(status) : 1);
+    }
+    int status = 0;
+    EXPECT_EQ(waitpid(outer, &status, 0), outer);
+    EXPECT_TRUE(WIFEXITED(status));
+    return WEXITSTATUS(status) == impossible ? std::nullopt : std::optional(WEXITSTATUS(status));
+}
+
+TEST(MainLoop, CountsTheTimeThatTheMachineWasAsleep) {
+    const Instant before = MainLoop().now();
+    const std::optional<int> status = statusAfterAnHourOfSleep([before] {
+        MainLoop loop;
+        if (loop.now() < before + std::chrono::hours(1)) {
+            return 1;
+        }
+        // On the other clock this would have an hour to go.
+        const auto end = loop.schedule(loop.now() + milliseconds(10), milliseconds(1), [&] { loop.end(0); });
+        return loop.run();
+    });
+    if (!status) {
+        GTEST_SKIP() << "no time namespaces here";
+    }
+    EXPECT_EQ(*status, 0);
 }
 
 } // namespace
