@@ -190,9 +190,10 @@ def an_application_that_is_killed_as_it_starts_leaves_no_trace(program):
         product = start_with_rules(desktop, {OWN: "maximize"})
         log = desktop.session.logs / "own.log"
         for number in range(20):
+            before = log.read_text() if log.exists() else ""
             running = desktop.start(own_window())
             # Once as early as the window is mapped, once as late as it is managed.
-            shown = lambda: len(log.read_text().split()) > number
+            shown = lambda: log.read_text() != before
             managed = lambda: desktop.windows.all_of_process(running.process.pid)
             until(shown if number % 2 == 0 else managed, "the window to appear")
             desktop.session.processes.end(running.process, signal.SIGKILL)
