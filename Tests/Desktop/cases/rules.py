@@ -131,10 +131,10 @@ def a_window_is_placed_on_the_monitor_that_it_opens_on(program, manager):
             desktop.end(running)
 
 
-@case("desktop.rules.processes")
-def every_process_has_a_first_window_and_a_relaunched_one_again(program):
-    with Desktop(program, name="rules.processes") as desktop:
-        desktop.start_window_manager("openbox")
+@case_for_each("desktop.rules.processes", MANAGERS)
+def every_process_has_a_first_window_and_a_relaunched_one_again(program, manager):
+    with Desktop(program, name=f"rules.processes.{manager}") as desktop:
+        desktop.start_window_manager(manager)
         start_with_rules(desktop, {OWN: "maximize"})
         for _ in range(2):
             first, second = launch(desktop, own_window()), launch(desktop, own_window())
@@ -144,10 +144,10 @@ def every_process_has_a_first_window_and_a_relaunched_one_again(program):
             desktop.end(second)
 
 
-@case("desktop.rules.changed")
-def a_rule_holds_from_the_moment_that_it_is_made_until_it_is_removed(program):
-    with Desktop(program, name="rules.changed") as desktop:
-        desktop.start_window_manager("openbox")
+@case_for_each("desktop.rules.changed", MANAGERS)
+def a_rule_holds_from_the_moment_that_it_is_made_until_it_is_removed(program, manager):
+    with Desktop(program, name=f"rules.changed.{manager}") as desktop:
+        desktop.start_window_manager(manager)
         product = start_with_rules(desktop, {})
 
         def rule(action: str) -> None:
@@ -166,10 +166,10 @@ def a_rule_holds_from_the_moment_that_it_is_made_until_it_is_removed(program):
         stays(desktop, product, launch(desktop, own_window()).window, "a window after the rule was removed")
 
 
-@case("desktop.rules.late-class")
-def an_application_that_says_late_what_it_is_called_is_recognized(program):
-    with Desktop(program, name="rules.late-class") as desktop:
-        desktop.start_window_manager("openbox")
+@case_for_each("desktop.rules.late-class", MANAGERS)
+def an_application_that_says_late_what_it_is_called_is_recognized(program, manager):
+    with Desktop(program, name=f"rules.late-class.{manager}") as desktop:
+        desktop.start_window_manager(manager)
         start_with_rules(desktop, {OWN: "maximize"})
         is_placed(desktop, launch(desktop, own_window("--class-late")), "maximize")
 
@@ -183,10 +183,10 @@ def an_application_that_was_installed_meanwhile_is_recognized(program):
         is_placed(desktop, launch(desktop, own_window("--class-name", "Newcomer")), "maximize")
 
 
-@case("desktop.rules.killed")
-def an_application_that_is_killed_as_it_starts_leaves_no_trace(program):
-    with Desktop(program, name="rules.killed") as desktop:
-        desktop.start_window_manager("openbox")
+@case_for_each("desktop.rules.killed", MANAGERS)
+def an_application_that_is_killed_as_it_starts_leaves_no_trace(program, manager):
+    with Desktop(program, name=f"rules.killed.{manager}") as desktop:
+        desktop.start_window_manager(manager)
         product = start_with_rules(desktop, {OWN: "maximize"})
         log = desktop.session.logs / "own.log"
         for number in range(20):
@@ -201,10 +201,10 @@ def an_application_that_is_killed_as_it_starts_leaves_no_trace(program):
         is_placed(desktop, launch(desktop, own_window()), "maximize")
 
 
-@case("desktop.rules.together")
-def ten_applications_that_are_launched_together_are_all_placed(program):
-    with Desktop(program, name="rules.together") as desktop:
-        desktop.start_window_manager("openbox")
+@case_for_each("desktop.rules.together", MANAGERS)
+def ten_applications_that_are_launched_together_are_all_placed(program, manager):
+    with Desktop(program, name=f"rules.together.{manager}") as desktop:
+        desktop.start_window_manager(manager)
         names = [f"Application{number}" for number in range(10)]
         for name in names:
             desktop.session.install(f"org.example.{name}", f"StartupWMClass={name}")
