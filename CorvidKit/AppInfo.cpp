@@ -24,7 +24,7 @@ std::optional<std::string> identifier() {
 }
 
 Logger logger(std::string category) {
-    return Logger(identifier().value_or(fallbackSubsystem), std::move(category));
+    return {identifier().value_or(fallbackSubsystem), std::move(category)};
 }
 
 } // namespace corvid::AppInfo

@@ -10,7 +10,6 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -33,8 +32,6 @@ struct Row {
     const char* symbol;
     std::uint32_t keyCode;
     const char* keyCaps;
-
-    friend void PrintTo(const Row& row, std::ostream* out) { *out << row.rawValue; }
 };
 
 const std::vector<Row> table{

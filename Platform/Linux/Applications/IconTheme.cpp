@@ -200,7 +200,8 @@ std::optional<std::filesystem::path> IconTheme::findInTheme(const Description& t
     for (const SizeFolder& folder : theme.sizes) {
         order.emplace_back(folder.matches(size, scale) ? -1 : folder.distance(size, scale), &folder);
     }
-    std::ranges::stable_sort(order, {}, &std::pair<int, const SizeFolder*>::first);
+    // The folders lie one after the other, so that their addresses are in that order too.
+    std::ranges::sort(order);
     for (const auto& [distance, folder] : order) {
         for (const std::string& place : theme.places) {
             if (std::optional<std::filesystem::path> file = fileIn(place + "/" + folder->path, icon)) {
