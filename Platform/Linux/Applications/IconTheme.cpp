@@ -200,7 +200,7 @@ std::optional<std::filesystem::path> IconTheme::findInTheme(const Description& t
     for (const SizeFolder& folder : theme.sizes) {
         order.emplace_back(folder.matches(size, scale) ? -1 : folder.distance(size, scale), &folder);
     }
-    std::ranges::stable_sort(order, {}, &std::pair<int, const SizeFolder*>::first);
+    std::ranges::sort(order);
     for (const auto& [distance, folder] : order) {
         for (const std::string& place : theme.places) {
             if (std::optional<std::filesystem::path> file = fileIn(place + "/" + folder->path, icon)) {
