@@ -71,18 +71,34 @@ private:
     Source source;
 };
 
+void MainLoop::Soon::arm() {
+    if (isArmed) {
+        return;
+    }
+    const auto run = [](sd_event_source* /*source*/, void* data) {
+        auto* soon = static_cast<Soon*>(data);
+        soon->isArmed = false;
+        soon->work();
+        return 0;
+    };
+    // Made anew each time: the loop serves whoever has waited longest, and a source of this kind counts as having
+    // waited since it was made. An old one would always come before everything else.
+    sd_event_source* raw = nullptr;
+    require(sd_event_add_defer(loop, &raw, run, this), "cannot use the event loop");
+    source.reset(raw);
+    isArmed = true;
+}
+
 class MainLoop::Watch final : public DescriptorWatch {
 public:
     Watch(sd_event* loop, int descriptor, std::function<bool()> prepareFunction, std::function<void()> serveFunction)
         : prepare(std::move(prepareFunction))
-        , serve(std::move(serveFunction)) {
+        , serve(std::move(serveFunction))
+        , pending(loop, [this] { serve(); }) {
         sd_event_source* raw = nullptr;
         require(sd_event_add_io(loop, &raw, descriptor, EPOLLIN, &Watch::readable, this), "cannot watch a descriptor");
         readableSource.reset(raw);
         require(sd_event_source_set_prepare(raw, &Watch::beforeWaiting), "cannot watch a descriptor");
-        require(sd_event_add_defer(loop, &raw, &Watch::pending, this), "cannot watch a descriptor");
-        pendingSource.reset(raw);
-        sd_event_source_set_enabled(raw, SD_EVENT_OFF);
     }
 
 private:
@@ -94,34 +110,22 @@ private:
     static int beforeWaiting(sd_event_source* /*source*/, void* data) {
         auto* watch = static_cast<Watch*>(data);
         if (watch->prepare()) {
-            sd_event_source_set_enabled(watch->pendingSource.get(), SD_EVENT_ONESHOT);
+            watch->pending.arm();
         }
-        return 0;
-    }
-
-    static int pending(sd_event_source* /*source*/, void* data) {
-        static_cast<Watch*>(data)->serve();
         return 0;
     }
 
     std::function<bool()> prepare;
     std::function<void()> serve;
     Source readableSource;
-    Source pendingSource;
+    Soon pending;
 };
 
 MainLoop::MainLoop() {
     sd_event* rawLoop = nullptr;
     require(sd_event_new(&rawLoop), "cannot make an event loop");
     loop.reset(rawLoop);
-    const auto drain = [](sd_event_source* /*source*/, void* data) {
-        static_cast<MainLoop*>(data)->runPosted();
-        return 0;
-    };
-    sd_event_source* rawSource = nullptr;
-    require(sd_event_add_defer(rawLoop, &rawSource, drain, this), "cannot make an event loop");
-    postedSource.reset(rawSource);
-    sd_event_source_set_enabled(rawSource, SD_EVENT_OFF);
+    turnOfPosted = std::make_unique<Soon>(rawLoop, [this] { runPosted(); });
 }
 
 MainLoop::~MainLoop() = default;
@@ -169,7 +173,7 @@ Instant MainLoop::now() const {
 
 void MainLoop::post(Work work) {
     posted.push_back(std::move(work));
-    sd_event_source_set_enabled(postedSource.get(), SD_EVENT_ONESHOT);
+    turnOfPosted->arm();
 }
 
 std::unique_ptr<ScheduledWork> MainLoop::schedule(Instant deadline, Duration tolerance, Work work) {

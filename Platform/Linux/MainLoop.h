@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <thread>
+#include <utility>
 
 namespace platform::linux {
 
@@ -64,13 +65,30 @@ private:
 
     using Source = std::unique_ptr<sd_event_source, Unreference>;
 
+    /// Work for the next turn of the loop, fairly among everything else that waits.
+    class Soon {
+    public:
+        Soon(sd_event* loop, std::function<void()> work)
+            : loop(loop)
+            , work(std::move(work)) {}
+
+        /// Without effect while it waits already. May be called by the work itself.
+        void arm();
+
+    private:
+        sd_event* loop;
+        std::function<void()> work;
+        Source source;
+        bool isArmed = false;
+    };
+
     class Timer;
     class Watch;
 
     void runPosted();
 
     std::unique_ptr<sd_event, Unreference> loop;
-    Source postedSource;
+    std::unique_ptr<Soon> turnOfPosted;
     std::deque<Work> posted;
     std::thread::id mainThread = std::this_thread::get_id();
 };

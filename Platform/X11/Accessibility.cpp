@@ -169,6 +169,9 @@ std::expected<AXValue, AXError> Accessibility::windows(ProcessIdentifier process
     }
     const std::vector<xcb_window_t> clients = root->clients;
     turn.readWindows(clients);
+    if (connection.isExhausted()) {
+        return std::unexpected(AXError::cannotComplete);
+    }
     std::vector<AXUIElement> owned;
     for (const xcb_window_t client : clients) {
         const WindowFacts* clientFacts = turn.window(client);

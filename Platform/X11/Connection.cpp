@@ -2,7 +2,9 @@
 
 #include <xcb/xcbext.h>
 
+#include <linux/sockios.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -72,7 +74,13 @@ Instant Connection::turnEnd() {
 }
 
 bool Connection::isExhausted() {
-    return now() >= turnEnd();
+    return now() >= turnEnd() || isBacklogged();
+}
+
+bool Connection::isBacklogged() const {
+    constexpr int most = 32 << 10;
+    int unread = 0;
+    return ioctl(descriptor(), SIOCOUTQ, &unread) == 0 && unread > most;
 }
 
 std::optional<bool> Connection::succeeded(const std::vector<xcb_void_cookie_t>& cookies) {

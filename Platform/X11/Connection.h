@@ -7,6 +7,7 @@
 #include <xcb/xcb.h>
 
 #include <chrono>
+#include <cstddef>
 #include <deque>
 #include <expected>
 #include <optional>
@@ -17,6 +18,10 @@ namespace platform::x11 {
 
 /// The whole of what may be waited for in one turn of the event loop.
 inline constexpr std::chrono::milliseconds turnBudget{250};
+
+/// What can be sent at once without waiting for the server to read, if it has read most of what came before: the
+/// buffers in between hold some 200 KiB.
+inline constexpr std::size_t largestBurst = std::size_t{64} << 10U;
 
 /// One connection to an X server: requests, replies within a time limit, and the events that came meanwhile.
 ///
@@ -57,8 +62,16 @@ public:
     /// begins to run with the turn's first wait, so that a turn that waits for nothing costs no clock reading.
     void beginTurn() { deadline.reset(); }
 
-    /// Whether the turn's time is used up.
+    /// Whether something was waited for in this turn.
+    [[nodiscard]] bool hasWaited() const { return deadline.has_value(); }
+
+    /// Whether the turn's time is used up, or the server does not take what it is sent, so that no answer is to be
+    /// expected.
     [[nodiscard]] bool isExhausted();
+
+    /// Whether the server has left so much unread that sending more might wait for it, for as long as somebody holds
+    /// it. Whoever sends more than a few requests at once asks before, and sends at most `largestBurst` bytes.
+    [[nodiscard]] bool isBacklogged() const;
 
     /// The reply to a request, or null where it failed or did not come within the turn's time.
     template <typename Reply, typename Cookie>

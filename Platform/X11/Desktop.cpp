@@ -109,10 +109,14 @@ void Desktop::renewGuess() {
 }
 
 void Desktop::serveEvents() {
-    while (const Owned<xcb_generic_event_t> event = connection.nextEvent()) {
+    bool hasTime = true;
+    while (const Owned<xcb_generic_event_t> event = hasTime ? connection.nextEvent() : nullptr) {
         turn.begin();
         handle(*event);
         placement.send();
+        // Each event has a turn's time. Others are served before the next one takes its own: behind a window manager
+        // that hangs, many presses may have gathered.
+        hasTime = !connection.hasWaited();
     }
     if (connection.isBroken()) {
         linux::logToStandardError("the X server is gone");

@@ -29,13 +29,14 @@ std::vector<xcb_window_t> readShownWindows(Connection& connection) {
     }
     const std::span children(xcb_query_tree_children(tree.get()),
                              static_cast<std::size_t>(xcb_query_tree_children_length(tree.get())));
+    const std::size_t count = std::min(children.size(), largestBurst / sizeof(xcb_get_window_attributes_request_t));
     std::vector<xcb_get_window_attributes_cookie_t> requests;
-    requests.reserve(children.size());
-    for (const xcb_window_t child : children) {
+    requests.reserve(count);
+    for (const xcb_window_t child : children.first(count)) {
         requests.push_back(xcb_get_window_attributes(connection.raw(), child));
     }
     std::vector<xcb_window_t> shown;
-    for (std::size_t index = 0; index < children.size(); ++index) {
+    for (std::size_t index = 0; index < count; ++index) {
         const auto attributes = connection.reply<xcb_get_window_attributes_reply_t>(requests[index]);
         if (attributes && attributes->override_redirect == 0 && attributes->map_state == XCB_MAP_STATE_VIEWABLE) {
             shown.push_back(children[index]);
@@ -62,17 +63,25 @@ void ManagedWindows::follow(const std::vector<xcb_window_t>& clients) {
         unaskedFromStart.insert(there.begin(), there.end());
     }
     // Under the same id there may be another window by now than the one that was already gone when it was asked.
-    if (list != clients || hasUnknown) {
+    if (list != clients || !unknown.empty()) {
         list = clients;
+        unknown.clear();
         isDue = true;
     }
 }
 
 void ManagedWindows::work() {
     isDue = false;
-    if (list) {
+    if (connection.isBacklogged()) {
+        workLater();
+    } else if (list) {
         askAndTell(findChanges());
     }
+}
+
+void ManagedWindows::workLater() {
+    isDue = false;
+    retry = mainActor.schedule(mainActor.now() + untilRetry, leeway, [this] { isDue = true; });
 }
 
 ManagedWindows::Changes ManagedWindows::findChanges() {
@@ -92,7 +101,7 @@ ManagedWindows::Changes ManagedWindows::findChanges() {
         if (known != windows.end() && !known->second.isListed) {
             changes.returned.push_back(window);
         } else if (known == windows.end() && window != XCB_WINDOW_NONE && window != connection.root() &&
-                   seen.insert(window).second) {
+                   !unknown.contains(window) && seen.insert(window).second) {
             changes.arrived.push_back(window);
         }
     }
@@ -140,7 +149,6 @@ void ManagedWindows::askAndTell(const Changes& changes) {
     }
     connection.flush();
 
-    hasUnknown = false;
     // New windows come first: an application that closes one and opens another is not without windows in between.
     std::vector<xcb_window_t> awaited;
     bool isComplete = true;
@@ -154,7 +162,6 @@ void ManagedWindows::askAndTell(const Changes& changes) {
             isComplete = false;
             continue;
         }
-        hasUnknown = hasUnknown || !clues;
         takeArrival(changes.arrived[index], clues);
         awaited.push_back(changes.arrived[index]);
     }
@@ -179,14 +186,14 @@ void ManagedWindows::askAndTell(const Changes& changes) {
         awaitReadiness(*question, std::move(awaited));
     }
     if (!isComplete) {
-        isDue = false;
-        retry = mainActor.schedule(mainActor.now() + untilRetry, leeway, [this] { isDue = true; });
+        workLater();
     }
 }
 
 void ManagedWindows::takeArrival(xcb_window_t window, const std::optional<linux::ApplicationClues>& clues) {
     const bool wasThere = unaskedFromStart.erase(window) != 0;
     if (isOrphan(window, clues) || !clues) {
+        unknown.insert(window);
         selection.select(window, XCB_EVENT_MASK_NO_EVENT);
         return;
     }
@@ -207,7 +214,6 @@ bool ManagedWindows::isOrphan(xcb_window_t window, const std::optional<linux::Ap
     }
     // The server has not noticed yet that the program is gone; when it does, the list changes.
     if (clues && clues->process == orphan->second) {
-        hasUnknown = true;
         return true;
     }
     orphans.erase(orphan);

@@ -110,6 +110,7 @@ private:
         std::vector<xcb_window_t> windows;
     };
 
+    void workLater();
     [[nodiscard]] Changes findChanges();
     void askAndTell(const Changes& changes);
     void takeArrival(xcb_window_t window, const std::optional<linux::ApplicationClues>& clues);
@@ -134,8 +135,9 @@ private:
     std::set<xcb_window_t> unaskedFromStart;
     /// Windows in the list whose process has ended, and that process.
     std::map<xcb_window_t, ProcessIdentifier> orphans;
-    /// Whether the list holds windows that were gone when they were asked.
-    bool hasUnknown = false;
+    /// Windows in the list that were nobody's when they were asked. Not asked again before the list is read again: it
+    /// may name as many as it likes.
+    std::set<xcb_window_t> unknown;
     std::set<xcb_window_t> renamed;
     std::deque<Unfinished> unfinished;
     std::unique_ptr<ScheduledWork> patience;

@@ -82,6 +82,8 @@ std::vector<Strut> strutsOfBars(const WorkSpace& space, const std::vector<corvid
 
 std::vector<corvid::CGRect> readUnmanagedWindows(Connection& connection) {
     constexpr std::size_t mostWindows = 4096;
+    static_assert(mostWindows * (sizeof(xcb_get_window_attributes_request_t) + sizeof(xcb_get_geometry_request_t)) <=
+                  largestBurst);
     const auto tree = connection.reply<xcb_query_tree_reply_t>(xcb_query_tree(connection.raw(), connection.root()));
     if (!tree) {
         return {};

@@ -2,6 +2,9 @@
 
 #include "Platform/X11/OwnBars.h"
 
+#include <algorithm>
+#include <iterator>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -18,6 +21,9 @@ const RootFacts* Turn::root() {
     if (rootFacts) {
         return &*rootFacts;
     }
+    if (connection.isBacklogged()) {
+        return nullptr;
+    }
     const xcb_atom_t workAreasName = monitorWorkAreasName(guess.currentDesktop);
     RootFactsRequest rootRequest(connection);
     WorkSpaceRequest guessedSpaceRequest(connection, guess.clients, workAreasName);
@@ -28,15 +34,20 @@ const RootFacts* Turn::root() {
 
     rootFacts = rootRequest.read(connection);
     // Replies come in the order of the requests, so that these are here as well; reading them also throws them away.
-    WorkSpace guessedSpace = guessedSpaceRequest.read(connection, rootFacts.value_or(RootFacts{}));
+    std::optional<WorkSpace> guessedSpace;
+    if (rootFacts && guessedWorkSpaceIsRight()) {
+        guessedSpace = guessedSpaceRequest.read(connection, *rootFacts);
+    } else {
+        guessedSpaceRequest.drop(connection);
+    }
     if (guessedWindowRequest) {
         windows.insert_or_assign(guess.activeWindow, guessedWindowRequest->read(connection));
     }
     if (!rootFacts) {
         return nullptr;
     }
-    if (guessedWorkSpaceIsRight()) {
-        takeWorkSpace(std::move(guessedSpace));
+    if (guessedSpace) {
+        takeWorkSpace(*std::move(guessedSpace));
     }
     rememberGuess(*rootFacts);
     return &*rootFacts;
@@ -44,6 +55,9 @@ const RootFacts* Turn::root() {
 
 const WindowFacts* Turn::window(xcb_window_t window) {
     auto found = windows.find(window);
+    if (found == windows.end() && connection.isBacklogged()) {
+        return nullptr;
+    }
     if (found == windows.end()) {
         WindowFactsRequest request(connection, window);
         found = windows.emplace(window, request.read(connection)).first;
@@ -52,14 +66,19 @@ const WindowFacts* Turn::window(xcb_window_t window) {
 }
 
 void Turn::readWindows(const std::vector<xcb_window_t>& wanted) {
-    std::vector<std::pair<xcb_window_t, WindowFactsRequest>> requests;
-    for (const xcb_window_t window : wanted) {
-        if (!windows.contains(window)) {
+    std::vector<xcb_window_t> unread;
+    std::ranges::copy_if(wanted, std::back_inserter(unread), [this](auto window) { return !windows.contains(window); });
+    // Some 250 bytes each.
+    constexpr std::size_t mostAtOnce = 128;
+    for (std::size_t first = 0; first < unread.size() && !connection.isExhausted(); first += mostAtOnce) {
+        std::vector<std::pair<xcb_window_t, WindowFactsRequest>> requests;
+        for (const xcb_window_t window :
+             std::span(unread).subspan(first, std::min(mostAtOnce, unread.size() - first))) {
             requests.emplace_back(window, WindowFactsRequest(connection, window));
         }
-    }
-    for (auto& [window, request] : requests) {
-        windows.insert_or_assign(window, request.read(connection));
+        for (auto& [window, request] : requests) {
+            windows.insert_or_assign(window, request.read(connection));
+        }
     }
 }
 
@@ -86,6 +105,9 @@ void Turn::takeWorkSpace(WorkSpace read) {
 }
 
 const std::vector<xcb_window_t>* Turn::renewGuess() {
+    if (connection.isBacklogged()) {
+        return nullptr;
+    }
     RootFactsRequest request(connection);
     const auto facts = request.read(connection);
     if (!facts) {

@@ -2,6 +2,8 @@
 
 #include "Platform/X11/PropertyValue.h"
 
+#include <algorithm>
+
 namespace platform::x11 {
 
 namespace {
@@ -21,11 +23,22 @@ corvid::CGRect rectangleAt(const std::vector<std::uint32_t>& values, std::size_t
 
 } // namespace
 
-WorkSpaceRequest::WorkSpaceRequest(Connection& connection, const std::vector<xcb_window_t>& clients,
+WorkSpaceRequest::WorkSpaceRequest(Connection& connection, std::span<const xcb_window_t> clients,
                                    xcb_atom_t monitorWorkAreasName)
-    : monitorWorkAreas(requestProperty(connection, connection.root(), monitorWorkAreasName, mostMonitorValues)) {
-    clientRequests.reserve(clients.size());
-    for (const xcb_window_t client : clients) {
+    : unasked(clients)
+    , monitorWorkAreas(requestProperty(connection, connection.root(), monitorWorkAreasName, mostMonitorValues)) {
+    askOn(connection);
+}
+
+void WorkSpaceRequest::askOn(Connection& connection) {
+    // More than any desktop has.
+    constexpr std::size_t mostAtOnce = 256;
+    static_assert(mostAtOnce * 3 * sizeof(xcb_get_property_request_t) < largestBurst);
+    const std::span asked = unasked.first(std::min(unasked.size(), mostAtOnce));
+    unasked = unasked.subspan(asked.size());
+    clientRequests.clear();
+    clientRequests.reserve(asked.size());
+    for (const xcb_window_t client : asked) {
         clientRequests.push_back({
             .partialStrut = requestProperty(connection, client, connection.atom(Atom::netWmStrutPartial), strutValues),
             .strut = requestProperty(connection, client, connection.atom(Atom::netWmStrut), strutValues),
@@ -34,21 +47,35 @@ WorkSpaceRequest::WorkSpaceRequest(Connection& connection, const std::vector<xcb
     }
 }
 
+void WorkSpaceRequest::readAsked(Connection& connection, std::uint32_t currentDesktop, WorkSpace& space) {
+    for (const ClientRequest& client : clientRequests) {
+        const auto partial = readWords(connection, client.partialStrut);
+        const auto plain = readWords(connection, client.strut);
+        const auto desktop = readWords(connection, client.desktop);
+        const auto strut = strutFromValues(partial.empty() ? plain : partial);
+        const bool isHere = desktop.empty() || desktop.front() == allDesktops || desktop.front() == currentDesktop;
+        if (strut && isHere) {
+            space.struts.push_back(*strut);
+        }
+    }
+}
+
+void WorkSpaceRequest::drop(Connection& connection) {
+    WorkSpace space;
+    readAsked(connection, 0, space);
+    static_cast<void>(readWords(connection, monitorWorkAreas));
+}
+
 WorkSpace WorkSpaceRequest::read(Connection& connection, const RootFacts& root) {
     WorkSpace space{.rootSize = root.size,
                     .monitors = root.monitors,
                     .struts = {},
                     .workArea = std::nullopt,
                     .monitorWorkAreas = {}};
-    for (const ClientRequest& client : clientRequests) {
-        const auto partial = readWords(connection, client.partialStrut);
-        const auto plain = readWords(connection, client.strut);
-        const auto desktop = readWords(connection, client.desktop);
-        const auto strut = strutFromValues(partial.empty() ? plain : partial);
-        const bool isHere = desktop.empty() || desktop.front() == allDesktops || desktop.front() == root.currentDesktop;
-        if (strut && isHere) {
-            space.struts.push_back(*strut);
-        }
+    readAsked(connection, root.currentDesktop, space);
+    while (!unasked.empty() && !connection.isExhausted()) {
+        askOn(connection);
+        readAsked(connection, root.currentDesktop, space);
     }
     const auto boxes = readWords(connection, monitorWorkAreas);
     for (std::size_t first = 0; first + rectangleValues <= boxes.size(); first += rectangleValues) {

@@ -58,6 +58,26 @@ TEST(MainLoop, EndsWithTheFirstStatusThatItIsGiven) {
     EXPECT_EQ(loop.run(), 3);
 }
 
+TEST(MainLoop, WhoeverAlwaysHasMoreToDoKeepsNobodyElseWaiting) {
+    constexpr int often = 1000;
+    MainLoop loop;
+    const Pipe busy;
+    const Pipe quiet;
+    int turns = 0;
+    std::function<void()> again = [&] {
+        if (++turns >= often) {
+            loop.end(1);
+        }
+        loop.post([&] { again(); });
+    };
+    again();
+    const auto busyWatch = loop.watch(busy.readingEnd(), [] { return true; }, [&] { ++turns; });
+    const auto quietWatch = loop.watch(quiet.readingEnd(), [] { return false; }, [&] { loop.end(0); });
+    quiet.write('x');
+    EXPECT_EQ(loop.run(), 0);
+    EXPECT_LT(turns, 10);
+}
+
 TEST(MainLoop, RunsPostedWorkInOrderAndWhatItPostsInALaterTurn) {
     MainLoop loop;
     std::vector<int> order;

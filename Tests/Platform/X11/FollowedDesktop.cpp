@@ -8,6 +8,12 @@
 
 namespace platform::x11 {
 
+namespace {
+
+constexpr std::chrono::seconds patience{20};
+
+} // namespace
+
 std::optional<std::string> PlainIdentification::bundleIdentifier(const linux::ApplicationClues& clues) {
     if (!clues.applicationId.empty()) {
         return clues.applicationId;
@@ -74,14 +80,15 @@ void FollowedDesktop::closeWindow(xcb_window_t window) {
 }
 
 bool FollowedDesktop::runUntil(const std::function<bool()>& condition) {
-    constexpr std::chrono::seconds patience{20};
     constexpr std::uint64_t shortWait = 10'000;
     const auto end = std::chrono::steady_clock::now() + patience;
     while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) {
+        const auto begin = std::chrono::steady_clock::now();
+        if (begin > end) {
             return false;
         }
         sd_event_run(mainLoop.handle(), shortWait);
+        longest = std::max(longest, std::chrono::steady_clock::now() - begin);
     }
     return true;
 }
@@ -114,7 +121,11 @@ void FollowedDesktop::settle() {
 void FollowedDesktop::drain() {
     // Long enough for what the server has sent to arrive.
     constexpr std::uint64_t quiet = 30'000;
+    const auto end = std::chrono::steady_clock::now() + patience;
     while (sd_event_run(mainLoop.handle(), quiet) > 0) {
+        if (std::chrono::steady_clock::now() > end) {
+            throw std::runtime_error("the desktop does not come to rest");
+        }
     }
 }
 

@@ -6,6 +6,7 @@
 #include "Platform/X11/Desktop.h"
 #include "XServer.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -69,12 +70,18 @@ public:
     /// window and is told last: what was to come before it has come.
     void settle();
 
-    /// Turns the event loop until it has nothing to do.
+    /// Turns the event loop until it has nothing to do; stops the test with an exception if it never comes to rest.
     void drain();
+
+    /// The longest that one turn of the event loop has taken, its wait included, which is of 10 ms at most.
+    [[nodiscard]] std::chrono::steady_clock::duration longestTurn() const { return longest; }
+
+    void forgetLongestTurn() { longest = {}; }
 
     [[nodiscard]] RunningApplications& applications() { return desktop->runningApplications(); }
 
 private:
+    std::chrono::steady_clock::duration longest{};
     int settlings = 0;
 };
 

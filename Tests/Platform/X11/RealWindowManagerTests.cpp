@@ -1,51 +1,14 @@
 #include "FollowedDesktop.h"
+#include "Openbox.h"
 #include "Platform/X11/Element.h"
 #include "Platform/X11/WindowManager.h"
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
-
 namespace platform::x11 {
 namespace {
 
 using Told = std::vector<std::string>;
-
-/// A window manager that people use.
-class Openbox {
-public:
-    explicit Openbox(const char* option) {
-        if (process == 0) {
-            prctl(PR_SET_PDEATHSIG, SIGKILL);
-            const int silence = open("/dev/null", O_RDWR);
-            dup2(silence, STDOUT_FILENO);
-            dup2(silence, STDERR_FILENO);
-            const std::string folder = testing::TempDir() + "openbox";
-            for (const char* variable : {"HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR"}) {
-                setenv(variable, folder.c_str(), 1);
-            }
-            execlp("openbox", "openbox", "--sm-disable", option, static_cast<char*>(nullptr));
-            _exit(127);
-        }
-    }
-
-    Openbox(const Openbox&) = delete;
-    Openbox& operator=(const Openbox&) = delete;
-    ~Openbox() {
-        kill(process, SIGKILL);
-        waitpid(process, nullptr, 0);
-    }
-
-private:
-    pid_t process = fork();
-};
 
 /// Everything that can be read of a window, and which windows its application has.
 std::vector<AXValue> everything(Accessibility& accessibility, const AXUIElement& window) {
@@ -70,7 +33,7 @@ protected:
     std::unique_ptr<Openbox> manager;
 
     void SetUp() override {
-        if (std::system("command -v openbox >/dev/null") != 0) {
+        if (!Openbox::isInstalled()) {
             GTEST_SKIP() << "openbox is not installed";
         }
         startManager("--sm-disable");

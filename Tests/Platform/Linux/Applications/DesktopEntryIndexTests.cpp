@@ -121,6 +121,34 @@ TEST_F(DesktopEntryIndexTest, ComesToAnEndInLinksThatLeadInCircles) {
     EXPECT_THAT(identifiers(read()), UnorderedElementsAre("a", "other-b", "b"));
 }
 
+TEST_F(DesktopEntryIndexTest, TakesNoAbsurdValueForAName) {
+    const std::string endless((std::size_t{1} << 20U) - 200, 'x');
+    std::string keys;
+    for (int key = 0; key < 20'000; ++key) {
+        keys += "X-Key" + std::to_string(key) + "=value\n";
+    }
+    std::string quotes = "Exec=";
+    for (int level = 0; level < 50'000; ++level) {
+        quotes += R"("\\")";
+    }
+    install(first + "/class.desktop", "StartupWMClass=" + endless);
+    install(first + "/exec.desktop", "Exec=/usr/bin/" + endless);
+    install(first + "/keys.desktop", keys + "StartupWMClass=Keys");
+    install(first + "/open.desktop", "Exec=\"" + endless);
+    install(first + "/percent.desktop", "Exec=" + std::string(100'000, '%'));
+    install(first + "/quotes.desktop", quotes);
+    install(first + "/same.desktop", "Exec=env env env env -u\nTryExec=" + std::string(5000, '/'));
+    const DesktopEntryIndex index = read();
+    ASSERT_EQ(index.size(), 7U);
+    for (std::size_t number = 0; number < index.size(); ++number) {
+        const auto entry = index[number];
+        EXPECT_EQ(entry.windowClass, entry.identifier == "keys" ? "Keys" : "");
+        EXPECT_EQ(entry.tryProgram, "");
+        EXPECT_LE(entry.program.size(), 4096U) << entry.identifier;
+    }
+    EXPECT_LT(index.footprint(), 10'000U);
+}
+
 TEST_F(DesktopEntryIndexTest, IsEmptyWithoutFolders) {
     EXPECT_EQ(read().size(), 0U);
     EXPECT_EQ(DesktopEntryIndex::read({}, {}).size(), 0U);

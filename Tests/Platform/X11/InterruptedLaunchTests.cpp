@@ -1,0 +1,168 @@
+#include "FollowedDesktop.h"
+#include "Openbox.h"
+#include "Platform/Platform.h"
+#include "Platform/Simulated/Desktop.h"
+#include "RequestInterruption.h"
+#include "Tessel/AppRules.h"
+#include "Tessel/WindowMover.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <map>
+
+namespace platform::x11 {
+namespace {
+
+using corvid::CGRect;
+using tessel::WindowAction;
+
+/// The logic on an X server with a window manager that people use. Only the clock is turned by hand.
+class InterruptedLaunchTest : public testing::Test {
+protected:
+    FollowedDesktop followed;
+    std::unique_ptr<Openbox> manager;
+    simulated::Desktop other;
+    std::unique_ptr<Platform> table;
+    std::unique_ptr<Installation> installation;
+    std::unique_ptr<tessel::AppRules> rules;
+
+    void SetUp() override {
+        if (!Openbox::isInstalled()) {
+            GTEST_SKIP() << "openbox is not installed";
+        }
+        manager = std::make_unique<Openbox>("--sm-disable");
+        followed.start();
+        ASSERT_TRUE(followed.runUntil([&] { return followed.desktop->accessibility().isProcessTrusted(); }));
+        // It announces itself before it listens.
+        Fence fence(followed.hand.connection());
+        ASSERT_TRUE(followed.runUntil([&] {
+            followed.hand.connection().beginTurn();
+            return fence.wait();
+        }));
+        table = std::make_unique<Platform>(Platform{
+            .accessibility = followed.desktop->accessibility(),
+            .accessibilityObservers = followed.desktop->accessibilityObservers(),
+            .addressOpener = other.addressOpener,
+            .applicationCatalogue = followed.catalogue,
+            .sound = other.sound,
+            .hotKeyEvents = other.hotKeyEvents,
+            .log = other.log,
+            .loginItemService = other.loginItemService,
+            .mainActor = other.mainActor,
+            .mainBundle = other.mainBundle,
+            .openPanel = nullptr,
+            .processInfo = other.processInfo,
+            .runningApplications = followed.desktop->runningApplications(),
+            .screens = followed.desktop->screens(),
+            .standardUserDefaults = other.standardUserDefaults,
+            .systemClock = other.systemClock,
+            .workspace = followed.desktop->workspace(),
+        });
+        installation = std::make_unique<Installation>(*table);
+        rules = std::make_unique<tessel::AppRules>();
+        rules->setRules({{"editor", WindowAction::maximize}});
+        rules->start();
+    }
+
+    xcb_window_t show(const ClientProcess& client, const std::string& className) {
+        const xcb_window_t window = followed.makeWindow(client, className);
+        xcb_map_window(followed.hand.connection().raw(), window);
+        followed.hand.connection().flush();
+        return window;
+    }
+
+    [[nodiscard]] bool isTold(const std::string& what) const {
+        return std::ranges::find(followed.told, what) != followed.told.end();
+    }
+
+    /// Does it in a turn of the event loop, as a key press or a timer would.
+    void inATurn(std::function<void()> work) {
+        bool isDone = false;
+        followed.mainLoop.post([&] {
+            work();
+            isDone = true;
+        });
+        ASSERT_TRUE(followed.runUntil([&] { return isDone; }));
+    }
+
+    void press(WindowAction action) {
+        inATurn([&] {
+            if (const auto focused = tessel::WindowMover::focusedWindow()) {
+                tessel::WindowMover::perform(action, *focused);
+            }
+        });
+    }
+
+    xcb_window_t active() {
+        Connection& connection = followed.hand.connection();
+        connection.beginTurn();
+        const auto root = RootFactsRequest(connection).read(connection);
+        return root ? root->activeWindow : xcb_window_t{XCB_WINDOW_NONE};
+    }
+
+    /// Where a window's frame is, as anybody can read it.
+    std::optional<CGRect> frame(xcb_window_t window) {
+        Connection& connection = followed.hand.connection();
+        connection.beginTurn();
+        const auto facts = WindowFactsRequest(connection, window).read(connection);
+        return facts ? std::optional(visibleRectangle(facts->geometry)) : std::nullopt;
+    }
+
+    /// A program that opens a window is told of after everything that happened before.
+    void settle() {
+        const ClientProcess last(followed.server.display());
+        show(last, "Terminal");
+        ASSERT_TRUE(followed.runUntil([&] { return isTold("launch terminal"); }));
+    }
+};
+
+/// An editor is launched, its rule is carried out, it is looked at once more, and its shortcut is pressed: on the way
+/// its window is destroyed before each of the requests that this takes, once in every round.
+TEST_F(InterruptedLaunchTest, AWindowMayBeDestroyedBetweenAnyTwoRequests) {
+    const CGRect screen{{0, 0}, {1280, 800}};
+    const CGRect leftHalf{{0, 0}, {640, 800}};
+    testing::internal::CaptureStderr();
+    bool wasInterrupted = true;
+    std::size_t number = 0;
+    while (wasInterrupted) {
+        ++number;
+        ASSERT_LT(number, 1000U) << "a launch and a press cannot take that many requests";
+        followed.told.clear();
+        followed.toldApplications.clear();
+        ClientProcess editor(followed.server.display());
+        const xcb_window_t window = followed.makeWindow(editor, "Editor");
+        {
+            const RequestInterruption interruption(followed.hand.connection().raw(), number,
+                                                   [&] { followed.hand.destroy(window); });
+            xcb_map_window(followed.hand.connection().raw(), window);
+            followed.hand.connection().flush();
+            ASSERT_TRUE(followed.runUntil([&] {
+                return interruption.hasHappened() ||
+                       (isTold("launch editor") && active() == window && frame(window) == screen);
+            }));
+            // By then the rule has had its effect, and is not yet looked at again.
+            inATurn([&] { other.mainActor.advance(std::chrono::milliseconds(500)); });
+            press(WindowAction::leftHalf);
+            wasInterrupted = interruption.hasHappened();
+        }
+        EXPECT_EQ(frame(window), wasInterrupted ? std::nullopt : std::optional(leftHalf)) << "request " << number;
+        settle();
+        editor.end();
+        // Whoever was told of the launch is told of the end, and nobody else.
+        EXPECT_TRUE(followed.runUntil([&] {
+            return followed.applications().runningApplications().empty() &&
+                   isTold("launch editor") == isTold("terminate editor");
+        })) << "request "
+            << number;
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_LT(followed.longestTurn(), std::chrono::milliseconds(250));
+    // Fewer would mean that hardly anything was interrupted.
+    EXPECT_GT(number, 50U);
+    RecordProperty("requests", static_cast<int>(number));
+}
+
+} // namespace
+} // namespace platform::x11

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstddef>
+#include <functional>
+
+namespace platform::x11 {
+
+/// Lets something happen on the server between two requests of this process, as another program could at that moment:
+/// when the server has dealt with everything before the request of that number, counted from 1 and from now on.
+/// Requests over the connection of `other`, through which it happens, do not count. For as long as it lives; one at a
+/// time.
+class RequestInterruption {
+public:
+    RequestInterruption(xcb_connection_t* other, std::size_t number, std::function<void()> happening);
+    RequestInterruption(const RequestInterruption&) = delete;
+    RequestInterruption& operator=(const RequestInterruption&) = delete;
+    ~RequestInterruption();
+
+    /// Whether there were as many requests.
+    [[nodiscard]] bool hasHappened() const { return isOver; }
+
+    /// Called for every request that is about to be sent over any connection.
+    static void beforeRequest(xcb_connection_t* connection);
+
+private:
+    void count(xcb_connection_t* connection);
+
+    xcb_connection_t* other;
+    std::size_t left;
+    std::function<void()> happening;
+    bool isOver = false;
+};
+
+} // namespace platform::x11
