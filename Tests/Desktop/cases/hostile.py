@@ -18,7 +18,6 @@ from .rules import OWN, is_placed, launch, start_with_rules
 LEFT = Rect(0, 0, 960, 1080)
 RIGHT = Rect(960, 0, 960, 1080)
 MIB = 16
-MANY_WINDOWS, AT_ONCE = 2000, 200
 
 # Every property of a window that the program reads, and some that it does not.
 PROPERTIES = (
@@ -200,23 +199,6 @@ def a_title_and_a_class_without_end_do_no_harm(program):
                 client.remove(target, name)
                 os.kill(desktop.manager_process.pid, signal.SIGCONT)
         desktop.end(running)
-
-
-@case("desktop.hostile.two-thousand-windows")
-def two_thousand_windows_are_opened_and_closed(program):
-    with abused(program, "hostile.two-thousand-windows", 4 * LIMIT) as (desktop, product, editor, client):
-        before = set(desktop.windows.managed())
-        managed = lambda: len(set(desktop.windows.managed()) - before)
-        # Window managers take very long for very many at once.
-        for _ in range(MANY_WINDOWS // AT_ONCE):
-            opened = [client.open("OwnWindow", (240, 180, 100, 80)) for _ in range(AT_ONCE)]
-            until(lambda: managed() == AT_ONCE, f"{AT_ONCE} windows to be managed", 30.0, managed)
-            desktop.keyboard.press("leftHalf")
-            product.until_at_rest()
-            for window in opened:
-                window.destroy()
-            client.connection.sync()
-            until(lambda: managed() == 0, "all of them to be gone", 30.0, managed)
 
 
 @case("desktop.hostile.stopped")

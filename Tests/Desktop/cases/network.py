@@ -50,7 +50,7 @@ def it_has_no_socket_of_the_internet(program):
     with Desktop(program, name="no-internet") as desktop:
         desktop.start_window_manager("openbox")
         product = start_with_rules(desktop, {OWN: "maximize"})
-        editor = desktop.open(APPLICATIONS["mousepad"])
+        desktop.open(APPLICATIONS["mousepad"])
 
         def look(when: str) -> None:
             product.until_at_rest()

@@ -26,6 +26,8 @@ class HostileClient:
         window = self.root.create_window(*place, 0, X.CopyFromParent)
         # To look for a free place among thousands takes window managers long.
         window.set_wm_normal_hints(flags=Xutil.USPosition)
+        # Nor is it of interest how long they take to pass the focus on.
+        window.set_wm_hints(flags=Xutil.InputHint, input=0)
         if class_name is not None:
             window.set_wm_class(class_name.lower(), class_name)
         window.map()
