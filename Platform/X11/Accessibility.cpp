@@ -29,10 +29,11 @@ std::string subroleName(WindowKind kind) {
 } // namespace
 
 Accessibility::Accessibility(Connection& connection, Turn& turn, Placement& placement,
-                             std::function<bool()> askForTrust)
+                             const ManagedWindows& managedWindows, std::function<bool()> askForTrust)
     : connection(connection)
     , turn(turn)
     , placement(placement)
+    , managedWindows(managedWindows)
     , askForTrust(std::move(askForTrust)) {
 }
 
@@ -167,7 +168,12 @@ std::expected<AXValue, AXError> Accessibility::windows(ProcessIdentifier process
     if (root == nullptr) {
         return std::unexpected(AXError::cannotComplete);
     }
-    const std::vector<xcb_window_t> clients = root->clients;
+    // Windows that are known to be another process's need not be asked.
+    std::vector<xcb_window_t> clients = root->clients;
+    std::erase_if(clients, [&](xcb_window_t client) {
+        const ManagedWindow* known = managedWindows.find(client);
+        return known != nullptr && known->process != process;
+    });
     turn.readWindows(clients);
     if (connection.isExhausted()) {
         return std::unexpected(AXError::cannotComplete);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Accessibility.h"
+#include "Platform/X11/ManagedWindows.h"
 #include "Platform/X11/Placement.h"
 #include "Platform/X11/Turn.h"
 
@@ -13,7 +14,9 @@ namespace platform::x11 {
 class Accessibility final : public platform::Accessibility {
 public:
     /// `askForTrust` tells whether the desktop lets us work.
-    Accessibility(Connection& connection, Turn& turn, Placement& placement, std::function<bool()> askForTrust);
+    /// `managedWindows` may know the owner of a window without asking.
+    Accessibility(Connection& connection, Turn& turn, Placement& placement, const ManagedWindows& managedWindows,
+                  std::function<bool()> askForTrust);
 
     [[nodiscard]] AXUIElement applicationElement(ProcessIdentifier process) override;
     [[nodiscard]] std::expected<AXValue, AXError> copyAttributeValue(const AXUIElement& element,
@@ -37,6 +40,7 @@ private:
     Connection& connection;
     Turn& turn;
     Placement& placement;
+    const ManagedWindows& managedWindows;
     std::function<bool()> askForTrust;
 };
 

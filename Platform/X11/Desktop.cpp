@@ -52,7 +52,7 @@ std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLo
 Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened)
     : mainLoop(mainLoop)
     , connection(std::move(opened))
-    , windows(connection, turn, placement, [this] { return askForTrust(); })
+    , windows(connection, turn, placement, managedWindows, [this] { return askForTrust(); })
     , processes(
           connection, turn, mainLoop, managedWindows, deliveries,
           [this](xcb_window_t window, const ManagedWindow& facts) { observers.windowBecameReady(window, facts); }) {

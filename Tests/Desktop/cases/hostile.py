@@ -263,3 +263,21 @@ def windows_that_are_destroyed_at_random_while_they_are_launched_and_moved(progr
         client.connection.sync()
         managed = lambda: desktop.windows.managed()
         until(lambda: not {window.id for window in living} & set(managed()), "all to be gone", 20.0, managed)
+
+
+@case("desktop.hostile.thousands")
+def two_thousand_windows_that_open_and_close_fifty_at_a_time(program):
+    # More at once keep the window manager busy for minutes, with or without the program.
+    with abused(program, "hostile.thousands", 4 * LIMIT) as (desktop, product, editor, client):
+        before = desktop.windows.managed()
+        for _ in range(40):
+            opened = [client.open("OwnWindow") for _ in range(50)]
+            client.connection.sync()
+            numbers = {window.id for window in opened}
+            managed = lambda: set(desktop.windows.managed())
+            until(lambda: numbers <= managed(), "all windows to be managed", 20.0, lambda: len(managed()))
+            for window in opened:
+                window.destroy()
+            client.connection.sync()
+            until(lambda: not numbers & managed(), "all windows to be gone", 20.0, lambda: len(managed()))
+        assert desktop.windows.managed() == before
