@@ -41,7 +41,7 @@ def a_polite_end_leaves_no_grab(program, name):
 def when_the_server_dies_the_program_ends_with_one_line_and_intact_settings(program):
     with Desktop(program, name="server-killed") as desktop:
         settings = desktop.session.settings("<key>enabled</key><true/><key>kept</key><string>as it was</string>")
-        before = settings.read_bytes()
+        before = desktop.session.settings_of(settings)
         desktop.start_window_manager("openbox")
         product = desktop.launch()
         product.until_status("Active")
@@ -50,7 +50,7 @@ def when_the_server_dies_the_program_ends_with_one_line_and_intact_settings(prog
         errors = product.errors()
         assert status == 1, f"ended with {status}: {errors}"
         assert errors.count("\n") == 1 and errors.endswith("\n"), f"not one line: {errors!r}"
-        assert settings.read_bytes() == before, "the settings changed"
+        assert desktop.session.settings_of(settings) == before, "the settings changed"
         beside = os.listdir(settings.parent)
         assert beside == [settings.name], f"files beside the settings: {beside}"
 

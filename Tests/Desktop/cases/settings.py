@@ -12,7 +12,7 @@ from . import case, case_for_each
 def switched_off_it_takes_no_key(program):
     with Desktop(program, name="settings.disabled") as desktop:
         settings = desktop.session.settings("<key>enabled</key><false/>")
-        before = settings.read_bytes()
+        before = desktop.session.settings_of(settings)
         desktop.start_window_manager("openbox")
         editor = desktop.open(APPLICATIONS["mousepad"])
         frame = desktop.windows.frame(editor.window)
@@ -22,7 +22,7 @@ def switched_off_it_takes_no_key(program):
         desktop.press(product, "leftHalf")
         assert desktop.windows.frame(editor.window) == frame, "the window moved"
         product.terminate()
-        assert settings.read_bytes() == before, "the settings changed"
+        assert desktop.session.settings_of(settings) == before, "the settings changed"
 
 
 MALFORMED = {

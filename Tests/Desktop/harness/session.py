@@ -1,6 +1,7 @@
 """A user's session: a home nobody has used before, a runtime directory, an environment and a message bus."""
 
 import os
+import plistlib
 import shutil
 import tempfile
 from pathlib import Path
@@ -75,6 +76,12 @@ class Session:
         """Writes the program's settings with these app rules; gives their path."""
         entries = "".join(f"<key>{name}</key><string>{action}</string>" for name, action in rules.items())
         return self.settings(f"<key>rules</key><dict>{entries}</dict>")
+
+    @staticmethod
+    def settings_of(path: Path) -> dict:
+        """What the user has set, by a reader that is not the program's. What it notes for itself is left out."""
+        values = plistlib.loads(path.read_bytes())
+        return {key: value for key, value in values.items() if not key.startswith("updateReminder")}
 
     def install(self, identifier: str, entry: str) -> None:
         """Installs an application for this user: a desktop entry with these lines."""
