@@ -31,12 +31,12 @@ struct SizeFolder {
     int largestSize = 0;
     int threshold = 0;
 
-    /// "DirectoryMatchesSize" in the specification.
+    /// DirectoryMatchesSize (Icon Theme Specification, Icon Lookup).
     [[nodiscard]] bool matches(int wanted, int wantedScale) const {
         return scale == wantedScale && least() <= wanted && wanted <= most();
     }
 
-    /// "DirectorySizeDistance", in pixels.
+    /// DirectorySizeDistance, in pixels.
     [[nodiscard]] int distance(int wanted, int wantedScale) const {
         const int pixels = wanted * wantedScale;
         return std::max({least() * scale - pixels, pixels - most() * scale, 0});

@@ -88,17 +88,23 @@ private:
     Hand& hand;
 };
 
-TEST(ManagedWindows, WhatAServerDidNotAnswerInTimeIsAskedAgainAndTakenForNothing) {
-    using Windows = std::vector<xcb_window_t>;
-    const XServer server;
+/// Windows of one client, followed from a server on which nobody else is.
+class FollowedWindows : public testing::Test {
+protected:
+    FollowedWindows() { managed.start(notes); }
+
+    XServer server;
     Connection connection = connect(server);
-    Hand hand(server.display());
+    Hand hand{server.display()};
     linux::MainLoop mainLoop;
-    EventSelection selection(connection);
-    ManagedWindows managed(connection, selection, mainLoop);
+    EventSelection selection{connection};
+    ManagedWindows managed{connection, selection, mainLoop};
     Notes notes;
-    managed.start(notes);
-    const ClientProcess client(server.display());
+    ClientProcess client{server.display()};
+};
+
+TEST_F(FollowedWindows, ThatAServerDidNotAnswerForInTimeAreAskedForAgain) {
+    using Windows = std::vector<xcb_window_t>;
     const xcb_window_t first = client.makeWindow();
     const xcb_window_t second = client.makeWindow();
     const auto work = [&] {
@@ -133,15 +139,7 @@ TEST(ManagedWindows, WhatAServerDidNotAnswerInTimeIsAskedAgainAndTakenForNothing
     EXPECT_FALSE(managed.hasWork());
 }
 
-TEST(ManagedWindows, AWindowThatOutlastsItsProcessForAMomentIsNotTakenForANewOne) {
-    const XServer server;
-    Connection connection = connect(server);
-    linux::MainLoop mainLoop;
-    EventSelection selection(connection);
-    ManagedWindows managed(connection, selection, mainLoop);
-    Notes notes;
-    managed.start(notes);
-    const ClientProcess client(server.display());
+TEST_F(FollowedWindows, ThatOutlastTheirProcessForAMomentAreNotTakenForNewOnes) {
     const xcb_window_t window = client.makeWindow();
     connection.beginTurn();
     managed.follow({window});
@@ -155,16 +153,7 @@ TEST(ManagedWindows, AWindowThatOutlastsItsProcessForAMomentIsNotTakenForANewOne
     EXPECT_EQ(managed.find(window), nullptr);
 }
 
-TEST(ManagedWindows, AWindowThatIsHiddenIsKnownUntilItIsDestroyed) {
-    const XServer server;
-    Connection connection = connect(server);
-    Hand hand(server.display());
-    linux::MainLoop mainLoop;
-    EventSelection selection(connection);
-    ManagedWindows managed(connection, selection, mainLoop);
-    Notes notes;
-    managed.start(notes);
-    const ClientProcess client(server.display());
+TEST_F(FollowedWindows, ThatAreHiddenAreKnownUntilTheyAreDestroyed) {
     const xcb_window_t window = client.makeWindow();
     connection.beginTurn();
     managed.follow({window});

@@ -1,34 +1,19 @@
 #include "Tests/Platform/Linux/Control/MessageBus.h"
 
+#include "Platform/Linux/FileDescriptor.h"
+
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
-#include <chrono>
 #include <csignal>
-#include <thread>
-
-namespace {
-
-bool canConnect(const std::string& path) {
-    sockaddr_un name{};
-    name.sun_family = AF_UNIX;
-    std::ranges::copy(path, std::begin(name.sun_path));
-    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const bool connected = ::connect(socket, reinterpret_cast<const sockaddr*>(&name), sizeof(name)) == 0;
-    ::close(socket);
-    return connected;
-}
-
-} // namespace
+#include <string>
 
 MessageBus::MessageBus() {
     ::mkdir((folder / "services").c_str(), S_IRWXU);
@@ -49,18 +34,26 @@ void MessageBus::start() {
     std::string configuration = "--config-file=" + folder / "bus.conf";
     std::string program = "dbus-daemon";
     std::string stay = "--nofork";
-    const std::array<char*, 4> words{program.data(), configuration.data(), stay.data(), nullptr};
+    constexpr int addressDescriptor = 3;
+    std::string tell = "--print-address=" + std::to_string(addressDescriptor);
+    const std::array<char*, 5> words{program.data(), configuration.data(), stay.data(), tell.data(), nullptr};
+    std::array<int, 2> told{};
+    ASSERT_EQ(::pipe2(told.data(), O_CLOEXEC), 0);
+    const platform::linux::FileDescriptor address(told[0]);
+    platform::linux::FileDescriptor telling(told[1]);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     // It complains about limits that do not matter here.
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_adddup2(&actions, telling.get(), addressDescriptor);
     ASSERT_EQ(::posix_spawnp(&process, "dbus-daemon", &actions, nullptr, words.data(), environ), 0);
     posix_spawn_file_actions_destroy(&actions);
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (!canConnect(folder / "bus")) {
-        ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "the message bus does not listen";
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
+    telling = platform::linux::FileDescriptor();
+    // It tells its address once it listens there; its end would only close the pipe.
+    constexpr int patience = 10'000;
+    pollfd listening{.fd = address.get(), .events = POLLIN, .revents = 0};
+    ASSERT_EQ(::poll(&listening, 1, patience), 1) << "the message bus does not listen";
+    ASSERT_TRUE((listening.revents & POLLIN) != 0) << "the message bus ended";
 }
 
 void MessageBus::stop() {

@@ -16,7 +16,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace platform::linux {
@@ -46,7 +45,6 @@ std::string versionOnBus(const MessageBus& bus, const std::string& wanted) {
     while (told != wanted && std::chrono::steady_clock::now() < deadline) {
         const auto status = ControlClient::onBus(bus.address()).status();
         told = status ? status->version : "none: " + status.error().reason;
-        std::this_thread::sleep_for(milliseconds(2));
     }
     return told;
 }

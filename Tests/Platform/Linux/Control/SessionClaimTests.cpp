@@ -4,7 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <poll.h>
+
 #include <optional>
 #include <string>
 #include <thread>
@@ -40,8 +41,10 @@ TEST(SessionClaim, TheSecondFollowsAFirstThatEndsWithoutAnAnswer) {
     std::optional<SingleInstance> first = SingleInstance::acquire(session);
     ASSERT_TRUE(first);
     std::thread ending([&] {
-        // A program about to end still has the socket, but nobody there accepts.
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        // A program about to end still has the socket, but nobody there accepts: it ends once the second has come.
+        constexpr int patience = 10'000;
+        pollfd second{.fd = first->listeningSocket(), .events = POLLIN, .revents = 0};
+        EXPECT_EQ(::poll(&second, 1, patience), 1);
         first.reset();
     });
     EXPECT_TRUE(claimSession(session));
