@@ -68,7 +68,9 @@ void Placement::request(xcb_window_t window, const PlacementRequest& part) {
     }
     if (part.size) {
         waiting->request.size = part.size;
-        expectation.reset();
+        if (std::exchange(expectation, std::nullopt)) {
+            turn.forgetWindows();
+        }
     }
 }
 
