@@ -12,6 +12,7 @@ class AddressOpener;
 class ApplicationCatalogue;
 class Beep;
 class HotKeyEvents;
+class Localization;
 class Log;
 class LoginItemService;
 class MainActor;
@@ -21,6 +22,7 @@ class ProcessInfo;
 class RunningApplications;
 class Screens;
 class SystemClock;
+class ThisApplication;
 class Workspace;
 
 /// The table of operations that the logic works on. Everything in it is owned by whoever installed it.
@@ -31,6 +33,7 @@ struct Platform {
     ApplicationCatalogue& applicationCatalogue;
     Beep& sound;
     HotKeyEvents& hotKeyEvents;
+    Localization& localization;
     Log& log;
     LoginItemService& loginItemService;
     MainActor& mainActor;
@@ -42,6 +45,7 @@ struct Platform {
     Screens& screens;
     corvid::PreferenceStore& standardUserDefaults;
     SystemClock& systemClock;
+    ThisApplication& thisApplication;
     Workspace& workspace;
 };
 

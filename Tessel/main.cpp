@@ -9,9 +9,12 @@
 #include "Platform/Linux/Control/ControlSocket.h"
 #include "Platform/Linux/Control/SessionBus.h"
 #include "Platform/Linux/Control/SessionClaim.h"
+#include "Platform/Linux/Localization.h"
 #include "Platform/Linux/Log.h"
+#include "Platform/Linux/LoopApplication.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProcessInfo.h"
+#include "Platform/Linux/ProgramFolder.h"
 #include "Platform/Linux/ServiceNotification.h"
 #include "Platform/Linux/Settings/UserDefaults.h"
 #include "Platform/Linux/SystemClock.h"
@@ -83,6 +86,8 @@ int runResident() {
     platform::linux::SessionBus sessionBus(mainLoop);
     platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
     platform::linux::AutostartLoginItem loginItem;
+    platform::linux::Localization localization("tessel", platform::linux::programFolder() / TESSEL_LOCALE_FOLDER);
+    platform::linux::LoopApplication application(mainLoop);
     platform::linux::ProcessInfo processInfo;
     platform::linux::SystemClock systemClock;
     platform::linux::SystemLog systemLog;
@@ -95,6 +100,7 @@ int runResident() {
         .applicationCatalogue = catalogue,
         .sound = (*desktop)->sound(),
         .hotKeyEvents = (*desktop)->hotKeyEvents(),
+        .localization = localization,
         .log = systemLog,
         .loginItemService = loginItem,
         .mainActor = mainLoop,
@@ -105,6 +111,7 @@ int runResident() {
         .screens = (*desktop)->screens(),
         .standardUserDefaults = userDefaults,
         .systemClock = systemClock,
+        .thisApplication = application,
         .workspace = (*desktop)->workspace(),
     };
     const platform::Installation installation(table);

@@ -9,6 +9,7 @@
 #include "Platform/Simulated/Applications.h"
 #include "Platform/Simulated/Beep.h"
 #include "Platform/Simulated/HotKeyEvents.h"
+#include "Platform/Simulated/Localization.h"
 #include "Platform/Simulated/Log.h"
 #include "Platform/Simulated/LoginItemService.h"
 #include "Platform/Simulated/MainActor.h"
@@ -17,6 +18,7 @@
 #include "Platform/Simulated/Screens.h"
 #include "Platform/Simulated/StatusBar.h"
 #include "Platform/Simulated/SystemClock.h"
+#include "Platform/Simulated/ThisApplication.h"
 #include "Platform/Simulated/Trace.h"
 #include "Platform/Simulated/UserDefaults.h"
 #include "Platform/Simulated/Workspace.h"
@@ -43,9 +45,11 @@ public:
     AddressOpener addressOpener{trace};
     LoginItemService loginItemService{trace};
     StatusBar statusBar{trace};
+    Localization localization;
     Log log{trace};
     OpenPanel openPanel{trace};
     SystemClock systemClock{mainActor};
+    ThisApplication thisApplication{trace};
     MainBundle mainBundle{.identifier = "org.example.Tessel",
                           .infoDictionary = {{"CFBundleShortVersionString", "1.2"}},
                           .website = "https://tessel.example"};
@@ -57,6 +61,7 @@ private:
                    .applicationCatalogue = applicationCatalogue,
                    .sound = sound,
                    .hotKeyEvents = hotKeyEvents,
+                   .localization = localization,
                    .log = log,
                    .loginItemService = loginItemService,
                    .mainActor = mainActor,
@@ -67,6 +72,7 @@ private:
                    .screens = screens,
                    .standardUserDefaults = standardUserDefaults,
                    .systemClock = systemClock,
+                   .thisApplication = thisApplication,
                    .workspace = workspace};
     Installation installation{table};
 };

@@ -48,6 +48,7 @@ protected:
             .applicationCatalogue = followed.catalogue,
             .sound = other.sound,
             .hotKeyEvents = other.hotKeyEvents,
+            .localization = other.localization,
             .log = other.log,
             .loginItemService = other.loginItemService,
             .mainActor = other.mainActor,
@@ -58,6 +59,7 @@ protected:
             .screens = followed.desktop->screens(),
             .standardUserDefaults = other.standardUserDefaults,
             .systemClock = other.systemClock,
+            .thisApplication = other.thisApplication,
             .workspace = followed.desktop->workspace(),
         });
         installation = std::make_unique<Installation>(*table);

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <filesystem>
+
+namespace platform::linux {
+
+/// The folder of the program's own file, with symbolic links resolved (/proc/self/exe, proc_pid_exe(5)); empty where
+/// the kernel does not tell. Any thread.
+[[nodiscard]] std::filesystem::path programFolder();
+
+} // namespace platform::linux

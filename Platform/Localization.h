@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// The program's texts in the user's language, for what is shown without the toolkit. Main thread only.
+class Localization {
+public:
+    Localization() = default;
+    Localization(const Localization&) = delete;
+    Localization& operator=(const Localization&) = delete;
+    virtual ~Localization() = default;
+
+    /// The translation of an English text of that table ("Tessel", "CorvidKit"); the text itself where there is none.
+    [[nodiscard]] virtual std::string text(std::string_view table, std::string_view key) const = 0;
+
+    /// The same for a text that counts something: the form for `count`, its "%n" replaced by the number.
+    [[nodiscard]] virtual std::string text(std::string_view table, std::string_view key, std::uint64_t count) const = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "CorvidKitCore/Geometry.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace platform {
+
+/// What a toolkit cannot do for a window of ours, and the desktop can. Main thread only.
+class OwnWindows {
+public:
+    /// The desktop's own number of the window (on X11 its XID).
+    using Number = std::uint64_t;
+
+    OwnWindows() = default;
+    OwnWindows(const OwnWindows&) = delete;
+    OwnWindows& operator=(const OwnWindows&) = delete;
+    virtual ~OwnWindows() = default;
+
+    /// Where the pointer is, in points in the screen space; nothing where the desktop does not say.
+    [[nodiscard]] virtual std::optional<corvid::CGPoint> pointer() = 0;
+
+    /// Puts the top-left corner of the window there; in points in the accessibility space. Without effect on a window
+    /// that is gone.
+    virtual void place(Number window, corvid::CGPoint topLeft) = 0;
+
+    /// Gives the window the keyboard, whoever has it. Without effect on a window that is not shown.
+    virtual void takeKeyboard(Number window) = 0;
+
+    /// Whether what lies behind a window shines through where the window is transparent.
+    [[nodiscard]] virtual bool areBlended() = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Platform/Localization.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace platform::simulated {
+
+/// The texts that a test gives, and everything else in English.
+class Localization final : public platform::Localization {
+public:
+    [[nodiscard]] std::string text(std::string_view table, std::string_view key) const override {
+        const auto found = texts.find(std::string(table) + "/" + std::string(key));
+        return found == texts.end() ? std::string(key) : found->second;
+    }
+
+    [[nodiscard]] std::string text(std::string_view table, std::string_view key, std::uint64_t count) const override {
+        std::string result = text(table, key);
+        if (const std::size_t place = result.find("%n"); place != std::string::npos) {
+            result.replace(place, 2, std::to_string(count));
+        }
+        return result;
+    }
+
+    /// By "table/key".
+    std::map<std::string, std::string, std::less<>> texts;
+};
+
+} // namespace platform::simulated
