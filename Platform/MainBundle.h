@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -13,6 +14,8 @@ struct MainBundle {
     std::optional<std::string> identifier;
     /// Facts by name, such as "CFBundleShortVersionString".
     corvid::PropertyListValue::Dictionary infoDictionary;
+    /// The languages that the program speaks and the user wants, in the user's order, as in "pt_BR".
+    std::vector<std::string> preferredLocalizations;
     /// The scheme and host of the maker's website, without a slash at the end.
     std::string website;
 };

@@ -12,6 +12,7 @@ class AddressOpener;
 class ApplicationCatalogue;
 class Beep;
 class HotKeyEvents;
+class ImageRenderer;
 class Localization;
 class Log;
 class LoginItemService;
@@ -33,6 +34,8 @@ struct Platform {
     ApplicationCatalogue& applicationCatalogue;
     Beep& sound;
     HotKeyEvents& hotKeyEvents;
+    /// Null while nothing is loaded that could draw.
+    ImageRenderer* imageRenderer;
     Localization& localization;
     Log& log;
     LoginItemService& loginItemService;

@@ -1,5 +1,6 @@
 #include "Tessel/RemoteControl.h"
 
+#include "Tessel/ShortcutText.h"
 #include "Tessel/StatusLine.h"
 #include "Tessel/WindowMover.h"
 #include "TesselCore/WindowAction.h"
@@ -33,19 +34,6 @@ std::string wordOf(AppStatus status) {
         return "active";
     }
     std::unreachable();
-}
-
-/// The keys by the names that stand on them here: the Option key is Alt, the Command key Super.
-std::string keysOf(const corvid::Shortcut& shortcut) {
-    using corvid::Shortcut;
-    std::string keys;
-    for (const auto& [modifier, name] : {std::pair{Shortcut::control, "Ctrl+"},
-                                         {Shortcut::option, "Alt+"},
-                                         {Shortcut::shift, "Shift+"},
-                                         {Shortcut::command, "Super+"}}) {
-        keys += (shortcut.modifiers & modifier) != 0 ? name : "";
-    }
-    return keys + Shortcut::keyName(shortcut.keyCode);
 }
 
 /// Whether a text can be the name of an application: what a file's name may hold, in one line.
@@ -83,7 +71,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
     for (const WindowAction action : WindowAction::allCases) {
         const bool isTaken = state.failedShortcuts().contains(action);
         report.shortcuts.push_back({.action = std::string(action.rawValue()),
-                                    .keys = keysOf(action.shortcut()),
+                                    .keys = shortcutText(action.shortcut()),
                                     .state = !isOn     ? "off"
                                              : isTaken ? "taken"
                                                        : "active"});

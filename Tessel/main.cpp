@@ -100,6 +100,7 @@ int runResident() {
         .applicationCatalogue = catalogue,
         .sound = (*desktop)->sound(),
         .hotKeyEvents = (*desktop)->hotKeyEvents(),
+        .imageRenderer = nullptr,
         .localization = localization,
         .log = systemLog,
         .loginItemService = loginItem,

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
+#include <limits>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -131,8 +132,40 @@ MainLoop::MainLoop() {
 MainLoop::~MainLoop() = default;
 
 int MainLoop::run() {
-    const int status = sd_event_loop(loop.get());
-    return status < 0 ? 1 : status;
+    constexpr std::uint64_t forever = std::numeric_limits<std::uint64_t>::max();
+    while (!isFinished()) {
+        if (const auto host = std::exchange(next, nullptr)) {
+            host();
+        } else if (sd_event_run(loop.get(), forever) < 0) {
+            return EXIT_FAILURE;
+        }
+    }
+    int status = EXIT_FAILURE;
+    return sd_event_get_exit_code(loop.get(), &status) < 0 ? EXIT_FAILURE : status;
+}
+
+int MainLoop::descriptor() const {
+    return sd_event_get_fd(loop.get());
+}
+
+bool MainLoop::serve() {
+    if (isServing) {
+        return true;
+    }
+    isServing = true;
+    // Whoever has the outer loop gets his turn, however much there is to serve here.
+    constexpr int mostAtOnce = 64;
+    for (int turn = 0; turn < mostAtOnce && !isFinished(); ++turn) {
+        if (sd_event_run(loop.get(), 0) <= 0) {
+            break;
+        }
+    }
+    isServing = false;
+    return !isFinished();
+}
+
+bool MainLoop::isFinished() const {
+    return sd_event_get_state(loop.get()) == SD_EVENT_FINISHED;
 }
 
 void MainLoop::end(int status) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/HostedLoop.h"
 #include "Platform/MainActor.h"
 
 #include <systemd/sd-event.h>
@@ -25,7 +26,7 @@ public:
 ///
 /// Timers run on CLOCK_BOOTTIME, which counts on while the machine sleeps; their accuracy is the tolerance that was
 /// asked for, so that the kernel wakes the process for several at once.
-class MainLoop final : public MainActor {
+class MainLoop final : public MainActor, public HostedLoop {
 public:
     MainLoop();
     MainLoop(const MainLoop&) = delete;
@@ -34,6 +35,14 @@ public:
 
     /// Runs until `end`; gives the status that it was given. A loop that cannot go on ends with status 1.
     [[nodiscard]] int run();
+
+    /// Goes on in another loop: once the present turn is over, `run` calls `host` instead of waiting itself. The host
+    /// serves this loop as `HostedLoop` says, and returns when it has ended. If it returns earlier, `run` goes on as
+    /// before.
+    void continueIn(std::function<void()> host) { next = std::move(host); }
+
+    [[nodiscard]] int descriptor() const override;
+    [[nodiscard]] bool serve() override;
 
     /// Ends `run` after the present turn. The first status given counts.
     void end(int status);
@@ -86,10 +95,13 @@ private:
     class Watch;
 
     void runPosted();
+    [[nodiscard]] bool isFinished() const;
 
     std::unique_ptr<sd_event, Unreference> loop;
     std::unique_ptr<Soon> turnOfPosted;
     std::deque<Work> posted;
+    std::function<void()> next;
+    bool isServing = false;
     std::thread::id mainThread = std::this_thread::get_id();
 };
 

@@ -61,6 +61,7 @@ private:
                    .applicationCatalogue = applicationCatalogue,
                    .sound = sound,
                    .hotKeyEvents = hotKeyEvents,
+                   .imageRenderer = nullptr,
                    .localization = localization,
                    .log = log,
                    .loginItemService = loginItemService,

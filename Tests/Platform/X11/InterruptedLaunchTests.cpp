@@ -48,6 +48,7 @@ protected:
             .applicationCatalogue = followed.catalogue,
             .sound = other.sound,
             .hotKeyEvents = other.hotKeyEvents,
+            .imageRenderer = nullptr,
             .localization = other.localization,
             .log = other.log,
             .loginItemService = other.loginItemService,

@@ -1,0 +1,23 @@
+import QtQuick
+
+// A small rounded square in the brand's colour with a white symbol.
+RoundedRectangle {
+    id: icon
+
+    property string symbol
+    property real size: 20
+
+    implicitWidth: size
+    implicitHeight: size
+    radius: size * 0.27
+    color: Style.lighter(Brand.current.accent)
+    endColor: Brand.current.accent
+    Accessible.ignored: true
+
+    Symbol {
+        anchors.centerIn: parent
+        name: icon.symbol
+        size: 0.53 * icon.size
+        color: "white"
+    }
+}

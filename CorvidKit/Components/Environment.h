@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QObject>
+#include <QVariantMap>
+#include <QtQml/qqmlregistration.h>
+
+namespace corvid {
+
+/// What surrounds every view of one engine: how the user wants it to look, and whose program it is. Colours and sizes
+/// that follow from it are in `Style`.
+class Environment final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(bool isDark READ isDark WRITE setDark NOTIFY changed)
+    Q_PROPERTY(bool reducesMotion READ reducesMotion WRITE setReducesMotion NOTIFY changed)
+    Q_PROPERTY(bool isSnapshot READ isSnapshot CONSTANT)
+    Q_PROPERTY(bool isMirrored READ isMirrored CONSTANT)
+    Q_PROPERTY(bool isUsingKeyboard READ isUsingKeyboard WRITE setUsingKeyboard NOTIFY changed)
+    Q_PROPERTY(QObject* appBrand READ appBrand WRITE setAppBrand NOTIFY changed)
+
+public:
+    explicit Environment(QObject* parent = nullptr);
+
+    [[nodiscard]] bool isDark() const { return dark; }
+
+    void setDark(bool value);
+
+    [[nodiscard]] bool reducesMotion() const { return lessMotion; }
+
+    void setReducesMotion(bool value);
+
+    /// Whether pictures are being drawn: nothing is asked of the system, and nothing follows the pointer.
+    [[nodiscard]] bool isSnapshot() const;
+
+    /// Whether the language is written from right to left.
+    [[nodiscard]] bool isMirrored() const;
+
+    /// Whether the keyboard was used last, so that what has the focus is to be marked.
+    [[nodiscard]] bool isUsingKeyboard() const { return usingKeyboard; }
+
+    void setUsingKeyboard(bool value);
+
+    /// An `AppBrand`; null until a root view sets its own.
+    [[nodiscard]] QObject* appBrand() const { return brand; }
+
+    void setAppBrand(QObject* value);
+
+    /// The user's font in that size in points; `weight` as in QFont.
+    Q_INVOKABLE [[nodiscard]] QFont font(qreal size, int weight = QFont::Normal) const;
+
+    /// The font that has the signs of shortcuts: ours, since few others have them all.
+    Q_INVOKABLE [[nodiscard]] QFont keyFont(qreal size, int weight = QFont::Normal) const;
+
+    /// The family that pictures are drawn in, so that they look the same on every machine; empty for the user's.
+    static void setFontFamily(const QString& family);
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    bool dark = false;
+    bool lessMotion = false;
+    bool usingKeyboard = false;
+    QObject* brand = nullptr;
+};
+
+} // namespace corvid

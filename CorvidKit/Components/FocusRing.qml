@@ -1,0 +1,14 @@
+import QtQuick
+
+// Marks what has the keyboard, for those who use it.
+RoundedRectangle {
+    required property Item control
+
+    anchors.fill: control
+    anchors.margins: -2
+    visible: control.activeFocus && Environment.isUsingKeyboard && !Environment.isSnapshot
+    color: "transparent"
+    borderWidth: 2
+    borderColor: Qt.alpha(Brand.current.accent, 0.65)
+    radius: 8
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QQuickPaintedItem>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+namespace corvid {
+
+/// An application's icon, in the item's size.
+class IconItem : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ELEMENT
+    /// A file's absolute path or a resource's, or a name in the desktop's icon theme.
+    Q_PROPERTY(QString source MEMBER source NOTIFY changed)
+
+public:
+    explicit IconItem(QQuickItem* parent = nullptr);
+
+    void paint(QPainter* painter) override;
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    QString source;
+};
+
+} // namespace corvid

@@ -1,0 +1,16 @@
+import QtQuick
+
+// One text in the user's font.
+Text {
+    property real size: 12
+    property int weight: Font.Normal
+
+    font: Environment.font(size, weight)
+    color: Style.primary
+    textFormat: Text.PlainText
+    verticalAlignment: Text.AlignVCenter
+    // A text longer than its place ends in an ellipsis.
+    elide: Text.ElideRight
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+}

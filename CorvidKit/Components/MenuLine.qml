@@ -1,0 +1,93 @@
+import QtQuick
+
+// One line of a menu: an entry, a heading or a dividing line.
+Item {
+    id: line
+
+    required property PopupMenu menu
+    required property var modelData
+    required property int index
+    property bool isCurrent
+    readonly property bool isEntry: menu.isEntry(modelData)
+    readonly property bool isHighlighted: isEntry && isCurrent
+
+    signal entered
+
+    Accessible.role: isEntry ? Accessible.MenuItem : modelData.isDivider ? Accessible.Separator : Accessible.Heading
+    Accessible.name: modelData.title ?? modelData.section ?? ""
+    Accessible.focusable: isEntry
+    Accessible.focused: isHighlighted
+    Accessible.checkable: modelData.isChecked !== undefined
+    Accessible.checked: modelData.isChecked === true
+    Accessible.onPressAction: menu.choose(index)
+
+    RoundedRectangle {
+        anchors.fill: parent
+        radius: 5
+        visible: line.isHighlighted
+        color: Brand.current.accent
+    }
+    Rectangle {
+        visible: line.modelData.isDivider === true
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.margins: 6
+        anchors.verticalCenter: parent.verticalCenter
+        height: 1
+        color: Style.divider
+    }
+    Item {
+        id: picture
+        anchors.left: parent.left
+        anchors.leftMargin: 7
+        anchors.verticalCenter: parent.verticalCenter
+        visible: line.modelData.symbol !== undefined || line.modelData.icon !== undefined
+        width: visible ? 16 : 0
+        height: 16
+
+        Symbol {
+            anchors.centerIn: parent
+            visible: line.modelData.icon === undefined
+            name: line.modelData.symbol ?? ""
+            size: 10.5
+            color: line.isHighlighted ? "white" : Style.secondary
+        }
+        IconItem {
+            anchors.fill: parent
+            visible: line.modelData.icon !== undefined
+            source: line.modelData.icon ?? ""
+            Accessible.ignored: true
+        }
+    }
+    Label {
+        anchors.left: picture.right
+        anchors.leftMargin: picture.visible ? 7 : 0
+        anchors.right: check.left
+        anchors.rightMargin: 4
+        anchors.verticalCenter: parent.verticalCenter
+        text: line.modelData.title ?? line.modelData.section ?? ""
+        size: line.isEntry ? 12 : 10.5
+        weight: line.isEntry ? Font.Normal : Font.DemiBold
+        color: line.isHighlighted ? "white" : line.isEntry ? Style.primary : Style.secondary
+        Accessible.ignored: true
+    }
+    Symbol {
+        id: check
+        anchors.right: parent.right
+        anchors.rightMargin: 6
+        anchors.verticalCenter: parent.verticalCenter
+        visible: line.modelData.isChecked === true
+        width: visible ? implicitWidth : 0
+        name: "checkmark"
+        size: 9
+        color: line.isHighlighted ? "white" : Style.secondary
+    }
+    MouseArea {
+        anchors.fill: parent
+        hoverEnabled: true
+        enabled: line.isEntry
+        onEntered: line.entered()
+        onPositionChanged: line.entered()
+        onClicked: line.menu.choose(line.index)
+    }
+}

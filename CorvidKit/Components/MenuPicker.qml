@@ -1,0 +1,58 @@
+import QtQuick
+
+// A compact picker that opens a menu: the present choice, if it has one its symbol, and the sign of a menu.
+Pressable {
+    id: picker
+
+    property string symbol
+    // What the picker is for, for those who cannot see what it stands beside.
+    property string purpose
+    property alias menu: popup
+
+    implicitWidth: content.width + 12
+    implicitHeight: 20
+    ringRadius: 7
+    Accessible.role: Accessible.ButtonMenu
+    Accessible.name: purpose !== "" ? purpose : title
+    Accessible.description: title
+    Keys.onDownPressed: popup.open(picker)
+    Keys.onUpPressed: popup.open(picker)
+    onPressed: popup.open(picker)
+
+    RoundedRectangle {
+        anchors.fill: parent
+        z: -1
+        radius: Style.controlRadius
+        visible: picker.isHovered || popup.isOpen
+        color: Style.hoverFill
+    }
+    Row {
+        id: content
+        anchors.centerIn: parent
+        spacing: 4
+
+        Symbol {
+            visible: picker.symbol !== ""
+            anchors.verticalCenter: parent.verticalCenter
+            name: picker.symbol
+            size: 9
+            color: Style.secondary
+        }
+        Label {
+            anchors.verticalCenter: parent.verticalCenter
+            text: picker.title
+            size: 11
+            color: Style.secondary
+            Accessible.ignored: true
+        }
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            name: "chevron.up.chevron.down"
+            size: 8
+            color: Style.tertiary
+        }
+    }
+    PopupMenu {
+        id: popup
+    }
+}

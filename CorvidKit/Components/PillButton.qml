@@ -1,0 +1,35 @@
+import QtQuick
+
+// A small rounded button: `isProminent` in the brand's colour, `isBordered` as a button among text.
+Pressable {
+    id: pill
+
+    property bool isProminent: false
+    property bool isBordered: false
+
+    implicitWidth: label.implicitWidth + 22
+    implicitHeight: 22
+    ringRadius: isBordered ? 8 : 13
+
+    RoundedRectangle {
+        anchors.fill: parent
+        z: -1
+        radius: pill.isBordered ? Style.controlRadius : height / 2
+        color: pill.isProminent ? Style.lighter(Brand.current.accent) : pill.isPressed ? Style.pressedFill
+             : pill.isBordered ? Style.cap : pill.isHovered ? Style.hoverFill : Style.fill
+        endColor: pill.isProminent ? Brand.current.accent : "transparent"
+        borderColor: pill.isBordered ? Style.capBorder : "transparent"
+        borderWidth: pill.isBordered ? Style.hairline : 0
+        opacity: pill.isProminent && pill.isPressed ? 0.8 : 1
+    }
+    Label {
+        id: label
+        anchors.centerIn: parent
+        width: Math.min(implicitWidth, pill.width - 12)
+        text: pill.title
+        size: 11
+        weight: Font.DemiBold
+        color: pill.isProminent ? "white" : Style.primary
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,36 @@
+import QtQuick
+
+// One line of the privacy card.
+Item {
+    id: item
+
+    property string symbol
+    property string text
+
+    width: parent ? parent.width : implicitWidth
+    implicitHeight: label.height
+
+    Item {
+        id: column
+        anchors.left: parent.left
+        width: 15
+        height: Math.min(label.height, 16)
+
+        Symbol {
+            anchors.centerIn: parent
+            name: item.symbol
+            size: 10
+            color: Style.green
+        }
+    }
+    Label {
+        id: label
+        anchors.left: column.right
+        anchors.leftMargin: 7
+        anchors.right: parent.right
+        text: item.text
+        size: 11
+        color: Style.secondary
+        wrapMode: Text.Wrap
+    }
+}

@@ -1,0 +1,56 @@
+pragma Singleton
+import QtQuick
+
+// The colours and measures that all components share. Sizes are in points.
+QtObject {
+    readonly property bool isDark: Environment.isDark
+
+    // Text, in the order of its importance.
+    readonly property color primary: isDark ? "#f5f5f7" : "#1d1d1f"
+    readonly property color secondary: isDark ? "#a9a9ae" : "#66666b"
+    readonly property color tertiary: isDark ? "#8a8a90" : "#7c7c82"
+
+    // Surfaces, from the back to the front.
+    readonly property color window: isDark ? "#292929" : "#ededed"
+    readonly property color windowBorder: isDark ? "#1effffff" : "#24000000"
+    readonly property color card: isDark ? "#363637" : "#fbfbfc"
+    readonly property color cardBorder: isDark ? "#14ffffff" : "#17000000"
+    readonly property color divider: isDark ? "#16ffffff" : "#14000000"
+    readonly property color menu: isDark ? "#3a3a3c" : "#fcfcfd"
+    readonly property color menuBorder: isDark ? "#2effffff" : "#24000000"
+
+    // Faint fills of what lies on a surface.
+    readonly property color fill: isDark ? "#14ffffff" : "#0e000000"
+    readonly property color hoverFill: isDark ? "#17ffffff" : "#0f000000"
+    readonly property color pressedFill: isDark ? "#24ffffff" : "#1a000000"
+    readonly property color cap: isDark ? "#1affffff" : "#ffffff"
+    readonly property color capBorder: isDark ? "#21ffffff" : "#26000000"
+    readonly property color selectedTab: isDark ? "#5f5f63" : "#ffffff"
+    readonly property color shadow: isDark ? "#66000000" : "#2e000000"
+
+    // The system's colours.
+    readonly property color blue: isDark ? "#0a84ff" : "#007aff"
+    readonly property color green: isDark ? "#30d158" : "#28b84c"
+    readonly property color orange: isDark ? "#ff9f0a" : "#f08c00"
+    readonly property color grey: isDark ? "#98989d" : "#8e8e93"
+    readonly property color warningFill: isDark ? "#26ff9f0a" : "#1fff9500"
+    readonly property color warningBorder: isDark ? "#40ff9f0a" : "#40f08c00"
+
+    readonly property real cardRadius: 10
+    readonly property real tabRadius: 6
+    readonly property real rowRadius: 7
+    readonly property real controlRadius: 6
+    readonly property real hairline: 1
+
+    readonly property int transition: Environment.reducesMotion || Environment.isSnapshot ? 0 : 140
+
+    // The lighter end of a colour's gradient.
+    function lighter(base: color): color {
+        return Qt.rgba(base.r + (1 - base.r) * 0.22, base.g + (1 - base.g) * 0.22, base.b + (1 - base.b) * 0.22, base.a);
+    }
+
+    // The side of the square that a symbol takes beside text of that size.
+    function symbolSide(size: real): real {
+        return Math.round(size * 1.25);
+    }
+}

@@ -1,0 +1,10 @@
+import QtQuick
+
+// A symbol as large as it stands beside text of `size`.
+SymbolItem {
+    property real size: 12
+
+    implicitWidth: Style.symbolSide(size)
+    implicitHeight: implicitWidth
+    Accessible.ignored: true
+}

@@ -1,0 +1,55 @@
+import QtQuick
+
+// A short text beside the pointer, after it has rested on a control for a while. Drawn within the window.
+Item {
+    id: toolTip
+
+    required property Item control
+    property string text
+    readonly property bool isWanted: control.isHovered && text !== "" && !Environment.isSnapshot
+
+    onIsWantedChanged: isWanted ? delay.restart() : hide()
+
+    function hide() {
+        delay.stop();
+        bubble.visible = false;
+    }
+
+    Timer {
+        id: delay
+        interval: 700
+        onTriggered: bubble.show()
+    }
+    RoundedRectangle {
+        id: bubble
+        parent: toolTip.Window.contentItem
+        z: 1000
+        visible: false
+        width: Math.min(content.implicitWidth, 220) + 14
+        height: content.height + 8
+        radius: 5
+        color: Style.menu
+        borderColor: Style.menuBorder
+        borderWidth: Style.hairline
+        Accessible.ignored: true
+
+        function show() {
+            const place = toolTip.control.mapToItem(parent, 0, toolTip.control.height + 5);
+            const room = parent.width - width - 16;
+            x = Math.round(Math.max(16, Math.min(place.x + (toolTip.control.width - width) / 2, room)));
+            y = Math.round(place.y);
+            visible = true;
+        }
+
+        Label {
+            id: content
+            x: 7
+            y: 4
+            width: Math.min(implicitWidth, 220)
+            wrapMode: Text.Wrap
+            size: 11
+            text: toolTip.text
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,74 @@
+import QtQuick
+
+// Reminds to look for a newer version.
+Card {
+    id: card
+
+    signal check
+    signal notNow
+
+    implicitHeight: texts.height + 20
+
+    contentItem.children: [
+        Item {
+            id: column
+            anchors.left: parent.left
+            anchors.leftMargin: 10
+            y: 10
+            width: 22
+            height: 18
+
+            SymbolItem {
+                anchors.centerIn: parent
+                width: Style.symbolSide(16)
+                height: width
+                name: "arrow.down.circle.fill"
+                color: Style.lighter(Brand.current.accent)
+                endColor: Brand.current.accent
+                Accessible.ignored: true
+            }
+        },
+        Column {
+            id: texts
+            anchors.left: column.right
+            anchors.leftMargin: 8
+            anchors.right: parent.right
+            anchors.rightMargin: 12
+            y: 10
+            spacing: 4
+
+            Label {
+                width: parent.width
+                text: qsTranslate("CorvidKit", "A new version may be out")
+                size: 12.5
+                weight: Font.DemiBold
+                wrapMode: Text.Wrap
+            }
+            Label {
+                width: parent.width
+                text: qsTranslate("CorvidKit", "This app never goes online, so it can't check by itself. Checking on the website takes one click.")
+                size: 11
+                color: Style.secondary
+                wrapMode: Text.Wrap
+                lineHeight: 1.08
+            }
+            Item {
+                width: 1
+                height: 2
+            }
+            Row {
+                spacing: 8
+
+                PillButton {
+                    title: qsTranslate("CorvidKit", "Check")
+                    isProminent: true
+                    onPressed: card.check()
+                }
+                PillButton {
+                    title: qsTranslate("CorvidKit", "Not Now")
+                    onPressed: card.notNow()
+                }
+            }
+        }
+    ]
+}

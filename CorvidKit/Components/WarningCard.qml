@@ -1,0 +1,74 @@
+import QtQuick
+
+// What is missing, and one button that leads to where it can be had.
+RoundedRectangle {
+    id: card
+
+    property string symbol
+    property string title
+    property string message
+    property string button: qsTranslate("CorvidKit", "Open System Settings")
+
+    signal action
+
+    implicitHeight: texts.height + 20
+    radius: Style.cardRadius
+    color: Style.warningFill
+    borderColor: Style.warningBorder
+    borderWidth: Style.hairline
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: title
+    Accessible.description: message
+
+    Item {
+        id: column
+        anchors.left: parent.left
+        anchors.leftMargin: 10
+        anchors.top: parent.top
+        anchors.topMargin: 10
+        width: 22
+        height: 20
+
+        Symbol {
+            anchors.centerIn: parent
+            name: card.symbol
+            size: 15
+            color: Style.orange
+        }
+    }
+    Column {
+        id: texts
+        anchors.left: column.right
+        anchors.leftMargin: 8
+        anchors.right: parent.right
+        anchors.rightMargin: 12
+        anchors.top: parent.top
+        anchors.topMargin: 11
+        spacing: 4
+
+        Label {
+            width: parent.width
+            text: card.title
+            size: 12.5
+            weight: Font.DemiBold
+            wrapMode: Text.Wrap
+        }
+        Label {
+            width: parent.width
+            text: card.message
+            size: 11
+            color: Style.secondary
+            wrapMode: Text.Wrap
+            lineHeight: 1.08
+        }
+        Item {
+            width: 1
+            height: 2
+        }
+        PillButton {
+            title: card.button
+            isBordered: true
+            onPressed: card.action()
+        }
+    }
+}

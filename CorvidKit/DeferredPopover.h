@@ -1,0 +1,48 @@
+#pragma once
+
+#include "CorvidKit/DeferredToolkit.h"
+#include "Platform/Popover.h"
+
+#include <memory>
+#include <optional>
+
+namespace corvid {
+
+/// The toolkit's popover, before there is a toolkit: remembers what it was told, and starts the toolkit when it is first
+/// shown. Must not outlive the toolkit that it was given.
+class DeferredPopover final : public platform::Popover {
+public:
+    explicit DeferredPopover(DeferredToolkit& toolkit)
+        : toolkit(toolkit) {}
+
+    void setContentView(std::shared_ptr<const platform::View> newView) override;
+
+    [[nodiscard]] bool hasContentView() const override { return view != nullptr; }
+
+    void setBehavior(Behavior newBehavior) override;
+    void setAnimates(bool newAnimates) override;
+    [[nodiscard]] bool isShown() const override;
+    void show(const Anchor& anchor, Edge preferredEdge) override;
+    void makeKey() override;
+    void performClose() override;
+
+private:
+    struct Request {
+        Anchor anchor;
+        Edge preferredEdge;
+        bool isKey = false;
+    };
+
+    [[nodiscard]] platform::Popover* real() const;
+    void appear(platform::Popover& popover);
+
+    DeferredToolkit& toolkit;
+    std::shared_ptr<const platform::View> view;
+    Behavior behavior = Behavior::applicationDefined;
+    bool animates = false;
+    /// While the toolkit starts.
+    std::optional<Request> requested;
+    bool isConfigured = false;
+};
+
+} // namespace corvid

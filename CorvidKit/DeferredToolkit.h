@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Platform/Toolkit.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace corvid {
+
+/// The toolkit, started when it is first needed and then kept. From then on its event loop turns, with the main loop in
+/// it. Main thread only.
+class DeferredToolkit {
+public:
+    /// Null where the toolkit cannot be had.
+    using Start = std::function<std::unique_ptr<platform::Toolkit>()>;
+    /// Has the main loop call the function in place of waiting, once its present turn is over.
+    using HandOver = std::function<void(std::function<void()>)>;
+    using Work = std::function<void(platform::Toolkit& toolkit)>;
+
+    DeferredToolkit(Start start, HandOver handOver)
+        : start(std::move(start))
+        , handOver(std::move(handOver)) {}
+
+    DeferredToolkit(const DeferredToolkit&) = delete;
+    DeferredToolkit& operator=(const DeferredToolkit&) = delete;
+    ~DeferredToolkit() = default;
+
+    /// Null until it has been started.
+    [[nodiscard]] platform::Toolkit* started() const { return toolkit.get(); }
+
+    /// Starts the toolkit, unless it has been, and gives it to `work`; otherwise calls `failed`. What cannot be started
+    /// is tried again the next time.
+    void use(Work work, std::function<void()> failed);
+
+private:
+    struct Waiting {
+        Work work;
+        std::function<void()> failed;
+    };
+
+    void enter();
+
+    Start start;
+    HandOver handOver;
+    std::vector<Waiting> waiting;
+    std::unique_ptr<platform::Toolkit> toolkit;
+};
+
+} // namespace corvid

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Platform/ImageRenderer.h"
+#include "CorvidKit/Toolkit/ViewBuilder.h"
+
+namespace corvid::toolkit {
+
+/// Draws views into pictures in memory.
+class ImageRenderer final : public platform::ImageRenderer {
+public:
+    explicit ImageRenderer(ViewBuilder build)
+        : build(std::move(build)) {}
+
+    [[nodiscard]] std::optional<std::vector<std::byte>> png(const platform::PictureOfView& picture) override;
+
+private:
+    ViewBuilder build;
+};
+
+} // namespace corvid::toolkit

@@ -1,0 +1,76 @@
+#include "CorvidKit/Toolkit/PopoverPlacement.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace corvid::toolkit {
+
+namespace {
+
+
+/// Between the popover and what it hangs at, and the least between it and the edges of the visible frame.
+constexpr double gap = 6;
+
+double outside(double value, double least, double most) {
+    return std::max({least - value, value - most, 0.0});
+}
+
+/// The screen that has the point, or the nearest one.
+const platform::Screen& screenOf(CGPoint point, std::span<const platform::Screen> screens) {
+    const platform::Screen* nearest = nullptr;
+    double distance = std::numeric_limits<double>::infinity();
+    for (const platform::Screen& screen : screens) {
+        const CGRect& frame = screen.frame;
+        const double away = std::hypot(outside(point.x, frame.minX(), frame.maxX()),
+                                       outside(point.y, frame.minY(), frame.maxY()));
+        if (nearest == nullptr || away < distance) {
+            nearest = &screen;
+            distance = away;
+        }
+    }
+    return *nearest;
+}
+
+/// The start of `length` as near to `wanted` as it fits between the two; at `least` where it does not.
+double fitted(double wanted, double length, double least, double most) {
+    return std::max(least, std::min(wanted, most - length));
+}
+
+/// The corner at the end of the panel; at the top where there is no panel.
+CGRect panelCorner(const platform::Screen& screen) {
+    const double atTop = screen.frame.maxY() - screen.visibleFrame.maxY();
+    const double atBottom = screen.visibleFrame.minY() - screen.frame.minY();
+    return {{screen.visibleFrame.maxX(), atBottom > atTop ? screen.frame.minY() : screen.frame.maxY()}, {0, 0}};
+}
+
+CGRect anchorRect(const platform::Popover::Anchor& anchor, const std::optional<CGPoint>& pointer, const platform::Screen& primary) {
+    if (anchor.rect) {
+        return *anchor.rect;
+    }
+    if (anchor.isAtPointer && pointer) {
+        return {*pointer, {0, 0}};
+    }
+    return panelCorner(primary);
+}
+
+} // namespace
+
+std::optional<CGRect> popoverFrame(const platform::Popover::Anchor& anchor, const std::optional<CGPoint>& pointer, CGSize size,
+                                   std::span<const platform::Screen> screens) {
+    if (screens.empty()) {
+        return std::nullopt;
+    }
+    const CGRect rect = anchorRect(anchor, pointer, screens.front());
+    const platform::Screen& screen = screenOf({rect.midX(), rect.midY()}, screens);
+    const CGRect& visible = screen.visibleFrame;
+    const bool isBelow = rect.midY() >= screen.frame.midY();
+    const double y = isBelow ? rect.minY() - gap - size.height : rect.maxY() + gap;
+    // The upper edge counts more where not all of it fits: that is where it begins.
+    const double top = std::min(visible.maxY() - gap, std::max(y + size.height, visible.minY() + gap + size.height));
+    return CGRect{{fitted(rect.midX() - size.width / 2, size.width, visible.minX() + gap, visible.maxX() - gap),
+                   top - size.height},
+                  size};
+}
+
+} // namespace corvid::toolkit

@@ -1,0 +1,205 @@
+#include "CorvidKit/Toolkit/PopoverWindow.h"
+
+#include "CorvidKit/Toolkit/EnvironmentOf.h"
+#include "CorvidKit/Toolkit/PopoverPlacement.h"
+#include "CorvidKit/Toolkit/ScreenPixels.h"
+#include "Platform/MainActor.h"
+#include "Platform/Platform.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QQmlComponent>
+
+#include <chrono>
+#include <cmath>
+
+namespace corvid::toolkit {
+
+namespace {
+
+const QUrl frameFile(QStringLiteral("qrc:/qt/qml/CorvidKit/PopoverFrame.qml"));
+
+/// Of the window, which Qt asks for when it tells a window manager.
+constexpr Qt::WindowFlags flags = Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint;
+
+bool movesFocus(int key) {
+    switch (key) {
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+PopoverWindow::PopoverWindow(const Surroundings& surroundings, QQmlEngine& engine, ViewBuilder build)
+    : surroundings(surroundings)
+    , engine(engine)
+    , build(std::move(build)) {}
+
+PopoverWindow::~PopoverWindow() {
+    if (window) {
+        window->removeEventFilter(this);
+    }
+}
+
+void PopoverWindow::setContentView(std::shared_ptr<const platform::View> newView) {
+    performClose();
+    content.reset();
+    frame.reset();
+    window.reset();
+    view = std::move(newView);
+}
+
+bool PopoverWindow::isShown() const {
+    return window && window->isVisible();
+}
+
+bool PopoverWindow::prepare() {
+    if (window) {
+        return true;
+    }
+    if (!view || surroundings.ownWindows == nullptr) {
+        return false;
+    }
+    window = std::make_unique<QQuickWindow>();
+    window->setFlags(flags);
+    window->setTitle(QGuiApplication::applicationDisplayName());
+    window->setColor(Qt::transparent);
+    // What it holds is kept while it is hidden, so that it opens again at once.
+    window->setPersistentSceneGraph(true);
+    window->installEventFilter(this);
+    connect(window.get(), &QWindow::activeChanged, this, &PopoverWindow::followKeyboard);
+    if (!makeFrame()) {
+        window.reset();
+        return false;
+    }
+    return true;
+}
+
+bool PopoverWindow::makeFrame() {
+    content = build(*view, engine);
+    QQmlComponent component(&engine, frameFile);
+    frame.reset(qobject_cast<QQuickItem*>(component.create()));
+    if (!content || !frame) {
+        qWarning("The popover cannot be shown: %s", qPrintable(component.errorString()));
+        return false;
+    }
+    frame->setParentItem(window->contentItem());
+    frame->setProperty("content", QVariant::fromValue(content.get()));
+    connect(frame.get(), SIGNAL(dismissed()), this, SLOT(closeAsAsked()));
+    connect(frame.get(), &QQuickItem::implicitHeightChanged, this, &PopoverWindow::place);
+    connect(frame.get(), &QQuickItem::implicitWidthChanged, this, &PopoverWindow::place);
+    return true;
+}
+
+void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
+    if (isShown() || !prepare()) {
+        return;
+    }
+    anchor = newAnchor;
+    pointer = surroundings.ownWindows->pointer();
+    hadKeyboard = false;
+    frame->setProperty("isBlended", surroundings.ownWindows->areBlended());
+    frame->setProperty("isAnimated", animates);
+    environmentOf(engine).setUsingKeyboard(false);
+    QMetaObject::invokeMethod(content.get(), "appear");
+    window->create();
+    place();
+    QMetaObject::invokeMethod(frame.get(), "appear");
+    window->show();
+    place();
+    grabTries = 0;
+    grabPointer();
+}
+
+void PopoverWindow::place() {
+    if (!window || !window->handle()) {
+        return;
+    }
+    const QSizeF size(frame->implicitWidth(), frame->implicitHeight());
+    const double margin = frame->property("margin").toDouble();
+    const std::vector<platform::Screen> screens = surroundings.screens.screens();
+    const double ratio = window->devicePixelRatio();
+    const CGSize plate{(size.width() - 2 * margin) * ratio, (size.height() - 2 * margin) * ratio};
+    const std::optional<CGRect> found = popoverFrame(anchor, pointer, plate, screens);
+    frame->setSize(size);
+    if (!found) {
+        window->resize(size.toSize());
+        return;
+    }
+    // Upside down: windows are placed by their top-left corner, y down from the top of the primary screen.
+    const CGPoint topLeft{std::round(found->minX() - margin * ratio),
+                          std::round(screens.front().frame.maxY() - found->maxY() - margin * ratio)};
+    window->setGeometry(QRect(fromPixels(topLeft), size.toSize()));
+    surroundings.ownWindows->place(window->winId(), topLeft);
+}
+
+void PopoverWindow::makeKey() {
+    if (!isShown()) {
+        return;
+    }
+    surroundings.ownWindows->takeKeyboard(window->winId());
+    frame->forceActiveFocus(Qt::PopupFocusReason);
+}
+
+void PopoverWindow::grabPointer() {
+    // The panel holds the pointer as long as the button is down that opened the popover.
+    constexpr int mostTries = 100;
+    constexpr auto pause = std::chrono::milliseconds(20);
+    if (!isShown() || behavior != Behavior::transient || window->setMouseGrabEnabled(true) || ++grabTries > mostTries) {
+        return;
+    }
+    platform::MainActor& mainActor = platform::current().mainActor;
+    pendingGrab = mainActor.schedule(mainActor.now() + pause, pause, [this] { grabPointer(); });
+}
+
+void PopoverWindow::followKeyboard() {
+    if (window->isActive()) {
+        hadKeyboard = true;
+    } else if (hadKeyboard && behavior == Behavior::transient) {
+        performClose();
+    }
+}
+
+void PopoverWindow::performClose() {
+    if (!isShown()) {
+        return;
+    }
+    pendingGrab.reset();
+    window->setMouseGrabEnabled(false);
+    window->hide();
+}
+
+bool PopoverWindow::isOutside(const QPointF& position) const {
+    const double margin = frame->property("margin").toDouble();
+    const QRectF plate = QRectF(QPointF(), QSizeF(window->size())).adjusted(margin, margin, -margin, -margin);
+    return !plate.contains(position);
+}
+
+bool PopoverWindow::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+        if (behavior == Behavior::transient && isOutside(static_cast<QMouseEvent*>(event)->position())) {
+            performClose();
+            return true;
+        }
+        break;
+    case QEvent::KeyPress:
+        if (movesFocus(static_cast<QKeyEvent*>(event)->key())) {
+            environmentOf(engine).setUsingKeyboard(true);
+        }
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace corvid::toolkit

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "CorvidKit/Toolkit/Surroundings.h"
+#include "CorvidKit/Toolkit/ViewBuilder.h"
+#include "CorvidKitCore/Geometry.h"
+#include "Platform/MainActor.h"
+#include "Platform/Popover.h"
+
+#include <QObject>
+#include <QQuickWindow>
+
+#include <memory>
+#include <optional>
+
+namespace corvid::toolkit {
+
+/// The popover as a window that no window manager manages: it is above all others, at exactly its place, and gone with
+/// the next press beside it.
+class PopoverWindow final : public QObject, public platform::Popover {
+    Q_OBJECT
+
+public:
+    PopoverWindow(const Surroundings& surroundings, QQmlEngine& engine, ViewBuilder build);
+    ~PopoverWindow() override;
+
+    void setContentView(std::shared_ptr<const platform::View> view) override;
+
+    [[nodiscard]] bool hasContentView() const override { return view != nullptr; }
+
+    void setBehavior(Behavior newBehavior) override { behavior = newBehavior; }
+
+    void setAnimates(bool newAnimates) override { animates = newAnimates; }
+
+    [[nodiscard]] bool isShown() const override;
+    void show(const Anchor& newAnchor, Edge preferredEdge) override;
+    void makeKey() override;
+    void performClose() override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private Q_SLOTS:
+    void closeAsAsked() { performClose(); }
+
+private:
+    [[nodiscard]] bool prepare();
+    [[nodiscard]] bool makeFrame();
+    void place();
+    void grabPointer();
+    void followKeyboard();
+    [[nodiscard]] bool isOutside(const QPointF& position) const;
+
+    Surroundings surroundings;
+    QQmlEngine& engine;
+    ViewBuilder build;
+    std::shared_ptr<const platform::View> view;
+    Behavior behavior = Behavior::applicationDefined;
+    bool animates = false;
+    Anchor anchor;
+    std::optional<CGPoint> pointer;
+    std::unique_ptr<QQuickWindow> window;
+    std::unique_ptr<QQuickItem> frame;
+    std::unique_ptr<QQuickItem> content;
+    std::unique_ptr<platform::ScheduledWork> pendingGrab;
+    int grabTries = 0;
+    bool hadKeyboard = false;
+};
+
+} // namespace corvid::toolkit

@@ -1,0 +1,88 @@
+#include "CorvidKit/Toolkit/QuickToolkit.h"
+
+#include "CorvidKit/Toolkit/EnvironmentOf.h"
+#include "CorvidKit/Components/KeyFontFamily.h"
+#include "CorvidKit/Toolkit/Fonts.h"
+#include "CorvidKit/Toolkit/Translations.h"
+
+#include <QIcon>
+#include <QLocale>
+#include <QQuickWindow>
+
+#include <clocale>
+
+namespace corvid::toolkit {
+
+namespace {
+
+// Qt wants a program's name, and may take arguments away that are its own.
+char programName[] = "tessel"; // NOLINT(*-avoid-c-arrays)
+char* programArguments[] = {programName, nullptr}; // NOLINT(*-avoid-c-arrays)
+int programArgumentCount = 1;
+
+/// What Qt reads from the environment has to be there before its application object is made.
+void prepareEnvironment(const Surroundings& surroundings) {
+    const bool hasDesktop = surroundings.ownWindows != nullptr;
+    // The second platform keeps Qt from stopping the process where the first cannot be had.
+    qputenv("QT_QPA_PLATFORM", hasDesktop ? "xcb;offscreen" : "offscreen");
+    if (!hasDesktop) {
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(surroundings.pictureScale));
+    }
+    // A session manager knows of programs by their windows; ours comes and goes.
+    qunsetenv("SESSION_MANAGER");
+    qunsetenv("QT_STYLE_OVERRIDE");
+}
+
+} // namespace
+
+std::unique_ptr<QuickToolkit> QuickToolkit::start(const Surroundings& surroundings, ViewBuilder build) {
+    prepareEnvironment(surroundings);
+    auto toolkit = std::make_unique<QuickToolkit>(surroundings, std::move(build));
+    if (surroundings.ownWindows != nullptr && QGuiApplication::platformName() == QStringLiteral("offscreen")) {
+        return nullptr;
+    }
+    return toolkit;
+}
+
+QuickToolkit::QuickToolkit(const Surroundings& surroundings, ViewBuilder build)
+    : surroundings(surroundings) {
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    application = std::make_unique<QGuiApplication>(programArgumentCount, programArguments);
+    // Qt takes over all of the user's locale; numbers stay as programs write them.
+    std::setlocale(LC_NUMERIC, "C"); // NOLINT(concurrency-mt-unsafe)
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Tessel"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.corvid.Tessel"));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    loadFonts();
+    translators = loadTranslations(surroundings.languages);
+    engine = std::make_unique<QQmlEngine>();
+    engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    followAppearance();
+    hanging = std::make_unique<PopoverWindow>(surroundings, *engine, build);
+    chooser = std::make_unique<OpenPanelWindow>(surroundings, *engine);
+    renderer = std::make_unique<ImageRenderer>(build);
+}
+
+QuickToolkit::~QuickToolkit() {
+    surroundings.appearance.follow([] {});
+}
+
+void QuickToolkit::followAppearance() {
+    const auto take = [this] {
+        Environment& environment = environmentOf(*engine);
+        environment.setDark(surroundings.appearance.colorScheme() == platform::ColorScheme::dark);
+        environment.setReducesMotion(surroundings.appearance.reducesMotion());
+    };
+    if (surroundings.ownWindows != nullptr) {
+        surroundings.appearance.follow(take);
+    }
+    take();
+}
+
+void QuickToolkit::run() {
+    const LoopPump pump(surroundings.mainLoop);
+    QGuiApplication::exec();
+}
+
+} // namespace corvid::toolkit

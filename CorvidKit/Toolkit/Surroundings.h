@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Platform/Appearance.h"
+#include "Platform/HostedLoop.h"
+#include "Platform/OwnWindows.h"
+#include "Platform/Screens.h"
+
+#include <string>
+#include <vector>
+
+namespace corvid::toolkit {
+
+/// What the toolkit works with. Everything here outlives it.
+struct Surroundings {
+    platform::HostedLoop& mainLoop;
+    platform::Appearance& appearance;
+    /// Null where there is no desktop, and nothing but pictures can be had.
+    platform::OwnWindows* ownWindows;
+    platform::Screens& screens;
+    /// The languages that the user wants, the best first.
+    std::vector<std::string> languages;
+    /// The pixels per point of pictures, where there is no desktop.
+    double pictureScale = 1;
+};
+
+} // namespace corvid::toolkit

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "Platform/Accessibility.h"
+#include "Platform/AccessibilityObserver.h"
+#include "Platform/Beep.h"
+#include "Platform/HotKeyEvents.h"
+#include "Platform/NotificationCenter.h"
+#include "Platform/RunningApplications.h"
+#include "Platform/Screens.h"
+#include "Platform/Workspace.h"
+
+#include <memory>
+
+/// A desktop that is not there: nothing runs, nothing is shown, and whatever is asked for is refused. So that nobody has
+/// to ask first whether there is one.
+namespace platform::absent {
+
+class Accessibility final : public platform::Accessibility {
+public:
+    [[nodiscard]] AXUIElement applicationElement(ProcessIdentifier process) override;
+
+    [[nodiscard]] std::expected<AXValue, AXError> copyAttributeValue(const AXUIElement& /*element*/,
+                                                                     std::string_view /*attribute*/) override {
+        return std::unexpected(AXError::apiDisabled);
+    }
+
+    AXError setAttributeValue(const AXUIElement& /*element*/, std::string_view /*attribute*/,
+                              const AXValue& /*value*/) override {
+        return AXError::apiDisabled;
+    }
+
+    [[nodiscard]] std::expected<ProcessIdentifier, AXError> processIdentifier(const AXUIElement& /*element*/) override {
+        return std::unexpected(AXError::apiDisabled);
+    }
+
+    [[nodiscard]] std::optional<AXValue> createValue(corvid::CGPoint point) override { return point; }
+
+    [[nodiscard]] std::optional<AXValue> createValue(corvid::CGSize size) override { return size; }
+
+    [[nodiscard]] bool isProcessTrusted() override { return false; }
+
+    bool isProcessTrustedWithPrompt() override { return false; }
+};
+
+class AccessibilityObservers final : public platform::AccessibilityObservers {
+public:
+    [[nodiscard]] std::expected<std::unique_ptr<AXObserver>, AXError>
+    createObserver(ProcessIdentifier /*process*/, AXObserverCallback /*callback*/) override {
+        return std::unexpected(AXError::apiDisabled);
+    }
+};
+
+class Beep final : public platform::Beep {
+public:
+    void beep() override {}
+};
+
+class HotKeyEvents final : public platform::HotKeyEvents {
+public:
+    OSStatus installHandler(HotKeyEventHandler /*handler*/, void* /*userData*/) override { return noErr; }
+
+    [[nodiscard]] Registration registerHotKey(std::uint32_t /*keyCode*/, std::uint32_t /*modifiers*/,
+                                              EventHotKeyID /*name*/) override {
+        return {.status = eventHotKeyInvalidErr, .reference = std::nullopt};
+    }
+
+    void unregisterHotKey(EventHotKeyRef /*reference*/) override {}
+};
+
+class RunningApplications final : public platform::RunningApplications {
+public:
+    [[nodiscard]] std::vector<RunningApplicationReference> runningApplications() override { return {}; }
+
+    [[nodiscard]] RunningApplicationReference runningApplication(ProcessIdentifier /*process*/) override {
+        return nullptr;
+    }
+
+    [[nodiscard]] std::shared_ptr<NotificationCenter> notificationCenter() override { return center; }
+
+private:
+    std::shared_ptr<NotificationCenter> center = std::make_shared<NotificationCenter>();
+};
+
+class Screens final : public platform::Screens {
+public:
+    [[nodiscard]] std::vector<Screen> screens() override { return {}; }
+};
+
+class Workspace final : public platform::Workspace {
+public:
+    [[nodiscard]] std::optional<ProcessIdentifier> frontmostApplication() override { return std::nullopt; }
+};
+
+class Desktop {
+public:
+    Accessibility accessibility;
+    AccessibilityObservers accessibilityObservers;
+    Beep sound;
+    HotKeyEvents hotKeyEvents;
+    RunningApplications runningApplications;
+    Screens screens;
+    Workspace workspace;
+};
+
+} // namespace platform::absent

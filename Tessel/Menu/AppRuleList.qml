@@ -1,0 +1,28 @@
+import QtQuick
+import CorvidKit
+
+// The rows of the rules; as many as there are, a few at a time.
+ListView {
+    id: list
+
+    required property MenuState appState
+
+    model: list.appState.ruleApps
+    clip: true
+    boundsBehavior: Flickable.StopAtBounds
+    reuseItems: true
+    keyNavigationEnabled: false
+    Accessible.role: Accessible.List
+    Accessible.name: qsTranslate("Tessel", "When these apps open")
+
+    delegate: AppRuleRow {
+        width: list.width
+        appState: list.appState
+        onFocused: list.positionViewAtIndex(index, ListView.Contain)
+        onChanged: action => action === "" ? list.appState.removeRule(bundleID) : list.appState.setRule(bundleID, action)
+    }
+
+    ScrollMark {
+        list: list
+    }
+}

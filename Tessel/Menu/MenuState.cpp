@@ -1,0 +1,206 @@
+#include "Tessel/Menu/MenuState.h"
+
+#include "CorvidKit/AppInfo.h"
+#include "CorvidKit/SystemSettings.h"
+#include "Platform/ApplicationCatalogue.h"
+#include "Platform/MainActor.h"
+#include "Platform/Platform.h"
+#include "Platform/ThisApplication.h"
+#include "Tessel/Menu/ImageSource.h"
+#include "Tessel/ShortcutText.h"
+
+#include <QCoreApplication>
+
+namespace tessel {
+
+namespace {
+
+QString translated(std::string_view key, const char* variant = nullptr, int count = -1) {
+    return QCoreApplication::translate("Tessel", std::string(key).c_str(), variant, count);
+}
+
+QString text(std::string_view utf8) {
+    return QString::fromUtf8(utf8);
+}
+
+QVariantMap description(WindowAction action) {
+    QStringList keys;
+    for (const std::string& symbol : action.shortcut().symbols()) {
+        keys.append(QString::fromStdString(symbol));
+    }
+    return {{"id", text(action.rawValue())},
+            {"title", translated(action.title())},
+            {"symbol", text(action.symbol())},
+            {"keys", keys},
+            {"spokenKeys", QString::fromStdString(shortcutText(action.shortcut()))}};
+}
+
+template <typename Actions>
+QVariantList descriptions(const Actions& actions) {
+    QVariantList list;
+    for (const WindowAction action : actions) {
+        list.append(description(action));
+    }
+    return list;
+}
+
+} // namespace
+
+MenuState::MenuState(AppState& state, QObject* parent)
+    : QObject(parent)
+    , state(state) {
+    stateChanges = state.objectWillChange().subscribe([this] { refreshSoon(); });
+    reminderChanges = state.updates().updateReminderDueFlag().subscribe([this](bool /*due*/) { refreshSoon(); });
+    rows.show(state.ruleApps());
+}
+
+void MenuState::refreshSoon() {
+    if (refreshIsPending) {
+        return;
+    }
+    // Told before the change; in the next turn it is there.
+    refreshIsPending = true;
+    platform::current().mainActor.post([this, watch = lifetime.watch()] {
+        if (!watch.isOver()) {
+            refreshIsPending = false;
+            refresh();
+        }
+    });
+}
+
+void MenuState::refresh() {
+    rows.show(state.ruleApps());
+    Q_EMIT changed();
+}
+
+MenuState::Status MenuState::status() const {
+    switch (state.status()) {
+    case AppStatus::paused:
+        return Paused;
+    case AppStatus::waitingForPermission:
+        return WaitingForPermission;
+    case AppStatus::shortcutsTaken:
+        return ShortcutsTaken;
+    case AppStatus::active:
+        return Active;
+    }
+    std::unreachable();
+}
+
+QString MenuState::statusText() const {
+    switch (state.status()) {
+    case AppStatus::paused:
+        return translated("Paused");
+    case AppStatus::waitingForPermission:
+        return translated("Waiting for permission");
+    case AppStatus::shortcutsTaken:
+        return translated("Some shortcuts are taken");
+    case AppStatus::active:
+        break;
+    }
+    const int shortcuts = static_cast<int>(WindowAction::allCases.size());
+    const int apps = static_cast<int>(state.rules().size());
+    const QString key = QString::fromUtf8("Active · %lld shortcuts · %lld apps");
+    const QString sentence = translated(key.toStdString());
+    if (sentence != key) {
+        return sentence.arg(translated("%n shortcuts", nullptr, shortcuts), translated("%n apps", nullptr, apps));
+    }
+    return QString::fromUtf8("Active · %1 shortcuts · %2 apps").arg(shortcuts).arg(apps);
+}
+
+bool MenuState::isEnabled() const {
+    return state.isEnabled();
+}
+
+void MenuState::setEnabled(bool enabled) {
+    state.setEnabled(enabled);
+}
+
+bool MenuState::hasAccessibility() const {
+    return state.hasAccessibility();
+}
+
+bool MenuState::updateReminderDue() const {
+    return state.updates().updateReminderDue();
+}
+
+QStringList MenuState::failedShortcuts() const {
+    QStringList failed;
+    for (const WindowAction action : state.failedShortcuts()) {
+        failed.append(text(action.rawValue()));
+    }
+    return failed;
+}
+
+QVariantList MenuState::actions() const {
+    return descriptions(WindowAction::menuOrder);
+}
+
+QVariantList MenuState::ruleActions() const {
+    return descriptions(WindowAction::ruleActions);
+}
+
+QString MenuState::version() const {
+    return QString::fromStdString(corvid::AppInfo::version());
+}
+
+QString MenuState::permissionTitle() const {
+    return translated("Allow Accessibility access", "X11");
+}
+
+QString MenuState::permissionMessage() const {
+    return translated("macOS requires this permission for an app to move and resize other apps' windows. If Tessel is "
+                      "already turned on in the list, select it, click − and open the app again.",
+                      "X11");
+}
+
+QVariantList MenuState::addableRunningApps() const {
+    platform::ApplicationCatalogue& catalogue = platform::current().applicationCatalogue;
+    QVariantList list;
+    for (const platform::RunningApplicationReference& application : state.addableRunningApps()) {
+        const std::string identifier = application->bundleIdentifier().value_or("");
+        const auto location = catalogue.location(identifier);
+        list.append(QVariantMap{{"bundleID", QString::fromStdString(identifier)},
+                                {"title", QString::fromStdString(application->localizedName().value_or(identifier))},
+                                {"icon", location ? imageSource(catalogue.icon(*location)) : QString()}});
+    }
+    return list;
+}
+
+void MenuState::addRunningApp(const QString& bundleID) {
+    if (!bundleID.isEmpty()) {
+        state.setRule(bundleID.toStdString(), WindowAction::maximize);
+    }
+}
+
+void MenuState::setRule(const QString& bundleID, const QString& action) {
+    if (const auto wanted = WindowAction::fromRawValue(action.toStdString())) {
+        state.setRule(bundleID.toStdString(), *wanted);
+    }
+}
+
+void MenuState::removeRule(const QString& bundleID) {
+    state.setRule(bundleID.toStdString(), std::nullopt);
+}
+
+void MenuState::chooseApp() {
+    state.chooseApp(WindowAction::maximize);
+}
+
+void MenuState::checkForUpdates() {
+    state.updates().checkForUpdates();
+}
+
+void MenuState::dismissUpdateReminder() {
+    state.updates().dismissUpdateReminder();
+}
+
+void MenuState::openAccessibilitySettings() {
+    corvid::SystemSettings::open(corvid::SystemSettings::Pane::accessibility);
+}
+
+void MenuState::quit() {
+    platform::current().thisApplication.terminate();
+}
+
+} // namespace tessel

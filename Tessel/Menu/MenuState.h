@@ -1,0 +1,92 @@
+#pragma once
+
+#include "CorvidKit/Lifetime.h"
+#include "CorvidKit/Publisher.h"
+#include "Tessel/AppState.h"
+#include "Tessel/Menu/RuleAppModel.h"
+
+#include <QObject>
+#include <QStringList>
+#include <QVariantList>
+#include <QtQml/qqmlregistration.h>
+
+namespace tessel {
+
+/// Shows the program's state to views: what they may read, and what they may ask for. Holds nothing of its own but what
+/// it last told. Main thread only.
+class MenuState final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by whoever makes the view")
+    Q_PROPERTY(Status status READ status NOTIFY changed)
+    Q_PROPERTY(QString statusText READ statusText NOTIFY changed)
+    Q_PROPERTY(bool isEnabled READ isEnabled WRITE setEnabled NOTIFY changed)
+    Q_PROPERTY(bool hasAccessibility READ hasAccessibility NOTIFY changed)
+    Q_PROPERTY(bool updateReminderDue READ updateReminderDue NOTIFY changed)
+    Q_PROPERTY(QStringList failedShortcuts READ failedShortcuts NOTIFY changed)
+    Q_PROPERTY(QAbstractItemModel* ruleApps READ ruleApps CONSTANT)
+    Q_PROPERTY(QVariantList actions READ actions CONSTANT)
+    Q_PROPERTY(QVariantList ruleActions READ ruleActions CONSTANT)
+    Q_PROPERTY(QString version READ version CONSTANT)
+    Q_PROPERTY(QString permissionTitle READ permissionTitle CONSTANT)
+    Q_PROPERTY(QString permissionMessage READ permissionMessage CONSTANT)
+
+public:
+    enum Status { Paused, WaitingForPermission, ShortcutsTaken, Active };
+    Q_ENUM(Status)
+
+    /// `state` must outlive this.
+    explicit MenuState(AppState& state, QObject* parent = nullptr);
+
+    [[nodiscard]] Status status() const;
+    [[nodiscard]] QString statusText() const;
+    [[nodiscard]] bool isEnabled() const;
+    void setEnabled(bool enabled);
+    [[nodiscard]] bool hasAccessibility() const;
+    [[nodiscard]] bool updateReminderDue() const;
+
+    /// The raw values of the actions whose shortcut is taken.
+    [[nodiscard]] QStringList failedShortcuts() const;
+
+    [[nodiscard]] QAbstractItemModel* ruleApps() { return &rows; }
+
+    /// The actions in the order of the menu, each with `id`, `title`, `symbol`, `keys` and `spokenKeys`.
+    [[nodiscard]] QVariantList actions() const;
+
+    /// Those that a rule may hold.
+    [[nodiscard]] QVariantList ruleActions() const;
+
+    [[nodiscard]] QString version() const;
+
+    /// What is missing while the desktop does not let the program move windows, and what to do about it.
+    [[nodiscard]] QString permissionTitle() const;
+    [[nodiscard]] QString permissionMessage() const;
+
+    /// The running applications that could be given a rule, each with `bundleID`, `title` and `icon`.
+    Q_INVOKABLE [[nodiscard]] QVariantList addableRunningApps() const;
+
+    Q_INVOKABLE void addRunningApp(const QString& bundleID);
+    Q_INVOKABLE void setRule(const QString& bundleID, const QString& action);
+    Q_INVOKABLE void removeRule(const QString& bundleID);
+    Q_INVOKABLE void chooseApp();
+    Q_INVOKABLE void checkForUpdates();
+    Q_INVOKABLE void dismissUpdateReminder();
+    Q_INVOKABLE void openAccessibilitySettings();
+    Q_INVOKABLE void quit();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void refreshSoon();
+    void refresh();
+
+    AppState& state;
+    RuleAppModel rows;
+    bool refreshIsPending = false;
+    corvid::Subscription stateChanges;
+    corvid::Subscription reminderChanges;
+    corvid::Lifetime lifetime;
+};
+
+} // namespace tessel

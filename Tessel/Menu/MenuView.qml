@@ -1,0 +1,115 @@
+import QtQuick
+import CorvidKit
+
+// The whole interface: what the program does, and everything that can be changed about it.
+Item {
+    id: view
+
+    required property MenuState appState
+    property string tab: "shortcuts"
+    readonly property TesselBrand brand: TesselBrand {}
+
+    implicitWidth: 340
+    implicitHeight: stack.height + 28
+    LayoutMirroring.enabled: Environment.isMirrored
+    LayoutMirroring.childrenInherit: true
+    Accessible.role: Accessible.Pane
+    Accessible.name: brand.name
+    Component.onCompleted: Environment.appBrand = brand
+
+    // What may have changed while the view was not shown.
+    function appear() {
+        loginRow.refresh();
+    }
+
+    function statusColor(): color {
+        switch (appState.status) {
+        case MenuState.Paused:
+            return Style.grey;
+        case MenuState.Active:
+            return Style.green;
+        default:
+            return Style.orange;
+        }
+    }
+
+    Column {
+        id: stack
+        x: 14
+        y: 14
+        width: parent.width - 28
+        spacing: 12
+
+        MenuHeader {
+            width: parent.width
+            status: view.appState.statusText
+            statusColor: view.statusColor()
+            isOn: view.appState.isEnabled
+            switchHelp: view.appState.isEnabled ? qsTranslate("Tessel", "Turn off") : qsTranslate("Tessel", "Turn on")
+            onToggled: isOn => view.appState.isEnabled = isOn
+        }
+        UpdateReminderCard {
+            width: parent.width
+            visible: view.appState.updateReminderDue
+            onCheck: view.appState.checkForUpdates()
+            onNotNow: view.appState.dismissUpdateReminder()
+        }
+        WarningCard {
+            width: parent.width
+            visible: !view.appState.hasAccessibility
+            symbol: "hand.raised.fill"
+            title: view.appState.permissionTitle
+            message: view.appState.permissionMessage
+            onAction: view.appState.openAccessibilitySettings()
+        }
+        TabSwitcher {
+            width: parent.width
+            selection: view.tab
+            onSelected: tab => view.tab = tab
+        }
+        Item {
+            width: parent.width
+            height: 245
+
+            ShortcutsCard {
+                width: parent.width
+                height: parent.height
+                visible: view.tab === "shortcuts"
+                appState: view.appState
+            }
+            AppsCard {
+                width: parent.width
+                height: parent.height
+                visible: view.tab === "apps"
+                appState: view.appState
+            }
+        }
+        Card {
+            width: parent.width
+
+            OpenAtLoginRow {
+                id: loginRow
+                width: parent.width
+            }
+        }
+        PrivacyCard {
+            width: parent.width
+
+            PrivacyItem {
+                symbol: "network.slash"
+                text: qsTranslate("Tessel", "No internet connection, no data collected")
+            }
+            PrivacyItem {
+                symbol: "eye.slash.fill"
+                text: qsTranslate("Tessel", "Only moves windows, never reads them")
+            }
+        }
+        MenuFooter {
+            width: parent.width
+            canCheckForUpdates: true
+            version: view.appState.version
+            onCheckForUpdates: view.appState.checkForUpdates()
+            onQuit: view.appState.quit()
+        }
+    }
+}

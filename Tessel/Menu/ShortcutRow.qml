@@ -1,0 +1,64 @@
+import QtQuick
+import CorvidKit
+
+// One action and its shortcut.
+Item {
+    id: row
+
+    property string symbol
+    property string title
+    property list<string> keys
+    property string spokenKeys
+    property bool isTaken
+
+    implicitHeight: 40
+
+    ActionIcon {
+        id: icon
+        anchors.left: parent.left
+        anchors.leftMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        symbol: row.symbol
+    }
+    Label {
+        id: label
+        anchors.left: icon.right
+        anchors.leftMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, caps.x > x ? caps.x - x - 30 : parent.width - 170)
+        text: row.title
+        size: 12
+    }
+    Symbol {
+        id: sign
+        property bool isHovered: false
+
+        visible: row.isTaken
+        anchors.left: label.right
+        anchors.leftMargin: 6
+        anchors.verticalCenter: parent.verticalCenter
+        name: "exclamationmark.triangle.fill"
+        size: 10
+        color: Style.orange
+        Accessible.ignored: !row.isTaken
+        Accessible.role: Accessible.Graphic
+        Accessible.name: tip.text
+
+        TrackingHover {
+            onHoverChanged: isOver => sign.isHovered = isOver
+        }
+        ToolTip {
+            id: tip
+            control: sign
+            text: qsTranslate("Tessel", "Another app is already using this shortcut")
+        }
+    }
+    KeyCaps {
+        id: caps
+        anchors.right: parent.right
+        anchors.rightMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        keys: row.keys
+        spoken: row.spokenKeys
+    }
+}

@@ -1,0 +1,41 @@
+import QtQuick
+import CorvidKit
+
+// What each shortcut does.
+Card {
+    id: card
+
+    required property MenuState appState
+
+    Column {
+        width: parent.width
+
+        Repeater {
+            model: card.appState.actions
+
+            Column {
+                id: entry
+                required property var modelData
+                required property int index
+
+                width: parent.width
+
+                Rectangle {
+                    visible: entry.index > 0
+                    x: entry.LayoutMirroring.enabled ? 0 : 40
+                    width: parent.width - 40
+                    height: Style.hairline
+                    color: Style.divider
+                }
+                ShortcutRow {
+                    width: parent.width
+                    symbol: entry.modelData.symbol
+                    title: entry.modelData.title
+                    keys: entry.modelData.keys
+                    spokenKeys: entry.modelData.spokenKeys
+                    isTaken: card.appState.failedShortcuts.includes(entry.modelData.id)
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "CorvidKit/Toolkit/Surroundings.h"
+#include "Platform/Toolkit.h"
+
+namespace tessel {
+
+/// The plugin's one function, "tesselStartToolkit": starts the toolkit, which becomes the caller's. Null where it cannot
+/// connect to the desktop. At most one toolkit at a time, and the plugin stays loaded.
+using StartToolkit = platform::Toolkit* (*)(const corvid::toolkit::Surroundings& surroundings);
+
+inline constexpr const char* startToolkitName = "tesselStartToolkit";
+
+} // namespace tessel

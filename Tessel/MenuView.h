@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Platform/View.h"
+#include "Tessel/AppState.h"
+#include "Tessel/MenuTab.h"
+
+#include <memory>
+#include <utility>
+
+namespace tessel {
+
+/// The root view of the interface: what it observes, and the tab that it begins with.
+class MenuView final : public platform::View {
+public:
+    /// `state` outlives every view of it.
+    explicit MenuView(AppState& state, MenuTab tab = MenuTab::shortcuts)
+        : observed(&state)
+        , tab(tab) {}
+
+    /// Over a state of its own, which goes with the view.
+    explicit MenuView(std::shared_ptr<AppState> state, MenuTab tab)
+        : owned(std::move(state))
+        , observed(owned.get())
+        , tab(tab) {}
+
+    [[nodiscard]] AppState& state() const { return *observed; }
+
+private:
+    std::shared_ptr<AppState> owned;
+    AppState* observed;
+
+public:
+    const MenuTab tab;
+};
+
+} // namespace tessel

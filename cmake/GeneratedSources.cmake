@@ -1,0 +1,6 @@
+# Sources that Qt's tools write are not ours to keep free of warnings.
+function(tessel_accept_generated_sources target)
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources INCLUDE REGEX "/\\.rcc/|_qmltyperegistrations\\.cpp$")
+    set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w SKIP_LINTING ON)
+endfunction()
