@@ -1,4 +1,5 @@
 #include "CorvidKit/Publisher.h"
+#include "CorvidKitCore/CommandLineOption.h"
 #include "Platform/Linux/AddressOpener.h"
 #include "Platform/Linux/Applications/DesktopEntries.h"
 #include "Platform/Linux/Applications/DesktopEntryCatalogue.h"
@@ -14,7 +15,6 @@
 #include "Platform/Linux/LoopApplication.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProcessInfo.h"
-#include "Platform/Linux/ProgramFolder.h"
 #include "Platform/Linux/ServiceNotification.h"
 #include "Platform/Linux/Settings/UserDefaults.h"
 #include "Platform/Linux/SystemClock.h"
@@ -27,8 +27,10 @@
 #include "Tessel/RemoteCommand.h"
 #include "Tessel/RemoteControl.h"
 #include "Tessel/StatusLine.h"
+#include "Tessel/Wiring/Locale.h"
+#include "Tessel/Wiring/PictureRun.h"
+#include "Tessel/Wiring/ThisProgram.h"
 
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -36,28 +38,13 @@
 
 namespace {
 
-platform::MainBundle mainBundle() {
-    return {.identifier = "org.corvid.Tessel",
-            .infoDictionary = {{"CFBundleShortVersionString", TESSEL_VERSION}},
-            .website = TESSEL_WEBSITE};
-}
-
-/// Lets names be sorted and shown in the user's language; numbers stay as programs write them.
-void enterLocale() {
-    for (const int category : {LC_CTYPE, LC_COLLATE, LC_MESSAGES}) {
-        if (std::setlocale(category, "") == nullptr) {
-            std::setlocale(category, "C.UTF-8");
-        }
-    }
-}
-
 std::string statusLine(const tessel::AppState& state) {
     return tessel::statusLine(state.status(), state.failedShortcuts());
 }
 
 /// The resident program: everything is wired here, and nowhere else.
 int runResident() {
-    enterLocale();
+    tessel::enterLocale();
     platform::linux::MainLoop mainLoop;
     mainLoop.endOnTerminationSignals();
 
@@ -86,13 +73,13 @@ int runResident() {
     platform::linux::SessionBus sessionBus(mainLoop);
     platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
     platform::linux::AutostartLoginItem loginItem;
-    platform::linux::Localization localization("tessel", platform::linux::programFolder() / TESSEL_LOCALE_FOLDER);
+    platform::linux::Localization localization("tessel", tessel::localeFolder());
     platform::linux::LoopApplication application(mainLoop);
     platform::linux::ProcessInfo processInfo;
     platform::linux::SystemClock systemClock;
     platform::linux::SystemLog systemLog;
     platform::linux::UserDefaults userDefaults;
-    const platform::MainBundle bundle = mainBundle();
+    const platform::MainBundle bundle = tessel::mainBundle();
     const platform::Platform table{
         .accessibility = (*desktop)->accessibility(),
         .accessibilityObservers = (*desktop)->accessibilityObservers(),
@@ -159,6 +146,10 @@ struct Overloaded : Handlers... {
 
 int main(int argumentCount, char** arguments) {
     const std::vector<std::string> words(arguments, arguments + argumentCount);
+    if (const auto directory = corvid::CommandLineOption::value("--snapshot", words)) {
+        tessel::runPictures(*directory);
+        return EXIT_SUCCESS;
+    }
     return std::visit(Overloaded{
                           [](const tessel::CommandLine::Run&) { return runResident(); },
                           [](const tessel::CommandLine::Print& print) {

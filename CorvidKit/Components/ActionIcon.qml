@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // A small rounded square in the brand's colour with a white symbol.
 RoundedRectangle {
@@ -10,8 +11,8 @@ RoundedRectangle {
     implicitWidth: size
     implicitHeight: size
     radius: size * 0.27
-    color: Style.lighter(Brand.current.accent)
-    endColor: Brand.current.accent
+    color: Style.lighter(Environment.appBrand.accent)
+    endColor: Environment.appBrand.accent
     Accessible.ignored: true
 
     Symbol {

@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // The program's icon.
 RoundedRectangle {
@@ -9,14 +10,14 @@ RoundedRectangle {
     implicitWidth: size
     implicitHeight: size
     radius: size * 0.225
-    color: Brand.current.gradient[0]
-    endColor: Brand.current.gradient[Brand.current.gradient.length - 1]
+    color: Environment.appBrand.gradient[0]
+    endColor: Environment.appBrand.gradient[Environment.appBrand.gradient.length - 1]
     Accessible.ignored: true
 
     Symbol {
         anchors.centerIn: parent
-        name: Brand.current.symbol
-        size: glyph.size * Brand.current.symbolScale
+        name: Environment.appBrand.symbol
+        size: glyph.size * Environment.appBrand.symbolScale
         color: "white"
     }
 }

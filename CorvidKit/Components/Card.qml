@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // A rounded, bordered container, as high as its content unless it is given a height.
 RoundedRectangle {

@@ -28,8 +28,19 @@ QFont sized(QFont font, qreal size, int weight) {
 
 } // namespace
 
-Environment::Environment(QObject* parent)
-    : QObject(parent) {}
+Environment::Environment(QQmlEngine& engine)
+    : QObject(&engine) {
+    QQmlEngine::setObjectOwnership(this, QQmlEngine::CppOwnership);
+}
+
+Environment& Environment::of(QQmlEngine& engine) {
+    auto* present = engine.findChild<Environment*>(QString(), Qt::FindDirectChildrenOnly);
+    return present == nullptr ? *new Environment(engine) : *present;
+}
+
+Environment* Environment::create(QQmlEngine* engine, QJSEngine* /*scripts*/) {
+    return &of(*engine);
+}
 
 void Environment::setDark(bool value) {
     if (dark != value) {
@@ -60,9 +71,10 @@ void Environment::setUsingKeyboard(bool value) {
     }
 }
 
-void Environment::setAppBrand(QObject* value) {
-    if (brand != value) {
-        brand = value;
+void Environment::setAppBrand(AppBrand* value) {
+    AppBrand* wanted = value == nullptr ? &plainBrand : value;
+    if (brand != wanted) {
+        brand = wanted;
         Q_EMIT changed();
     }
 }

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "CorvidKit/Components/AppBrand.h"
+
 #include <QColor>
 #include <QFont>
 #include <QObject>
+#include <QPointer>
+#include <QQmlEngine>
 #include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
@@ -10,7 +14,7 @@ namespace corvid {
 
 /// What surrounds every view of one engine: how the user wants it to look, and whose program it is. Colours and sizes
 /// that follow from it are in `Style`.
-class Environment final : public QObject {
+class Environment : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
@@ -19,10 +23,14 @@ class Environment final : public QObject {
     Q_PROPERTY(bool isSnapshot READ isSnapshot CONSTANT)
     Q_PROPERTY(bool isMirrored READ isMirrored CONSTANT)
     Q_PROPERTY(bool isUsingKeyboard READ isUsingKeyboard WRITE setUsingKeyboard NOTIFY changed)
-    Q_PROPERTY(QObject* appBrand READ appBrand WRITE setAppBrand NOTIFY changed)
+    Q_PROPERTY(corvid::AppBrand* appBrand READ appBrand WRITE setAppBrand NOTIFY changed)
 
 public:
-    explicit Environment(QObject* parent = nullptr);
+    /// What surrounds the views of that engine; made if need be, and the engine's.
+    [[nodiscard]] static Environment& of(QQmlEngine& engine);
+
+    /// How the engine finds it.
+    [[nodiscard]] static Environment* create(QQmlEngine* engine, QJSEngine* scripts);
 
     [[nodiscard]] bool isDark() const { return dark; }
 
@@ -43,10 +51,11 @@ public:
 
     void setUsingKeyboard(bool value);
 
-    /// An `AppBrand`; null until a root view sets its own.
-    [[nodiscard]] QObject* appBrand() const { return brand; }
+    /// A plain one until a root view sets its own.
+    [[nodiscard]] AppBrand* appBrand() const { return brand; }
 
-    void setAppBrand(QObject* value);
+    /// Null for the plain one.
+    void setAppBrand(AppBrand* value);
 
     /// The user's font in that size in points; `weight` as in QFont.
     Q_INVOKABLE [[nodiscard]] QFont font(qreal size, int weight = QFont::Normal) const;
@@ -61,10 +70,13 @@ Q_SIGNALS:
     void changed();
 
 private:
+    explicit Environment(QQmlEngine& engine);
+
     bool dark = false;
     bool lessMotion = false;
     bool usingKeyboard = false;
-    QObject* brand = nullptr;
+    AppBrand plainBrand;
+    QPointer<AppBrand> brand = &plainBrand;
 };
 
 } // namespace corvid

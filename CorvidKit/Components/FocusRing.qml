@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // Marks what has the keyboard, for those who use it.
 RoundedRectangle {
@@ -9,6 +10,6 @@ RoundedRectangle {
     visible: control.activeFocus && Environment.isUsingKeyboard && !Environment.isSnapshot
     color: "transparent"
     borderWidth: 2
-    borderColor: Qt.alpha(Brand.current.accent, 0.65)
+    borderColor: Qt.alpha(Environment.appBrand.accent, 0.65)
     radius: 8
 }

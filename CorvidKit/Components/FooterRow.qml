@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // One clickable line at the bottom.
 Pressable {

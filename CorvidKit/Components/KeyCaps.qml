@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // A shortcut as a row of key caps.
 Row {

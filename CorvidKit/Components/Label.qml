@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // One text in the user's font.
 Text {

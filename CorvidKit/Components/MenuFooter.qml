@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // The last rows: a caption or the version, the way to newer versions, and the end.
 Column {

@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // The program's icon, name and status, and the master switch.
 Item {
@@ -30,7 +31,7 @@ Item {
 
         Label {
             width: parent.width
-            text: Brand.current.name
+            text: Environment.appBrand.name
             size: 15
             weight: Font.DemiBold
             Accessible.role: Accessible.Heading
@@ -65,7 +66,7 @@ Item {
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         isOn: header.isOn
-        title: Brand.current.name
+        title: Environment.appBrand.name
         help: header.switchHelp
         onToggled: isOn => header.toggled(isOn)
 

@@ -1,10 +1,11 @@
 import QtQuick
+import CorvidKit
 
 // One line of a menu: an entry, a heading or a dividing line.
 Item {
     id: line
 
-    required property PopupMenu menu
+    required property Item menu
     required property var modelData
     required property int index
     property bool isCurrent
@@ -25,7 +26,7 @@ Item {
         anchors.fill: parent
         radius: 5
         visible: line.isHighlighted
-        color: Brand.current.accent
+        color: Environment.appBrand.accent
     }
     Rectangle {
         visible: line.modelData.isDivider === true

@@ -1,10 +1,11 @@
 import QtQuick
+import CorvidKit
 
 // The lines of a menu.
 ListView {
     id: list
 
-    required property PopupMenu menu
+    required property Item menu
     // As wide as the widest line wants to be.
     property real widest: {
         let width = 0;

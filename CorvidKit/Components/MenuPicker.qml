@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // A compact picker that opens a menu: the present choice, if it has one its symbol, and the sign of a menu.
 Pressable {

@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // An on/off switch. What it shows is what it is given: a change is asked for with `toggled`, and shown once it holds.
 Item {
@@ -42,7 +43,7 @@ Item {
         id: track
         anchors.fill: parent
         radius: height / 2
-        color: menuSwitch.isOn ? Brand.current.accent : Qt.alpha(Style.primary, 0.15)
+        color: menuSwitch.isOn ? Environment.appBrand.accent : Qt.alpha(Style.primary, 0.15)
     }
     Item {
         id: knob

@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // Whether the program starts when the user logs in.
 SettingRow {

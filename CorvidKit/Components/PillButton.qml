@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // A small rounded button: `isProminent` in the brand's colour, `isBordered` as a button among text.
 Pressable {
@@ -15,9 +16,9 @@ Pressable {
         anchors.fill: parent
         z: -1
         radius: pill.isBordered ? Style.controlRadius : height / 2
-        color: pill.isProminent ? Style.lighter(Brand.current.accent) : pill.isPressed ? Style.pressedFill
+        color: pill.isProminent ? Style.lighter(Environment.appBrand.accent) : pill.isPressed ? Style.pressedFill
              : pill.isBordered ? Style.cap : pill.isHovered ? Style.hoverFill : Style.fill
-        endColor: pill.isProminent ? Brand.current.accent : "transparent"
+        endColor: pill.isProminent ? Environment.appBrand.accent : "transparent"
         borderColor: pill.isBordered ? Style.capBorder : "transparent"
         borderWidth: pill.isBordered ? Style.hairline : 0
         opacity: pill.isProminent && pill.isPressed ? 0.8 : 1

@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // What is around a view that hangs as a window of its own: the rounded plate it lies on, and its shadow.
 FocusScope {

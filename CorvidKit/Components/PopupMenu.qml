@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // A menu within the window, beside what opens it. Its entries are objects with `title`, `symbol` or `icon`, `isChecked`,
 // `action`; one with only `section` is a heading, one with `isDivider` a line.

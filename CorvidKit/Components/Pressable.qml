@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // What buttons of every look have in common: pointer, keyboard, focus and what assistive programs are told.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // What the program does not do.
 Card {

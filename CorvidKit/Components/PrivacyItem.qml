@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // One line of the privacy card.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // One setting: icon, title, and at the end what changes it.
 Item {

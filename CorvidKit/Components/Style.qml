@@ -1,5 +1,6 @@
 pragma Singleton
 import QtQuick
+import CorvidKit
 
 // The colours and measures that all components share. Sizes are in points.
 QtObject {

@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // A symbol as large as it stands beside text of `size`.
 SymbolItem {

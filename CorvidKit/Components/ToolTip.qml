@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // A short text beside the pointer, after it has rested on a control for a while. Drawn within the window.
 Item {

@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // Reminds to look for a newer version.
 Card {
@@ -23,8 +24,8 @@ Card {
                 width: Style.symbolSide(16)
                 height: width
                 name: "arrow.down.circle.fill"
-                color: Style.lighter(Brand.current.accent)
-                endColor: Brand.current.accent
+                color: Style.lighter(Environment.appBrand.accent)
+                endColor: Environment.appBrand.accent
                 Accessible.ignored: true
             }
         },

@@ -1,4 +1,5 @@
 import QtQuick
+import CorvidKit
 
 // What is missing, and one button that leads to where it can be had.
 RoundedRectangle {

@@ -1,6 +1,6 @@
 #include "CorvidKit/Toolkit/ImageRenderer.h"
 
-#include "CorvidKit/Toolkit/EnvironmentOf.h"
+#include "CorvidKit/Components/Environment.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -37,7 +37,7 @@ std::optional<std::vector<std::byte>> ImageRenderer::png(const platform::Picture
     QLocale::setDefault(QLocale(QString::fromStdString(picture.locale)));
     QQmlEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    environmentOf(engine).setDark(picture.colorScheme == platform::ColorScheme::dark);
+    Environment::of(engine).setDark(picture.colorScheme == platform::ColorScheme::dark);
     QQuickRenderControl control;
     QQuickWindow window(&control);
     const float white = static_cast<float>(picture.backgroundWhite);
@@ -59,6 +59,7 @@ std::optional<std::vector<std::byte>> ImageRenderer::png(const platform::Picture
     settle(control);
 
     QImage image((size * picture.scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(picture.scale);
     image.fill(Qt::transparent);
     QQuickRenderTarget target = QQuickRenderTarget::fromPaintDevice(&image);
     target.setDevicePixelRatio(picture.scale);

@@ -1,6 +1,7 @@
 #include "CorvidKit/Toolkit/PopoverWindow.h"
 
-#include "CorvidKit/Toolkit/EnvironmentOf.h"
+#include "CorvidKit/Components/Environment.h"
+#include "CorvidKit/Toolkit/ItemFile.h"
 #include "CorvidKit/Toolkit/PopoverPlacement.h"
 #include "CorvidKit/Toolkit/ScreenPixels.h"
 #include "Platform/MainActor.h"
@@ -8,7 +9,6 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QQmlComponent>
 
 #include <chrono>
 #include <cmath>
@@ -85,10 +85,8 @@ bool PopoverWindow::prepare() {
 
 bool PopoverWindow::makeFrame() {
     content = build(*view, engine);
-    QQmlComponent component(&engine, frameFile);
-    frame.reset(qobject_cast<QQuickItem*>(component.create()));
+    frame = itemFromFile(engine, frameFile);
     if (!content || !frame) {
-        qWarning("The popover cannot be shown: %s", qPrintable(component.errorString()));
         return false;
     }
     frame->setParentItem(window->contentItem());
@@ -108,7 +106,7 @@ void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
     hadKeyboard = false;
     frame->setProperty("isBlended", surroundings.ownWindows->areBlended());
     frame->setProperty("isAnimated", animates);
-    environmentOf(engine).setUsingKeyboard(false);
+    Environment::of(engine).setUsingKeyboard(false);
     QMetaObject::invokeMethod(content.get(), "appear");
     window->create();
     place();
@@ -193,7 +191,7 @@ bool PopoverWindow::eventFilter(QObject* watched, QEvent* event) {
         break;
     case QEvent::KeyPress:
         if (movesFocus(static_cast<QKeyEvent*>(event)->key())) {
-            environmentOf(engine).setUsingKeyboard(true);
+            Environment::of(engine).setUsingKeyboard(true);
         }
         break;
     default:

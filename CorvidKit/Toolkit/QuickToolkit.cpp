@@ -1,6 +1,6 @@
 #include "CorvidKit/Toolkit/QuickToolkit.h"
 
-#include "CorvidKit/Toolkit/EnvironmentOf.h"
+#include "CorvidKit/Components/Environment.h"
 #include "CorvidKit/Components/KeyFontFamily.h"
 #include "CorvidKit/Toolkit/Fonts.h"
 #include "CorvidKit/Toolkit/Translations.h"
@@ -55,6 +55,9 @@ QuickToolkit::QuickToolkit(const Surroundings& surroundings, ViewBuilder build)
     QGuiApplication::setDesktopFileName(QStringLiteral("org.corvid.Tessel"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     loadFonts();
+    if (surroundings.ownWindows == nullptr) {
+        Environment::setFontFamily(keyFontFamily);
+    }
     translators = loadTranslations(surroundings.languages);
     engine = std::make_unique<QQmlEngine>();
     engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
@@ -70,7 +73,7 @@ QuickToolkit::~QuickToolkit() {
 
 void QuickToolkit::followAppearance() {
     const auto take = [this] {
-        Environment& environment = environmentOf(*engine);
+        Environment& environment = Environment::of(*engine);
         environment.setDark(surroundings.appearance.colorScheme() == platform::ColorScheme::dark);
         environment.setReducesMotion(surroundings.appearance.reducesMotion());
     };

@@ -1,5 +1,6 @@
 import QtQuick
 import CorvidKit
+import Tessel
 
 // Gives a rule to an application that runs, or to one chosen from all that are installed.
 Pressable {

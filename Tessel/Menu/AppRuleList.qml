@@ -1,5 +1,6 @@
 import QtQuick
 import CorvidKit
+import Tessel
 
 // The rows of the rules; as many as there are, a few at a time.
 ListView {

@@ -1,5 +1,6 @@
 import QtQuick
 import CorvidKit
+import Tessel
 
 // One application and what happens to its first window.
 Item {

@@ -1,5 +1,6 @@
 import QtQuick
 import CorvidKit
+import Tessel
 
 // The applications that have a rule, and the way to give one to another.
 Card {

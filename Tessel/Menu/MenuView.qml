@@ -1,5 +1,6 @@
 import QtQuick
 import CorvidKit
+import Tessel
 
 // The whole interface: what the program does, and everything that can be changed about it.
 Item {

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace tessel {
+
+/// Draws the pictures of the interface into that directory. Needs neither a display nor a message bus, touches no
+/// settings and says nothing.
+void runPictures(const std::string& directory);
+
+} // namespace tessel

@@ -1,0 +1,28 @@
+#include "Tessel/Wiring/ThisProgram.h"
+
+#include "Platform/Linux/ProgramFolder.h"
+
+#include <system_error>
+
+namespace tessel {
+
+platform::MainBundle mainBundle() {
+    return {.identifier = "org.corvid.Tessel",
+            .infoDictionary = {{"CFBundleShortVersionString", TESSEL_VERSION}},
+            .preferredLocalizations = {},
+            .website = TESSEL_WEBSITE};
+}
+
+std::filesystem::path localeFolder() {
+    return platform::linux::programFolder() / TESSEL_LOCALE_FOLDER;
+}
+
+std::filesystem::path menuPlugin() {
+    constexpr const char* file = "tessel-menu.so";
+    std::filesystem::path beside = platform::linux::programFolder() / file;
+    std::error_code error;
+    return std::filesystem::exists(beside, error) ? beside
+                                                  : platform::linux::programFolder() / TESSEL_PLUGIN_FOLDER / file;
+}
+
+} // namespace tessel

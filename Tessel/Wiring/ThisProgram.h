@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Platform/MainBundle.h"
+
+#include <filesystem>
+
+namespace tessel {
+
+/// What the build says of this program.
+[[nodiscard]] platform::MainBundle mainBundle();
+
+/// Where the translations of the resident program are.
+[[nodiscard]] std::filesystem::path localeFolder();
+
+/// The interface's plugin: where it is installed, or beside the program in a build tree.
+[[nodiscard]] std::filesystem::path menuPlugin();
+
+} // namespace tessel
