@@ -1,0 +1,207 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>Tessel</name>
+    <message>
+        <source>Paused</source>
+        <translation>Pausiert</translation>
+    </message>
+    <message>
+        <source>Waiting for permission</source>
+        <translation>Wartet auf Berechtigung</translation>
+    </message>
+    <message>
+        <source>Some shortcuts are taken</source>
+        <translation>Einige Tastenkürzel sind belegt</translation>
+    </message>
+    <message>
+        <source>Active · %lld shortcuts · %lld apps</source>
+        <translation>Aktiv · %1 · %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n shortcuts</source>
+        <translation>
+            <numerusform>%n Tastenkürzel</numerusform>
+            <numerusform>%n Tastenkürzel</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n apps</source>
+        <translation>
+            <numerusform>%n App</numerusform>
+            <numerusform>%n Apps</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Turn off</source>
+        <translation>Ausschalten</translation>
+    </message>
+    <message>
+        <source>Turn on</source>
+        <translation>Einschalten</translation>
+    </message>
+    <message>
+        <source>Tessel is on</source>
+        <translation>Tessel ist eingeschaltet</translation>
+    </message>
+    <message>
+        <source>Tessel is off</source>
+        <translation>Tessel ist ausgeschaltet</translation>
+    </message>
+    <message>
+        <source>Open Tessel</source>
+        <translation>Tessel öffnen</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <translation>Zugriff auf Bedienungshilfen erlauben</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>X11</comment>
+        <translation>Keine Fensterverwaltung gefunden</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <translation>macOS verlangt diese Berechtigung, damit eine App die Fenster anderer Apps verschieben und in der Größe ändern kann. Ist Tessel in der Liste bereits eingeschaltet, wählen Sie es aus, klicken Sie auf − und öffnen Sie die App erneut.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>X11</comment>
+        <translation>Tessel lässt Fenster von der Fensterverwaltung verschieben. Es läuft aber keine, die Programmen das erlaubt, oder sie antwortet nicht. Starten Sie eine, dann macht Tessel von selbst weiter.</translation>
+    </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>Apps</source>
+        <translation>Apps</translation>
+    </message>
+    <message>
+        <source>Left half</source>
+        <translation>Linke Hälfte</translation>
+    </message>
+    <message>
+        <source>Right half</source>
+        <translation>Rechte Hälfte</translation>
+    </message>
+    <message>
+        <source>Center</source>
+        <translation>Zentrieren</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>Maximieren</translation>
+    </message>
+    <message>
+        <source>Almost maximize</source>
+        <translation>Fast maximieren</translation>
+    </message>
+    <message>
+        <source>Maximize height</source>
+        <translation>Höhe maximieren</translation>
+    </message>
+    <message>
+        <source>Another app is already using this shortcut</source>
+        <translation>Eine andere App verwendet dieses Tastenkürzel bereits</translation>
+    </message>
+    <message>
+        <source>When these apps open</source>
+        <translation>Beim Öffnen dieser Apps</translation>
+    </message>
+    <message>
+        <source>Their first window is maximized or centered on the screen it opens on.</source>
+        <translation>Ihr erstes Fenster wird auf dem Bildschirm, auf dem es erscheint, maximiert oder zentriert.</translation>
+    </message>
+    <message>
+        <source>No apps yet</source>
+        <translation>Noch keine Apps</translation>
+    </message>
+    <message>
+        <source>Add app</source>
+        <translation>App hinzufügen</translation>
+    </message>
+    <message>
+        <source>Open apps</source>
+        <translation>Geöffnete Apps</translation>
+    </message>
+    <message>
+        <source>Choose from Applications…</source>
+        <translation>Aus Anwendungen auswählen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Action for %1</source>
+        <translation>Aktion für %1</translation>
+    </message>
+    <message>
+        <source>No internet connection, no data collected</source>
+        <translation>Keine Internetverbindung, keine Datenerfassung</translation>
+    </message>
+    <message>
+        <source>Only moves windows, never reads them</source>
+        <translation>Verschiebt Fenster nur, liest nie ihren Inhalt</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Choose Applications</source>
+        <translation>Anwendungen auswählen</translation>
+    </message>
+    <message>
+        <source>Search applications</source>
+        <translation>Anwendungen suchen</translation>
+    </message>
+    <message>
+        <source>No matching applications</source>
+        <translation>Keine passenden Anwendungen</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>Musik</translation>
+    </message>
+    <message>
+        <source>Mail</source>
+        <translation>E-Mail</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>Notizen</translation>
+    </message>
+    <message>
+        <source>Calendar</source>
+        <translation>Kalender</translation>
+    </message>
+    <message>
+        <source>Maps</source>
+        <translation>Karten</translation>
+    </message>
+    <message>
+        <source>Software</source>
+        <translation>Software</translation>
+    </message>
+    <message>
+        <source>Terminal</source>
+        <translation>Terminal</translation>
+    </message>
+    <message>
+        <source>Calculator</source>
+        <translation>Taschenrechner</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,207 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="en">
+<context>
+    <name>Tessel</name>
+    <message>
+        <source>Paused</source>
+        <translation>Paused</translation>
+    </message>
+    <message>
+        <source>Waiting for permission</source>
+        <translation>Waiting for permission</translation>
+    </message>
+    <message>
+        <source>Some shortcuts are taken</source>
+        <translation>Some shortcuts are taken</translation>
+    </message>
+    <message>
+        <source>Active · %lld shortcuts · %lld apps</source>
+        <translation>Active · %1 · %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n shortcuts</source>
+        <translation>
+            <numerusform>%n shortcut</numerusform>
+            <numerusform>%n shortcuts</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n apps</source>
+        <translation>
+            <numerusform>%n app</numerusform>
+            <numerusform>%n apps</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Turn off</source>
+        <translation>Turn off</translation>
+    </message>
+    <message>
+        <source>Turn on</source>
+        <translation>Turn on</translation>
+    </message>
+    <message>
+        <source>Tessel is on</source>
+        <translation>Tessel is on</translation>
+    </message>
+    <message>
+        <source>Tessel is off</source>
+        <translation>Tessel is off</translation>
+    </message>
+    <message>
+        <source>Open Tessel</source>
+        <translation>Open Tessel</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <translation>Allow Accessibility access</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>X11</comment>
+        <translation>No window manager found</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <translation>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>X11</comment>
+        <translation>Tessel asks the window manager to move windows, but none is running that lets programs do so, or it does not answer. Start one, and Tessel goes on by itself.</translation>
+    </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>Shortcuts</translation>
+    </message>
+    <message>
+        <source>Apps</source>
+        <translation>Apps</translation>
+    </message>
+    <message>
+        <source>Left half</source>
+        <translation>Left half</translation>
+    </message>
+    <message>
+        <source>Right half</source>
+        <translation>Right half</translation>
+    </message>
+    <message>
+        <source>Center</source>
+        <translation>Center</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>Maximize</translation>
+    </message>
+    <message>
+        <source>Almost maximize</source>
+        <translation>Almost maximize</translation>
+    </message>
+    <message>
+        <source>Maximize height</source>
+        <translation>Maximize height</translation>
+    </message>
+    <message>
+        <source>Another app is already using this shortcut</source>
+        <translation>Another app is already using this shortcut</translation>
+    </message>
+    <message>
+        <source>When these apps open</source>
+        <translation>When these apps open</translation>
+    </message>
+    <message>
+        <source>Their first window is maximized or centered on the screen it opens on.</source>
+        <translation>Their first window is maximized or centered on the screen it opens on.</translation>
+    </message>
+    <message>
+        <source>No apps yet</source>
+        <translation>No apps yet</translation>
+    </message>
+    <message>
+        <source>Add app</source>
+        <translation>Add app</translation>
+    </message>
+    <message>
+        <source>Open apps</source>
+        <translation>Open apps</translation>
+    </message>
+    <message>
+        <source>Choose from Applications…</source>
+        <translation>Choose from Applications…</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Remove</translation>
+    </message>
+    <message>
+        <source>Action for %1</source>
+        <translation>Action for %1</translation>
+    </message>
+    <message>
+        <source>No internet connection, no data collected</source>
+        <translation>No internet connection, no data collected</translation>
+    </message>
+    <message>
+        <source>Only moves windows, never reads them</source>
+        <translation>Only moves windows, never reads them</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Add</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Choose Applications</source>
+        <translation>Choose Applications</translation>
+    </message>
+    <message>
+        <source>Search applications</source>
+        <translation>Search applications</translation>
+    </message>
+    <message>
+        <source>No matching applications</source>
+        <translation>No matching applications</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>Music</translation>
+    </message>
+    <message>
+        <source>Mail</source>
+        <translation>Mail</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>Notes</translation>
+    </message>
+    <message>
+        <source>Calendar</source>
+        <translation>Calendar</translation>
+    </message>
+    <message>
+        <source>Maps</source>
+        <translation>Maps</translation>
+    </message>
+    <message>
+        <source>Software</source>
+        <translation>Software</translation>
+    </message>
+    <message>
+        <source>Terminal</source>
+        <translation>Terminal</translation>
+    </message>
+    <message>
+        <source>Calculator</source>
+        <translation>Calculator</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+</context>
+</TS>

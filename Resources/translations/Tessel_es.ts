@@ -1,0 +1,207 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es" sourcelanguage="en">
+<context>
+    <name>Tessel</name>
+    <message>
+        <source>Paused</source>
+        <translation>En pausa</translation>
+    </message>
+    <message>
+        <source>Waiting for permission</source>
+        <translation>Esperando permiso</translation>
+    </message>
+    <message>
+        <source>Some shortcuts are taken</source>
+        <translation>Algunos atajos ya están ocupados</translation>
+    </message>
+    <message>
+        <source>Active · %lld shortcuts · %lld apps</source>
+        <translation>Activo · %1 · %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n shortcuts</source>
+        <translation>
+            <numerusform>%n atajo</numerusform>
+            <numerusform>%n atajos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n apps</source>
+        <translation>
+            <numerusform>%n aplicación</numerusform>
+            <numerusform>%n aplicaciones</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Turn off</source>
+        <translation>Desactivar</translation>
+    </message>
+    <message>
+        <source>Turn on</source>
+        <translation>Activar</translation>
+    </message>
+    <message>
+        <source>Tessel is on</source>
+        <translation>Tessel está activado</translation>
+    </message>
+    <message>
+        <source>Tessel is off</source>
+        <translation>Tessel está desactivado</translation>
+    </message>
+    <message>
+        <source>Open Tessel</source>
+        <translation>Abrir Tessel</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <translation>Permitir el acceso a Accesibilidad</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>X11</comment>
+        <translation>No hay gestor de ventanas</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <translation>macOS exige este permiso para que una aplicación pueda mover y redimensionar las ventanas de otras. Si Tessel ya está activado en la lista, selecciónelo, pulse − y vuelva a abrir la aplicación.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>X11</comment>
+        <translation>Tessel pide al gestor de ventanas que mueva las ventanas, pero no hay ninguno en marcha que se lo permita a los programas, o no responde. Inicie uno y Tessel continuará por sí solo.</translation>
+    </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>Atajos</translation>
+    </message>
+    <message>
+        <source>Apps</source>
+        <translation>Aplicaciones</translation>
+    </message>
+    <message>
+        <source>Left half</source>
+        <translation>Mitad izquierda</translation>
+    </message>
+    <message>
+        <source>Right half</source>
+        <translation>Mitad derecha</translation>
+    </message>
+    <message>
+        <source>Center</source>
+        <translation>Centrar</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>Maximizar</translation>
+    </message>
+    <message>
+        <source>Almost maximize</source>
+        <translation>Casi maximizar</translation>
+    </message>
+    <message>
+        <source>Maximize height</source>
+        <translation>Maximizar la altura</translation>
+    </message>
+    <message>
+        <source>Another app is already using this shortcut</source>
+        <translation>Otra aplicación ya usa este atajo</translation>
+    </message>
+    <message>
+        <source>When these apps open</source>
+        <translation>Al abrir estas aplicaciones</translation>
+    </message>
+    <message>
+        <source>Their first window is maximized or centered on the screen it opens on.</source>
+        <translation>Su primera ventana se maximiza o se centra en la pantalla en la que se abre.</translation>
+    </message>
+    <message>
+        <source>No apps yet</source>
+        <translation>Aún no hay aplicaciones</translation>
+    </message>
+    <message>
+        <source>Add app</source>
+        <translation>Añadir aplicación</translation>
+    </message>
+    <message>
+        <source>Open apps</source>
+        <translation>Aplicaciones abiertas</translation>
+    </message>
+    <message>
+        <source>Choose from Applications…</source>
+        <translation>Elegir entre las aplicaciones…</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Quitar</translation>
+    </message>
+    <message>
+        <source>Action for %1</source>
+        <translation>Acción para %1</translation>
+    </message>
+    <message>
+        <source>No internet connection, no data collected</source>
+        <translation>Sin conexión a Internet, sin recopilar datos</translation>
+    </message>
+    <message>
+        <source>Only moves windows, never reads them</source>
+        <translation>Solo mueve las ventanas, nunca las lee</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Añadir</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Choose Applications</source>
+        <translation>Elegir aplicaciones</translation>
+    </message>
+    <message>
+        <source>Search applications</source>
+        <translation>Buscar aplicaciones</translation>
+    </message>
+    <message>
+        <source>No matching applications</source>
+        <translation>Ninguna aplicación coincide</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>Música</translation>
+    </message>
+    <message>
+        <source>Mail</source>
+        <translation>Correo</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>Notas</translation>
+    </message>
+    <message>
+        <source>Calendar</source>
+        <translation>Calendario</translation>
+    </message>
+    <message>
+        <source>Maps</source>
+        <translation>Mapas</translation>
+    </message>
+    <message>
+        <source>Software</source>
+        <translation>Software</translation>
+    </message>
+    <message>
+        <source>Terminal</source>
+        <translation>Terminal</translation>
+    </message>
+    <message>
+        <source>Calculator</source>
+        <translation>Calculadora</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Configuración</translation>
+    </message>
+</context>
+</TS>

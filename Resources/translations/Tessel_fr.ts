@@ -1,0 +1,207 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr" sourcelanguage="en">
+<context>
+    <name>Tessel</name>
+    <message>
+        <source>Paused</source>
+        <translation>En pause</translation>
+    </message>
+    <message>
+        <source>Waiting for permission</source>
+        <translation>En attente d’autorisation</translation>
+    </message>
+    <message>
+        <source>Some shortcuts are taken</source>
+        <translation>Certains raccourcis sont déjà pris</translation>
+    </message>
+    <message>
+        <source>Active · %lld shortcuts · %lld apps</source>
+        <translation>Actif · %1 · %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n shortcuts</source>
+        <translation>
+            <numerusform>%n raccourci</numerusform>
+            <numerusform>%n raccourcis</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n apps</source>
+        <translation>
+            <numerusform>%n application</numerusform>
+            <numerusform>%n applications</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Turn off</source>
+        <translation>Désactiver</translation>
+    </message>
+    <message>
+        <source>Turn on</source>
+        <translation>Activer</translation>
+    </message>
+    <message>
+        <source>Tessel is on</source>
+        <translation>Tessel est activé</translation>
+    </message>
+    <message>
+        <source>Tessel is off</source>
+        <translation>Tessel est désactivé</translation>
+    </message>
+    <message>
+        <source>Open Tessel</source>
+        <translation>Ouvrir Tessel</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <translation>Autoriser l’accès à Accessibilité</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>X11</comment>
+        <translation>Aucun gestionnaire de fenêtres</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <translation>macOS exige cette autorisation pour qu’une application puisse déplacer et redimensionner les fenêtres des autres. Si Tessel est déjà activé dans la liste, sélectionnez-le, cliquez sur − et ouvrez de nouveau l’application.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>X11</comment>
+        <translation>Tessel demande au gestionnaire de fenêtres de déplacer les fenêtres, mais aucun n’est lancé qui le permette aux programmes, ou il ne répond pas. Lancez-en un&#xa0;: Tessel reprendra de lui-même.</translation>
+    </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>Raccourcis</translation>
+    </message>
+    <message>
+        <source>Apps</source>
+        <translation>Applications</translation>
+    </message>
+    <message>
+        <source>Left half</source>
+        <translation>Moitié gauche</translation>
+    </message>
+    <message>
+        <source>Right half</source>
+        <translation>Moitié droite</translation>
+    </message>
+    <message>
+        <source>Center</source>
+        <translation>Centrer</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>Maximiser</translation>
+    </message>
+    <message>
+        <source>Almost maximize</source>
+        <translation>Presque maximiser</translation>
+    </message>
+    <message>
+        <source>Maximize height</source>
+        <translation>Maximiser la hauteur</translation>
+    </message>
+    <message>
+        <source>Another app is already using this shortcut</source>
+        <translation>Une autre application utilise déjà ce raccourci</translation>
+    </message>
+    <message>
+        <source>When these apps open</source>
+        <translation>À l’ouverture de ces applications</translation>
+    </message>
+    <message>
+        <source>Their first window is maximized or centered on the screen it opens on.</source>
+        <translation>Leur première fenêtre est maximisée ou centrée sur l’écran où elle s’ouvre.</translation>
+    </message>
+    <message>
+        <source>No apps yet</source>
+        <translation>Aucune application pour l’instant</translation>
+    </message>
+    <message>
+        <source>Add app</source>
+        <translation>Ajouter une application</translation>
+    </message>
+    <message>
+        <source>Open apps</source>
+        <translation>Applications ouvertes</translation>
+    </message>
+    <message>
+        <source>Choose from Applications…</source>
+        <translation>Choisir parmi les applications…</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Retirer</translation>
+    </message>
+    <message>
+        <source>Action for %1</source>
+        <translation>Action pour %1</translation>
+    </message>
+    <message>
+        <source>No internet connection, no data collected</source>
+        <translation>Aucune connexion Internet, aucune donnée collectée</translation>
+    </message>
+    <message>
+        <source>Only moves windows, never reads them</source>
+        <translation>Déplace les fenêtres, ne les lit jamais</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Ajouter</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Choose Applications</source>
+        <translation>Choisir des applications</translation>
+    </message>
+    <message>
+        <source>Search applications</source>
+        <translation>Rechercher des applications</translation>
+    </message>
+    <message>
+        <source>No matching applications</source>
+        <translation>Aucune application correspondante</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>Musique</translation>
+    </message>
+    <message>
+        <source>Mail</source>
+        <translation>Courriel</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>Notes</translation>
+    </message>
+    <message>
+        <source>Calendar</source>
+        <translation>Agenda</translation>
+    </message>
+    <message>
+        <source>Maps</source>
+        <translation>Cartes</translation>
+    </message>
+    <message>
+        <source>Software</source>
+        <translation>Logiciels</translation>
+    </message>
+    <message>
+        <source>Terminal</source>
+        <translation>Terminal</translation>
+    </message>
+    <message>
+        <source>Calculator</source>
+        <translation>Calculatrice</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Paramètres</translation>
+    </message>
+</context>
+</TS>

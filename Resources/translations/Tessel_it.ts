@@ -1,0 +1,207 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="it" sourcelanguage="en">
+<context>
+    <name>Tessel</name>
+    <message>
+        <source>Paused</source>
+        <translation>In pausa</translation>
+    </message>
+    <message>
+        <source>Waiting for permission</source>
+        <translation>In attesa del permesso</translation>
+    </message>
+    <message>
+        <source>Some shortcuts are taken</source>
+        <translation>Alcune scorciatoie sono già in uso</translation>
+    </message>
+    <message>
+        <source>Active · %lld shortcuts · %lld apps</source>
+        <translation>Attivo · %1 · %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n shortcuts</source>
+        <translation>
+            <numerusform>%n scorciatoia</numerusform>
+            <numerusform>%n scorciatoie</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n apps</source>
+        <translation>
+            <numerusform>%n applicazione</numerusform>
+            <numerusform>%n applicazioni</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Turn off</source>
+        <translation>Disattiva</translation>
+    </message>
+    <message>
+        <source>Turn on</source>
+        <translation>Attiva</translation>
+    </message>
+    <message>
+        <source>Tessel is on</source>
+        <translation>Tessel è attivo</translation>
+    </message>
+    <message>
+        <source>Tessel is off</source>
+        <translation>Tessel è disattivato</translation>
+    </message>
+    <message>
+        <source>Open Tessel</source>
+        <translation>Apri Tessel</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <translation>Consenti l’accesso ad Accessibilità</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>X11</comment>
+        <translation>Nessun gestore di finestre</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <translation>macOS richiede questo permesso perché un’applicazione possa spostare e ridimensionare le finestre delle altre. Se Tessel è già attivo nell’elenco, selezionarlo, fare clic su − e riaprire l’applicazione.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>X11</comment>
+        <translation>Tessel chiede al gestore di finestre di spostare le finestre, ma non ne è in esecuzione nessuno che lo consenta ai programmi, oppure non risponde. Avviarne uno: Tessel riprenderà da solo.</translation>
+    </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>Scorciatoie</translation>
+    </message>
+    <message>
+        <source>Apps</source>
+        <translation>Applicazioni</translation>
+    </message>
+    <message>
+        <source>Left half</source>
+        <translation>Metà sinistra</translation>
+    </message>
+    <message>
+        <source>Right half</source>
+        <translation>Metà destra</translation>
+    </message>
+    <message>
+        <source>Center</source>
+        <translation>Centra</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>Massimizza</translation>
+    </message>
+    <message>
+        <source>Almost maximize</source>
+        <translation>Massimizza quasi del tutto</translation>
+    </message>
+    <message>
+        <source>Maximize height</source>
+        <translation>Massimizza in altezza</translation>
+    </message>
+    <message>
+        <source>Another app is already using this shortcut</source>
+        <translation>Un’altra applicazione usa già questa scorciatoia</translation>
+    </message>
+    <message>
+        <source>When these apps open</source>
+        <translation>All’apertura di queste applicazioni</translation>
+    </message>
+    <message>
+        <source>Their first window is maximized or centered on the screen it opens on.</source>
+        <translation>La prima finestra viene massimizzata o centrata sullo schermo in cui si apre.</translation>
+    </message>
+    <message>
+        <source>No apps yet</source>
+        <translation>Ancora nessuna applicazione</translation>
+    </message>
+    <message>
+        <source>Add app</source>
+        <translation>Aggiungi applicazione</translation>
+    </message>
+    <message>
+        <source>Open apps</source>
+        <translation>Applicazioni aperte</translation>
+    </message>
+    <message>
+        <source>Choose from Applications…</source>
+        <translation>Scegli tra le applicazioni…</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Rimuovi</translation>
+    </message>
+    <message>
+        <source>Action for %1</source>
+        <translation>Azione per %1</translation>
+    </message>
+    <message>
+        <source>No internet connection, no data collected</source>
+        <translation>Nessuna connessione a Internet, nessun dato raccolto</translation>
+    </message>
+    <message>
+        <source>Only moves windows, never reads them</source>
+        <translation>Sposta solo le finestre, non le legge mai</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Aggiungi</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annulla</translation>
+    </message>
+    <message>
+        <source>Choose Applications</source>
+        <translation>Scegli le applicazioni</translation>
+    </message>
+    <message>
+        <source>Search applications</source>
+        <translation>Cerca applicazioni</translation>
+    </message>
+    <message>
+        <source>No matching applications</source>
+        <translation>Nessuna applicazione corrispondente</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>Musica</translation>
+    </message>
+    <message>
+        <source>Mail</source>
+        <translation>Posta</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>Note</translation>
+    </message>
+    <message>
+        <source>Calendar</source>
+        <translation>Calendario</translation>
+    </message>
+    <message>
+        <source>Maps</source>
+        <translation>Mappe</translation>
+    </message>
+    <message>
+        <source>Software</source>
+        <translation>Software</translation>
+    </message>
+    <message>
+        <source>Terminal</source>
+        <translation>Terminale</translation>
+    </message>
+    <message>
+        <source>Calculator</source>
+        <translation>Calcolatrice</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Impostazioni</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,205 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja" sourcelanguage="en">
+<context>
+    <name>Tessel</name>
+    <message>
+        <source>Paused</source>
+        <translation>一時停止中</translation>
+    </message>
+    <message>
+        <source>Waiting for permission</source>
+        <translation>許可を待っています</translation>
+    </message>
+    <message>
+        <source>Some shortcuts are taken</source>
+        <translation>使用中のショートカットがあります</translation>
+    </message>
+    <message>
+        <source>Active · %lld shortcuts · %lld apps</source>
+        <translation>有効 · %1 · %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n shortcuts</source>
+        <translation>
+            <numerusform>ショートカット %n 個</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n apps</source>
+        <translation>
+            <numerusform>アプリ %n 個</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Turn off</source>
+        <translation>オフにする</translation>
+    </message>
+    <message>
+        <source>Turn on</source>
+        <translation>オンにする</translation>
+    </message>
+    <message>
+        <source>Tessel is on</source>
+        <translation>Tessel はオンです</translation>
+    </message>
+    <message>
+        <source>Tessel is off</source>
+        <translation>Tessel はオフです</translation>
+    </message>
+    <message>
+        <source>Open Tessel</source>
+        <translation>Tessel を開く</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <translation>アクセシビリティへのアクセスを許可</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>X11</comment>
+        <translation>ウィンドウマネージャーがありません</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <translation>アプリがほかのアプリのウィンドウを移動したりサイズを変更したりするには、macOS のこの許可が必要です。リストで Tessel がすでにオンになっている場合は、選択して − をクリックし、アプリを開き直してください。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>X11</comment>
+        <translation>Tessel はウィンドウマネージャーに依頼してウィンドウを動かします。プログラムからの操作を受け付けるものが動作していないか、応答がありません。ウィンドウマネージャーを起動すると、Tessel は自動的に再開します。</translation>
+    </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>ショートカット</translation>
+    </message>
+    <message>
+        <source>Apps</source>
+        <translation>アプリ</translation>
+    </message>
+    <message>
+        <source>Left half</source>
+        <translation>左半分</translation>
+    </message>
+    <message>
+        <source>Right half</source>
+        <translation>右半分</translation>
+    </message>
+    <message>
+        <source>Center</source>
+        <translation>中央に配置</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>最大化</translation>
+    </message>
+    <message>
+        <source>Almost maximize</source>
+        <translation>ほぼ最大化</translation>
+    </message>
+    <message>
+        <source>Maximize height</source>
+        <translation>高さを最大化</translation>
+    </message>
+    <message>
+        <source>Another app is already using this shortcut</source>
+        <translation>ほかのアプリがこのショートカットを使用しています</translation>
+    </message>
+    <message>
+        <source>When these apps open</source>
+        <translation>これらのアプリを開いたとき</translation>
+    </message>
+    <message>
+        <source>Their first window is maximized or centered on the screen it opens on.</source>
+        <translation>最初のウィンドウを、開いた画面で最大化または中央に配置します。</translation>
+    </message>
+    <message>
+        <source>No apps yet</source>
+        <translation>アプリはまだありません</translation>
+    </message>
+    <message>
+        <source>Add app</source>
+        <translation>アプリを追加</translation>
+    </message>
+    <message>
+        <source>Open apps</source>
+        <translation>開いているアプリ</translation>
+    </message>
+    <message>
+        <source>Choose from Applications…</source>
+        <translation>アプリケーションから選択…</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>Action for %1</source>
+        <translation>%1 の操作</translation>
+    </message>
+    <message>
+        <source>No internet connection, no data collected</source>
+        <translation>インターネット接続なし、データ収集なし</translation>
+    </message>
+    <message>
+        <source>Only moves windows, never reads them</source>
+        <translation>ウィンドウを動かすだけで、内容は読み取りません</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>追加</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Choose Applications</source>
+        <translation>アプリケーションを選択</translation>
+    </message>
+    <message>
+        <source>Search applications</source>
+        <translation>アプリケーションを検索</translation>
+    </message>
+    <message>
+        <source>No matching applications</source>
+        <translation>一致するアプリケーションはありません</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>ミュージック</translation>
+    </message>
+    <message>
+        <source>Mail</source>
+        <translation>メール</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>メモ</translation>
+    </message>
+    <message>
+        <source>Calendar</source>
+        <translation>カレンダー</translation>
+    </message>
+    <message>
+        <source>Maps</source>
+        <translation>地図</translation>
+    </message>
+    <message>
+        <source>Software</source>
+        <translation>ソフトウェア</translation>
+    </message>
+    <message>
+        <source>Terminal</source>
+        <translation>端末</translation>
+    </message>
+    <message>
+        <source>Calculator</source>
+        <translation>電卓</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>設定</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,205 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ko" sourcelanguage="en">
+<context>
+    <name>Tessel</name>
+    <message>
+        <source>Paused</source>
+        <translation>일시 중지됨</translation>
+    </message>
+    <message>
+        <source>Waiting for permission</source>
+        <translation>권한을 기다리는 중</translation>
+    </message>
+    <message>
+        <source>Some shortcuts are taken</source>
+        <translation>이미 사용 중인 단축키가 있음</translation>
+    </message>
+    <message>
+        <source>Active · %lld shortcuts · %lld apps</source>
+        <translation>켜짐 · %1 · %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n shortcuts</source>
+        <translation>
+            <numerusform>단축키 %n개</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n apps</source>
+        <translation>
+            <numerusform>앱 %n개</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Turn off</source>
+        <translation>끄기</translation>
+    </message>
+    <message>
+        <source>Turn on</source>
+        <translation>켜기</translation>
+    </message>
+    <message>
+        <source>Tessel is on</source>
+        <translation>Tessel 켜짐</translation>
+    </message>
+    <message>
+        <source>Tessel is off</source>
+        <translation>Tessel 꺼짐</translation>
+    </message>
+    <message>
+        <source>Open Tessel</source>
+        <translation>Tessel 열기</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <translation>손쉬운 사용 접근 허용</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>X11</comment>
+        <translation>창 관리자를 찾을 수 없음</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <translation>앱이 다른 앱의 창을 옮기고 크기를 조절하려면 macOS에서 이 권한을 허용해야 합니다. 목록에서 Tessel이 이미 켜져 있으면 선택한 다음 −를 클릭하고 앱을 다시 여십시오.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>X11</comment>
+        <translation>Tessel은 창 관리자에 요청하여 창을 옮깁니다. 프로그램의 요청을 받아들이는 창 관리자가 실행 중이 아니거나 응답하지 않습니다. 창 관리자를 시작하면 Tessel이 자동으로 다시 작동합니다.</translation>
+    </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>단축키</translation>
+    </message>
+    <message>
+        <source>Apps</source>
+        <translation>앱</translation>
+    </message>
+    <message>
+        <source>Left half</source>
+        <translation>왼쪽 절반</translation>
+    </message>
+    <message>
+        <source>Right half</source>
+        <translation>오른쪽 절반</translation>
+    </message>
+    <message>
+        <source>Center</source>
+        <translation>가운데로</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>최대화</translation>
+    </message>
+    <message>
+        <source>Almost maximize</source>
+        <translation>거의 최대화</translation>
+    </message>
+    <message>
+        <source>Maximize height</source>
+        <translation>높이 최대화</translation>
+    </message>
+    <message>
+        <source>Another app is already using this shortcut</source>
+        <translation>다른 앱에서 이미 이 단축키를 사용하고 있습니다</translation>
+    </message>
+    <message>
+        <source>When these apps open</source>
+        <translation>다음 앱을 열 때</translation>
+    </message>
+    <message>
+        <source>Their first window is maximized or centered on the screen it opens on.</source>
+        <translation>첫 번째 창이 열린 화면에서 최대화되거나 가운데에 놓입니다.</translation>
+    </message>
+    <message>
+        <source>No apps yet</source>
+        <translation>아직 앱이 없음</translation>
+    </message>
+    <message>
+        <source>Add app</source>
+        <translation>앱 추가</translation>
+    </message>
+    <message>
+        <source>Open apps</source>
+        <translation>열려 있는 앱</translation>
+    </message>
+    <message>
+        <source>Choose from Applications…</source>
+        <translation>앱 목록에서 선택…</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>제거</translation>
+    </message>
+    <message>
+        <source>Action for %1</source>
+        <translation>%1에 대한 동작</translation>
+    </message>
+    <message>
+        <source>No internet connection, no data collected</source>
+        <translation>인터넷 연결 없음, 데이터 수집 없음</translation>
+    </message>
+    <message>
+        <source>Only moves windows, never reads them</source>
+        <translation>창을 옮기기만 하고 내용은 읽지 않음</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>추가</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>취소</translation>
+    </message>
+    <message>
+        <source>Choose Applications</source>
+        <translation>앱 선택</translation>
+    </message>
+    <message>
+        <source>Search applications</source>
+        <translation>앱 검색</translation>
+    </message>
+    <message>
+        <source>No matching applications</source>
+        <translation>일치하는 앱 없음</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>음악</translation>
+    </message>
+    <message>
+        <source>Mail</source>
+        <translation>메일</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>메모</translation>
+    </message>
+    <message>
+        <source>Calendar</source>
+        <translation>달력</translation>
+    </message>
+    <message>
+        <source>Maps</source>
+        <translation>지도</translation>
+    </message>
+    <message>
+        <source>Software</source>
+        <translation>소프트웨어</translation>
+    </message>
+    <message>
+        <source>Terminal</source>
+        <translation>터미널</translation>
+    </message>
+    <message>
+        <source>Calculator</source>
+        <translation>계산기</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>설정</translation>
+    </message>
+</context>
+</TS>

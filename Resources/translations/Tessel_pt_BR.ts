@@ -1,0 +1,207 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="pt_BR" sourcelanguage="en">
+<context>
+    <name>Tessel</name>
+    <message>
+        <source>Paused</source>
+        <translation>Pausado</translation>
+    </message>
+    <message>
+        <source>Waiting for permission</source>
+        <translation>Aguardando permissão</translation>
+    </message>
+    <message>
+        <source>Some shortcuts are taken</source>
+        <translation>Alguns atalhos já estão em uso</translation>
+    </message>
+    <message>
+        <source>Active · %lld shortcuts · %lld apps</source>
+        <translation>Ativo · %1 · %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n shortcuts</source>
+        <translation>
+            <numerusform>%n atalho</numerusform>
+            <numerusform>%n atalhos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n apps</source>
+        <translation>
+            <numerusform>%n aplicativo</numerusform>
+            <numerusform>%n aplicativos</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Turn off</source>
+        <translation>Desativar</translation>
+    </message>
+    <message>
+        <source>Turn on</source>
+        <translation>Ativar</translation>
+    </message>
+    <message>
+        <source>Tessel is on</source>
+        <translation>O Tessel está ativado</translation>
+    </message>
+    <message>
+        <source>Tessel is off</source>
+        <translation>O Tessel está desativado</translation>
+    </message>
+    <message>
+        <source>Open Tessel</source>
+        <translation>Abrir o Tessel</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <translation>Permitir o acesso à Acessibilidade</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>X11</comment>
+        <translation>Nenhum gerenciador de janelas</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <translation>O macOS exige essa permissão para que um aplicativo mova e redimensione as janelas de outros. Se o Tessel já estiver ativado na lista, selecione-o, clique em − e abra o aplicativo novamente.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>X11</comment>
+        <translation>O Tessel pede ao gerenciador de janelas que mova as janelas, mas nenhum que permita isso aos programas está em execução, ou ele não responde. Inicie um e o Tessel continuará sozinho.</translation>
+    </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>Atalhos</translation>
+    </message>
+    <message>
+        <source>Apps</source>
+        <translation>Aplicativos</translation>
+    </message>
+    <message>
+        <source>Left half</source>
+        <translation>Metade esquerda</translation>
+    </message>
+    <message>
+        <source>Right half</source>
+        <translation>Metade direita</translation>
+    </message>
+    <message>
+        <source>Center</source>
+        <translation>Centralizar</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>Maximizar</translation>
+    </message>
+    <message>
+        <source>Almost maximize</source>
+        <translation>Quase maximizar</translation>
+    </message>
+    <message>
+        <source>Maximize height</source>
+        <translation>Maximizar a altura</translation>
+    </message>
+    <message>
+        <source>Another app is already using this shortcut</source>
+        <translation>Outro aplicativo já usa este atalho</translation>
+    </message>
+    <message>
+        <source>When these apps open</source>
+        <translation>Ao abrir estes aplicativos</translation>
+    </message>
+    <message>
+        <source>Their first window is maximized or centered on the screen it opens on.</source>
+        <translation>A primeira janela é maximizada ou centralizada na tela em que é aberta.</translation>
+    </message>
+    <message>
+        <source>No apps yet</source>
+        <translation>Nenhum aplicativo ainda</translation>
+    </message>
+    <message>
+        <source>Add app</source>
+        <translation>Adicionar aplicativo</translation>
+    </message>
+    <message>
+        <source>Open apps</source>
+        <translation>Aplicativos abertos</translation>
+    </message>
+    <message>
+        <source>Choose from Applications…</source>
+        <translation>Escolher entre os aplicativos…</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Remover</translation>
+    </message>
+    <message>
+        <source>Action for %1</source>
+        <translation>Ação para %1</translation>
+    </message>
+    <message>
+        <source>No internet connection, no data collected</source>
+        <translation>Sem conexão com a Internet, sem coleta de dados</translation>
+    </message>
+    <message>
+        <source>Only moves windows, never reads them</source>
+        <translation>Apenas move as janelas, nunca as lê</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Adicionar</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Choose Applications</source>
+        <translation>Escolher aplicativos</translation>
+    </message>
+    <message>
+        <source>Search applications</source>
+        <translation>Pesquisar aplicativos</translation>
+    </message>
+    <message>
+        <source>No matching applications</source>
+        <translation>Nenhum aplicativo correspondente</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>Música</translation>
+    </message>
+    <message>
+        <source>Mail</source>
+        <translation>E-mail</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>Notas</translation>
+    </message>
+    <message>
+        <source>Calendar</source>
+        <translation>Agenda</translation>
+    </message>
+    <message>
+        <source>Maps</source>
+        <translation>Mapas</translation>
+    </message>
+    <message>
+        <source>Software</source>
+        <translation>Programas</translation>
+    </message>
+    <message>
+        <source>Terminal</source>
+        <translation>Terminal</translation>
+    </message>
+    <message>
+        <source>Calculator</source>
+        <translation>Calculadora</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Configurações</translation>
+    </message>
+</context>
+</TS>

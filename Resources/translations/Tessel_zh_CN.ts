@@ -1,0 +1,205 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>Tessel</name>
+    <message>
+        <source>Paused</source>
+        <translation>已暂停</translation>
+    </message>
+    <message>
+        <source>Waiting for permission</source>
+        <translation>正在等待授权</translation>
+    </message>
+    <message>
+        <source>Some shortcuts are taken</source>
+        <translation>部分快捷键已被占用</translation>
+    </message>
+    <message>
+        <source>Active · %lld shortcuts · %lld apps</source>
+        <translation>已启用 · %1 · %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n shortcuts</source>
+        <translation>
+            <numerusform>%n 个快捷键</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n apps</source>
+        <translation>
+            <numerusform>%n 个应用</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Turn off</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>Turn on</source>
+        <translation>开启</translation>
+    </message>
+    <message>
+        <source>Tessel is on</source>
+        <translation>Tessel 已开启</translation>
+    </message>
+    <message>
+        <source>Tessel is off</source>
+        <translation>Tessel 已关闭</translation>
+    </message>
+    <message>
+        <source>Open Tessel</source>
+        <translation>打开 Tessel</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <translation>允许辅助功能访问</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>X11</comment>
+        <translation>未找到窗口管理器</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <translation>macOS 要求授予此权限，应用才能移动其他应用的窗口并调整其大小。如果 Tessel 在列表中已开启，请选中它，点击 −，然后重新打开应用。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>X11</comment>
+        <translation>Tessel 通过窗口管理器移动窗口，但没有允许程序这样做的窗口管理器在运行，或者它没有响应。启动一个窗口管理器后，Tessel 会自动继续。</translation>
+    </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>快捷键</translation>
+    </message>
+    <message>
+        <source>Apps</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>Left half</source>
+        <translation>左半屏</translation>
+    </message>
+    <message>
+        <source>Right half</source>
+        <translation>右半屏</translation>
+    </message>
+    <message>
+        <source>Center</source>
+        <translation>居中</translation>
+    </message>
+    <message>
+        <source>Maximize</source>
+        <translation>最大化</translation>
+    </message>
+    <message>
+        <source>Almost maximize</source>
+        <translation>接近最大化</translation>
+    </message>
+    <message>
+        <source>Maximize height</source>
+        <translation>最大化高度</translation>
+    </message>
+    <message>
+        <source>Another app is already using this shortcut</source>
+        <translation>其他应用已在使用此快捷键</translation>
+    </message>
+    <message>
+        <source>When these apps open</source>
+        <translation>打开这些应用时</translation>
+    </message>
+    <message>
+        <source>Their first window is maximized or centered on the screen it opens on.</source>
+        <translation>其首个窗口会在打开时所在的屏幕上最大化或居中。</translation>
+    </message>
+    <message>
+        <source>No apps yet</source>
+        <translation>尚无应用</translation>
+    </message>
+    <message>
+        <source>Add app</source>
+        <translation>添加应用</translation>
+    </message>
+    <message>
+        <source>Open apps</source>
+        <translation>已打开的应用</translation>
+    </message>
+    <message>
+        <source>Choose from Applications…</source>
+        <translation>从应用列表中选择…</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>移除</translation>
+    </message>
+    <message>
+        <source>Action for %1</source>
+        <translation>%1 的操作</translation>
+    </message>
+    <message>
+        <source>No internet connection, no data collected</source>
+        <translation>不连接互联网，不收集数据</translation>
+    </message>
+    <message>
+        <source>Only moves windows, never reads them</source>
+        <translation>只移动窗口，绝不读取内容</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Choose Applications</source>
+        <translation>选择应用</translation>
+    </message>
+    <message>
+        <source>Search applications</source>
+        <translation>搜索应用</translation>
+    </message>
+    <message>
+        <source>No matching applications</source>
+        <translation>没有匹配的应用</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>音乐</translation>
+    </message>
+    <message>
+        <source>Mail</source>
+        <translation>邮件</translation>
+    </message>
+    <message>
+        <source>Notes</source>
+        <translation>笔记</translation>
+    </message>
+    <message>
+        <source>Calendar</source>
+        <translation>日历</translation>
+    </message>
+    <message>
+        <source>Maps</source>
+        <translation>地图</translation>
+    </message>
+    <message>
+        <source>Software</source>
+        <translation>软件</translation>
+    </message>
+    <message>
+        <source>Terminal</source>
+        <translation>终端</translation>
+    </message>
+    <message>
+        <source>Calculator</source>
+        <translation>计算器</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设置</translation>
+    </message>
+</context>
+</TS>
