@@ -14,6 +14,7 @@
 #include "Platform/Simulated/LoginItemService.h"
 #include "Platform/Simulated/MainActor.h"
 #include "Platform/Simulated/OpenPanel.h"
+#include "Platform/Simulated/OwnWindows.h"
 #include "Platform/Simulated/ProcessInfo.h"
 #include "Platform/Simulated/Screens.h"
 #include "Platform/Simulated/StatusBar.h"
@@ -48,6 +49,7 @@ public:
     Localization localization;
     Log log{trace};
     OpenPanel openPanel{trace};
+    OwnWindows ownWindows{trace};
     SystemClock systemClock{mainActor};
     ThisApplication thisApplication{trace};
     MainBundle mainBundle{.identifier = "org.example.Tessel",

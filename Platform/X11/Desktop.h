@@ -10,6 +10,7 @@
 #include "Platform/X11/Fence.h"
 #include "Platform/X11/HotKeys.h"
 #include "Platform/X11/ManagedWindows.h"
+#include "Platform/X11/OwnWindows.h"
 #include "Platform/X11/Placement.h"
 #include "Platform/X11/RunningApplications.h"
 #include "Platform/X11/Screens.h"
@@ -49,6 +50,8 @@ public:
 
     [[nodiscard]] HotKeys& hotKeyEvents() { return hotKeys; }
 
+    [[nodiscard]] OwnWindows& ownWindows() { return own; }
+
     [[nodiscard]] RunningApplications& runningApplications() { return processes; }
 
     [[nodiscard]] Screens& screens() { return monitors; }
@@ -74,6 +77,7 @@ private:
     Accessibility windows;
     Beep bell{connection};
     HotKeys hotKeys{connection};
+    OwnWindows own;
     Screens monitors{turn};
     Workspace applications{turn};
     Deliveries deliveries{mainLoop};
