@@ -5,6 +5,7 @@
 #include "Platform/Simulated/Accessibility.h"
 #include "Platform/Simulated/AccessibilityObservers.h"
 #include "Platform/Simulated/AddressOpener.h"
+#include "Platform/Simulated/Appearance.h"
 #include "Platform/Simulated/ApplicationCatalogue.h"
 #include "Platform/Simulated/Applications.h"
 #include "Platform/Simulated/Beep.h"
@@ -44,6 +45,7 @@ public:
     UserDefaults standardUserDefaults{trace};
     ApplicationCatalogue applicationCatalogue{trace};
     AddressOpener addressOpener{trace};
+    Appearance appearance;
     LoginItemService loginItemService{trace};
     StatusBar statusBar{trace};
     Localization localization;

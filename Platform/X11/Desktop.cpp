@@ -136,6 +136,7 @@ void Desktop::handle(const xcb_generic_event_t& event) {
         followKeyboardSoon();
     }
     own.handle(event);
+    settings.handle(event);
     managedWindows.handle(event);
 }
 

@@ -14,6 +14,7 @@
 #include "Platform/X11/Placement.h"
 #include "Platform/X11/RunningApplications.h"
 #include "Platform/X11/Screens.h"
+#include "Platform/X11/SettingsManager.h"
 #include "Platform/X11/Turn.h"
 #include "Platform/X11/Workspace.h"
 
@@ -45,6 +46,9 @@ public:
     [[nodiscard]] Accessibility& accessibility() { return windows; }
 
     [[nodiscard]] AccessibilityObservers& accessibilityObservers() { return observers; }
+
+    /// What the desktop itself says of how programs are to look.
+    [[nodiscard]] SettingsManager& settingsManager() { return settings; }
 
     [[nodiscard]] Beep& sound() { return bell; }
 
@@ -79,6 +83,7 @@ private:
     HotKeys hotKeys{connection};
     OwnWindows own;
     Screens monitors{turn};
+    SettingsManager settings{connection, selection};
     Workspace applications{turn};
     Deliveries deliveries{mainLoop};
     ManagedWindows managedWindows{connection, selection, mainLoop};
