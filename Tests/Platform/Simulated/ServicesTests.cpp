@@ -91,6 +91,8 @@ TEST(SimulatedCatalogue, KnowsWhatIsInstalled) {
     EXPECT_EQ(catalogue.bundleIdentifier("/applications/Editor"), "org.example.Editor");
     EXPECT_EQ(catalogue.displayName("/applications/Editor"), "Editor");
     EXPECT_EQ(std::get<ThemeIcon>(catalogue.icon("/applications/Editor").description().source).name, "editor");
+    catalogue.install("/applications/Part", {"org.example.Part", "Part", "part", false});
+    EXPECT_EQ(catalogue.locations(), std::vector<std::filesystem::path>{"/applications/Editor"});
     catalogue.uninstall("/applications/Editor");
     EXPECT_EQ(catalogue.location("org.example.Editor"), std::nullopt);
     EXPECT_EQ(catalogue.bundleIdentifier("/applications/Editor"), std::nullopt);
