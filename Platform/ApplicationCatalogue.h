@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
@@ -16,6 +17,10 @@ public:
     ApplicationCatalogue(const ApplicationCatalogue&) = delete;
     ApplicationCatalogue& operator=(const ApplicationCatalogue&) = delete;
     virtual ~ApplicationCatalogue() = default;
+
+    /// Where all applications are described that are to be shown to people who choose among them, in no particular
+    /// order; each identifier once.
+    [[nodiscard]] virtual std::vector<std::filesystem::path> locations() = 0;
 
     /// Where the application of that identifier is described (on Linux its desktop entry's absolute path); nothing
     /// where no such application is installed.

@@ -19,6 +19,10 @@ public:
 
     /// The same for a text that counts something: the form for `count`, its "%n" replaced by the number.
     [[nodiscard]] virtual std::string text(std::string_view table, std::string_view key, std::uint64_t count) const = 0;
+
+    /// A text as it is compared when people search: without what they may leave out, which is letter case, accents and
+    /// the like. Any text, any language.
+    [[nodiscard]] virtual std::string searchKey(std::string_view text) const = 0;
 };
 
 } // namespace platform

@@ -25,7 +25,9 @@ public:
     /// that is gone.
     virtual void place(Number window, corvid::CGPoint topLeft) = 0;
 
-    /// Gives the window the keyboard, whoever has it. Without effect on a window that is not shown.
+    /// Gives the window the keyboard, whoever has it. A window that is only about to be shown gets it when it is; one
+    /// that is not shown within a second does not. When it is hidden, the keyboard goes back to who had it, unless
+    /// somebody has taken it meanwhile.
     virtual void takeKeyboard(Number window) = 0;
 
     /// Whether what lies behind a window shines through where the window is transparent.

@@ -11,14 +11,6 @@ namespace tessel {
 
 namespace {
 
-/// The same picture at 20 by 20 points, with two pixels a point.
-platform::Image smallIcon(const platform::Image& icon) {
-    platform::ImageDescription small = icon.description();
-    small.size = {20, 20};
-    small.scale = 2;
-    return platform::Image(std::move(small));
-}
-
 RuleApp ruleApp(const std::string& bundleID, WindowAction action, RuleAppIcons& icons) {
     platform::ApplicationCatalogue& catalogue = platform::current().applicationCatalogue;
     const std::optional<std::filesystem::path> location = catalogue.location(bundleID);
@@ -37,6 +29,13 @@ RuleApp ruleApp(const std::string& bundleID, WindowAction action, RuleAppIcons& 
 }
 
 } // namespace
+
+platform::Image smallIcon(const platform::Image& icon) {
+    platform::ImageDescription small = icon.description();
+    small.size = {20, 20};
+    small.scale = 2;
+    return platform::Image(std::move(small));
+}
 
 std::vector<RuleApp> ruleApps(const Prefs::Rules& rules, RuleAppIcons& icons) {
     std::vector<RuleApp> rows;

@@ -28,6 +28,9 @@ struct RuleApp {
 /// Small icons by bundle identifier.
 using RuleAppIcons = std::map<std::string, platform::Image, std::less<>>;
 
+/// The same picture at 20 by 20 points, with two pixels a point.
+[[nodiscard]] platform::Image smallIcon(const platform::Image& icon);
+
 /// The rows for these rules, by name. An icon is looked up once and kept in `icons`. Main thread only.
 [[nodiscard]] std::vector<RuleApp> ruleApps(const Prefs::Rules& rules, RuleAppIcons& icons);
 

@@ -18,6 +18,11 @@ public:
     [[nodiscard]] std::string text(std::string_view table, std::string_view key) const override;
     [[nodiscard]] std::string text(std::string_view table, std::string_view key, std::uint64_t count) const override;
 
+    /// Case folding and compatibility decomposition (Unicode Standard, sections 3.13 and 3.11), without the marks above
+    /// and below letters and the vowel points that are usually not written. A text that is not UTF-8 counts as far as
+    /// it can be read.
+    [[nodiscard]] std::string searchKey(std::string_view text) const override;
+
 private:
     std::string domain;
 };

@@ -13,6 +13,17 @@ void ApplicationCatalogue::uninstall(const std::filesystem::path& location) {
     applications.erase(location);
 }
 
+std::vector<std::filesystem::path> ApplicationCatalogue::locations() {
+    trace.record("list applications");
+    std::vector<std::filesystem::path> shown;
+    for (const auto& [location, application] : applications) {
+        if (application.isShown) {
+            shown.push_back(location);
+        }
+    }
+    return shown;
+}
+
 std::optional<std::filesystem::path> ApplicationCatalogue::location(std::string_view bundleIdentifier) {
     trace.record("locate " + std::string(bundleIdentifier));
     const auto found = std::ranges::find_if(applications, [bundleIdentifier](const auto& entry) {

@@ -8,18 +8,21 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform::simulated {
 
 /// A few installed applications.
 ///
-/// Trace: "locate org.example.Editor", "icon of /applications/Editor".
+/// Trace: "list applications", "locate org.example.Editor", "icon of /applications/Editor".
 class ApplicationCatalogue final : public platform::ApplicationCatalogue {
 public:
     struct Installed {
         std::string bundleIdentifier;
         std::string displayName;
         std::string iconName;
+        /// Among those to choose from.
+        bool isShown = true;
     };
 
     explicit ApplicationCatalogue(Trace& trace)
@@ -28,6 +31,7 @@ public:
     void install(const std::filesystem::path& location, Installed application);
     void uninstall(const std::filesystem::path& location);
 
+    [[nodiscard]] std::vector<std::filesystem::path> locations() override;
     [[nodiscard]] std::optional<std::filesystem::path> location(std::string_view bundleIdentifier) override;
     [[nodiscard]] std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) override;
     [[nodiscard]] std::string displayName(const std::filesystem::path& location) override;

@@ -5,6 +5,7 @@
 #include "Platform/Simulated/Accessibility.h"
 #include "Platform/Simulated/AccessibilityObservers.h"
 #include "Platform/Simulated/AddressOpener.h"
+#include "Platform/Simulated/Appearance.h"
 #include "Platform/Simulated/ApplicationCatalogue.h"
 #include "Platform/Simulated/Applications.h"
 #include "Platform/Simulated/Beep.h"
@@ -14,6 +15,7 @@
 #include "Platform/Simulated/LoginItemService.h"
 #include "Platform/Simulated/MainActor.h"
 #include "Platform/Simulated/OpenPanel.h"
+#include "Platform/Simulated/OwnWindows.h"
 #include "Platform/Simulated/ProcessInfo.h"
 #include "Platform/Simulated/Screens.h"
 #include "Platform/Simulated/StatusBar.h"
@@ -43,11 +45,13 @@ public:
     UserDefaults standardUserDefaults{trace};
     ApplicationCatalogue applicationCatalogue{trace};
     AddressOpener addressOpener{trace};
+    Appearance appearance;
     LoginItemService loginItemService{trace};
     StatusBar statusBar{trace};
     Localization localization;
     Log log{trace};
     OpenPanel openPanel{trace};
+    OwnWindows ownWindows{trace};
     SystemClock systemClock{mainActor};
     ThisApplication thisApplication{trace};
     MainBundle mainBundle{.identifier = "org.example.Tessel",

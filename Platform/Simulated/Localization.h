@@ -24,6 +24,20 @@ public:
         return result;
     }
 
+    /// Without the case of English letters and the accent of é.
+    [[nodiscard]] std::string searchKey(std::string_view text) const override {
+        std::string key;
+        for (const char character : text) {
+            key += character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+        }
+        for (const std::string_view accented : {"é", "É"}) {
+            for (std::size_t place = 0; (place = key.find(accented)) != std::string::npos;) {
+                key.replace(place, accented.size(), "e");
+            }
+        }
+        return key;
+    }
+
     /// By "table/key".
     std::map<std::string, std::string, std::less<>> texts;
 };

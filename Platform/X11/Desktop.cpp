@@ -53,11 +53,11 @@ Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened)
     : mainLoop(mainLoop)
     , connection(std::move(opened))
     , windows(connection, turn, placement, managedWindows, [this] { return askForTrust(); })
+    , own(connection, selection, turn, mainLoop)
     , processes(
           connection, turn, mainLoop, managedWindows, deliveries,
           [this](xcb_window_t window, const ManagedWindow& facts) { observers.windowBecameReady(window, facts); }) {
-    const std::uint32_t rootEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(connection.raw(), connection.root(), XCB_CW_EVENT_MASK, &rootEvents);
+    selection.select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
     keyboardEvent = xcb_get_extension_data(connection.raw(), &xcb_xkb_id)->first_event;
     watch = mainLoop.watch(connection.descriptor(), [this] { return finishTurn(); }, [this] { serveEvents(); });
 }
@@ -135,6 +135,8 @@ void Desktop::handle(const xcb_generic_event_t& event) {
     } else if (kind == XCB_MAPPING_NOTIFY || kind == keyboardEvent) {
         followKeyboardSoon();
     }
+    own.handle(event);
+    settings.handle(event);
     managedWindows.handle(event);
 }
 

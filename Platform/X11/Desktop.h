@@ -10,9 +10,11 @@
 #include "Platform/X11/Fence.h"
 #include "Platform/X11/HotKeys.h"
 #include "Platform/X11/ManagedWindows.h"
+#include "Platform/X11/OwnWindows.h"
 #include "Platform/X11/Placement.h"
 #include "Platform/X11/RunningApplications.h"
 #include "Platform/X11/Screens.h"
+#include "Platform/X11/SettingsManager.h"
 #include "Platform/X11/Turn.h"
 #include "Platform/X11/Workspace.h"
 
@@ -45,9 +47,14 @@ public:
 
     [[nodiscard]] AccessibilityObservers& accessibilityObservers() { return observers; }
 
+    /// What the desktop itself says of how programs are to look.
+    [[nodiscard]] SettingsManager& settingsManager() { return settings; }
+
     [[nodiscard]] Beep& sound() { return bell; }
 
     [[nodiscard]] HotKeys& hotKeyEvents() { return hotKeys; }
+
+    [[nodiscard]] OwnWindows& ownWindows() { return own; }
 
     [[nodiscard]] RunningApplications& runningApplications() { return processes; }
 
@@ -74,7 +81,9 @@ private:
     Accessibility windows;
     Beep bell{connection};
     HotKeys hotKeys{connection};
+    OwnWindows own;
     Screens monitors{turn};
+    SettingsManager settings{connection, selection};
     Workspace applications{turn};
     Deliveries deliveries{mainLoop};
     ManagedWindows managedWindows{connection, selection, mainLoop};

@@ -18,18 +18,27 @@ public:
     /// that is gone is no error.
     void select(xcb_window_t window, std::uint32_t mask);
 
+    /// Selects these events of a window next to those, independent of them; an empty mask ends that. For one user of
+    /// each window.
+    void selectBeside(xcb_window_t window, std::uint32_t mask);
+
     /// Selects these events as well, until this is called with an empty mask. For one user at a time.
     void selectForNow(xcb_window_t window, std::uint32_t mask);
 
     /// Drops what is known of a window that is destroyed.
-    void forget(xcb_window_t window) { lasting.erase(window); }
+    void forget(xcb_window_t window);
 
 private:
+    using Masks = std::map<xcb_window_t, std::uint32_t>;
+
+    static void keep(Masks& masks, xcb_window_t window, std::uint32_t mask);
+    [[nodiscard]] std::uint32_t lastingMask(xcb_window_t window) const;
     void send(xcb_window_t window, std::uint32_t mask);
 
     Connection& connection;
     /// Masks that are not empty.
-    std::map<xcb_window_t, std::uint32_t> lasting;
+    Masks lasting;
+    Masks beside;
 };
 
 } // namespace platform::x11

@@ -129,7 +129,7 @@ void ManagedWindows::askAndTell(const Changes& changes) {
     arrivalRequests.reserve(changes.arrived.size());
     for (const xcb_window_t window : changes.arrived) {
         // Selected before it is asked, so that no change goes unnoticed in between.
-        xcb_change_window_attributes(connection.raw(), window, XCB_CW_EVENT_MASK, &identityEvents);
+        selection.selectForNow(window, identityEvents);
         arrivalRequests.emplace_back(connection, window);
     }
     std::vector<ApplicationCluesRequest> renameRequests;

@@ -41,17 +41,27 @@ std::variant<ThemeIcon, ImageFile> iconSource(const std::string& icon) {
 
 } // namespace
 
+std::vector<std::filesystem::path> DesktopEntryCatalogue::locations() {
+    const DesktopEntryIndex& index = entries.index();
+    std::vector<std::filesystem::path> shown;
+    for (std::size_t number = 0; number < index.size(); ++number) {
+        if (index[number].isShown && isInstalled(index[number])) {
+            shown.emplace_back(index.path(number));
+        }
+    }
+    return shown;
+}
+
 std::optional<std::filesystem::path> DesktopEntryCatalogue::location(std::string_view bundleIdentifier) {
     const DesktopEntryIndex& index = entries.index();
     const std::optional<std::size_t> number = index.find(bundleIdentifier);
-    if (!number) {
-        return std::nullopt;
-    }
-    const std::string tryProgram(index[*number].tryProgram);
-    if (!tryProgram.empty() && !ExecLine::locate(tryProgram, entries.places().searchPath)) {
-        return std::nullopt;
-    }
-    return index.path(*number);
+    return number && isInstalled(index[*number]) ? std::optional<std::filesystem::path>(index.path(*number))
+                                                 : std::nullopt;
+}
+
+bool DesktopEntryCatalogue::isInstalled(const DesktopEntryIndex::Entry& entry) const {
+    return entry.tryProgram.empty() ||
+           ExecLine::locate(std::string(entry.tryProgram), entries.places().searchPath).has_value();
 }
 
 std::optional<std::string> DesktopEntryCatalogue::bundleIdentifier(const std::filesystem::path& location) {

@@ -13,6 +13,9 @@ public:
     explicit DesktopEntryCatalogue(DesktopEntries& entries)
         : entries(entries) {}
 
+    /// Those that are neither `NoDisplay` nor for other desktops only (`OnlyShowIn`, `NotShowIn`).
+    [[nodiscard]] std::vector<std::filesystem::path> locations() override;
+
     [[nodiscard]] std::optional<std::filesystem::path> location(std::string_view bundleIdentifier) override;
 
     /// An entry outside the folders of applications, such as one that lies on the desktop, has its file name as its
@@ -25,6 +28,8 @@ public:
     [[nodiscard]] Image icon(const std::filesystem::path& location) override;
 
 private:
+    [[nodiscard]] bool isInstalled(const DesktopEntryIndex::Entry& entry) const;
+
     DesktopEntries& entries;
 };
 

@@ -38,6 +38,31 @@ TEST(SimulatedScreens, AreThoseThatWereAttachedLast) {
     EXPECT_EQ(desktop.trace.take(), (Lines{"read screens", "read screens", "read screens"}));
 }
 
+TEST(SimulatedOwnWindows, AreKnownByWhatIsAskedOfThem) {
+    Desktop desktop;
+    platform::OwnWindows& windows = desktop.ownWindows;
+    windows.place(7, {10, 20});
+    windows.takeKeyboard(7);
+    EXPECT_EQ(desktop.trace.take(), (Lines{"place window 7 at (10, 20)", "give window 7 the keyboard"}));
+    EXPECT_TRUE(windows.areBlended());
+    EXPECT_EQ(windows.pointer(), (CGPoint{960, 540}));
+    desktop.ownWindows.pointerPosition = std::nullopt;
+    EXPECT_EQ(windows.pointer(), std::nullopt);
+}
+
+TEST(SimulatedAppearance, TellsOfEachChangeOnceItIsFollowed) {
+    Desktop desktop;
+    const platform::Appearance& appearance = desktop.appearance;
+    desktop.appearance.setColorScheme(ColorScheme::dark);
+    EXPECT_FALSE(desktop.appearance.isFollowed());
+    int changes = 0;
+    desktop.appearance.follow([&] { ++changes; });
+    desktop.appearance.setReducesMotion(true);
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(appearance.colorScheme(), ColorScheme::dark);
+    EXPECT_TRUE(appearance.reducesMotion());
+}
+
 TEST(SimulatedBeep, IsCountedAndRecorded) {
     Desktop desktop;
     current().sound.beep();
@@ -66,6 +91,8 @@ TEST(SimulatedCatalogue, KnowsWhatIsInstalled) {
     EXPECT_EQ(catalogue.bundleIdentifier("/applications/Editor"), "org.example.Editor");
     EXPECT_EQ(catalogue.displayName("/applications/Editor"), "Editor");
     EXPECT_EQ(std::get<ThemeIcon>(catalogue.icon("/applications/Editor").description().source).name, "editor");
+    catalogue.install("/applications/Part", {"org.example.Part", "Part", "part", false});
+    EXPECT_EQ(catalogue.locations(), std::vector<std::filesystem::path>{"/applications/Editor"});
     catalogue.uninstall("/applications/Editor");
     EXPECT_EQ(catalogue.location("org.example.Editor"), std::nullopt);
     EXPECT_EQ(catalogue.bundleIdentifier("/applications/Editor"), std::nullopt);

@@ -27,6 +27,7 @@ public:
 /// Knows where every application is, and calls it by its identifier.
 class PlainCatalogue final : public ApplicationCatalogue {
 public:
+    [[nodiscard]] std::vector<std::filesystem::path> locations() override { return {}; }
     [[nodiscard]] std::optional<std::filesystem::path> location(std::string_view bundleIdentifier) override;
     [[nodiscard]] std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) override;
     [[nodiscard]] std::string displayName(const std::filesystem::path& location) override;

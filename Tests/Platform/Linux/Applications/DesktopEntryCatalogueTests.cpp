@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <variant>
+#include <vector>
 
 namespace platform::linux {
 namespace {
@@ -36,6 +39,47 @@ TEST_F(DesktopEntryCatalogueTest, FindsAnApplicationThatIsInstalledLater) {
     EXPECT_EQ(catalogue.location("late"), std::nullopt);
     install(applications + "/late.desktop");
     EXPECT_EQ(catalogue.location("late"), applications + "/late.desktop");
+}
+
+TEST_F(DesktopEntryCatalogueTest, ListsWhatIsToBeShownOnThisDesktop) {
+    const std::vector<std::pair<std::string, bool>> rows{
+        {"", true},
+        {"NoDisplay=true", false},
+        {"NoDisplay=false", true},
+        {"Hidden=true", false},
+        {"OnlyShowIn=GNOME;Ours;", true},
+        {"OnlyShowIn=GNOME;", false},
+        {"NotShowIn=GNOME;", true},
+        {"NotShowIn=Ours;", false},
+        {"TryExec=missing", false},
+        {"TryExec=there", true},
+        {"Terminal=true", true},
+    };
+    DesktopEntries ours(
+        loop, {.folders = {applications, folder / "more"}, .currentDesktops = {"Ours"}, .searchPath = folder / "bin"});
+    DesktopEntryCatalogue listing(ours);
+    writeBelow(folder / "bin/there", "");
+    std::filesystem::permissions(folder / "bin/there", std::filesystem::perms::owner_all);
+    for (const auto& [lines, isShown] : rows) {
+        install(applications + "/kde/tool.desktop", lines);
+        const std::vector<std::filesystem::path> expected(isShown ? 1 : 0, applications + "/kde/tool.desktop");
+        EXPECT_EQ(listing.locations(), expected) << lines;
+    }
+}
+
+TEST_F(DesktopEntryCatalogueTest, ListsEachIdentifierOnce) {
+    install(applications + "/editor.desktop");
+    install(folder / "more/editor.desktop");
+    install(applications + "/hidden.desktop", "Hidden=true");
+    install(folder / "more/hidden.desktop");
+    install(applications + "/unlisted.desktop", "NoDisplay=true");
+    install(folder / "more/unlisted.desktop");
+    install(folder / "more/browser.desktop");
+    writeBelow(folder / "more/link.desktop", "[Desktop Entry]\nType=Link\nName=Link\n");
+    std::vector<std::filesystem::path> listed = catalogue.locations();
+    std::ranges::sort(listed);
+    EXPECT_EQ(listed,
+              (std::vector<std::filesystem::path>{applications + "/editor.desktop", folder / "more/browser.desktop"}));
 }
 
 TEST_F(DesktopEntryCatalogueTest, DoesNotLocateAnApplicationWhoseProgramIsMissing) {

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Platform/Appearance.h"
+#include "Platform/Linux/AppearanceSource.h"
+#include "Platform/Linux/PortalSettings.h"
+
+#include <functional>
+
+namespace platform::linux {
+
+/// How the user wants programs to look, as far as anybody says: first the desktop portal, then `GTK_THEME` in the
+/// environment, then the desktop itself. Each wish is taken from the first that has it.
+class Appearance final : public platform::Appearance {
+public:
+    /// Both must outlive this.
+    Appearance(SessionBus& bus, AppearanceSource& desktop);
+
+    [[nodiscard]] ColorScheme colorScheme() const override;
+    [[nodiscard]] bool reducesMotion() const override;
+    void follow(std::function<void()> changed) override;
+
+private:
+    /// A whole picture of the wishes: nothing in it is left open.
+    [[nodiscard]] AppearanceWishes combined() const;
+    void sourceChanged();
+
+    PortalSettings portal;
+    AppearanceSource& desktop;
+    AppearanceWishes environment;
+    AppearanceWishes told;
+    std::function<void()> changed;
+    bool isFollowed = false;
+};
+
+} // namespace platform::linux

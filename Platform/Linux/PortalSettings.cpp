@@ -1,0 +1,181 @@
+#include "Platform/Linux/PortalSettings.h"
+
+#include <utility>
+
+namespace platform::linux {
+
+namespace {
+
+constexpr const char* portalName = "org.freedesktop.portal.Desktop";
+constexpr const char* portalPath = "/org/freedesktop/portal/desktop";
+constexpr const char* settingsInterface = "org.freedesktop.portal.Settings";
+
+constexpr const char* appearanceSpace = "org.freedesktop.appearance";
+constexpr const char* gnomeSpace = "org.gnome.desktop.interface";
+
+constexpr const char* ownerMatch = "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
+                                   "interface='org.freedesktop.DBus',member='NameOwnerChanged',"
+                                   "arg0='org.freedesktop.portal.Desktop'";
+
+/// Whether a match was taken: without a callback the library would take a refusal as the end of the connection.
+int ignoreAnswer(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) {
+    return 0;
+}
+
+/// Reads a variant that holds a value of that basic type, or steps over one that holds something else. Settings are
+/// written by many hands.
+template <typename Value>
+std::optional<Value> readVariant(sd_bus_message* message, const char* type) {
+    const char* contents = nullptr;
+    if (sd_bus_message_peek_type(message, nullptr, &contents) <= 0 || contents == nullptr ||
+        std::string_view{contents} != type) {
+        sd_bus_message_skip(message, "v");
+        return std::nullopt;
+    }
+    Value value{};
+    return sd_bus_message_read(message, "v", type, &value) > 0 ? std::optional(value) : std::nullopt;
+}
+
+} // namespace
+
+PortalSettings::PortalSettings(SessionBus& bus)
+    : Listener(bus) {
+}
+
+PortalSettings::~PortalSettings() = default;
+
+AppearanceWishes PortalSettings::wishes() const {
+    // The portal's own numbers; any other than these is "no preference".
+    constexpr std::uint32_t prefersDark = 1;
+    constexpr std::uint32_t prefersLight = 2;
+    constexpr std::uint32_t prefersReducedMotion = 1;
+    AppearanceWishes wishes;
+    if (known.colorScheme == prefersDark || known.colorScheme == prefersLight) {
+        wishes.colorScheme = known.colorScheme == prefersDark ? ColorScheme::dark : ColorScheme::light;
+    }
+    if (known.reducedMotion == prefersReducedMotion) {
+        wishes.reducesMotion = true;
+    } else if (known.enableAnimations) {
+        wishes.reducesMotion = !*known.enableAnimations;
+    }
+    return wishes;
+}
+
+void PortalSettings::follow(std::function<void()> newChanged) {
+    changed = std::move(newChanged);
+    isFollowed = true;
+    if (bus != nullptr) {
+        listen();
+    }
+}
+
+void PortalSettings::busArrived(sd_bus* arrived) {
+    bus = arrived;
+    if (isFollowed) {
+        listen();
+    }
+}
+
+void PortalSettings::busLeft() {
+    bus = nullptr;
+    changes.reset();
+    owners.reset();
+    question.reset();
+    take({});
+}
+
+void PortalSettings::listen() {
+    sd_bus_slot* slot = nullptr;
+    sd_bus_match_signal_async(bus, &slot, portalName, portalPath, settingsInterface, "SettingChanged", &settingChanged,
+                              &ignoreAnswer, this);
+    changes.reset(std::exchange(slot, nullptr));
+    sd_bus_add_match_async(bus, &slot, ownerMatch, &ownerChanged, &ignoreAnswer, this);
+    owners.reset(slot);
+    readAll();
+}
+
+void PortalSettings::readAll() {
+    sd_bus_slot* slot = nullptr;
+    sd_bus_call_method_async(bus, &slot, portalName, portalPath, settingsInterface, "ReadAll", &allRead, this, "as", 2,
+                             appearanceSpace, gnomeSpace);
+    question.reset(slot);
+}
+
+int PortalSettings::allRead(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+    auto& self = *static_cast<PortalSettings*>(data);
+    Settings read;
+    if (sd_bus_message_is_method_error(reply, nullptr) == 0 &&
+        sd_bus_message_enter_container(reply, SD_BUS_TYPE_ARRAY, "{sa{sv}}") > 0) {
+        while (sd_bus_message_enter_container(reply, SD_BUS_TYPE_DICT_ENTRY, "sa{sv}") > 0) {
+            readNamespace(reply, read);
+            if (sd_bus_message_exit_container(reply) < 0) {
+                break;
+            }
+        }
+        self.take(read);
+    }
+    return 0;
+}
+
+void PortalSettings::readNamespace(sd_bus_message* message, Settings& settings) {
+    const char* space = nullptr;
+    if (sd_bus_message_read(message, "s", &space) <= 0 ||
+        sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "{sv}") <= 0) {
+        return;
+    }
+    while (sd_bus_message_enter_container(message, SD_BUS_TYPE_DICT_ENTRY, "sv") > 0) {
+        const char* key = nullptr;
+        if (sd_bus_message_read(message, "s", &key) > 0) {
+            readSetting(message, space, key, settings);
+        }
+        if (sd_bus_message_exit_container(message) < 0) {
+            return;
+        }
+    }
+    sd_bus_message_exit_container(message);
+}
+
+void PortalSettings::readSetting(sd_bus_message* message, std::string_view space, std::string_view key,
+                                 Settings& settings) {
+    if (space == appearanceSpace && key == "color-scheme") {
+        settings.colorScheme = readVariant<std::uint32_t>(message, "u");
+    } else if (space == appearanceSpace && key == "reduced-motion") {
+        settings.reducedMotion = readVariant<std::uint32_t>(message, "u");
+    } else if (space == gnomeSpace && key == "enable-animations") {
+        const std::optional<int> boolean = readVariant<int>(message, "b");
+        settings.enableAnimations = boolean ? std::optional(*boolean != 0) : std::nullopt;
+    } else {
+        sd_bus_message_skip(message, "v");
+    }
+}
+
+int PortalSettings::settingChanged(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
+    auto& self = *static_cast<PortalSettings*>(data);
+    const char* space = nullptr;
+    const char* key = nullptr;
+    if (sd_bus_message_has_signature(signal, "ssv") > 0 && sd_bus_message_read(signal, "ss", &space, &key) > 0) {
+        Settings read = self.known;
+        readSetting(signal, space, key, read);
+        self.take(read);
+    }
+    return 0;
+}
+
+int PortalSettings::ownerChanged(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
+    auto& self = *static_cast<PortalSettings*>(data);
+    const char* before = nullptr;
+    const char* after = nullptr;
+    if (sd_bus_message_read(signal, "sss", nullptr, &before, &after) > 0 && *after != '\0') {
+        // It has come, or come again, and tells only of changes by itself.
+        self.readAll();
+    }
+    return 0;
+}
+
+void PortalSettings::take(const Settings& settings) {
+    if (std::exchange(known, settings) != settings && changed) {
+        changed();
+    }
+}
+
+} // namespace platform::linux

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "Platform/Linux/AppearanceSource.h"
+#include "Platform/Linux/Control/SessionBus.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string_view>
+
+namespace platform::linux {
+
+/// What the desktop portal says of the user's wishes (XDG Desktop Portal, org.freedesktop.portal.Settings). The portal
+/// is started by asking; where there is none, nothing is said. Nothing waits.
+class PortalSettings final : public AppearanceSource, private SessionBus::Listener {
+public:
+    /// The bus must outlive this.
+    explicit PortalSettings(SessionBus& bus);
+    ~PortalSettings() override;
+
+    [[nodiscard]] AppearanceWishes wishes() const override;
+    void follow(std::function<void()> changed) override;
+
+private:
+    /// The settings themselves; nothing for one that the portal does not have.
+    struct Settings {
+        std::optional<std::uint32_t> colorScheme;
+        std::optional<std::uint32_t> reducedMotion;
+        std::optional<bool> enableAnimations;
+
+        friend bool operator==(const Settings&, const Settings&) = default;
+    };
+
+    void busArrived(sd_bus* arrived) override;
+    void busLeft() override;
+
+    static int allRead(sd_bus_message* reply, void* data, sd_bus_error* error);
+    static int settingChanged(sd_bus_message* signal, void* data, sd_bus_error* error);
+    static int ownerChanged(sd_bus_message* signal, void* data, sd_bus_error* error);
+
+    void listen();
+    void readAll();
+    static void readNamespace(sd_bus_message* message, Settings& settings);
+    static void readSetting(sd_bus_message* message, std::string_view space, std::string_view key, Settings& settings);
+    void take(const Settings& settings);
+
+    sd_bus* bus = nullptr;
+    bool isFollowed = false;
+    std::function<void()> changed;
+    Settings known;
+    OwnedSlot changes;
+    OwnedSlot owners;
+    OwnedSlot question;
+};
+
+} // namespace platform::linux

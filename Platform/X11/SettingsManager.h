@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Platform/Linux/AppearanceSource.h"
+#include "Platform/X11/EventSelection.h"
+
+#include <functional>
+
+namespace platform::x11 {
+
+/// What an X11 desktop's settings manager says of the user's wishes (XSETTINGS): whether its theme is a dark one, and
+/// whether things are to be animated. Managers come, go and replace each other; each is followed.
+class SettingsManager final : public linux::AppearanceSource {
+public:
+    SettingsManager(Connection& connection, EventSelection& selection)
+        : connection(connection)
+        , selection(selection) {}
+
+    [[nodiscard]] linux::AppearanceWishes wishes() const override { return known; }
+
+    void follow(std::function<void()> changed) override;
+
+    /// Looks whether the event is about the manager.
+    void handle(const xcb_generic_event_t& event);
+
+private:
+    void internNames();
+    /// Finds who manages now, and what it says.
+    void find();
+    void read();
+
+    Connection& connection;
+    EventSelection& selection;
+    std::function<void()> changed;
+    xcb_atom_t managerSelection = XCB_ATOM_NONE;
+    xcb_atom_t announcement = XCB_ATOM_NONE;
+    xcb_atom_t property = XCB_ATOM_NONE;
+    xcb_window_t manager = XCB_WINDOW_NONE;
+    linux::AppearanceWishes known;
+};
+
+} // namespace platform::x11

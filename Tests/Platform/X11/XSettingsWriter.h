@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Platform/X11/XSettingsFormat.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace platform::x11 {
+
+/// Settings in the order in which they are written.
+using XSettingsList = std::vector<std::pair<std::string, std::variant<std::int32_t, std::string>>>;
+
+/// What a settings manager writes, in either byte order, with a color behind every setting.
+[[nodiscard]] std::string writeXSettings(const XSettingsList& settings, bool isMostFirst = false);
+
+} // namespace platform::x11
