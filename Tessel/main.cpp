@@ -1,3 +1,5 @@
+#include "CorvidKit/MenuBarApp.h"
+#include "CorvidKit/MenuBarController.h"
 #include "CorvidKit/Publisher.h"
 #include "Platform/Linux/AddressOpener.h"
 #include "Platform/Linux/Applications/DesktopEntries.h"
@@ -19,19 +21,27 @@
 #include "Platform/Linux/Settings/UserDefaults.h"
 #include "Platform/Linux/SystemClock.h"
 #include "Platform/Linux/SystemLog.h"
+#include "Platform/Linux/Tray/NotifierPlace.h"
+#include "Platform/Linux/Tray/StatusBar.h"
 #include "Platform/MainBundle.h"
 #include "Platform/Platform.h"
+#include "Platform/Popover.h"
+#include "Platform/View.h"
 #include "Platform/X11/Desktop.h"
 #include "Tessel/AppState.h"
 #include "Tessel/CommandLine.h"
 #include "Tessel/RemoteCommand.h"
 #include "Tessel/RemoteControl.h"
 #include "Tessel/StatusLine.h"
+#include "Tessel/StatusMenu.h"
 
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -53,6 +63,32 @@ void enterLocale() {
 
 std::string statusLine(const tessel::AppState& state) {
     return tessel::statusLine(state.status(), state.failedShortcuts());
+}
+
+/// There is nothing yet to show in one.
+class NoPopover final : public platform::Popover {
+public:
+    void setContentView(std::shared_ptr<const platform::View> /*view*/) override {}
+
+    [[nodiscard]] bool hasContentView() const override { return false; }
+
+    void setBehavior(Behavior /*behavior*/) override {}
+
+    void setAnimates(bool /*animates*/) override {}
+
+    [[nodiscard]] bool isShown() const override { return false; }
+
+    void show(const Anchor& /*anchor*/, Edge /*preferredEdge*/) override {}
+
+    void makeKey() override {}
+
+    void performClose() override {}
+};
+
+void openPopover() {
+    if (const auto& menuBar = corvid::MenuBarController::shared()) {
+        menuBar->open();
+    }
 }
 
 /// The resident program: everything is wired here, and nowhere else.
@@ -92,6 +128,10 @@ int runResident() {
     platform::linux::SystemClock systemClock;
     platform::linux::SystemLog systemLog;
     platform::linux::UserDefaults userDefaults;
+    platform::linux::NotifierPlace notifiers(mainLoop, sessionBus, (*desktop)->screens(),
+                                             platform::linux::programFolder() / TESSEL_ICON_FOLDER);
+    platform::linux::StatusBar statusBar("org.corvid.Tessel", {&notifiers});
+    NoPopover popover;
     const platform::MainBundle bundle = mainBundle();
     const platform::Platform table{
         .accessibility = (*desktop)->accessibility(),
@@ -110,31 +150,41 @@ int runResident() {
         .runningApplications = (*desktop)->runningApplications(),
         .screens = (*desktop)->screens(),
         .standardUserDefaults = userDefaults,
+        .statusBar = statusBar,
         .systemClock = systemClock,
         .thisApplication = application,
         .workspace = (*desktop)->workspace(),
     };
     const platform::Installation installation(table);
 
-    tessel::AppState& state = tessel::AppState::shared();
-    // Subscribers are told before a change; the new status is there in the next turn.
-    const corvid::Subscription statusReport = state.objectWillChange().subscribe(
-        [&] { mainLoop.post([&state] { platform::linux::notifyStatus(statusLine(state)); }); });
-    // What was just installed has another name now, and may be what a window was waiting to be called.
-    entries.onChange([&state] {
-        if (!state.rules().empty()) {
-            state.setRules(state.rules());
-        }
+    corvid::Subscription statusReport;
+    std::optional<tessel::StatusMenu> statusMenu;
+    std::optional<tessel::RemoteControl> remoteControl;
+    std::optional<platform::linux::ControlBusName> busName;
+    return corvid::MenuBarApp::run([&]() -> corvid::MenuBarApp::Parts {
+        tessel::AppState& state = tessel::AppState::shared();
+        const auto quit = [&application] { application.terminate(); };
+        auto menuBar = corvid::MenuBarController::make(
+            "Tessel", std::make_shared<platform::View>(), popover, state.objectWillChange(),
+            [&state] { return std::string(state.status().menuBarSymbol()); });
+        statusMenu.emplace(state, menuBar->statusItem(), tessel::StatusMenu::Ways{.open = openPopover, .quit = quit});
+        // Subscribers are told before a change; the new status is there in the next turn.
+        statusReport = state.objectWillChange().subscribe(
+            [&] { mainLoop.post([&state] { platform::linux::notifyStatus(statusLine(state)); }); });
+        // What was just installed has another name now, and may be what a window was waiting to be called.
+        entries.onChange([&state] {
+            if (!state.rules().empty()) {
+                state.setRules(state.rules());
+            }
+        });
+        remoteControl.emplace(state,
+                              tessel::RemoteControl::Surroundings{
+                                  .version = TESSEL_VERSION, .backend = "X11", .open = openPopover, .quit = quit});
+        controlSocket.serve(*remoteControl);
+        busName.emplace(sessionBus, *remoteControl);
+        platform::linux::notifyReady(statusLine(state));
+        return {.menuBar = std::move(menuBar), .updates = state.updates()};
     });
-    tessel::RemoteControl remoteControl(state, {.version = TESSEL_VERSION,
-                                                .backend = "X11",
-                                                .open = [] {},
-                                                .quit = [&mainLoop] { mainLoop.end(EXIT_SUCCESS); }});
-    controlSocket.serve(remoteControl);
-    const platform::linux::ControlBusName busName(sessionBus, remoteControl);
-
-    platform::linux::notifyReady(statusLine(state));
-    return mainLoop.run();
 }
 
 /// Asks the program that runs on this display; without a display to name, the one on the user's message bus.

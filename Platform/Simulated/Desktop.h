@@ -49,7 +49,7 @@ public:
     Log log{trace};
     OpenPanel openPanel{trace};
     SystemClock systemClock{mainActor};
-    ThisApplication thisApplication{trace};
+    ThisApplication thisApplication{trace, mainActor};
     MainBundle mainBundle{.identifier = "org.example.Tessel",
                           .infoDictionary = {{"CFBundleShortVersionString", "1.2"}},
                           .website = "https://tessel.example"};
@@ -71,6 +71,7 @@ private:
                    .runningApplications = applications,
                    .screens = screens,
                    .standardUserDefaults = standardUserDefaults,
+                   .statusBar = statusBar,
                    .systemClock = systemClock,
                    .thisApplication = thisApplication,
                    .workspace = workspace};
