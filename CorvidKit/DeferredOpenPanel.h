@@ -18,9 +18,9 @@ public:
 
     void runModal(const platform::OpenPanelOptions& options, Completion completion) override {
         const auto shared = std::make_shared<Completion>(std::move(completion));
-        toolkit.use(
-            [options, shared](platform::Toolkit& started) { started.openPanel().runModal(options, std::move(*shared)); },
-            [shared] { (*shared)({}); });
+        toolkit.use([options,
+                     shared](platform::Toolkit& started) { started.openPanel().runModal(options, std::move(*shared)); },
+                    [shared] { (*shared)({}); });
     }
 
 private:

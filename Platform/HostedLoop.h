@@ -13,8 +13,8 @@ public:
     /// Readable when there is something to serve.
     [[nodiscard]] virtual int descriptor() const = 0;
 
-    /// Serves what there is to serve without waiting, and prepares to be waited for: to be called when the descriptor is
-    /// readable, and each time before the other loop waits. False once the loop has ended. Does nothing while it is
+    /// Serves what there is to serve without waiting, and prepares to be waited for: to be called when the descriptor
+    /// is readable, and each time before the other loop waits. False once the loop has ended. Does nothing while it is
     /// being served already.
     [[nodiscard]] virtual bool serve() = 0;
 };

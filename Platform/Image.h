@@ -24,9 +24,18 @@ struct ImageFile {
     friend bool operator==(const ImageFile&, const ImageFile&) = default;
 };
 
+/// A drawing of the program's own, by its name, as in "uiwindow.split.2x1".
+struct SystemSymbol {
+    std::string name;
+
+    friend bool operator==(const SystemSymbol&, const SystemSymbol&) = default;
+};
+
+using ImageSource = std::variant<ThemeIcon, ImageFile, SystemSymbol>;
+
 /// What to draw and how large; the pixels come into being where it is drawn, so that the resident decodes nothing.
 struct ImageDescription {
-    std::variant<ThemeIcon, ImageFile> source;
+    ImageSource source;
     /// In points. Drawn into this size whatever the source's own.
     corvid::CGSize size;
     /// Pixels per point that a bitmap of it has.

@@ -22,6 +22,7 @@ class OpenPanel;
 class ProcessInfo;
 class RunningApplications;
 class Screens;
+class StatusBar;
 class SystemClock;
 class ThisApplication;
 class Workspace;
@@ -47,6 +48,7 @@ struct Platform {
     RunningApplications& runningApplications;
     Screens& screens;
     corvid::PreferenceStore& standardUserDefaults;
+    StatusBar& statusBar;
     SystemClock& systemClock;
     ThisApplication& thisApplication;
     Workspace& workspace;

@@ -44,8 +44,11 @@ public:
 
     virtual void setImage(const Image& image) = 0;
 
-    /// Its name for people: tool tip and accessibility label.
+    /// Its name for people: the heading of the tool tip, and the accessibility label.
     virtual void setTitle(std::string_view title) = 0;
+
+    /// What the tool tip says below the title; empty for nothing.
+    virtual void setToolTip(std::string_view text) = 0;
 
     /// What a click does. The action may drop the item.
     virtual void setAction(Action action) = 0;
@@ -61,6 +64,10 @@ public:
     StatusBar(const StatusBar&) = delete;
     StatusBar& operator=(const StatusBar&) = delete;
     virtual ~StatusBar() = default;
+
+    /// The symbol of that name as a picture for an item; nothing where there is no such symbol.
+    [[nodiscard]] virtual std::optional<Image> symbolImage(std::string_view name,
+                                                           std::string_view accessibilityDescription) const = 0;
 
     /// A square item without picture, title and action. The panel keeps the item's place under `autosaveName`. Never
     /// null: without a panel the item is just not shown.

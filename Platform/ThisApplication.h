@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 namespace platform {
 
 /// This program, as the desktop sees it. Main thread only.
@@ -9,6 +11,10 @@ public:
     ThisApplication(const ThisApplication&) = delete;
     ThisApplication& operator=(const ThisApplication&) = delete;
     virtual ~ThisApplication() = default;
+
+    /// Runs the event loop until the program is to end; `didFinishLaunching` is called in its first turn. Gives the
+    /// status that the program ends with.
+    [[nodiscard]] virtual int run(std::function<void()> didFinishLaunching) = 0;
 
     /// Lets the windows that this program opens next take the keyboard, whatever has it now.
     virtual void activateIgnoringOtherApps() = 0;

@@ -36,6 +36,14 @@ const PreviewApplication* at(const std::filesystem::path& location) {
 
 } // namespace
 
+std::vector<std::filesystem::path> PreviewCatalogue::locations() {
+    std::vector<std::filesystem::path> all;
+    for (const PreviewApplication& application : applications) {
+        all.emplace_back(application.icon);
+    }
+    return all;
+}
+
 std::optional<std::filesystem::path> PreviewCatalogue::location(std::string_view bundleIdentifier) {
     const auto found = std::ranges::find(applications, bundleIdentifier, &PreviewApplication::bundleIdentifier);
     return found == applications.end() ? std::nullopt : std::optional(std::filesystem::path(found->icon));

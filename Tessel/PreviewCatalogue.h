@@ -8,6 +8,7 @@ namespace tessel {
 /// interface (":/preview/…"), their names are in the catalogue of texts.
 class PreviewCatalogue final : public platform::ApplicationCatalogue {
 public:
+    [[nodiscard]] std::vector<std::filesystem::path> locations() override;
     [[nodiscard]] std::optional<std::filesystem::path> location(std::string_view bundleIdentifier) override;
     [[nodiscard]] std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) override;
     [[nodiscard]] std::string displayName(const std::filesystem::path& location) override;

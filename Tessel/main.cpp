@@ -1,35 +1,11 @@
-#include "CorvidKit/Publisher.h"
 #include "CorvidKitCore/CommandLineOption.h"
-#include "Platform/Linux/AddressOpener.h"
-#include "Platform/Linux/Applications/DesktopEntries.h"
-#include "Platform/Linux/Applications/DesktopEntryCatalogue.h"
-#include "Platform/Linux/Applications/DesktopEntryIdentification.h"
-#include "Platform/Linux/AutostartLoginItem.h"
-#include "Platform/Linux/Control/ControlBusName.h"
 #include "Platform/Linux/Control/ControlClient.h"
-#include "Platform/Linux/Control/ControlSocket.h"
 #include "Platform/Linux/Control/SessionBus.h"
-#include "Platform/Linux/Control/SessionClaim.h"
-#include "Platform/Linux/Localization.h"
-#include "Platform/Linux/Log.h"
-#include "Platform/Linux/LoopApplication.h"
-#include "Platform/Linux/MainLoop.h"
-#include "Platform/Linux/ProcessInfo.h"
-#include "Platform/Linux/ServiceNotification.h"
-#include "Platform/Linux/Settings/UserDefaults.h"
-#include "Platform/Linux/SystemClock.h"
-#include "Platform/Linux/SystemLog.h"
-#include "Platform/MainBundle.h"
-#include "Platform/Platform.h"
 #include "Platform/X11/Desktop.h"
-#include "Tessel/AppState.h"
 #include "Tessel/CommandLine.h"
 #include "Tessel/RemoteCommand.h"
-#include "Tessel/RemoteControl.h"
-#include "Tessel/StatusLine.h"
-#include "Tessel/Wiring/Locale.h"
 #include "Tessel/Wiring/PictureRun.h"
-#include "Tessel/Wiring/ThisProgram.h"
+#include "Tessel/Wiring/ResidentRun.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -37,93 +13,6 @@
 #include <vector>
 
 namespace {
-
-std::string statusLine(const tessel::AppState& state) {
-    return tessel::statusLine(state.status(), state.failedShortcuts());
-}
-
-/// The resident program: everything is wired here, and nowhere else.
-int runResident() {
-    tessel::enterLocale();
-    platform::linux::MainLoop mainLoop;
-    mainLoop.endOnTerminationSignals();
-
-    const auto instance = platform::linux::claimSession(platform::x11::Desktop::sessionName());
-    if (!instance) {
-        if (!instance.error().asked) {
-            platform::linux::logToStandardError("already running in this session, but not answering");
-            return EXIT_FAILURE;
-        }
-        std::puts("tessel: already running in this session");
-        return EXIT_SUCCESS;
-    }
-    // Made before the desktop, to be dropped after it: who waits for the end waits until the keys are free again.
-    platform::linux::ControlSocket controlSocket(mainLoop, *instance);
-
-    platform::linux::DesktopEntries entries(mainLoop);
-    platform::linux::DesktopEntryIdentification identification(entries);
-    platform::linux::DesktopEntryCatalogue catalogue(entries);
-    const auto desktop = platform::x11::Desktop::open(mainLoop);
-    if (!desktop) {
-        platform::linux::logToStandardError(desktop.error());
-        return EXIT_FAILURE;
-    }
-
-    (*desktop)->followApplications(identification, catalogue);
-    platform::linux::SessionBus sessionBus(mainLoop);
-    platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
-    platform::linux::AutostartLoginItem loginItem;
-    platform::linux::Localization localization("tessel", tessel::localeFolder());
-    platform::linux::LoopApplication application(mainLoop);
-    platform::linux::ProcessInfo processInfo;
-    platform::linux::SystemClock systemClock;
-    platform::linux::SystemLog systemLog;
-    platform::linux::UserDefaults userDefaults;
-    const platform::MainBundle bundle = tessel::mainBundle();
-    const platform::Platform table{
-        .accessibility = (*desktop)->accessibility(),
-        .accessibilityObservers = (*desktop)->accessibilityObservers(),
-        .addressOpener = addressOpener,
-        .applicationCatalogue = catalogue,
-        .sound = (*desktop)->sound(),
-        .hotKeyEvents = (*desktop)->hotKeyEvents(),
-        .imageRenderer = nullptr,
-        .localization = localization,
-        .log = systemLog,
-        .loginItemService = loginItem,
-        .mainActor = mainLoop,
-        .mainBundle = bundle,
-        .openPanel = nullptr,
-        .processInfo = processInfo,
-        .runningApplications = (*desktop)->runningApplications(),
-        .screens = (*desktop)->screens(),
-        .standardUserDefaults = userDefaults,
-        .systemClock = systemClock,
-        .thisApplication = application,
-        .workspace = (*desktop)->workspace(),
-    };
-    const platform::Installation installation(table);
-
-    tessel::AppState& state = tessel::AppState::shared();
-    // Subscribers are told before a change; the new status is there in the next turn.
-    const corvid::Subscription statusReport = state.objectWillChange().subscribe(
-        [&] { mainLoop.post([&state] { platform::linux::notifyStatus(statusLine(state)); }); });
-    // What was just installed has another name now, and may be what a window was waiting to be called.
-    entries.onChange([&state] {
-        if (!state.rules().empty()) {
-            state.setRules(state.rules());
-        }
-    });
-    tessel::RemoteControl remoteControl(state, {.version = TESSEL_VERSION,
-                                                .backend = "X11",
-                                                .open = [] {},
-                                                .quit = [&mainLoop] { mainLoop.end(EXIT_SUCCESS); }});
-    controlSocket.serve(remoteControl);
-    const platform::linux::ControlBusName busName(sessionBus, remoteControl);
-
-    platform::linux::notifyReady(statusLine(state));
-    return mainLoop.run();
-}
 
 /// Asks the program that runs on this display; without a display to name, the one on the user's message bus.
 int ask(const tessel::CommandLine::Ask& request) {
@@ -151,7 +40,7 @@ int main(int argumentCount, char** arguments) {
         return EXIT_SUCCESS;
     }
     return std::visit(Overloaded{
-                          [](const tessel::CommandLine::Run&) { return runResident(); },
+                          [](const tessel::CommandLine::Run&) { return tessel::runResident(); },
                           [](const tessel::CommandLine::Print& print) {
                               std::fputs(print.text.c_str(), stdout);
                               return EXIT_SUCCESS;

@@ -2,13 +2,14 @@
 
 #include "CorvidKit/Components/AppBrand.h"
 
+#include <QtQml/qqmlregistration.h>
+
 #include <QColor>
 #include <QFont>
 #include <QObject>
 #include <QPointer>
 #include <QQmlEngine>
 #include <QVariantMap>
-#include <QtQml/qqmlregistration.h>
 
 namespace corvid {
 

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
 #include <QQuickPaintedItem>
 #include <QString>
-#include <QtQml/qqmlregistration.h>
 
 namespace corvid {
 

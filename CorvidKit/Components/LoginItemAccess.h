@@ -2,8 +2,9 @@
 
 #include "CorvidKit/LoginItem.h"
 
-#include <QObject>
 #include <QtQml/qqmlregistration.h>
+
+#include <QObject>
 
 namespace corvid {
 

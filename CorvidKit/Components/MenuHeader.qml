@@ -40,14 +40,14 @@ Item {
             width: parent.width
             height: statusText.height
 
-            Rectangle {
+            RoundedRectangle {
                 id: dot
                 anchors.left: parent.left
                 anchors.verticalCenter: statusText.verticalCenter
                 width: 7
                 height: 7
                 radius: 3.5
-                antialiasing: true
+                isContinuous: false
                 color: header.statusColor
             }
             Label {

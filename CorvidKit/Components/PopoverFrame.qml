@@ -28,7 +28,7 @@ FocusScope {
     implicitHeight: (content ? content.implicitHeight : 0) + 2 * margin
     focus: true
     Keys.onEscapePressed: dismissed()
-    onContentChanged: {
+    onContentChanged: if (content) {
         content.parent = holder;
         content.anchors.fill = holder;
     }

@@ -3,7 +3,6 @@
 #include "CorvidKit/Components/RoundedPath.h"
 
 #include <QPainter>
-
 #include <algorithm>
 #include <cmath>
 

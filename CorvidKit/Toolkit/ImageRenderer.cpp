@@ -9,7 +9,6 @@
 #include <QQuickRenderControl>
 #include <QQuickRenderTarget>
 #include <QQuickWindow>
-
 #include <cmath>
 
 namespace corvid::toolkit {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/ImageRenderer.h"
 #include "CorvidKit/Toolkit/ViewBuilder.h"
+#include "Platform/ImageRenderer.h"
 
 namespace corvid::toolkit {
 

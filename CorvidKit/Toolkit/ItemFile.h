@@ -4,7 +4,6 @@
 #include <QQuickItem>
 #include <QUrl>
 #include <QVariantMap>
-
 #include <memory>
 
 namespace corvid::toolkit {

@@ -6,7 +6,8 @@ namespace corvid::toolkit {
 
 OpenPanelWindow::OpenPanelWindow(const Surroundings& surroundings, QQmlEngine& engine)
     : surroundings(surroundings)
-    , engine(engine) {}
+    , engine(engine) {
+}
 
 OpenPanelWindow::~OpenPanelWindow() = default;
 

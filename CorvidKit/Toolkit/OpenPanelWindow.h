@@ -7,7 +7,6 @@
 #include <QQmlEngine>
 #include <QQuickWindow>
 #include <QStringList>
-
 #include <memory>
 
 namespace corvid::toolkit {

@@ -8,7 +8,6 @@ namespace corvid::toolkit {
 
 namespace {
 
-
 /// Between the popover and what it hangs at, and the least between it and the edges of the visible frame.
 constexpr double gap = 6;
 
@@ -22,8 +21,8 @@ const platform::Screen& screenOf(CGPoint point, std::span<const platform::Screen
     double distance = std::numeric_limits<double>::infinity();
     for (const platform::Screen& screen : screens) {
         const CGRect& frame = screen.frame;
-        const double away = std::hypot(outside(point.x, frame.minX(), frame.maxX()),
-                                       outside(point.y, frame.minY(), frame.maxY()));
+        const double away =
+            std::hypot(outside(point.x, frame.minX(), frame.maxX()), outside(point.y, frame.minY(), frame.maxY()));
         if (nearest == nullptr || away < distance) {
             nearest = &screen;
             distance = away;
@@ -44,7 +43,8 @@ CGRect panelCorner(const platform::Screen& screen) {
     return {{screen.visibleFrame.maxX(), atBottom > atTop ? screen.frame.minY() : screen.frame.maxY()}, {0, 0}};
 }
 
-CGRect anchorRect(const platform::Popover::Anchor& anchor, const std::optional<CGPoint>& pointer, const platform::Screen& primary) {
+CGRect anchorRect(const platform::Popover::Anchor& anchor, const std::optional<CGPoint>& pointer,
+                  const platform::Screen& primary) {
     if (anchor.rect) {
         return *anchor.rect;
     }
@@ -56,8 +56,8 @@ CGRect anchorRect(const platform::Popover::Anchor& anchor, const std::optional<C
 
 } // namespace
 
-std::optional<CGRect> popoverFrame(const platform::Popover::Anchor& anchor, const std::optional<CGPoint>& pointer, CGSize size,
-                                   std::span<const platform::Screen> screens) {
+std::optional<CGRect> popoverFrame(const platform::Popover::Anchor& anchor, const std::optional<CGPoint>& pointer,
+                                   CGSize size, std::span<const platform::Screen> screens) {
     if (screens.empty()) {
         return std::nullopt;
     }

@@ -9,7 +9,6 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
-
 #include <chrono>
 #include <cmath>
 
@@ -41,7 +40,8 @@ bool movesFocus(int key) {
 PopoverWindow::PopoverWindow(const Surroundings& surroundings, QQmlEngine& engine, ViewBuilder build)
     : surroundings(surroundings)
     , engine(engine)
-    , build(std::move(build)) {}
+    , build(std::move(build)) {
+}
 
 PopoverWindow::~PopoverWindow() {
     if (window) {

@@ -8,7 +8,6 @@
 
 #include <QObject>
 #include <QQuickWindow>
-
 #include <memory>
 #include <optional>
 

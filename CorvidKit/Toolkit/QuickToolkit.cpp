@@ -8,7 +8,6 @@
 #include <QIcon>
 #include <QLocale>
 #include <QQuickWindow>
-
 #include <clocale>
 
 namespace corvid::toolkit {
@@ -16,7 +15,7 @@ namespace corvid::toolkit {
 namespace {
 
 // Qt wants a program's name, and may take arguments away that are its own.
-char programName[] = "tessel"; // NOLINT(*-avoid-c-arrays)
+char programName[] = "tessel";                     // NOLINT(*-avoid-c-arrays)
 char* programArguments[] = {programName, nullptr}; // NOLINT(*-avoid-c-arrays)
 int programArgumentCount = 1;
 

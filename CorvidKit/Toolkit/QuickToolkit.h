@@ -11,7 +11,6 @@
 #include <QGuiApplication>
 #include <QQmlEngine>
 #include <QTranslator>
-
 #include <memory>
 #include <vector>
 

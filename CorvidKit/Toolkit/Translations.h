@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QTranslator>
-
 #include <memory>
 #include <string>
 #include <vector>

@@ -4,7 +4,6 @@
 
 #include <QQmlEngine>
 #include <QQuickItem>
-
 #include <functional>
 #include <memory>
 

@@ -7,12 +7,13 @@
 #include "Platform/NotificationCenter.h"
 #include "Platform/RunningApplications.h"
 #include "Platform/Screens.h"
+#include "Platform/StatusItem.h"
 #include "Platform/Workspace.h"
 
 #include <memory>
 
-/// A desktop that is not there: nothing runs, nothing is shown, and whatever is asked for is refused. So that nobody has
-/// to ask first whether there is one.
+/// A desktop that is not there: nothing runs, nothing is shown, and whatever is asked for is refused. So that nobody
+/// has to ask first whether there is one.
 namespace platform::absent {
 
 class Accessibility final : public platform::Accessibility {
@@ -86,6 +87,35 @@ public:
     [[nodiscard]] std::vector<Screen> screens() override { return {}; }
 };
 
+class StatusItem final : public platform::StatusItem {
+public:
+    [[nodiscard]] bool isShown() const override { return false; }
+
+    [[nodiscard]] std::optional<corvid::CGRect> frame() const override { return std::nullopt; }
+
+    void setImage(const Image& /*image*/) override {}
+
+    void setTitle(std::string_view /*title*/) override {}
+
+    void setToolTip(std::string_view /*text*/) override {}
+
+    void setAction(Action /*action*/) override {}
+
+    void setMenu(std::vector<StatusMenuLine> /*lines*/) override {}
+};
+
+class StatusBar final : public platform::StatusBar {
+public:
+    [[nodiscard]] std::optional<Image> symbolImage(std::string_view /*name*/,
+                                                   std::string_view /*accessibilityDescription*/) const override {
+        return std::nullopt;
+    }
+
+    [[nodiscard]] std::unique_ptr<platform::StatusItem> createStatusItem(std::string_view /*autosaveName*/) override {
+        return std::make_unique<StatusItem>();
+    }
+};
+
 class Workspace final : public platform::Workspace {
 public:
     [[nodiscard]] std::optional<ProcessIdentifier> frontmostApplication() override { return std::nullopt; }
@@ -99,6 +129,7 @@ public:
     HotKeyEvents hotKeyEvents;
     RunningApplications runningApplications;
     Screens screens;
+    StatusBar statusBar;
     Workspace workspace;
 };
 

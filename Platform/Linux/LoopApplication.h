@@ -4,6 +4,8 @@
 #include "Platform/ThisApplication.h"
 
 #include <cstdlib>
+#include <functional>
+#include <utility>
 
 namespace platform::linux {
 
@@ -12,6 +14,11 @@ class LoopApplication final : public ThisApplication {
 public:
     explicit LoopApplication(MainLoop& mainLoop)
         : mainLoop(mainLoop) {}
+
+    [[nodiscard]] int run(std::function<void()> didFinishLaunching) override {
+        mainLoop.post(std::move(didFinishLaunching));
+        return mainLoop.run();
+    }
 
     /// On Linux a window takes the keyboard by itself when it is shown; there is nothing to prepare.
     void activateIgnoringOtherApps() override {}

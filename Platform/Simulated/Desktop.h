@@ -53,7 +53,7 @@ public:
     OpenPanel openPanel{trace};
     OwnWindows ownWindows{trace};
     SystemClock systemClock{mainActor};
-    ThisApplication thisApplication{trace};
+    ThisApplication thisApplication{trace, mainActor};
     MainBundle mainBundle{.identifier = "org.example.Tessel",
                           .infoDictionary = {{"CFBundleShortVersionString", "1.2"}},
                           .website = "https://tessel.example"};
@@ -76,6 +76,7 @@ private:
                    .runningApplications = applications,
                    .screens = screens,
                    .standardUserDefaults = standardUserDefaults,
+                   .statusBar = statusBar,
                    .systemClock = systemClock,
                    .thisApplication = thisApplication,
                    .workspace = workspace};

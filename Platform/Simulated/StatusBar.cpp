@@ -4,6 +4,15 @@
 
 namespace platform::simulated {
 
+std::optional<Image> StatusBar::symbolImage(std::string_view name, std::string_view accessibilityDescription) const {
+    if (!symbols.contains(name)) {
+        return std::nullopt;
+    }
+    return Image({.source = SystemSymbol{std::string(name)},
+                  .size = {18, 18},
+                  .accessibilityDescription = std::string(accessibilityDescription)});
+}
+
 std::unique_ptr<StatusItem> StatusBar::createStatusItem(std::string_view autosaveName) {
     return std::make_unique<Item>(*this, autosaveName);
 }

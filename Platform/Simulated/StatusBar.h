@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,11 +23,16 @@ public:
     explicit StatusBar(Trace& trace)
         : trace(trace) {}
 
+    [[nodiscard]] std::optional<Image> symbolImage(std::string_view name,
+                                                   std::string_view accessibilityDescription) const override;
     [[nodiscard]] std::unique_ptr<StatusItem> createStatusItem(std::string_view autosaveName) override;
 
     /// The items that are alive, oldest first.
     [[nodiscard]] const std::vector<Item*>& items() const { return alive; }
 
+    /// Those that there are.
+    std::set<std::string, std::less<>> symbols{"exclamationmark.triangle.fill", "rectangle.split.2x1",
+                                               "uiwindow.split.2x1"};
     /// Whether there is a panel.
     bool hasPanel = true;
     /// Where the panel shows every item, if it says so.
@@ -49,6 +55,7 @@ public:
     [[nodiscard]] std::optional<corvid::CGRect> frame() const override;
     void setImage(const Image& newImage) override;
     void setTitle(std::string_view newTitle) override { title = newTitle; }
+    void setToolTip(std::string_view text) override { toolTip = text; }
     void setAction(Action newAction) override;
     void setMenu(std::vector<StatusMenuLine> lines) override;
 
@@ -61,6 +68,7 @@ public:
     const std::string autosaveName;
     std::optional<Image> image;
     std::string title;
+    std::string toolTip;
     std::vector<StatusMenuLine> menu;
 
 private:

@@ -1,15 +1,28 @@
 #pragma once
 
+#include "Platform/Simulated/MainActor.h"
 #include "Platform/Simulated/Trace.h"
 #include "Platform/ThisApplication.h"
 
+#include <functional>
+#include <utility>
+
 namespace platform::simulated {
 
-/// Trace: "activate this program", "terminate this program".
+/// Trace: "run this program", "activate this program", "terminate this program".
 class ThisApplication final : public platform::ThisApplication {
 public:
-    explicit ThisApplication(Trace& trace)
-        : trace(trace) {}
+    ThisApplication(Trace& trace, MainActor& mainActor)
+        : trace(trace)
+        , mainActor(mainActor) {}
+
+    /// Turns the loop until it has nothing to do.
+    [[nodiscard]] int run(std::function<void()> didFinishLaunching) override {
+        trace.record("run this program");
+        mainActor.post(std::move(didFinishLaunching));
+        mainActor.run();
+        return 0;
+    }
 
     void activateIgnoringOtherApps() override { trace.record("activate this program"); }
 
@@ -17,6 +30,7 @@ public:
 
 private:
     Trace& trace;
+    MainActor& mainActor;
 };
 
 } // namespace platform::simulated

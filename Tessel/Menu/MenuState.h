@@ -5,10 +5,11 @@
 #include "Tessel/AppState.h"
 #include "Tessel/Menu/RuleAppModel.h"
 
+#include <QtQml/qqmlregistration.h>
+
 #include <QObject>
 #include <QStringList>
 #include <QVariantList>
-#include <QtQml/qqmlregistration.h>
 
 namespace tessel {
 

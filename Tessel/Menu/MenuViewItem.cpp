@@ -12,10 +12,9 @@ std::unique_ptr<QQuickItem> makeItem(const platform::View& view, QQmlEngine& eng
         return nullptr;
     }
     auto state = std::make_unique<MenuState>(menu->state());
-    std::unique_ptr<QQuickItem> item =
-        corvid::toolkit::itemFromFile(engine, QUrl(QStringLiteral("qrc:/qt/qml/Tessel/MenuView.qml")),
-                                      {{"appState", QVariant::fromValue(state.get())},
-                                       {"tab", QString::fromUtf8(rawValue(menu->tab))}});
+    std::unique_ptr<QQuickItem> item = corvid::toolkit::itemFromFile(
+        engine, QUrl(QStringLiteral("qrc:/qt/qml/Tessel/MenuView.qml")),
+        {{"appState", QVariant::fromValue(state.get())}, {"tab", QString::fromUtf8(rawValue(menu->tab))}});
     if (item) {
         state.release()->setParent(item.get());
     }

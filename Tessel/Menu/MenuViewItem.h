@@ -4,7 +4,6 @@
 
 #include <QQmlEngine>
 #include <QQuickItem>
-
 #include <memory>
 
 namespace tessel {

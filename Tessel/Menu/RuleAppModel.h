@@ -3,7 +3,6 @@
 #include "Tessel/RuleApp.h"
 
 #include <QAbstractListModel>
-
 #include <vector>
 
 namespace tessel {

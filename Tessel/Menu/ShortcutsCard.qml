@@ -23,8 +23,8 @@ Card {
 
                 Rectangle {
                     visible: entry.index > 0
-                    x: entry.LayoutMirroring.enabled ? 0 : 40
-                    width: parent.width - 40
+                    x: entry.LayoutMirroring.enabled ? 1 : 40
+                    width: parent.width - 41
                     height: Style.hairline
                     color: Style.divider
                 }

@@ -51,7 +51,9 @@ void beSilent() {
 } // namespace
 
 void runPictures(const std::string& directory) {
-    if (std::getenv("LOUD") == nullptr) beSilent();
+    if (std::getenv("LOUD") == nullptr) {
+        beSilent();
+    }
     enterLocale();
     platform::linux::MainLoop mainLoop;
     platform::absent::Desktop desktop;
@@ -92,6 +94,7 @@ void runPictures(const std::string& directory) {
         .runningApplications = desktop.runningApplications,
         .screens = desktop.screens,
         .standardUserDefaults = noDefaults,
+        .statusBar = desktop.statusBar,
         .systemClock = systemClock,
         .thisApplication = application,
         .workspace = desktop.workspace,

@@ -17,6 +17,10 @@ std::filesystem::path localeFolder() {
     return platform::linux::programFolder() / TESSEL_LOCALE_FOLDER;
 }
 
+std::filesystem::path iconFolder() {
+    return platform::linux::programFolder() / TESSEL_ICON_FOLDER;
+}
+
 std::filesystem::path menuPlugin() {
     constexpr const char* file = "tessel-menu.so";
     std::filesystem::path beside = platform::linux::programFolder() / file;

@@ -12,6 +12,9 @@ namespace tessel {
 /// Where the translations of the resident program are.
 [[nodiscard]] std::filesystem::path localeFolder();
 
+/// Where the icons of this program are.
+[[nodiscard]] std::filesystem::path iconFolder();
+
 /// The interface's plugin: where it is installed, or beside the program in a build tree.
 [[nodiscard]] std::filesystem::path menuPlugin();
 

@@ -31,6 +31,7 @@ class Wall:
         return is_standard or re.fullmatch(self.libraries, name) is not None
 
 
+QT = r"Q\w+|QtQml/.*"
 SEAM = r"Platform/\w+\.h"
 WALLS = [
     Wall("CorvidKitCore", r"CorvidKitCore/.*"),
@@ -39,8 +40,14 @@ WALLS = [
     Wall("Platform/Linux", rf"{SEAM}|(Platform/Linux|CorvidKitCore)/.*", rf"glib\.h|systemd/.*|plist/.*|{SYSTEM}"),
     Wall("Platform/X11", rf"{SEAM}|(Platform/X11|Platform/Linux|CorvidKitCore)/.*", rf"xcb/.*|{SYSTEM}"),
     Wall("Platform", rf"{SEAM}|CorvidKitCore/.*"),
+    Wall("Platform/Absent", rf"{SEAM}|(Platform/Absent|CorvidKitCore)/.*"),
+    # What shows windows; nothing else knows the toolkit.
+    Wall("CorvidKit/Components", r"(CorvidKit|CorvidKitCore)/.*", QT),
+    Wall("CorvidKit/Toolkit", rf"{SEAM}|(CorvidKit|CorvidKitCore)/.*", QT),
     Wall("CorvidKit", rf"{SEAM}|(CorvidKit|CorvidKitCore)/.*"),
     # Only main knows the desktops: it chooses one and hands it on.
+    Wall("Tessel/Wiring", r"(Tessel|TesselCore|CorvidKit|CorvidKitCore|Platform)/.*", SYSTEM),
+    Wall("Tessel/Menu", rf"{SEAM}|(Tessel|TesselCore|CorvidKit|CorvidKitCore)/.*", QT),
     Wall("Tessel/main.cpp", r"(Tessel|TesselCore|CorvidKit|CorvidKitCore|Platform)/.*"),
     Wall("Tessel/StatusReportJson.cpp", r"Tessel/StatusReport\.h", r"nlohmann/json\.hpp"),
     Wall("Tessel", rf"{SEAM}|(Tessel|TesselCore|CorvidKit|CorvidKitCore)/.*"),

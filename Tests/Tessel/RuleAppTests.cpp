@@ -40,8 +40,7 @@ TEST_F(RuleApps, AreRowsWithNameIconAndAction) {
     EXPECT_EQ(rows.front().action, WindowAction::maximize);
     ASSERT_TRUE(rows.front().icon.has_value());
     const platform::ImageDescription& icon = rows.front().icon->description();
-    EXPECT_EQ(icon.source, (std::variant<platform::ThemeIcon, platform::ImageFile>(
-                               platform::ThemeIcon{.name = "accessories-text-editor"})));
+    EXPECT_EQ(icon.source, (platform::ImageSource(platform::ThemeIcon{.name = "accessories-text-editor"})));
     EXPECT_EQ(icon.size, (corvid::CGSize{20, 20}));
     EXPECT_EQ(icon.scale, 2);
     EXPECT_EQ(desktop.trace.take(), (Lines{"locate org.example.Editor", "icon of /applications/Editor"}));

@@ -26,7 +26,7 @@ std::optional<std::string> pathInFolder(const std::string& path, const std::vect
 }
 
 /// `Icon` is a file, or a name in the icon theme; a name with an ending is a common mistake that desktops forgive.
-std::variant<ThemeIcon, ImageFile> iconSource(const std::string& icon) {
+ImageSource iconSource(const std::string& icon) {
     if (icon.starts_with('/')) {
         return ImageFile{icon};
     }

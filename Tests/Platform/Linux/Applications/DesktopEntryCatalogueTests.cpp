@@ -111,8 +111,7 @@ TEST_F(DesktopEntryCatalogueTest, TakesNothingElseForAnApplication) {
         const std::string path = applications + "/" + name;
         EXPECT_EQ(catalogue.bundleIdentifier(path), std::nullopt) << name;
         EXPECT_EQ(catalogue.displayName(path), name);
-        EXPECT_EQ(catalogue.icon(path).description().source,
-                  (std::variant<ThemeIcon, ImageFile>(ThemeIcon{"application-x-executable"})))
+        EXPECT_EQ(catalogue.icon(path).description().source, ImageSource(ThemeIcon{"application-x-executable"}))
             << name;
     }
     EXPECT_EQ(catalogue.bundleIdentifier("relative.desktop"), std::nullopt);
@@ -128,7 +127,7 @@ TEST_F(DesktopEntryCatalogueTest, NamesApplicationsForPeople) {
 }
 
 TEST_F(DesktopEntryCatalogueTest, HasIconsByNameOrFile) {
-    using Source = std::variant<ThemeIcon, ImageFile>;
+    using Source = ImageSource;
     const auto icon = [&](const std::string& value) {
         install(applications + "/a.desktop", "Icon=" + value);
         return catalogue.icon(applications + "/a.desktop").description().source;

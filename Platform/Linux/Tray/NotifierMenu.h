@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/MainActor.h"
+#include "Platform/StatusItem.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace platform::linux {
+
+/// The menu of a status item, as panels read it: an object of the interface com.canonical.dbusmenu (version 3 of the
+/// DBusMenu protocol). The root has the id 0, the lines count up from 1. What is asked of an id that is not there, or
+/// with values of the wrong types, is answered with an error. Main thread only.
+class NotifierMenu {
+public:
+    /// Actions are run through `mainActor`, which must outlive this, after the panel has its answer.
+    explicit NotifierMenu(MainActor& mainActor)
+        : mainActor(mainActor) {}
+
+    NotifierMenu(const NotifierMenu&) = delete;
+    NotifierMenu& operator=(const NotifierMenu&) = delete;
+    ~NotifierMenu() = default;
+
+    static constexpr const char* objectPath = "/StatusNotifierMenu";
+
+    /// Offers the menu on a bus, until it is withdrawn. False where the library refuses.
+    [[nodiscard]] bool offer(sd_bus* bus);
+    void withdraw();
+
+    /// Panels that have read the former lines are told to read these.
+    void setLines(std::vector<StatusMenuLine> newLines);
+
+private:
+    struct Methods;
+
+    sd_bus* bus = nullptr;
+    OwnedSlot object;
+    MainActor& mainActor;
+    std::vector<StatusMenuLine> lines;
+    std::uint32_t revision = 1;
+};
+
+} // namespace platform::linux

@@ -1,0 +1,229 @@
+#include "Platform/Linux/Tray/NotifierPlace.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace platform::linux {
+
+namespace {
+
+constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
+constexpr const char* watcherPath = "/StatusNotifierWatcher";
+constexpr const char* ownerRule = "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
+                                  "interface='org.freedesktop.DBus',member='NameOwnerChanged',"
+                                  "arg0='org.kde.StatusNotifierWatcher'";
+constexpr const char* hostRule = "type='signal',path='/StatusNotifierWatcher',"
+                                 "interface='org.kde.StatusNotifierWatcher'";
+
+/// A call to the watcher; null where the library refuses. Nobody is started to answer it.
+OwnedMessage callTo(sd_bus* bus, const char* interface, const char* method) {
+    sd_bus_message* raw = nullptr;
+    if (sd_bus_message_new_method_call(bus, &raw, watcherName, watcherPath, interface, method) < 0) {
+        return nullptr;
+    }
+    sd_bus_message_set_auto_start(raw, 0);
+    return OwnedMessage(raw);
+}
+
+} // namespace
+
+/// What comes from the bus; `data` is the place.
+struct NotifierPlace::Answers {
+    static NotifierPlace& self(void* data) { return *static_cast<NotifierPlace*>(data); }
+
+    static int ownerChanged(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
+        const char* name = nullptr;
+        const char* former = nullptr;
+        const char* owner = nullptr;
+        if (sd_bus_message_read(signal, "sss", &name, &former, &owner) > 0 && std::string_view(name) == watcherName) {
+            self(data).watcherLeft();
+            if (*owner != '\0') {
+                self(data).watcherArrived();
+            }
+        }
+        return 0;
+    }
+
+    static int ownerTold(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+        if (sd_bus_message_is_method_error(reply, nullptr) == 0) {
+            self(data).watcherArrived();
+        }
+        return 0;
+    }
+
+    static int hostsChanged(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
+        // Whoever sent it: the watcher is asked how things are.
+        if (std::string_view(sd_bus_message_get_member(signal)).starts_with("StatusNotifierHost")) {
+            self(data).askForHost();
+        }
+        return 0;
+    }
+
+    static int hostTold(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+        int has = 0; // the library's boolean
+        const bool isAnswer = sd_bus_message_is_method_error(reply, nullptr) == 0 &&
+                              sd_bus_message_enter_container(reply, SD_BUS_TYPE_VARIANT, "b") > 0 &&
+                              sd_bus_message_read(reply, "b", &has) > 0;
+        self(data).setHasHost(isAnswer && has != 0);
+        return 0;
+    }
+
+    static int registered(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+        NotifierPlace& place = self(data);
+        place.isRegistered = sd_bus_message_is_method_error(reply, nullptr) == 0;
+        if (!place.isRegistered && place.tries < mostTries) {
+            // A watcher may have its name before it has its methods.
+            place.retry = place.mainLoop.schedule(place.mainLoop.now() + untilRetry, untilRetry / 10, [&place] {
+                place.registerItem();
+                place.askForHost();
+            });
+        }
+        return 0;
+    }
+
+    static int matched(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) { return 0; }
+};
+
+NotifierPlace::NotifierPlace(MainLoop& mainLoop, SessionBus& bus, Screens& screens, std::string iconThemePath)
+    : Listener(bus)
+    , mainLoop(mainLoop)
+    , screens(screens)
+    , item(std::move(iconThemePath), [this](std::int32_t x, std::int32_t y) { clicked(x, y); })
+    , menu(mainLoop) {
+}
+
+void NotifierPlace::show(const TrayContents& newContents) {
+    contents = &newContents;
+    menu.setLines(contents->menu);
+    if (bus != nullptr && item.offer(bus, *contents) && menu.offer(bus)) {
+        tries = 0;
+        registerItem();
+    }
+}
+
+void NotifierPlace::hide() {
+    // A watcher forgets an item only with its connection; panels read nothing from one that is not there, and drop it.
+    if (bus != nullptr && contents != nullptr) {
+        sd_bus_emit_signal(bus, NotifierItem::objectPath, "org.kde.StatusNotifierItem", "NewStatus", "s", "Passive");
+    }
+    contents = nullptr;
+    isRegistered = false;
+    registration.reset();
+    retry.reset();
+    item.withdraw();
+    menu.withdraw();
+}
+
+void NotifierPlace::update(Change change) {
+    if (change == Change::menu) {
+        menu.setLines(contents->menu);
+    }
+    item.announce(change);
+}
+
+void NotifierPlace::busArrived(sd_bus* arrived) {
+    bus = arrived;
+    if (contents != nullptr) {
+        // First the objects: whoever is told of them may call at once.
+        [[maybe_unused]] const bool areOffered = item.offer(bus, *contents) && menu.offer(bus);
+    }
+    sd_bus_slot* slot = nullptr;
+    if (sd_bus_add_match_async(bus, &slot, ownerRule, &Answers::ownerChanged, &Answers::matched, this) >= 0) {
+        watcherMatch.reset(std::exchange(slot, nullptr));
+    }
+    if (sd_bus_add_match_async(bus, &slot, hostRule, &Answers::hostsChanged, &Answers::matched, this) >= 0) {
+        hostMatch.reset(std::exchange(slot, nullptr));
+    }
+    if (sd_bus_call_method_async(bus, &slot, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                 "GetNameOwner", &Answers::ownerTold, this, "s", watcherName) >= 0) {
+        ownerQuestion.reset(slot);
+    }
+}
+
+void NotifierPlace::busLeft() {
+    watcherMatch.reset();
+    hostMatch.reset();
+    ownerQuestion.reset();
+    item.withdraw();
+    menu.withdraw();
+    bus = nullptr;
+    watcherLeft();
+}
+
+void NotifierPlace::watcherArrived() {
+    hasWatcher = true;
+    tries = 0;
+    registerItem();
+    askForHost();
+}
+
+void NotifierPlace::watcherLeft() {
+    registration.reset();
+    hostQuestion.reset();
+    retry.reset();
+    hasWatcher = false;
+    isRegistered = false;
+    setHasHost(false);
+}
+
+void NotifierPlace::registerItem() {
+    const char* name = nullptr;
+    if (!hasWatcher || contents == nullptr || sd_bus_get_unique_name(bus, &name) < 0) {
+        return;
+    }
+    ++tries;
+    const OwnedMessage call = callTo(bus, watcherName, "RegisterStatusNotifierItem");
+    sd_bus_slot* slot = nullptr;
+    constexpr std::uint64_t usualTimeout = 0;
+    // By the connection's own name, which needs no further name to be had (and may be all that a sandbox allows).
+    if (call != nullptr && sd_bus_message_append(call.get(), "s", name) >= 0 &&
+        sd_bus_call_async(bus, &slot, call.get(), &Answers::registered, this, usualTimeout) >= 0) {
+        registration.reset(slot);
+    }
+}
+
+void NotifierPlace::askForHost() {
+    if (!hasWatcher) {
+        return;
+    }
+    const OwnedMessage call = callTo(bus, "org.freedesktop.DBus.Properties", "Get");
+    sd_bus_slot* slot = nullptr;
+    constexpr std::uint64_t usualTimeout = 0;
+    if (call != nullptr &&
+        sd_bus_message_append(call.get(), "ss", watcherName, "IsStatusNotifierHostRegistered") >= 0 &&
+        sd_bus_call_async(bus, &slot, call.get(), &Answers::hostTold, this, usualTimeout) >= 0) {
+        hostQuestion.reset(slot);
+    }
+}
+
+void NotifierPlace::setHasHost(bool has) {
+    if (hasHost != has) {
+        hasHost = has;
+        offerChanged();
+    }
+}
+
+void NotifierPlace::clicked(std::int32_t x, std::int32_t y) {
+    if (contents != nullptr && contents->action) {
+        // After the panel has its answer. A copy: the item may be gone by then, its action included.
+        mainLoop.post([action = contents->action, position = inScreenSpace(x, y)] { action(position); });
+    }
+}
+
+std::optional<corvid::CGPoint> NotifierPlace::inScreenSpace(std::int32_t x, std::int32_t y) const {
+    if (x == 0 && y == 0) {
+        // What panels say that do not know.
+        return std::nullopt;
+    }
+    const std::vector<Screen> attached = screens.screens();
+    if (attached.empty()) {
+        return std::nullopt;
+    }
+    const auto left = std::ranges::min(attached, {}, [](const Screen& screen) { return screen.frame.minX(); });
+    const auto highest = std::ranges::max(attached, {}, [](const Screen& screen) { return screen.frame.maxY(); });
+    return corvid::CGPoint{left.frame.minX() + x, highest.frame.maxY() - y};
+}
+
+} // namespace platform::linux

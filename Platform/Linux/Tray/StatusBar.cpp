@@ -1,0 +1,135 @@
+#include "Platform/Linux/Tray/StatusBar.h"
+
+#include "Platform/Linux/Tray/SymbolPicture.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace platform::linux {
+
+class StatusBar::Item final : public StatusItem {
+public:
+    Item(StatusBar& bar, std::string identifier)
+        : bar(bar) {
+        contents.identifier = std::move(identifier);
+        bar.items.push_back(this);
+        bar.settle();
+    }
+
+    Item(const Item&) = delete;
+    Item& operator=(const Item&) = delete;
+
+    ~Item() override {
+        std::erase(bar.items, this);
+        bar.settle();
+    }
+
+    [[nodiscard]] bool isShown() const override {
+        const TrayPlace* place = bar.placeOf(*this);
+        return place != nullptr && place->isShown();
+    }
+
+    [[nodiscard]] std::optional<corvid::CGRect> frame() const override {
+        const TrayPlace* place = bar.placeOf(*this);
+        return place == nullptr ? std::nullopt : place->frame();
+    }
+
+    void setImage(const Image& image) override {
+        contents.image = image;
+        tell(TrayPlace::Change::image);
+    }
+
+    void setTitle(std::string_view title) override {
+        contents.title = title;
+        tell(TrayPlace::Change::title);
+    }
+
+    void setToolTip(std::string_view text) override {
+        contents.toolTip = text;
+        tell(TrayPlace::Change::toolTip);
+    }
+
+    void setAction(Action action) override { contents.action = std::move(action); }
+
+    void setMenu(std::vector<StatusMenuLine> lines) override {
+        contents.menu = std::move(lines);
+        tell(TrayPlace::Change::menu);
+    }
+
+    TrayContents contents;
+
+private:
+    void tell(TrayPlace::Change change) const {
+        if (bar.shown == this) {
+            for (TrayPlace* place : bar.used) {
+                place->update(change);
+            }
+        }
+    }
+
+    StatusBar& bar;
+};
+
+StatusBar::StatusBar(std::string program, std::vector<TrayPlace*> places)
+    : program(std::move(program))
+    , places(std::move(places)) {
+    for (TrayPlace* place : this->places) {
+        place->onOfferChange([this] { settle(); });
+    }
+}
+
+StatusBar::~StatusBar() {
+    for (TrayPlace* place : places) {
+        place->onOfferChange(nullptr);
+    }
+}
+
+std::optional<Image> StatusBar::symbolImage(std::string_view name, std::string_view accessibilityDescription) const {
+    if (!isSymbol(name)) {
+        return std::nullopt;
+    }
+    return Image({.source = SystemSymbol{std::string(name)},
+                  .size = {symbolPoints, symbolPoints},
+                  .accessibilityDescription = std::string(accessibilityDescription)});
+}
+
+std::unique_ptr<StatusItem> StatusBar::createStatusItem(std::string_view autosaveName) {
+    return std::make_unique<Item>(*this, program + "." + std::string(autosaveName));
+}
+
+void StatusBar::settle() {
+    const Item* wanted = items.empty() ? nullptr : items.front();
+    if (shown != wanted) {
+        leave();
+        shown = wanted;
+    }
+    if (shown == nullptr) {
+        return;
+    }
+    const auto best = std::ranges::find_if(places, &TrayPlace::isOffered);
+    for (auto place = places.begin(); place != places.end(); ++place) {
+        // The first place is never left: it shows nothing while it is not offered.
+        const bool belongs = place == places.begin() || place == best;
+        const auto use = std::ranges::find(used, *place);
+        if (belongs && use == used.end()) {
+            used.push_back(*place);
+            (*place)->show(shown->contents);
+        } else if (!belongs && use != used.end()) {
+            used.erase(use);
+            (*place)->hide();
+        }
+    }
+}
+
+void StatusBar::leave() {
+    for (TrayPlace* place : std::exchange(used, {})) {
+        place->hide();
+    }
+}
+
+const TrayPlace* StatusBar::placeOf(const Item& item) const {
+    const auto best = std::ranges::find_if(used, &TrayPlace::isOffered);
+    return shown != &item || best == used.end() ? nullptr : *best;
+}
+
+} // namespace platform::linux

@@ -1,0 +1,51 @@
+#include "Tessel/StatusMenu.h"
+
+#include "Platform/Localization.h"
+#include "Platform/MainActor.h"
+#include "Platform/Platform.h"
+#include "Tessel/StatusText.h"
+
+#include <utility>
+#include <vector>
+
+namespace tessel {
+
+StatusMenu::StatusMenu(AppState& state, platform::StatusItem& item, Ways ways)
+    : state(state)
+    , item(item)
+    , ways(std::move(ways)) {
+    update();
+    changes = state.objectWillChange().subscribe([this] {
+        // Told before the change.
+        platform::current().mainActor.post([this, watch = lifetime.watch()] {
+            if (!watch.isOver()) {
+                update();
+            }
+        });
+    });
+}
+
+void StatusMenu::update() {
+    const platform::Localization& localization = platform::current().localization;
+    const bool isEnabled = state.isEnabled();
+    std::string text = statusText(state.status(), state.rules().size(), localization);
+    // A panel reads the whole menu again when it is told of a new one.
+    if (shownSwitch == isEnabled && shownText == text) {
+        return;
+    }
+    shownText = text;
+    shownSwitch = isEnabled;
+    item.setToolTip(text);
+    std::vector<platform::StatusMenuLine> lines;
+    lines.push_back({.title = std::move(text), .isEnabled = false, .isChecked = std::nullopt, .action = nullptr});
+    lines.push_back({.title = localization.text("Tessel", isEnabled ? "Turn off" : "Turn on"),
+                     .isChecked = std::nullopt,
+                     .action = [&state = state, isEnabled] { state.setEnabled(!isEnabled); }});
+    lines.push_back({.title = "", .isChecked = std::nullopt, .action = nullptr});
+    lines.push_back(
+        {.title = localization.text("Tessel", "Open Tessel"), .isChecked = std::nullopt, .action = ways.open});
+    lines.push_back({.title = localization.text("CorvidKit", "Quit"), .isChecked = std::nullopt, .action = ways.quit});
+    item.setMenu(std::move(lines));
+}
+
+} // namespace tessel

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "CorvidKit/Lifetime.h"
+#include "CorvidKit/Publisher.h"
+#include "Platform/StatusItem.h"
+#include "Tessel/AppState.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace tessel {
+
+/// Keeps the status item's menu and tool tip in step with the state: how the program stands, a switch, and the ways to
+/// the program and out of it. Main thread only.
+class StatusMenu {
+public:
+    struct Ways {
+        /// Shows the program to the user.
+        std::function<void()> open;
+        /// Ends the program after the present turn of the event loop.
+        std::function<void()> quit;
+    };
+
+    /// `state` and `item` must outlive the menu, and the state the item.
+    StatusMenu(AppState& state, platform::StatusItem& item, Ways ways);
+    StatusMenu(const StatusMenu&) = delete;
+    StatusMenu& operator=(const StatusMenu&) = delete;
+    ~StatusMenu() = default;
+
+private:
+    void update();
+
+    AppState& state;
+    platform::StatusItem& item;
+    Ways ways;
+    /// What the item says at present.
+    std::string shownText;
+    std::optional<bool> shownSwitch;
+    corvid::Subscription changes;
+    corvid::Lifetime lifetime;
+};
+
+} // namespace tessel

@@ -1,0 +1,172 @@
+#include "Tessel/Wiring/ResidentRun.h"
+
+#include "CorvidKit/DeferredOpenPanel.h"
+#include "CorvidKit/DeferredPopover.h"
+#include "CorvidKit/DeferredToolkit.h"
+#include "CorvidKit/MenuBarApp.h"
+#include "CorvidKit/MenuBarController.h"
+#include "CorvidKit/Publisher.h"
+#include "Platform/Linux/AddressOpener.h"
+#include "Platform/Linux/Appearance.h"
+#include "Platform/Linux/Applications/DesktopEntries.h"
+#include "Platform/Linux/Applications/DesktopEntryCatalogue.h"
+#include "Platform/Linux/Applications/DesktopEntryIdentification.h"
+#include "Platform/Linux/AutostartLoginItem.h"
+#include "Platform/Linux/Control/ControlBusName.h"
+#include "Platform/Linux/Control/ControlSocket.h"
+#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Control/SessionClaim.h"
+#include "Platform/Linux/Localization.h"
+#include "Platform/Linux/Log.h"
+#include "Platform/Linux/LoopApplication.h"
+#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/ProcessInfo.h"
+#include "Platform/Linux/ServiceNotification.h"
+#include "Platform/Linux/Settings/UserDefaults.h"
+#include "Platform/Linux/SystemClock.h"
+#include "Platform/Linux/SystemLog.h"
+#include "Platform/Linux/Tray/NotifierPlace.h"
+#include "Platform/Linux/Tray/StatusBar.h"
+#include "Platform/MainBundle.h"
+#include "Platform/Platform.h"
+#include "Platform/X11/Desktop.h"
+#include "Tessel/AppState.h"
+#include "Tessel/MenuView.h"
+#include "Tessel/RemoteControl.h"
+#include "Tessel/StatusLine.h"
+#include "Tessel/StatusMenu.h"
+#include "Tessel/Wiring/Locale.h"
+#include "Tessel/Wiring/ThisProgram.h"
+#include "Tessel/Wiring/ToolkitPlugin.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tessel {
+
+namespace {
+
+std::string lineFor(const AppState& state) {
+    return statusLine(state.status(), state.failedShortcuts());
+}
+
+void openPopover() {
+    if (const auto& menuBar = corvid::MenuBarController::shared()) {
+        menuBar->open();
+    }
+}
+
+} // namespace
+
+int runResident() {
+    enterLocale();
+    platform::linux::MainLoop mainLoop;
+    mainLoop.endOnTerminationSignals();
+
+    const auto instance = platform::linux::claimSession(platform::x11::Desktop::sessionName());
+    if (!instance) {
+        if (!instance.error().asked) {
+            platform::linux::logToStandardError("already running in this session, but not answering");
+            return EXIT_FAILURE;
+        }
+        std::puts("tessel: already running in this session");
+        return EXIT_SUCCESS;
+    }
+    // Made before the desktop, to be dropped after it: who waits for the end waits until the keys are free again.
+    platform::linux::ControlSocket controlSocket(mainLoop, *instance);
+
+    platform::linux::DesktopEntries entries(mainLoop);
+    platform::linux::DesktopEntryIdentification identification(entries);
+    platform::linux::DesktopEntryCatalogue catalogue(entries);
+    const auto desktop = platform::x11::Desktop::open(mainLoop);
+    if (!desktop) {
+        platform::linux::logToStandardError(desktop.error());
+        return EXIT_FAILURE;
+    }
+
+    (*desktop)->followApplications(identification, catalogue);
+    platform::linux::SessionBus sessionBus(mainLoop);
+    platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
+    platform::linux::AutostartLoginItem loginItem;
+    platform::linux::Localization localization("tessel", localeFolder());
+    platform::linux::LoopApplication application(mainLoop);
+    platform::linux::ProcessInfo processInfo;
+    platform::linux::SystemClock systemClock;
+    platform::linux::SystemLog systemLog;
+    platform::linux::UserDefaults userDefaults;
+    const platform::MainBundle bundle = mainBundle();
+    platform::linux::NotifierPlace notifiers(mainLoop, sessionBus, (*desktop)->screens(), iconFolder());
+    platform::linux::StatusBar statusBar("org.corvid.Tessel", {&notifiers});
+    platform::linux::Appearance appearance(sessionBus, (*desktop)->settingsManager());
+    corvid::DeferredToolkit toolkit(
+        [&] {
+            return startToolkit({.mainLoop = mainLoop,
+                                 .appearance = appearance,
+                                 .ownWindows = &(*desktop)->ownWindows(),
+                                 .screens = (*desktop)->screens(),
+                                 .languages = bundle.preferredLocalizations});
+        },
+        [&](std::function<void()> host) { mainLoop.continueIn(std::move(host)); });
+    corvid::DeferredOpenPanel openPanel(toolkit);
+    corvid::DeferredPopover popover(toolkit);
+    const platform::Platform table{
+        .accessibility = (*desktop)->accessibility(),
+        .accessibilityObservers = (*desktop)->accessibilityObservers(),
+        .addressOpener = addressOpener,
+        .applicationCatalogue = catalogue,
+        .sound = (*desktop)->sound(),
+        .hotKeyEvents = (*desktop)->hotKeyEvents(),
+        .imageRenderer = nullptr,
+        .localization = localization,
+        .log = systemLog,
+        .loginItemService = loginItem,
+        .mainActor = mainLoop,
+        .mainBundle = bundle,
+        .openPanel = &openPanel,
+        .processInfo = processInfo,
+        .runningApplications = (*desktop)->runningApplications(),
+        .screens = (*desktop)->screens(),
+        .standardUserDefaults = userDefaults,
+        .statusBar = statusBar,
+        .systemClock = systemClock,
+        .thisApplication = application,
+        .workspace = (*desktop)->workspace(),
+    };
+    const platform::Installation installation(table);
+
+    corvid::Subscription statusReport;
+    std::optional<StatusMenu> statusMenu;
+    std::optional<RemoteControl> remoteControl;
+    std::optional<platform::linux::ControlBusName> busName;
+    return corvid::MenuBarApp::run([&]() -> corvid::MenuBarApp::Parts {
+        AppState& state = AppState::shared();
+        const auto quit = [&application] { application.terminate(); };
+        auto menuBar = corvid::MenuBarController::make(
+            "Tessel", std::make_shared<MenuView>(state), popover, state.objectWillChange(),
+            [&state] { return std::string(state.status().menuBarSymbol()); });
+        statusMenu.emplace(state, menuBar->statusItem(), StatusMenu::Ways{.open = openPopover, .quit = quit});
+        // Subscribers are told before a change; the new status is there in the next turn.
+        statusReport = state.objectWillChange().subscribe(
+            [&] { mainLoop.post([&state] { platform::linux::notifyStatus(lineFor(state)); }); });
+        // What was just installed has another name now, and may be what a window was waiting to be called.
+        entries.onChange([&state] {
+            if (!state.rules().empty()) {
+                state.setRules(state.rules());
+            }
+        });
+        remoteControl.emplace(state,
+                              RemoteControl::Surroundings{
+                                  .version = TESSEL_VERSION, .backend = "X11", .open = openPopover, .quit = quit});
+        controlSocket.serve(*remoteControl);
+        busName.emplace(sessionBus, *remoteControl);
+        platform::linux::notifyReady(lineFor(state));
+        return {.menuBar = std::move(menuBar), .updates = state.updates()};
+    });
+}
+
+} // namespace tessel

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/MainLoop.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/// A panel by hand: a connection of its own to a message bus, that can be the watcher, and calls what it is told to. It
+/// lives in the loop of the item under test.
+class NotifierPanel {
+public:
+    NotifierPanel(platform::linux::MainLoop& loop, const std::string& address);
+    NotifierPanel(const NotifierPanel&) = delete;
+    NotifierPanel& operator=(const NotifierPanel&) = delete;
+    ~NotifierPanel();
+
+    /// Becomes the watcher, with or without a host.
+    void watch(bool withHost);
+    /// Is no longer the watcher, but stays.
+    void unwatch();
+    /// A host comes or goes.
+    void setHost(bool has);
+
+    /// Calls a method of the item; gives the answer's text, or "error: NAME".
+    std::string call(const char* path, const char* interface, const char* method, const char* types = "", ...);
+
+    /// The value of a property as text, or "error: NAME".
+    std::string property(const char* path, const char* interface, const char* name);
+
+    /// Who has registered, in order.
+    std::vector<std::string> registered;
+    /// The signals of items, as "NAME arguments".
+    std::vector<std::string> signals;
+    /// The first registrations are answered with an error.
+    int refusals = 0;
+    /// Calls are left without an answer.
+    bool isSilent = false;
+
+    /// Turns the loop until the condition holds; false if it does not within some seconds.
+    bool until(const std::function<bool()>& condition);
+
+private:
+    struct Methods;
+
+    std::string finish(sd_bus_message* call);
+
+    platform::linux::MainLoop& loop;
+    platform::linux::OwnedBus bus;
+    platform::linux::OwnedSlot object;
+    bool hasHost = false;
+};
