@@ -15,7 +15,7 @@ struct MainBundle {
     /// Facts by name, such as "CFBundleShortVersionString".
     corvid::PropertyListValue::Dictionary infoDictionary;
     /// The languages that the program speaks and the user wants, in the user's order, as in "pt_BR".
-    std::vector<std::string> preferredLocalizations;
+    std::vector<std::string> preferredLocalizations{};
     /// The scheme and host of the maker's website, without a slash at the end.
     std::string website;
 };

@@ -36,11 +36,11 @@ SEAM = r"Platform/\w+\.h"
 WALLS = [
     Wall("CorvidKitCore", r"CorvidKitCore/.*"),
     Wall("TesselCore", r"(TesselCore|CorvidKitCore)/.*"),
+    Wall("Platform/Absent", rf"{SEAM}|(Platform/Absent|CorvidKitCore)/.*"),
     Wall("Platform/Simulated", rf"{SEAM}|(Platform/Simulated|CorvidKitCore)/.*"),
     Wall("Platform/Linux", rf"{SEAM}|(Platform/Linux|CorvidKitCore)/.*", rf"glib\.h|systemd/.*|plist/.*|{SYSTEM}"),
     Wall("Platform/X11", rf"{SEAM}|(Platform/X11|Platform/Linux|CorvidKitCore)/.*", rf"xcb/.*|{SYSTEM}"),
     Wall("Platform", rf"{SEAM}|CorvidKitCore/.*"),
-    Wall("Platform/Absent", rf"{SEAM}|(Platform/Absent|CorvidKitCore)/.*"),
     # What shows windows; nothing else knows the toolkit.
     Wall("CorvidKit/Components", r"(CorvidKit|CorvidKitCore)/.*", QT),
     Wall("CorvidKit/Toolkit", rf"{SEAM}|(CorvidKit|CorvidKitCore)/.*", QT),
