@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -15,6 +16,9 @@ struct MainBundle {
     corvid::PropertyListValue::Dictionary infoDictionary;
     /// The scheme and host of the maker's website, without a slash at the end.
     std::string website;
+    /// The languages that the user wants, of those in which there are texts, the most wanted first; empty means
+    /// English.
+    std::vector<std::string> preferredLocalizations = {};
 };
 
 } // namespace platform

@@ -1,14 +1,17 @@
 #include "CorvidKit/Publisher.h"
+#include "CorvidKitCore/PreferredLocalizations.h"
 #include "Platform/Linux/AddressOpener.h"
 #include "Platform/Linux/Applications/DesktopEntries.h"
 #include "Platform/Linux/Applications/DesktopEntryCatalogue.h"
 #include "Platform/Linux/Applications/DesktopEntryIdentification.h"
 #include "Platform/Linux/AutostartLoginItem.h"
+#include "Platform/Linux/BaseFolders.h"
 #include "Platform/Linux/Control/ControlBusName.h"
 #include "Platform/Linux/Control/ControlClient.h"
 #include "Platform/Linux/Control/ControlSocket.h"
 #include "Platform/Linux/Control/SessionBus.h"
 #include "Platform/Linux/Control/SessionClaim.h"
+#include "Platform/Linux/Languages.h"
 #include "Platform/Linux/Localization.h"
 #include "Platform/Linux/Log.h"
 #include "Platform/Linux/LoopApplication.h"
@@ -39,7 +42,9 @@ namespace {
 platform::MainBundle mainBundle() {
     return {.identifier = "org.corvid.Tessel",
             .infoDictionary = {{"CFBundleShortVersionString", TESSEL_VERSION}},
-            .website = TESSEL_WEBSITE};
+            .website = TESSEL_WEBSITE,
+            .preferredLocalizations = corvid::preferredLocalizations(
+                platform::linux::partsBetweenColons(TESSEL_LANGUAGES), platform::linux::userLanguages())};
 }
 
 /// Lets names be sorted and shown in the user's language; numbers stay as programs write them.
@@ -86,13 +91,14 @@ int runResident() {
     platform::linux::SessionBus sessionBus(mainLoop);
     platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
     platform::linux::AutostartLoginItem loginItem;
-    platform::linux::Localization localization("tessel", platform::linux::programFolder() / TESSEL_LOCALE_FOLDER);
+    const platform::MainBundle bundle = mainBundle();
+    platform::linux::Localization localization("tessel", platform::linux::programFolder() / TESSEL_LOCALE_FOLDER,
+                                               bundle.preferredLocalizations);
     platform::linux::LoopApplication application(mainLoop);
     platform::linux::ProcessInfo processInfo;
     platform::linux::SystemClock systemClock;
     platform::linux::SystemLog systemLog;
     platform::linux::UserDefaults userDefaults;
-    const platform::MainBundle bundle = mainBundle();
     const platform::Platform table{
         .accessibility = (*desktop)->accessibility(),
         .accessibilityObservers = (*desktop)->accessibilityObservers(),
