@@ -14,10 +14,11 @@ struct MainBundle {
     std::optional<std::string> identifier;
     /// Facts by name, such as "CFBundleShortVersionString".
     corvid::PropertyListValue::Dictionary infoDictionary;
-    /// The languages that the program speaks and the user wants, in the user's order, as in "pt_BR".
-    std::vector<std::string> preferredLocalizations{};
     /// The scheme and host of the maker's website, without a slash at the end.
     std::string website;
+    /// The languages that the user wants, of those in which there are texts, the most wanted first; empty means
+    /// English.
+    std::vector<std::string> preferredLocalizations = {};
 };
 
 } // namespace platform

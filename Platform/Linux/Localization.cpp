@@ -1,15 +1,51 @@
 #include "Platform/Linux/Localization.h"
 
-#include "Platform/Linux/Applications/GLibMemory.h"
-
 #include <libintl.h>
 
+#include <clocale>
 #include <cstddef>
+#include <cstdlib>
+#include <optional>
 #include <utility>
+
+// The C library remembers what it has looked up; counting this up makes it forget (GNU gettext manual, "Being a
+// `gettext` grok").
+extern "C" int _nl_msg_cat_cntr; // NOLINT(bugprone-reserved-identifier,readability-identifier-naming)
 
 namespace platform::linux {
 
 namespace {
+
+/// Has the C library look for messages in other languages than the environment says.
+class InLanguages {
+public:
+    explicit InLanguages(const std::string& languages) {
+        if (const char* value = std::getenv(variable)) { // NOLINT(concurrency-mt-unsafe)
+            before = value;
+        }
+        set(languages);
+    }
+    InLanguages(const InLanguages&) = delete;
+    InLanguages& operator=(const InLanguages&) = delete;
+    ~InLanguages() {
+        if (before) {
+            set(*before);
+        } else {
+            unsetenv(variable); // NOLINT(concurrency-mt-unsafe)
+            ++_nl_msg_cat_cntr;
+        }
+    }
+
+private:
+    static constexpr const char* variable = "LANGUAGE";
+
+    static void set(const std::string& languages) {
+        setenv(variable, languages.c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+        ++_nl_msg_cat_cntr;
+    }
+
+    std::optional<std::string> before;
+};
 
 /// How a catalogue names a message with a context (GNU gettext manual, "Contexts").
 std::string identifier(std::string_view table, std::string_view key) {
@@ -19,53 +55,36 @@ std::string identifier(std::string_view table, std::string_view key) {
     return result;
 }
 
-/// Whether people leave the mark out: the marks above, below and through letters (combining class 200 and up), and the
-/// points of Hebrew and Arabic (10 to 35). The vowel signs of other scripts are as good as letters.
-bool isLeftOut(gunichar character) {
-    constexpr int firstPoint = 10;
-    constexpr int lastPoint = 35;
-    constexpr int firstAttached = 200;
-    const int combiningClass = g_unichar_combining_class(character);
-    return (combiningClass >= firstPoint && combiningClass <= lastPoint) || combiningClass >= firstAttached;
-}
-
-/// The letters, in lower case, that people type another for and that Unicode does not take apart.
-std::string_view plainLetters(gunichar character) {
-    switch (character) {
-    case U'æ':
-        return "ae";
-    case U'đ':
-        return "d";
-    case U'ħ':
-        return "h";
-    case U'ı':
-        return "i";
-    case U'ł':
-        return "l";
-    case U'ø':
-        return "o";
-    case U'œ':
-        return "oe";
-    default:
-        return {};
+void leavePlainLocale() {
+    const char* const locale = std::setlocale(LC_MESSAGES, nullptr); // NOLINT(concurrency-mt-unsafe)
+    if (locale == nullptr || std::string_view(locale) == "C" || std::string_view(locale) == "POSIX") {
+        std::setlocale(LC_MESSAGES, "C.UTF-8"); // NOLINT(concurrency-mt-unsafe)
     }
 }
 
 } // namespace
 
-Localization::Localization(std::string domain, const std::filesystem::path& folder)
+Localization::Localization(std::string domain, const std::filesystem::path& folder,
+                           std::span<const std::string> languages)
     : domain(std::move(domain)) {
+    for (const std::string& language : languages) {
+        this->languages += language + ":";
+    }
+    this->languages += "en";
+    leavePlainLocale();
     bindtextdomain(this->domain.c_str(), folder.c_str());
     bind_textdomain_codeset(this->domain.c_str(), "UTF-8");
 }
 
 std::string Localization::text(std::string_view table, std::string_view key) const {
+    const InLanguages inLanguages(languages);
     const std::string message = identifier(table, key);
     const char* translation = dgettext(domain.c_str(), message.c_str());
     return translation == message.c_str() ? std::string(key) : std::string(translation);
 }
 
 std::string Localization::text(std::string_view table, std::string_view key, std::uint64_t count) const {
+    const InLanguages inLanguages(languages);
     const std::string message = identifier(table, key);
     const char* translation = dngettext(domain.c_str(), message.c_str(), message.c_str(), count);
     std::string result = translation == message.c_str() ? std::string(key) : std::string(translation);
@@ -74,24 +93,6 @@ std::string Localization::text(std::string_view table, std::string_view key, std
         result.replace(place, placeholder.size(), std::to_string(count));
     }
     return result;
-}
-
-std::string Localization::searchKey(std::string_view text) const {
-    const GLibText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
-    const GLibText folded(g_utf8_casefold(valid.get(), -1));
-    const GLibText decomposed(g_utf8_normalize(folded.get(), -1, G_NORMALIZE_ALL));
-    std::string key;
-    for (const char* place = decomposed.get(); *place != '\0';) {
-        const char* next = g_utf8_next_char(place);
-        const gunichar character = g_utf8_get_char(place);
-        if (const std::string_view plain = plainLetters(character); !plain.empty()) {
-            key += plain;
-        } else if (!isLeftOut(character)) {
-            key.append(place, next);
-        }
-        place = next;
-    }
-    return key;
 }
 
 } // namespace platform::linux

@@ -61,7 +61,6 @@ void runPictures(const std::string& directory) {
     platform::linux::SessionBus noBus(mainLoop, std::nullopt);
     platform::linux::AddressOpener addressOpener(mainLoop, noBus);
     platform::linux::AutostartLoginItem loginItem;
-    platform::linux::Localization localization("tessel", localeFolder());
     platform::linux::LoopApplication application(mainLoop);
     platform::linux::ProcessInfo processInfo;
     platform::linux::SystemClock systemClock;
@@ -69,6 +68,7 @@ void runPictures(const std::string& directory) {
     PreviewCatalogue catalogue;
     corvid::InMemoryPreferenceStore noDefaults;
     const platform::MainBundle bundle = mainBundle();
+    platform::linux::Localization localization("tessel", localeFolder(), bundle.preferredLocalizations);
     constexpr double pixelsPerPoint = 2;
     const std::unique_ptr<platform::Toolkit> toolkit = startToolkit({.mainLoop = mainLoop,
                                                                      .appearance = appearance,

@@ -93,13 +93,13 @@ int runResident() {
     platform::linux::SessionBus sessionBus(mainLoop);
     platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
     platform::linux::AutostartLoginItem loginItem;
-    platform::linux::Localization localization("tessel", localeFolder());
     platform::linux::LoopApplication application(mainLoop);
     platform::linux::ProcessInfo processInfo;
     platform::linux::SystemClock systemClock;
     platform::linux::SystemLog systemLog;
     platform::linux::UserDefaults userDefaults;
     const platform::MainBundle bundle = mainBundle();
+    platform::linux::Localization localization("tessel", localeFolder(), bundle.preferredLocalizations);
     platform::linux::NotifierPlace notifiers(mainLoop, sessionBus, (*desktop)->screens(), iconFolder());
     platform::linux::StatusBar statusBar("org.corvid.Tessel", {&notifiers});
     platform::linux::Appearance appearance(sessionBus, (*desktop)->settingsManager());

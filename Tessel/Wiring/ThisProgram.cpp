@@ -1,5 +1,8 @@
 #include "Tessel/Wiring/ThisProgram.h"
 
+#include "CorvidKitCore/PreferredLocalizations.h"
+#include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/Languages.h"
 #include "Platform/Linux/ProgramFolder.h"
 
 #include <system_error>
@@ -9,8 +12,9 @@ namespace tessel {
 platform::MainBundle mainBundle() {
     return {.identifier = "org.corvid.Tessel",
             .infoDictionary = {{"CFBundleShortVersionString", TESSEL_VERSION}},
-            .preferredLocalizations = {},
-            .website = TESSEL_WEBSITE};
+            .website = TESSEL_WEBSITE,
+            .preferredLocalizations = corvid::preferredLocalizations(
+                platform::linux::partsBetweenColons(TESSEL_LANGUAGES), platform::linux::userLanguages())};
 }
 
 std::filesystem::path localeFolder() {

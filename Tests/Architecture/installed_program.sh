@@ -19,7 +19,8 @@ metainfo=share/metainfo/org.corvid.Tessel.metainfo.xml
 icons=(share/icons/hicolor/scalable/apps/org.corvid.Tessel.svg
     share/icons/hicolor/symbolic/apps/org.corvid.Tessel-symbolic.svg)
 for file in share/man/man1/tessel.1 share/bash-completion/completions/tessel share/zsh/site-functions/_tessel \
-    share/fish/vendor_completions.d/tessel.fish "$entry" "$metainfo" "${icons[@]}"; do
+    share/fish/vendor_completions.d/tessel.fish "$entry" "$metainfo" "${icons[@]}" \
+    share/locale/{de,zh_CN}/LC_MESSAGES/tessel.mo share/doc/tessel/OFL.txt; do
     if [[ ! -s $prefix/$file ]]; then
         echo "$file is not installed"
         exit 1

@@ -36,8 +36,9 @@ class Symbols(unittest.TestCase):
     def test_only_plain_black_paths_are_drawings(self):
         self.assertEqual(drawing_faults(drawing(PATH)), [])
         self.assertEqual(drawing_faults(drawing('<path fill="#000" opacity=".4" d="M1 1h2v2z"/>')), [])
-        for body in ['<circle r="3"/>', '<path fill="red" d="M0 0h1"/>', '<path d=""/>', '<path d="M0 0" mask="a"/>', "",
-                     '<g transform="scale(2)"><path d="M0 0h1"/></g>', "<text>W</text>", '<path d="M0 0" filter="b"/>']:
+        for body in ['<circle r="3"/>', '<path fill="red" d="M0 0h1"/>', '<path d=""/>', "", "<text>W</text>",
+                     '<path d="M0 0" mask="a"/>', '<g transform="scale(2)"><path d="M0 0h1"/></g>',
+                     '<path d="M0 0" filter="b"/>']:
             self.assertNotEqual(drawing_faults(drawing(body)), [], body)
         self.assertNotEqual(drawing_faults(drawing(PATH, box="0 0 16 16")), [])
         self.assertNotEqual(drawing_faults("<svg>"), [])
