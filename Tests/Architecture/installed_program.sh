@@ -15,11 +15,12 @@ if [[ $told != "tessel $2" ]]; then
 fi
 
 entry=share/applications/org.corvid.Tessel.desktop
+service=share/dbus-1/services/org.corvid.Tessel.service
 metainfo=share/metainfo/org.corvid.Tessel.metainfo.xml
 icons=(share/icons/hicolor/scalable/apps/org.corvid.Tessel.svg
     share/icons/hicolor/symbolic/apps/org.corvid.Tessel-symbolic.svg)
 for file in share/man/man1/tessel.1 share/bash-completion/completions/tessel share/zsh/site-functions/_tessel \
-    share/fish/vendor_completions.d/tessel.fish "$entry" "$metainfo" "${icons[@]}" \
+    share/fish/vendor_completions.d/tessel.fish "$entry" "$metainfo" "$service" "${icons[@]}" \
     share/locale/{de,zh_CN}/LC_MESSAGES/tessel.mo share/doc/tessel/OFL.txt; do
     if [[ ! -s $prefix/$file ]]; then
         echo "$file is not installed"
@@ -38,3 +39,9 @@ if [[ ! -x $prefix/bin/$program ]]; then
     echo "$entry starts '$program', which is not installed"
     exit 1
 fi
+for line in Name=org.corvid.Tessel "Exec=$prefix/bin/tessel"; do
+    if ! grep --quiet --line-regexp --fixed-strings "$line" "$prefix/$service"; then
+        echo "$service does not say '$line'"
+        exit 1
+    fi
+done

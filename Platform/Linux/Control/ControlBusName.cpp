@@ -1,5 +1,6 @@
 #include "Platform/Linux/Control/ControlBusName.h"
 
+#include "Platform/Linux/Control/ApplicationObject.h"
 #include "Platform/Linux/Control/ControlMessages.h"
 #include "Platform/Linux/Control/ControlObject.h"
 
@@ -22,7 +23,7 @@ ControlBusName::ControlBusName(SessionBus& bus, ControlRequests& requests)
 
 void ControlBusName::busArrived(sd_bus* bus) {
     // First the object: whoever sees the name may call at once.
-    if (offerControl(bus, requests)) {
+    if (offerControl(bus, requests) && offerApplication(bus, requests)) {
         sd_bus_request_name_async(bus, nullptr, ControlMessages::busName, SD_BUS_NAME_QUEUE, &ignoreAnswer, nullptr);
     }
 }

@@ -5,7 +5,8 @@
 
 namespace platform::linux {
 
-/// Offers the requests on the user's message bus, and owns the name `org.corvid.Tessel` there whenever there is a bus.
+/// Offers the requests on the user's message bus, both as they are and as desktops make them of any application, and
+/// owns the name `org.corvid.Tessel` there whenever there is a bus.
 ///
 /// A bus may serve several displays, each with a program of its own. The first to ask has the name; the others queue
 /// for it, and the next one gets it when the first ends. The command line need not care: it asks the program of its own

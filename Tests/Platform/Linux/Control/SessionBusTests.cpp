@@ -61,6 +61,48 @@ TEST(SessionBus, WhoeverKnowsTheNameCanAskTheProgram) {
     EXPECT_EQ(asked.at(asked.size() - 2), "perform center");
 }
 
+/// What `gdbus` and desktops do to start an application; gives the name of the error, or an empty text.
+std::string callApplication(const MessageBus& bus, const char* member, const char* types, const char* first) {
+    sd_bus* raw = nullptr;
+    EXPECT_GE(sd_bus_new(&raw), 0);
+    const OwnedBus connection(raw);
+    EXPECT_GE(sd_bus_set_address(raw, bus.address().c_str()), 0);
+    EXPECT_GE(sd_bus_set_bus_client(raw, 1), 0);
+    EXPECT_GE(sd_bus_start(raw), 0);
+    sd_bus_message* rawCall = nullptr;
+    EXPECT_GE(sd_bus_message_new_method_call(raw, &rawCall, "org.corvid.Tessel", "/org/corvid/Tessel",
+                                             "org.freedesktop.Application", member),
+              0);
+    const OwnedMessage call(rawCall);
+    const std::string_view signature(types);
+    if (signature.starts_with("as")) {
+        EXPECT_GE(sd_bus_message_append(rawCall, "as", 1, first), 0);
+    } else if (signature.starts_with("sav")) {
+        EXPECT_GE(sd_bus_message_append(rawCall, "sav", first, 0), 0);
+    }
+    EXPECT_GE(sd_bus_message_append(rawCall, "a{sv}", 1, "activation-token", "s", "token"), 0);
+    sd_bus_error error = SD_BUS_ERROR_NULL;
+    const int result = sd_bus_call(raw, rawCall, 0, &error, nullptr);
+    std::string name = error.name != nullptr ? error.name : "";
+    EXPECT_EQ(result < 0, !name.empty());
+    sd_bus_error_free(&error);
+    return name;
+}
+
+TEST(SessionBus, DesktopsCanAskItAsTheyAskAnyApplication) {
+    MessageBus bus;
+    bus.start();
+    ControlServer server(onBus(bus.address()), called("1"));
+    ASSERT_EQ(versionOnBus(bus, "1"), "1");
+    EXPECT_EQ(callApplication(bus, "Activate", "a{sv}", nullptr), "");
+    EXPECT_EQ(callApplication(bus, "Open", "asa{sv}", "file:///tmp/a"), "");
+    EXPECT_EQ(callApplication(bus, "ActivateAction", "sava{sv}", "quit"), "org.freedesktop.DBus.Error.InvalidArgs");
+    EXPECT_EQ(callApplication(bus, "Nothing", "a{sv}", nullptr), "org.freedesktop.DBus.Error.UnknownMethod");
+    std::vector<std::string> asked = server.asked();
+    std::erase(asked, "status");
+    EXPECT_EQ(asked, (std::vector<std::string>{"open", "open"}));
+}
+
 TEST(SessionBus, ABusThatComesLateIsFound) {
     MessageBus bus;
     const ControlServer server(onBus(bus.address()), called("1"));

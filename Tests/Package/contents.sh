@@ -1,0 +1,62 @@
+#!/bin/bash
+# The package is what its name says, and has what it needs, where Debian has it, and nothing else.
+# usage: contents.sh FOLDER VERSION LIST...
+set -euo pipefail
+
+package=$(echo "$1"/tessel_*.deb)
+version=$2
+lists=("${@:3}")
+
+folder=$(mktemp --directory)
+trap 'rm -rf "$folder"' EXIT
+failed=no
+complain() {
+    echo "$1"
+    failed=yes
+}
+
+dpkg-deb --fsys-tarfile "$package" | tar --list --verbose --numeric-owner >"$folder/listing"
+# A listing's sixth word is the path.
+sed -n 's|^-.* \./||p' "$folder/listing" >"$folder/files"
+triplet=$(dpkg-architecture -q DEB_HOST_MULTIARCH)
+sed "s|TRIPLET|$triplet|; /^#/d" "${lists[@]}" >"$folder/patterns"
+while read -r pattern; do
+    grep --quiet --extended-regexp --line-regexp -e "$pattern" "$folder/files" || complain "there is no $pattern"
+done <"$folder/patterns"
+if grep --invert-match --extended-regexp --line-regexp --file "$folder/patterns" "$folder/files"; then
+    complain 'nothing tells what the files above are for'
+fi
+if grep --invert-match --extended-regexp '^(drwxr-xr-x|-rw-r--r--|-rwxr-xr-x) 0/0 ' "$folder/listing"; then
+    complain "the entries above are not root's, or others may write to them or cannot read them"
+fi
+
+field() { dpkg-deb --field "$package" "$1"; }
+dpkg-deb --extract "$package" "$folder/root"
+root=$folder/root
+[[ $(field Package) == tessel && $(field Architecture) == "$(dpkg --print-architecture)" ]] ||
+    complain "it is $(field Package) for $(field Architecture)"
+[[ $(field Version) == "$version"-* ]] || complain "it has version $(field Version), not $version"
+zcat "$root/usr/share/doc/tessel/changelog.Debian.gz" >"$folder/changelog"
+newest=$(dpkg-parsechangelog --file "$folder/changelog" --show-field Version)
+[[ $(field Version) == "$newest" ]] || complain "the newest version in the change log is $newest"
+[[ $(field Maintainer) == 'Corvid <'*'@tessel.example>' ]] || complain "its maintainer is $(field Maintainer)"
+
+# Each library that a program or plugin names, and all that these load by name.
+needed='libc6 libglib2.0-0 libplist3 libsystemd0 libxcb1 libxcb-randr0'
+if [[ -e $root/usr/lib/$triplet/tessel/tessel-menu.so ]]; then
+    needed+=' libqt6core6 libqt6gui6 libqt6qml6 libqt6quick6 libqt6svg6 qml6-module-qtquick'
+fi
+for name in $needed; do
+    [[ ", $(field Depends)," == *", $name"[\ ,]* ]] || complain "it does not depend on $name"
+done
+
+while read -r file; do
+    if file --brief "$root/$file" | grep --quiet '^ELF.*not stripped'; then
+        complain "$file is not stripped"
+    fi
+done <"$folder/files"
+service=$root/usr/share/dbus-1/services/org.corvid.Tessel.service
+grep --quiet --line-regexp 'Name=org.corvid.Tessel' "$service" || complain 'the bus service has another name'
+grep --quiet --line-regexp 'Exec=/usr/bin/tessel' "$service" || complain 'the bus service starts another program'
+desktop-file-validate "$root/usr/share/applications/org.corvid.Tessel.desktop" || complain 'menus cannot read its entry'
+[[ $failed == no ]]

@@ -1,0 +1,75 @@
+#!/bin/bash
+# Installs the package with dpkg, uses it, and removes it again: in a copy of this system that is made of what is written
+# to it alone, and gone with this script.
+# usage: install.sh FOLDER VERSION
+set -euo pipefail
+
+here=$(dirname "$(realpath "${BASH_SOURCE[0]}")")
+package=$(realpath "$1"/tessel_*.deb)
+version=$2
+
+if [[ -z ${TESSEL_PACKAGE_APART:-} ]]; then
+    apart=(env TESSEL_PACKAGE_APART=yes unshare --mount --pid --fork --kill-child --propagation private)
+    if ((EUID != 0)); then
+        if ! sudo --non-interactive true 2>/dev/null; then
+            echo 'skipped: installing takes root, or sudo that does not ask'
+            exit 77
+        fi
+        apart=(sudo --non-interactive "${apart[@]}")
+    fi
+    if ! "${apart[@]}" true 2>/dev/null; then
+        echo 'skipped: this machine does not let root have mounts and processes of its own'
+        exit 77
+    fi
+    exec "${apart[@]}" "$0" "$1" "$2"
+fi
+
+mounts=$(mktemp --directory)
+trap 'umount --recursive --lazy "$mounts"; rmdir "$mounts"' EXIT
+mount -t tmpfs tmpfs "$mounts"
+written=$mounts/written root=$mounts/root
+mkdir "$written" "$mounts/work" "$root"
+if ! mount -t overlay overlay -o "lowerdir=/,upperdir=$written,workdir=$mounts/work" "$root" 2>/dev/null; then
+    echo 'skipped: the file system of this machine cannot be laid under another'
+    exit 77
+fi
+mount -t proc proc "$root/proc"
+mount --rbind /dev "$root/dev"
+for folder in /tmp /run; do
+    mount -t tmpfs tmpfs "$root$folder"
+done
+
+inside() {
+    env --ignore-environment PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive \
+        chroot "$root" "$@" </dev/null
+}
+
+# One that is installed here already is not the one to look at.
+inside dpkg --purge tessel >/dev/null 2>&1 || true
+cp --archive "$written" "$mounts/before"
+
+cp "$package" "$root/tmp/tessel.deb"
+inside dpkg --install /tmp/tessel.deb
+cp "$here/use.sh" "$root/tmp/use.sh"
+inside /tmp/use.sh "$version"
+inside dpkg --purge tessel
+
+# What dpkg and the readers of menus and icons keep for themselves.
+caches='var/(lib/dpkg|log|cache)/.*|usr/share/(applications/mimeinfo\.cache|icons/hicolor/icon-theme\.cache)'
+left=0
+while read -r -d '' path; do
+    # A file that was written anew and says the same is none that was left.
+    before=/$path
+    if [[ -e $mounts/before/$path ]]; then
+        before=$mounts/before/$path
+    fi
+    if [[ ! $path =~ ^($caches)$ ]] && ! { [[ -d $written/$path && -d $before ]] || cmp --quiet "$written/$path" "$before"; }; then
+        echo "/$path is left behind, or not what it was"
+        left=1
+    fi
+done < <(find "$written" -mindepth 1 -printf '%P\0')
+((left == 0))
+if inside dpkg-query --show tessel 2>/dev/null; then
+    echo 'dpkg still knows the package'
+    exit 1
+fi

@@ -1,0 +1,63 @@
+#!/bin/bash
+# Uses the installed program as its user's session does. Runs as root in a system of its own, with which everything that
+# is started here ends.
+# usage: use.sh VERSION
+set -euo pipefail
+
+version=$1
+export HOME=/tmp/home XDG_RUNTIME_DIR=/tmp/runtime
+mkdir "$HOME"
+mkdir --mode 700 "$XDG_RUNTIME_DIR"
+
+told=$(tessel --version)
+if [[ $told != "tessel $version" ]]; then
+    echo "--version says '$told', not 'tessel $version'"
+    exit 1
+fi
+
+# The interface finds what it loads by name among what the package depends on: what else is installed of the toolkit is
+# taken away.
+triplet=$(dpkg-architecture -q DEB_HOST_MULTIARCH)
+if [[ -e /usr/lib/$triplet/tessel/tessel-menu.so ]]; then
+    depends=$(dpkg-query --show --showformat '${Depends}' tessel | sed 's/([^)]*)//g; s/[,|]/ /g')
+    # shellcheck disable=SC2086
+    apt-cache depends --recurse --installed --no-recommends --no-suggests --no-conflicts --no-breaks --no-replaces \
+        --no-enhances $depends | sed 's/^[ |]*\([A-Za-z]*: \)\?//; s/[<>]//g; s/:.*//' | sort --unique >/tmp/depended
+    find "/usr/lib/$triplet/qt6/qml" "/usr/lib/$triplet/qt6/plugins" ! -type d | while read -r file; do
+        owner=$(dpkg-query --search "$file" | sed 's/:.*//')
+        if ! grep --quiet --line-regexp --fixed-strings "$owner" /tmp/depended; then
+            rm "$file"
+        fi
+    done
+    tessel --snapshot /tmp/pictures
+    if [[ ! -s /tmp/pictures/menu-en-shortcuts-light.png ]]; then
+        echo "the interface does not draw itself; there are: $(ls /tmp/pictures)"
+        exit 1
+    fi
+    rm -r "/usr/lib/$triplet/qt6"
+fi
+
+# A desktop that starts it over the message bus.
+mkfifo /tmp/display
+Xvfb -displayfd 3 -nolisten tcp 3>/tmp/display >/dev/null 2>&1 &
+read -r number </tmp/display
+export DISPLAY=:$number
+DBUS_SESSION_BUS_ADDRESS=$(dbus-daemon --session --fork --print-address)
+export DBUS_SESSION_BUS_ADDRESS
+if tessel --status; then
+    echo 'it runs before it was started'
+    exit 1
+fi
+gdbus call --session --dest org.corvid.Tessel --object-path /org/corvid/Tessel \
+    --method org.freedesktop.Application.Activate '{}'
+program=$(pgrep --exact tessel | xargs -I PROCESS readlink /proc/PROCESS/exe)
+if [[ $program != /usr/bin/tessel ]]; then
+    echo "the message bus has started '$program'"
+    exit 1
+fi
+tessel --status --json | grep --quiet "\"version\": *\"$version\""
+tessel --quit
+if tessel --status; then
+    echo 'it runs after it was ended'
+    exit 1
+fi
