@@ -56,8 +56,10 @@ Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened)
     , processes(
           connection, turn, mainLoop, managedWindows, deliveries,
           [this](xcb_window_t window, const ManagedWindow& facts) { observers.windowBecameReady(window, facts); }) {
-    const std::uint32_t rootEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    // The second is for whoever announces itself, as a panel does.
+    const std::uint32_t rootEvents = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection.raw(), connection.root(), XCB_CW_EVENT_MASK, &rootEvents);
+    tray.start();
     keyboardEvent = xcb_get_extension_data(connection.raw(), &xcb_xkb_id)->first_event;
     watch = mainLoop.watch(connection.descriptor(), [this] { return finishTurn(); }, [this] { serveEvents(); });
 }
@@ -135,6 +137,7 @@ void Desktop::handle(const xcb_generic_event_t& event) {
     } else if (kind == XCB_MAPPING_NOTIFY || kind == keyboardEvent) {
         followKeyboardSoon();
     }
+    tray.handle(event);
     managedWindows.handle(event);
 }
 
