@@ -130,7 +130,7 @@ int runResident() {
     platform::linux::UserDefaults userDefaults;
     platform::linux::NotifierPlace notifiers(mainLoop, sessionBus, (*desktop)->screens(),
                                              platform::linux::programFolder() / TESSEL_ICON_FOLDER);
-    platform::linux::StatusBar statusBar("org.corvid.Tessel", {&notifiers, &(*desktop)->systemTray()});
+    platform::linux::StatusBar statusBar(mainLoop, "org.corvid.Tessel", {&notifiers, &(*desktop)->systemTray()});
     NoPopover popover;
     const platform::MainBundle bundle = mainBundle();
     const platform::Platform table{
