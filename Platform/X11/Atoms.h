@@ -13,6 +13,7 @@ enum class Atom : std::uint8_t {
     gtkApplicationId,
     gtkFrameExtents,
     kdeNetWmDesktopFile,
+    manager,
     netActiveWindow,
     netClientList,
     netCurrentDesktop,
@@ -20,6 +21,9 @@ enum class Atom : std::uint8_t {
     netMoveResizeWindow,
     netSupported,
     netSupportingWmCheck,
+    netSystemTrayColors,
+    netSystemTrayOpcode,
+    netSystemTrayVisual,
     netWmDesktop,
     netWmName,
     netWmPid,
@@ -47,12 +51,14 @@ enum class Atom : std::uint8_t {
     netWmWindowTypeUtility,
     netWorkarea,
     utf8String,
+    xembedInfo,
 };
 
-inline constexpr std::array<std::string_view, 37> atomNames{
+inline constexpr std::array<std::string_view, 42> atomNames{
     "_GTK_APPLICATION_ID",
     "_GTK_FRAME_EXTENTS",
     "_KDE_NET_WM_DESKTOP_FILE",
+    "MANAGER",
     "_NET_ACTIVE_WINDOW",
     "_NET_CLIENT_LIST",
     "_NET_CURRENT_DESKTOP",
@@ -60,6 +66,9 @@ inline constexpr std::array<std::string_view, 37> atomNames{
     "_NET_MOVERESIZE_WINDOW",
     "_NET_SUPPORTED",
     "_NET_SUPPORTING_WM_CHECK",
+    "_NET_SYSTEM_TRAY_COLORS",
+    "_NET_SYSTEM_TRAY_OPCODE",
+    "_NET_SYSTEM_TRAY_VISUAL",
     "_NET_WM_DESKTOP",
     "_NET_WM_NAME",
     "_NET_WM_PID",
@@ -87,9 +96,10 @@ inline constexpr std::array<std::string_view, 37> atomNames{
     "_NET_WM_WINDOW_TYPE_UTILITY",
     "_NET_WORKAREA",
     "UTF8_STRING",
+    "_XEMBED_INFO",
 };
 
-static_assert(atomNames.size() == static_cast<std::size_t>(Atom::utf8String) + 1);
+static_assert(atomNames.size() == static_cast<std::size_t>(Atom::xembedInfo) + 1);
 
 /// The server's numbers of the atoms, `XCB_ATOM_NONE` for one that could not be interned.
 class AtomTable {

@@ -57,7 +57,9 @@ Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened)
     , processes(
           connection, turn, mainLoop, managedWindows, deliveries,
           [this](xcb_window_t window, const ManagedWindow& facts) { observers.windowBecameReady(window, facts); }) {
-    selection.select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+    // The second is for whoever announces itself, as a panel does.
+    selection.select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    tray.start();
     keyboardEvent = xcb_get_extension_data(connection.raw(), &xcb_xkb_id)->first_event;
     watch = mainLoop.watch(connection.descriptor(), [this] { return finishTurn(); }, [this] { serveEvents(); });
 }
@@ -137,6 +139,7 @@ void Desktop::handle(const xcb_generic_event_t& event) {
     }
     own.handle(event);
     settings.handle(event);
+    tray.handle(event);
     managedWindows.handle(event);
 }
 

@@ -15,6 +15,7 @@
 #include "Platform/X11/RunningApplications.h"
 #include "Platform/X11/Screens.h"
 #include "Platform/X11/SettingsManager.h"
+#include "Platform/X11/SystemTray.h"
 #include "Platform/X11/Turn.h"
 #include "Platform/X11/Workspace.h"
 
@@ -60,6 +61,9 @@ public:
 
     [[nodiscard]] Screens& screens() { return monitors; }
 
+    /// Where older panels take status items.
+    [[nodiscard]] linux::TrayPlace& systemTray() { return tray; }
+
     [[nodiscard]] Workspace& workspace() { return applications; }
 
 private:
@@ -89,6 +93,7 @@ private:
     ManagedWindows managedWindows{connection, selection, mainLoop};
     AccessibilityObservers observers{connection, turn, managedWindows, deliveries};
     RunningApplications processes;
+    SystemTray tray{connection, selection, turn, mainLoop};
     std::uint8_t keyboardEvent = 0;
     bool guessIsStale = true;
     std::unique_ptr<ScheduledWork> guessRetry;

@@ -101,7 +101,7 @@ int runResident() {
     const platform::MainBundle bundle = mainBundle();
     platform::linux::Localization localization("tessel", localeFolder(), bundle.preferredLocalizations);
     platform::linux::NotifierPlace notifiers(mainLoop, sessionBus, (*desktop)->screens(), iconFolder());
-    platform::linux::StatusBar statusBar("org.corvid.Tessel", {&notifiers});
+    platform::linux::StatusBar statusBar(mainLoop, "org.corvid.Tessel", {&notifiers, &(*desktop)->systemTray()});
     platform::linux::Appearance appearance(sessionBus, (*desktop)->settingsManager());
     corvid::DeferredToolkit toolkit(
         [&] {

@@ -19,6 +19,9 @@ service=share/dbus-1/services/org.corvid.Tessel.service
 metainfo=share/metainfo/org.corvid.Tessel.metainfo.xml
 icons=(share/icons/hicolor/scalable/apps/org.corvid.Tessel.svg
     share/icons/hicolor/symbolic/apps/org.corvid.Tessel-symbolic.svg)
+for symbol in uiwindow.split.2x1 rectangle.split.2x1 exclamationmark.triangle.fill; do
+    icons+=("share/icons/hicolor/symbolic/apps/org.corvid.Tessel.$symbol"{,.badged}-symbolic.svg)
+done
 for file in share/man/man1/tessel.1 share/bash-completion/completions/tessel share/zsh/site-functions/_tessel \
     share/fish/vendor_completions.d/tessel.fish "$entry" "$metainfo" "$service" "${icons[@]}" \
     share/locale/{de,zh_CN}/LC_MESSAGES/tessel.mo share/doc/tessel/OFL.txt; do

@@ -70,8 +70,9 @@ private:
     StatusBar& bar;
 };
 
-StatusBar::StatusBar(std::string program, std::vector<TrayPlace*> places)
-    : program(std::move(program))
+StatusBar::StatusBar(MainActor& mainActor, std::string program, std::vector<TrayPlace*> places)
+    : mainActor(mainActor)
+    , program(std::move(program))
     , places(std::move(places)) {
     for (TrayPlace* place : this->places) {
         place->onOfferChange([this] { settle(); });
@@ -106,22 +107,34 @@ void StatusBar::settle() {
     if (shown == nullptr) {
         return;
     }
-    const auto best = std::ranges::find_if(places, &TrayPlace::isOffered);
-    for (auto place = places.begin(); place != places.end(); ++place) {
-        // The first place is never left: it shows nothing while it is not offered.
-        const bool belongs = place == places.begin() || place == best;
-        const auto use = std::ranges::find(used, *place);
-        if (belongs && use == used.end()) {
-            used.push_back(*place);
-            (*place)->show(shown->contents);
-        } else if (!belongs && use != used.end()) {
-            used.erase(use);
-            (*place)->hide();
+    TrayPlace* const first = places.front();
+    const auto found = std::ranges::find_if(places, &TrayPlace::isOffered);
+    // The first place is never left: it shows nothing while it is not offered.
+    TrayPlace* const best = found == places.end() ? first : *found;
+    const auto isUsed = [this](const TrayPlace* place) { return std::ranges::find(used, place) != used.end(); };
+    for (TrayPlace* place : places) {
+        if (place != first && place != best && isUsed(place)) {
+            std::erase(used, place);
+            place->hide();
         }
+    }
+    if (!isUsed(first)) {
+        showIn(*first);
+    }
+    if (isUsed(best)) {
+        move.reset();
+    } else {
+        move = mainActor.schedule(mainActor.now() + patience, patience / 10, [this, best] { showIn(*best); });
     }
 }
 
+void StatusBar::showIn(TrayPlace& place) {
+    used.push_back(&place);
+    place.show(shown->contents);
+}
+
 void StatusBar::leave() {
+    move.reset();
     for (TrayPlace* place : std::exchange(used, {})) {
         place->hide();
     }

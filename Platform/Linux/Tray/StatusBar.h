@@ -1,8 +1,10 @@
 #pragma once
 
 #include "Platform/Linux/Tray/TrayPlace.h"
+#include "Platform/MainActor.h"
 #include "Platform/StatusItem.h"
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,9 +19,12 @@ namespace platform::linux {
 /// A program has one item; while there are several, the oldest is shown.
 class StatusBar final : public platform::StatusBar {
 public:
-    /// The places by preference; the first is shown in even before it is offered, so that it can come at once. They
-    /// must outlive the bar, and the bar its items. `program` is the program's identifier.
-    StatusBar(std::string program, std::vector<TrayPlace*> places);
+    /// How long a panel that takes items in several ways is given to offer the best of them.
+    static constexpr Duration patience = std::chrono::milliseconds(400);
+
+    /// The places by preference; the first has the item even before it is offered, so that it can come at once. They
+    /// and the main actor must outlive the bar, and the bar its items. `program` is the program's identifier.
+    StatusBar(MainActor& mainActor, std::string program, std::vector<TrayPlace*> places);
     StatusBar(const StatusBar&) = delete;
     StatusBar& operator=(const StatusBar&) = delete;
     ~StatusBar() override;
@@ -31,17 +36,21 @@ public:
 private:
     class Item;
 
-    /// Shows the item that is to be shown in the place where it belongs now.
+    /// Takes the item that is to be shown from where it does not belong, and shows it where it does: in the first place
+    /// at once, in another after a while.
     void settle();
+    void showIn(TrayPlace& place);
     void leave();
     [[nodiscard]] const TrayPlace* placeOf(const Item& item) const;
 
+    MainActor& mainActor;
     std::string program;
     std::vector<TrayPlace*> places;
     std::vector<Item*> items;
     /// What is shown, and in which of the places.
     const Item* shown = nullptr;
     std::vector<TrayPlace*> used;
+    std::unique_ptr<ScheduledWork> move;
 };
 
 } // namespace platform::linux

@@ -59,6 +59,7 @@ protected:
             .runningApplications = followed.desktop->runningApplications(),
             .screens = followed.desktop->screens(),
             .standardUserDefaults = other.standardUserDefaults,
+            .statusBar = other.statusBar,
             .systemClock = other.systemClock,
             .thisApplication = other.thisApplication,
             .workspace = followed.desktop->workspace(),

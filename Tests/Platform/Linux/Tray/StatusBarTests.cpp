@@ -1,9 +1,13 @@
+#include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/Tray/StatusBar.h"
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace platform::linux {
@@ -56,10 +60,22 @@ class CombinedStatusBar : public testing::Test {
 protected:
     Lines take() { return std::exchange(record, {}); }
 
+    /// Offers the other place, and waits until the item is there.
+    void moveToOther() {
+        other.offer(true);
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (other.contents == nullptr && std::chrono::steady_clock::now() < end) {
+            constexpr std::uint64_t shortWait = 10'000;
+            sd_event_run(loop.handle(), shortWait);
+        }
+        EXPECT_NE(other.contents, nullptr);
+    }
+
+    MainLoop loop;
     Lines record;
     Place best{"best", record};
     Place other{"other", record};
-    StatusBar bar{"program", {&best, &other}};
+    StatusBar bar{loop, "program", {&best, &other}};
 };
 
 TEST_F(CombinedStatusBar, KnowsTheSymbolsAndNoOthers) {
@@ -83,22 +99,42 @@ TEST_F(CombinedStatusBar, TheFirstPlaceHasTheItemEvenBeforeItIsOffered) {
 TEST_F(CombinedStatusBar, NeverTwoPlacesShowTheItemAtOnce) {
     const auto item = bar.createStatusItem("Item-0");
     take();
-    other.offer(true);
+    moveToOther();
     EXPECT_EQ(take(), (Lines{"other shows program.Item-0"}));
     EXPECT_TRUE(item->isShown());
     best.offer(true);
     EXPECT_EQ(take(), (Lines{"other hides"}));
     EXPECT_TRUE(item->isShown());
     best.offer(false);
+    moveToOther();
     EXPECT_EQ(take(), (Lines{"other shows program.Item-0"}));
     other.offer(false);
     EXPECT_EQ(take(), (Lines{"other hides"}));
     EXPECT_FALSE(item->isShown());
 }
 
+TEST_F(CombinedStatusBar, APanelThatOffersSeveralPlacesIsWaitedFor) {
+    const auto item = bar.createStatusItem("Item-0");
+    take();
+    // Twice: the first time the better place comes, the second time the panel goes again.
+    for (const bool comes : {true, false}) {
+        other.offer(true);
+        best.offer(comes);
+        other.offer(comes);
+        const auto end = std::chrono::steady_clock::now() + StatusBar::patience * 2;
+        while (std::chrono::steady_clock::now() < end) {
+            constexpr std::uint64_t shortWait = 10'000;
+            sd_event_run(loop.handle(), shortWait);
+        }
+        EXPECT_EQ(take(), Lines());
+        other.offer(false);
+        best.offer(false);
+    }
+}
+
 TEST_F(CombinedStatusBar, WhatAnItemIsGivenComesToThePlacesThatHaveIt) {
     const auto item = bar.createStatusItem("Item-0");
-    other.offer(true);
+    moveToOther();
     take();
     item->setTitle("Tessel");
     item->setToolTip("Paused");
@@ -117,7 +153,7 @@ TEST_F(CombinedStatusBar, TheItemIsWhereItIsShown) {
     const auto item = bar.createStatusItem("Item-0");
     other.place = corvid::CGRect{{10, 20}, {24, 24}};
     EXPECT_EQ(item->frame(), std::nullopt) << "it is not shown";
-    other.offer(true);
+    moveToOther();
     EXPECT_EQ(item->frame(), other.place);
     best.offer(true);
     EXPECT_EQ(item->frame(), std::nullopt) << "that panel does not tell";
@@ -139,7 +175,7 @@ TEST_F(CombinedStatusBar, OneItemIsShownAndTheNextWhenItGoes) {
 
 TEST_F(CombinedStatusBar, ADroppedItemIsTakenAway) {
     auto item = bar.createStatusItem("Item-0");
-    other.offer(true);
+    moveToOther();
     take();
     item.reset();
     EXPECT_EQ(take(), (Lines{"best hides", "other hides"}));

@@ -1,0 +1,172 @@
+"""Panels with a place for status items, and what is to be seen there."""
+
+import ast
+import subprocess
+from dataclasses import dataclass
+from io import BytesIO
+from pathlib import Path
+
+from PIL import Image, ImageChops
+
+from .picture import screen
+from .skipping import require
+from .waiting import until
+
+SYMBOLS = ("uiwindow.split.2x1", "rectangle.split.2x1", "exclamationmark.triangle.fill")
+BADGED = ".badged"
+
+# A bar of 32 pixels along the upper edge with nothing in it but the place for status items.
+XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-panel" version="1.0">
+  <property name="configver" type="int" value="2"/>
+  <property name="panels" type="array">
+    <value type="int" value="1"/>
+    <property name="panel-1" type="empty">
+      <property name="position" type="string" value="p=6;x=0;y=0"/>
+      <property name="length" type="uint" value="100"/>
+      <property name="position-locked" type="bool" value="true"/>
+      <property name="size" type="uint" value="32"/>
+      <property name="plugin-ids" type="array"><value type="int" value="1"/></property>
+    </property>
+  </property>
+  <property name="plugins" type="empty"><property name="plugin-1" type="string" value="systray"/></property>
+</channel>
+"""
+
+
+@dataclass(frozen=True)
+class Panel:
+    name: str
+    package: str
+    command: tuple[str, ...]
+    height: int
+    # Whether it reads items from the message bus, or takes their windows.
+    reads_bus: bool
+    configuration: tuple[str, str] | None = None
+
+
+PANELS = {
+    panel.name: panel
+    for panel in (
+        Panel(
+            "xfce4-panel", "xfce4-panel", ("xfce4-panel", "--sm-client-disable"), 32, True,
+            (".config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", XFCE_PANEL),
+        ),
+        Panel(
+            "trayer", "trayer",
+            ("trayer", "--edge", "top", "--align", "left", "--widthtype", "pixel", "--width", "200",
+             "--heighttype", "pixel", "--height", "32", "--SetDockType", "true"),
+            32, False,
+        ),
+    )
+}
+
+
+def start_panel(desktop, name: str) -> subprocess.Popen:
+    panel = PANELS[name]
+    require(panel.command[0], panel.package)
+    if panel.configuration:
+        desktop.session.configure(*panel.configuration)
+    return desktop.session.start(list(panel.command), name)
+
+
+def call(desktop, destination: str, path: str, method: str, *arguments: str) -> str | None:
+    """What a method on the session's bus answers, as GVariant text; None if it answers with an error."""
+    done = subprocess.run(
+        ["gdbus", "call", "--session", "--dest", destination, "--object-path", path, "--method", method, *arguments],
+        stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=10, check=False,
+        env=desktop.session.environment,
+    )
+    return done.stdout.strip() if done.returncode == 0 else None
+
+
+def registered_items(desktop) -> list[str] | None:
+    """The bus names of the items that the panel knows; None where no panel answers."""
+    answer = call(
+        desktop, "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher", "org.freedesktop.DBus.Properties.Get",
+        "org.kde.StatusNotifierWatcher", "RegisteredStatusNotifierItems",
+    )
+    if answer is None:
+        return None
+    if answer == "(<@as []>,)":
+        return []
+    names = ast.literal_eval(answer.removeprefix("(<").removesuffix(">,)"))
+    return [name.split("/")[0] for name in names]
+
+
+def menu(desktop) -> dict[str, int]:
+    """The lines of the item's menu and their ids, as the panel reads them: a label to an id."""
+    (item,) = registered_items(desktop)
+    lines = {}
+    for number in range(1, 20):
+        label = call(
+            desktop, item, "/StatusNotifierMenu", "com.canonical.dbusmenu.GetProperty", str(number), "label"
+        )
+        if label is not None:
+            lines[label.removeprefix("(<'").removesuffix("'>,)")] = number
+    return lines
+
+
+def choose(desktop, label: str) -> None:
+    """Chooses a line of the item's menu, as a panel does when its user clicks there."""
+    (item,) = registered_items(desktop)
+    answer = call(
+        desktop, item, "/StatusNotifierMenu", "com.canonical.dbusmenu.Event", str(menu(desktop)[label]), "clicked",
+        "<int32 0>", "0",
+    )
+    assert answer == "()", f"choosing {label!r} was answered with {answer!r}"
+
+
+def _drawing(program: Path, name: str, size: tuple[int, int]) -> Image.Image:
+    """The shape of one of the program's icons without its margins, stretched to a size: white on black."""
+    icons = program.parent.parent / "share/icons/hicolor/symbolic/apps"
+    done = subprocess.run(
+        ["rsvg-convert", "--width", "192", "--height", "192", str(icons / f"org.corvid.Tessel.{name}-symbolic.svg")],
+        stdin=subprocess.DEVNULL, capture_output=True, timeout=10, check=True,
+    )
+    shape = Image.open(BytesIO(done.stdout)).convert("RGBA").getchannel("A")
+    return shape.crop(shape.getbbox()).resize(size, Image.BOX)
+
+
+def _shape_in(strip: Image.Image) -> Image.Image | None:
+    """What stands out from the strip's most frequent colour, without its margins; None where nothing does."""
+    grey = strip.convert("L")
+    background = max(grey.getcolors(strip.width * strip.height))[1]
+    shape = ImageChops.difference(grey, Image.new("L", grey.size, background))
+    strongest = shape.getextrema()[1]
+    # The theme's faint lines and shades are no picture.
+    if strongest < 60:
+        return None
+    shape = shape.point(lambda value: value * 255 // strongest)
+    return shape.crop(shape.point(lambda value: 255 if value > 50 else 0).getbbox())
+
+
+def _difference(one: Image.Image, other: Image.Image) -> float:
+    histogram = ImageChops.difference(one, other).histogram()
+    return sum(value * count for value, count in enumerate(histogram)) / (one.width * one.height)
+
+
+def shown_icon(desktop, name: str) -> str | None:
+    """Which of the program's icons that panel shows: the one that looks most like it. None where nothing is shown that
+    looks like one."""
+    panel = PANELS[name]
+    picture = screen(desktop.server.display)
+    # A border of the bar is not part of an item.
+    shape = _shape_in(picture.crop((0, 2, 190, panel.height - 3)))
+    if shape is None or not 8 <= shape.width <= 40 or not 8 <= shape.height <= 40:
+        return None
+    candidates = {
+        symbol + badge: _difference(shape, _drawing(desktop.program, symbol + badge, shape.size))
+        for symbol in SYMBOLS
+        for badge in ("", BADGED)
+    }
+    best = min(candidates, key=candidates.get)
+    tolerable = 50
+    return best if candidates[best] < tolerable else None
+
+
+def until_icon(desktop, panel: str, icon: str | None, seconds: float = 5.0) -> None:
+    until(
+        lambda: shown_icon(desktop, panel) == icon, f"the icon {icon} in {panel}", seconds,
+        lambda: shown_icon(desktop, panel),
+    )

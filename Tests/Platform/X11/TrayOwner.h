@@ -1,0 +1,53 @@
+#pragma once
+
+#include "Hand.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace platform::x11 {
+
+/// A panel's tray by hand: owns the selection, and takes the windows that ask for it into a box of its own.
+class TrayOwner {
+public:
+    /// Becomes the tray and announces itself. A depth of 32 offers a visual with transparency.
+    explicit TrayOwner(const std::string& display, std::uint8_t depth = 0, std::vector<std::uint32_t> colours = {});
+    TrayOwner(const TrayOwner&) = delete;
+    TrayOwner& operator=(const TrayOwner&) = delete;
+    ~TrayOwner() { leave(); }
+
+    /// The windows that have asked to be taken, whose end is noticed.
+    [[nodiscard]] const std::vector<xcb_window_t>& asked();
+
+    /// Takes a window into the box, which is at (300, 200) in root coordinates and of this colour.
+    void embed(xcb_window_t window, std::uint16_t size);
+
+    /// Puts a window back to the root window.
+    void letGo(xcb_window_t window);
+
+    /// Ends; windows in its box go with it, as when a panel has forgotten to save them.
+    void leave();
+
+    /// Clicks, as the server would tell it.
+    void click(xcb_window_t window, std::uint8_t button, std::int16_t rootX, std::int16_t rootY);
+
+    /// The pixels of a window, row by row; empty where it is not to be seen.
+    [[nodiscard]] std::vector<std::uint32_t> pixels(xcb_window_t window, std::uint16_t size);
+
+    [[nodiscard]] std::uint8_t depthOf(xcb_window_t window);
+    [[nodiscard]] bool exists(xcb_window_t window);
+
+    static constexpr std::uint32_t boxColour = 0x204060;
+
+    Hand hand;
+
+private:
+    void announce();
+
+    xcb_window_t owner = XCB_WINDOW_NONE;
+    xcb_window_t box = XCB_WINDOW_NONE;
+    std::vector<xcb_window_t> requests;
+};
+
+} // namespace platform::x11
