@@ -43,25 +43,14 @@ CGRect panelCorner(const platform::Screen& screen) {
     return {{screen.visibleFrame.maxX(), atBottom > atTop ? screen.frame.minY() : screen.frame.maxY()}, {0, 0}};
 }
 
-CGRect anchorRect(const platform::Popover::Anchor& anchor, const std::optional<CGPoint>& pointer,
-                  const platform::Screen& primary) {
-    if (anchor.rect) {
-        return *anchor.rect;
-    }
-    if (anchor.isAtPointer && pointer) {
-        return {*pointer, {0, 0}};
-    }
-    return panelCorner(primary);
-}
-
 } // namespace
 
-std::optional<CGRect> popoverFrame(const platform::Popover::Anchor& anchor, const std::optional<CGPoint>& pointer,
-                                   CGSize size, std::span<const platform::Screen> screens) {
+std::optional<CGRect> popoverFrame(const platform::Popover::Anchor& anchor, CGSize size,
+                                   std::span<const platform::Screen> screens) {
     if (screens.empty()) {
         return std::nullopt;
     }
-    const CGRect rect = anchorRect(anchor, pointer, screens.front());
+    const CGRect rect = anchor.rect.value_or(panelCorner(screens.front()));
     const platform::Screen& screen = screenOf({rect.midX(), rect.midY()}, screens);
     const CGRect& visible = screen.visibleFrame;
     const bool isBelow = rect.midY() >= screen.frame.midY();

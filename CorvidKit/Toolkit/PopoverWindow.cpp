@@ -97,12 +97,20 @@ bool PopoverWindow::makeFrame() {
     return true;
 }
 
+PopoverWindow::Anchor PopoverWindow::withPointer(const Anchor& wanted) const {
+    if (!wanted.rect && wanted.isAtPointer) {
+        if (const std::optional<CGPoint> pointer = surroundings.ownWindows->pointer()) {
+            return {.rect = CGRect{*pointer, {0, 0}}, .isAtPointer = true};
+        }
+    }
+    return wanted;
+}
+
 void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
     if (isShown() || !prepare()) {
         return;
     }
-    anchor = newAnchor;
-    pointer = surroundings.ownWindows->pointer();
+    anchor = withPointer(newAnchor);
     hadKeyboard = false;
     frame->setProperty("isBlended", surroundings.ownWindows->areBlended());
     frame->setProperty("isAnimated", animates);
@@ -117,6 +125,13 @@ void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
     grabPointer();
 }
 
+void PopoverWindow::showAgain() {
+    if (anchor) {
+        show(*anchor, Edge::minY);
+        makeKey();
+    }
+}
+
 void PopoverWindow::place() {
     if (!window || !window->handle()) {
         return;
@@ -126,7 +141,7 @@ void PopoverWindow::place() {
     const std::vector<platform::Screen> screens = surroundings.screens.screens();
     const double ratio = window->devicePixelRatio();
     const CGSize plate{(size.width() - 2 * margin) * ratio, (size.height() - 2 * margin) * ratio};
-    const std::optional<CGRect> found = popoverFrame(anchor, pointer, plate, screens);
+    const std::optional<CGRect> found = popoverFrame(*anchor, plate, screens);
     frame->setSize(size);
     if (!found) {
         window->resize(size.toSize());

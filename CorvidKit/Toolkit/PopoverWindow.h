@@ -35,6 +35,9 @@ public:
     void makeKey() override;
     void performClose() override;
 
+    /// Where it was last.
+    void showAgain();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private Q_SLOTS:
@@ -42,6 +45,7 @@ private Q_SLOTS:
 
 private:
     [[nodiscard]] bool prepare();
+    [[nodiscard]] Anchor withPointer(const Anchor& wanted) const;
     [[nodiscard]] bool makeFrame();
     void place();
     void grabPointer();
@@ -54,8 +58,8 @@ private:
     std::shared_ptr<const platform::View> view;
     Behavior behavior = Behavior::applicationDefined;
     bool animates = false;
-    Anchor anchor;
-    std::optional<CGPoint> pointer;
+    /// Where it was shown last.
+    std::optional<Anchor> anchor;
     std::unique_ptr<QQuickWindow> window;
     std::unique_ptr<QQuickItem> frame;
     std::unique_ptr<QQuickItem> content;

@@ -34,16 +34,17 @@ void prepareEnvironment(const Surroundings& surroundings) {
 
 } // namespace
 
-std::unique_ptr<QuickToolkit> QuickToolkit::start(const Surroundings& surroundings, ViewBuilder build) {
+std::unique_ptr<QuickToolkit> QuickToolkit::start(const Surroundings& surroundings, ViewBuilder build,
+                                                  const OpenPanelFactory& makePanel) {
     prepareEnvironment(surroundings);
-    auto toolkit = std::make_unique<QuickToolkit>(surroundings, std::move(build));
+    auto toolkit = std::make_unique<QuickToolkit>(surroundings, std::move(build), makePanel);
     if (surroundings.ownWindows != nullptr && QGuiApplication::platformName() == QStringLiteral("offscreen")) {
         return nullptr;
     }
     return toolkit;
 }
 
-QuickToolkit::QuickToolkit(const Surroundings& surroundings, ViewBuilder build)
+QuickToolkit::QuickToolkit(const Surroundings& surroundings, ViewBuilder build, const OpenPanelFactory& makePanel)
     : surroundings(surroundings) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
@@ -62,7 +63,14 @@ QuickToolkit::QuickToolkit(const Surroundings& surroundings, ViewBuilder build)
     engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
     followAppearance();
     hanging = std::make_unique<PopoverWindow>(surroundings, *engine, build);
-    chooser = std::make_unique<OpenPanelWindow>(surroundings, *engine);
+    // The popover would close anyway when the panel takes the keyboard; it comes back to show what was added.
+    panel = makePanel(*engine, {.opening = [this] { hanging->performClose(); },
+                                .closed =
+                                    [this](bool hasChosen) {
+                                        if (hasChosen) {
+                                            hanging->showAgain();
+                                        }
+                                    }});
     renderer = std::make_unique<ImageRenderer>(build);
 }
 

@@ -1,9 +1,15 @@
 #include "CorvidKit/Toolkit/QuickToolkit.h"
+#include "Tessel/Menu/ApplicationPanel.h"
 #include "Tessel/Menu/MenuViewItem.h"
 #include "Tessel/MenuPlugin.h"
 
 /// What the program calls when it first needs the toolkit (see `MenuPlugin`).
 extern "C" [[gnu::visibility("default")]] platform::Toolkit*
 tesselStartToolkit(const corvid::toolkit::Surroundings& surroundings) {
-    return corvid::toolkit::QuickToolkit::start(surroundings, tessel::makeItem).release();
+    return corvid::toolkit::QuickToolkit::start(surroundings, tessel::makeItem,
+                                                [](QQmlEngine& engine, corvid::toolkit::OpenPanelHooks hooks) {
+                                                    return std::make_unique<tessel::ApplicationPanel>(engine,
+                                                                                                      std::move(hooks));
+                                                })
+        .release();
 }

@@ -1,0 +1,86 @@
+#include "Tessel/Menu/ApplicationList.h"
+
+#include "Tessel/Menu/ImageSource.h"
+
+#include <cstddef>
+#include <utility>
+
+namespace tessel {
+
+ApplicationList::ApplicationList(std::vector<InstalledApplication> applications, QObject* parent)
+    : QAbstractListModel(parent)
+    , all(std::move(applications))
+    , found(all) {
+}
+
+void ApplicationList::setSearchText(const QString& newText) {
+    if (text == newText) {
+        return;
+    }
+    text = newText;
+    beginResetModel();
+    found = matching(all, text.toStdString());
+    endResetModel();
+    Q_EMIT searchTextChanged();
+    Q_EMIT countChanged();
+}
+
+const InstalledApplication* ApplicationList::at(int row) const {
+    return row < 0 || row >= count() ? nullptr : &found[static_cast<std::size_t>(row)];
+}
+
+void ApplicationList::toggle(int row) {
+    const InstalledApplication* application = at(row);
+    if (application == nullptr) {
+        return;
+    }
+    if (!chosen.insert(application->id()).second) {
+        chosen.erase(application->id());
+    }
+    Q_EMIT dataChanged(index(row), index(row), {ChosenRole});
+    Q_EMIT chosenCountChanged();
+}
+
+void ApplicationList::choose(int row) {
+    const InstalledApplication* application = at(row);
+    if (application != nullptr && !chosen.contains(application->id())) {
+        toggle(row);
+    }
+}
+
+std::vector<std::filesystem::path> ApplicationList::chosenLocations() const {
+    std::vector<std::filesystem::path> locations;
+    for (const InstalledApplication& application : all) {
+        if (chosen.contains(application.id())) {
+            locations.push_back(application.location);
+        }
+    }
+    return locations;
+}
+
+int ApplicationList::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : count();
+}
+
+QVariant ApplicationList::data(const QModelIndex& index, int role) const {
+    const InstalledApplication* application = index.isValid() ? at(index.row()) : nullptr;
+    if (application == nullptr) {
+        return {};
+    }
+    switch (role) {
+    case NameRole:
+        return QString::fromStdString(application->name);
+    case IconRole:
+        return imageSource(application->icon);
+    case ChosenRole:
+        return chosen.contains(application->id());
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> ApplicationList::roleNames() const {
+    return {{NameRole, "name"}, {IconRole, "icon"}, {ChosenRole, "isChosen"}};
+}
+
+} // namespace tessel
