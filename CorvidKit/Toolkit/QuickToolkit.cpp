@@ -53,6 +53,7 @@ QuickToolkit::QuickToolkit(const Surroundings& surroundings, ViewBuilder build, 
     std::setlocale(LC_NUMERIC, "C"); // NOLINT(concurrency-mt-unsafe)
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tessel"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.corvid.Tessel"));
+    QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     loadFonts();
     if (surroundings.ownWindows == nullptr) {

@@ -49,6 +49,8 @@ FocusScope {
         onMoved: step => list.currentIndex = Math.max(0, Math.min(list.count - 1, list.currentIndex + step))
     }
     Card {
+        // As high as there is room.
+        implicitHeight: 0
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: field.bottom
