@@ -12,16 +12,19 @@ namespace {
 constexpr std::string_view table = "Tessel";
 constexpr std::string_view activeText = "Active · %lld shortcuts · %lld apps";
 
+/// A placeholder and what is put in its place.
+using Part = std::pair<std::string_view, std::string>;
+
 /// Puts two texts in the place of two placeholders, which are looked for in the order given or, if they are told apart,
 /// wherever they are. What is put in is not looked at again.
-std::string filled(std::string_view text, std::pair<std::string_view, std::string> first,
-                   std::pair<std::string_view, std::string> second) {
+std::string filled(std::string_view text, const Part& first, const Part& second) {
+    constexpr std::size_t none = std::string_view::npos;
     const std::size_t firstPlace = text.find(first.first);
-    const std::size_t after = first.first == second.first && firstPlace != text.npos ? firstPlace + 1 : 0;
+    const std::size_t after = first.first == second.first && firstPlace != none ? firstPlace + 1 : 0;
     const std::size_t secondPlace = text.find(second.first, after);
     std::string result(text);
-    const auto fill = [&result](std::size_t place, const std::pair<std::string_view, std::string>& value) {
-        if (place != std::string_view::npos) {
+    const auto fill = [&result](std::size_t place, const Part& value) {
+        if (place != none) {
             result.replace(place, value.first.size(), value.second);
         }
     };

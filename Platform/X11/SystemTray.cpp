@@ -237,7 +237,7 @@ void SystemTray::dock() {
 
 void SystemTray::describeWindow() const {
     xcb_connection_t* const raw = connection.raw();
-    constexpr std::string_view windowClass("tessel\0Tessel", 14);
+    constexpr std::string_view windowClass("tessel\0Tessel\0", 14);
     xcb_change_property(raw, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, windowClass.size(),
                         windowClass.data());
     xcb_change_property(raw, XCB_PROP_MODE_REPLACE, window, connection.atom(Atom::netWmName),
@@ -284,7 +284,9 @@ void SystemTray::paint() const {
     if (size != picture->size) {
         return;
     }
-    const corvid::CGRect place{{static_cast<double>((width - size) / 2), static_cast<double>((height - size) / 2)},
+    const int left = (width - size) / 2;
+    const int top = (height - size) / 2;
+    const corvid::CGRect place{{static_cast<double>(left), static_cast<double>(top)},
                                {static_cast<double>(size), static_cast<double>(size)}};
     if (looks.isTransparent()) {
         put(connection, window, graphics, looks.depth, place, premultipliedPixels(*picture, looks.colour));

@@ -91,6 +91,15 @@ int readNames(sd_bus_message* message, Wanted& names) {
     return result < 0 ? result : sd_bus_message_exit_container(message);
 }
 
+int readIds(sd_bus_message* message, std::vector<std::int32_t>& ids) {
+    int result = sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "i");
+    std::int32_t id = 0;
+    while (result >= 0 && (result = sd_bus_message_read(message, "i", &id)) > 0) {
+        ids.push_back(id);
+    }
+    return result < 0 ? result : sd_bus_message_exit_container(message);
+}
+
 int refuseId(sd_bus_error* error, std::int32_t id) {
     return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "there is no line %d", static_cast<int>(id));
 }
@@ -130,7 +139,8 @@ struct NotifierMenu::Methods {
         std::int32_t depth = 0;
         Wanted wanted;
         int result = sd_bus_message_read(call, "ii", &parent, &depth);
-        if (result < 0 || (result = readNames(call, wanted)) < 0) {
+        result = result < 0 ? result : readNames(call, wanted);
+        if (result < 0) {
             return result;
         }
         const auto properties = find(menu, parent);
@@ -158,17 +168,14 @@ struct NotifierMenu::Methods {
 
     static int getGroupProperties(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
         const NotifierMenu& menu = self(data);
-        std::set<std::int32_t> ids;
+        std::vector<std::int32_t> named;
         Wanted wanted;
-        int result = sd_bus_message_enter_container(call, SD_BUS_TYPE_ARRAY, "i");
-        std::int32_t id = 0;
-        while (result >= 0 && (result = sd_bus_message_read(call, "i", &id)) > 0) {
-            ids.insert(id);
-        }
-        if (result < 0 || (result = sd_bus_message_exit_container(call)) < 0 ||
-            (result = readNames(call, wanted)) < 0) {
+        int result = readIds(call, named);
+        result = result < 0 ? result : readNames(call, wanted);
+        if (result < 0) {
             return result;
         }
+        const std::set<std::int32_t> ids(named.begin(), named.end());
         sd_bus_message* raw = nullptr;
         result = sd_bus_message_new_method_return(call, &raw);
         if (result < 0) {
@@ -176,7 +183,7 @@ struct NotifierMenu::Methods {
         }
         const OwnedMessage reply(raw);
         sd_bus_message_open_container(raw, SD_BUS_TYPE_ARRAY, "(ia{sv})");
-        for (id = rootId; id <= static_cast<std::int32_t>(menu.lines.size()); ++id) {
+        for (std::int32_t id = rootId; id <= static_cast<std::int32_t>(menu.lines.size()); ++id) {
             if (!ids.empty() && !ids.contains(id)) {
                 continue;
             }
@@ -230,14 +237,13 @@ struct NotifierMenu::Methods {
     static int readEvent(sd_bus_message* call, std::int32_t& id, std::string& event) {
         const char* name = nullptr;
         int result = sd_bus_message_read(call, "is", &id, &name);
-        if (result > 0) {
-            event = name;
-            if ((result = sd_bus_message_skip(call, "v")) >= 0) {
-                std::uint32_t time = 0;
-                result = sd_bus_message_read(call, "u", &time);
-            }
+        if (result <= 0) {
+            return result;
         }
-        return result;
+        event = name;
+        result = sd_bus_message_skip(call, "v");
+        std::uint32_t time = 0;
+        return result < 0 ? result : sd_bus_message_read(call, "u", &time);
     }
 
     static int takeOneEvent(sd_bus_message* call, void* data, sd_bus_error* error) {
@@ -256,7 +262,8 @@ struct NotifierMenu::Methods {
         while (result >= 0 && (result = sd_bus_message_enter_container(call, SD_BUS_TYPE_STRUCT, "isvu")) > 0) {
             std::int32_t id = 0;
             std::string event;
-            if ((result = readEvent(call, id, event)) >= 0) {
+            result = readEvent(call, id, event);
+            if (result >= 0) {
                 events.emplace_back(id, std::move(event));
                 result = sd_bus_message_exit_container(call);
             }
@@ -300,15 +307,10 @@ struct NotifierMenu::Methods {
     }
 
     static int aboutToShowGroup(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
-        std::vector<std::int32_t> unknown;
-        int result = sd_bus_message_enter_container(call, SD_BUS_TYPE_ARRAY, "i");
-        std::int32_t id = 0;
-        while (result >= 0 && (result = sd_bus_message_read(call, "i", &id)) > 0) {
-            if (!find(self(data), id)) {
-                unknown.push_back(id);
-            }
-        }
-        return result < 0 ? result : replyWithIds(call, {{}, unknown});
+        std::vector<std::int32_t> ids;
+        const int result = readIds(call, ids);
+        std::erase_if(ids, [data](std::int32_t id) { return find(self(data), id).has_value(); });
+        return result < 0 ? result : replyWithIds(call, {{}, ids});
     }
 
     static int property(sd_bus* /*bus*/, const char* /*path*/, const char* /*interface*/, const char* name,

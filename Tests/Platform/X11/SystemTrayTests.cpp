@@ -50,7 +50,10 @@ protected:
     /// Waits for one more window that asks to be taken, and takes it.
     xcb_window_t takeNext() {
         const std::size_t before = owner->asked().size();
-        EXPECT_TRUE(followed.runUntil([&] { return owner->asked().size() > before; }));
+        if (!followed.runUntil([&] { return owner->asked().size() > before; })) {
+            ADD_FAILURE() << "no window asks to be taken";
+            return XCB_WINDOW_NONE;
+        }
         const xcb_window_t window = owner->asked().back();
         owner->embed(window, size);
         EXPECT_TRUE(followed.runUntil([this] { return place().isShown(); }));
