@@ -29,6 +29,7 @@ if [[ -e /usr/lib/$triplet/tessel/tessel-menu.so ]]; then
             rm "$file"
         fi
     done
+    mkdir /tmp/pictures
     tessel --snapshot /tmp/pictures
     if [[ ! -s /tmp/pictures/menu-en-shortcuts-light.png ]]; then
         echo "the interface does not draw itself; there are: $(ls /tmp/pictures)"
