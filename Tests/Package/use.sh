@@ -35,7 +35,6 @@ if [[ -e /usr/lib/$triplet/tessel/tessel-menu.so ]]; then
         echo "the interface does not draw itself; there are: $(ls /tmp/pictures)"
         exit 1
     fi
-    rm -r "/usr/lib/$triplet/qt6"
 fi
 
 # A desktop that starts it over the message bus.
@@ -51,12 +50,16 @@ if tessel --status; then
 fi
 gdbus call --session --dest org.corvid.Tessel --object-path /org/corvid/Tessel \
     --method org.freedesktop.Application.Activate '{}'
-program=$(pgrep --exact tessel | xargs -I PROCESS readlink /proc/PROCESS/exe)
+started=$(pgrep --exact tessel) || true
+program=$([[ -n $started ]] && readlink "/proc/$started/exe") || true
 if [[ $program != /usr/bin/tessel ]]; then
     echo "the message bus has started '$program'"
     exit 1
 fi
-tessel --status --json | grep --quiet "\"version\": *\"$version\""
+if ! tessel --status --json | grep --quiet "\"version\": *\"$version\""; then
+    echo 'what it has started is of another version'
+    exit 1
+fi
 tessel --quit
 if tessel --status; then
     echo 'it runs after it was ended'
