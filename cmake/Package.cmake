@@ -34,8 +34,7 @@ It works on X11 desktops whose window manager moves windows on request.")
 # Libraries are found in the files themselves. What the interface loads by name is not.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 if(TARGET tessel-menu)
-    set(CPACK_DEBIAN_PACKAGE_DEPENDS
-        "qml6-module-qtquick, qml6-module-qtquick-window, qml6-module-qtqml-workerscript")
+    set(CPACK_DEBIAN_PACKAGE_DEPENDS "qml6-module-qtquick, qml6-module-qtqml-workerscript")
 endif()
 # Addresses are opened by the desktop's portal, or by this.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, xdg-utils")

@@ -42,14 +42,13 @@ void OwnWindows::place(Number window, corvid::CGPoint topLeft) {
     connection.flush();
 }
 
-void OwnWindows::takeKeyboard(Number number) {
-    const auto window = static_cast<xcb_window_t>(number);
+void OwnWindows::takeKeyboard(Number window) {
     stopWaiting();
     // Selected before it is asked, so that its showing does not go unnoticed in between.
-    awaited = window;
-    selectEvents(window);
-    if (isViewable(window)) {
-        take(window);
+    awaited = static_cast<xcb_window_t>(window);
+    selectEvents(awaited);
+    if (isViewable(awaited)) {
+        take(awaited);
     } else {
         endOfPatience = mainActor.schedule(mainActor.now() + patience, patience / 10, [this] { stopWaiting(); });
     }

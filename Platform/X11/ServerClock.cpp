@@ -17,12 +17,14 @@ xcb_timestamp_t ServerClock::now() {
         xcb_create_window(connection.raw(), XCB_COPY_FROM_PARENT, window, connection.root(), -1, -1, 1, 1, 0,
                           XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
     }
-    xcb_change_property(connection.raw(), XCB_PROP_MODE_APPEND, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0,
-                        nullptr);
+    // The answer bears the number of the request: one that comes too late is not taken for the next one's.
+    const auto number = static_cast<std::uint16_t>(xcb_change_property(connection.raw(), XCB_PROP_MODE_APPEND, window,
+                                                                       XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0, nullptr)
+                                                       .sequence);
     xcb_timestamp_t time = XCB_CURRENT_TIME;
     const bool hasCome = connection.waitForEvent(connection.turnEnd(), [&](const xcb_generic_event_t& event) {
         const auto* changed = eventAs<xcb_property_notify_event_t>(event, XCB_PROPERTY_NOTIFY);
-        if (changed == nullptr || changed->window != window) {
+        if (changed == nullptr || changed->window != window || changed->sequence != number) {
             return false;
         }
         time = changed->time;

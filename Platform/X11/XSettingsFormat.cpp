@@ -91,10 +91,11 @@ bool readSetting(Reader& reader, XSettings& settings) {
     case Kind::string: {
         const auto length = reader.number(4);
         auto value = length ? reader.text(*length) : std::nullopt;
-        if (value) {
-            settings.insert_or_assign(*std::move(name), *std::move(value));
+        if (!value) {
+            return false;
         }
-        return value.has_value();
+        settings.insert_or_assign(*std::move(name), *std::move(value));
+        return true;
     }
     case Kind::color:
         return reader.skip(sizeOfColor);

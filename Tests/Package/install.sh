@@ -46,11 +46,12 @@ inside() {
 
 # One that is installed here already is not the one to look at.
 inside dpkg --purge tessel >/dev/null 2>&1 || true
+cp "$package" "$root/tmp/tessel.deb"
+cp "$here/keep-dependencies.sh" "$here/use.sh" "$root/tmp"
+inside /tmp/keep-dependencies.sh /tmp/tessel.deb
 cp --archive "$written" "$mounts/before"
 
-cp "$package" "$root/tmp/tessel.deb"
 inside dpkg --install /tmp/tessel.deb
-cp "$here/use.sh" "$root/tmp/use.sh"
 inside /tmp/use.sh "$version"
 inside dpkg --purge tessel
 
@@ -63,10 +64,13 @@ while read -r -d '' path; do
     if [[ -e $mounts/before/$path ]]; then
         before=$mounts/before/$path
     fi
-    if [[ ! $path =~ ^($caches)$ ]] && ! { [[ -d $written/$path && -d $before ]] || cmp --quiet "$written/$path" "$before"; }; then
-        echo "/$path is left behind, or not what it was"
-        left=1
+    # What was taken away stands there as a device.
+    if [[ $path =~ ^($caches)$ || (-d $written/$path && -d $before) || (-c $written/$path && -c $before) ]] ||
+        cmp --quiet "$written/$path" "$before"; then
+        continue
     fi
+    echo "/$path is left behind, or not what it was"
+    left=1
 done < <(find "$written" -mindepth 1 -printf '%P\0')
 ((left == 0))
 if inside dpkg-query --show tessel 2>/dev/null; then

@@ -15,26 +15,14 @@ if [[ $told != "tessel $version" ]]; then
     exit 1
 fi
 
-# The interface finds what it loads by name among what the package depends on: what else is installed of the toolkit is
-# taken away.
-triplet=$(dpkg-architecture -q DEB_HOST_MULTIARCH)
-if [[ -e /usr/lib/$triplet/tessel/tessel-menu.so ]]; then
-    depends=$(dpkg-query --show --showformat '${Depends}' tessel | sed 's/([^)]*)//g; s/[,|]/ /g')
-    # shellcheck disable=SC2086
-    apt-cache depends --recurse --installed --no-recommends --no-suggests --no-conflicts --no-breaks --no-replaces \
-        --no-enhances $depends | sed 's/^[ |]*\([A-Za-z]*: \)\?//; s/[<>]//g; s/:.*//' | sort --unique >/tmp/depended
-    find "/usr/lib/$triplet/qt6/qml" "/usr/lib/$triplet/qt6/plugins" ! -type d | while read -r file; do
-        owner=$(dpkg-query --search "$file" | sed 's/:.*//')
-        if ! grep --quiet --line-regexp --fixed-strings "$owner" /tmp/depended; then
-            rm "$file"
-        fi
-    done
+# The interface finds all that it loads.
+if [[ -e /usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/tessel/tessel-menu.so ]]; then
+    mkdir /tmp/pictures
     tessel --snapshot /tmp/pictures
     if [[ ! -s /tmp/pictures/menu-en-shortcuts-light.png ]]; then
         echo "the interface does not draw itself; there are: $(ls /tmp/pictures)"
         exit 1
     fi
-    rm -r "/usr/lib/$triplet/qt6"
 fi
 
 # A desktop that starts it over the message bus.
@@ -50,12 +38,16 @@ if tessel --status; then
 fi
 gdbus call --session --dest org.corvid.Tessel --object-path /org/corvid/Tessel \
     --method org.freedesktop.Application.Activate '{}'
-program=$(pgrep --exact tessel | xargs -I PROCESS readlink /proc/PROCESS/exe)
+started=$(pgrep --exact tessel) || true
+program=$([[ -n $started ]] && readlink "/proc/$started/exe") || true
 if [[ $program != /usr/bin/tessel ]]; then
     echo "the message bus has started '$program'"
     exit 1
 fi
-tessel --status --json | grep --quiet "\"version\": *\"$version\""
+if ! tessel --status --json | grep --quiet "\"version\": *\"$version\""; then
+    echo 'what it has started is of another version'
+    exit 1
+fi
 tessel --quit
 if tessel --status; then
     echo 'it runs after it was ended'
