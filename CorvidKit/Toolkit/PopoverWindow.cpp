@@ -115,7 +115,9 @@ void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
     frame->setProperty("isBlended", surroundings.ownWindows->areBlended());
     frame->setProperty("isAnimated", animates);
     Environment::of(engine).setUsingKeyboard(false);
-    QMetaObject::invokeMethod(content.get(), "appear");
+    if (content->metaObject()->indexOfMethod("appear()") >= 0) {
+        QMetaObject::invokeMethod(content.get(), "appear");
+    }
     window->create();
     place();
     QMetaObject::invokeMethod(frame.get(), "appear");

@@ -37,7 +37,7 @@ void ApplicationList::toggle(int row) {
     if (!chosen.insert(application->id()).second) {
         chosen.erase(application->id());
     }
-    Q_EMIT dataChanged(index(row), index(row), {ChosenRole});
+    Q_EMIT dataChanged(index(row), index(row), {chosenRole});
     Q_EMIT chosenCountChanged();
 }
 
@@ -68,11 +68,11 @@ QVariant ApplicationList::data(const QModelIndex& index, int role) const {
         return {};
     }
     switch (role) {
-    case NameRole:
+    case nameRole:
         return QString::fromStdString(application->name);
-    case IconRole:
+    case iconRole:
         return imageSource(application->icon);
-    case ChosenRole:
+    case chosenRole:
         return chosen.contains(application->id());
     default:
         return {};
@@ -80,7 +80,7 @@ QVariant ApplicationList::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> ApplicationList::roleNames() const {
-    return {{NameRole, "name"}, {IconRole, "icon"}, {ChosenRole, "isChosen"}};
+    return {{nameRole, "name"}, {iconRole, "icon"}, {chosenRole, "isChosen"}};
 }
 
 } // namespace tessel

@@ -23,7 +23,7 @@ class ApplicationList final : public QAbstractListModel {
     Q_PROPERTY(int chosenCount READ chosenCount NOTIFY chosenCountChanged)
 
 public:
-    enum Role { NameRole = Qt::UserRole, IconRole, ChosenRole };
+    enum Role { nameRole = Qt::UserRole, iconRole, chosenRole };
 
     explicit ApplicationList(std::vector<InstalledApplication> applications, QObject* parent = nullptr);
 

@@ -175,7 +175,7 @@ void MenuState::addRunningApp(const QString& bundleID) {
 
 void MenuState::setRule(const QString& bundleID, const QString& action) {
     if (const auto wanted = WindowAction::fromRawValue(action.toStdString())) {
-        state.setRule(bundleID.toStdString(), *wanted);
+        state.setRule(bundleID.toStdString(), wanted);
     }
 }
 

@@ -33,7 +33,8 @@ class MenuState final : public QObject {
     Q_PROPERTY(QString permissionMessage READ permissionMessage CONSTANT)
 
 public:
-    enum Status { Paused, WaitingForPermission, ShortcutsTaken, Active };
+    // Views find only names that begin with a capital.
+    enum Status { Paused, WaitingForPermission, ShortcutsTaken, Active }; // NOLINT(readability-identifier-naming)
     Q_ENUM(Status)
 
     /// `state` must outlive this.

@@ -52,13 +52,13 @@ QVariant RuleAppModel::data(const QModelIndex& index, int role) const {
     }
     const RuleApp& row = rows[static_cast<std::size_t>(index.row())];
     switch (role) {
-    case BundleIDRole:
+    case bundleIDRole:
         return QString::fromStdString(row.bundleID);
-    case NameRole:
+    case nameRole:
         return QString::fromStdString(row.name);
-    case IconRole:
+    case iconRole:
         return row.icon ? imageSource(*row.icon) : QString();
-    case ActionRole:
+    case actionRole:
         return QString::fromUtf8(row.action.rawValue());
     default:
         return {};
@@ -66,7 +66,7 @@ QVariant RuleAppModel::data(const QModelIndex& index, int role) const {
 }
 
 QHash<int, QByteArray> RuleAppModel::roleNames() const {
-    return {{BundleIDRole, "bundleID"}, {NameRole, "name"}, {IconRole, "icon"}, {ActionRole, "actionID"}};
+    return {{bundleIDRole, "bundleID"}, {nameRole, "name"}, {iconRole, "icon"}, {actionRole, "actionID"}};
 }
 
 } // namespace tessel

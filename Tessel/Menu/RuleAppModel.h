@@ -12,7 +12,7 @@ class RuleAppModel final : public QAbstractListModel {
     Q_OBJECT
 
 public:
-    enum Role { BundleIDRole = Qt::UserRole, NameRole, IconRole, ActionRole };
+    enum Role { bundleIDRole = Qt::UserRole, nameRole, iconRole, actionRole };
 
     using QAbstractListModel::QAbstractListModel;
 

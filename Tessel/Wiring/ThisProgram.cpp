@@ -27,7 +27,7 @@ std::filesystem::path iconFolder() {
 
 std::filesystem::path menuPlugin() {
     constexpr const char* file = "tessel-menu.so";
-    std::filesystem::path beside = platform::linux::programFolder() / file;
+    const std::filesystem::path beside = platform::linux::programFolder() / file;
     std::error_code error;
     return std::filesystem::exists(beside, error) ? beside
                                                   : platform::linux::programFolder() / TESSEL_PLUGIN_FOLDER / file;

@@ -1,0 +1,94 @@
+#include "CorvidKit/Toolkit/LoopPump.h"
+#include "Platform/Linux/MainLoop.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTimer>
+#include <chrono>
+#include <memory>
+#include <vector>
+
+namespace corvid::toolkit {
+namespace {
+
+using namespace std::chrono_literals;
+using platform::linux::MainLoop;
+
+TEST(LoopPump, TimersOfTheMainLoopFireInQtsLoop) {
+    MainLoop mainLoop;
+    int count = 0;
+    std::unique_ptr<platform::ScheduledWork> timer;
+    // Each one sets the next, so that none can do without the one before.
+    std::function<void()> next = [&] {
+        if (++count == 5) {
+            mainLoop.end(0);
+            return;
+        }
+        timer = mainLoop.schedule(mainLoop.now() + 5ms, 1ms, next);
+    };
+    mainLoop.continueIn([&] {
+        const LoopPump pump(mainLoop);
+        next();
+        QCoreApplication::exec();
+    });
+    EXPECT_EQ(mainLoop.run(), 0);
+    EXPECT_EQ(count, 5);
+}
+
+TEST(LoopPump, BothLoopsTurnSideBySide) {
+    MainLoop mainLoop;
+    std::vector<std::string> order;
+    mainLoop.continueIn([&] {
+        const LoopPump pump(mainLoop);
+        // A piece of work of the one leads to a piece of work of the other, and back.
+        mainLoop.post([&] {
+            order.emplace_back("main loop");
+            QTimer::singleShot(0, [&] {
+                order.emplace_back("Qt");
+                mainLoop.post([&] {
+                    order.emplace_back("main loop again");
+                    mainLoop.end(3);
+                });
+            });
+        });
+        QCoreApplication::exec();
+    });
+    EXPECT_EQ(mainLoop.run(), 3);
+    EXPECT_EQ(order, (std::vector<std::string>{"main loop", "Qt", "main loop again"}));
+}
+
+TEST(LoopPump, AMainLoopThatHasALotToDoLeavesQtItsTurns) {
+    MainLoop mainLoop;
+    bool hasQtRun = false;
+    int turns = 0;
+    std::function<void()> again = [&] {
+        ++turns;
+        if (!hasQtRun) {
+            mainLoop.post(again);
+        } else {
+            mainLoop.end(0);
+        }
+    };
+    mainLoop.continueIn([&] {
+        const LoopPump pump(mainLoop);
+        QTimer::singleShot(0, [&] { hasQtRun = true; });
+        mainLoop.post(again);
+        QCoreApplication::exec();
+    });
+    EXPECT_EQ(mainLoop.run(), 0);
+    EXPECT_TRUE(hasQtRun);
+    EXPECT_GT(turns, 0);
+}
+
+TEST(LoopPump, AHostThatReturnsLeavesTheMainLoopRunning) {
+    MainLoop mainLoop;
+    bool hasRun = false;
+    mainLoop.continueIn([&] { mainLoop.post([&] { hasRun = true, mainLoop.end(0); }); });
+    EXPECT_EQ(mainLoop.run(), 0);
+    EXPECT_TRUE(hasRun);
+}
+
+} // namespace
+} // namespace corvid::toolkit

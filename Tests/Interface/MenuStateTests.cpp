@@ -1,0 +1,146 @@
+#include "CorvidKit/HotKeys.h"
+#include "Platform/Simulated/Desktop.h"
+#include "Tessel/AppState.h"
+#include "Tessel/Menu/MenuState.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <chrono>
+#include <optional>
+#include <string>
+
+namespace tessel {
+namespace {
+
+using namespace std::chrono_literals;
+
+class Menu : public testing::Test {
+protected:
+    MenuState& make() {
+        state.emplace(desktop.standardUserDefaults, false, dispatcher);
+        shown.emplace(*state);
+        return *shown;
+    }
+
+    platform::simulated::Desktop desktop;
+    corvid::HotKeyDispatcher dispatcher;
+    std::optional<AppState> state;
+    std::optional<MenuState> shown;
+};
+
+TEST_F(Menu, SaysHowTheProgramStands) {
+    MenuState& menu = make();
+    desktop.mainActor.run();
+    EXPECT_EQ(menu.status(), MenuState::Active);
+    EXPECT_EQ(menu.statusText(), QString::fromUtf8("Active · 6 shortcuts · 0 apps"));
+    state->setRule("org.example.Editor", WindowAction::center);
+    EXPECT_EQ(menu.statusText(), QString::fromUtf8("Active · 6 shortcuts · 1 apps"));
+    menu.setEnabled(false);
+    EXPECT_EQ(menu.status(), MenuState::Paused);
+    EXPECT_EQ(menu.statusText(), "Paused");
+    EXPECT_FALSE(state->isEnabled());
+}
+
+TEST_F(Menu, SaysWhatIsMissing) {
+    desktop.accessibility.isTrusted = false;
+    MenuState& menu = make();
+    EXPECT_EQ(menu.status(), MenuState::WaitingForPermission);
+    EXPECT_EQ(menu.statusText(), "Waiting for permission");
+    EXPECT_FALSE(menu.hasAccessibility());
+    QSignalSpy changes(&menu, &MenuState::changed);
+    desktop.accessibility.isTrusted = true;
+    desktop.mainActor.advance(2s);
+    EXPECT_TRUE(menu.hasAccessibility());
+    EXPECT_GE(changes.count(), 1);
+}
+
+TEST_F(Menu, NamesTheShortcutsThatAreTaken) {
+    const corvid::Shortcut taken = WindowAction(WindowAction::center).shortcut();
+    desktop.hotKeyEvents.refuse(taken.keyCode, taken.modifiers);
+    MenuState& menu = make();
+    EXPECT_EQ(menu.status(), MenuState::ShortcutsTaken);
+    EXPECT_EQ(menu.statusText(), "Some shortcuts are taken");
+    EXPECT_EQ(menu.failedShortcuts(), QStringList{"center"});
+}
+
+TEST_F(Menu, TellsOfAChangeOnceItIsThere) {
+    MenuState& menu = make();
+    desktop.mainActor.run();
+    QString told;
+    int count = 0;
+    QObject::connect(&menu, &MenuState::changed, [&] {
+        told = menu.statusText();
+        ++count;
+    });
+    state->setEnabled(false);
+    EXPECT_EQ(count, 0) << "not before the change";
+    desktop.mainActor.run();
+    EXPECT_EQ(count, 1) << "once, however much changed";
+    EXPECT_EQ(told, "Paused");
+}
+
+TEST_F(Menu, ListsTheActionsInTheirOrderWithTheirKeys) {
+    const QVariantList actions = make().actions();
+    ASSERT_EQ(actions.size(), 6);
+    QStringList titles;
+    for (const QVariant& action : actions) {
+        titles.append(action.toMap()["title"].toString());
+    }
+    EXPECT_EQ(titles,
+              (QStringList{"Left half", "Right half", "Maximize", "Almost maximize", "Maximize height", "Center"}));
+    const QVariantMap left = actions.first().toMap();
+    EXPECT_EQ(left["id"], "leftHalf");
+    EXPECT_EQ(left["symbol"], "rectangle.lefthalf.filled");
+    EXPECT_EQ(left["keys"].toStringList(), (QStringList{"⌃", "⌥", "←"}));
+    EXPECT_EQ(left["spokenKeys"], QString::fromUtf8("Ctrl+Alt+←"));
+    EXPECT_EQ(shown->ruleActions().size(), 2);
+}
+
+TEST_F(Menu, NewRulesMaximize) {
+    MenuState& menu = make();
+    menu.addRunningApp("org.example.Editor");
+    EXPECT_EQ(state->rules(), (Prefs::Rules{{"org.example.Editor", WindowAction::maximize}}));
+    menu.addRunningApp("");
+    EXPECT_EQ(state->rules().size(), 1U);
+}
+
+TEST_F(Menu, RulesChangeAndGo) {
+    MenuState& menu = make();
+    menu.setRule("org.example.Editor", "center");
+    EXPECT_EQ(state->rules(), (Prefs::Rules{{"org.example.Editor", WindowAction::center}}));
+    desktop.mainActor.run();
+    EXPECT_EQ(menu.ruleApps()->rowCount(), 1);
+    menu.setRule("org.example.Editor", "no action of that name");
+    EXPECT_EQ(state->rules(), (Prefs::Rules{{"org.example.Editor", WindowAction::center}}));
+    menu.removeRule("org.example.Editor");
+    EXPECT_TRUE(state->rules().empty());
+    desktop.mainActor.run();
+    EXPECT_EQ(menu.ruleApps()->rowCount(), 0);
+}
+
+TEST_F(Menu, ChoosingAsksThePanelForApplicationsToMaximize) {
+    MenuState& menu = make();
+    menu.chooseApp();
+    ASSERT_TRUE(desktop.openPanel.shown.has_value());
+    EXPECT_TRUE(desktop.openPanel.shown->allowsMultipleSelection);
+    EXPECT_EQ(desktop.openPanel.shown->prompt, "Add");
+}
+
+TEST_F(Menu, QuittingEndsTheProgram) {
+    MenuState& menu = make();
+    desktop.trace.clear();
+    menu.quit();
+    EXPECT_EQ(desktop.trace.take(), std::vector<std::string>{"terminate this program"});
+}
+
+TEST_F(Menu, MayGoBeforeItCouldTell) {
+    make();
+    state->setEnabled(false);
+    shown.reset();
+    desktop.mainActor.run();
+    EXPECT_FALSE(state->isEnabled());
+}
+
+} // namespace
+} // namespace tessel

@@ -1,0 +1,168 @@
+#include "CorvidKit/Toolkit/PopoverWindow.h"
+#include "Platform/HostedLoop.h"
+#include "Platform/Simulated/Desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QQmlEngine>
+#include <QTest>
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace corvid::toolkit {
+namespace {
+
+using Anchor = platform::Popover::Anchor;
+using Edge = platform::Popover::Edge;
+
+class NoLoop final : public platform::HostedLoop {
+public:
+    [[nodiscard]] int descriptor() const override { return -1; }
+
+    [[nodiscard]] bool serve() override { return true; }
+};
+
+class Hanging : public testing::Test {
+protected:
+    void SetUp() override {
+        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        popover.setContentView(std::make_shared<platform::View>());
+        popover.setBehavior(platform::Popover::Behavior::transient);
+    }
+
+    void open() {
+        popover.show({.rect = CGRect{{500, 1070}, {0, 0}}, .isAtPointer = true}, Edge::minY);
+        popover.makeKey();
+        QCoreApplication::processEvents();
+    }
+
+    /// The one window that is shown.
+    static QQuickWindow* window() {
+        for (QWindow* each : QGuiApplication::topLevelWindows()) {
+            if (each->isVisible()) {
+                return qobject_cast<QQuickWindow*>(each);
+            }
+        }
+        return nullptr;
+    }
+
+    bool wasTold(const std::string& what) {
+        return std::ranges::any_of(desktop.trace.lines(),
+                                   [&](const std::string& line) { return line.starts_with(what); });
+    }
+
+    static std::unique_ptr<QQuickItem> makeContent(QSizeF size) {
+        auto item = std::make_unique<QQuickItem>();
+        item->setImplicitWidth(size.width());
+        item->setImplicitHeight(size.height());
+        return item;
+    }
+
+    platform::simulated::Desktop desktop;
+    NoLoop loop;
+    QQmlEngine engine;
+    QQuickItem* content = nullptr;
+    int made = 0;
+    PopoverWindow popover{{.mainLoop = loop,
+                           .appearance = desktop.appearance,
+                           .ownWindows = &desktop.ownWindows,
+                           .screens = desktop.screens,
+                           .languages = {}},
+                          engine,
+                          [this](const platform::View& /*view*/, QQmlEngine& /*engine*/) {
+                              ++made;
+                              auto item = makeContent({300, 200});
+                              content = item.get();
+                              return item;
+                          }};
+};
+
+TEST_F(Hanging, MakesNothingBeforeItIsFirstShown) {
+    EXPECT_TRUE(popover.hasContentView());
+    EXPECT_FALSE(popover.isShown());
+    EXPECT_EQ(made, 0);
+    open();
+    EXPECT_TRUE(popover.isShown());
+    EXPECT_EQ(made, 1);
+}
+
+TEST_F(Hanging, KeepsWhatItMadeForTheNextTime) {
+    open();
+    popover.performClose();
+    EXPECT_FALSE(popover.isShown());
+    open();
+    EXPECT_TRUE(popover.isShown());
+    EXPECT_EQ(made, 1);
+}
+
+TEST_F(Hanging, IsAsLargeAsItsContentAndItsShadow) {
+    open();
+    ASSERT_NE(window(), nullptr);
+    EXPECT_EQ(window()->size(), QSize(340, 240)) << "20 points of shadow on each side";
+    content->setImplicitHeight(100);
+    EXPECT_EQ(window()->size(), QSize(340, 140));
+}
+
+TEST_F(Hanging, HasNoShadowWhereNothingShinesThrough) {
+    desktop.ownWindows.hasCompositor = false;
+    open();
+    ASSERT_NE(window(), nullptr);
+    EXPECT_EQ(window()->size(), QSize(300, 200));
+}
+
+TEST_F(Hanging, IsPlacedBelowItsAnchorAndGivenTheKeyboard) {
+    desktop.screens.attach({{.frame = {{0, 0}, {1920, 1080}}, .visibleFrame = {{0, 0}, {1920, 1056}}}});
+    open();
+    // The plate's left edge is at 350, its upper one 6 below the visible frame's, 30 from the top; the shadow goes 20
+    // beyond.
+    EXPECT_TRUE(wasTold("place window " + std::to_string(window()->winId()) + " at (330, 10)"))
+        << testing::PrintToString(desktop.trace.lines());
+    EXPECT_TRUE(wasTold("give window"));
+}
+
+TEST_F(Hanging, APressBesideItClosesIt) {
+    open();
+    QTest::mouseClick(window(), Qt::LeftButton, {}, QPoint(100, 100));
+    EXPECT_TRUE(popover.isShown());
+    QTest::mousePress(window(), Qt::LeftButton, {}, QPoint(5, 100));
+    EXPECT_FALSE(popover.isShown()) << "on the shadow";
+    open();
+    QTest::mousePress(window(), Qt::LeftButton, {}, QPoint(-500, 700));
+    EXPECT_FALSE(popover.isShown()) << "far away";
+}
+
+TEST_F(Hanging, EscapeClosesIt) {
+    open();
+    QTest::keyClick(window(), Qt::Key_Escape);
+    EXPECT_FALSE(popover.isShown());
+}
+
+TEST_F(Hanging, ShowingItTwiceIsShowingItOnce) {
+    open();
+    desktop.trace.clear();
+    popover.show({}, Edge::minY);
+    EXPECT_FALSE(wasTold("place window"));
+}
+
+TEST_F(Hanging, AnotherViewTakesThePlaceOfTheFirst) {
+    open();
+    popover.setContentView(std::make_shared<platform::View>());
+    EXPECT_FALSE(popover.isShown());
+    open();
+    EXPECT_EQ(made, 2);
+}
+
+TEST_F(Hanging, WithoutAScreenItStaysWhereItIs) {
+    desktop.screens.attach({});
+    open();
+    EXPECT_TRUE(popover.isShown());
+    EXPECT_FALSE(wasTold("place window"));
+}
+
+} // namespace
+} // namespace corvid::toolkit
