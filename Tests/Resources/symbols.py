@@ -61,7 +61,8 @@ def named_symbols(root: Path, families: set[str]) -> list[tuple[str, int, str]]:
         for number, line in enumerate(file.read_text(encoding="utf-8").splitlines(), start=1):
             is_about_symbols = SPEAKS_OF_A_SYMBOL.search(line) is not None
             for name in QUOTED.findall(line):
-                if is_about_symbols or ("." in name and name.split(".")[0] in families):
+                # The property that holds a name is not one.
+                if name != "symbol" and is_about_symbols or ("." in name and name.split(".")[0] in families):
                     found.append((file.relative_to(root).as_posix(), number, name))
     return found
 
