@@ -20,6 +20,19 @@ PLACES = {
     "NumLock": 77,
     "Super": 133,
     "KeypadLeft": 83,
+    "Escape": 9,
+    "Tab": 23,
+    "Shift": 50,
+    "Return": 36,
+    "Space": 65,
+    "A": 38,
+    "E": 26,
+    "M": 58,
+    "O": 32,
+    "P": 33,
+    "Q": 24,
+    "S": 39,
+    "U": 30,
 }
 
 # The last key of each action's shortcut; Control and Alt come before it.
