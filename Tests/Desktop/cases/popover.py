@@ -6,7 +6,7 @@ from pathlib import Path
 from harness import servers
 from harness.applications import APPLICATIONS, own_window
 from harness.desktop import Desktop
-from harness.grabs import held_by_others
+from harness.grabs import all_held, held_by_others
 from harness.monitors import Monitors
 from harness.picture import screen
 from harness.popover import GAP, WIDTH, Popover
@@ -37,6 +37,13 @@ def with_panel(desktop: Desktop):
     return product, Popover(desktop, product)
 
 
+def click_item(desktop: Desktop) -> None:
+    """Clicks it as a hand does, that is there before it clicks."""
+    desktop.keyboard.point(*ITEM)
+    desktop.windows.fence()
+    desktop.keyboard.click(*ITEM)
+
+
 def mapped(product, *names: str) -> list[str]:
     """Which of the libraries the process has in its memory."""
     maps = Path(f"/proc/{product.process.pid}/maps").read_text()
@@ -50,9 +57,9 @@ def is_within(inner: Rect, outer: Rect) -> bool:
     )
 
 
-def stays_closed(desktop: Desktop, product, popover: Popover) -> None:
+def stays_closed(desktop: Desktop, product, popover: Popover, when: str = "") -> None:
     """What was clicked or pressed has been dealt with, and nothing has opened it again."""
-    popover.until_closed()
+    popover.until_closed(when=when)
     desktop.windows.fence()
     product.until_at_rest()
     assert not popover.is_open(), "the popover opened again"
@@ -66,8 +73,8 @@ def a_click_on_the_item_opens_it_and_everything_else_closes_it(program, manager)
         product, popover = with_panel(desktop)
         work_area = until(desktop.windows.work_area, "the work area")
         for way in ("the item again", "outside", "Escape", "another window"):
-            desktop.keyboard.click(*ITEM)
-            frame = popover.until_open(10.0)
+            click_item(desktop)
+            frame = popover.until_open(10.0, f", to be closed by {way}")
             assert frame.width == WIDTH, f"{frame.width} wide"
             assert is_within(frame, work_area), f"{frame} is not within {work_area}"
             assert frame.y - work_area.y == GAP, f"{frame} does not hang at the panel"
@@ -80,7 +87,7 @@ def a_click_on_the_item_opens_it_and_everything_else_closes_it(program, manager)
                 desktop.keyboard.chord("Escape")
             else:
                 desktop.windows.activate(editor.window)
-            stays_closed(desktop, product, popover)
+            stays_closed(desktop, product, popover, f" by {way}")
             desktop.windows.activate(editor.window)
         desktop.press(product, "rightHalf")
         until(lambda: desktop.windows.frame(editor.window).x == 960, "the keys to work afterwards")
@@ -93,7 +100,7 @@ def closed_with_escape_it_gives_the_keyboard_back(program):
         editor = desktop.open(APPLICATIONS["mousepad"])
         product, popover = with_panel(desktop)
         for _ in range(3):
-            desktop.keyboard.click(*ITEM)
+            click_item(desktop)
             popover.until_open(10.0)
             desktop.keyboard.chord("Escape")
             popover.until_closed()
@@ -144,11 +151,17 @@ def the_toolkit_comes_with_the_first_opening_and_all_else_goes_on(program):
         for action, x in (("rightHalf", 960), ("leftHalf", 0)):
             run_to_end(desktop.session, program)
             popover.until_open(10.0)
+            # As long as the popover has the keyboard there is no window for a shortcut to act on.
+            before = desktop.windows.frame(editor.window)
             desktop.press(product, action)
-            until_equal(lambda: desktop.windows.frame(editor.window).x, x, "the editor's place while it is open")
+            assert desktop.windows.frame(editor.window) == before, "a shortcut moved a window without the keyboard"
             assert popover.is_open(), "a shortcut closed the popover"
+            assert held_by_others(desktop.server.display) == all_held(), "keys are free while it is open"
             desktop.keyboard.chord("Escape")
             popover.until_closed()
+            until(lambda: desktop.windows.active() == editor.window, "the editor to be active again")
+            desktop.press(product, action)
+            until_equal(lambda: desktop.windows.frame(editor.window).x, x, "the editor's place after it was open")
         assert mapped(product, *TOOLKIT) == list(TOOLKIT)
         # A window opens while the popover is there, and is placed.
         run_to_end(desktop.session, program)

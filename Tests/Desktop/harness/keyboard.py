@@ -92,8 +92,12 @@ class Keyboard:
             self.chord(key)
         assert bool(self.modifiers() & mask) == on, f"{key} did not go {'on' if on else 'off'}"
 
-    def click(self, x: int, y: int) -> None:
+    def point(self, x: int, y: int) -> None:
         xtest.fake_input(self.connection, X.MotionNotify, x=x, y=y)
+        self.delivered()
+
+    def click(self, x: int, y: int) -> None:
+        self.point(x, y)
         xtest.fake_input(self.connection, X.ButtonPress, 1)
         xtest.fake_input(self.connection, X.ButtonRelease, 1)
         self.delivered()

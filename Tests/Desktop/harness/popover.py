@@ -53,15 +53,15 @@ class Popover:
     def is_open(self) -> bool:
         return self.window() is not None
 
-    def until_open(self, seconds: float = 5.0) -> Rect:
+    def until_open(self, seconds: float = 5.0, when: str = "") -> Rect:
         """Its frame, once it is there, has the keyboard and is drawn."""
-        until(self.frame, "the popover to open", seconds, self.product.errors)
-        until(self.has_keyboard, "the popover to have the keyboard", seconds)
+        until(self.frame, f"the popover to open{when}", seconds, self.product.errors)
+        until(self.has_keyboard, f"the popover to have the keyboard{when}", seconds)
         self.until_drawn(seconds)
         return self.frame()
 
-    def until_closed(self, seconds: float = 5.0) -> None:
-        until(lambda: not self.is_open(), "the popover to close", seconds)
+    def until_closed(self, seconds: float = 5.0, when: str = "") -> None:
+        until(lambda: not self.is_open(), f"the popover to close{when}", seconds)
 
     def has_keyboard(self) -> bool:
         focused = self.desktop.windows.connection.get_input_focus().focus
