@@ -7,7 +7,6 @@ from .rect import Rect
 from .tray import call
 from .waiting import until
 
-ITEM = "/StatusNotifierItem"
 # In points; the plate's shadow lies around it where the window lets through what is behind.
 WIDTH, SHADOW = 340, 20
 # What is nearer to the panel than this would touch it.
@@ -91,11 +90,10 @@ class Popover:
 
     # How it is opened and used
 
-    def ask_item(self, items: list[str], x: int = 0, y: int = 0) -> None:
-        """Clicks the item on the bus at that place of the screen."""
-        (item,) = items
-        answer = call(self.desktop, item, ITEM, "org.kde.StatusNotifierItem.Activate", str(x), str(y))
-        assert answer == "()", f"the click was answered with {answer!r}"
+    def ask_to_open(self) -> None:
+        """Asks for it over the bus."""
+        answer = call(self.desktop, "org.corvid.Tessel", "/org/corvid/Tessel", "org.corvid.Tessel1.Open")
+        assert answer == "()", f"asked to open, it answered {answer!r}"
 
     def type(self, *keys: str) -> None:
         """Presses keys one after the other and waits until they have been dealt with."""

@@ -1,0 +1,86 @@
+"""How the popover looks: light and dark, as large as the desktop's fonts, and as lean after a day as after a minute."""
+
+import os
+import sys
+from pathlib import Path
+
+from harness.desktop import Desktop
+from harness.popover import DARK, LIGHT, WIDTH, Popover
+from harness.product import run_to_end
+from harness.waiting import until
+
+from . import case, case_for_each
+
+SETTINGS_PORTAL = str(Path(__file__).resolve().parent.parent / "harness" / "settings_portal.py")
+# Private dirty memory after so many openings may be that much more than after the first ten, in KiB.
+WARM, MANY, MARGIN = 10, 500, 1024
+
+
+@case("desktop.popover.dark")
+def it_follows_the_colour_scheme_while_it_is_open(program):
+    with Desktop(program, name="popover.dark") as desktop:
+        desktop.start_window_manager("openbox")
+        scheme = desktop.session.directory / "scheme"
+        scheme.write_text("0")
+        portal = desktop.session.start([sys.executable, SETTINGS_PORTAL, str(scheme)], "portal")
+        product = desktop.launch()
+        popover = Popover(desktop, product)
+        run_to_end(desktop.session, program)
+        popover.until_open(10.0)
+        popover.until_background(LIGHT)
+        for preference, background in (("1", DARK), ("2", LIGHT), ("1", DARK), ("0", LIGHT), ("1", DARK)):
+            scheme.write_text(preference)
+            popover.until_background(background)
+            assert popover.is_open(), "it closed"
+        # Who does not say any more has no wish.
+        desktop.session.processes.end(portal)
+        popover.until_background(LIGHT)
+
+
+@case_for_each("desktop.popover.scale", (120, 144, 192))
+def it_is_as_large_as_the_fonts_of_the_desktop(program, dots):
+    with Desktop(program, name=f"popover.scale.{dots}") as desktop:
+        desktop.start_window_manager("openbox")
+        resources = desktop.session.directory / "resources"
+        resources.write_text(f"Xft.dpi: {dots}\n")
+        desktop.session.run(["xrdb", "-nocpp", "-merge", str(resources)])
+        product = desktop.launch()
+        scale = dots / 96
+        popover = Popover(desktop, product, scale)
+        run_to_end(desktop.session, program)
+        frame = popover.until_open(10.0)
+        assert frame.width == round(WIDTH * scale), f"{frame.width} wide"
+        right, bottom = frame.x + frame.width, frame.y + frame.height
+        assert frame.x >= 0 and frame.y >= 0 and right <= 1920 and bottom <= 1080, f"{frame} is not on the screen"
+        # Drawn as large, not stretched: its background reaches its edges.
+        picture = popover.picture()
+        far = (picture.width - round(7 * scale), picture.height - round(30 * scale))
+        assert picture.getpixel(far) == LIGHT, picture.getpixel(far)
+
+
+def private_dirty(process_id: int) -> int:
+    """KiB."""
+    rollup = Path(f"/proc/{process_id}/smaps_rollup").read_text().splitlines()
+    return int(next(line.split()[1] for line in rollup if line.startswith("Private_Dirty:")))
+
+
+@case("desktop.popover.five-hundred")
+def opened_and_closed_all_day_it_takes_no_more_memory(program):
+    with Desktop(program, name="popover.five-hundred") as desktop:
+        desktop.start_window_manager("openbox")
+        product = desktop.launch()
+        popover = Popover(desktop, product)
+        process_id = product.process.pid
+        figures = {}
+        for number in range(1, MANY + 1):
+            popover.ask_to_open()
+            until(popover.has_keyboard, f"opening {number}", 10.0)
+            desktop.keyboard.chord("Escape")
+            popover.until_closed()
+            if number in (WARM, MANY):
+                product.until_at_rest()
+                figures[number] = (private_dirty(process_id), len(os.listdir(f"/proc/{process_id}/fd")))
+        print(f"private dirty KiB and descriptors by openings: {figures}")
+        assert figures[MANY][0] <= figures[WARM][0] + MARGIN, f"memory grows: {figures}"
+        assert figures[MANY][1] <= figures[WARM][1], f"descriptors grow: {figures}"
+        assert product.errors() == "", product.errors()
