@@ -37,9 +37,9 @@ class Reader:
         return self.accessibility.until_tree(self.product.process.pid, condition, what)
 
     def focused(self, tree: Node) -> tuple[str, str] | None:
-        """Role and name of what has the keyboard; None for nothing, or for several. A menu has it with its entry."""
+        """Role and name of what has the keyboard; None for nothing, or for several. A list has it with its row."""
         has_it = lambda node: "focused" in node.states
-        found = [node for node in tree.all() if has_it(node) and not any(has_it(child) for child in node.children)]
+        found = [node for node in tree.all() if has_it(node) and sum(map(has_it, node.all())) == 1]
         return (found[0].role, found[0].name) if len(found) == 1 else None
 
     def until_focused(self, *wanted: tuple[str, str]) -> None:
@@ -148,11 +148,11 @@ def space_switches_the_program_and_its_start_off_and_on(program):
         reader.until_node(*LOGIN, without="checked")
 
 
-@case("desktop.popover.rules")
-def rules_are_added_changed_and_removed_with_the_keyboard(program):
+@case_for_each("desktop.popover.rules", ("openbox", "xfwm4", "kwin_x11"))
+def rules_are_added_changed_and_removed_with_the_keyboard(program, manager):
     require("mousepad", "mousepad")
-    with Desktop(program, name="popover.rules") as desktop:
-        desktop.start_window_manager("openbox")
+    with Desktop(program, name=f"popover.rules.{manager}") as desktop:
+        desktop.start_window_manager(manager)
         desktop.open(APPLICATIONS["xterm"])
         reader = Reader(desktop)
         reader.open()

@@ -2,14 +2,18 @@
 
 import os
 import sys
+from functools import partial
 from pathlib import Path
 
+from harness import servers
 from harness.desktop import Desktop
 from harness.popover import DARK, LIGHT, WIDTH, Popover
 from harness.product import run_to_end
+from harness.rect import Rect
 from harness.waiting import until
 
 from . import case, case_for_each
+from .popover import is_within
 
 SETTINGS_PORTAL = str(Path(__file__).resolve().parent.parent / "harness" / "settings_portal.py")
 # Private dirty memory after so many openings may be that much more than after the first ten, in KiB.
@@ -32,14 +36,17 @@ def it_follows_the_colour_scheme_while_it_is_open(program):
             scheme.write_text(preference)
             popover.until_background(background)
             assert popover.is_open(), "it closed"
-        # Who does not say any more has no wish.
+        # One that ends has not changed its mind.
         desktop.session.processes.end(portal)
-        popover.until_background(LIGHT)
+        product.until_at_rest()
+        assert popover.background() == DARK, popover.background()
 
 
 @case_for_each("desktop.popover.scale", (120, 144, 192))
 def it_is_as_large_as_the_fonts_of_the_desktop(program, dots):
-    with Desktop(program, name=f"popover.scale.{dots}") as desktop:
+    screen = Rect(0, 0, 3840, 2160)
+    server = partial(servers.virtual, width=screen.width, height=screen.height)
+    with Desktop(program, server, f"popover.scale.{dots}") as desktop:
         desktop.start_window_manager("openbox")
         resources = desktop.session.directory / "resources"
         resources.write_text(f"Xft.dpi: {dots}\n")
@@ -50,8 +57,7 @@ def it_is_as_large_as_the_fonts_of_the_desktop(program, dots):
         run_to_end(desktop.session, program)
         frame = popover.until_open(10.0)
         assert frame.width == round(WIDTH * scale), f"{frame.width} wide"
-        right, bottom = frame.x + frame.width, frame.y + frame.height
-        assert frame.x >= 0 and frame.y >= 0 and right <= 1920 and bottom <= 1080, f"{frame} is not on the screen"
+        assert is_within(frame, screen), f"{frame} is not on the screen"
         # Drawn as large, not stretched: its background reaches its edges.
         picture = popover.picture()
         far = (picture.width - round(7 * scale), picture.height - round(30 * scale))
