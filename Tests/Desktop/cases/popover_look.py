@@ -7,7 +7,7 @@ from pathlib import Path
 
 from harness import servers
 from harness.desktop import Desktop
-from harness.popover import DARK, LIGHT, WIDTH, Popover
+from harness.popover import BACKGROUND_AT, DARK, GAP, LIGHT, WIDTH, Popover
 from harness.product import run_to_end
 from harness.rect import Rect
 from harness.waiting import until
@@ -62,6 +62,32 @@ def it_is_as_large_as_the_fonts_of_the_desktop(program, dots):
         picture = popover.picture()
         far = (picture.width - round(7 * scale), picture.height - round(30 * scale))
         assert picture.getpixel(far) == LIGHT, picture.getpixel(far)
+
+
+@case("desktop.popover.opaque")
+def where_nothing_shines_through_it_is_all_there_at_once(program):
+    with Desktop(program, name="popover.opaque") as desktop:
+        desktop.start_window_manager("openbox")
+        backdrop = (0x2E, 0x6B, 0x57)
+        desktop.windows.paint_background(backdrop[0] << 16 | backdrop[1] << 8 | backdrop[2])
+        product = desktop.launch()
+        popover = Popover(desktop, product)
+        # Where it will be: there is no panel.
+        place = (1920 - GAP - WIDTH + BACKGROUND_AT[0], GAP + BACKGROUND_AT[1])
+        for number in range(8):
+            until(lambda: desktop.windows.pixel(*place) == backdrop, "the screen to be empty")
+            popover.ask_to_open()
+            seen = set()
+
+            def is_drawn() -> bool:
+                seen.add(desktop.windows.pixel(*place))
+                return LIGHT in seen
+
+            until(is_drawn, "the popover to be drawn", saw=lambda: seen)
+            assert seen <= {backdrop, LIGHT}, f"opening {number} went through {seen - {backdrop, LIGHT}}"
+            popover.until_open()
+            desktop.keyboard.chord("Escape")
+            popover.until_closed()
 
 
 def private_dirty(process_id: int) -> int:

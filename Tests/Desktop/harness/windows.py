@@ -124,6 +124,11 @@ class Windows:
         self.root.clear_area(0, 0, 0, 0)
         self.connection.sync()
 
+    def pixel(self, x: int, y: int) -> tuple[int, int, int]:
+        """What the screen shows there: red, green, blue."""
+        data = self.root.get_image(x, y, 1, 1, X.ZPixmap, 0xFFFFFFFF).data
+        return (data[2], data[1], data[0])
+
     # Requests, as a pager makes them
 
     def _ask(self, identifier: int, message: str, data: list[int]) -> None:
