@@ -7,7 +7,7 @@ from harness.grabs import all_held, held_by_others
 from harness.popover import Popover
 from harness.product import run_to_end
 from harness.skipping import require
-from harness.waiting import until
+from harness.waiting import until, until_equal
 
 from . import case, case_for_each
 from .remote import status_of
@@ -170,7 +170,7 @@ def rules_are_added_changed_and_removed_with_the_keyboard(program, manager):
         desktop.keyboard.chord("Return")
         reader.choose("Center")
         reader.until_focused(picker)
-        until(lambda: rules(desktop) == {"debian-xterm": "center"}, "the rule to be changed", saw=lambda: rules(desktop))
+        until_equal(lambda: rules(desktop), {"debian-xterm": "center"}, "the rules")
 
         reader.tab_to(ADD)
         desktop.keyboard.chord("Return")
@@ -192,7 +192,7 @@ def rules_are_added_changed_and_removed_with_the_keyboard(program, manager):
         reader.tab_to(picker)
         desktop.keyboard.chord("Space")
         reader.choose("Remove")
-        until(lambda: list(rules(desktop)) == ["org.xfce.mousepad"], "the rule to go", saw=lambda: rules(desktop))
+        until_equal(lambda: list(rules(desktop)), ["org.xfce.mousepad"], "the rules")
         desktop.keyboard.chord("Control", "Q")
         assert reader.product.ended() == 0, reader.product.errors()
         assert reader.product.errors() == "", reader.product.errors()

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""A desktop's settings portal that knows one setting, the colour scheme: the number in the file named on the command line.
+"""A desktop's settings portal that knows one setting, the colour scheme: the number in the file that it is started with.
 
 Tells whenever the number changes (XDG Desktop Portal, org.freedesktop.portal.Settings).
 """
@@ -32,7 +32,8 @@ def main() -> None:
         nonlocal told
         # A file that is being written is empty for a moment.
         if file.read_text() and told != (told := file.read_text()):
-            bus.emit_signal(None, PLACE, interface.name, "SettingChanged", GLib.Variant("(ssv)", (SPACE, KEY, scheme())))
+            change = GLib.Variant("(ssv)", (SPACE, KEY, scheme()))
+            bus.emit_signal(None, PLACE, interface.name, "SettingChanged", change)
         return True
 
     bus.register_object(PLACE, interface, read_all, None, None)
