@@ -202,6 +202,24 @@ def a_second_start_opens_it_and_quit_ends_the_program_with_it_open(program):
         assert not held_by_others(desktop.server.display), "a grab outlived the program"
 
 
+@case("desktop.popover.embedded-item")
+def asked_from_elsewhere_it_opens_at_the_item_however_long_its_first_opening_takes(program):
+    with Desktop(program, name="popover.embedded-item") as desktop:
+        desktop.start_window_manager("openbox")
+        start_panel(desktop, "trayer")
+        product = desktop.launch()
+        product.until_status("Active")
+        until_icon(desktop, "trayer", ACTIVE, 15.0)
+        popover = Popover(desktop, product)
+        for _ in range(2):
+            run_to_end(desktop.session, program)
+            frame = popover.until_open(10.0)
+            # At the left end of the upper edge, and not over the panel.
+            assert frame.x == GAP and 32 < frame.y <= 32 + GAP, f"{frame} is not at the item"
+            desktop.keyboard.chord("Escape")
+            popover.until_closed()
+
+
 @case("desktop.popover.server-killed")
 def when_the_server_dies_with_it_open_the_program_ends_by_itself(program):
     with Desktop(program, name="popover.server-killed") as desktop:
