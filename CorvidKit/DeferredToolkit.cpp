@@ -1,11 +1,14 @@
 #include "CorvidKit/DeferredToolkit.h"
 
+#include "Platform/MainActor.h"
+#include "Platform/Platform.h"
+
 #include <utility>
 
 namespace corvid {
 
 void DeferredToolkit::use(Work work, std::function<void()> failed) {
-    if (toolkit) {
+    if (toolkit && waiting.empty()) {
         work(*toolkit);
         return;
     }
@@ -17,16 +20,19 @@ void DeferredToolkit::use(Work work, std::function<void()> failed) {
 
 void DeferredToolkit::enter() {
     toolkit = start();
-    for (const Waiting& each : std::exchange(waiting, {})) {
-        if (toolkit) {
-            each.work(*toolkit);
-        } else {
+    if (!toolkit) {
+        for (const Waiting& each : std::exchange(waiting, {})) {
             each.failed();
         }
+        return;
     }
-    if (toolkit) {
-        toolkit->run();
-    }
+    // In a turn of its own: starting may have taken all the time that one turn has for questions to the desktop.
+    platform::current().mainActor.post([this] {
+        for (const Waiting& each : std::exchange(waiting, {})) {
+            each.work(*toolkit);
+        }
+    });
+    toolkit->run();
 }
 
 } // namespace corvid

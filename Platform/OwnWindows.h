@@ -30,6 +30,10 @@ public:
     /// somebody has taken it meanwhile.
     virtual void takeKeyboard(Number window) = 0;
 
+    /// Whether the window has the keyboard, or is about to get it as it was asked for. No where the desktop does not
+    /// say.
+    [[nodiscard]] virtual bool hasKeyboard(Number window) = 0;
+
     /// Whether what lies behind a window shines through where the window is transparent.
     [[nodiscard]] virtual bool areBlended() = 0;
 };

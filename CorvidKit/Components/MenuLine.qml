@@ -17,7 +17,7 @@ Item {
     Accessible.role: isEntry ? Accessible.MenuItem : modelData.isDivider ? Accessible.Separator : Accessible.Heading
     Accessible.name: modelData.title ?? modelData.section ?? ""
     Accessible.focusable: isEntry
-    Accessible.focused: isHighlighted
+    Accessible.focused: isHighlighted && menu.isOpen
     Accessible.checkable: modelData.isChecked !== undefined
     Accessible.checked: modelData.isChecked === true
     Accessible.onPressAction: menu.choose(index)

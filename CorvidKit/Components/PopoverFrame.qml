@@ -9,14 +9,14 @@ FocusScope {
     property bool isBlended: true
     readonly property real margin: isBlended ? 20 : 0
     property Item content: null
-    // Whether it opens and closes with a transition.
+    // Whether it opens with a transition. Where nothing shines through, that would come out of black.
     property bool isAnimated: true
 
     signal dismissed
 
     function appear() {
         entrance.stop();
-        if (isAnimated && Style.transition > 0) {
+        if (isAnimated && isBlended && Style.transition > 0) {
             entrance.start();
         } else {
             plate.opacity = 1;

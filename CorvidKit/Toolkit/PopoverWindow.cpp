@@ -111,7 +111,6 @@ void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
         return;
     }
     anchor = withPointer(newAnchor);
-    hadKeyboard = false;
     frame->setProperty("isBlended", surroundings.ownWindows->areBlended());
     frame->setProperty("isAnimated", animates);
     Environment::of(engine).setUsingKeyboard(false);
@@ -176,9 +175,10 @@ void PopoverWindow::grabPointer() {
 }
 
 void PopoverWindow::followKeyboard() {
-    if (window->isActive()) {
-        hadKeyboard = true;
-    } else if (hadKeyboard && behavior == Behavior::transient) {
+    // Qt learns late that a window has lost the keyboard. If that is told of the time before it was closed and opened
+    // again, it has the keyboard by now, or is about to.
+    if (!window->isActive() && isShown() && behavior == Behavior::transient &&
+        !surroundings.ownWindows->hasKeyboard(window->winId())) {
         performClose();
     }
 }

@@ -65,7 +65,6 @@ private:
     std::unique_ptr<QQuickItem> content;
     std::unique_ptr<platform::ScheduledWork> pendingGrab;
     int grabTries = 0;
-    bool hadKeyboard = false;
 };
 
 } // namespace corvid::toolkit

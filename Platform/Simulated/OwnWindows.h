@@ -24,13 +24,18 @@ public:
 
     void takeKeyboard(Number window) override {
         trace.record("give window " + std::to_string(window) + " the keyboard");
+        keyboardOwner = window;
     }
+
+    [[nodiscard]] bool hasKeyboard(Number window) override { return keyboardOwner == window; }
 
     [[nodiscard]] bool areBlended() override { return hasCompositor; }
 
     /// In points in the screen space; nothing for a desktop that does not say.
     std::optional<corvid::CGPoint> pointerPosition = corvid::CGPoint{960, 540};
     bool hasCompositor = true;
+    /// Nothing while another program has it.
+    std::optional<Number> keyboardOwner;
 
 private:
     Trace& trace;

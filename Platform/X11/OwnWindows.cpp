@@ -47,12 +47,28 @@ void OwnWindows::takeKeyboard(Number window) {
     // Selected before it is asked, so that its showing does not go unnoticed in between.
     awaited = static_cast<xcb_window_t>(window);
     selectEvents(awaited);
-    if (isViewable(awaited)) {
-        take(awaited);
-    } else {
-        endOfPatience = mainActor.schedule(mainActor.now() + patience, patience / 10, [this] { stopWaiting(); });
-    }
+    endOfPatience = mainActor.schedule(mainActor.now() + patience, patience / 10, [this] { stopWaiting(); });
+    takeOnceViewable();
     connection.flush();
+}
+
+void OwnWindows::takeOnceViewable() {
+    const std::optional<bool> answer = isViewable(awaited);
+    if (!answer) {
+        // The turn may have been long, as when a toolkit has just been loaded in it, and leave no time to ask. No event
+        // may come any more, so it is asked again in the next one.
+        nextLook = mainActor.schedule(mainActor.now(), std::chrono::milliseconds(1), [this] { takeOnceViewable(); });
+    } else if (*answer) {
+        take(awaited);
+    }
+}
+
+bool OwnWindows::hasKeyboard(Number window) {
+    if (window == awaited) {
+        return true;
+    }
+    const auto focus = connection.reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(connection.raw()));
+    return focus && focus->focus == window;
 }
 
 bool OwnWindows::areBlended() {
@@ -70,12 +86,12 @@ bool OwnWindows::areBlended() {
 
 void OwnWindows::handle(const xcb_generic_event_t& event) {
     if (const auto* mapped = eventAs<xcb_map_notify_event_t>(event, XCB_MAP_NOTIFY)) {
-        if (mapped->window == awaited && isViewable(awaited)) {
-            take(awaited);
+        if (mapped->window == awaited) {
+            takeOnceViewable();
         }
     } else if (const auto* seen = eventAs<xcb_visibility_notify_event_t>(event, XCB_VISIBILITY_NOTIFY)) {
-        if (seen->window == awaited && isViewable(awaited)) {
-            take(awaited);
+        if (seen->window == awaited) {
+            takeOnceViewable();
         }
     } else if (const auto* unmapped = eventAs<xcb_unmap_notify_event_t>(event, XCB_UNMAP_NOTIFY)) {
         giveBack(unmapped->window);
@@ -87,10 +103,14 @@ void OwnWindows::handle(const xcb_generic_event_t& event) {
     }
 }
 
-bool OwnWindows::isViewable(xcb_window_t window) {
+std::optional<bool> OwnWindows::isViewable(xcb_window_t window) {
     const auto attributes =
         connection.reply<xcb_get_window_attributes_reply_t>(xcb_get_window_attributes(connection.raw(), window));
-    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    if (attributes) {
+        return attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    }
+    // A window that is gone is not answered for either.
+    return connection.isExhausted() ? std::nullopt : std::optional(false);
 }
 
 void OwnWindows::take(xcb_window_t window) {
@@ -133,6 +153,7 @@ void OwnWindows::giveBack(xcb_window_t window) {
 
 void OwnWindows::stopWaiting() {
     endOfPatience.reset();
+    nextLook.reset();
     if (awaited != XCB_WINDOW_NONE) {
         selectEvents(std::exchange(awaited, XCB_WINDOW_NONE));
     }

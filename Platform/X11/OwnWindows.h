@@ -27,6 +27,7 @@ public:
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override;
     void place(Number window, corvid::CGPoint topLeft) override;
     void takeKeyboard(Number window) override;
+    [[nodiscard]] bool hasKeyboard(Number window) override;
     [[nodiscard]] bool areBlended() override;
 
     /// Looks whether the event is about one of these windows.
@@ -41,7 +42,9 @@ private:
         xcb_timestamp_t time = XCB_CURRENT_TIME;
     };
 
-    [[nodiscard]] bool isViewable(xcb_window_t window);
+    /// Nothing where the server has not answered in time.
+    [[nodiscard]] std::optional<bool> isViewable(xcb_window_t window);
+    void takeOnceViewable();
     void take(xcb_window_t window);
     void giveBack(xcb_window_t window);
     void stopWaiting();
@@ -58,6 +61,7 @@ private:
     /// The window that gets the keyboard once it is shown.
     xcb_window_t awaited = XCB_WINDOW_NONE;
     std::unique_ptr<ScheduledWork> endOfPatience;
+    std::unique_ptr<ScheduledWork> nextLook;
     /// Oldest first.
     std::vector<Loan> loans;
 };

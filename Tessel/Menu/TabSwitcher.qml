@@ -49,8 +49,9 @@ RoundedRectangle {
                 onMoved: step => {
                     const count = switcher.tabs.length;
                     const next = (index + step + count) % count;
-                    switcher.selected(switcher.tabs[next].id);
+                    // In this order: what has the focus cannot leave the order of the Tab key.
                     buttons.itemAt(next).forceActiveFocus(Qt.TabFocusReason);
+                    switcher.selected(switcher.tabs[next].id);
                 }
             }
         }

@@ -20,6 +20,19 @@ PLACES = {
     "NumLock": 77,
     "Super": 133,
     "KeypadLeft": 83,
+    "Escape": 9,
+    "Tab": 23,
+    "Shift": 50,
+    "Return": 36,
+    "Space": 65,
+    "A": 38,
+    "E": 26,
+    "M": 58,
+    "O": 32,
+    "P": 33,
+    "Q": 24,
+    "S": 39,
+    "U": 30,
 }
 
 # The last key of each action's shortcut; Control and Alt come before it.
@@ -79,8 +92,12 @@ class Keyboard:
             self.chord(key)
         assert bool(self.modifiers() & mask) == on, f"{key} did not go {'on' if on else 'off'}"
 
-    def click(self, x: int, y: int) -> None:
+    def point(self, x: int, y: int) -> None:
         xtest.fake_input(self.connection, X.MotionNotify, x=x, y=y)
+        self.delivered()
+
+    def click(self, x: int, y: int) -> None:
+        self.point(x, y)
         xtest.fake_input(self.connection, X.ButtonPress, 1)
         xtest.fake_input(self.connection, X.ButtonRelease, 1)
         self.delivered()

@@ -10,8 +10,10 @@ from pathlib import Path
 from .session import Session
 from .waiting import Expired, until
 
-# Waiting for events with nothing to do, on this processor: the system calls by number.
+# Waiting for events with nothing to do, on this processor: the system calls by number. The second ones are those of the
+# toolkit's loop, which turns once the window was opened; it waits for several things, an answer comes through one.
 WAITING_CALLS = {"x86_64": {"232", "281", "441"}, "aarch64": {"22", "441"}}[os.uname().machine]
+POLLING_CALLS = {"x86_64": {"7", "271"}, "aarch64": {"73"}}[os.uname().machine]
 
 
 class Product:
@@ -76,7 +78,7 @@ class Product:
     def waits_for_events(self) -> bool:
         """Whether it has nothing to do: it sleeps in the call in which an event loop sleeps."""
         call = Path(f"/proc/{self.process.pid}/syscall").read_text().split()
-        return call[0] in WAITING_CALLS
+        return call[0] in WAITING_CALLS or call[0] in POLLING_CALLS and int(call[2], 16) > 1
 
     def until_at_rest(self, seconds: float = 5.0) -> None:
         """Returns when it has dealt with every event delivered before. (A delivered event wakes it at once.)"""

@@ -15,14 +15,16 @@ from .waiting import until
 SYMBOLS = ("uiwindow.split.2x1", "rectangle.split.2x1", "exclamationmark.triangle.fill")
 BADGED = ".badged"
 
-# A bar of 32 pixels along the upper edge with nothing in it but the place for status items.
+# A bar of 32 pixels along an edge of a monitor with nothing in it but the place for status items.
+XFCE_EDGES = {"top": 6, "bottom": 8}
 XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
   <property name="configver" type="int" value="2"/>
   <property name="panels" type="array">
     <value type="int" value="1"/>
     <property name="panel-1" type="empty">
-      <property name="position" type="string" value="p=6;x=0;y=0"/>
+      <property name="position" type="string" value="p={snap};x=0;y=0"/>
+      <property name="output-name" type="string" value="{output}"/>
       <property name="length" type="uint" value="100"/>
       <property name="position-locked" type="bool" value="true"/>
       <property name="size" type="uint" value="32"/>
@@ -62,11 +64,13 @@ PANELS = {
 }
 
 
-def start_panel(desktop, name: str) -> subprocess.Popen:
+def start_panel(desktop, name: str, edge: str = "top", output: str = "Automatic") -> subprocess.Popen:
+    """Where it can be chosen, along that edge of the monitor at that output."""
     panel = PANELS[name]
     require(panel.command[0], panel.package)
     if panel.configuration:
-        desktop.session.configure(*panel.configuration)
+        path, text = panel.configuration
+        desktop.session.configure(path, text.format(snap=XFCE_EDGES[edge], output=output))
     return desktop.session.start(list(panel.command), name)
 
 

@@ -67,10 +67,10 @@ class Windows:
 
     def all_of_process(self, process_id: int) -> list[int]:
         """The managed windows of that process, oldest first."""
-        return [identifier for identifier in self.managed() if self._process(identifier) == process_id]
+        return [identifier for identifier in self.managed() if self.process_of(identifier) == process_id]
 
-    def _process(self, identifier: int) -> int | None:
-        """What the client claims, else what the server knows."""
+    def process_of(self, identifier: int) -> int | None:
+        """The process of a window: what the client claims, else what the server knows."""
         claimed = self.cardinals(self.window(identifier), "_NET_WM_PID")
         if claimed:
             return claimed[0]
@@ -124,6 +124,11 @@ class Windows:
         self.root.clear_area(0, 0, 0, 0)
         self.connection.sync()
 
+    def pixel(self, x: int, y: int) -> tuple[int, int, int]:
+        """What the screen shows there: red, green, blue."""
+        data = self.root.get_image(x, y, 1, 1, X.ZPixmap, 0xFFFFFFFF).data
+        return (data[2], data[1], data[0])
+
     # Requests, as a pager makes them
 
     def _ask(self, identifier: int, message: str, data: list[int]) -> None:
@@ -138,11 +143,11 @@ class Windows:
         self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])
         self.fence()
         until(
-            lambda: self.active() == identifier and self._has_input_focus(identifier),
+            lambda: self.active() == identifier and self.has_input_focus(identifier),
             f"window {identifier:#x} to be active", seconds, self._focus_story,
         )
 
-    def _has_input_focus(self, identifier: int) -> bool:
+    def has_input_focus(self, identifier: int) -> bool:
         """Whether the keyboard focus is in the window, or in the window manager's frame around it."""
         focused = self.connection.get_input_focus().focus
         while not isinstance(focused, int) and focused != self.root:

@@ -1,0 +1,118 @@
+"""How the popover looks: light and dark, as large as the desktop's fonts, and as lean after a day as after a minute."""
+
+import os
+import sys
+from functools import partial
+from pathlib import Path
+
+from harness import servers
+from harness.desktop import Desktop
+from harness.popover import BACKGROUND_AT, DARK, GAP, LIGHT, WIDTH, Popover
+from harness.product import run_to_end
+from harness.rect import Rect
+from harness.waiting import until
+
+from . import case, case_for_each
+from .popover import is_within
+
+SETTINGS_PORTAL = str(Path(__file__).resolve().parent.parent / "harness" / "settings_portal.py")
+# Private dirty memory after so many openings may be that much more than after the first ten, in KiB.
+WARM, MANY, MARGIN = 10, 500, 1024
+
+
+@case("desktop.popover.dark")
+def it_follows_the_colour_scheme_while_it_is_open(program):
+    with Desktop(program, name="popover.dark") as desktop:
+        desktop.start_window_manager("openbox")
+        scheme = desktop.session.directory / "scheme"
+        scheme.write_text("0")
+        portal = desktop.session.start([sys.executable, SETTINGS_PORTAL, str(scheme)], "portal")
+        product = desktop.launch()
+        popover = Popover(desktop, product)
+        run_to_end(desktop.session, program)
+        popover.until_open(10.0)
+        popover.until_background(LIGHT)
+        for preference, background in (("1", DARK), ("2", LIGHT), ("1", DARK), ("0", LIGHT), ("1", DARK)):
+            scheme.write_text(preference)
+            popover.until_background(background)
+            assert popover.is_open(), "it closed"
+        # One that ends has not changed its mind.
+        desktop.session.processes.end(portal)
+        product.until_at_rest()
+        assert popover.background() == DARK, popover.background()
+
+
+@case_for_each("desktop.popover.scale", (120, 144, 192))
+def it_is_as_large_as_the_fonts_of_the_desktop(program, dots):
+    screen = Rect(0, 0, 3840, 2160)
+    server = partial(servers.virtual, width=screen.width, height=screen.height)
+    with Desktop(program, server, f"popover.scale.{dots}") as desktop:
+        desktop.start_window_manager("openbox")
+        resources = desktop.session.directory / "resources"
+        resources.write_text(f"Xft.dpi: {dots}\n")
+        desktop.session.run(["xrdb", "-nocpp", "-merge", str(resources)])
+        product = desktop.launch()
+        scale = dots / 96
+        popover = Popover(desktop, product, scale)
+        run_to_end(desktop.session, program)
+        frame = popover.until_open(10.0)
+        assert frame.width == round(WIDTH * scale), f"{frame.width} wide"
+        assert is_within(frame, screen), f"{frame} is not on the screen"
+        # Drawn as large, not stretched: its background reaches its edges.
+        picture = popover.picture()
+        far = (picture.width - round(7 * scale), picture.height - round(30 * scale))
+        assert picture.getpixel(far) == LIGHT, picture.getpixel(far)
+
+
+@case("desktop.popover.opaque")
+def where_nothing_shines_through_it_is_all_there_at_once(program):
+    with Desktop(program, name="popover.opaque") as desktop:
+        desktop.start_window_manager("openbox")
+        backdrop = (0x2E, 0x6B, 0x57)
+        desktop.windows.paint_background(backdrop[0] << 16 | backdrop[1] << 8 | backdrop[2])
+        product = desktop.launch()
+        popover = Popover(desktop, product)
+        # Where it will be: there is no panel.
+        place = (1920 - GAP - WIDTH + BACKGROUND_AT[0], GAP + BACKGROUND_AT[1])
+        for number in range(8):
+            until(lambda: desktop.windows.pixel(*place) == backdrop, "the screen to be empty")
+            popover.ask_to_open()
+            seen = set()
+
+            def is_drawn() -> bool:
+                seen.add(desktop.windows.pixel(*place))
+                return LIGHT in seen
+
+            until(is_drawn, "the popover to be drawn", saw=lambda: seen)
+            assert seen <= {backdrop, LIGHT}, f"opening {number} went through {seen - {backdrop, LIGHT}}"
+            popover.until_open()
+            desktop.keyboard.chord("Escape")
+            popover.until_closed()
+
+
+def private_dirty(process_id: int) -> int:
+    """KiB."""
+    rollup = Path(f"/proc/{process_id}/smaps_rollup").read_text().splitlines()
+    return int(next(line.split()[1] for line in rollup if line.startswith("Private_Dirty:")))
+
+
+@case("desktop.popover.five-hundred")
+def opened_and_closed_all_day_it_takes_no_more_memory(program):
+    with Desktop(program, name="popover.five-hundred") as desktop:
+        desktop.start_window_manager("openbox")
+        product = desktop.launch()
+        popover = Popover(desktop, product)
+        process_id = product.process.pid
+        figures = {}
+        for number in range(1, MANY + 1):
+            popover.ask_to_open()
+            until(popover.has_keyboard, f"opening {number}", 10.0)
+            desktop.keyboard.chord("Escape")
+            popover.until_closed()
+            if number in (WARM, MANY):
+                product.until_at_rest()
+                figures[number] = (private_dirty(process_id), len(os.listdir(f"/proc/{process_id}/fd")))
+        print(f"private dirty KiB and descriptors by openings: {figures}")
+        assert figures[MANY][0] <= figures[WARM][0] + MARGIN, f"memory grows: {figures}"
+        assert figures[MANY][1] <= figures[WARM][1], f"descriptors grow: {figures}"
+        assert product.errors() == "", product.errors()

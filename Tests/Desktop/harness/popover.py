@@ -1,0 +1,102 @@
+"""The program's window at the panel: found, opened, looked at and worked with as its user does."""
+
+from Xlib import X, error
+
+from .picture import screen
+from .rect import Rect
+from .tray import call
+from .waiting import until
+
+# In points; the plate's shadow lies around it where the window lets through what is behind.
+WIDTH, SHADOW = 340, 20
+# What is nearer to the panel than this would touch it.
+GAP = 6
+# Inside the plate, where nothing is drawn but its background: below the rounded corner, left of everything.
+BACKGROUND_AT = (7, 30)
+LIGHT, DARK = (0xED, 0xED, 0xED), (0x29, 0x29, 0x29)
+
+
+class Popover:
+    """Not a window that the window manager knows of; it is looked for among all of the screen's."""
+
+    def __init__(self, desktop, product, scale: float = 1.0):
+        self.desktop = desktop
+        self.product = product
+        self.scale = scale
+
+    # Where it is
+
+    def window(self) -> Rect | None:
+        """The window with its shadow, or None while it is not shown."""
+        windows = self.desktop.windows
+        for child in windows.root.query_tree().children:
+            try:
+                attributes = child.get_attributes()
+                if attributes.map_state != X.IsViewable or not attributes.override_redirect:
+                    continue
+                geometry = child.get_geometry()
+                if geometry.width >= WIDTH and windows.process_of(child.id) == self.product.process.pid:
+                    return Rect(geometry.x, geometry.y, geometry.width, geometry.height)
+            except (error.BadWindow, error.BadDrawable):
+                continue
+        return None
+
+    def frame(self) -> Rect | None:
+        """What its user sees of it, without the shadow."""
+        window = self.window()
+        if window is None:
+            return None
+        shadow = round(SHADOW * self.scale) if self.desktop.windows.composited() else 0
+        return window.grown(-shadow, -shadow, -shadow, -shadow)
+
+    def is_open(self) -> bool:
+        return self.window() is not None
+
+    def until_open(self, seconds: float = 5.0, when: str = "") -> Rect:
+        """Its frame, once it is there, has the keyboard and is drawn."""
+        until(self.frame, f"the popover to open{when}", seconds, self.product.errors)
+        until(self.has_keyboard, f"the popover to have the keyboard{when}", seconds)
+        self.until_drawn(seconds)
+        return self.frame()
+
+    def until_closed(self, seconds: float = 5.0, when: str = "") -> None:
+        until(lambda: not self.is_open(), f"the popover to close{when}", seconds)
+
+    def has_keyboard(self) -> bool:
+        focused = self.desktop.windows.connection.get_input_focus().focus
+        return not isinstance(focused, int) and self.desktop.windows.process_of(focused.id) == self.product.process.pid
+
+    # What it shows
+
+    def picture(self):
+        frame = self.frame()
+        assert frame, "the popover is not open"
+        return screen(self.desktop.server.display).crop(
+            (frame.x, frame.y, frame.x + frame.width, frame.y + frame.height)
+        )
+
+    def background(self) -> tuple[int, int, int]:
+        return self.picture().getpixel(tuple(round(place * self.scale) for place in BACKGROUND_AT))
+
+    def until_background(self, colour: tuple[int, int, int], seconds: float = 5.0) -> None:
+        until(lambda: self.background() == colour, f"the background {colour}", seconds, self.background)
+
+    def is_drawn(self) -> bool:
+        """Opaque, and not empty."""
+        return self.is_open() and self.background() in (LIGHT, DARK) and len(self.picture().getcolors(1 << 20)) > 50
+
+    def until_drawn(self, seconds: float = 5.0) -> None:
+        until(self.is_drawn, "the popover to be drawn", seconds, lambda: self.is_open() and self.background())
+
+    # How it is opened and used
+
+    def ask_to_open(self) -> None:
+        """Asks for it over the bus."""
+        answer = call(self.desktop, "org.corvid.Tessel", "/org/corvid/Tessel", "org.corvid.Tessel1.Open")
+        assert answer == "()", f"asked to open, it answered {answer!r}"
+
+    def type(self, *keys: str) -> None:
+        """Presses keys one after the other and waits until they have been dealt with."""
+        for key in keys:
+            self.desktop.keyboard.chord(*key.split("+"))
+        self.product.until_at_rest()

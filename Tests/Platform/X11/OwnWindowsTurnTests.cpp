@@ -1,0 +1,35 @@
+#include "OwnWindowsFixture.h"
+
+namespace platform::x11 {
+namespace {
+
+TEST_F(OwnWindowsTest, AShownWindowGetsTheKeyboardAfterATurnThatLeftNoTimeToAsk) {
+    const xcb_window_t editor = makeShownWindow();
+    const xcb_window_t window = makeShownWindow();
+    focus(editor);
+    turn.begin();
+    while (!connection.isExhausted()) {
+        // As long as it takes to load a toolkit.
+    }
+    windows.takeKeyboard(window);
+    EXPECT_TRUE(windows.hasKeyboard(window)) << "it is about to get it";
+    turn.begin();
+    mainActor.advance(std::chrono::milliseconds(1));
+    EXPECT_EQ(focused(), window);
+    EXPECT_TRUE(mainActor.waiting().empty());
+}
+
+TEST_F(OwnWindowsTest, WhoHasTheKeyboardIsToldAsTheServerKnowsIt) {
+    const xcb_window_t editor = makeShownWindow();
+    const xcb_window_t window = makeShownWindow();
+    focus(editor);
+    turn.begin();
+    EXPECT_FALSE(windows.hasKeyboard(window));
+    windows.takeKeyboard(window);
+    EXPECT_TRUE(windows.hasKeyboard(window));
+    focus(editor);
+    EXPECT_FALSE(windows.hasKeyboard(window));
+}
+
+} // namespace
+} // namespace platform::x11
