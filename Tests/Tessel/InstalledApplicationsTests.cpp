@@ -41,7 +41,7 @@ TEST_F(InstalledApplications, AreListedWithNameIdentifierLocationAndIcon) {
     EXPECT_EQ(list.front().name, "Text Editor");
     EXPECT_EQ(list.front().location, "/applications/Editor");
     EXPECT_EQ(list.front().icon.description().source,
-              (std::variant<platform::ThemeIcon, platform::ImageFile>(platform::ThemeIcon{.name = "editor"})));
+              decltype(platform::ImageDescription::source)(platform::ThemeIcon{.name = "editor"}));
     EXPECT_EQ(list.front().icon.description().size, (corvid::CGSize{20, 20}));
 }
 
