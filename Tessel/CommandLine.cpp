@@ -36,6 +36,8 @@ Ask the Tessel that runs on this display:
 Without an option while Tessel runs already, the running Tessel is asked to show itself.
 
 Other options:
+  --snapshot DIRECTORY
+                   draw pictures of the interface into a directory that is there, in the user's language
   --help           show this text
   --version        show the version
 )";
@@ -149,6 +151,13 @@ Request parse(std::span<const std::string> arguments, const std::string& version
         return Run{};
     }
     std::vector<std::string> words(arguments.begin() + 1, arguments.end());
+    // With a directory it would not have come here; without one it asks for nothing.
+    if (words.back() == "--snapshot") {
+        words.pop_back();
+        if (words.empty()) {
+            return Run{};
+        }
+    }
     const bool json = std::erase(words, "--json") > 0;
     if (words.empty()) {
         return refuse("--json needs another option");

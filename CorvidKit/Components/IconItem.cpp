@@ -2,6 +2,7 @@
 
 #include <QIcon>
 #include <QPainter>
+#include <QPixmap>
 
 namespace corvid {
 
@@ -20,7 +21,13 @@ void IconItem::paint(QPainter* painter) {
         icon = QIcon::fromTheme(QStringLiteral("application-x-executable"));
     }
     painter->setRenderHint(QPainter::SmoothPixmapTransform);
-    icon.paint(painter, boundingRect().toAlignedRect());
+    // The painter paints into a plain bitmap and scales; what it is asked for in points would come in as few pixels.
+    const qreal scale = painter->deviceTransform().m11();
+    const QRectF bounds = boundingRect();
+    const QPixmap picture = icon.pixmap(bounds.size().toSize(), scale);
+    QRectF place(QPointF(), QSizeF(picture.size()).scaled(bounds.size(), Qt::KeepAspectRatio));
+    place.moveCenter(bounds.center());
+    painter->drawPixmap(place, picture, QRectF(picture.rect()));
 }
 
 } // namespace corvid

@@ -12,6 +12,8 @@ Text {
     color: Style.primary
     textFormat: Text.PlainText
     verticalAlignment: Text.AlignVCenter
+    // By the direction of the interface, also where a name is written in the other one.
+    horizontalAlignment: Text.AlignLeft
     // A text longer than its place ends in an ellipsis.
     elide: Text.ElideRight
     Accessible.role: Accessible.StaticText

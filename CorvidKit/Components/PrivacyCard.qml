@@ -8,7 +8,7 @@ Card {
     default property alias items: column.data
 
     padding: 0
-    implicitHeight: column.height + 20
+    implicitHeight: Math.ceil(column.height) + 20
 
     contentItem.children: [
         SymbolItem {

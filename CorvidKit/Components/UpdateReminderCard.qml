@@ -8,7 +8,7 @@ Card {
     signal check
     signal notNow
 
-    implicitHeight: texts.height + 20
+    implicitHeight: Math.ceil(texts.height) + 20
 
     contentItem.children: [
         Item {
@@ -58,6 +58,7 @@ Card {
                 height: 2
             }
             Row {
+                anchors.left: parent.left
                 spacing: 8
 
                 PillButton {

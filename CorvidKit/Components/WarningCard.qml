@@ -12,7 +12,7 @@ RoundedRectangle {
 
     signal action
 
-    implicitHeight: texts.height + 20
+    implicitHeight: Math.ceil(texts.height) + 20
     radius: Style.cardRadius
     color: Style.warningFill
     borderColor: Style.warningBorder
@@ -67,6 +67,7 @@ RoundedRectangle {
             height: 2
         }
         PillButton {
+            anchors.left: parent.left
             title: card.button
             isBordered: true
             onPressed: card.action()

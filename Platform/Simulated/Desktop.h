@@ -10,6 +10,7 @@
 #include "Platform/Simulated/Applications.h"
 #include "Platform/Simulated/Beep.h"
 #include "Platform/Simulated/HotKeyEvents.h"
+#include "Platform/Simulated/ImageRenderer.h"
 #include "Platform/Simulated/Localization.h"
 #include "Platform/Simulated/Log.h"
 #include "Platform/Simulated/LoginItemService.h"
@@ -40,6 +41,7 @@ public:
     Accessibility accessibility{trace, applications};
     AccessibilityObservers accessibilityObservers{trace, mainActor, applications};
     HotKeyEvents hotKeyEvents{trace};
+    ImageRenderer imageRenderer{trace};
     Beep sound{trace};
     ProcessInfo processInfo;
     UserDefaults standardUserDefaults{trace};
@@ -65,7 +67,7 @@ private:
                    .applicationCatalogue = applicationCatalogue,
                    .sound = sound,
                    .hotKeyEvents = hotKeyEvents,
-                   .imageRenderer = nullptr,
+                   .imageRenderer = &imageRenderer,
                    .localization = localization,
                    .log = log,
                    .loginItemService = loginItemService,

@@ -11,7 +11,7 @@ Item {
     readonly property TesselBrand brand: TesselBrand {}
 
     implicitWidth: 340
-    implicitHeight: stack.height + 28
+    implicitHeight: Math.ceil(stack.height) + 28
     LayoutMirroring.enabled: Environment.isMirrored
     LayoutMirroring.childrenInherit: true
     Accessible.role: Accessible.Pane

@@ -25,7 +25,8 @@ Item {
         anchors.left: icon.right
         anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
-        width: Math.min(implicitWidth, caps.x > x ? caps.x - x - 30 : parent.width - 170)
+        // As much as icon, keys and sign leave, with the gaps beside them.
+        width: Math.min(implicitWidth, row.width - icon.width - caps.width - 40 - (row.isTaken ? sign.width + 6 : 0))
         text: row.title
         size: 12
     }

@@ -16,12 +16,15 @@
 #include "Tessel/MenuSnapshot.h"
 #include "Tessel/PreviewCatalogue.h"
 #include "Tessel/Wiring/Locale.h"
+#include "Tessel/Wiring/PictureEnvironment.h"
 #include "Tessel/Wiring/ThisProgram.h"
 #include "Tessel/Wiring/ToolkitPlugin.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <csignal>
+#include <cstdlib>
 #include <memory>
 
 namespace tessel {
@@ -51,10 +54,11 @@ void beSilent() {
 } // namespace
 
 void runPictures(const std::string& directory) {
-    if (std::getenv("LOUD") == nullptr) {
-        beSilent();
-    }
+    beSilent();
+    // A library that gives up takes the process with it. That, too, is a picture that could not be drawn.
+    std::signal(SIGABRT, [](int) { std::_Exit(EXIT_SUCCESS); });
     enterLocale();
+    forgetUserSettings();
     platform::linux::MainLoop mainLoop;
     platform::absent::Desktop desktop;
     NoAppearance appearance;

@@ -16,7 +16,7 @@ words_after() {
     { "$@" 2>&1 || true; } | sed 's/.*there are //; s/,//g' | tr ' ' '\n'
 }
 mapfile -t words < <({ words_after "$1" --perform x; words_after "$1" --rule x x; } | sort --unique)
-((${#options[@]} >= 7 && ${#words[@]} == 7))
+((${#options[@]} >= 8 && ${#words[@]} == 7))
 
 for text in "${texts[@]}"; do
     for option in "${options[@]}"; do
@@ -59,6 +59,7 @@ expect 'left-half' --json --perform le
 expect 'kde-kate org.example.Editor' --rule ''
 expect 'maximize center none' --rule org.example.Editor ''
 expect '--json' --status ''
+expect 'completions' --snapshot comp
 expect '' --perform center --json ''
 
 if command -v zsh >/dev/null; then zsh -n completions/_tessel; fi

@@ -20,6 +20,13 @@ TEST(CommandLine, WithoutOptionsTheProgramRuns) {
     EXPECT_EQ(CommandLine::parse({}, "1.2"), CommandLine::Request(CommandLine::Run{}));
 }
 
+TEST(CommandLine, AskingForPicturesWithoutSayingWhereAsksForNothing) {
+    EXPECT_EQ(parse({"--snapshot"}), CommandLine::Request(CommandLine::Run{}));
+    EXPECT_EQ(parse({"--version", "--snapshot"}), CommandLine::Request(CommandLine::Print{"tessel 1.2\n"}));
+    EXPECT_EQ(parse({"--hepl", "--snapshot"}),
+              CommandLine::Request(CommandLine::Refuse{"tessel: unknown option --hepl; see tessel --help\n"}));
+}
+
 TEST(CommandLine, VersionPrintsTheVersion) {
     EXPECT_EQ(parse({"--version"}), CommandLine::Request(CommandLine::Print{"tessel 1.2\n"}));
 }

@@ -1,0 +1,98 @@
+#include "Demo/StatePictures/States.h"
+
+#include "Tessel/PreviewCatalogue.h"
+#include "TesselCore/WindowAction.h"
+
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <utility>
+
+namespace tessel {
+
+namespace {
+
+using platform::simulated::Desktop;
+
+void installPreviews(Desktop& desktop) {
+    PreviewCatalogue previews;
+    for (const std::filesystem::path& location : previews.locations()) {
+        desktop.applicationCatalogue.install(location,
+                                             {.bundleIdentifier = previews.bundleIdentifier(location).value_or(""),
+                                              .displayName = previews.displayName(location),
+                                              .iconName = location});
+    }
+}
+
+void permitted(Desktop& desktop) {
+    desktop.accessibility.isTrusted = true;
+    installPreviews(desktop);
+}
+
+void notPermitted(Desktop& desktop) {
+    desktop.accessibility.isTrusted = false;
+    installPreviews(desktop);
+}
+
+void withTakenShortcuts(Desktop& desktop) {
+    permitted(desktop);
+    for (const WindowAction action : {WindowAction::leftHalf, WindowAction::maximizeHeight}) {
+        desktop.hotKeyEvents.refuse(action.shortcut().keyCode, action.shortcut().modifiers);
+    }
+}
+
+void nothing(Desktop& /*desktop*/, AppState& /*state*/) {
+}
+
+void giveRules(Desktop& /*desktop*/, AppState& state) {
+    state.setRules({{"com.apple.Music", WindowAction::maximize},
+                    {"com.apple.calculator", WindowAction::center},
+                    {"org.example.Gone", WindowAction::center}});
+}
+
+void giveManyRules(Desktop& desktop, AppState& state) {
+    constexpr std::size_t count = 200;
+    PreviewCatalogue previews;
+    const std::vector<std::filesystem::path> icons = previews.locations();
+    Prefs::Rules rules;
+    for (std::size_t number = 1; number <= count; ++number) {
+        const std::string identifier = "org.example.Application" + std::to_string(number);
+        std::string name = "Application " + std::to_string(number);
+        if (number % 10 == 0) {
+            name += " with a name that goes on and on, beyond the end of its row";
+        }
+        desktop.applicationCatalogue.install(
+            "/applications/" + identifier,
+            {.bundleIdentifier = identifier, .displayName = name, .iconName = icons[number % icons.size()]});
+        rules.emplace(identifier, number % 3 == 0 ? WindowAction::center : WindowAction::maximize);
+    }
+    state.setRules(std::move(rules));
+}
+
+void waitForTheReminder(Desktop& desktop, AppState& state) {
+    giveRules(desktop, state);
+    desktop.mainActor.advance(std::chrono::days(31));
+}
+
+void pause(Desktop& desktop, AppState& state) {
+    giveRules(desktop, state);
+    state.setEnabled(false);
+}
+
+} // namespace
+
+const std::vector<ShownState>& shownStates() {
+    static const std::vector<ShownState> states{
+        {.name = "active", .tab = MenuTab::shortcuts, .prepare = permitted, .live = giveRules},
+        {.name = "rules", .tab = MenuTab::apps, .prepare = permitted, .live = giveRules},
+        {.name = "no-rules", .tab = MenuTab::apps, .prepare = permitted, .live = nothing},
+        {.name = "many-rules", .tab = MenuTab::apps, .prepare = permitted, .live = giveManyRules},
+        {.name = "no-permission", .tab = MenuTab::shortcuts, .prepare = notPermitted, .live = nothing},
+        {.name = "taken-shortcuts", .tab = MenuTab::shortcuts, .prepare = withTakenShortcuts, .live = giveRules},
+        {.name = "reminder", .tab = MenuTab::shortcuts, .prepare = permitted, .live = waitForTheReminder},
+        {.name = "paused", .tab = MenuTab::apps, .prepare = permitted, .live = pause},
+    };
+    return states;
+}
+
+} // namespace tessel

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Platform/Simulated/Desktop.h"
+#include "Tessel/AppState.h"
+#include "Tessel/MenuTab.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessel {
+
+/// One state of the program, and the tab that shows it.
+struct ShownState {
+    std::string_view name;
+    MenuTab tab;
+    /// Makes the desktop such that the program will be in that state.
+    void (*prepare)(platform::simulated::Desktop& desktop);
+    /// What happens while the program runs.
+    void (*live)(platform::simulated::Desktop& desktop, AppState& state);
+};
+
+/// All of them.
+[[nodiscard]] const std::vector<ShownState>& shownStates();
+
+} // namespace tessel

@@ -1,0 +1,70 @@
+#include "CorvidKit/Snapshot.h"
+#include "CorvidKit/Toolkit/QuickToolkit.h"
+#include "Demo/StatePictures/States.h"
+#include "Platform/HostedLoop.h"
+#include "Platform/Platform.h"
+#include "Platform/Simulated/Desktop.h"
+#include "Tessel/Menu/MenuViewItem.h"
+#include "Tessel/MenuView.h"
+
+#include <QGuiApplication>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+namespace {
+
+/// Pictures are drawn before any loop turns.
+class NoLoop final : public platform::HostedLoop {
+public:
+    [[nodiscard]] int descriptor() const override { return -1; }
+
+    [[nodiscard]] bool serve() override { return false; }
+};
+
+/// Draws one state in both colour schemes, each on a desktop of its own.
+void draw(const tessel::ShownState& shown, const std::string& directory, const std::string& language,
+          platform::ImageRenderer& renderer) {
+    platform::simulated::Desktop desktop;
+    desktop.mainBundle.preferredLocalizations = {language};
+    desktop.mainBundle.infoDictionary = {{"CFBundleShortVersionString", TESSEL_VERSION}};
+    platform::Platform table = platform::current();
+    table.imageRenderer = &renderer;
+    const platform::Installation installation(table);
+    shown.prepare(desktop);
+    corvid::HotKeyDispatcher dispatcher;
+    tessel::AppState state(desktop.standardUserDefaults, false, dispatcher);
+    shown.live(desktop, state);
+    corvid::Snapshot::renderMenu(directory, std::string(shown.name),
+                                 [&] { return std::make_shared<tessel::MenuView>(state, shown.tab); });
+}
+
+} // namespace
+
+/// usage: state-pictures DIRECTORY [LANGUAGE]
+int main(int count, char** arguments) {
+    if (count < 2 || count > 3) {
+        std::fputs("usage: state-pictures DIRECTORY [LANGUAGE]\n", stderr);
+        return EXIT_FAILURE;
+    }
+    const std::string language = count > 2 ? arguments[2] : "en";
+    NoLoop loop;
+    platform::simulated::Desktop desktop;
+    constexpr double pixelsPerPoint = 2;
+    const auto toolkit = corvid::toolkit::QuickToolkit::start({.mainLoop = loop,
+                                                               .appearance = desktop.appearance,
+                                                               .ownWindows = nullptr,
+                                                               .screens = desktop.screens,
+                                                               .languages = {language},
+                                                               .pictureScale = pixelsPerPoint},
+                                                              tessel::makeItem);
+    // The language that nobody speaks from right to left has no country that Qt would know it from.
+    if (language == "xb") {
+        QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    }
+    for (const tessel::ShownState& shown : tessel::shownStates()) {
+        draw(shown, arguments[1], language, toolkit->imageRenderer());
+    }
+    return EXIT_SUCCESS;
+}

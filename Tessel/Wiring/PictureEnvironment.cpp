@@ -1,0 +1,61 @@
+#include "Tessel/Wiring/PictureEnvironment.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessel {
+
+namespace {
+
+/// Where there is nothing to be read, and nothing can be made.
+constexpr const char* nowhere = "/dev/null";
+
+/// Where Qt is on machines that have it in an unusual place.
+constexpr std::array<std::string_view, 4> placesOfQt{"QT_PLUGIN_PATH", "QT_QPA_PLATFORM_PLUGIN_PATH", "QML_IMPORT_PATH",
+                                                     "QML2_IMPORT_PATH"};
+
+/// How fonts are found and drawn (fontconfig's manual, "Environment variables"; FreeType's, "Properties"), where the
+/// desktop is, and where programs are asked to tell what they show.
+constexpr std::array<std::string_view, 9> others{"FONTCONFIG_FILE",     "FONTCONFIG_PATH", "FONTCONFIG_SYSROOT",
+                                                 "FREETYPE_PROPERTIES", "DISPLAY",         "WAYLAND_DISPLAY",
+                                                 "WAYLAND_SOCKET",      "XDG_RUNTIME_DIR", "DBUS_SESSION_BUS_ADDRESS"};
+
+bool isOfUser(std::string_view variable) {
+    if (std::ranges::find(placesOfQt, variable) != placesOfQt.end()) {
+        return false;
+    }
+    const bool isForQt = variable.starts_with("QT_") || variable.starts_with("QSG_") || variable.starts_with("QML");
+    return isForQt || std::ranges::find(others, variable) != others.end();
+}
+
+} // namespace
+
+// The process has one thread.
+// NOLINTBEGIN(concurrency-mt-unsafe)
+void forgetUserSettings() {
+    std::vector<std::string> names;
+    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+        const std::string_view variable(*entry);
+        names.emplace_back(variable.substr(0, variable.find('=')));
+    }
+    for (const std::string& name : names) {
+        if (isOfUser(name)) {
+            unsetenv(name.c_str());
+        }
+    }
+    if (const char* home = std::getenv("HOME"); home != nullptr && std::getenv("XDG_DATA_HOME") == nullptr) {
+        setenv("XDG_DATA_HOME", (std::string(home) + "/.local/share").c_str(), 1);
+    }
+    for (const char* folder : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME"}) {
+        setenv(folder, nowhere, 1);
+    }
+}
+// NOLINTEND(concurrency-mt-unsafe)
+
+} // namespace tessel
