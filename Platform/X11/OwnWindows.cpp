@@ -94,7 +94,10 @@ void OwnWindows::handle(const xcb_generic_event_t& event) {
             takeOnceViewable();
         }
     } else if (const auto* unmapped = eventAs<xcb_unmap_notify_event_t>(event, XCB_UNMAP_NOTIFY)) {
-        giveBack(unmapped->window);
+        // It may have been shown again since, and be where the keyboard belongs.
+        if (loanOf(unmapped->window) != loans.end() && !isViewable(unmapped->window).value_or(false)) {
+            giveBack(unmapped->window);
+        }
     } else if (const auto* destroyed = eventAs<xcb_destroy_notify_event_t>(event, XCB_DESTROY_NOTIFY)) {
         if (destroyed->window == awaited) {
             stopWaiting();
@@ -118,7 +121,12 @@ void OwnWindows::take(xcb_window_t window) {
     const xcb_timestamp_t time = clock.now();
     const auto focus = connection.reply<xcb_get_input_focus_reply_t>(question);
     const auto known = loanOf(window);
-    if (known != loans.end() && focus && focus->focus == window) {
+    // What the server gave it to when the window was hidden has no right to it: the owner is still to get it back.
+    const auto hasNoOwner = [&] {
+        return focus->focus == XCB_INPUT_FOCUS_NONE || focus->focus == XCB_INPUT_FOCUS_POINTER_ROOT ||
+               focus->focus == connection.root();
+    };
+    if (known != loans.end() && focus && (focus->focus == window || hasNoOwner())) {
         known->time = time;
     } else if (focus && focus->focus != window) {
         if (known != loans.end()) {

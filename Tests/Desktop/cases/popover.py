@@ -102,8 +102,7 @@ def closed_with_escape_it_gives_the_keyboard_back(program):
         for _ in range(3):
             click_item(desktop)
             popover.until_open(10.0)
-            desktop.keyboard.chord("Escape")
-            popover.until_closed()
+            popover.close()
             until(lambda: desktop.windows.has_input_focus(editor.window), "the editor to have the keyboard")
         product.until_at_rest()
         assert product.errors() == "", product.errors()
@@ -157,8 +156,7 @@ def the_toolkit_comes_with_the_first_opening_and_all_else_goes_on(program):
             assert desktop.windows.frame(editor.window) == before, "a shortcut moved a window without the keyboard"
             assert popover.is_open(), "a shortcut closed the popover"
             assert held_by_others(desktop.server.display) == all_held(), "keys are free while it is open"
-            desktop.keyboard.chord("Escape")
-            popover.until_closed()
+            popover.close()
             until(lambda: desktop.windows.active() == editor.window, "the editor to be active again")
             desktop.press(product, action)
             until_equal(lambda: desktop.windows.frame(editor.window).x, x, "the editor's place after it was open")
@@ -216,8 +214,7 @@ def asked_from_elsewhere_it_opens_at_the_item_however_long_its_first_opening_tak
             frame = popover.until_open(10.0)
             # At the left end of the upper edge, and not over the panel.
             assert frame.x == GAP and 32 < frame.y <= 32 + GAP, f"{frame} is not at the item"
-            desktop.keyboard.chord("Escape")
-            popover.until_closed()
+            popover.close()
 
 
 @case("desktop.popover.server-killed")

@@ -86,8 +86,7 @@ def where_nothing_shines_through_it_is_all_there_at_once(program):
             until(is_drawn, "the popover to be drawn", saw=lambda: seen)
             assert seen <= {backdrop, LIGHT}, f"opening {number} went through {seen - {backdrop, LIGHT}}"
             popover.until_open()
-            desktop.keyboard.chord("Escape")
-            popover.until_closed()
+            popover.close()
 
 
 def private_dirty(process_id: int) -> int:
@@ -107,10 +106,8 @@ def opened_and_closed_all_day_it_takes_no_more_memory(program):
         for number in range(1, MANY + 1):
             popover.ask_to_open()
             until(popover.has_keyboard, f"opening {number}", 10.0)
-            desktop.keyboard.chord("Escape")
-            popover.until_closed()
+            popover.close()
             if number in (WARM, MANY):
-                product.until_at_rest()
                 figures[number] = (private_dirty(process_id), len(os.listdir(f"/proc/{process_id}/fd")))
         print(f"private dirty KiB and descriptors by openings: {figures}")
         assert figures[MANY][0] <= figures[WARM][0] + MARGIN, f"memory grows: {figures}"

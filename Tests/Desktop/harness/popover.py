@@ -95,6 +95,15 @@ class Popover:
         answer = call(self.desktop, "org.corvid.Tessel", "/org/corvid/Tessel", "org.corvid.Tessel1.Open")
         assert answer == "()", f"asked to open, it answered {answer!r}"
 
+    def close(self) -> None:
+        """Closes it with Escape, and waits until the window manager knows that the keyboard has gone elsewhere: one that
+        has yet to deal with that may take it from the next who has it."""
+        self.desktop.keyboard.chord("Escape")
+        self.until_closed()
+        until(lambda: not self.has_keyboard(), "the keyboard to be given back")
+        self.desktop.windows.fence()
+        self.product.until_at_rest()
+
     def type(self, *keys: str) -> None:
         """Presses keys one after the other and waits until they have been dealt with."""
         for key in keys:

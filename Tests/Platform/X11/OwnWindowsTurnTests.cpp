@@ -31,5 +31,23 @@ TEST_F(OwnWindowsTest, WhoHasTheKeyboardIsToldAsTheServerKnowsIt) {
     EXPECT_FALSE(windows.hasKeyboard(window));
 }
 
+TEST_F(OwnWindowsTest, AWindowThatIsShownAgainBeforeItsHidingIsToldOfKeepsTheKeyboard) {
+    const xcb_window_t editor = makeShownWindow();
+    const xcb_window_t window = makeShownWindow();
+    focus(editor);
+    turn.begin();
+    windows.takeKeyboard(window);
+    for (int time = 0; time < 3; ++time) {
+        hide(window);
+        show(window);
+        turn.begin();
+        windows.takeKeyboard(window);
+        handleAll();
+        EXPECT_EQ(focused(), window);
+    }
+    hide(window);
+    EXPECT_TRUE(handleUntil([&] { return focused() == editor; })) << "its owner was forgotten";
+}
+
 } // namespace
 } // namespace platform::x11
