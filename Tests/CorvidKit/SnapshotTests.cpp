@@ -142,7 +142,7 @@ TEST_F(SnapshotOfAView, ReplacesAnOlderAndLongerFile) {
 
 TEST_F(SnapshotOfAView, IsBytesAsTheyWereDrawn) {
     const std::string bytes("\x89PNG\r\n\x1a\n\0\xff", 10);
-    desktop.imageRenderer.draw = [&](const platform::PictureOfView&) { return bytes; };
+    desktop.imageRenderer.draw = [&](const platform::PictureOfView&) { return std::optional(bytes); };
     render("apps");
     EXPECT_EQ(contentsOf("menu-en-apps-dark.png"), bytes);
 }

@@ -94,6 +94,7 @@ TEST_F(MenuSnapshotPictures, ShowEitherTabInEitherScheme) {
     using enum platform::ColorScheme;
     MenuSnapshot::render(folder);
     std::vector<std::pair<MenuTab, platform::ColorScheme>> pictures;
+    pictures.reserve(shown.size());
     for (const Shown& picture : shown) {
         pictures.emplace_back(picture.tab, picture.colorScheme);
     }
