@@ -40,6 +40,11 @@ void draw(const tessel::ShownState& shown, const std::string& directory, const s
                                  [&] { return std::make_shared<tessel::MenuView>(state, shown.tab); });
 }
 
+/// Nothing is chosen while pictures are drawn.
+std::unique_ptr<platform::OpenPanel> noPanel(QQmlEngine& /*engine*/, const corvid::toolkit::OpenPanelHooks& /*hooks*/) {
+    return nullptr;
+}
+
 } // namespace
 
 /// usage: state-pictures DIRECTORY [LANGUAGE]
@@ -58,7 +63,7 @@ int main(int count, char** arguments) {
                                                                .screens = desktop.screens,
                                                                .languages = {language},
                                                                .pictureScale = pixelsPerPoint},
-                                                              tessel::makeItem);
+                                                              tessel::makeItem, noPanel);
     // The language that nobody speaks from right to left has no country that Qt would know it from.
     if (language == "xb") {
         QGuiApplication::setLayoutDirection(Qt::RightToLeft);
