@@ -81,7 +81,7 @@ std::string callApplication(const MessageBus& bus, const char* member, const cha
         EXPECT_GE(sd_bus_message_append(rawCall, "sav", first, 0), 0);
     }
     EXPECT_GE(sd_bus_message_append(rawCall, "a{sv}", 1, "activation-token", "s", "token"), 0);
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{};
     const int result = sd_bus_call(raw, rawCall, 0, &error, nullptr);
     std::string name = error.name != nullptr ? error.name : "";
     EXPECT_EQ(result < 0, !name.empty());
