@@ -38,6 +38,7 @@ const PreviewApplication* at(const std::filesystem::path& location) {
 
 std::vector<std::filesystem::path> PreviewCatalogue::locations() {
     std::vector<std::filesystem::path> all;
+    all.reserve(applications.size());
     for (const PreviewApplication& application : applications) {
         all.emplace_back(application.icon);
     }

@@ -39,7 +39,7 @@ std::optional<std::vector<std::byte>> ImageRenderer::png(const platform::Picture
     Environment::of(engine).setDark(picture.colorScheme == platform::ColorScheme::dark);
     QQuickRenderControl control;
     QQuickWindow window(&control);
-    const float white = static_cast<float>(picture.backgroundWhite);
+    const auto white = static_cast<float>(picture.backgroundWhite);
     window.setColor(QColor::fromRgbF(white, white, white));
     const std::unique_ptr<QQuickItem> item = build(picture.view, engine);
     if (!item) {

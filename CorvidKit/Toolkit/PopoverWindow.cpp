@@ -37,8 +37,8 @@ bool movesFocus(int key) {
 
 } // namespace
 
-PopoverWindow::PopoverWindow(const Surroundings& surroundings, QQmlEngine& engine, ViewBuilder build)
-    : surroundings(surroundings)
+PopoverWindow::PopoverWindow(Surroundings surroundings, QQmlEngine& engine, ViewBuilder build)
+    : surroundings(std::move(surroundings))
     , engine(engine)
     , build(std::move(build)) {
 }

@@ -19,7 +19,7 @@ class PopoverWindow final : public QObject, public platform::Popover {
     Q_OBJECT
 
 public:
-    PopoverWindow(const Surroundings& surroundings, QQmlEngine& engine, ViewBuilder build);
+    PopoverWindow(Surroundings surroundings, QQmlEngine& engine, ViewBuilder build);
     ~PopoverWindow() override;
 
     void setContentView(std::shared_ptr<const platform::View> view) override;
@@ -43,7 +43,7 @@ public:
 private Q_SLOTS:
     void closeAsAsked() { performClose(); }
 
-private:
+private: // NOLINT(readability-redundant-access-specifiers): those before are slots.
     [[nodiscard]] bool prepare();
     [[nodiscard]] Anchor withPointer(const Anchor& wanted) const;
     [[nodiscard]] bool makeFrame();

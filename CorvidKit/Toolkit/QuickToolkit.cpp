@@ -34,17 +34,18 @@ void prepareEnvironment(const Surroundings& surroundings) {
 
 } // namespace
 
-std::unique_ptr<QuickToolkit> QuickToolkit::start(const Surroundings& surroundings, ViewBuilder build,
+std::unique_ptr<QuickToolkit> QuickToolkit::start(const Surroundings& surroundings, const ViewBuilder& build,
                                                   const OpenPanelFactory& makePanel) {
     prepareEnvironment(surroundings);
-    auto toolkit = std::make_unique<QuickToolkit>(surroundings, std::move(build), makePanel);
+    auto toolkit = std::make_unique<QuickToolkit>(surroundings, build, makePanel);
     if (surroundings.ownWindows != nullptr && QGuiApplication::platformName() == QStringLiteral("offscreen")) {
         return nullptr;
     }
     return toolkit;
 }
 
-QuickToolkit::QuickToolkit(const Surroundings& surroundings, ViewBuilder build, const OpenPanelFactory& makePanel)
+QuickToolkit::QuickToolkit(const Surroundings& surroundings, const ViewBuilder& build,
+                           const OpenPanelFactory& makePanel)
     : surroundings(surroundings) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);

@@ -20,10 +20,10 @@ namespace corvid::toolkit {
 class QuickToolkit final : public platform::Toolkit {
 public:
     /// Null where Qt cannot connect to the desktop.
-    [[nodiscard]] static std::unique_ptr<QuickToolkit> start(const Surroundings& surroundings, ViewBuilder build,
+    [[nodiscard]] static std::unique_ptr<QuickToolkit> start(const Surroundings& surroundings, const ViewBuilder& build,
                                                              const OpenPanelFactory& makePanel);
 
-    QuickToolkit(const Surroundings& surroundings, ViewBuilder build, const OpenPanelFactory& makePanel);
+    QuickToolkit(const Surroundings& surroundings, const ViewBuilder& build, const OpenPanelFactory& makePanel);
     ~QuickToolkit() override;
 
     [[nodiscard]] platform::Popover& popover() override { return *hanging; }

@@ -30,7 +30,7 @@ private Q_SLOTS:
     void confirm();
     void cancel();
 
-private:
+private: // NOLINT(readability-redundant-access-specifiers): those before are slots.
     void finish(std::vector<std::filesystem::path> chosen);
 
     QQmlEngine& engine;
