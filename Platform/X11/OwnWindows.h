@@ -26,8 +26,8 @@ public:
 
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override;
     void place(Number window, corvid::CGPoint topLeft) override;
-    void takeKeyboard(Number number) override;
-    [[nodiscard]] bool hasKeyboard(Number number) override;
+    void takeKeyboard(Number window) override;
+    [[nodiscard]] bool hasKeyboard(Number window) override;
     [[nodiscard]] bool areBlended() override;
 
     /// Looks whether the event is about one of these windows.
