@@ -15,6 +15,8 @@ TEST_F(OwnWindowsTest, AShownWindowGetsTheKeyboardAfterATurnThatLeftNoTimeToAsk)
     EXPECT_TRUE(windows.hasKeyboard(window)) << "it is about to get it";
     turn.begin();
     mainActor.advance(std::chrono::milliseconds(1));
+    // Asked on another connection, which the server may serve first.
+    awaitServer();
     EXPECT_EQ(focused(), window);
     EXPECT_TRUE(mainActor.waiting().empty());
 }
