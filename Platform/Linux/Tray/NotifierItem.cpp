@@ -18,7 +18,8 @@ constexpr const char* interfaceName = "org.kde.StatusNotifierItem";
 /// from white (a contrast of 4.6 each way).
 constexpr std::uint8_t middleGrey = 0x75;
 
-/// Pixels as the specification wants them: alpha, red, green and blue, each a byte, whatever the processor's order.
+/// Pixels as a panel reads them (StatusNotifierItem specification, Icons): alpha, red, green and blue, each a byte,
+/// whatever the processor's order.
 int appendPixels(sd_bus_message* message, const SymbolPicture& picture) {
     std::vector<std::uint8_t> bytes;
     bytes.reserve(picture.alpha.size() * 4);
