@@ -40,6 +40,12 @@ WALLS = [
     Wall("Platform/Simulated", rf"{SEAM}|(Platform/Simulated|CorvidKitCore)/.*"),
     Wall("Platform/Linux", rf"{SEAM}|(Platform/Linux|CorvidKitCore)/.*", rf"glib\.h|systemd/.*|plist/.*|{SYSTEM}"),
     Wall("Platform/X11", rf"{SEAM}|(Platform/X11|Platform/Linux|CorvidKitCore)/.*", rf"xcb/.*|{SYSTEM}"),
+    Wall("Platform/Compositor", rf"{SEAM}|(Platform/Compositor|Platform/Linux|CorvidKitCore)/.*", SYSTEM),
+    *(
+        Wall(folder, rf"{SEAM}|({folder}|Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
+             rf"systemd/.*|nlohmann/json\.hpp|xkbcommon/.*|{SYSTEM}")
+        for folder in ("Platform/KWin", "Platform/GnomeShell", "Platform/Sway")
+    ),
     Wall("Platform", rf"{SEAM}|CorvidKitCore/.*"),
     # What shows windows; nothing else knows the toolkit.
     Wall("CorvidKit/Components", r"(CorvidKit|CorvidKitCore)/.*", QT),

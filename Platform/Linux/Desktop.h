@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Platform/Accessibility.h"
+#include "Platform/AccessibilityObserver.h"
+#include "Platform/ApplicationCatalogue.h"
+#include "Platform/Beep.h"
+#include "Platform/HotKeyEvents.h"
+#include "Platform/Linux/AppearanceSource.h"
+#include "Platform/Linux/Applications/ApplicationIdentification.h"
+#include "Platform/Linux/Tray/TrayPlace.h"
+#include "Platform/OwnWindows.h"
+#include "Platform/RunningApplications.h"
+#include "Platform/Screens.h"
+#include "Platform/Workspace.h"
+
+#include <string_view>
+
+namespace platform::linux {
+
+/// All that one kind of desktop does, whichever it is. What is given out lives as long as the desktop. Main thread
+/// only.
+class Desktop {
+public:
+    Desktop() = default;
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+    virtual ~Desktop() = default;
+
+    /// The backend's name for people, as `--status` tells it: "X11", "KWin", "GNOME Shell", "sway", "i3".
+    [[nodiscard]] virtual std::string_view name() const = 0;
+
+    /// Begins to follow which applications run and which windows they open; those that are there now are not told as
+    /// new. Until this is called no application is known. Both have to outlive this. To be called once.
+    virtual void followApplications(ApplicationIdentification& identification, ApplicationCatalogue& catalogue) = 0;
+
+    [[nodiscard]] virtual Accessibility& accessibility() = 0;
+    [[nodiscard]] virtual AccessibilityObservers& accessibilityObservers() = 0;
+    [[nodiscard]] virtual Beep& sound() = 0;
+    [[nodiscard]] virtual HotKeyEvents& hotKeyEvents() = 0;
+    [[nodiscard]] virtual OwnWindows& ownWindows() = 0;
+    [[nodiscard]] virtual RunningApplications& runningApplications() = 0;
+    [[nodiscard]] virtual Screens& screens() = 0;
+    [[nodiscard]] virtual Workspace& workspace() = 0;
+
+    /// What the desktop itself says of how programs are to look; null where it says nothing beyond what all do.
+    [[nodiscard]] virtual AppearanceSource* appearanceSource() = 0;
+
+    /// Where this desktop takes status items, if it has a way of its own beside the one that all share; else null.
+    [[nodiscard]] virtual TrayPlace* trayPlace() = 0;
+};
+
+} // namespace platform::linux
