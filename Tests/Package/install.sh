@@ -53,6 +53,14 @@ cp --archive "$written" "$mounts/before"
 
 inside dpkg --install /tmp/tessel.deb
 inside /tmp/use.sh "$version"
+# As long as its user has it, too.
+cp --recursive "$here/../Desktop" "$root/tmp/desktop"
+used=0
+inside env PYTHONDONTWRITEBYTECODE=1 TESSEL_DESKTOP_TRIES="${TESSEL_DESKTOP_TRIES:-1}" \
+    /tmp/desktop/run desktop.as-its-user /usr/bin/tessel || used=$?
+if ((used != 0 && used != 77)); then
+    exit "$used"
+fi
 inside dpkg --purge tessel
 
 # What dpkg and the readers of menus and icons keep for themselves.

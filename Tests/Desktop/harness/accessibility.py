@@ -5,6 +5,7 @@ from dataclasses import dataclass, field
 from pathlib import Path
 from typing import Iterator
 
+from .rect import Rect
 from .skipping import Skipped, require
 from .waiting import until
 
@@ -30,6 +31,8 @@ class Node:
     name: str
     description: str
     states: frozenset[str]
+    # Where to ask for it: a name and a path on the accessibility bus.
+    place: tuple[str, str] = ("", "")
     children: list["Node"] = field(default_factory=list)
 
     def all(self) -> Iterator["Node"]:
@@ -93,8 +96,18 @@ class Accessibility:
             name=self._property(place, "Name"),
             description=self._property(place, "Description"),
             states=frozenset(name for bit, name in STATES.items() if bits >> bit & 1),
+            place=tuple(place),
             children=[self._read(child) for child in self._call(place, ACCESSIBLE, "GetChildren")[0]],
         )
+
+    def extents(self, node: Node) -> Rect:
+        """Where it is on the screen, in pixels."""
+        name, path = node.place
+        on_the_screen = GLib.Variant("(u)", (0,))
+        reply = self.bus.call_sync(
+            name, path, "org.a11y.atspi.Component", "GetExtents", on_the_screen, None, Gio.DBusCallFlags.NONE, 5000, None
+        )
+        return Rect(*reply.unpack()[0])
 
     def tree(self, process_id: int) -> Node | None:
         """What that process tells; None where it is not on the bus, or changed while it was read."""
