@@ -27,7 +27,7 @@ set(CPACK_PACKAGE_DESCRIPTION
 right half of its screen, to the center, over the whole screen or nearly so, or
 to the full height. It waits in the background for six shortcuts and needs next
 to nothing for it. Applications can have a rule, too: their first window opens
-maximized or centered.
+maximized or centered. An item in the panel opens all there is to see and set.
 .
 It works on X11 desktops whose window manager moves windows on request.")
 

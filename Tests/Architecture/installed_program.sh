@@ -37,11 +37,12 @@ appstreamcli validate --no-net --no-color "$prefix/$metainfo"
 for icon in "${icons[@]}"; do
     xmllint --noout "$prefix/$icon"
 done
-program=$(sed -n 's/^Exec=//p' "$prefix/$entry")
-if [[ ! -x $prefix/bin/$program ]]; then
-    echo "$entry starts '$program', which is not installed"
-    exit 1
-fi
+while read -r program _; do
+    if [[ ! -x $prefix/bin/$program ]]; then
+        echo "$entry starts '$program', which is not installed"
+        exit 1
+    fi
+done < <(sed -n 's/^Exec=//p' "$prefix/$entry")
 for line in Name=org.corvid.Tessel "Exec=$prefix/bin/tessel"; do
     if ! grep --quiet --line-regexp --fixed-strings "$line" "$prefix/$service"; then
         echo "$service does not say '$line'"

@@ -3,6 +3,7 @@
 #include "Platform/Linux/Control/ControlMessages.h"
 
 #include <array>
+#include <string_view>
 
 namespace platform::linux {
 
@@ -10,16 +11,32 @@ namespace {
 
 constexpr const char* interfaceName = "org.freedesktop.Application";
 
-/// What the desktop tells of itself (a startup id, an activation token) is for windows that the desktop places.
-int showMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
-    const auto shown = static_cast<ControlRequests*>(data)->open();
-    if (!shown) {
-        return sd_bus_error_set(error, ControlMessages::errorName(shown.error().kind), shown.error().reason.c_str());
+int reply(sd_bus_message* call, const ControlAnswer<void>& answer, sd_bus_error* error) {
+    if (!answer) {
+        return sd_bus_error_set(error, ControlMessages::errorName(answer.error().kind), answer.error().reason.c_str());
     }
     return sd_bus_reply_method_return(call, nullptr);
 }
 
-int actionMethod(sd_bus_message* /*call*/, void* /*data*/, sd_bus_error* error) {
+/// What the desktop tells of itself (a startup id, an activation token) is for windows that the desktop places.
+int showMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
+    return reply(call, static_cast<ControlRequests*>(data)->open(), error);
+}
+
+/// The actions are those that the desktop entry names (Desktop Entry Specification, D-Bus Activation).
+int actionMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
+    const char* name = nullptr;
+    if (const int result = sd_bus_message_read_basic(call, SD_BUS_TYPE_STRING, static_cast<void*>(&name)); result < 0) {
+        return result;
+    }
+    auto& requests = *static_cast<ControlRequests*>(data);
+    const std::string_view action(name);
+    if (action == "open") {
+        return reply(call, requests.open(), error);
+    }
+    if (action == "quit") {
+        return reply(call, requests.quit(), error);
+    }
     return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "there is no such action");
 }
 

@@ -96,11 +96,13 @@ TEST(SessionBus, DesktopsCanAskItAsTheyAskAnyApplication) {
     ASSERT_EQ(versionOnBus(bus, "1"), "1");
     EXPECT_EQ(callApplication(bus, "Activate", "a{sv}", nullptr), "");
     EXPECT_EQ(callApplication(bus, "Open", "asa{sv}", "file:///tmp/a"), "");
-    EXPECT_EQ(callApplication(bus, "ActivateAction", "sava{sv}", "quit"), "org.freedesktop.DBus.Error.InvalidArgs");
+    EXPECT_EQ(callApplication(bus, "ActivateAction", "sava{sv}", "fly"), "org.freedesktop.DBus.Error.InvalidArgs");
+    EXPECT_EQ(callApplication(bus, "ActivateAction", "sava{sv}", "open"), "");
     EXPECT_EQ(callApplication(bus, "Nothing", "a{sv}", nullptr), "org.freedesktop.DBus.Error.UnknownMethod");
+    EXPECT_EQ(callApplication(bus, "ActivateAction", "sava{sv}", "quit"), "");
     std::vector<std::string> asked = server.asked();
     std::erase(asked, "status");
-    EXPECT_EQ(asked, (std::vector<std::string>{"open", "open"}));
+    EXPECT_EQ(asked, (std::vector<std::string>{"open", "open", "open", "quit"}));
 }
 
 TEST(SessionBus, ABusThatComesLateIsFound) {
