@@ -9,6 +9,7 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QScreen>
 #include <chrono>
 #include <cmath>
 
@@ -51,10 +52,14 @@ PopoverWindow::~PopoverWindow() {
 
 void PopoverWindow::setContentView(std::shared_ptr<const platform::View> newView) {
     performClose();
+    dropWindow();
+    view = std::move(newView);
+}
+
+void PopoverWindow::dropWindow() {
     content.reset();
     frame.reset();
     window.reset();
-    view = std::move(newView);
 }
 
 bool PopoverWindow::isShown() const {
@@ -133,10 +138,20 @@ void PopoverWindow::showAgain() {
     }
 }
 
+void PopoverWindow::showAnew() {
+    const bool wasShown = isShown();
+    performClose();
+    dropWindow();
+    if (wasShown) {
+        showAgain();
+    }
+}
+
 void PopoverWindow::place() {
     if (!window || !window->handle()) {
         return;
     }
+    followScale();
     const QSizeF size(frame->implicitWidth(), frame->implicitHeight());
     const double margin = frame->property("margin").toDouble();
     const std::vector<platform::Screen> screens = surroundings.screens.screens();
@@ -153,6 +168,16 @@ void PopoverWindow::place() {
                           std::round(screens.front().frame.maxY() - found->maxY() - margin * ratio)};
     window->setGeometry(QRect(fromPixels(topLeft), size.toSize()));
     surroundings.ownWindows->place(window->winId(), topLeft);
+}
+
+void PopoverWindow::followScale() {
+    if (QScreen* screen = window->screen(); screen != nullptr && screen != followed) {
+        disconnect(scaleFollowing);
+        followed = screen;
+        // Not before the toolkit has dealt with the change itself.
+        scaleFollowing =
+            connect(screen, &QScreen::logicalDotsPerInchChanged, this, &PopoverWindow::showAnew, Qt::QueuedConnection);
+    }
 }
 
 void PopoverWindow::makeKey() {

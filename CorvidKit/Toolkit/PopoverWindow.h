@@ -7,7 +7,9 @@
 #include "Platform/Popover.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QQuickWindow>
+#include <QScreen>
 #include <memory>
 #include <optional>
 
@@ -43,11 +45,16 @@ public:
 private Q_SLOTS:
     void closeAsAsked() { performClose(); }
 
+    /// The toolkit goes on to draw a window in the scale in which it was made.
+    void showAnew();
+
 private: // NOLINT(readability-redundant-access-specifiers): those before are slots.
+    void dropWindow();
     [[nodiscard]] bool prepare();
     [[nodiscard]] Anchor withPointer(const Anchor& wanted) const;
     [[nodiscard]] bool makeFrame();
     void place();
+    void followScale();
     void grabPointer();
     void followKeyboard();
     [[nodiscard]] bool isOutside(const QPointF& position) const;
@@ -64,6 +71,9 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     std::unique_ptr<QQuickItem> frame;
     std::unique_ptr<QQuickItem> content;
     std::unique_ptr<platform::ScheduledWork> pendingGrab;
+    /// Whose font scale is followed.
+    QPointer<QScreen> followed;
+    QMetaObject::Connection scaleFollowing;
     int grabTries = 0;
 };
 

@@ -1,3 +1,4 @@
+#include "CorvidKit/Components/Environment.h"
 #include "CorvidKit/Toolkit/PopoverWindow.h"
 #include "Platform/HostedLoop.h"
 #include "Platform/Simulated/Desktop.h"
@@ -134,6 +135,24 @@ TEST_F(Hanging, APressBesideItClosesIt) {
     open();
     QTest::mousePress(window(), Qt::LeftButton, {}, QPoint(-500, 700));
     EXPECT_FALSE(popover.isShown()) << "far away";
+}
+
+TEST_F(Hanging, ComesWithATransitionUnlessItsUserWantsLessMotion) {
+    popover.setAnimates(true);
+    // The content lies in a holder on the plate.
+    const auto plate = [this] { return content->parentItem()->parentItem(); };
+    open();
+    EXPECT_LT(plate()->opacity(), 1) << "it is there at once";
+    QTRY_COMPARE(plate()->opacity(), 1.0);
+    popover.performClose();
+    Environment::of(engine).setReducesMotion(true);
+    open();
+    EXPECT_EQ(plate()->opacity(), 1);
+    popover.performClose();
+    Environment::of(engine).setReducesMotion(false);
+    popover.setAnimates(false);
+    open();
+    EXPECT_EQ(plate()->opacity(), 1);
 }
 
 TEST_F(Hanging, EscapeClosesIt) {

@@ -10,6 +10,7 @@ from harness.desktop import Desktop
 from harness.popover import BACKGROUND_AT, DARK, GAP, LIGHT, WIDTH, Popover
 from harness.product import run_to_end
 from harness.rect import Rect
+from harness.skipping import require
 from harness.waiting import until
 
 from . import case, case_for_each
@@ -62,6 +63,38 @@ def it_is_as_large_as_the_fonts_of_the_desktop(program, dots):
         picture = popover.picture()
         far = (picture.width - round(7 * scale), picture.height - round(30 * scale))
         assert picture.getpixel(far) == LIGHT, picture.getpixel(far)
+
+
+@case("desktop.popover.fonts-change")
+def it_grows_and_shrinks_with_the_fonts_while_it_is_open(program):
+    require("xfsettingsd", "xfce4-settings")
+    server = partial(servers.virtual, width=3840, height=2160)
+    with Desktop(program, server, "popover.fonts-change") as desktop:
+        desktop.start_window_manager("openbox")
+        desktop.session.start(["xfsettingsd", "--sm-client-disable", "--no-daemon"], "xfsettingsd")
+        dots = ["xfconf-query", "--channel", "xsettings", "--property", "/Xft/DPI", "--create", "--type", "int", "--set"]
+        desktop.session.run([*dots, "96"])
+        until(lambda: b"Xft/DPI" in desktop.windows.selection_property("_XSETTINGS_S0", "_XSETTINGS_SETTINGS"),
+              "the settings to be told")
+        product = desktop.launch()
+        popover = Popover(desktop, product)
+        run_to_end(desktop.session, program)
+        assert popover.until_open(10.0).width == WIDTH
+        plain = popover.picture()
+        for number in (144, 96, 192, 96):
+            desktop.session.run([*dots, str(number)])
+            popover.scale = number / 96
+            wide = round(WIDTH * popover.scale)
+            until(lambda: (frame := popover.frame()) and frame.width == wide, f"a width of {wide}", saw=popover.frame)
+            popover.until_open()
+            # Drawn as large, not stretched: its background reaches its edges.
+            picture = popover.picture()
+            far = (picture.width - round(7 * popover.scale), picture.height - round(30 * popover.scale))
+            assert picture.getpixel(far) == LIGHT, picture.getpixel(far)
+            # Its upper right corner stays where it was.
+            frame = popover.frame()
+            assert (frame.x + frame.width, frame.y) == (3840 - GAP, GAP), frame
+        until(lambda: popover.picture() == plain, "the popover to be what it was")
 
 
 @case("desktop.popover.opaque")

@@ -52,6 +52,12 @@ class Windows:
         """Whether somebody has announced to draw the screen with shadows."""
         return self.connection.get_selection_owner(self.atom("_NET_WM_CM_S0")) != X.NONE
 
+    def selection_property(self, selection: str, name: str) -> bytes:
+        """A property of the window that owns the selection; empty where nobody does, or it has none."""
+        owner = self.connection.get_selection_owner(self.atom(selection))
+        found = owner.get_full_property(self.atom(name), X.AnyPropertyType) if owner != X.NONE else None
+        return bytes(found.value) if found else b""
+
     def window(self, identifier: int):
         return self.connection.create_resource_object("window", identifier)
 
