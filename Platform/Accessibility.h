@@ -81,6 +81,24 @@ namespace AXSubrole {
 inline constexpr std::string_view standardWindow = "AXStandardWindow";
 } // namespace AXSubrole
 
+/// What it takes for the desktop to let us work, where it does not.
+enum class AccessRequirement : std::uint8_t {
+    /// The user's permission, given in the system's settings.
+    permission,
+    /// A window manager that moves windows on request.
+    windowManager,
+    /// A compositor that answers.
+    compositor,
+    /// The compositor's extension of ours, which is there and switched off.
+    extensionSwitchedOn,
+    /// The same, which the compositor reads at the next login.
+    extensionLoaded,
+    /// The same, which the compositor refuses.
+    extensionAccepted,
+    /// Another desktop.
+    otherDesktop,
+};
+
 /// Other applications' windows: reading, writing, and whether the desktop lets us.
 ///
 /// Main thread only. Every operation is synchronous and bounded: all that is asked of the desktop in one turn of the
@@ -120,6 +138,9 @@ public:
     /// The same; where it does not and the desktop has a way to ask the user, that is shown (without waiting for the
     /// answer).
     virtual bool isProcessTrustedWithPrompt() = 0;
+
+    /// What is missing, as far as it is known now. Without meaning while the process is trusted.
+    [[nodiscard]] virtual AccessRequirement requirement() const { return AccessRequirement::permission; }
 };
 
 } // namespace platform

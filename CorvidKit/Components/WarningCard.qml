@@ -1,7 +1,7 @@
 import QtQuick
 import CorvidKit
 
-// What is missing, and one button that leads to where it can be had.
+// What is missing, and one button that leads to where it can be had, if there is such a place.
 RoundedRectangle {
     id: card
 
@@ -63,10 +63,12 @@ RoundedRectangle {
             lineHeight: 1.08
         }
         Item {
+            visible: card.button !== ""
             width: 1
             height: 2
         }
         PillButton {
+            visible: card.button !== ""
             anchors.left: parent.left
             title: card.button
             isBordered: true

@@ -41,6 +41,8 @@ public:
     [[nodiscard]] bool isProcessTrusted() override { return false; }
 
     bool isProcessTrustedWithPrompt() override { return false; }
+
+    [[nodiscard]] AccessRequirement requirement() const override { return AccessRequirement::otherDesktop; }
 };
 
 class AccessibilityObservers final : public platform::AccessibilityObservers {

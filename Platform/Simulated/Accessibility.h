@@ -36,8 +36,13 @@ public:
     [[nodiscard]] bool isProcessTrusted() override;
     bool isProcessTrustedWithPrompt() override;
 
+    [[nodiscard]] AccessRequirement requirement() const override { return missing; }
+
     /// Whether the user lets us. While not, every operation fails with `apiDisabled`.
     bool isTrusted = true;
+
+    /// What it would take.
+    AccessRequirement missing = AccessRequirement::windowManager;
 
     /// How often the user was asked.
     [[nodiscard]] int promptCount() const { return prompts; }

@@ -28,6 +28,8 @@ public:
     [[nodiscard]] bool isProcessTrusted() override;
     bool isProcessTrustedWithPrompt() override;
 
+    [[nodiscard]] AccessRequirement requirement() const override { return AccessRequirement::windowManager; }
+
 private:
     [[nodiscard]] std::expected<AXValue, AXError> applicationAttribute(ProcessIdentifier process,
                                                                        std::string_view attribute);

@@ -63,6 +63,31 @@
         <translation>Keine Fensterverwaltung gefunden</translation>
     </message>
     <message>
+        <source>Allow Accessibility access</source>
+        <comment>compositor</comment>
+        <translation>Die Arbeitsumgebung antwortet nicht</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-off</comment>
+        <translation>Die Shell-Erweiterung ist aus</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-login</comment>
+        <translation>Einmal ab- und anmelden</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-refused</comment>
+        <translation>Die Shell-Erweiterung läuft nicht</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>unsupported</comment>
+        <translation>Arbeitsumgebung nicht unterstützt</translation>
+    </message>
+    <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <translation>macOS verlangt diese Berechtigung, damit eine App die Fenster anderer Apps verschieben und in der Größe ändern kann. Ist Tessel in der Liste bereits eingeschaltet, wählen Sie es aus, klicken Sie auf − und öffnen Sie die App erneut.</translation>
     </message>
@@ -70,6 +95,31 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>X11</comment>
         <translation>Tessel lässt Fenster von der Fensterverwaltung verschieben. Es läuft aber keine, die Programmen das erlaubt, oder sie antwortet nicht. Starten Sie eine, dann macht Tessel von selbst weiter.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>compositor</comment>
+        <translation>Tessel bittet die Arbeitsumgebung, Fenster zu verschieben, und bekommt keine Antwort. Sobald sie wieder antwortet, macht Tessel von selbst weiter.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-off</comment>
+        <translation>GNOME lässt Programme Fenster nur über eine Erweiterung verschieben. Die von Tessel ist installiert, aber ausgeschaltet.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-login</comment>
+        <translation>GNOME lässt Programme Fenster nur über eine Erweiterung verschieben. Die von Tessel ist installiert und wird bei der nächsten Anmeldung geladen.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-refused</comment>
+        <translation>GNOME lässt Programme Fenster nur über eine Erweiterung verschieben und führt die von Tessel nicht aus. Vielleicht passt sie nicht zu dieser Version von GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>unsupported</comment>
+        <translation>Tessel kennt keinen Weg, in dieser Arbeitsumgebung Fenster zu verschieben. Es läuft unter KDE Plasma, GNOME und sway und überall, wo Fenster unter X11 verwaltet werden.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

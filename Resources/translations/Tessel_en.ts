@@ -63,6 +63,31 @@
         <translation>No window manager found</translation>
     </message>
     <message>
+        <source>Allow Accessibility access</source>
+        <comment>compositor</comment>
+        <translation>The desktop does not answer</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-off</comment>
+        <translation>The shell extension is off</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-login</comment>
+        <translation>Log out and in once</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-refused</comment>
+        <translation>The shell extension does not run</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>unsupported</comment>
+        <translation>This desktop is not supported</translation>
+    </message>
+    <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <translation>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</translation>
     </message>
@@ -70,6 +95,31 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>X11</comment>
         <translation>Tessel asks the window manager to move windows, but none is running that lets programs do so, or it does not answer. Start one, and Tessel goes on by itself.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>compositor</comment>
+        <translation>Tessel asks the desktop to move windows, and gets no answer. When the desktop answers again, Tessel goes on by itself.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-off</comment>
+        <translation>GNOME lets programs move windows only through an extension. Tessel’s is installed, but switched off.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-login</comment>
+        <translation>GNOME lets programs move windows only through an extension. Tessel’s is installed, and GNOME loads it at your next login.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-refused</comment>
+        <translation>GNOME lets programs move windows only through an extension, and refuses to run Tessel’s. The installed version may not fit this version of GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>unsupported</comment>
+        <translation>Tessel knows no way to move windows on this desktop. It works on KDE Plasma, GNOME and sway, and wherever windows are managed on X11.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

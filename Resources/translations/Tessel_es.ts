@@ -63,6 +63,31 @@
         <translation>No hay gestor de ventanas</translation>
     </message>
     <message>
+        <source>Allow Accessibility access</source>
+        <comment>compositor</comment>
+        <translation>El escritorio no responde</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-off</comment>
+        <translation>La extensión está desactivada</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-login</comment>
+        <translation>Cierre la sesión y vuelva a entrar</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-refused</comment>
+        <translation>La extensión no funciona</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>unsupported</comment>
+        <translation>Escritorio no compatible</translation>
+    </message>
+    <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <translation>macOS exige este permiso para que una aplicación pueda mover y redimensionar las ventanas de otras. Si Tessel ya está activado en la lista, selecciónelo, pulse − y vuelva a abrir la aplicación.</translation>
     </message>
@@ -70,6 +95,31 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>X11</comment>
         <translation>Tessel pide al gestor de ventanas que mueva las ventanas, pero no hay ninguno en marcha que se lo permita a los programas, o no responde. Inicie uno y Tessel continuará por sí solo.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>compositor</comment>
+        <translation>Tessel pide al escritorio que mueva las ventanas y no recibe respuesta. Cuando el escritorio vuelva a responder, Tessel continuará por sí solo.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-off</comment>
+        <translation>GNOME solo permite a los programas mover ventanas mediante una extensión. La de Tessel está instalada, pero desactivada.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-login</comment>
+        <translation>GNOME solo permite a los programas mover ventanas mediante una extensión. La de Tessel está instalada y se cargará cuando vuelva a iniciar sesión.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-refused</comment>
+        <translation>GNOME solo permite a los programas mover ventanas mediante una extensión y se niega a ejecutar la de Tessel. Quizá no sea compatible con esta versión de GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>unsupported</comment>
+        <translation>Tessel no conoce ningún modo de mover ventanas en este escritorio. Funciona en KDE Plasma, GNOME y sway, y donde haya un gestor de ventanas X11.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

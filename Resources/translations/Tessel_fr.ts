@@ -63,6 +63,31 @@
         <translation>Aucun gestionnaire de fenêtres</translation>
     </message>
     <message>
+        <source>Allow Accessibility access</source>
+        <comment>compositor</comment>
+        <translation>Le bureau ne répond pas</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-off</comment>
+        <translation>L’extension du shell est désactivée</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-login</comment>
+        <translation>Fermez puis rouvrez la session</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-refused</comment>
+        <translation>L’extension du shell ne marche pas</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>unsupported</comment>
+        <translation>Bureau non pris en charge</translation>
+    </message>
+    <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <translation>macOS exige cette autorisation pour qu’une application puisse déplacer et redimensionner les fenêtres des autres. Si Tessel est déjà activé dans la liste, sélectionnez-le, cliquez sur − et ouvrez de nouveau l’application.</translation>
     </message>
@@ -70,6 +95,31 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>X11</comment>
         <translation>Tessel demande au gestionnaire de fenêtres de déplacer les fenêtres, mais aucun n’est lancé qui le permette aux programmes, ou il ne répond pas. Lancez-en un&#xa0;: Tessel reprendra de lui-même.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>compositor</comment>
+        <translation>Tessel demande au bureau de déplacer les fenêtres et n’obtient pas de réponse. Dès que le bureau répondra, Tessel reprendra de lui-même.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-off</comment>
+        <translation>GNOME ne laisse les programmes déplacer les fenêtres qu’au moyen d’une extension. Celle de Tessel est installée, mais désactivée.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-login</comment>
+        <translation>GNOME ne laisse les programmes déplacer les fenêtres qu’au moyen d’une extension. Celle de Tessel est installée et sera chargée à la prochaine connexion.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-refused</comment>
+        <translation>GNOME ne laisse les programmes déplacer les fenêtres qu’au moyen d’une extension et refuse celle de Tessel. Elle n’est peut-être pas compatible avec cette version de GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>unsupported</comment>
+        <translation>Tessel ne connaît aucun moyen de déplacer les fenêtres sur ce bureau. Il fonctionne avec KDE Plasma, GNOME et sway, et partout où un gestionnaire de fenêtres X11 est lancé.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

@@ -63,6 +63,31 @@
         <translation>Nessun gestore di finestre</translation>
     </message>
     <message>
+        <source>Allow Accessibility access</source>
+        <comment>compositor</comment>
+        <translation>Il desktop non risponde</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-off</comment>
+        <translation>L’estensione della shell è disattivata</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-login</comment>
+        <translation>Terminare e riaprire la sessione</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-refused</comment>
+        <translation>L’estensione della shell non funziona</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>unsupported</comment>
+        <translation>Desktop non supportato</translation>
+    </message>
+    <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <translation>macOS richiede questo permesso perché un’applicazione possa spostare e ridimensionare le finestre delle altre. Se Tessel è già attivo nell’elenco, selezionarlo, fare clic su − e riaprire l’applicazione.</translation>
     </message>
@@ -70,6 +95,31 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>X11</comment>
         <translation>Tessel chiede al gestore di finestre di spostare le finestre, ma non ne è in esecuzione nessuno che lo consenta ai programmi, oppure non risponde. Avviarne uno: Tessel riprenderà da solo.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>compositor</comment>
+        <translation>Tessel chiede al desktop di spostare le finestre e non riceve risposta. Quando il desktop risponderà di nuovo, Tessel riprenderà da solo.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-off</comment>
+        <translation>GNOME consente ai programmi di spostare le finestre solo tramite un’estensione. Quella di Tessel è installata, ma disattivata.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-login</comment>
+        <translation>GNOME consente ai programmi di spostare le finestre solo tramite un’estensione. Quella di Tessel è installata e sarà caricata al prossimo accesso.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-refused</comment>
+        <translation>GNOME consente ai programmi di spostare le finestre solo tramite un’estensione e rifiuta quella di Tessel. Forse non è adatta a questa versione di GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>unsupported</comment>
+        <translation>Tessel non conosce un modo per spostare le finestre su questo desktop. Funziona con KDE Plasma, GNOME e sway, e ovunque ci sia un gestore di finestre X11.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

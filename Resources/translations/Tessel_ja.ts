@@ -61,6 +61,31 @@
         <translation>ウィンドウマネージャーがありません</translation>
     </message>
     <message>
+        <source>Allow Accessibility access</source>
+        <comment>compositor</comment>
+        <translation>デスクトップの応答がありません</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-off</comment>
+        <translation>シェルの拡張機能がオフです</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-login</comment>
+        <translation>一度ログアウトしてください</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-refused</comment>
+        <translation>シェルの拡張機能が動作しません</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>unsupported</comment>
+        <translation>対応していないデスクトップです</translation>
+    </message>
+    <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <translation>アプリがほかのアプリのウィンドウを移動したりサイズを変更したりするには、macOS のこの許可が必要です。リストで Tessel がすでにオンになっている場合は、選択して − をクリックし、アプリを開き直してください。</translation>
     </message>
@@ -68,6 +93,31 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>X11</comment>
         <translation>Tessel はウィンドウマネージャーに依頼してウィンドウを動かします。プログラムからの操作を受け付けるものが動作していないか、応答がありません。ウィンドウマネージャーを起動すると、Tessel は自動的に再開します。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>compositor</comment>
+        <translation>Tessel はデスクトップに依頼してウィンドウを動かしますが、応答がありません。応答が戻ると、Tessel は自動的に再開します。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-off</comment>
+        <translation>GNOME では、プログラムは拡張機能を通してのみウィンドウを動かせます。Tessel の拡張機能はインストールされていますが、オフになっています。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-login</comment>
+        <translation>GNOME では、プログラムは拡張機能を通してのみウィンドウを動かせます。Tessel の拡張機能はインストール済みで、次のログイン時に読み込まれます。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-refused</comment>
+        <translation>GNOME では、プログラムは拡張機能を通してのみウィンドウを動かせますが、Tessel の拡張機能の実行が拒否されました。このバージョンの GNOME に対応していない可能性があります。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>unsupported</comment>
+        <translation>このデスクトップでウィンドウを動かす方法がありません。Tessel は KDE Plasma、GNOME、sway、およびウィンドウマネージャーのある X11 で動作します。</translation>
     </message>
     <message>
         <source>Shortcuts</source>

@@ -61,6 +61,31 @@
         <translation>창 관리자를 찾을 수 없음</translation>
     </message>
     <message>
+        <source>Allow Accessibility access</source>
+        <comment>compositor</comment>
+        <translation>데스크톱이 응답하지 않음</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-off</comment>
+        <translation>셸 확장이 꺼져 있음</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-login</comment>
+        <translation>한 번 로그아웃하십시오</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-refused</comment>
+        <translation>셸 확장이 작동하지 않음</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>unsupported</comment>
+        <translation>지원하지 않는 데스크톱</translation>
+    </message>
+    <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <translation>앱이 다른 앱의 창을 옮기고 크기를 조절하려면 macOS에서 이 권한을 허용해야 합니다. 목록에서 Tessel이 이미 켜져 있으면 선택한 다음 −를 클릭하고 앱을 다시 여십시오.</translation>
     </message>
@@ -68,6 +93,31 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>X11</comment>
         <translation>Tessel은 창 관리자에 요청하여 창을 옮깁니다. 프로그램의 요청을 받아들이는 창 관리자가 실행 중이 아니거나 응답하지 않습니다. 창 관리자를 시작하면 Tessel이 자동으로 다시 작동합니다.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>compositor</comment>
+        <translation>Tessel이 데스크톱에 창을 옮기도록 요청했지만 응답이 없습니다. 데스크톱이 다시 응답하면 Tessel이 자동으로 다시 작동합니다.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-off</comment>
+        <translation>GNOME에서는 프로그램이 확장을 통해서만 창을 옮길 수 있습니다. Tessel의 확장은 설치되어 있지만 꺼져 있습니다.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-login</comment>
+        <translation>GNOME에서는 프로그램이 확장을 통해서만 창을 옮길 수 있습니다. Tessel의 확장이 설치되었으며 다음에 로그인할 때 로드됩니다.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-refused</comment>
+        <translation>GNOME에서는 프로그램이 확장을 통해서만 창을 옮길 수 있는데, Tessel의 확장을 실행하지 못했습니다. 이 GNOME 버전과 맞지 않을 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>unsupported</comment>
+        <translation>이 데스크톱에서 창을 옮기는 방법이 없습니다. Tessel은 KDE Plasma, GNOME, sway와 창 관리자가 있는 X11에서 작동합니다.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

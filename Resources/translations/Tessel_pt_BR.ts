@@ -63,6 +63,31 @@
         <translation>Nenhum gerenciador de janelas</translation>
     </message>
     <message>
+        <source>Allow Accessibility access</source>
+        <comment>compositor</comment>
+        <translation>A área de trabalho não responde</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-off</comment>
+        <translation>A extensão do shell está desativada</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-login</comment>
+        <translation>Encerre a sessão e entre de novo</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-refused</comment>
+        <translation>A extensão do shell não funciona</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>unsupported</comment>
+        <translation>Área de trabalho não suportada</translation>
+    </message>
+    <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <translation>O macOS exige essa permissão para que um aplicativo mova e redimensione as janelas de outros. Se o Tessel já estiver ativado na lista, selecione-o, clique em − e abra o aplicativo novamente.</translation>
     </message>
@@ -70,6 +95,31 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>X11</comment>
         <translation>O Tessel pede ao gerenciador de janelas que mova as janelas, mas nenhum que permita isso aos programas está em execução, ou ele não responde. Inicie um e o Tessel continuará sozinho.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>compositor</comment>
+        <translation>O Tessel pede à área de trabalho que mova as janelas e não recebe resposta. Quando ela voltar a responder, o Tessel continuará sozinho.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-off</comment>
+        <translation>O GNOME só permite que programas movam janelas por meio de uma extensão. A do Tessel está instalada, mas desativada.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-login</comment>
+        <translation>O GNOME só permite que programas movam janelas por meio de uma extensão. A do Tessel está instalada e será carregada no próximo início de sessão.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-refused</comment>
+        <translation>O GNOME só permite que programas movam janelas por meio de uma extensão e não executa a do Tessel. Talvez ela não seja compatível com esta versão do GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>unsupported</comment>
+        <translation>O Tessel não conhece um modo de mover janelas nesta área de trabalho. Ele funciona no KDE Plasma, no GNOME e no sway, e onde houver um gerenciador de janelas X11.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

@@ -61,6 +61,31 @@
         <translation>未找到窗口管理器</translation>
     </message>
     <message>
+        <source>Allow Accessibility access</source>
+        <comment>compositor</comment>
+        <translation>桌面没有响应</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-off</comment>
+        <translation>Shell 扩展已关闭</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-login</comment>
+        <translation>请注销后重新登录</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>extension-refused</comment>
+        <translation>Shell 扩展无法运行</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
+        <comment>unsupported</comment>
+        <translation>不支持此桌面</translation>
+    </message>
+    <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <translation>macOS 要求授予此权限，应用才能移动其他应用的窗口并调整其大小。如果 Tessel 在列表中已开启，请选中它，点击 −，然后重新打开应用。</translation>
     </message>
@@ -68,6 +93,31 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>X11</comment>
         <translation>Tessel 通过窗口管理器移动窗口，但没有允许程序这样做的窗口管理器在运行，或者它没有响应。启动一个窗口管理器后，Tessel 会自动继续。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>compositor</comment>
+        <translation>Tessel 请求桌面移动窗口，但没有得到响应。桌面恢复响应后，Tessel 会自动继续。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-off</comment>
+        <translation>GNOME 只允许程序通过扩展移动窗口。Tessel 的扩展已安装，但处于关闭状态。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-login</comment>
+        <translation>GNOME 只允许程序通过扩展移动窗口。Tessel 的扩展已安装，将在下次登录时加载。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>extension-refused</comment>
+        <translation>GNOME 只允许程序通过扩展移动窗口，但拒绝运行 Tessel 的扩展。它可能不适用于此版本的 GNOME。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>unsupported</comment>
+        <translation>Tessel 无法在此桌面上移动窗口。它可在 KDE Plasma、GNOME、sway 以及有窗口管理器的 X11 桌面上使用。</translation>
     </message>
     <message>
         <source>Shortcuts</source>

@@ -1,7 +1,9 @@
 #include "Tessel/Menu/MenuState.h"
 
+#include "CorvidKit/AccessibilityAccess.h"
 #include "CorvidKit/AppInfo.h"
 #include "CorvidKit/SystemSettings.h"
+#include "Platform/Accessibility.h"
 #include "Platform/ApplicationCatalogue.h"
 #include "Platform/MainActor.h"
 #include "Platform/Platform.h"
@@ -15,8 +17,31 @@ namespace tessel {
 
 namespace {
 
+using platform::AccessRequirement;
+
 QString translated(std::string_view key, const char* variant = nullptr, int count = -1) {
     return QCoreApplication::translate("Tessel", std::string(key).c_str(), variant, count);
+}
+
+/// The comment of those translations that fit what is missing.
+const char* permissionVariant() {
+    switch (platform::current().accessibility.requirement()) {
+    case AccessRequirement::permission:
+        return nullptr;
+    case AccessRequirement::windowManager:
+        return "X11";
+    case AccessRequirement::compositor:
+        return "compositor";
+    case AccessRequirement::extensionSwitchedOn:
+        return "extension-off";
+    case AccessRequirement::extensionLoaded:
+        return "extension-login";
+    case AccessRequirement::extensionAccepted:
+        return "extension-refused";
+    case AccessRequirement::otherDesktop:
+        return "unsupported";
+    }
+    return nullptr;
 }
 
 QString text(std::string_view utf8) {
@@ -145,13 +170,29 @@ QString MenuState::version() const {
 }
 
 QString MenuState::permissionTitle() const {
-    return translated("Allow Accessibility access", "X11");
+    return translated("Allow Accessibility access", permissionVariant());
 }
 
 QString MenuState::permissionMessage() const {
     return translated("macOS requires this permission for an app to move and resize other apps' windows. If Tessel is "
                       "already turned on in the list, select it, click − and open the app again.",
-                      "X11");
+                      permissionVariant());
+}
+
+QString MenuState::permissionButton() const {
+    switch (platform::current().accessibility.requirement()) {
+    case AccessRequirement::permission:
+    case AccessRequirement::windowManager:
+        return QCoreApplication::translate("CorvidKit", "Open System Settings");
+    case AccessRequirement::extensionSwitchedOn:
+        return translated("Turn on");
+    case AccessRequirement::compositor:
+    case AccessRequirement::extensionLoaded:
+    case AccessRequirement::extensionAccepted:
+    case AccessRequirement::otherDesktop:
+        break;
+    }
+    return {};
 }
 
 QVariantList MenuState::addableRunningApps() const {
@@ -196,7 +237,15 @@ void MenuState::dismissUpdateReminder() {
 }
 
 void MenuState::openAccessibilitySettings() {
-    corvid::SystemSettings::open(corvid::SystemSettings::Pane::accessibility);
+    if (platform::current().accessibility.requirement() == AccessRequirement::extensionSwitchedOn) {
+        corvid::AccessibilityAccess::requestIfNeeded();
+    } else {
+        corvid::SystemSettings::open(corvid::SystemSettings::Pane::accessibility);
+    }
+}
+
+void MenuState::lookAgain() {
+    Q_EMIT changed();
 }
 
 void MenuState::quit() {

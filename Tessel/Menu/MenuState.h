@@ -29,8 +29,9 @@ class MenuState final : public QObject {
     Q_PROPERTY(QVariantList actions READ actions CONSTANT)
     Q_PROPERTY(QVariantList ruleActions READ ruleActions CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
-    Q_PROPERTY(QString permissionTitle READ permissionTitle CONSTANT)
-    Q_PROPERTY(QString permissionMessage READ permissionMessage CONSTANT)
+    Q_PROPERTY(QString permissionTitle READ permissionTitle NOTIFY changed)
+    Q_PROPERTY(QString permissionMessage READ permissionMessage NOTIFY changed)
+    Q_PROPERTY(QString permissionButton READ permissionButton NOTIFY changed)
 
 public:
     // Views find only names that begin with a capital.
@@ -64,6 +65,9 @@ public:
     [[nodiscard]] QString permissionTitle() const;
     [[nodiscard]] QString permissionMessage() const;
 
+    /// What the button says that does something about it; empty where only the user can.
+    [[nodiscard]] QString permissionButton() const;
+
     /// The running applications that could be given a rule, each with `bundleID`, `title` and `icon`.
     Q_INVOKABLE [[nodiscard]] QVariantList addableRunningApps() const;
 
@@ -74,6 +78,9 @@ public:
     Q_INVOKABLE void checkForUpdates();
     Q_INVOKABLE void dismissUpdateReminder();
     Q_INVOKABLE void openAccessibilitySettings();
+
+    /// Tells what may have changed unnoticed while nothing was shown.
+    Q_INVOKABLE void lookAgain();
     Q_INVOKABLE void quit();
 
 Q_SIGNALS:

@@ -21,6 +21,7 @@ Item {
     // What may have changed while the view was not shown.
     function appear() {
         loginRow.refresh();
+        view.appState.lookAgain();
     }
 
     function statusColor(): color {
@@ -61,6 +62,7 @@ Item {
             symbol: "hand.raised.fill"
             title: view.appState.permissionTitle
             message: view.appState.permissionMessage
+            button: view.appState.permissionButton
             onAction: view.appState.openAccessibilitySettings()
         }
         TabSwitcher {

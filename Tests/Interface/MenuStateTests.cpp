@@ -9,6 +9,7 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace tessel {
 namespace {
@@ -53,6 +54,29 @@ TEST_F(Menu, SaysWhatIsMissing) {
     desktop.mainActor.advance(2s);
     EXPECT_TRUE(menu.hasAccessibility());
     EXPECT_GE(changes.count(), 1);
+}
+
+TEST_F(Menu, HasAButtonOnlyWhereSomethingCanBeDoneAboutWhatIsMissing) {
+    using enum platform::AccessRequirement;
+    MenuState& menu = make();
+    for (const auto& [missing, button] : {std::pair{permission, "Open System Settings"},
+                                          {windowManager, "Open System Settings"},
+                                          {compositor, ""},
+                                          {extensionSwitchedOn, "Turn on"},
+                                          {extensionLoaded, ""},
+                                          {extensionAccepted, ""},
+                                          {otherDesktop, ""}}) {
+        desktop.accessibility.missing = missing;
+        EXPECT_EQ(menu.permissionButton(), button);
+    }
+    desktop.accessibility.isTrusted = false;
+    const int before = desktop.accessibility.promptCount();
+    desktop.accessibility.missing = extensionSwitchedOn;
+    menu.openAccessibilitySettings();
+    EXPECT_EQ(desktop.accessibility.promptCount(), before + 1);
+    desktop.accessibility.missing = windowManager;
+    menu.openAccessibilitySettings();
+    EXPECT_EQ(desktop.accessibility.promptCount(), before + 1);
 }
 
 TEST_F(Menu, NamesTheShortcutsThatAreTaken) {
