@@ -31,6 +31,9 @@ public:
     /// Shows the user how to open the door, where it is closed and there is a way. Does not wait.
     virtual void prompt() = 0;
 
+    /// What it takes to open the door.
+    [[nodiscard]] virtual AccessRequirement requirement() const { return AccessRequirement::compositor; }
+
     /// Where the pointer is; nothing where the compositor does not say.
     [[nodiscard]] virtual std::optional<corvid::CGPoint> pointer() = 0;
 
