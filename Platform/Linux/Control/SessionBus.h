@@ -49,6 +49,9 @@ public:
     SessionBus& operator=(const SessionBus&) = delete;
     ~SessionBus() = default;
 
+    /// Waits until the bus is connected to, at the latest until `deadline`. Listeners that are there are told meanwhile.
+    void await(Instant deadline);
+
 private:
     static int connected(sd_bus_message* message, void* data, sd_bus_error* error);
     static int disconnected(sd_bus_message* message, void* data, sd_bus_error* error);
