@@ -32,6 +32,18 @@ std::string_view textOf(sd_bus_message* message) {
     return sd_bus_message_read(message, "s", &text) > 0 ? std::string_view(text) : std::string_view();
 }
 
+std::optional<corvid::CGRect> rectangleOf(sd_bus_message* message) {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    if (sd_bus_message_read(message, "iiii", &x, &y, &width, &height) <= 0) {
+        return std::nullopt;
+    }
+    return corvid::CGRect{{static_cast<double>(x), static_cast<double>(y)},
+                          {static_cast<double>(width), static_cast<double>(height)}};
+}
+
 std::optional<std::uint64_t> windowOf(sd_bus_message* message) {
     std::uint64_t window = 0;
     return sd_bus_message_read(message, "t", &window) > 0 ? std::optional(window) : std::nullopt;
@@ -72,18 +84,19 @@ AXError Door::place(const compositor::WindowIdentifier& window, const corvid::CG
     if (known == nullptr) {
         return AXError::invalidUIElement;
     }
-    const auto& [origin, size] = frame;
-    ShellLink::Answer answer = link.call(deadline, "Place", "tiiii", numberOf(window), whole(origin.x),
-                                         whole(origin.y), whole(size.width), whole(size.height));
-    std::int32_t x = 0;
-    std::int32_t y = 0;
-    std::int32_t width = 0;
-    std::int32_t height = 0;
-    if (answer && sd_bus_message_read(answer->get(), "iiii", &x, &y, &width, &height) > 0) {
-        put(window,
-            {{static_cast<double>(x), static_cast<double>(y)},
-             {static_cast<double>(width), static_cast<double>(height)}},
-            known->isFullscreen);
+    const std::uint64_t number = numberOf(window);
+    const std::int32_t x = whole(frame.origin.x);
+    const std::int32_t y = whole(frame.origin.y);
+    const std::int32_t width = whole(frame.size.width);
+    const std::int32_t height = whole(frame.size.height);
+    if (link.isPast(deadline)) {
+        link.send("Place", "tiiii", number, x, y, width, height);
+        areFramesStale = true;
+        return AXError::cannotComplete;
+    }
+    const ShellLink::Answer answer = link.call(deadline, "Place", "tiiii", number, x, y, width, height);
+    if (const auto settled = answer ? rectangleOf(answer->get()) : std::nullopt) {
+        put(window, *settled, known->isFullscreen);
         return AXError::success;
     }
     areFramesStale = true;

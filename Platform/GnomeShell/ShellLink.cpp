@@ -99,21 +99,11 @@ ShellLink::ShellLink(linux::MainLoop& mainLoop, linux::SessionBus& bus)
 ShellLink::~ShellLink() = default;
 
 void ShellLink::await(Instant deadline) {
-    sessionBus.await(deadline);
-    if (bus == nullptr || present != Obstacle::unknown) {
-        return;
-    }
-    // Asked once more, as the library cannot wait for a call that is under way.
-    question.reset();
-    const OwnedMessage message = newCall("Hello");
-    const Answer answer = message == nullptr ? std::unexpected(Failure{}) : answerTo(message.get(), deadline);
-    if (answer) {
-        take(answer->get());
-    } else if (answer.error().name.empty()) {
-        ask();
-    } else {
-        close(Obstacle::noExtension);
-    }
+    sessionBus.await(deadline, [this] { return present != Obstacle::unknown; });
+}
+
+bool ShellLink::isPast(Instant deadline) const {
+    return deadline <= mainLoop.now();
 }
 
 Instant ShellLink::endOfWaiting() {
@@ -202,7 +192,7 @@ OwnedMessage ShellLink::newCall(const char* method) const {
 
 ShellLink::Answer ShellLink::answerTo(sd_bus_message* message, Instant deadline) {
     const auto left = std::chrono::duration_cast<std::chrono::microseconds>(deadline - mainLoop.now());
-    if (left.count() <= 0) {
+    if (left.count() <= 0 || bus == nullptr) {
         return std::unexpected(Failure{});
     }
     sd_bus_error error = SD_BUS_ERROR_NULL;

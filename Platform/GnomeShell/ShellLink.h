@@ -79,6 +79,8 @@ public:
     /// The end of the time for waiting in this turn of the loop.
     [[nodiscard]] Instant endOfWaiting();
 
+    [[nodiscard]] bool isPast(Instant deadline) const;
+
     /// Calls a method of the extension and waits for the answer.
     template <typename... Values>
     [[nodiscard]] Answer call(Instant deadline, const char* method, const char* types, Values... values) {

@@ -27,6 +27,7 @@ const INTERFACE = `<node><interface name="${INTERFACE_NAME}">
         <arg type="i" direction="in"/><arg type="s" direction="in"/>
         <arg type="i" direction="in"/><arg type="i" direction="in"/>
     </method>
+    <method name="Beep"/>
     <method name="ShowItem"><arg type="s" direction="in"/></method>
     <method name="HideItem"/>
     <method name="ItemFrame">
@@ -662,6 +663,11 @@ class Door {
 
     PlaceOwnAsync([process, title, x, y], invocation) {
         this._answer(invocation, null, service => service.placeOwn(process, title, x, y));
+    }
+
+    BeepAsync(_parameters, invocation) {
+        this._answer(invocation, null, () =>
+            global.display.get_sound_player().play_from_theme('bell-window-system', 'Tessel', null));
     }
 
     ShowItemAsync([description], invocation) {

@@ -108,8 +108,8 @@ void SessionBus::connect() {
     }
 }
 
-void SessionBus::await(Instant deadline) {
-    while (bus != nullptr && !isConnected) {
+void SessionBus::await(Instant deadline, const std::function<bool()>& condition) {
+    while (bus != nullptr && !condition()) {
         const auto left = std::chrono::duration_cast<std::chrono::microseconds>(deadline - mainLoop.now());
         const int progress = left.count() > 0 ? sd_bus_process(bus.get(), nullptr) : -ETIMEDOUT;
         if (progress < 0 ||
