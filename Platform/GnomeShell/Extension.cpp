@@ -61,10 +61,9 @@ struct Extension::Answers {
 
     static int versionTold(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
         const char* version = nullptr;
-        if (sd_bus_message_is_method_error(reply, nullptr) == 0 && sd_bus_message_read(reply, "v", "s", &version) > 0 &&
-            self(data).files.install(version)) {
-            // The shell switches on only what it knows; its own program notes what is to be on from the next login.
-            self(data).programs.start("gnome-extensions", {"enable", Protocol::extension});
+        if (sd_bus_message_is_method_error(reply, nullptr) == 0 && sd_bus_message_read(reply, "v", "s", &version) > 0) {
+            // The shell switches on only what it knows: that is for the program's next start.
+            self(data).files.install(version);
         }
         return 0;
     }

@@ -30,8 +30,8 @@ public:
 
     [[nodiscard]] State state() const { return link.isOpen() ? State::working : known; }
 
-    /// Switches the extension on where the shell has it; puts it into the user's home, to be on from the next login,
-    /// where the shell does not. Shows the shell's own extensions where the user has all of them switched off.
+    /// Switches the extension on where the shell has it. Where it does not, puts the extension into the user's home: the
+    /// shell has it from the next login on. Where the user has all extensions switched off, shows that switch.
     void switchOn();
 
 private:

@@ -5,10 +5,11 @@ Mutter's remote desktop, which goes the way of real devices.
 """
 
 import json
-import os
+import re
 import shutil
 import signal
 import sys
+import time
 from pathlib import Path
 
 from .product import Product
@@ -38,7 +39,7 @@ SYSTEM_BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Config
 # Keys as the kernel numbers them (linux/input-event-codes.h).
 KEYS = {
     "Control": 29, "Alt": 56, "Left": 105, "Right": 106, "Up": 103, "Down": 108, "C": 46, "D": 32, "Escape": 1,
-    "Super": 125,
+    "P": 25,
 }
 SHORTCUTS = {
     "leftHalf": "Left", "rightHalf": "Right", "center": "C", "maximize": "Up", "almostMaximize": "D",
@@ -162,12 +163,12 @@ class Gnome:
             self._install(self.extension_folder(), EXTENSION)
         if extension == "enabled":
             enabled.append(EXTENSION)
-        self.set("org.gnome.shell", "enabled-extensions", str(enabled))
-        self.set("org.gnome.shell", "welcome-dialog-last-shown-version", "'99'")
-        self.set("org.gnome.desktop.interface", "enable-animations", "false")
+        self.change_setting("org.gnome.shell", "enabled-extensions", str(enabled))
+        self.change_setting("org.gnome.shell", "welcome-dialog-last-shown-version", "'99'")
+        self.change_setting("org.gnome.desktop.interface", "enable-animations", "false")
         if keys_free:
             for direction in ("left", "right", "up", "down"):
-                self.set("org.gnome.desktop.wm.keybindings", f"switch-to-workspace-{direction}", "[]")
+                self.change_setting("org.gnome.desktop.wm.keybindings", f"switch-to-workspace-{direction}", "[]")
 
     def extension_folder(self, form: str = "legacy") -> Path:
         return self.program.parent.parent / "share/tessel/gnome-shell" / form
@@ -175,7 +176,7 @@ class Gnome:
     def _install(self, folder: Path, name: str) -> None:
         shutil.copytree(folder, self.session.home / ".local/share/gnome-shell/extensions" / name)
 
-    def set(self, schema: str, key: str, value: str) -> None:
+    def change_setting(self, schema: str, key: str, value: str) -> None:
         """Changes a setting as its user would."""
         self.session.run(["gsettings", "set", schema, key, value])
 
@@ -237,7 +238,9 @@ class Gnome:
 
     def place(self, window: int, rect: Rect) -> Rect:
         """Puts a window there as a person would with the mouse; gives where it has come to rest."""
-        self.see(f"one({window}).move_resize_frame(true, {rect.x}, {rect.y}, {rect.width}, {rect.height})")
+        # The shell takes a window with size steps for one whose corner is dragged, unless it is moved by itself.
+        self.see(f"(w => {{ w.unmaximize(Meta.MaximizeFlags.BOTH); w.move_frame(true, {rect.x}, {rect.y}); "
+                 f"w.move_resize_frame(true, {rect.x}, {rect.y}, {rect.width}, {rect.height}); }})(one({window}))")
         until(lambda: self.frame(window)[:2] == rect[:2], f"the window to come to {rect}", 3.0,
               lambda: self.frame(window))
         return self.at_rest(window)
@@ -248,7 +251,7 @@ class Gnome:
 
         def steady() -> bool:
             seen.append(self.frame(window))
-            return len(seen) > 20 and len(set(seen[-20:])) == 1
+            return len(seen) > 10 and len(set(seen[-10:])) == 1
 
         until(steady, "the window to come to rest", 5.0)
         return seen[-1]
@@ -264,7 +267,68 @@ class Gnome:
             f"(global.display.grab_accelerator('{modifiers}{keys[-1]}', 0))"
         )
 
+    def sizes_of_steps(self, window: int):
+        """Frame size asked for to frame size taken, for an X11 window that counts its size in rows and columns."""
+        environment = {**self.session.environment, **self.x11_environment()}
+        tree = self.session.processes.run(["xwininfo", "-root", "-tree"], environment)
+        (xid,) = re.findall(r"(0x[0-9a-f]+) .*XTerm", tree)
+        hints = self.session.processes.run(["xprop", "-id", xid, "WM_NORMAL_HINTS"], environment)
+        step, base = (
+            tuple(map(int, re.search(rf"{what}: (\d+) by (\d+)", hints).groups()))
+            for what in ("resize increment", "base size")
+        )
+        geometry = self.session.processes.run(["xwininfo", "-id", xid], environment)
+        client = [int(re.search(rf"{side}: (\d+)", geometry)[1]) for side in ("Width", "Height")]
+        around = [frame - inner for frame, inner in zip(self.frame(window).size, client)]
+
+        def rounded_down(asked: tuple[int, int]) -> tuple[int, int]:
+            return tuple(
+                outside + least + (size - outside - least) // increment * increment
+                for size, outside, least, increment in zip(asked, around, base, step)
+            )
+
+        return rounded_down
+
+    def time_to_repeat(self) -> float:
+        """How long a key is held until the shell has repeated it, in seconds: tried with one that is the tests' own."""
+        self.see("globalThis.repeats = {count: 0, action: global.display.grab_accelerator('<Control><Alt>p', 0)}, "
+                 "Main.wm.allowKeybinding(Meta.external_binding_name_for_action(repeats.action), -1), "
+                 "repeats.signal = global.display.connect('accelerator-activated', "
+                 "(_display, action) => { repeats.count += action === repeats.action; })")
+        began = time.monotonic()
+        self.hands.hold("Control", "Alt", "P")
+        until(lambda: self.see("repeats.count") > 1, "a held key to repeat")
+        took = time.monotonic() - began
+        self.hands.release("Control", "Alt", "P")
+        self.see("[global.display.disconnect(repeats.signal), global.display.ungrab_accelerator(repeats.action)]")
+        return took
+
+    def has_item(self) -> bool:
+        return self.see("Main.panel.statusArea.tessel?.mapped")
+
+    def item_frame(self) -> Rect:
+        x, y, width, height = self.see(
+            "(e => [e.origin.x, e.origin.y, e.size.width, e.size.height])"
+            "(Main.panel.statusArea.tessel.get_transformed_extents())"
+        )
+        return Rect(round(x), round(y), round(width), round(height))
+
     # Applications and the program
+
+    def x11_environment(self) -> dict[str, str]:
+        """What X11 programs need here."""
+        return {name: self.see(f"GLib.getenv('{name}')") for name in ("DISPLAY", "XAUTHORITY")}
+
+    def status(self) -> dict:
+        """What the program says when it is asked."""
+        return json.loads(self.session.run([str(self.program), "--status", "--json"]))
+
+    def taken(self) -> set[str]:
+        """The actions whose keys somebody else has, as the program says."""
+        return {shortcut["action"] for shortcut in self.status()["shortcuts"] if shortcut["state"] == "taken"}
+
+    def setting(self, schema: str, key: str) -> str:
+        return self.session.run(["gsettings", "get", schema, key])
 
     def open(self, command: list[str], log: str, extra: dict[str, str] | None = None):
         """Starts an application; gives its process and its window, which has the focus."""
