@@ -2,8 +2,6 @@
 
 #include "Platform/Linux/BaseFolders.h"
 
-#include <algorithm>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -16,18 +14,7 @@ std::vector<std::filesystem::path> dataFolders() {
     return {folders.begin(), folders.end()};
 }
 
-bool isGnome() {
-    const std::vector<std::string> names = linux::currentDesktops();
-    return std::ranges::find(names, "GNOME") != names.end();
-}
-
 } // namespace
-
-bool isThisSession() {
-    // Nothing in the program changes its environment.
-    const char* display = std::getenv("WAYLAND_DISPLAY"); // NOLINT(concurrency-mt-unsafe)
-    return display != nullptr && *display != '\0' && isGnome();
-}
 
 Ground::Ground(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder)
     : bus(mainLoop)
@@ -44,6 +31,22 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
     , bell(link) {
     // So that the first question for trust has an answer.
     link.await(mainLoop.now() + ShellLink::longestWait);
+}
+
+std::string Desktop::hindrance() {
+    switch (extension.state()) {
+    case Extension::State::working:
+        return {};
+    case Extension::State::switchedOff:
+        return "the extension Tessel of GNOME Shell is switched off; switch it on in the application Extensions";
+    case Extension::State::notLoaded:
+        return "GNOME Shell has not loaded its extension Tessel yet; log out and in once";
+    case Extension::State::refused:
+        return "GNOME Shell does not run its extension Tessel; the application Extensions says why";
+    case Extension::State::unknown:
+        break;
+    }
+    return "GNOME Shell does not answer";
 }
 
 } // namespace platform::gnomeshell

@@ -10,13 +10,9 @@
 #include "Platform/Linux/Control/SessionBus.h"
 
 #include <filesystem>
-#include <memory>
+#include <string>
 
 namespace platform::gnomeshell {
-
-/// Whether this is a Wayland session of GNOME Shell, by what the session says of itself. Reads the environment: main
-/// thread.
-[[nodiscard]] bool isThisSession();
 
 /// What a desktop needs before the rest of it.
 struct Ground {
@@ -50,7 +46,9 @@ public:
 
     [[nodiscard]] linux::TrayPlace* trayPlace() override { return &topBar; }
 
-    /// Why there is no trust, where there is none.
+    [[nodiscard]] std::string hindrance() override;
+
+    /// What of it is in the way, where `hindrance` says that something is.
     [[nodiscard]] Extension::State extensionState() const { return extension.state(); }
 
 private:
