@@ -135,9 +135,8 @@ void Extension::openTheWay() {
 void Extension::call(const char* interface, const char* method, const char* argument, const char* second,
                      sd_bus_message_handler_t handler) {
     sd_bus_message* raw = nullptr;
-    if (link.connection() == nullptr ||
-        sd_bus_message_new_method_call(link.connection(), &raw, Protocol::shellName, Protocol::shellPath, interface,
-                                       method) < 0) {
+    if (link.connection() == nullptr || sd_bus_message_new_method_call(link.connection(), &raw, Protocol::shellName,
+                                                                       Protocol::shellPath, interface, method) < 0) {
         return;
     }
     const linux::OwnedMessage message(raw);

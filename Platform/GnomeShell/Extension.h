@@ -30,8 +30,8 @@ public:
 
     [[nodiscard]] State state() const { return link.isOpen() ? State::working : known; }
 
-    /// Switches the extension on where the shell has it. Where it does not, puts the extension into the user's home: the
-    /// shell has it from the next login on. Where the user has all extensions switched off, shows that switch.
+    /// Switches the extension on where the shell has it. Where it does not, puts the extension into the user's home:
+    /// the shell has it from the next login on. Where the user has all extensions switched off, shows that switch.
     void switchOn();
 
 private:

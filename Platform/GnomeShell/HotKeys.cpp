@@ -47,10 +47,14 @@ HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::u
         return {.status = eventHotKeyInvalidErr, .reference = std::nullopt};
     }
     const std::uint32_t number = ++lastNumber;
-    if (!grab(number, *text)) {
+    const std::optional<bool> isGranted = grab(number, *text);
+    if (isGranted == false) {
         return {.status = eventHotKeyExistsErr, .reference = std::nullopt};
     }
-    registrations.emplace(number, Registered{.accelerator = *text, .name = name});
+    registrations.emplace(number, Registered{.accelerator = *text, .name = name, .isConfirmed = isGranted.has_value()});
+    if (!isGranted) {
+        confirmAt(mainLoop.now() + untilRetry, untilRetry / 10);
+    }
     return {.status = noErr, .reference = EventHotKeyRef{number}};
 }
 
@@ -66,14 +70,18 @@ bool HotKeys::takeLoss() {
 }
 
 void HotKeys::opened(const Hello& /*hello*/, bool isNew) {
-    if (isNew && !registrations.empty()) {
-        // Not within the connection's own work: answers are waited for.
-        renewal = mainLoop.schedule(mainLoop.now(), {}, [this] { renew(); });
+    if (!isNew) {
+        return;
     }
+    for (auto& [number, registered] : registrations) {
+        registered.isConfirmed = false;
+    }
+    // Not within the connection's own work: answers are waited for.
+    confirmAt(mainLoop.now(), {});
 }
 
 void HotKeys::closed() {
-    renewal.reset();
+    confirmation.reset();
 }
 
 void HotKeys::told(std::string_view signal, sd_bus_message* message) {
@@ -87,21 +95,34 @@ void HotKeys::told(std::string_view signal, sd_bus_message* message) {
     }
 }
 
-bool HotKeys::grab(std::uint32_t number, const std::string& accelerator) {
+std::optional<bool> HotKeys::grab(std::uint32_t number, const std::string& accelerator) {
     const ShellLink::Answer answer = link.call(link.endOfWaiting(), "Grab", "us", number, accelerator.c_str());
     int isGranted = 0; // the library's boolean
-    if (answer && sd_bus_message_read(answer->get(), "b", &isGranted) > 0) {
-        return isGranted != 0;
+    if (!answer && answer.error().name.empty()) {
+        return std::nullopt;
     }
-    // It may be granted later than anybody waits for it.
-    link.send("Ungrab", "u", number);
-    return false;
+    return answer && sd_bus_message_read(answer->get(), "b", &isGranted) > 0 && isGranted != 0;
 }
 
-void HotKeys::renew() {
-    for (const auto& [number, registered] : registrations) {
-        wasLost = !grab(number, registered.accelerator) || wasLost;
+void HotKeys::confirm() {
+    bool isAllAnswered = true;
+    for (auto& [number, registered] : registrations) {
+        if (registered.isConfirmed) {
+            continue;
+        }
+        const std::optional<bool> isGranted = grab(number, registered.accelerator);
+        // One that was refused is not asked for again: its loss is told, and then all are registered anew.
+        registered.isConfirmed = isGranted.has_value();
+        wasLost = wasLost || isGranted == false;
+        isAllAnswered = isAllAnswered && isGranted.has_value();
     }
+    if (!isAllAnswered) {
+        confirmAt(mainLoop.now() + untilRetry, untilRetry / 10);
+    }
+}
+
+void HotKeys::confirmAt(Instant time, Duration tolerance) {
+    confirmation = mainLoop.schedule(time, tolerance, [this] { confirm(); });
 }
 
 void HotKeys::press(std::uint32_t number) {

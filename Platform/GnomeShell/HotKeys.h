@@ -3,9 +3,11 @@
 #include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/HotKeyEvents.h"
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace platform::gnomeshell {
@@ -14,6 +16,9 @@ namespace platform::gnomeshell {
 /// refused. With the link, the extension gives all of them back.
 class HotKeys final : public HotKeyEvents, private ShellLink::Listener {
 public:
+    /// How long after a busy shell has not answered it is asked again for its keys.
+    static constexpr Duration untilRetry = std::chrono::milliseconds(500);
+
     /// Presses are handled in a later turn of the loop. Loop and link must outlive the hot keys.
     HotKeys(linux::MainLoop& mainLoop, ShellLink& link);
     ~HotKeys() override;
@@ -30,14 +35,19 @@ private:
     struct Registered {
         std::string accelerator;
         EventHotKeyID name;
+        /// Whether the shell has said that the key is ours. One that is too busy to answer has refused nothing.
+        bool isConfirmed = false;
     };
 
     void opened(const Hello& hello, bool isNew) override;
     void closed() override;
     void told(std::string_view signal, sd_bus_message* message) override;
 
-    [[nodiscard]] bool grab(std::uint32_t number, const std::string& accelerator);
-    void renew();
+    /// Whether the shell gives the key; nothing where it has not answered in time.
+    [[nodiscard]] std::optional<bool> grab(std::uint32_t number, const std::string& accelerator);
+    /// Asks for all keys that are not confirmed, and later again for those that still are not.
+    void confirm();
+    void confirmAt(Instant time, Duration tolerance);
     void press(std::uint32_t number);
 
     linux::MainLoop& mainLoop;
@@ -48,7 +58,7 @@ private:
     HotKeyEventHandler handler = nullptr;
     void* handlerData = nullptr;
     bool wasLost = false;
-    std::unique_ptr<ScheduledWork> renewal;
+    std::unique_ptr<ScheduledWork> confirmation;
     /// Work that outlives the hot keys finds nothing here.
     std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);
 };

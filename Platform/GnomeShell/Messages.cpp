@@ -1,12 +1,11 @@
 #include "Platform/GnomeShell/Messages.h"
 
-#include <nlohmann/json.hpp>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <nlohmann/json.hpp>
 
 namespace platform::gnomeshell {
 

@@ -3,9 +3,8 @@
 #include "Platform/Linux/Tray/SymbolPicture.h"
 #include "Platform/Linux/Windows/ScreenSpace.h"
 
-#include <nlohmann/json.hpp>
-
 #include <cstdint>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 namespace platform::gnomeshell {
@@ -93,10 +92,9 @@ void TopBar::send() const {
         menu.push_back(std::move(described));
     }
     const std::string icon = contents->image ? linux::symbolicIconName(contents->image->description()) : std::string();
-    const nlohmann::json item{
-        {"icon", icon.empty() ? "" : iconThemePath + "/hicolor/symbolic/apps/" + icon + ".svg"},
-        {"title", contents->title},
-        {"menu", std::move(menu)}};
+    const nlohmann::json item{{"icon", icon.empty() ? "" : iconThemePath + "/hicolor/symbolic/apps/" + icon + ".svg"},
+                              {"title", contents->title},
+                              {"menu", std::move(menu)}};
     // Whatever is no text goes as something that is.
     const std::string text = item.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
     link.send("ShowItem", "s", text.c_str());

@@ -171,9 +171,6 @@ class Placement {
     _look() {
         if (isEqual(this._wanted, rectangle(this._window.get_frame_rect())))
             this._finish();
-        else if (this._isX11 && this._triesLeft === 0)
-            // The shell alone decides on these.
-            this._finish();
         else if (this._isX11 || this._hasChanged || !this._window.allows_resize())
             // It has taken another size; a little later that is final.
             this._wait(50, () => this._settle());

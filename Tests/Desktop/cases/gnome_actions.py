@@ -142,9 +142,9 @@ def the_extension_may_be_switched_off_and_on(program):
         desktop.switch_extension(False)
         until(lambda: not desktop.has_item(), "the item to be gone")
         until(lambda: not desktop.is_bound("Control", "Alt", "Left"), "the keys to be free")
-        product.until_status("Waiting for permission", 10.0)
+        product.until_status("Waiting for permission", 20.0)
         desktop.switch_extension(True)
-        product.until_status("Active", 10.0)
+        product.until_status("Active", 20.0)
         until(desktop.has_item, "the item in the top bar")
         before = desktop.place(window, NATURAL)
         desktop.hands.press("rightHalf")
@@ -159,14 +159,14 @@ def a_key_that_somebody_took_meanwhile_becomes_known(program):
         desktop.see("Main.extensionManager.disableExtension('tessel@corvid.org') && "
                     "global.display.grab_accelerator('<Control><Alt>c', 0) && "
                     "Main.extensionManager.enableExtension('tessel@corvid.org')")
-        until(lambda: desktop.taken() == {"center"}, "the loss to be told", 10.0, desktop.status)
+        until(lambda: desktop.taken() == {"center"}, "the loss to be told", 20.0, desktop.status)
 
 
 @case("desktop.gnome.off-at-start")
 def the_program_switches_the_extension_on_where_the_shell_has_it(program):
     with Gnome(program, "gnome.off-at-start", extension="off") as desktop:
         product = desktop.launch()
-        product.until_status("Active", 10.0)
+        product.until_status("Active", 20.0)
         until(desktop.has_item, "the item in the top bar")
 
 
@@ -182,7 +182,7 @@ def the_program_brings_its_extension_for_the_next_login(program):
         # The next login.
         desktop.end_shell()
         desktop.start_shell()
-        desktop.launch().until_status("Active", 10.0)
+        desktop.launch().until_status("Active", 20.0)
         assert "tessel@corvid.org" in desktop.setting("org.gnome.shell", "enabled-extensions")
 
 
@@ -192,9 +192,9 @@ def the_shell_may_end_and_come_back(program):
         product = desktop.launch()
         product.until_status("Active")
         desktop.end_shell()
-        product.until_status("Waiting for permission", 15.0)
+        product.until_status("Waiting for permission", 20.0)
         desktop.start_shell()
-        product.until_status("Active", 15.0)
+        product.until_status("Active", 20.0)
         _, window = open_application(desktop, "mousepad")
         before = desktop.place(window, NATURAL)
         desktop.hands.press("leftHalf")

@@ -1,5 +1,4 @@
 #include "Platform/GnomeShell/Door.h"
-
 #include "Tests/Platform/GnomeShell/ShellFixture.h"
 
 #include <unistd.h>

@@ -1,5 +1,4 @@
 #include "Platform/GnomeShell/ExtensionFiles.h"
-
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -35,8 +34,12 @@ TEST_F(FilesOfTheExtension, AreInstalledInTheFormThatTheShellReads) {
     EXPECT_EQ(script(), "legacy script");
     EXPECT_EQ(contentsOf(place + "/metadata.json"), "legacy description");
     EXPECT_EQ(namesIn(place).size(), 2U);
-    for (const auto& [version, form] : {std::pair("44.0", "legacy"), {"45.rc", "esm"}, {"48.7", "esm"},
-                                        {"", "legacy"}, {"new", "legacy"}, {"100", "esm"}}) {
+    for (const auto& [version, form] : {std::pair("44.0", "legacy"),
+                                        {"45.rc", "esm"},
+                                        {"48.7", "esm"},
+                                        {"", "legacy"},
+                                        {"new", "legacy"},
+                                        {"100", "esm"}}) {
         EXPECT_TRUE(files.install(version)) << version;
         EXPECT_EQ(script(), std::string(form) + " script") << version;
     }

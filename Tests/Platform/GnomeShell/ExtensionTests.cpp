@@ -1,5 +1,4 @@
 #include "Platform/GnomeShell/Extension.h"
-
 #include "Tests/Platform/GnomeShell/ShellFixture.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
@@ -32,7 +31,9 @@ protected:
         shell->answerWith("EnableExtension", "b", 1);
     }
 
-    void setState(double state) { shell->answerWith("GetExtensionInfo", "a{sv}", 2, "uuid", "s", "x", "state", "d", state); }
+    void setState(double state) {
+        shell->answerWith("GetExtensionInfo", "a{sv}", 2, "uuid", "s", "x", "state", "d", state);
+    }
 
     /// Waits for the shell's word.
     State stateTold() {
@@ -52,8 +53,11 @@ TEST_F(TheExtension, WorksWhereItAnswers) {
 }
 
 TEST_F(TheExtension, StandsAsTheShellSays) {
-    for (const auto& [number, state] : {std::pair(2.0, State::switchedOff), {6.0, State::switchedOff},
-                                        {3.0, State::refused}, {4.0, State::refused}, {1.0, State::notLoaded}}) {
+    for (const auto& [number, state] : {std::pair(2.0, State::switchedOff),
+                                        {6.0, State::switchedOff},
+                                        {3.0, State::refused},
+                                        {4.0, State::refused},
+                                        {1.0, State::notLoaded}}) {
         setState(number);
         shell->setExtension(true, "again");
         ASSERT_TRUE(until([&] { return link->isOpen(); }));

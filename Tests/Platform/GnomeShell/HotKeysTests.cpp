@@ -1,5 +1,4 @@
 #include "Platform/GnomeShell/HotKeys.h"
-
 #include "Tests/Platform/GnomeShell/ShellFixture.h"
 
 #include <string>
@@ -61,10 +60,26 @@ TEST_F(HotKeysOfTheShell, ThatSomebodyHoldsAreRefused) {
     EXPECT_TRUE(pressed.empty());
 }
 
-TEST_F(HotKeysOfTheShell, ThatAreNotAnsweredAreGivenBack) {
+TEST_F(HotKeysOfTheShell, ThatABusyShellDoesNotAnswerForAreAskedForAgain) {
     shell->answer("Grab", [](sd_bus_message* /*call*/) {});
-    EXPECT_EQ(take(keyLeft, 31).status, eventHotKeyExistsErr);
-    EXPECT_TRUE(until([&] { return shell->wasCalled("Ungrab 1"); }));
+    const Instant before = loop.now();
+    ASSERT_EQ(take(keyLeft, 31).status, noErr);
+    ASSERT_EQ(take(keyC, 32).status, noErr);
+    EXPECT_LT(loop.now() - before, 2 * ShellLink::longestWait) << "all of a turn wait together";
+    press(1);
+    catchUp();
+    EXPECT_EQ(pressed, std::vector<std::uint32_t>{31});
+    shell->answerWith("Grab", "b", 1);
+    ASSERT_TRUE(until([&] { return shell->wasCalled("Grab 2 <Control><Alt>0x36"); }));
+    catchUp();
+    EXPECT_FALSE(hotKeys->takeLoss());
+}
+
+TEST_F(HotKeysOfTheShell, ThatABusyShellRefusesInTheEndAreALoss) {
+    shell->answer("Grab", [](sd_bus_message* /*call*/) {});
+    ASSERT_EQ(take(keyLeft, 31).status, noErr);
+    shell->answerWith("Grab", "b", 0);
+    EXPECT_TRUE(until([&] { return hotKeys->takeLoss(); }));
 }
 
 TEST_F(HotKeysOfTheShell, ThatNoKeyboardHasAreInvalid) {

@@ -1,5 +1,4 @@
 #include "Platform/GnomeShell/ShellLink.h"
-
 #include "Tests/Platform/GnomeShell/ShellFixture.h"
 
 #include <string>
