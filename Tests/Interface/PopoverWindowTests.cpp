@@ -176,6 +176,7 @@ protected:
 
     /// Another program takes the keyboard, of which no window of ours hears more.
     void loseKeyboard() {
+        desktop.ownWindows.keyboardOwner.reset();
         QWindow other;
         other.show();
         other.requestActivate();
