@@ -1,6 +1,6 @@
 #pragma once
 
-/// What the program and its extension in the shell agree on; the other side is Resources/gnome-shell/core.js.
+/// What the program and its extension in the shell agree on; the other side is Resources/gnome-shell/core.
 namespace platform::gnomeshell::Protocol {
 
 /// The extension serves whoever owns this name.

@@ -77,6 +77,8 @@ class Hands:
         self.bus, self.pointer = bus, pointer
         (self.path,) = self._call("/org/gnome/Mutter/RemoteDesktop", "CreateSession")
         self._session("Start")
+        # The seat gets its keyboard with the first key; programs know of none before, and do not hear that one.
+        self.chord("Control")
 
     def _call(self, path: str, method: str, types: str = "()", *values):
         interface = "org.gnome.Mutter.RemoteDesktop" + ("" if path.endswith("RemoteDesktop") else ".Session")
