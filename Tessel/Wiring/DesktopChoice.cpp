@@ -1,5 +1,6 @@
 #include "Tessel/Wiring/DesktopChoice.h"
 
+#include "Platform/GnomeShell/Desktop.h"
 #include "Platform/X11/Desktop.h"
 #include "Tessel/Wiring/UnsupportedDesktop.h"
 
@@ -18,7 +19,7 @@ struct Candidate {
     DesktopKind kind;
     bool (*isThere)(const SessionFacts& facts);
     /// Null where we have no way to it yet.
-    Opened (*open)(MainLoop& mainLoop, const SessionFacts& facts);
+    Opened (*open)(MainLoop& mainLoop, const ProgramFolders& folders);
 };
 
 bool isSway(const SessionFacts& facts) {
@@ -49,15 +50,21 @@ bool isX11(const SessionFacts& facts) {
     return !facts.isWayland() && !facts.display.empty();
 }
 
-Opened openX11(MainLoop& mainLoop, const SessionFacts& /*facts*/) {
+Opened openX11(MainLoop& mainLoop, const ProgramFolders& /*folders*/) {
     return platform::x11::Desktop::open(mainLoop);
 }
 
-Opened openUnsupported(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/) {
+Opened openGnomeShell(MainLoop& mainLoop, const ProgramFolders& folders) {
+    using platform::gnomeshell::Desktop;
+    return std::make_unique<Desktop>(mainLoop,
+                                     Desktop::Folders{.extension = folders.shellExtension, .icons = folders.icons});
+}
+
+Opened openUnsupported(MainLoop& /*mainLoop*/, const ProgramFolders& /*folders*/) {
     return std::make_unique<UnsupportedDesktop>();
 }
 
-Opened openNothing(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/) {
+Opened openNothing(MainLoop& /*mainLoop*/, const ProgramFolders& /*folders*/) {
     return std::unexpected("there is no desktop to work on (neither WAYLAND_DISPLAY nor DISPLAY is set)");
 }
 
@@ -67,7 +74,7 @@ constexpr std::array<Candidate, 7> candidates{{
     // An X11 desktop like others, as far as windows go that i3 does not tile.
     {DesktopKind::i3, isI3, openX11},
     {DesktopKind::kwin, isKWin, nullptr},
-    {DesktopKind::gnomeShell, isGnomeShell, nullptr},
+    {DesktopKind::gnomeShell, isGnomeShell, openGnomeShell},
     {DesktopKind::x11, isX11, openX11},
     {DesktopKind::unsupported, [](const SessionFacts& facts) { return facts.isWayland(); }, openUnsupported},
     {DesktopKind::none, [](const SessionFacts& /*facts*/) { return true; }, openNothing},
@@ -83,9 +90,9 @@ DesktopKind desktopKind(const SessionFacts& facts) {
     return candidateFor(facts).kind;
 }
 
-Opened openDesktop(MainLoop& mainLoop, const SessionFacts& facts) {
+Opened openDesktop(MainLoop& mainLoop, const SessionFacts& facts, const ProgramFolders& folders) {
     const Candidate& candidate = candidateFor(facts);
-    return candidate.open == nullptr ? openUnsupported(mainLoop, facts) : candidate.open(mainLoop, facts);
+    return candidate.open == nullptr ? openUnsupported(mainLoop, folders) : candidate.open(mainLoop, folders);
 }
 
 } // namespace tessel

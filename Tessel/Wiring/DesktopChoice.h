@@ -6,10 +6,18 @@
 
 #include <cstdint>
 #include <expected>
+#include <filesystem>
 #include <memory>
 #include <string>
 
 namespace tessel {
+
+/// Where the program's own files are that a desktop shows or is given.
+struct ProgramFolders {
+    std::filesystem::path icons;
+    /// The forms of the extension for GNOME Shell.
+    std::filesystem::path shellExtension;
+};
 
 enum class DesktopKind : std::uint8_t {
     sway,
@@ -29,6 +37,6 @@ enum class DesktopKind : std::uint8_t {
 /// The desktop of the session. One that we have no way to is not an error: the program runs on it, and says what is
 /// missing. The error is a sentence for the user.
 [[nodiscard]] std::expected<std::unique_ptr<platform::linux::Desktop>, std::string>
-openDesktop(platform::linux::MainLoop& mainLoop, const SessionFacts& facts);
+openDesktop(platform::linux::MainLoop& mainLoop, const SessionFacts& facts, const ProgramFolders& folders);
 
 } // namespace tessel

@@ -85,7 +85,8 @@ int runResident() {
     platform::linux::DesktopEntries entries(mainLoop);
     platform::linux::DesktopEntryIdentification identification(entries);
     platform::linux::DesktopEntryCatalogue catalogue(entries);
-    const auto opened = openDesktop(mainLoop, session);
+    const auto opened =
+        openDesktop(mainLoop, session, {.icons = iconFolder(), .shellExtension = shellExtensionFolder()});
     if (!opened) {
         platform::linux::logToStandardError(opened.error());
         return EXIT_FAILURE;

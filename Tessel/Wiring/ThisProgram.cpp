@@ -25,6 +25,10 @@ std::filesystem::path iconFolder() {
     return platform::linux::programFolder() / TESSEL_ICON_FOLDER;
 }
 
+std::filesystem::path shellExtensionFolder() {
+    return platform::linux::programFolder() / TESSEL_SHELL_EXTENSION_FOLDER;
+}
+
 std::filesystem::path menuPlugin() {
     constexpr const char* file = "tessel-menu.so";
     const std::filesystem::path beside = platform::linux::programFolder() / file;

@@ -1,6 +1,8 @@
 #include "Platform/Linux/Control/SessionBus.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdint>
 #include <cstdlib>
 #include <string_view>
 #include <utility>
@@ -103,6 +105,16 @@ void SessionBus::connect() {
     if (!started) {
         bus.reset();
         connectLater();
+    }
+}
+
+void SessionBus::await(Instant deadline, const std::function<bool()>& condition) {
+    while (bus != nullptr && !condition()) {
+        const auto left = std::chrono::duration_cast<std::chrono::microseconds>(deadline - mainLoop.now());
+        const int progress = left.count() > 0 ? sd_bus_process(bus.get(), nullptr) : -ETIMEDOUT;
+        if (progress < 0 || (progress == 0 && sd_bus_wait(bus.get(), static_cast<std::uint64_t>(left.count())) < 0)) {
+            return;
+        }
     }
 }
 

@@ -4,6 +4,7 @@
 #include "Platform/Linux/MainLoop.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -48,6 +49,10 @@ public:
     SessionBus(const SessionBus&) = delete;
     SessionBus& operator=(const SessionBus&) = delete;
     ~SessionBus() = default;
+
+    /// Serves the bus alone until the condition holds, at the latest until `deadline`; what comes in is dealt with
+    /// meanwhile. Not while it is being dealt with.
+    void await(Instant deadline, const std::function<bool()>& condition);
 
 private:
     static int connected(sd_bus_message* message, void* data, sd_bus_error* error);

@@ -129,7 +129,7 @@ TEST(DesktopChoice, IsMadeByWhatTheSessionTellsOfItself) {
 TEST(DesktopChoice, AnUnknownCompositorIsADesktopThatSaysWhatIsMissing) {
     const Session session{.what = {}, .expected = Kind::unsupported, .display = ":0", .waylandDisplay = "wayland-1"};
     platform::linux::MainLoop mainLoop;
-    const auto desktop = openDesktop(mainLoop, session.facts());
+    const auto desktop = openDesktop(mainLoop, session.facts(), {});
     ASSERT_TRUE(desktop.has_value());
     EXPECT_EQ((*desktop)->name(), "none");
     EXPECT_FALSE((*desktop)->accessibility().isProcessTrustedWithPrompt());
@@ -140,7 +140,7 @@ TEST(DesktopChoice, AnUnknownCompositorIsADesktopThatSaysWhatIsMissing) {
 TEST(DesktopChoice, WithoutADisplayThereIsNoDesktop) {
     const Session session{.what = {}, .expected = Kind::none};
     platform::linux::MainLoop mainLoop;
-    const auto desktop = openDesktop(mainLoop, session.facts());
+    const auto desktop = openDesktop(mainLoop, session.facts(), {});
     ASSERT_FALSE(desktop.has_value());
     EXPECT_NE(desktop.error().find("DISPLAY"), std::string::npos);
 }

@@ -45,6 +45,8 @@ std::string valueText(sd_bus_message* message, char type, const char* contents) 
         return std::to_string(basic<std::int32_t>(message, type));
     case SD_BUS_TYPE_UINT32:
         return std::to_string(basic<std::uint32_t>(message, type));
+    case SD_BUS_TYPE_UINT64:
+        return std::to_string(basic<std::uint64_t>(message, type));
     case SD_BUS_TYPE_VARIANT:
         return containerText(message, type, contents, "", "", "");
     case SD_BUS_TYPE_STRUCT:

@@ -1,0 +1,52 @@
+#include "Platform/GnomeShell/Desktop.h"
+
+#include "Platform/Linux/BaseFolders.h"
+
+#include <string>
+#include <vector>
+
+namespace platform::gnomeshell {
+
+namespace {
+
+std::vector<std::filesystem::path> dataFolders() {
+    const std::vector<std::string> folders = linux::BaseFolders::ofThisProcess().data;
+    return {folders.begin(), folders.end()};
+}
+
+} // namespace
+
+Ground::Ground(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder)
+    : bus(mainLoop)
+    , link(mainLoop, bus)
+    , extension(mainLoop, link, ExtensionFiles(extensionFolder, dataFolders()))
+    , door(link, table, [this] { extension.switchOn(); }) {
+}
+
+Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
+    : Ground(mainLoop, folders.extension)
+    , compositor::Desktop(mainLoop, Ground::table, door)
+    , hotKeys(mainLoop, link)
+    , topBar(mainLoop, link, Ground::table, folders.icons.string())
+    , bell(link) {
+    // So that the first question for trust has an answer.
+    link.await(mainLoop.now() + ShellLink::longestWait);
+}
+
+std::string Desktop::hindrance() {
+    switch (extension.state()) {
+    case Extension::State::working:
+        return {};
+    case Extension::State::switchedOff:
+        return "the extension Tessel of GNOME Shell is switched off; switch it on in the application Extensions";
+    case Extension::State::notLoaded:
+        return "GNOME Shell has not loaded its extension Tessel yet; log out and in once";
+    case Extension::State::refused:
+        return "GNOME Shell does not run its extension Tessel; the application Extensions says why";
+    case Extension::State::unknown:
+        break;
+    }
+    return "GNOME Shell does not answer";
+}
+
+} // namespace platform::gnomeshell

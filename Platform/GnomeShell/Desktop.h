@@ -1,0 +1,62 @@
+#pragma once
+
+#include "Platform/Compositor/Desktop.h"
+#include "Platform/GnomeShell/Door.h"
+#include "Platform/GnomeShell/Extension.h"
+#include "Platform/GnomeShell/HotKeys.h"
+#include "Platform/GnomeShell/ShellBell.h"
+#include "Platform/GnomeShell/ShellLink.h"
+#include "Platform/GnomeShell/TopBar.h"
+#include "Platform/Linux/Control/SessionBus.h"
+
+#include <filesystem>
+#include <string>
+
+namespace platform::gnomeshell {
+
+/// What a desktop needs before the rest of it.
+struct Ground {
+    Ground(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder);
+
+    linux::SessionBus bus;
+    ShellLink link;
+    compositor::WindowTable table;
+    Extension extension;
+    Door door;
+};
+
+/// GNOME Shell on Wayland. Windows, keys and the item in the top bar are reached through an extension of ours.
+class Desktop final : private Ground, public compositor::Desktop {
+public:
+    struct Folders {
+        /// The forms of the extension, "legacy" and "esm".
+        std::filesystem::path extension;
+        /// The program's own icons ("hicolor" and the like).
+        std::filesystem::path icons;
+    };
+
+    /// Waits a moment for the shell to answer. The loop must outlive the desktop.
+    Desktop(linux::MainLoop& mainLoop, const Folders& folders);
+
+    [[nodiscard]] std::string_view name() const override { return "GNOME Shell"; }
+
+    [[nodiscard]] Beep& sound() override { return bell; }
+
+    [[nodiscard]] HotKeyEvents& hotKeyEvents() override { return hotKeys; }
+
+    [[nodiscard]] linux::TrayPlace* trayPlace() override { return &topBar; }
+
+    [[nodiscard]] std::string hindrance() override;
+
+    /// What of it is in the way, where `hindrance` says that something is.
+    [[nodiscard]] Extension::State extensionState() const { return extension.state(); }
+
+private:
+    [[nodiscard]] bool isTrusted() override { return !hotKeys.takeLoss() && compositor::Desktop::isTrusted(); }
+
+    HotKeys hotKeys;
+    TopBar topBar;
+    ShellBell bell;
+};
+
+} // namespace platform::gnomeshell

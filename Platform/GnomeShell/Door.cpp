@@ -1,0 +1,174 @@
+#include "Platform/GnomeShell/Door.h"
+
+#include "Platform/GnomeShell/Protocol.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+namespace platform::gnomeshell {
+
+namespace {
+
+/// A coordinate as it goes over the bus.
+std::int32_t whole(double value) {
+    constexpr double most = 1e6;
+    return static_cast<std::int32_t>(std::lround(std::clamp(value, -most, most)));
+}
+
+std::uint64_t numberOf(const compositor::WindowIdentifier& window) {
+    std::uint64_t number = 0;
+    std::from_chars(window.data(), window.data() + window.size(), number);
+    return number;
+}
+
+/// The text that a message consists of; empty where it is of another type.
+std::string_view textOf(sd_bus_message* message) {
+    const char* text = nullptr;
+    return sd_bus_message_read(message, "s", &text) > 0 ? std::string_view(text) : std::string_view();
+}
+
+std::optional<corvid::CGRect> rectangleOf(sd_bus_message* message) {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    if (sd_bus_message_read(message, "iiii", &x, &y, &width, &height) <= 0) {
+        return std::nullopt;
+    }
+    return corvid::CGRect{{static_cast<double>(x), static_cast<double>(y)},
+                          {static_cast<double>(width), static_cast<double>(height)}};
+}
+
+std::optional<std::uint64_t> windowOf(sd_bus_message* message) {
+    std::uint64_t window = 0;
+    return sd_bus_message_read(message, "t", &window) > 0 ? std::optional(window) : std::nullopt;
+}
+
+} // namespace
+
+Door::Door(ShellLink& link, compositor::WindowTable& table, std::function<void()> showTheWay)
+    : Listener(link)
+    , link(link)
+    , table(table)
+    , showTheWay(std::move(showTheWay)) {
+}
+
+void Door::refresh(Instant deadline) {
+    if (!areFramesStale || !link.isOpen()) {
+        return;
+    }
+    const ShellLink::Answer answer = link.call(deadline, "Frames", "");
+    if (!answer) {
+        return;
+    }
+    const auto frames = parseFrames(textOf(answer->get()));
+    if (!frames) {
+        return;
+    }
+    areFramesStale = false;
+    for (const WindowFrame& each : *frames) {
+        put(each.window, each.frame, each.isFullscreen);
+    }
+}
+
+AXError Door::place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
+    if (!link.isOpen()) {
+        return AXError::apiDisabled;
+    }
+    const compositor::Window* known = table.find(window);
+    if (known == nullptr) {
+        return AXError::invalidUIElement;
+    }
+    const std::uint64_t number = numberOf(window);
+    const std::int32_t x = whole(frame.origin.x);
+    const std::int32_t y = whole(frame.origin.y);
+    const std::int32_t width = whole(frame.size.width);
+    const std::int32_t height = whole(frame.size.height);
+    if (link.isPast(deadline)) {
+        link.send("Place", "tiiii", number, x, y, width, height);
+        areFramesStale = true;
+        return AXError::cannotComplete;
+    }
+    const ShellLink::Answer answer = link.call(deadline, "Place", "tiiii", number, x, y, width, height);
+    if (const auto settled = answer ? rectangleOf(answer->get()) : std::nullopt) {
+        put(window, *settled, known->isFullscreen);
+        return AXError::success;
+    }
+    areFramesStale = true;
+    return !answer && answer.error().name == Protocol::noSuchWindow ? AXError::invalidUIElement
+                                                                    : AXError::cannotComplete;
+}
+
+std::optional<corvid::CGPoint> Door::pointer() {
+    const ShellLink::Answer answer = link.call(link.endOfWaiting(), "Pointer", "");
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    if (!answer || sd_bus_message_read(answer->get(), "ii", &x, &y) <= 0) {
+        return std::nullopt;
+    }
+    return corvid::CGPoint{static_cast<double>(x), static_cast<double>(y)};
+}
+
+void Door::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
+    link.send("PlaceOwn", "isii", ::getpid(), title.c_str(), whole(topLeft.x), whole(topLeft.y));
+}
+
+void Door::opened(const Hello& hello, bool /*isNew*/) {
+    focused = hello.contents.focused;
+    areFramesStale = false;
+    table.open(hello.contents);
+    showFocus();
+}
+
+void Door::closed() {
+    table.close();
+}
+
+void Door::told(std::string_view signal, sd_bus_message* message) {
+    if (signal == "WindowChanged") {
+        if (auto window = parseWindow(textOf(message))) {
+            table.put(window->first, std::move(window->second));
+            // What has been asked for since then is newer than this.
+            areFramesStale = true;
+            showFocus();
+        }
+    } else if (signal == "WindowGone") {
+        if (const auto window = windowOf(message)) {
+            table.remove(std::to_string(*window));
+        }
+    } else if (signal == "Moved") {
+        areFramesStale = true;
+    } else if (signal == "Focused") {
+        if (const auto window = windowOf(message)) {
+            focused = *window == 0 ? std::nullopt : std::optional(std::to_string(*window));
+            showFocus();
+        }
+    } else if (signal == "OutputsChanged") {
+        if (auto outputs = parseOutputs(textOf(message))) {
+            table.setOutputs(*std::move(outputs));
+        }
+    }
+}
+
+void Door::put(const compositor::WindowIdentifier& identifier, const corvid::CGRect& frame, bool isFullscreen) {
+    const compositor::Window* known = table.find(identifier);
+    if (known == nullptr) {
+        return;
+    }
+    compositor::Window window = *known;
+    window.frame = frame;
+    window.isFullscreen = isFullscreen;
+    table.put(identifier, std::move(window));
+}
+
+void Door::showFocus() {
+    // Something else than a window may have the keyboard: the desktop's background, for one.
+    table.setFocused(focused && table.find(*focused) != nullptr ? focused : std::nullopt);
+}
+
+} // namespace platform::gnomeshell

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "Platform/GnomeShell/ShellLink.h"
+#include "Platform/HotKeyEvents.h"
+
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace platform::gnomeshell {
+
+/// Global hot keys that the shell holds for us. It knows of all its own keys, so a combination that one of them has is
+/// refused. With the link, the extension gives all of them back.
+class HotKeys final : public HotKeyEvents, private ShellLink::Listener {
+public:
+    /// How long after a busy shell has not answered it is asked again for its keys.
+    static constexpr Duration untilRetry = std::chrono::milliseconds(500);
+
+    /// Presses are handled in a later turn of the loop. Loop and link must outlive the hot keys.
+    HotKeys(linux::MainLoop& mainLoop, ShellLink& link);
+    ~HotKeys() override;
+
+    OSStatus installHandler(HotKeyEventHandler newHandler, void* userData) override;
+    [[nodiscard]] Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                              EventHotKeyID name) override;
+    void unregisterHotKey(EventHotKeyRef reference) override;
+
+    /// Whether a hot key was lost since this was last asked: held by somebody else when it was to be renewed.
+    [[nodiscard]] bool takeLoss();
+
+private:
+    struct Registered {
+        std::string accelerator;
+        EventHotKeyID name;
+        /// Whether the shell has said that the key is ours. One that is too busy to answer has refused nothing.
+        bool isConfirmed = false;
+    };
+
+    void opened(const Hello& hello, bool isNew) override;
+    void closed() override;
+    void told(std::string_view signal, sd_bus_message* message) override;
+
+    /// Whether the shell gives the key; nothing where it has not answered in time.
+    [[nodiscard]] std::optional<bool> grab(std::uint32_t number, const std::string& accelerator);
+    /// Asks for all keys that are not confirmed, and later again for those that still are not.
+    void confirm();
+    void confirmAt(Instant time, Duration tolerance);
+    void press(std::uint32_t number);
+
+    linux::MainLoop& mainLoop;
+    ShellLink& link;
+    /// By the numbers under which the extension knows them.
+    std::map<std::uint32_t, Registered> registrations;
+    std::uint32_t lastNumber = 0;
+    HotKeyEventHandler handler = nullptr;
+    void* handlerData = nullptr;
+    bool wasLost = false;
+    std::unique_ptr<ScheduledWork> confirmation;
+    /// Work that outlives the hot keys finds nothing here.
+    std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);
+};
+
+} // namespace platform::gnomeshell

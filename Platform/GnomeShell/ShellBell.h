@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Platform/Beep.h"
+#include "Platform/GnomeShell/ShellLink.h"
+
+namespace platform::gnomeshell {
+
+/// The shell's alert sound, as the user has chosen it.
+class ShellBell final : public Beep {
+public:
+    explicit ShellBell(ShellLink& link)
+        : link(link) {}
+
+    void beep() override { link.send("Beep", ""); }
+
+private:
+    ShellLink& link;
+};
+
+} // namespace platform::gnomeshell

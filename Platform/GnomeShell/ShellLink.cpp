@@ -1,0 +1,217 @@
+#include "Platform/GnomeShell/ShellLink.h"
+
+#include "Platform/GnomeShell/Protocol.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace platform::gnomeshell {
+
+using linux::OwnedMessage;
+
+namespace {
+
+constexpr const char* busService = "org.freedesktop.DBus";
+
+constexpr const char* ownerRule = "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
+                                  "interface='org.freedesktop.DBus',member='NameOwnerChanged',"
+                                  "arg0='org.gnome.Shell'";
+constexpr const char* signalRule = "type='signal',path='/org/corvid/Tessel/Windows',"
+                                   "interface='org.corvid.Tessel.Windows1'";
+
+/// Without a callback the library would take a refusal as the end of the connection.
+int ignoreAnswer(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) {
+    return 0;
+}
+
+std::string_view senderOf(sd_bus_message* message) {
+    const char* sender = sd_bus_message_get_sender(message);
+    return sender == nullptr ? std::string_view() : std::string_view(sender);
+}
+
+} // namespace
+
+/// What comes from the bus; `data` is the link.
+struct ShellLink::Answers {
+    static ShellLink& self(void* data) { return *static_cast<ShellLink*>(data); }
+
+    static int helloSaid(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+        ShellLink& link = self(data);
+        link.question.reset();
+        link.take(reply);
+        return 0;
+    }
+
+    static int ownerChanged(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
+        const char* name = nullptr;
+        const char* former = nullptr;
+        const char* owner = nullptr;
+        // The rule is the library's to keep for what is sent to all; anybody can send to us alone.
+        if (senderOf(signal) == busService && sd_bus_message_read(signal, "sss", &name, &former, &owner) > 0 &&
+            std::string_view(name) == Protocol::shellName && self(data).shell != owner) {
+            self(data).close(*owner == '\0' ? Obstacle::noShell : Obstacle::noExtension);
+            self(data).shell = owner;
+            if (*owner != '\0') {
+                self(data).ask();
+            }
+        }
+        return 0;
+    }
+
+    static int signalCame(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
+        ShellLink& link = self(data);
+        const std::string_view member = sd_bus_message_get_member(signal);
+        if (link.shell.empty() || senderOf(signal) != link.shell) {
+            return 0;
+        }
+        if (member == "Opened") {
+            const char* session = nullptr;
+            if (sd_bus_message_read(signal, "s", &session) > 0 && (!link.isOpen() || link.session != session)) {
+                link.ask();
+            }
+        } else if (member == "Closed") {
+            link.close(Obstacle::noExtension);
+        } else if (link.isOpen()) {
+            for (Listener* listener : link.listeners) {
+                sd_bus_message_rewind(signal, 1);
+                listener->told(member, signal);
+            }
+        }
+        return 0;
+    }
+};
+
+ShellLink::Listener::Listener(ShellLink& link)
+    : link(link) {
+    link.listeners.push_back(this);
+}
+
+ShellLink::Listener::~Listener() {
+    std::erase(link.listeners, this);
+}
+
+ShellLink::ShellLink(linux::MainLoop& mainLoop, linux::SessionBus& bus)
+    : linux::SessionBus::Listener(bus)
+    , mainLoop(mainLoop)
+    , sessionBus(bus) {
+}
+
+ShellLink::~ShellLink() = default;
+
+void ShellLink::await(Instant deadline) {
+    sessionBus.await(deadline, [this] { return present != Obstacle::unknown; });
+}
+
+bool ShellLink::isPast(Instant deadline) const {
+    return deadline <= mainLoop.now();
+}
+
+Instant ShellLink::endOfWaiting() {
+    if (!end) {
+        end = mainLoop.now() + longestWait;
+        nextTurn = mainLoop.schedule(mainLoop.now(), {}, [this] { end.reset(); });
+    }
+    return *end;
+}
+
+void ShellLink::busArrived(sd_bus* arrived) {
+    bus = arrived;
+    sd_bus_request_name_async(bus, nullptr, Protocol::busName, SD_BUS_NAME_QUEUE, &ignoreAnswer, nullptr);
+    sd_bus_slot* slot = nullptr;
+    if (sd_bus_add_match_async(bus, &slot, signalRule, &Answers::signalCame, &ignoreAnswer, this) >= 0) {
+        signals.reset(std::exchange(slot, nullptr));
+    }
+    if (sd_bus_add_match_async(bus, &slot, ownerRule, &Answers::ownerChanged, &ignoreAnswer, this) >= 0) {
+        owners.reset(slot);
+    }
+    ask();
+}
+
+void ShellLink::busLeft() {
+    signals.reset();
+    owners.reset();
+    question.reset();
+    bus = nullptr;
+    shell.clear();
+    close(Obstacle::noShell);
+}
+
+void ShellLink::ask() {
+    const OwnedMessage message = newCall("Hello");
+    sd_bus_slot* slot = nullptr;
+    constexpr std::uint64_t usualTimeout = 0;
+    if (message != nullptr &&
+        sd_bus_call_async(bus, &slot, message.get(), &Answers::helloSaid, this, usualTimeout) >= 0) {
+        question.reset(slot);
+    }
+}
+
+void ShellLink::take(sd_bus_message* answer) {
+    const std::string_view sender = senderOf(answer);
+    const bool isFromBus = sender.empty() || sender == busService;
+    if (!isFromBus) {
+        shell = sender;
+    }
+    const char* text = nullptr;
+    if (sd_bus_message_is_method_error(answer, nullptr) != 0 || sd_bus_message_read(answer, "s", &text) <= 0) {
+        close(isFromBus ? Obstacle::noShell : Obstacle::noExtension);
+        return;
+    }
+    const std::optional<Hello> hello = parseHello(text);
+    if (!hello || hello->version != Protocol::version) {
+        close(Obstacle::otherVersion);
+        return;
+    }
+    const bool isNew = !isOpen() || session != hello->session;
+    session = hello->session;
+    present = Obstacle::none;
+    for (Listener* listener : listeners) {
+        listener->opened(*hello, isNew);
+    }
+}
+
+void ShellLink::close(Obstacle reason) {
+    question.reset();
+    if (std::exchange(present, reason) != reason) {
+        for (Listener* listener : listeners) {
+            listener->closed();
+        }
+    }
+}
+
+OwnedMessage ShellLink::newCall(const char* method) const {
+    sd_bus_message* raw = nullptr;
+    if (bus == nullptr || sd_bus_message_new_method_call(bus, &raw, Protocol::shellName, Protocol::objectPath,
+                                                         Protocol::interface, method) < 0) {
+        return nullptr;
+    }
+    // Nobody is started to answer.
+    sd_bus_message_set_auto_start(raw, 0);
+    return OwnedMessage(raw);
+}
+
+ShellLink::Answer ShellLink::answerTo(sd_bus_message* message, Instant deadline) {
+    const auto left = std::chrono::duration_cast<std::chrono::microseconds>(deadline - mainLoop.now());
+    if (left.count() <= 0 || bus == nullptr) {
+        return std::unexpected(Failure{});
+    }
+    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_message* reply = nullptr;
+    const int result = sd_bus_call(bus, message, static_cast<std::uint64_t>(left.count()), &error, &reply);
+    OwnedMessage owned(reply);
+    // An error that the library makes itself when nobody answers bears this name, too.
+    const std::string_view name = error.name == nullptr ? "" : error.name;
+    Failure failure{.name = name == SD_BUS_ERROR_NO_REPLY || name == SD_BUS_ERROR_TIMEOUT ? "" : std::string(name)};
+    sd_bus_error_free(&error);
+    if (result < 0) {
+        return std::unexpected(std::move(failure));
+    }
+    return owned;
+}
+
+void ShellLink::sendUnanswered(sd_bus_message* message) {
+    sd_bus_message_set_expect_reply(message, 0);
+    sd_bus_send(bus, message, nullptr);
+}
+
+} // namespace platform::gnomeshell

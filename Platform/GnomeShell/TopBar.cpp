@@ -1,0 +1,126 @@
+#include "Platform/GnomeShell/TopBar.h"
+
+#include "Platform/Linux/Tray/SymbolPicture.h"
+#include "Platform/Linux/Windows/ScreenSpace.h"
+
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+namespace platform::gnomeshell {
+
+namespace {
+
+std::optional<corvid::CGRect> rectangleOf(sd_bus_message* message) {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    if (sd_bus_message_read(message, "iiii", &x, &y, &width, &height) <= 0) {
+        return std::nullopt;
+    }
+    return corvid::CGRect{{static_cast<double>(x), static_cast<double>(y)},
+                          {static_cast<double>(width), static_cast<double>(height)}};
+}
+
+} // namespace
+
+TopBar::TopBar(linux::MainLoop& mainLoop, ShellLink& link, const compositor::WindowTable& table,
+               std::string iconThemePath)
+    : Listener(link)
+    , mainLoop(mainLoop)
+    , link(link)
+    , table(table)
+    , iconThemePath(std::move(iconThemePath)) {
+}
+
+void TopBar::show(const linux::TrayContents& newContents) {
+    contents = &newContents;
+    send();
+}
+
+void TopBar::hide() {
+    contents = nullptr;
+    link.send("HideItem", "");
+}
+
+void TopBar::update(Change /*change*/) {
+    send();
+}
+
+std::optional<corvid::CGRect> TopBar::frame() const {
+    if (!isShown()) {
+        return std::nullopt;
+    }
+    const ShellLink::Answer answer = link.call(link.endOfWaiting(), "ItemFrame", "");
+    const auto item = answer ? rectangleOf(answer->get()) : std::nullopt;
+    return item ? inScreenSpace(*item) : std::nullopt;
+}
+
+void TopBar::opened(const Hello& /*hello*/, bool isNew) {
+    if (isNew) {
+        send();
+        offerChanged();
+    }
+}
+
+void TopBar::closed() {
+    offerChanged();
+}
+
+void TopBar::told(std::string_view signal, sd_bus_message* message) {
+    std::uint32_t line = 0;
+    if (signal == "ItemClicked") {
+        if (const auto item = rectangleOf(message)) {
+            clicked(*item);
+        }
+    } else if (signal == "ItemChosen" && sd_bus_message_read(message, "u", &line) > 0) {
+        chosen(line);
+    }
+}
+
+void TopBar::send() const {
+    if (!link.isOpen() || contents == nullptr) {
+        return;
+    }
+    nlohmann::json menu = nlohmann::json::array();
+    for (const StatusMenuLine& line : contents->menu) {
+        nlohmann::json described{{"title", line.title}, {"isEnabled", line.isEnabled}};
+        if (line.isChecked) {
+            described["isChecked"] = *line.isChecked;
+        }
+        menu.push_back(std::move(described));
+    }
+    const std::string icon = contents->image ? linux::symbolicIconName(contents->image->description()) : std::string();
+    const nlohmann::json item{{"icon", icon.empty() ? "" : iconThemePath + "/hicolor/symbolic/apps/" + icon + ".svg"},
+                              {"title", contents->title},
+                              {"menu", std::move(menu)}};
+    // Whatever is no text goes as something that is.
+    const std::string text = item.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    link.send("ShowItem", "s", text.c_str());
+}
+
+void TopBar::clicked(const corvid::CGRect& item) const {
+    const auto place = inScreenSpace(item);
+    if (contents == nullptr || !contents->action || !place) {
+        return;
+    }
+    // The middle of its lower edge. A copy: the item may be gone by then, its action included.
+    const corvid::CGPoint position{place->minX() + (place->size.width / 2), place->minY()};
+    mainLoop.post([action = contents->action, position] { action(position); });
+}
+
+void TopBar::chosen(std::size_t line) const {
+    if (contents != nullptr && line < contents->menu.size() && contents->menu[line].action) {
+        mainLoop.post([action = contents->menu[line].action] { action(); });
+    }
+}
+
+std::optional<corvid::CGRect> TopBar::inScreenSpace(const corvid::CGRect& rectangle) const {
+    if (table.outputs().empty()) {
+        return std::nullopt;
+    }
+    return linux::inScreenSpace(rectangle, table.outputs().front().frame);
+}
+
+} // namespace platform::gnomeshell

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Platform/Compositor/WindowTable.h"
+#include "Platform/GnomeShell/ShellLink.h"
+#include "Platform/Linux/Tray/TrayPlace.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace platform::gnomeshell {
+
+/// The shell's top bar, which takes no status items of its own accord: our extension puts it there. A click is the
+/// item's action, a secondary click or the keyboard opens the menu. Main thread only.
+class TopBar final : public linux::TrayPlace, private ShellLink::Listener {
+public:
+    /// All of them must outlive the place. `iconThemePath` is where the program's own icons are.
+    TopBar(linux::MainLoop& mainLoop, ShellLink& link, const compositor::WindowTable& table, std::string iconThemePath);
+
+    [[nodiscard]] bool isOffered() const override { return link.isOpen(); }
+    void show(const linux::TrayContents& newContents) override;
+    void hide() override;
+    void update(Change change) override;
+    [[nodiscard]] bool isShown() const override { return link.isOpen() && contents != nullptr; }
+    [[nodiscard]] std::optional<corvid::CGRect> frame() const override;
+
+private:
+    void opened(const Hello& hello, bool isNew) override;
+    void closed() override;
+    void told(std::string_view signal, sd_bus_message* message) override;
+
+    void send() const;
+    void clicked(const corvid::CGRect& item) const;
+    void chosen(std::size_t line) const;
+    /// From the shell's space to the screen space.
+    [[nodiscard]] std::optional<corvid::CGRect> inScreenSpace(const corvid::CGRect& rectangle) const;
+
+    linux::MainLoop& mainLoop;
+    ShellLink& link;
+    const compositor::WindowTable& table;
+    std::string iconThemePath;
+    const linux::TrayContents* contents = nullptr;
+};
+
+} // namespace platform::gnomeshell

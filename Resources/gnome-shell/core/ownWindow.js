@@ -1,0 +1,66 @@
+/** Where a window of the program itself is to be: the next one of a process that has the title. */
+class OwnWindow {
+    constructor() {
+        this._plan = null;
+        global.display.connectObject('window-created', (_display, window) => this._await(window), this);
+    }
+
+    destroy() {
+        global.display.disconnectObject(this);
+        this._stopAwaiting();
+    }
+
+    place(process, title, x, y) {
+        this._plan = {process, title, x, y};
+        const own = global.get_window_actors()
+            .map(actor => actor.metaWindow)
+            .filter(window => window.get_pid() === process);
+        const shown = own.find(window => this._isMeant(window) && window.get_frame_rect().width > 0);
+        if (shown) {
+            this._carryOut(shown);
+            return;
+        }
+        // It may have been made already, and be about to be shown.
+        const made = own.find(window => window.get_frame_rect().width === 0);
+        if (made)
+            this._await(made);
+    }
+
+    _isMeant(window) {
+        return window.get_pid() === this._plan?.process && window.get_title() === this._plan.title;
+    }
+
+    _await(window) {
+        if (this._plan?.process !== window.get_pid())
+            return;
+        this._stopAwaiting();
+        this._awaited = window;
+        // It is on no screen yet, so it is seen nowhere else before.
+        this._shown = window.connect('shown', () => {
+            this._stopAwaiting();
+            if (this._isMeant(window))
+                this._carryOut(window);
+        });
+        this._gone = window.connect('unmanaged', () => this._stopAwaiting());
+    }
+
+    _stopAwaiting() {
+        this._awaited?.disconnect(this._shown);
+        this._awaited?.disconnect(this._gone);
+        this._awaited = null;
+    }
+
+    _carryOut(window) {
+        const {x, y} = this._plan;
+        this._plan = null;
+        const actor = window.get_compositor_private();
+        if (actor)
+            Main.wm.skipNextEffect(actor);
+        window.make_above();
+        window.stick();
+        // GNOME 49 and later.
+        window.hide_from_window_list?.();
+        window.move_frame(true, x, y);
+        Main.activateWindow(window);
+    }
+}

@@ -1,0 +1,98 @@
+/** One window on its way to a frame. Calls `settled` once, unless it is cancelled before. */
+class Placement {
+    constructor(window, wanted, settled) {
+        this._window = window;
+        this._wanted = wanted;
+        this._settled = settled;
+        this._timeout = 0;
+        this._hasChanged = false;
+        this._triesLeft = 1;
+        this._isX11 = window.get_client_type() === Meta.WindowClientType.X11;
+        window.connectObject(
+            'size-changed', () => this._changed(), 'position-changed', () => this._changed(), this);
+        const {width, height} = window.get_frame_rect();
+        const isOwnSize = wanted[2] === width && wanted[3] === height;
+        if (this._release() && isOwnSize) {
+            // The size that it is about to leave is not asked for as long as it has it.
+            this._isReleasing = true;
+            this._wait(80, () => this._ask());
+        } else {
+            this._ask();
+        }
+    }
+
+    cancel() {
+        this._window.disconnectObject(this);
+        this._wait(0, null);
+    }
+
+    /** Maximized or tiled it would keep its size. Whether its new size has yet to come. */
+    _release() {
+        const window = this._window;
+        const flags = window.get_maximize_flags ? window.get_maximize_flags() : window.get_maximized();
+        if (!flags)
+            return false;
+        this._triesLeft = 2;
+        const before = rectangle(window.get_frame_rect());
+        if (window.set_unmaximize_flags)
+            window.set_unmaximize_flags(Meta.MaximizeFlags.BOTH);
+        else
+            window.unmaximize(Meta.MaximizeFlags.BOTH);
+        return isEqual(before, rectangle(window.get_frame_rect()));
+    }
+
+    _ask() {
+        this._isReleasing = false;
+        this._triesLeft--;
+        this._wait(0, null);
+        // A window of an X11 program would keep its place if it rounds the size.
+        if (this._isX11)
+            this._window.move_frame(true, this._wanted[0], this._wanted[1]);
+        this._window.move_resize_frame(true, ...this._wanted);
+        this._look();
+    }
+
+    _changed() {
+        this._hasChanged = true;
+        if (this._isReleasing)
+            this._ask();
+        else
+            this._look();
+    }
+
+    _look() {
+        if (isEqual(this._wanted, rectangle(this._window.get_frame_rect())))
+            this._finish();
+        else if (this._isX11 || this._hasChanged || !this._window.allows_resize())
+            // It has taken another size; a little later that is final.
+            this._wait(50, () => this._settle());
+        else
+            // The application has yet to answer. Whoever asked does not wait as long.
+            this._wait(2000, () => this._finish());
+    }
+
+    _settle() {
+        if (this._triesLeft > 0)
+            this._ask();
+        else
+            this._finish();
+    }
+
+    _finish() {
+        this.cancel();
+        this._settled();
+    }
+
+    _wait(milliseconds, then) {
+        if (this._timeout)
+            GLib.source_remove(this._timeout);
+        this._timeout = 0;
+        if (then) {
+            this._timeout = GLib.timeout_add(GLib.PRIORITY_DEFAULT, milliseconds, () => {
+                this._timeout = 0;
+                then();
+                return GLib.SOURCE_REMOVE;
+            });
+        }
+    }
+}

@@ -1,0 +1,107 @@
+// What the extension does is the same for every version of the shell. Its parts, of which this is the first, are put into
+// one file, after the names of the shell's modules.
+
+const BUS_NAME = 'org.corvid.Tessel.Windows';
+const OBJECT_PATH = '/org/corvid/Tessel/Windows';
+const INTERFACE_NAME = 'org.corvid.Tessel.Windows1';
+// Rises with every change of the interface that the program must know of.
+const INTERFACE_VERSION = 1;
+
+// Structures go as JSON. Rectangles are x, y, width and height in the shell's own space. Signals go to the program only.
+const INTERFACE = `<node><interface name="${INTERFACE_NAME}">
+    <method name="Hello"><arg type="s" direction="out"/></method>
+    <method name="Frames"><arg type="s" direction="out"/></method>
+    <method name="Place">
+        <arg type="t" direction="in"/>
+        <arg type="i" direction="in"/><arg type="i" direction="in"/>
+        <arg type="i" direction="in"/><arg type="i" direction="in"/>
+        <arg type="i" direction="out"/><arg type="i" direction="out"/>
+        <arg type="i" direction="out"/><arg type="i" direction="out"/>
+    </method>
+    <method name="Grab">
+        <arg type="u" direction="in"/><arg type="s" direction="in"/><arg type="b" direction="out"/>
+    </method>
+    <method name="Ungrab"><arg type="u" direction="in"/></method>
+    <method name="Pointer"><arg type="i" direction="out"/><arg type="i" direction="out"/></method>
+    <method name="PlaceOwn">
+        <arg type="i" direction="in"/><arg type="s" direction="in"/>
+        <arg type="i" direction="in"/><arg type="i" direction="in"/>
+    </method>
+    <method name="Beep"/>
+    <method name="ShowItem"><arg type="s" direction="in"/></method>
+    <method name="HideItem"/>
+    <method name="ItemFrame">
+        <arg type="i" direction="out"/><arg type="i" direction="out"/>
+        <arg type="i" direction="out"/><arg type="i" direction="out"/>
+    </method>
+    <signal name="Opened"><arg type="s"/></signal>
+    <signal name="Closed"/>
+    <signal name="WindowChanged"><arg type="s"/></signal>
+    <signal name="WindowGone"><arg type="t"/></signal>
+    <signal name="Moved"/>
+    <signal name="Focused"><arg type="t"/></signal>
+    <signal name="OutputsChanged"><arg type="s"/></signal>
+    <signal name="Activated"><arg type="u"/></signal>
+    <signal name="ItemClicked">
+        <arg type="i"/><arg type="i"/><arg type="i"/><arg type="i"/>
+    </signal>
+    <signal name="ItemChosen"><arg type="u"/></signal>
+</interface></node>`;
+
+const rectangle = r => [r.x, r.y, r.width, r.height];
+const isEqual = (a, b) => a.every((value, index) => value === b[index]);
+
+/** An answer that is an error of the interface's own. */
+class Refusal extends Error {
+    constructor(name, message) {
+        super(message);
+        this.busName = `${INTERFACE_NAME}.${name}`;
+    }
+}
+
+/** What the program calls the kind of a window; see WindowKind there. */
+function kindOf(window) {
+    if (window.is_override_redirect())
+        return 'furniture';
+    switch (window.get_window_type()) {
+    case Meta.WindowType.NORMAL:
+        return window.get_transient_for() ? 'auxiliary' : 'standard';
+    case Meta.WindowType.DIALOG:
+    case Meta.WindowType.MODAL_DIALOG:
+    case Meta.WindowType.UTILITY:
+    case Meta.WindowType.SPLASHSCREEN:
+        return 'auxiliary';
+    default:
+        return 'furniture';
+    }
+}
+
+function factsOf(window) {
+    const isX11 = window.get_client_type() === Meta.WindowClientType.X11;
+    const text = value => value ?? '';
+    const windowClass = text(window.get_wm_class());
+    return {
+        id: window.get_id(),
+        pid: window.get_pid(),
+        // On Wayland the class is the application's own id.
+        applicationId: window.get_sandboxed_app_id() || window.get_gtk_application_id() || (isX11 ? '' : windowClass),
+        windowClass: isX11 ? windowClass : '',
+        windowInstance: isX11 ? text(window.get_wm_class_instance()) : '',
+        kind: kindOf(window),
+        skipsTaskBars: window.is_skip_taskbar(),
+        isFullscreen: window.is_fullscreen(),
+        frame: rectangle(window.get_frame_rect()),
+    };
+}
+
+function outputs() {
+    const display = global.display;
+    const workspace = global.workspace_manager.get_active_workspace();
+    const primary = display.get_primary_monitor();
+    return [...Array(display.get_n_monitors()).keys()]
+        .sort((a, b) => (b === primary) - (a === primary))
+        .map(index => ({
+            frame: rectangle(display.get_monitor_geometry(index)),
+            workArea: rectangle(workspace.get_work_area_for_monitor(index)),
+        }));
+}

@@ -1,0 +1,122 @@
+/** Follows the windows and the screens, and places windows. */
+class Windows {
+    constructor(tell) {
+        this._tell = tell;
+        this._known = new Map();
+        this._placements = new Map();
+        this._isMoveTold = false;
+        for (const {metaWindow} of global.get_window_actors())
+            this._follow(metaWindow, metaWindow.get_frame_rect().width > 0);
+        global.display.connectObject(
+            'window-created', (_display, window) => this._follow(window, false),
+            'notify::focus-window', () => this._tell('Focused', '(t)', [this.focused() ?? 0]),
+            'workareas-changed', () => this._tellOutputs(), this);
+        Main.layoutManager.connectObject('monitors-changed', () => this._tellOutputs(), this);
+        // Windows of X11 programs do not say that they are shown.
+        global.window_manager.connectObject('map', (_manager, {metaWindow}) => {
+            this._known.get(metaWindow.get_id())?.becomesReady?.();
+        }, this);
+    }
+
+    destroy() {
+        global.display.disconnectObject(this);
+        Main.layoutManager.disconnectObject(this);
+        global.window_manager.disconnectObject(this);
+        for (const placement of this._placements.values())
+            placement.cancel();
+        this._placements.clear();
+        for (const {window} of this._known.values())
+            window.disconnectObject(this);
+        this._known.clear();
+    }
+
+    /** All that a person could place, oldest first. */
+    all() {
+        return [...this._known.values()]
+            .filter(({window, isShown}) => isShown && kindOf(window) !== 'furniture')
+            .map(({window}) => window)
+            .sort((a, b) => a.get_stable_sequence() - b.get_stable_sequence());
+    }
+
+    focused() {
+        return global.display.focus_window?.get_id() ?? null;
+    }
+
+    frames() {
+        this._isMoveTold = false;
+        return this.all().map(window => [window.get_id(), ...rectangle(window.get_frame_rect()), window.is_fullscreen()]);
+    }
+
+    /** Calls `settled` with the frame that the window has come to, or with nothing if it goes meanwhile. */
+    place(id, wanted, settled) {
+        const window = this._known.get(id)?.window;
+        if (!window)
+            throw new Refusal('NoSuchWindow', `There is no window ${id}`);
+        if (window.is_fullscreen())
+            throw new Refusal('Fullscreen', 'A fullscreen window is left alone');
+        this._endPlacement(id);
+        let placement = null;
+        let isSettled = false;
+        placement = new Placement(window, wanted, () => {
+            isSettled = true;
+            this._placements.delete(id);
+            settled(rectangle(window.get_frame_rect()));
+        });
+        if (!isSettled)
+            this._placements.set(id, Object.assign(placement, {whenLeft: () => settled(null)}));
+    }
+
+    _endPlacement(id) {
+        const placement = this._placements.get(id);
+        this._placements.delete(id);
+        placement?.cancel();
+        placement?.whenLeft();
+    }
+
+    _follow(window, isShown) {
+        const entry = {window, isShown};
+        const id = window.get_id();
+        this._known.set(id, entry);
+        const tell = () => this._tellWindow(entry);
+        const moved = () => this._tellMove(id, entry);
+        window.connectObject(
+            'unmanaged', () => this._forget(id),
+            'notify::wm-class', tell, 'notify::gtk-application-id', tell, 'notify::window-type', tell,
+            'notify::fullscreen', tell, 'notify::skip-taskbar', tell,
+            'size-changed', moved, 'position-changed', moved, this);
+        if (!isShown) {
+            // Only now is everything known of it.
+            entry.becomesReady = () => {
+                entry.becomesReady = null;
+                entry.isShown = true;
+                tell();
+            };
+            window.connectObject('shown', () => entry.becomesReady?.(), this);
+        }
+    }
+
+    _forget(id) {
+        const {window} = this._known.get(id);
+        window.disconnectObject(this);
+        this._endPlacement(id);
+        this._known.delete(id);
+        this._tell('WindowGone', '(t)', [id]);
+    }
+
+    _tellWindow({window, isShown}) {
+        if (isShown && kindOf(window) !== 'furniture')
+            this._tell('WindowChanged', '(s)', [JSON.stringify(factsOf(window))]);
+    }
+
+    /** Said once; where the windows are is asked for when somebody wants to know. */
+    _tellMove(id, {isShown}) {
+        if (!isShown || this._isMoveTold || this._placements.has(id))
+            return;
+        this._isMoveTold = true;
+        this._tell('Moved', null, null);
+    }
+
+    _tellOutputs() {
+        this._tell('OutputsChanged', '(s)', [JSON.stringify(outputs())]);
+    }
+}

@@ -1,0 +1,202 @@
+"""GNOME Shell on Wayland: every action on windows of each kind, on both monitors; who holds the keys; what is left."""
+
+import signal
+import time
+
+from harness.gnome import MONITORS, SHORTCUTS, Gnome
+from harness.oracle import ACTIONS, expected
+from harness.rect import Rect
+from harness.waiting import until
+
+from . import case, case_for_each
+
+# Where a person might have put a window: off every edge, no round number, odd and even mixed.
+NATURAL = Rect(211, 173, 662, 503)
+
+APPLICATIONS = {
+    "mousepad": (["mousepad", "--disable-server"], {"GDK_BACKEND": "wayland"}),
+    "featherpad": (["featherpad", "--standalone"], {"QT_QPA_PLATFORM": "wayland"}),
+    "xterm": (["xterm", "-fa", "Monospace", "-fs", "10"], {}),
+}
+
+
+def open_application(desktop: Gnome, name: str):
+    command, extra = APPLICATIONS[name]
+    if name == "xterm":
+        extra = desktop.x11_environment()
+    return desktop.open(command, name, extra)
+
+
+def on_monitor(rect: Rect, number: int) -> Rect:
+    return rect._replace(x=rect.x + MONITORS[number].x, y=rect.y + MONITORS[number].y)
+
+
+@case_for_each("desktop.gnome.actions", APPLICATIONS)
+def every_action_puts_the_window_where_it_belongs(program, name):
+    with Gnome(program, f"gnome.actions.{name}") as desktop:
+        _, window = open_application(desktop, name)
+        product = desktop.launch()
+        product.until_status("Active")
+        failures = []
+        sizes = desktop.sizes_of_steps(window) if name == "xterm" else lambda asked: asked
+        for number, area in enumerate(desktop.work_areas()):
+            for action in ACTIONS:
+                before = desktop.place(window, on_monitor(NATURAL, number))
+                wanted = expected(action, before, area, sizes)
+                for often in ("once", "twice"):
+                    desktop.hands.press(action)
+                    try:
+                        desktop.holds_frame(window, wanted, f"frame after {action} {often} (from {before})")
+                        product.until_at_rest()
+                    except AssertionError as failure:
+                        failures.append(str(failure))
+        assert not failures, "\n".join(failures)
+
+
+@case("desktop.gnome.maximized")
+def a_maximized_or_tiled_window_is_released_first(program):
+    with Gnome(program, "gnome.maximized") as desktop:
+        _, window = open_application(desktop, "mousepad")
+        product = desktop.launch()
+        product.until_status("Active")
+        area = desktop.work_areas()[0]
+        for state in ("maximize(Meta.MaximizeFlags.BOTH)", "maximize(Meta.MaximizeFlags.VERTICAL)"):
+            for action in ("rightHalf", "almostMaximize", "maximize"):
+                desktop.place(window, NATURAL)
+                desktop.see(f"one({window}).{state}")
+                until(lambda: desktop.see(f"one({window}).get_maximized()"), "the window to be maximized")
+                before = desktop.at_rest(window)
+                desktop.hands.press(action)
+                wanted = expected(action, before, area, lambda size: size)
+                desktop.holds_frame(window, wanted, f"{action} from {state}")
+                # What is where it belongs stays as it is.
+                if wanted != before:
+                    until(lambda: not desktop.see(f"one({window}).get_maximized()"), "the window to be released")
+
+
+@case("desktop.gnome.fullscreen")
+def a_fullscreen_window_is_left_alone(program):
+    with Gnome(program, "gnome.fullscreen") as desktop:
+        _, window = open_application(desktop, "mousepad")
+        product = desktop.launch()
+        product.until_status("Active")
+        desktop.see(f"one({window}).make_fullscreen()")
+        desktop.holds_frame(window, MONITORS[0], "the fullscreen frame")
+        desktop.hands.press("leftHalf")
+        product.until_at_rest()
+        assert desktop.at_rest(window) == MONITORS[0] and desktop.see(f"one({window}).is_fullscreen()")
+
+
+@case("desktop.gnome.taken")
+def keys_that_the_shell_holds_are_told_and_left_to_it(program):
+    with Gnome(program, "gnome.taken", keys_free=False) as desktop:
+        _, window = open_application(desktop, "mousepad")
+        product = desktop.launch()
+        until(lambda: (product.status or "").startswith("Some shortcuts are taken"), "the taken keys to be told")
+        assert desktop.taken() == {"leftHalf", "rightHalf", "maximize", "maximizeHeight"}, desktop.status()
+        before = desktop.place(window, NATURAL)
+        desktop.hands.press("center")
+        area = desktop.work_areas()[0]
+        desktop.holds_frame(window, expected("center", before, area, lambda size: size), "the centred frame")
+
+
+@case("desktop.gnome.held")
+def a_key_that_is_held_counts_once(program):
+    with Gnome(program, "gnome.held") as desktop:
+        _, window = open_application(desktop, "mousepad")
+        product = desktop.launch()
+        product.until_status("Active")
+        area = desktop.work_areas()[0]
+        repeating = desktop.time_to_repeat()
+        before = desktop.place(window, NATURAL)
+        desktop.hands.hold("Control", "Alt", "Left")
+        desktop.holds_frame(window, expected("leftHalf", before, area, lambda size: size), "the left half")
+        # Longer than the shell waits before it repeats a key.
+        desktop.place(window, NATURAL)
+        end = time.monotonic() + 2 * repeating
+        until(lambda: time.monotonic() > end, "the key to have been held for long", 2 * repeating + 1)
+        assert desktop.frame(window) == NATURAL, "the key was repeated"
+        desktop.hands.release("Control", "Alt", "Left")
+
+
+@case_for_each("desktop.gnome.ends", ("SIGTERM", "SIGKILL"))
+def nothing_is_left_in_the_shell_when_the_program_ends(program, name):
+    with Gnome(program, f"gnome.ends.{name}") as desktop:
+        product = desktop.launch()
+        product.until_status("Active")
+        until(desktop.has_item, "the item in the top bar")
+        keys = [("Control", "Alt", key) for key in SHORTCUTS.values()]
+        assert all(desktop.is_bound(*key) for key in keys)
+        desktop.session.processes.end(product.process, getattr(signal, name))
+        until(lambda: not any(desktop.is_bound(*key) for key in keys), "the keys to be free")
+        until(lambda: not desktop.has_item(), "the item to be gone")
+
+
+@case("desktop.gnome.switched")
+def the_extension_may_be_switched_off_and_on(program):
+    with Gnome(program, "gnome.switched") as desktop:
+        _, window = open_application(desktop, "mousepad")
+        product = desktop.launch()
+        product.until_status("Active")
+        area = desktop.work_areas()[0]
+        desktop.switch_extension(False)
+        until(lambda: not desktop.has_item(), "the item to be gone")
+        until(lambda: not desktop.is_bound("Control", "Alt", "Left"), "the keys to be free")
+        product.until_status("Waiting for permission", 20.0)
+        desktop.switch_extension(True)
+        product.until_status("Active", 20.0)
+        until(desktop.has_item, "the item in the top bar")
+        before = desktop.place(window, NATURAL)
+        desktop.hands.press("rightHalf")
+        desktop.holds_frame(window, expected("rightHalf", before, area, lambda size: size), "the right half")
+
+
+@case("desktop.gnome.switched-shortly")
+def a_key_that_somebody_took_meanwhile_becomes_known(program):
+    with Gnome(program, "gnome.switched-shortly") as desktop:
+        product = desktop.launch()
+        product.until_status("Active")
+        desktop.see("Main.extensionManager.disableExtension('tessel@corvid.org') && "
+                    "global.display.grab_accelerator('<Control><Alt>c', 0) && "
+                    "Main.extensionManager.enableExtension('tessel@corvid.org')")
+        until(lambda: desktop.taken() == {"center"}, "the loss to be told", 20.0, desktop.status)
+
+
+@case("desktop.gnome.off-at-start")
+def the_program_switches_the_extension_on_where_the_shell_has_it(program):
+    with Gnome(program, "gnome.off-at-start", extension="off") as desktop:
+        product = desktop.launch()
+        product.until_status("Active", 20.0)
+        until(desktop.has_item, "the item in the top bar")
+
+
+@case("desktop.gnome.absent-at-start")
+def the_program_brings_its_extension_for_the_next_login(program):
+    with Gnome(program, "gnome.absent-at-start", extension="absent") as desktop:
+        product = desktop.launch()
+        product.until_status("Waiting for permission")
+        folder = desktop.session.home / ".local/share/gnome-shell/extensions/tessel@corvid.org"
+        until(lambda: (folder / "extension.js").exists(), "the extension to be installed")
+        assert (folder / "extension.js").read_text() == (desktop.extension_folder() / "extension.js").read_text()
+        product.terminate()
+        # The next login.
+        desktop.end_shell()
+        desktop.start_shell()
+        desktop.launch().until_status("Active", 20.0)
+        assert "tessel@corvid.org" in desktop.setting("org.gnome.shell", "enabled-extensions")
+
+
+@case("desktop.gnome.shell-restarts")
+def the_shell_may_end_and_come_back(program):
+    with Gnome(program, "gnome.shell-restarts") as desktop:
+        product = desktop.launch()
+        product.until_status("Active")
+        desktop.end_shell()
+        product.until_status("Waiting for permission", 20.0)
+        desktop.start_shell()
+        product.until_status("Active", 20.0)
+        _, window = open_application(desktop, "mousepad")
+        before = desktop.place(window, NATURAL)
+        desktop.hands.press("leftHalf")
+        area = desktop.work_areas()[0]
+        desktop.holds_frame(window, expected("leftHalf", before, area, lambda size: size), "the left half")

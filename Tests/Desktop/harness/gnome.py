@@ -1,0 +1,389 @@
+"""A headless GNOME Shell of one test, as a user's session has it: the shell runs without its unsafe mode.
+
+What the tests know of windows comes from a small extension of their own in the shell (gnome_eyes); keys and pointer are
+Mutter's remote desktop, which goes the way of real devices.
+"""
+
+import json
+import re
+import shutil
+import signal
+import sys
+import time
+from pathlib import Path
+
+from .product import Product
+from .rect import Rect
+from .session import Session
+from .skipping import Skipped, require
+from .waiting import until, until_equal
+
+try:
+    from gi.repository import Gio, GLib
+except ImportError:
+    Gio = None
+
+EYES = Path(__file__).resolve().parent / "gnome_eyes"
+EXTENSION = "tessel@corvid.org"
+MONITORS = (Rect(0, 0, 1600, 900), Rect(1600, 0, 1280, 1024))
+TOP_BAR = 32
+SHELL = ("org.gnome.Shell", "/org/gnome/Shell")
+
+SYSTEM_BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
+  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig><type>system</type><listen>{address}</listen><auth>EXTERNAL</auth>
+<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/>
+<allow user="*"/></policy></busconfig>
+"""
+
+# Keys as the kernel numbers them (linux/input-event-codes.h).
+KEYS = {
+    "Control": 29, "Alt": 56, "Left": 105, "Right": 106, "Up": 103, "Down": 108, "C": 46, "D": 32, "Escape": 1,
+    "P": 25,
+}
+SHORTCUTS = {
+    "leftHalf": "Left", "rightHalf": "Right", "center": "C", "maximize": "Up", "almostMaximize": "D",
+    "maximizeHeight": "Down",
+}
+
+
+class Bus:
+    """A connection to the session's message bus."""
+
+    def __init__(self, address: str):
+        flags = Gio.DBusConnectionFlags
+        self.connection = Gio.DBusConnection.new_for_address_sync(
+            address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None
+        )
+
+    def call(self, name: str, path: str, interface: str, method: str, types: str = "()", *values, timeout: int = 5000):
+        parameters = GLib.Variant(types, values)
+        return self.connection.call_sync(
+            name, path, interface, method, parameters, None, Gio.DBusCallFlags.NONE, timeout, None
+        ).unpack()
+
+    def has(self, name: str) -> bool:
+        bus = "org.freedesktop.DBus"
+        return self.call(bus, "/org/freedesktop/DBus", bus, "NameHasOwner", "(s)", name)[0]
+
+    def close(self) -> None:
+        self.connection.close_sync(None)
+
+
+class Hands:
+    """Keys and pointer of a person who sits elsewhere."""
+
+    def __init__(self, bus: Bus, pointer):
+        self.bus, self.pointer = bus, pointer
+        (self.path,) = self._call("/org/gnome/Mutter/RemoteDesktop", "CreateSession")
+        self._session("Start")
+        # The seat gets its keyboard with the first key; programs know of none before, and do not hear that one.
+        self.chord("Control")
+
+    def _call(self, path: str, method: str, types: str = "()", *values):
+        interface = "org.gnome.Mutter.RemoteDesktop" + ("" if path.endswith("RemoteDesktop") else ".Session")
+        return self.bus.call("org.gnome.Mutter.RemoteDesktop", path, interface, method, types, *values)
+
+    def _session(self, method: str, types: str = "()", *values) -> None:
+        self._call(self.path, method, types, *values)
+
+    def hold(self, *keys: str) -> None:
+        for key in keys:
+            self._session("NotifyKeyboardKeycode", "(ub)", KEYS[key], True)
+
+    def release(self, *keys: str) -> None:
+        for key in reversed(keys):
+            self._session("NotifyKeyboardKeycode", "(ub)", KEYS[key], False)
+
+    def chord(self, *keys: str) -> None:
+        self.hold(*keys)
+        self.release(*keys)
+
+    def press(self, action: str) -> None:
+        self.chord("Control", "Alt", SHORTCUTS[action])
+
+    def point(self, x: int, y: int) -> None:
+        def arrives() -> bool:
+            now_x, now_y = self.pointer()
+            self._session("NotifyPointerMotionRelative", "(dd)", float(x - now_x), float(y - now_y))
+            return (now_x, now_y) == (x, y)
+
+        until(arrives, f"the pointer to be at {x}, {y}", 5.0, self.pointer)
+
+    def click(self, x: int, y: int, button: int = 0x110) -> None:
+        self.point(x, y)
+        for is_down in (True, False):
+            self._session("NotifyPointerButton", "(ib)", button, is_down)
+
+
+class Gnome:
+    """A context manager; see Desktop, which is the same on an X server."""
+
+    def __init__(self, program: Path, name: str, keys_free: bool = True, extension: str = "enabled"):
+        if Gio is None:
+            raise Skipped("no module gi (Debian package python3-gi)")
+        require("gnome-shell", "gnome-shell")
+        require("gsettings", "libglib2.0-bin")
+        self.program, self.name = program, name
+        self.products: list[Product] = []
+        self.session = Session()
+        self.bus = None
+        self.hands = None
+        try:
+            self._prepare(keys_free, extension)
+            self.start_shell()
+        except BaseException:
+            self._tell_failure()
+            self.close()
+            raise
+
+    # The session and the shell
+
+    def _prepare(self, keys_free: bool, extension: str) -> None:
+        session = self.session
+        environment = session.environment
+        for variable in ("DISPLAY", "QT_QPA_PLATFORM", "GDK_BACKEND"):
+            environment.pop(variable, None)
+        environment |= {
+            "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "GNOME", "XDG_SESSION_DESKTOP": "gnome",
+            "WAYLAND_DISPLAY": "wayland-tessel",
+            "DBUS_SESSION_BUS_ADDRESS": f"unix:path={session.runtime}/bus",
+            "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={session.runtime}/system-bus",
+        }
+        configuration = session.directory / "system-bus.conf"
+        configuration.write_text(SYSTEM_BUS.format(address=environment["DBUS_SYSTEM_BUS_ADDRESS"]))
+        for name, options in (
+            ("bus", ["--session", f"--address={environment['DBUS_SESSION_BUS_ADDRESS']}"]),
+            ("system-bus", [f"--config-file={configuration}"]),
+        ):
+            session.start(["dbus-daemon", *options, "--nofork", "--nopidfile"], name)
+            until((session.runtime / name).exists, f"the {name}")
+        self.bus = Bus(environment["DBUS_SESSION_BUS_ADDRESS"])
+        self._install(EYES, "eyes@example.org")
+        enabled = ["eyes@example.org"]
+        if extension != "absent":
+            self._install(self.extension_folder(), EXTENSION)
+        if extension == "enabled":
+            enabled.append(EXTENSION)
+        self.change_setting("org.gnome.shell", "enabled-extensions", str(enabled))
+        self.change_setting("org.gnome.shell", "welcome-dialog-last-shown-version", "'99'")
+        self.change_setting("org.gnome.desktop.interface", "enable-animations", "false")
+        if keys_free:
+            for direction in ("left", "right", "up", "down"):
+                self.change_setting("org.gnome.desktop.wm.keybindings", f"switch-to-workspace-{direction}", "[]")
+
+    def extension_folder(self, form: str = "legacy") -> Path:
+        return self.program.parent.parent / "share/tessel/gnome-shell" / form
+
+    def _install(self, folder: Path, name: str) -> None:
+        shutil.copytree(folder, self.session.home / ".local/share/gnome-shell/extensions" / name)
+
+    def change_setting(self, schema: str, key: str, value: str) -> None:
+        """Changes a setting as its user would."""
+        self.session.run(["gsettings", "set", schema, key, value])
+
+    def start_shell(self) -> None:
+        command = ["gnome-shell", "--headless", "--wayland-display", "wayland-tessel"]
+        for monitor in MONITORS:
+            command += ["--virtual-monitor", f"{monitor.width}x{monitor.height}"]
+        self.shell = self.session.start(command, "gnome-shell")
+
+        def answers() -> bool:
+            assert self.shell.poll() is None, f"gnome-shell ended with {self.shell.returncode}"
+            return self.bus.has("org.example.Eyes")
+
+        until(answers, "GNOME Shell to be there", 30.0)
+        until(lambda: not self.see("Main.layoutManager._startingUp"), "the shell's start to be over", 10.0)
+        self.see("Main.overview.hide()")
+        until(lambda: not self.see("Main.overview.visible"), "the desktop to be seen", 5.0,
+              lambda: self.see("[Main.overview._shown, Main.overview._animationInProgress, Main.overview.visible]"))
+        self.hands = Hands(self.bus, lambda: tuple(self.see("global.get_pointer().slice(0, 2)")))
+        until_equal(self.work_areas, [m._replace(y=TOP_BAR, height=m.height - TOP_BAR) if m is MONITORS[0] else m
+                                      for m in MONITORS], "work areas")
+
+    def end_shell(self, number: int = signal.SIGKILL) -> None:
+        self.session.processes.end(self.shell, number)
+        self.hands = None
+
+    def switch_extension(self, is_on: bool) -> None:
+        """As the Extensions application does."""
+        method = "EnableExtension" if is_on else "DisableExtension"
+        assert self.bus.call(*SHELL, "org.gnome.Shell.Extensions", method, "(s)", EXTENSION) == (True,)
+
+    # What the shell knows
+
+    def see(self, expression: str):
+        (answer,) = self.bus.call(
+            "org.example.Eyes", "/org/example/Eyes", "org.example.Eyes", "Evaluate", "(s)", expression
+        )
+        return json.loads(answer)
+
+    def windows_of(self, process_id: int) -> list[int]:
+        return self.see(f"windows().filter(w => w.get_pid() === {process_id} && w.get_compositor_private().mapped"
+                        " && w.get_frame_rect().width > 0).map(w => w.get_id())")
+
+    def frame(self, window: int) -> Rect:
+        return Rect(*self.see(f"rect(one({window}).get_frame_rect())"))
+
+    def focused(self) -> int | None:
+        return self.see("global.display.focus_window?.get_id()")
+
+    def work_areas(self) -> list[Rect]:
+        return [Rect(*area) for area in self.see(
+            f"[...Array({len(MONITORS)}).keys()].map(i => "
+            "rect(global.workspace_manager.get_active_workspace().get_work_area_for_monitor(i)))"
+        )]
+
+    def activate(self, window: int) -> None:
+        self.see(f"Main.activateWindow(one({window}))")
+        until_equal(self.focused, window, "the focused window")
+
+    def place(self, window: int, rect: Rect) -> Rect:
+        """Puts a window there as a person would with the mouse; gives where it has come to rest."""
+        # The shell takes a window with size steps for one whose corner is dragged, unless it is moved by itself.
+        self.see(f"(w => {{ w.unmaximize(Meta.MaximizeFlags.BOTH); w.move_frame(true, {rect.x}, {rect.y}); "
+                 f"w.move_resize_frame(true, {rect.x}, {rect.y}, {rect.width}, {rect.height}); }})(one({window}))")
+        until(lambda: self.frame(window)[:2] == rect[:2], f"the window to come to {rect}", 3.0,
+              lambda: self.frame(window))
+        return self.at_rest(window)
+
+    def at_rest(self, window: int) -> Rect:
+        """The frame, once the shell has shown it unchanged for some frames."""
+        seen: list[Rect] = []
+
+        def steady() -> bool:
+            seen.append(self.frame(window))
+            return len(seen) > 10 and len(set(seen[-10:])) == 1
+
+        until(steady, "the window to come to rest", 5.0)
+        return seen[-1]
+
+    def holds_frame(self, window: int, frame: Rect, what: str, seconds: float = 3.0) -> None:
+        until_equal(lambda: self.frame(window), frame, what, seconds)
+
+    def is_bound(self, *keys: str) -> bool:
+        """Whether somebody holds the combination: nobody else can take it then."""
+        modifiers = "".join(f"<{key}>" for key in keys[:-1])
+        return self.see(
+            f"(action => {{ if (action) global.display.ungrab_accelerator(action); return !action; }})"
+            f"(global.display.grab_accelerator('{modifiers}{keys[-1]}', 0))"
+        )
+
+    def sizes_of_steps(self, window: int):
+        """Frame size asked for to frame size taken, for an X11 window that counts its size in rows and columns."""
+        environment = {**self.session.environment, **self.x11_environment()}
+        tree = self.session.processes.run(["xwininfo", "-root", "-tree"], environment)
+        (xid,) = re.findall(r"(0x[0-9a-f]+) .*XTerm", tree)
+        hints = self.session.processes.run(["xprop", "-id", xid, "WM_NORMAL_HINTS"], environment)
+        step, base = (
+            tuple(map(int, re.search(rf"{what}: (\d+) by (\d+)", hints).groups()))
+            for what in ("resize increment", "base size")
+        )
+        geometry = self.session.processes.run(["xwininfo", "-id", xid], environment)
+        client = [int(re.search(rf"{side}: (\d+)", geometry)[1]) for side in ("Width", "Height")]
+        around = [frame - inner for frame, inner in zip(self.frame(window).size, client)]
+
+        def rounded_down(asked: tuple[int, int]) -> tuple[int, int]:
+            return tuple(
+                outside + least + (size - outside - least) // increment * increment
+                for size, outside, least, increment in zip(asked, around, base, step)
+            )
+
+        return rounded_down
+
+    def time_to_repeat(self) -> float:
+        """How long a key is held until the shell has repeated it, in seconds: tried with one that is the tests' own."""
+        self.see("globalThis.repeats = {count: 0, action: global.display.grab_accelerator('<Control><Alt>p', 0)}, "
+                 "Main.wm.allowKeybinding(Meta.external_binding_name_for_action(repeats.action), -1), "
+                 "repeats.signal = global.display.connect('accelerator-activated', "
+                 "(_display, action) => { repeats.count += action === repeats.action; })")
+        began = time.monotonic()
+        self.hands.hold("Control", "Alt", "P")
+        until(lambda: self.see("repeats.count") > 1, "a held key to repeat")
+        took = time.monotonic() - began
+        self.hands.release("Control", "Alt", "P")
+        self.see("[global.display.disconnect(repeats.signal), global.display.ungrab_accelerator(repeats.action)]")
+        return took
+
+    def has_item(self) -> bool:
+        return self.see("Main.panel.statusArea.tessel?.mapped")
+
+    def item_frame(self) -> Rect:
+        x, y, width, height = self.see(
+            "(e => [e.origin.x, e.origin.y, e.size.width, e.size.height])"
+            "(Main.panel.statusArea.tessel.get_transformed_extents())"
+        )
+        return Rect(round(x), round(y), round(width), round(height))
+
+    # Applications and the program
+
+    def x11_environment(self) -> dict[str, str]:
+        """What X11 programs need here."""
+        return {name: self.see(f"GLib.getenv('{name}')") for name in ("DISPLAY", "XAUTHORITY")}
+
+    def status(self) -> dict:
+        """What the program says when it is asked."""
+        return json.loads(self.session.run([str(self.program), "--status", "--json"]))
+
+    def taken(self) -> set[str]:
+        """The actions whose keys somebody else has, as the program says."""
+        return {shortcut["action"] for shortcut in self.status()["shortcuts"] if shortcut["state"] == "taken"}
+
+    def setting(self, schema: str, key: str) -> str:
+        return self.session.run(["gsettings", "get", schema, key])
+
+    def open(self, command: list[str], log: str, extra: dict[str, str] | None = None):
+        """Starts an application; gives its process and its window, which has the focus."""
+        process = self.session.start(command, log, extra)
+
+        def appeared():
+            assert process.poll() is None, f"{log} ended with {process.returncode}"
+            return self.windows_of(process.pid)
+
+        (window,) = until(appeared, f"a window of {log}", 15.0)
+        self.activate(window)
+        return process, window
+
+    def launch(self, *options: str) -> Product:
+        product = Product(self.session, self.program, *options)
+        self.products.append(product)
+        product.until_ready()
+        return product
+
+    # End
+
+    def __enter__(self) -> "Gnome":
+        return self
+
+    def __exit__(self, kind, value, trace) -> None:
+        if kind is not None:
+            self._tell_failure()
+        try:
+            if kind is None:
+                for product in self.products:
+                    if product.process.poll() is None:
+                        product.terminate()
+                self._check_log()
+        finally:
+            self.close()
+
+    def _check_log(self) -> None:
+        """The shell has found nothing wrong with the extension."""
+        log = (self.session.logs / "gnome-shell.log").read_text(errors="replace")
+        complaints = [line for line in log.splitlines() if "JS ERROR" in line or EXTENSION in line]
+        assert not complaints, "\n".join(complaints)
+
+    def _tell_failure(self) -> None:
+        print(self.session.log_text(), file=sys.stderr)
+        for product in self.products:
+            print(f"--- statuses: {product.statuses}", file=sys.stderr)
+
+    def close(self) -> None:
+        for product in self.products:
+            product.close()
+        if self.bus:
+            try:
+                self.bus.close()
+            except GLib.Error:
+                pass
+        self.session.close()

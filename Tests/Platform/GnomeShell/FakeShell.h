@@ -1,0 +1,80 @@
+#pragma once
+
+#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/FileDescriptor.h"
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+/// GNOME Shell as far as the bus sees it, by hand, in a thread of its own: the program waits for some of its answers.
+class FakeShell {
+public:
+    /// Answers a call, or does not. In the shell's thread.
+    using Answer = std::function<void(sd_bus_message* call)>;
+    /// Writes the arguments of a signal.
+    using Arguments = std::function<void(sd_bus_message* signal)>;
+
+    /// Without the extension: calls to it are answered with the error that there is no such object.
+    explicit FakeShell(std::string address);
+    FakeShell(const FakeShell&) = delete;
+    FakeShell& operator=(const FakeShell&) = delete;
+    ~FakeShell();
+
+    /// Has the extension, from now on or no longer. It says so if it is there when its client is.
+    void setExtension(bool isOn, const std::string& session = "first");
+
+    /// What the extension says of windows and screens, as the members of a JSON object.
+    void setContents(const std::string& members);
+
+    /// How a method is answered from now on, in the extension or in the shell itself.
+    void answer(const std::string& method, Answer answer);
+
+    /// An answer with values.
+    template <typename... Values>
+    void answerWith(const std::string& method, const char* types, Values... values) {
+        answer(method, [=](sd_bus_message* call) { sd_bus_reply_method_return(call, types, values...); });
+    }
+
+    void answerWithText(const std::string& method, const std::string& text) {
+        answer(method, [=](sd_bus_message* call) { sd_bus_reply_method_return(call, "s", text.c_str()); });
+    }
+
+    /// Says something to the program alone.
+    void tell(const std::string& signal, const Arguments& arguments = nullptr);
+    /// The same, by somebody who is not the shell.
+    void tellAsStranger(const std::string& signal, const Arguments& arguments = nullptr);
+
+    /// The calls so far, as "METHOD arguments".
+    [[nodiscard]] std::vector<std::string> calls();
+    [[nodiscard]] bool wasCalled(const std::string& call);
+
+    /// Does something in the shell's thread, and returns when it is done.
+    void run(const std::function<void()>& work);
+
+private:
+    struct Handlers;
+
+    void serve();
+    void handle(sd_bus_message* call);
+    void emit(sd_bus* from, const std::string& signal, const Arguments& arguments);
+
+    platform::linux::FileDescriptor wakeUp;
+    platform::linux::OwnedBus bus;
+    platform::linux::OwnedBus stranger;
+    std::mutex mutex;
+    std::condition_variable done;
+    std::deque<const std::function<void()>*> work;
+    std::map<std::string, Answer> answers;
+    std::vector<std::string> received;
+    std::string session;
+    std::string members = R"("windows":[],"focused":null,"outputs":[])";
+    bool hasExtension = false;
+    bool isEnding = false;
+    std::thread thread;
+};

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "Platform/Compositor/WindowTable.h"
+#include "Platform/GnomeShell/ShellLink.h"
+#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/MainLoop.h"
+#include "Tests/Platform/GnomeShell/FakeShell.h"
+#include "Tests/Platform/Linux/Control/MessageBus.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+namespace platform::gnomeshell {
+
+inline constexpr const char* oneWindow =
+    R"("windows":[{"id":7,"pid":42,"applicationId":"org.example.Editor","kind":"standard","frame":[10,20,300,200]}],)"
+    R"("focused":7,"outputs":[{"frame":[0,0,1600,900],"workArea":[0,32,1600,868]}])";
+
+/// A message bus, a shell on it by hand, and a link to that.
+class ShellTest : public testing::Test {
+protected:
+    ShellTest() {
+        bus.start();
+        shell.emplace(bus.address());
+        sessionBus.emplace(loop, bus.address(), std::chrono::milliseconds(20));
+        link.emplace(loop, *sessionBus);
+    }
+
+    /// Turns the loop until the condition holds; false if it does not within some seconds.
+    bool until(const std::function<bool()>& condition) {
+        constexpr std::uint64_t shortWait = 10'000;
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (!condition()) {
+            if (std::chrono::steady_clock::now() > end) {
+                return false;
+            }
+            sd_event_run(loop.handle(), shortWait);
+        }
+        return true;
+    }
+
+    /// Returns once everything that the shell has said so far is dealt with.
+    void catchUp() {
+        const std::string call = "Ping " + std::to_string(++pings);
+        link->send("Ping", "u", pings);
+        ASSERT_TRUE(until([&] { return shell->wasCalled(call); }));
+        bool isBack = false;
+        shell->answerWith("Echo", "");
+        sd_bus_slot* slot = nullptr;
+        sd_bus_call_method_async(
+            link->connection(), &slot, "org.gnome.Shell", "/org/gnome/Shell", "org.example.Test", "Echo",
+            [](sd_bus_message* /*reply*/, void* data, sd_bus_error* /*error*/) {
+                *static_cast<bool*>(data) = true;
+                return 0;
+            },
+            &isBack, "");
+        const linux::OwnedSlot owned(slot);
+        ASSERT_TRUE(until([&] { return isBack; }));
+        // What was posted meanwhile is done as well.
+        bool isDone = false;
+        loop.post([&] { isDone = true; });
+        ASSERT_TRUE(until([&] { return isDone; }));
+    }
+
+    [[nodiscard]] Instant soon() const { return loop.now() + std::chrono::seconds(5); }
+
+    MessageBus bus;
+    linux::MainLoop loop;
+    std::optional<FakeShell> shell;
+    std::optional<linux::SessionBus> sessionBus;
+    std::optional<ShellLink> link;
+
+private:
+    std::uint32_t pings = 0;
+};
+
+} // namespace platform::gnomeshell
