@@ -26,8 +26,7 @@ bool isSuccess(const Json& result) {
 
 Session::Session(linux::MainLoop& mainLoop, std::string path)
     : mainLoop(mainLoop)
-    , path(std::move(path))
-    , closing(mainLoop.now()) {
+    , path(std::move(path)) {
 }
 
 void Session::start() {
@@ -63,7 +62,6 @@ void Session::open() {
             return hasMore;
         },
         [this] { serveEvents(); });
-    closing.reset();
     // What came with the answers to the subscriptions does not make the descriptor readable.
     hasMore = true;
     for (Follower* follower : followers) {
@@ -104,7 +102,6 @@ void Session::close() {
     connections.reset();
     isClosing = false;
     hasMore = false;
-    closing = mainLoop.now();
     next = mainLoop.schedule(mainLoop.now() + untilRetry, leeway, [this] { open(); });
     for (Follower* follower : followers) {
         follower->sessionClosed();

@@ -50,9 +50,6 @@ public:
 
     [[nodiscard]] bool isOpen() const;
 
-    /// Since when it has been closed without a break; nothing while it is open.
-    [[nodiscard]] std::optional<Instant> closedSince() const { return closing; }
-
     /// Until when all that is asked in this turn of the loop may wait.
     [[nodiscard]] Instant deadline();
 
@@ -88,7 +85,6 @@ private:
     std::string path;
     std::vector<Follower*> followers;
     std::unique_ptr<Connections> connections;
-    std::optional<Instant> closing;
     std::optional<Instant> endOfTurn;
     std::unique_ptr<ScheduledWork> next;
     bool isClosing = false;
