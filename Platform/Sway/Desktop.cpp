@@ -36,7 +36,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
 }
 
 bool Desktop::isTrusted() {
-    return compositor::Desktop::isTrusted() && !hotKeys.takeLoss();
+    return compositor::Desktop::isTrusted() && !hotKeys.takeChange();
 }
 
 void Desktop::sessionClosed() {

@@ -50,8 +50,8 @@ public:
     [[nodiscard]] HotKeyEvents& hotKeyEvents() override { return hotKeys; }
 
 private:
-    /// Keys that the configuration has taken are made known by a moment without trust: everything is then registered
-    /// anew, and what is taken is found to be so.
+    /// Keys that the configuration has taken or given back are made known by a moment without trust: everything is then
+    /// registered anew, and what is taken is found to be so.
     [[nodiscard]] bool isTrusted() override;
 
     void sessionOpened() override { end.reset(); }

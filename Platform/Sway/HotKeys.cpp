@@ -87,8 +87,8 @@ void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
     registrations.erase(found);
 }
 
-bool HotKeys::takeLoss() {
-    return std::exchange(keyWasLost, false);
+bool HotKeys::takeChange() {
+    return std::exchange(hasChanged, false);
 }
 
 void HotKeys::sessionOpened() {
@@ -125,8 +125,12 @@ void HotKeys::renew() {
     bound.reset();
     for (auto& [reference, registered] : registrations) {
         registered.isBound = bind(registered.combination, reference) == noErr;
-        keyWasLost = keyWasLost || !registered.isBound;
+        hasChanged = hasChanged || !registered.isBound;
     }
+    const std::set<Combination>* present = session.isOpen() && !refused.empty() ? configured() : nullptr;
+    hasChanged = hasChanged || (present != nullptr && std::ranges::any_of(refused, [&](const auto& entry) {
+                                    return !entry.second.isAmong(*present);
+                                }));
 }
 
 OSStatus HotKeys::bind(const HotKeyCombination& combination, std::uint64_t reference) {
@@ -137,12 +141,14 @@ OSStatus HotKeys::bind(const HotKeyCombination& combination, std::uint64_t refer
     const std::set<Combination>* present = configured();
     if (present == nullptr) {
         // Whose it is cannot be told now, and is to be asked again.
-        keyWasLost = true;
+        hasChanged = true;
         return eventHotKeyExistsErr;
     }
     if (combination.isAmong(*present)) {
+        refused.insert_or_assign(combination.text(), combination);
         return eventHotKeyExistsErr;
     }
+    refused.erase(combination.text());
     return runInDefaultMode("bindcode --no-warn --no-repeat " + combination.text() + " " + std::string(commandPrefix) +
                             std::to_string(reference))
                ? noErr

@@ -31,8 +31,9 @@ public:
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
 
-    /// Whether a hot key was lost since this was last asked: bound by the configuration when it was to be made anew.
-    [[nodiscard]] bool takeLoss();
+    /// Whether registering everything anew would come out otherwise since this was last asked: the configuration has
+    /// been read again, and binds one of ours now, or no longer one that was refused.
+    [[nodiscard]] bool takeChange();
 
 private:
     struct Registered {
@@ -64,7 +65,9 @@ private:
     std::uint64_t lastReference = 0;
     HotKeyEventHandler handler = nullptr;
     void* handlerData = nullptr;
-    bool keyWasLost = false;
+    /// What the configuration bound when it was to be registered, by its text.
+    std::map<std::string, HotKeyCombination> refused;
+    bool hasChanged = false;
 };
 
 } // namespace platform::sway
