@@ -30,9 +30,15 @@ bool continuesCharacter(char character) {
 
 } // namespace
 
-std::string placingCommands(const compositor::WindowIdentifier& window, const corvid::CGRect& frame) {
-    return "[con_id=" + window + "] floating enable, resize set width " + number(frame.size.width) + " px height " +
-           number(frame.size.height) + " px, " + movingCommand(frame.origin);
+std::string placingCommands(const compositor::WindowIdentifier& window, const corvid::CGRect& frame,
+                            const std::string& hiddenWorkspace) {
+    std::string commands = "[con_id=" + window + "] floating enable, resize set width " + number(frame.size.width) +
+                           " px height " + number(frame.size.height) + " px, " + movingCommand(frame.origin);
+    // A name that cannot be quoted cannot be told either.
+    if (!hiddenWorkspace.empty() && hiddenWorkspace.find_first_of("\"\\\n") == std::string::npos) {
+        commands += ", move container to workspace \"" + hiddenWorkspace + "\"";
+    }
+    return commands;
 }
 
 std::string popoverCommands(corvid::CGPoint topLeft) {

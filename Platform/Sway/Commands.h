@@ -9,8 +9,11 @@
 namespace platform::sway {
 
 /// The commands that put a window's outer rectangle there, rounded to whole points, as far as it has one: floating
-/// first, because only then it has a place of its own (sway(5), "floating", "resize", "move").
-[[nodiscard]] std::string placingCommands(const compositor::WindowIdentifier& window, const corvid::CGRect& frame);
+/// first, because only then it has a place of its own (sway(5), "floating", "resize", "move"). `hiddenWorkspace`: the
+/// name of its workspace if that is not shown, else empty; a window that is moved goes to the one that is shown there,
+/// and is put back.
+[[nodiscard]] std::string placingCommands(const compositor::WindowIdentifier& window, const corvid::CGRect& frame,
+                                          const std::string& hiddenWorkspace);
 
 /// What makes a window of ours a popover with its top-left corner there: above the layout, without a border of the
 /// compositor's, on every workspace.

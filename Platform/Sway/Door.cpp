@@ -52,7 +52,9 @@ AXError Door::place(const WindowIdentifier& window, const corvid::CGRect& frame,
     if (known->isFullscreen || !session.isOpen()) {
         return AXError::cannotComplete;
     }
-    const std::string commands = placingCommands(window, frame);
+    const auto hidden = hiddenWorkspaces.find(window);
+    const std::string commands =
+        placingCommands(window, frame, hidden == hiddenWorkspaces.end() ? std::string() : hidden->second);
     const corvid::CGRect asked = rounded(frame);
     constexpr int tries = 2;
     std::optional<corvid::CGRect> settled;
@@ -163,6 +165,7 @@ std::optional<Tree> Door::readLayout(Instant deadline) {
     auto tree = answer ? readTree(*answer) : std::nullopt;
     if (tree) {
         takeKinds(*tree);
+        takeHiddenWorkspaces(*tree);
     }
     return tree;
 }
@@ -185,7 +188,7 @@ void Door::takeKinds(Tree& tree) {
         WindowKind kind = each.window.kind;
         if (const auto known = kinds.find(each.identifier); known != kinds.end()) {
             kind = known->second;
-        } else if (each.isFloating && processes.contains(each.window.clues.process)) {
+        } else if (!each.window.isTiled && processes.contains(each.window.clues.process)) {
             // Programs of Wayland do not say what their windows are. One that floats from the beginning, beside an
             // older one of its program, is a dialog.
             kind = WindowKind::auxiliary;
@@ -197,6 +200,15 @@ void Door::takeKinds(Tree& tree) {
         each.window.kind = kind;
     }
     kinds = std::move(present);
+}
+
+void Door::takeHiddenWorkspaces(const Tree& tree) {
+    hiddenWorkspaces.clear();
+    for (const TreeWindow& each : tree.windows) {
+        if (!each.hiddenWorkspace.empty()) {
+            hiddenWorkspaces.emplace(each.identifier, each.hiddenWorkspace);
+        }
+    }
 }
 
 void Door::tellTable(Tree tree) {

@@ -50,6 +50,7 @@ private:
     bool update(Instant deadline);
     void updateOnceAnswering();
     void takeKinds(Tree& tree);
+    void takeHiddenWorkspaces(const Tree& tree);
     void tellTable(Tree tree);
     void placeOwnWindows(const Tree& tree);
     /// Waits until the window keeps its frame; nothing if it does not in time.
@@ -64,6 +65,8 @@ private:
     std::unique_ptr<ScheduledWork> retry;
     /// Of what kind a window is shows as it appears: later a person, or we, may have taken it out of the layout.
     std::map<compositor::WindowIdentifier, compositor::WindowKind> kinds;
+    /// The workspaces of windows that are on one that is not shown.
+    std::map<compositor::WindowIdentifier, std::string> hiddenWorkspaces;
     std::map<std::string, OwnPlace> ownPlaces;
     /// What the compositor was told to do with windows of ours as they appear.
     std::set<std::string> ownWindowRules;

@@ -66,9 +66,22 @@ std::string identifierOf(const Json& node) {
     return number ? std::to_string(*number) : std::string();
 }
 
-TreeWindow windowOf(const Json& node, bool isFloating) {
-    TreeWindow read{
-        .identifier = identifierOf(node), .window = {}, .title = boundedText(node, "name"), .isFloating = isFloating};
+/// A node that is still to be read, and what it inherits from those around it.
+struct Visit {
+    const Json* node;
+    bool isFloating = false;
+    /// Of the output around.
+    const Json* shownWorkspace = nullptr;
+    /// The workspace around, if it is not that one.
+    const Json* hiddenWorkspace = nullptr;
+};
+
+TreeWindow windowOf(const Visit& visit) {
+    const Json& node = *visit.node;
+    TreeWindow read{.identifier = identifierOf(node), .window = {}, .title = boundedText(node, "name"), .hiddenWorkspace = {}};
+    if (visit.hiddenWorkspace != nullptr) {
+        read.hiddenWorkspace = boundedText(*visit.hiddenWorkspace, "name");
+    }
     const auto process = numberOf(node, "pid").value_or(0);
     if (process > 0 && process <= INT32_MAX) {
         read.window.clues.process = static_cast<ProcessIdentifier>(process);
@@ -80,6 +93,7 @@ TreeWindow windowOf(const Json& node, bool isFloating) {
     }
     read.window.kind = declaredKind(node);
     read.window.isFullscreen = numberOf(node, "fullscreen_mode").value_or(0) > 0;
+    read.window.isTiled = !visit.isFloating;
     read.window.isReady = true;
     read.window.frame = frameOf(node);
     return read;
@@ -146,18 +160,23 @@ bool isOlder(const TreeWindow& one, const TreeWindow& other) {
            std::pair(other.identifier.size(), std::string_view(other.identifier));
 }
 
-struct Visit {
-    const Json* node;
-    bool isFloating;
-};
-
-void addChildren(std::vector<Visit>& waiting, const Json& node, const char* name, bool areFloating) {
-    const Json* children = member(node, name);
+/// The visits to what is in a node, each with what it inherits.
+void addChildren(std::vector<Visit>& waiting, const Visit& visit, const char* name) {
+    const Json* children = member(*visit.node, name);
     if (children == nullptr || !children->is_array()) {
         return;
     }
     for (const Json& child : *children) {
-        waiting.push_back({.node = &child, .isFloating = areFloating || textOf(child, "type") == "floating_con"});
+        const std::string_view type = textOf(child, "type");
+        Visit next = visit;
+        next.node = &child;
+        next.isFloating = visit.isFloating || type == "floating_con";
+        if (type == "workspace") {
+            next.hiddenWorkspace = &child == visit.shownWorkspace ? nullptr : &child;
+        } else if (type == "output") {
+            next.shownWorkspace = shownWorkspace(child);
+        }
+        waiting.push_back(next);
     }
 }
 
@@ -168,22 +187,23 @@ std::optional<Tree> readTree(const Json& answer) {
         return std::nullopt;
     }
     Tree tree;
-    std::vector<Visit> waiting{{.node = &answer, .isFloating = false}};
+    std::vector<Visit> waiting{{.node = &answer}};
     while (!waiting.empty()) {
-        const auto [node, isFloating] = waiting.back();
+        const Visit visit = waiting.back();
         waiting.pop_back();
-        if (textOf(*node, "type") == "output") {
-            if (const auto output = outputOf(*node)) {
+        const Json& node = *visit.node;
+        if (textOf(node, "type") == "output") {
+            if (const auto output = outputOf(node)) {
                 tree.outputs.push_back(*output);
             }
-        } else if (isWindow(*node) && tree.windows.size() < mostWindows) {
-            tree.windows.push_back(windowOf(*node, isFloating));
-            if (isSet(*node, "focused")) {
+        } else if (isWindow(node) && tree.windows.size() < mostWindows) {
+            tree.windows.push_back(windowOf(visit));
+            if (isSet(node, "focused")) {
                 tree.focused = tree.windows.back().identifier;
             }
         }
-        addChildren(waiting, *node, "nodes", isFloating);
-        addChildren(waiting, *node, "floating_nodes", isFloating);
+        addChildren(waiting, visit, "nodes");
+        addChildren(waiting, visit, "floating_nodes");
     }
     std::ranges::sort(tree.windows, isOlder);
     sortOutputs(tree.outputs);

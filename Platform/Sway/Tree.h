@@ -15,8 +15,8 @@ struct TreeWindow {
     /// Its kind is what is known of it for certain: `auxiliary` where the window says so, else `standard`.
     compositor::Window window;
     std::string title;
-    /// Whether it lies above the layout instead of in it.
-    bool isFloating = false;
+    /// The name of its workspace, where that is not shown; empty where it is, or has no name to go by.
+    std::string hiddenWorkspace;
 
     friend bool operator==(const TreeWindow&, const TreeWindow&) = default;
 };
