@@ -50,7 +50,7 @@ public:
         }
         const std::string folder = folderOf(file.path);
         // A block ends with its file.
-        std::vector<std::string> blocks;
+        std::vector<Block> blocks;
         std::string whole;
         std::string_view rest = file.text;
         while (!rest.empty()) {
@@ -71,7 +71,13 @@ public:
     std::set<Combination> bound;
 
 private:
-    void readLine(std::string_view line, std::vector<std::string>& blocks, const std::string& folder) {
+    struct Block {
+        std::string opening;
+        /// Whether its lines may bind: neither it nor one around it is another mode's, a bar's or a device's.
+        bool binds = false;
+    };
+
+    void readLine(std::string_view line, std::vector<Block>& blocks, const std::string& folder) {
         if (line.empty() || line.front() == '#') {
             return;
         }
@@ -82,9 +88,13 @@ private:
         } else if (line.back() == '{') {
             // It may stand on a line of its own.
             const std::string_view opening = trimmed(line.substr(0, line.size() - 1));
-            blocks.push_back(replaced(opening.empty() ? std::string_view(former) : opening));
-        } else if (std::ranges::all_of(blocks, [](const std::string& block) { return bindsInDefaultMode(block); })) {
-            carryOut(blocks.empty() ? std::string(line) : blocks.back() + " " + std::string(line), folder);
+            std::string whole = replaced(opening.empty() ? std::string_view(former) : opening);
+            const bool binds = (blocks.empty() || blocks.back().binds) && bindsInDefaultMode(whole);
+            blocks.push_back({.opening = std::move(whole), .binds = binds});
+        } else if (blocks.empty()) {
+            carryOut(std::string(line), folder);
+        } else if (blocks.back().binds) {
+            carryOut(blocks.back().opening + " " + std::string(line), folder);
         }
         former = line;
     }

@@ -26,7 +26,8 @@ bool isSuccess(const Json& result) {
 
 Session::Session(linux::MainLoop& mainLoop, std::string path)
     : mainLoop(mainLoop)
-    , path(std::move(path)) {
+    , path(std::move(path))
+    , turnEnd(mainLoop.atEndOfTurn([this] { endOfTurn.reset(); })) {
 }
 
 void Session::start() {
@@ -55,13 +56,8 @@ void Session::open() {
     connections = std::make_unique<Connections>(*std::move(requests), *std::move(events), nullptr, nullptr, 0);
     connections->requestsWatch =
         mainLoop.watch(connections->requests.descriptor(), [] { return false; }, [this] { dropLateAnswers(); });
-    connections->eventsWatch = mainLoop.watch(
-        connections->events.descriptor(),
-        [this] {
-            endOfTurn.reset();
-            return hasMore;
-        },
-        [this] { serveEvents(); });
+    connections->eventsWatch =
+        mainLoop.watch(connections->events.descriptor(), [this] { return hasMore; }, [this] { serveEvents(); });
     // What came with the answers to the subscriptions does not make the descriptor readable.
     hasMore = true;
     for (Follower* follower : followers) {

@@ -86,6 +86,7 @@ private:
     std::vector<Follower*> followers;
     std::unique_ptr<Connections> connections;
     std::optional<Instant> endOfTurn;
+    std::unique_ptr<linux::TurnEnd> turnEnd;
     std::unique_ptr<ScheduledWork> next;
     bool isClosing = false;
     bool hasMore = false;

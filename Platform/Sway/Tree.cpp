@@ -78,7 +78,8 @@ struct Visit {
 
 TreeWindow windowOf(const Visit& visit) {
     const Json& node = *visit.node;
-    TreeWindow read{.identifier = identifierOf(node), .window = {}, .title = boundedText(node, "name"), .hiddenWorkspace = {}};
+    TreeWindow read{
+        .identifier = identifierOf(node), .window = {}, .title = boundedText(node, "name"), .hiddenWorkspace = {}};
     if (visit.hiddenWorkspace != nullptr) {
         read.hiddenWorkspace = boundedText(*visit.hiddenWorkspace, "name");
     }
