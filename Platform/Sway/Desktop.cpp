@@ -19,13 +19,6 @@ DesktopParts::DesktopParts(linux::MainLoop& mainLoop, const std::string& socketP
     , door(session, windowTable, mainLoop, ::getpid()) {
 }
 
-std::optional<std::string> Desktop::socketPath() {
-    // The program has one thread.
-    // NOLINTNEXTLINE(concurrency-mt-unsafe)
-    const char* path = std::getenv("SWAYSOCK");
-    return path == nullptr || *path == '\0' ? std::nullopt : std::optional<std::string>(path);
-}
-
 Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
     : DesktopParts(mainLoop, socketPath)
     , compositor::Desktop(mainLoop, windowTable, door)

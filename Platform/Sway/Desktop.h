@@ -10,7 +10,6 @@
 
 #include <chrono>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -37,10 +36,8 @@ public:
     /// A compositor that is started anew, as by a supervisor, listens at the same socket before this is over.
     static constexpr std::chrono::seconds patience{15};
 
-    /// Where the environment says that sway listens (SWAYSOCK); nothing where it does not.
-    [[nodiscard]] static std::optional<std::string> socketPath();
-
-    /// Opens the door at once if sway is there, else when it comes.
+    /// `socketPath`: where sway listens, as the environment says (SWAYSOCK). Opens the door at once if it is there, else
+    /// when it comes.
     Desktop(linux::MainLoop& mainLoop, const std::string& socketPath);
 
     [[nodiscard]] std::string_view name() const override { return "sway"; }

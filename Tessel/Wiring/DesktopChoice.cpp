@@ -1,5 +1,6 @@
 #include "Tessel/Wiring/DesktopChoice.h"
 
+#include "Platform/Sway/Desktop.h"
 #include "Platform/X11/Desktop.h"
 #include "Tessel/Wiring/UnsupportedDesktop.h"
 
@@ -53,6 +54,10 @@ Opened openX11(MainLoop& mainLoop, const SessionFacts& /*facts*/) {
     return platform::x11::Desktop::open(mainLoop);
 }
 
+Opened openSway(MainLoop& mainLoop, const SessionFacts& facts) {
+    return std::make_unique<platform::sway::Desktop>(mainLoop, facts.swaySocket);
+}
+
 Opened openUnsupported(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/) {
     return std::make_unique<UnsupportedDesktop>();
 }
@@ -63,7 +68,7 @@ Opened openNothing(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/) {
 
 /// The first that is there is the one. A backend that comes to the program takes its place in the third column.
 constexpr std::array<Candidate, 7> candidates{{
-    {DesktopKind::sway, isSway, nullptr},
+    {DesktopKind::sway, isSway, openSway},
     // An X11 desktop like others, as far as windows go that i3 does not tile.
     {DesktopKind::i3, isI3, openX11},
     {DesktopKind::kwin, isKWin, nullptr},
