@@ -36,8 +36,8 @@ public:
     /// A compositor that is started anew, as by a supervisor, listens at the same socket before this is over.
     static constexpr std::chrono::seconds patience{15};
 
-    /// `socketPath`: where sway listens, as the environment says (SWAYSOCK). Opens the door at once if it is there, else
-    /// when it comes.
+    /// `socketPath`: where sway listens, as the environment says (SWAYSOCK). Opens the door at once if it is there,
+    /// else when it comes.
     Desktop(linux::MainLoop& mainLoop, const std::string& socketPath);
 
     [[nodiscard]] std::string_view name() const override { return "sway"; }
