@@ -63,7 +63,8 @@ AXError Placement::carryOut(const Job& job, Instant deadline) {
         return AXError::cannotComplete;
     }
     const corvid::CGRect frame = wholeFrame(request, present->frame);
-    return frame == present->frame ? AXError::success : door.place(window, frame, deadline);
+    const bool isThere = frame == present->frame && !present->isTiled;
+    return isThere ? AXError::success : door.place(window, frame, deadline);
 }
 
 } // namespace platform::compositor

@@ -20,6 +20,8 @@ struct Window {
     /// Whether it has no entry in task bars.
     bool skipsTaskBars = false;
     bool isFullscreen = false;
+    /// Whether the compositor has it in a layout, which it leaves as it is placed, even if its frame stays the same.
+    bool isTiled = false;
     /// Whether the compositor has finished taking it in, so that its kind and frame are final and it can be placed.
     bool isReady = false;
     /// The visible outer rectangle, decorations in and shadows out, in points of the compositor's own space: y grows

@@ -1,6 +1,6 @@
 #include "Platform/X11/HotKeys.h"
 
-#include "Platform/X11/KeyPositions.h"
+#include "Platform/Linux/KeyPositions.h"
 
 #include <algorithm>
 #include <utility>
@@ -128,7 +128,7 @@ const KeyboardMap* HotKeys::keyboardMap() {
 
 std::optional<HotKeys::Grab> HotKeys::grabFor(std::uint32_t keyCode, std::uint32_t modifiers) {
     const KeyboardMap* map = keyboardMap();
-    const auto name = xkbKeyName(keyCode);
+    const auto name = linux::xkbKeyName(keyCode);
     if (map == nullptr || !name) {
         return std::nullopt;
     }

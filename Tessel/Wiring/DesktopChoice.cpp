@@ -1,6 +1,7 @@
 #include "Tessel/Wiring/DesktopChoice.h"
 
 #include "Platform/GnomeShell/Desktop.h"
+#include "Platform/Sway/Desktop.h"
 #include "Platform/X11/Desktop.h"
 #include "Tessel/Wiring/UnsupportedDesktop.h"
 
@@ -19,7 +20,7 @@ struct Candidate {
     DesktopKind kind;
     bool (*isThere)(const SessionFacts& facts);
     /// Null where we have no way to it yet.
-    Opened (*open)(MainLoop& mainLoop, const ProgramFolders& folders);
+    Opened (*open)(MainLoop& mainLoop, const SessionFacts& facts, const ProgramFolders& folders);
 };
 
 bool isSway(const SessionFacts& facts) {
@@ -50,27 +51,31 @@ bool isX11(const SessionFacts& facts) {
     return !facts.isWayland() && !facts.display.empty();
 }
 
-Opened openX11(MainLoop& mainLoop, const ProgramFolders& /*folders*/) {
+Opened openX11(MainLoop& mainLoop, const SessionFacts& /*facts*/, const ProgramFolders& /*folders*/) {
     return platform::x11::Desktop::open(mainLoop);
 }
 
-Opened openGnomeShell(MainLoop& mainLoop, const ProgramFolders& folders) {
+Opened openGnomeShell(MainLoop& mainLoop, const SessionFacts& /*facts*/, const ProgramFolders& folders) {
     using platform::gnomeshell::Desktop;
     return std::make_unique<Desktop>(mainLoop,
                                      Desktop::Folders{.extension = folders.shellExtension, .icons = folders.icons});
 }
 
-Opened openUnsupported(MainLoop& /*mainLoop*/, const ProgramFolders& /*folders*/) {
+Opened openSway(MainLoop& mainLoop, const SessionFacts& facts, const ProgramFolders& /*folders*/) {
+    return std::make_unique<platform::sway::Desktop>(mainLoop, facts.swaySocket);
+}
+
+Opened openUnsupported(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/, const ProgramFolders& /*folders*/) {
     return std::make_unique<UnsupportedDesktop>();
 }
 
-Opened openNothing(MainLoop& /*mainLoop*/, const ProgramFolders& /*folders*/) {
+Opened openNothing(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/, const ProgramFolders& /*folders*/) {
     return std::unexpected("there is no desktop to work on (neither WAYLAND_DISPLAY nor DISPLAY is set)");
 }
 
 /// The first that is there is the one. A backend that comes to the program takes its place in the third column.
 constexpr std::array<Candidate, 7> candidates{{
-    {DesktopKind::sway, isSway, nullptr},
+    {DesktopKind::sway, isSway, openSway},
     // An X11 desktop like others, as far as windows go that i3 does not tile.
     {DesktopKind::i3, isI3, openX11},
     {DesktopKind::kwin, isKWin, nullptr},
@@ -92,7 +97,8 @@ DesktopKind desktopKind(const SessionFacts& facts) {
 
 Opened openDesktop(MainLoop& mainLoop, const SessionFacts& facts, const ProgramFolders& folders) {
     const Candidate& candidate = candidateFor(facts);
-    return candidate.open == nullptr ? openUnsupported(mainLoop, folders) : candidate.open(mainLoop, folders);
+    return candidate.open == nullptr ? openUnsupported(mainLoop, facts, folders)
+                                     : candidate.open(mainLoop, facts, folders);
 }
 
 } // namespace tessel

@@ -28,11 +28,13 @@ PLACES = {
     "A": 38,
     "E": 26,
     "M": 58,
+    "N": 57,
     "O": 32,
     "P": 33,
     "Q": 24,
     "S": 39,
     "U": 30,
+    "F12": 96,
 }
 
 # The last key of each action's shortcut; Control and Alt come before it.

@@ -107,12 +107,15 @@ class Product:
         self.notifications.close()
 
 
-def run_to_end(session: Session, program: Path, *options: str, seconds: float = 5.0, environment=None):
-    """Starts the program where it must end by itself; gives exit status, standard output, standard error, seconds."""
+def run_to_end(session: Session, program: Path, *options: str, seconds: float = 5.0, environment=None, prefix=()):
+    """Starts the program where it must end by itself; gives exit status, standard output, standard error, seconds.
+
+    `prefix`: what starts it in its turn.
+    """
     started = time.monotonic()
     variables = {**session.environment, **(environment or {})}
     done = subprocess.run(
-        [str(program), *options], stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=seconds,
+        [*prefix, str(program), *options], stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=seconds,
         check=False,
         env={name: value for name, value in variables.items() if value is not None},
     )

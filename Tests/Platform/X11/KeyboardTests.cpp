@@ -1,10 +1,8 @@
-#include "Platform/X11/KeyPositions.h"
 #include "Platform/X11/Keyboard.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
 
 namespace platform::x11 {
 namespace {
@@ -13,34 +11,6 @@ constexpr std::uint32_t command = 0x100;
 constexpr std::uint32_t shift = 0x200;
 constexpr std::uint32_t option = 0x800;
 constexpr std::uint32_t control = 0x1000;
-
-TEST(KeyPositions, TheKeysOfTheShortcutsAreFoundByPosition) {
-    EXPECT_EQ(xkbKeyName(123), "LEFT");
-    EXPECT_EQ(xkbKeyName(124), "RGHT");
-    EXPECT_EQ(xkbKeyName(125), "DOWN");
-    EXPECT_EQ(xkbKeyName(126), "UP");
-    // The third key of the bottom row of letters, and the third of the row above it.
-    EXPECT_EQ(xkbKeyName(8), "AB03");
-    EXPECT_EQ(xkbKeyName(2), "AC03");
-}
-
-TEST(KeyPositions, EveryNamedKeyHasAPositionOfItsOwn) {
-    std::set<std::string_view> names;
-    std::size_t known = 0;
-    for (std::uint32_t code = 0; code < 256; ++code) {
-        if (const auto name = xkbKeyName(code)) {
-            names.insert(*name);
-            ++known;
-        }
-    }
-    EXPECT_EQ(known, 68U);
-    EXPECT_EQ(names.size(), known);
-}
-
-TEST(KeyPositions, AnUnknownCodeHasNoPosition) {
-    EXPECT_EQ(xkbKeyName(200), std::nullopt);
-    EXPECT_EQ(xkbKeyName(0xffffffff), std::nullopt);
-}
 
 TEST(Keyboard, ModifiersAreThoseOfTheKeyboard) {
     const KeyboardMap map{.positions = {}, .lockModifiers = 0, .altModifier = 8, .superModifier = 64};

@@ -1,0 +1,60 @@
+#include "Platform/Sway/Commands.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform::sway {
+
+namespace {
+
+/// As a number of the command language. Coordinates far beyond any screen would not be understood.
+std::string number(double value) {
+    constexpr double farthest = 1 << 20;
+    return std::to_string(std::lround(std::isfinite(value) ? std::clamp(value, -farthest, farthest) : 0));
+}
+
+std::string movingCommand(corvid::CGPoint topLeft) {
+    return "move absolute position " + number(topLeft.x) + " px " + number(topLeft.y) + " px";
+}
+
+bool isPlain(char character) {
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+           (character >= '0' && character <= '9') || character == ' ';
+}
+
+/// A character of UTF-8 is one byte or more; a dot stands for any of them where the expression is for bytes, and for
+/// the whole where it is for characters.
+bool continuesCharacter(char character) {
+    return (static_cast<unsigned char>(character) & 0xc0U) == 0x80U;
+}
+
+} // namespace
+
+std::string placingCommands(const compositor::WindowIdentifier& window, const corvid::CGRect& frame,
+                            const std::string& hiddenWorkspace) {
+    std::string commands = "[con_id=" + window + "] floating enable, resize set width " + number(frame.size.width) +
+                           " px height " + number(frame.size.height) + " px, " + movingCommand(frame.origin);
+    // A name that cannot be quoted cannot be told either.
+    if (!hiddenWorkspace.empty() && hiddenWorkspace.find_first_of("\"\\\n") == std::string::npos) {
+        commands += ", move container to workspace \"" + hiddenWorkspace + "\"";
+    }
+    return commands;
+}
+
+std::string popoverCommands(corvid::CGPoint topLeft) {
+    return "floating enable, border none, sticky enable, " + movingCommand(topLeft);
+}
+
+std::string ownWindowCriteria(ProcessIdentifier process, const std::string& title) {
+    std::string expression;
+    for (const char character : title) {
+        if (isPlain(character)) {
+            expression += character;
+        } else if (!continuesCharacter(character)) {
+            expression += ".+";
+        }
+    }
+    return "[pid=" + std::to_string(process) + " title=\"^" + expression + "$\"]";
+}
+
+} // namespace platform::sway

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "CorvidKitCore/Geometry.h"
+#include "Platform/Accessibility.h"
+#include "Platform/Compositor/Window.h"
+
+#include <string>
+
+namespace platform::sway {
+
+/// The commands that put a window's outer rectangle there, rounded to whole points, as far as it has one: floating
+/// first, because only then it has a place of its own (sway(5), "floating", "resize", "move"). `hiddenWorkspace`: the
+/// name of its workspace if that is not shown, else empty; a window that is moved goes to the one that is shown there,
+/// and is put back.
+[[nodiscard]] std::string placingCommands(const compositor::WindowIdentifier& window, const corvid::CGRect& frame,
+                                          const std::string& hiddenWorkspace);
+
+/// What makes a window of ours a popover with its top-left corner there: above the layout, without a border of the
+/// compositor's, on every workspace.
+[[nodiscard]] std::string popoverCommands(corvid::CGPoint topLeft);
+
+/// The criteria that a process's window of this title fits ("CRITERIA"); letters and digits of ASCII count, and any
+/// other character stands for one of some kind.
+[[nodiscard]] std::string ownWindowCriteria(ProcessIdentifier process, const std::string& title);
+
+} // namespace platform::sway

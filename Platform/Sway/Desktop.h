@@ -1,0 +1,67 @@
+#pragma once
+
+#include "Platform/Beep.h"
+#include "Platform/Compositor/Desktop.h"
+#include "Platform/Compositor/WindowTable.h"
+#include "Platform/Linux/MainLoop.h"
+#include "Platform/Sway/Door.h"
+#include "Platform/Sway/HotKeys.h"
+#include "Platform/Sway/Session.h"
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace platform::sway {
+
+/// sway has no bell, and what sounds a session has is not for it to say.
+class NoBeep final : public Beep {
+public:
+    void beep() override {}
+};
+
+/// What has to be there before and after all that is done through the door.
+struct DesktopParts {
+    DesktopParts(linux::MainLoop& mainLoop, const std::string& socketPath);
+
+    compositor::WindowTable windowTable;
+    Session session;
+    Door door;
+};
+
+/// A sway desktop. It is taken for gone when nobody has listened at its socket for a while, and then ends the loop.
+class Desktop final : private DesktopParts, public compositor::Desktop, private Session::Follower {
+public:
+    /// A compositor that is started anew, as by a supervisor, listens at the same socket before this is over.
+    static constexpr std::chrono::seconds patience{15};
+
+    /// `socketPath`: where sway listens, as the environment says (SWAYSOCK). Opens the door at once if it is there,
+    /// else when it comes.
+    Desktop(linux::MainLoop& mainLoop, const std::string& socketPath);
+
+    [[nodiscard]] std::string_view name() const override { return "sway"; }
+
+    [[nodiscard]] Beep& sound() override { return noBeep; }
+
+    [[nodiscard]] HotKeyEvents& hotKeyEvents() override { return hotKeys; }
+
+private:
+    /// Keys that the configuration has taken or given back are made known by a moment without trust: everything is then
+    /// registered anew, and what is taken is found to be so.
+    [[nodiscard]] bool isTrusted() override;
+
+    void sessionOpened() override { end.reset(); }
+
+    void sessionClosed() override;
+    void sessionTold(EventType type, const Json& content) override;
+
+    void sessionIsQuiet() override {}
+
+    linux::MainLoop& mainLoop;
+    NoBeep noBeep;
+    std::unique_ptr<ScheduledWork> end;
+    HotKeys hotKeys;
+};
+
+} // namespace platform::sway

@@ -1,0 +1,239 @@
+#include "Platform/Sway/Door.h"
+
+#include "Platform/Sway/Commands.h"
+
+#include <algorithm>
+#include <cmath>
+#include <thread>
+#include <utility>
+
+namespace platform::sway {
+
+namespace {
+
+using compositor::WindowIdentifier;
+using compositor::WindowKind;
+
+/// How often a frame is looked at while it may still change.
+constexpr std::chrono::milliseconds step{4};
+constexpr std::chrono::milliseconds leeway{100};
+
+corvid::CGRect rounded(const corvid::CGRect& frame) {
+    return {{std::round(frame.origin.x), std::round(frame.origin.y)},
+            {std::round(frame.size.width), std::round(frame.size.height)}};
+}
+
+const TreeWindow* find(const Tree& tree, const WindowIdentifier& identifier) {
+    const auto found = std::ranges::find(tree.windows, identifier, &TreeWindow::identifier);
+    return found == tree.windows.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+Door::Door(Session& session, compositor::WindowTable& table, linux::MainLoop& mainLoop, ProcessIdentifier ownProcess)
+    : session(session)
+    , table(table)
+    , mainLoop(mainLoop)
+    , ownProcess(ownProcess) {
+    session.follow(*this);
+}
+
+void Door::refresh(Instant deadline) {
+    if (table.isOpen()) {
+        update(deadline);
+    }
+}
+
+AXError Door::place(const WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
+    const compositor::Window* known = table.find(window);
+    if (known == nullptr) {
+        return AXError::invalidUIElement;
+    }
+    if (known->isFullscreen || !session.isOpen()) {
+        return AXError::cannotComplete;
+    }
+    const auto hidden = hiddenWorkspaces.find(window);
+    const std::string commands =
+        placingCommands(window, frame, hidden == hiddenWorkspaces.end() ? std::string() : hidden->second);
+    const corvid::CGRect asked = rounded(frame);
+    constexpr int tries = 2;
+    std::optional<corvid::CGRect> settled;
+    for (int count = 0; count < tries && settled != asked; ++count) {
+        // Some of it may be refused, as for a window that is gone by now: what became of it is read.
+        session.run(commands, deadline);
+        settled = settledFrame(window, deadline);
+        if (!settled) {
+            return table.find(window) == nullptr ? AXError::invalidUIElement : AXError::cannotComplete;
+        }
+    }
+    return AXError::success;
+}
+
+std::optional<corvid::CGRect> Door::settledFrame(const WindowIdentifier& window, Instant deadline) {
+    std::optional<corvid::CGRect> frame;
+    Instant since = mainLoop.now();
+    while (update(deadline)) {
+        const compositor::Window* present = table.find(window);
+        if (present == nullptr) {
+            return std::nullopt;
+        }
+        const Instant now = mainLoop.now();
+        if (frame != present->frame) {
+            frame = present->frame;
+            since = now;
+        } else if (now - since >= rest) {
+            return frame;
+        }
+        if (now + step >= deadline) {
+            return std::nullopt;
+        }
+        std::this_thread::sleep_for(step);
+    }
+    return std::nullopt;
+}
+
+void Door::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
+    ownPlaces[title] = {.topLeft = topLeft, .isDue = true};
+    // So that it is never seen elsewhere, nor the layout making room for it. What was told for another place is told
+    // first and does no harm.
+    const std::string rule =
+        "for_window " + ownWindowCriteria(ownProcess, title) + " \"" + popoverCommands(topLeft) + "\"";
+    if (!ownWindowRules.contains(rule) && session.run(rule, session.deadline())) {
+        ownWindowRules.insert(rule);
+    }
+    update(session.deadline());
+}
+
+void Door::sessionOpened() {
+    auto tree = readLayout(session.deadline());
+    if (!tree) {
+        updateOnceAnswering();
+        return;
+    }
+    compositor::WindowTable::Contents contents;
+    for (TreeWindow& each : tree->windows) {
+        contents.windows.emplace_back(std::move(each.identifier), std::move(each.window));
+    }
+    contents.focused = std::move(tree->focused);
+    contents.outputs = std::move(tree->outputs);
+    table.open(std::move(contents));
+}
+
+void Door::sessionClosed() {
+    retry.reset();
+    isStale = false;
+    ownWindowRules.clear();
+    // Another compositor gives the same numbers to other windows.
+    kinds.clear();
+    table.close();
+}
+
+void Door::sessionTold(EventType type, const Json& content) {
+    // A terminal may change its title many times a second, and titles only matter for windows of our own.
+    const bool isTitle = type == EventType::window && textOf(content, "change") == "title";
+    const Json* container = isTitle ? member(content, "container") : nullptr;
+    const bool isOurs = container != nullptr && numberOf(*container, "pid") == ownProcess;
+    if (type == EventType::workspace || (type == EventType::window && (!isTitle || isOurs))) {
+        isStale = true;
+    }
+    if (type == EventType::workspace && textOf(content, "change") == "reload") {
+        ownWindowRules.clear();
+    }
+}
+
+void Door::sessionIsQuiet() {
+    if (isStale && session.isOpen() && !update(session.deadline())) {
+        updateOnceAnswering();
+    }
+}
+
+void Door::updateOnceAnswering() {
+    retry = mainLoop.schedule(mainLoop.now() + Session::untilRetry, leeway, [this] {
+        if (!session.isOpen()) {
+            return;
+        }
+        if (!table.isOpen()) {
+            sessionOpened();
+        } else if (!update(session.deadline())) {
+            updateOnceAnswering();
+        }
+    });
+}
+
+std::optional<Tree> Door::readLayout(Instant deadline) {
+    const auto answer = session.ask(MessageType::getTree, "", deadline);
+    auto tree = answer ? readTree(*answer) : std::nullopt;
+    if (tree) {
+        takeKinds(*tree);
+        takeHiddenWorkspaces(*tree);
+    }
+    return tree;
+}
+
+bool Door::update(Instant deadline) {
+    auto tree = readLayout(deadline);
+    if (!tree || !table.isOpen()) {
+        return false;
+    }
+    isStale = false;
+    placeOwnWindows(*tree);
+    tellTable(*std::move(tree));
+    return true;
+}
+
+void Door::takeKinds(Tree& tree) {
+    std::map<WindowIdentifier, WindowKind> present;
+    std::set<ProcessIdentifier> processes;
+    for (TreeWindow& each : tree.windows) {
+        WindowKind kind = each.window.kind;
+        if (const auto known = kinds.find(each.identifier); known != kinds.end()) {
+            kind = known->second;
+        } else if (!each.window.isTiled && processes.contains(each.window.clues.process)) {
+            // Programs of Wayland do not say what their windows are. One that floats from the beginning, beside an
+            // older one of its program, is a dialog.
+            kind = WindowKind::auxiliary;
+        }
+        if (each.window.clues.process > 0) {
+            processes.insert(each.window.clues.process);
+        }
+        present.emplace(each.identifier, kind);
+        each.window.kind = kind;
+    }
+    kinds = std::move(present);
+}
+
+void Door::takeHiddenWorkspaces(const Tree& tree) {
+    hiddenWorkspaces.clear();
+    for (const TreeWindow& each : tree.windows) {
+        if (!each.hiddenWorkspace.empty()) {
+            hiddenWorkspaces.emplace(each.identifier, each.hiddenWorkspace);
+        }
+    }
+}
+
+void Door::tellTable(Tree tree) {
+    for (const WindowIdentifier& known : table.windows()) {
+        if (find(tree, known) == nullptr) {
+            table.remove(known);
+        }
+    }
+    // Before windows are told as new: whoever is told may ask for the rest.
+    table.setOutputs(std::move(tree.outputs));
+    for (TreeWindow& each : tree.windows) {
+        table.put(each.identifier, std::move(each.window));
+    }
+    table.setFocused(std::move(tree.focused));
+}
+
+void Door::placeOwnWindows(const Tree& tree) {
+    for (const TreeWindow& each : tree.windows) {
+        const auto place = ownPlaces.find(each.title);
+        if (each.window.clues.process == ownProcess && place != ownPlaces.end() && place->second.isDue) {
+            place->second.isDue = false;
+            session.run("[con_id=" + each.identifier + "] " + popoverCommands(place->second.topLeft) + ", focus",
+                        session.deadline());
+        }
+    }
+}
+
+} // namespace platform::sway

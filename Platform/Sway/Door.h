@@ -1,0 +1,75 @@
+#pragma once
+
+#include "Platform/Compositor/Door.h"
+#include "Platform/Compositor/WindowTable.h"
+#include "Platform/Sway/Session.h"
+#include "Platform/Sway/Tree.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+
+namespace platform::sway {
+
+/// The door to sway, and to i3, which has the same language. Windows are named by the number of their container.
+///
+/// No event tells of geometry, so the layout is read whenever somebody wants to know; events only say that windows have
+/// come or gone or that the focus has moved, upon which it is read once for all of them.
+class Door final : public compositor::Door, private Session::Follower {
+public:
+    /// How long a window has to keep its frame to count as having settled: programs answer within some milliseconds,
+    /// and one that puts itself back does so then.
+    static constexpr std::chrono::milliseconds rest{40};
+
+    /// All have to outlive this. `ownProcess`: this program's.
+    Door(Session& session, compositor::WindowTable& table, linux::MainLoop& mainLoop, ProcessIdentifier ownProcess);
+
+    void refresh(Instant deadline) override;
+    AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
+    void prompt() override {}
+    /// Neither compositor tells.
+    [[nodiscard]] std::optional<corvid::CGPoint> pointer() override { return std::nullopt; }
+    void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
+
+private:
+    struct OwnPlace {
+        corvid::CGPoint topLeft;
+        /// Whether it still has to be put there.
+        bool isDue = false;
+    };
+
+    void sessionOpened() override;
+    void sessionClosed() override;
+    void sessionTold(EventType type, const Json& content) override;
+    void sessionIsQuiet() override;
+
+    [[nodiscard]] std::optional<Tree> readLayout(Instant deadline);
+    /// Takes over what is read; no if it could not be read.
+    bool update(Instant deadline);
+    void updateOnceAnswering();
+    void takeKinds(Tree& tree);
+    void takeHiddenWorkspaces(const Tree& tree);
+    void tellTable(Tree tree);
+    void placeOwnWindows(const Tree& tree);
+    /// Waits until the window keeps its frame; nothing if it does not in time.
+    [[nodiscard]] std::optional<corvid::CGRect> settledFrame(const compositor::WindowIdentifier& window,
+                                                             Instant deadline);
+
+    Session& session;
+    compositor::WindowTable& table;
+    linux::MainLoop& mainLoop;
+    ProcessIdentifier ownProcess;
+    bool isStale = false;
+    std::unique_ptr<ScheduledWork> retry;
+    /// Of what kind a window is shows as it appears: later a person, or we, may have taken it out of the layout.
+    std::map<compositor::WindowIdentifier, compositor::WindowKind> kinds;
+    /// The workspaces of windows that are on one that is not shown.
+    std::map<compositor::WindowIdentifier, std::string> hiddenWorkspaces;
+    std::map<std::string, OwnPlace> ownPlaces;
+    /// What the compositor was told to do with windows of ours as they appear.
+    std::set<std::string> ownWindowRules;
+};
+
+} // namespace platform::sway

@@ -1,0 +1,185 @@
+#include "Platform/Sway/Session.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace platform::sway {
+
+namespace {
+
+constexpr std::chrono::milliseconds leeway{100};
+
+/// A compositor that leaves so many questions unanswered answers none.
+constexpr int mostAnswersOwed = 16;
+
+/// However many events have come, others are served between.
+constexpr int mostEventsAtOnce = 64;
+
+constexpr Instant atOnce{};
+
+bool isSuccess(const Json& result) {
+    return isSet(result, "success");
+}
+
+} // namespace
+
+Session::Session(linux::MainLoop& mainLoop, std::string path)
+    : mainLoop(mainLoop)
+    , path(std::move(path))
+    , turnEnd(mainLoop.atEndOfTurn([this] { endOfTurn.reset(); })) {
+}
+
+void Session::start() {
+    open();
+}
+
+bool Session::isOpen() const {
+    return connections && !isClosing && !connections->requests.isBroken() && !connections->events.isBroken();
+}
+
+Instant Session::deadline() {
+    if (!endOfTurn) {
+        endOfTurn = mainLoop.now() + patience;
+    }
+    return *endOfTurn;
+}
+
+void Session::open() {
+    next.reset();
+    auto requests = Connection::open(path, mainLoop);
+    auto events = Connection::open(path, mainLoop);
+    if (!requests || !events || !subscribe(*events)) {
+        next = mainLoop.schedule(mainLoop.now() + untilRetry, leeway, [this] { open(); });
+        return;
+    }
+    connections = std::make_unique<Connections>(*std::move(requests), *std::move(events), nullptr, nullptr, 0);
+    connections->requestsWatch =
+        mainLoop.watch(connections->requests.descriptor(), [] { return false; }, [this] { dropLateAnswers(); });
+    connections->eventsWatch =
+        mainLoop.watch(connections->events.descriptor(), [this] { return hasMore; }, [this] { serveEvents(); });
+    // What came with the answers to the subscriptions does not make the descriptor readable.
+    hasMore = true;
+    for (Follower* follower : followers) {
+        follower->sessionOpened();
+    }
+}
+
+bool Session::subscribe(Connection& connection) {
+    // One by one: where an event is not known, a list of them is refused as a whole. A compositor that cannot tell of
+    // its end is found to be gone all the same.
+    constexpr std::array<std::pair<std::string_view, bool>, 4> wanted{
+        {{R"(["window"])", true}, {R"(["workspace"])", true}, {R"(["binding"])", true}, {R"(["shutdown"])", false}}};
+    for (const auto& [list, isNeeded] : wanted) {
+        if (!connection.send(MessageType::subscribe, list, deadline())) {
+            return false;
+        }
+        // Events of the former subscriptions may come first: whoever is told that this is open reads everything anyway.
+        std::optional<Message> answer;
+        do {
+            answer = connection.receive(deadline());
+        } while (answer && answer->type != static_cast<std::uint32_t>(MessageType::subscribe));
+        const auto result = answer ? parsedJson(answer->payload) : std::nullopt;
+        if (!result || (isNeeded && !isSuccess(*result))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void Session::closeSoon() {
+    if (std::exchange(isClosing, true)) {
+        return;
+    }
+    next = mainLoop.schedule(mainLoop.now(), Duration::zero(), [this] { close(); });
+}
+
+void Session::close() {
+    connections.reset();
+    isClosing = false;
+    hasMore = false;
+    next = mainLoop.schedule(mainLoop.now() + untilRetry, leeway, [this] { open(); });
+    for (Follower* follower : followers) {
+        follower->sessionClosed();
+    }
+}
+
+std::optional<Json> Session::ask(MessageType type, std::string_view payload, Instant deadline) {
+    if (!isOpen()) {
+        return std::nullopt;
+    }
+    Connection& requests = connections->requests;
+    if (connections->answersOwed < mostAnswersOwed && requests.send(type, payload, deadline)) {
+        ++connections->answersOwed;
+        if (const auto answer = awaitAnswer(deadline)) {
+            auto content =
+                answer->type == static_cast<std::uint32_t>(type) ? parsedJson(answer->payload) : std::nullopt;
+            if (!content) {
+                closeSoon();
+            }
+            return content;
+        }
+    }
+    if (connections->answersOwed >= mostAnswersOwed || requests.isBroken()) {
+        closeSoon();
+    }
+    return std::nullopt;
+}
+
+std::optional<Message> Session::awaitAnswer(Instant deadline) {
+    // Answers come in the order of the questions.
+    while (auto answer = connections->requests.receive(deadline)) {
+        if (--connections->answersOwed == 0) {
+            return answer;
+        }
+    }
+    return std::nullopt;
+}
+
+bool Session::run(std::string_view commands, Instant deadline) {
+    const auto results = ask(MessageType::runCommand, commands, deadline);
+    return results && results->is_array() && !results->empty() && std::ranges::all_of(*results, isSuccess);
+}
+
+void Session::serveEvents() {
+    int count = 0;
+    while (count < mostEventsAtOnce && isOpen()) {
+        const auto message = connections->events.receive(atOnce);
+        if (!message) {
+            break;
+        }
+        ++count;
+        tell(*message);
+    }
+    hasMore = count == mostEventsAtOnce;
+    for (Follower* follower : followers) {
+        follower->sessionIsQuiet();
+    }
+    if (connections->events.isBroken()) {
+        hasMore = false;
+        closeSoon();
+    }
+}
+
+void Session::dropLateAnswers() {
+    while (isOpen() && connections->requests.receive(atOnce)) {
+        --connections->answersOwed;
+    }
+    // Nor does a compositor answer what it was not asked.
+    if (connections->requests.isBroken() || connections->answersOwed < 0) {
+        closeSoon();
+    }
+}
+
+void Session::tell(const Message& message) {
+    const auto content = parsedJson(message.payload);
+    if (!content) {
+        closeSoon();
+        return;
+    }
+    for (Follower* follower : followers) {
+        follower->sessionTold(static_cast<EventType>(message.type), *content);
+    }
+}
+
+} // namespace platform::sway

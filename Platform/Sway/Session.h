@@ -1,0 +1,95 @@
+#pragma once
+
+#include "Platform/Linux/MainLoop.h"
+#include "Platform/Sway/Connection.h"
+#include "Platform/Sway/Json.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform::sway {
+
+/// The way to a compositor that speaks the IPC of i3: one connection to ask, another one to be told. Where one of them
+/// breaks, both are closed, and opened again after a pause. Main thread only.
+class Session {
+public:
+    /// Told in the main loop; may ask.
+    class Follower {
+    public:
+        Follower() = default;
+        Follower(const Follower&) = delete;
+        Follower& operator=(const Follower&) = delete;
+        virtual ~Follower() = default;
+
+        virtual void sessionOpened() = 0;
+        virtual void sessionClosed() = 0;
+        /// An event of this type, with what it brought.
+        virtual void sessionTold(EventType type, const Json& content) = 0;
+        /// The events that had come are told.
+        virtual void sessionIsQuiet() = 0;
+    };
+
+    /// How long all asking may take in one turn of the loop.
+    static constexpr std::chrono::milliseconds patience{250};
+    static constexpr std::chrono::seconds untilRetry{1};
+
+    /// `path`: of the compositor's socket. Nothing is opened yet.
+    Session(linux::MainLoop& mainLoop, std::string path);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session() = default;
+
+    /// Has to outlive this.
+    void follow(Follower& told) { followers.push_back(&told); }
+
+    /// Opens it, now if the compositor is there, else as soon as it is.
+    void start();
+
+    [[nodiscard]] bool isOpen() const;
+
+    /// Until when all that is asked in this turn of the loop may wait.
+    [[nodiscard]] Instant deadline();
+
+    /// Asks and waits for the answer. Nothing if it has not come by then, or is not JSON. An answer that comes later is
+    /// thrown away. With a deadline that has passed it only asks.
+    [[nodiscard]] std::optional<Json> ask(MessageType type, std::string_view payload, Instant deadline);
+
+    /// Runs a list of commands; whether all were carried out. See `ask`.
+    bool run(std::string_view commands, Instant deadline);
+
+private:
+    struct Connections {
+        Connection requests;
+        Connection events;
+        std::unique_ptr<linux::DescriptorWatch> requestsWatch;
+        std::unique_ptr<linux::DescriptorWatch> eventsWatch;
+        /// How many answers are still to come that nobody waits for any more.
+        int answersOwed = 0;
+    };
+
+    void open();
+    [[nodiscard]] bool subscribe(Connection& connection);
+    /// Closes in a turn of its own: whoever asks must not find himself told meanwhile.
+    void closeSoon();
+    /// The answer to the last question, those before thrown away.
+    [[nodiscard]] std::optional<Message> awaitAnswer(Instant deadline);
+    void close();
+    void serveEvents();
+    void dropLateAnswers();
+    void tell(const Message& message);
+
+    linux::MainLoop& mainLoop;
+    std::string path;
+    std::vector<Follower*> followers;
+    std::unique_ptr<Connections> connections;
+    std::optional<Instant> endOfTurn;
+    std::unique_ptr<linux::TurnEnd> turnEnd;
+    std::unique_ptr<ScheduledWork> next;
+    bool isClosing = false;
+    bool hasMore = false;
+};
+
+} // namespace platform::sway

@@ -1,0 +1,214 @@
+#include "Platform/Sway/Tree.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+namespace platform::sway {
+
+namespace {
+
+using compositor::Output;
+using compositor::WindowKind;
+using corvid::CGRect;
+
+/// What is longer or more is not meant for people.
+constexpr std::size_t longestText = 1024;
+constexpr std::size_t mostWindows = 4096;
+
+std::optional<CGRect> rectOf(const Json& node, const char* name) {
+    const Json* rect = member(node, name);
+    if (rect == nullptr) {
+        return std::nullopt;
+    }
+    constexpr std::int64_t farthest = 1 << 20;
+    const auto number = [&](const char* part) -> std::optional<double> {
+        const auto value = numberOf(*rect, part);
+        const bool isSane = value && *value >= -farthest && *value <= farthest;
+        return isSane ? std::optional(static_cast<double>(*value)) : std::nullopt;
+    };
+    const auto x = number("x");
+    const auto y = number("y");
+    const auto width = number("width");
+    const auto height = number("height");
+    if (!x || !y || !width || !height || *width < 0 || *height < 0) {
+        return std::nullopt;
+    }
+    return CGRect{{*x, *y}, {*width, *height}};
+}
+
+std::string boundedText(const Json& object, const char* name) {
+    return std::string(textOf(object, name).substr(0, longestText));
+}
+
+/// The rectangle of a window goes down from its title bar, which is told of separately and by the place that it has in
+/// the container around: only the height counts.
+CGRect frameOf(const Json& node) {
+    CGRect frame = rectOf(node, "rect").value_or(CGRect{});
+    const double titleBar = rectOf(node, "deco_rect").value_or(CGRect{}).size.height;
+    frame.origin.y -= titleBar;
+    frame.size.height += titleBar;
+    return frame;
+}
+
+/// Only windows of X11 programs say what they are.
+WindowKind declaredKind(const Json& node) {
+    const std::string_view type = textOf(node, "window_type");
+    const Json* properties = member(node, "window_properties");
+    const bool belongsToAnother = properties != nullptr && numberOf(*properties, "transient_for").value_or(0) > 0;
+    const bool isNormal = type.empty() || type == "normal" || type == "unknown";
+    return isNormal && !belongsToAnother ? WindowKind::standard : WindowKind::auxiliary;
+}
+
+std::string identifierOf(const Json& node) {
+    const auto number = numberOf(node, "id");
+    return number ? std::to_string(*number) : std::string();
+}
+
+/// A node that is still to be read, and what it inherits from those around it.
+struct Visit {
+    const Json* node;
+    bool isFloating = false;
+    /// Of the output around.
+    const Json* shownWorkspace = nullptr;
+    /// The workspace around, if it is not that one.
+    const Json* hiddenWorkspace = nullptr;
+};
+
+TreeWindow windowOf(const Visit& visit) {
+    const Json& node = *visit.node;
+    TreeWindow read{
+        .identifier = identifierOf(node), .window = {}, .title = boundedText(node, "name"), .hiddenWorkspace = {}};
+    if (visit.hiddenWorkspace != nullptr) {
+        read.hiddenWorkspace = boundedText(*visit.hiddenWorkspace, "name");
+    }
+    const auto process = numberOf(node, "pid").value_or(0);
+    if (process > 0 && process <= INT32_MAX) {
+        read.window.clues.process = static_cast<ProcessIdentifier>(process);
+    }
+    read.window.clues.applicationId = boundedText(node, "app_id");
+    if (const Json* properties = member(node, "window_properties")) {
+        read.window.clues.windowClass = boundedText(*properties, "class");
+        read.window.clues.windowInstance = boundedText(*properties, "instance");
+    }
+    read.window.kind = declaredKind(node);
+    read.window.isFullscreen = numberOf(node, "fullscreen_mode").value_or(0) > 0;
+    read.window.isTiled = !visit.isFloating;
+    read.window.isReady = true;
+    read.window.frame = frameOf(node);
+    return read;
+}
+
+/// A container that shows a window: those of Wayland programs have a process, those of X11 programs a window's number.
+bool isWindow(const Json& node) {
+    const Json* nodes = member(node, "nodes");
+    const bool isLeaf = nodes == nullptr || nodes->empty();
+    return isLeaf && (numberOf(node, "pid") || numberOf(node, "window")) && numberOf(node, "id");
+}
+
+const Json* childWithIdentifier(const Json& node, std::int64_t identifier) {
+    const Json* nodes = member(node, "nodes");
+    if (nodes == nullptr || !nodes->is_array()) {
+        return nullptr;
+    }
+    const auto found =
+        std::ranges::find_if(*nodes, [&](const Json& each) { return numberOf(each, "id") == identifier; });
+    return found == nodes->end() ? nullptr : &*found;
+}
+
+/// The workspace that an output shows: the first in the order of focus. In i3 there is a container between.
+const Json* shownWorkspace(const Json& output) {
+    constexpr int farthest = 3;
+    const Json* node = &output;
+    for (int step = 0; step < farthest && node != nullptr; ++step) {
+        const Json* focus = member(*node, "focus");
+        if (focus == nullptr || !focus->is_array() || focus->empty() || !focus->front().is_number_integer()) {
+            return nullptr;
+        }
+        node = childWithIdentifier(*node, focus->front().get<std::int64_t>());
+        if (node != nullptr && textOf(*node, "type") == "workspace") {
+            return node;
+        }
+    }
+    return nullptr;
+}
+
+std::optional<Output> outputOf(const Json& node) {
+    // The place of hidden windows is an output as well, of a name that no other can have.
+    const auto frame = rectOf(node, "rect");
+    if (!frame || frame->size.width <= 0 || frame->size.height <= 0 || textOf(node, "name") == "__i3") {
+        return std::nullopt;
+    }
+    const Json* workspace = shownWorkspace(node);
+    const auto rect = workspace == nullptr ? std::nullopt : rectOf(*workspace, "rect");
+    const auto inside = rect ? corvid::intersection(*rect, *frame) : std::nullopt;
+    const bool isUsable = inside && inside->size.width > 0 && inside->size.height > 0;
+    return Output{.frame = *frame, .workArea = isUsable ? *inside : *frame};
+}
+
+/// Neither compositor has a primary output that it tells of reliably.
+void sortOutputs(std::vector<Output>& outputs) {
+    const auto distance = [](const Output& output) {
+        return std::pair(std::abs(output.frame.origin.x) + std::abs(output.frame.origin.y), output.frame.origin.x);
+    };
+    std::ranges::stable_sort(outputs, {}, distance);
+}
+
+bool isOlder(const TreeWindow& one, const TreeWindow& other) {
+    // Numbers are given in order of appearance; a longer one is larger.
+    return std::pair(one.identifier.size(), std::string_view(one.identifier)) <
+           std::pair(other.identifier.size(), std::string_view(other.identifier));
+}
+
+/// The visits to what is in a node, each with what it inherits.
+void addChildren(std::vector<Visit>& waiting, const Visit& visit, const char* name) {
+    const Json* children = member(*visit.node, name);
+    if (children == nullptr || !children->is_array()) {
+        return;
+    }
+    for (const Json& child : *children) {
+        const std::string_view type = textOf(child, "type");
+        Visit next = visit;
+        next.node = &child;
+        next.isFloating = visit.isFloating || type == "floating_con";
+        if (type == "workspace") {
+            next.hiddenWorkspace = &child == visit.shownWorkspace ? nullptr : &child;
+        } else if (type == "output") {
+            next.shownWorkspace = shownWorkspace(child);
+        }
+        waiting.push_back(next);
+    }
+}
+
+} // namespace
+
+std::optional<Tree> readTree(const Json& answer) {
+    if (textOf(answer, "type") != "root") {
+        return std::nullopt;
+    }
+    Tree tree;
+    std::vector<Visit> waiting{{.node = &answer}};
+    while (!waiting.empty()) {
+        const Visit visit = waiting.back();
+        waiting.pop_back();
+        const Json& node = *visit.node;
+        if (textOf(node, "type") == "output") {
+            if (const auto output = outputOf(node)) {
+                tree.outputs.push_back(*output);
+            }
+        } else if (isWindow(node) && tree.windows.size() < mostWindows) {
+            tree.windows.push_back(windowOf(visit));
+            if (isSet(node, "focused")) {
+                tree.focused = tree.windows.back().identifier;
+            }
+        }
+        addChildren(waiting, visit, "nodes");
+        addChildren(waiting, visit, "floating_nodes");
+    }
+    std::ranges::sort(tree.windows, isOlder);
+    sortOutputs(tree.outputs);
+    return tree;
+}
+
+} // namespace platform::sway

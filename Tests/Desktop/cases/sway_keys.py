@@ -1,0 +1,210 @@
+"""Shortcuts on sway: whatever the keyboard does, and beside what the user has bound."""
+
+import signal
+import time
+
+from harness.applications import APPLICATIONS
+from harness.oracle import ACTIONS, expected
+from harness.product import run_to_end
+from harness.rect import Rect
+from harness.sway import SwayDesktop
+from harness.sway_ipc import Listener
+from harness.waiting import until, until_equal
+
+from . import case
+
+NATURAL = Rect(311, 173, 762, 503)
+# The program looks every two seconds whether it may work, and may look up to ten seconds late; twice until keys are
+# registered anew.
+POLL = 26.0
+
+CONFLICTS = """
+set $second Mod1
+set $both Control+$second
+bindsym $both+Left nop of the user left
+bindsym --to-code --no-warn Alt+ctrl+C nop of the user c
+bindcode Mod1+Ctrl+40 nop of the user d
+mode "resize" {
+    bindsym $both+Up nop in another mode
+}
+include more/*
+"""
+INCLUDED = """
+bindsym --no-repeat {
+    $both+Down nop of the user down
+}
+"""
+
+
+def taken(*actions: str) -> str:
+    return "Some shortcuts are taken: " + ", ".join(action for action in ACTIONS if action in actions)
+
+
+def works(desktop: SwayDesktop, product, window: int, action: str, when: str) -> None:
+    product.until_at_rest()
+    desktop.place(window, NATURAL)
+    desktop.press(product, action)
+    wanted = expected(action, NATURAL, desktop.work_area(), lambda size: size)
+    desktop.holds_frame(window, wanted, f"frame after {action} {when}")
+
+
+def open_editor(desktop: SwayDesktop) -> int:
+    window = desktop.open(APPLICATIONS["mousepad"]).number
+    desktop.place(window, NATURAL)
+    return window
+
+
+@case("desktop.sway.keys.locks")
+def lock_keys_change_nothing(program):
+    with SwayDesktop(program, name="sway.keys.locks") as desktop:
+        window, product = open_editor(desktop), desktop.launch()
+        for locks in (("CapsLock",), ("NumLock",), ("CapsLock", "NumLock")):
+            for lock in locks:
+                desktop.keyboard.lock(lock, True)
+            for action in ACTIONS:
+                works(desktop, product, window, action, f"with {' and '.join(locks)}")
+            for lock in locks:
+                desktop.keyboard.lock(lock, False)
+
+
+@case("desktop.sway.keys.layouts")
+def keys_are_places_whatever_the_layout_prints_on_them(program):
+    with SwayDesktop(program, name="sway.keys.layouts") as desktop:
+        window, product = open_editor(desktop), desktop.launch()
+        for layout in ("ru", "gr", "fr", "us(dvorak)"):
+            desktop.keyboard.use(layout)
+            for action in ACTIONS:
+                works(desktop, product, window, action, f"in the layout {layout}")
+
+
+@case("desktop.sway.keys.held")
+def a_key_that_is_held_counts_once(program):
+    with SwayDesktop(program, name="sway.keys.held") as desktop:
+        window = open_editor(desktop)
+        product = desktop.launch()
+        desktop.keyboard.hold("Control", "Alt", "Up")
+        desktop.holds_frame(window, desktop.work_area(), "the maximized frame")
+        product.until_at_rest()
+        desktop.place(window, NATURAL)
+        # Keys repeat after 0.6 s, 25 times in a second.
+        end = time.monotonic() + 1.5
+        while time.monotonic() < end:
+            assert desktop.frame(window) == NATURAL, "the window was moved while the key was held"
+            time.sleep(0.01)
+        desktop.keyboard.release("Control", "Alt", "Up")
+
+
+@case("desktop.sway.keys.taken")
+def what_the_user_has_bound_stays_his_and_the_others_work(program):
+    with SwayDesktop(program, CONFLICTS, name="sway.keys.taken") as desktop:
+        more = desktop.configuration.parent / "more"
+        more.mkdir()
+        (more / "keys").write_text(INCLUDED)
+        desktop.command("reload")
+        window, product = open_editor(desktop), desktop.launch()
+        product.until_status(taken("leftHalf", "center", "almostMaximize", "maximizeHeight"))
+        for action in ("rightHalf", "maximize"):
+            works(desktop, product, window, action, "beside the user's")
+        listener = Listener(desktop.socket)
+        product.until_at_rest()
+        desktop.place(window, NATURAL)
+        for action in ("leftHalf", "center", "almostMaximize", "maximizeHeight"):
+            desktop.press(product, action)
+        heard: list[str] = []
+        whole = [f"nop of the user {key}" for key in ("left", "c", "d", "down")]
+        until_equal(lambda: heard.extend(listener.commands()) or heard, whole, "the user's own bindings")
+        assert desktop.frame(window) == NATURAL, "a key of the user's moved the window"
+        listener.close()
+
+
+@case("desktop.sway.keys.reload")
+def reading_the_configuration_again_is_survived(program):
+    with SwayDesktop(program, name="sway.keys.reload") as desktop:
+        window, product = open_editor(desktop), desktop.launch()
+        product.until_status("Active")
+        desktop.command("reload")
+        until(lambda: desktop.work_area(1).y > 0, "the bars to be there again", 20.0)
+        for action in ACTIONS:
+            works(desktop, product, window, action, "after reading the configuration again")
+        desktop.configure("bindsym Ctrl+Alt+Left nop of the user\n")
+        desktop.command("reload")
+        product.until_status(taken("leftHalf"), POLL)
+        until(lambda: desktop.work_area(1).y > 0, "the bars to be there again", 20.0)
+        works(desktop, product, window, "rightHalf", "after a key was lost")
+        desktop.configure("")
+        desktop.command("reload")
+        product.until_status("Active", POLL)
+        until(lambda: desktop.work_area(1).y > 0, "the bars to be there again", 20.0)
+        works(desktop, product, window, "leftHalf", "after the key was given back")
+
+
+@case("desktop.sway.keys.mode")
+def keys_belong_to_the_default_mode(program):
+    modes = 'mode "resize" {\n    bindsym Escape mode "default"\n}\n'
+    with SwayDesktop(program, modes, name="sway.keys.mode") as desktop:
+        window = open_editor(desktop)
+        desktop.command('mode "resize"')
+        product = desktop.launch()
+        product.until_status("Active")
+        # Another mode has keys of its own.
+        desktop.press(product, "maximize")
+        assert desktop.frame(window) == NATURAL, f"a key acted in another mode: {desktop.frame(window)}"
+        desktop.keyboard.chord("Escape")
+        works(desktop, product, window, "maximize", "in the default mode")
+
+
+@case("desktop.sway.keys.freed")
+def the_program_ends_and_leaves_no_binding(program):
+    with SwayDesktop(program, 'mode "resize" {\n    bindsym Escape mode "default"\n}\n', "sway.keys.freed") as desktop:
+        window = open_editor(desktop)
+        listener = Listener(desktop.socket)
+        for way in ("terminated", "told to quit", "ended in another mode"):
+            product = desktop.launch()
+            product.until_status("Active")
+            desktop.press(product, "maximize")
+            until(listener.commands, "the binding to be used")
+            desktop.place(window, NATURAL)
+            if way == "told to quit":
+                status, _, errors, _ = run_to_end(desktop.session, program, "--quit", prefix=desktop.session.prefix)
+                assert status == 0, errors
+                product.ended()
+            elif way == "terminated":
+                product.terminate()
+            else:
+                desktop.command('mode "resize"')
+                product.terminate()
+                desktop.command('mode "default"')
+            for action in ACTIONS:
+                desktop.keyboard.press(action)
+            # What was bound would be told of before this.
+            desktop.command("bindsym Ctrl+Alt+F12 nop the end")
+            desktop.keyboard.chord("Control", "Alt", "F12")
+            heard: list[str] = []
+            until(lambda: heard.extend(listener.commands()) or heard, "a binding made since")
+            assert heard == ["nop the end"], f"{way}, the program left bindings: {heard}"
+            assert desktop.frame(window) == NATURAL
+        listener.close()
+
+
+@case("desktop.sway.restart")
+def a_compositor_that_starts_anew_is_found(program):
+    with SwayDesktop(program, name="sway.restart") as desktop:
+        product = desktop.launch()
+        product.until_status("Active")
+        desktop.session.processes.end(desktop.compositor, signal.SIGKILL)
+        product.until_status("Waiting for permission", POLL)
+        desktop.restart()
+        product.until_status("Active", POLL)
+        window = open_editor(desktop)
+        for action in ACTIONS:
+            works(desktop, product, window, action, "after the restart")
+
+
+@case("desktop.sway.gone")
+def the_program_ends_after_its_compositor(program):
+    with SwayDesktop(program, name="sway.gone") as desktop:
+        product = desktop.launch()
+        product.until_status("Active")
+        desktop.stop()
+        assert product.ended(30.0) == 1
+        assert "sway is gone" in product.errors()

@@ -1,0 +1,54 @@
+"""The program's own window on sway."""
+
+from harness.applications import APPLICATIONS
+from harness.popover import GAP, SHADOW, WIDTH
+from harness.product import run_to_end
+from harness.sway import SwayDesktop
+from harness.sway_ipc import Window
+from harness.waiting import until
+
+from . import case
+
+
+def open_popover(desktop: SwayDesktop, program, product) -> Window:
+    """Opens it by a second start; gives it once it has the keyboard."""
+    status, _, errors, _ = run_to_end(desktop.session, program, prefix=desktop.session.prefix)
+    assert (status, errors) == (0, ""), f"the second start ended with {status}: {errors}"
+    (popover,) = until(
+        lambda: [window for window in own_windows(desktop, product) if window.focused], "the popover", 20.0,
+        desktop.windows,
+    )
+    return popover
+
+
+def own_windows(desktop: SwayDesktop, product) -> list[Window]:
+    return [window for window in desktop.windows() if window.process == product.process.pid]
+
+
+@case("desktop.sway.popover")
+def a_second_start_opens_the_popover_and_leaving_closes_it(program):
+    with SwayDesktop(program, name="sway.popover") as desktop:
+        editor = desktop.open(APPLICATIONS["mousepad"])
+        before = desktop.window(editor.number).frame
+        product = desktop.launch()
+        area = desktop.work_area()
+
+        def stands_in_the_corner() -> bool:
+            (shown,) = own_windows(desktop, product)
+            # The shadow around is drawn by the program, in a window that is larger than what is seen of it.
+            x, y = shown.frame.x + SHADOW, shown.frame.y + SHADOW
+            corner = (area.x + area.width - WIDTH - GAP, area.y + GAP)
+            return shown.floating and shown.border == "none" and (x, y) == corner
+
+        for leave in ("by Escape", "by another window"):
+            open_popover(desktop, program, product)
+            until(stands_in_the_corner, "the popover to be in the corner", saw=lambda: own_windows(desktop, product))
+            assert desktop.frame(editor.number) == before, "the layout made room for the popover"
+            if leave == "by Escape":
+                desktop.keyboard.chord("Escape")
+            else:
+                desktop.command(f"[con_id={editor.number}] focus")
+            until(lambda: not own_windows(desktop, product), f"the popover to close {leave}", saw=desktop.windows)
+            until(lambda: desktop.window(editor.number).focused, "the editor to have the keyboard")
+            # A click that closes it is not to open it again.
+            product.until_at_rest()

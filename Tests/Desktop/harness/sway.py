@@ -1,0 +1,272 @@
+"""A sway of one test on outputs that nobody sees, with its session, keys and eyes."""
+
+import os
+import signal
+import sys
+import time
+from pathlib import Path
+
+from .applications import Application
+from .product import Product
+from .rect import Rect
+from .session import Session
+from .skipping import require
+from .sway_ipc import GET_TREE, RUN_COMMAND, Connection, Window, rect_of, windows_of
+from .waiting import until, until_equal
+from .wayland_keyboard import WaylandKeyboard
+
+FIRST, SECOND = Rect(0, 0, 1920, 1080), Rect(1920, 0, 1280, 1024)
+
+CONFIGURATION = f"""
+output HEADLESS-1 mode 1920x1080 position 0 0
+output HEADLESS-2 mode 1280x1024 position 1920 0
+focus_follows_mouse no
+bar {{
+    position top
+    status_command true
+}}
+exec echo "$DISPLAY" >"$XDG_RUNTIME_DIR/display"
+"""
+
+# Programs answer within some milliseconds.
+STAYING = 0.1
+
+# Nobody's files are in danger from a test.
+UNPRIVILEGED = 65534
+
+
+class UnprivilegedSession(Session):
+    """A session that is not the superuser's: sway refuses to be run by him."""
+
+    def __init__(self) -> None:
+        super().__init__()
+        self.environment |= {
+            "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "sway", "GDK_BACKEND": "wayland",
+            "QT_QPA_PLATFORM": "wayland",
+        }
+        self.prefix: list[str] = []
+        if os.geteuid() == 0:
+            require("setpriv", "util-linux")
+            user = str(UNPRIVILEGED)
+            # What ends this process is to end the others; a change of user would undo that.
+            self.prefix = ["setpriv", f"--reuid={user}", f"--regid={user}", "--clear-groups", "--pdeathsig=KILL"]
+
+    def start(self, command: list[str], log: str, extra: dict[str, str] | None = None, **options):
+        self._hand_over()
+        return super().start([*self.prefix, *command], log, extra, **options)
+
+    def run(self, command: list[str], extra: dict[str, str] | None = None) -> str:
+        self._hand_over()
+        return super().run([*self.prefix, *command], extra)
+
+    def _hand_over(self) -> None:
+        if self.prefix:
+            for folder, folders, files in os.walk(self.directory):
+                for name in (".", *folders, *files):
+                    os.chown(Path(folder, name), UNPRIVILEGED, UNPRIVILEGED, follow_symlinks=False)
+
+
+class SwayWindow:
+    """A window of a program that was started."""
+
+    def __init__(self, application: Application, process):
+        self.application = application
+        self.process = process
+        self.number = 0
+
+
+class SwayDesktop:
+    """A context manager, as `Desktop` is."""
+
+    def __init__(self, program: Path | None = None, configuration: str = "", name: str = "sway"):
+        require("sway", "sway")
+        self.program = program
+        self.name = name
+        self.session = UnprivilegedSession()
+        self.products: list[Product] = []
+        self.keyboard: WaylandKeyboard | None = None
+        self.connection: Connection | None = None
+        self.socket = self.session.runtime / "sway.sock"
+        self.configuration = self.session.home / ".config/sway/config"
+        try:
+            self.configure(configuration)
+            self.start()
+            self._start_bus()
+        except BaseException:
+            self.close()
+            raise
+
+    # The compositor
+
+    def configure(self, text: str) -> None:
+        """Gives sway this configuration beside what every test needs; it is read at the next start or reload."""
+        self.configuration.parent.mkdir(parents=True, exist_ok=True)
+        self.configuration.write_text(CONFIGURATION + text)
+
+    def start(self) -> None:
+        self.compositor = self.session.start(
+            ["sway", "-c", str(self.configuration)], "sway",
+            {
+                "SWAYSOCK": str(self.socket), "WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman",
+                "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_HEADLESS_OUTPUTS": "2",
+            },
+        )
+        until(self._answers, "sway to answer", 20.0)
+        (display,) = {path.name for path in self.session.runtime.glob("wayland-*") if path.suffix != ".lock"}
+        told = self.session.runtime / "display"
+        until(lambda: told.exists() and told.read_text().endswith("\n"), "the display for programs of X11")
+        self.session.environment |= {
+            "SWAYSOCK": str(self.socket), "WAYLAND_DISPLAY": display, "DISPLAY": told.read_text().strip(),
+        }
+        until_equal(self.outputs, [FIRST, SECOND], "the outputs")
+        until(lambda: self.work_area(1).y > 0, "the bars to be there", 20.0)
+        self.keyboard = WaylandKeyboard(str(self.session.runtime / display))
+
+    def restart(self) -> None:
+        """Starts it again after it has ended, at the same places."""
+        self._disconnect()
+        for path in self.session.runtime.glob("wayland-*"):
+            path.unlink()
+        (self.session.runtime / "display").unlink()
+        self.socket.unlink(missing_ok=True)
+        self.start()
+
+    def stop(self) -> None:
+        """Ends it as a user does who leaves."""
+        self._disconnect()
+        self.session.processes.end(self.compositor, signal.SIGTERM)
+
+    def _start_bus(self) -> None:
+        address = f"unix:path={self.session.runtime}/bus"
+        self.session.start(["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"], "bus")
+        until((self.session.runtime / "bus").exists, "the session bus")
+        self.session.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+
+    def _answers(self) -> bool:
+        assert self.compositor.poll() is None, f"sway ended with {self.compositor.returncode}"
+        try:
+            self.connection = Connection(self.socket)
+        except OSError:
+            return False
+        return True
+
+    def command(self, text: str) -> None:
+        results = self.connection.ask(RUN_COMMAND, text)
+        assert all(result["success"] for result in results), f"{text}: {results}"
+
+    def tree(self) -> dict:
+        return self.connection.ask(GET_TREE)
+
+    # Outputs and windows
+
+    def outputs(self) -> list[Rect]:
+        return [rect_of(node) for node in self._output_nodes()]
+
+    def work_area(self, output: int = 0) -> Rect:
+        """What the bars leave of an output."""
+        node = self._output_nodes()[output]
+        return next(rect_of(each) for each in node["nodes"] if each["name"] == node["current_workspace"])
+
+    def _output_nodes(self) -> list[dict]:
+        return [node for node in self.tree()["nodes"] if node["name"] != "__i3"]
+
+    def windows(self) -> list[Window]:
+        return windows_of(self.tree())
+
+    def window(self, number: int) -> Window:
+        return next(window for window in self.windows() if window.number == number)
+
+    def frame(self, number: int) -> Rect:
+        return self.window(number).frame
+
+    def open(self, application: Application, *options: str) -> SwayWindow:
+        """Starts an application and waits until its window is there and has the focus."""
+        running = self.launch_application(application, *options)
+        self.wait_for(running)
+        until(lambda: self.window(running.number).focused, f"{application.name} to have the focus")
+        return running
+
+    def launch_application(self, application: Application, *options: str) -> SwayWindow:
+        if application.package:
+            require(application.command[0], application.package)
+        process = self.session.start(
+            [*application.command, *options], application.name, application.environment
+        )
+        return SwayWindow(application, process)
+
+    def wait_for(self, running: SwayWindow, seconds: float = 20.0) -> int:
+        def appeared() -> Window | None:
+            assert running.process.poll() is None, f"{running.application.name} ended"
+            return next((window for window in self.windows() if window.process == running.process.pid), None)
+
+        running.number = until(appeared, f"a window of {running.application.name}", seconds, self.windows).number
+        return running.number
+
+    def end(self, running: SwayWindow) -> None:
+        self.session.processes.end(running.process, signal.SIGKILL)
+        until(lambda: all(window.number != running.number for window in self.windows()), "the window to be gone")
+
+    def place(self, number: int, frame: Rect) -> None:
+        """Takes a window out of the layout and puts it there, as a person might; when it returns it stays there.
+
+        A program that still answers an earlier request takes the window back to that.
+        """
+        since = 0.0
+
+        def stays() -> bool:
+            nonlocal since
+            if self.frame(number) != frame or not self.window(number).focused:
+                self.command(
+                    f"[con_id={number}] floating enable, resize set width {frame.width} px height {frame.height} px,"
+                    f" move absolute position {frame.x} px {frame.y} px, focus"
+                )
+                since = time.monotonic()
+            return time.monotonic() - since > STAYING
+
+        until(stays, f"the window to stay at {frame}", 10.0, lambda: self.frame(number))
+
+    def holds_frame(self, number: int, frame: Rect, what: str, seconds: float = 5.0) -> None:
+        until_equal(lambda: self.frame(number), frame, what, seconds)
+
+    # The program under test
+
+    def launch(self, *options: str, environment: dict[str, str] | None = None) -> Product:
+        product = Product(self.session, self.program, *options, environment=environment)
+        self.products.append(product)
+        product.until_ready()
+        return product
+
+    def press(self, product: Product, action: str) -> None:
+        """Presses an action's shortcut and waits until the program has dealt with it."""
+        self.keyboard.press(action)
+        product.until_at_rest()
+
+    # End
+
+    def __enter__(self) -> "SwayDesktop":
+        return self
+
+    def __exit__(self, kind, value, trace) -> None:
+        if kind is not None:
+            print(self.session.log_text(), file=sys.stderr)
+            for product in self.products:
+                print(f"--- statuses: {product.statuses}", file=sys.stderr)
+        try:
+            if kind is None:
+                for product in self.products:
+                    if product.process.poll() is None:
+                        product.terminate()
+        finally:
+            self.close()
+
+    def _disconnect(self) -> None:
+        for connection in (self.keyboard, self.connection):
+            if connection is not None:
+                connection.close()
+        self.keyboard = self.connection = None
+
+    def close(self) -> None:
+        for product in self.products:
+            product.close()
+        self._disconnect()
+        self.session.close()

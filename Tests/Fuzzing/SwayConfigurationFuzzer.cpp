@@ -1,0 +1,23 @@
+#include "Platform/Sway/Configuration.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+/// Takes the bytes for a configuration that includes itself.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are characters.
+    const std::string text(reinterpret_cast<const char*>(bytes), size);
+    const auto includes = [&](const std::string& pattern, const std::string& folder) {
+        return std::vector<platform::sway::ConfigurationFile>{{.path = folder + "/" + pattern, .text = text}};
+    };
+    const auto bound = platform::sway::boundCombinations({.path = "/config", .text = text}, includes);
+    for (const platform::sway::Combination& each : bound) {
+        if (each.key.empty() || platform::sway::readCombination(each.key, each.isNumber).value().key != each.key) {
+            std::abort();
+        }
+    }
+    return 0;
+}

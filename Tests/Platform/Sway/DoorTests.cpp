@@ -1,0 +1,246 @@
+#include "Tests/Platform/Sway/Layouts.h"
+#include "Tests/Platform/Sway/OpenDoor.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace platform::sway {
+namespace {
+
+using compositor::WindowKind;
+using corvid::CGRect;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr std::uint32_t windowEvent = 0x80000003;
+
+struct Told final : compositor::WindowTable::Follower {
+    void windowAppeared(const std::string& identifier, const compositor::Window& /*window*/, bool wasThere) override {
+        told.push_back((wasThere ? "there " : "new ") + identifier);
+    }
+
+    void windowChangedIdentity(const std::string& identifier, const compositor::Window& /*window*/) override {
+        told.push_back("renamed " + identifier);
+    }
+
+    void windowBecameReady(const std::string& identifier, const compositor::Window& /*window*/) override {
+        told.push_back("ready " + identifier);
+    }
+
+    void windowVanished(const std::string& identifier, const compositor::Window& /*window*/) override {
+        told.push_back("gone " + identifier);
+    }
+
+    std::vector<std::string> told;
+};
+
+class SwayDoor : public testing::Test {
+protected:
+    void open(const std::string& layout) {
+        desktop.sway.setTree(layout);
+        desktop.table.setFollower(told);
+        desktop.session.start();
+        ASSERT_TRUE(desktop.table.isOpen());
+    }
+
+    /// Carries out what is asked as sway does for window 7, as far as the window lets it.
+    void obey(std::function<CGRect(const CGRect& asked)> settle) {
+        desktop.sway.onCommands([this, settle](const std::string& commands) {
+            double width = 0;
+            double height = 0;
+            double x = 0;
+            double y = 0;
+            const std::string form = "[con_id=7] floating enable, resize set width %lf px height %lf px, "
+                                     "move absolute position %lf px %lf px";
+            if (std::sscanf(commands.c_str(), form.c_str(), &width, &height, &x, &y) == 4) {
+                const CGRect frame = settle({{x, y}, {width, height}});
+                desktop.sway.setTree(layouts::oneOutput({at(frame)}));
+            }
+        });
+    }
+
+    static layouts::Window at(const CGRect& frame) {
+        constexpr int bar = 25;
+        return {.number = 7,
+                .rect = {static_cast<int>(frame.origin.x), static_cast<int>(frame.origin.y) + bar,
+                         static_cast<int>(frame.size.width), static_cast<int>(frame.size.height) - bar},
+                .titleBar = bar,
+                .isFloating = true,
+                .isFocused = true};
+    }
+
+    OpenDoor desktop;
+    Told told;
+};
+
+TEST_F(SwayDoor, OpensWithWhatIsThere) {
+    open(layouts::oneOutput({{.number = 7, .isFocused = true}, {.number = 8}}));
+    EXPECT_THAT(told.told, ElementsAre("there 7", "ready 7", "there 8", "ready 8"));
+    EXPECT_EQ(desktop.table.focused(), "7");
+    ASSERT_EQ(desktop.table.outputs().size(), 1U);
+    EXPECT_EQ(desktop.table.outputs()[0].workArea, (CGRect{{0, 23}, {1920, 1057}}));
+}
+
+TEST_F(SwayDoor, FollowsWindowsThatComeAndGo) {
+    open(layouts::oneOutput({{.number = 7, .isFocused = true}}));
+    told.told.clear();
+    desktop.sway.setTree(layouts::oneOutput({{.number = 7}, {.number = 9, .isFocused = true}}));
+    desktop.sway.tell(windowEvent, R"({"change":"new","container":{"id":9}})");
+    ASSERT_TRUE(desktop.runUntil([&] { return told.told.size() == 2; }));
+    EXPECT_THAT(told.told, ElementsAre("new 9", "ready 9"));
+    EXPECT_EQ(desktop.table.focused(), "9");
+
+    desktop.sway.setTree(layouts::oneOutput({{.number = 9, .isFocused = true}}));
+    desktop.sway.tell(windowEvent, R"({"change":"close","container":{"id":7}})");
+    ASSERT_TRUE(desktop.runUntil([&] { return told.told.size() == 3; }));
+    EXPECT_EQ(told.told.back(), "gone 7");
+}
+
+TEST_F(SwayDoor, ReadsTheLayoutOnceForManyEvents) {
+    open(layouts::oneOutput({{.number = 7}}));
+    const int before = desktop.sway.treeReadings();
+    std::string burst;
+    for (int count = 0; count < 20; ++count) {
+        burst += FakeSway::message(windowEvent, R"({"change":"focus","container":{}})");
+    }
+    desktop.sway.setTree(layouts::oneOutput({{.number = 7}, {.number = 8}}));
+    desktop.sway.tellRaw(burst);
+    ASSERT_TRUE(desktop.runUntil([&] { return desktop.table.find("8") != nullptr; }));
+    EXPECT_EQ(desktop.sway.treeReadings(), before + 1);
+}
+
+TEST_F(SwayDoor, TakesNoNoteOfTitlesOfOthers) {
+    open(layouts::oneOutput({{.number = 7}}));
+    const int before = desktop.sway.treeReadings();
+    for (int count = 0; count < 20; ++count) {
+        desktop.sway.tell(windowEvent, R"({"change":"title","container":{"id":7,"pid":100}})");
+    }
+    // What comes after them is read once they are.
+    ASSERT_TRUE(desktop.refresh());
+    EXPECT_EQ(desktop.sway.treeReadings(), before + 1);
+}
+
+TEST_F(SwayDoor, AFloatingWindowBesideAnotherOfItsProgramIsADialog) {
+    open(layouts::oneOutput({{.number = 7, .process = 100},
+                             {.number = 8, .isFloating = true, .process = 100},
+                             {.number = 9, .isFloating = true, .process = 200}}));
+    EXPECT_EQ(desktop.table.find("7")->kind, WindowKind::standard);
+    EXPECT_EQ(desktop.table.find("8")->kind, WindowKind::auxiliary);
+    EXPECT_EQ(desktop.table.find("9")->kind, WindowKind::standard);
+}
+
+TEST_F(SwayDoor, AWindowStaysOfTheKindThatItAppearedAs) {
+    open(layouts::oneOutput({{.number = 7}, {.number = 8}}));
+    desktop.sway.setTree(layouts::oneOutput({{.number = 7}, {.number = 8, .isFloating = true}}));
+    ASSERT_TRUE(desktop.refresh());
+    EXPECT_EQ(desktop.table.find("8")->kind, WindowKind::standard);
+}
+
+TEST_F(SwayDoor, PutsAWindowWhereItIsAskedTo) {
+    open(layouts::oneOutput({{.number = 7}}));
+    obey([](const CGRect& asked) { return asked; });
+    const CGRect frame{{960, 23}, {960, 1057}};
+    EXPECT_EQ(desktop.door.place("7", frame, desktop.soon()), AXError::success);
+    EXPECT_EQ(desktop.table.find("7")->frame, frame);
+    EXPECT_EQ(desktop.sway.takeCommands().size(), 1U);
+}
+
+TEST_F(SwayDoor, AsksAWindowThatTookAnotherFrameOnceMore) {
+    open(layouts::oneOutput({{.number = 7}}));
+    int requests = 0;
+    obey([&](const CGRect& asked) { return ++requests == 1 ? CGRect{asked.origin, {1916, 1030}} : asked; });
+    const CGRect frame{{0, 23}, {1920, 1057}};
+    EXPECT_EQ(desktop.door.place("7", frame, desktop.soon()), AXError::success);
+    EXPECT_EQ(desktop.table.find("7")->frame, frame);
+}
+
+TEST_F(SwayDoor, TellsWhatAWindowSettledOnThatRefuses) {
+    open(layouts::oneOutput({{.number = 7}}));
+    obey([](const CGRect& asked) { return CGRect{asked.origin, {351, asked.size.height}}; });
+    EXPECT_EQ(desktop.door.place("7", {{0, 23}, {200, 1057}}, desktop.soon()), AXError::success);
+    EXPECT_EQ(desktop.table.find("7")->frame, (CGRect{{0, 23}, {351, 1057}}));
+    EXPECT_EQ(desktop.sway.takeCommands().size(), 2U);
+}
+
+TEST_F(SwayDoor, PutsAWindowBackOnItsHiddenWorkspace) {
+    open(layouts::text({{"A", {0, 0, 1920, 1080}, {{11, "1", {}}, {12, "2: notes", {{.number = 7}}}}}}));
+    desktop.door.place("7", {{0, 23}, {960, 1057}}, Instant{});
+    ASSERT_TRUE(desktop.refresh());
+    EXPECT_THAT(desktop.sway.takeCommands(),
+                ElementsAre("[con_id=7] floating enable, resize set width 960 px height 1057 px, "
+                            "move absolute position 0 px 23 px, move container to workspace \"2: notes\""));
+}
+
+TEST_F(SwayDoor, LeavesFullscreenWindowsAndThoseThatAreGoneAlone) {
+    open(layouts::oneOutput({{.number = 7, .more = R"(,"fullscreen_mode":1)"}}));
+    // The later of two members of a name counts.
+    ASSERT_TRUE(desktop.table.find("7")->isFullscreen);
+    EXPECT_EQ(desktop.door.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::cannotComplete);
+    EXPECT_EQ(desktop.door.place("8", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::invalidUIElement);
+    EXPECT_TRUE(desktop.sway.takeCommands().empty());
+}
+
+TEST_F(SwayDoor, AWindowThatGoesMeanwhileIsNotWaitedFor) {
+    open(layouts::oneOutput({{.number = 7}}));
+    desktop.sway.onCommands([this](const std::string&) { desktop.sway.setTree(layouts::oneOutput({})); });
+    EXPECT_EQ(desktop.door.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::invalidUIElement);
+}
+
+TEST_F(SwayDoor, AWindowThatDoesNotComeToRestIsNotWaitedForLongerThanAsked) {
+    open(layouts::oneOutput({{.number = 7}}));
+    obey([](const CGRect& asked) { return asked; });
+    // Each reading finds it elsewhere.
+    int step = 0;
+    desktop.sway.onTree([&] {
+        ++step;
+        desktop.sway.setTree(layouts::oneOutput({at({{static_cast<double>(step % 100), 23}, {960, 1057}})}));
+    });
+    const Instant begin = desktop.loop.now();
+    EXPECT_EQ(desktop.door.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::cannotComplete);
+    EXPECT_LT(desktop.loop.now() - begin, std::chrono::milliseconds(400));
+}
+
+TEST_F(SwayDoor, OwnWindowsBecomePopoversAsTheyAppear) {
+    open(layouts::oneOutput({{.number = 7}}));
+    desktop.door.placeOwnWindow("Tessel", {1500, 30});
+    EXPECT_THAT(desktop.sway.takeCommands(),
+                ElementsAre("for_window [pid=4711 title=\"^Tessel$\"] \"floating enable, border none, sticky enable, "
+                            "move absolute position 1500 px 30 px\""));
+    desktop.sway.setTree(layouts::oneOutput(
+        {{.number = 7}, {.number = 9, .isFloating = true, .process = OpenDoor::ownProcess, .title = "Tessel"}}));
+    desktop.sway.tell(windowEvent, R"({"change":"title","container":{"id":9,"pid":4711}})");
+    std::vector<std::string> commands;
+    ASSERT_TRUE(desktop.runUntil([&] {
+        commands = desktop.sway.takeCommands();
+        return !commands.empty();
+    }));
+    EXPECT_THAT(commands, ElementsAre("[con_id=9] floating enable, border none, sticky enable, "
+                                      "move absolute position 1500 px 30 px, focus"));
+    // Shown already, it is moved at once; and nothing is told twice.
+    desktop.door.placeOwnWindow("Tessel", {1500, 30});
+    EXPECT_THAT(desktop.sway.takeCommands(), ElementsAre(HasSubstr("[con_id=9]")));
+    ASSERT_TRUE(desktop.refresh());
+    EXPECT_TRUE(desktop.sway.takeCommands().empty());
+}
+
+TEST_F(SwayDoor, WindowsOfOthersAreNotTakenForOurs) {
+    open(layouts::oneOutput({{.number = 7, .title = "Tessel"}}));
+    desktop.door.placeOwnWindow("Tessel", {1500, 30});
+    EXPECT_THAT(desktop.sway.takeCommands(), ElementsAre(HasSubstr("for_window")));
+}
+
+TEST_F(SwayDoor, ClosesWithTheCompositorAndOpensAgain) {
+    open(layouts::oneOutput({{.number = 7}}));
+    told.told.clear();
+    desktop.sway.stop();
+    ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
+    EXPECT_TRUE(told.told.empty());
+    EXPECT_EQ(desktop.door.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::cannotComplete);
+    desktop.sway.setTree(layouts::oneOutput({{.number = 8}}));
+    desktop.sway.start();
+    ASSERT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
+    EXPECT_THAT(told.told, ElementsAre("gone 7", "there 8", "ready 8"));
+}
+
+} // namespace
+} // namespace platform::sway

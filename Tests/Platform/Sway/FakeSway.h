@@ -1,0 +1,101 @@
+#pragma once
+
+#include "Tests/Platform/Linux/TemporaryFolder.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+/// A peer that speaks as sway does, or does not, on a socket of its own. It answers on a thread of its own, since who
+/// asks waits for it.
+class FakeSway {
+public:
+    enum class Manners : std::uint8_t {
+        good,
+        /// It takes what it is asked and says nothing.
+        silent,
+        /// It answers with something that is no message.
+        garbled,
+        /// It answers with a message that is no JSON.
+        malformed,
+        /// It answers with JSON of another kind.
+        nonsense,
+        /// It announces an answer that is too long.
+        endless,
+        /// It answers nothing but closes.
+        closing,
+        /// It refuses subscriptions.
+        refusing,
+    };
+
+    FakeSway();
+    FakeSway(const FakeSway&) = delete;
+    FakeSway& operator=(const FakeSway&) = delete;
+    ~FakeSway();
+
+    [[nodiscard]] std::string path() const { return folder / "sway.sock"; }
+
+    void behave(Manners manners);
+    /// As if it had crashed; `start` makes it listen again.
+    void stop();
+    void start();
+
+    /// What GET_TREE, GET_CONFIG and GET_BINDING_STATE give.
+    void setTree(std::string json);
+    void setConfiguration(std::string text);
+    void setMode(std::string name);
+    /// Called with each list of commands, on the other thread; may set the tree.
+    void onCommands(std::function<void(const std::string&)> carryOut);
+    /// Called before each answer to GET_TREE, likewise.
+    void onTree(std::function<void()> change);
+    /// The results of lists that have these words in them: failure instead of success.
+    void refuse(std::string words);
+
+    /// Tells everybody who has subscribed to anything.
+    void tell(std::uint32_t event, std::string_view json);
+    /// Sends bytes as they are to those.
+    void tellRaw(std::string_view bytes);
+
+    /// The lists of commands since this was last called.
+    [[nodiscard]] std::vector<std::string> takeCommands();
+    /// How often the tree was asked for.
+    [[nodiscard]] int treeReadings();
+    [[nodiscard]] int connections();
+
+    [[nodiscard]] static std::string message(std::uint32_t type, std::string_view payload);
+
+private:
+    struct Peer;
+
+    void serve();
+    void accept();
+    [[nodiscard]] bool read(Peer& peer);
+    void answer(Peer& peer, std::uint32_t type, const std::string& payload);
+    [[nodiscard]] std::string result(std::uint32_t type, const std::string& payload);
+    void wake() const;
+
+    TemporaryFolder folder;
+    /// Whoever carries commands out may set what is told next.
+    std::recursive_mutex mutex;
+    Manners manners = Manners::good;
+    std::string tree = R"({"type":"root","nodes":[]})";
+    std::string configuration;
+    std::string mode = "default";
+    std::function<void(const std::string&)> carryOut;
+    std::function<void()> changeTree;
+    std::string refused;
+    std::vector<std::string> commands;
+    int readings = 0;
+    int listening = -1;
+    int wakeReading = -1;
+    int wakeWriting = -1;
+    bool isEnding = false;
+    std::vector<std::unique_ptr<Peer>> peers;
+    std::thread thread;
+};

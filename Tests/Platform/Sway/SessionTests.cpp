@@ -1,0 +1,170 @@
+#include "Tests/Platform/Sway/Layouts.h"
+#include "Tests/Platform/Sway/OpenDoor.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <thread>
+
+namespace platform::sway {
+namespace {
+
+using Manners = FakeSway::Manners;
+
+constexpr std::chrono::milliseconds turn = Session::patience;
+/// What a machine that does other things takes beyond.
+constexpr std::chrono::milliseconds slack{150};
+
+class SwaySession : public testing::Test {
+protected:
+    void open() {
+        desktop.sway.setTree(layouts::oneOutput({{.number = 7}}));
+        desktop.session.start();
+        ASSERT_TRUE(desktop.table.isOpen());
+    }
+
+    [[nodiscard]] Duration timeOf(const std::function<void()>& work) const {
+        const Instant begin = desktop.loop.now();
+        work();
+        return desktop.loop.now() - begin;
+    }
+
+    OpenDoor desktop;
+};
+
+TEST_F(SwaySession, WaitsForACompositorThatIsNotThereYet) {
+    desktop.sway.stop();
+    desktop.session.start();
+    EXPECT_FALSE(desktop.session.isOpen());
+    desktop.sway.start();
+    EXPECT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
+}
+
+TEST_F(SwaySession, IsNotOpenedToAPeerThatRefusesItsEvents) {
+    desktop.sway.behave(Manners::refusing);
+    desktop.session.start();
+    EXPECT_FALSE(desktop.session.isOpen());
+    desktop.sway.behave(Manners::good);
+    EXPECT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
+}
+
+TEST_F(SwaySession, ASilentPeerCostsNoMoreThanATurn) {
+    open();
+    desktop.sway.behave(Manners::silent);
+    const Instant deadline = desktop.session.deadline();
+    const Duration taken = timeOf([&] {
+        for (int count = 0; count < 5; ++count) {
+            EXPECT_EQ(desktop.session.ask(MessageType::getTree, "", deadline), std::nullopt);
+        }
+    });
+    EXPECT_GE(taken, turn / 2);
+    EXPECT_LT(taken, turn + slack);
+    // It is only late: nothing is given up.
+    EXPECT_TRUE(desktop.session.isOpen());
+}
+
+TEST_F(SwaySession, AnAnswerThatComesLateIsNotTakenForAnother) {
+    open();
+    desktop.sway.onTree([&] { std::this_thread::sleep_for(std::chrono::milliseconds(60)); });
+    EXPECT_EQ(desktop.session.ask(MessageType::getTree, "", desktop.loop.now() + std::chrono::milliseconds(5)),
+              std::nullopt);
+    const auto state = desktop.session.ask(MessageType::getBindingState, "", desktop.soon());
+    ASSERT_TRUE(state.has_value());
+    EXPECT_EQ(textOf(*state, "name"), "default");
+}
+
+TEST_F(SwaySession, APeerThatIsSilentForeverIsLeftAndFoundAgain) {
+    open();
+    desktop.sway.behave(Manners::silent);
+    for (int count = 0; count < 20; ++count) {
+        static_cast<void>(desktop.session.ask(MessageType::getTree, "", Instant{}));
+    }
+    EXPECT_FALSE(desktop.session.isOpen());
+    ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
+    desktop.sway.behave(Manners::good);
+    EXPECT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
+}
+
+class SwaySessionWith : public SwaySession, public testing::WithParamInterface<Manners> {};
+
+TEST_P(SwaySessionWith, ClosesAndIsOpenedOnceThePeerBehaves) {
+    open();
+    desktop.sway.behave(GetParam());
+    const Duration taken =
+        timeOf([&] { EXPECT_EQ(desktop.session.ask(MessageType::getTree, "", desktop.soon()), std::nullopt); });
+    EXPECT_LT(taken, turn + slack);
+    ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
+    EXPECT_FALSE(desktop.session.isOpen());
+    desktop.sway.behave(Manners::good);
+    EXPECT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
+}
+
+TEST_P(SwaySessionWith, IsNotOpenedToIt) {
+    desktop.sway.behave(GetParam());
+    const Duration taken = timeOf([&] { desktop.session.start(); });
+    EXPECT_LT(taken, turn + slack);
+    EXPECT_FALSE(desktop.session.isOpen());
+}
+
+INSTANTIATE_TEST_SUITE_P(Hostile, SwaySessionWith,
+                         testing::Values(Manners::garbled, Manners::malformed, Manners::endless, Manners::closing));
+
+TEST_F(SwaySession, AnswersOfAnotherKindChangeNothing) {
+    open();
+    desktop.sway.behave(Manners::nonsense);
+    desktop.door.refresh(desktop.soon());
+    EXPECT_TRUE(desktop.table.isOpen());
+    EXPECT_NE(desktop.table.find("7"), nullptr);
+    EXPECT_EQ(desktop.door.place("7", {{0, 0}, {100, 100}}, desktop.soon()), AXError::cannotComplete);
+}
+
+TEST_F(SwaySession, GarbageAmongTheEventsClosesIt) {
+    open();
+    desktop.sway.tellRaw("garbage and nothing else");
+    ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
+    EXPECT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
+}
+
+TEST_F(SwaySession, MalformedEventsCloseIt) {
+    open();
+    desktop.sway.tell(0x80000003, R"({"change": "new", )");
+    ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
+    EXPECT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
+}
+
+TEST_F(SwaySession, AnAnswerAmongTheEventsIsNoneOfThem) {
+    open();
+    desktop.sway.tellRaw(FakeSway::message(4, R"({"type":"root","nodes":[]})"));
+    ASSERT_TRUE(desktop.refresh());
+    EXPECT_NE(desktop.table.find("7"), nullptr);
+}
+
+TEST_F(SwaySession, AFloodOfEventsLeavesTheLoopToOthers) {
+    open();
+    std::string flood;
+    for (int count = 0; count < 5000; ++count) {
+        flood += FakeSway::message(0x80000003, R"({"change":"title","container":{"id":7}})");
+    }
+    std::atomic<bool> isSent = false;
+    // Whoever sends so much waits for the reader.
+    const std::jthread sender([&] {
+        desktop.sway.tellRaw(flood);
+        isSent = true;
+    });
+    int turns = 0;
+    const std::function<void()> takeTurn = [&] {
+        ++turns;
+        if (!isSent) {
+            desktop.loop.post(takeTurn);
+        }
+    };
+    takeTurn();
+    EXPECT_TRUE(desktop.runUntil([&] { return isSent.load(); }));
+    EXPECT_GT(turns, 10);
+    EXPECT_TRUE(desktop.refresh());
+}
+
+} // namespace
+} // namespace platform::sway
