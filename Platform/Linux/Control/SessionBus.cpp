@@ -1,6 +1,8 @@
 #include "Platform/Linux/Control/SessionBus.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <string_view>
 #include <utility>
@@ -104,6 +106,20 @@ void SessionBus::connect() {
         bus.reset();
         connectLater();
     }
+}
+
+bool SessionBus::awaitArrival(Instant deadline) {
+    while (!isConnected && bus) {
+        const auto left = std::chrono::ceil<std::chrono::microseconds>(deadline - mainLoop.now());
+        if (left <= left.zero()) {
+            break;
+        }
+        const int processed = sd_bus_process(bus.get(), nullptr);
+        if (processed < 0 || (processed == 0 && sd_bus_wait(bus.get(), static_cast<std::uint64_t>(left.count())) < 0)) {
+            break;
+        }
+    }
+    return isConnected;
 }
 
 void SessionBus::connectLater() {
