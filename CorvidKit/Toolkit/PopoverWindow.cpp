@@ -152,7 +152,7 @@ void PopoverWindow::place() {
     const CGPoint topLeft{std::round(found->minX() - margin * ratio),
                           std::round(screens.front().frame.maxY() - found->maxY() - margin * ratio)};
     window->setGeometry(QRect(fromPixels(topLeft), size.toSize()));
-    surroundings.ownWindows->place(window->winId(), topLeft);
+    surroundings.ownWindows->place(window->winId(), window->title().toStdString(), topLeft);
 }
 
 void PopoverWindow::makeKey() {

@@ -2,6 +2,7 @@
 
 #include "CorvidKitCore/Geometry.h"
 #include "Platform/Linux/Applications/ApplicationIdentification.h"
+#include "Platform/Linux/Windows/WindowKind.h"
 
 #include <string>
 
@@ -10,14 +11,7 @@ namespace platform::compositor {
 /// The compositor's own name of a window. While the compositor runs it is never given to another window.
 using WindowIdentifier = std::string;
 
-/// What kind of window this is, as far as placing windows is concerned.
-enum class WindowKind {
-    standard,
-    /// A dialog, utility or splash window, or one that belongs to another: can be placed, but is not a document window.
-    auxiliary,
-    /// A desktop background, panel, menu, tooltip: nothing that a person would call a window.
-    furniture,
-};
+using linux::WindowKind;
 
 /// What a compositor tells of one window.
 struct Window {

@@ -81,6 +81,12 @@ std::vector<WindowIdentifier> WindowTable::windows() const {
     return identifiers;
 }
 
+std::vector<WindowIdentifier> WindowTable::windowsOf(ProcessIdentifier process) const {
+    std::vector<WindowIdentifier> identifiers = windows();
+    std::erase_if(identifiers, [&](const auto& each) { return entries.at(each).window.clues.process != process; });
+    return identifiers;
+}
+
 std::uint64_t WindowTable::arrivalOf(const WindowIdentifier& identifier) const {
     const auto found = entries.find(identifier);
     return found == entries.end() ? 0 : found->second.arrival;

@@ -70,6 +70,8 @@ public:
     [[nodiscard]] const Window* find(const WindowIdentifier& identifier) const;
     /// Oldest first.
     [[nodiscard]] std::vector<WindowIdentifier> windows() const;
+    /// Those of one process, oldest first.
+    [[nodiscard]] std::vector<WindowIdentifier> windowsOf(ProcessIdentifier process) const;
 
     /// The window that has the keyboard; nothing while none has.
     [[nodiscard]] const std::optional<WindowIdentifier>& focused() const { return focusedWindow; }

@@ -122,6 +122,30 @@ private:
     Soon pending;
 };
 
+/// A timer that never fires: a source without anything to listen to, for the sake of the loop's preparations.
+class MainLoop::EndlessTimer final : public TurnEnd {
+public:
+    EndlessTimer(sd_event* loop, std::function<void()> workFunction)
+        : work(std::move(workFunction)) {
+        const auto nothing = [](sd_event_source* /*source*/, std::uint64_t /*time*/, void* /*data*/) { return 0; };
+        sd_event_source* raw = nullptr;
+        require(
+            sd_event_add_time(loop, &raw, CLOCK_BOOTTIME, std::numeric_limits<std::uint64_t>::max(), 0, nothing, this),
+            "cannot use the event loop");
+        source.reset(raw);
+        require(sd_event_source_set_prepare(raw, &EndlessTimer::beforeWaiting), "cannot use the event loop");
+    }
+
+private:
+    static int beforeWaiting(sd_event_source* /*source*/, void* data) {
+        static_cast<EndlessTimer*>(data)->work();
+        return 0;
+    }
+
+    std::function<void()> work;
+    Source source;
+};
+
 MainLoop::MainLoop() {
     sd_event* rawLoop = nullptr;
     require(sd_event_new(&rawLoop), "cannot make an event loop");
@@ -192,6 +216,10 @@ void MainLoop::endOnTerminationSignals() {
 std::unique_ptr<DescriptorWatch> MainLoop::watch(int descriptor, std::function<bool()> prepare,
                                                  std::function<void()> serve) {
     return std::make_unique<Watch>(loop.get(), descriptor, std::move(prepare), std::move(serve));
+}
+
+std::unique_ptr<TurnEnd> MainLoop::atEndOfTurn(std::function<void()> work) {
+    return std::make_unique<EndlessTimer>(loop.get(), std::move(work));
 }
 
 bool MainLoop::isCurrent() const {

@@ -22,6 +22,15 @@ public:
     virtual ~DescriptorWatch() = default;
 };
 
+/// What is done at the end of each turn of the loop. Dropping it ends that.
+class TurnEnd {
+public:
+    TurnEnd() = default;
+    TurnEnd(const TurnEnd&) = delete;
+    TurnEnd& operator=(const TurnEnd&) = delete;
+    virtual ~TurnEnd() = default;
+};
+
 /// The main thread's event loop over sd-event, made on that thread.
 ///
 /// Timers run on CLOCK_BOOTTIME, which counts on while the machine sleeps; their accuracy is the tolerance that was
@@ -55,6 +64,9 @@ public:
     /// when `prepare` said that there is something to serve already. The watch must not outlive the loop.
     [[nodiscard]] std::unique_ptr<DescriptorWatch> watch(int descriptor, std::function<bool()> prepare,
                                                          std::function<void()> serve);
+
+    /// Calls `work` at the end of each turn, before the loop waits for the next. Must not outlive the loop.
+    [[nodiscard]] std::unique_ptr<TurnEnd> atEndOfTurn(std::function<void()> work);
 
     /// The loop's own descriptor, for hanging it into another loop.
     [[nodiscard]] sd_event* handle() const { return loop.get(); }
@@ -91,6 +103,7 @@ private:
         bool isArmed = false;
     };
 
+    class EndlessTimer;
     class Timer;
     class Watch;
 

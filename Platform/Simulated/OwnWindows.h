@@ -8,7 +8,7 @@
 
 namespace platform::simulated {
 
-/// Windows of which only the numbers are known.
+/// Windows of which only the names are known: a number on X11, a title on Wayland.
 ///
 /// Trace: "place window 7 at (10, 20)", "give window 7 the keyboard".
 class OwnWindows final : public platform::OwnWindows {
@@ -16,10 +16,13 @@ public:
     explicit OwnWindows(Trace& trace)
         : trace(trace) {}
 
+    [[nodiscard]] Protocol protocol() const override { return spoken; }
+
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override { return pointerPosition; }
 
-    void place(Number window, corvid::CGPoint topLeft) override {
-        trace.record("place window " + std::to_string(window) + " at " + text(topLeft));
+    void place(Number window, const std::string& title, corvid::CGPoint topLeft) override {
+        const std::string name = spoken == Protocol::x11 ? std::to_string(window) : title;
+        trace.record("place window " + name + " at " + text(topLeft));
     }
 
     void takeKeyboard(Number window) override {
@@ -34,6 +37,7 @@ public:
     /// In points in the screen space; nothing for a desktop that does not say.
     std::optional<corvid::CGPoint> pointerPosition = corvid::CGPoint{960, 540};
     bool hasCompositor = true;
+    Protocol spoken = Protocol::x11;
     /// Nothing while another program has it.
     std::optional<Number> keyboardOwner;
 

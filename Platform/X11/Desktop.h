@@ -1,11 +1,11 @@
 #pragma once
 
 #include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Windows/Deliveries.h"
 #include "Platform/X11/Accessibility.h"
 #include "Platform/X11/AccessibilityObservers.h"
 #include "Platform/X11/Beep.h"
 #include "Platform/X11/Connection.h"
-#include "Platform/X11/Deliveries.h"
 #include "Platform/X11/EventSelection.h"
 #include "Platform/X11/Fence.h"
 #include "Platform/X11/HotKeys.h"
@@ -89,7 +89,7 @@ private:
     Screens monitors{turn};
     SettingsManager settings{connection, selection};
     Workspace applications{turn};
-    Deliveries deliveries{mainLoop};
+    linux::Deliveries deliveries{mainLoop};
     ManagedWindows managedWindows{connection, selection, mainLoop};
     AccessibilityObservers observers{connection, turn, managedWindows, deliveries};
     RunningApplications processes;

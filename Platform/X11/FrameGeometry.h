@@ -1,9 +1,9 @@
 #pragma once
 
 #include "CorvidKitCore/Geometry.h"
+#include "Platform/Linux/Windows/PlacementRequest.h"
 
 #include <cstdint>
-#include <optional>
 
 /// The arithmetic between a client window, its decoration and its shadow. All rectangles are in root coordinates: the
 /// server's pixels, origin at the top-left corner of the root window, y down.
@@ -34,15 +34,7 @@ struct FrameGeometry {
 /// The rectangle that a person takes for the window: decoration in, shadow out.
 [[nodiscard]] corvid::CGRect visibleRectangle(const FrameGeometry& geometry);
 
-/// What a request asks for; an absent part is left as it is.
-struct PlacementRequest {
-    std::optional<corvid::CGPoint> position;
-    std::optional<corvid::CGSize> size;
-
-    [[nodiscard]] bool isEmpty() const { return !position && !size; }
-
-    friend bool operator==(const PlacementRequest&, const PlacementRequest&) = default;
-};
+using linux::PlacementRequest;
 
 /// Whether a visible rectangle is what is asked for, to the pixel.
 [[nodiscard]] bool isFulfilled(const PlacementRequest& request, const corvid::CGRect& visible);

@@ -1,5 +1,6 @@
 #include "Platform/X11/OwnWindows.h"
 
+#include "Platform/Linux/Windows/ScreenSpace.h"
 #include "Platform/X11/Event.h"
 
 #include <algorithm>
@@ -25,18 +26,18 @@ std::optional<corvid::CGPoint> OwnWindows::pointer() {
     if (root == nullptr || !pointer || pointer->same_screen == 0) {
         return std::nullopt;
     }
-    const corvid::CGRect& primary = root->monitors.front();
-    return corvid::CGPoint{pointer->root_x - primary.minX(), primary.maxY() - pointer->root_y};
+    const corvid::CGPoint position{static_cast<double>(pointer->root_x), static_cast<double>(pointer->root_y)};
+    return linux::inScreenSpace(position, root->monitors.front());
 }
 
-void OwnWindows::place(Number window, corvid::CGPoint topLeft) {
+void OwnWindows::place(Number window, const std::string& /*title*/, corvid::CGPoint topLeft) {
     const RootFacts* root = turn.root();
     if (root == nullptr) {
         return;
     }
-    const corvid::CGPoint origin = root->monitors.front().origin;
-    const std::array<std::int32_t, 2> position{static_cast<std::int32_t>(std::lround(topLeft.x + origin.x)),
-                                               static_cast<std::int32_t>(std::lround(topLeft.y + origin.y))};
+    const auto [x, y] = linux::fromAccessibilitySpace(topLeft, root->monitors.front());
+    const std::array<std::int32_t, 2> position{static_cast<std::int32_t>(std::lround(x)),
+                                               static_cast<std::int32_t>(std::lround(y))};
     xcb_configure_window(connection.raw(), static_cast<xcb_window_t>(window), XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y,
                          position.data());
     connection.flush();

@@ -24,8 +24,10 @@ public:
 
     OwnWindows(Connection& connection, EventSelection& selection, Turn& turn, MainActor& mainActor);
 
+    [[nodiscard]] Protocol protocol() const override { return Protocol::x11; }
+
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override;
-    void place(Number window, corvid::CGPoint topLeft) override;
+    void place(Number window, const std::string& title, corvid::CGPoint topLeft) override;
     void takeKeyboard(Number window) override;
     [[nodiscard]] bool hasKeyboard(Number window) override;
     [[nodiscard]] bool areBlended() override;

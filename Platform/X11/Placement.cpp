@@ -60,17 +60,12 @@ void Placement::request(xcb_window_t window, const PlacementRequest& part) {
     if (!waiting) {
         waiting = Job{.window = window, .request = {}};
     }
-    if (part.position) {
-        waiting->request.position = part.position;
-        if (expectation) {
-            expectation->isOutdated = true;
-        }
+    waiting->request.add(part);
+    if (part.position && expectation) {
+        expectation->isOutdated = true;
     }
-    if (part.size) {
-        waiting->request.size = part.size;
-        if (std::exchange(expectation, std::nullopt)) {
-            turn.forgetWindows();
-        }
+    if (part.size && std::exchange(expectation, std::nullopt)) {
+        turn.forgetWindows();
     }
 }
 

@@ -1,129 +1,86 @@
 #include "Platform/X11/RunningApplications.h"
 
 #include <algorithm>
-#include <any>
 #include <utility>
 
 namespace platform::x11 {
 
 namespace {
 
-constexpr std::chrono::seconds longestGrace{10};
-constexpr std::chrono::milliseconds leeway{500};
-// Each takes a descriptor, of which a process has a thousand or so.
-constexpr std::size_t mostWatchedExits = 256;
 // Windows read at a time while looking for one of a certain kind.
 constexpr std::size_t windowsAtOnce = 16;
 
 } // namespace
 
 RunningApplications::RunningApplications(Connection& connection, Turn& turn, linux::MainLoop& mainLoop,
-                                         ManagedWindows& windows, Deliveries& deliveries, WindowReady windowReady)
-    : connection(connection)
+                                         ManagedWindows& windows, linux::Deliveries& deliveries,
+                                         WindowReady windowReady)
+    : RunningProcesses(mainLoop, deliveries)
+    , connection(connection)
     , turn(turn)
-    , mainLoop(mainLoop)
     , windows(windows)
-    , deliveries(deliveries)
     , windowReady(std::move(windowReady)) {
 }
 
 void RunningApplications::start(linux::ApplicationIdentification& identifier, ApplicationCatalogue& names) {
-    identification = &identifier;
-    catalogue = &names;
+    setNames(identifier, names);
     windows.start(*this);
-}
-
-std::vector<RunningApplicationReference> RunningApplications::runningApplications() {
-    std::vector<RunningApplicationReference> references;
-    references.reserve(applications.size());
-    for (const auto& running : applications) {
-        references.push_back(running->application);
-    }
-    return references;
-}
-
-RunningApplicationReference RunningApplications::runningApplication(ProcessIdentifier process) {
-    const Running* running = find(process);
-    return running == nullptr ? nullptr : running->application;
 }
 
 WindowInterest RunningApplications::windowAppeared(xcb_window_t window, const linux::ApplicationClues& clues,
                                                    bool wasThere) {
-    Running* known = find(clues.process);
-    if (known != nullptr && known->exit && known->exit->hasHappened()) {
-        // The number is another process's by now.
-        end(clues.process);
-        known = nullptr;
-    }
-    Running& running = known == nullptr ? add(clues.process, wasThere) : *known;
-    running.windows.push_back(window);
-    if (!identifyBy(running, clues) && running.awaitsLaunch && !running.grace && !running.isGraceOver) {
-        running.grace = mainLoop.schedule(mainLoop.now() + longestGrace, leeway,
-                                          [this, process = clues.process] { endGrace(process); });
-    }
-    return {.identity = running.grace != nullptr, .destruction = running.exit == nullptr};
+    const Interest interest = RunningProcesses::windowAppeared(clues, wasThere);
+    owned[clues.process].push_back(window);
+    return {.identity = interest.identity, .destruction = interest.end};
 }
 
 void RunningApplications::windowChangedIdentity(xcb_window_t /*window*/, const linux::ApplicationClues& clues) {
-    Running* running = find(clues.process);
-    if (running != nullptr && identifyBy(*running, clues)) {
-        launchIfComplete(*running);
-    }
+    RunningProcesses::windowChangedIdentity(clues);
 }
 
 void RunningApplications::windowBecameReady(xcb_window_t window, const ManagedWindow& facts) {
-    if (Running* running = find(facts.process)) {
-        launchIfComplete(*running);
-    }
+    RunningProcesses::windowBecameReady(facts.process);
     windowReady(window, facts);
 }
 
 void RunningApplications::windowVanished(xcb_window_t window, const ManagedWindow& facts) {
-    Running* running = find(facts.process);
-    if (running == nullptr) {
+    const auto found = owned.find(facts.process);
+    if (found == owned.end()) {
         return;
     }
-    std::erase(running->windows, window);
-    if (running->windows.empty() && !running->exit) {
-        end(facts.process);
+    std::erase(found->second, window);
+    if (found->second.empty()) {
+        owned.erase(found);
+        lastWindowVanished(facts.process);
     }
 }
 
-std::optional<std::string> RunningApplications::identify(ProcessIdentifier process) {
-    Running* running = find(process);
-    if (running == nullptr) {
-        return std::nullopt;
-    }
+bool RunningApplications::hasReadyWindow(ProcessIdentifier process) {
+    return std::ranges::any_of(windowsOf(process), [this](xcb_window_t window) {
+        const ManagedWindow* facts = windows.find(window);
+        return facts != nullptr && facts->isListed && facts->isReady;
+    });
+}
+
+std::vector<linux::ApplicationClues> RunningApplications::clues(ProcessIdentifier process) {
     std::vector<ApplicationCluesRequest> requests;
-    for (const xcb_window_t window : running->windows) {
+    for (const xcb_window_t window : windowsOf(process)) {
         if (requests.size() < windowsAtOnce) {
             requests.emplace_back(connection, window);
         }
     }
+    std::vector<linux::ApplicationClues> answers;
     for (const ApplicationCluesRequest& request : requests) {
-        const auto clues = request.read(connection);
-        if (clues && clues->process == process) {
-            identifyBy(*running, *clues);
+        auto answer = request.read(connection);
+        if (answer && answer->process == process) {
+            answers.push_back(*std::move(answer));
         }
     }
-    if (!running->application->isIdentified()) {
-        return std::nullopt;
-    }
-    launchIfComplete(*running);
-    return running->application->bundleIdentifier();
-}
-
-std::optional<std::string> RunningApplications::displayName(const std::string& bundleIdentifier) {
-    const auto location = catalogue->location(bundleIdentifier);
-    return location ? std::optional(catalogue->displayName(*location)) : std::nullopt;
+    return answers;
 }
 
 ActivationPolicy RunningApplications::activationPolicy(ProcessIdentifier process) {
-    const Running* running = find(process);
-    if (running == nullptr) {
-        return ActivationPolicy::accessory;
-    }
-    std::vector<xcb_window_t> listed = running->windows;
+    std::vector<xcb_window_t> listed = windowsOf(process);
     std::erase_if(listed, [this](xcb_window_t window) {
         const ManagedWindow* facts = windows.find(window);
         return facts == nullptr || !facts->isListed;
@@ -143,88 +100,20 @@ ActivationPolicy RunningApplications::activationPolicy(ProcessIdentifier process
     return ActivationPolicy::accessory;
 }
 
-RunningApplications::Running* RunningApplications::find(ProcessIdentifier process) {
-    const auto found = std::ranges::find_if(
-        applications, [process](const auto& running) { return running->application->processIdentifier() == process; });
-    return found == applications.end() ? nullptr : found->get();
-}
-
-RunningApplications::Running& RunningApplications::add(ProcessIdentifier process, bool wasThere) {
-    auto running = std::make_unique<Running>();
-    running->application = std::make_shared<Application>(directory, process);
-    running->exit = watchExit(process);
-    running->awaitsLaunch = !wasThere;
-    return *applications.emplace_back(std::move(running));
-}
-
-std::unique_ptr<linux::ProcessExit> RunningApplications::watchExit(ProcessIdentifier process) {
-    const auto watched =
-        std::ranges::count_if(applications, [](const auto& running) { return running->exit != nullptr; });
-    if (static_cast<std::size_t>(watched) >= mostWatchedExits) {
-        return nullptr;
-    }
-    return linux::ProcessExit::watch(mainLoop, process, [this, process] { end(process); });
-}
-
-bool RunningApplications::identifyBy(Running& running, const linux::ApplicationClues& clues) {
-    if (running.application->isIdentified()) {
-        return true;
-    }
-    auto identifier = identification->bundleIdentifier(clues);
-    if (!identifier) {
-        return false;
-    }
-    running.application->setBundleIdentifier(*std::move(identifier));
-    stopListening(running);
-    return true;
-}
-
-void RunningApplications::stopListening(Running& running) {
-    running.grace.reset();
-    for (const xcb_window_t window : running.windows) {
+void RunningApplications::stopListening(ProcessIdentifier process) {
+    for (const xcb_window_t window : windowsOf(process)) {
         windows.endIdentityInterest(window);
     }
 }
 
-void RunningApplications::endGrace(ProcessIdentifier process) {
-    if (Running* running = find(process)) {
-        running->isGraceOver = true;
-        stopListening(*running);
-        launchIfComplete(*running);
-    }
-}
-
-void RunningApplications::launchIfComplete(Running& running) {
-    const bool isReady = std::ranges::any_of(running.windows, [this](xcb_window_t window) {
-        const ManagedWindow* facts = windows.find(window);
-        return facts != nullptr && facts->isListed && facts->isReady;
-    });
-    if (running.awaitsLaunch && isReady && (running.application->isIdentified() || running.isGraceOver)) {
-        running.awaitsLaunch = false;
-        tell(WorkspaceNotification::didLaunchApplication, running.application);
-    }
-}
-
-void RunningApplications::end(ProcessIdentifier process) {
-    const auto found = std::ranges::find_if(
-        applications, [process](const auto& running) { return running->application->processIdentifier() == process; });
-    if (found == applications.end()) {
-        return;
-    }
-    const std::unique_ptr<Running> ended = std::move(*found);
-    applications.erase(found);
-    ended->application->terminate();
+void RunningApplications::forget(ProcessIdentifier process) {
+    owned.erase(process);
     windows.forgetOwner(process);
-    if (!ended->awaitsLaunch) {
-        tell(WorkspaceNotification::didTerminateApplication, ended->application);
-    }
 }
 
-void RunningApplications::tell(std::string_view notification, RunningApplicationReference application) {
-    deliveries.post([target = center, notification, application = std::move(application)] {
-        target->post({.name = std::string(notification),
-                      .userInfo = {{std::string(WorkspaceNotification::applicationKey), std::any(application)}}});
-    });
+std::vector<xcb_window_t> RunningApplications::windowsOf(ProcessIdentifier process) const {
+    const auto found = owned.find(process);
+    return found == owned.end() ? std::vector<xcb_window_t>{} : found->second;
 }
 
 } // namespace platform::x11

@@ -1,17 +1,9 @@
 #include "Platform/X11/Screens.h"
 
+#include "Platform/Linux/Windows/ScreenSpace.h"
 #include "Platform/X11/VisibleFrames.h"
 
 namespace platform::x11 {
-
-namespace {
-
-/// From root coordinates to the screen space, whose origin is the primary monitor's bottom-left corner.
-corvid::CGRect inScreenSpace(const corvid::CGRect& rectangle, const corvid::CGRect& primary) {
-    return {{rectangle.minX() - primary.minX(), primary.maxY() - rectangle.maxY()}, rectangle.size};
-}
-
-} // namespace
 
 std::vector<Screen> Screens::screens() {
     const WorkSpace* space = turn.workSpace();
@@ -23,8 +15,8 @@ std::vector<Screen> Screens::screens() {
     std::vector<Screen> screens;
     screens.reserve(visible.size());
     for (std::size_t index = 0; index < visible.size(); ++index) {
-        screens.push_back({.frame = inScreenSpace(space->monitors[index], primary),
-                           .visibleFrame = inScreenSpace(visible[index], primary)});
+        screens.push_back({.frame = linux::inScreenSpace(space->monitors[index], primary),
+                           .visibleFrame = linux::inScreenSpace(visible[index], primary)});
     }
     return screens;
 }

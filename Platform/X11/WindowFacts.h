@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Accessibility.h"
+#include "Platform/Linux/Windows/WindowKind.h"
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/FrameGeometry.h"
 #include "Platform/X11/SizeHints.h"
@@ -11,14 +12,7 @@
 
 namespace platform::x11 {
 
-/// What kind of window this is, as far as placing windows is concerned.
-enum class WindowKind {
-    standard,
-    /// A dialog, utility or splash window: can be placed, but is not a document window.
-    auxiliary,
-    /// A desktop background, panel, menu, tooltip: nothing that a person would call a window.
-    furniture,
-};
+using linux::WindowKind;
 
 /// What the server and the window's properties say about a window at one moment.
 struct WindowFacts {

@@ -1,4 +1,5 @@
 #include "Platform/Linux/ProcessExit.h"
+#include "Sleeper.h"
 
 #include <gtest/gtest.h>
 
@@ -11,35 +12,6 @@
 
 namespace platform::linux {
 namespace {
-
-/// A process that waits to be killed.
-class Sleeper {
-public:
-    Sleeper() {
-        if (process == 0) {
-            for (;;) {
-                pause();
-            }
-        }
-    }
-
-    Sleeper(const Sleeper&) = delete;
-    Sleeper& operator=(const Sleeper&) = delete;
-    ~Sleeper() { end(); }
-
-    [[nodiscard]] pid_t number() const { return process; }
-
-    void end() {
-        if (process > 0) {
-            kill(process, SIGKILL);
-            waitpid(process, nullptr, 0);
-            process = -1;
-        }
-    }
-
-private:
-    pid_t process = fork();
-};
 
 /// Turns the loop until it has ended, or for some seconds.
 int runBounded(MainLoop& loop) {

@@ -41,7 +41,7 @@ TEST(SimulatedScreens, AreThoseThatWereAttachedLast) {
 TEST(SimulatedOwnWindows, AreKnownByWhatIsAskedOfThem) {
     Desktop desktop;
     platform::OwnWindows& windows = desktop.ownWindows;
-    windows.place(7, {10, 20});
+    windows.place(7, "", {10, 20});
     windows.takeKeyboard(7);
     EXPECT_EQ(desktop.trace.take(), (Lines{"place window 7 at (10, 20)", "give window 7 the keyboard"}));
     EXPECT_TRUE(windows.areBlended());

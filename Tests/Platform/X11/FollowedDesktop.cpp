@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <any>
-#include <cctype>
 #include <chrono>
 #include <stdexcept>
 
@@ -13,31 +12,6 @@ namespace {
 constexpr std::chrono::seconds patience{20};
 
 } // namespace
-
-std::optional<std::string> PlainIdentification::bundleIdentifier(const linux::ApplicationClues& clues) {
-    if (!clues.applicationId.empty()) {
-        return clues.applicationId;
-    }
-    std::string name = clues.windowClass;
-    std::ranges::transform(name, name.begin(), [](unsigned char letter) { return std::tolower(letter); });
-    return installed.contains(name) ? std::optional(name) : std::nullopt;
-}
-
-std::optional<std::filesystem::path> PlainCatalogue::location(std::string_view bundleIdentifier) {
-    return "/applications/" + std::string(bundleIdentifier) + ".desktop";
-}
-
-std::optional<std::string> PlainCatalogue::bundleIdentifier(const std::filesystem::path& location) {
-    return location.stem();
-}
-
-std::string PlainCatalogue::displayName(const std::filesystem::path& location) {
-    return "The " + location.stem().string();
-}
-
-Image PlainCatalogue::icon(const std::filesystem::path& /*location*/) {
-    return Image({.source = ThemeIcon{"application"}, .size = {}, .accessibilityDescription = {}});
-}
 
 void FollowedDesktop::start() {
     auto opened = Desktop::open(mainLoop);

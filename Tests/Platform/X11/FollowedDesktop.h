@@ -1,5 +1,6 @@
 #pragma once
 
+#include "../Linux/Applications/PlainApplications.h"
 #include "ClientProcess.h"
 #include "Hand.h"
 #include "Platform/Linux/MainLoop.h"
@@ -10,29 +11,10 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
 namespace platform::x11 {
-
-/// Takes the application id as it stands, else the class in lower case, if that application is "installed".
-class PlainIdentification final : public linux::ApplicationIdentification {
-public:
-    std::set<std::string> installed{"editor", "browser", "terminal"};
-
-    [[nodiscard]] std::optional<std::string> bundleIdentifier(const linux::ApplicationClues& clues) override;
-};
-
-/// Knows where every application is, and calls it by its identifier.
-class PlainCatalogue final : public ApplicationCatalogue {
-public:
-    [[nodiscard]] std::vector<std::filesystem::path> locations() override { return {}; }
-    [[nodiscard]] std::optional<std::filesystem::path> location(std::string_view bundleIdentifier) override;
-    [[nodiscard]] std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) override;
-    [[nodiscard]] std::string displayName(const std::filesystem::path& location) override;
-    [[nodiscard]] Image icon(const std::filesystem::path& location) override;
-};
 
 /// A server, a window manager played by hand, and the desktop under test with its event loop. What the desktop tells of
 /// applications is written down.
@@ -41,8 +23,8 @@ public:
     XServer server;
     Hand hand{server.display()};
     linux::MainLoop mainLoop;
-    PlainIdentification identification;
-    PlainCatalogue catalogue;
+    linux::PlainIdentification identification;
+    linux::PlainCatalogue catalogue;
     /// "launch editor", "terminate editor"; "nobody" for one that is not identified.
     std::vector<std::string> told;
     std::vector<RunningApplicationReference> toldApplications;

@@ -94,7 +94,7 @@ TEST_F(OwnWindowsTest, AWindowThatIsGoneIsLeftAlone) {
     const xcb_window_t vanishing = makeWindow();
     focus(editor);
     hand.destroy(gone);
-    windows.place(gone, {1, 2});
+    windows.place(gone, "", {1, 2});
     takeKeyboard(gone);
     takeKeyboard(vanishing);
     handleAll();

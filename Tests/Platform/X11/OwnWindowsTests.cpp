@@ -29,7 +29,7 @@ TEST_F(OwnWindowsTest, ThePointerIsCountedFromThePrimaryScreen) {
 
 TEST_F(OwnWindowsTest, AWindowIsPlacedByItsTopLeftCorner) {
     const xcb_window_t window = makeShownWindow();
-    windows.place(window, {300.4, 199.6});
+    windows.place(window, "", {300.4, 199.6});
     handleAll();
     EXPECT_EQ(origin(window), (CGPoint{300, 200}));
 }
@@ -37,7 +37,7 @@ TEST_F(OwnWindowsTest, AWindowIsPlacedByItsTopLeftCorner) {
 TEST_F(OwnWindowsTest, AWindowIsPlacedFromThePrimaryScreensCorner) {
     splitScreen();
     const xcb_window_t window = makeWindow();
-    windows.place(window, {-40, -150});
+    windows.place(window, "", {-40, -150});
     handleAll();
     EXPECT_EQ(origin(window), (CGPoint{600, 50}));
 }

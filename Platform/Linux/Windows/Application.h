@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-namespace platform::x11 {
+namespace platform::linux {
 
 /// One process that owns windows, or did. `RunningApplications` makes it; who holds it may hold it for longer than
 /// that.
@@ -52,4 +52,4 @@ private:
     bool terminated = false;
 };
 
-} // namespace platform::x11
+} // namespace platform::linux

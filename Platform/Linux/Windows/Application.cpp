@@ -1,6 +1,6 @@
-#include "Platform/X11/Application.h"
+#include "Platform/Linux/Windows/Application.h"
 
-namespace platform::x11 {
+namespace platform::linux {
 
 std::optional<std::string> Application::bundleIdentifier() const {
     const auto asked = directory.lock();
@@ -21,4 +21,4 @@ ActivationPolicy Application::activationPolicy() const {
     return terminated || !asked ? ActivationPolicy::accessory : (*asked)->activationPolicy(process);
 }
 
-} // namespace platform::x11
+} // namespace platform::linux

@@ -1,8 +1,8 @@
-#include "Platform/X11/Deliveries.h"
+#include "Platform/Linux/Windows/Deliveries.h"
 
 #include <utility>
 
-namespace platform::x11 {
+namespace platform::linux {
 
 void Deliveries::post(MainActor::Work work) {
     waiting.push_back(std::move(work));
@@ -31,4 +31,4 @@ void Deliveries::deliverNext() {
     work();
 }
 
-} // namespace platform::x11
+} // namespace platform::linux

@@ -5,7 +5,7 @@
 #include <deque>
 #include <memory>
 
-namespace platform::x11 {
+namespace platform::linux {
 
 /// Delivers what has happened, in order and each in a turn of the event loop of its own, so that a thousand windows at
 /// once do not keep a key press waiting. What waits when it is destroyed is never delivered.
@@ -26,4 +26,4 @@ private:
     std::shared_ptr<Deliveries*> self = std::make_shared<Deliveries*>(this);
 };
 
-} // namespace platform::x11
+} // namespace platform::linux

@@ -1,0 +1,24 @@
+#include "Platform/Compositor/OwnWindows.h"
+
+#include "Platform/Linux/Windows/ScreenSpace.h"
+
+namespace platform::compositor {
+
+std::optional<corvid::CGPoint> OwnWindows::pointer() {
+    const auto frame = primary();
+    const auto position = frame ? door.pointer() : std::nullopt;
+    return position ? std::optional(linux::inScreenSpace(*position, *frame)) : std::nullopt;
+}
+
+void OwnWindows::place(Number /*window*/, const std::string& title, corvid::CGPoint topLeft) {
+    if (const auto frame = primary()) {
+        door.placeOwnWindow(title, linux::fromAccessibilitySpace(topLeft, *frame));
+    }
+}
+
+std::optional<corvid::CGRect> OwnWindows::primary() {
+    const WindowTable* table = turn.table();
+    return table == nullptr || table->outputs().empty() ? std::nullopt : std::optional(table->outputs().front().frame);
+}
+
+} // namespace platform::compositor

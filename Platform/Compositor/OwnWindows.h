@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Platform/Compositor/Door.h"
+#include "Platform/Compositor/Turn.h"
+#include "Platform/OwnWindows.h"
+
+namespace platform::compositor {
+
+/// Windows of this program, which the compositor knows by their titles: the door puts them in their place and gives
+/// them the keyboard.
+class OwnWindows final : public platform::OwnWindows {
+public:
+    OwnWindows(Door& door, Turn& turn)
+        : door(door)
+        , turn(turn) {}
+
+    [[nodiscard]] Protocol protocol() const override { return Protocol::wayland; }
+
+    [[nodiscard]] std::optional<corvid::CGPoint> pointer() override;
+    void place(Number window, const std::string& title, corvid::CGPoint topLeft) override;
+
+    void takeKeyboard(Number /*window*/) override {}
+
+    /// The toolkit is told by the compositor itself, and knows.
+    [[nodiscard]] bool hasKeyboard(Number /*window*/) override { return false; }
+
+    [[nodiscard]] bool areBlended() override { return true; }
+
+private:
+    /// The primary output's frame, in the compositor's own space; nothing while that is not known.
+    [[nodiscard]] std::optional<corvid::CGRect> primary();
+
+    Door& door;
+    Turn& turn;
+};
+
+} // namespace platform::compositor

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Platform/Compositor/Turn.h"
+#include "Platform/Screens.h"
+
+namespace platform::compositor {
+
+/// The outputs, in the screen space; none while the door is closed.
+class Screens final : public platform::Screens {
+public:
+    explicit Screens(Turn& turn)
+        : turn(turn) {}
+
+    [[nodiscard]] std::vector<Screen> screens() override;
+
+private:
+    Turn& turn;
+};
+
+} // namespace platform::compositor

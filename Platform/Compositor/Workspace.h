@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Platform/Compositor/Turn.h"
+#include "Platform/Workspace.h"
+
+namespace platform::compositor {
+
+/// The application that has the keyboard focus: the owner of the focused window.
+class Workspace final : public platform::Workspace {
+public:
+    explicit Workspace(Turn& turn)
+        : turn(turn) {}
+
+    [[nodiscard]] std::optional<ProcessIdentifier> frontmostApplication() override;
+
+private:
+    Turn& turn;
+};
+
+} // namespace platform::compositor

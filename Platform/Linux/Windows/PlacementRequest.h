@@ -1,0 +1,25 @@
+#pragma once
+
+#include "CorvidKitCore/Geometry.h"
+
+#include <optional>
+
+namespace platform::linux {
+
+/// What is asked of a window's visible rectangle; an absent part is left as it is.
+struct PlacementRequest {
+    std::optional<corvid::CGPoint> position;
+    std::optional<corvid::CGSize> size;
+
+    [[nodiscard]] bool isEmpty() const { return !position && !size; }
+
+    /// Adds what is asked later; the last word counts.
+    void add(const PlacementRequest& part) {
+        position = part.position ? part.position : position;
+        size = part.size ? part.size : size;
+    }
+
+    friend bool operator==(const PlacementRequest&, const PlacementRequest&) = default;
+};
+
+} // namespace platform::linux

@@ -1,0 +1,14 @@
+#pragma once
+
+namespace platform::linux {
+
+/// What kind of window this is, as far as placing windows is concerned.
+enum class WindowKind {
+    standard,
+    /// A dialog, utility or splash window, or one that belongs to another: can be placed, but is not a document window.
+    auxiliary,
+    /// A desktop background, panel, menu, tooltip: nothing that a person would call a window.
+    furniture,
+};
+
+} // namespace platform::linux

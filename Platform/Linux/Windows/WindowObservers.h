@@ -1,0 +1,46 @@
+#pragma once
+
+#include "Platform/AccessibilityObserver.h"
+#include "Platform/Linux/Windows/Deliveries.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace platform::linux {
+
+/// Tells of new windows where we hear of every process's windows anyway, so that any process can be observed at any
+/// time. Main thread only.
+///
+/// Windows are numbered as they arrive. One exists at the time of subscribing if it has arrived by then; every other
+/// one is told, once, when it is ready and still exists.
+class WindowObservers : public platform::AccessibilityObservers {
+public:
+    explicit WindowObservers(Deliveries& deliveries)
+        : deliveries(deliveries) {}
+
+    [[nodiscard]] std::expected<std::unique_ptr<AXObserver>, AXError> createObserver(ProcessIdentifier process,
+                                                                                     AXObserverCallback callback) final;
+
+protected:
+    /// A new window of the process is ready. `element` is asked when the time has come to tell: nothing where the
+    /// window does not exist any more. It must be possible to call it for as long as the deliveries live.
+    void tell(ProcessIdentifier process, std::uint64_t arrival,
+              const std::function<std::optional<AXUIElement>()>& element);
+
+private:
+    class Observer;
+
+    /// The observers that are alive, oldest first; each takes itself out.
+    using Registry = std::vector<Observer*>;
+
+    /// The arrival of the newest window.
+    [[nodiscard]] virtual std::uint64_t lastArrival() const = 0;
+
+    Deliveries& deliveries;
+    std::shared_ptr<Registry> registry = std::make_shared<Registry>();
+};
+
+} // namespace platform::linux
