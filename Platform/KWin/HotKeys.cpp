@@ -188,7 +188,6 @@ int HotKeys::pressed(sd_bus_message* signal, void* data, sd_bus_error* /*error*/
 }
 
 void HotKeys::actOnPresses() {
-    // One in each turn of the loop: each has a turn's time.
     if (pressedActions.empty()) {
         return;
     }
@@ -197,6 +196,9 @@ void HotKeys::actOnPresses() {
     const auto found =
         std::ranges::find_if(registrations, [&](const auto& entry) { return entry.second.action == action; });
     if (found != registrations.end() && handler != nullptr) {
+        if (beforePress) {
+            beforePress();
+        }
         const Press press(found->second.name);
         handler(nullptr, &press, handlerData);
     }

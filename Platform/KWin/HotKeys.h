@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace platform::kwin {
 
@@ -34,6 +35,9 @@ public:
     [[nodiscard]] Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
+
+    /// What is to be done before the handler is told of a press. Each press has a time of its own.
+    void setBeforePress(std::function<void()> work) { beforePress = std::move(work); }
 
     /// Whether a key was lost since this was last asked: held by somebody else when KGlobalAccel was started anew.
     [[nodiscard]] bool takeLoss();
@@ -75,6 +79,7 @@ private:
     std::uint64_t lastReference = 0;
     HotKeyEventHandler handler = nullptr;
     void* handlerData = nullptr;
+    std::function<void()> beforePress;
     std::deque<std::string> pressedActions;
     bool keyWasLost = false;
     /// When the waiting of this turn of the loop is over.

@@ -1,5 +1,7 @@
 #include "Platform/KWin/ScriptLink.h"
 
+#include "Platform/KWin/BusWait.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -249,20 +251,11 @@ void ScriptLink::awaitNextCall() {
 }
 
 bool ScriptLink::waitFor(const std::function<bool()>& condition, Instant deadline) {
-    for (;;) {
+    const auto isReached = [&] {
         actOnArrivals();
-        if (condition()) {
-            return true;
-        }
-        const auto left = std::chrono::ceil<std::chrono::microseconds>(deadline - mainLoop.now());
-        if (bus == nullptr || left <= left.zero()) {
-            return false;
-        }
-        const int processed = sd_bus_process(bus, nullptr);
-        if (processed < 0 || (processed == 0 && sd_bus_wait(bus, static_cast<std::uint64_t>(left.count())) < 0)) {
-            return false;
-        }
-    }
+        return condition();
+    };
+    return waitOnBus(bus, mainLoop, isReached, deadline);
 }
 
 } // namespace platform::kwin
