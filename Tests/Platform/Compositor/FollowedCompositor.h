@@ -1,0 +1,54 @@
+#pragma once
+
+#include "../Linux/Applications/PlainApplications.h"
+#include "Platform/Compositor/Desktop.h"
+#include "Platform/Linux/MainLoop.h"
+#include "SimulatedDoor.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace platform::compositor {
+
+/// A desktop behind a simulated door, with the real event loop. What it tells of applications is written down.
+class FollowedCompositor : public testing::Test {
+protected:
+    class PlainDesktop final : public Desktop {
+    public:
+        PlainDesktop(linux::MainLoop& mainLoop, WindowTable& table, Door& door)
+            : Desktop(mainLoop, table, door) {}
+
+        [[nodiscard]] std::string_view name() const override { return "simulated"; }
+        [[nodiscard]] platform::Beep& sound() override { std::abort(); }
+        [[nodiscard]] HotKeyEvents& hotKeyEvents() override { std::abort(); }
+    };
+
+    FollowedCompositor();
+
+    /// Opens the door to these windows, and begins to follow applications.
+    void start(WindowTable::Contents contents = {});
+
+    /// A window of the process with that class, ready.
+    void openWindow(const WindowIdentifier& identifier, ProcessIdentifier process, const std::string& className);
+
+    /// Turns the event loop until the condition holds; false if it does not within some seconds.
+    [[nodiscard]] bool runUntil(const std::function<bool()>& condition);
+
+    /// Turns the event loop until it has nothing to do.
+    void drain();
+
+    linux::MainLoop mainLoop;
+    WindowTable table;
+    SimulatedDoor door{table, [this] { return mainLoop.now(); }, [](Duration /*time*/) {}};
+    linux::PlainIdentification identification;
+    linux::PlainCatalogue catalogue;
+    /// "launch editor", "terminate editor"; "nobody" for one that is not identified.
+    std::vector<std::string> told;
+    std::unique_ptr<PlainDesktop> desktop = std::make_unique<PlainDesktop>(mainLoop, table, door);
+};
+
+} // namespace platform::compositor

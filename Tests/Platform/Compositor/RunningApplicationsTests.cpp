@@ -1,0 +1,159 @@
+#include "../Linux/Sleeper.h"
+#include "FollowedCompositor.h"
+
+#include <vector>
+
+namespace platform::compositor {
+namespace {
+
+using Told = std::vector<std::string>;
+
+class CompositorApplications : public FollowedCompositor {
+protected:
+    [[nodiscard]] RunningApplicationReference application(ProcessIdentifier process) const {
+        return desktop->runningApplications().runningApplication(process);
+    }
+
+    [[nodiscard]] bool isTold(std::size_t count) {
+        return runUntil([&] { return told.size() >= count; });
+    }
+
+    linux::Sleeper editor;
+    linux::Sleeper browser;
+};
+
+TEST_F(CompositorApplications, ALaunchIsToldOnceWhenTheFirstWindowIsReady) {
+    start();
+    Window window = readyWindow(editor.number());
+    window.clues.applicationId = "editor";
+    window.isReady = false;
+    table.put("1", window);
+    drain();
+    EXPECT_EQ(told, Told{});
+    window.isReady = true;
+    table.put("1", window);
+    EXPECT_EQ(told, Told{}) << "never within a call";
+    openWindow("2", editor.number(), "Editor");
+    drain();
+    EXPECT_EQ(told, Told{"launch editor"});
+    EXPECT_EQ(application(editor.number())->bundleIdentifier(), "editor");
+    EXPECT_EQ(application(editor.number())->localizedName(), "The editor");
+}
+
+TEST_F(CompositorApplications, ApplicationsThatWereThereAreKnownInOrderAndNotLaunched) {
+    WindowTable::Contents contents;
+    contents.windows = {{"9", readyWindow(browser.number())}, {"1", readyWindow(editor.number())}};
+    start(std::move(contents));
+    std::vector<ProcessIdentifier> processes;
+    for (const auto& running : desktop->runningApplications().runningApplications()) {
+        processes.push_back(running->processIdentifier());
+    }
+    EXPECT_EQ(processes, (std::vector<ProcessIdentifier>{browser.number(), editor.number()}));
+    openWindow("10", browser.number(), "Browser");
+    drain();
+    EXPECT_EQ(told, Told{});
+    browser.end();
+    ASSERT_TRUE(isTold(1));
+    EXPECT_EQ(told, Told{"terminate browser"});
+}
+
+TEST_F(CompositorApplications, AnIdentityThatComesLateLaunchesThen) {
+    start();
+    openWindow("1", editor.number(), "");
+    drain();
+    EXPECT_EQ(told, Told{});
+    EXPECT_EQ(application(editor.number())->bundleIdentifier(), std::nullopt);
+    openWindow("1", editor.number(), "Editor");
+    drain();
+    EXPECT_EQ(told, Told{"launch editor"});
+}
+
+TEST_F(CompositorApplications, ALaterWindowThatIdentifiesTheApplicationLaunchesIt) {
+    start();
+    openWindow("1", editor.number(), "Splash");
+    drain();
+    EXPECT_EQ(told, Told{});
+    openWindow("2", editor.number(), "Editor");
+    drain();
+    EXPECT_EQ(told, Told{"launch editor"});
+}
+
+TEST_F(CompositorApplications, AnOwnerThatComesLateIsLaunchedThenAndTheFormerOneIsLeft) {
+    start();
+    openWindow("1", 0, "Editor");
+    drain();
+    EXPECT_EQ(told, Told{});
+    EXPECT_TRUE(desktop->runningApplications().runningApplications().empty());
+    openWindow("1", editor.number(), "Editor");
+    drain();
+    EXPECT_EQ(told, Told{"launch editor"});
+
+    const ProcessIdentifier stranger = -5;
+    openWindow("2", stranger, "Browser");
+    drain();
+    EXPECT_EQ(told, (Told{"launch editor", "launch browser"}));
+    openWindow("2", browser.number(), "Browser");
+    drain();
+    EXPECT_EQ(told, (Told{"launch editor", "launch browser", "terminate browser", "launch browser"}));
+}
+
+TEST_F(CompositorApplications, AProcessEndsWhenTheKernelSaysSoAndNotWithItsWindows) {
+    start();
+    openWindow("1", editor.number(), "Editor");
+    table.remove("1");
+    drain();
+    EXPECT_EQ(told, Told{"launch editor"});
+    EXPECT_FALSE(application(editor.number())->isTerminated());
+    const auto known = application(editor.number());
+    editor.end();
+    ASSERT_TRUE(isTold(2));
+    EXPECT_EQ(told.back(), "terminate editor");
+    EXPECT_TRUE(known->isTerminated());
+    EXPECT_EQ(application(editor.number()), nullptr);
+}
+
+TEST_F(CompositorApplications, AProcessThatCannotBeWatchedEndsWithItsLastWindow) {
+    start();
+    const ProcessIdentifier stranger = -5;
+    openWindow("1", stranger, "Editor");
+    openWindow("2", stranger, "Editor");
+    table.remove("1");
+    drain();
+    EXPECT_EQ(told, Told{"launch editor"});
+    table.remove("2");
+    drain();
+    EXPECT_EQ(told, (Told{"launch editor", "terminate editor"}));
+}
+
+TEST_F(CompositorApplications, ADoorThatClosesAndOpensAgainLaunchesAndTerminatesNothing) {
+    start();
+    openWindow("1", editor.number(), "Editor");
+    drain();
+    table.close();
+    drain();
+    EXPECT_NE(application(editor.number()), nullptr);
+    WindowTable::Contents contents;
+    contents.windows = {{"1", *table.find("1")}, {"2", readyWindow(browser.number())}};
+    table.open(std::move(contents));
+    drain();
+    EXPECT_EQ(told, Told{"launch editor"});
+    EXPECT_NE(application(browser.number()), nullptr) << "it came while the door was closed";
+}
+
+TEST_F(CompositorApplications, OnlyAStandardWindowInTheTaskBarMakesARegularApplication) {
+    start();
+    const auto policyWith = [&](WindowKind kind, bool skipsTaskBars) {
+        Window window = readyWindow(editor.number());
+        window.kind = kind;
+        window.skipsTaskBars = skipsTaskBars;
+        table.put("1", window);
+        return application(editor.number())->activationPolicy();
+    };
+    EXPECT_EQ(policyWith(WindowKind::standard, false), ActivationPolicy::regular);
+    EXPECT_EQ(policyWith(WindowKind::standard, true), ActivationPolicy::accessory);
+    EXPECT_EQ(policyWith(WindowKind::auxiliary, false), ActivationPolicy::accessory);
+    EXPECT_EQ(policyWith(WindowKind::furniture, false), ActivationPolicy::accessory);
+}
+
+} // namespace
+} // namespace platform::compositor
