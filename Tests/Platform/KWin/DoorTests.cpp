@@ -1,6 +1,5 @@
 #include "FakeKWin.h"
 #include "Platform/KWin/Door.h"
-#include "Platform/KWin/Session.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"
 
 #include <gmock/gmock.h>
