@@ -67,6 +67,11 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
         .shortcuts = {},
         .rules = {},
     };
+    if (state.status() == AppStatus::waitingForPermission) {
+        if (const std::string hindrance = surroundings.hindrance(); !hindrance.empty()) {
+            report.statusText += ": " + hindrance;
+        }
+    }
     const bool isOn = state.isEnabled() && state.hasAccessibility();
     for (const WindowAction action : WindowAction::allCases) {
         const bool isTaken = state.failedShortcuts().contains(action);
@@ -91,7 +96,10 @@ ControlAnswer<void> RemoteControl::perform(std::string_view action) {
         return refuse(Kind::paused, "paused: the shortcuts are switched off");
     }
     if (!state.hasAccessibility()) {
-        return refuse(Kind::notTrusted, "waiting for permission: no window manager here moves windows on request");
+        const std::string hindrance = surroundings.hindrance();
+        return refuse(Kind::notTrusted,
+                      "waiting for permission: " +
+                          (hindrance.empty() ? "no window manager here moves windows on request" : hindrance));
     }
     const std::optional<platform::AXUIElement> window = WindowMover::focusedWindow();
     if (!window) {

@@ -18,6 +18,8 @@ public:
         std::string version;
         /// The kind of desktop, as in "X11".
         std::string backend;
+        /// What keeps windows from being moved while that is so, as part of a sentence; empty where nobody can say.
+        std::function<std::string()> hindrance;
         /// Shows the program to the user.
         std::function<void()> open;
         /// Ends the program after the present turn of the event loop.

@@ -1,11 +1,11 @@
 #include "CorvidKitCore/CommandLineOption.h"
 #include "Platform/Linux/Control/ControlClient.h"
 #include "Platform/Linux/Control/SessionBus.h"
-#include "Platform/X11/Desktop.h"
 #include "Tessel/CommandLine.h"
 #include "Tessel/RemoteCommand.h"
 #include "Tessel/Wiring/PictureRun.h"
 #include "Tessel/Wiring/ResidentRun.h"
+#include "Tessel/Wiring/SessionFacts.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,10 +14,10 @@
 
 namespace {
 
-/// Asks the program that runs on this display; without a display to name, the one on the user's message bus.
+/// Asks the program that runs in this session; without a display to name, the one on the user's message bus.
 int ask(const tessel::CommandLine::Ask& request) {
     using platform::linux::ControlClient;
-    const std::string session = platform::x11::Desktop::sessionName();
+    const std::string session = tessel::SessionFacts::ofThisProcess().name();
     ControlClient client = session.empty() ? ControlClient::onBus(platform::linux::sessionBusAddress())
                                            : ControlClient::ofSession(session);
     const tessel::RemoteCommand::Outcome outcome = tessel::RemoteCommand::carryOut(request, client);

@@ -18,8 +18,9 @@ namespace {
 
 const QUrl frameFile(QStringLiteral("qrc:/qt/qml/CorvidKit/PopoverFrame.qml"));
 
-/// Of the window, which Qt asks for when it tells a window manager.
-constexpr Qt::WindowFlags flags = Qt::Tool | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint;
+/// Where every window is managed, the press on the panel that is to close the popover takes the keyboard from it first,
+/// and the click that it becomes asks for it again. A click takes no longer than this.
+constexpr auto clickTime = std::chrono::milliseconds(300);
 
 bool movesFocus(int key) {
     switch (key) {
@@ -57,6 +58,10 @@ void PopoverWindow::setContentView(std::shared_ptr<const platform::View> newView
     view = std::move(newView);
 }
 
+bool PopoverWindow::isManaged() const {
+    return surroundings.ownWindows->protocol() == platform::OwnWindows::Protocol::wayland;
+}
+
 bool PopoverWindow::isShown() const {
     return window && window->isVisible();
 }
@@ -69,7 +74,8 @@ bool PopoverWindow::prepare() {
         return false;
     }
     window = std::make_unique<QQuickWindow>();
-    window->setFlags(flags);
+    window->setFlags(Qt::Tool | Qt::FramelessWindowHint |
+                     (isManaged() ? Qt::WindowFlags() : Qt::WindowFlags(Qt::BypassWindowManagerHint)));
     window->setTitle(QGuiApplication::applicationDisplayName());
     window->setColor(Qt::transparent);
     // What it holds is kept while it is hidden, so that it opens again at once.
@@ -107,7 +113,8 @@ PopoverWindow::Anchor PopoverWindow::withPointer(const Anchor& wanted) const {
 }
 
 void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
-    if (isShown() || !prepare()) {
+    const auto now = platform::current().mainActor.now();
+    if (isShown() || (keyboardLoss && now - *keyboardLoss < clickTime) || !prepare()) {
         return;
     }
     anchor = withPointer(newAnchor);
@@ -140,18 +147,28 @@ void PopoverWindow::place() {
     const QSizeF size(frame->implicitWidth(), frame->implicitHeight());
     const double margin = frame->property("margin").toDouble();
     const std::vector<platform::Screen> screens = surroundings.screens.screens();
-    const double ratio = window->devicePixelRatio();
+    // Qt's points are the desktop's own, unless that counts in pixels.
+    const double ratio = isManaged() ? 1 : window->devicePixelRatio();
     const CGSize plate{(size.width() - 2 * margin) * ratio, (size.height() - 2 * margin) * ratio};
     const std::optional<CGRect> found = popoverFrame(*anchor, plate, screens);
     frame->setSize(size);
-    if (!found) {
+    if (isManaged()) {
+        // A window of one size only is not tiled.
+        window->setMinimumSize(size.toSize());
+        window->setMaximumSize(size.toSize());
+    }
+    if (isManaged() || !found) {
         window->resize(size.toSize());
+    }
+    if (!found) {
         return;
     }
     // Upside down: windows are placed by their top-left corner, y down from the top of the primary screen.
     const CGPoint topLeft{std::round(found->minX() - margin * ratio),
                           std::round(screens.front().frame.maxY() - found->maxY() - margin * ratio)};
-    window->setGeometry(QRect(fromPixels(topLeft), size.toSize()));
+    if (!isManaged()) {
+        window->setGeometry(QRect(fromPixels(topLeft), size.toSize()));
+    }
     surroundings.ownWindows->place(window->winId(), window->title().toStdString(), topLeft);
 }
 
@@ -167,7 +184,8 @@ void PopoverWindow::grabPointer() {
     // The panel holds the pointer as long as the button is down that opened the popover.
     constexpr int mostTries = 100;
     constexpr auto pause = std::chrono::milliseconds(20);
-    if (!isShown() || behavior != Behavior::transient || window->setMouseGrabEnabled(true) || ++grabTries > mostTries) {
+    if (!isShown() || behavior != Behavior::transient || isManaged() || window->setMouseGrabEnabled(true) ||
+        ++grabTries > mostTries) {
         return;
     }
     platform::MainActor& mainActor = platform::current().mainActor;
@@ -180,6 +198,9 @@ void PopoverWindow::followKeyboard() {
     if (!window->isActive() && isShown() && behavior == Behavior::transient &&
         !surroundings.ownWindows->hasKeyboard(window->winId())) {
         performClose();
+        if (isManaged()) {
+            keyboardLoss = platform::current().mainActor.now();
+        }
     }
 }
 
@@ -188,7 +209,9 @@ void PopoverWindow::performClose() {
         return;
     }
     pendingGrab.reset();
-    window->setMouseGrabEnabled(false);
+    if (!isManaged()) {
+        window->setMouseGrabEnabled(false);
+    }
     window->hide();
 }
 

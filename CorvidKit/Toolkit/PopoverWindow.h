@@ -13,8 +13,10 @@
 
 namespace corvid::toolkit {
 
-/// The popover as a window that no window manager manages: it is above all others, at exactly its place, and gone with
-/// the next press beside it.
+/// The popover as a window without a frame, above all others and at exactly its place.
+///
+/// On X11 no window manager manages it, and it is gone with the next press beside it. On Wayland, where all windows are
+/// managed and none can hold the pointer, the desktop puts it in its place, and it is gone when it loses the keyboard.
 class PopoverWindow final : public QObject, public platform::Popover {
     Q_OBJECT
 
@@ -44,6 +46,7 @@ private Q_SLOTS:
     void closeAsAsked() { performClose(); }
 
 private: // NOLINT(readability-redundant-access-specifiers): those before are slots.
+    [[nodiscard]] bool isManaged() const;
     [[nodiscard]] bool prepare();
     [[nodiscard]] Anchor withPointer(const Anchor& wanted) const;
     [[nodiscard]] bool makeFrame();
@@ -65,6 +68,8 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     std::unique_ptr<QQuickItem> content;
     std::unique_ptr<platform::ScheduledWork> pendingGrab;
     int grabTries = 0;
+    /// When it was last closed because a managed window has lost the keyboard.
+    std::optional<platform::Instant> keyboardLoss;
 };
 
 } // namespace corvid::toolkit

@@ -21,11 +21,14 @@ int programArgumentCount = 1;
 
 /// What Qt reads from the environment has to be there before its application object is made.
 void prepareEnvironment(const Surroundings& surroundings) {
-    const bool hasDesktop = surroundings.ownWindows != nullptr;
+    using Protocol = platform::OwnWindows::Protocol;
     // The second platform keeps Qt from stopping the process where the first cannot be had.
-    qputenv("QT_QPA_PLATFORM", hasDesktop ? "xcb;offscreen" : "offscreen");
-    if (!hasDesktop) {
+    if (surroundings.ownWindows == nullptr) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
         qputenv("QT_SCALE_FACTOR", QByteArray::number(surroundings.pictureScale));
+    } else {
+        const bool isWayland = surroundings.ownWindows->protocol() == Protocol::wayland;
+        qputenv("QT_QPA_PLATFORM", isWayland ? "wayland;offscreen" : "xcb;offscreen");
     }
     // A session manager knows of programs by their windows; ours comes and goes.
     qunsetenv("SESSION_MANAGER");

@@ -5,12 +5,15 @@
 #include "Platform/Beep.h"
 #include "Platform/HotKeyEvents.h"
 #include "Platform/NotificationCenter.h"
+#include "Platform/OwnWindows.h"
 #include "Platform/RunningApplications.h"
 #include "Platform/Screens.h"
 #include "Platform/StatusItem.h"
 #include "Platform/Workspace.h"
 
 #include <memory>
+#include <optional>
+#include <string>
 
 /// A desktop that is not there: nothing runs, nothing is shown, and whatever is asked for is refused. So that nobody
 /// has to ask first whether there is one.
@@ -66,6 +69,28 @@ public:
     }
 
     void unregisterHotKey(EventHotKeyRef /*reference*/) override {}
+};
+
+/// Windows that stand where the desktop puts them, as nobody can be asked about it.
+class OwnWindows final : public platform::OwnWindows {
+public:
+    explicit OwnWindows(Protocol spoken)
+        : spoken(spoken) {}
+
+    [[nodiscard]] Protocol protocol() const override { return spoken; }
+
+    [[nodiscard]] std::optional<corvid::CGPoint> pointer() override { return std::nullopt; }
+
+    void place(Number /*window*/, const std::string& /*title*/, corvid::CGPoint /*topLeft*/) override {}
+
+    void takeKeyboard(Number /*window*/) override {}
+
+    [[nodiscard]] bool hasKeyboard(Number /*window*/) override { return false; }
+
+    [[nodiscard]] bool areBlended() override { return spoken == Protocol::wayland; }
+
+private:
+    Protocol spoken;
 };
 
 class RunningApplications final : public platform::RunningApplications {

@@ -8,7 +8,7 @@
 
 namespace platform::linux {
 
-Appearance::Appearance(SessionBus& bus, AppearanceSource& desktop)
+Appearance::Appearance(SessionBus& bus, AppearanceSource* desktop)
     : portal(bus)
     , desktop(desktop) {
 }
@@ -30,13 +30,16 @@ void Appearance::follow(std::function<void()> newChanged) {
     const char* theme = std::getenv("GTK_THEME"); // NOLINT(concurrency-mt-unsafe)
     environment.colorScheme = theme == nullptr ? std::nullopt : colorSchemeOfTheme(theme);
     portal.follow([this] { sourceChanged(); });
-    desktop.follow([this] { sourceChanged(); });
+    if (desktop != nullptr) {
+        desktop->follow([this] { sourceChanged(); });
+    }
     told = combined();
 }
 
 AppearanceWishes Appearance::combined() const {
     AppearanceWishes first;
-    for (const AppearanceWishes& wishes : {portal.wishes(), environment, desktop.wishes()}) {
+    for (const AppearanceWishes& wishes :
+         {portal.wishes(), environment, desktop == nullptr ? AppearanceWishes() : desktop->wishes()}) {
         first.colorScheme = first.colorScheme ? first.colorScheme : wishes.colorScheme;
         first.reducesMotion = first.reducesMotion ? first.reducesMotion : wishes.reducesMotion;
     }

@@ -12,8 +12,8 @@ namespace platform::linux {
 /// environment, then the desktop itself. Each wish is taken from the first that has it.
 class Appearance final : public platform::Appearance {
 public:
-    /// Both must outlive this.
-    Appearance(SessionBus& bus, AppearanceSource& desktop);
+    /// Both must outlive this; `desktop` is null where the desktop itself says nothing.
+    Appearance(SessionBus& bus, AppearanceSource* desktop);
 
     [[nodiscard]] ColorScheme colorScheme() const override;
     [[nodiscard]] bool reducesMotion() const override;
@@ -25,7 +25,7 @@ private:
     void sourceChanged();
 
     PortalSettings portal;
-    AppearanceSource& desktop;
+    AppearanceSource* desktop;
     AppearanceWishes environment;
     AppearanceWishes told;
     std::function<void()> changed;

@@ -13,6 +13,7 @@
 #include "Platform/Screens.h"
 #include "Platform/Workspace.h"
 
+#include <string>
 #include <string_view>
 
 namespace platform::linux {
@@ -28,6 +29,10 @@ public:
 
     /// The backend's name for people, as `--status` tells it: "X11", "KWin", "GNOME Shell", "sway", "i3".
     [[nodiscard]] virtual std::string_view name() const = 0;
+
+    /// While windows cannot be placed: what is missing, and what the user can do about it, as part of a sentence in
+    /// English, without a full stop. Empty where there is nothing to say.
+    [[nodiscard]] virtual std::string hindrance() { return {}; }
 
     /// Begins to follow which applications run and which windows they open; those that are there now are not told as
     /// new. Until this is called no application is known. Both have to outlive this. To be called once.

@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Log.h"
 #include "Platform/X11/Event.h"
+#include "Platform/X11/PropertyValue.h"
 #include "Platform/X11/XkbProtocol.h"
 
 #include <xcb/randr.h>
@@ -73,6 +74,20 @@ std::string Desktop::sessionName() {
     }
     const Owned<char> owned(host);
     return std::string(host) + ":" + std::to_string(display) + "." + std::to_string(screen);
+}
+
+std::string Desktop::rootText(std::string_view property) {
+    auto connection = Connection::open({});
+    if (!connection) {
+        return {};
+    }
+    const auto atom = connection->reply<xcb_intern_atom_reply_t>(
+        xcb_intern_atom(connection->raw(), 1, static_cast<std::uint16_t>(property.size()), property.data()));
+    if (!atom || atom->atom == XCB_ATOM_NONE) {
+        return {};
+    }
+    constexpr std::uint32_t longest = 1024;
+    return readText(*connection, requestProperty(*connection, connection->root(), atom->atom, longest));
 }
 
 void Desktop::followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) {

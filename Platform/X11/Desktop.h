@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/Desktop.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/Windows/Deliveries.h"
 #include "Platform/X11/Accessibility.h"
@@ -22,49 +23,51 @@
 #include <expected>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace platform::x11 {
 
 /// An X11 desktop: one connection and all that is done through it, fed by the main loop.
-class Desktop {
+class Desktop final : public linux::Desktop {
 public:
     /// Connects to the environment's DISPLAY. The error is a sentence for the user.
     [[nodiscard]] static std::expected<std::unique_ptr<Desktop>, std::string> open(linux::MainLoop& mainLoop);
 
     Desktop(linux::MainLoop& mainLoop, Connection opened);
-    Desktop(const Desktop&) = delete;
-    Desktop& operator=(const Desktop&) = delete;
-    ~Desktop() = default;
 
     /// Names the session among those that the user may have: the environment's display and its screen, whether or not
     /// they answer. Empty where DISPLAY names none.
     [[nodiscard]] static std::string sessionName();
 
-    /// Begins to follow which applications run and which windows they open; those that are there now are not told as
-    /// new. Until this is called no application is known. Both have to outlive this. To be called once.
-    void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue);
+    /// The text of a property of the environment's display, without opening a desktop on it; empty where there is none
+    /// or the server does not answer in time.
+    [[nodiscard]] static std::string rootText(std::string_view property);
 
-    [[nodiscard]] Accessibility& accessibility() { return windows; }
+    [[nodiscard]] std::string_view name() const override { return "X11"; }
 
-    [[nodiscard]] AccessibilityObservers& accessibilityObservers() { return observers; }
+    void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) override;
 
-    /// What the desktop itself says of how programs are to look.
-    [[nodiscard]] SettingsManager& settingsManager() { return settings; }
+    [[nodiscard]] Accessibility& accessibility() override { return windows; }
 
-    [[nodiscard]] Beep& sound() { return bell; }
+    [[nodiscard]] AccessibilityObservers& accessibilityObservers() override { return observers; }
 
-    [[nodiscard]] HotKeys& hotKeyEvents() { return hotKeys; }
+    /// What the settings manager says.
+    [[nodiscard]] SettingsManager* appearanceSource() override { return &settings; }
 
-    [[nodiscard]] OwnWindows& ownWindows() { return own; }
+    [[nodiscard]] Beep& sound() override { return bell; }
 
-    [[nodiscard]] RunningApplications& runningApplications() { return processes; }
+    [[nodiscard]] HotKeys& hotKeyEvents() override { return hotKeys; }
 
-    [[nodiscard]] Screens& screens() { return monitors; }
+    [[nodiscard]] OwnWindows& ownWindows() override { return own; }
+
+    [[nodiscard]] RunningApplications& runningApplications() override { return processes; }
+
+    [[nodiscard]] Screens& screens() override { return monitors; }
 
     /// Where older panels take status items.
-    [[nodiscard]] linux::TrayPlace& systemTray() { return tray; }
+    [[nodiscard]] linux::TrayPlace* trayPlace() override { return &tray; }
 
-    [[nodiscard]] Workspace& workspace() { return applications; }
+    [[nodiscard]] Workspace& workspace() override { return applications; }
 
 private:
     [[nodiscard]] bool finishTurn();

@@ -29,13 +29,14 @@
 #include "Platform/Linux/Tray/StatusBar.h"
 #include "Platform/MainBundle.h"
 #include "Platform/Platform.h"
-#include "Platform/X11/Desktop.h"
 #include "Tessel/AppState.h"
 #include "Tessel/MenuView.h"
 #include "Tessel/RemoteControl.h"
 #include "Tessel/StatusLine.h"
 #include "Tessel/StatusMenu.h"
+#include "Tessel/Wiring/DesktopChoice.h"
 #include "Tessel/Wiring/Locale.h"
+#include "Tessel/Wiring/SessionFacts.h"
 #include "Tessel/Wiring/ThisProgram.h"
 #include "Tessel/Wiring/ToolkitPlugin.h"
 
@@ -68,7 +69,8 @@ int runResident() {
     platform::linux::MainLoop mainLoop;
     mainLoop.endOnTerminationSignals();
 
-    const auto instance = platform::linux::claimSession(platform::x11::Desktop::sessionName());
+    const SessionFacts session = SessionFacts::ofThisProcess();
+    const auto instance = platform::linux::claimSession(session.name());
     if (!instance) {
         if (!instance.error().asked) {
             platform::linux::logToStandardError("already running in this session, but not answering");
@@ -83,13 +85,13 @@ int runResident() {
     platform::linux::DesktopEntries entries(mainLoop);
     platform::linux::DesktopEntryIdentification identification(entries);
     platform::linux::DesktopEntryCatalogue catalogue(entries);
-    const auto desktop = platform::x11::Desktop::open(mainLoop);
-    if (!desktop) {
-        platform::linux::logToStandardError(desktop.error());
+    const auto opened = openDesktop(mainLoop, session);
+    if (!opened) {
+        platform::linux::logToStandardError(opened.error());
         return EXIT_FAILURE;
     }
-
-    (*desktop)->followApplications(identification, catalogue);
+    platform::linux::Desktop& desktop = **opened;
+    desktop.followApplications(identification, catalogue);
     platform::linux::SessionBus sessionBus(mainLoop);
     platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
     platform::linux::AutostartLoginItem loginItem;
@@ -100,27 +102,31 @@ int runResident() {
     platform::linux::UserDefaults userDefaults;
     const platform::MainBundle bundle = mainBundle();
     platform::linux::Localization localization("tessel", localeFolder(), bundle.preferredLocalizations);
-    platform::linux::NotifierPlace notifiers(mainLoop, sessionBus, (*desktop)->screens(), iconFolder());
-    platform::linux::StatusBar statusBar(mainLoop, "org.corvid.Tessel", {&notifiers, &(*desktop)->systemTray()});
-    platform::linux::Appearance appearance(sessionBus, (*desktop)->settingsManager());
+    platform::linux::NotifierPlace notifiers(mainLoop, sessionBus, desktop.screens(), iconFolder());
+    std::vector<platform::linux::TrayPlace*> trayPlaces{&notifiers};
+    if (platform::linux::TrayPlace* own = desktop.trayPlace()) {
+        trayPlaces.push_back(own);
+    }
+    platform::linux::StatusBar statusBar(mainLoop, "org.corvid.Tessel", trayPlaces);
+    platform::linux::Appearance appearance(sessionBus, desktop.appearanceSource());
     corvid::DeferredToolkit toolkit(
         [&] {
             return startToolkit({.mainLoop = mainLoop,
                                  .appearance = appearance,
-                                 .ownWindows = &(*desktop)->ownWindows(),
-                                 .screens = (*desktop)->screens(),
+                                 .ownWindows = &desktop.ownWindows(),
+                                 .screens = desktop.screens(),
                                  .languages = bundle.preferredLocalizations});
         },
         [&](std::function<void()> host) { mainLoop.continueIn(std::move(host)); });
     corvid::DeferredOpenPanel openPanel(toolkit);
     corvid::DeferredPopover popover(toolkit);
     const platform::Platform table{
-        .accessibility = (*desktop)->accessibility(),
-        .accessibilityObservers = (*desktop)->accessibilityObservers(),
+        .accessibility = desktop.accessibility(),
+        .accessibilityObservers = desktop.accessibilityObservers(),
         .addressOpener = addressOpener,
         .applicationCatalogue = catalogue,
-        .sound = (*desktop)->sound(),
-        .hotKeyEvents = (*desktop)->hotKeyEvents(),
+        .sound = desktop.sound(),
+        .hotKeyEvents = desktop.hotKeyEvents(),
         .imageRenderer = nullptr,
         .localization = localization,
         .log = systemLog,
@@ -129,13 +135,13 @@ int runResident() {
         .mainBundle = bundle,
         .openPanel = &openPanel,
         .processInfo = processInfo,
-        .runningApplications = (*desktop)->runningApplications(),
-        .screens = (*desktop)->screens(),
+        .runningApplications = desktop.runningApplications(),
+        .screens = desktop.screens(),
         .standardUserDefaults = userDefaults,
         .statusBar = statusBar,
         .systemClock = systemClock,
         .thisApplication = application,
-        .workspace = (*desktop)->workspace(),
+        .workspace = desktop.workspace(),
     };
     const platform::Installation installation(table);
 
@@ -160,8 +166,11 @@ int runResident() {
             }
         });
         remoteControl.emplace(state,
-                              RemoteControl::Surroundings{
-                                  .version = TESSEL_VERSION, .backend = "X11", .open = openPopover, .quit = quit});
+                              RemoteControl::Surroundings{.version = TESSEL_VERSION,
+                                                          .backend = std::string(desktop.name()),
+                                                          .hindrance = [&desktop] { return desktop.hindrance(); },
+                                                          .open = openPopover,
+                                                          .quit = quit});
         controlSocket.serve(*remoteControl);
         busName.emplace(sessionBus, *remoteControl);
         platform::linux::notifyReady(lineFor(state));

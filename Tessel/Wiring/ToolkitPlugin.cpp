@@ -17,7 +17,8 @@ std::unique_ptr<platform::Toolkit> startToolkit(const corvid::toolkit::Surroundi
     }
     std::unique_ptr<platform::Toolkit> toolkit(reinterpret_cast<StartToolkit>(*function)(surroundings));
     if (!toolkit) {
-        platform::linux::logToStandardError("cannot show the window: Qt does not reach the display");
+        platform::linux::logToStandardError("cannot show the window: Qt does not reach the display"
+                                            " (on Wayland it takes the package qt6-wayland)");
     }
     return toolkit;
 }

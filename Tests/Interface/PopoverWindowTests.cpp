@@ -157,6 +157,67 @@ TEST_F(Hanging, AnotherViewTakesThePlaceOfTheFirst) {
     EXPECT_EQ(made, 2);
 }
 
+class HangingOnWayland : public Hanging {
+protected:
+    void SetUp() override {
+        Hanging::SetUp();
+        desktop.ownWindows.spoken = platform::OwnWindows::Protocol::wayland;
+        desktop.screens.attach({{.frame = {{0, 0}, {1920, 1080}}, .visibleFrame = {{0, 0}, {1920, 1056}}}});
+    }
+
+    /// Opens it with the keyboard, as its compositor gives it.
+    void openWithKeyboard() {
+        open();
+        ASSERT_NE(window(), nullptr);
+        window()->requestActivate();
+        QCoreApplication::processEvents();
+        ASSERT_TRUE(window()->isActive());
+    }
+
+    /// Another program takes the keyboard, of which no window of ours hears more.
+    void loseKeyboard() {
+        QWindow other;
+        other.show();
+        other.requestActivate();
+        QCoreApplication::processEvents();
+    }
+};
+
+TEST_F(HangingOnWayland, IsPlacedByItsTitleBeforeItIsShownAndWhenItGrows) {
+    open();
+    ASSERT_NE(window(), nullptr);
+    EXPECT_EQ(window()->flags() & Qt::BypassWindowManagerHint, 0);
+    EXPECT_EQ(window()->size(), QSize(340, 240));
+    EXPECT_EQ(window()->maximumSize(), QSize(340, 240)) << "or it would be tiled";
+    const std::string title = window()->title().toStdString();
+    EXPECT_TRUE(wasTold("place window " + title + " at (330, 10)")) << testing::PrintToString(desktop.trace.lines());
+    desktop.trace.clear();
+    content->setImplicitWidth(400);
+    EXPECT_EQ(window()->size(), QSize(440, 240));
+    EXPECT_TRUE(wasTold("place window " + title + " at (280, 10)")) << testing::PrintToString(desktop.trace.lines());
+}
+
+TEST_F(HangingOnWayland, LosingTheKeyboardClosesIt) {
+    openWithKeyboard();
+    loseKeyboard();
+    EXPECT_FALSE(popover.isShown());
+}
+
+TEST_F(HangingOnWayland, TheClickWhosePressHasClosedItDoesNotOpenItAgain) {
+    openWithKeyboard();
+    loseKeyboard();
+    desktop.mainActor.advance(std::chrono::milliseconds(200));
+    open();
+    EXPECT_FALSE(popover.isShown());
+    desktop.mainActor.advance(std::chrono::milliseconds(200));
+    open();
+    EXPECT_TRUE(popover.isShown());
+    QTest::keyClick(window(), Qt::Key_Escape);
+    EXPECT_FALSE(popover.isShown());
+    open();
+    EXPECT_TRUE(popover.isShown()) << "a popover that its user has closed can be opened at once";
+}
+
 TEST_F(Hanging, WithoutAScreenItStaysWhereItIs) {
     desktop.screens.attach({});
     open();

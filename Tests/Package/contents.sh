@@ -50,6 +50,10 @@ for name in $needed; do
     [[ ", $(field Depends)," == *", $name"[\ ,]* ]] || complain "it does not depend on $name"
 done
 
+for name in dbus-session-bus xdg-utils qt6-wayland; do
+    [[ ", $(field Recommends)," == *[\ ]"$name",* ]] || complain "it does not recommend $name"
+done
+
 while read -r file; do
     if file --brief "$root/$file" | grep --quiet '^ELF.*not stripped'; then
         complain "$file is not stripped"

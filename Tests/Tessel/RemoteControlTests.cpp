@@ -25,6 +25,7 @@ protected:
             state.emplace(desktop.standardUserDefaults, false, dispatcher);
             made.emplace(*state, RemoteControl::Surroundings{.version = "1.2",
                                                              .backend = "Simulated",
+                                                             .hindrance = [this] { return hindrance; },
                                                              .open = [this] { calls.emplace_back("open"); },
                                                              .quit = [this] { calls.emplace_back("quit"); }});
         }
@@ -48,6 +49,7 @@ protected:
     std::optional<AppState> state;
     std::optional<RemoteControl> made;
     std::vector<std::string> calls;
+    std::string hindrance;
 };
 
 TEST_F(Remote, TellsHowThingsStand) {
@@ -105,6 +107,19 @@ TEST_F(Remote, PerformsNothingWithoutPermission) {
     EXPECT_TRUE(isRefused(control().perform("leftHalf"), Kind::notTrusted));
     EXPECT_EQ(window.frame(), before);
     EXPECT_EQ(control().status()->status, "waitingForPermission");
+}
+
+TEST_F(Remote, SaysWhatIsMissingWhereSomebodyKnows) {
+    desktop.accessibility.isTrusted = false;
+    hindrance = "the door is closed";
+    EXPECT_EQ(control().status()->statusText, "Waiting for permission: the door is closed");
+    EXPECT_EQ(control().perform("leftHalf").error().reason, "waiting for permission: the door is closed");
+    state->setEnabled(false);
+    EXPECT_EQ(control().status()->statusText, "Paused");
+    hindrance.clear();
+    state->setEnabled(true);
+    EXPECT_EQ(control().status()->statusText, "Waiting for permission");
+    EXPECT_NE(control().perform("leftHalf").error().reason.find("no window manager"), std::string::npos);
 }
 
 TEST_F(Remote, SaysThatNoWindowHasTheFocusInsteadOfBeeping) {

@@ -20,10 +20,12 @@ struct Address {
     explicit Address(const std::string& session) {
         name.sun_family = AF_UNIX;
         // A first character of zero makes the name abstract; its length is part of it.
-        const std::string text = "org.corvid.Tessel/" + std::to_string(getuid()) + "/" + session;
-        const std::size_t length = std::min(text.size(), sizeof(name.sun_path) - 1);
-        std::copy_n(text.begin(), length, std::begin(name.sun_path) + 1);
-        size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + length);
+        const std::string owner = "org.corvid.Tessel/" + std::to_string(getuid()) + "/";
+        // Of a session's name that is too long, such as a path, the end tells more than the beginning.
+        const std::size_t room = sizeof(name.sun_path) - 1 - owner.size();
+        const std::string text = owner + session.substr(session.size() - std::min(session.size(), room));
+        std::ranges::copy(text, std::begin(name.sun_path) + 1);
+        size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + text.size());
     }
 
     [[nodiscard]] const sockaddr* get() const { return reinterpret_cast<const sockaddr*>(&name); }

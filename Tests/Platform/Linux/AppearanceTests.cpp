@@ -43,7 +43,7 @@ void withoutBus(const char* theme, const std::function<void(Appearance&, SaidByH
         MainLoop loop;
         SessionBus bus(loop, std::nullopt);
         SaidByHand desktop;
-        Appearance appearance(bus, desktop);
+        Appearance appearance(bus, &desktop);
         body(appearance, desktop);
     });
 }
@@ -120,7 +120,7 @@ TEST(Appearance, ThePortalIsAskedFirstForEachWish) {
         EXPECT_TRUE(runUntil([&] { return portal.isThere; }));
         SessionBus bus(loop, daemon.address());
         SaidByHand desktop;
-        Appearance appearance(bus, desktop);
+        Appearance appearance(bus, &desktop);
         int changes = 0;
         appearance.follow([&] { ++changes; });
         desktop.say({ColorScheme::dark, true});

@@ -20,7 +20,7 @@ protected:
 
     void SetUp() override { followed.start(); }
 
-    SettingsManager& settings() { return followed.desktop->settingsManager(); }
+    SettingsManager& settings() { return *followed.desktop->appearanceSource(); }
 
     void follow() {
         settings().follow([this] { ++changes; });

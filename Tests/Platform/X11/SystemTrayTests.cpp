@@ -41,7 +41,7 @@ protected:
         place().onOfferChange([this] { offers.push_back(place().isOffered()); });
     }
 
-    linux::TrayPlace& place() { return followed.desktop->systemTray(); }
+    linux::TrayPlace& place() { return *followed.desktop->trayPlace(); }
 
     TrayOwner& newOwner(std::uint8_t depth = 0, std::vector<std::uint32_t> colours = {}) {
         return owner.emplace(followed.server.display(), depth, std::move(colours));

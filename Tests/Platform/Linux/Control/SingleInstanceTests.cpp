@@ -43,6 +43,13 @@ TEST(SingleInstance, ASessionIsFreeAgainWhenItsHoldersProcessIsKilled) {
     EXPECT_TRUE(SingleInstance::acquire(session));
 }
 
+TEST(SingleInstance, LongSessionNamesAreToldApartByTheirEnds) {
+    const std::string path = "/" + std::string(500, 'x') + "/" + sessionOfThisTest("wayland");
+    const auto first = SingleInstance::acquire(path + "-0");
+    EXPECT_TRUE(first);
+    EXPECT_TRUE(SingleInstance::acquire(path + "-1"));
+}
+
 TEST(SingleInstance, ALongSessionNameIsCutOffRatherThanRefused) {
     const std::string session = sessionOfThisTest("long") + std::string(500, 'x');
     const auto first = SingleInstance::acquire(session);

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace platform::linux {
+
+/// Whether somebody listens at the Unix socket of that path. Does not wait.
+[[nodiscard]] bool isListenedTo(const std::string& path);
+
+} // namespace platform::linux

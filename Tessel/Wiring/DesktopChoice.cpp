@@ -1,0 +1,91 @@
+#include "Tessel/Wiring/DesktopChoice.h"
+
+#include "Platform/X11/Desktop.h"
+#include "Tessel/Wiring/UnsupportedDesktop.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tessel {
+
+namespace {
+
+using platform::linux::MainLoop;
+using Opened = std::expected<std::unique_ptr<platform::linux::Desktop>, std::string>;
+
+/// How a desktop of one kind is known, and how it is opened.
+struct Candidate {
+    DesktopKind kind;
+    bool (*isThere)(const SessionFacts& facts);
+    /// Null where we have no way to it yet.
+    Opened (*open)(MainLoop& mainLoop, const SessionFacts& facts);
+};
+
+bool isSway(const SessionFacts& facts) {
+    return !facts.swaySocket.empty() && facts.isListenedTo(facts.swaySocket);
+}
+
+bool isI3(const SessionFacts& facts) {
+    if (facts.isWayland() || facts.display.empty()) {
+        return false;
+    }
+    if (!facts.i3Socket.empty()) {
+        return facts.isListenedTo(facts.i3Socket);
+    }
+    // A session that was not started by a login manager has no name.
+    return (facts.hasDesktop("i3") || facts.currentDesktops.empty()) && facts.isListenedTo(facts.i3SocketOfDisplay());
+}
+
+bool isKWin(const SessionFacts& facts) {
+    return facts.isWayland() &&
+           (facts.hasDesktop("KDE") || (!facts.hasDesktop("GNOME") && facts.isOnBus("org.kde.KWin")));
+}
+
+bool isGnomeShell(const SessionFacts& facts) {
+    return facts.isWayland() && facts.hasDesktop("GNOME");
+}
+
+bool isX11(const SessionFacts& facts) {
+    return !facts.isWayland() && !facts.display.empty();
+}
+
+Opened openX11(MainLoop& mainLoop, const SessionFacts& /*facts*/) {
+    return platform::x11::Desktop::open(mainLoop);
+}
+
+Opened openUnsupported(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/) {
+    return std::make_unique<UnsupportedDesktop>();
+}
+
+Opened openNothing(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/) {
+    return std::unexpected("there is no desktop to work on (neither WAYLAND_DISPLAY nor DISPLAY is set)");
+}
+
+/// The first that is there is the one. A backend that comes to the program takes its place in the third column.
+constexpr std::array<Candidate, 7> candidates{{
+    {DesktopKind::sway, isSway, nullptr},
+    // An X11 desktop like others, as far as windows go that i3 does not tile.
+    {DesktopKind::i3, isI3, openX11},
+    {DesktopKind::kwin, isKWin, nullptr},
+    {DesktopKind::gnomeShell, isGnomeShell, nullptr},
+    {DesktopKind::x11, isX11, openX11},
+    {DesktopKind::unsupported, [](const SessionFacts& facts) { return facts.isWayland(); }, openUnsupported},
+    {DesktopKind::none, [](const SessionFacts& /*facts*/) { return true; }, openNothing},
+}};
+
+const Candidate& candidateFor(const SessionFacts& facts) {
+    return *std::ranges::find_if(candidates, [&](const Candidate& each) { return each.isThere(facts); });
+}
+
+} // namespace
+
+DesktopKind desktopKind(const SessionFacts& facts) {
+    return candidateFor(facts).kind;
+}
+
+Opened openDesktop(MainLoop& mainLoop, const SessionFacts& facts) {
+    const Candidate& candidate = candidateFor(facts);
+    return candidate.open == nullptr ? openUnsupported(mainLoop, facts) : candidate.open(mainLoop, facts);
+}
+
+} // namespace tessel

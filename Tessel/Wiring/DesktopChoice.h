@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Platform/Linux/Desktop.h"
+#include "Platform/Linux/MainLoop.h"
+#include "Tessel/Wiring/SessionFacts.h"
+
+#include <cstdint>
+#include <expected>
+#include <memory>
+#include <string>
+
+namespace tessel {
+
+enum class DesktopKind : std::uint8_t {
+    sway,
+    i3,
+    kwin,
+    gnomeShell,
+    x11,
+    /// A Wayland session of a compositor that offers us no way to its windows.
+    unsupported,
+    /// Nothing shows windows here.
+    none,
+};
+
+/// Who places the windows of the session. A plain X11 desktop is taken only where there is no Wayland session.
+[[nodiscard]] DesktopKind desktopKind(const SessionFacts& facts);
+
+/// The desktop of the session. One that we have no way to is not an error: the program runs on it, and says what is
+/// missing. The error is a sentence for the user.
+[[nodiscard]] std::expected<std::unique_ptr<platform::linux::Desktop>, std::string>
+openDesktop(platform::linux::MainLoop& mainLoop, const SessionFacts& facts);
+
+} // namespace tessel

@@ -1,0 +1,51 @@
+#include "Tessel/Wiring/SessionFacts.h"
+
+#include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/Control/BusNames.h"
+#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/LocalSocket.h"
+#include "Platform/X11/Desktop.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace tessel {
+
+namespace {
+
+std::string variable(const char* name) {
+    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): the process has one thread.
+    return value == nullptr ? std::string() : std::string(value);
+}
+
+} // namespace
+
+SessionFacts SessionFacts::ofThisProcess() {
+    return {.display = variable("DISPLAY"),
+            .waylandDisplay = variable("WAYLAND_DISPLAY"),
+            .sessionType = variable("XDG_SESSION_TYPE"),
+            .runtimeFolder = variable("XDG_RUNTIME_DIR"),
+            .swaySocket = variable("SWAYSOCK"),
+            .i3Socket = variable("I3SOCK"),
+            .currentDesktops = platform::linux::currentDesktops(),
+            .isListenedTo = platform::linux::isListenedTo,
+            .isOnBus =
+                [](const std::string& name) {
+                    return platform::linux::hasOwnerOnBus(platform::linux::sessionBusAddress(), name);
+                },
+            .i3SocketOfDisplay = [] { return platform::x11::Desktop::rootText("I3_SOCKET_PATH"); }};
+}
+
+bool SessionFacts::hasDesktop(std::string_view name) const {
+    return std::ranges::find(currentDesktops, name) != currentDesktops.end();
+}
+
+std::string SessionFacts::name() const {
+    if (waylandDisplay.empty()) {
+        return platform::x11::Desktop::sessionName();
+    }
+    // As Wayland's own library finds the socket (wl_display_connect).
+    return waylandDisplay.starts_with('/') ? waylandDisplay : runtimeFolder + "/" + waylandDisplay;
+}
+
+} // namespace tessel

@@ -1,0 +1,160 @@
+#include "Tessel/Wiring/DesktopChoice.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace tessel {
+namespace {
+
+using Kind = DesktopKind;
+
+/// A session as its environment tells of it, with somebody at these sockets and these names on the bus.
+struct Session {
+    std::string what;
+    Kind expected;
+    std::string display = {};
+    std::string waylandDisplay = {};
+    std::string sessionType = {};
+    std::vector<std::string> currentDesktops = {};
+    std::string swaySocket = {};
+    std::string i3Socket = {};
+    std::string i3SocketOfDisplay = {};
+    std::string liveSocket = {};
+    std::string busName = {};
+
+    [[nodiscard]] SessionFacts facts() const {
+        return {.display = display,
+                .waylandDisplay = waylandDisplay,
+                .sessionType = sessionType,
+                .runtimeFolder = "/run/user/7",
+                .swaySocket = swaySocket,
+                .i3Socket = i3Socket,
+                .currentDesktops = currentDesktops,
+                .isListenedTo = [this](const std::string& path) { return !path.empty() && path == liveSocket; },
+                .isOnBus = [this](const std::string& name) { return name == busName; },
+                .i3SocketOfDisplay = [this] { return i3SocketOfDisplay; }};
+    }
+};
+
+const std::vector<Session> sessions{
+    {.what = "nothing at all", .expected = Kind::none},
+    {.what = "a plain X11 display", .expected = Kind::x11, .display = ":0"},
+    {.what = "Plasma on X11",
+     .expected = Kind::x11,
+     .display = ":0",
+     .currentDesktops = {"KDE"},
+     .busName = "org.kde.KWin"},
+    {.what = "GNOME on X11",
+     .expected = Kind::x11,
+     .display = ":0",
+     .sessionType = "x11",
+     .currentDesktops = {"GNOME"}},
+    {.what = "an X display of its own within a Wayland session",
+     .expected = Kind::x11,
+     .display = ":99",
+     .sessionType = "wayland",
+     .currentDesktops = {"GNOME"}},
+    {.what = "i3 by its variable",
+     .expected = Kind::i3,
+     .display = ":0",
+     .currentDesktops = {"anything"},
+     .i3Socket = "/i3",
+     .liveSocket = "/i3"},
+    {.what = "i3 by what it wrote on the display",
+     .expected = Kind::i3,
+     .display = ":0",
+     .i3SocketOfDisplay = "/i3",
+     .liveSocket = "/i3"},
+    {.what = "i3 that has ended",
+     .expected = Kind::x11,
+     .display = ":0",
+     .i3Socket = "/i3",
+     .i3SocketOfDisplay = "/i3"},
+    {.what = "a display that i3 was on before another session",
+     .expected = Kind::x11,
+     .display = ":0",
+     .currentDesktops = {"XFCE"},
+     .i3SocketOfDisplay = "/i3",
+     .liveSocket = "/i3"},
+    {.what = "sway",
+     .expected = Kind::sway,
+     .display = ":0",
+     .waylandDisplay = "wayland-1",
+     .currentDesktops = {"sway"},
+     .swaySocket = "/sway",
+     .liveSocket = "/sway"},
+    {.what = "sway that has ended",
+     .expected = Kind::unsupported,
+     .display = ":0",
+     .waylandDisplay = "wayland-1",
+     .swaySocket = "/sway"},
+    {.what = "sway within Plasma",
+     .expected = Kind::sway,
+     .waylandDisplay = "wayland-1",
+     .currentDesktops = {"KDE"},
+     .swaySocket = "/sway",
+     .liveSocket = "/sway"},
+    {.what = "Plasma",
+     .expected = Kind::kwin,
+     .display = ":0",
+     .waylandDisplay = "wayland-0",
+     .currentDesktops = {"KDE"}},
+    {.what = "another desktop on KWin",
+     .expected = Kind::kwin,
+     .display = ":0",
+     .waylandDisplay = "wayland-0",
+     .currentDesktops = {"LXQt"},
+     .busName = "org.kde.KWin"},
+    {.what = "GNOME",
+     .expected = Kind::gnomeShell,
+     .display = ":0",
+     .waylandDisplay = "wayland-0",
+     .currentDesktops = {"ubuntu", "GNOME"}},
+    {.what = "GNOME whose socket has its usual name",
+     .expected = Kind::gnomeShell,
+     .sessionType = "wayland",
+     .currentDesktops = {"GNOME"}},
+    {.what = "an unknown compositor", .expected = Kind::unsupported, .display = ":0", .waylandDisplay = "wayland-1"},
+};
+
+TEST(DesktopChoice, IsMadeByWhatTheSessionTellsOfItself) {
+    for (const Session& session : sessions) {
+        EXPECT_EQ(desktopKind(session.facts()), session.expected) << session.what;
+    }
+}
+
+TEST(DesktopChoice, AnUnknownCompositorIsADesktopThatSaysWhatIsMissing) {
+    const Session session{.what = {}, .expected = Kind::unsupported, .display = ":0", .waylandDisplay = "wayland-1"};
+    platform::linux::MainLoop mainLoop;
+    const auto desktop = openDesktop(mainLoop, session.facts());
+    ASSERT_TRUE(desktop.has_value());
+    EXPECT_EQ((*desktop)->name(), "none");
+    EXPECT_FALSE((*desktop)->accessibility().isProcessTrustedWithPrompt());
+    EXPECT_NE((*desktop)->hindrance(), "");
+    EXPECT_EQ((*desktop)->ownWindows().protocol(), platform::OwnWindows::Protocol::wayland);
+}
+
+TEST(DesktopChoice, WithoutADisplayThereIsNoDesktop) {
+    const Session session{.what = {}, .expected = Kind::none};
+    platform::linux::MainLoop mainLoop;
+    const auto desktop = openDesktop(mainLoop, session.facts());
+    ASSERT_FALSE(desktop.has_value());
+    EXPECT_NE(desktop.error().find("DISPLAY"), std::string::npos);
+}
+
+TEST(SessionName, IsWhereTheWindowsAreShown) {
+    ASSERT_EQ(setenv("DISPLAY", ":7", 1), 0);
+    const auto nameWith = [](const std::string& waylandDisplay) {
+        const Session session{.what = {}, .expected = Kind::none, .display = ":7", .waylandDisplay = waylandDisplay};
+        return session.facts().name();
+    };
+    EXPECT_EQ(nameWith(""), ":7.0");
+    EXPECT_EQ(nameWith("wayland-1"), "/run/user/7/wayland-1");
+    EXPECT_EQ(nameWith("/tmp/wayland"), "/tmp/wayland");
+}
+
+} // namespace
+} // namespace tessel
