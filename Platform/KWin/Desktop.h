@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace platform::kwin {
@@ -34,6 +35,8 @@ public:
     Desktop(linux::MainLoop& mainLoop, const std::filesystem::path& script, HotKeys::Naming naming);
 
     [[nodiscard]] std::string_view name() const override { return "KWin"; }
+
+    [[nodiscard]] std::string hindrance() override;
 
     [[nodiscard]] Beep& sound() override { return bell; }
 

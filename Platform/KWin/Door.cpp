@@ -69,8 +69,12 @@ AXError Door::request(const compositor::WindowIdentifier& window, const corvid::
     if (known->isFullscreen || !table.isOpen()) {
         return AXError::cannotComplete;
     }
-    placement = Placement{
-        .number = ++lastNumber, .window = window, .frame = frame, .outcome = std::nullopt, .lastChange = std::nullopt};
+    placement = Placement{.number = ++lastNumber,
+                          .window = window,
+                          .frame = frame,
+                          .formerSize = known->frame.size,
+                          .outcome = std::nullopt,
+                          .lastChange = std::nullopt};
     link.ask(ScriptMessages::place(lastNumber, window, frame));
     const AXError error = settle(deadline);
     placement.reset();
@@ -92,19 +96,22 @@ AXError Door::settle(Instant deadline) {
         break;
     }
     // On Wayland a window has its new frame once its program has drawn it.
+    const Instant begin = mainLoop.now();
     for (;;) {
         const compositor::Window* placed = table.find(placement->window);
         if (placed == nullptr) {
             return AXError::invalidUIElement;
         }
-        if (isClose(placed->frame, placement->frame)) {
+        const bool isThere = isClose(placed->frame, placement->frame);
+        if (isThere && !placement->mayBeCorrected) {
             return AXError::success;
         }
         const auto former = placement->lastChange;
-        const Instant rest = former ? std::min(deadline, *former + calm) : deadline;
+        const bool isResting = isThere || former;
+        const Instant rest = isResting ? std::min(deadline, former.value_or(begin) + calm) : deadline;
         const auto hasChanged = [&] { return placement->lastChange != former || !table.isOpen(); };
         if (!link.waitFor(hasChanged, rest)) {
-            return former && mainLoop.now() < deadline ? AXError::success : AXError::cannotComplete;
+            return isThere || (former && mainLoop.now() < deadline) ? AXError::success : AXError::cannotComplete;
         }
         if (!table.isOpen()) {
             return AXError::cannotComplete;
@@ -145,6 +152,7 @@ void Door::scriptCarriedOut(const ScriptMessages::Result& result) {
     }
     placement->outcome = result.outcome;
     placement->frame = result.asked.value_or(placement->frame);
+    placement->mayBeCorrected = result.isForced && placement->frame.size != placement->formerSize;
     // What is done at once, as a mere move, needs no waiting.
     const compositor::Window* known = table.find(placement->window);
     if (known != nullptr && result.frame && known->frame != *result.frame) {

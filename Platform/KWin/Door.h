@@ -39,7 +39,10 @@ private:
         compositor::WindowIdentifier window;
         /// What it will have where it does as it is told.
         corvid::CGRect frame;
+        corvid::CGSize formerSize;
         std::optional<ScriptMessages::Outcome> outcome;
+        /// Whether the window may ask for another size after it has got this one.
+        bool mayBeCorrected = false;
         /// When the window's frame last changed since the command was carried out.
         std::optional<Instant> lastChange;
     };

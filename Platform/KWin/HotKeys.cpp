@@ -22,8 +22,8 @@ constexpr const char* component = "org.corvid.Tessel";
 constexpr const char* componentTitle = "Tessel";
 constexpr const char* componentPath = "/component/org_corvid_Tessel";
 
-constexpr const char* pressMatch = "type='signal',sender='org.kde.kglobalaccel',path='/component/org_corvid_Tessel',"
-                                   "interface='org.kde.kglobalaccel.Component',member='globalShortcutPressed'";
+constexpr const char* keyMatch = "type='signal',sender='org.kde.kglobalaccel',path='/component/org_corvid_Tessel',"
+                                   "interface='org.kde.kglobalaccel.Component'";
 
 /// All that is asked in one turn of the loop takes at most this.
 constexpr std::chrono::milliseconds turnTime{250};
@@ -130,20 +130,21 @@ bool HotKeys::takeLoss() {
 void HotKeys::busArrived(sd_bus* arrived) {
     bus = arrived;
     sd_bus_slot* slot = nullptr;
-    sd_bus_add_match_async(bus, &slot, pressMatch, &HotKeys::pressed, &ignoreAnswer, this);
-    presses.reset(slot);
+    sd_bus_add_match_async(bus, &slot, keyMatch, &HotKeys::keySignalled, &ignoreAnswer, this);
+    keySignals.reset(slot);
     owner.follow(bus);
 }
 
 void HotKeys::busLeft() {
     bus = nullptr;
-    presses.reset();
+    keySignals.reset();
     owner.forget();
     // Whoever is there next knows nothing of our keys, whatever it is called.
     server = "-";
 }
 
 void HotKeys::ownerChanged() {
+    heldAction.clear();
     if (owner.owner().empty() || owner.owner() == server) {
         return;
     }
@@ -170,21 +171,33 @@ void HotKeys::renew() {
     }
 }
 
-int HotKeys::pressed(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
+int HotKeys::keySignalled(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
     auto& self = *static_cast<HotKeys*>(data);
-    const char* pressedComponent = nullptr;
+    const char* keyComponent = nullptr;
     const char* action = nullptr;
-    if (!self.owner.sent(signal) || sd_bus_message_read(signal, "ss", &pressedComponent, &action) <= 0 ||
-        std::string_view(pressedComponent) != component || self.pressedActions.size() >= mostPresses) {
+    if (!self.owner.sent(signal) || sd_bus_message_read(signal, "ss", &keyComponent, &action) <= 0 ||
+        std::string_view(keyComponent) != component) {
         return 0;
     }
-    self.pressedActions.emplace_back(action);
-    self.mainLoop.post([keys = std::weak_ptr(self.self)] {
+    if (sd_bus_message_is_signal(signal, componentInterface, "globalShortcutPressed") > 0) {
+        self.keyPressed(action);
+    } else if (sd_bus_message_is_signal(signal, componentInterface, "globalShortcutReleased") > 0) {
+        self.heldAction.clear();
+    }
+    return 0;
+}
+
+void HotKeys::keyPressed(const char* action) {
+    // A key that is held repeats its press without a release between.
+    if (std::exchange(heldAction, action) == action || pressedActions.size() >= mostPresses) {
+        return;
+    }
+    pressedActions.emplace_back(action);
+    mainLoop.post([keys = std::weak_ptr(self)] {
         if (const auto alive = keys.lock()) {
             (*alive)->actOnPresses();
         }
     });
-    return 0;
 }
 
 void HotKeys::actOnPresses() {

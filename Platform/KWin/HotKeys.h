@@ -54,8 +54,9 @@ private:
     void busArrived(sd_bus* arrived) override;
     void busLeft() override;
 
-    static int pressed(sd_bus_message* signal, void* data, sd_bus_error* error);
+    static int keySignalled(sd_bus_message* signal, void* data, sd_bus_error* error);
 
+    void keyPressed(const char* action);
     void ownerChanged();
     void renew();
     void actOnPresses();
@@ -74,12 +75,14 @@ private:
     /// Whose keys ours are; empty while nobody's are.
     std::string server;
     bool areLeftoversCleared = false;
-    linux::OwnedSlot presses;
+    linux::OwnedSlot keySignals;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
     HotKeyEventHandler handler = nullptr;
     void* handlerData = nullptr;
     std::function<void()> beforePress;
+    /// The one whose key is down since its press was told.
+    std::string heldAction;
     std::deque<std::string> pressedActions;
     bool keyWasLost = false;
     /// When the waiting of this turn of the loop is over.

@@ -216,6 +216,7 @@ std::optional<std::vector<Result>> readResults(std::string_view text) {
                       .outcome = *became,
                       .asked = rectangle(member(each, "asked")),
                       .frame = rectangle(member(each, "frame")),
+                      .isForced = flag(each, "isForced"),
                       .pointer = std::nullopt};
         if (const auto place = numbers<2>(member(each, "pointer"))) {
             result.pointer = corvid::CGPoint{(*place)[0], (*place)[1]};

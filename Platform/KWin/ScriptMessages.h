@@ -61,6 +61,8 @@ struct Result {
     std::optional<corvid::CGRect> asked;
     /// The window's frame right after; it may not have taken the one that it was asked for yet.
     std::optional<corvid::CGRect> frame;
+    /// Whether KWin has given the window the frame without asking it; the window may still ask for another.
+    bool isForced = false;
     std::optional<corvid::CGPoint> pointer;
 };
 

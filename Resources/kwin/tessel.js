@@ -173,19 +173,24 @@ function follow(window) {
     });
 }
 
-// The size within what the window says that it can take. A Wayland window that refuses does not tell that it did.
+function isOfX11(window) {
+    return window.windowId !== undefined || /X11|Xwayland/.test(String(window));
+}
+
+// The size within what the window says that it can take: KWin would force an X11 window into any, and a Wayland window
+// does not tell that it refuses.
 function fitting(window, [width, height]) {
     const frame = window.frameGeometry;
-    const inner = window.clientGeometry || window.bufferGeometry || frame;
+    if (!window.resizeable) {
+        return [frame.width, frame.height];
+    }
+    // KWin 5 does not tell how thick the frame of an X11 window is.
+    const inner = window.clientGeometry || (isOfX11(window) ? frame : window.bufferGeometry);
     const limit = (wanted, smallest, largest, border) =>
         Math.max(Math.min(wanted, largest > 0 ? largest + border : wanted), smallest + border);
-    const border = {
-        width: Math.max(0, frame.width - inner.width),
-        height: Math.max(0, frame.height - inner.height)
-    };
     return [
-        limit(width, window.minSize.width, window.maxSize.width, border.width),
-        limit(height, window.minSize.height, window.maxSize.height, border.height)
+        limit(width, window.minSize.width, window.maxSize.width, Math.max(0, frame.width - inner.width)),
+        limit(height, window.minSize.height, window.maxSize.height, Math.max(0, frame.height - inner.height))
     ];
 }
 
@@ -206,6 +211,7 @@ const actions = {
             window.frameGeometry = {x, y, width, height};
             result.outcome = "done";
             result.asked = [x, y, width, height];
+            result.isForced = isOfX11(window);
             result.frame = rectangle(window.frameGeometry);
         }
     },

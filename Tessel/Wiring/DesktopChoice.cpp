@@ -1,10 +1,16 @@
 #include "Tessel/Wiring/DesktopChoice.h"
 
+#include "Platform/KWin/Desktop.h"
+#include "Platform/Linux/ProgramFolder.h"
+#include "Platform/Localization.h"
+#include "Platform/Platform.h"
 #include "Platform/X11/Desktop.h"
 #include "Tessel/Wiring/UnsupportedDesktop.h"
+#include "TesselCore/WindowAction.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 namespace tessel {
 
@@ -53,6 +59,22 @@ Opened openX11(MainLoop& mainLoop, const SessionFacts& /*facts*/) {
     return platform::x11::Desktop::open(mainLoop);
 }
 
+/// What the user reads of a shortcut in the system's settings.
+std::string titleOf(std::uint32_t keyCode, std::uint32_t modifiers) {
+    const corvid::Shortcut wanted{.keyCode = keyCode, .modifiers = modifiers};
+    for (const auto& [action, shortcut] : WindowAction::shortcuts()) {
+        if (shortcut == wanted) {
+            return platform::current().localization.text("Tessel", action.title());
+        }
+    }
+    return wanted.displayString();
+}
+
+Opened openKWin(MainLoop& mainLoop, const SessionFacts& /*facts*/) {
+    const auto script = platform::linux::programFolder() / TESSEL_DATA_FOLDER / "kwin/tessel.js";
+    return std::make_unique<platform::kwin::Desktop>(mainLoop, script, titleOf);
+}
+
 Opened openUnsupported(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/) {
     return std::make_unique<UnsupportedDesktop>();
 }
@@ -66,7 +88,7 @@ constexpr std::array<Candidate, 7> candidates{{
     {DesktopKind::sway, isSway, nullptr},
     // An X11 desktop like others, as far as windows go that i3 does not tile.
     {DesktopKind::i3, isI3, openX11},
-    {DesktopKind::kwin, isKWin, nullptr},
+    {DesktopKind::kwin, isKWin, openKWin},
     {DesktopKind::gnomeShell, isGnomeShell, nullptr},
     {DesktopKind::x11, isX11, openX11},
     {DesktopKind::unsupported, [](const SessionFacts& facts) { return facts.isWayland(); }, openUnsupported},

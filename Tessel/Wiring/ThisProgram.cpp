@@ -25,10 +25,6 @@ std::filesystem::path iconFolder() {
     return platform::linux::programFolder() / TESSEL_ICON_FOLDER;
 }
 
-std::filesystem::path kwinScript() {
-    return platform::linux::programFolder() / TESSEL_DATA_FOLDER / "kwin/tessel.js";
-}
-
 std::filesystem::path menuPlugin() {
     constexpr const char* file = "tessel-menu.so";
     const std::filesystem::path beside = platform::linux::programFolder() / file;

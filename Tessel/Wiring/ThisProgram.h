@@ -15,9 +15,6 @@ namespace tessel {
 /// Where the icons of this program are.
 [[nodiscard]] std::filesystem::path iconFolder();
 
-/// What this program has KWin run.
-[[nodiscard]] std::filesystem::path kwinScript();
-
 /// The interface's plugin: where it is installed, or beside the program in a build tree.
 [[nodiscard]] std::filesystem::path menuPlugin();
 

@@ -25,7 +25,7 @@ SCREENS = (Rect(0, 0, WIDTH, HEIGHT), Rect(WIDTH, 0, WIDTH, HEIGHT))
 # The keys by their places, as evdev numbers them.
 KEYS = {
     "Control": 29, "Alt": 56, "Left": 105, "Right": 106, "Up": 103, "Down": 108, "C": 46, "D": 32, "Escape": 1,
-    "CapsLock": 58, "NumLock": 69,
+    "CapsLock": 58, "NumLock": 69, "N": 49,
 }
 SHORTCUTS = {
     "leftHalf": "Left", "rightHalf": "Right", "center": "C", "maximize": "Up", "almostMaximize": "D",
@@ -158,14 +158,15 @@ class Eyes:
     def active(self) -> str | None:
         return next((each.id for each in self.windows() if each.is_active), None)
 
-    def place(self, window: str, frame: Rect) -> None:
-        """Puts a window there as its user might, and waits until it is."""
+    def place(self, window: str, frame: Rect, settles=lambda size: size) -> None:
+        """Puts a window there as its user might, and waits until it is, with the size that it settles on."""
         self.windows(
             f'find("{window}").setMaximize(false, false);'
             f' find("{window}").frameGeometry = {{x: {frame.x}, y: {frame.y}, width: {frame.width},'
             f' height: {frame.height}}};'
         )
-        until_equal(lambda: self.frame(window), frame, "the window's frame")
+        settled = Rect(frame.x, frame.y, *settles(frame.size))
+        until_equal(lambda: self.frame(window), settled, "the window's frame")
 
     def activate(self, window: str) -> None:
         self.windows(f'six ? workspace.activeWindow = find("{window}") : workspace.activeClient = find("{window}");')
@@ -176,6 +177,7 @@ class FakeKeyboard:
     """Keys that KWin itself takes for pressed."""
 
     def __init__(self, session: Session):
+        self.session = session
         program = os.environ.get("TESSEL_FAKE_INPUT")
         if not program:
             raise Skipped("built without libwayland-dev, libwayland-bin and plasma-wayland-protocols")
@@ -204,6 +206,9 @@ class FakeKeyboard:
     def press(self, action: str) -> None:
         self.chord("Control", "Alt", SHORTCUTS[action])
 
+    def close(self) -> None:
+        self.session.processes.end(self.process)
+
     def point(self, x: float, y: float) -> None:
         self._do(f"point {x} {y}")
 
@@ -212,6 +217,7 @@ class FakeKeyboard:
 class Client:
     process: object
     window: str
+    log: str
 
 
 class KWinDesktop:
@@ -283,10 +289,15 @@ class KWinDesktop:
         self.session.processes.end(self.kwin)
         self.kwin = None
 
+    def renew_keyboard(self) -> None:
+        """After another KWin was started."""
+        self.keyboard = FakeKeyboard(self.session)
+
     # Applications
 
     def start(self, *command: str, package: str = "", environment: dict[str, str] | None = None):
-        require(command[0], package or command[0])
+        if not command[0].startswith("/"):
+            require(command[0], package or command[0])
         return self.session.start(list(command), Path(command[0]).name, environment)
 
     def wait_for(self, process, seconds: float = 20.0) -> Client:
@@ -295,7 +306,7 @@ class KWinDesktop:
             return self.eyes.of_process(process.pid)
 
         windows = until(appeared, "its window", seconds, self.eyes.windows)
-        return Client(process, windows[0].id)
+        return Client(process, windows[0].id, Path(process.args[0]).name)
 
     def open(self, *command: str, package: str = "", environment: dict[str, str] | None = None) -> Client:
         """Starts an application and brings its window to the front."""
@@ -334,6 +345,15 @@ class KWinDesktop:
         except GLib.Error:
             return []
         return sorted(info[1] for info in infos if any(info[6]))
+
+    def shortcut_settings(self) -> str:
+        """What is kept of everybody's shortcuts, after KGlobalAccel has written it."""
+        file = self.session.home / ".config/kglobalshortcutsrc"
+        marker = ["org.example.Marker", "marker", "A marker", "A marker"]
+        self.bus.call(ACCEL, "doRegister", "(as)", marker)
+        self.bus.call(ACCEL, "setShortcutKeys", "(asa(ai)u)", marker, [([0x1C000041, 0, 0, 0],)], 6)
+        until(lambda: file.exists() and marker[0] in file.read_text(), "the shortcuts to be written", 10.0)
+        return file.read_text()
 
     def has_our_script(self) -> bool:
         return self.bus.call(KWIN, "isScriptLoaded", "(s)", OUR_SCRIPT)[0]

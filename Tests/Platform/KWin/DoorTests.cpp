@@ -182,6 +182,14 @@ TEST_F(DoorTest, AWindowThatTakesAnotherSizeHasComeToRestWhenNothingChangesAnyMo
     EXPECT_EQ(count("answer [{"), 1);
 }
 
+TEST_F(DoorTest, AWindowThatWasForcedMayAskForAnotherSize) {
+    onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {0, 30, 800, 870}}, {"isForced", true}},
+            [&](FakeKWin::Script& script) { script.tell(told(windowAt({{0, 30}, {796, 866}}))); });
+    open();
+    EXPECT_EQ(door->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
+    EXPECT_EQ(table.find(editor)->frame, (CGRect{{0, 30}, {796, 866}}));
+}
+
 TEST_F(DoorTest, AWindowThatMovedAwayWithItsSizeIsPutBackOnce) {
     open();
     kwin->run([&] {

@@ -218,13 +218,13 @@ int FakeKWin::setKeys(sd_bus_message* call) {
     return sd_bus_reply_method_return(call, "a(ai)", 1, 4, key, 0, 0, 0);
 }
 
-void FakeKWin::press(int key) {
+void FakeKWin::press(int key, int repeats) {
     run([&] {
         for (const auto& [action, held] : keys()) {
-            if (held == key) {
-                sd_bus_emit_signal(bus, "/component/org_corvid_Tessel", "org.kde.kglobalaccel.Component",
-                                   "globalShortcutPressed", "ssx", "org.corvid.Tessel", action.c_str(),
-                                   std::int64_t{0});
+            for (int count = 0; held == key && count <= repeats + 1; ++count) {
+                const char* signal = count <= repeats ? "globalShortcutPressed" : "globalShortcutReleased";
+                sd_bus_emit_signal(bus, "/component/org_corvid_Tessel", "org.kde.kglobalaccel.Component", signal, "ssx",
+                                   "org.corvid.Tessel", action.c_str(), std::int64_t{0});
             }
         }
     });

@@ -60,8 +60,8 @@ public:
 
     /// The script that runs; null while none does. On the fake's thread.
     Script* script = nullptr;
-    /// Sends the press of a key with this Qt number, if somebody has it.
-    void press(int key);
+    /// Tells of the press of a key with this Qt number, if somebody has it, of its repeats and of its release.
+    void press(int key, int repeats = 0);
 
     /// What it was asked for, in order: "load", "start", "unload", "unregister …".
     [[nodiscard]] std::vector<std::string> history();

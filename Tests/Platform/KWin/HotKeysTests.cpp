@@ -85,6 +85,16 @@ TEST_F(HotKeysTest, EachPressIsToldOnceWithItsName) {
     EXPECT_EQ(turns, 3);
 }
 
+TEST_F(HotKeysTest, AKeyThatIsHeldIsOnePress) {
+    ASSERT_EQ(add(left, 1).status, noErr);
+    ASSERT_EQ(add(letterC, 2).status, noErr);
+    kwin->press(ctrlAltLeft, 20);
+    kwin->press(ctrlAltLeft, 20);
+    kwin->press(ctrlAltC);
+    ASSERT_TRUE(runUntil([&] { return !presses.empty() && presses.back() == 2; }));
+    EXPECT_THAT(presses, ElementsAre(1, 1, 2));
+}
+
 TEST_F(HotKeysTest, AKeyOfAnotherProgramIsRefusedAndLeavesNoTrace) {
     kwin->takenKeys = {ctrlAltLeft};
     const auto refused = add(left, 1);
