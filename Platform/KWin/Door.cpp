@@ -15,6 +15,9 @@ namespace {
 /// A window that takes another size than it was asked for may pass through a third one; it has come to rest when
 /// nothing has changed for so long.
 constexpr std::chrono::milliseconds calm{40};
+/// An X11 window that counts its size in characters asks for a whole number of them after it was forced into another
+/// size. KWin does not tell of that wish beforehand.
+constexpr std::chrono::milliseconds timeToObject{120};
 
 constexpr std::chrono::milliseconds pointerPatience{100};
 
@@ -108,7 +111,7 @@ AXError Door::settle(Instant deadline) {
         }
         const auto former = placement->lastChange;
         const bool isResting = isThere || former;
-        const Instant rest = isResting ? std::min(deadline, former.value_or(begin) + calm) : deadline;
+        const Instant rest = isResting ? std::min(deadline, former ? *former + calm : begin + timeToObject) : deadline;
         const auto hasChanged = [&] { return placement->lastChange != former || !table.isOpen(); };
         if (!link.waitFor(hasChanged, rest)) {
             return isThere || (former && mainLoop.now() < deadline) ? AXError::success : AXError::cannotComplete;

@@ -23,7 +23,7 @@ constexpr const char* componentTitle = "Tessel";
 constexpr const char* componentPath = "/component/org_corvid_Tessel";
 
 constexpr const char* keyMatch = "type='signal',sender='org.kde.kglobalaccel',path='/component/org_corvid_Tessel',"
-                                   "interface='org.kde.kglobalaccel.Component'";
+                                 "interface='org.kde.kglobalaccel.Component'";
 
 /// All that is asked in one turn of the loop takes at most this.
 constexpr std::chrono::milliseconds turnTime{250};

@@ -23,6 +23,7 @@ constexpr std::size_t mostArrivals = 20'000;
 constexpr std::size_t mostCommands = 200;
 
 constexpr std::chrono::milliseconds leeway{10};
+constexpr std::chrono::milliseconds soonestRetry{100};
 
 } // namespace
 
@@ -146,6 +147,7 @@ void ScriptLink::act(News arrived) {
     if (std::holds_alternative<ScriptMessages::Opened>(arrived.news)) {
         dismiss();
         run = arrived.run;
+        failures = 0;
         commands.clear();
         awaitNextCall();
     }
@@ -179,7 +181,7 @@ void ScriptLink::act(const OwnerChanged& /*arrived*/) {
 
 void ScriptLink::act(const LoadFailed& /*arrived*/) {
     lose();
-    loadLater();
+    retryLater();
 }
 
 void ScriptLink::load() {
@@ -188,16 +190,21 @@ void ScriptLink::load() {
         return;
     }
     if (!hasName) {
-        loadLater();
+        retryLater();
         return;
     }
     loader.load(bus);
-    // What does not tell how things are by then has not been loaded.
-    loadLater();
+    loadLater(timing.loading);
 }
 
-void ScriptLink::loadLater() {
-    alarm = mainLoop.schedule(mainLoop.now() + timing.retry, timing.retry / 10, [this] {
+void ScriptLink::retryLater() {
+    constexpr unsigned mostDoublings = 8;
+    const Duration delay = soonestRetry * (1U << std::min(failures++, mostDoublings));
+    loadLater(std::min(delay, timing.retry));
+}
+
+void ScriptLink::loadLater(Duration delay) {
+    alarm = mainLoop.schedule(mainLoop.now() + delay, delay / 10, [this] {
         if (bus != nullptr && !hasName) {
             claimName();
         } else {

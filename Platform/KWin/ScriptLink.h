@@ -47,7 +47,9 @@ public:
         Duration keepAliveLeeway = std::chrono::seconds(4);
         /// How long the script takes at most until it calls again.
         Duration patience = std::chrono::seconds(2);
-        /// When to try again what failed.
+        /// How long the script takes at most to tell how things are, after it was to be loaded.
+        Duration loading = std::chrono::seconds(10);
+        /// When to try again what failed, at most; the first times sooner. KWin takes its name before it takes scripts.
         Duration retry = std::chrono::seconds(10);
         /// How long the end of this program waits for KWin.
         Duration farewell = std::chrono::milliseconds(500);
@@ -101,7 +103,8 @@ private:
 
     void claimName();
     void load();
-    void loadLater();
+    void loadLater(Duration delay);
+    void retryLater();
     void lose();
     void answer(const std::vector<std::string>& given);
     /// Answers the call that waits, if there is one, so that the script ends.
@@ -125,6 +128,7 @@ private:
     linux::OwnedMessage waiting;
     std::vector<std::string> commands;
     std::unique_ptr<ScheduledWork> alarm;
+    unsigned failures = 0;
     std::shared_ptr<ScriptLink*> self = std::make_shared<ScriptLink*>(this);
 };
 

@@ -158,7 +158,7 @@ def fullscreen_windows_refusing_windows_and_no_window_at_all(program):
         desktop.end(fixed)
         # One with a smallest size, asked for less: the smallest size, at its edge.
         editor = open_application(desktop, "mousepad")
-        desktop.eyes.look(f'find("{editor.window}").frameGeometry = {{x: 50, y: 60, width: 10, height: 10}};')
+        desktop.eyes.look(f'find("{editor.window}").frameGeometry = {{x: 50, y: 60, width: 10, height: 100}};')
         until(lambda: desktop.eyes.frame(editor.window)[:2] == (50, 60), "the window to be small")
         small = desktop.eyes.frame(editor.window)
         desktop.press(product, "center")

@@ -109,7 +109,7 @@ def it_works_with_the_kwin_that_comes_after(program):
         product.until_status("Waiting for permission", 15.0)
         desktop.start_kwin()
         desktop.renew_keyboard()
-        product.until_status("Active", 15.0)
+        product.until_status("Active", 20.0)
         assert len(desktop.held_keys()) == len(SHORTCUTS), desktop.held_keys()
         works(desktop, product, open_application(desktop, "mousepad").window)
 

@@ -77,7 +77,7 @@ def other_windows_are_left_alone(program):
         first = desktop.wait_for(desktop.start(*APPLICATIONS["mousepad"].command))
         is_placed(desktop, first, "maximize")
         desktop.eyes.activate(first.window)
-        desktop.keyboard.chord("Control", "N")
+        desktop.keyboard.chord("Control", "Shift", "N")
         second = until(
             lambda: [each.id for each in desktop.eyes.of_process(first.process.pid) if each.id != first.window],
             "a second window")

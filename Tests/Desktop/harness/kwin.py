@@ -25,7 +25,7 @@ SCREENS = (Rect(0, 0, WIDTH, HEIGHT), Rect(WIDTH, 0, WIDTH, HEIGHT))
 # The keys by their places, as evdev numbers them.
 KEYS = {
     "Control": 29, "Alt": 56, "Left": 105, "Right": 106, "Up": 103, "Down": 108, "C": 46, "D": 32, "Escape": 1,
-    "CapsLock": 58, "NumLock": 69, "N": 49,
+    "CapsLock": 58, "NumLock": 69, "N": 49, "Shift": 42,
 }
 SHORTCUTS = {
     "leftHalf": "Left", "rightHalf": "Right", "center": "C", "maximize": "Up", "almostMaximize": "D",

@@ -44,6 +44,7 @@ protected:
     static constexpr ScriptLink::Timing quick{.keepAlive = milliseconds(20),
                                               .keepAliveLeeway = milliseconds(1),
                                               .patience = milliseconds(60),
+                                              .loading = milliseconds(200),
                                               .retry = milliseconds(50),
                                               .farewell = milliseconds(500)};
 
