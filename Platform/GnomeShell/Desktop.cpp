@@ -14,13 +14,30 @@ std::vector<std::filesystem::path> dataFolders() {
     return {folders.begin(), folders.end()};
 }
 
+AccessRequirement requirementOf(Extension::State state) {
+    switch (state) {
+    case Extension::State::switchedOff:
+        return AccessRequirement::extensionSwitchedOn;
+    case Extension::State::notLoaded:
+        return AccessRequirement::extensionLoaded;
+    case Extension::State::refused:
+        return AccessRequirement::extensionAccepted;
+    case Extension::State::unknown:
+    case Extension::State::working:
+        break;
+    }
+    return AccessRequirement::compositor;
+}
+
 } // namespace
 
 Ground::Ground(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder)
     : bus(mainLoop)
     , link(mainLoop, bus)
     , extension(mainLoop, link, ExtensionFiles(extensionFolder, dataFolders()))
-    , door(link, table, [this] { extension.switchOn(); }) {
+    , door(link, table,
+           {.show = [this] { extension.switchOn(); },
+            .requirement = [this] { return requirementOf(extension.state()); }}) {
 }
 
 Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)

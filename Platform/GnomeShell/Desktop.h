@@ -48,9 +48,6 @@ public:
 
     [[nodiscard]] std::string hindrance() override;
 
-    /// What of it is in the way, where `hindrance` says that something is.
-    [[nodiscard]] Extension::State extensionState() const { return extension.state(); }
-
 private:
     [[nodiscard]] bool isTrusted() override { return !hotKeys.takeLoss() && compositor::Desktop::isTrusted(); }
 

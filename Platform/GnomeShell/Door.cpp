@@ -51,11 +51,11 @@ std::optional<std::uint64_t> windowOf(sd_bus_message* message) {
 
 } // namespace
 
-Door::Door(ShellLink& link, compositor::WindowTable& table, std::function<void()> showTheWay)
+Door::Door(ShellLink& link, compositor::WindowTable& table, Way way)
     : Listener(link)
     , link(link)
     , table(table)
-    , showTheWay(std::move(showTheWay)) {
+    , way(std::move(way)) {
 }
 
 void Door::refresh(Instant deadline) {

@@ -15,12 +15,22 @@ namespace platform::gnomeshell {
 /// of the rectangle around all monitors.
 class Door final : public compositor::Door, private ShellLink::Listener {
 public:
-    /// `showTheWay` is what `prompt` does. Link and table must outlive the door.
-    Door(ShellLink& link, compositor::WindowTable& table, std::function<void()> showTheWay);
+    /// What is done about a closed door, and what it takes to open it. Neither may be empty.
+    struct Way {
+        std::function<void()> show;
+        std::function<AccessRequirement()> requirement;
+    };
+
+    /// Link and table must outlive the door.
+    Door(ShellLink& link, compositor::WindowTable& table, Way way);
 
     void refresh(Instant deadline) override;
     AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
-    void prompt() override { showTheWay(); }
+
+    void prompt() override { way.show(); }
+
+    [[nodiscard]] AccessRequirement requirement() const override { return way.requirement(); }
+
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override;
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
 
@@ -34,7 +44,7 @@ private:
 
     ShellLink& link;
     compositor::WindowTable& table;
-    std::function<void()> showTheWay;
+    Way way;
     /// Whatever has the keyboard, a window of the table or not.
     std::optional<compositor::WindowIdentifier> focused;
     bool areFramesStale = false;

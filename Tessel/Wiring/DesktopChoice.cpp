@@ -1,12 +1,17 @@
 #include "Tessel/Wiring/DesktopChoice.h"
 
 #include "Platform/GnomeShell/Desktop.h"
+#include "Platform/KWin/Desktop.h"
+#include "Platform/Localization.h"
+#include "Platform/Platform.h"
 #include "Platform/Sway/Desktop.h"
 #include "Platform/X11/Desktop.h"
 #include "Tessel/Wiring/UnsupportedDesktop.h"
+#include "TesselCore/WindowAction.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 namespace tessel {
 
@@ -19,7 +24,6 @@ using Opened = std::expected<std::unique_ptr<platform::linux::Desktop>, std::str
 struct Candidate {
     DesktopKind kind;
     bool (*isThere)(const SessionFacts& facts);
-    /// Null where we have no way to it yet.
     Opened (*open)(MainLoop& mainLoop, const SessionFacts& facts, const ProgramFolders& folders);
 };
 
@@ -55,6 +59,21 @@ Opened openX11(MainLoop& mainLoop, const SessionFacts& /*facts*/, const ProgramF
     return platform::x11::Desktop::open(mainLoop);
 }
 
+/// What the user reads of a shortcut in the system's settings.
+std::string titleOf(std::uint32_t keyCode, std::uint32_t modifiers) {
+    const corvid::Shortcut wanted{.keyCode = keyCode, .modifiers = modifiers};
+    for (const auto& [action, shortcut] : WindowAction::shortcuts()) {
+        if (shortcut == wanted) {
+            return platform::current().localization.text("Tessel", action.title());
+        }
+    }
+    return wanted.displayString();
+}
+
+Opened openKWin(MainLoop& mainLoop, const SessionFacts& /*facts*/, const ProgramFolders& folders) {
+    return std::make_unique<platform::kwin::Desktop>(mainLoop, folders.kwinScript, titleOf);
+}
+
 Opened openGnomeShell(MainLoop& mainLoop, const SessionFacts& /*facts*/, const ProgramFolders& folders) {
     using platform::gnomeshell::Desktop;
     return std::make_unique<Desktop>(mainLoop,
@@ -73,12 +92,12 @@ Opened openNothing(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/, const 
     return std::unexpected("there is no desktop to work on (neither WAYLAND_DISPLAY nor DISPLAY is set)");
 }
 
-/// The first that is there is the one. A backend that comes to the program takes its place in the third column.
+/// The first that is there is the one.
 constexpr std::array<Candidate, 7> candidates{{
     {DesktopKind::sway, isSway, openSway},
     // An X11 desktop like others, as far as windows go that i3 does not tile.
     {DesktopKind::i3, isI3, openX11},
-    {DesktopKind::kwin, isKWin, nullptr},
+    {DesktopKind::kwin, isKWin, openKWin},
     {DesktopKind::gnomeShell, isGnomeShell, openGnomeShell},
     {DesktopKind::x11, isX11, openX11},
     {DesktopKind::unsupported, [](const SessionFacts& facts) { return facts.isWayland(); }, openUnsupported},
@@ -96,9 +115,7 @@ DesktopKind desktopKind(const SessionFacts& facts) {
 }
 
 Opened openDesktop(MainLoop& mainLoop, const SessionFacts& facts, const ProgramFolders& folders) {
-    const Candidate& candidate = candidateFor(facts);
-    return candidate.open == nullptr ? openUnsupported(mainLoop, facts, folders)
-                                     : candidate.open(mainLoop, facts, folders);
+    return candidateFor(facts).open(mainLoop, facts, folders);
 }
 
 } // namespace tessel

@@ -17,6 +17,8 @@ struct ProgramFolders {
     std::filesystem::path icons;
     /// The forms of the extension for GNOME Shell.
     std::filesystem::path shellExtension;
+    /// What runs inside KWin.
+    std::filesystem::path kwinScript;
 };
 
 enum class DesktopKind : std::uint8_t {

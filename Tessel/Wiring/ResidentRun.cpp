@@ -86,7 +86,8 @@ int runResident() {
     platform::linux::DesktopEntryIdentification identification(entries);
     platform::linux::DesktopEntryCatalogue catalogue(entries);
     const auto opened =
-        openDesktop(mainLoop, session, {.icons = iconFolder(), .shellExtension = shellExtensionFolder()});
+        openDesktop(mainLoop, session,
+                    {.icons = iconFolder(), .shellExtension = shellExtensionFolder(), .kwinScript = kwinScript()});
     if (!opened) {
         platform::linux::logToStandardError(opened.error());
         return EXIT_FAILURE;

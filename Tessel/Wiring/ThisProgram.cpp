@@ -26,7 +26,11 @@ std::filesystem::path iconFolder() {
 }
 
 std::filesystem::path shellExtensionFolder() {
-    return platform::linux::programFolder() / TESSEL_SHELL_EXTENSION_FOLDER;
+    return platform::linux::programFolder() / TESSEL_DATA_FOLDER / "gnome-shell";
+}
+
+std::filesystem::path kwinScript() {
+    return platform::linux::programFolder() / TESSEL_DATA_FOLDER / "kwin/tessel.js";
 }
 
 std::filesystem::path menuPlugin() {

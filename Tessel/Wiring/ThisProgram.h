@@ -18,6 +18,9 @@ namespace tessel {
 /// Where the forms of the extension for GNOME Shell are.
 [[nodiscard]] std::filesystem::path shellExtensionFolder();
 
+/// What runs inside KWin.
+[[nodiscard]] std::filesystem::path kwinScript();
+
 /// The interface's plugin: where it is installed, or beside the program in a build tree.
 [[nodiscard]] std::filesystem::path menuPlugin();
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <string_view>
@@ -116,6 +117,11 @@ void SessionBus::await(Instant deadline, const std::function<bool()>& condition)
             return;
         }
     }
+}
+
+bool SessionBus::awaitArrival(Instant deadline) {
+    await(deadline, [this] { return isConnected; });
+    return isConnected;
 }
 
 void SessionBus::connectLater() {

@@ -54,6 +54,10 @@ public:
     /// meanwhile. Not while it is being dealt with.
     void await(Instant deadline, const std::function<bool()>& condition);
 
+    /// Waits until the bus is there and its listeners know, or until the deadline; gives whether it is. For programs
+    /// that have nothing to begin with without it; nothing else of the loop is served meanwhile.
+    bool awaitArrival(Instant deadline);
+
 private:
     static int connected(sd_bus_message* message, void* data, sd_bus_error* error);
     static int disconnected(sd_bus_message* message, void* data, sd_bus_error* error);

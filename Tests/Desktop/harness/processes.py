@@ -38,11 +38,11 @@ class Processes:
         with open(self.logs / f"{log}.log", "ab") as output:
             options.setdefault("stdout", output)
             options.setdefault("stderr", output)
+            options.setdefault("stdin", subprocess.DEVNULL)
             try:
                 process = subprocess.Popen(
                     command,
                     env={**environment, MARK: self.mark},
-                    stdin=subprocess.DEVNULL,
                     start_new_session=True,
                     preexec_fn=_die_with_parent,
                     **options,

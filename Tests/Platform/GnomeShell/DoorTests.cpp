@@ -32,7 +32,8 @@ protected:
 
     compositor::WindowTable table;
     int prompts = 0;
-    Door door{*link, table, [this] { ++prompts; }};
+    Door door{
+        *link, table, {.show = [this] { ++prompts; }, .requirement = [] { return AccessRequirement::compositor; }}};
 };
 
 TEST_F(ADoorToTheShell, FillsTheTableWhenItOpens) {

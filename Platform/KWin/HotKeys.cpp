@@ -1,0 +1,299 @@
+#include "Platform/KWin/HotKeys.h"
+
+#include "Platform/KWin/QtKeys.h"
+
+#include <algorithm>
+#include <chrono>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace platform::kwin {
+
+namespace {
+
+constexpr const char* accelName = "org.kde.kglobalaccel";
+constexpr const char* accelPath = "/kglobalaccel";
+constexpr const char* accelInterface = "org.kde.KGlobalAccel";
+constexpr const char* componentInterface = "org.kde.kglobalaccel.Component";
+
+// Under these the program stands in the system's settings.
+constexpr const char* component = "org.corvid.Tessel";
+constexpr const char* componentTitle = "Tessel";
+constexpr const char* componentPath = "/component/org_corvid_Tessel";
+
+constexpr const char* keyMatch = "type='signal',sender='org.kde.kglobalaccel',path='/component/org_corvid_Tessel',"
+                                 "interface='org.kde.kglobalaccel.Component'";
+
+/// All that is asked in one turn of the loop takes at most this.
+constexpr std::chrono::milliseconds turnTime{250};
+/// No more presses than this wait to be acted on.
+constexpr std::size_t mostPresses = 64;
+
+/// KGlobalAccel::SetPresent and NoAutoloading: it is in use, and the key given here counts.
+constexpr std::uint32_t registerFlags = 2U | 4U;
+
+/// A press that found its hot key.
+class Press final : public HotKeyEvent {
+public:
+    explicit Press(EventHotKeyID name)
+        : name(name) {}
+
+    [[nodiscard]] std::expected<EventHotKeyID, OSStatus> directObject() const override { return name; }
+
+private:
+    EventHotKeyID name;
+};
+
+/// Whether a match was taken: without a callback the library would take a refusal as the end of the connection.
+int ignoreAnswer(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) {
+    return 0;
+}
+
+/// The four texts that name an action.
+int appendAction(sd_bus_message* message, const std::string& action, const std::string& title) {
+    return sd_bus_message_append(message, "as", 4, component, action.c_str(), componentTitle, title.c_str());
+}
+
+/// The first key of the first sequence in an a(ai); zero where there is none.
+std::int32_t firstKey(sd_bus_message* message) {
+    std::int32_t key = 0;
+    if (sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "(ai)") <= 0 ||
+        sd_bus_message_enter_container(message, SD_BUS_TYPE_STRUCT, "ai") <= 0 ||
+        sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "i") <= 0 ||
+        sd_bus_message_read(message, "i", &key) <= 0) {
+        return 0;
+    }
+    return key;
+}
+
+} // namespace
+
+HotKeys::HotKeys(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Naming naming)
+    : Listener(sessionBus)
+    , mainLoop(mainLoop)
+    , naming(std::move(naming))
+    , owner(accelName, [this] { ownerChanged(); }) {
+}
+
+HotKeys::~HotKeys() {
+    for (const auto& [reference, registered] : registrations) {
+        giveBack(registered.action);
+    }
+    // Waited for, behind all that was given back: when this program has ended, the keys are free.
+    turnEnd = mainLoop.now() + turnTime;
+    static_cast<void>(
+        call(componentPath, componentInterface, "cleanUp", [](sd_bus_message* /*message*/) { return 0; }));
+}
+
+OSStatus HotKeys::installHandler(HotKeyEventHandler newHandler, void* userData) {
+    handler = newHandler;
+    handlerData = userData;
+    return noErr;
+}
+
+HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID name) {
+    const auto key = qtKey(keyCode, modifiers);
+    if (!key) {
+        return {.status = eventHotKeyInvalidErr, .reference = std::nullopt};
+    }
+    const bool isOurs = std::ranges::any_of(registrations, [&](const auto& entry) { return entry.second.key == *key; });
+    if (isOurs) {
+        return {.status = eventHotKeyExistsErr, .reference = std::nullopt};
+    }
+    clearLeftovers();
+    const Registered registered{.action = "hot-key-" + std::to_string(keyCode) + "-" + std::to_string(modifiers),
+                                .title = naming(keyCode, modifiers),
+                                .key = *key,
+                                .name = name};
+    const OSStatus status = establish(registered);
+    if (status != noErr) {
+        giveBack(registered.action);
+        return {.status = status, .reference = std::nullopt};
+    }
+    registrations.emplace(++lastReference, registered);
+    return {.status = noErr, .reference = EventHotKeyRef{lastReference}};
+}
+
+void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
+    const auto found = registrations.find(reference.value);
+    if (found != registrations.end()) {
+        giveBack(found->second.action);
+        registrations.erase(found);
+    }
+}
+
+bool HotKeys::takeLoss() {
+    return std::exchange(keyWasLost, false);
+}
+
+void HotKeys::busArrived(sd_bus* arrived) {
+    bus = arrived;
+    sd_bus_slot* slot = nullptr;
+    sd_bus_add_match_async(bus, &slot, keyMatch, &HotKeys::keySignalled, &ignoreAnswer, this);
+    keySignals.reset(slot);
+    owner.follow(bus);
+}
+
+void HotKeys::busLeft() {
+    bus = nullptr;
+    keySignals.reset();
+    owner.forget();
+    // Whoever is there next knows nothing of our keys, whatever it is called.
+    server = "-";
+}
+
+void HotKeys::ownerChanged() {
+    heldAction.clear();
+    if (owner.owner().empty() || owner.owner() == server) {
+        return;
+    }
+    const bool isAnother = !std::exchange(server, owner.owner()).empty();
+    if (isAnother) {
+        areLeftoversCleared = false;
+        mainLoop.post([keys = std::weak_ptr(self)] {
+            if (const auto alive = keys.lock()) {
+                (*alive)->renew();
+            }
+        });
+    }
+}
+
+void HotKeys::renew() {
+    if (bus == nullptr) {
+        return;
+    }
+    for (const auto& [reference, registered] : registrations) {
+        if (establish(registered) != noErr) {
+            giveBack(registered.action);
+            keyWasLost = true;
+        }
+    }
+}
+
+int HotKeys::keySignalled(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
+    auto& self = *static_cast<HotKeys*>(data);
+    const char* keyComponent = nullptr;
+    const char* action = nullptr;
+    if (!self.owner.sent(signal) || sd_bus_message_read(signal, "ss", &keyComponent, &action) <= 0 ||
+        std::string_view(keyComponent) != component) {
+        return 0;
+    }
+    if (sd_bus_message_is_signal(signal, componentInterface, "globalShortcutPressed") > 0) {
+        self.keyPressed(action);
+    } else if (sd_bus_message_is_signal(signal, componentInterface, "globalShortcutReleased") > 0) {
+        self.heldAction.clear();
+    }
+    return 0;
+}
+
+void HotKeys::keyPressed(const char* action) {
+    // A key that is held repeats its press without a release between.
+    if (std::exchange(heldAction, action) == action || pressedActions.size() >= mostPresses) {
+        return;
+    }
+    pressedActions.emplace_back(action);
+    mainLoop.post([keys = std::weak_ptr(self)] {
+        if (const auto alive = keys.lock()) {
+            (*alive)->actOnPresses();
+        }
+    });
+}
+
+void HotKeys::actOnPresses() {
+    if (pressedActions.empty()) {
+        return;
+    }
+    const std::string action = std::move(pressedActions.front());
+    pressedActions.pop_front();
+    const auto found =
+        std::ranges::find_if(registrations, [&](const auto& entry) { return entry.second.action == action; });
+    if (found != registrations.end() && handler != nullptr) {
+        if (beforePress) {
+            beforePress();
+        }
+        const Press press(found->second.name);
+        handler(nullptr, &press, handlerData);
+    }
+}
+
+OSStatus HotKeys::establish(const Registered& registered) {
+    const linux::OwnedMessage known = call(accelPath, accelInterface, "doRegister", [&](sd_bus_message* message) {
+        return appendAction(message, registered.action, registered.title);
+    });
+    if (!known) {
+        return eventHotKeyInvalidErr;
+    }
+    const linux::OwnedMessage granted =
+        call(accelPath, accelInterface, "setShortcutKeys", [&](sd_bus_message* message) {
+            // One sequence of one key; a sequence has four places.
+            const int result = appendAction(message, registered.action, registered.title);
+            return result < 0 ? result
+                              : sd_bus_message_append(message, "a(ai)u", 1, 4, registered.key, 0, 0, 0, registerFlags);
+        });
+    if (!granted) {
+        return eventHotKeyInvalidErr;
+    }
+    // A key that another program has is left out of what was granted.
+    return firstKey(granted.get()) == registered.key ? noErr : eventHotKeyExistsErr;
+}
+
+void HotKeys::giveBack(const std::string& action) {
+    if (bus != nullptr) {
+        sd_bus_call_method_async(bus, nullptr, accelName, accelPath, accelInterface, "unregister", &ignoreAnswer,
+                                 nullptr, "ss", component, action.c_str());
+    }
+}
+
+void HotKeys::clearLeftovers() {
+    if (areLeftoversCleared) {
+        return;
+    }
+    areLeftoversCleared = true;
+    // A program that was killed could not give its keys back.
+    const linux::OwnedMessage names =
+        call(componentPath, componentInterface, "shortcutNames", [](sd_bus_message* /*message*/) { return 0; });
+    if (!names || sd_bus_message_enter_container(names.get(), SD_BUS_TYPE_ARRAY, "s") <= 0) {
+        return;
+    }
+    const char* action = nullptr;
+    while (sd_bus_message_read(names.get(), "s", &action) > 0) {
+        const bool isHeld =
+            std::ranges::any_of(registrations, [&](const auto& entry) { return entry.second.action == action; });
+        if (!isHeld) {
+            giveBack(action);
+        }
+    }
+}
+
+linux::OwnedMessage HotKeys::call(const char* path, const char* interface, const char* method,
+                                  const std::function<int(sd_bus_message*)>& append) {
+    const Duration left = patience();
+    sd_bus_message* raw = nullptr;
+    if (bus == nullptr || left <= Duration::zero() ||
+        sd_bus_message_new_method_call(bus, &raw, accelName, path, interface, method) < 0) {
+        return nullptr;
+    }
+    const linux::OwnedMessage message(raw);
+    sd_bus_message* reply = nullptr;
+    const auto microseconds = std::chrono::ceil<std::chrono::microseconds>(left);
+    if (append(raw) < 0 ||
+        sd_bus_call(bus, raw, static_cast<std::uint64_t>(microseconds.count()), nullptr, &reply) < 0) {
+        return nullptr;
+    }
+    return linux::OwnedMessage(reply);
+}
+
+Duration HotKeys::patience() {
+    if (!turnEnd) {
+        turnEnd = mainLoop.now() + turnTime;
+        mainLoop.post([keys = std::weak_ptr(self)] {
+            if (const auto alive = keys.lock()) {
+                (*alive)->turnEnd.reset();
+            }
+        });
+    }
+    return *turnEnd - mainLoop.now();
+}
+
+} // namespace platform::kwin

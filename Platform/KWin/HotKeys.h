@@ -1,0 +1,93 @@
+#pragma once
+
+#include "Platform/HotKeyEvents.h"
+#include "Platform/KWin/NameOwner.h"
+#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/MainLoop.h"
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace platform::kwin {
+
+/// Global hot keys through KGlobalAccel (org.kde.KGlobalAccel), which KWin holds on Wayland and a program of its own on
+/// X11. The keys stand in the system's settings under the program's name while they are registered, and are taken out
+/// of there again: after the program has ended nothing holds them.
+///
+/// KGlobalAccel knows letters, not places: a key is what an American layout has at its place. Main thread only.
+class HotKeys final : public HotKeyEvents, private linux::SessionBus::Listener {
+public:
+    /// What the user reads in the system's settings beside a combination (Carbon key code and modifiers).
+    using Naming = std::function<std::string(std::uint32_t keyCode, std::uint32_t modifiers)>;
+
+    /// Everything has to outlive this. Registering waits for the bus's answers.
+    HotKeys(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Naming naming);
+    /// Gives all keys back.
+    ~HotKeys() override;
+
+    OSStatus installHandler(HotKeyEventHandler handler, void* userData) override;
+    [[nodiscard]] Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
+                                              EventHotKeyID name) override;
+    void unregisterHotKey(EventHotKeyRef reference) override;
+
+    /// What is to be done before the handler is told of a press. Each press has a time of its own.
+    void setBeforePress(std::function<void()> work) { beforePress = std::move(work); }
+
+    /// Whether a key was lost since this was last asked: held by somebody else when KGlobalAccel was started anew.
+    [[nodiscard]] bool takeLoss();
+
+private:
+    struct Registered {
+        /// What KGlobalAccel calls it.
+        std::string action;
+        std::string title;
+        std::int32_t key = 0;
+        EventHotKeyID name;
+    };
+
+    void busArrived(sd_bus* arrived) override;
+    void busLeft() override;
+
+    static int keySignalled(sd_bus_message* signal, void* data, sd_bus_error* error);
+
+    void keyPressed(const char* action);
+    void ownerChanged();
+    void renew();
+    void actOnPresses();
+
+    [[nodiscard]] OSStatus establish(const Registered& registered);
+    void giveBack(const std::string& action);
+    void clearLeftovers();
+    [[nodiscard]] linux::OwnedMessage call(const char* path, const char* interface, const char* method,
+                                           const std::function<int(sd_bus_message*)>& append);
+    [[nodiscard]] Duration patience();
+
+    linux::MainLoop& mainLoop;
+    Naming naming;
+    sd_bus* bus = nullptr;
+    NameOwner owner;
+    /// Whose keys ours are; empty while nobody's are.
+    std::string server;
+    bool areLeftoversCleared = false;
+    linux::OwnedSlot keySignals;
+    std::map<std::uint64_t, Registered> registrations;
+    std::uint64_t lastReference = 0;
+    HotKeyEventHandler handler = nullptr;
+    void* handlerData = nullptr;
+    std::function<void()> beforePress;
+    /// The one whose key is down since its press was told.
+    std::string heldAction;
+    std::deque<std::string> pressedActions;
+    bool keyWasLost = false;
+    /// When the waiting of this turn of the loop is over.
+    std::optional<Instant> turnEnd;
+    std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);
+};
+
+} // namespace platform::kwin

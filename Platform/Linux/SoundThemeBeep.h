@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Platform/Beep.h"
+#include "Platform/Linux/DetachedPrograms.h"
+
+namespace platform::linux {
+
+/// The sound theme's bell (Sound Naming Specification, "bell"), for desktops that have no bell of their own: played by
+/// the program that knows the user's theme and volume where it is installed, and otherwise by the sound server's own
+/// player. Silent where there is neither.
+class SoundThemeBeep final : public Beep {
+public:
+    /// The loop must outlive this.
+    explicit SoundThemeBeep(MainLoop& mainLoop)
+        : programs(mainLoop) {}
+
+    void beep() override;
+
+private:
+    DetachedPrograms programs;
+};
+
+} // namespace platform::linux

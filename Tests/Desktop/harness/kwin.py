@@ -1,0 +1,386 @@
+"""KWin on Wayland without a screen: its session, a keyboard that it takes for real, and eyes of our own in it."""
+
+import json
+import os
+import shutil
+import subprocess
+from dataclasses import dataclass
+from pathlib import Path
+
+from .product import Product
+from .rect import Rect
+from .session import Session
+from .skipping import Skipped, require
+from .waiting import until, until_equal
+
+try:
+    from gi.repository import Gio, GLib
+except ImportError:
+    Gio = None
+
+WIDTH, HEIGHT = 1600, 900
+# The two screens stand side by side.
+SCREENS = (Rect(0, 0, WIDTH, HEIGHT), Rect(WIDTH, 0, WIDTH, HEIGHT))
+
+# The keys by their places, as evdev numbers them.
+KEYS = {
+    "Control": 29, "Alt": 56, "Left": 105, "Right": 106, "Up": 103, "Down": 108, "C": 46, "D": 32, "Escape": 1,
+    "CapsLock": 58, "NumLock": 69, "N": 49, "Shift": 42,
+}
+SHORTCUTS = {
+    "leftHalf": "Left", "rightHalf": "Right", "center": "C", "maximize": "Up", "almostMaximize": "D",
+    "maximizeHeight": "Down",
+}
+
+KWIN = ("org.kde.KWin", "/Scripting", "org.kde.kwin.Scripting")
+ACCEL = ("org.kde.kglobalaccel", "/kglobalaccel", "org.kde.KGlobalAccel")
+COMPONENT = "org.corvid.Tessel"
+OUR_SCRIPT = "org.corvid.Tessel"
+
+EYES_NAME = "org.example.TesselEyes"
+EYES = Gio and Gio.DBusNodeInfo.new_for_xml(
+    f"<node><interface name='{EYES_NAME}'><method name='Saw'><arg type='s' direction='in'/></method></interface></node>"
+)
+# Run in KWin each time that something is to be seen, independently of the program's own script.
+LOOK = """
+const six = typeof workspace.windowList === "function";
+const windows = six ? workspace.windowList() : workspace.clientList();
+const active = six ? workspace.activeWindow : workspace.activeClient;
+function find(id) { return windows.find((each) => String(each.internalId) === id); }
+%s
+callDBus("org.example.TesselEyes", "/", "org.example.TesselEyes", "Saw", JSON.stringify({
+    pointer: workspace.cursorPos,
+    windows: windows.map((w) => ({
+        id: String(w.internalId), process: w.pid, title: String(w.caption), name: String(w.resourceClass),
+        x: w.frameGeometry.x, y: w.frameGeometry.y, width: w.frameGeometry.width, height: w.frameGeometry.height,
+        is_active: w === active, is_above: w.keepAbove, is_skipped: w.skipTaskbar && w.skipPager && w.skipSwitcher,
+        is_everywhere: w.onAllDesktops, is_bare: w.noBorder, is_full: w.fullScreen,
+        is_popup: w.popupWindow || w.dock || w.desktopWindow
+    }))
+}));
+"""
+
+
+@dataclass(frozen=True)
+class SeenWindow:
+    id: str
+    process: int
+    title: str
+    name: str
+    x: float
+    y: float
+    width: float
+    height: float
+    is_active: bool
+    is_above: bool
+    is_skipped: bool
+    is_everywhere: bool
+    is_bare: bool
+    is_full: bool
+    is_popup: bool
+
+    @property
+    def frame(self) -> Rect:
+        return Rect(*map(round, (self.x, self.y, self.width, self.height)))
+
+
+class Bus:
+    """The session's message bus, as somebody else on it."""
+
+    def __init__(self, address: str):
+        flags = Gio.DBusConnectionFlags
+        self.connection = Gio.DBusConnection.new_for_address_sync(
+            address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None
+        )
+
+    def call(self, place, method: str, signature: str = "()", *arguments):
+        name, path, interface = place
+        values = GLib.Variant(signature, arguments)
+        reply = self.connection.call_sync(
+            name, path, interface, method, values, None, Gio.DBusCallFlags.NO_AUTO_START, 5000, None
+        )
+        return reply.unpack()
+
+    def has_owner(self, name: str) -> bool:
+        bus = "org.freedesktop.DBus"
+        return self.call((bus, "/org/freedesktop/DBus", bus), "NameHasOwner", "(s)", name)[0]
+
+
+class Eyes:
+    """Sees what KWin has, by scripts that it runs for us."""
+
+    def __init__(self, bus: Bus, folder: Path):
+        self.bus = bus
+        self.folder = folder
+        self.count = 0
+        self.seen: list[str] = []
+        bus.connection.register_object("/", EYES.interfaces[0], self._saw, None, None)
+        bus.call(("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus"), "RequestName", "(su)",
+                 EYES_NAME, 0)
+
+    def _saw(self, _connection, _sender, _path, _interface, _method, values, invocation) -> None:
+        self.seen.append(values.unpack()[0])
+        invocation.return_value(None)
+
+    def look(self, first: str = "") -> dict:
+        """What there is, after KWin has done what `first` says in its scripts' language."""
+        self.count += 1
+        name = f"look-{self.count}"
+        file = self.folder / f"{name}.js"
+        file.write_text(LOOK % first)
+        self.seen.clear()
+        self.bus.call(KWIN, "loadScript", "(ss)", str(file), name)
+        self.bus.call(KWIN, "start")
+
+        def told() -> bool:
+            while GLib.MainContext.default().iteration(False):
+                pass
+            return bool(self.seen)
+
+        until(told, "KWin to run a script")
+        self.bus.call(KWIN, "unloadScript", "(s)", name)
+        return json.loads(self.seen[0])
+
+    def windows(self, first: str = "") -> list[SeenWindow]:
+        return [SeenWindow(**each) for each in self.look(first)["windows"]]
+
+    def of_process(self, process_id: int) -> list[SeenWindow]:
+        return [each for each in self.windows() if each.process == process_id and not each.is_popup]
+
+    def find(self, window: str) -> SeenWindow:
+        found = [each for each in self.windows() if each.id == window]
+        assert found, f"the window {window} is gone"
+        return found[0]
+
+    def frame(self, window: str) -> Rect:
+        return self.find(window).frame
+
+    def active(self) -> str | None:
+        return next((each.id for each in self.windows() if each.is_active), None)
+
+    def place(self, window: str, frame: Rect, settles=lambda size: size) -> None:
+        """Puts a window there as its user might, and waits until it is, with the size that it settles on."""
+        self.windows(
+            f'find("{window}").setMaximize(false, false);'
+            f' find("{window}").frameGeometry = {{x: {frame.x}, y: {frame.y}, width: {frame.width},'
+            f' height: {frame.height}}};'
+        )
+        settled = Rect(frame.x, frame.y, *settles(frame.size))
+        until_equal(lambda: self.frame(window), settled, "the window's frame")
+
+    def activate(self, window: str) -> None:
+        self.windows(f'six ? workspace.activeWindow = find("{window}") : workspace.activeClient = find("{window}");')
+        until_equal(self.active, window, "the active window")
+
+
+class FakeKeyboard:
+    """Keys that KWin itself takes for pressed."""
+
+    def __init__(self, session: Session):
+        self.session = session
+        program = os.environ.get("TESSEL_FAKE_INPUT")
+        if not program:
+            raise Skipped("built without libwayland-dev, libwayland-bin and plasma-wayland-protocols")
+        self.process = session.start(
+            [program], "keyboard", stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, bufsize=1
+        )
+
+    def _do(self, line: str) -> None:
+        self.process.stdin.write(line + "\n")
+        self.process.stdin.flush()
+        answer = self.process.stdout.readline()
+        assert answer == "done\n", f"the keyboard answered {answer!r} to {line}"
+
+    def hold(self, *keys: str) -> None:
+        for key in keys:
+            self._do(f"press {KEYS[key]}")
+
+    def release(self, *keys: str) -> None:
+        for key in reversed(keys):
+            self._do(f"release {KEYS[key]}")
+
+    def chord(self, *keys: str) -> None:
+        self.hold(*keys)
+        self.release(*keys)
+
+    def press(self, action: str) -> None:
+        self.chord("Control", "Alt", SHORTCUTS[action])
+
+    def close(self) -> None:
+        self.session.processes.end(self.process)
+
+    def point(self, x: float, y: float) -> None:
+        self._do(f"point {x} {y}")
+
+
+@dataclass
+class Client:
+    process: object
+    window: str
+    log: str
+
+
+class KWinDesktop:
+    """A session of KWin with two screens; applications and the program under test are started by the test."""
+
+    def __init__(self, program: Path, keyboard: bool = True):
+        if Gio is None:
+            raise Skipped("no module gi (Debian package python3-gi)")
+        require("kwin_wayland", "kwin-wayland")
+        require("Xwayland", "xwayland")
+        self.program = program
+        self.session = Session()
+        self.products: list[Product] = []
+        self.kwin = None
+        try:
+            self._enter_session()
+            self.start_kwin()
+            self.bus = Bus(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+            self.eyes = Eyes(self.bus, self.session.directory)
+            self.keyboard = FakeKeyboard(self.session) if keyboard else None
+        except BaseException:
+            self._close_session()
+            raise
+
+    def _enter_session(self) -> None:
+        environment = self.session.environment
+        environment |= {
+            "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true",
+            "KDE_SESSION_VERSION": "5", "QT_QPA_PLATFORM": "wayland", "GDK_BACKEND": "wayland", "KWIN_COMPOSE": "Q",
+            "WAYLAND_DISPLAY": "wayland-test",
+        }
+        address = f"unix:path={self.session.runtime}/bus"
+        self.session.processes.start(
+            ["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"], environment, "bus"
+        )
+        until((self.session.runtime / "bus").exists, "the session bus")
+        environment["DBUS_SESSION_BUS_ADDRESS"] = address
+
+    def start_kwin(self) -> None:
+        """Starts it and waits until it shows windows of both kinds."""
+        # The packaged file has a capability that a container may forbid; a copy has none.
+        binary = self.session.directory / "kwin_wayland"
+        if not binary.exists():
+            shutil.copyfile("/usr/bin/kwin_wayland", binary)
+            binary.chmod(0o755)
+        told = self.session.directory / "display"
+        told.unlink(missing_ok=True)
+        script = self.session.directory / "tell-display"
+        script.write_text(f'#!/bin/sh\necho "$DISPLAY" >{told}.new\nmv {told}.new {told}\nexec sleep infinity\n')
+        script.chmod(0o755)
+        environment = {name: value for name, value in self.session.environment.items()
+                       if name not in ("WAYLAND_DISPLAY", "DISPLAY", "QT_QPA_PLATFORM")}
+        # Keys may come from a client only where KWin is told not to ask who it is.
+        environment["KWIN_WAYLAND_NO_PERMISSION_CHECKS"] = "1"
+        self.kwin = self.session.processes.start(
+            [str(binary), "--virtual", "--width", str(WIDTH), "--height", str(HEIGHT), "--output-count", "2",
+             "--socket", self.session.environment["WAYLAND_DISPLAY"], "--xwayland", "--no-lockscreen", str(script)],
+            environment, "kwin",
+        )
+
+        def is_up() -> bool:
+            assert self.kwin.poll() is None, f"KWin ended with {self.kwin.returncode}"
+            return told.exists()
+
+        until(is_up, "KWin to start", 30.0)
+        self.session.environment["DISPLAY"] = told.read_text().strip()
+
+    def stop_kwin(self) -> None:
+        self.session.processes.end(self.kwin)
+        self.kwin = None
+
+    def renew_keyboard(self) -> None:
+        """After another KWin was started."""
+        self.keyboard = FakeKeyboard(self.session)
+
+    # Applications
+
+    def start(self, *command: str, package: str = "", environment: dict[str, str] | None = None):
+        if not command[0].startswith("/"):
+            require(command[0], package or command[0])
+        return self.session.start(list(command), Path(command[0]).name, environment)
+
+    def wait_for(self, process, seconds: float = 20.0) -> Client:
+        def appeared() -> list[SeenWindow]:
+            assert process.poll() is None, f"it ended with {process.returncode}"
+            return self.eyes.of_process(process.pid)
+
+        windows = until(appeared, "its window", seconds, self.eyes.windows)
+        return Client(process, windows[0].id, Path(process.args[0]).name)
+
+    def open(self, *command: str, package: str = "", environment: dict[str, str] | None = None) -> Client:
+        """Starts an application and brings its window to the front."""
+        client = self.wait_for(self.start(*command, package=package, environment=environment))
+        self.eyes.activate(client.window)
+        return client
+
+    def end(self, client: Client) -> None:
+        self.session.processes.end(client.process)
+        until(lambda: not self.eyes.of_process(client.process.pid), "its windows to be gone")
+
+    # The program under test
+
+    def launch(self, *options: str, status: str | None = "Active") -> Product:
+        product = Product(self.session, self.program, *options)
+        self.products.append(product)
+        product.until_ready()
+        if status:
+            product.until_status(status)
+        return product
+
+    def press(self, product: Product, action: str) -> None:
+        """Presses an action's shortcut; returns when program and KWin have dealt with it."""
+        self.keyboard.press(action)
+        self.eyes.look()
+        product.until_at_rest()
+
+    def holds_frame(self, window: str, frame: Rect, what: str, seconds: float = 3.0) -> None:
+        until_equal(lambda: self.eyes.frame(window), frame, what, seconds)
+
+    def held_keys(self) -> list[str]:
+        """The actions of the program that have a key, as KGlobalAccel tells them."""
+        try:
+            place = ("org.kde.kglobalaccel", "/component/org_corvid_Tessel", "org.kde.kglobalaccel.Component")
+            infos = self.bus.call(place, "allShortcutInfos")[0]
+        except GLib.Error:
+            return []
+        return sorted(info[1] for info in infos if any(info[6]))
+
+    def shortcut_settings(self) -> str:
+        """What is kept of everybody's shortcuts, after KGlobalAccel has written it."""
+        file = self.session.home / ".config/kglobalshortcutsrc"
+        marker = ["org.example.Marker", "marker", "A marker", "A marker"]
+        self.bus.call(ACCEL, "doRegister", "(as)", marker)
+        self.bus.call(ACCEL, "setShortcutKeys", "(asa(ai)u)", marker, [([0x1C000041, 0, 0, 0],)], 6)
+        until(lambda: file.exists() and marker[0] in file.read_text(), "the shortcuts to be written", 10.0)
+        return file.read_text()
+
+    def has_our_script(self) -> bool:
+        return self.bus.call(KWIN, "isScriptLoaded", "(s)", OUR_SCRIPT)[0]
+
+    # End
+
+    def __enter__(self) -> "KWinDesktop":
+        return self
+
+    def __exit__(self, kind, value, trace) -> None:
+        if kind is not None:
+            print(self.session.log_text())
+            for product in self.products:
+                print(f"--- statuses: {product.statuses}")
+        try:
+            if kind is None:
+                for product in self.products:
+                    if product.process.poll() is None:
+                        product.terminate()
+        finally:
+            for product in self.products:
+                product.close()
+            self._close_session()
+
+    def _close_session(self) -> None:
+        # Asked politely, it takes its X server and their files along.
+        if self.kwin is not None and self.kwin.poll() is None:
+            self.stop_kwin()
+        self.session.close()
+

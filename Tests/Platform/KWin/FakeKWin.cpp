@@ -1,0 +1,262 @@
+#include "FakeKWin.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <condition_variable>
+#include <utility>
+
+using platform::linux::CloseBus;
+using platform::linux::OwnedBus;
+using platform::linux::OwnedMessage;
+using platform::linux::OwnedSlot;
+
+namespace {
+
+constexpr const char* ours = "org.corvid.Tessel.KWin";
+constexpr const char* ourPath = "/org/corvid/Tessel/KWin";
+constexpr const char* ourInterface = "org.corvid.Tessel.KWin1";
+
+/// How soon the thread looks whether there is an errand, in microseconds.
+constexpr std::uint64_t errandInterval = 1000;
+
+} // namespace
+
+void FakeKWin::Script::tell(const std::string& news) {
+    ASSERT_GE(sd_bus_call_method_async(
+                  kwin.bus, nullptr, ours, ourPath, ourInterface, "Tell",
+                  [](sd_bus_message*, void*, sd_bus_error*) { return 0; }, nullptr, "ss", run.c_str(), news.c_str()),
+              0);
+}
+
+void FakeKWin::Script::next(const std::string& results) {
+    sd_bus_slot* slot = nullptr;
+    ASSERT_GE(sd_bus_call_method_async(kwin.bus, &slot, ours, ourPath, ourInterface, "Next", &Script::answered, this,
+                                       "ss", run.c_str(), results.c_str()),
+              0);
+    calls.emplace_back(slot);
+}
+
+int FakeKWin::Script::answered(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+    auto& self = *static_cast<Script*>(data);
+    const char* commands = nullptr;
+    // KWin does not tell a script of errors.
+    if (sd_bus_message_is_method_error(reply, nullptr) == 0 && sd_bus_message_read(reply, "s", &commands) > 0) {
+        self.kwin.note(std::string("answer ") + commands);
+        if (std::string(commands) != "\"end\"") {
+            self.kwin.carryOut(self, commands);
+        }
+    }
+    return 0;
+}
+
+FakeKWin::FakeKWin(std::string address)
+    : address(std::move(address)) {
+    begin = [this](Script& started) {
+        started.tell(opened);
+        started.next("[]");
+    };
+    carryOut = [](Script& started, const std::string& /*commands*/) { started.next("[]"); };
+}
+
+FakeKWin::~FakeKWin() {
+    stop();
+}
+
+void FakeKWin::start() {
+    isEnding = false;
+    hasNames = false;
+    thread = std::thread([this] { work(); });
+    while (!hasNames) {
+        std::this_thread::yield();
+    }
+}
+
+void FakeKWin::stop() {
+    isEnding = true;
+    if (thread.joinable()) {
+        thread.join();
+    }
+}
+
+void FakeKWin::run(const std::function<void()>& work) {
+    std::mutex done;
+    std::condition_variable told;
+    bool isDone = false;
+    {
+        const std::scoped_lock lock(mutex);
+        errands.emplace_back([&] {
+            work();
+            const std::scoped_lock finished(done);
+            isDone = true;
+            told.notify_one();
+        });
+    }
+    std::unique_lock lock(done);
+    ASSERT_TRUE(told.wait_for(lock, std::chrono::seconds(10), [&] { return isDone; }));
+}
+
+void FakeKWin::work() {
+    sd_bus* raw = nullptr;
+    sd_bus_new(&raw);
+    const OwnedBus owned(raw);
+    bus = raw;
+    const bool isReady =
+        sd_bus_set_address(raw, address.c_str()) >= 0 && sd_bus_set_bus_client(raw, 1) >= 0 && sd_bus_start(raw) >= 0 &&
+        sd_bus_add_object(raw, nullptr, "/Scripting", &FakeKWin::called, this) >= 0 &&
+        sd_bus_add_fallback(raw, nullptr, "/", &FakeKWin::accelCalled, this) >= 0 &&
+        sd_bus_request_name(raw, "org.kde.kglobalaccel", 0) >= 0 && sd_bus_request_name(raw, "org.kde.KWin", 0) >= 0;
+    EXPECT_TRUE(isReady);
+    hasNames = true;
+    while (!isEnding) {
+        std::vector<std::function<void()>> present;
+        {
+            const std::scoped_lock lock(mutex);
+            present = std::exchange(errands, {});
+        }
+        for (const auto& errand : present) {
+            errand();
+        }
+        const int processed = sd_bus_process(raw, nullptr);
+        if (processed < 0 || (processed == 0 && sd_bus_wait(raw, errandInterval) < 0)) {
+            break;
+        }
+    }
+    script = nullptr;
+    running.reset();
+    bus = nullptr;
+}
+
+int FakeKWin::called(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
+    return static_cast<FakeKWin*>(data)->answerScripting(call);
+}
+
+int FakeKWin::answerScripting(sd_bus_message* call) {
+    const std::string method = sd_bus_message_get_member(call);
+    if (method == "unloadScript") {
+        note("unload");
+        const bool was = std::exchange(isLoaded, false);
+        script = nullptr;
+        running.reset();
+        return sd_bus_reply_method_return(call, "b", static_cast<int>(was));
+    }
+    if (method == "loadScript") {
+        const char* file = nullptr;
+        const char* name = nullptr;
+        EXPECT_GT(sd_bus_message_read(call, "ss", &file, &name), 0);
+        note(std::string("load ") + file + " as " + name);
+        const bool isTaken = !refusesScripts && !std::exchange(isLoaded, true);
+        return sd_bus_reply_method_return(call, "i", isTaken ? 0 : -1);
+    }
+    EXPECT_EQ(method, "start");
+    note("start");
+    if (isLoaded && !running) {
+        running = std::make_unique<Script>(*this, "run-" + std::to_string(++runs));
+        script = running.get();
+        begin(*running);
+    }
+    return sd_bus_reply_method_return(call, nullptr);
+}
+
+int FakeKWin::accelCalled(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
+    return static_cast<FakeKWin*>(data)->answerAccel(call);
+}
+
+int FakeKWin::answerAccel(sd_bus_message* call) {
+    if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "doRegister") > 0) {
+        return sd_bus_reply_method_return(call, nullptr);
+    }
+    if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "setShortcutKeys") > 0) {
+        return setKeys(call);
+    }
+    if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "unregister") > 0) {
+        const char* component = nullptr;
+        const char* action = nullptr;
+        EXPECT_GT(sd_bus_message_read(call, "ss", &component, &action), 0);
+        const std::scoped_lock lock(mutex);
+        return sd_bus_reply_method_return(call, "b", static_cast<int>(heldKeys.erase(action)));
+    }
+    if (sd_bus_message_is_method_call(call, "org.kde.kglobalaccel.Component", "shortcutNames") > 0) {
+        sd_bus_message* raw = nullptr;
+        sd_bus_message_new_method_return(call, &raw);
+        const OwnedMessage reply(raw);
+        sd_bus_message_open_container(raw, SD_BUS_TYPE_ARRAY, "s");
+        for (const auto& [action, key] : keys()) {
+            sd_bus_message_append(raw, "s", action.c_str());
+        }
+        sd_bus_message_close_container(raw);
+        return sd_bus_message_send(raw);
+    }
+    if (sd_bus_message_is_method_call(call, "org.kde.kglobalaccel.Component", "cleanUp") > 0) {
+        return sd_bus_reply_method_return(call, "b", 1);
+    }
+    return 0;
+}
+
+int FakeKWin::setKeys(sd_bus_message* call) {
+    EXPECT_STREQ(sd_bus_message_get_signature(call, 1), "asa(ai)u");
+    std::vector<std::string> words;
+    sd_bus_message_enter_container(call, SD_BUS_TYPE_ARRAY, "s");
+    for (const char* word = nullptr; sd_bus_message_read(call, "s", &word) > 0;) {
+        words.emplace_back(word);
+    }
+    sd_bus_message_exit_container(call);
+    EXPECT_EQ(words.size(), 4U);
+    int key = 0;
+    sd_bus_message_enter_container(call, SD_BUS_TYPE_ARRAY, "(ai)");
+    sd_bus_message_enter_container(call, SD_BUS_TYPE_STRUCT, "ai");
+    sd_bus_message_enter_container(call, SD_BUS_TYPE_ARRAY, "i");
+    sd_bus_message_read(call, "i", &key);
+    {
+        const std::scoped_lock lock(mutex);
+        if (std::ranges::find(takenKeys, key) != takenKeys.end()) {
+            key = 0;
+        }
+        heldKeys[words.at(1)] = key;
+        noted.push_back("register " + words.at(0) + "|" + words.at(1) + "|" + words.at(2) + "|" + words.at(3));
+    }
+    return sd_bus_reply_method_return(call, "a(ai)", 1, 4, key, 0, 0, 0);
+}
+
+void FakeKWin::press(int key, int repeats) {
+    run([&] {
+        for (const auto& [action, held] : keys()) {
+            for (int count = 0; held == key && count <= repeats + 1; ++count) {
+                const char* signal = count <= repeats ? "globalShortcutPressed" : "globalShortcutReleased";
+                sd_bus_emit_signal(bus, "/component/org_corvid_Tessel", "org.kde.kglobalaccel.Component", signal, "ssx",
+                                   "org.corvid.Tessel", action.c_str(), std::int64_t{0});
+            }
+        }
+    });
+}
+
+void FakeKWin::note(std::string what) {
+    const std::scoped_lock lock(mutex);
+    noted.push_back(std::move(what));
+}
+
+std::vector<std::string> FakeKWin::history() {
+    const std::scoped_lock lock(mutex);
+    return noted;
+}
+
+std::map<std::string, int> FakeKWin::keys() {
+    const std::scoped_lock lock(mutex);
+    return heldKeys;
+}
+
+bool FakeKWin::isScriptLoaded() {
+    bool result = false;
+    run([&] { result = isLoaded; });
+    return result;
+}
+
+std::string FakeKWin::uniqueName() {
+    std::string name;
+    run([&] {
+        const char* unique = nullptr;
+        sd_bus_get_unique_name(bus, &unique);
+        name = unique;
+    });
+    return name;
+}
