@@ -36,8 +36,11 @@ AXError SimulatedDoor::place(const WindowIdentifier& window, const corvid::CGRec
     if (present == nullptr) {
         return AXError::invalidUIElement;
     }
+    if (!waits) {
+        return AXError::success;
+    }
     if (silent.contains(window) || settling > patience) {
-        pass(std::max(patience, Duration::zero()));
+        pass(patience);
         return AXError::cannotComplete;
     }
     pass(settling);
