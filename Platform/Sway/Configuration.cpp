@@ -55,7 +55,7 @@ public:
         std::string_view rest = file.text;
         while (!rest.empty()) {
             const std::size_t end = std::min(rest.find('\n'), rest.size());
-            std::string_view line = rest.substr(0, end);
+            const std::string_view line = rest.substr(0, end);
             rest.remove_prefix(std::min(end + 1, rest.size()));
             const bool goesOn = line.ends_with('\\');
             whole += goesOn ? line.substr(0, line.size() - 1) : line;

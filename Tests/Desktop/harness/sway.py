@@ -17,14 +17,14 @@ from .wayland_keyboard import WaylandKeyboard
 
 FIRST, SECOND = Rect(0, 0, 1920, 1080), Rect(1920, 0, 1280, 1024)
 
-CONFIGURATION = f"""
+CONFIGURATION = """
 output HEADLESS-1 mode 1920x1080 position 0 0
 output HEADLESS-2 mode 1280x1024 position 1920 0
 focus_follows_mouse no
-bar {{
+bar {
     position top
     status_command true
-}}
+}
 exec echo "$DISPLAY" >"$XDG_RUNTIME_DIR/display"
 """
 
