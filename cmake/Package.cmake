@@ -29,7 +29,8 @@ to the full height. It waits in the background for six shortcuts and needs next
 to nothing for it. Applications can have a rule, too: their first window opens
 maximized or centered. An item in the panel opens all there is to see and set.
 .
-It works on X11 desktops whose window manager moves windows on request.")
+It works on KDE Plasma, GNOME (through an extension that comes with it) and
+sway, and on X11 desktops whose window manager moves windows on request.")
 
 # Libraries are found in the files themselves. What the interface loads by name is not.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
