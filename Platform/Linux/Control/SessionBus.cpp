@@ -111,7 +111,7 @@ void SessionBus::connect() {
 bool SessionBus::awaitArrival(Instant deadline) {
     while (!isConnected && bus) {
         const auto left = std::chrono::ceil<std::chrono::microseconds>(deadline - mainLoop.now());
-        if (left <= left.zero()) {
+        if (left <= std::chrono::microseconds::zero()) {
             break;
         }
         const int processed = sd_bus_process(bus.get(), nullptr);

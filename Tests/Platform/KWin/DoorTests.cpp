@@ -462,6 +462,15 @@ TEST_F(DoorTest, TheScriptIsTakenAlongAtTheEnd) {
     EXPECT_EQ(count("answer \"end\""), 1);
 }
 
+TEST_F(DoorTest, WhatIsAskedAfterTheLoopHasEndedDoesNoHarm) {
+    open(quick);
+    loop.end(0);
+    EXPECT_EQ(loop.run(), 0);
+    door->placeOwnWindow("Mine", {1, 2});
+    door.reset();
+    EXPECT_FALSE(kwin->isScriptLoaded());
+}
+
 TEST_F(DoorTest, AKWinThatHangsDoesNotHoldUpTheEnd) {
     open(ScriptLink::Timing{.farewell = milliseconds(50)});
     std::atomic<bool> mayGoOn = false;
