@@ -36,6 +36,8 @@ def a_second_start_opens_it_in_its_place_and_it_closes_when_it_is_left(program):
             assert status == 0, errors
             until(lambda: own_window(desktop, product), f"the window, to be closed by {way}", 20.0)
             until(lambda: own_window(desktop, product).is_active, "it to have the keyboard")
+            # It has been told, too.
+            product.until_at_rest()
             shown = own_window(desktop, product)
             plate = shown.frame.grown(-SHADOW, -SHADOW, -SHADOW, -SHADOW)
             assert plate.width == WIDTH, f"{plate} wide"
