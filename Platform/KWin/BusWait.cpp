@@ -8,7 +8,7 @@ namespace platform::kwin {
 bool waitOnBus(sd_bus* const& bus, const MainActor& clock, const std::function<bool()>& condition, Instant deadline) {
     while (!condition()) {
         const auto left = std::chrono::ceil<std::chrono::microseconds>(deadline - clock.now());
-        if (bus == nullptr || left <= left.zero()) {
+        if (bus == nullptr || left <= std::chrono::microseconds::zero()) {
             return false;
         }
         const int processed = sd_bus_process(bus, nullptr);

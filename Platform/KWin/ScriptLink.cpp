@@ -22,7 +22,7 @@ constexpr std::size_t mostArrivals = 20'000;
 /// More that was asked than this, of a script that does not call, is given up from the oldest on.
 constexpr std::size_t mostCommands = 200;
 
-constexpr std::chrono::milliseconds leeway{10};
+constexpr std::chrono::milliseconds patienceLeeway{10};
 constexpr std::chrono::milliseconds soonestRetry{100};
 
 } // namespace
@@ -170,7 +170,7 @@ void ScriptLink::act(Call arrived) {
     if (!commands.empty()) {
         answer(std::exchange(commands, {}));
     } else {
-        alarm = mainLoop.schedule(mainLoop.now() + timing.keepAlive, timing.keepAliveLeeway, [this] { answer({}); });
+        setAlarm(timing.keepAlive, timing.keepAliveLeeway, [this] { answer({}); });
     }
 }
 
@@ -204,7 +204,7 @@ void ScriptLink::retryLater() {
 }
 
 void ScriptLink::loadLater(Duration delay) {
-    alarm = mainLoop.schedule(mainLoop.now() + delay, delay / 10, [this] {
+    setAlarm(delay, delay / 10, [this] {
         if (bus != nullptr && !hasName) {
             claimName();
         } else {
@@ -247,7 +247,7 @@ void ScriptLink::dismiss() {
 }
 
 void ScriptLink::awaitNextCall() {
-    alarm = mainLoop.schedule(mainLoop.now() + timing.patience, leeway, [this] {
+    setAlarm(timing.patience, patienceLeeway, [this] {
         // What arrived and was not acted on yet counts.
         actOnArrivals();
         if (!waiting && !run.empty()) {
@@ -255,6 +255,13 @@ void ScriptLink::awaitNextCall() {
             load();
         }
     });
+}
+
+void ScriptLink::setAlarm(Duration delay, Duration leeway, MainActor::Work work) {
+    // As the program ends, its windows may still have something to ask for.
+    if (sd_event_get_state(mainLoop.handle()) != SD_EVENT_FINISHED) {
+        alarm = mainLoop.schedule(mainLoop.now() + delay, leeway, std::move(work));
+    }
 }
 
 bool ScriptLink::waitFor(const std::function<bool()>& condition, Instant deadline) {

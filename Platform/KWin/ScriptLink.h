@@ -110,6 +110,7 @@ private:
     /// Answers the call that waits, if there is one, so that the script ends.
     void dismiss();
     void awaitNextCall();
+    void setAlarm(Duration delay, Duration leeway, MainActor::Work work);
 
     linux::MainLoop& mainLoop;
     Receiver& receiver;

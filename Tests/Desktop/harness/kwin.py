@@ -122,6 +122,10 @@ class Eyes:
         self.seen.append(values.unpack()[0])
         invocation.return_value(None)
 
+    def run(self, file: Path, name: str) -> None:
+        self.bus.call(KWIN, "loadScript", "(ss)", str(file), name)
+        self.bus.call(KWIN, "start")
+
     def look(self, first: str = "") -> dict:
         """What there is, after KWin has done what `first` says in its scripts' language."""
         self.count += 1
@@ -129,8 +133,7 @@ class Eyes:
         file = self.folder / f"{name}.js"
         file.write_text(LOOK % first)
         self.seen.clear()
-        self.bus.call(KWIN, "loadScript", "(ss)", str(file), name)
-        self.bus.call(KWIN, "start")
+        self.run(file, name)
 
         def told() -> bool:
             while GLib.MainContext.default().iteration(False):
@@ -223,7 +226,7 @@ class Client:
 class KWinDesktop:
     """A session of KWin with two screens; applications and the program under test are started by the test."""
 
-    def __init__(self, program: Path, keyboard: bool = True):
+    def __init__(self, program: Path, layout: str = "us"):
         if Gio is None:
             raise Skipped("no module gi (Debian package python3-gi)")
         require("kwin_wayland", "kwin-wayland")
@@ -234,10 +237,11 @@ class KWinDesktop:
         self.kwin = None
         try:
             self._enter_session()
+            self.session.configure(".config/kxkbrc", f"[Layout]\nUse=true\nLayoutList={layout}\n")
             self.start_kwin()
             self.bus = Bus(self.session.environment["DBUS_SESSION_BUS_ADDRESS"])
             self.eyes = Eyes(self.bus, self.session.directory)
-            self.keyboard = FakeKeyboard(self.session) if keyboard else None
+            self.keyboard = FakeKeyboard(self.session)
         except BaseException:
             self._close_session()
             raise
@@ -247,7 +251,7 @@ class KWinDesktop:
         environment |= {
             "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true",
             "KDE_SESSION_VERSION": "5", "QT_QPA_PLATFORM": "wayland", "GDK_BACKEND": "wayland", "KWIN_COMPOSE": "Q",
-            "WAYLAND_DISPLAY": "wayland-test",
+            "WAYLAND_DISPLAY": "wayland-test", "QT_LOGGING_RULES": "js=true", "QT_FORCE_STDERR_LOGGING": "1",
         }
         address = f"unix:path={self.session.runtime}/bus"
         self.session.processes.start(

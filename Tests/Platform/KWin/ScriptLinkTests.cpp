@@ -1,0 +1,242 @@
+#include "DoorFixture.h"
+
+#include <unistd.h>
+
+#include <atomic>
+#include <thread>
+
+namespace platform::kwin {
+namespace {
+
+using corvid::CGRect;
+using nlohmann::json;
+using std::chrono::milliseconds;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+using ScriptLinkTest = DoorTest;
+
+TEST_F(ScriptLinkTest, WhatIsAskedWhileTheScriptIsBusyIsJoined) {
+    kwin->begin = [&](FakeKWin::Script& script) { script.tell(kwin->opened); };
+    open();
+    door->placeOwnWindow("One", {1, 2});
+    door->placeOwnWindow("Two", {3, 4});
+    kwin->run([&] { kwin->script->next("[]"); });
+    ASSERT_TRUE(runUntil([&] { return count("answer [{") == 1; }));
+    const auto history = kwin->history();
+    EXPECT_THAT(history, testing::Contains(testing::AllOf(HasSubstr(R"("title":"One")"), HasSubstr(R"("title":"Two")"),
+                                                          HasSubstr("\"process\":" + std::to_string(::getpid())))));
+}
+
+TEST_F(ScriptLinkTest, OwnWindowsAreToldAgainToAScriptThatWasLoadedAgain) {
+    open();
+    door->placeOwnWindow("Mine", {1, 2});
+    ASSERT_TRUE(runUntil([&] { return count("answer [{") == 1; }));
+    kwin->stop();
+    ASSERT_TRUE(runUntil([&] { return !table.isOpen(); }));
+    kwin->start();
+    EXPECT_TRUE(runUntil([&] { return count("answer [{") == 2; }));
+}
+
+TEST_F(ScriptLinkTest, TheScriptIsAnsweredBeforeKWinGivesUp) {
+    open(quick);
+    EXPECT_TRUE(runUntil([&] { return count("answer []") >= 3; }));
+    EXPECT_EQ(count("start"), 1);
+}
+
+TEST_F(ScriptLinkTest, AScriptThatFallsSilentIsLoadedAgain) {
+    kwin->carryOut = [](FakeKWin::Script&, const std::string&) {};
+    open(quick);
+    ASSERT_TRUE(runUntil([&] { return !table.isOpen(); }));
+    EXPECT_EQ(table.find(editor)->frame, startFrame) << "its windows are not taken for gone";
+    kwin->run([&] { kwin->carryOut = [](FakeKWin::Script& script, const std::string&) { script.next("[]"); }; });
+    ASSERT_TRUE(runUntil([&] { return table.isOpen() && count("start") == 2; }));
+    EXPECT_EQ(door->place(editor, {{0, 0}, {800, 900}}, Instant()), AXError::cannotComplete);
+    EXPECT_TRUE(runUntil([&] { return count("answer [{") == 1; }));
+}
+
+TEST_F(ScriptLinkTest, AScriptThatKWinRefusesIsTriedAgain) {
+    kwin->refusesScripts = true;
+    kwin->start();
+    connect(quick);
+    ASSERT_TRUE(runUntil([&] { return count("load ") == 2; }));
+    EXPECT_FALSE(table.isOpen());
+    kwin->refusesScripts = false;
+    EXPECT_TRUE(runUntil([&] { return table.isOpen(); }));
+}
+
+TEST_F(ScriptLinkTest, AnotherKWinIsOpenedAnew) {
+    open();
+    kwin->stop();
+    ASSERT_TRUE(runUntil([&] { return !table.isOpen(); }));
+    EXPECT_EQ(door->place(editor, {{0, 0}, {800, 900}}, soon()), AXError::cannotComplete);
+    openWith({windowAt(startFrame, "{other}")}, "");
+    kwin->start();
+    ASSERT_TRUE(runUntil([&] { return table.isOpen(); }));
+    EXPECT_THAT(table.windows(), ElementsAre("{other}"));
+    EXPECT_EQ(table.arrivalOf("{other}"), 0U);
+}
+
+TEST_F(ScriptLinkTest, ABusThatEndsAndComesBackIsSurvived) {
+    open(quick);
+    daemon.stop();
+    ASSERT_TRUE(runUntil([&] { return !table.isOpen(); }));
+    kwin->stop();
+    daemon.start();
+    kwin->start();
+    EXPECT_TRUE(runUntil([&] { return table.isOpen(); }));
+}
+
+TEST_F(ScriptLinkTest, WithoutKWinItStaysClosed) {
+    connect();
+    EXPECT_FALSE(door->waitUntilOpen(loop.now() + milliseconds(30)));
+    EXPECT_EQ(door->place(editor, startFrame, soon()), AXError::invalidUIElement);
+    EXPECT_EQ(door->pointer(), std::nullopt);
+    kwin->start();
+    EXPECT_TRUE(runUntil([&] { return table.isOpen(); }));
+}
+
+TEST_F(ScriptLinkTest, OnlyKWinIsListenedTo) {
+    open();
+    sd_bus* raw = nullptr;
+    ASSERT_GE(sd_bus_new(&raw), 0);
+    const linux::OwnedBus stranger(raw);
+    ASSERT_GE(sd_bus_set_address(raw, daemon.address().c_str()), 0);
+    ASSERT_GE(sd_bus_set_bus_client(raw, 1), 0);
+    ASSERT_GE(sd_bus_start(raw), 0);
+    int refusals = 0;
+    const auto refused = [](sd_bus_message* reply, void* data, sd_bus_error*) {
+        *static_cast<int*>(data) += sd_bus_message_is_method_error(reply, nullptr) > 0 ? 1 : 0;
+        return 0;
+    };
+    for (const char* method : {"Tell", "Next"}) {
+        for (const char* run : {"run-1", "mine"}) {
+            const bool isTell = std::string(method) == "Tell";
+            sd_bus_call_method_async(raw, nullptr, "org.corvid.Tessel.KWin", "/org/corvid/Tessel/KWin",
+                                     "org.corvid.Tessel.KWin1", method, refused, &refusals, "ss", run,
+                                     isTell ? R"({"gone":"{editor}"})" : "[]");
+        }
+    }
+    EXPECT_TRUE(runUntil([&] {
+        while (sd_bus_process(raw, nullptr) > 0) {
+        }
+        return refusals == 4;
+    }));
+    EXPECT_THAT(table.windows(), ElementsAre(editor));
+    EXPECT_EQ(count("answer"), 0) << "the script's call was answered for somebody else's";
+}
+
+TEST_F(ScriptLinkTest, WhatIsMalformedChangesNothing) {
+    open();
+    const std::vector<std::string> texts{
+        "",
+        "{",
+        "[]",
+        "null",
+        "\"opened\"",
+        R"({"gone":7})",
+        R"({"gone":""})",
+        R"({"window":{}})",
+        R"({"window":{"id":"x"}})",
+        R"({"focused":[]})",
+        R"({"screens":[]})",
+        R"({"screens":[{"frame":[0,0,1,1]}]})",
+        R"({"opened":{}})",
+        R"({"opened":{"windows":[{}],"focused":"","screens":[]}})",
+        std::string(5'000'000, '['),
+        R"({"gone":")" + std::string(2000, 'x') + "\"}",
+        R"({"gone":"{editor}","focused":""})",
+    };
+    kwin->run([&] {
+        for (const std::string& text : texts) {
+            kwin->script->tell(text);
+            kwin->script->next(text);
+        }
+        kwin->script->tell(R"({"focused":""})");
+    });
+    ASSERT_TRUE(runUntil([&] { return !table.focused(); }));
+    EXPECT_THAT(table.windows(), ElementsAre(editor));
+    EXPECT_EQ(table.find(editor)->frame, startFrame);
+    EXPECT_EQ(table.outputs().size(), 1U);
+}
+
+TEST_F(ScriptLinkTest, AnAnswerThatIsMalformedIsNoAnswer) {
+    for (const char* text : {"7", R"([{"outcome":"done"}])", R"([{"number":-1,"outcome":"done"}])",
+                             R"([{"number":1,"outcome":"perhaps"}])", R"([{"number":1}])"}) {
+        kwin->carryOut = [text](FakeKWin::Script& script, const std::string&) { script.next(text); };
+        open(quick);
+        EXPECT_EQ(door->place(editor, {{0, 0}, {800, 900}}, loop.now() + milliseconds(30)), AXError::cannotComplete)
+            << text;
+        door.reset();
+        kwin->stop();
+    }
+}
+
+TEST_F(ScriptLinkTest, ALeftOverRunOfTheScriptIsEnded) {
+    open();
+    std::unique_ptr<FakeKWin::Script> former;
+    kwin->run([&] {
+        former = std::make_unique<FakeKWin::Script>(*kwin, "former");
+        former->tell(R"({"gone":"{editor}"})");
+        former->next("[]");
+    });
+    EXPECT_TRUE(runUntil([&] { return count("answer \"end\"") == 1; }));
+    EXPECT_THAT(table.windows(), ElementsAre(editor));
+    kwin->run([&] { former.reset(); });
+}
+
+TEST_F(ScriptLinkTest, TheScriptIsTakenAlongAtTheEnd) {
+    onPlace({{"outcome", "done"}, {"asked", {7, 8, 640, 480}}, {"frame", {7, 8, 640, 480}}});
+    open();
+    // The script has called again.
+    ASSERT_EQ(door->place(editor, {{7, 8}, {640, 480}}, soon()), AXError::success);
+    ASSERT_TRUE(kwin->isScriptLoaded());
+    door.reset();
+    EXPECT_FALSE(kwin->isScriptLoaded());
+    EXPECT_EQ(count("answer \"end\""), 1);
+}
+
+TEST_F(ScriptLinkTest, WhatIsAskedAfterTheLoopHasEndedDoesNoHarm) {
+    open(quick);
+    loop.end(0);
+    EXPECT_EQ(loop.run(), 0);
+    door->placeOwnWindow("Mine", {1, 2});
+    door.reset();
+    EXPECT_FALSE(kwin->isScriptLoaded());
+}
+
+TEST_F(ScriptLinkTest, AKWinThatHangsDoesNotHoldUpTheEnd) {
+    open(ScriptLink::Timing{.farewell = milliseconds(50)});
+    std::atomic<bool> mayGoOn = false;
+    std::thread hanging([&] {
+        kwin->run([&] {
+            while (!mayGoOn) {
+                std::this_thread::sleep_for(milliseconds(1));
+            }
+        });
+    });
+    const Instant begin = loop.now();
+    door.reset();
+    EXPECT_LT(loop.now() - begin, std::chrono::seconds(2));
+    mayGoOn = true;
+    hanging.join();
+}
+
+TEST_F(ScriptLinkTest, SomebodyElseWithItsNameIsWaitedOut) {
+    sd_bus* raw = nullptr;
+    ASSERT_GE(sd_bus_new(&raw), 0);
+    linux::OwnedBus other(raw);
+    ASSERT_GE(sd_bus_set_address(raw, daemon.address().c_str()), 0);
+    ASSERT_GE(sd_bus_set_bus_client(raw, 1), 0);
+    ASSERT_GE(sd_bus_start(raw), 0);
+    ASSERT_GE(sd_bus_request_name(raw, "org.corvid.Tessel.KWin", 0), 0);
+    kwin->start();
+    connect(quick);
+    EXPECT_FALSE(door->waitUntilOpen(loop.now() + milliseconds(100)));
+    EXPECT_EQ(count("load"), 0);
+    other.reset();
+    EXPECT_TRUE(runUntil([&] { return table.isOpen(); }));
+}
+
+} // namespace
+} // namespace platform::kwin
