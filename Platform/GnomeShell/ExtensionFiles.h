@@ -16,7 +16,7 @@ public:
     /// Puts the form that a shell of that version reads into the user's folder, unless the extension is installed for
     /// all users. What is there already and differs is replaced; what is a link of the user's own making is not. False
     /// where it is in no folder afterwards.
-    bool install(std::string_view shellVersion) const;
+    [[nodiscard]] bool install(std::string_view shellVersion) const;
 
 private:
     [[nodiscard]] bool isThereForAll() const;

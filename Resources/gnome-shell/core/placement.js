@@ -5,7 +5,8 @@ class Placement {
         this._wanted = wanted;
         this._settled = settled;
         this._timeout = 0;
-        this._hasChanged = false;
+        this._former = rectangle(window.get_frame_rect());
+        this._isDecided = false;
         this._triesLeft = 1;
         this._isX11 = window.get_client_type() === Meta.WindowClientType.X11;
         window.connectObject(
@@ -48,12 +49,14 @@ class Placement {
         // A window of an X11 program would keep its place if it rounds the size.
         if (this._isX11)
             this._window.move_frame(true, this._wanted[0], this._wanted[1]);
+        const before = rectangle(this._window.get_frame_rect());
         this._window.move_resize_frame(true, ...this._wanted);
+        // What the shell does at once it does without the application, whose limits allow no other size.
+        this._isDecided = !this._window.allows_resize() || !isEqual(before, rectangle(this._window.get_frame_rect()));
         this._look();
     }
 
     _changed() {
-        this._hasChanged = true;
         if (this._isReleasing)
             this._ask();
         else
@@ -61,11 +64,16 @@ class Placement {
     }
 
     _look() {
-        if (isEqual(this._wanted, rectangle(this._window.get_frame_rect())))
+        const frame = rectangle(this._window.get_frame_rect());
+        if (isEqual(this._wanted, frame))
             this._finish();
-        else if (this._isX11 || this._hasChanged || !this._window.allows_resize())
+        else if (this._isX11 || this._isDecided || !isEqual(this._former.slice(2), frame.slice(2)))
             // It has taken another size; a little later that is final.
             this._wait(50, () => this._settle());
+        else if (!isEqual(this._former, frame))
+            // Some programs say that they have heard before they have drawn their new size. The shell's word that
+            // something has changed would not do: it is said as well when a former request is dealt with.
+            this._wait(150, () => this._settle());
         else
             // The application has yet to answer. Whoever asked does not wait as long.
             this._wait(2000, () => this._finish());

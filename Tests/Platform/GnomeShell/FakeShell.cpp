@@ -108,9 +108,10 @@ void FakeShell::run(const std::function<void()>& job) {
 
 void FakeShell::serve() {
     while (!isEnding) {
-        while (sd_bus_process(bus.get(), nullptr) > 0) {
-        }
-        sd_bus_flush(bus.get());
+        // Sending may take in what has come meanwhile, of which the socket then says nothing.
+        do {
+            sd_bus_flush(bus.get());
+        } while (sd_bus_process(bus.get(), nullptr) > 0);
         std::array<pollfd, 2> sources{{{.fd = sd_bus_get_fd(bus.get()), .events = POLLIN, .revents = 0},
                                        {.fd = wakeUp.get(), .events = POLLIN, .revents = 0}}};
         ::poll(sources.data(), sources.size(), -1);
