@@ -123,18 +123,29 @@ TEST_F(ALinkToTheShell, RefusesAnExtensionOfAnotherVersion) {
 }
 
 TEST_F(ALinkToTheShell, RefusesAnAnswerThatIsNone) {
+    const auto text = [](const char* said) {
+        return [said](sd_bus_message* call) { sd_bus_reply_method_return(call, "s", said); };
+    };
+    const std::vector<FakeShell::Answer> answers{
+        text(""), text("{"), text("[]"), text("\"Hello\""),
+        [](sd_bus_message* call) { sd_bus_reply_method_return(call, "s", std::string(1 << 20, '[').c_str()); }};
+    int beginnings = 0;
     link->await(soon());
-    shell->setExtension(true);
-    for (const char* text : {"", "{", "[]", "\"Hello\""}) {
-        shell->answerWithText("Hello", text);
-        shell->tell("Opened", [](sd_bus_message* signal) { sd_bus_message_append(signal, "s", "next"); });
-        catchUp();
-        EXPECT_EQ(link->obstacle(), Obstacle::otherVersion) << text;
+    for (const FakeShell::Answer& answer : answers) {
+        shell->answer("Hello", nullptr);
+        shell->setExtension(true, "good " + std::to_string(++beginnings));
+        ASSERT_TRUE(until([&] { return link->isOpen(); })) << beginnings;
+        shell->answer("Hello", answer);
+        shell->setExtension(true, "bad " + std::to_string(beginnings));
+        EXPECT_TRUE(until([&] { return link->obstacle() == Obstacle::otherVersion; })) << beginnings;
     }
+}
+
+TEST_F(ALinkToTheShell, TakesAnAnswerOfAnotherTypeForNoExtension) {
+    shell->setExtension(true);
     shell->answerWith("Hello", "u", 1U);
-    shell->tell("Opened", [](sd_bus_message* signal) { sd_bus_message_append(signal, "s", "next"); });
-    catchUp();
-    EXPECT_FALSE(link->isOpen());
+    link->await(soon());
+    EXPECT_EQ(link->obstacle(), Obstacle::noExtension);
 }
 
 TEST_F(ALinkToTheShell, DoesNotListenToStrangers) {
