@@ -38,7 +38,7 @@ struct FakeShell::Handlers {
     }
 };
 
-FakeShell::FakeShell(std::string address)
+FakeShell::FakeShell(const std::string& address)
     : wakeUp(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
     , bus(connected(address))
     , stranger(connected(address)) {

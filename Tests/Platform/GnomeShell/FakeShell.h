@@ -21,7 +21,7 @@ public:
     using Arguments = std::function<void(sd_bus_message* signal)>;
 
     /// Without the extension: calls to it are answered with the error that there is no such object.
-    explicit FakeShell(std::string address);
+    explicit FakeShell(const std::string& address);
     FakeShell(const FakeShell&) = delete;
     FakeShell& operator=(const FakeShell&) = delete;
     ~FakeShell();
@@ -55,7 +55,7 @@ public:
     [[nodiscard]] bool wasCalled(const std::string& call);
 
     /// Does something in the shell's thread, and returns when it is done.
-    void run(const std::function<void()>& work);
+    void run(const std::function<void()>& job);
 
 private:
     struct Handlers;
