@@ -49,6 +49,7 @@ PopoverWindow::~PopoverWindow() {
     if (window) {
         window->removeEventFilter(this);
     }
+    dropWindow();
 }
 
 void PopoverWindow::setContentView(std::shared_ptr<const platform::View> newView) {
@@ -58,6 +59,10 @@ void PopoverWindow::setContentView(std::shared_ptr<const platform::View> newView
 }
 
 void PopoverWindow::dropWindow() {
+    if (frame) {
+        // It changes its size as it loses its content; there is nothing to be placed any more.
+        frame->disconnect(this);
+    }
     content.reset();
     frame.reset();
     window.reset();

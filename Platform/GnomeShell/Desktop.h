@@ -46,6 +46,9 @@ public:
 
     [[nodiscard]] linux::TrayPlace* trayPlace() override { return &topBar; }
 
+    /// Only the top bar tells where the item is.
+    [[nodiscard]] bool prefersOwnTrayPlace() const override { return true; }
+
     [[nodiscard]] std::string hindrance() override;
 
 private:

@@ -52,6 +52,9 @@ public:
 
     /// Where this desktop takes status items, if it has a way of its own beside the one that all share; else null.
     [[nodiscard]] virtual TrayPlace* trayPlace() = 0;
+
+    /// Whether its own way is the better one where both are open.
+    [[nodiscard]] virtual bool prefersOwnTrayPlace() const { return false; }
 };
 
 } // namespace platform::linux

@@ -107,7 +107,7 @@ int runResident() {
     platform::linux::NotifierPlace notifiers(mainLoop, sessionBus, desktop.screens(), iconFolder());
     std::vector<platform::linux::TrayPlace*> trayPlaces{&notifiers};
     if (platform::linux::TrayPlace* own = desktop.trayPlace()) {
-        trayPlaces.push_back(own);
+        trayPlaces.insert(desktop.prefersOwnTrayPlace() ? trayPlaces.begin() : trayPlaces.end(), own);
     }
     platform::linux::StatusBar statusBar(mainLoop, "org.corvid.Tessel", trayPlaces);
     platform::linux::Appearance appearance(sessionBus, desktop.appearanceSource());

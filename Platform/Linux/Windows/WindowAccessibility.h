@@ -117,7 +117,7 @@ private:
     }
 
     template <typename Answer, typename Box>
-    static std::expected<AXValue, AXError> boxed(std::expected<Answer, AXError> answer, Box box) {
+    static std::expected<AXValue, AXError> boxed(std::expected<Answer, AXError> answer, const Box& box) {
         if (!answer) {
             return std::unexpected(answer.error());
         }
