@@ -195,7 +195,7 @@ ShellLink::Answer ShellLink::answerTo(sd_bus_message* message, Instant deadline)
     if (left.count() <= 0 || bus == nullptr) {
         return std::unexpected(Failure{});
     }
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{};
     sd_bus_message* reply = nullptr;
     const int result = sd_bus_call(bus, message, static_cast<std::uint64_t>(left.count()), &error, &reply);
     OwnedMessage owned(reply);

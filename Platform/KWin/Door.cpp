@@ -100,19 +100,20 @@ AXError Door::settle(Instant deadline) {
     }
     // On Wayland a window has its new frame once its program has drawn it.
     const Instant begin = mainLoop.now();
+    const auto isTakenBack = [this] { return undoing && undoing->window == placement->window; };
     for (;;) {
         const compositor::Window* placed = table.find(placement->window);
         if (placed == nullptr) {
             return AXError::invalidUIElement;
         }
         const bool isThere = isClose(placed->frame, placement->frame);
-        if (isThere && !placement->mayBeCorrected) {
+        if (isThere && (!placement->mayBeCorrected || isTakenBack())) {
             return AXError::success;
         }
         const auto former = placement->lastChange;
         const bool isResting = isThere || former;
         const Instant rest = isResting ? std::min(deadline, former ? *former + calm : begin + timeToObject) : deadline;
-        const auto hasChanged = [&] { return placement->lastChange != former || !table.isOpen(); };
+        const auto hasChanged = [&] { return placement->lastChange != former || isTakenBack() || !table.isOpen(); };
         if (!link.waitFor(hasChanged, rest)) {
             return isThere || (former && mainLoop.now() < deadline) ? AXError::success : AXError::cannotComplete;
         }
@@ -177,6 +178,15 @@ void Door::take(ScriptMessages::Opened contents) {
 }
 
 void Door::take(ScriptMessages::Told told) {
+    if (undoing && undoing->window == told.identifier) {
+        undoing.reset();
+    }
+    if (isUndone(told)) {
+        auto work = [this, told] { table.put(told.identifier, told.window); };
+        undoing = Undoing{.window = told.identifier,
+                          .telling = mainLoop.schedule(mainLoop.now(), std::chrono::milliseconds(1), std::move(work))};
+        return;
+    }
     if (placement && placement->outcome && placement->window == told.identifier) {
         const compositor::Window* known = table.find(told.identifier);
         if (known == nullptr || known->frame != told.window.frame) {
@@ -186,7 +196,18 @@ void Door::take(ScriptMessages::Told told) {
     table.put(told.identifier, std::move(told.window));
 }
 
+bool Door::isUndone(const ScriptMessages::Told& told) const {
+    if (!placement || !placement->outcome || !placement->mayBeCorrected || placement->window != told.identifier) {
+        return false;
+    }
+    const corvid::CGSize size = told.window.frame.size;
+    return isClose(size.width, placement->formerSize.width) && isClose(size.height, placement->formerSize.height);
+}
+
 void Door::take(const ScriptMessages::Gone& gone) {
+    if (undoing && undoing->window == gone.identifier) {
+        undoing.reset();
+    }
     table.remove(gone.identifier);
 }
 

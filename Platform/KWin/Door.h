@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -47,6 +48,12 @@ private:
         std::optional<Instant> lastChange;
     };
 
+    /// A placement that the window's program has taken back.
+    struct Undoing {
+        compositor::WindowIdentifier window;
+        std::unique_ptr<ScheduledWork> telling;
+    };
+
     void scriptTold(ScriptMessages::News news) override;
     void scriptCarriedOut(const ScriptMessages::Result& result) override;
     void scriptLost() override;
@@ -61,10 +68,15 @@ private:
                                   Instant deadline);
     [[nodiscard]] AXError settle(Instant deadline);
 
+    /// Whether a window is told of that has gone back to its size from before the present placement. That is no size
+    /// that it has settled on but something new, of which the table learns when the placement is over.
+    [[nodiscard]] bool isUndone(const ScriptMessages::Told& told) const;
+
     linux::MainLoop& mainLoop;
     compositor::WindowTable& table;
     std::uint64_t lastNumber = 0;
     std::optional<Placement> placement;
+    std::optional<Undoing> undoing;
     std::optional<ScriptMessages::Result> pointerResult;
     /// Where our own windows are to be, for a script that is loaded again.
     std::map<std::string, corvid::CGPoint> ownPlaces;
