@@ -152,7 +152,7 @@ void sortOutputs(std::vector<Output>& outputs) {
     const auto distance = [](const Output& output) {
         return std::pair(std::abs(output.frame.origin.x) + std::abs(output.frame.origin.y), output.frame.origin.x);
     };
-    std::ranges::stable_sort(outputs, {}, distance);
+    std::ranges::sort(outputs, {}, distance);
 }
 
 bool isOlder(const TreeWindow& one, const TreeWindow& other) {

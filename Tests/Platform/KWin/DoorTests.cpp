@@ -87,6 +87,15 @@ TEST_F(DoorTest, AWindowThatWasForcedMayAskForAnotherSize) {
     EXPECT_EQ(table.find(editor)->frame, (CGRect{{0, 30}, {796, 866}}));
 }
 
+TEST_F(DoorTest, AWindowThatGoesBackToItsFormerSizeIsToldOfAfterwards) {
+    onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {0, 30, 800, 870}}, {"isForced", true}},
+            [&](FakeKWin::Script& script) { script.tell(told(windowAt(startFrame))); });
+    open();
+    EXPECT_EQ(door->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
+    EXPECT_EQ(table.find(editor)->frame, (CGRect{{0, 30}, {800, 870}})) << "it was taken for an answer";
+    EXPECT_TRUE(runUntil([&] { return table.find(editor)->frame == startFrame; }));
+}
+
 TEST_F(DoorTest, AWindowThatMovedAwayWithItsSizeIsPutBackOnce) {
     open();
     kwin->run([&] {
