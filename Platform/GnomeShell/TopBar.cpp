@@ -92,9 +92,8 @@ void TopBar::send() const {
         menu.push_back(std::move(described));
     }
     const std::string icon = contents->image ? linux::symbolicIconName(contents->image->description()) : std::string();
-    const nlohmann::json item{{"icon", icon.empty() ? "" : iconThemePath + "/hicolor/symbolic/apps/" + icon + ".svg"},
-                              {"title", contents->title},
-                              {"menu", std::move(menu)}};
+    const std::string file = icon.empty() ? "" : iconThemePath + "/hicolor/symbolic/apps/" + icon + ".svg";
+    const nlohmann::json item{{"icon", file}, {"title", contents->title}, {"menu", std::move(menu)}};
     // Whatever is no text goes as something that is.
     const std::string text = item.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
     link.send("ShowItem", "s", text.c_str());

@@ -30,7 +30,7 @@ constexpr std::array modifierNames{
     std::pair{std::string_view("mod5"), bit(Modifier::mod5)},
 };
 
-struct Symbols {
+struct KeyNames {
     std::string_view xkbName;
     std::string_view plain;
     std::string_view shifted;
@@ -38,48 +38,48 @@ struct Symbols {
 
 // xkeyboard-config, symbols/us. Letters are their own names.
 constexpr std::array symbolTable{
-    Symbols{"ESC", "escape", ""},
-    Symbols{"TLDE", "grave", "asciitilde"},
-    Symbols{"AE01", "1", "exclam"},
-    Symbols{"AE02", "2", "at"},
-    Symbols{"AE03", "3", "numbersign"},
-    Symbols{"AE04", "4", "dollar"},
-    Symbols{"AE05", "5", "percent"},
-    Symbols{"AE06", "6", "asciicircum"},
-    Symbols{"AE07", "7", "ampersand"},
-    Symbols{"AE08", "8", "asterisk"},
-    Symbols{"AE09", "9", "parenleft"},
-    Symbols{"AE10", "0", "parenright"},
-    Symbols{"AE11", "minus", "underscore"},
-    Symbols{"AE12", "equal", "plus"},
-    Symbols{"BKSP", "backspace", ""},
-    Symbols{"TAB", "tab", "iso_left_tab"},
-    Symbols{"AD11", "bracketleft", "braceleft"},
-    Symbols{"AD12", "bracketright", "braceright"},
-    Symbols{"BKSL", "backslash", "bar"},
-    Symbols{"AC10", "semicolon", "colon"},
-    Symbols{"AC11", "apostrophe", "quotedbl"},
-    Symbols{"RTRN", "return", ""},
-    Symbols{"AB08", "comma", "less"},
-    Symbols{"AB09", "period", "greater"},
-    Symbols{"AB10", "slash", "question"},
-    Symbols{"SPCE", "space", ""},
-    Symbols{"LEFT", "left", ""},
-    Symbols{"RGHT", "right", ""},
-    Symbols{"UP", "up", ""},
-    Symbols{"DOWN", "down", ""},
-    Symbols{"FK01", "f1", ""},
-    Symbols{"FK02", "f2", ""},
-    Symbols{"FK03", "f3", ""},
-    Symbols{"FK04", "f4", ""},
-    Symbols{"FK05", "f5", ""},
-    Symbols{"FK06", "f6", ""},
-    Symbols{"FK07", "f7", ""},
-    Symbols{"FK08", "f8", ""},
-    Symbols{"FK09", "f9", ""},
-    Symbols{"FK10", "f10", ""},
-    Symbols{"FK11", "f11", ""},
-    Symbols{"FK12", "f12", ""},
+    KeyNames{"ESC", "escape", ""},
+    KeyNames{"TLDE", "grave", "asciitilde"},
+    KeyNames{"AE01", "1", "exclam"},
+    KeyNames{"AE02", "2", "at"},
+    KeyNames{"AE03", "3", "numbersign"},
+    KeyNames{"AE04", "4", "dollar"},
+    KeyNames{"AE05", "5", "percent"},
+    KeyNames{"AE06", "6", "asciicircum"},
+    KeyNames{"AE07", "7", "ampersand"},
+    KeyNames{"AE08", "8", "asterisk"},
+    KeyNames{"AE09", "9", "parenleft"},
+    KeyNames{"AE10", "0", "parenright"},
+    KeyNames{"AE11", "minus", "underscore"},
+    KeyNames{"AE12", "equal", "plus"},
+    KeyNames{"BKSP", "backspace", ""},
+    KeyNames{"TAB", "tab", "iso_left_tab"},
+    KeyNames{"AD11", "bracketleft", "braceleft"},
+    KeyNames{"AD12", "bracketright", "braceright"},
+    KeyNames{"BKSL", "backslash", "bar"},
+    KeyNames{"AC10", "semicolon", "colon"},
+    KeyNames{"AC11", "apostrophe", "quotedbl"},
+    KeyNames{"RTRN", "return", ""},
+    KeyNames{"AB08", "comma", "less"},
+    KeyNames{"AB09", "period", "greater"},
+    KeyNames{"AB10", "slash", "question"},
+    KeyNames{"SPCE", "space", ""},
+    KeyNames{"LEFT", "left", ""},
+    KeyNames{"RGHT", "right", ""},
+    KeyNames{"UP", "up", ""},
+    KeyNames{"DOWN", "down", ""},
+    KeyNames{"FK01", "f1", ""},
+    KeyNames{"FK02", "f2", ""},
+    KeyNames{"FK03", "f3", ""},
+    KeyNames{"FK04", "f4", ""},
+    KeyNames{"FK05", "f5", ""},
+    KeyNames{"FK06", "f6", ""},
+    KeyNames{"FK07", "f7", ""},
+    KeyNames{"FK08", "f8", ""},
+    KeyNames{"FK09", "f9", ""},
+    KeyNames{"FK10", "f10", ""},
+    KeyNames{"FK11", "f11", ""},
+    KeyNames{"FK12", "f12", ""},
 };
 
 struct LetterRow {
@@ -99,7 +99,7 @@ std::string lowered(std::string_view text) {
 }
 
 std::vector<std::string_view> symbolsOf(std::string_view xkbName) {
-    const auto* found = std::ranges::find(symbolTable, xkbName, &Symbols::xkbName);
+    const auto* found = std::ranges::find(symbolTable, xkbName, &KeyNames::xkbName);
     if (found != symbolTable.end()) {
         return found->shifted.empty() ? std::vector{found->plain} : std::vector{found->plain, found->shifted};
     }

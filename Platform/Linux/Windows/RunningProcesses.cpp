@@ -102,7 +102,7 @@ RunningProcesses::Place RunningProcesses::placeOf(ProcessIdentifier process) {
 }
 
 RunningProcesses::Running* RunningProcesses::find(ProcessIdentifier process) {
-    const Place found = placeOf(process);
+    const auto found = placeOf(process);
     return found == applications.end() ? nullptr : found->get();
 }
 
@@ -158,7 +158,7 @@ void RunningProcesses::launchIfComplete(Running& running) {
 }
 
 void RunningProcesses::end(ProcessIdentifier process) {
-    const Place found = placeOf(process);
+    const auto found = placeOf(process);
     if (found == applications.end()) {
         return;
     }
