@@ -75,7 +75,7 @@ AXError Door::request(const compositor::WindowIdentifier& window, const corvid::
     placement = Placement{.number = ++lastNumber,
                           .window = window,
                           .frame = frame,
-                          .formerSize = known->frame.size,
+                          .formerFrame = known->frame,
                           .outcome = std::nullopt,
                           .lastChange = std::nullopt};
     link.ask(ScriptMessages::place(lastNumber, window, frame));
@@ -156,7 +156,7 @@ void Door::scriptCarriedOut(const ScriptMessages::Result& result) {
     }
     placement->outcome = result.outcome;
     placement->frame = result.asked.value_or(placement->frame);
-    placement->mayBeCorrected = result.isForced && placement->frame.size != placement->formerSize;
+    placement->mayBeCorrected = result.isForced && placement->frame.size != placement->formerFrame.size;
     // What is done at once, as a mere move, needs no waiting.
     const compositor::Window* known = table.find(placement->window);
     if (known != nullptr && result.frame && known->frame != *result.frame) {
@@ -200,8 +200,8 @@ bool Door::isUndone(const ScriptMessages::Told& told) const {
     if (!placement || !placement->outcome || !placement->mayBeCorrected || placement->window != told.identifier) {
         return false;
     }
-    const corvid::CGSize size = told.window.frame.size;
-    return isClose(size.width, placement->formerSize.width) && isClose(size.height, placement->formerSize.height);
+    return isClose(told.window.frame, placement->formerFrame) &&
+           !isClose(placement->frame.origin, placement->formerFrame.origin);
 }
 
 void Door::take(const ScriptMessages::Gone& gone) {

@@ -40,7 +40,7 @@ private:
         compositor::WindowIdentifier window;
         /// What it will have where it does as it is told.
         corvid::CGRect frame;
-        corvid::CGSize formerSize;
+        corvid::CGRect formerFrame;
         std::optional<ScriptMessages::Outcome> outcome;
         /// Whether the window may ask for another size after it has got this one.
         bool mayBeCorrected = false;
@@ -68,8 +68,9 @@ private:
                                   Instant deadline);
     [[nodiscard]] AXError settle(Instant deadline);
 
-    /// Whether a window is told of that has gone back to its size from before the present placement. That is no size
-    /// that it has settled on but something new, of which the table learns when the placement is over.
+    /// Whether a window is told of that has gone back to its frame from before the present placement. That is no size
+    /// that it has settled on but something new, of which the table learns when the placement is over. One that refuses
+    /// a size may have its former one again as well, but stays at its new place.
     [[nodiscard]] bool isUndone(const ScriptMessages::Told& told) const;
 
     linux::MainLoop& mainLoop;

@@ -1,5 +1,7 @@
 #include "Platform/Sway/Message.h"
 
+#include <array>
+#include <bit>
 #include <cstring>
 
 namespace platform::sway {
@@ -10,9 +12,8 @@ constexpr std::string_view magic = "i3-ipc";
 constexpr std::size_t headerLength = magic.size() + 2 * sizeof(std::uint32_t);
 
 void append(std::string& bytes, std::uint32_t number) {
-    char raw[sizeof number];
-    std::memcpy(raw, &number, sizeof number);
-    bytes.append(raw, sizeof raw);
+    const auto raw = std::bit_cast<std::array<char, sizeof number>>(number);
+    bytes.append(raw.data(), raw.size());
 }
 
 std::uint32_t numberAt(std::string_view bytes, std::size_t place) {

@@ -107,11 +107,11 @@ private:
         return std::string("AXUnknown");
     }
 
-    static AXValue elements(std::vector<Name> windows) {
+    static AXValue elements(const std::vector<Name>& windows) {
         std::vector<AXUIElement> all;
         all.reserve(windows.size());
-        for (Name& window : windows) {
-            all.push_back(windowElement(std::move(window)));
+        for (const Name& window : windows) {
+            all.push_back(windowElement(window));
         }
         return all;
     }

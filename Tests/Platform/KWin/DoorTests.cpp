@@ -87,7 +87,16 @@ TEST_F(DoorTest, AWindowThatWasForcedMayAskForAnotherSize) {
     EXPECT_EQ(table.find(editor)->frame, (CGRect{{0, 30}, {796, 866}}));
 }
 
-TEST_F(DoorTest, AWindowThatGoesBackToItsFormerSizeIsToldOfAfterwards) {
+TEST_F(DoorTest, AWindowThatKeepsItsFormerSizeInItsNewPlaceHasSettledOnIt) {
+    const CGRect settled{{0, 30}, startFrame.size};
+    onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {0, 30, 800, 870}}, {"isForced", true}},
+            [&](FakeKWin::Script& script) { script.tell(told(windowAt(settled))); });
+    open();
+    EXPECT_EQ(door->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
+    EXPECT_EQ(table.find(editor)->frame, settled);
+}
+
+TEST_F(DoorTest, AWindowThatGoesBackToItsFormerFrameIsToldOfAfterwards) {
     onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {0, 30, 800, 870}}, {"isForced", true}},
             [&](FakeKWin::Script& script) { script.tell(told(windowAt(startFrame))); });
     open();
