@@ -2,6 +2,7 @@
 
 import os
 import signal
+import subprocess
 import sys
 import time
 from pathlib import Path
@@ -10,7 +11,7 @@ from .applications import Application
 from .product import Product
 from .rect import Rect
 from .session import Session
-from .skipping import require
+from .skipping import Skipped, require
 from .sway_ipc import GET_TREE, RUN_COMMAND, Connection, Window, rect_of, windows_of
 from .waiting import until, until_equal
 from .wayland_keyboard import WaylandKeyboard
@@ -59,6 +60,11 @@ class UnprivilegedSession(Session):
         self._hand_over()
         return super().run([*self.prefix, *command], extra)
 
+    def can_read(self, path: Path) -> bool:
+        """Whether the session's user can, who may be somebody else than who runs the tests."""
+        command = [*self.prefix, "test", "-r", str(path)]
+        return subprocess.run(command, stdin=subprocess.DEVNULL, timeout=10, check=False).returncode == 0
+
     def _hand_over(self) -> None:
         if self.prefix:
             for folder, folders, files in os.walk(self.directory):
@@ -89,6 +95,9 @@ class SwayDesktop:
         self.socket = self.session.runtime / "sway.sock"
         self.configuration = self.session.home / ".config/sway/config"
         try:
+            for path in filter(None, (program, Path(__file__).resolve())):
+                if not self.session.can_read(path):
+                    raise Skipped(f"{path} is in a folder that only its owner can enter")
             self.configure(configuration)
             self.start()
             self._start_bus()
