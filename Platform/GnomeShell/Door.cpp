@@ -1,5 +1,6 @@
 #include "Platform/GnomeShell/Door.h"
 
+#include "Platform/GnomeShell/Arguments.h"
 #include "Platform/GnomeShell/Protocol.h"
 
 #include <unistd.h>
@@ -24,29 +25,6 @@ std::uint64_t numberOf(const compositor::WindowIdentifier& window) {
     std::uint64_t number = 0;
     std::from_chars(window.data(), window.data() + window.size(), number);
     return number;
-}
-
-/// The text that a message consists of; empty where it is of another type.
-std::string_view textOf(sd_bus_message* message) {
-    const char* text = nullptr;
-    return sd_bus_message_read(message, "s", &text) > 0 ? std::string_view(text) : std::string_view();
-}
-
-std::optional<corvid::CGRect> rectangleOf(sd_bus_message* message) {
-    std::int32_t x = 0;
-    std::int32_t y = 0;
-    std::int32_t width = 0;
-    std::int32_t height = 0;
-    if (sd_bus_message_read(message, "iiii", &x, &y, &width, &height) <= 0) {
-        return std::nullopt;
-    }
-    return corvid::CGRect{{static_cast<double>(x), static_cast<double>(y)},
-                          {static_cast<double>(width), static_cast<double>(height)}};
-}
-
-std::optional<std::uint64_t> windowOf(sd_bus_message* message) {
-    std::uint64_t window = 0;
-    return sd_bus_message_read(message, "t", &window) > 0 ? std::optional(window) : std::nullopt;
 }
 
 } // namespace

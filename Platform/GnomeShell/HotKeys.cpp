@@ -7,22 +7,6 @@
 
 namespace platform::gnomeshell {
 
-namespace {
-
-/// A press that found its hot key.
-class Press final : public HotKeyEvent {
-public:
-    explicit Press(EventHotKeyID name)
-        : name(name) {}
-
-    [[nodiscard]] std::expected<EventHotKeyID, OSStatus> directObject() const override { return name; }
-
-private:
-    EventHotKeyID name;
-};
-
-} // namespace
-
 HotKeys::HotKeys(linux::MainLoop& mainLoop, ShellLink& link)
     : Listener(link)
     , mainLoop(mainLoop)
@@ -33,12 +17,6 @@ HotKeys::~HotKeys() {
     for (const auto& [number, registered] : registrations) {
         link.send("Ungrab", "u", number);
     }
-}
-
-OSStatus HotKeys::installHandler(HotKeyEventHandler newHandler, void* userData) {
-    handler = newHandler;
-    handlerData = userData;
-    return noErr;
 }
 
 HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID name) {
@@ -127,9 +105,8 @@ void HotKeys::confirmAt(Instant time, Duration tolerance) {
 
 void HotKeys::press(std::uint32_t number) {
     const auto found = registrations.find(number);
-    if (found != registrations.end() && handler != nullptr) {
-        const Press event(found->second.name);
-        handler(nullptr, &event, handlerData);
+    if (found != registrations.end()) {
+        tellOfPress(found->second.name);
     }
 }
 

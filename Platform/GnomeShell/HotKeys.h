@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/GnomeShell/ShellLink.h"
-#include "Platform/HotKeyEvents.h"
+#include "Platform/Linux/HandledHotKeys.h"
 
 #include <chrono>
 #include <cstdint>
@@ -14,7 +14,7 @@ namespace platform::gnomeshell {
 
 /// Global hot keys that the shell holds for us. It knows of all its own keys, so a combination that one of them has is
 /// refused. With the link, the extension gives all of them back.
-class HotKeys final : public HotKeyEvents, private ShellLink::Listener {
+class HotKeys final : public linux::HandledHotKeys, private ShellLink::Listener {
 public:
     /// How long after a busy shell has not answered it is asked again for its keys.
     static constexpr Duration untilRetry = std::chrono::milliseconds(500);
@@ -23,7 +23,6 @@ public:
     HotKeys(linux::MainLoop& mainLoop, ShellLink& link);
     ~HotKeys() override;
 
-    OSStatus installHandler(HotKeyEventHandler newHandler, void* userData) override;
     [[nodiscard]] Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
@@ -55,8 +54,6 @@ private:
     /// By the numbers under which the extension knows them.
     std::map<std::uint32_t, Registered> registrations;
     std::uint32_t lastNumber = 0;
-    HotKeyEventHandler handler = nullptr;
-    void* handlerData = nullptr;
     bool wasLost = false;
     std::unique_ptr<ScheduledWork> confirmation;
     /// Work that outlives the hot keys finds nothing here.

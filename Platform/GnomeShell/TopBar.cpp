@@ -1,5 +1,6 @@
 #include "Platform/GnomeShell/TopBar.h"
 
+#include "Platform/GnomeShell/Arguments.h"
 #include "Platform/Linux/Tray/SymbolPicture.h"
 #include "Platform/Linux/Windows/ScreenSpace.h"
 
@@ -8,22 +9,6 @@
 #include <utility>
 
 namespace platform::gnomeshell {
-
-namespace {
-
-std::optional<corvid::CGRect> rectangleOf(sd_bus_message* message) {
-    std::int32_t x = 0;
-    std::int32_t y = 0;
-    std::int32_t width = 0;
-    std::int32_t height = 0;
-    if (sd_bus_message_read(message, "iiii", &x, &y, &width, &height) <= 0) {
-        return std::nullopt;
-    }
-    return corvid::CGRect{{static_cast<double>(x), static_cast<double>(y)},
-                          {static_cast<double>(width), static_cast<double>(height)}};
-}
-
-} // namespace
 
 TopBar::TopBar(linux::MainLoop& mainLoop, ShellLink& link, const compositor::WindowTable& table,
                std::string iconThemePath)

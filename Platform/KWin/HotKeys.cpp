@@ -33,18 +33,6 @@ constexpr std::size_t mostPresses = 64;
 /// KGlobalAccel::SetPresent and NoAutoloading: it is in use, and the key given here counts.
 constexpr std::uint32_t registerFlags = 2U | 4U;
 
-/// A press that found its hot key.
-class Press final : public HotKeyEvent {
-public:
-    explicit Press(EventHotKeyID name)
-        : name(name) {}
-
-    [[nodiscard]] std::expected<EventHotKeyID, OSStatus> directObject() const override { return name; }
-
-private:
-    EventHotKeyID name;
-};
-
 /// Whether a match was taken: without a callback the library would take a refusal as the end of the connection.
 int ignoreAnswer(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) {
     return 0;
@@ -84,12 +72,6 @@ HotKeys::~HotKeys() {
     turnEnd = mainLoop.now() + turnTime;
     static_cast<void>(
         call(componentPath, componentInterface, "cleanUp", [](sd_bus_message* /*message*/) { return 0; }));
-}
-
-OSStatus HotKeys::installHandler(HotKeyEventHandler newHandler, void* userData) {
-    handler = newHandler;
-    handlerData = userData;
-    return noErr;
 }
 
 HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID name) {
@@ -208,12 +190,11 @@ void HotKeys::actOnPresses() {
     pressedActions.pop_front();
     const auto found =
         std::ranges::find_if(registrations, [&](const auto& entry) { return entry.second.action == action; });
-    if (found != registrations.end() && handler != nullptr) {
+    if (found != registrations.end() && hasHandler()) {
         if (beforePress) {
             beforePress();
         }
-        const Press press(found->second.name);
-        handler(nullptr, &press, handlerData);
+        tellOfPress(found->second.name);
     }
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/HotKeyEvents.h"
 #include "Platform/KWin/NameOwner.h"
 #include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/HandledHotKeys.h"
 #include "Platform/Linux/MainLoop.h"
 
 #include <cstdint>
@@ -21,7 +21,7 @@ namespace platform::kwin {
 /// of there again: after the program has ended nothing holds them.
 ///
 /// KGlobalAccel knows letters, not places: a key is what an American layout has at its place. Main thread only.
-class HotKeys final : public HotKeyEvents, private linux::SessionBus::Listener {
+class HotKeys final : public linux::HandledHotKeys, private linux::SessionBus::Listener {
 public:
     /// What the user reads in the system's settings beside a combination (Carbon key code and modifiers).
     using Naming = std::function<std::string(std::uint32_t keyCode, std::uint32_t modifiers)>;
@@ -31,7 +31,6 @@ public:
     /// Gives all keys back.
     ~HotKeys() override;
 
-    OSStatus installHandler(HotKeyEventHandler handler, void* userData) override;
     [[nodiscard]] Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
@@ -78,8 +77,6 @@ private:
     linux::OwnedSlot keySignals;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
-    HotKeyEventHandler handler = nullptr;
-    void* handlerData = nullptr;
     std::function<void()> beforePress;
     /// The one whose key is down since its press was told.
     std::string heldAction;

@@ -11,18 +11,6 @@ namespace {
 /// Words that a person finds in what sway logs.
 constexpr std::string_view commandPrefix = "nop tessel ";
 
-/// A press that found its hot key.
-class Press final : public HotKeyEvent {
-public:
-    explicit Press(EventHotKeyID name)
-        : name(name) {}
-
-    [[nodiscard]] std::expected<EventHotKeyID, OSStatus> directObject() const override { return name; }
-
-private:
-    EventHotKeyID name;
-};
-
 std::optional<std::uint64_t> referenceIn(std::string_view command) {
     if (!command.starts_with(commandPrefix)) {
         return std::nullopt;
@@ -52,12 +40,6 @@ HotKeys::~HotKeys() {
             unbind(registered.combination);
         }
     }
-}
-
-OSStatus HotKeys::installHandler(HotKeyEventHandler newHandler, void* userData) {
-    handler = newHandler;
-    handlerData = userData;
-    return noErr;
 }
 
 HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID name) {
@@ -115,9 +97,8 @@ void HotKeys::handlePress(const Json& content) {
     const Json* binding = member(content, "binding");
     const auto reference = binding == nullptr ? std::nullopt : referenceIn(textOf(*binding, "command"));
     const auto found = reference ? registrations.find(*reference) : registrations.end();
-    if (found != registrations.end() && handler != nullptr) {
-        const Press press(found->second.name);
-        handler(nullptr, &press, handlerData);
+    if (found != registrations.end()) {
+        tellOfPress(found->second.name);
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/HotKeyEvents.h"
+#include "Platform/Linux/HandledHotKeys.h"
 #include "Platform/Sway/Combination.h"
 #include "Platform/Sway/Configuration.h"
 #include "Platform/Sway/Session.h"
@@ -20,13 +20,12 @@ namespace platform::sway {
 /// binds stays the user's. Bindings of keys by number hold in every layout, and locks do not matter to them. Reading
 /// the configuration again makes sway forget them; they are then made anew. A program that ends without taking them
 /// back leaves keys that do nothing, until it starts again or the configuration is read again.
-class HotKeys final : public HotKeyEvents, private Session::Follower {
+class HotKeys final : public linux::HandledHotKeys, private Session::Follower {
 public:
     /// `session` has to outlive this.
     explicit HotKeys(Session& session, Includes includes = includedFiles);
     ~HotKeys() override;
 
-    OSStatus installHandler(HotKeyEventHandler handler, void* userData) override;
     [[nodiscard]] Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
@@ -63,8 +62,6 @@ private:
     std::optional<std::set<Combination>> bound;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
-    HotKeyEventHandler handler = nullptr;
-    void* handlerData = nullptr;
     /// What the configuration bound when it was to be registered, by its text.
     std::map<std::string, HotKeyCombination> refused;
     bool hasChanged = false;

@@ -8,22 +8,6 @@
 
 namespace platform::x11 {
 
-namespace {
-
-/// A press that found its hot key.
-class Press final : public HotKeyEvent {
-public:
-    explicit Press(EventHotKeyID name)
-        : name(name) {}
-
-    [[nodiscard]] std::expected<EventHotKeyID, OSStatus> directObject() const override { return name; }
-
-private:
-    EventHotKeyID name;
-};
-
-} // namespace
-
 HotKeys::HotKeys(Connection& connection)
     : connection(connection) {
 }
@@ -31,12 +15,6 @@ HotKeys::HotKeys(Connection& connection)
 HotKeys::~HotKeys() {
     releaseAll();
     connection.flush();
-}
-
-OSStatus HotKeys::installHandler(HotKeyEventHandler newHandler, void* userData) {
-    handler = newHandler;
-    handlerData = userData;
-    return noErr;
 }
 
 HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID name) {
@@ -73,7 +51,7 @@ void HotKeys::handlePress(const xcb_key_press_event_t& event) {
         return;
     }
     heldKey = event.detail;
-    if (!keyboard || handler == nullptr) {
+    if (!keyboard || !hasHandler()) {
         return;
     }
     constexpr unsigned keyModifiers = 0xff;
@@ -82,8 +60,7 @@ void HotKeys::handlePress(const xcb_key_press_event_t& event) {
     const auto found =
         std::ranges::find_if(registrations, [&](const auto& entry) { return entry.second.grab == pressed; });
     if (found != registrations.end()) {
-        const Press press(found->second.name);
-        handler(nullptr, &press, handlerData);
+        tellOfPress(found->second.name);
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/HotKeyEvents.h"
+#include "Platform/Linux/HandledHotKeys.h"
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/Keyboard.h"
 
@@ -16,12 +16,11 @@ namespace platform::x11 {
 /// Core grabs collide with other core grabs, which the server reports, but not with those of the X Input extension; the
 /// later of the two kinds wins silently. A key that somebody holds through the extension is taken all the same, so a
 /// grab of that kind is tried as well, in the same round trip, and ours is given up where that one is refused.
-class HotKeys final : public HotKeyEvents {
+class HotKeys final : public linux::HandledHotKeys {
 public:
     explicit HotKeys(Connection& connection);
     ~HotKeys() override;
 
-    OSStatus installHandler(HotKeyEventHandler handler, void* userData) override;
     [[nodiscard]] Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
@@ -70,8 +69,6 @@ private:
     std::optional<KeyboardMap> keyboard;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
-    HotKeyEventHandler handler = nullptr;
-    void* handlerData = nullptr;
     /// The key whose press was acted on and that is still down.
     std::optional<xcb_keycode_t> heldKey;
     bool grabWasLost = false;
