@@ -1,13 +1,12 @@
 """Shortcuts under everything that happens to a keyboard: lock keys, layouts, a key that is held down."""
 
-import time
-
 from Xlib import X
 
 from harness.applications import APPLICATIONS, own_window
 from harness.desktop import Desktop
 from harness.oracle import ACTIONS, expected
 from harness.rect import Rect
+from harness.waiting import throughout, until
 
 from . import case
 
@@ -87,7 +86,8 @@ def a_key_held_for_two_seconds_is_one_press(program):
         desktop.start_window_manager("openbox")
         desktop.session.run(["xset", "r", "rate", "150", "40"])
         window = desktop.open(own_window("--place", "300", "200", "500", "400")).window
-        assert repeats_of_a_held_key(desktop, window) > 10, "the server does not repeat keys, so nothing is tested"
+        # Otherwise nothing is tested.
+        until_repeated(desktop, window, 10)
         product = desktop.launch()
         desktop.keyboard.hold("Control", "Alt", "Left")
         left = Rect(0, 0, 960, 1080)
@@ -104,25 +104,25 @@ def a_key_held_for_two_seconds_is_one_press(program):
         desktop.holds_frame(window, left, "frame after the next press")
 
 
-def repeats_of_a_held_key(desktop: Desktop, window: int) -> int:
-    """How many times the server presses a key for the focused window that is held for most of a second."""
+def until_repeated(desktop: Desktop, window: int, times: int) -> None:
+    """Holds a key over the focused window until the server has pressed it that often."""
     connection = desktop.keyboard.connection
     target = connection.create_resource_object("window", window)
     target.change_attributes(event_mask=X.KeyPressMask)
     desktop.keyboard.hold("Left")
-    count, end = 0, time.monotonic() + 0.8
-    while time.monotonic() < end:
+    pressed = 0
+
+    def is_repeated() -> bool:
+        nonlocal pressed
         while connection.pending_events():
-            count += connection.next_event().type == X.KeyPress
-        time.sleep(0.01)
+            pressed += connection.next_event().type == X.KeyPress
+        return pressed > times
+
+    until(is_repeated, "the server to repeat a key", saw=lambda: pressed)
     desktop.keyboard.release("Left")
     target.change_attributes(event_mask=0)
-    return count
 
 
 def hold_and_expect(desktop: Desktop, window: int, frame: Rect, seconds: float) -> None:
-    end = time.monotonic() + seconds
-    while time.monotonic() < end:
-        now = desktop.windows.frame(window)
-        assert now == frame, f"moved to {now} while the key was held"
-        time.sleep(0.01)
+    throughout(seconds, lambda: desktop.windows.frame(window) == frame, "left alone while the key was held",
+               lambda: desktop.windows.frame(window))

@@ -1,7 +1,6 @@
 """Shortcuts on sway: whatever the keyboard does, and beside what the user has bound."""
 
 import signal
-import time
 
 from harness.applications import APPLICATIONS
 from harness.oracle import ACTIONS, expected
@@ -9,7 +8,7 @@ from harness.product import run_to_end
 from harness.rect import Rect
 from harness.sway import SwayDesktop
 from harness.sway_ipc import Listener
-from harness.waiting import until, until_equal
+from harness.waiting import throughout, until, until_equal
 
 from . import case
 
@@ -87,10 +86,8 @@ def a_key_that_is_held_counts_once(program):
         product.until_at_rest()
         desktop.place(window, NATURAL)
         # Keys repeat after 0.6 s, 25 times in a second.
-        end = time.monotonic() + 1.5
-        while time.monotonic() < end:
-            assert desktop.frame(window) == NATURAL, "the window was moved while the key was held"
-            time.sleep(0.01)
+        throughout(1.5, lambda: desktop.frame(window) == NATURAL, "left alone while the key was held",
+                   lambda: desktop.frame(window))
         desktop.keyboard.release("Control", "Alt", "Up")
 
 

@@ -27,3 +27,12 @@ def until(condition: Callable[[], Any], what: str, seconds: float = 5.0, saw: Ca
 def until_equal(read: Callable[[], Any], expected: Any, what: str, seconds: float = 5.0) -> None:
     """Waits until `read` gives `expected`."""
     until(lambda: read() == expected, f"{what} to be {expected}", seconds, read)
+
+
+def throughout(seconds: float, condition: Callable[[], Any], what: str, saw: Callable[[], Any] | None = None) -> None:
+    """Watches for that time, and fails as soon as `condition` does not hold: for what must not happen."""
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        if not condition():
+            raise AssertionError(f"not {what}" + (f"; saw {saw()}" if saw else ""))
+        time.sleep(INTERVAL)

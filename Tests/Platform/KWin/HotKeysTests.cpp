@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <future>
 #include <memory>
 
 namespace platform::kwin {
@@ -171,20 +172,21 @@ TEST_F(HotKeysTest, WithoutAServerNothingIsRegistered) {
 }
 
 TEST_F(HotKeysTest, AServerThatHangsTakesNoMoreThanATurn) {
-    std::atomic<bool> mayGoOn = false;
-    std::thread hanging([&] {
+    std::promise<void> beginning;
+    std::promise<void> permission;
+    std::thread hanging([&, isGiven = permission.get_future().share()] {
         kwin->run([&] {
-            while (!mayGoOn) {
-                std::this_thread::sleep_for(milliseconds(1));
-            }
+            beginning.set_value();
+            isGiven.wait_for(std::chrono::seconds(10));
         });
     });
+    beginning.get_future().wait();
     const Instant begin = loop.now();
     for (std::uint32_t identifier = 1; identifier <= 6; ++identifier) {
         EXPECT_EQ(add(identifier, identifier).status, eventHotKeyInvalidErr);
     }
     EXPECT_LT(loop.now() - begin, milliseconds(400));
-    mayGoOn = true;
+    permission.set_value();
     hanging.join();
     // What it did when it came to itself was taken back.
     EXPECT_TRUE(runUntil([&] { return kwin->keys().empty(); }));

@@ -2,7 +2,8 @@
 
 #include <unistd.h>
 
-#include <atomic>
+#include <chrono>
+#include <future>
 #include <thread>
 
 namespace platform::kwin {
@@ -207,18 +208,19 @@ TEST_F(ScriptLinkTest, WhatIsAskedAfterTheLoopHasEndedDoesNoHarm) {
 
 TEST_F(ScriptLinkTest, AKWinThatHangsDoesNotHoldUpTheEnd) {
     open(ScriptLink::Timing{.farewell = milliseconds(50)});
-    std::atomic<bool> mayGoOn = false;
-    std::thread hanging([&] {
+    std::promise<void> beginning;
+    std::promise<void> permission;
+    std::thread hanging([&, isGiven = permission.get_future().share()] {
         kwin->run([&] {
-            while (!mayGoOn) {
-                std::this_thread::sleep_for(milliseconds(1));
-            }
+            beginning.set_value();
+            isGiven.wait_for(std::chrono::seconds(10));
         });
     });
+    beginning.get_future().wait();
     const Instant begin = loop.now();
     door.reset();
     EXPECT_LT(loop.now() - begin, std::chrono::seconds(2));
-    mayGoOn = true;
+    permission.set_value();
     hanging.join();
 }
 

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <functional>
+#include <future>
 #include <thread>
 
 namespace platform::sway {
@@ -67,9 +68,11 @@ TEST_F(SwaySession, ASilentPeerCostsNoMoreThanATurn) {
 
 TEST_F(SwaySession, AnAnswerThatComesLateIsNotTakenForAnother) {
     open();
-    desktop.sway.onTree([&] { std::this_thread::sleep_for(std::chrono::milliseconds(60)); });
+    std::promise<void> end;
+    desktop.sway.onTree([isGivenUp = end.get_future().share()] { isGivenUp.wait_for(std::chrono::seconds(10)); });
     EXPECT_EQ(desktop.session.ask(MessageType::getTree, "", desktop.loop.now() + std::chrono::milliseconds(5)),
               std::nullopt);
+    end.set_value();
     const auto state = desktop.session.ask(MessageType::getBindingState, "", desktop.soon());
     ASSERT_TRUE(state.has_value());
     EXPECT_EQ(textOf(*state, "name"), "default");
