@@ -48,6 +48,9 @@ public:
     /// say.
     [[nodiscard]] virtual bool hasKeyboard(Number window) = 0;
 
+    /// Whether a window of another program has the keyboard. No where the desktop does not say.
+    [[nodiscard]] virtual bool isKeyboardElsewhere() { return false; }
+
     /// Whether what lies behind a window shines through where the window is transparent.
     [[nodiscard]] virtual bool areBlended() = 0;
 };

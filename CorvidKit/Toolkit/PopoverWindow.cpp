@@ -141,6 +141,8 @@ void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
     place();
     grabTries = 0;
     grabPointer();
+    looks = 0;
+    expectKeyboard();
 }
 
 void PopoverWindow::showAgain() {
@@ -234,11 +236,31 @@ void PopoverWindow::followKeyboard() {
     }
 }
 
+void PopoverWindow::expectKeyboard() {
+    constexpr int mostLooks = 10;
+    constexpr auto pause = std::chrono::milliseconds(300);
+    if (!isManaged() || behavior != Behavior::transient || ++looks > mostLooks) {
+        return;
+    }
+    platform::MainActor& mainActor = platform::current().mainActor;
+    pendingLook = mainActor.schedule(mainActor.now() + pause, pause / 3, [this] {
+        if (window->isActive()) {
+            return;
+        }
+        if (surroundings.ownWindows->isKeyboardElsewhere()) {
+            performClose();
+        } else {
+            expectKeyboard();
+        }
+    });
+}
+
 void PopoverWindow::performClose() {
     if (!isShown()) {
         return;
     }
     pendingGrab.reset();
+    pendingLook.reset();
     if (!isManaged()) {
         window->setMouseGrabEnabled(false);
     }

@@ -60,6 +60,9 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     void followScale();
     void grabPointer();
     void followKeyboard();
+    /// Where a compositor gives the keyboard, it may take it again before the toolkit has noticed, which then tells
+    /// nothing.
+    void expectKeyboard();
     [[nodiscard]] bool isOutside(const QPointF& position) const;
 
     Surroundings surroundings;
@@ -78,6 +81,8 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     QPointer<QScreen> followed;
     QMetaObject::Connection scaleFollowing;
     int grabTries = 0;
+    std::unique_ptr<platform::ScheduledWork> pendingLook;
+    int looks = 0;
     /// When it was last closed because a managed window has lost the keyboard.
     std::optional<platform::Instant> keyboardLoss;
 };

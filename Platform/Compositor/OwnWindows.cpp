@@ -2,6 +2,8 @@
 
 #include "Platform/Linux/Windows/ScreenSpace.h"
 
+#include <unistd.h>
+
 namespace platform::compositor {
 
 std::optional<corvid::CGPoint> OwnWindows::pointer() {
@@ -14,6 +16,13 @@ void OwnWindows::place(Number /*window*/, const std::string& title, corvid::CGPo
     if (const auto frame = primary()) {
         door.placeOwnWindow(title, linux::fromAccessibilitySpace(topLeft, *frame));
     }
+}
+
+bool OwnWindows::isKeyboardElsewhere() {
+    const WindowTable* table = turn.table();
+    const auto focused = table == nullptr ? std::nullopt : table->focused();
+    const Window* window = focused ? table->find(*focused) : nullptr;
+    return window != nullptr && window->clues.process != ::getpid();
 }
 
 std::optional<corvid::CGRect> OwnWindows::primary() {

@@ -24,6 +24,8 @@ public:
     /// The toolkit is told by the compositor itself, and knows.
     [[nodiscard]] bool hasKeyboard(Number /*window*/) override { return false; }
 
+    [[nodiscard]] bool isKeyboardElsewhere() override;
+
     [[nodiscard]] bool areBlended() override { return true; }
 
 private:

@@ -32,6 +32,8 @@ public:
 
     [[nodiscard]] bool hasKeyboard(Number window) override { return keyboardOwner == window; }
 
+    [[nodiscard]] bool isKeyboardElsewhere() override { return !keyboardOwner; }
+
     [[nodiscard]] bool areBlended() override { return hasCompositor; }
 
     /// In points in the screen space; nothing for a desktop that does not say.

@@ -94,10 +94,11 @@ std::optional<corvid::CGRect> Door::settledFrame(const WindowIdentifier& window,
 
 void Door::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
     ownPlaces[title] = {.topLeft = topLeft, .isDue = true};
-    // So that it is never seen elsewhere, nor the layout making room for it. What was told for another place is told
+    // So that it is never seen elsewhere, nor the layout making room for it, and has the keyboard from the beginning: a
+    // command that came later could take it from who has got it meanwhile. What was told for another place is told
     // first and does no harm.
     const std::string rule =
-        "for_window " + ownWindowCriteria(ownProcess, title) + " \"" + popoverCommands(topLeft) + "\"";
+        "for_window " + ownWindowCriteria(ownProcess, title) + " \"" + popoverCommands(topLeft) + ", focus\"";
     if (!ownWindowRules.contains(rule) && session.run(rule, session.deadline())) {
         ownWindowRules.insert(rule);
     }
@@ -230,7 +231,7 @@ void Door::placeOwnWindows(const Tree& tree) {
         const auto place = ownPlaces.find(each.title);
         if (each.window.clues.process == ownProcess && place != ownPlaces.end() && place->second.isDue) {
             place->second.isDue = false;
-            session.run("[con_id=" + each.identifier + "] " + popoverCommands(place->second.topLeft) + ", focus",
+            session.run("[con_id=" + each.identifier + "] " + popoverCommands(place->second.topLeft),
                         session.deadline());
         }
     }

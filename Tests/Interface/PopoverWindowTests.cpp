@@ -223,6 +223,23 @@ TEST_F(HangingOnWayland, LosingTheKeyboardClosesIt) {
     EXPECT_FALSE(popover.isShown());
 }
 
+TEST_F(HangingOnWayland, LosingTheKeyboardBeforeTheToolkitHasNoticedClosesIt) {
+    popover.show({.rect = CGRect{{500, 1070}, {0, 0}}, .isAtPointer = true}, Edge::minY);
+    desktop.ownWindows.keyboardOwner = 1;
+    desktop.mainActor.advance(std::chrono::seconds(1));
+    EXPECT_TRUE(popover.isShown()) << "it may be about to get the keyboard";
+    desktop.ownWindows.keyboardOwner.reset();
+    desktop.mainActor.advance(std::chrono::seconds(1));
+    EXPECT_FALSE(popover.isShown());
+}
+
+TEST_F(HangingOnWayland, WhatTheToolkitKnowsCounts) {
+    openWithKeyboard();
+    desktop.ownWindows.keyboardOwner.reset();
+    desktop.mainActor.advance(std::chrono::seconds(2));
+    EXPECT_TRUE(popover.isShown()) << "the desktop may tell late of it";
+}
+
 TEST_F(HangingOnWayland, TheClickWhosePressHasClosedItDoesNotOpenItAgain) {
     openWithKeyboard();
     loseKeyboard();

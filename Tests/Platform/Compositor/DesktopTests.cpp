@@ -1,6 +1,8 @@
 #include "FollowedCompositor.h"
 #include "Platform/Linux/Windows/Elements.h"
 
+#include <unistd.h>
+
 #include <optional>
 #include <vector>
 
@@ -127,6 +129,23 @@ TEST_F(CompositorDesktop, OwnWindowsAndThePointerAreCountedFromThePrimaryOutput)
     EXPECT_EQ(own.pointer(), std::nullopt);
     own.place(0, "Title", {30, 40});
     EXPECT_EQ(door.takeTrace(), Trace{});
+}
+
+TEST_F(CompositorDesktop, TheKeyboardIsElsewhereIfAnotherProgramIsKnownToHaveIt) {
+    start();
+    platform::OwnWindows& own = desktop->ownWindows();
+    EXPECT_FALSE(own.isKeyboardElsewhere()) << "nobody has it";
+    openWindow("1", ::getpid() + 1, "editor");
+    openWindow("2", ::getpid(), "tessel");
+    table.setFocused("1");
+    EXPECT_TRUE(own.isKeyboardElsewhere());
+    table.setFocused("2");
+    EXPECT_FALSE(own.isKeyboardElsewhere());
+    table.setFocused("3");
+    EXPECT_FALSE(own.isKeyboardElsewhere()) << "nobody knows whose that is";
+    table.setFocused("1");
+    table.close();
+    EXPECT_FALSE(own.isKeyboardElsewhere());
 }
 
 } // namespace
