@@ -237,16 +237,14 @@ void PopoverWindow::followKeyboard() {
 }
 
 void PopoverWindow::expectKeyboard() {
-    constexpr int mostLooks = 10;
-    constexpr auto pause = std::chrono::milliseconds(300);
+    // By then it has been drawn for the first time, which is when it gets the keyboard, on a slow machine too.
+    constexpr auto pause = std::chrono::seconds(1);
+    constexpr int mostLooks = 3;
     if (!isManaged() || behavior != Behavior::transient || ++looks > mostLooks) {
         return;
     }
     platform::MainActor& mainActor = platform::current().mainActor;
-    pendingLook = mainActor.schedule(mainActor.now() + pause, pause / 3, [this] {
-        if (window->isActive()) {
-            return;
-        }
+    pendingLook = mainActor.schedule(mainActor.now() + pause, pause / 10, [this] {
         if (surroundings.ownWindows->isKeyboardElsewhere()) {
             performClose();
         } else {

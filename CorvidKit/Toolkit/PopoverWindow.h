@@ -60,8 +60,8 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     void followScale();
     void grabPointer();
     void followKeyboard();
-    /// Where a compositor gives the keyboard, it may take it again before the toolkit has noticed, which then tells
-    /// nothing.
+    /// Where the compositor gives the keyboard, somebody may have got it from a new window before the toolkit was told
+    /// of either, and then it tells nothing, or goes on to take the window for the active one.
     void expectKeyboard();
     [[nodiscard]] bool isOutside(const QPointF& position) const;
 

@@ -5,6 +5,7 @@ import signal
 import subprocess
 import sys
 import time
+from contextlib import suppress
 from pathlib import Path
 
 from .applications import Application
@@ -69,7 +70,9 @@ class UnprivilegedSession(Session):
         if self.prefix:
             for folder, folders, files in os.walk(self.directory):
                 for name in (".", *folders, *files):
-                    os.chown(Path(folder, name), UNPRIVILEGED, UNPRIVILEGED, follow_symlinks=False)
+                    # Programs that run already make files and remove them.
+                    with suppress(FileNotFoundError):
+                        os.chown(Path(folder, name), UNPRIVILEGED, UNPRIVILEGED, follow_symlinks=False)
 
 
 class SwayWindow:
