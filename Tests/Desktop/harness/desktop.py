@@ -111,7 +111,10 @@ class Desktop:
             assert process.poll() is None, f"{running.application.name} ended with {process.returncode}"
             return windows.of_process(process.pid)
 
-        running.window = until(appeared, f"a window of {running.application.name}", seconds, windows.managed)
+        running.window = until(
+            appeared, f"a window of {running.application.name}, process {process.pid}", seconds,
+            lambda: {window: windows.process_of(window) for window in windows.managed()},
+        )
         if running.application.draws_shadow and self.manager.composites:
             until(
                 lambda: any(windows.extents(running.window, "_GTK_FRAME_EXTENTS")),
