@@ -1,0 +1,65 @@
+"""KWin on Wayland with screens of different scales."""
+
+import json
+
+from harness.applications import APPLICATIONS
+from harness.kwin import HEIGHT, SCREENS, WIDTH, KWinDesktop
+from harness.oracle import ACTIONS, expected
+from harness.rect import Rect
+from harness.skipping import require
+from harness.waiting import until, until_equal
+
+from . import case_for_each
+
+KINDS = {
+    "mousepad": ("mousepad", {}),
+    "featherpad": ("featherpad", {}),
+    # Decorated by itself, through Xwayland, where it stands on whole pixels of the screen: no whole points.
+    "mousepad-csd": ("mousepad-csd", {"GTK_CSD": "1", "GDK_BACKEND": "x11"}),
+}
+# Each in the space of a screen: off every edge, no round number, odd and even mixed.
+NATURAL = Rect(111, 53, 562, 403)
+
+
+
+@case_for_each("desktop.kwin.scales", KINDS)
+def every_action_is_exact_whatever_the_scale(program, kind):
+    require("kscreen-doctor", "libkf5screen-bin")
+    name, environment = KINDS[kind]
+    with KWinDesktop(program) as desktop:
+        product = desktop.launch()
+        application = APPLICATIONS[name]
+        client = desktop.open(*application.command, package=application.package, environment=environment)
+        for scales in ((1.5, 1.0), (1.0, 1.25)):
+            screens = [scaled(screen, scale) for screen, scale in zip(SCREENS, scales)]
+            # While the program runs, as a user does who changes his settings.
+            desktop.session.run(["kscreen-doctor", *(f"output.{i + 1}.scale.{scale}" for i, scale in enumerate(scales))])
+            until_equal(lambda: frames_of_screens(desktop), screens, "the screens")
+            # At one and a half a screen is no whole number of points wide.
+            leeway = 1 if kind == "mousepad-csd" or 1.5 in scales else 0
+            for screen in screens:
+                natural = NATURAL._replace(x=NATURAL.x + screen.x, height=min(NATURAL.height, screen.height - 100))
+                for action in ACTIONS:
+                    desktop.eyes.place(client.window, natural)
+                    wanted = expected(action, natural, screen, lambda size: size)
+                    desktop.press(product, action)
+                    until(
+                        lambda: is_near(desktop.eyes.frame(client.window), wanted, leeway),
+                        f"{wanted} after {action} at scales {scales}", saw=lambda: desktop.eyes.find(client.window),
+                    )
+
+
+def is_near(frame: Rect, wanted: Rect, leeway: int) -> bool:
+    return all(abs(is_there - belongs) <= leeway for is_there, belongs in zip(frame, wanted))
+
+
+def scaled(screen: Rect, scale: float) -> Rect:
+    return screen._replace(width=round(screen.width / scale), height=round(screen.height / scale))
+
+
+def frames_of_screens(desktop: KWinDesktop) -> list[Rect]:
+    """As they are told to whoever changes their settings."""
+    told = json.loads(desktop.session.run(["kscreen-doctor", "--json"]))
+    return sorted(
+        scaled(Rect(each["pos"]["x"], each["pos"]["y"], WIDTH, HEIGHT), each["scale"]) for each in told["outputs"]
+    )
