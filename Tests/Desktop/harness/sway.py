@@ -1,5 +1,6 @@
 """A sway of one test on outputs that nobody sees, with its session, keys and eyes."""
 
+import contextlib
 import os
 import signal
 import subprocess
@@ -69,7 +70,9 @@ class UnprivilegedSession(Session):
         if self.prefix:
             for folder, folders, files in os.walk(self.directory):
                 for name in (".", *folders, *files):
-                    os.chown(Path(folder, name), UNPRIVILEGED, UNPRIVILEGED, follow_symlinks=False)
+                    # What runs already takes files of its own away meanwhile.
+                    with contextlib.suppress(FileNotFoundError):
+                        os.chown(Path(folder, name), UNPRIVILEGED, UNPRIVILEGED, follow_symlinks=False)
 
 
 class SwayWindow:
