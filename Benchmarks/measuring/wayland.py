@@ -132,6 +132,10 @@ class Probe:
         """Milliseconds from the press of a key that nobody holds until the window has it."""
         return self._ask(f"reach {key}")[0] / 1000
 
+    def press(self, key: int) -> None:
+        """Presses a shortcut, whatever it does."""
+        self._ask(f"press {key}")
+
     def _ask(self, line: str) -> list[float]:
         self.process.stdin.write(line + "\n")
         self.process.stdin.flush()

@@ -8,6 +8,7 @@
 //                 moment before the key's message leaves until the window is told the size that it then keeps, and
 //                 until the compositor has painted it in that size; and the size
 //   reach KEY     the same with a key that nobody holds; answers with microseconds until the window has the key
+//   press KEY     the same without looking; answers with 0
 //
 // One process and one clock: the window of which the compositor tells is that of the process that presses.
 
@@ -83,6 +84,9 @@ private:
             untilCalm();
             std::printf("%.1f %.1f %d %d\n", microseconds(window.told() - start),
                         microseconds(*window.painted() - start), window.size().width, window.size().height);
+        } else if (line.substr(0, space) == "press") {
+            press(key, [] { return true; });
+            std::puts("0");
         } else {
             const auto before = window.keyArrival();
             const Clock::time_point start = press(key, [&] { return window.keyArrival() != before; });
