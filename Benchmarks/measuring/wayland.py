@@ -1,9 +1,8 @@
 """Wayland's desktops as they are measured: our keys free, their own bindings for both halves on other keys."""
 
 import subprocess
-from dataclasses import dataclass
 from pathlib import Path
-from typing import Any, Callable
+from typing import Any
 
 from . import PROGRAM, probe
 from .bindings import LEFT_KEY, RIGHT_KEY
@@ -15,6 +14,8 @@ from harness.rect import Rect
 from harness.sway import FIRST, SwayDesktop, SwayWindow
 from harness.waiting import until
 
+# As the others, for what a script binds where there is one.
+SCRIPT_LEFT_KEY, SCRIPT_RIGHT_KEY = "3", "4"
 NAME = "org.example.Probe"
 NATURAL = Rect(300, 200, 500, 400)
 RELEASE_TILE = 'find("{0}").tile = null; find("{0}").setMaximize(true, true); find("{0}").setMaximize(false, false);'
@@ -23,6 +24,7 @@ RELEASE_TILE = 'find("{0}").tile = null; find("{0}").setMaximize(true, true); fi
 class KWin:
     action = "Window Quick Tile"
     hand = "fake-input"
+    script = ""
     # Without panels.
     work_area = SCREENS[0]
 
@@ -51,6 +53,7 @@ class KWin:
 class GnomeShell:
     action = "toggle-tiled-left, toggle-tiled-right"
     hand = "remote-desktop"
+    script = ""
     work_area = MONITORS[0]._replace(y=TOP_BAR, height=MONITORS[0].height - TOP_BAR)
 
     def __init__(self) -> None:
@@ -75,13 +78,14 @@ class GnomeShell:
 class Sway:
     action = "resize set, move position"
     hand = "virtual-keyboard"
+    script = "exec swaymsg"
 
     def __init__(self) -> None:
-        bindings = "".join(
-            f"bindsym Ctrl+Mod1+{key} floating enable, resize set width 50 ppt height 100 ppt,"
-            f" move position {x} px 0 px\n"
-            for key, x in ((LEFT_KEY, 0), (RIGHT_KEY, FIRST.width // 2))
-        )
+        bindings = ""
+        for keys, x in (((LEFT_KEY, SCRIPT_LEFT_KEY), 0), ((RIGHT_KEY, SCRIPT_RIGHT_KEY), FIRST.width // 2)):
+            place = f"floating enable, resize set width 50 ppt height 100 ppt, move position {x} px 0 px"
+            for key, command in zip(keys, (place, f"{self.script} '{place}'")):
+                bindings += f"bindsym Ctrl+Mod1+{key} {command}\n"
         self.desktop = SwayDesktop(PROGRAM, configuration=bindings, name="measured")
         self.work_area = self.desktop.work_area()
 
@@ -97,19 +101,7 @@ class Sway:
         self.desktop.place(window, NATURAL)
 
 
-@dataclass(frozen=True)
-class Compositor:
-    """A compositor, and the packages that tell its version."""
-
-    start: Callable[[], Any]
-    package: str
-
-
-COMPOSITORS = {
-    "kwin_wayland": Compositor(KWin, "kwin-wayland"),
-    "gnome-shell": Compositor(GnomeShell, "gnome-shell"),
-    "sway": Compositor(Sway, "sway"),
-}
+COMPOSITORS = {"kwin_wayland": KWin, "gnome-shell": GnomeShell, "sway": Sway}
 
 
 class Probe:

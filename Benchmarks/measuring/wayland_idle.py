@@ -30,7 +30,7 @@ def use_the_keys(measured, product) -> None:
 
 
 def measure(name: str, seconds: float) -> Cost:
-    measured = COMPOSITORS[name].start()
+    measured = COMPOSITORS[name]()
     with measured.desktop as desktop:
         desktop.session.rules({identifier: "maximize" for identifier in RULED})
         product = desktop.launch()

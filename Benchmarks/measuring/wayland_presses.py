@@ -12,19 +12,21 @@ from harness.rect import Rect
 from harness.waiting import until_equal
 
 # Keys as the kernel numbers them (linux/input-event-codes.h).
-KEY_1, KEY_2, KEY_9, KEY_LEFT, KEY_RIGHT = 2, 3, 10, 105, 106
+KEY_1, KEY_2, KEY_3, KEY_4, KEY_9, KEY_LEFT, KEY_RIGHT = 2, 3, 4, 5, 10, 105, 106
 
 
 class Run:
     """One compositor with Tessel and the window."""
 
     def __init__(self, name: str):
-        self.measured = COMPOSITORS[name].start()
+        self.measured = COMPOSITORS[name]()
         self.desktop = self.measured.desktop
         self.field = [
             Contender(f"{name}: {self.measured.action}", KEY_1, KEY_2, True),
             Contender("Tessel", KEY_LEFT, KEY_RIGHT),
         ]
+        if self.measured.script:
+            self.field.append(Contender(self.measured.script, KEY_3, KEY_4))
         area = self.measured.work_area
         left = area._replace(width=area.width // 2)
         self.halves = (left, left._replace(x=area.x + left.width))

@@ -27,8 +27,7 @@ bool isModifier(std::uint32_t key) {
 } // namespace
 
 Window::Window(const Connection& connection, const char* name, Size size)
-    : connection(connection)
-    , pixels(::memfd_create("pixels", MFD_CLOEXEC))
+    : pixels(::memfd_create("pixels", MFD_CLOEXEC))
     , surface(wl_compositor_create_surface(connection.compositor.get()))
     , shellSurface(xdg_wm_base_get_xdg_surface(connection.shell.get(), surface.get()))
     , toplevel(xdg_surface_get_toplevel(shellSurface.get()))

@@ -48,7 +48,6 @@ private:
     void noteNextPicture();
     void draw();
 
-    const Connection& connection;
     platform::linux::FileDescriptor pixels;
     Owned<wl_shm_pool> pool;
     Owned<wl_surface> surface;
