@@ -18,7 +18,11 @@ from harness.waiting import until
 SCRIPT_LEFT_KEY, SCRIPT_RIGHT_KEY = "3", "4"
 NAME = "org.example.Probe"
 NATURAL = Rect(300, 200, 500, 400)
-RELEASE_TILE = 'find("{0}").tile = null; find("{0}").setMaximize(true, true); find("{0}").setMaximize(false, false);'
+# In the language of KWin's scripts.
+PUT_BACK = (
+    'find("{0}").tile = null; find("{0}").setMaximize(false, false);'
+    ' find("{0}").frameGeometry = {{x: {1.x}, y: {1.y}, width: {1.width}, height: {1.height}}};'
+)
 
 
 class KWin:
@@ -46,8 +50,14 @@ class KWin:
         return self.desktop.eyes.frame(window)
 
     def reset(self, window: str) -> None:
-        self.desktop.eyes.windows(RELEASE_TILE.format(window))
-        self.desktop.eyes.place(window, NATURAL)
+        def is_back() -> bool:
+            if self.frame(window) == NATURAL:
+                return True
+            # Asked again as long as the window still answers what it was told before.
+            self.desktop.eyes.windows(PUT_BACK.format(window, NATURAL))
+            return False
+
+        until(is_back, "the window to be back", saw=lambda: self.frame(window))
 
 
 class GnomeShell:
