@@ -6,6 +6,7 @@ It is put back in between by the compositor itself, so that each press changes i
 from itertools import cycle, islice
 
 from .presses import WARM_UPS, Contender, Samples, turns
+from .scheduling import share_real_time
 from .wayland import COMPOSITORS, Probe
 
 from harness.rect import Rect
@@ -38,6 +39,7 @@ class Run:
             self.product.until_status("Active", 20.0)
             self.probe = Probe(self.measured)
             self.window = self.measured.window_of(self.probe.process)
+            share_real_time(self.desktop.session.processes)
         except BaseException as error:
             self.desktop.__exit__(type(error), error, error.__traceback__)
             raise
