@@ -1,11 +1,11 @@
 """A sway of one test on outputs that nobody sees, with its session, keys and eyes."""
 
-import contextlib
 import os
 import signal
 import subprocess
 import sys
 import time
+from contextlib import suppress
 from pathlib import Path
 
 from .applications import Application
@@ -70,8 +70,8 @@ class UnprivilegedSession(Session):
         if self.prefix:
             for folder, folders, files in os.walk(self.directory):
                 for name in (".", *folders, *files):
-                    # What runs already takes files of its own away meanwhile.
-                    with contextlib.suppress(FileNotFoundError):
+                    # Programs that run already make files and remove them.
+                    with suppress(FileNotFoundError):
                         os.chown(Path(folder, name), UNPRIVILEGED, UNPRIVILEGED, follow_symlinks=False)
 
 
