@@ -2,14 +2,7 @@
 
 #include <poll.h>
 
-#include <cstdio>
-
 namespace benchmarks {
-
-void fail(const char* sentence) {
-    std::fprintf(stderr, "%s\n", sentence);
-    std::exit(EXIT_FAILURE);
-}
 
 Display::Display()
     : connection(xcb_connect(nullptr, nullptr)) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Benchmarks/Probes/Probe.h"
+
 #include <xcb/xcb.h>
 
 #include <chrono>
@@ -9,8 +11,6 @@
 
 namespace benchmarks {
 
-using Clock = std::chrono::steady_clock;
-
 struct FreeDeleter {
     void operator()(void* memory) const { std::free(memory); }
 };
@@ -18,9 +18,6 @@ struct FreeDeleter {
 /// A reply, an error or an event: allocated by xcb, freed by us.
 template <typename Message>
 using Owned = std::unique_ptr<Message, FreeDeleter>;
-
-/// Ends the probe with a sentence on standard error: a measurement that cannot be made must not look like one.
-[[noreturn]] void fail(const char* sentence);
 
 /// A place on the screen as X names it: pixels in root coordinates.
 struct Placement {

@@ -9,7 +9,8 @@ from . import ROOT
 
 # What takes part in the measurements and is not ours.
 PACKAGES = [
-    "openbox", "xfwm4", "kwin-x11", "xvfb", "mousepad", "sxhkd", "wmctrl", "xdotool", "xbindkeys", "devilspie2", "g++-12"
+    "openbox", "xfwm4", "kwin-x11", "xvfb", "mousepad", "sxhkd", "wmctrl", "xdotool", "xbindkeys", "devilspie2",
+    "kwin-wayland", "gnome-shell", "sway", "g++-12",
 ]
 
 

@@ -1,0 +1,154 @@
+// A window on Wayland that presses keys and tells how long it took until it had its new size.
+//
+// usage: WaylandPressLatency HAND NAME    (the hands: Hand.h)
+//
+// Reads a line at a time from standard input and answers each with one:
+//
+//   resize KEY    presses Control, Alt and the key; answers with microseconds, microseconds, width and height: from the
+//                 moment before the key's message leaves until the window is told the size that it then keeps, and
+//                 until the compositor has painted it in that size; and the size
+//   reach KEY     the same with a key that nobody holds; answers with microseconds until the window has the key
+//   press KEY     the same without looking; answers with 0
+//
+// One process and one clock: the window of which the compositor tells is that of the process that presses.
+
+#include "Benchmarks/Probes/Wayland/Hand.h"
+#include "Benchmarks/Probes/Wayland/Window.h"
+
+#include <linux/input-event-codes.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <ranges>
+#include <string_view>
+
+namespace {
+
+using benchmarks::Clock;
+using benchmarks::fail;
+using benchmarks::wayland::Connection;
+using benchmarks::wayland::Hand;
+using benchmarks::wayland::Size;
+using benchmarks::wayland::Window;
+
+// A press that has done nothing by then is lost, not slow.
+constexpr std::chrono::seconds patience{2};
+// The window has come to rest when it has not been told anything for this long.
+constexpr std::chrono::milliseconds calm{40};
+// The next press comes at another moment of the compositor's repaint cycle (60 Hz) each time: further by a step that
+// shares no factor with the cycle.
+constexpr std::chrono::microseconds repaintCycle{16'667};
+constexpr std::chrono::microseconds phaseStep{6'199};
+
+constexpr std::array<unsigned, 2> modifierKeys{KEY_LEFTCTRL, KEY_LEFTALT};
+constexpr std::uint32_t controlAndAlt = 4 + 8;
+
+constexpr Size natural{.width = 500, .height = 400};
+
+class Presser {
+public:
+    Presser(std::string_view kind, const char* name)
+        : window(connection, name, natural)
+        , hand(handOf(kind, connection)) {}
+
+    void serve() {
+        std::array<char, 64> line{};
+        for (;;) {
+            while (!connection.handleEvents(Clock::now() + patience, STDIN_FILENO)) {
+            }
+            if (std::fgets(line.data(), line.size(), stdin) == nullptr) {
+                return;
+            }
+            carryOut(line.data());
+            std::fflush(stdout);
+        }
+    }
+
+private:
+    void carryOut(std::string_view line) {
+        const std::size_t space = line.find(' ');
+        unsigned key = 0;
+        if (space == std::string_view::npos ||
+            std::from_chars(line.data() + space + 1, line.data() + line.size(), key).ec != std::errc()) {
+            fail("not understood");
+        }
+        if (line.substr(0, space) == "resize") {
+            const Size before = window.size();
+            const Clock::time_point start = press(key, [&] { return window.size() != before; });
+            until([this] { return window.painted().has_value(); }, "the window's picture is not shown");
+            untilCalm();
+            std::printf("%.1f %.1f %d %d\n", microseconds(window.told() - start),
+                        microseconds(*window.painted() - start), window.size().width, window.size().height);
+        } else if (line.substr(0, space) == "press") {
+            press(key, [] { return true; });
+            std::puts("0");
+        } else {
+            const auto before = window.keyArrival();
+            const Clock::time_point start = press(key, [&] { return window.keyArrival() != before; });
+            std::printf("%.1f\n", microseconds(*window.keyArrival() - start));
+        }
+    }
+
+    /// When the key was pressed; it and the modifiers have been released when this returns.
+    template <typename Condition>
+    Clock::time_point press(unsigned key, const Condition& hasHappened) {
+        untilCalm();
+        for (const unsigned modifier : modifierKeys) {
+            hand->move(modifier, true);
+        }
+        until([this] { return (window.modifiers() & controlAndAlt) == controlAndAlt; },
+              "the window does not have the keyboard");
+        const Clock::time_point start = Clock::now();
+        hand->move(key, true);
+        until(hasHappened, "a press had no effect");
+        hand->move(key, false);
+        for (const unsigned modifier : modifierKeys | std::views::reverse) {
+            hand->move(modifier, false);
+        }
+        until([this] { return (window.modifiers() & controlAndAlt) == 0; }, "the window has lost the keyboard");
+        return start;
+    }
+
+    template <typename Condition>
+    void until(const Condition& isTrue, const char* otherwise) const {
+        const Clock::time_point limit = Clock::now() + patience;
+        while (!isTrue()) {
+            if (Clock::now() >= limit) {
+                fail(otherwise);
+            }
+            connection.handleEvents(limit);
+        }
+    }
+
+    void untilCalm() {
+        phase = (phase + phaseStep) % repaintCycle;
+        const Clock::time_point begin = Clock::now();
+        const auto end = [&] { return std::max(begin, window.lastWord()) + calm + phase; };
+        while (Clock::now() < end()) {
+            connection.handleEvents(end());
+        }
+    }
+
+    static double microseconds(Clock::duration duration) {
+        return std::chrono::duration<double, std::micro>(duration).count();
+    }
+
+    Connection connection;
+    Window window;
+    std::unique_ptr<Hand> hand;
+    std::chrono::microseconds phase{};
+};
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+    if (argumentCount != 3) {
+        fail("usage: WaylandPressLatency HAND NAME");
+    }
+    Presser(arguments[1], arguments[2]).serve();
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Benchmarks/Probes/Wayland/Connection.h"
+#include "Platform/Linux/FileDescriptor.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace benchmarks::wayland {
+
+struct Size {
+    int width = 0;
+    int height = 0;
+
+    friend bool operator==(const Size&, const Size&) = default;
+};
+
+/// A window without contents, which takes every size at once and notes when it is told and when it is shown.
+class Window {
+public:
+    /// Returns when it is shown.
+    Window(const Connection& connection, const char* name, Size size);
+
+    /// The size that it was told last, in points.
+    [[nodiscard]] Size size() const { return present; }
+
+    /// When it was first told this size, with no other one in between.
+    [[nodiscard]] Clock::time_point told() const { return sizeArrived; }
+
+    /// When the compositor had painted its picture in this size. Nothing before.
+    [[nodiscard]] std::optional<Clock::time_point> painted() const { return pictureShown; }
+
+    /// When it was told anything at all about its size or state.
+    [[nodiscard]] Clock::time_point lastWord() const { return wordArrived; }
+
+    /// The modifiers held down while it has the keyboard, by the bits of XKB.
+    [[nodiscard]] std::uint32_t modifiers() const { return heldModifiers; }
+
+    /// When a key that is not a modifier last went down in it.
+    [[nodiscard]] std::optional<Clock::time_point> keyArrival() const { return keyArrived; }
+
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+private:
+    void followKeyboard(wl_seat* seat);
+    void configured(std::uint32_t serial);
+    void noteNextPicture();
+    void draw();
+
+    platform::linux::FileDescriptor pixels;
+    Owned<wl_shm_pool> pool;
+    Owned<wl_surface> surface;
+    Owned<xdg_surface> shellSurface;
+    Owned<xdg_toplevel> toplevel;
+    Owned<wl_keyboard> keyboard;
+    Size present;
+    Size announced;
+    bool isShown = false;
+    std::uint32_t heldModifiers = 0;
+    Clock::time_point sizeArrived;
+    Owned<wl_callback> picture;
+    std::optional<Clock::time_point> pictureShown;
+    Clock::time_point wordArrived;
+    std::optional<Clock::time_point> keyArrived;
+};
+
+} // namespace benchmarks::wayland

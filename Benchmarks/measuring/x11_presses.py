@@ -1,0 +1,78 @@
+"""Presses on X11: a text editor's window alternates between the left and the right half of an empty screen."""
+
+import subprocess
+
+from . import PROGRAM, hot_key_daemon, probe
+from .bindings import LEFT_KEY, RIGHT_KEY, Measured
+from .presses import WARM_UPS, Contender, Samples, turns
+
+from harness.applications import APPLICATIONS
+from harness.desktop import Desktop
+from harness.keyboard import PLACES
+from harness.rect import Rect
+from harness.skipping import require
+from harness.windows import ADD, REMOVE
+
+LEFT, RIGHT = Rect(0, 0, 960, 1080), Rect(960, 0, 960, 1080)
+# The number row's places as evdev numbers them.
+NUMBER_ROW = {"1": 10, "2": 11, "3": 12, "4": 13, "5": 14, "6": 15}
+
+
+def contenders(measured: Measured) -> list[Contender]:
+    return [
+        Contender(f"{measured.manager.name}: {measured.action}", NUMBER_ROW[LEFT_KEY], NUMBER_ROW[RIGHT_KEY], True),
+        Contender("Tessel", PLACES["Left"], PLACES["Right"]),
+        Contender("sxhkd + wmctrl", NUMBER_ROW["3"], NUMBER_ROW["4"]),
+        Contender("sxhkd + xdotool", NUMBER_ROW["5"], NUMBER_ROW["6"]),
+    ]
+
+
+def start_scripts(desktop: Desktop, window: int) -> None:
+    """The scripts' author has looked up what the decoration takes: they need not find out at every press."""
+    require("wmctrl", "wmctrl")
+    require("xdotool", "xdotool")
+    left, right, top, bottom = desktop.windows.extents(window, "_NET_FRAME_EXTENTS")
+    size = (LEFT.width - left - right, LEFT.height - top - bottom)
+    wmctrl = "wmctrl -r :ACTIVE: -e 1,{0},{1},{2},{3}"
+    xdotool = "xdotool getactivewindow windowsize {2} {3} windowmove {0} {1}"
+    commands = {
+        f"ctrl + alt + {key}": line.format(frame.x, frame.y, *size)
+        for key, line, frame in (
+            ("3", wmctrl, LEFT), ("4", wmctrl, RIGHT), ("5", xdotool, LEFT), ("6", xdotool, RIGHT)
+        )
+    }
+    hot_key_daemon.start(desktop, commands, NUMBER_ROW["6"])
+
+
+def release_tile(desktop: Desktop, window: int) -> None:
+    both = ("MAXIMIZED_VERT", "MAXIMIZED_HORZ")
+    desktop.windows.change_state(window, ADD, *both)
+    desktop.windows.change_state(window, REMOVE, *both)
+
+
+def block(desktop: Desktop, window: int, contender: Contender, presses: int) -> list[float]:
+    """Milliseconds of each press of one contender's turn."""
+    modifiers = f"{PLACES['Control']},{PLACES['Alt']}"
+    shortcuts = [
+        ",".join(map(str, (key_code, *frame)))
+        for key_code, frame in ((contender.left_key, LEFT), (contender.right_key, RIGHT))
+    ]
+    words = [probe("PressLatency"), str(window), modifiers, *shortcuts, str(WARM_UPS), str(presses)]
+    done = subprocess.run(words, env=desktop.session.environment, capture_output=True, text=True, check=False)
+    assert done.returncode == 0, f"{contender.name}: {done.stderr.strip()}"
+    return [float(line) / 1000 for line in done.stdout.split()]
+
+
+def measure(measured: Measured, rounds: int, presses: int) -> tuple[list[Contender], Samples]:
+    field = contenders(measured)
+    samples: Samples = {contender.name: [] for contender in field}
+    with Desktop(PROGRAM, name="press-latency") as desktop:
+        desktop.start_window_manager(measured.manager.name)
+        window = desktop.open(APPLICATIONS["mousepad"]).window
+        start_scripts(desktop, window)
+        desktop.launch().until_status("Active")
+        for contender in turns(field, rounds):
+            if measured.tiles_stick:
+                release_tile(desktop, window)
+            samples[contender.name].append(block(desktop, window, contender, presses))
+    return field, samples
