@@ -93,7 +93,7 @@ def every_action_takes_one_window_out_of_the_layout(program, kind):
         assert not failures, "\n".join(failures)
 
 
-@case_for_each("desktop.i3.layouts", ("tabbed", "stacked", "splitv", "alone", "group"))
+@case_for_each("desktop.i3.layouts", ("tabbed", "stacked", "splitv", "alone"))
 def a_window_leaves_every_kind_of_layout(program, layout):
     with I3Desktop(program, name=f"i3.layouts.{layout}") as desktop:
         if layout != "alone":
@@ -103,19 +103,25 @@ def a_window_leaves_every_kind_of_layout(program, layout):
         product.until_status("Active")
         for action in ACTIONS:
             desktop.tile(running.window)
-            if layout == "group":
-                # A floating container of more than one window.
-                desktop.command("split v")
-                inner = desktop.open(own_window())
-                desktop.command(f"[id={inner.window}] focus; focus parent; floating enable; focus child")
-                until(lambda: desktop.windows.active() == inner.window, "the inner window to have the focus")
-                presses_come_out(desktop, product, inner, action, 0, "out of a floating group")
-                desktop.end(inner)
-                until(lambda: desktop.windows.active() == running.window, "the outer window to have the focus")
-                continue
             if layout != "alone":
                 desktop.command(f"layout {layout.replace('stacked', 'stacking')}")
             presses_come_out(desktop, product, running, action, 0, f"out of {layout}")
+
+
+@case("desktop.i3.layouts.group")
+def a_window_leaves_a_container_that_floats_with_others(program):
+    with I3Desktop(program, name="i3.layouts.group") as desktop:
+        stays = desktop.open(APPLICATIONS["mousepad"]).window
+        desktop.command("split v")
+        running = desktop.open(own_window())
+        product = desktop.launch()
+        product.until_status("Active")
+        desktop.command("focus parent; floating enable; focus child")
+        until(lambda: desktop.windows.active() == running.window, "the window to have the focus")
+        place = desktop.windows.frame(stays)
+        presses_come_out(desktop, product, running, "leftHalf", 0, "out of a floating group")
+        # It has the group's room to itself now, and the group is where it was.
+        assert desktop.windows.frame(stays)[:3] == place[:3], f"the group went to {desktop.windows.frame(stays)}"
 
 
 BORDERS = {

@@ -10,7 +10,7 @@ from .applications import own_window
 from .desktop import Desktop, RunningApplication
 from .rect import Rect
 from .skipping import require
-from .sway_ipc import GET_TREE, RUN_COMMAND, Connection, nodes, rect_of
+from .sway_ipc import GET_MARKS, GET_TREE, RUN_COMMAND, Connection, nodes, rect_of
 from .waiting import until
 from .window_managers import WindowManager
 from .windows import Windows
@@ -141,6 +141,10 @@ class I3Desktop(Desktop):
 
     def tree(self) -> dict[str, Any]:
         return self.connection.ask(GET_TREE)
+
+    def marks(self) -> list[str]:
+        """Those that bindings of a test set."""
+        return self.connection.ask(GET_MARKS)
 
     # Outputs and windows
 
