@@ -17,8 +17,7 @@ using sway::MessageType;
 /// Where i3 listens (i3 User's Guide, "Interprocess communication"); empty where it does not say.
 std::string socketPath(x11::Connection& display) {
     constexpr std::uint32_t longest = 1024;
-    const auto request =
-        x11::requestProperty(display, display.root(), display.atom(x11::Atom::i3SocketPath), longest);
+    const auto request = x11::requestProperty(display, display.root(), display.atom(x11::Atom::i3SocketPath), longest);
     return x11::readText(display, request);
 }
 
@@ -48,10 +47,9 @@ std::optional<Json> Manager::ask(x11::Connection& display, MessageType type, std
         return std::nullopt;
     }
     const Instant deadline = display.turnEnd();
-    const auto answer =
-        connection->send(type, payload, deadline) ? connection->receive(deadline) : std::nullopt;
-    auto content = answer && answer->type == static_cast<std::uint32_t>(type) ? sway::parsedJson(answer->payload)
-                                                                             : std::nullopt;
+    const auto answer = connection->send(type, payload, deadline) ? connection->receive(deadline) : std::nullopt;
+    auto content =
+        answer && answer->type == static_cast<std::uint32_t>(type) ? sway::parsedJson(answer->payload) : std::nullopt;
     if (!content) {
         connection.reset();
     }

@@ -9,8 +9,8 @@
 namespace platform::sway {
 
 /// The commands, for a window that is named before, that put its outer rectangle there, rounded to whole points, as far
-/// as it has one: floating first, because only then it has a place of its own (sway(5), "floating", "resize", "move"; i3
-/// User's Guide, "Floating", "Resizing containers/windows", "Moving containers").
+/// as it has one: floating first, because only then it has a place of its own (sway(5), "floating", "resize", "move";
+/// i3 User's Guide, "Floating", "Resizing containers/windows", "Moving containers").
 [[nodiscard]] std::string placingCommands(const corvid::CGRect& frame);
 
 /// The same for one of sway's windows. `hiddenWorkspace`: the name of its workspace if that is not shown, else empty; a

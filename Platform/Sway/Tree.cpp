@@ -81,11 +81,11 @@ TreeWindow windowOf(const Visit& visit) {
     return read;
 }
 
-/// A container that shows a window: those of Wayland programs have a process, those of X11 programs a window's number.
+/// Only containers that show a window have a process.
 bool isWindow(const Json& node) {
     const Json* nodes = member(node, "nodes");
     const bool isLeaf = nodes == nullptr || nodes->empty();
-    return isLeaf && (numberOf(node, "pid") || numberOf(node, "window")) && numberOf(node, "id");
+    return isLeaf && numberOf(node, "pid") && numberOf(node, "id");
 }
 
 std::optional<Output> outputOf(const Json& node) {
@@ -101,7 +101,7 @@ std::optional<Output> outputOf(const Json& node) {
     return Output{.frame = *frame, .workArea = isUsable ? *inside : *frame};
 }
 
-/// Neither compositor has a primary output that it tells of reliably.
+/// There is no primary output.
 void sortOutputs(std::vector<Output>& outputs) {
     const auto distance = [](const Output& output) {
         return std::pair(std::abs(output.frame.origin.x) + std::abs(output.frame.origin.y), output.frame.origin.x);

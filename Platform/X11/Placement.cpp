@@ -252,8 +252,7 @@ void Placement::ask(const Sent& sent, const FrameGeometry& present) {
     const auto& [window, whole] = sent.job;
     if (TilingManager* tiling = turn.tilingManager()) {
         // In steps that the window takes, so that nobody rounds up and over the edge of the screen.
-        const FrameGeometry wanted =
-            geometryAfter(present, whole, roundedSize(present, sent.sizeHints, whole));
+        const FrameGeometry wanted = geometryAfter(present, whole, roundedSize(present, sent.sizeHints, whole));
         tiling->place(connection, window, outerRectangle(wanted));
         turn.forgetWindows();
     } else {

@@ -76,8 +76,8 @@ const WindowFacts* Turn::windowWithFrame(xcb_window_t window) {
         return facts;
     }
     const Layout* present = layout();
-    const auto found = present == nullptr ? std::map<xcb_window_t, Layout::Window>::const_iterator{}
-                                          : present->windows.find(window);
+    const auto found =
+        present == nullptr ? std::map<xcb_window_t, Layout::Window>::const_iterator{} : present->windows.find(window);
     if (present == nullptr || found == present->windows.end()) {
         return nullptr;
     }

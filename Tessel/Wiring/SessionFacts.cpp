@@ -28,10 +28,9 @@ SessionFacts SessionFacts::ofThisProcess() {
             .swaySocket = variable("SWAYSOCK"),
             .currentDesktops = platform::linux::currentDesktops(),
             .isListenedTo = platform::linux::isListenedTo,
-            .isOnBus =
-                [](const std::string& name) {
-                    return platform::linux::hasOwnerOnBus(platform::linux::sessionBusAddress(), name);
-                }};
+            .isOnBus = [](const std::string& name) {
+                return platform::linux::hasOwnerOnBus(platform::linux::sessionBusAddress(), name);
+            }};
 }
 
 bool SessionFacts::hasDesktop(std::string_view name) const {
