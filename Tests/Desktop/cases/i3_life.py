@@ -8,6 +8,7 @@ from harness.applications import APPLICATIONS
 from harness.grabs import all_held, held_by_others
 from harness.i3 import I3Desktop
 from harness.oracle import ACTIONS, expected
+from harness.popover import GAP, Popover
 from harness.product import run_to_end
 from harness.rect import Rect
 from harness.waiting import until
@@ -148,3 +149,17 @@ def an_i3_that_hangs_does_not_hang_the_program(program):
         desktop.windows.fence()
         works(desktop, product, window, "once i3 answers again")
         product.until_status("Active")
+
+
+@case("desktop.i3.popover")
+def the_popover_opens_below_the_bar_and_changes_no_layout(program):
+    with I3Desktop(program, name="i3.popover") as desktop:
+        windows = [desktop.open(APPLICATIONS[name]).window for name in ("featherpad", "mousepad")]
+        product = desktop.launch()
+        product.until_status("Active")
+        until(desktop.bar_items, "the item in i3's own bar")
+        before = [desktop.windows.frame(window) for window in windows]
+        run_to_end(desktop.session, program, seconds=20.0)
+        frame = Popover(desktop, product).until_open(20.0)
+        assert frame.y - desktop.bar_height() in range(GAP + 5), f"{frame} is not below the bar"
+        assert [desktop.windows.frame(window) for window in windows] == before, "the layout made room for the popover"

@@ -176,8 +176,14 @@ class I3Desktop(Desktop):
 
     def bar_height(self) -> int:
         """Of i3's own bars, as the server shows them."""
-        bar = next(node for node, _ in nodes(self.tree()) if (node["name"] or "").startswith("i3bar"))
-        return self.windows.frame(bar["window"]).height
+        return self.windows.frame(self._bar()).height
+
+    def bar_items(self) -> int:
+        """How many programs' items are in i3's own bar."""
+        return len(self.windows.window(self._bar()).query_tree().children)
+
+    def _bar(self) -> int:
+        return next(node["window"] for node, _ in nodes(self.tree()) if (node["name"] or "").startswith("i3bar"))
 
     def node(self, window: int) -> Node:
         for node, workspace in nodes(self.tree()):
