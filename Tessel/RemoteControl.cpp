@@ -63,7 +63,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
         .isEnabled = state.isEnabled(),
         .isTrusted = state.hasAccessibility(),
         .version = surroundings.version,
-        .backend = surroundings.backend,
+        .backend = surroundings.backend(),
         .shortcuts = {},
         .rules = {},
     };

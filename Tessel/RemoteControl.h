@@ -16,8 +16,8 @@ class RemoteControl final : public platform::ControlRequests {
 public:
     struct Surroundings {
         std::string version;
-        /// The kind of desktop, as in "X11".
-        std::string backend;
+        /// The kind of desktop, as in "X11"; the window manager may be replaced by one of another kind.
+        std::function<std::string()> backend;
         /// What keeps windows from being moved while that is so, as part of a sentence; empty where nobody can say.
         std::function<std::string()> hindrance;
         /// Shows the program to the user.

@@ -30,10 +30,14 @@ bool continuesCharacter(char character) {
 
 } // namespace
 
+std::string placingCommands(const corvid::CGRect& frame) {
+    return "floating enable, resize set width " + number(frame.size.width) + " px height " + number(frame.size.height) +
+           " px, " + movingCommand(frame.origin);
+}
+
 std::string placingCommands(const compositor::WindowIdentifier& window, const corvid::CGRect& frame,
                             const std::string& hiddenWorkspace) {
-    std::string commands = "[con_id=" + window + "] floating enable, resize set width " + number(frame.size.width) +
-                           " px height " + number(frame.size.height) + " px, " + movingCommand(frame.origin);
+    std::string commands = "[con_id=" + window + "] " + placingCommands(frame);
     // A name that cannot be quoted cannot be told either.
     if (!hiddenWorkspace.empty() && hiddenWorkspace.find_first_of("\"\\\n") == std::string::npos) {
         commands += ", move container to workspace \"" + hiddenWorkspace + "\"";

@@ -13,7 +13,7 @@
 
 namespace platform::sway {
 
-/// The door to sway, and to i3, which has the same language. Windows are named by the number of their container.
+/// The door to sway. Windows are named by the number of their container.
 ///
 /// No event tells of geometry, so the layout is read whenever somebody wants to know; events only say that windows have
 /// come or gone or that the focus has moved, upon which it is read once for all of them.
@@ -29,7 +29,7 @@ public:
     void refresh(Instant deadline) override;
     AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
     void prompt() override {}
-    /// Neither compositor tells.
+    /// sway does not tell.
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override { return std::nullopt; }
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
 

@@ -1,5 +1,7 @@
 #include "Platform/Sway/Tree.h"
 
+#include "Platform/Sway/Nodes.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -16,27 +18,6 @@ using corvid::CGRect;
 /// What is longer or more is not meant for people.
 constexpr std::size_t longestText = 1024;
 constexpr std::size_t mostWindows = 4096;
-
-std::optional<CGRect> rectOf(const Json& node, const char* name) {
-    const Json* rect = member(node, name);
-    if (rect == nullptr) {
-        return std::nullopt;
-    }
-    constexpr std::int64_t farthest = 1 << 20;
-    const auto number = [&](const char* part) -> std::optional<double> {
-        const auto value = numberOf(*rect, part);
-        const bool isSane = value && *value >= -farthest && *value <= farthest;
-        return isSane ? std::optional(static_cast<double>(*value)) : std::nullopt;
-    };
-    const auto x = number("x");
-    const auto y = number("y");
-    const auto width = number("width");
-    const auto height = number("height");
-    if (!x || !y || !width || !height || *width < 0 || *height < 0) {
-        return std::nullopt;
-    }
-    return CGRect{{*x, *y}, {*width, *height}};
-}
 
 std::string boundedText(const Json& object, const char* name) {
     return std::string(textOf(object, name).substr(0, longestText));
@@ -100,38 +81,11 @@ TreeWindow windowOf(const Visit& visit) {
     return read;
 }
 
-/// A container that shows a window: those of Wayland programs have a process, those of X11 programs a window's number.
+/// Only containers that show a window have a process.
 bool isWindow(const Json& node) {
     const Json* nodes = member(node, "nodes");
     const bool isLeaf = nodes == nullptr || nodes->empty();
-    return isLeaf && (numberOf(node, "pid") || numberOf(node, "window")) && numberOf(node, "id");
-}
-
-const Json* childWithIdentifier(const Json& node, std::int64_t identifier) {
-    const Json* nodes = member(node, "nodes");
-    if (nodes == nullptr || !nodes->is_array()) {
-        return nullptr;
-    }
-    const auto found =
-        std::ranges::find_if(*nodes, [&](const Json& each) { return numberOf(each, "id") == identifier; });
-    return found == nodes->end() ? nullptr : &*found;
-}
-
-/// The workspace that an output shows: the first in the order of focus. In i3 there is a container between.
-const Json* shownWorkspace(const Json& output) {
-    constexpr int farthest = 3;
-    const Json* node = &output;
-    for (int step = 0; step < farthest && node != nullptr; ++step) {
-        const Json* focus = member(*node, "focus");
-        if (focus == nullptr || !focus->is_array() || focus->empty() || !focus->front().is_number_integer()) {
-            return nullptr;
-        }
-        node = childWithIdentifier(*node, focus->front().get<std::int64_t>());
-        if (node != nullptr && textOf(*node, "type") == "workspace") {
-            return node;
-        }
-    }
-    return nullptr;
+    return isLeaf && numberOf(node, "pid") && numberOf(node, "id");
 }
 
 std::optional<Output> outputOf(const Json& node) {
@@ -147,7 +101,7 @@ std::optional<Output> outputOf(const Json& node) {
     return Output{.frame = *frame, .workArea = isUsable ? *inside : *frame};
 }
 
-/// Neither compositor has a primary output that it tells of reliably.
+/// There is no primary output.
 void sortOutputs(std::vector<Output>& outputs) {
     const auto distance = [](const Output& output) {
         return std::pair(std::abs(output.frame.origin.x) + std::abs(output.frame.origin.y), output.frame.origin.x);

@@ -84,11 +84,12 @@ std::expected<corvid::CGRect, AXError> Accessibility::frame(const xcb_window_t& 
     placement.settle(window);
     const RootFacts* root = turn.root();
     const auto present = facts(window);
+    const WindowFacts* framed = present ? turn.windowWithFrame(window) : nullptr;
     // A window that has not come to rest in time has no frame that could be told.
-    if (!present || root == nullptr || connection.isExhausted()) {
+    if (framed == nullptr || root == nullptr || connection.isExhausted()) {
         return std::unexpected(present ? AXError::cannotComplete : present.error());
     }
-    return linux::inAccessibilitySpace(visibleRectangle((*present)->geometry), root->monitors.front());
+    return linux::inAccessibilitySpace(visibleRectangle(framed->geometry), root->monitors.front());
 }
 
 AXError Accessibility::refusalToPlace(const xcb_window_t& window) {

@@ -12,6 +12,7 @@ namespace platform::x11 {
 enum class Atom : std::uint8_t {
     gtkApplicationId,
     gtkFrameExtents,
+    i3SocketPath,
     kdeNetWmDesktopFile,
     manager,
     netActiveWindow,
@@ -54,9 +55,10 @@ enum class Atom : std::uint8_t {
     xembedInfo,
 };
 
-inline constexpr std::array<std::string_view, 42> atomNames{
+inline constexpr std::array<std::string_view, 43> atomNames{
     "_GTK_APPLICATION_ID",
     "_GTK_FRAME_EXTENTS",
+    "I3_SOCKET_PATH",
     "_KDE_NET_WM_DESKTOP_FILE",
     "MANAGER",
     "_NET_ACTIVE_WINDOW",

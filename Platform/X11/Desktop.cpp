@@ -33,7 +33,8 @@ void prefetchExtensions(Connection& connection) {
 
 } // namespace
 
-std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLoop& mainLoop) {
+std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLoop& mainLoop,
+                                                                   std::unique_ptr<TilingManager> tiling) {
     const char* display = std::getenv("DISPLAY");
     if (display == nullptr || *display == '\0') {
         return std::unexpected("there is no X display to work on (DISPLAY is not set)");
@@ -47,12 +48,13 @@ std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLo
         return std::unexpected("cannot use the X display " + std::string(display) +
                                ": it lacks the XKEYBOARD extension");
     }
-    return std::make_unique<Desktop>(mainLoop, *std::move(connection));
+    return std::make_unique<Desktop>(mainLoop, *std::move(connection), std::move(tiling));
 }
 
-Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened)
+Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened, std::unique_ptr<TilingManager> tilingManager)
     : mainLoop(mainLoop)
     , connection(std::move(opened))
+    , tiling(std::move(tilingManager))
     , windows(connection, turn, placement, managedWindows, [this] { return askForTrust(); })
     , own(connection, selection, turn, mainLoop)
     , processes(
@@ -76,18 +78,17 @@ std::string Desktop::sessionName() {
     return std::string(host) + ":" + std::to_string(display) + "." + std::to_string(screen);
 }
 
-std::string Desktop::rootText(std::string_view property) {
-    auto connection = Connection::open({});
-    if (!connection) {
+std::string_view Desktop::name() const {
+    const TilingManager* inCharge = turn.tilingManager();
+    return inCharge == nullptr ? "X11" : inCharge->name();
+}
+
+std::string Desktop::hindrance() {
+    TilingManager* inCharge = turn.tilingManager();
+    if (inCharge == nullptr || inCharge->isReachable(connection)) {
         return {};
     }
-    const auto atom = connection->reply<xcb_intern_atom_reply_t>(
-        xcb_intern_atom(connection->raw(), 1, static_cast<std::uint16_t>(property.size()), property.data()));
-    if (!atom || atom->atom == XCB_ATOM_NONE) {
-        return {};
-    }
-    constexpr std::uint32_t longest = 1024;
-    return readText(*connection, requestProperty(*connection, connection->root(), atom->atom, longest));
+    return std::string(inCharge->name()) + " does not answer at its socket";
 }
 
 void Desktop::followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) {
@@ -190,9 +191,11 @@ void Desktop::renewGrabsSoon() {
 bool Desktop::askForTrust() {
     const WindowManager manager = readWindowManager(connection);
     placement.setWindowManager(manager);
+    const bool isTiling = tiling && manager.name == tiling->name();
+    turn.setTilingManager(isTiling ? tiling.get() : nullptr);
     // Grabs that another program took over are made known by a moment without trust: everything is then registered
     // anew, and what is still held by somebody else is found to be so.
-    return manager.supportsPlacement && !hotKeys.takeLoss();
+    return manager.supportsPlacement && (!isTiling || tiling->isReachable(connection)) && !hotKeys.takeLoss();
 }
 
 } // namespace platform::x11

@@ -17,6 +17,7 @@
 #include "Platform/X11/Screens.h"
 #include "Platform/X11/SettingsManager.h"
 #include "Platform/X11/SystemTray.h"
+#include "Platform/X11/TilingManager.h"
 #include "Platform/X11/Turn.h"
 #include "Platform/X11/Workspace.h"
 
@@ -30,20 +31,21 @@ namespace platform::x11 {
 /// An X11 desktop: one connection and all that is done through it, fed by the main loop.
 class Desktop final : public linux::Desktop {
 public:
-    /// Connects to the environment's DISPLAY. The error is a sentence for the user.
-    [[nodiscard]] static std::expected<std::unique_ptr<Desktop>, std::string> open(linux::MainLoop& mainLoop);
+    /// Connects to the environment's DISPLAY. The error is a sentence for the user. `tiling`: a window manager that is
+    /// asked in its own way while it is the one in charge; may be null.
+    [[nodiscard]] static std::expected<std::unique_ptr<Desktop>, std::string>
+    open(linux::MainLoop& mainLoop, std::unique_ptr<TilingManager> tiling = {});
 
-    Desktop(linux::MainLoop& mainLoop, Connection opened);
+    Desktop(linux::MainLoop& mainLoop, Connection opened, std::unique_ptr<TilingManager> tiling);
 
     /// Names the session among those that the user may have: the environment's display and its screen, whether or not
     /// they answer. Empty where DISPLAY names none.
     [[nodiscard]] static std::string sessionName();
 
-    /// The text of a property of the environment's display, without opening a desktop on it; empty where there is none
-    /// or the server does not answer in time.
-    [[nodiscard]] static std::string rootText(std::string_view property);
+    /// That of the window manager, if it is one that is asked in its own way.
+    [[nodiscard]] std::string_view name() const override;
 
-    [[nodiscard]] std::string_view name() const override { return "X11"; }
+    [[nodiscard]] std::string hindrance() override;
 
     void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) override;
 
@@ -83,6 +85,7 @@ private:
     Connection connection;
     EventSelection selection{connection};
     Turn turn{connection};
+    std::unique_ptr<TilingManager> tiling;
     Fence fence{connection};
     Placement placement{connection, selection, turn, fence};
     Accessibility windows;

@@ -34,6 +34,23 @@ corvid::CGRect visibleRectangle(const FrameGeometry& geometry) {
              client.size.height + decoration.top + decoration.bottom - shadow.top - shadow.bottom}};
 }
 
+corvid::CGRect outerRectangle(const FrameGeometry& geometry) {
+    return visibleRectangle({.client = geometry.client, .decoration = geometry.decoration, .shadow = {}});
+}
+
+FrameGeometry geometryInside(const corvid::CGRect& frame, const corvid::CGRect& drawn, const FrameGeometry& present) {
+    const corvid::CGRect& client = present.client;
+    const Extents decoration{.left = pixel(client.minX() - drawn.minX()),
+                             .right = pixel(drawn.maxX() - client.maxX()),
+                             .top = pixel(client.minY() - drawn.minY()),
+                             .bottom = pixel(drawn.maxY() - client.maxY())};
+    return {.client = {{frame.origin.x + decoration.left, frame.origin.y + decoration.top},
+                       {frame.size.width - decoration.left - decoration.right,
+                        frame.size.height - decoration.top - decoration.bottom}},
+            .decoration = decoration,
+            .shadow = present.shadow};
+}
+
 bool isFulfilled(const PlacementRequest& request, const corvid::CGRect& visible) {
     const bool isInPlace = !request.position || (pixel(request.position->x) == pixel(visible.origin.x) &&
                                                  pixel(request.position->y) == pixel(visible.origin.y));

@@ -34,6 +34,15 @@ struct FrameGeometry {
 /// The rectangle that a person takes for the window: decoration in, shadow out.
 [[nodiscard]] corvid::CGRect visibleRectangle(const FrameGeometry& geometry);
 
+/// The rectangle with decoration and shadow.
+[[nodiscard]] corvid::CGRect outerRectangle(const FrameGeometry& geometry);
+
+/// The geometry of a client in the frame that its window manager says it has, where no property tells: the decoration
+/// is what lies between the client and the frame as it was last drawn. A window that is to be elsewhere when it is
+/// shown has its client there.
+[[nodiscard]] FrameGeometry geometryInside(const corvid::CGRect& frame, const corvid::CGRect& drawn,
+                                           const FrameGeometry& present);
+
 using linux::PlacementRequest;
 
 /// Whether a visible rectangle is what is asked for, to the pixel.

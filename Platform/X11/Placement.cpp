@@ -25,9 +25,9 @@ PlacementRequest wholeRequest(const PlacementRequest& request, const corvid::CGR
 }
 
 /// The size that the client takes if the window manager keeps to its hints.
-corvid::CGSize roundedSize(const WindowFacts& facts, const PlacementRequest& whole) {
-    const MoveResizeMessage message = moveResizeMessage(facts.geometry, whole);
-    const ClientSize size = constrainedSize(facts.sizeHints, {message.width, message.height});
+corvid::CGSize roundedSize(const FrameGeometry& geometry, const SizeHints& hints, const PlacementRequest& whole) {
+    const MoveResizeMessage message = moveResizeMessage(geometry, whole);
+    const ClientSize size = constrainedSize(hints, {message.width, message.height});
     return {static_cast<double>(size.width), static_cast<double>(size.height)};
 }
 
@@ -97,12 +97,13 @@ bool Placement::foresee() {
     if (!roundsByHints || !waiting->request.size) {
         return false;
     }
-    const WindowFacts* facts = turn.window(waiting->window);
-    if (facts == nullptr || facts->isFullscreen || facts->isMaximized() || !facts->sizeHints.hasIncrements()) {
+    const WindowFacts* facts = turn.windowWithFrame(waiting->window);
+    if (facts == nullptr || facts->isFullscreen || facts->isMaximized() || facts->isTiled ||
+        !facts->sizeHints.hasIncrements()) {
         return false;
     }
     const PlacementRequest whole = wholeRequest(waiting->request, visibleRectangle(facts->geometry));
-    const corvid::CGSize size = roundedSize(*facts, whole);
+    const corvid::CGSize size = roundedSize(facts->geometry, facts->sizeHints, whole);
     if (size == plainSize(facts->geometry, whole)) {
         return false;
     }
@@ -136,7 +137,7 @@ void Placement::learnRounding(const Sent& sent) {
     if (facts == nullptr || !facts->sizeHints.hasIncrements() || sent.wasMaximized) {
         return;
     }
-    const corvid::CGSize rounded = roundedSize(*facts, sent.job.request);
+    const corvid::CGSize rounded = roundedSize(facts->geometry, facts->sizeHints, sent.job.request);
     if (rounded != plainSize(facts->geometry, sent.job.request)) {
         roundsByHints = facts->geometry.client.size == rounded;
     }
@@ -145,13 +146,18 @@ void Placement::learnRounding(const Sent& sent) {
 std::optional<Placement::Sent> Placement::sendJob(const std::optional<Foreseen>& foreseen) {
     const Job job = *std::exchange(waiting, std::nullopt);
     expectation.reset();
-    const WindowFacts* facts = foreseen ? &foreseen->before : turn.window(job.window);
+    const WindowFacts* facts = foreseen ? &foreseen->before : turn.windowWithFrame(job.window);
     if (facts == nullptr || facts->isFullscreen) {
         return std::nullopt;
     }
-    Sent sent{.job = job, .before = facts->geometry, .reckoned = facts->geometry, .wasMaximized = facts->isMaximized()};
+    Sent sent{.job = job,
+              .before = facts->geometry,
+              .reckoned = facts->geometry,
+              .sizeHints = facts->sizeHints,
+              .wasMaximized = facts->isMaximized()};
     const corvid::CGRect visible = visibleRectangle(facts->geometry);
-    if (isFulfilled(job.request, visible)) {
+    // On a layout the same frame is another thing: a place of the window's own.
+    if (!facts->isTiled && isFulfilled(job.request, visible)) {
         return std::nullopt;
     }
     // What is not asked for has to stay as it is, so it is asked for: a released window takes its former size, and
@@ -165,7 +171,7 @@ std::optional<Placement::Sent> Placement::sendJob(const std::optional<Foreseen>&
             sent.reckoned = released->geometry;
         }
     }
-    sendMoveResize(job.window, moveResizeMessage(sent.reckoned, sent.job.request));
+    ask(sent, sent.reckoned);
     return sent;
 }
 
@@ -196,7 +202,7 @@ void Placement::untile(const Sent& sent) {
         return;
     }
     if (const WindowFacts* released = readAgain(sent.job.window)) {
-        sendMoveResize(sent.job.window, moveResizeMessage(released->geometry, whole));
+        ask(sent, released->geometry);
         static_cast<void>(fence.wait());
     }
 }
@@ -207,13 +213,13 @@ void Placement::correctForChangedExtents(const Sent& sent) {
         isFulfilled(sent.job.request, visibleRectangle(facts->geometry))) {
         return;
     }
-    sendMoveResize(sent.job.window, moveResizeMessage(facts->geometry, sent.job.request));
+    ask(sent, facts->geometry);
     static_cast<void>(fence.wait());
 }
 
 void Placement::awaitShadow(const Sent& sent) {
     const xcb_window_t window = sent.job.window;
-    const WindowFacts* facts = turn.window(window);
+    const WindowFacts* facts = turn.windowWithFrame(window);
     if (!sent.wasMaximized || !windowManager.supportsClientShadows || facts == nullptr || !facts->drawsOwnDecoration) {
         return;
     }
@@ -223,7 +229,7 @@ void Placement::awaitShadow(const Sent& sent) {
     facts = readAgain(window);
     while (facts != nullptr) {
         if (!isFulfilled(sent.job.request, visibleRectangle(facts->geometry))) {
-            sendMoveResize(window, moveResizeMessage(facts->geometry, sent.job.request));
+            ask(sent, facts->geometry);
             if (!fence.wait()) {
                 return;
             }
@@ -239,7 +245,19 @@ void Placement::awaitShadow(const Sent& sent) {
 
 const WindowFacts* Placement::readAgain(xcb_window_t window) {
     turn.forgetWindows();
-    return turn.window(window);
+    return turn.windowWithFrame(window);
+}
+
+void Placement::ask(const Sent& sent, const FrameGeometry& present) {
+    const auto& [window, whole] = sent.job;
+    if (TilingManager* tiling = turn.tilingManager()) {
+        // In steps that the window takes, so that nobody rounds up and over the edge of the screen.
+        const FrameGeometry wanted = geometryAfter(present, whole, roundedSize(present, sent.sizeHints, whole));
+        tiling->place(connection, window, outerRectangle(wanted));
+        turn.forgetWindows();
+    } else {
+        sendMoveResize(window, moveResizeMessage(present, whole));
+    }
 }
 
 void Placement::sendMoveResize(xcb_window_t window, const MoveResizeMessage& message) {

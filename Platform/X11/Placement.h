@@ -53,6 +53,7 @@ private:
         FrameGeometry before;
         /// The geometry whose extents the message was reckoned with.
         FrameGeometry reckoned;
+        SizeHints sizeHints;
         bool wasMaximized = false;
     };
 
@@ -71,6 +72,8 @@ private:
     void correctForChangedExtents(const Sent& sent);
     void awaitShadow(const Sent& sent);
     [[nodiscard]] const WindowFacts* readAgain(xcb_window_t window);
+    /// Asks for what the job wants of a window that has this geometry now.
+    void ask(const Sent& sent, const FrameGeometry& present);
     void sendMoveResize(xcb_window_t window, const MoveResizeMessage& message);
     void changeMaximized(xcb_window_t window, std::uint32_t action);
     void sendToRoot(xcb_window_t window, Atom type, const std::array<std::uint32_t, 5>& data);

@@ -14,7 +14,12 @@ void Turn::begin() {
     connection.beginTurn();
     rootFacts.reset();
     space.reset();
+    forgetWindows();
+}
+
+void Turn::forgetWindows() {
     windows.clear();
+    readLayout.reset();
 }
 
 const RootFacts* Turn::root() {
@@ -65,6 +70,36 @@ const WindowFacts* Turn::window(xcb_window_t window) {
     return found->second ? &*found->second : nullptr;
 }
 
+const WindowFacts* Turn::windowWithFrame(xcb_window_t window) {
+    const WindowFacts* facts = this->window(window);
+    if (facts == nullptr || tiling == nullptr || facts->isLaidOut) {
+        return facts;
+    }
+    const Layout* present = layout();
+    const auto found =
+        present == nullptr ? std::map<xcb_window_t, Layout::Window>::const_iterator{} : present->windows.find(window);
+    if (present == nullptr || found == present->windows.end()) {
+        return nullptr;
+    }
+    const auto& [frame, drawn, isTiled] = found->second;
+    WindowFacts laidOut = *facts;
+    laidOut.geometry = geometryInside(frame, drawn, facts->geometry);
+    laidOut.isTiled = isTiled;
+    laidOut.isLaidOut = true;
+    takeWindow(window, laidOut);
+    return this->window(window);
+}
+
+const Layout* Turn::layout() {
+    if (tiling == nullptr) {
+        return nullptr;
+    }
+    if (!readLayout) {
+        readLayout.emplace(tiling->readLayout(connection));
+    }
+    return *readLayout ? &**readLayout : nullptr;
+}
+
 void Turn::readWindows(const std::vector<xcb_window_t>& wanted) {
     std::vector<xcb_window_t> unread;
     std::ranges::copy_if(wanted, std::back_inserter(unread), [this](auto window) { return !windows.contains(window); });
@@ -91,6 +126,9 @@ const WorkSpace* Turn::workSpace() {
         const xcb_atom_t workAreasName = monitorWorkAreasName(facts->currentDesktop);
         WorkSpaceRequest request(connection, facts->clients, workAreasName);
         takeWorkSpace(request.read(connection, *facts));
+    }
+    if (const Layout* present = layout()) {
+        space->monitorWorkAreas = present->workAreas;
     }
     return &*space;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/X11/RootFacts.h"
+#include "Platform/X11/TilingManager.h"
 #include "Platform/X11/WindowFacts.h"
 #include "Platform/X11/WorkSpaceRequest.h"
 
@@ -24,14 +25,23 @@ public:
     /// Forgets what was read, and starts a new time limit.
     void begin();
 
+    /// Who lays the windows out now; null where nobody does. Has to outlive this, or be taken back.
+    void setTilingManager(TilingManager* inCharge) { tiling = inCharge; }
+
+    [[nodiscard]] TilingManager* tilingManager() const { return tiling; }
+
     /// Forgets what was read about windows, because one of them was written to.
-    void forgetWindows() { windows.clear(); }
+    void forgetWindows();
 
     /// The root's facts; null where the server did not answer in time.
     [[nodiscard]] const RootFacts* root();
 
     /// A window's facts; null where it is gone or the server did not answer in time.
     [[nodiscard]] const WindowFacts* window(xcb_window_t window);
+
+    /// The same with a geometry that says where the window is in a person's eyes. Where windows are laid out, their
+    /// decoration is known only to who does that; null also where that one does not tell.
+    [[nodiscard]] const WindowFacts* windowWithFrame(xcb_window_t window);
 
     /// Takes these for the window's facts until they are forgotten: they are what it is about to become.
     void takeWindow(xcb_window_t window, const WindowFacts& facts) { windows.insert_or_assign(window, facts); }
@@ -54,6 +64,8 @@ private:
     };
 
     void takeWorkSpace(WorkSpace read);
+    /// Null where nobody lays windows out, or does not answer.
+    [[nodiscard]] const Layout* layout();
     void rememberGuess(const RootFacts& facts);
     [[nodiscard]] bool guessedWorkSpaceIsRight() const;
     [[nodiscard]] xcb_atom_t monitorWorkAreasName(std::uint32_t desktop);
@@ -62,6 +74,9 @@ private:
     std::optional<RootFacts> rootFacts;
     std::optional<WorkSpace> space;
     std::map<xcb_window_t, std::optional<WindowFacts>> windows;
+    TilingManager* tiling = nullptr;
+    /// Asked for once, whether or not there is an answer.
+    std::optional<std::optional<Layout>> readLayout;
     Guess guess;
     std::map<std::uint32_t, xcb_atom_t> monitorWorkAreasNames;
 };

@@ -23,6 +23,10 @@ struct WindowFacts {
     bool isMaximizedHorizontally = false;
     bool isMaximizedVertically = false;
     bool isFullscreen = false;
+    /// Whether a tiling window manager has it in its layout; see `Turn::windowWithFrame`.
+    bool isTiled = false;
+    /// Whether the decoration is what a tiling window manager said.
+    bool isLaidOut = false;
     /// Whether it has no entry in task bars (`_NET_WM_STATE_SKIP_TASKBAR`).
     bool skipsTaskBars = false;
     WindowKind kind = WindowKind::standard;

@@ -1,6 +1,7 @@
 #include "Tessel/Wiring/DesktopChoice.h"
 
 #include "Platform/GnomeShell/Desktop.h"
+#include "Platform/I3/Manager.h"
 #include "Platform/KWin/Desktop.h"
 #include "Platform/Localization.h"
 #include "Platform/Platform.h"
@@ -31,17 +32,6 @@ bool isSway(const SessionFacts& facts) {
     return !facts.swaySocket.empty() && facts.isListenedTo(facts.swaySocket);
 }
 
-bool isI3(const SessionFacts& facts) {
-    if (facts.isWayland() || facts.display.empty()) {
-        return false;
-    }
-    if (!facts.i3Socket.empty()) {
-        return facts.isListenedTo(facts.i3Socket);
-    }
-    // A session that was not started by a login manager has no name.
-    return (facts.hasDesktop("i3") || facts.currentDesktops.empty()) && facts.isListenedTo(facts.i3SocketOfDisplay());
-}
-
 bool isKWin(const SessionFacts& facts) {
     return facts.isWayland() &&
            (facts.hasDesktop("KDE") || (!facts.hasDesktop("GNOME") && facts.isOnBus("org.kde.KWin")));
@@ -56,7 +46,8 @@ bool isX11(const SessionFacts& facts) {
 }
 
 Opened openX11(MainLoop& mainLoop, const SessionFacts& /*facts*/, const ProgramFolders& /*folders*/) {
-    return platform::x11::Desktop::open(mainLoop);
+    // Window managers come and go while this runs; i3 is asked in its own way whenever it is the one in charge.
+    return platform::x11::Desktop::open(mainLoop, std::make_unique<platform::i3::Manager>(mainLoop));
 }
 
 /// What the user reads of a shortcut in the system's settings.
@@ -93,10 +84,8 @@ Opened openNothing(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/, const 
 }
 
 /// The first that is there is the one.
-constexpr std::array<Candidate, 7> candidates{{
+constexpr std::array<Candidate, 6> candidates{{
     {DesktopKind::sway, isSway, openSway},
-    // An X11 desktop like others, as far as windows go that i3 does not tile.
-    {DesktopKind::i3, isI3, openX11},
     {DesktopKind::kwin, isKWin, openKWin},
     {DesktopKind::gnomeShell, isGnomeShell, openGnomeShell},
     {DesktopKind::x11, isX11, openX11},

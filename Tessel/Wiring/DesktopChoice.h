@@ -23,7 +23,6 @@ struct ProgramFolders {
 
 enum class DesktopKind : std::uint8_t {
     sway,
-    i3,
     kwin,
     gnomeShell,
     x11,

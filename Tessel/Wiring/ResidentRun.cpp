@@ -169,7 +169,7 @@ int runResident() {
         });
         remoteControl.emplace(state,
                               RemoteControl::Surroundings{.version = TESSEL_VERSION,
-                                                          .backend = std::string(desktop.name()),
+                                                          .backend = [&desktop] { return std::string(desktop.name()); },
                                                           .hindrance = [&desktop] { return desktop.hindrance(); },
                                                           .open = openPopover,
                                                           .quit = quit});

@@ -26,14 +26,11 @@ SessionFacts SessionFacts::ofThisProcess() {
             .sessionType = variable("XDG_SESSION_TYPE"),
             .runtimeFolder = variable("XDG_RUNTIME_DIR"),
             .swaySocket = variable("SWAYSOCK"),
-            .i3Socket = variable("I3SOCK"),
             .currentDesktops = platform::linux::currentDesktops(),
             .isListenedTo = platform::linux::isListenedTo,
-            .isOnBus =
-                [](const std::string& name) {
-                    return platform::linux::hasOwnerOnBus(platform::linux::sessionBusAddress(), name);
-                },
-            .i3SocketOfDisplay = [] { return platform::x11::Desktop::rootText("I3_SOCKET_PATH"); }};
+            .isOnBus = [](const std::string& name) {
+                return platform::linux::hasOwnerOnBus(platform::linux::sessionBusAddress(), name);
+            }};
 }
 
 bool SessionFacts::hasDesktop(std::string_view name) const {

@@ -14,7 +14,6 @@ struct SessionFacts {
     std::string sessionType;    ///< `XDG_SESSION_TYPE`
     std::string runtimeFolder;  ///< `XDG_RUNTIME_DIR`
     std::string swaySocket;     ///< `SWAYSOCK`
-    std::string i3Socket;       ///< `I3SOCK`
     /// The names in `XDG_CURRENT_DESKTOP`.
     std::vector<std::string> currentDesktops = {};
 
@@ -24,8 +23,6 @@ struct SessionFacts {
     std::function<bool(const std::string& path)> isListenedTo;
     /// Whether somebody has that name on the user's message bus.
     std::function<bool(const std::string& name)> isOnBus;
-    /// Where i3 listens, as it has written on the X display (i3 User's Guide, "Interprocess communication").
-    std::function<std::string()> i3SocketOfDisplay;
 
     /// Reads the environment: main thread.
     [[nodiscard]] static SessionFacts ofThisProcess();

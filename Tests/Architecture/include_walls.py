@@ -46,6 +46,8 @@ WALLS = [
              rf"systemd/.*|nlohmann/json\.hpp|xkbcommon/.*|{SYSTEM}")
         for folder in ("Platform/KWin", "Platform/GnomeShell", "Platform/Sway")
     ),
+    # An X11 desktop whose windows are placed in the language that sway has from i3.
+    Wall("Platform/I3", rf"{SEAM}|Platform/(I3|X11|Sway|Linux)/.*|CorvidKitCore/.*", rf"xcb/.*|nlohmann/json\.hpp|{SYSTEM}"),
     Wall("Platform", rf"{SEAM}|CorvidKitCore/.*"),
     # What shows windows; nothing else knows the toolkit.
     Wall("CorvidKit/Components", r"(CorvidKit|CorvidKitCore)/.*", QT),

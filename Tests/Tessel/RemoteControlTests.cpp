@@ -24,7 +24,7 @@ protected:
         if (!made) {
             state.emplace(desktop.standardUserDefaults, false, dispatcher);
             made.emplace(*state, RemoteControl::Surroundings{.version = "1.2",
-                                                             .backend = "Simulated",
+                                                             .backend = [] { return std::string("Simulated"); },
                                                              .hindrance = [this] { return hindrance; },
                                                              .open = [this] { calls.emplace_back("open"); },
                                                              .quit = [this] { calls.emplace_back("quit"); }});

@@ -75,6 +75,9 @@ class OwnWindow:
             hints = {"flags": hints["flags"] | Xutil.PMinSize | Xutil.PMaxSize,
                      "min_width": width, "max_width": width, "min_height": height, "max_height": height}
         window.set_wm_normal_hints(**hints)
+        # The library leaves out where older clients say the place; i3 reads it there, and takes nothing for zeros.
+        flags, _, _, _, _, *others = window.get_full_property(Xatom.WM_NORMAL_HINTS, Xatom.WM_SIZE_HINTS).value
+        window.change_property(Xatom.WM_NORMAL_HINTS, Xatom.WM_SIZE_HINTS, 32, [flags, *self.place, *others])
         window.set_wm_hints(flags=Xutil.InputHint | Xutil.StateHint, input=not wishes.no_focus,
                             initial_state=Xutil.NormalState)
         if wishes.transient_for:

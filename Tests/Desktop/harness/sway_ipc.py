@@ -9,7 +9,7 @@ from typing import Any, Iterator, NamedTuple
 
 from .rect import Rect
 
-RUN_COMMAND, SUBSCRIBE, GET_TREE = 0, 2, 4
+RUN_COMMAND, SUBSCRIBE, GET_TREE, GET_MARKS = 0, 2, 4, 5
 HEADER = struct.Struct("=6sII")
 
 
@@ -35,9 +35,12 @@ class Connection:
         self.socket.close()
 
     def ask(self, kind: int, payload: str = "") -> Any:
+        self.ask_only(kind, payload)
+        return self.read()[1]
+
+    def ask_only(self, kind: int, payload: str = "") -> None:
         encoded = payload.encode()
         self.socket.sendall(HEADER.pack(b"i3-ipc", len(encoded), kind) + encoded)
-        return self.read()[1]
 
     def read(self) -> tuple[int, Any]:
         _, length, kind = HEADER.unpack(self._bytes(HEADER.size))

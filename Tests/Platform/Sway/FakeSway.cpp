@@ -233,6 +233,11 @@ void FakeSway::answer(Peer& peer, std::uint32_t type, const std::string& payload
     case Manners::refusing:
         sendAll(peer.socket, message(type, result(type, payload)));
         break;
+    case Manners::twice: {
+        const std::string once = message(type, result(type, payload));
+        sendAll(peer.socket, once + once);
+        break;
+    }
     case Manners::garbled:
         sendAll(peer.socket, "HTTP/1.1 400 Bad Request\r\n\r\n");
         break;

@@ -18,6 +18,8 @@ class FakeSway {
 public:
     enum class Manners : std::uint8_t {
         good,
+        /// It gives each answer twice.
+        twice,
         /// It takes what it is asked and says nothing.
         silent,
         /// It answers with something that is no message.

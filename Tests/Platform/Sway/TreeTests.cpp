@@ -90,23 +90,6 @@ TEST(SwayTree, ProgramsOfX11SayWhatTheirWindowsAre) {
     EXPECT_EQ(tree.windows[0].window.clues.windowInstance, "xterm");
 }
 
-TEST(SwayTree, WindowsAreFoundInI3sContainers) {
-    // Between output and workspace is a container, and around a floating window another one.
-    const Tree tree = read(R"({"type":"root","nodes":[{"id":94001,"type":"output","name":"DP-1","focus":[94002],
-        "rect":{"x":0,"y":0,"width":800,"height":600},"nodes":[{"id":94002,"type":"con","name":"content","focus":[94003],
-        "nodes":[{"id":94003,"type":"workspace","name":"1","rect":{"x":0,"y":20,"width":800,"height":580},"nodes":[],
-        "floating_nodes":[{"id":94004,"type":"floating_con","nodes":[{"id":94005,"type":"con","window":4194307,
-        "window_properties":{"class":"XTerm"},"rect":{"x":10,"y":50,"width":300,"height":200},
-        "deco_rect":{"x":0,"y":0,"width":300,"height":20}}]}]}]}]}]})");
-    ASSERT_EQ(tree.windows.size(), 1U);
-    EXPECT_EQ(tree.windows[0].identifier, "94005");
-    EXPECT_FALSE(tree.windows[0].window.isTiled);
-    EXPECT_EQ(tree.windows[0].window.frame, (CGRect{{10, 30}, {300, 220}}));
-    EXPECT_EQ(tree.outputs, (std::vector<Output>{
-                                {.frame = {{0, 0}, {800, 600}}, .workArea = {{0, 20}, {800, 580}}},
-                            }));
-}
-
 TEST(SwayTree, WhatMakesNoSenseIsLeftOut) {
     EXPECT_EQ(readTree(*parsedJson("[]")), std::nullopt);
     EXPECT_EQ(readTree(*parsedJson(R"({"type":"con"})")), std::nullopt);

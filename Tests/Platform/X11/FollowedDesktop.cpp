@@ -4,6 +4,7 @@
 #include <any>
 #include <chrono>
 #include <stdexcept>
+#include <utility>
 
 namespace platform::x11 {
 
@@ -13,8 +14,8 @@ constexpr std::chrono::seconds patience{20};
 
 } // namespace
 
-void FollowedDesktop::start() {
-    auto opened = Desktop::open(mainLoop);
+void FollowedDesktop::start(std::unique_ptr<TilingManager> tiling) {
+    auto opened = Desktop::open(mainLoop, std::move(tiling));
     if (!opened) {
         throw std::runtime_error(opened.error());
     }

@@ -31,7 +31,7 @@ public:
     std::unique_ptr<Desktop> desktop;
 
     /// Opens the desktop and begins to follow applications.
-    void start();
+    void start(std::unique_ptr<TilingManager> tiling = {});
 
     /// A window of that program with that class, managed from now on. Nothing is told before the loop turns.
     xcb_window_t openWindow(const ClientProcess& client, const std::string& className);

@@ -24,6 +24,23 @@ TEST(FrameGeometry, VisibleRectangleTakesDecorationsInAndShadowsOut) {
     EXPECT_EQ(visibleRectangle(shadowed), (CGRect{{100, 100}, {800, 600}}));
 }
 
+TEST(FrameGeometry, TheOuterRectangleHasBothInIt) {
+    EXPECT_EQ(outerRectangle(decorated), (CGRect{{100, 100}, {800, 600}}));
+    EXPECT_EQ(outerRectangle(shadowed), (CGRect{{74, 77}, {852, 652}}));
+}
+
+TEST(FrameGeometry, WhatLiesBetweenClientAndFrameIsDecoration) {
+    const FrameGeometry untold{.client = decorated.client, .decoration = {}, .shadow = {}};
+    const CGRect drawn{{100, 100}, {800, 600}};
+    EXPECT_EQ(geometryInside(drawn, drawn, untold), decorated);
+    // Elsewhere as soon as it is shown.
+    const CGRect frame{{10, 20}, {400, 300}};
+    const FrameGeometry there = geometryInside(frame, drawn, untold);
+    EXPECT_EQ(there.client, (CGRect{{11, 40}, {398, 275}}));
+    EXPECT_EQ(there.decoration, decorated.decoration);
+    EXPECT_EQ(visibleRectangle(there), frame);
+}
+
 TEST(FrameGeometry, AMessageNamesTheOuterCornerAndTheClientsSize) {
     const PlacementRequest half{.position = {{0, 0}}, .size = {{960, 1080}}};
     EXPECT_EQ(moveResizeMessage(decorated, half),

@@ -20,8 +20,6 @@ struct Session {
     std::string sessionType = {};
     std::vector<std::string> currentDesktops = {};
     std::string swaySocket = {};
-    std::string i3Socket = {};
-    std::string i3SocketOfDisplay = {};
     std::string liveSocket = {};
     std::string busName = {};
 
@@ -31,17 +29,16 @@ struct Session {
                 .sessionType = sessionType,
                 .runtimeFolder = "/run/user/7",
                 .swaySocket = swaySocket,
-                .i3Socket = i3Socket,
                 .currentDesktops = currentDesktops,
                 .isListenedTo = [this](const std::string& path) { return !path.empty() && path == liveSocket; },
-                .isOnBus = [this](const std::string& name) { return name == busName; },
-                .i3SocketOfDisplay = [this] { return i3SocketOfDisplay; }};
+                .isOnBus = [this](const std::string& name) { return name == busName; }};
     }
 };
 
 const std::vector<Session> sessions{
     {.what = "nothing at all", .expected = Kind::none},
     {.what = "a plain X11 display", .expected = Kind::x11, .display = ":0"},
+    {.what = "i3", .expected = Kind::x11, .display = ":0", .sessionType = "x11", .currentDesktops = {"i3"}},
     {.what = "Plasma on X11",
      .expected = Kind::x11,
      .display = ":0",
@@ -57,28 +54,6 @@ const std::vector<Session> sessions{
      .display = ":99",
      .sessionType = "wayland",
      .currentDesktops = {"GNOME"}},
-    {.what = "i3 by its variable",
-     .expected = Kind::i3,
-     .display = ":0",
-     .currentDesktops = {"anything"},
-     .i3Socket = "/i3",
-     .liveSocket = "/i3"},
-    {.what = "i3 by what it wrote on the display",
-     .expected = Kind::i3,
-     .display = ":0",
-     .i3SocketOfDisplay = "/i3",
-     .liveSocket = "/i3"},
-    {.what = "i3 that has ended",
-     .expected = Kind::x11,
-     .display = ":0",
-     .i3Socket = "/i3",
-     .i3SocketOfDisplay = "/i3"},
-    {.what = "a display that i3 was on before another session",
-     .expected = Kind::x11,
-     .display = ":0",
-     .currentDesktops = {"XFCE"},
-     .i3SocketOfDisplay = "/i3",
-     .liveSocket = "/i3"},
     {.what = "sway",
      .expected = Kind::sway,
      .display = ":0",

@@ -1,0 +1,105 @@
+#include "Platform/I3/Layout.h"
+
+#include "Platform/Sway/Nodes.h"
+
+#include <cstdint>
+#include <limits>
+#include <string_view>
+#include <vector>
+
+namespace platform::i3 {
+
+namespace {
+
+using sway::Json;
+using sway::member;
+using sway::numberOf;
+using sway::textOf;
+
+/// More than any desktop has.
+constexpr std::size_t mostWindows = 4096;
+
+/// A container that is still to be read, and the one around it.
+struct Visit {
+    const Json* node;
+    const Json* parent;
+};
+
+bool isOfType(const Json& node, std::string_view type) {
+    return textOf(node, "type") == type;
+}
+
+std::optional<corvid::CGRect> areaOf(const Json& node) {
+    const auto rect = sway::rectOf(node, "rect");
+    return rect && rect->size.width > 0 && rect->size.height > 0 ? rect : std::nullopt;
+}
+
+std::optional<xcb_window_t> windowOf(const Json& node) {
+    const auto number = numberOf(node, "window").value_or(0);
+    const bool isOne = number > 0 && number <= std::numeric_limits<xcb_window_t>::max();
+    return isOne ? std::optional(static_cast<xcb_window_t>(number)) : std::nullopt;
+}
+
+void addChildren(std::vector<Visit>& waiting, const Json& node) {
+    for (const char* name : {"nodes", "floating_nodes"}) {
+        if (const Json* children = member(node, name); children != nullptr && children->is_array()) {
+            for (const Json& child : *children) {
+                waiting.push_back({.node = &child, .parent = &node});
+            }
+        }
+    }
+}
+
+void readWindow(const Visit& visit, x11::Layout& layout) {
+    const auto window = windowOf(*visit.node);
+    const bool isTiled = !isOfType(*visit.parent, "floating_con");
+    const auto drawn = areaOf(*visit.node);
+    const auto frame = isTiled ? drawn : areaOf(*visit.parent);
+    if (window && drawn && frame && layout.windows.size() < mostWindows) {
+        layout.windows.emplace(*window, x11::Layout::Window{.frame = *frame, .drawn = *drawn, .isTiled = isTiled});
+    }
+}
+
+/// What is between the bars of an output: its workspaces.
+void readContent(const Json& content, x11::Layout& layout) {
+    if (const Json* shown = sway::shownWorkspace(content)) {
+        if (const auto area = areaOf(*shown)) {
+            layout.workAreas.push_back(*area);
+        }
+    }
+    std::vector<Visit> waiting;
+    addChildren(waiting, content);
+    while (!waiting.empty()) {
+        const Visit visit = waiting.back();
+        waiting.pop_back();
+        readWindow(visit, layout);
+        addChildren(waiting, *visit.node);
+    }
+}
+
+} // namespace
+
+std::optional<x11::Layout> readLayout(const Json& answer) {
+    if (!isOfType(answer, "root")) {
+        return std::nullopt;
+    }
+    x11::Layout layout;
+    std::vector<Visit> outputs;
+    addChildren(outputs, answer);
+    for (const Visit& output : outputs) {
+        // What is put away is on an output of this name, which no other can have.
+        if (!isOfType(*output.node, "output") || textOf(*output.node, "name") == "__i3") {
+            continue;
+        }
+        std::vector<Visit> parts;
+        addChildren(parts, *output.node);
+        for (const Visit& part : parts) {
+            if (isOfType(*part.node, "con")) {
+                readContent(*part.node, layout);
+            }
+        }
+    }
+    return layout;
+}
+
+} // namespace platform::i3

@@ -1,0 +1,64 @@
+#include "Platform/I3/Manager.h"
+
+#include "Platform/I3/Layout.h"
+#include "Platform/Sway/Commands.h"
+#include "Platform/X11/PropertyValue.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace platform::i3 {
+
+namespace {
+
+using sway::Json;
+using sway::MessageType;
+
+/// Where i3 listens (i3 User's Guide, "Interprocess communication"); empty where it does not say.
+std::string socketPath(x11::Connection& display) {
+    constexpr std::uint32_t longest = 1024;
+    const auto request = x11::requestProperty(display, display.root(), display.atom(x11::Atom::i3SocketPath), longest);
+    return x11::readText(display, request);
+}
+
+} // namespace
+
+bool Manager::isReachable(x11::Connection& display) {
+    // Nothing is owed: what there is to read is the end, or of somebody who is not to be asked.
+    if (connection && (connection->receive(Instant{}) || connection->isBroken())) {
+        connection.reset();
+    }
+    return connection || open(display);
+}
+
+std::optional<x11::Layout> Manager::readLayout(x11::Connection& display) {
+    const auto answer = ask(display, MessageType::getTree, "");
+    return answer ? i3::readLayout(*answer) : std::nullopt;
+}
+
+bool Manager::place(x11::Connection& display, xcb_window_t window, const corvid::CGRect& frame) {
+    // What is refused, as for a window that is gone by now, shows when the layout is read.
+    const std::string commands = "[id=" + std::to_string(window) + "] " + sway::placingCommands(frame);
+    return ask(display, MessageType::runCommand, commands).has_value();
+}
+
+std::optional<Json> Manager::ask(x11::Connection& display, MessageType type, std::string_view payload) {
+    if (!isReachable(display)) {
+        return std::nullopt;
+    }
+    const Instant deadline = display.turnEnd();
+    const auto answer = connection->send(type, payload, deadline) ? connection->receive(deadline) : std::nullopt;
+    auto content =
+        answer && answer->type == static_cast<std::uint32_t>(type) ? sway::parsedJson(answer->payload) : std::nullopt;
+    if (!content) {
+        connection.reset();
+    }
+    return content;
+}
+
+bool Manager::open(x11::Connection& display) {
+    connection = sway::Connection::open(socketPath(display), clock);
+    return connection.has_value();
+}
+
+} // namespace platform::i3

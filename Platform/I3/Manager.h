@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Platform/MainActor.h"
+#include "Platform/Sway/Connection.h"
+#include "Platform/Sway/Json.h"
+#include "Platform/X11/TilingManager.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform::i3 {
+
+/// i3, which is asked over its socket. One connection, made as it is needed and kept; where it breaks, as when i3
+/// restarts, the next question makes another one, to where i3 says on the display that it listens. Nothing is listened
+/// to in between: X11 tells of all that happens.
+class Manager final : public x11::TilingManager {
+public:
+    /// `clock` has to outlive this.
+    explicit Manager(const MainActor& clock)
+        : clock(clock) {}
+
+    [[nodiscard]] std::string_view name() const override { return "i3"; }
+
+    [[nodiscard]] bool isReachable(x11::Connection& display) override;
+    [[nodiscard]] std::optional<x11::Layout> readLayout(x11::Connection& display) override;
+    bool place(x11::Connection& display, xcb_window_t window, const corvid::CGRect& frame) override;
+
+private:
+    /// The answer; nothing where there was none in time, or one that makes no sense. That ends the connection: an
+    /// answer that comes later must not be taken for another question's.
+    [[nodiscard]] std::optional<sway::Json> ask(x11::Connection& display, sway::MessageType type,
+                                                std::string_view payload);
+    [[nodiscard]] bool open(x11::Connection& display);
+
+    const MainActor& clock;
+    std::optional<sway::Connection> connection;
+};
+
+} // namespace platform::i3

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+
+/// Layouts as i3 tells of them, with what the tests do not look at left out.
+namespace layouts {
+
+inline std::string rect(int x, int y, int width, int height) {
+    return R"({"x":)" + std::to_string(x) + R"(,"y":)" + std::to_string(y) + R"(,"width":)" + std::to_string(width) +
+           R"(,"height":)" + std::to_string(height) + "}";
+}
+
+/// The container of a window.
+inline std::string window(int number, const std::string& rect) {
+    return R"({"id":)" + std::to_string(90000 + number) + R"(,"type":"con","window":)" + std::to_string(number) +
+           R"(,"window_properties":{"class":"XTerm"},"deco_rect":{"x":0,"y":0,"width":300,"height":18},"rect":)" +
+           rect + R"(,"nodes":[],"floating_nodes":[]})";
+}
+
+/// A container around others, of that type.
+inline std::string around(const std::string& type, const std::string& rect, const std::string& nodes) {
+    return R"({"id":80000,"type":")" + type + R"(","window":null,"rect":)" + rect + R"(,"nodes":[)" + nodes +
+           R"(],"floating_nodes":[]})";
+}
+
+inline std::string workspace(int number, const std::string& rect, const std::string& tiled,
+                             const std::string& floating = {}) {
+    return R"({"id":)" + std::to_string(number) + R"(,"type":"workspace","name":")" + std::to_string(number) +
+           R"(","rect":)" + rect + R"(,"nodes":[)" + tiled + R"(],"floating_nodes":[)" + floating + "]}";
+}
+
+/// An output with a bar at the top, which shows the workspace of that number.
+inline std::string output(const std::string& name, const std::string& rect, int shown, const std::string& workspaces) {
+    const std::string bar = R"({"id":70001,"type":"dockarea","name":"topdock","focus":[70002],"nodes":[)" +
+                            window(17, R"({"x":0,"y":0,"width":800,"height":20})") + R"(],"floating_nodes":[]})";
+    return R"({"id":70000,"type":"output","name":")" + name + R"(","rect":)" + rect + R"(,"focus":[70001,70003],)" +
+           R"("nodes":[)" + bar + R"(,{"id":70003,"type":"con","name":"content","focus":[)" + std::to_string(shown) +
+           R"(],"nodes":[)" + workspaces + R"(],"floating_nodes":[]}],"floating_nodes":[]})";
+}
+
+inline std::string root(const std::string& outputs) {
+    return R"({"id":1,"type":"root","nodes":[)" + outputs + R"(],"floating_nodes":[]})";
+}
+
+} // namespace layouts

@@ -1,0 +1,153 @@
+#include "Platform/I3/Manager.h"
+#include "Platform/Linux/MainLoop.h"
+#include "Tests/Platform/I3/Layouts.h"
+#include "Tests/Platform/Sway/FakeSway.h"
+#include "Tests/Platform/X11/Hand.h"
+#include "Tests/Platform/X11/XServer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace platform::i3 {
+namespace {
+
+using corvid::CGRect;
+using Manners = FakeSway::Manners;
+using testing::ElementsAre;
+
+/// What a machine that does other things takes beyond.
+constexpr std::chrono::milliseconds slack{150};
+
+class I3Manager : public testing::Test {
+protected:
+    I3Manager() {
+        i3.setTree(
+            layouts::root(layouts::output("A", layouts::rect(0, 0, 800, 600), 3,
+                                          layouts::workspace(3, layouts::rect(0, 20, 800, 580),
+                                                             layouts::window(5, layouts::rect(0, 20, 800, 580))))));
+        say(i3.path());
+    }
+
+    /// Where i3 says on the display that it listens.
+    void say(const std::string& path) { hand.setText(display().root(), "I3_SOCKET_PATH", path); }
+
+    [[nodiscard]] x11::Connection& display() { return hand.connection(); }
+
+    [[nodiscard]] bool answers() {
+        display().beginTurn();
+        const auto layout = manager.readLayout(display());
+        return layout && layout->windows.contains(5);
+    }
+
+    /// Whether it comes to hold: an end takes a moment to arrive.
+    [[nodiscard]] bool becomes(const std::function<bool()>& condition) {
+        const Instant end = loop.now() + std::chrono::seconds(10);
+        while (loop.now() < end) {
+            display().beginTurn();
+            if (condition()) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    x11::XServer server;
+    x11::Hand hand{server.display()};
+    FakeSway i3;
+    linux::MainLoop loop;
+    Manager manager{loop};
+};
+
+TEST_F(I3Manager, ReadsTheLayout) {
+    display().beginTurn();
+    EXPECT_TRUE(manager.isReachable(display()));
+    const auto layout = manager.readLayout(display());
+    ASSERT_TRUE(layout.has_value());
+    EXPECT_EQ(layout->windows.at(5).frame, (CGRect{{0, 20}, {800, 580}}));
+}
+
+TEST_F(I3Manager, TakesAWindowOutOfTheLayoutAndPutsItThere) {
+    display().beginTurn();
+    EXPECT_TRUE(manager.place(display(), 5, {{-10.4, 20.6}, {400, 300}}));
+    EXPECT_THAT(i3.takeCommands(), ElementsAre("[id=5] floating enable, resize set width 400 px height 300 px, "
+                                               "move absolute position -10 px 21 px"));
+}
+
+TEST_F(I3Manager, KeepsItsConnection) {
+    for (int count = 0; count < 5; ++count) {
+        EXPECT_TRUE(answers());
+    }
+    EXPECT_EQ(i3.connections(), 1);
+}
+
+TEST_F(I3Manager, IsReachableOnlyWhileI3Listens) {
+    EXPECT_TRUE(answers());
+    i3.stop();
+    EXPECT_TRUE(becomes([&] { return !manager.isReachable(display()); }));
+    EXPECT_FALSE(answers());
+    EXPECT_FALSE(manager.place(display(), 5, {{0, 0}, {400, 300}}));
+    i3.start();
+    EXPECT_TRUE(answers());
+}
+
+TEST_F(I3Manager, FollowsI3ToAnotherPlace) {
+    EXPECT_TRUE(answers());
+    FakeSway another;
+    another.setTree(layouts::root(""));
+    say(another.path());
+    // The one that was asked so far goes on until it ends.
+    EXPECT_TRUE(answers());
+    i3.stop();
+    EXPECT_TRUE(becomes([&] { return manager.readLayout(display()) == x11::Layout{}; }));
+}
+
+TEST_F(I3Manager, IsNotReachableWhereI3DoesNotSayWhere) {
+    for (const std::string& path : {std::string(), std::string("/nowhere"), std::string(5000, 'x')}) {
+        say(path);
+        display().beginTurn();
+        EXPECT_FALSE(manager.isReachable(display())) << path.substr(0, 20);
+    }
+    hand.removeProperty(display().root(), "I3_SOCKET_PATH");
+    display().beginTurn();
+    EXPECT_FALSE(manager.isReachable(display()));
+}
+
+TEST_F(I3Manager, ASilentI3CostsNoMoreThanATurn) {
+    EXPECT_TRUE(answers());
+    i3.behave(Manners::silent);
+    display().beginTurn();
+    const Instant begin = loop.now();
+    for (int count = 0; count < 5; ++count) {
+        EXPECT_EQ(manager.readLayout(display()), std::nullopt);
+        EXPECT_FALSE(manager.place(display(), 5, {{0, 0}, {400, 300}}));
+    }
+    const Duration taken = loop.now() - begin;
+    EXPECT_GE(taken, x11::turnBudget / 2);
+    EXPECT_LT(taken, x11::turnBudget + slack);
+    i3.behave(Manners::good);
+    EXPECT_TRUE(answers());
+}
+
+TEST_F(I3Manager, APeerThatIsNotI3DoesNoHarm) {
+    for (const Manners manners :
+         {Manners::garbled, Manners::malformed, Manners::nonsense, Manners::endless, Manners::closing}) {
+        i3.behave(manners);
+        EXPECT_FALSE(answers()) << static_cast<int>(manners);
+        i3.behave(Manners::good);
+        EXPECT_TRUE(answers()) << "after " << static_cast<int>(manners);
+    }
+}
+
+TEST_F(I3Manager, WhatNobodyAskedForIsNoAnswer) {
+    i3.behave(Manners::twice);
+    EXPECT_TRUE(answers());
+    i3.behave(Manners::good);
+    i3.setTree(layouts::root(""));
+    display().beginTurn();
+    EXPECT_EQ(manager.readLayout(display()), x11::Layout{});
+}
+
+} // namespace
+} // namespace platform::i3

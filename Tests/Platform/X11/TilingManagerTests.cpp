@@ -1,0 +1,235 @@
+#include "FollowedDesktop.h"
+#include "Platform/X11/Element.h"
+#include "Platform/X11/TilingManager.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace platform::x11 {
+namespace {
+
+using corvid::CGPoint;
+using corvid::CGRect;
+using corvid::CGSize;
+
+struct Placed {
+    xcb_window_t window = XCB_WINDOW_NONE;
+    CGRect frame;
+
+    friend bool operator==(const Placed&, const Placed&) = default;
+};
+
+/// A window manager as the test wishes it to be. Its windows have a border of 2 and a title bar of 18, and float where
+/// they are put.
+class PlayedManager final : public TilingManager {
+public:
+    struct State {
+        bool isReachable = true;
+        std::optional<Layout> layout = Layout{};
+        std::vector<Placed> placed;
+        int readings = 0;
+    };
+
+    PlayedManager(Hand& hand, State& state)
+        : hand(hand)
+        , state(state) {}
+
+    [[nodiscard]] std::string_view name() const override { return "tiler"; }
+
+    [[nodiscard]] bool isReachable(Connection& /*connection*/) override { return state.isReachable; }
+
+    [[nodiscard]] std::optional<Layout> readLayout(Connection& /*connection*/) override {
+        ++state.readings;
+        return state.layout;
+    }
+
+    bool place(Connection& /*connection*/, xcb_window_t window, const CGRect& frame) override {
+        state.placed.push_back({.window = window, .frame = frame});
+        show(hand, state, window, {.frame = frame, .drawn = frame, .isTiled = false});
+        return true;
+    }
+
+    /// Has the window there, with its client inside.
+    static void show(Hand& hand, State& state, xcb_window_t window, const Layout::Window& shown) {
+        const auto [x, y] = shown.drawn.origin;
+        const auto [width, height] = shown.drawn.size;
+        const auto word = [](double value) { return static_cast<std::uint32_t>(static_cast<std::int32_t>(value)); };
+        const std::array<std::uint32_t, 4> values{word(x + 2), word(y + 18), word(width - 4), word(height - 20)};
+        xcb_configure_window(hand.connection().raw(), window,
+                             XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                                 XCB_CONFIG_WINDOW_HEIGHT,
+                             values.data());
+        hand.connection().flush();
+        state.layout->windows.insert_or_assign(window, shown);
+    }
+
+private:
+    Hand& hand;
+    State& state;
+};
+
+class TilingManagerTest : public testing::Test {
+protected:
+    TilingManagerTest() {
+        identify("tiler");
+        followed.start(std::make_unique<PlayedManager>(followed.hand, state));
+        window = followed.openWindow(client, "Editor");
+        EXPECT_TRUE(accessibility().isProcessTrusted());
+    }
+
+    /// Has a window manager of that name in charge.
+    void identify(const std::string& name) {
+        Hand& hand = followed.hand;
+        const xcb_window_t root = hand.connection().root();
+        if (check == XCB_WINDOW_NONE) {
+            check = manager.makeWindow();
+        }
+        hand.setText(check, "_NET_WM_NAME", name);
+        hand.setWords(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+        hand.setWords(root, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+        hand.setWords(
+            root, "_NET_SUPPORTED", "ATOM",
+            {hand.atom("_NET_ACTIVE_WINDOW"), hand.atom("_NET_CLIENT_LIST"), hand.atom("_NET_MOVERESIZE_WINDOW")});
+    }
+
+    void show(const CGRect& frame, bool isTiled) {
+        PlayedManager::show(followed.hand, state, window, {.frame = frame, .drawn = frame, .isTiled = isTiled});
+        settle();
+    }
+
+    /// Begins another turn.
+    void settle() { followed.drain(); }
+
+    [[nodiscard]] Accessibility& accessibility() { return followed.desktop->accessibility(); }
+
+    [[nodiscard]] AXUIElement element() const { return linux::windowElement(window); }
+
+    [[nodiscard]] std::expected<AXValue, AXError> read(std::string_view attribute) {
+        return accessibility().copyAttributeValue(element(), attribute);
+    }
+
+    /// Where the window is seen; nothing where that cannot be told.
+    [[nodiscard]] std::optional<CGRect> frame() {
+        const auto position = read(AXAttribute::position);
+        const auto size = read(AXAttribute::size);
+        if (!position || !size) {
+            return std::nullopt;
+        }
+        return CGRect{std::get<CGPoint>(*position), std::get<CGSize>(*size)};
+    }
+
+    void write(const CGRect& wanted) {
+        accessibility().setAttributeValue(element(), AXAttribute::size, wanted.size);
+        accessibility().setAttributeValue(element(), AXAttribute::position, wanted.origin);
+        accessibility().setAttributeValue(element(), AXAttribute::size, wanted.size);
+    }
+
+    FollowedDesktop followed;
+    PlayedManager::State state;
+    ClientProcess client{followed.server.display()};
+    ClientProcess manager{followed.server.display()};
+    xcb_window_t window = XCB_WINDOW_NONE;
+    xcb_window_t check = XCB_WINDOW_NONE;
+};
+
+TEST_F(TilingManagerTest, TheDesktopHasItsName) {
+    EXPECT_EQ(followed.desktop->name(), "tiler");
+    identify("another");
+    settle();
+    EXPECT_TRUE(accessibility().isProcessTrusted());
+    EXPECT_EQ(followed.desktop->name(), "X11");
+}
+
+TEST_F(TilingManagerTest, IsTrustedWhileItCanBeAsked) {
+    EXPECT_EQ(followed.desktop->hindrance(), "");
+    state.isReachable = false;
+    EXPECT_FALSE(accessibility().isProcessTrusted());
+    EXPECT_EQ(followed.desktop->hindrance(), "tiler does not answer at its socket");
+    // Nobody asks it while another one is in charge.
+    identify("another");
+    EXPECT_TRUE(accessibility().isProcessTrusted());
+    EXPECT_EQ(followed.desktop->hindrance(), "");
+}
+
+TEST_F(TilingManagerTest, TellsWhereAWindowIsSeen) {
+    show({{100, 200}, {700, 500}}, true);
+    EXPECT_EQ(frame(), (CGRect{{100, 200}, {700, 500}}));
+    EXPECT_EQ(state.readings, 1) << "once in a turn";
+}
+
+TEST_F(TilingManagerTest, AWindowThatNobodySeesIsWhereItWillBe) {
+    PlayedManager::show(followed.hand, state, window,
+                        {.frame = {{100, 200}, {700, 500}}, .drawn = {{30, 40}, {300, 200}}, .isTiled = false});
+    settle();
+    EXPECT_EQ(frame(), (CGRect{{100, 200}, {700, 500}}));
+}
+
+TEST_F(TilingManagerTest, AWindowOfWhichItDoesNotTellIsNotPlaced) {
+    EXPECT_EQ(read(AXAttribute::position).error(), AXError::cannotComplete);
+    write({{0, 0}, {800, 600}});
+    settle();
+    EXPECT_EQ(state.placed, std::vector<Placed>{});
+    state.layout.reset();
+    EXPECT_EQ(frame(), std::nullopt);
+    // Which kind of window it is X11 tells all the same.
+    EXPECT_TRUE(read(AXAttribute::subrole).has_value());
+}
+
+TEST_F(TilingManagerTest, IsAskedOnceForSizePositionAndSize) {
+    show({{100, 200}, {700, 500}}, false);
+    write({{10, 20}, {800, 600}});
+    EXPECT_EQ(state.placed, std::vector<Placed>{});
+    EXPECT_EQ(frame(), (CGRect{{10, 20}, {800, 600}}));
+    EXPECT_EQ(state.placed, (std::vector<Placed>{{window, {{10, 20}, {800, 600}}}}));
+    write({{10, 20}, {800, 600}});
+    EXPECT_EQ(frame(), (CGRect{{10, 20}, {800, 600}}));
+    EXPECT_EQ(state.placed.size(), 1U) << "it is there already";
+}
+
+TEST_F(TilingManagerTest, AWindowInTheLayoutIsTakenOutOfItAlsoWhereItStays) {
+    show({{10, 20}, {800, 600}}, true);
+    write({{10, 20}, {800, 600}});
+    EXPECT_EQ(frame(), (CGRect{{10, 20}, {800, 600}}));
+    EXPECT_EQ(state.placed, (std::vector<Placed>{{window, {{10, 20}, {800, 600}}}}));
+}
+
+TEST_F(TilingManagerTest, IsAskedForSizesThatTheWindowTakes) {
+    // Base size 4 by 4, in steps of 10 by 20.
+    followed.hand.setWords(window, "WM_NORMAL_HINTS", "WM_SIZE_HINTS",
+                           {(1U << 6U) | (1U << 8U), 0, 0, 0, 0, 0, 0, 0, 0, 10, 20, 0, 0, 0, 0, 4, 4, 0});
+    for (const bool isTiled : {true, false}) {
+        show({{100, 200}, {708, 504}}, isTiled);
+        state.placed.clear();
+        write({{0, 0}, {800, 600}});
+        settle();
+        EXPECT_EQ(state.placed, (std::vector<Placed>{{window, {{0, 0}, {798, 584}}}})) << isTiled;
+    }
+}
+
+TEST_F(TilingManagerTest, WhatNobodyReadsIsAskedForAsTheTurnEnds) {
+    show({{100, 200}, {700, 500}}, true);
+    write({{10, 20}, {800, 600}});
+    EXPECT_EQ(state.placed, std::vector<Placed>{});
+    settle();
+    EXPECT_EQ(state.placed, (std::vector<Placed>{{window, {{10, 20}, {800, 600}}}}));
+}
+
+TEST_F(TilingManagerTest, TellsWhatBarsLeaveFree) {
+    const auto visible = [this] { return followed.desktop->screens().screens().front().visibleFrame; };
+    const CGRect whole = followed.desktop->screens().screens().front().frame;
+    EXPECT_EQ(visible(), whole);
+    state.layout->workAreas = {{{0, 20}, {whole.size.width, whole.size.height - 20}}};
+    settle();
+    followed.closeWindow(window);
+    settle();
+    // In this space y grows upwards.
+    EXPECT_EQ(visible(), (CGRect{{0, 0}, {whole.size.width, whole.size.height - 20}}));
+    state.layout.reset();
+    followed.openWindow(client, "Editor");
+    settle();
+    EXPECT_EQ(visible(), whole);
+}
+
+} // namespace
+} // namespace platform::x11
