@@ -323,7 +323,8 @@ class Gnome:
         return took
 
     def has_item(self) -> bool:
-        return self.see("Main.panel.statusArea.tessel?.mapped")
+        """Whether it is there and has its place."""
+        return self.see("(item => item?.mapped && item.has_allocation())(Main.panel.statusArea.tessel)")
 
     def item_frame(self) -> Rect:
         x, y, width, height = self.see(

@@ -34,6 +34,9 @@ SHORTCUTS = {
 
 KWIN = ("org.kde.KWin", "/Scripting", "org.kde.kwin.Scripting")
 ACCEL = ("org.kde.kglobalaccel", "/kglobalaccel", "org.kde.KGlobalAccel")
+# What the session's programs are told and KWin is not: where it is itself, and that there is a whole Plasma. Without one
+# Qt 6 has a theme of its own for it, with which KWin 6 crashes.
+NOT_OF_KWIN = ("WAYLAND_DISPLAY", "DISPLAY", "QT_QPA_PLATFORM", "KDE_FULL_SESSION")
 COMPONENT = "org.corvid.Tessel"
 OUR_SCRIPT = "org.corvid.Tessel"
 
@@ -273,7 +276,7 @@ class KWinDesktop:
         script.write_text(f'#!/bin/sh\necho "$DISPLAY" >{told}.new\nmv {told}.new {told}\nexec sleep infinity\n')
         script.chmod(0o755)
         environment = {name: value for name, value in self.session.environment.items()
-                       if name not in ("WAYLAND_DISPLAY", "DISPLAY", "QT_QPA_PLATFORM")}
+                       if name not in NOT_OF_KWIN}
         # Keys may come from a client only where KWin is told not to ask who it is.
         environment["KWIN_WAYLAND_NO_PERMISSION_CHECKS"] = "1"
         self.kwin = self.session.processes.start(
