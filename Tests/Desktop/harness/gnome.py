@@ -12,6 +12,7 @@ import sys
 import time
 from pathlib import Path
 
+from .gnome_extensions import EYES, form_of, install_eyes
 from .product import Product
 from .rect import Rect
 from .session import Session
@@ -23,8 +24,6 @@ try:
 except ImportError:
     Gio = None
 
-EYES = Path(__file__).resolve().parent / "gnome_eyes"
-EYES_NAME = "eyes@example.org"
 EXTENSION = "tessel@corvid.org"
 MONITORS = (Rect(0, 0, 1600, 900), Rect(1600, 0, 1280, 1024))
 TOP_BAR = 32
@@ -160,8 +159,9 @@ class Gnome:
             session.start(["dbus-daemon", *options, "--nofork", "--nopidfile"], name)
             until((session.runtime / name).exists, f"the {name}")
         self.bus = Bus(environment["DBUS_SESSION_BUS_ADDRESS"])
-        self._install_eyes()
-        enabled = [EYES_NAME]
+        self.form = form_of(session.run(["gnome-shell", "--version"]))
+        install_eyes(self._place_of(EYES), self.form)
+        enabled = [EYES]
         if extension != "absent":
             shutil.copytree(self.extension_folder(), self._place_of(EXTENSION))
         if extension == "enabled":
@@ -173,27 +173,11 @@ class Gnome:
             for direction in ("left", "right", "up", "down"):
                 self.change_setting("org.gnome.desktop.wm.keybindings", f"switch-to-workspace-{direction}", "[]")
 
-    def form(self) -> str:
-        """What the shell reads as an extension: modules since version 45."""
-        told = self.session.run(["gnome-shell", "--version"])
-        version = int(re.search(r"GNOME Shell (\d+)", told)[1])
-        return "legacy" if version < 45 else "esm"
-
     def extension_folder(self) -> Path:
-        return self.program.parent.parent / "share/tessel/gnome-shell" / self.form()
+        return self.program.parent.parent / "share/tessel/gnome-shell" / self.form
 
     def _place_of(self, extension: str) -> Path:
         return self.session.home / ".local/share/gnome-shell/extensions" / extension
-
-    def _install_eyes(self) -> None:
-        folder = self._place_of(EYES_NAME)
-        folder.mkdir(parents=True)
-        core = (EYES / "core.js").read_text()
-        (folder / "extension.js").write_text((EYES / f"{self.form()}.js").read_text().replace("@CORE@", core))
-        (folder / "metadata.json").write_text(json.dumps({
-            "uuid": EYES_NAME, "name": "Eyes", "description": "Tells the tests what the shell knows",
-            "shell-version": [str(version) for version in range(43, 50)],
-        }))
 
     def change_setting(self, schema: str, key: str, value: str) -> None:
         """Changes a setting as its user would."""

@@ -52,10 +52,12 @@ const active = six ? workspace.activeWindow : workspace.activeClient;
 function find(id) { return windows.find((each) => String(each.internalId) === id); }
 %s
 callDBus("org.example.TesselEyes", "/", "org.example.TesselEyes", "Saw", JSON.stringify({
-    pointer: workspace.cursorPos,
+    pointer: workspace.cursorPos, is_six: six,
     windows: windows.map((w) => ({
         id: String(w.internalId), process: w.pid, title: String(w.caption), name: String(w.resourceClass),
         x: w.frameGeometry.x, y: w.frameGeometry.y, width: w.frameGeometry.width, height: w.frameGeometry.height,
+        smallest: [w.minSize.width + (w.clientGeometry ? w.frameGeometry.width - w.clientGeometry.width : 0),
+                   w.minSize.height + (w.clientGeometry ? w.frameGeometry.height - w.clientGeometry.height : 0)],
         is_active: w === active, is_above: w.keepAbove, is_skipped: w.skipTaskbar && w.skipPager && w.skipSwitcher,
         is_everywhere: w.onAllDesktops, is_bare: w.noBorder, is_full: w.fullScreen,
         is_popup: w.popupWindow || w.dock || w.desktopWindow
@@ -74,6 +76,8 @@ class SeenWindow:
     y: float
     width: float
     height: float
+    # With its frame, except in KWin 5, which does not tell how thick that is.
+    smallest: list[float]
     is_active: bool
     is_above: bool
     is_skipped: bool
