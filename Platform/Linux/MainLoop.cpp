@@ -61,8 +61,8 @@ public:
 
 private:
     static int fire(sd_event_source* source, std::uint64_t /*time*/, void* data) {
-        // Taken out first: the work may drop this timer, unless it is the loop's. A source that was dropped is out of the
-        // loop, and later versions of the library end the process that asks anything of it.
+        // Taken out first: the work may drop this timer, unless it is the loop's. A source that was dropped is out of
+        // the loop, and later versions of the library end the process that asks anything of it.
         auto* timer = static_cast<Timer*>(data);
         const bool isLoops = timer->isLoops;
         Work work = std::move(timer->work);
