@@ -242,10 +242,17 @@ class Gnome:
     def place(self, window: int, rect: Rect) -> Rect:
         """Puts a window there as a person would with the mouse; gives where it has come to rest."""
         # The shell takes a window with size steps for one whose corner is dragged, unless it is moved by itself.
-        self.see(f"(w => {{ w.unmaximize(Meta.MaximizeFlags.BOTH); w.move_frame(true, {rect.x}, {rect.y}); "
-                 f"w.move_resize_frame(true, {rect.x}, {rect.y}, {rect.width}, {rect.height}); }})(one({window}))")
-        until(lambda: self.frame(window)[:2] == rect[:2], f"the window to come to {rect}", 3.0,
-              lambda: self.frame(window))
+        ask = (f"(w => {{ w.unmaximize(Meta.MaximizeFlags.BOTH); w.move_frame(true, {rect.x}, {rect.y}); "
+               f"w.move_resize_frame(true, {rect.x}, {rect.y}, {rect.width}, {rect.height}); }})(one({window}))")
+
+        def is_there() -> bool:
+            # A program that answers an earlier request late takes the window back.
+            if self.frame(window)[:2] != rect[:2]:
+                self.see(ask)
+            return self.frame(window)[:2] == rect[:2]
+
+        self.see(ask)
+        until(is_there, f"the window to come to {rect}", 3.0, lambda: self.frame(window))
         return self.at_rest(window)
 
     def at_rest(self, window: int) -> Rect:
