@@ -7,6 +7,7 @@
 
 #include <QIcon>
 #include <QLocale>
+#include <QLoggingCategory>
 #include <QQuickWindow>
 #include <clocale>
 
@@ -52,6 +53,8 @@ QuickToolkit::QuickToolkit(const Surroundings& surroundings, const ViewBuilder& 
     : surroundings(surroundings) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    // Qt 6.8 complains where a compositor says twice that a window has lost the keyboard, as GNOME Shell and sway do.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.wayland.textinput.warning=false"));
     application = std::make_unique<QGuiApplication>(programArgumentCount, programArguments);
     // Qt takes over all of the user's locale; numbers stay as programs write them.
     std::setlocale(LC_NUMERIC, "C"); // NOLINT(concurrency-mt-unsafe)

@@ -52,6 +52,7 @@ public:
     /// Gives the timer to the loop, which drops it once it has run or when the loop itself goes.
     static void leaveToLoop(std::unique_ptr<Timer> timer) {
         Timer* left = timer.release();
+        left->isLoops = true;
         sd_event_source* kept = left->source.release();
         sd_event_source_set_floating(kept, 1);
         sd_event_source_set_destroy_callback(kept, [](void* data) { delete static_cast<Timer*>(data); });
@@ -60,15 +61,21 @@ public:
 
 private:
     static int fire(sd_event_source* source, std::uint64_t /*time*/, void* data) {
-        // Moved out first: the work may drop this timer.
-        Work work = std::move(static_cast<Timer*>(data)->work);
+        // Taken out first: the work may drop this timer, unless it is the loop's. A source that was dropped is out of
+        // the loop, and later versions of the library end the process that asks anything of it.
+        auto* timer = static_cast<Timer*>(data);
+        const bool isLoops = timer->isLoops;
+        Work work = std::move(timer->work);
         work();
-        // Ends the loop's own reference, where the timer is the loop's.
-        sd_event_source_set_floating(source, 0);
+        if (isLoops) {
+            // Ends the loop's own reference.
+            sd_event_source_set_floating(source, 0);
+        }
         return 0;
     }
 
     Work work;
+    bool isLoops = false;
     Source source;
 };
 

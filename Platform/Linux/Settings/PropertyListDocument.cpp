@@ -16,16 +16,13 @@ namespace {
 using corvid::Data;
 using corvid::PropertyListValue;
 
+// The functions of the library that do the same have other names in each version.
 struct FreeMemory {
     void operator()(void* memory) const { std::free(memory); }
 };
 
 template <typename Memory>
 using Allocated = std::unique_ptr<Memory, FreeMemory>;
-
-struct FreeXml {
-    void operator()(char* text) const { plist_to_xml_free(text); }
-};
 
 /// libplist reads and writes numbers by the C locale of the thread; a file must not depend on the user's decimal point.
 class PlainNumbers {
@@ -52,7 +49,7 @@ std::string xmlOf(plist_t node) {
     char* text = nullptr;
     std::uint32_t length = 0;
     plist_to_xml(node, &text, &length);
-    const std::unique_ptr<char, FreeXml> owned{text};
+    const Allocated<char> owned{text};
     return text != nullptr ? std::string{text, length} : std::string{};
 }
 

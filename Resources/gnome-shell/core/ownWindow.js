@@ -13,17 +13,17 @@ class OwnWindow {
     place(process, title, x, y) {
         this._plan = {process, title, x, y};
         const own = global.get_window_actors()
-            .map(actor => actor.metaWindow)
-            .filter(window => window.get_pid() === process);
-        const shown = own.find(window => this._isMeant(window) && window.get_frame_rect().width > 0);
+            .filter(actor => !actor.is_destroyed() && actor.metaWindow.get_pid() === process);
+        const shown = own.find(actor => actor.visible && this._isMeant(actor.metaWindow));
         if (shown) {
-            this._carryOut(shown);
+            this._carryOut(shown.metaWindow);
             return;
         }
-        // It may have been made already, and be about to be shown.
-        const made = own.find(window => window.get_frame_rect().width === 0);
+        // It may have been made already, and be about to be shown. Before, the shell has yet to find a place for it, in
+        // which it would end up; that it has a size says nothing of that.
+        const made = own.find(actor => !actor.visible);
         if (made)
-            this._await(made);
+            this._await(made.metaWindow);
     }
 
     _isMeant(window) {

@@ -43,7 +43,8 @@ def a_click_on_the_item_opens_the_popover_below_it(program):
         until_closed(desktop, product, "on Escape")
         until_equal(desktop.focused, other, "the window that has the keyboard again")
 
-        assert open_popover(desktop, product)[1] == plate, "it hangs elsewhere the second time"
+        again = open_popover(desktop, product)[1]
+        assert again == plate, f"it hangs at {again} the second time, and at {plate} the first"
         item = desktop.item_frame()
         desktop.hands.click(item.x + item.width // 2, item.y + item.height // 2)
         until_closed(desktop, product, "on a second click")

@@ -18,6 +18,8 @@ def open_popover(desktop: SwayDesktop, program, product) -> Window:
         lambda: [window for window in own_windows(desktop, product) if window.focused], "the popover", 20.0,
         desktop.windows,
     )
+    # sway gives it the keyboard as it appears, before the program has asked for that.
+    product.until_at_rest()
     return popover
 
 

@@ -12,6 +12,7 @@ import sys
 import time
 from pathlib import Path
 
+from .gnome_extensions import EYES, form_of, install_eyes
 from .product import Product
 from .rect import Rect
 from .session import Session
@@ -23,7 +24,6 @@ try:
 except ImportError:
     Gio = None
 
-EYES = Path(__file__).resolve().parent / "gnome_eyes"
 EXTENSION = "tessel@corvid.org"
 MONITORS = (Rect(0, 0, 1600, 900), Rect(1600, 0, 1280, 1024))
 TOP_BAR = 32
@@ -159,10 +159,11 @@ class Gnome:
             session.start(["dbus-daemon", *options, "--nofork", "--nopidfile"], name)
             until((session.runtime / name).exists, f"the {name}")
         self.bus = Bus(environment["DBUS_SESSION_BUS_ADDRESS"])
-        self._install(EYES, "eyes@example.org")
-        enabled = ["eyes@example.org"]
+        self.form = form_of(session.run(["gnome-shell", "--version"]))
+        install_eyes(self._place_of(EYES), self.form)
+        enabled = [EYES]
         if extension != "absent":
-            self._install(self.extension_folder(), EXTENSION)
+            shutil.copytree(self.extension_folder(), self._place_of(EXTENSION))
         if extension == "enabled":
             enabled.append(EXTENSION)
         self.change_setting("org.gnome.shell", "enabled-extensions", str(enabled))
@@ -172,11 +173,11 @@ class Gnome:
             for direction in ("left", "right", "up", "down"):
                 self.change_setting("org.gnome.desktop.wm.keybindings", f"switch-to-workspace-{direction}", "[]")
 
-    def extension_folder(self, form: str = "legacy") -> Path:
-        return self.program.parent.parent / "share/tessel/gnome-shell" / form
+    def extension_folder(self) -> Path:
+        return self.program.parent.parent / "share/tessel/gnome-shell" / self.form
 
-    def _install(self, folder: Path, name: str) -> None:
-        shutil.copytree(folder, self.session.home / ".local/share/gnome-shell/extensions" / name)
+    def _place_of(self, extension: str) -> Path:
+        return self.session.home / ".local/share/gnome-shell/extensions" / extension
 
     def change_setting(self, schema: str, key: str, value: str) -> None:
         """Changes a setting as its user would."""
@@ -241,10 +242,17 @@ class Gnome:
     def place(self, window: int, rect: Rect) -> Rect:
         """Puts a window there as a person would with the mouse; gives where it has come to rest."""
         # The shell takes a window with size steps for one whose corner is dragged, unless it is moved by itself.
-        self.see(f"(w => {{ w.unmaximize(Meta.MaximizeFlags.BOTH); w.move_frame(true, {rect.x}, {rect.y}); "
-                 f"w.move_resize_frame(true, {rect.x}, {rect.y}, {rect.width}, {rect.height}); }})(one({window}))")
-        until(lambda: self.frame(window)[:2] == rect[:2], f"the window to come to {rect}", 3.0,
-              lambda: self.frame(window))
+        ask = (f"(w => {{ w.unmaximize(Meta.MaximizeFlags.BOTH); w.move_frame(true, {rect.x}, {rect.y}); "
+               f"w.move_resize_frame(true, {rect.x}, {rect.y}, {rect.width}, {rect.height}); }})(one({window}))")
+
+        def is_there() -> bool:
+            # A program that answers an earlier request late takes the window back.
+            if self.frame(window)[:2] != rect[:2]:
+                self.see(ask)
+            return self.frame(window)[:2] == rect[:2]
+
+        self.see(ask)
+        until(is_there, f"the window to come to {rect}", 3.0, lambda: self.frame(window))
         return self.at_rest(window)
 
     def at_rest(self, window: int) -> Rect:
@@ -306,7 +314,8 @@ class Gnome:
         return took
 
     def has_item(self) -> bool:
-        return self.see("Main.panel.statusArea.tessel?.mapped")
+        """Whether it is there and has its place."""
+        return self.see("(item => item?.mapped && item.has_allocation())(Main.panel.statusArea.tessel)")
 
     def item_frame(self) -> Rect:
         x, y, width, height = self.see(

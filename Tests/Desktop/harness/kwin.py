@@ -34,6 +34,9 @@ SHORTCUTS = {
 
 KWIN = ("org.kde.KWin", "/Scripting", "org.kde.kwin.Scripting")
 ACCEL = ("org.kde.kglobalaccel", "/kglobalaccel", "org.kde.KGlobalAccel")
+# What the session's programs are told and KWin is not: where it is itself, and that there is a whole Plasma. Without one
+# Qt 6 has a theme of its own for it, with which KWin 6 crashes.
+NOT_OF_KWIN = ("WAYLAND_DISPLAY", "DISPLAY", "QT_QPA_PLATFORM", "KDE_FULL_SESSION")
 COMPONENT = "org.corvid.Tessel"
 OUR_SCRIPT = "org.corvid.Tessel"
 
@@ -49,10 +52,12 @@ const active = six ? workspace.activeWindow : workspace.activeClient;
 function find(id) { return windows.find((each) => String(each.internalId) === id); }
 %s
 callDBus("org.example.TesselEyes", "/", "org.example.TesselEyes", "Saw", JSON.stringify({
-    pointer: workspace.cursorPos,
+    pointer: workspace.cursorPos, is_six: six,
     windows: windows.map((w) => ({
         id: String(w.internalId), process: w.pid, title: String(w.caption), name: String(w.resourceClass),
         x: w.frameGeometry.x, y: w.frameGeometry.y, width: w.frameGeometry.width, height: w.frameGeometry.height,
+        smallest: [w.minSize.width + (w.clientGeometry ? w.frameGeometry.width - w.clientGeometry.width : 0),
+                   w.minSize.height + (w.clientGeometry ? w.frameGeometry.height - w.clientGeometry.height : 0)],
         is_active: w === active, is_above: w.keepAbove, is_skipped: w.skipTaskbar && w.skipPager && w.skipSwitcher,
         is_everywhere: w.onAllDesktops, is_bare: w.noBorder, is_full: w.fullScreen,
         is_popup: w.popupWindow || w.dock || w.desktopWindow
@@ -71,6 +76,8 @@ class SeenWindow:
     y: float
     width: float
     height: float
+    # With its frame, except in KWin 5, which does not tell how thick that is.
+    smallest: list[float]
     is_active: bool
     is_above: bool
     is_skipped: bool
@@ -273,7 +280,7 @@ class KWinDesktop:
         script.write_text(f'#!/bin/sh\necho "$DISPLAY" >{told}.new\nmv {told}.new {told}\nexec sleep infinity\n')
         script.chmod(0o755)
         environment = {name: value for name, value in self.session.environment.items()
-                       if name not in ("WAYLAND_DISPLAY", "DISPLAY", "QT_QPA_PLATFORM")}
+                       if name not in NOT_OF_KWIN}
         # Keys may come from a client only where KWin is told not to ask who it is.
         environment["KWIN_WAYLAND_NO_PERMISSION_CHECKS"] = "1"
         self.kwin = self.session.processes.start(

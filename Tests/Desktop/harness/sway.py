@@ -132,6 +132,8 @@ class SwayDesktop:
         }
         until_equal(self.outputs, [FIRST, SECOND], "the outputs")
         until(lambda: self.work_area(1).y > 0, "the bars to be there", 20.0)
+        # Versions differ in which one has the focus at first.
+        self.command(f"focus output {self._output_nodes()[0]['name']}")
         self.keyboard = WaylandKeyboard(str(self.session.runtime / display))
 
     def restart(self) -> None:
@@ -180,7 +182,8 @@ class SwayDesktop:
         return next(rect_of(each) for each in node["nodes"] if each["name"] == node["current_workspace"])
 
     def _output_nodes(self) -> list[dict]:
-        return [node for node in self.tree()["nodes"] if node["name"] != "__i3"]
+        """From left to right; versions of sway tell them in different orders."""
+        return sorted((node for node in self.tree()["nodes"] if node["name"] != "__i3"), key=lambda node: rect_of(node).x)
 
     def windows(self) -> list[Window]:
         return windows_of(self.tree())

@@ -1,7 +1,5 @@
-// The tests' own eyes and hands in the shell: evaluates an expression and answers in JSON.
-/* exported init */
-
-const {Gio} = imports.gi;
+// The tests' own eyes and hands in the shell: evaluates an expression and answers in JSON. It serves every version of the
+// shell: the harness puts it into the form that this one reads, in place of @CORE@.
 
 const INTERFACE = `<node><interface name="org.example.Eyes">
     <method name="Evaluate"><arg type="s" direction="in"/><arg type="s" direction="out"/></method>
@@ -21,8 +19,6 @@ class Eyes {
     }
 
     Evaluate(expression) {
-        const {Clutter, GLib, Meta, Shell, St} = imports.gi;
-        const Main = imports.ui.main;
         const names = {Clutter, GLib, Meta, Shell, St, Main, Gio};
         const windows = () => global.get_window_actors().map(actor => actor.meta_window);
         const one = id => windows().find(window => window.get_id() === id);
@@ -30,8 +26,4 @@ class Eyes {
         const work = new Function('windows', 'one', 'rect', ...Object.keys(names), `return (${expression});`);
         return JSON.stringify(work(windows, one, rect, ...Object.values(names)) ?? null);
     }
-}
-
-function init() {
-    return new Eyes();
 }

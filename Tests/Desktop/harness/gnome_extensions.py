@@ -1,0 +1,25 @@
+"""Extensions of GNOME Shell, which reads scripts before version 45 and modules since."""
+
+import json
+import re
+from pathlib import Path
+
+# The tests' own.
+EYES = "eyes@example.org"
+SOURCES = Path(__file__).resolve().parent / "gnome_eyes"
+
+
+def form_of(version: str) -> str:
+    """The form that a shell reads, by what it says of its version."""
+    return "legacy" if int(re.search(r"GNOME Shell (\d+)", version)[1]) < 45 else "esm"
+
+
+def install_eyes(folder: Path, form: str) -> None:
+    folder.mkdir(parents=True)
+    core = (SOURCES / "core.js").read_text()
+    (folder / "extension.js").write_text((SOURCES / f"{form}.js").read_text().replace("@CORE@", core))
+    (folder / "metadata.json").write_text(json.dumps({
+        "uuid": EYES, "name": "Eyes",
+        "description": "Tells the tests what the shell knows, independently of the program under test",
+        "shell-version": [str(version) for version in range(43, 50)],
+    }))
