@@ -117,7 +117,7 @@ std::expected<const WindowFacts*, AXError> Accessibility::facts(xcb_window_t win
     if (const WindowFacts* present = turn.window(window)) {
         return present;
     }
-    return std::unexpected(connection.isExhausted() ? AXError::cannotComplete : AXError::invalidUIElement);
+    return std::unexpected(connection.isOutOfTime() ? AXError::cannotComplete : AXError::invalidUIElement);
 }
 
 } // namespace platform::x11

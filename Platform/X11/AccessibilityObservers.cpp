@@ -24,7 +24,7 @@ bool AccessibilityObservers::exists(xcb_window_t window) {
     }
     // What is read here is what the callback asks for next. A server that is slow to answer says nothing about the
     // window.
-    return turn.window(window) != nullptr || connection.isExhausted();
+    return turn.window(window) != nullptr || connection.isOutOfTime();
 }
 
 } // namespace platform::x11

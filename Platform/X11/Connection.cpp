@@ -73,8 +73,12 @@ Instant Connection::turnEnd() {
     return *deadline;
 }
 
+bool Connection::isOutOfTime() {
+    return now() >= turnEnd();
+}
+
 bool Connection::isExhausted() {
-    return now() >= turnEnd() || isBacklogged();
+    return isOutOfTime() || isBacklogged();
 }
 
 bool Connection::isBacklogged() const {

@@ -65,6 +65,9 @@ public:
     /// Whether something was waited for in this turn.
     [[nodiscard]] bool hasWaited() const { return deadline.has_value(); }
 
+    /// Whether the turn's time is used up. No: what had no reply has failed.
+    [[nodiscard]] bool isOutOfTime();
+
     /// Whether the turn's time is used up, or the server does not take what it is sent, so that no answer is to be
     /// expected.
     [[nodiscard]] bool isExhausted();

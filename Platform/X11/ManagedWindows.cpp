@@ -91,17 +91,18 @@ ManagedWindows::Changes ManagedWindows::findChanges() {
     std::erase_if(orphans, [&](const auto& orphan) { return isUnlisted(orphan.first); });
 
     std::set<xcb_window_t> seen;
-    for (const xcb_window_t window : unaskedFromStart) {
-        if (isUnlisted(window)) {
-            changes.arrived.push_back(window);
-        }
-    }
     for (const xcb_window_t window : *list) {
         const auto known = windows.find(window);
         if (known != windows.end() && !known->second.isListed) {
             changes.returned.push_back(window);
         } else if (known == windows.end() && window != XCB_WINDOW_NONE && window != connection.root() &&
                    !unknown.contains(window) && seen.insert(window).second) {
+            changes.arrived.push_back(window);
+        }
+    }
+    // What is there goes before what has left the list since.
+    for (const xcb_window_t window : unaskedFromStart) {
+        if (isUnlisted(window)) {
             changes.arrived.push_back(window);
         }
     }
@@ -158,7 +159,7 @@ void ManagedWindows::askAndTell(const Changes& changes) {
     }
     for (std::size_t index = 0; index < changes.arrived.size(); ++index) {
         const auto clues = arrivalRequests[index].read(connection);
-        if (!clues && connection.isExhausted()) {
+        if (!clues && connection.isOutOfTime()) {
             isComplete = false;
             continue;
         }
@@ -169,14 +170,14 @@ void ManagedWindows::askAndTell(const Changes& changes) {
         const auto clues = renameRequests[index].read(connection);
         if (clues && windows.contains(changes.renamed[index])) {
             follower->windowChangedIdentity(changes.renamed[index], *clues);
-        } else if (!clues && connection.isExhausted()) {
+        } else if (!clues && connection.isOutOfTime()) {
             renamed.insert(changes.renamed[index]);
             isComplete = false;
         }
     }
     for (std::size_t index = 0; index < changes.departed.size(); ++index) {
         const auto attributes = connection.reply<xcb_get_window_attributes_reply_t>(departureRequests[index]);
-        if (!attributes && connection.isExhausted()) {
+        if (!attributes && connection.isOutOfTime()) {
             isComplete = false;
             continue;
         }

@@ -114,7 +114,7 @@ std::optional<bool> OwnWindows::isViewable(xcb_window_t window) {
         return attributes->map_state == XCB_MAP_STATE_VIEWABLE;
     }
     // A window that is gone is not answered for either.
-    return connection.isExhausted() ? std::nullopt : std::optional(false);
+    return connection.isOutOfTime() ? std::nullopt : std::optional(false);
 }
 
 void OwnWindows::take(xcb_window_t window) {

@@ -139,6 +139,30 @@ TEST_F(FollowedWindows, ThatAServerDidNotAnswerForInTimeAreAskedForAgain) {
     EXPECT_FALSE(managed.hasWork());
 }
 
+TEST_F(FollowedWindows, ThatAreThereGoBeforeThousandsThatHaveGone) {
+    const xcb_window_t there = client.makeWindow();
+    std::vector<xcb_window_t> gone;
+    for (std::uint32_t number = 1; number <= 4000; ++number) {
+        gone.push_back(there + 1000 + number);
+    }
+    const auto work = [&] {
+        connection.beginTurn();
+        managed.work();
+    };
+    connection.beginTurn();
+    managed.follow(gone);
+    work();
+    managed.follow({there});
+    work();
+    EXPECT_EQ(notes.appeared, std::vector<xcb_window_t>{there});
+    // The server has answered for each of those before; that it had not read everything by then says nothing.
+    int turns = 2;
+    for (; managed.hasWork() && turns < 20; ++turns) {
+        work();
+    }
+    EXPECT_EQ(turns, 16) << "256 at a time";
+}
+
 TEST_F(FollowedWindows, ThatOutlastTheirProcessForAMomentAreNotTakenForNewOnes) {
     const xcb_window_t window = client.makeWindow();
     connection.beginTurn();
