@@ -23,6 +23,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
     : DesktopParts(mainLoop, socketPath)
     , compositor::Desktop(mainLoop, windowTable, door)
     , mainLoop(mainLoop)
+    , bell(mainLoop)
     , hotKeys((session.follow(*this), session)) {
     sessionClosed();
     session.start();

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Platform/Beep.h"
 #include "Platform/Compositor/Desktop.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/SoundThemeBeep.h"
 #include "Platform/Sway/Door.h"
 #include "Platform/Sway/HotKeys.h"
 #include "Platform/Sway/Session.h"
@@ -14,12 +14,6 @@
 #include <string_view>
 
 namespace platform::sway {
-
-/// sway has no bell, and what sounds a session has is not for it to say.
-class NoBeep final : public Beep {
-public:
-    void beep() override {}
-};
 
 /// What has to be there before and after all that is done through the door.
 struct DesktopParts {
@@ -42,7 +36,7 @@ public:
 
     [[nodiscard]] std::string_view name() const override { return "sway"; }
 
-    [[nodiscard]] Beep& sound() override { return noBeep; }
+    [[nodiscard]] Beep& sound() override { return bell; }
 
     [[nodiscard]] HotKeyEvents& hotKeyEvents() override { return hotKeys; }
 
@@ -59,7 +53,7 @@ private:
     void sessionIsQuiet() override {}
 
     linux::MainLoop& mainLoop;
-    NoBeep noBeep;
+    linux::SoundThemeBeep bell;
     std::unique_ptr<ScheduledWork> end;
     HotKeys hotKeys;
 };

@@ -91,6 +91,23 @@ def a_key_that_is_held_counts_once(program):
         desktop.keyboard.release("Control", "Alt", "Up")
 
 
+@case("desktop.sway.keys.bell")
+def without_a_window_the_bell_of_the_sound_theme_is_heard(program):
+    with SwayDesktop(program, name="sway.keys.bell") as desktop:
+        heard = desktop.session.runtime / "heard"
+        players = desktop.session.directory / "players"
+        players.mkdir()
+        player = players / "canberra-gtk-play"
+        player.write_text(f'#!/bin/sh\necho "$@" >>{heard}\n')
+        player.chmod(0o755)
+        path = f"{players}:{desktop.session.environment.get('PATH', '/usr/bin:/bin')}"
+        product = desktop.launch(environment={"PATH": path})
+        product.until_status("Active")
+        for count in (1, 2):
+            desktop.press(product, "leftHalf")
+            until(lambda: heard.exists() and heard.read_text() == "--id=bell\n" * count, f"bell {count}")
+
+
 @case("desktop.sway.keys.taken")
 def what_the_user_has_bound_stays_his_and_the_others_work(program):
     with SwayDesktop(program, CONFLICTS, name="sway.keys.taken") as desktop:
