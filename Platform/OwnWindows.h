@@ -34,6 +34,10 @@ public:
     /// Where the pointer is, in points in the screen space; nothing where the desktop does not say.
     [[nodiscard]] virtual std::optional<corvid::CGPoint> pointer() = 0;
 
+    /// The frame of the screen that the user works on, in points in the screen space; nothing where the desktop does
+    /// not say, or says where the pointer is.
+    [[nodiscard]] virtual std::optional<corvid::CGRect> activeScreen() { return std::nullopt; }
+
     /// Puts the top-left corner of the window there; in points in the accessibility space. Without effect on a window
     /// that is gone. Where windows have no numbers, the window goes by its title, which no other window of this process
     /// has, and may be told its place before it is shown.

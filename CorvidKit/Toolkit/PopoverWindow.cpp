@@ -10,6 +10,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 
@@ -128,6 +129,7 @@ void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
         return;
     }
     anchor = withPointer(newAnchor);
+    activeScreen = anchor->rect ? std::nullopt : surroundings.ownWindows->activeScreen();
     frame->setProperty("isBlended", surroundings.ownWindows->areBlended());
     frame->setProperty("isAnimated", animates);
     Environment::of(engine).setUsingKeyboard(false);
@@ -168,7 +170,9 @@ void PopoverWindow::place() {
     followScale();
     const QSizeF size(frame->implicitWidth(), frame->implicitHeight());
     const double margin = frame->property("margin").toDouble();
-    const std::vector<platform::Screen> screens = surroundings.screens.screens();
+    std::vector<platform::Screen> screens = surroundings.screens.screens();
+    const double primaryTop = screens.empty() ? 0 : screens.front().frame.maxY();
+    std::ranges::stable_partition(screens, [this](const auto& screen) { return screen.frame == activeScreen; });
     // Qt's points are the desktop's own, unless that counts in pixels.
     const double ratio = isManaged() ? 1 : window->devicePixelRatio();
     const CGSize plate{(size.width() - 2 * margin) * ratio, (size.height() - 2 * margin) * ratio};
@@ -187,7 +191,7 @@ void PopoverWindow::place() {
     }
     // Upside down: windows are placed by their top-left corner, y down from the top of the primary screen.
     const CGPoint topLeft{std::round(found->minX() - margin * ratio),
-                          std::round(screens.front().frame.maxY() - found->maxY() - margin * ratio)};
+                          std::round(primaryTop - found->maxY() - margin * ratio)};
     if (!isManaged()) {
         window->setGeometry(QRect(fromPixels(topLeft), size.toSize()));
     }

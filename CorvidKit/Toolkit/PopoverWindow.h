@@ -73,6 +73,8 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     bool animates = false;
     /// Where it was shown last.
     std::optional<Anchor> anchor;
+    /// The screen that was worked on then, where it hangs at nothing.
+    std::optional<CGRect> activeScreen;
     std::unique_ptr<QQuickWindow> window;
     std::unique_ptr<QQuickItem> frame;
     std::unique_ptr<QQuickItem> content;

@@ -4,12 +4,25 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+
 namespace platform::compositor {
 
 std::optional<corvid::CGPoint> OwnWindows::pointer() {
     const auto frame = primary();
     const auto position = frame ? door.pointer() : std::nullopt;
     return position ? std::optional(linux::inScreenSpace(*position, *frame)) : std::nullopt;
+}
+
+std::optional<corvid::CGRect> OwnWindows::activeScreen() {
+    const WindowTable* table = turn.table();
+    if (table == nullptr) {
+        return std::nullopt;
+    }
+    const auto active = std::ranges::find_if(table->outputs(), &Output::isActive);
+    return active == table->outputs().end()
+               ? std::nullopt
+               : std::optional(linux::inScreenSpace(active->frame, table->outputs().front().frame));
 }
 
 void OwnWindows::place(Number /*window*/, const std::string& title, corvid::CGPoint topLeft) {

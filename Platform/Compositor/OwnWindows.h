@@ -17,6 +17,7 @@ public:
     [[nodiscard]] Protocol protocol() const override { return Protocol::wayland; }
 
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override;
+    [[nodiscard]] std::optional<corvid::CGRect> activeScreen() override;
     void place(Number window, const std::string& title, corvid::CGPoint topLeft) override;
 
     void takeKeyboard(Number /*window*/) override {}

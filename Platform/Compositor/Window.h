@@ -36,6 +36,8 @@ struct Output {
     corvid::CGRect frame;
     /// The frame without what panels and docks keep for themselves.
     corvid::CGRect workArea;
+    /// It is the one that the user works on. Only told by a compositor that does not tell where the pointer is.
+    bool isActive = false;
 
     friend bool operator==(const Output&, const Output&) = default;
 };

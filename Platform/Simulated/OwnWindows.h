@@ -20,6 +20,8 @@ public:
 
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override { return pointerPosition; }
 
+    [[nodiscard]] std::optional<corvid::CGRect> activeScreen() override { return activeScreenFrame; }
+
     void place(Number window, const std::string& title, corvid::CGPoint topLeft) override {
         const std::string name = spoken == Protocol::x11 ? std::to_string(window) : title;
         trace.record("place window " + name + " at " + text(topLeft));
@@ -38,6 +40,7 @@ public:
 
     /// In points in the screen space; nothing for a desktop that does not say.
     std::optional<corvid::CGPoint> pointerPosition = corvid::CGPoint{960, 540};
+    std::optional<corvid::CGRect> activeScreenFrame;
     bool hasCompositor = true;
     Protocol spoken = Protocol::x11;
     /// Nothing while another program has it.

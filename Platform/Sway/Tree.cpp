@@ -88,6 +88,14 @@ bool isWindow(const Json& node) {
     return isLeaf && numberOf(node, "pid") && numberOf(node, "id");
 }
 
+/// The number of the output that has the focus, even where it shows no window: the first in the order of focus.
+std::optional<std::int64_t> activeOutput(const Json& root) {
+    const Json* focus = member(root, "focus");
+    return focus == nullptr || !focus->is_array() || focus->empty() || !focus->front().is_number_integer()
+               ? std::nullopt
+               : std::optional(focus->front().get<std::int64_t>());
+}
+
 std::optional<Output> outputOf(const Json& node) {
     // The place of hidden windows is an output as well, of a name that no other can have.
     const auto frame = rectOf(node, "rect");
@@ -142,6 +150,7 @@ std::optional<Tree> readTree(const Json& answer) {
         return std::nullopt;
     }
     Tree tree;
+    const auto active = activeOutput(answer);
     std::vector<Visit> waiting{{.node = &answer}};
     while (!waiting.empty()) {
         const Visit visit = waiting.back();
@@ -150,6 +159,7 @@ std::optional<Tree> readTree(const Json& answer) {
         if (textOf(node, "type") == "output") {
             if (const auto output = outputOf(node)) {
                 tree.outputs.push_back(*output);
+                tree.outputs.back().isActive = active && active == numberOf(node, "id");
             }
         } else if (isWindow(node) && tree.windows.size() < mostWindows) {
             tree.windows.push_back(windowOf(visit));

@@ -217,6 +217,23 @@ TEST_F(HangingOnWayland, IsPlacedByItsTitleBeforeItIsShownAndWhenItGrows) {
     EXPECT_TRUE(wasTold("place window " + title + " at (280, 10)")) << testing::PrintToString(desktop.trace.lines());
 }
 
+TEST_F(HangingOnWayland, WithoutAPointerItGoesToTheScreenThatIsWorkedOn) {
+    desktop.screens.attach({{.frame = {{0, 0}, {1920, 1080}}, .visibleFrame = {{0, 0}, {1920, 1056}}},
+                            {.frame = {{1920, 56}, {1280, 1024}}, .visibleFrame = {{1920, 56}, {1280, 1024}}}});
+    desktop.ownWindows.pointerPosition.reset();
+    desktop.ownWindows.activeScreenFrame = CGRect{{1920, 56}, {1280, 1024}};
+    popover.show({.rect = std::nullopt, .isAtPointer = true}, Edge::minY);
+    // 6 from the right edge, 300 wide, with 20 of shadow; 6 from the upper edge.
+    EXPECT_TRUE(wasTold("place window " + window()->title().toStdString() + " at (2874, -14)"))
+        << testing::PrintToString(desktop.trace.lines());
+    popover.performClose();
+    desktop.ownWindows.activeScreenFrame.reset();
+    desktop.trace.clear();
+    popover.show({.rect = std::nullopt, .isAtPointer = true}, Edge::minY);
+    EXPECT_TRUE(wasTold("place window " + window()->title().toStdString() + " at (1594, 10)"))
+        << testing::PrintToString(desktop.trace.lines());
+}
+
 TEST_F(HangingOnWayland, LosingTheKeyboardClosesIt) {
     openWithKeyboard();
     loseKeyboard();

@@ -131,6 +131,16 @@ TEST_F(CompositorDesktop, OwnWindowsAndThePointerAreCountedFromThePrimaryOutput)
     EXPECT_EQ(door.takeTrace(), Trace{});
 }
 
+TEST_F(CompositorDesktop, TheActiveScreenIsToldInTheScreenSpace) {
+    WindowTable::Contents contents;
+    contents.outputs = {{.frame = {{1280, 100}, {1920, 1080}}, .workArea = {{1280, 132}, {1920, 1048}}},
+                        {.frame = {{0, 0}, {1280, 1024}}, .workArea = {{0, 0}, {1280, 1000}}, .isActive = true}};
+    start(std::move(contents));
+    EXPECT_EQ(desktop->ownWindows().activeScreen(), (CGRect{{-1280, 156}, {1280, 1024}}));
+    table.close();
+    EXPECT_EQ(desktop->ownWindows().activeScreen(), std::nullopt);
+}
+
 TEST_F(CompositorDesktop, TheKeyboardIsElsewhereIfAnotherProgramIsKnownToHaveIt) {
     start();
     platform::OwnWindows& own = desktop->ownWindows();

@@ -50,6 +50,7 @@ struct Output {
     Rect rect = {};
     /// The first is shown.
     std::vector<Workspace> workspaces = {};
+    bool isActive = false;
 };
 
 inline std::string text(const Workspace& workspace, const Rect& output) {
@@ -70,17 +71,21 @@ inline std::string text(const std::vector<Output>& outputs) {
         R"({"id":2147483647,"type":"output","name":"__i3","rect":{"x":0,"y":0,"width":3200,"height":1080},"nodes":[],)"
         R"("floating_nodes":[],"focus":[]})";
     int number = 1000;
+    std::string active;
     for (const Output& output : outputs) {
         std::string workspaces;
         for (const Workspace& workspace : output.workspaces) {
             workspaces += (workspaces.empty() ? "" : ",") + text(workspace, output.rect);
         }
         const std::string focus = output.workspaces.empty() ? "" : std::to_string(output.workspaces.front().number);
-        list += R"(,{"id":)" + std::to_string(++number) + R"(,"type":"output","name":")" + output.name +
-                R"(","rect":)" + text(output.rect) + R"(,"focus":[)" + focus + R"(],"nodes":[)" + workspaces +
+        ++number;
+        active = output.isActive ? std::to_string(number) : active;
+        list += R"(,{"id":)" + std::to_string(number) + R"(,"type":"output","name":")" + output.name + R"(","rect":)" +
+                text(output.rect) + R"(,"focus":[)" + focus + R"(],"nodes":[)" + workspaces +
                 R"(],"floating_nodes":[]})";
     }
-    return R"({"id":1,"type":"root","name":"root","nodes":[)" + list + R"(],"floating_nodes":[]})";
+    return R"({"id":1,"type":"root","name":"root","focus":[)" + active + R"(],"nodes":[)" + list +
+           R"(],"floating_nodes":[]})";
 }
 
 /// One output of 1920 by 1080 with a workspace "1" of these windows.

@@ -68,6 +68,14 @@ TEST(SwayTree, TheOutputAtTheOriginIsTheFirst) {
     EXPECT_EQ(tree.outputs[0].workArea, tree.outputs[0].frame);
 }
 
+TEST(SwayTree, TheOutputWithTheFocusIsTheActiveOneEvenWithoutWindows) {
+    const Tree tree = read(layouts::text({{"A", {0, 0, 1920, 1080}, {{11, "1", {{.number = 4}}}}, false},
+                                          {"B", {1920, 0, 1280, 1024}, {{12, "2", {}}}, true}}));
+    ASSERT_EQ(tree.outputs.size(), 2U);
+    EXPECT_FALSE(tree.outputs[0].isActive);
+    EXPECT_TRUE(tree.outputs[1].isActive);
+}
+
 TEST(SwayTree, ProgramsOfX11SayWhatTheirWindowsAre) {
     const struct {
         const char* more;
