@@ -24,7 +24,7 @@ NATURAL = Rect(111, 53, 562, 403)
 
 @case_for_each("desktop.kwin.scales", KINDS)
 def every_action_is_exact_whatever_the_scale(program, kind):
-    require("kscreen-doctor", "libkf5screen-bin")
+    require("kscreen-doctor", "libkscreen-bin; on Debian 12 libkf5screen-bin")
     name, environment = KINDS[kind]
     with KWinDesktop(program) as desktop:
         product = desktop.launch()
