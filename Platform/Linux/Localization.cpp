@@ -16,10 +16,20 @@ namespace platform::linux {
 
 namespace {
 
-/// Has the C library look for messages in other languages than the environment says.
+/// A locale in which the C library translates. In "C" it does not, since glibc 2.41 neither in "C.UTF-8", and a system
+/// need not have others. So this is "C" in all but its name.
+__locale_struct translatingLocale() {
+    // This one is the library's own, there for good (newlocale(3)).
+    __locale_struct result = *newlocale(LC_ALL_MASK, "C", nullptr);
+    result.__names[LC_MESSAGES] = "en";
+    return result;
+}
+
+/// Has the C library look for messages in other languages than locale and environment say, in this thread.
 class InLanguages {
 public:
-    explicit InLanguages(const std::string& languages) {
+    explicit InLanguages(const std::string& languages)
+        : localeBefore(uselocale(&locale)) {
         if (const char* value = std::getenv(variable)) { // NOLINT(concurrency-mt-unsafe)
             before = value;
         }
@@ -34,6 +44,7 @@ public:
             unsetenv(variable); // NOLINT(concurrency-mt-unsafe)
             ++_nl_msg_cat_cntr;
         }
+        uselocale(localeBefore);
     }
 
 private:
@@ -44,6 +55,8 @@ private:
         ++_nl_msg_cat_cntr;
     }
 
+    __locale_struct locale = translatingLocale();
+    locale_t localeBefore;
     std::optional<std::string> before;
 };
 
@@ -55,13 +68,6 @@ std::string identifier(std::string_view table, std::string_view key) {
     return result;
 }
 
-void leavePlainLocale() {
-    const char* const locale = std::setlocale(LC_MESSAGES, nullptr); // NOLINT(concurrency-mt-unsafe)
-    if (locale == nullptr || std::string_view(locale) == "C" || std::string_view(locale) == "POSIX") {
-        std::setlocale(LC_MESSAGES, "C.UTF-8"); // NOLINT(concurrency-mt-unsafe)
-    }
-}
-
 } // namespace
 
 Localization::Localization(std::string domain, const std::filesystem::path& folder,
@@ -71,7 +77,6 @@ Localization::Localization(std::string domain, const std::filesystem::path& fold
         this->languages += language + ":";
     }
     this->languages += "en";
-    leavePlainLocale();
     bindtextdomain(this->domain.c_str(), folder.c_str());
     bind_textdomain_codeset(this->domain.c_str(), "UTF-8");
 }

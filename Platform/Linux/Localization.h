@@ -11,9 +11,8 @@
 namespace platform::linux {
 
 /// The texts of the C library's message catalogues: one domain, in which the table is the message's context. Which
-/// languages they come in is said here, and nowhere else: not by the locale in force, nor by `LANGUAGE`, which is as
-/// before after each call. One at a time; puts a locale in force for messages where that is "C", in which the C library
-/// translates nothing.
+/// languages they come in is said here, and nowhere else: not by the locale in force, nor by `LANGUAGE`, which are as
+/// before after each call. One at a time.
 class Localization final : public platform::Localization {
 public:
     /// `folder` holds `LANGUAGE/LC_MESSAGES/DOMAIN.mo`; it need not exist. Each text comes in the first of `languages`

@@ -85,6 +85,9 @@ const WindowFacts* Turn::windowWithFrame(xcb_window_t window) {
     WindowFacts laidOut = *facts;
     laidOut.geometry = geometryInside(frame, drawn, facts->geometry);
     laidOut.isTiled = isTiled;
+    // i3 4.24 says this of windows that fill their part of the layout. There is nothing to release them from.
+    laidOut.isMaximizedHorizontally = false;
+    laidOut.isMaximizedVertically = false;
     laidOut.isLaidOut = true;
     takeWindow(window, laidOut);
     return this->window(window);

@@ -7,6 +7,7 @@ class Placement {
         this._timeout = 0;
         this._former = rectangle(window.get_frame_rect());
         this._isDecided = false;
+        this._isAsking = false;
         this._triesLeft = 1;
         this._isX11 = window.get_client_type() === Meta.WindowClientType.X11;
         window.connectObject(
@@ -44,6 +45,7 @@ class Placement {
 
     _ask() {
         this._isReleasing = false;
+        this._isAsking = true;
         this._triesLeft--;
         this._wait(0, null);
         // A window of an X11 program would keep its place if it rounds the size.
@@ -53,19 +55,23 @@ class Placement {
         this._window.move_resize_frame(true, ...this._wanted);
         // What the shell does at once it does without the application, whose limits allow no other size.
         this._isDecided = !this._window.allows_resize() || !isEqual(before, rectangle(this._window.get_frame_rect()));
+        this._isAsking = false;
         this._look();
     }
 
     _changed() {
         if (this._isReleasing)
             this._ask();
-        else
+        else if (!this._isAsking)
             this._look();
     }
 
     _look() {
         const frame = rectangle(this._window.get_frame_rect());
         if (isEqual(this._wanted, frame))
+            this._finish();
+        else if (this._isX11 && this._triesLeft === 0 && isEqual(this._wanted.slice(0, 2), frame.slice(0, 2)))
+            // The shell has rounded the size as the program wishes. A busy shell would be long in coming back to it.
             this._finish();
         else if (this._isX11 || this._isDecided || !isEqual(this._former.slice(2), frame.slice(2)))
             // It has taken another size; a little later that is final.

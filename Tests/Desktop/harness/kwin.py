@@ -168,7 +168,7 @@ class Eyes:
     def active(self) -> str | None:
         return next((each.id for each in self.windows() if each.is_active), None)
 
-    def place(self, window: str, frame: Rect, settles=lambda size: size) -> None:
+    def place(self, window: str, frame: Rect, settles=lambda size: size, leeway: int = 0) -> None:
         """Puts a window there as its user might, and waits until it is, with the size that it settles on."""
         self.windows(
             f'find("{window}").setMaximize(false, false);'
@@ -176,7 +176,8 @@ class Eyes:
             f' height: {frame.height}}};'
         )
         settled = Rect(frame.x, frame.y, *settles(frame.size))
-        until_equal(lambda: self.frame(window), settled, "the window's frame")
+        until(lambda: self.frame(window).is_near(settled, leeway), f"the window's frame to be {settled}",
+              saw=lambda: self.frame(window))
 
     def activate(self, window: str) -> None:
         self.windows(f'six ? workspace.activeWindow = find("{window}") : workspace.activeClient = find("{window}");')

@@ -17,5 +17,8 @@ class Rect(NamedTuple):
         """The rectangle with that much more on each side; negative numbers take away."""
         return Rect(self.x - left, self.y - top, self.width + left + right, self.height + top + bottom)
 
+    def is_near(self, other: "Rect", leeway: int) -> bool:
+        return all(abs(one - another) <= leeway for one, another in zip(self, other))
+
     def __str__(self) -> str:
         return f"{self.width}x{self.height}{self.x:+d}{self.y:+d}"

@@ -48,8 +48,11 @@ TEST_P(LocalizationIn, GivesTheTextsOfTheLanguagesItWasGiven) {
 
 TEST_P(LocalizationIn, LeavesTheLanguageOfEverythingElseAsItWas) {
     const Localization german = localization({"de"});
+    const std::string locale = std::setlocale(LC_ALL, nullptr);
     EXPECT_EQ(german.text("Tessel", "%n apps", 1), "1 App");
     EXPECT_STREQ(std::getenv("LANGUAGE"), "ko");
+    EXPECT_EQ(std::setlocale(LC_ALL, nullptr), locale);
+    EXPECT_EQ(uselocale(nullptr), LC_GLOBAL_LOCALE);
 
     unsetenv("LANGUAGE");
     EXPECT_EQ(german.text("Tessel", "Paused"), "Pausiert");

@@ -119,6 +119,12 @@ protected:
         return CGRect{std::get<CGPoint>(*position), std::get<CGSize>(*size)};
     }
 
+    /// The window has a base size of 4 by 4, and steps of 10 by 20.
+    void countInSteps() {
+        followed.hand.setWords(window, "WM_NORMAL_HINTS", "WM_SIZE_HINTS",
+                               {(1U << 6U) | (1U << 8U), 0, 0, 0, 0, 0, 0, 0, 0, 10, 20, 0, 0, 0, 0, 4, 4, 0});
+    }
+
     void write(const CGRect& wanted) {
         accessibility().setAttributeValue(element(), AXAttribute::size, wanted.size);
         accessibility().setAttributeValue(element(), AXAttribute::position, wanted.origin);
@@ -195,9 +201,7 @@ TEST_F(TilingManagerTest, AWindowInTheLayoutIsTakenOutOfItAlsoWhereItStays) {
 }
 
 TEST_F(TilingManagerTest, IsAskedForSizesThatTheWindowTakes) {
-    // Base size 4 by 4, in steps of 10 by 20.
-    followed.hand.setWords(window, "WM_NORMAL_HINTS", "WM_SIZE_HINTS",
-                           {(1U << 6U) | (1U << 8U), 0, 0, 0, 0, 0, 0, 0, 0, 10, 20, 0, 0, 0, 0, 4, 4, 0});
+    countInSteps();
     for (const bool isTiled : {true, false}) {
         show({{100, 200}, {708, 504}}, isTiled);
         state.placed.clear();
@@ -205,6 +209,21 @@ TEST_F(TilingManagerTest, IsAskedForSizesThatTheWindowTakes) {
         settle();
         EXPECT_EQ(state.placed, (std::vector<Placed>{{window, {{0, 0}, {798, 584}}}})) << isTiled;
     }
+}
+
+TEST_F(TilingManagerTest, AWindowInTheLayoutIsPlacedForGoodAlsoIfItIsCalledMaximized) {
+    countInSteps();
+    Hand& hand = followed.hand;
+    hand.setWords(window, "_NET_WM_STATE", "ATOM", {hand.atom("_NET_WM_STATE_MAXIMIZED_VERT")});
+    show({{100, 0}, {708, 604}}, true);
+    write({{0, 0}, {800, 600}});
+    EXPECT_EQ(frame(), (CGRect{{0, 0}, {798, 584}}));
+    hand.setWords(window, "_NET_WM_STATE", "ATOM", {});
+    settle();
+    write({{0, 0}, {800, 600}});
+    EXPECT_EQ(frame(), (CGRect{{0, 0}, {798, 584}}));
+    settle();
+    EXPECT_EQ(state.placed.size(), 1U) << "how it rounds is known, and it is there already";
 }
 
 TEST_F(TilingManagerTest, WhatNobodyReadsIsAskedForAsTheTurnEnds) {

@@ -1,0 +1,95 @@
+// How the extension places a window, over a window that is played here: placement.js FOLDER, which has the parts of the
+// extension. Fails with the first thing that is not as it should be.
+
+const {GLib} = imports.gi;
+const System = imports.system;
+
+const read = file => new TextDecoder().decode(GLib.file_get_contents(GLib.build_filenamev([ARGV[0], file]))[1]);
+
+const Meta = {WindowClientType: {WAYLAND: 0, X11: 1}, MaximizeFlags: {BOTH: 3}};
+const Placement = new Function('Meta', 'GLib', `${read('protocol.js')}${read('placement.js')}; return Placement;`)(
+    Meta, GLib);
+
+/** A window as the shell has it: what it takes at once is in `rounded` and `held`, what its program does comes later. */
+class PlayedWindow {
+    constructor({type, rounded = size => size, held = null}) {
+        Object.assign(this, {type, rounded, held, frame: [0, 0, 640, 480], asked: [], listeners: null});
+    }
+
+    get_client_type() { return this.type; }
+    get_maximized() { return 0; }
+    allows_resize() { return true; }
+    connectObject(sizeName, sizeChanged, positionName, positionChanged) {
+        this.listeners = {[sizeName]: sizeChanged, [positionName]: positionChanged};
+    }
+    disconnectObject() { this.listeners = null; }
+    get_frame_rect() {
+        const [x, y, width, height] = this.frame;
+        return {x, y, width, height};
+    }
+    move_frame(_isUsers, x, y) {
+        this.becomes([...this.held ?? [x, y], ...this.frame.slice(2)]);
+    }
+    move_resize_frame(_isUsers, x, y, width, height) {
+        this.asked.push([x, y, width, height]);
+        if (this.type === Meta.WindowClientType.X11)
+            this.becomes([...this.held ?? [x, y], ...this.rounded([width, height])]);
+    }
+    becomes(frame) {
+        const isMoved = String(frame.slice(0, 2)) !== String(this.frame.slice(0, 2));
+        const isSized = String(frame.slice(2)) !== String(this.frame.slice(2));
+        this.frame = frame;
+        if (isMoved)
+            this.listeners?.['position-changed']();
+        if (isSized)
+            this.listeners?.['size-changed']();
+    }
+}
+
+function expect(actual, wanted, what) {
+    if (JSON.stringify(actual) !== JSON.stringify(wanted))
+        throw new Error(`${what}: ${JSON.stringify(actual)}, not ${JSON.stringify(wanted)}`);
+}
+
+function place(window, wanted) {
+    const frames = [];
+    new Placement(window, wanted, () => frames.push(window.frame));
+    return frames;
+}
+
+function untilSettled(frames) {
+    let isLate = false;
+    const deadline = GLib.timeout_add(GLib.PRIORITY_DEFAULT, 10000, () => {
+        isLate = true;
+        return GLib.SOURCE_CONTINUE;
+    });
+    while (frames.length === 0 && !isLate)
+        GLib.MainContext.default().iteration(true);
+    GLib.source_remove(deadline);
+}
+
+const X11 = Meta.WindowClientType.X11;
+const wanted = [100, 50, 805, 607];
+const inSteps = size => size.map(length => length - length % 10);
+
+const exact = new PlayedWindow({type: X11});
+expect(place(exact, wanted), [wanted], 'a window that takes what it is given is settled at once, and once');
+
+const rounding = new PlayedWindow({type: X11, rounded: inSteps});
+expect(place(rounding, wanted), [[100, 50, 800, 600]], 'a window with steps is settled at once, at its place');
+expect(rounding.asked, [wanted], 'what a window with steps is asked for');
+
+const held = new PlayedWindow({type: X11, held: [7, 9]});
+const heldFrames = place(held, wanted);
+expect(heldFrames, [], 'a window that the shell holds elsewhere has time to come');
+untilSettled(heldFrames);
+expect(heldFrames, [[7, 9, 805, 607]], 'a window that the shell holds elsewhere is settled there');
+
+const wayland = new PlayedWindow({type: Meta.WindowClientType.WAYLAND});
+const waylandFrames = place(wayland, wanted);
+expect(waylandFrames, [], 'a program of Wayland has yet to answer');
+wayland.becomes(wanted);
+expect(waylandFrames, [wanted], 'a program of Wayland has answered');
+expect(wayland.listeners, null, 'nobody listens to a window that is settled');
+
+System.exit(0);
