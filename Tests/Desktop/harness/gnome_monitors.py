@@ -15,7 +15,7 @@ UPRIGHT = 0
 class ScalableGnome(Gnome):
     """Its monitors may have any scale. They are large enough for two: the shell allows none that leaves little room."""
 
-    monitors = (Rect(0, 0, 1600, 900), Rect(1600, 0, 1920, 1200))
+    monitors = (Rect(0, 0, 2400, 1350), Rect(2400, 0, 2240, 1200))
 
     def _prepare(self, keys_free: bool, extension: str) -> None:
         super()._prepare(keys_free, extension)
