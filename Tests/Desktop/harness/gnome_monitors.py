@@ -39,13 +39,16 @@ def arrange(desktop: Gnome, *wanted: Monitor) -> list[Rect]:
     logical, frames, left = [], [], 0
     for each in wanted:
         (connector, *_), modes, _ = sorted(plugged)[each.number]
-        mode, width, height, _, _, scales, _ = next(mode for mode in modes if mode[6].get("is-current") or len(modes) == 1)
+        # One that is left out at the moment has no current mode.
+        mode, width, height, _, _, scales, _ = max(modes, key=lambda offered: offered[6].get("is-preferred", False))
         scale = min(scales, key=lambda offered: abs(offered - each.scale))
         assert abs(scale - each.scale) < 0.01, f"{connector} may be scaled by {scales} only"
         frames.append(Rect(left, 0, round(width / scale), round(height / scale)))
         logical.append((left, 0, scale, UPRIGHT, left == 0, [(connector, mode, {})]))
         left += frames[-1].width
-    desktop.bus.call(*DISPLAY_CONFIG, "ApplyMonitorsConfig", "(uua(iiduba(ssa{sv}))a{sv})", serial, TEMPORARY, logical, {})
+    desktop.bus.call(
+        *DISPLAY_CONFIG, "ApplyMonitorsConfig", "(uua(iiduba(ssa{sv}))a{sv})", serial, TEMPORARY, logical, {}
+    )
     until_equal(lambda: frames_of(desktop), frames, "the monitors")
     return frames
 
