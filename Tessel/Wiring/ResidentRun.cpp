@@ -148,6 +148,7 @@ int runResident() {
     const platform::Installation installation(table);
 
     corvid::Subscription statusReport;
+    std::string toldStatus;
     std::optional<StatusMenu> statusMenu;
     std::optional<RemoteControl> remoteControl;
     std::optional<platform::linux::ControlBusName> busName;
@@ -159,8 +160,15 @@ int runResident() {
             [&state] { return std::string(state.status().menuBarSymbol()); });
         statusMenu.emplace(state, menuBar->statusItem(), StatusMenu::Ways{.open = openPopover, .quit = quit});
         // Subscribers are told before a change; the new status is there in the next turn.
-        statusReport = state.objectWillChange().subscribe(
-            [&] { mainLoop.post([&state] { platform::linux::notifyStatus(lineFor(state)); }); });
+        statusReport = state.objectWillChange().subscribe([&] {
+            mainLoop.post([&state, &toldStatus] {
+                // Who does not read what is told would have the program wait in the end.
+                if (std::string line = lineFor(state); line != toldStatus) {
+                    platform::linux::notifyStatus(line);
+                    toldStatus = std::move(line);
+                }
+            });
+        });
         // What was just installed has another name now, and may be what a window was waiting to be called.
         entries.onChange([&state] {
             if (!state.rules().empty()) {
@@ -175,7 +183,8 @@ int runResident() {
                                                           .quit = quit});
         controlSocket.serve(*remoteControl);
         busName.emplace(sessionBus, *remoteControl);
-        platform::linux::notifyReady(lineFor(state));
+        toldStatus = lineFor(state);
+        platform::linux::notifyReady(toldStatus);
         return {.menuBar = std::move(menuBar), .updates = state.updates()};
     });
 }

@@ -86,9 +86,14 @@ class Placement {
     }
 
     _settle() {
-        if (this._triesLeft > 0)
-            this._ask();
-        else
+        if (this._triesLeft === 0) {
+            this._finish();
+            return;
+        }
+        const before = rectangle(this._window.get_frame_rect());
+        this._ask();
+        // The shell knows at once what a window of an X11 program takes: another answer would be the same.
+        if (this._timeout && this._isX11 && isEqual(before, rectangle(this._window.get_frame_rect())))
             this._finish();
     }
 

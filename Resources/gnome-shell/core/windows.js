@@ -91,8 +91,31 @@ class Windows {
                 entry.isShown = true;
                 tell();
             };
-            window.connectObject('shown', () => entry.becomesReady?.(), this);
+            window.connectObject(
+                'shown', () => entry.becomesReady?.(), 'workspace-changed', () => this._lookElsewhere(entry), this);
+            this._lookElsewhere(entry);
         }
+    }
+
+    /** A window that opens on a workspace that is not in sight is not shown, but has been given its place there. */
+    _lookElsewhere(entry) {
+        if (!entry.becomesReady || entry.isLookedFor)
+            return;
+        entry.isLookedFor = true;
+        // Which windows are in sight is settled before the next picture, and with that their place.
+        const look = () => {
+            entry.isLookedFor = false;
+            const {window} = entry;
+            if (this._known.get(window.get_id()) === entry && window.is_hidden() && window.get_frame_rect().width > 0 &&
+                !window.located_on_workspace(global.workspace_manager.get_active_workspace()))
+                entry.becomesReady?.();
+            return GLib.SOURCE_REMOVE;
+        };
+        // GNOME 44 and later.
+        if (global.compositor?.get_laters)
+            global.compositor.get_laters().add(Meta.LaterType.BEFORE_REDRAW, look);
+        else
+            Meta.later_add(Meta.LaterType.BEFORE_REDRAW, look);
     }
 
     _forget(id) {
@@ -109,8 +132,9 @@ class Windows {
     }
 
     /** Said once; where the windows are is asked for when somebody wants to know. */
-    _tellMove(id, {isShown}) {
-        if (!isShown || this._isMoveTold || this._placements.has(id))
+    _tellMove(id, entry) {
+        this._lookElsewhere(entry);
+        if (!entry.isShown || this._isMoveTold || this._placements.has(id))
             return;
         this._isMoveTold = true;
         this._tell('Moved', null, null);

@@ -3,7 +3,7 @@
 import signal
 
 from harness.gnome import MONITORS, SHORTCUTS, Gnome
-from harness.oracle import ACTIONS, expected
+from harness.oracle import ACTIONS, corrected, expected, target
 from harness.rect import Rect
 from harness.waiting import throughout, until
 
@@ -71,6 +71,39 @@ def a_maximized_or_tiled_window_is_released_first(program):
                 # What is where it belongs stays as it is.
                 if wanted != before:
                     until(lambda: not desktop.see(f"one({window}).get_maximized()"), "the window to be released")
+
+
+@case("desktop.gnome.tiled")
+def what_the_shell_maximized_or_tiled_stays_or_is_released(program):
+    with Gnome(program, "gnome.tiled") as desktop:
+        product = desktop.launch()
+        product.until_status("Active")
+        for name in APPLICATIONS:
+            process, window = open_application(desktop, name)
+            sizes = desktop.sizes_of_steps(window) if name == "xterm" else lambda asked: asked
+            for number, area in enumerate(desktop.work_areas()):
+                half = Rect(area.x, area.y, area.width // 2, area.height)
+                for shown, keys, actions in (
+                    (area, ("Super", "Up"), ("maximize", "center", "leftHalf")),
+                    (half, ("Super", "Left"), ("rightHalf", "center", "maximizeHeight", "maximize")),
+                ):
+                    for action in actions:
+                        desktop.place(window, on_monitor(NATURAL, number))
+                        desktop.hands.chord(*keys)
+                        desktop.holds_frame(window, shown, f"{name} after {'+'.join(keys)}")
+                        desktop.hands.press(action)
+                        asked = target(action, shown, area)
+                        stays = asked == shown
+                        # A terminal fills what it is maximized to, and counts in characters once it is released.
+                        wanted = shown if stays else corrected(action, sizes(asked.size), asked, area)
+                        what = f"{name} after {'+'.join(keys)} and {action} in {area}"
+                        desktop.holds_frame(window, wanted, what)
+                        product.until_at_rest()
+                        rests = desktop.at_rest(window)
+                        assert rests == wanted, f"{what} came to {wanted}, and then to {rests}"
+                        is_held = desktop.see(f"one({window}).get_maximized() !== 0")
+                        assert is_held == stays, f"{what} is maximized: {is_held}"
+            desktop.session.processes.end(process)
 
 
 @case("desktop.gnome.fullscreen")

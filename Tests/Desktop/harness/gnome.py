@@ -39,7 +39,7 @@ SYSTEM_BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Config
 # Keys as the kernel numbers them (linux/input-event-codes.h).
 KEYS = {
     "Control": 29, "Alt": 56, "Left": 105, "Right": 106, "Up": 103, "Down": 108, "C": 46, "D": 32, "Escape": 1,
-    "P": 25,
+    "P": 25, "N": 49, "O": 24, "Q": 16, "W": 17, "Shift": 42, "Super": 125,
 }
 SHORTCUTS = {
     "leftHalf": "Left", "rightHalf": "Right", "center": "C", "maximize": "Up", "almostMaximize": "D",
@@ -118,6 +118,7 @@ class Hands:
 
 class Gnome:
     """A context manager; see Desktop, which is the same on an X server."""
+    monitors = MONITORS
 
     def __init__(self, program: Path, name: str, keys_free: bool = True, extension: str = "enabled"):
         if Gio is None:
@@ -185,7 +186,7 @@ class Gnome:
 
     def start_shell(self) -> None:
         command = ["gnome-shell", "--headless", "--wayland-display", "wayland-tessel"]
-        for monitor in MONITORS:
+        for monitor in self.monitors:
             command += ["--virtual-monitor", f"{monitor.width}x{monitor.height}"]
         self.shell = self.session.start(command, "gnome-shell")
 
@@ -199,8 +200,8 @@ class Gnome:
         until(lambda: not self.see("Main.overview.visible"), "the desktop to be seen", 5.0,
               lambda: self.see("[Main.overview._shown, Main.overview._animationInProgress, Main.overview.visible]"))
         self.hands = Hands(self.bus, lambda: tuple(self.see("global.get_pointer().slice(0, 2)")))
-        until_equal(self.work_areas, [m._replace(y=TOP_BAR, height=m.height - TOP_BAR) if m is MONITORS[0] else m
-                                      for m in MONITORS], "work areas")
+        first, *others = self.monitors
+        until_equal(self.work_areas, [first.grown(0, 0, -TOP_BAR, 0), *others], "work areas")
 
     def end_shell(self, number: int = signal.SIGKILL) -> None:
         self.session.processes.end(self.shell, number)
@@ -231,7 +232,7 @@ class Gnome:
 
     def work_areas(self) -> list[Rect]:
         return [Rect(*area) for area in self.see(
-            f"[...Array({len(MONITORS)}).keys()].map(i => "
+            "[...Array(global.display.get_n_monitors()).keys()].map(i => "
             "rect(global.workspace_manager.get_active_workspace().get_work_area_for_monitor(i)))"
         )]
 
