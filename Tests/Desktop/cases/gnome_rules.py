@@ -223,10 +223,12 @@ def what_is_open_already_stays_where_it_is(program):
     with Gnome(program, "gnome.rules.present") as desktop:
         launched = launch(desktop, "mousepad")
         before = desktop.at_rest(launched.window)
-        product = start_with_rules(desktop, {IDENTIFIERS["mousepad"]: "maximize"})
+        product = start_with_rules(desktop, {IDENTIFIERS[name]: "maximize" for name in ("mousepad", "featherpad")})
         desktop.switch_extension(False)
         product.until_status("Waiting for permission", 20.0)
+        meanwhile = launch(desktop, "featherpad")
         desktop.switch_extension(True)
         product.until_status("Active", 20.0)
         product.until_at_rest()
         assert desktop.at_rest(launched.window) == before, "a window that was there was placed"
+        stays(desktop, product, meanwhile.window, "a window that opened while nobody told of it")
