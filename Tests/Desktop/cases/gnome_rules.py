@@ -211,7 +211,7 @@ def a_window_is_placed_on_the_monitor_and_the_workspace_that_it_opens_on(program
         for window in windows:
             until_equal(lambda: desktop.see(f"one({window}).get_workspace().index()"), 1, "the workspace of the window")
         assert desktop.see("global.workspace_manager.get_active_workspace_index()") == 0, "another workspace is shown"
-        # Brought into sight by itself: the shell's own picture of a change of workspaces stumbles over what moves in it.
+        # Brought into sight by itself: the shell's own picture of changing workspaces stumbles over what moves in it.
         for window in windows:
             desktop.see(f"one({window}).change_workspace_by_index(0, false)")
             is_placed(desktop, window, "maximize")
