@@ -211,7 +211,7 @@ def a_window_is_placed_on_the_monitor_and_the_workspace_that_it_opens_on(program
         for window in windows:
             until_equal(lambda: desktop.see(f"one({window}).get_workspace().index()"), 1, "the workspace of the window")
         assert desktop.see("global.workspace_manager.get_active_workspace_index()") == 0, "another workspace is shown"
-        # Brought into sight by itself: the shell's own picture of a change of workspaces stumbles over what moves in it.
+        # Brought into sight by itself: the shell's own picture of changing workspaces stumbles over what moves in it.
         for window in windows:
             desktop.see(f"one({window}).change_workspace_by_index(0, false)")
             is_placed(desktop, window, "maximize")
@@ -223,10 +223,12 @@ def what_is_open_already_stays_where_it_is(program):
     with Gnome(program, "gnome.rules.present") as desktop:
         launched = launch(desktop, "mousepad")
         before = desktop.at_rest(launched.window)
-        product = start_with_rules(desktop, {IDENTIFIERS["mousepad"]: "maximize"})
+        product = start_with_rules(desktop, {IDENTIFIERS[name]: "maximize" for name in ("mousepad", "featherpad")})
         desktop.switch_extension(False)
         product.until_status("Waiting for permission", 20.0)
+        meanwhile = launch(desktop, "featherpad")
         desktop.switch_extension(True)
         product.until_status("Active", 20.0)
         product.until_at_rest()
         assert desktop.at_rest(launched.window) == before, "a window that was there was placed"
+        stays(desktop, product, meanwhile.window, "a window that opened while nobody told of it")
