@@ -32,7 +32,9 @@ def until_equal(read: Callable[[], Any], expected: Any, what: str, seconds: floa
 def throughout(seconds: float, condition: Callable[[], Any], what: str, saw: Callable[[], Any] | None = None) -> None:
     """Watches for that time, and fails as soon as `condition` does not hold: for what must not happen."""
     end = time.monotonic() + seconds
-    while time.monotonic() < end:
-        if not condition():
-            raise AssertionError(f"not {what}" + (f"; saw {saw()}" if saw else ""))
-        time.sleep(INTERVAL)
+
+    def is_over() -> bool:
+        assert condition(), f"not {what}" + (f"; saw {saw()}" if saw else "")
+        return time.monotonic() >= end
+
+    until(is_over, f"{what} to be watched for {seconds:g} s", seconds + 5.0)
