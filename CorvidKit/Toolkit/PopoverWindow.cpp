@@ -172,7 +172,10 @@ void PopoverWindow::place() {
     const double margin = frame->property("margin").toDouble();
     std::vector<platform::Screen> screens = surroundings.screens.screens();
     const double primaryTop = screens.empty() ? 0 : screens.front().frame.maxY();
-    std::ranges::stable_partition(screens, [this](const auto& screen) { return screen.frame == activeScreen; });
+    if (const auto active = std::ranges::find(screens, activeScreen, &platform::Screen::frame);
+        active != screens.end()) {
+        std::rotate(screens.begin(), active, active + 1);
+    }
     // Qt's points are the desktop's own, unless that counts in pixels.
     const double ratio = isManaged() ? 1 : window->devicePixelRatio();
     const CGSize plate{(size.width() - 2 * margin) * ratio, (size.height() - 2 * margin) * ratio};
