@@ -83,21 +83,25 @@ struct Extension::Answers {
     }
 };
 
-Extension::Extension(linux::MainLoop& mainLoop, ShellLink& link, ExtensionFiles files)
+Extension::Extension(linux::MainLoop& mainLoop, ShellLink& link, ExtensionFiles files, ExtensionRecord record)
     : Listener(link)
     , link(link)
     , files(std::move(files))
+    , record(std::move(record))
     , programs(mainLoop) {
 }
 
 void Extension::switchOn() {
     isWanted = true;
+    isWantedByTheUser = !std::exchange(isStarting, false);
     ask();
 }
 
 void Extension::opened(const Hello& /*hello*/, bool /*isNew*/) {
     isWanted = false;
+    isStarting = false;
     question.reset();
+    record.noteThatItWorked();
 }
 
 void Extension::closed() {
@@ -128,7 +132,7 @@ void Extension::takeState(sd_bus_message* answer) {
 void Extension::openTheWay() {
     if (known == State::notLoaded) {
         call(propertiesInterface, "Get", Protocol::shellName, "ShellVersion", &Answers::versionTold);
-    } else if (known == State::switchedOff) {
+    } else if (known == State::switchedOff && (isWantedByTheUser || !record.hasItWorked())) {
         call(propertiesInterface, "Get", extensionsInterface, "UserExtensionsEnabled", &Answers::generalSwitchTold);
     }
 }

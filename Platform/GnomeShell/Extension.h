@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/GnomeShell/ExtensionFiles.h"
+#include "Platform/GnomeShell/ExtensionRecord.h"
 #include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/Linux/DetachedPrograms.h"
 
@@ -26,12 +27,16 @@ public:
     };
 
     /// Loop and link must outlive this.
-    Extension(linux::MainLoop& mainLoop, ShellLink& link, ExtensionFiles files);
+    Extension(linux::MainLoop& mainLoop, ShellLink& link, ExtensionFiles files, ExtensionRecord record);
 
     [[nodiscard]] State state() const { return link.isOpen() ? State::working : known; }
 
     /// Switches the extension on where the shell has it. Where it does not, puts the extension into the user's home:
     /// the shell has it from the next login on. Where the user has all extensions switched off, shows that switch.
+    ///
+    /// A request that comes first, before the extension has worked in this process, is the program's own as it starts.
+    /// It leaves an extension off that has worked for this user before: since then somebody has switched it off. All
+    /// other requests are the user's.
     void switchOn();
 
 private:
@@ -51,9 +56,13 @@ private:
 
     ShellLink& link;
     ExtensionFiles files;
+    ExtensionRecord record;
     linux::DetachedPrograms programs;
     State known = State::unknown;
     bool isWanted = false;
+    /// Nobody has been asked yet, and the extension has not worked in this process.
+    bool isStarting = true;
+    bool isWantedByTheUser = false;
     linux::OwnedSlot question;
 };
 

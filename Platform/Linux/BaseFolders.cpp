@@ -65,6 +65,7 @@ BaseFolders BaseFolders::of(const Variables& variables) {
     append(folders.data, "/var/lib/snapd/desktop");
     folders.userConfiguration = inHome(variables.configurationHome, folders.home, "/.config");
     folders.systemConfiguration = listed(variables.configurationFolders, "/etc/xdg");
+    folders.userState = inHome(variables.stateHome, folders.home, "/.local/state");
     return folders;
 }
 
@@ -75,6 +76,7 @@ BaseFolders BaseFolders::ofThisProcess() {
         .dataFolders = variable("XDG_DATA_DIRS"),
         .configurationHome = variable("XDG_CONFIG_HOME"),
         .configurationFolders = variable("XDG_CONFIG_DIRS"),
+        .stateHome = variable("XDG_STATE_HOME"),
     });
 }
 

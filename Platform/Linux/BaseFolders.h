@@ -17,6 +17,7 @@ struct BaseFolders {
         std::optional<std::string> dataFolders = {};          ///< `XDG_DATA_DIRS`
         std::optional<std::string> configurationHome = {};    ///< `XDG_CONFIG_HOME`
         std::optional<std::string> configurationFolders = {}; ///< `XDG_CONFIG_DIRS`
+        std::optional<std::string> stateHome = {};            ///< `XDG_STATE_HOME`
     };
 
     std::optional<std::string> home = {};
@@ -27,6 +28,8 @@ struct BaseFolders {
     std::optional<std::string> userConfiguration = {};
     /// `$XDG_CONFIG_DIRS`.
     std::vector<std::string> systemConfiguration = {};
+    /// `$XDG_STATE_HOME`; nothing without a home folder.
+    std::optional<std::string> userState = {};
 
     [[nodiscard]] static BaseFolders of(const Variables& variables);
 

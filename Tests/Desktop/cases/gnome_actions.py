@@ -201,6 +201,21 @@ def the_program_switches_the_extension_on_where_the_shell_has_it(program):
         until(desktop.has_item, "the item in the top bar")
 
 
+@case("desktop.gnome.left-off")
+def the_program_leaves_the_extension_off_that_its_user_switched_off(program):
+    with Gnome(program, "gnome.left-off") as desktop:
+        product = desktop.launch()
+        product.until_status("Active", 20.0)
+        product.terminate()
+        desktop.switch_extension(False)
+        product = desktop.launch()
+        product.until_status("Waiting for permission")
+        throughout(1.0, lambda: not desktop.has_item(), "no item in the top bar")
+        assert "tessel@corvid.org" not in desktop.setting("org.gnome.shell", "enabled-extensions")
+        desktop.switch_extension(True)
+        product.until_status("Active", 20.0)
+
+
 @case("desktop.gnome.absent-at-start")
 def the_program_brings_its_extension_for_the_next_login(program):
     with Gnome(program, "gnome.absent-at-start", extension="absent") as desktop:

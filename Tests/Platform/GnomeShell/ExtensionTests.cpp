@@ -43,7 +43,8 @@ protected:
 
     TemporaryFolder folder;
     std::string installed = folder / "home/gnome-shell/extensions/tessel@corvid.org/extension.js";
-    Extension extension{loop, *link, ExtensionFiles(folder / "source", {folder / "home"})};
+    std::string state = folder / "state";
+    Extension extension{loop, *link, ExtensionFiles(folder / "source", {folder / "home"}), ExtensionRecord(state)};
 };
 
 TEST_F(TheExtension, WorksWhereItAnswers) {
@@ -75,6 +76,37 @@ TEST_F(TheExtension, IsSwitchedOnWhereTheShellHasIt) {
     extension.switchOn();
     EXPECT_TRUE(until([&] { return shell->wasCalled("EnableExtension tessel@corvid.org"); }));
     EXPECT_FALSE(fs::exists(installed));
+}
+
+TEST_F(TheExtension, StaysOffAtTheStartWhereItWorkedBefore) {
+    ExtensionRecord(state).noteThatItWorked();
+    setState(2);
+    extension.switchOn();
+    link->await(soon());
+    EXPECT_EQ(stateTold(), State::switchedOff);
+    catchUp();
+    EXPECT_FALSE(shell->wasCalled("EnableExtension tessel@corvid.org"));
+    extension.switchOn();
+    EXPECT_TRUE(until([&] { return shell->wasCalled("EnableExtension tessel@corvid.org"); }));
+}
+
+TEST_F(TheExtension, IsSwitchedOnByTheFirstRequestAfterItWorked) {
+    shell->setExtension(true);
+    ASSERT_TRUE(until([&] { return link->isOpen(); }));
+    EXPECT_TRUE(ExtensionRecord(state).hasItWorked());
+    setState(2);
+    shell->setExtension(false);
+    ASSERT_TRUE(until([&] { return !link->isOpen(); }));
+    extension.switchOn();
+    EXPECT_TRUE(until([&] { return shell->wasCalled("EnableExtension tessel@corvid.org"); }));
+}
+
+TEST_F(TheExtension, WorksWhereNothingCanBeRecorded) {
+    write(state, "a file, where a folder should be");
+    shell->setExtension(true);
+    EXPECT_TRUE(until([&] { return extension.state() == State::working; }));
+    EXPECT_FALSE(ExtensionRecord(state).hasItWorked());
+    EXPECT_FALSE(ExtensionRecord(std::nullopt).hasItWorked());
 }
 
 TEST_F(TheExtension, IsInstalledWhereTheShellDoesNotKnowIt) {

@@ -15,6 +15,7 @@ TEST(BaseFolders, AreTheStandardOnesByDefault) {
                                           "/var/lib/flatpak/exports/share", "/var/lib/snapd/desktop"));
     EXPECT_EQ(folders.userConfiguration, "/home/me/.config");
     EXPECT_THAT(folders.systemConfiguration, ElementsAre("/etc/xdg"));
+    EXPECT_EQ(folders.userState, "/home/me/.local/state");
 }
 
 TEST(BaseFolders, AreWhatTheEnvironmentNamesEachOnceAndAbsoluteOnly) {
@@ -24,11 +25,13 @@ TEST(BaseFolders, AreWhatTheEnvironmentNamesEachOnceAndAbsoluteOnly) {
         .dataFolders = "/var/lib/flatpak/exports/share/::relative:/usr/share/:/usr/share:/",
         .configurationHome = "relative",
         .configurationFolders = "/etc/a:/etc/b",
+        .stateHome = "/state",
     });
     EXPECT_THAT(folders.data, ElementsAre("/data/me", "/var/lib/flatpak/exports/share", "/usr/share", "/",
                                           "/data/me/flatpak/exports/share", "/var/lib/snapd/desktop"));
     EXPECT_EQ(folders.userConfiguration, "/home/me/.config");
     EXPECT_THAT(folders.systemConfiguration, ElementsAre("/etc/a", "/etc/b"));
+    EXPECT_EQ(folders.userState, "/state");
 }
 
 TEST(BaseFolders, DoWithoutAHomeAndWithEmptyVariables) {
@@ -37,6 +40,7 @@ TEST(BaseFolders, DoWithoutAHomeAndWithEmptyVariables) {
                                           "/var/lib/snapd/desktop"));
     EXPECT_EQ(folders.home, std::nullopt);
     EXPECT_EQ(folders.userConfiguration, std::nullopt);
+    EXPECT_EQ(folders.userState, std::nullopt);
 }
 
 TEST(BaseFolders, HoldApplicationsAndIcons) {
