@@ -43,8 +43,9 @@ protected:
 
     TemporaryFolder folder;
     std::string installed = folder / "home/gnome-shell/extensions/tessel@corvid.org/extension.js";
-    std::string state = folder / "state";
-    Extension extension{loop, *link, ExtensionFiles(folder / "source", {folder / "home"}), ExtensionRecord(state)};
+    std::string stateFolder = folder / "state";
+    Extension extension{loop, *link, ExtensionFiles(folder / "source", {folder / "home"}),
+                        ExtensionRecord(stateFolder)};
 };
 
 TEST_F(TheExtension, WorksWhereItAnswers) {
@@ -79,7 +80,7 @@ TEST_F(TheExtension, IsSwitchedOnWhereTheShellHasIt) {
 }
 
 TEST_F(TheExtension, StaysOffAtTheStartWhereItWorkedBefore) {
-    ExtensionRecord(state).noteThatItWorked();
+    ExtensionRecord(stateFolder).noteThatItWorked();
     setState(2);
     extension.switchOn();
     link->await(soon());
@@ -93,7 +94,7 @@ TEST_F(TheExtension, StaysOffAtTheStartWhereItWorkedBefore) {
 TEST_F(TheExtension, IsSwitchedOnByTheFirstRequestAfterItWorked) {
     shell->setExtension(true);
     ASSERT_TRUE(until([&] { return link->isOpen(); }));
-    EXPECT_TRUE(ExtensionRecord(state).hasItWorked());
+    EXPECT_TRUE(ExtensionRecord(stateFolder).hasItWorked());
     setState(2);
     shell->setExtension(false);
     ASSERT_TRUE(until([&] { return !link->isOpen(); }));
@@ -102,10 +103,10 @@ TEST_F(TheExtension, IsSwitchedOnByTheFirstRequestAfterItWorked) {
 }
 
 TEST_F(TheExtension, WorksWhereNothingCanBeRecorded) {
-    write(state, "a file, where a folder should be");
+    write(stateFolder, "a file, where a folder should be");
     shell->setExtension(true);
     EXPECT_TRUE(until([&] { return extension.state() == State::working; }));
-    EXPECT_FALSE(ExtensionRecord(state).hasItWorked());
+    EXPECT_FALSE(ExtensionRecord(stateFolder).hasItWorked());
     EXPECT_FALSE(ExtensionRecord(std::nullopt).hasItWorked());
 }
 
