@@ -53,11 +53,10 @@ Item {
             size: 10.5
             color: line.isHighlighted ? "white" : Style.secondary
         }
-        IconItem {
+        ApplicationIcon {
             anchors.fill: parent
             visible: line.modelData.icon !== undefined
             source: line.modelData.icon ?? ""
-            Accessible.ignored: true
         }
     }
     Label {

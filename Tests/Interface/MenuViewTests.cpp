@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QIcon>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickRenderControl>
@@ -193,6 +194,30 @@ TEST_F(View, TwoHundredRulesAreOneListOfWhichAFewRowsExist) {
     EXPECT_EQ(itemsOfType(*item, "AppRuleRow").front()->height(), 30);
 }
 
+TEST_F(View, AnApplicationWhoseIconIsNowhereToBeFoundHasTheOutlineOfOne) {
+    const QStringList themes = QIcon::themeSearchPaths();
+    const QStringList more = QIcon::fallbackSearchPaths();
+    QIcon::setThemeSearchPaths({});
+    QIcon::setFallbackSearchPaths({});
+    const std::vector<std::pair<std::string, bool>> icons{
+        {"", true}, {"no-such-icon", true}, {"/no/such/file.png", true}, {":/preview/mail.svg", false}};
+    for (const auto& [icon, isMissing] : icons) {
+        desktop.applicationCatalogue.install("/applications/Editor", {"org.example.Editor", "Editor", icon});
+        make(MenuTab::apps);
+        state->setRules({{"org.example.Editor", WindowAction::center}});
+        settle();
+        QQuickItem& shown = only("ApplicationIcon");
+        EXPECT_EQ(shown.size(), QSizeF(20, 20));
+        QQuickItem& outline = *shown.childItems().front();
+        EXPECT_EQ(outline.property("name"), "app.dashed");
+        EXPECT_EQ(outline.size(), QSizeF(20, 20));
+        EXPECT_EQ(outline.isVisible(), isMissing) << icon;
+        item.reset();
+    }
+    QIcon::setThemeSearchPaths(themes);
+    QIcon::setFallbackSearchPaths(more);
+}
+
 TEST_F(View, OpeningAtLoginShowsTheStateThatHolds) {
     make();
     QQuickItem& row = only("OpenAtLoginRow");
@@ -241,6 +266,12 @@ protected:
     }
 
     void TearDown() override { item.reset(); }
+
+    /// Lists make and drop their rows as they are drawn.
+    void draw() {
+        settle();
+        ASSERT_FALSE(shown.grabWindow().isNull());
+    }
 
     /// The menu that the button opens, once it is open.
     static QQuickItem& menuOf(QQuickItem& button) { return *itemsOfType(button, "PopupMenu").front(); }
@@ -291,6 +322,20 @@ TEST_F(ShownView, AMenuBeginsWhereItsButtonDoesOrEndsWhereItEndsAndLiesOnThePlat
     press(add);
     const QRectF plate(shadow, shadow, item->width(), item->height());
     EXPECT_TRUE(plate.contains(placeOfMenu())) << placeOfMenu().left() << " to " << placeOfMenu().right();
+}
+
+TEST_F(ShownView, AMenuGoesWithItsRow) {
+    show();
+    const Prefs::Rules one{{"org.example.Mail", WindowAction::center}};
+    for (const Prefs::Rules& left : {one, Prefs::Rules()}) {
+        state->setRules({{"org.example.Editor", WindowAction::center}, {"org.example.Mail", WindowAction::center}});
+        draw();
+        press(*itemsOfType(*item, "MenuPicker").front());
+        ASSERT_FALSE(placeOfMenu().isEmpty());
+        state->setRules(left);
+        draw();
+        EXPECT_TRUE(placeOfMenu().isEmpty()) << "what it offers is for an application that has no rule any more";
+    }
 }
 
 TEST_F(View, TakesItsColoursFromTheBrandAndTheScheme) {
