@@ -206,9 +206,9 @@ TEST_F(View, AnApplicationWhoseIconIsNowhereToBeFoundHasTheOutlineOfOne) {
         make(MenuTab::apps);
         state->setRules({{"org.example.Editor", WindowAction::center}});
         settle();
-        QQuickItem& shown = only("ApplicationIcon");
+        const QQuickItem& shown = only("ApplicationIcon");
         EXPECT_EQ(shown.size(), QSizeF(20, 20));
-        QQuickItem& outline = *shown.childItems().front();
+        const QQuickItem& outline = *shown.childItems().front();
         EXPECT_EQ(outline.property("name"), "app.dashed");
         EXPECT_EQ(outline.size(), QSizeF(20, 20));
         EXPECT_EQ(outline.isVisible(), isMissing) << icon;
