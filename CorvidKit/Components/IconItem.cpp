@@ -6,20 +6,32 @@
 
 namespace corvid {
 
+namespace {
+
+QIcon iconFrom(const QString& source) {
+    const bool isFile = source.startsWith(u'/') || source.startsWith(u':');
+    const QIcon icon = isFile ? QIcon(source) : QIcon::fromTheme(source);
+    return icon.isNull() ? QIcon::fromTheme(QStringLiteral("application-x-executable")) : icon;
+}
+
+} // namespace
+
 IconItem::IconItem(QQuickItem* parent)
     : QQuickPaintedItem(parent) {
     connect(this, &IconItem::changed, this, [this] { update(); });
+}
+
+bool IconItem::isMissing() const {
+    // A file that is not there, or holds no picture, shows only when it is to be drawn.
+    constexpr QSize anySize(16, 16);
+    return source.isEmpty() || iconFrom(source).pixmap(anySize).isNull();
 }
 
 void IconItem::paint(QPainter* painter) {
     if (source.isEmpty()) {
         return;
     }
-    const bool isFile = source.startsWith(u'/') || source.startsWith(u':');
-    QIcon icon = isFile ? QIcon(source) : QIcon::fromTheme(source);
-    if (icon.isNull()) {
-        icon = QIcon::fromTheme(QStringLiteral("application-x-executable"));
-    }
+    const QIcon icon = iconFrom(source);
     painter->setRenderHint(QPainter::SmoothPixmapTransform);
     // The painter paints into a plain bitmap and scales; what it is asked for in points would come in as few pixels.
     const qreal scale = painter->deviceTransform().m11();

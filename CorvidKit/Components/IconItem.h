@@ -13,9 +13,13 @@ class IconItem : public QQuickPaintedItem {
     QML_ELEMENT
     /// A file's absolute path or a resource's, or a name in the desktop's icon theme.
     Q_PROPERTY(QString source MEMBER source NOTIFY changed)
+    Q_PROPERTY(bool isMissing READ isMissing NOTIFY changed)
 
 public:
     explicit IconItem(QQuickItem* parent = nullptr);
+
+    /// Whether there is nothing to draw: no source, or one that neither the disk nor the theme has.
+    [[nodiscard]] bool isMissing() const;
 
     void paint(QPainter* painter) override;
 

@@ -28,14 +28,12 @@ Item {
         visible: line.isHighlighted
         color: Environment.appBrand.accent
     }
-    Rectangle {
+    Divider {
         visible: line.modelData.isDivider === true
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.margins: 6
         anchors.verticalCenter: parent.verticalCenter
-        height: 1
-        color: Style.divider
     }
     Item {
         id: picture
@@ -53,11 +51,10 @@ Item {
             size: 10.5
             color: line.isHighlighted ? "white" : Style.secondary
         }
-        IconItem {
+        ApplicationIcon {
             anchors.fill: parent
             visible: line.modelData.icon !== undefined
             source: line.modelData.icon ?? ""
-            Accessible.ignored: true
         }
     }
     Label {

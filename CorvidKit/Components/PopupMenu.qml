@@ -8,10 +8,14 @@ Item {
 
     property var entries: []
     readonly property bool isOpen: frame.visible
+    readonly property bool isWindowShown: menu.Window.visibility !== Window.Hidden
     property Item opener: null
     property string title
 
     signal aboutToOpen
+
+    // The window is kept while it is hidden, and would come back with an old menu in it.
+    onIsWindowShownChanged: if (!isWindowShown) close()
 
     function open(item) {
         if (isOpen) {
@@ -61,15 +65,21 @@ Item {
     Item {
         id: frame
 
+        // At the end of the opener where its entries begin, if it fits there, or at the other end. All of it lies on the
+        // plate of a popover: what is beyond may be beyond the screen.
         function place() {
-            const bounds = Qt.rect(12, 12, parent.width - 24, parent.height - 24);
+            const bounds = Qt.rect(20, 20, parent.width - 40, parent.height - 40);
             height = Math.min(list.contentHeight + 10, bounds.height);
             width = Math.min(Math.max(menu.opener.width, list.widest + 10, 120), bounds.width);
             const below = menu.opener.mapToItem(parent, 0, menu.opener.height + 3);
             const above = menu.opener.mapToItem(parent, 0, -3);
-            const start = menu.opener.LayoutMirroring.enabled ? below.x : below.x + menu.opener.width - width;
+            const starts = [below.x, below.x + menu.opener.width - width];
+            if (menu.opener.LayoutMirroring.enabled)
+                starts.reverse();
+            const last = bounds.x + bounds.width - width;
+            const start = starts.find(start => start >= bounds.x && start <= last) ?? starts[1];
             const isRoomBelow = below.y + height <= bounds.y + bounds.height;
-            x = Math.round(Math.max(bounds.x, Math.min(start, bounds.x + bounds.width - width)));
+            x = Math.round(Math.max(bounds.x, Math.min(start, last)));
             y = Math.round(isRoomBelow ? below.y : Math.max(bounds.y, above.y - height));
         }
 

@@ -42,14 +42,6 @@
         <translation>Einschalten</translation>
     </message>
     <message>
-        <source>Tessel is on</source>
-        <translation>Tessel ist eingeschaltet</translation>
-    </message>
-    <message>
-        <source>Tessel is off</source>
-        <translation>Tessel ist ausgeschaltet</translation>
-    </message>
-    <message>
         <source>Open Tessel</source>
         <translation>Tessel öffnen</translation>
     </message>

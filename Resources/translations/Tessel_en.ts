@@ -42,14 +42,6 @@
         <translation>Turn on</translation>
     </message>
     <message>
-        <source>Tessel is on</source>
-        <translation>Tessel is on</translation>
-    </message>
-    <message>
-        <source>Tessel is off</source>
-        <translation>Tessel is off</translation>
-    </message>
-    <message>
         <source>Open Tessel</source>
         <translation>Open Tessel</translation>
     </message>

@@ -42,14 +42,6 @@
         <translation>Activar</translation>
     </message>
     <message>
-        <source>Tessel is on</source>
-        <translation>Tessel está activado</translation>
-    </message>
-    <message>
-        <source>Tessel is off</source>
-        <translation>Tessel está desactivado</translation>
-    </message>
-    <message>
         <source>Open Tessel</source>
         <translation>Abrir Tessel</translation>
     </message>

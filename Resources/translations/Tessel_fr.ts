@@ -42,14 +42,6 @@
         <translation>Activer</translation>
     </message>
     <message>
-        <source>Tessel is on</source>
-        <translation>Tessel est activé</translation>
-    </message>
-    <message>
-        <source>Tessel is off</source>
-        <translation>Tessel est désactivé</translation>
-    </message>
-    <message>
         <source>Open Tessel</source>
         <translation>Ouvrir Tessel</translation>
     </message>

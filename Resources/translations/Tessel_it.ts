@@ -42,14 +42,6 @@
         <translation>Attiva</translation>
     </message>
     <message>
-        <source>Tessel is on</source>
-        <translation>Tessel è attivo</translation>
-    </message>
-    <message>
-        <source>Tessel is off</source>
-        <translation>Tessel è disattivato</translation>
-    </message>
-    <message>
         <source>Open Tessel</source>
         <translation>Apri Tessel</translation>
     </message>

@@ -40,14 +40,6 @@
         <translation>オンにする</translation>
     </message>
     <message>
-        <source>Tessel is on</source>
-        <translation>Tessel はオンです</translation>
-    </message>
-    <message>
-        <source>Tessel is off</source>
-        <translation>Tessel はオフです</translation>
-    </message>
-    <message>
         <source>Open Tessel</source>
         <translation>Tessel を開く</translation>
     </message>

@@ -40,14 +40,6 @@
         <translation>켜기</translation>
     </message>
     <message>
-        <source>Tessel is on</source>
-        <translation>Tessel 켜짐</translation>
-    </message>
-    <message>
-        <source>Tessel is off</source>
-        <translation>Tessel 꺼짐</translation>
-    </message>
-    <message>
         <source>Open Tessel</source>
         <translation>Tessel 열기</translation>
     </message>

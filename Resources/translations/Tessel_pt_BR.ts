@@ -42,14 +42,6 @@
         <translation>Ativar</translation>
     </message>
     <message>
-        <source>Tessel is on</source>
-        <translation>O Tessel está ativado</translation>
-    </message>
-    <message>
-        <source>Tessel is off</source>
-        <translation>O Tessel está desativado</translation>
-    </message>
-    <message>
         <source>Open Tessel</source>
         <translation>Abrir o Tessel</translation>
     </message>

@@ -40,14 +40,6 @@
         <translation>开启</translation>
     </message>
     <message>
-        <source>Tessel is on</source>
-        <translation>Tessel 已开启</translation>
-    </message>
-    <message>
-        <source>Tessel is off</source>
-        <translation>Tessel 已关闭</translation>
-    </message>
-    <message>
         <source>Open Tessel</source>
         <translation>打开 Tessel</translation>
     </message>

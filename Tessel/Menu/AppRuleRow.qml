@@ -22,6 +22,8 @@ Item {
     implicitHeight: 30
     Accessible.role: Accessible.ListItem
     Accessible.name: name
+    // A row that is gone is kept for another application.
+    ListView.onPooled: picker.menu.close()
 
     TrackingHover {
         onHoverChanged: isOver => row.hovering = isOver
@@ -34,23 +36,12 @@ Item {
         visible: row.hovering
         color: Style.fill
     }
-    IconItem {
+    ApplicationIcon {
         id: picture
         anchors.left: parent.left
         anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
-        width: 20
-        height: 20
         source: row.icon
-        Accessible.ignored: true
-
-        SymbolItem {
-            anchors.fill: parent
-            visible: row.icon === ""
-            name: "app.dashed"
-            color: Style.secondary
-            Accessible.ignored: true
-        }
     }
     Label {
         anchors.left: picture.right

@@ -31,15 +31,12 @@ Item {
         visible: row.isCurrent && row.hasKeyboard || hover.hovered
         color: row.isCurrent && row.hasKeyboard ? Style.pressedFill : Style.hoverFill
     }
-    IconItem {
+    ApplicationIcon {
         id: picture
         anchors.left: parent.left
         anchors.leftMargin: 8
         anchors.verticalCenter: parent.verticalCenter
-        width: 20
-        height: 20
         source: row.icon
-        Accessible.ignored: true
     }
     Label {
         anchors.left: picture.right

@@ -21,12 +21,10 @@ Card {
 
                 width: parent.width
 
-                Rectangle {
+                Divider {
                     visible: entry.index > 0
                     x: entry.LayoutMirroring.enabled ? 1 : 40
                     width: parent.width - 41
-                    height: Style.hairline
-                    color: Style.divider
                 }
                 ShortcutRow {
                     width: parent.width

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QIcon>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickRenderControl>
@@ -193,6 +194,30 @@ TEST_F(View, TwoHundredRulesAreOneListOfWhichAFewRowsExist) {
     EXPECT_EQ(itemsOfType(*item, "AppRuleRow").front()->height(), 30);
 }
 
+TEST_F(View, AnApplicationWhoseIconIsNowhereToBeFoundHasTheOutlineOfOne) {
+    const QStringList themes = QIcon::themeSearchPaths();
+    const QStringList more = QIcon::fallbackSearchPaths();
+    QIcon::setThemeSearchPaths({});
+    QIcon::setFallbackSearchPaths({});
+    const std::vector<std::pair<std::string, bool>> icons{
+        {"", true}, {"no-such-icon", true}, {"/no/such/file.png", true}, {":/preview/mail.svg", false}};
+    for (const auto& [icon, isMissing] : icons) {
+        desktop.applicationCatalogue.install("/applications/Editor", {"org.example.Editor", "Editor", icon});
+        make(MenuTab::apps);
+        state->setRules({{"org.example.Editor", WindowAction::center}});
+        settle();
+        const QQuickItem& shown = only("ApplicationIcon");
+        EXPECT_EQ(shown.size(), QSizeF(20, 20));
+        const QQuickItem& outline = *shown.childItems().front();
+        EXPECT_EQ(outline.property("name"), "app.dashed");
+        EXPECT_EQ(outline.size(), QSizeF(20, 20));
+        EXPECT_EQ(outline.isVisible(), isMissing) << icon;
+        item.reset();
+    }
+    QIcon::setThemeSearchPaths(themes);
+    QIcon::setFallbackSearchPaths(more);
+}
+
 TEST_F(View, OpeningAtLoginShowsTheStateThatHolds) {
     make();
     QQuickItem& row = only("OpenAtLoginRow");
@@ -222,6 +247,95 @@ TEST_F(View, TheFooterLeadsToNewerVersionsAndToTheEnd) {
     desktop.trace.clear();
     press(*rows[1]);
     EXPECT_EQ(desktop.trace.take(), std::vector<std::string>{"terminate this program"});
+}
+
+/// The view as it hangs in a window, which is kept while it is hidden: with room for a shadow around it.
+class ShownView : public View {
+protected:
+    static constexpr double shadow = 20;
+
+    void show() {
+        QQuickItem& root = make(MenuTab::apps);
+        state->setRules({{"org.example.Editor", WindowAction::center}});
+        settle();
+        root.setParentItem(shown.contentItem());
+        root.setPosition({shadow, shadow});
+        shown.resize(static_cast<int>(root.width() + 2 * shadow), static_cast<int>(root.height() + 2 * shadow));
+        shown.show();
+        QCoreApplication::processEvents();
+    }
+
+    void TearDown() override { item.reset(); }
+
+    /// Lists make and drop their rows as they are drawn.
+    void draw() {
+        settle();
+        ASSERT_FALSE(shown.grabWindow().isNull());
+    }
+
+    /// The menu that the button opens, once it is open.
+    static QQuickItem& menuOf(QQuickItem& button) { return *itemsOfType(button, "PopupMenu").front(); }
+
+    static bool isOpen(QQuickItem& button) { return menuOf(button).property("isOpen").toBool(); }
+
+    /// Where the open menu is in the window; its list is drawn above everything, with five points around it.
+    QRectF placeOfMenu() {
+        for (QQuickItem* list : itemsOfType(*shown.contentItem(), "MenuList")) {
+            if (list->isVisible()) {
+                return list->mapRectToScene(list->boundingRect()).adjusted(-5, -5, 5, 5);
+            }
+        }
+        return {};
+    }
+
+    QQuickWindow shown;
+};
+
+TEST_F(ShownView, AMenuGoesWithTheWindow) {
+    show();
+    QQuickItem& add = only("AddAppMenu");
+    press(add);
+    EXPECT_TRUE(isOpen(add));
+    shown.hide();
+    EXPECT_FALSE(isOpen(add)) << "it would be there, and out of date, when the popover opens again";
+    shown.show();
+    EXPECT_FALSE(isOpen(add));
+    press(add);
+    EXPECT_TRUE(isOpen(add));
+}
+
+TEST_F(ShownView, AMenuBeginsWhereItsButtonDoesOrEndsWhereItEndsAndLiesOnThePlate) {
+    show();
+    QQuickItem& add = only("AddAppMenu");
+    press(add);
+    ASSERT_TRUE(isOpen(add));
+    EXPECT_EQ(placeOfMenu().left(), shadow + placeOf(add).left());
+    EXPECT_GT(placeOfMenu().top(), shadow + placeOf(add).bottom());
+    press(add);
+    QQuickItem& picker = only("MenuPicker");
+    press(picker);
+    ASSERT_TRUE(isOpen(picker));
+    EXPECT_EQ(placeOfMenu().right(), shadow + placeOf(picker).right());
+    press(picker);
+
+    desktop.applications.add({.bundleIdentifier = "org.example.Long", .localizedName = std::string(200, 'm')});
+    press(add);
+    const QRectF plate(shadow, shadow, item->width(), item->height());
+    EXPECT_TRUE(plate.contains(placeOfMenu())) << placeOfMenu().left() << " to " << placeOfMenu().right();
+}
+
+TEST_F(ShownView, AMenuGoesWithItsRow) {
+    show();
+    const Prefs::Rules one{{"org.example.Mail", WindowAction::center}};
+    for (const Prefs::Rules& left : {one, Prefs::Rules()}) {
+        state->setRules({{"org.example.Editor", WindowAction::center}, {"org.example.Mail", WindowAction::center}});
+        draw();
+        press(*itemsOfType(*item, "MenuPicker").front());
+        ASSERT_FALSE(placeOfMenu().isEmpty());
+        state->setRules(left);
+        draw();
+        EXPECT_TRUE(placeOfMenu().isEmpty()) << "what it offers is for an application that has no rule any more";
+    }
 }
 
 TEST_F(View, TakesItsColoursFromTheBrandAndTheScheme) {

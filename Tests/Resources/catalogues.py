@@ -19,6 +19,10 @@ COUNTED = re.compile(r"%lld")
 PLACEHOLDER = re.compile(r"%(?:n|\d)")
 SOURCES = {".h", ".cpp", ".qml"}
 FOLDERS = ["CorvidKit", "Tessel"]
+# Where texts are that are asked for by what holds them, such as an action's title.
+MORE_FOLDERS = ["TesselCore"]
+LITERALS = re.compile(r'(?:"(?:[^"\\\n]|\\.)*"\s*)+')
+LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 ASKED_FOR = re.compile(r'\b(?:text|translate|qsTranslate)\(\s*"(Tessel|CorvidKit)",\s*"((?:[^"\\]|\\.)*)"')
 
 Key = tuple[str, str]  # the English text, and what tells it from the same text elsewhere
@@ -87,11 +91,20 @@ def faults_of(catalogue: Catalogue, english: Catalogue, language: str) -> list[s
     return found
 
 
+def sources(root: Path, folders: list[str]) -> list[Path]:
+    return sorted(file for folder in folders for file in (root / folder).rglob("*") if file.suffix in SOURCES)
+
+
 def asked_for(root: Path) -> list[tuple[str, str, str]]:
     """File, table and English text wherever the sources below `root` ask for one by its words."""
-    files = (file for folder in FOLDERS for file in (root / folder).rglob("*") if file.suffix in SOURCES)
-    return [(file.relative_to(root).as_posix(), table, text.replace('\\"', '"'))
-            for file in sorted(files) for table, text in ASKED_FOR.findall(file.read_text(encoding="utf-8"))]
+    return [(file.relative_to(root).as_posix(), table, text.replace('\\"', '"')) for file in sources(root, FOLDERS)
+            for table, text in ASKED_FOR.findall(file.read_text(encoding="utf-8"))]
+
+
+def written(root: Path) -> set[str]:
+    """All texts in the sources below `root`; literals that follow each other are one."""
+    return {"".join(LITERAL.findall(literals)).replace('\\"', '"') for file in sources(root, FOLDERS + MORE_FOLDERS)
+            for literals in LITERALS.findall(file.read_text(encoding="utf-8"))}
 
 
 def listed(root: Path, name: str) -> list[str]:
@@ -108,7 +121,7 @@ def faults(root: Path) -> list[str]:
     there = {file.name for file in folder.glob("*.ts")}
     if not wanted or wanted != there:
         return [f"cmake/Translations.cmake and {folder.relative_to(root)} do not agree: {sorted(wanted ^ there)}"]
-    found = []
+    found, in_code = [], written(root)
     for table in tables:
         catalogues = {language: read((folder / f"{table}_{language}.ts").read_text(encoding="utf-8"), table, language)
                       for language in languages}
@@ -120,6 +133,7 @@ def faults(root: Path) -> list[str]:
         known = {source for source, _ in english.translations}
         found += [f"{file}: asks {table} for {text!r}, which it has not"
                   for file, asked, text in asked_for(root) if asked == table and text not in known]
+        found += [f"{table}_en.ts: has {text!r}, which nobody asks for" for text in sorted(known - in_code)]
     return found
 
 

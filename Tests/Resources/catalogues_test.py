@@ -29,11 +29,16 @@ GERMAN = [message("Paused", "Pausiert"), message("Paused", "Keine Tasten", "X11"
           counted("%n apps", "%n App", "%n Apps"), message("On · %lld keys", "An · %1")]
 
 
+# A literal may go on in the next line, and need not be asked for where it is written.
+CODE = 'text("Tessel", "Paused");\nconstexpr auto counted = "%n "\n    "apps"; // and\n"On · %lld keys"\n'
+
+
 class Catalogues(unittest.TestCase):
     def found(self, german: str, english: str = catalogue("en", *ENGLISH),
               more: dict[str, str] | None = None) -> list[str]:
         files = {"cmake/Translations.cmake": "set(TESSEL_LANGUAGES en de)\nset(TESSEL_TEXT_TABLES Tessel)\n",
-                 "Resources/translations/Tessel_en.ts": english, "Resources/translations/Tessel_de.ts": german}
+                 "Resources/translations/Tessel_en.ts": english, "Resources/translations/Tessel_de.ts": german,
+                 "TesselCore/Texts.cpp": CODE}
         with tempfile.TemporaryDirectory() as root:
             for name, text in (files | (more or {})).items():
                 file = Path(root, name)
@@ -88,6 +93,11 @@ class Catalogues(unittest.TestCase):
             self.assertEqual(self.found(german, more={name: call.format("Gone")}),
                              [f"{name}: asks Tessel for 'Gone', which it has not"])
             self.assertEqual(self.found(german, more={name: call.format("Paused")}), [])
+
+    def test_a_text_that_nobody_asks_for_is_found(self):
+        unused = message("Started", "Started")
+        self.assertEqual(self.found(catalogue("de", *GERMAN, unused), catalogue("en", *ENGLISH, unused)),
+                         ["Tessel_en.ts: has 'Started', which nobody asks for"])
 
 
 if __name__ == "__main__":

@@ -3,6 +3,7 @@
 import os
 import sys
 from functools import partial
+from itertools import groupby
 from pathlib import Path
 
 from harness import servers
@@ -19,6 +20,15 @@ from .popover import is_within
 SETTINGS_PORTAL = str(Path(__file__).resolve().parent.parent / "harness" / "settings_portal.py")
 # Private dirty memory after so many openings may be that much more than after the first ten, in KiB.
 WARM, MANY, MARGIN = 10, 500, 1024
+CARD_COLOUR = (0xFB, 0xFB, 0xFC)
+# Of the card of the shortcuts without its border, in points; between the titles and the keys there are only lines.
+CARD_TOP, CARD_BOTTOM = 109, 349
+
+
+def lines_across(picture, x: int, top: int, bottom: int) -> list[int]:
+    """How thick the lines are that a column of the card goes through, in pixels."""
+    column = [picture.getpixel((x, y)) for y in range(top, bottom)]
+    return [len(list(line)) for is_card, line in groupby(column, CARD_COLOUR.__eq__) if not is_card]
 
 
 @case("desktop.popover.dark")
@@ -63,6 +73,9 @@ def it_is_as_large_as_the_fonts_of_the_desktop(program, dots):
         picture = popover.picture()
         far = (picture.width - round(7 * scale), picture.height - round(30 * scale))
         assert picture.getpixel(far) == LIGHT, picture.getpixel(far)
+        # The lines between the rows are all as thick, wherever they fall among the pixels.
+        dividers = lines_across(picture, round(215 * scale), round(CARD_TOP * scale), round(CARD_BOTTOM * scale))
+        assert dividers == [round(scale)] * 5, f"{dividers} pixels thick"
 
 
 @case("desktop.popover.fonts-change")
