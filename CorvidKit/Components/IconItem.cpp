@@ -1,24 +1,48 @@
 #include "CorvidKit/Components/IconItem.h"
 
-#include <QIcon>
+#include <QFileInfo>
 #include <QPainter>
 #include <QPixmap>
 
 namespace corvid {
+
+namespace {
+
+/// Null where there is nothing to draw. A file that is not there makes an icon as well, with nothing in it.
+QIcon drawable(const QIcon& icon) {
+    constexpr QSize any(32, 32);
+    return icon.pixmap(any).isNull() ? QIcon() : icon;
+}
+
+QIcon iconOf(const QString& source) {
+    if (source.isEmpty()) {
+        return {};
+    }
+    const bool isFile = source.startsWith(u'/') || source.startsWith(u':');
+    // Of a drawing that is missing, Qt complains.
+    const bool isMissing = isFile && !QFileInfo::exists(source);
+    const QIcon icon = isMissing ? QIcon() : drawable(isFile ? QIcon(source) : QIcon::fromTheme(source));
+    return icon.isNull() ? drawable(QIcon::fromTheme(QStringLiteral("application-x-executable"))) : icon;
+}
+
+} // namespace
 
 IconItem::IconItem(QQuickItem* parent)
     : QQuickPaintedItem(parent) {
     connect(this, &IconItem::changed, this, [this] { update(); });
 }
 
-void IconItem::paint(QPainter* painter) {
-    if (source.isEmpty()) {
-        return;
+void IconItem::setSource(const QString& newSource) {
+    if (newSource != name) {
+        name = newSource;
+        icon = iconOf(name);
+        Q_EMIT changed();
     }
-    const bool isFile = source.startsWith(u'/') || source.startsWith(u':');
-    QIcon icon = isFile ? QIcon(source) : QIcon::fromTheme(source);
-    if (icon.isNull()) {
-        icon = QIcon::fromTheme(QStringLiteral("application-x-executable"));
+}
+
+void IconItem::paint(QPainter* painter) {
+    if (isEmpty()) {
+        return;
     }
     painter->setRenderHint(QPainter::SmoothPixmapTransform);
     // The painter paints into a plain bitmap and scales; what it is asked for in points would come in as few pixels.

@@ -59,9 +59,9 @@ std::optional<CGRect> popoverFrame(const platform::Popover::Anchor& anchor, CGSi
     const double y = isBelow ? rect.minY() - gap - height : rect.maxY() + gap;
     // The upper edge counts more where there is no room at all: that is where it begins.
     const double top = std::min(visible.maxY() - gap, std::max(y + height, visible.minY() + gap + height));
-    return CGRect{{fitted(rect.midX() - size.width / 2, size.width, visible.minX() + gap, visible.maxX() - gap),
-                   top - height},
-                  {size.width, height}};
+    return CGRect{
+        {fitted(rect.midX() - size.width / 2, size.width, visible.minX() + gap, visible.maxX() - gap), top - height},
+        {size.width, height}};
 }
 
 } // namespace corvid::toolkit

@@ -34,7 +34,7 @@ Item {
         visible: row.hovering
         color: Style.fill
     }
-    IconItem {
+    AppIcon {
         id: picture
         anchors.left: parent.left
         anchors.leftMargin: 10
@@ -42,15 +42,6 @@ Item {
         width: 20
         height: 20
         source: row.icon
-        Accessible.ignored: true
-
-        SymbolItem {
-            anchors.fill: parent
-            visible: row.icon === ""
-            name: "app.dashed"
-            color: Style.secondary
-            Accessible.ignored: true
-        }
     }
     Label {
         anchors.left: picture.right

@@ -31,7 +31,7 @@ Item {
         visible: row.isCurrent && row.hasKeyboard || hover.hovered
         color: row.isCurrent && row.hasKeyboard ? Style.pressedFill : Style.hoverFill
     }
-    IconItem {
+    AppIcon {
         id: picture
         anchors.left: parent.left
         anchors.leftMargin: 8
@@ -39,7 +39,6 @@ Item {
         width: 20
         height: 20
         source: row.icon
-        Accessible.ignored: true
     }
     Label {
         anchors.left: picture.right
