@@ -1,6 +1,7 @@
 #include "CorvidKitCore/CommandLineOption.h"
 #include "Platform/Linux/Control/ControlClient.h"
 #include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/StandardStreams.h"
 #include "Tessel/CommandLine.h"
 #include "Tessel/RemoteCommand.h"
 #include "Tessel/Wiring/PictureRun.h"
@@ -21,9 +22,10 @@ int ask(const tessel::CommandLine::Ask& request) {
     ControlClient client = session.empty() ? ControlClient::onBus(platform::linux::sessionBusAddress())
                                            : ControlClient::ofSession(session);
     const tessel::RemoteCommand::Outcome outcome = tessel::RemoteCommand::carryOut(request, client);
-    std::fputs(outcome.output.c_str(), stdout);
+    // Nobody is to go on as if the answer had come.
+    const bool isTold = platform::linux::printToStandardOutput(outcome.output);
     std::fputs(outcome.errors.c_str(), stderr);
-    return outcome.status;
+    return isTold || outcome.status != EXIT_SUCCESS ? outcome.status : EXIT_FAILURE;
 }
 
 template <typename... Handlers>
@@ -34,6 +36,7 @@ struct Overloaded : Handlers... {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
+    platform::linux::openClosedStandardStreams();
     const std::vector<std::string> words(arguments, arguments + argumentCount);
     if (const auto directory = corvid::CommandLineOption::value("--snapshot", words)) {
         tessel::runPictures(*directory);
@@ -42,8 +45,8 @@ int main(int argumentCount, char** arguments) {
     return std::visit(Overloaded{
                           [](const tessel::CommandLine::Run&) { return tessel::runResident(); },
                           [](const tessel::CommandLine::Print& print) {
-                              std::fputs(print.text.c_str(), stdout);
-                              return EXIT_SUCCESS;
+                              const bool isTold = platform::linux::printToStandardOutput(print.text);
+                              return isTold ? EXIT_SUCCESS : EXIT_FAILURE;
                           },
                           [](const tessel::CommandLine::Refuse& refusal) {
                               constexpr int wrongUsage = 2;

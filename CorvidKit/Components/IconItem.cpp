@@ -1,6 +1,6 @@
 #include "CorvidKit/Components/IconItem.h"
 
-#include <QIcon>
+#include <QFileInfo>
 #include <QPainter>
 #include <QPixmap>
 
@@ -8,10 +8,21 @@ namespace corvid {
 
 namespace {
 
-QIcon iconFrom(const QString& source) {
+/// Null where there is nothing to draw. A file that is not there makes an icon as well, with nothing in it.
+QIcon drawable(const QIcon& icon) {
+    constexpr QSize any(32, 32);
+    return icon.pixmap(any).isNull() ? QIcon() : icon;
+}
+
+QIcon iconOf(const QString& source) {
+    if (source.isEmpty()) {
+        return {};
+    }
     const bool isFile = source.startsWith(u'/') || source.startsWith(u':');
-    const QIcon icon = isFile ? QIcon(source) : QIcon::fromTheme(source);
-    return icon.isNull() ? QIcon::fromTheme(QStringLiteral("application-x-executable")) : icon;
+    // Of a drawing that is missing, Qt complains.
+    const bool isMissing = isFile && !QFileInfo::exists(source);
+    const QIcon icon = isMissing ? QIcon() : drawable(isFile ? QIcon(source) : QIcon::fromTheme(source));
+    return icon.isNull() ? drawable(QIcon::fromTheme(QStringLiteral("application-x-executable"))) : icon;
 }
 
 } // namespace
@@ -21,17 +32,18 @@ IconItem::IconItem(QQuickItem* parent)
     connect(this, &IconItem::changed, this, [this] { update(); });
 }
 
-bool IconItem::isMissing() const {
-    // A file that is not there, or holds no picture, shows only when it is to be drawn.
-    constexpr QSize anySize(16, 16);
-    return source.isEmpty() || iconFrom(source).pixmap(anySize).isNull();
+void IconItem::setSource(const QString& newSource) {
+    if (newSource != name) {
+        name = newSource;
+        icon = iconOf(name);
+        Q_EMIT changed();
+    }
 }
 
 void IconItem::paint(QPainter* painter) {
-    if (source.isEmpty()) {
+    if (isEmpty()) {
         return;
     }
-    const QIcon icon = iconFrom(source);
     painter->setRenderHint(QPainter::SmoothPixmapTransform);
     // The painter paints into a plain bitmap and scales; what it is asked for in points would come in as few pixels.
     const qreal scale = painter->deviceTransform().m11();

@@ -2,6 +2,7 @@
 
 #include <QtQml/qqmlregistration.h>
 
+#include <QIcon>
 #include <QQuickPaintedItem>
 #include <QString>
 
@@ -12,14 +13,18 @@ class IconItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
     /// A file's absolute path or a resource's, or a name in the desktop's icon theme.
-    Q_PROPERTY(QString source MEMBER source NOTIFY changed)
-    Q_PROPERTY(bool isMissing READ isMissing NOTIFY changed)
+    Q_PROPERTY(QString source READ source WRITE setSource NOTIFY changed)
+    /// Whether there is nothing to draw: no source, or one that is not there, and nothing in its place.
+    Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY changed)
 
 public:
     explicit IconItem(QQuickItem* parent = nullptr);
 
-    /// Whether there is nothing to draw: no source, or one that neither the disk nor the theme has.
-    [[nodiscard]] bool isMissing() const;
+    [[nodiscard]] const QString& source() const { return name; }
+
+    void setSource(const QString& newSource);
+
+    [[nodiscard]] bool isEmpty() const { return icon.isNull(); }
 
     void paint(QPainter* painter) override;
 
@@ -27,7 +32,8 @@ Q_SIGNALS:
     void changed();
 
 private:
-    QString source;
+    QString name;
+    QIcon icon;
 };
 
 } // namespace corvid

@@ -12,7 +12,8 @@ Item {
     readonly property bool isEntry: menu.isEntry(modelData)
     readonly property bool isHighlighted: isEntry && isCurrent
 
-    signal entered
+    // The pointer is there, in the window's coordinates: it has moved, or the line has.
+    signal pointedAt(point place)
 
     Accessible.role: isEntry ? Accessible.MenuItem : modelData.isDivider ? Accessible.Separator : Accessible.Heading
     Accessible.name: modelData.title ?? modelData.section ?? ""
@@ -55,6 +56,7 @@ Item {
             anchors.fill: parent
             visible: line.modelData.icon !== undefined
             source: line.modelData.icon ?? ""
+            color: line.isHighlighted ? "white" : Style.secondary
         }
     }
     Label {
@@ -84,8 +86,8 @@ Item {
         anchors.fill: parent
         hoverEnabled: true
         enabled: line.isEntry
-        onEntered: line.entered()
-        onPositionChanged: line.entered()
+        onEntered: line.pointedAt(mapToItem(null, mouseX, mouseY))
+        onPositionChanged: mouse => line.pointedAt(mapToItem(null, mouse.x, mouse.y))
         onClicked: line.menu.choose(line.index)
     }
 }

@@ -14,6 +14,17 @@ ListView {
         return width + 44;
     }
 
+    // Where the pointer was seen last; null before that.
+    property var pointer: null
+
+    // To the line that the pointer is on. One that rests while the keys move the lines below it chooses nothing.
+    function follow(index, place) {
+        const hasMoved = pointer !== null && (pointer.x !== place.x || pointer.y !== place.y);
+        pointer = place;
+        if (hasMoved || !Environment.isUsingKeyboard)
+            currentIndex = index;
+    }
+
     // To the next line that can be chosen.
     function move(step) {
         const count = menu.entries.length;
@@ -69,7 +80,7 @@ ListView {
         width: list.width
         height: list.lineHeight(modelData)
         isCurrent: ListView.isCurrentItem
-        onEntered: list.currentIndex = index
+        onPointedAt: place => list.follow(index, place)
     }
 
     Repeater {

@@ -16,6 +16,7 @@ FocusScope {
 
     function appear() {
         entrance.stop();
+        holder.contentY = 0;
         if (isAnimated && isBlended && Style.transition > 0) {
             entrance.start();
         } else {
@@ -29,8 +30,8 @@ FocusScope {
     focus: true
     Keys.onEscapePressed: dismissed()
     onContentChanged: if (content) {
-        content.parent = holder;
-        content.anchors.fill = holder;
+        content.parent = holder.contentItem;
+        content.anchors.fill = holder.contentItem;
     }
 
     Item {
@@ -58,9 +59,39 @@ FocusScope {
             borderColor: Style.windowBorder
             borderWidth: Style.hairline
         }
-        Item {
+        Flickable {
             id: holder
+
+            readonly property Item focused: Window.activeFocusItem
+
+            // Scrolls to an item of the content that is not wholly to be seen.
+            function reveal(item) {
+                let ancestor = item;
+                while (ancestor && ancestor !== contentItem)
+                    ancestor = ancestor.parent;
+                if (!ancestor || !interactive)
+                    return;
+                const around = 14;
+                const top = item.mapToItem(contentItem, 0, 0).y - around;
+                const bottom = top + item.height + 2 * around;
+                const wanted = Math.min(top, Math.max(contentY, bottom - height));
+                contentY = Math.max(0, Math.min(wanted, contentHeight - height));
+            }
+
             anchors.fill: parent
+            contentHeight: frame.content ? frame.content.implicitHeight : 0
+            // On a screen that is not as high as the content.
+            interactive: contentHeight > height
+            clip: interactive
+            boundsBehavior: Flickable.StopAtBounds
+            LayoutMirroring.enabled: Environment.isMirrored
+            onFocusedChanged: reveal(focused)
+
+            ScrollMark {
+                list: holder
+                // Not in the plate's round corners.
+                inset: 12
+            }
         }
     }
     ParallelAnimation {

@@ -26,6 +26,7 @@ Item {
         opener = item;
         frame.place();
         list.currentIndex = -1;
+        list.pointer = null;
         frame.visible = true;
         list.forceActiveFocus(Qt.PopupFocusReason);
         if (Environment.isUsingKeyboard)

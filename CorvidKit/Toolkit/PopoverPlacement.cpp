@@ -53,13 +53,15 @@ std::optional<CGRect> popoverFrame(const platform::Popover::Anchor& anchor, CGSi
     const CGRect rect = anchor.rect.value_or(panelCorner(screens.front()));
     const platform::Screen& screen = screenOf({rect.midX(), rect.midY()}, screens);
     const CGRect& visible = screen.visibleFrame;
+    const double room = visible.size.height - 2 * gap;
+    const double height = room > 0 ? std::min(size.height, room) : size.height;
     const bool isBelow = rect.midY() >= screen.frame.midY();
-    const double y = isBelow ? rect.minY() - gap - size.height : rect.maxY() + gap;
-    // The upper edge counts more where not all of it fits: that is where it begins.
-    const double top = std::min(visible.maxY() - gap, std::max(y + size.height, visible.minY() + gap + size.height));
-    return CGRect{{fitted(rect.midX() - size.width / 2, size.width, visible.minX() + gap, visible.maxX() - gap),
-                   top - size.height},
-                  size};
+    const double y = isBelow ? rect.minY() - gap - height : rect.maxY() + gap;
+    // The upper edge counts more where there is no room at all: that is where it begins.
+    const double top = std::min(visible.maxY() - gap, std::max(y + height, visible.minY() + gap + height));
+    return CGRect{
+        {fitted(rect.midX() - size.width / 2, size.width, visible.minX() + gap, visible.maxX() - gap), top - height},
+        {size.width, height}};
 }
 
 } // namespace corvid::toolkit

@@ -81,7 +81,7 @@ bool PopoverWindow::prepare() {
     if (window) {
         return true;
     }
-    if (!view || surroundings.ownWindows == nullptr) {
+    if (!view) {
         return false;
     }
     window = std::make_unique<QQuickWindow>();
@@ -125,12 +125,18 @@ PopoverWindow::Anchor PopoverWindow::withPointer(const Anchor& wanted) const {
 
 void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
     const auto now = platform::current().mainActor.now();
-    if (isShown() || (keyboardLoss && now - *keyboardLoss < clickTime) || !prepare()) {
+    if (isShown() || (keyboardLoss && now - *keyboardLoss < clickTime) || surroundings.ownWindows == nullptr) {
         return;
     }
+    // Asked before anything is made: that may take all the time that one turn has for questions to the desktop.
     anchor = withPointer(newAnchor);
     activeScreen = anchor->rect ? std::nullopt : surroundings.ownWindows->activeScreen();
-    frame->setProperty("isBlended", surroundings.ownWindows->areBlended());
+    screens = surroundings.screens.screens();
+    const bool isBlended = surroundings.ownWindows->areBlended();
+    if (!prepare()) {
+        return;
+    }
+    frame->setProperty("isBlended", isBlended);
     frame->setProperty("isAnimated", animates);
     Environment::of(engine).setUsingKeyboard(false);
     if (content->metaObject()->indexOfMethod("appear()") >= 0) {
@@ -168,18 +174,24 @@ void PopoverWindow::place() {
         return;
     }
     followScale();
-    const QSizeF size(frame->implicitWidth(), frame->implicitHeight());
+    QSizeF size(frame->implicitWidth(), frame->implicitHeight());
     const double margin = frame->property("margin").toDouble();
-    std::vector<platform::Screen> screens = surroundings.screens.screens();
+    if (std::vector<platform::Screen> present = surroundings.screens.screens(); !present.empty()) {
+        screens = std::move(present);
+    }
     const double primaryTop = screens.empty() ? 0 : screens.front().frame.maxY();
-    if (const auto active = std::ranges::find(screens, activeScreen, &platform::Screen::frame);
-        active != screens.end()) {
-        std::rotate(screens.begin(), active, active + 1);
+    std::vector<platform::Screen> ordered = screens;
+    if (const auto active = std::ranges::find(ordered, activeScreen, &platform::Screen::frame);
+        active != ordered.end()) {
+        std::rotate(ordered.begin(), active, active + 1);
     }
     // Qt's points are the desktop's own, unless that counts in pixels.
     const double ratio = isManaged() ? 1 : window->devicePixelRatio();
     const CGSize plate{(size.width() - 2 * margin) * ratio, (size.height() - 2 * margin) * ratio};
-    const std::optional<CGRect> found = popoverFrame(*anchor, plate, screens);
+    const std::optional<CGRect> found = popoverFrame(*anchor, plate, ordered);
+    if (found && found->size.height < plate.height) {
+        size.setHeight(std::floor(found->size.height / ratio) + 2 * margin);
+    }
     frame->setSize(size);
     if (isManaged()) {
         // A window of one size only is not tiled.

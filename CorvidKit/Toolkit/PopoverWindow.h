@@ -5,6 +5,7 @@
 #include "CorvidKitCore/Geometry.h"
 #include "Platform/MainActor.h"
 #include "Platform/Popover.h"
+#include "Platform/Screens.h"
 
 #include <QObject>
 #include <QPointer>
@@ -12,6 +13,7 @@
 #include <QScreen>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace corvid::toolkit {
 
@@ -75,6 +77,8 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     std::optional<Anchor> anchor;
     /// The screen that was worked on then, where it hangs at nothing.
     std::optional<CGRect> activeScreen;
+    /// As they were when the desktop last answered.
+    std::vector<platform::Screen> screens;
     std::unique_ptr<QQuickWindow> window;
     std::unique_ptr<QQuickItem> frame;
     std::unique_ptr<QQuickItem> content;

@@ -208,7 +208,7 @@ TEST_F(View, AnApplicationWhoseIconIsNowhereToBeFoundHasTheOutlineOfOne) {
         settle();
         const QQuickItem& shown = only("ApplicationIcon");
         EXPECT_EQ(shown.size(), QSizeF(20, 20));
-        const QQuickItem& outline = *shown.childItems().front();
+        const QQuickItem& outline = *shown.childItems().back();
         EXPECT_EQ(outline.property("name"), "app.dashed");
         EXPECT_EQ(outline.size(), QSizeF(20, 20));
         EXPECT_EQ(outline.isVisible(), isMissing) << icon;

@@ -54,14 +54,19 @@ TEST(PopoverPlacement, HangsAtWhatItWasOpenedFrom) {
     }
 }
 
-TEST(PopoverPlacement, ShowsItsTopWhereNotAllOfItFits) {
+TEST(PopoverPlacement, IsAsHighAsThereIsRoomWhereNotAllOfItFits) {
     const Screen small{.frame = {{0, 0}, {800, 480}}, .visibleFrame = {{0, 0}, {800, 450}}};
     const std::vector<Screen> screens{small};
     for (const double y : {465.0, 100.0}) {
         const std::optional<CGRect> frame = popoverFrame(at(400, y), size, screens);
         ASSERT_TRUE(frame.has_value());
-        EXPECT_EQ(frame->maxY(), 444) << y;
+        EXPECT_EQ(*frame, (CGRect{{230, 6}, {340, 438}})) << y;
     }
+    const Screen covered{.frame = {{0, 0}, {800, 480}}, .visibleFrame = {{0, 470}, {800, 10}}};
+    const std::optional<CGRect> frame = popoverFrame(at(400, 475), size, std::vector{covered});
+    ASSERT_TRUE(frame.has_value());
+    EXPECT_EQ(frame->maxY(), 474) << "it begins where there is room, and is whole where there is none";
+    EXPECT_EQ(frame->size, size);
 }
 
 TEST(PopoverPlacement, HasNoPlaceWithoutAScreen) {

@@ -11,6 +11,7 @@
 #include <QQmlEngine>
 #include <QTest>
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -69,6 +70,8 @@ protected:
     QQmlEngine engine;
     QQuickItem* content = nullptr;
     int made = 0;
+    /// What happens while the content is made.
+    std::function<void()> meanwhile;
     PopoverWindow popover{{.mainLoop = loop,
                            .appearance = desktop.appearance,
                            .ownWindows = &desktop.ownWindows,
@@ -77,6 +80,9 @@ protected:
                           engine,
                           [this](const platform::View& /*view*/, QQmlEngine& /*engine*/) {
                               ++made;
+                              if (meanwhile) {
+                                  meanwhile();
+                              }
                               auto item = makeContent({300, 200});
                               content = item.get();
                               return item;
@@ -116,6 +122,47 @@ TEST_F(Hanging, HasNoShadowWhereNothingShinesThrough) {
     EXPECT_EQ(window()->size(), QSize(300, 200));
 }
 
+TEST_F(Hanging, OnALowScreenItScrollsToWhatHasTheKeyboard) {
+    desktop.screens.attach({{.frame = {{0, 0}, {1920, 180}}, .visibleFrame = {{0, 0}, {1920, 156}}}});
+    open();
+    ASSERT_NE(window(), nullptr);
+    EXPECT_EQ(window()->size(), QSize(340, 184)) << "156 without 6 above and below, and the shadow";
+    EXPECT_EQ(content->size(), QSizeF(300, 200)) << "nothing of it is squeezed";
+    const auto topOf = [](QQuickItem* item) { return item->mapToScene(QPointF()).y(); };
+    EXPECT_EQ(topOf(content), 20);
+    QQuickItem first(content);
+    first.setSize({300, 20});
+    QQuickItem last(content);
+    last.setPosition({0, 170});
+    last.setSize({300, 20});
+    last.forceActiveFocus();
+    EXPECT_EQ(topOf(content), 20 - (200 - 144)) << "its end is to be seen";
+    first.forceActiveFocus();
+    EXPECT_EQ(topOf(content), 20);
+    last.forceActiveFocus();
+    popover.performClose();
+    open();
+    EXPECT_EQ(topOf(content), 20) << "it opens at its beginning";
+    desktop.screens.attach({{.frame = {{0, 0}, {1920, 1080}}, .visibleFrame = {{0, 0}, {1920, 1056}}}});
+    popover.performClose();
+    open();
+    EXPECT_EQ(window()->size(), QSize(340, 240));
+}
+
+TEST_F(Hanging, IsPlacedHoweverLongItsContentTakesToMake) {
+    desktop.screens.attach({{.frame = {{0, 0}, {1920, 1080}}, .visibleFrame = {{0, 0}, {1920, 1056}}}});
+    // The desktop answers no more questions in this turn.
+    meanwhile = [this] {
+        desktop.screens.attach({});
+        desktop.ownWindows.hasCompositor = false;
+    };
+    open();
+    ASSERT_NE(window(), nullptr);
+    EXPECT_EQ(window()->size(), QSize(340, 240));
+    EXPECT_TRUE(wasTold("place window " + std::to_string(window()->winId()) + " at (330, 10)"))
+        << testing::PrintToString(desktop.trace.lines());
+}
+
 TEST_F(Hanging, IsPlacedBelowItsAnchorAndGivenTheKeyboard) {
     desktop.screens.attach({{.frame = {{0, 0}, {1920, 1080}}, .visibleFrame = {{0, 0}, {1920, 1056}}}});
     open();
@@ -139,8 +186,8 @@ TEST_F(Hanging, APressBesideItClosesIt) {
 
 TEST_F(Hanging, ComesWithATransitionUnlessItsUserWantsLessMotion) {
     popover.setAnimates(true);
-    // The content lies in a holder on the plate.
-    const auto plate = [this] { return content->parentItem()->parentItem(); };
+    // The content lies in a holder on the plate, which scrolls.
+    const auto plate = [this] { return content->parentItem()->parentItem()->parentItem(); };
     open();
     EXPECT_LT(plate()->opacity(), 1) << "it is there at once";
     QTRY_COMPARE(plate()->opacity(), 1.0);

@@ -7,7 +7,7 @@ import subprocess
 
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
-from harness.grabs import held_by_others
+from harness.grabs import all_held, held_by_others
 from harness.keyboard import SHORTCUTS
 from harness.product import run_to_end
 from harness.rect import Rect
@@ -205,6 +205,38 @@ def of_two_on_one_bus_each_answers_its_own_display(program):
         assert owner_on_bus(first) == products[0].process.pid
         ask(first, "--quit", environment=bus)
         until(lambda: owner_on_bus(first) == products[1].process.pid, "the name to go to the second")
+
+
+@case("desktop.remote.streams")
+def it_works_without_its_standard_streams_and_tells_of_an_answer_that_is_lost(program):
+    with Desktop(program, name="remote.streams") as desktop:
+        desktop.start_window_manager("openbox")
+        for closed in ("2>&-", ">&- 2>&-", "<&- >&- 2>&-"):
+            running = desktop.session.start(["sh", "-c", f'exec "$0" {closed}', str(program)], "closed")
+            until(lambda: run_to_end(desktop.session, program, "--status")[0] == 0, f"it to run with {closed}")
+            # What it has to say of settings that cannot be written is lost, and nothing else.
+            settings = desktop.session.home / ".config/tessel"
+            settings.rename(settings.with_name("away"))
+            settings.write_text("in the way of the folder")
+            ask(desktop, "--rule", "org.example.Any", "center")
+            now = status_of(desktop)
+            assert (now["status"], now["rules"]) == ("active", {"org.example.Any": "center"}), f"{closed}: {now}"
+            assert held_by_others(desktop.server.display) == all_held(), closed
+            settings.unlink()
+            settings.with_name("away").rename(settings)
+            if closed != "<&- >&- 2>&-":
+                ask(desktop, "--quit")
+                assert running.wait(5.0) == 0, closed
+        for options in (("--status",), ("--status", "--json"), ("--help",), ("--version",)):
+            with open("/dev/full", "w") as full:
+                done = subprocess.run(
+                    [str(program), *options], stdin=subprocess.DEVNULL, stdout=full, stderr=subprocess.PIPE, text=True,
+                    timeout=5, check=False, env=desktop.session.environment,
+                )
+            seen = f"{options}: status {done.returncode}, {done.stderr!r}"
+            assert done.returncode == 1 and "No space left on device" in done.stderr, seen
+        ask(desktop, "--quit")
+        assert running.wait(5.0) == 0
 
 
 @case("desktop.remote.hangs")

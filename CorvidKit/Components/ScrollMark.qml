@@ -4,13 +4,15 @@ import CorvidKit
 // Shows where a list is, and that there is more of it.
 RoundedRectangle {
     required property Flickable list
+    // What it keeps from the list's ends.
+    property real inset: 0
 
     parent: list
     visible: list.contentHeight > list.height
     x: list.LayoutMirroring.enabled ? 2 : list.width - width - 2
-    y: list.visibleArea.yPosition * list.height
+    y: inset + list.visibleArea.yPosition * (list.height - 2 * inset)
     width: 4
-    height: Math.max(16, list.visibleArea.heightRatio * list.height)
+    height: Math.max(16, list.visibleArea.heightRatio * (list.height - 2 * inset))
     radius: 2
     color: Style.tertiary
     opacity: 0.6
