@@ -98,6 +98,7 @@ void Extension::switchOn() {
 void Extension::opened(const Hello& /*hello*/, bool /*isNew*/) {
     isWanted = false;
     question.reset();
+    opening.reset();
 }
 
 void Extension::closed() {
@@ -147,7 +148,8 @@ void Extension::call(const char* interface, const char* method, const char* argu
     if (sd_bus_message_append(raw, "s", argument) >= 0 &&
         (second == nullptr || sd_bus_message_append(raw, "s", second) >= 0) &&
         sd_bus_call_async(link.connection(), &slot, raw, handler, this, usualTimeout) >= 0) {
-        question.reset(slot);
+        // The shell may be asked anew how the extension stands while the way is being opened.
+        (handler == &Answers::stateTold ? question : opening).reset(slot);
     }
 }
 

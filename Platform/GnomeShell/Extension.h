@@ -55,6 +55,7 @@ private:
     State known = State::unknown;
     bool isWanted = false;
     linux::OwnedSlot question;
+    linux::OwnedSlot opening;
 };
 
 } // namespace platform::gnomeshell
