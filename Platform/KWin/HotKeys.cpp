@@ -268,9 +268,9 @@ linux::OwnedMessage HotKeys::call(const char* path, const char* interface, const
         return nullptr;
     }
     sd_bus_message* reply = nullptr;
-    const int result = left.count() > 0 ? sd_bus_call(bus, message.get(), static_cast<std::uint64_t>(left.count()),
-                                                      nullptr, &reply)
-                                        : -ETIMEDOUT;
+    const int result = left.count() > 0
+                           ? sd_bus_call(bus, message.get(), static_cast<std::uint64_t>(left.count()), nullptr, &reply)
+                           : -ETIMEDOUT;
     // A server that is too busy to answer, as at login, has refused nothing: all are to be registered anew.
     keyWasLost = keyWasLost || result == -ETIMEDOUT;
     return result < 0 ? nullptr : linux::OwnedMessage(reply);

@@ -127,9 +127,8 @@ TEST_F(DoorTest, AWindowThatWentBackOnceIsWaitedForTheNextTimeAsAnyOther) {
     ASSERT_TRUE(runUntil([&] { return table.find(editor)->frame == startFrame; }));
 
     // Now it stays where it is.
-    kwin->run([&] {
-        onPlace({{"outcome", "done"}, {"asked", asked}, {"frame", {100, 100, 640, 480}}, {"isForced", true}});
-    });
+    kwin->run(
+        [&] { onPlace({{"outcome", "done"}, {"asked", asked}, {"frame", {100, 100, 640, 480}}, {"isForced", true}}); });
     const Instant begin = loop.now();
     EXPECT_EQ(door->place(editor, {{0, 30}, {800, 870}}, begin + milliseconds(50)), AXError::cannotComplete);
     EXPECT_LT(loop.now() - begin, milliseconds(250));
