@@ -37,8 +37,11 @@ bool Desktop::isTrusted() {
 }
 
 void Desktop::sessionClosed() {
-    std::error_code ignored;
-    endAfter(std::filesystem::exists(socketPath, ignored) ? patience : patienceAfterLeaving);
+    // It closes its connections first and takes its socket along then.
+    end = mainLoop.schedule(mainLoop.now() + patienceAfterLeaving, leeway, [this] {
+        std::error_code ignored;
+        endAfter(std::filesystem::exists(socketPath, ignored) ? patience - patienceAfterLeaving : Duration::zero());
+    });
 }
 
 void Desktop::endAfter(Duration delay) {
