@@ -198,7 +198,10 @@ TEST_F(HotKeysTest, AServerThatHangsTakesNoMoreThanATurn) {
     // It has refused nothing, so all is to be registered anew.
     EXPECT_TRUE(keys->takeLoss());
     bool isHeld = false;
-    EXPECT_TRUE(runUntil([&] { return isHeld = isHeld || add(left, 7).status == noErr; }));
+    EXPECT_TRUE(runUntil([&] {
+        isHeld = isHeld || add(left, 7).status == noErr;
+        return isHeld;
+    }));
 }
 
 TEST_F(HotKeysTest, NobodyIsStartedToHoldThem) {
