@@ -101,6 +101,7 @@ void Extension::opened(const Hello& /*hello*/, bool /*isNew*/) {
     isWanted = false;
     isStarting = false;
     question.reset();
+    opening.reset();
     record.noteThatItWorked();
 }
 
@@ -151,7 +152,8 @@ void Extension::call(const char* interface, const char* method, const char* argu
     if (sd_bus_message_append(raw, "s", argument) >= 0 &&
         (second == nullptr || sd_bus_message_append(raw, "s", second) >= 0) &&
         sd_bus_call_async(link.connection(), &slot, raw, handler, this, usualTimeout) >= 0) {
-        question.reset(slot);
+        // The shell may be asked anew how the extension stands while the way is being opened.
+        (handler == &Answers::stateTold ? question : opening).reset(slot);
     }
 }
 

@@ -64,6 +64,7 @@ private:
     bool isStarting = true;
     bool isWantedByTheUser = false;
     linux::OwnedSlot question;
+    linux::OwnedSlot opening;
 };
 
 } // namespace platform::gnomeshell

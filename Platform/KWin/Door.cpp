@@ -100,20 +100,21 @@ AXError Door::settle(Instant deadline) {
     }
     // On Wayland a window has its new frame once its program has drawn it.
     const Instant begin = mainLoop.now();
-    const auto isTakenBack = [this] { return undoing && undoing->window == placement->window; };
     for (;;) {
         const compositor::Window* placed = table.find(placement->window);
         if (placed == nullptr) {
             return AXError::invalidUIElement;
         }
         const bool isThere = isClose(placed->frame, placement->frame);
-        if (isThere && (!placement->mayBeCorrected || isTakenBack())) {
+        if (placement->isTakenBack || (isThere && !placement->mayBeCorrected)) {
             return AXError::success;
         }
         const auto former = placement->lastChange;
         const bool isResting = isThere || former;
         const Instant rest = isResting ? std::min(deadline, former ? *former + calm : begin + timeToObject) : deadline;
-        const auto hasChanged = [&] { return placement->lastChange != former || isTakenBack() || !table.isOpen(); };
+        const auto hasChanged = [&] {
+            return placement->lastChange != former || placement->isTakenBack || !table.isOpen();
+        };
         if (!link.waitFor(hasChanged, rest)) {
             return isThere || (former && mainLoop.now() < deadline) ? AXError::success : AXError::cannotComplete;
         }
@@ -181,7 +182,11 @@ void Door::take(ScriptMessages::Told told) {
     if (undoing && undoing->window == told.identifier) {
         undoing.reset();
     }
-    if (isUndone(told)) {
+    const bool isUndoing = isUndone(told);
+    if (placement && placement->window == told.identifier) {
+        placement->isTakenBack = isUndoing;
+    }
+    if (isUndoing) {
         auto work = [this, told] { table.put(told.identifier, told.window); };
         undoing = Undoing{.window = told.identifier,
                           .telling = mainLoop.schedule(mainLoop.now(), std::chrono::milliseconds(1), std::move(work))};

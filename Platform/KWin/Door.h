@@ -44,6 +44,8 @@ private:
         std::optional<ScriptMessages::Outcome> outcome;
         /// Whether the window may ask for another size after it has got this one.
         bool mayBeCorrected = false;
+        /// Whether the window's program has taken the window back to where it was before.
+        bool isTakenBack = false;
         /// When the window's frame last changed since the command was carried out.
         std::optional<Instant> lastChange;
     };

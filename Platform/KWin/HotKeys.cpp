@@ -3,6 +3,7 @@
 #include "Platform/KWin/QtKeys.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <string_view>
 #include <utility>
@@ -36,6 +37,17 @@ constexpr std::uint32_t registerFlags = 2U | 4U;
 /// Whether a match was taken: without a callback the library would take a refusal as the end of the connection.
 int ignoreAnswer(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) {
     return 0;
+}
+
+/// A call of KGlobalAccel, which is not started by it: while KWin is away, another one would come between it and its
+/// keys.
+linux::OwnedMessage newCall(sd_bus* bus, const char* path, const char* interface, const char* method) {
+    sd_bus_message* raw = nullptr;
+    if (bus == nullptr || sd_bus_message_new_method_call(bus, &raw, accelName, path, interface, method) < 0) {
+        return nullptr;
+    }
+    sd_bus_message_set_auto_start(raw, 0);
+    return linux::OwnedMessage(raw);
 }
 
 /// The four texts that name an action.
@@ -220,9 +232,10 @@ OSStatus HotKeys::establish(const Registered& registered) {
 }
 
 void HotKeys::giveBack(const std::string& action) {
-    if (bus != nullptr) {
-        sd_bus_call_method_async(bus, nullptr, accelName, accelPath, accelInterface, "unregister", &ignoreAnswer,
-                                 nullptr, "ss", component, action.c_str());
+    const linux::OwnedMessage message = newCall(bus, accelPath, accelInterface, "unregister");
+    constexpr std::uint64_t usualTimeout = 0;
+    if (message && sd_bus_message_append(message.get(), "ss", component, action.c_str()) >= 0) {
+        sd_bus_call_async(bus, nullptr, message.get(), &ignoreAnswer, nullptr, usualTimeout);
     }
 }
 
@@ -249,20 +262,18 @@ void HotKeys::clearLeftovers() {
 
 linux::OwnedMessage HotKeys::call(const char* path, const char* interface, const char* method,
                                   const std::function<int(sd_bus_message*)>& append) {
-    const Duration left = patience();
-    sd_bus_message* raw = nullptr;
-    if (bus == nullptr || left <= Duration::zero() ||
-        sd_bus_message_new_method_call(bus, &raw, accelName, path, interface, method) < 0) {
+    const auto left = std::chrono::ceil<std::chrono::microseconds>(patience());
+    const linux::OwnedMessage message = newCall(bus, path, interface, method);
+    if (!message || append(message.get()) < 0) {
         return nullptr;
     }
-    const linux::OwnedMessage message(raw);
     sd_bus_message* reply = nullptr;
-    const auto microseconds = std::chrono::ceil<std::chrono::microseconds>(left);
-    if (append(raw) < 0 ||
-        sd_bus_call(bus, raw, static_cast<std::uint64_t>(microseconds.count()), nullptr, &reply) < 0) {
-        return nullptr;
-    }
-    return linux::OwnedMessage(reply);
+    const int result = left.count() > 0
+                           ? sd_bus_call(bus, message.get(), static_cast<std::uint64_t>(left.count()), nullptr, &reply)
+                           : -ETIMEDOUT;
+    // A server that is too busy to answer, as at login, has refused nothing: all are to be registered anew.
+    keyWasLost = keyWasLost || result == -ETIMEDOUT;
+    return result < 0 ? nullptr : linux::OwnedMessage(reply);
 }
 
 Duration HotKeys::patience() {

@@ -38,7 +38,8 @@ public:
     /// What is to be done before the handler is told of a press. Each press has a time of its own.
     void setBeforePress(std::function<void()> work) { beforePress = std::move(work); }
 
-    /// Whether a key was lost since this was last asked: held by somebody else when KGlobalAccel was started anew.
+    /// Whether a key was lost since this was last asked: held by somebody else when KGlobalAccel was started anew, or
+    /// not answered for in time.
     [[nodiscard]] bool takeLoss();
 
 private:

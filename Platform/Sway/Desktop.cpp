@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 
 namespace platform::sway {
 
@@ -23,9 +25,10 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
     : DesktopParts(mainLoop, socketPath)
     , compositor::Desktop(mainLoop, windowTable, door)
     , mainLoop(mainLoop)
+    , socketPath(socketPath)
     , bell(mainLoop)
     , hotKeys((session.follow(*this), session)) {
-    sessionClosed();
+    endAfter(patience);
     session.start();
 }
 
@@ -34,7 +37,15 @@ bool Desktop::isTrusted() {
 }
 
 void Desktop::sessionClosed() {
-    end = mainLoop.schedule(mainLoop.now() + patience, leeway, [this] {
+    // It closes its connections first and takes its socket along then.
+    end = mainLoop.schedule(mainLoop.now() + patienceAfterLeaving, leeway, [this] {
+        std::error_code ignored;
+        endAfter(std::filesystem::exists(socketPath, ignored) ? patience - patienceAfterLeaving : Duration::zero());
+    });
+}
+
+void Desktop::endAfter(Duration delay) {
+    end = mainLoop.schedule(mainLoop.now() + delay, leeway, [this] {
         linux::logToStandardError("sway is gone");
         mainLoop.end(EXIT_FAILURE);
     });

@@ -29,6 +29,9 @@ class Desktop final : private DesktopParts, public compositor::Desktop, private 
 public:
     /// A compositor that is started anew, as by a supervisor, listens at the same socket before this is over.
     static constexpr std::chrono::seconds patience{15};
+    /// One that ends as the user leaves takes its socket along. The user may be back soon, with another sway whose
+    /// program would find this one in its place.
+    static constexpr std::chrono::seconds patienceAfterLeaving{2};
 
     /// `socketPath`: where sway listens, as the environment says (SWAYSOCK). Opens the door at once if it is there,
     /// else when it comes.
@@ -52,7 +55,11 @@ private:
 
     void sessionIsQuiet() override {}
 
+    /// Ends the loop unless the session opens before.
+    void endAfter(Duration delay);
+
     linux::MainLoop& mainLoop;
+    std::string socketPath;
     linux::SoundThemeBeep bell;
     std::unique_ptr<ScheduledWork> end;
     HotKeys hotKeys;

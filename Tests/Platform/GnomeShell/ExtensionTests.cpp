@@ -110,6 +110,24 @@ TEST_F(TheExtension, WorksWhereNothingCanBeRecorded) {
     EXPECT_FALSE(ExtensionRecord(std::nullopt).hasItWorked());
 }
 
+TEST_F(TheExtension, IsSwitchedOnAlsoWhereTheShellIsAskedAgainMeanwhile) {
+    setState(6);
+    link->await(soon());
+    linux::OwnedMessage held;
+    shell->answer("Get", [&](sd_bus_message* call) { held.reset(sd_bus_message_ref(call)); });
+    extension.switchOn();
+    ASSERT_TRUE(until([&] { return shell->wasCalled("Get org.gnome.Shell.Extensions UserExtensionsEnabled"); }));
+
+    // Something else is there now that is not the extension either.
+    shell->answerWithText("Hello", R"({"version":99,"session":"x","windows":[],"outputs":[]})");
+    shell->setExtension(true);
+    ASSERT_TRUE(until([&] { return link->obstacle() == ShellLink::Obstacle::otherVersion; }));
+    EXPECT_EQ(stateTold(), State::switchedOff);
+    shell->run([&] { sd_bus_reply_method_return(held.get(), "v", "b", 1); });
+    EXPECT_TRUE(until([&] { return shell->wasCalled("EnableExtension tessel@corvid.org"); }));
+    shell->run([&] { held.reset(); });
+}
+
 TEST_F(TheExtension, IsInstalledWhereTheShellDoesNotKnowIt) {
     shell->answerWith("GetExtensionInfo", "a{sv}", 0);
     link->await(soon());

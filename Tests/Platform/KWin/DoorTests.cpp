@@ -105,6 +105,35 @@ TEST_F(DoorTest, AWindowThatGoesBackToItsFormerFrameIsToldOfAfterwards) {
     EXPECT_TRUE(runUntil([&] { return table.find(editor)->frame == startFrame; }));
 }
 
+TEST_F(DoorTest, AWindowThatAsksForAnotherSizeAndThenGoesBackIsNotWaitedFor) {
+    const CGRect another{{0, 30}, {796, 866}};
+    onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {0, 30, 800, 870}}, {"isForced", true}},
+            [&](FakeKWin::Script& script) {
+                script.tell(told(windowAt(another)));
+                script.tell(told(windowAt(startFrame)));
+            });
+    open();
+    EXPECT_EQ(door->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
+    EXPECT_EQ(table.find(editor)->frame, another) << "it was taken for an answer";
+    EXPECT_TRUE(runUntil([&] { return table.find(editor)->frame == startFrame; }));
+}
+
+TEST_F(DoorTest, AWindowThatWentBackOnceIsWaitedForTheNextTimeAsAnyOther) {
+    const json asked{0, 30, 800, 870};
+    onPlace({{"outcome", "done"}, {"asked", asked}, {"frame", asked}, {"isForced", true}},
+            [&](FakeKWin::Script& script) { script.tell(told(windowAt(startFrame))); });
+    open();
+    ASSERT_EQ(door->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
+    ASSERT_TRUE(runUntil([&] { return table.find(editor)->frame == startFrame; }));
+
+    // Now it stays where it is.
+    kwin->run(
+        [&] { onPlace({{"outcome", "done"}, {"asked", asked}, {"frame", {100, 100, 640, 480}}, {"isForced", true}}); });
+    const Instant begin = loop.now();
+    EXPECT_EQ(door->place(editor, {{0, 30}, {800, 870}}, begin + milliseconds(50)), AXError::cannotComplete);
+    EXPECT_LT(loop.now() - begin, milliseconds(250));
+}
+
 TEST_F(DoorTest, AWindowThatMovedAwayWithItsSizeIsPutBackOnce) {
     open();
     kwin->run([&] {

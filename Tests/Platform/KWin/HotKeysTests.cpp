@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <future>
 #include <memory>
 
@@ -40,6 +41,10 @@ protected:
         daemon.start();
         kwin = std::make_unique<FakeKWin>(daemon.address());
         kwin->start();
+        connect();
+    }
+
+    void connect() {
         bus = std::make_unique<linux::SessionBus>(loop, daemon.address(), milliseconds(20));
         keys = std::make_unique<HotKeys>(
             loop, *bus, [](std::uint32_t keyCode, std::uint32_t) { return "Key " + std::to_string(keyCode); });
@@ -190,6 +195,29 @@ TEST_F(HotKeysTest, AServerThatHangsTakesNoMoreThanATurn) {
     hanging.join();
     // What it did when it came to itself was taken back.
     EXPECT_TRUE(runUntil([&] { return kwin->keys().empty(); }));
+    // It has refused nothing, so all is to be registered anew.
+    EXPECT_TRUE(keys->takeLoss());
+    bool isHeld = false;
+    EXPECT_TRUE(runUntil([&] {
+        isHeld = isHeld || add(left, 7).status == noErr;
+        return isHeld;
+    }));
+}
+
+TEST_F(HotKeysTest, NobodyIsStartedToHoldThem) {
+    keys.reset();
+    kwin->stop();
+    daemon.stop();
+    const std::string started = daemon.folder / "started";
+    write(daemon.folder / "services/org.kde.kglobalaccel.service",
+          "[D-BUS Service]\nName=org.kde.kglobalaccel\nExec=/usr/bin/touch " + started + "\n");
+    daemon.start();
+    connect();
+    // Whoever is started has ended when such a call is answered.
+    EXPECT_EQ(add(left, 1).status, eventHotKeyInvalidErr);
+    EXPECT_FALSE(std::filesystem::exists(started));
+    keys.reset();
+    EXPECT_FALSE(std::filesystem::exists(started));
 }
 
 TEST_F(HotKeysTest, OnlyTheServersPressesCount) {
