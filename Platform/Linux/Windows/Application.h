@@ -43,12 +43,18 @@ public:
 
     void setBundleIdentifier(std::string found) { identifier = std::move(found); }
 
+    /// Whether its launch was posted and is still to be delivered.
+    [[nodiscard]] bool isBeingLaunched() const { return beingLaunched; }
+
+    void setBeingLaunched(bool isBeing) { beingLaunched = isBeing; }
+
     void terminate() { terminated = true; }
 
 private:
     std::weak_ptr<Directory*> directory;
     ProcessIdentifier process;
     std::optional<std::string> identifier;
+    bool beingLaunched = false;
     bool terminated = false;
 };
 

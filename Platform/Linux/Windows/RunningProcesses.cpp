@@ -31,7 +31,10 @@ std::vector<RunningApplicationReference> RunningProcesses::runningApplications()
     std::vector<RunningApplicationReference> references;
     references.reserve(applications.size());
     for (const auto& running : applications) {
-        references.push_back(running->application);
+        // One that is listed before its launch is delivered would be taken for one that was there before.
+        if (!running->application->isBeingLaunched()) {
+            references.push_back(running->application);
+        }
     }
     return references;
 }
@@ -153,6 +156,7 @@ void RunningProcesses::launchIfComplete(Running& running) {
     const bool isKnown = running.application->isIdentified() || running.isGraceOver;
     if (running.awaitsLaunch && isKnown && hasReadyWindow(running.application->processIdentifier())) {
         running.awaitsLaunch = false;
+        running.application->setBeingLaunched(true);
         tell(WorkspaceNotification::didLaunchApplication, running.application);
     }
 }
@@ -171,10 +175,12 @@ void RunningProcesses::end(ProcessIdentifier process) {
     }
 }
 
-void RunningProcesses::tell(std::string_view notification, RunningApplicationReference application) {
+void RunningProcesses::tell(std::string_view notification, std::shared_ptr<Application> application) {
     deliveries.post([target = center, notification, application = std::move(application)] {
+        application->setBeingLaunched(false);
         target->post({.name = std::string(notification),
-                      .userInfo = {{std::string(WorkspaceNotification::applicationKey), std::any(application)}}});
+                      .userInfo = {{std::string(WorkspaceNotification::applicationKey),
+                                    std::any(RunningApplicationReference(application))}}});
     });
 }
 

@@ -19,7 +19,8 @@ namespace platform::linux {
 /// A process is launched when its first window can be dealt with and its application is identified. One that is not
 /// identified by its first window is told as soon as something later identifies it, and after ten seconds in any case:
 /// whatever a program says of itself, it has said by then, and to listen longer would be to wake up whenever it changes
-/// a title. A process that ends before its launch was told is told neither way.
+/// a title. A process that ends before its launch was told is told neither way. From then until the launch is delivered
+/// it can be found by its number, and is not listed.
 ///
 /// A process ends when the kernel says so; where that cannot be had (a remote client, an old kernel, no descriptors
 /// left), when its last window is gone.
@@ -92,7 +93,7 @@ private:
     void endGrace(ProcessIdentifier process);
     void launchIfComplete(Running& running);
     void end(ProcessIdentifier process);
-    void tell(std::string_view notification, RunningApplicationReference application);
+    void tell(std::string_view notification, std::shared_ptr<Application> application);
 
     MainLoop& mainLoop;
     Deliveries& deliveries;

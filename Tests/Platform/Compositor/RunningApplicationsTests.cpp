@@ -40,6 +40,20 @@ TEST_F(CompositorApplications, ALaunchIsToldOnceWhenTheFirstWindowIsReady) {
     EXPECT_EQ(application(editor.number())->localizedName(), "The editor");
 }
 
+TEST_F(CompositorApplications, OneWhoseLaunchIsStillToBeDeliveredIsNotListed) {
+    start();
+    openWindow("1", editor.number(), "Editor");
+    // Who looks at the list now, as when a rule is made, must not take it for one that was there before.
+    EXPECT_TRUE(desktop->runningApplications().runningApplications().empty());
+    EXPECT_NE(application(editor.number()), nullptr);
+    std::size_t listed = 0;
+    static_cast<void>(desktop->runningApplications().notificationCenter()->addObserver(
+        WorkspaceNotification::didLaunchApplication,
+        [&](const Notification&) { listed = desktop->runningApplications().runningApplications().size(); }));
+    drain();
+    EXPECT_EQ(listed, 1U);
+}
+
 TEST_F(CompositorApplications, ApplicationsThatWereThereAreKnownInOrderAndNotLaunched) {
     WindowTable::Contents contents;
     contents.windows = {{"9", readyWindow(browser.number())}, {"1", readyWindow(editor.number())}};
