@@ -17,10 +17,6 @@ constexpr double stateError = 3;
 constexpr double stateOutOfDate = 4;
 constexpr double stateEnabled = 1;
 
-int ignoreAnswer(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) {
-    return 0;
-}
-
 /// The number under a name in a dictionary from names to values; steps over values of other types.
 std::optional<double> numberIn(sd_bus_message* message, std::string_view wanted) {
     std::optional<double> found;
@@ -75,7 +71,7 @@ struct Extension::Answers {
             sd_bus_message_read(reply, "v", "b", &areOn);
         }
         if (areOn != 0) {
-            self(data).call(extensionsInterface, "EnableExtension", Protocol::extension, nullptr, &ignoreAnswer);
+            self(data).call(extensionsInterface, "EnableExtension", Protocol::extension, nullptr, &linux::ignoreReply);
         } else {
             self(data).programs.start("gnome-extensions-app", {});
         }

@@ -19,11 +19,6 @@ constexpr const char* ownerRule = "type='signal',sender='org.freedesktop.DBus',p
 constexpr const char* signalRule = "type='signal',path='/org/corvid/Tessel/Windows',"
                                    "interface='org.corvid.Tessel.Windows1'";
 
-/// Without a callback the library would take a refusal as the end of the connection.
-int ignoreAnswer(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) {
-    return 0;
-}
-
 std::string_view senderOf(sd_bus_message* message) {
     const char* sender = sd_bus_message_get_sender(message);
     return sender == nullptr ? std::string_view() : std::string_view(sender);
@@ -116,12 +111,12 @@ Instant ShellLink::endOfWaiting() {
 
 void ShellLink::busArrived(sd_bus* arrived) {
     bus = arrived;
-    sd_bus_request_name_async(bus, nullptr, Protocol::busName, SD_BUS_NAME_QUEUE, &ignoreAnswer, nullptr);
+    sd_bus_request_name_async(bus, nullptr, Protocol::busName, SD_BUS_NAME_QUEUE, &linux::ignoreReply, nullptr);
     sd_bus_slot* slot = nullptr;
-    if (sd_bus_add_match_async(bus, &slot, signalRule, &Answers::signalCame, &ignoreAnswer, this) >= 0) {
+    if (sd_bus_add_match_async(bus, &slot, signalRule, &Answers::signalCame, &linux::ignoreReply, this) >= 0) {
         signals.reset(std::exchange(slot, nullptr));
     }
-    if (sd_bus_add_match_async(bus, &slot, ownerRule, &Answers::ownerChanged, &ignoreAnswer, this) >= 0) {
+    if (sd_bus_add_match_async(bus, &slot, ownerRule, &Answers::ownerChanged, &linux::ignoreReply, this) >= 0) {
         owners.reset(slot);
     }
     ask();

@@ -34,11 +34,6 @@ constexpr std::size_t mostPresses = 64;
 /// KGlobalAccel::SetPresent and NoAutoloading: it is in use, and the key given here counts.
 constexpr std::uint32_t registerFlags = 2U | 4U;
 
-/// Whether a match was taken: without a callback the library would take a refusal as the end of the connection.
-int ignoreAnswer(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) {
-    return 0;
-}
-
 /// A call of KGlobalAccel, which is not started by it: while KWin is away, another one would come between it and its
 /// keys.
 linux::OwnedMessage newCall(sd_bus* bus, const char* path, const char* interface, const char* method) {
@@ -124,7 +119,7 @@ bool HotKeys::takeLoss() {
 void HotKeys::busArrived(sd_bus* arrived) {
     bus = arrived;
     sd_bus_slot* slot = nullptr;
-    sd_bus_add_match_async(bus, &slot, keyMatch, &HotKeys::keySignalled, &ignoreAnswer, this);
+    sd_bus_add_match_async(bus, &slot, keyMatch, &HotKeys::keySignalled, &linux::ignoreReply, this);
     keySignals.reset(slot);
     owner.follow(bus);
 }
@@ -235,7 +230,7 @@ void HotKeys::giveBack(const std::string& action) {
     const linux::OwnedMessage message = newCall(bus, accelPath, accelInterface, "unregister");
     constexpr std::uint64_t usualTimeout = 0;
     if (message && sd_bus_message_append(message.get(), "ss", component, action.c_str()) >= 0) {
-        sd_bus_call_async(bus, nullptr, message.get(), &ignoreAnswer, nullptr, usualTimeout);
+        sd_bus_call_async(bus, nullptr, message.get(), &linux::ignoreReply, nullptr, usualTimeout);
     }
 }
 

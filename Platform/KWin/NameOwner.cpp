@@ -9,11 +9,6 @@ namespace {
 constexpr const char* busName = "org.freedesktop.DBus";
 constexpr const char* busPath = "/org/freedesktop/DBus";
 
-/// Whether a match was taken: without a callback the library would take a refusal as the end of the connection.
-int ignoreAnswer(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) {
-    return 0;
-}
-
 } // namespace
 
 NameOwner::NameOwner(std::string name, std::function<void()> changed)
@@ -25,7 +20,7 @@ void NameOwner::follow(sd_bus* bus) {
     const std::string match = std::string("type='signal',sender='") + busName + "',path='" + busPath + "',interface='" +
                               busName + "',member='NameOwnerChanged',arg0='" + name + "'";
     sd_bus_slot* slot = nullptr;
-    sd_bus_add_match_async(bus, &slot, match.c_str(), &ownerChanged, &ignoreAnswer, this);
+    sd_bus_add_match_async(bus, &slot, match.c_str(), &ownerChanged, &linux::ignoreReply, this);
     changes.reset(std::exchange(slot, nullptr));
     sd_bus_call_method_async(bus, &slot, busName, busPath, busName, "GetNameOwner", &ownerTold, this, "s",
                              name.c_str());

@@ -11,7 +11,6 @@ namespace platform::kwin {
 
 namespace {
 
-constexpr const char* kwinName = "org.kde.KWin";
 // What Resources/kwin/tessel.js calls.
 constexpr const char* serviceName = "org.corvid.Tessel.KWin";
 constexpr const char* objectPath = "/org/corvid/Tessel/KWin";
@@ -33,7 +32,7 @@ ScriptLink::ScriptLink(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus,
     , mainLoop(mainLoop)
     , receiver(receiver)
     , timing(timing)
-    , kwin(kwinName, [this] { arrive(OwnerChanged()); })
+    , kwin(ScriptLoader::kwinName, [this] { arrive(OwnerChanged()); })
     , loader(std::move(script), [this] { arrive(LoadFailed()); }) {
 }
 

@@ -8,7 +8,6 @@ namespace platform::kwin {
 
 namespace {
 
-constexpr const char* kwinName = "org.kde.KWin";
 constexpr const char* scriptingPath = "/Scripting";
 constexpr const char* scriptingInterface = "org.kde.kwin.Scripting";
 /// What KWin calls our script.

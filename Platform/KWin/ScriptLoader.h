@@ -14,6 +14,9 @@ namespace platform::kwin {
 /// script was unloaded before, so starting one by its number may start another.
 class ScriptLoader {
 public:
+    /// KWin's own name on the bus.
+    static constexpr const char* kwinName = "org.kde.KWin";
+
     /// `failed` is called while the bus is being read; it must only take note.
     ScriptLoader(std::filesystem::path script, std::function<void()> failed);
     ScriptLoader(const ScriptLoader&) = delete;

@@ -10,12 +10,6 @@
 namespace platform::linux {
 namespace {
 
-std::optional<std::string> variable(const char* name) {
-    // Nothing in the program changes its environment.
-    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe)
-    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
-}
-
 std::string withoutSlashes(std::string_view path) {
     while (path.size() > 1 && path.ends_with('/')) {
         path.remove_suffix(1);
@@ -72,11 +66,11 @@ BaseFolders BaseFolders::of(const Variables& variables) {
 BaseFolders BaseFolders::ofThisProcess() {
     return of({
         .home = homeFolder(),
-        .dataHome = variable("XDG_DATA_HOME"),
-        .dataFolders = variable("XDG_DATA_DIRS"),
-        .configurationHome = variable("XDG_CONFIG_HOME"),
-        .configurationFolders = variable("XDG_CONFIG_DIRS"),
-        .stateHome = variable("XDG_STATE_HOME"),
+        .dataHome = environmentVariable("XDG_DATA_HOME"),
+        .dataFolders = environmentVariable("XDG_DATA_DIRS"),
+        .configurationHome = environmentVariable("XDG_CONFIG_HOME"),
+        .configurationFolders = environmentVariable("XDG_CONFIG_DIRS"),
+        .stateHome = environmentVariable("XDG_STATE_HOME"),
     });
 }
 
@@ -99,7 +93,7 @@ std::vector<std::string> BaseFolders::icons() const {
 }
 
 std::vector<std::string> currentDesktops() {
-    return partsBetweenColons(variable("XDG_CURRENT_DESKTOP").value_or(""));
+    return partsBetweenColons(environmentVariable("XDG_CURRENT_DESKTOP").value_or(""));
 }
 
 std::vector<std::string> partsBetweenColons(std::string_view text) {
@@ -110,6 +104,12 @@ std::vector<std::string> partsBetweenColons(std::string_view text) {
         }
     }
     return parts;
+}
+
+std::optional<std::string> environmentVariable(const char* name) {
+    // Nothing in the program changes its environment.
+    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe)
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
 }
 
 } // namespace platform::linux

@@ -49,4 +49,7 @@ struct BaseFolders {
 /// The parts of a text between colons, without empty ones.
 [[nodiscard]] std::vector<std::string> partsBetweenColons(std::string_view text);
 
+/// A variable of this process's environment; nothing where it is not set. Main thread.
+[[nodiscard]] std::optional<std::string> environmentVariable(const char* name);
+
 } // namespace platform::linux

@@ -2,18 +2,7 @@
 
 #include "Platform/Linux/BaseFolders.h"
 
-#include <cstdlib>
-
 namespace platform::linux {
-
-namespace {
-
-std::optional<std::string> variable(const char* name) {
-    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe)
-    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
-}
-
-} // namespace
 
 std::vector<std::string> userLanguages(const LanguageVariables& variables) {
     std::vector<std::string> languages = partsBetweenColons(variables.language.value_or(""));
@@ -28,10 +17,10 @@ std::vector<std::string> userLanguages(const LanguageVariables& variables) {
 }
 
 std::vector<std::string> userLanguages() {
-    return userLanguages({.language = variable("LANGUAGE"),
-                          .all = variable("LC_ALL"),
-                          .messages = variable("LC_MESSAGES"),
-                          .lang = variable("LANG")});
+    return userLanguages({.language = environmentVariable("LANGUAGE"),
+                          .all = environmentVariable("LC_ALL"),
+                          .messages = environmentVariable("LC_MESSAGES"),
+                          .lang = environmentVariable("LANG")});
 }
 
 } // namespace platform::linux

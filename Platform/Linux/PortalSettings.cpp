@@ -17,11 +17,6 @@ constexpr const char* ownerMatch = "type='signal',sender='org.freedesktop.DBus',
                                    "interface='org.freedesktop.DBus',member='NameOwnerChanged',"
                                    "arg0='org.freedesktop.portal.Desktop'";
 
-/// Whether a match was taken: without a callback the library would take a refusal as the end of the connection.
-int ignoreAnswer(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) {
-    return 0;
-}
-
 /// Reads a variant that holds a value of that basic type, or steps over one that holds something else. Settings are
 /// written by many hands.
 template <typename Value>
@@ -87,9 +82,9 @@ void PortalSettings::busLeft() {
 void PortalSettings::listen() {
     sd_bus_slot* slot = nullptr;
     sd_bus_match_signal_async(bus, &slot, portalName, portalPath, settingsInterface, "SettingChanged", &settingChanged,
-                              &ignoreAnswer, this);
+                              &ignoreReply, this);
     changes.reset(std::exchange(slot, nullptr));
-    sd_bus_add_match_async(bus, &slot, ownerMatch, &ownerChanged, &ignoreAnswer, this);
+    sd_bus_add_match_async(bus, &slot, ownerMatch, &ownerChanged, &ignoreReply, this);
     owners.reset(slot);
     readAll();
 }

@@ -12,7 +12,7 @@ namespace platform::sway {
 
 namespace {
 
-constexpr std::chrono::milliseconds leeway{500};
+constexpr std::chrono::milliseconds endingLeeway{500};
 
 } // namespace
 
@@ -38,14 +38,14 @@ bool Desktop::isTrusted() {
 
 void Desktop::sessionClosed() {
     // It closes its connections first and takes its socket along then.
-    end = mainLoop.schedule(mainLoop.now() + patienceAfterLeaving, leeway, [this] {
+    end = mainLoop.schedule(mainLoop.now() + patienceAfterLeaving, endingLeeway, [this] {
         std::error_code ignored;
         endAfter(std::filesystem::exists(socketPath, ignored) ? patience - patienceAfterLeaving : Duration::zero());
     });
 }
 
 void Desktop::endAfter(Duration delay) {
-    end = mainLoop.schedule(mainLoop.now() + delay, leeway, [this] {
+    end = mainLoop.schedule(mainLoop.now() + delay, endingLeeway, [this] {
         linux::logToStandardError("sway is gone");
         mainLoop.end(EXIT_FAILURE);
     });

@@ -16,7 +16,7 @@ using compositor::WindowKind;
 
 /// How often a frame is looked at while it may still change.
 constexpr std::chrono::milliseconds step{4};
-constexpr std::chrono::milliseconds leeway{100};
+constexpr std::chrono::milliseconds retryLeeway{100};
 
 corvid::CGRect rounded(const corvid::CGRect& frame) {
     return {{std::round(frame.origin.x), std::round(frame.origin.y)},
@@ -149,7 +149,7 @@ void Door::sessionIsQuiet() {
 }
 
 void Door::updateOnceAnswering() {
-    retry = mainLoop.schedule(mainLoop.now() + Session::untilRetry, leeway, [this] {
+    retry = mainLoop.schedule(mainLoop.now() + Session::untilRetry, retryLeeway, [this] {
         if (!session.isOpen()) {
             return;
         }

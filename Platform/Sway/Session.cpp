@@ -8,7 +8,7 @@ namespace platform::sway {
 
 namespace {
 
-constexpr std::chrono::milliseconds leeway{100};
+constexpr std::chrono::milliseconds connectingLeeway{100};
 
 /// A compositor that leaves so many questions unanswered answers none.
 constexpr int mostAnswersOwed = 16;
@@ -50,7 +50,7 @@ void Session::open() {
     auto requests = Connection::open(path, mainLoop);
     auto events = Connection::open(path, mainLoop);
     if (!requests || !events || !subscribe(*events)) {
-        next = mainLoop.schedule(mainLoop.now() + untilRetry, leeway, [this] { open(); });
+        next = mainLoop.schedule(mainLoop.now() + untilRetry, connectingLeeway, [this] { open(); });
         return;
     }
     connections = std::make_unique<Connections>(*std::move(requests), *std::move(events), nullptr, nullptr, 0);
@@ -98,7 +98,7 @@ void Session::close() {
     connections.reset();
     isClosing = false;
     hasMore = false;
-    next = mainLoop.schedule(mainLoop.now() + untilRetry, leeway, [this] { open(); });
+    next = mainLoop.schedule(mainLoop.now() + untilRetry, connectingLeeway, [this] { open(); });
     for (Follower* follower : followers) {
         follower->sessionClosed();
     }

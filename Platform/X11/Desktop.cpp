@@ -21,7 +21,7 @@ constexpr std::chrono::milliseconds keyboardCalm{50};
 // A window manager announces itself before it has taken its own keys.
 constexpr std::chrono::milliseconds windowManagerCalm{500};
 // A server that did not answer in time is asked again after this.
-constexpr std::chrono::seconds untilRetry{1};
+constexpr std::chrono::seconds untilNextGuess{1};
 constexpr std::chrono::milliseconds leeway{10};
 
 /// Asks for all extensions at once, so that the first use of each need not wait.
@@ -122,7 +122,7 @@ void Desktop::renewGuess() {
     if (const std::vector<xcb_window_t>* clients = turn.renewGuess()) {
         managedWindows.follow(*clients);
     } else {
-        guessRetry = mainLoop.schedule(mainLoop.now() + untilRetry, leeway, [this] { guessIsStale = true; });
+        guessRetry = mainLoop.schedule(mainLoop.now() + untilNextGuess, leeway, [this] { guessIsStale = true; });
     }
 }
 

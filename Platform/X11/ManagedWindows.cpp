@@ -15,8 +15,8 @@ constexpr std::size_t mostChangesAtOnce = 256;
 // A window manager that hangs, or that ended with our question unanswered, holds a window back no longer than this.
 constexpr std::chrono::seconds longestUnfinished{1};
 // A server that did not answer in time is asked again after this.
-constexpr std::chrono::seconds untilRetry{1};
-constexpr std::chrono::milliseconds leeway{50};
+constexpr std::chrono::seconds untilNextReading{1};
+constexpr std::chrono::milliseconds timerLeeway{50};
 
 constexpr std::uint32_t identityEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
 constexpr std::uint32_t destructionEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
@@ -81,7 +81,7 @@ void ManagedWindows::work() {
 
 void ManagedWindows::workLater() {
     isDue = false;
-    retry = mainActor.schedule(mainActor.now() + untilRetry, leeway, [this] { isDue = true; });
+    retry = mainActor.schedule(mainActor.now() + untilNextReading, timerLeeway, [this] { isDue = true; });
 }
 
 ManagedWindows::Changes ManagedWindows::findChanges() {
@@ -309,7 +309,7 @@ void ManagedWindows::awaitReadiness(std::uint16_t question, std::vector<xcb_wind
     unfinished.push_back({.question = question, .windows = std::move(awaited)});
     if (!patience) {
         patience =
-            mainActor.schedule(mainActor.now() + longestUnfinished, leeway, [this] { finish(unfinished.size()); });
+            mainActor.schedule(mainActor.now() + longestUnfinished, timerLeeway, [this] { finish(unfinished.size()); });
     }
 }
 
@@ -322,7 +322,7 @@ void ManagedWindows::finish(std::size_t count) {
     patience.reset();
     if (!unfinished.empty()) {
         patience =
-            mainActor.schedule(mainActor.now() + longestUnfinished, leeway, [this] { finish(unfinished.size()); });
+            mainActor.schedule(mainActor.now() + longestUnfinished, timerLeeway, [this] { finish(unfinished.size()); });
     }
     for (const xcb_window_t window : finished) {
         const auto found = windows.find(window);

@@ -1,17 +1,16 @@
 #include "CorvidKitCore/Geometry.h"
 #include "Tests/CorvidKitCore/Printing.h"
+#include "Tests/CorvidKitCore/SpecialNumbers.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <optional>
 
 namespace {
 
 using corvid::CGRect;
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using corvid::infinity;
+using corvid::nan;
 
 TEST(Geometry, EdgesAndMiddlesFollowFromOriginAndSize) {
     const CGRect rect{{10, 20}, {100, 51}};

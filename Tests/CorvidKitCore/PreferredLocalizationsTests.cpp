@@ -12,12 +12,12 @@ using Names = std::vector<std::string>;
 
 const Names nine{"en", "de", "fr", "es", "it", "pt_BR", "ja", "ko", "zh_CN"};
 
-struct Row {
+struct LocalizationRow {
     Names wanted;
     Names given;
 };
 
-void expect(const std::vector<Row>& rows, const Names& available = nine) {
+void expect(const std::vector<LocalizationRow>& rows, const Names& available = nine) {
     for (const auto& [wanted, given] : rows) {
         EXPECT_EQ(preferredLocalizations(available, wanted), given) << testing::PrintToString(wanted);
     }

@@ -1,19 +1,18 @@
 #include "TesselCore/WindowLayout.h"
+#include "Tests/CorvidKitCore/SpecialNumbers.h"
 #include "Tests/TesselCore/Printing.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <optional>
 #include <vector>
 
 namespace {
 
 using corvid::CGRect;
+using corvid::infinity;
+using corvid::nan;
 using tessel::WindowLayout::bestScreen;
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 /// Two screens side by side, the second one higher.
 const std::vector<CGRect> sideBySide{{{0, 0}, {1512, 982}}, {{1512, -200}, {1920, 1080}}};

@@ -25,7 +25,7 @@ using corvid::PropertyListValue;
 using corvid::Shortcut;
 using tessel::WindowAction;
 
-struct Row {
+struct ActionRow {
     WindowAction action;
     const char* rawValue;
     const char* title;
@@ -34,7 +34,7 @@ struct Row {
     const char* keyCaps;
 };
 
-const std::vector<Row> table{
+const std::vector<ActionRow> table{
     {WindowAction::leftHalf, "leftHalf", "Left half", "rectangle.lefthalf.filled", 123, "⌃⌥←"},
     {WindowAction::rightHalf, "rightHalf", "Right half", "rectangle.righthalf.filled", 124, "⌃⌥→"},
     {WindowAction::center, "center", "Center", "rectangle.center.inset.filled", 8, "⌃⌥C"},
@@ -50,7 +50,7 @@ std::vector<WindowAction> list(const Actions& actions) {
 
 TEST(WindowAction, HasARawValueATitleASymbolAndAShortcut) {
     ASSERT_EQ(table.size(), WindowAction::allCases.size());
-    for (const Row& row : table) {
+    for (const ActionRow& row : table) {
         EXPECT_EQ(row.action.rawValue(), row.rawValue);
         EXPECT_EQ(row.action.title(), row.title);
         EXPECT_EQ(row.action.symbol(), row.symbol);
@@ -61,7 +61,7 @@ TEST(WindowAction, HasARawValueATitleASymbolAndAShortcut) {
 }
 
 TEST(WindowAction, IsBuiltFromItsRawValue) {
-    for (const Row& row : table) {
+    for (const ActionRow& row : table) {
         EXPECT_EQ(WindowAction::fromRawValue(row.rawValue), row.action);
     }
 }

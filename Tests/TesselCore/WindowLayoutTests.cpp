@@ -1,19 +1,18 @@
 #include "TesselCore/WindowLayout.h"
+#include "Tests/CorvidKitCore/SpecialNumbers.h"
 #include "Tests/TesselCore/Printing.h"
 
 #include <gtest/gtest.h>
-
-#include <limits>
 
 namespace {
 
 using corvid::CGRect;
 using corvid::CGSize;
+using corvid::infinity;
+using corvid::nan;
 using tessel::WindowAction;
 namespace WindowLayout = tessel::WindowLayout;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr CGRect visible{{10, 25}, {1511, 920}};
 
 TEST(WindowLayout, FlipTurnsTheScreenSpaceUpsideDownAboutThePrimaryScreen) {

@@ -1,4 +1,5 @@
 #include "TesselCore/WindowMove.h"
+#include "Tests/CorvidKitCore/SpecialNumbers.h"
 #include "Tests/TesselCore/Printing.h"
 
 #include <gtest/gtest.h>
@@ -11,12 +12,12 @@ namespace {
 
 using corvid::CGPoint;
 using corvid::CGRect;
+using corvid::nan;
 using tessel::WindowAction;
 using tessel::WindowMove;
 using Steps = std::vector<WindowMove>;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr CGRect visible{{10, 25}, {1511, 920}};
+constexpr CGRect visibleFrame{{10, 25}, {1511, 920}};
 
 TEST(WindowMove, EqualsTheSameWriteOfTheSameValue) {
     EXPECT_EQ(WindowMove::setSize({1, 2}), WindowMove::setSize({1, 2}));
@@ -30,7 +31,7 @@ TEST(WindowMove, StepsOnlyMoveAWindowThatHasTheSizeAlready) {
 }
 
 TEST(WindowMove, StepsMoveAWindowThatIsInPlaceAlreadyToo) {
-    EXPECT_EQ(WindowMove::steps(visible, visible), (Steps{WindowMove::setPosition({10, 25})}));
+    EXPECT_EQ(WindowMove::steps(visibleFrame, visibleFrame), (Steps{WindowMove::setPosition({10, 25})}));
 }
 
 TEST(WindowMove, StepsWriteTheSizeBeforeAndAfterThePosition) {
@@ -53,39 +54,41 @@ TEST(WindowMove, StepsWriteTheSizeWhenItIsUnknown) {
 
 TEST(WindowMove, NoCorrectionWithinTwoPointsOfTheSize) {
     const CGRect target{{10, 25}, {755, 920}};
-    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {755, 920}, target, visible), std::nullopt);
-    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {753, 922}, target, visible), std::nullopt);
+    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {755, 920}, target, visibleFrame), std::nullopt);
+    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {753, 922}, target, visibleFrame), std::nullopt);
 }
 
 TEST(WindowMove, ACorrectionBeyondTwoPointsInEitherDimension) {
     const CGRect target{{10, 25}, {755, 920}};
-    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {752.5, 920}, target, visible), (CGPoint{10, 25}));
-    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {755, 917.5}, target, visible), (CGPoint{10, 26}));
-    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {757.0001, 920}, target, visible), (CGPoint{10, 25}));
+    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {752.5, 920}, target, visibleFrame), (CGPoint{10, 25}));
+    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {755, 917.5}, target, visibleFrame), (CGPoint{10, 26}));
+    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {757.0001, 920}, target, visibleFrame), (CGPoint{10, 25}));
 }
 
 TEST(WindowMove, CorrectionKeepsALeftHalfAtTheLeftEdgeCentredVertically) {
-    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {900, 701}, {{10, 25}, {755, 920}}, visible),
+    EXPECT_EQ(WindowMove::correction(WindowAction::leftHalf, {900, 701}, {{10, 25}, {755, 920}}, visibleFrame),
               (CGPoint{10, 135}));
 }
 
 TEST(WindowMove, CorrectionKeepsARightHalfFlushWithTheRightEdgeByItsRealWidth) {
     const CGRect target{{766, 25}, {755, 920}};
-    EXPECT_EQ(WindowMove::correction(WindowAction::rightHalf, {900, 920}, target, visible), (CGPoint{621, 25}));
-    EXPECT_EQ(WindowMove::correction(WindowAction::rightHalf, {2000, 1000}, target, visible), (CGPoint{-479, 25}));
+    EXPECT_EQ(WindowMove::correction(WindowAction::rightHalf, {900, 920}, target, visibleFrame), (CGPoint{621, 25}));
+    EXPECT_EQ(WindowMove::correction(WindowAction::rightHalf, {2000, 1000}, target, visibleFrame), (CGPoint{-479, 25}));
 }
 
 TEST(WindowMove, CorrectionCentersEverythingElse) {
     for (const WindowAction action :
          {WindowAction::center, WindowAction::maximize, WindowAction::almostMaximize, WindowAction::maximizeHeight}) {
-        EXPECT_EQ(WindowMove::correction(action, {901, 700}, visible, visible), (CGPoint{315, 135})) << action;
-        EXPECT_EQ(WindowMove::correction(action, {2000, 1000}, visible, visible), (CGPoint{10, 25})) << action;
+        EXPECT_EQ(WindowMove::correction(action, {901, 700}, visibleFrame, visibleFrame), (CGPoint{315, 135}))
+            << action;
+        EXPECT_EQ(WindowMove::correction(action, {2000, 1000}, visibleFrame, visibleFrame), (CGPoint{10, 25}))
+            << action;
     }
 }
 
 TEST(WindowMove, CorrectsAWindowWhoseSizeIsUnknown) {
     const std::optional<CGPoint> corrected =
-        WindowMove::correction(WindowAction::leftHalf, {nan, 920}, {{10, 25}, {755, 920}}, visible);
+        WindowMove::correction(WindowAction::leftHalf, {nan, 920}, {{10, 25}, {755, 920}}, visibleFrame);
     EXPECT_EQ(corrected, (CGPoint{10, 25}));
 }
 

@@ -13,12 +13,6 @@
 #include <utility>
 
 namespace platform::linux {
-namespace {
-
-constexpr std::string_view fallbackTheme = "hicolor";
-/// Sizes and scales beyond it are mistakes, and their products would overflow.
-constexpr int largest = 16384;
-
 /// A folder of a theme with icons of one size, or of a range of sizes.
 struct SizeFolder {
     enum class Type : std::uint8_t { fixed, scalable, threshold };
@@ -51,6 +45,12 @@ private:
         return type == Type::fixed ? size : type == Type::scalable ? largestSize : size + threshold;
     }
 };
+
+namespace {
+
+constexpr std::string_view fallbackTheme = "hicolor";
+/// Sizes and scales beyond it are mistakes, and their products would overflow.
+constexpr int largest = 16384;
 
 bool exists(const std::string& path) {
     std::error_code ignored;

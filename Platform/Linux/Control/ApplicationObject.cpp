@@ -9,7 +9,7 @@ namespace platform::linux {
 
 namespace {
 
-constexpr const char* interfaceName = "org.freedesktop.Application";
+constexpr const char* applicationInterface = "org.freedesktop.Application";
 
 int reply(sd_bus_message* call, const ControlAnswer<void>& answer, sd_bus_error* error) {
     if (!answer) {
@@ -41,23 +41,24 @@ int actionMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
 }
 
 // The bus is the user's own.
-constexpr std::uint64_t flags = SD_BUS_VTABLE_UNPRIVILEGED;
+constexpr std::uint64_t applicationFlags = SD_BUS_VTABLE_UNPRIVILEGED;
 
-const std::array<sd_bus_vtable, 5> methods{{
+const std::array<sd_bus_vtable, 5> applicationMethods{{
     SD_BUS_VTABLE_START(0),
-    SD_BUS_METHOD_WITH_ARGS("Activate", SD_BUS_ARGS("a{sv}", platform_data), SD_BUS_NO_RESULT, &showMethod, flags),
+    SD_BUS_METHOD_WITH_ARGS("Activate", SD_BUS_ARGS("a{sv}", platform_data), SD_BUS_NO_RESULT, &showMethod,
+                            applicationFlags),
     SD_BUS_METHOD_WITH_ARGS("Open", SD_BUS_ARGS("as", uris, "a{sv}", platform_data), SD_BUS_NO_RESULT, &showMethod,
-                            flags),
+                            applicationFlags),
     SD_BUS_METHOD_WITH_ARGS("ActivateAction", SD_BUS_ARGS("s", action_name, "av", parameter, "a{sv}", platform_data),
-                            SD_BUS_NO_RESULT, &actionMethod, flags),
+                            SD_BUS_NO_RESULT, &actionMethod, applicationFlags),
     SD_BUS_VTABLE_END,
 }};
 
 } // namespace
 
 bool offerApplication(sd_bus* bus, ControlRequests& requests) {
-    return sd_bus_add_object_vtable(bus, nullptr, ControlMessages::objectPath, interfaceName, methods.data(),
-                                    &requests) >= 0;
+    return sd_bus_add_object_vtable(bus, nullptr, ControlMessages::objectPath, applicationInterface,
+                                    applicationMethods.data(), &requests) >= 0;
 }
 
 } // namespace platform::linux

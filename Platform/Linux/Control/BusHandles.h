@@ -24,4 +24,10 @@ using OwnedBus = std::unique_ptr<sd_bus, CloseBus>;
 using OwnedMessage = std::unique_ptr<sd_bus_message, UnreferenceMessage>;
 using OwnedSlot = std::unique_ptr<sd_bus_slot, UnreferenceSlot>;
 
+/// The callback of a call whose outcome changes nothing. Without a callback, sd-bus takes an error reply to AddMatch or
+/// RequestName as the end of the connection.
+inline int ignoreReply(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) {
+    return 0;
+}
+
 } // namespace platform::linux

@@ -6,15 +6,7 @@
 
 namespace platform::linux {
 
-namespace {
-
-/// Whether the name came at once or later, or was refused: the program works on. Without a callback the library would
-/// take a refusal as the end of the connection.
-int ignoreAnswer(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) {
-    return 0;
-}
-
-} // namespace
+namespace {} // namespace
 
 ControlBusName::ControlBusName(SessionBus& bus, ControlRequests& requests)
     : Listener(bus)
@@ -24,7 +16,7 @@ ControlBusName::ControlBusName(SessionBus& bus, ControlRequests& requests)
 void ControlBusName::busArrived(sd_bus* bus) {
     // First the object: whoever sees the name may call at once.
     if (offerControl(bus, requests) && offerApplication(bus, requests)) {
-        sd_bus_request_name_async(bus, nullptr, ControlMessages::busName, SD_BUS_NAME_QUEUE, &ignoreAnswer, nullptr);
+        sd_bus_request_name_async(bus, nullptr, ControlMessages::busName, SD_BUS_NAME_QUEUE, &ignoreReply, nullptr);
     }
 }
 

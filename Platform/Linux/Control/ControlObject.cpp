@@ -57,16 +57,16 @@ int quitMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
 }
 
 // Who may call at all is settled before: a bus of the user's own, or a peer of the same user.
-constexpr std::uint64_t flags = SD_BUS_VTABLE_UNPRIVILEGED;
+constexpr std::uint64_t controlFlags = SD_BUS_VTABLE_UNPRIVILEGED;
 
-const std::array<sd_bus_vtable, 7> methods{{
+const std::array<sd_bus_vtable, 7> controlMethods{{
     SD_BUS_VTABLE_START(0),
-    SD_BUS_METHOD("Open", "", "", &openMethod, flags),
-    SD_BUS_METHOD_WITH_ARGS("Status", SD_BUS_NO_ARGS, SD_BUS_RESULT("a{sv}", status), &statusMethod, flags),
-    SD_BUS_METHOD_WITH_ARGS("Perform", SD_BUS_ARGS("s", action), SD_BUS_NO_RESULT, &performMethod, flags),
+    SD_BUS_METHOD("Open", "", "", &openMethod, controlFlags),
+    SD_BUS_METHOD_WITH_ARGS("Status", SD_BUS_NO_ARGS, SD_BUS_RESULT("a{sv}", status), &statusMethod, controlFlags),
+    SD_BUS_METHOD_WITH_ARGS("Perform", SD_BUS_ARGS("s", action), SD_BUS_NO_RESULT, &performMethod, controlFlags),
     SD_BUS_METHOD_WITH_ARGS("SetRule", SD_BUS_ARGS("s", identifier, "s", action), SD_BUS_NO_RESULT, &setRuleMethod,
-                            flags),
-    SD_BUS_METHOD("Quit", "", "", &quitMethod, flags),
+                            controlFlags),
+    SD_BUS_METHOD("Quit", "", "", &quitMethod, controlFlags),
     SD_BUS_VTABLE_END,
 }};
 
@@ -74,7 +74,7 @@ const std::array<sd_bus_vtable, 7> methods{{
 
 bool offerControl(sd_bus* bus, ControlRequests& requests) {
     return sd_bus_add_object_vtable(bus, nullptr, ControlMessages::objectPath, ControlMessages::interfaceName,
-                                    methods.data(), &requests) >= 0;
+                                    controlMethods.data(), &requests) >= 0;
 }
 
 } // namespace platform::linux

@@ -12,7 +12,7 @@ namespace platform::linux {
 
 namespace {
 
-constexpr const char* interfaceName = "org.kde.StatusNotifierItem";
+constexpr const char* itemInterface = "org.kde.StatusNotifierItem";
 
 /// For a panel that takes the pixels and says nothing of its background: the grey that stands out as much from black as
 /// from white (a contrast of 4.6 each way).
@@ -159,7 +159,7 @@ NotifierItem::NotifierItem(std::string iconThemePath, Click click)
 
 bool NotifierItem::offer(sd_bus* newBus, const TrayContents& newContents) {
     sd_bus_slot* slot = nullptr;
-    if (sd_bus_add_object_vtable(newBus, &slot, objectPath, interfaceName, Methods::table.data(), this) < 0) {
+    if (sd_bus_add_object_vtable(newBus, &slot, objectPath, itemInterface, Methods::table.data(), this) < 0) {
         return false;
     }
     object.reset(slot);
@@ -179,7 +179,7 @@ void NotifierItem::announce(TrayPlace::Change change) const {
         return;
     }
     const auto emit = [this](const char* signal) {
-        sd_bus_emit_signal(bus, objectPath, interfaceName, signal, nullptr);
+        sd_bus_emit_signal(bus, objectPath, itemInterface, signal, nullptr);
     };
     switch (change) {
     case TrayPlace::Change::image:

@@ -14,7 +14,7 @@ namespace platform::linux {
 
 namespace {
 
-constexpr const char* interfaceName = "com.canonical.dbusmenu";
+constexpr const char* menuInterface = "com.canonical.dbusmenu";
 constexpr std::int32_t rootId = 0;
 
 /// The properties that are wanted; none named: all.
@@ -350,7 +350,7 @@ struct NotifierMenu::Methods {
 
 bool NotifierMenu::offer(sd_bus* newBus) {
     sd_bus_slot* slot = nullptr;
-    if (sd_bus_add_object_vtable(newBus, &slot, objectPath, interfaceName, Methods::table.data(), this) < 0) {
+    if (sd_bus_add_object_vtable(newBus, &slot, objectPath, menuInterface, Methods::table.data(), this) < 0) {
         return false;
     }
     object.reset(slot);
@@ -367,7 +367,7 @@ void NotifierMenu::setLines(std::vector<StatusMenuLine> newLines) {
     lines = std::move(newLines);
     ++revision;
     if (bus != nullptr) {
-        sd_bus_emit_signal(bus, objectPath, interfaceName, "LayoutUpdated", "ui", revision, rootId);
+        sd_bus_emit_signal(bus, objectPath, menuInterface, "LayoutUpdated", "ui", revision, rootId);
     }
 }
 

@@ -14,8 +14,8 @@ using testing::IsEmpty;
 constexpr std::uint32_t workspaceEvent = 0x80000000;
 constexpr std::uint32_t bindingEvent = 0x80000005;
 constexpr std::uint32_t controlOption = 0x1000 | 0x800;
-constexpr std::uint32_t left = 123;
-constexpr std::uint32_t c = 8;
+constexpr std::uint32_t leftKey = 123;
+constexpr std::uint32_t cKey = 8;
 constexpr std::uint32_t signature = 0x43576b79;
 
 class SwayHotKeys : public testing::Test {
@@ -52,7 +52,7 @@ protected:
 
 TEST_F(SwayHotKeys, AreBoundByTheNumbersOfKeysAndTakenBackByThem) {
     open();
-    const auto registration = add(left, 1);
+    const auto registration = add(leftKey, 1);
     EXPECT_EQ(registration.status, noErr);
     ASSERT_TRUE(registration.reference.has_value());
     EXPECT_THAT(desktop.sway.takeCommands(), ElementsAre("bindcode --no-warn --no-repeat Ctrl+Mod1+113 nop tessel 1"));
@@ -63,8 +63,8 @@ TEST_F(SwayHotKeys, AreBoundByTheNumbersOfKeysAndTakenBackByThem) {
 
 TEST_F(SwayHotKeys, AreTakenBackAtTheEnd) {
     open();
-    add(left, 1);
-    add(c, 2);
+    add(leftKey, 1);
+    add(cKey, 2);
     static_cast<void>(desktop.sway.takeCommands());
     keys.reset();
     EXPECT_THAT(desktop.sway.takeCommands(), ElementsAre("unbindcode Ctrl+Mod1+113", "unbindcode Ctrl+Mod1+54"));
@@ -72,8 +72,8 @@ TEST_F(SwayHotKeys, AreTakenBackAtTheEnd) {
 
 TEST_F(SwayHotKeys, ArePressedOnceForEachEventOfTheirs) {
     open();
-    add(left, 1);
-    add(c, 2);
+    add(leftKey, 1);
+    add(cKey, 2);
     press("nop tessel 2");
     press("nop tessel 1");
     press("nop tessel 3");
@@ -86,15 +86,15 @@ TEST_F(SwayHotKeys, ArePressedOnceForEachEventOfTheirs) {
 
 TEST_F(SwayHotKeys, WhatTheUserHasBoundIsRefused) {
     open("set $mod Mod1\nbindsym Control+$mod+Left workspace prev\n");
-    EXPECT_EQ(add(left, 1).status, eventHotKeyExistsErr);
+    EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr);
     EXPECT_THAT(desktop.sway.takeCommands(), IsEmpty());
-    EXPECT_EQ(add(c, 2).status, noErr);
+    EXPECT_EQ(add(cKey, 2).status, noErr);
 }
 
 TEST_F(SwayHotKeys, TheSameCombinationIsNotBoundTwice) {
     open();
-    EXPECT_EQ(add(left, 1).status, noErr);
-    EXPECT_EQ(add(left, 2).status, eventHotKeyExistsErr);
+    EXPECT_EQ(add(leftKey, 1).status, noErr);
+    EXPECT_EQ(add(leftKey, 2).status, eventHotKeyExistsErr);
 }
 
 TEST_F(SwayHotKeys, AKeyThatNoKeyboardHasIsInvalid) {
@@ -105,13 +105,13 @@ TEST_F(SwayHotKeys, AKeyThatNoKeyboardHasIsInvalid) {
 TEST_F(SwayHotKeys, WhatSwayRefusesIsInvalid) {
     open();
     desktop.sway.refuse("bindcode");
-    EXPECT_EQ(add(left, 1).status, eventHotKeyInvalidErr);
+    EXPECT_EQ(add(leftKey, 1).status, eventHotKeyInvalidErr);
 }
 
 TEST_F(SwayHotKeys, AreBoundInTheDefaultModeWhateverModeIsEntered) {
     open();
     desktop.sway.setMode("resize");
-    add(left, 1);
+    add(leftKey, 1);
     EXPECT_THAT(desktop.sway.takeCommands(),
                 ElementsAre("mode \"default\"; bindcode --no-warn --no-repeat Ctrl+Mod1+113 nop tessel 1; "
                             "mode \"resize\""));
@@ -119,8 +119,8 @@ TEST_F(SwayHotKeys, AreBoundInTheDefaultModeWhateverModeIsEntered) {
 
 TEST_F(SwayHotKeys, AreBoundAnewAfterTheConfigurationWasReadAgain) {
     open();
-    add(left, 1);
-    add(c, 2);
+    add(leftKey, 1);
+    add(cKey, 2);
     static_cast<void>(desktop.sway.takeCommands());
     reload();
     std::vector<std::string> commands;
@@ -136,8 +136,8 @@ TEST_F(SwayHotKeys, AreBoundAnewAfterTheConfigurationWasReadAgain) {
 
 TEST_F(SwayHotKeys, OneThatTheUserBindsIsLostAndToldOnce) {
     open();
-    const auto lost = add(left, 1);
-    add(c, 2);
+    const auto lost = add(leftKey, 1);
+    add(cKey, 2);
     static_cast<void>(desktop.sway.takeCommands());
     desktop.sway.setConfiguration("bindcode Ctrl+Mod1+113 nop\n");
     reload();
@@ -153,17 +153,17 @@ TEST_F(SwayHotKeys, OneThatTheUserBindsIsLostAndToldOnce) {
 
 TEST_F(SwayHotKeys, OneThatTheUserGivesBackIsToldOnce) {
     open("bindsym Ctrl+Mod1+Left nop\n");
-    EXPECT_EQ(add(left, 1).status, eventHotKeyExistsErr);
+    EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr);
     EXPECT_FALSE(keys->takeChange());
     desktop.sway.setConfiguration("");
     reload();
     ASSERT_TRUE(desktop.runUntil([&] { return keys->takeChange(); }));
-    EXPECT_EQ(add(left, 1).status, noErr);
+    EXPECT_EQ(add(leftKey, 1).status, noErr);
 }
 
 TEST_F(SwayHotKeys, AreBoundAnewByACompositorThatStartsAnew) {
     open();
-    add(left, 1);
+    add(leftKey, 1);
     desktop.sway.stop();
     ASSERT_TRUE(desktop.runUntil([&] { return !desktop.session.isOpen(); }));
     static_cast<void>(desktop.sway.takeCommands());
@@ -176,14 +176,14 @@ TEST_F(SwayHotKeys, AreBoundAnewByACompositorThatStartsAnew) {
 TEST_F(SwayHotKeys, WithoutAnAnswerNothingIsTakenForFree) {
     open();
     desktop.sway.behave(FakeSway::Manners::silent);
-    EXPECT_EQ(add(left, 1).status, eventHotKeyExistsErr);
+    EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr);
     // It is to be tried again.
     EXPECT_TRUE(keys->takeChange());
 }
 
 TEST_F(SwayHotKeys, MalformedEventsPressNothing) {
     open();
-    add(left, 1);
+    add(leftKey, 1);
     for (const char* text : {R"({"change":"run"})", R"({"change":"run","binding":17})",
                              R"({"change":"run","binding":{"command":["nop tessel 1"]}})",
                              R"({"change":"run","binding":{"command":"nop tessel 99999999999999999999999"}})",

@@ -10,7 +10,7 @@ using compositor::Output;
 using compositor::WindowKind;
 using corvid::CGRect;
 
-Tree read(const std::string& text) {
+Tree treeOf(const std::string& text) {
     const auto json = parsedJson(text);
     if (!json) {
         ADD_FAILURE() << "no JSON: " << text;
@@ -20,7 +20,7 @@ Tree read(const std::string& text) {
 }
 
 TEST(SwayTree, TheFrameOfAWindowHasItsTitleBarInIt) {
-    const Tree tree = read(layouts::oneOutput({{.number = 7, .rect = {100, 225, 700, 475}, .titleBar = 25}}));
+    const Tree tree = treeOf(layouts::oneOutput({{.number = 7, .rect = {100, 225, 700, 475}, .titleBar = 25}}));
     ASSERT_EQ(tree.windows.size(), 1U);
     EXPECT_EQ(tree.windows[0].identifier, "7");
     EXPECT_EQ(tree.windows[0].window.frame, (CGRect{{100, 200}, {700, 500}}));
@@ -33,7 +33,7 @@ TEST(SwayTree, TheFrameOfAWindowHasItsTitleBarInIt) {
 }
 
 TEST(SwayTree, WindowsAreToldApartByWhereTheyLie) {
-    const Tree tree = read(layouts::oneOutput({{.number = 7}, {.number = 8, .isFloating = true, .isFocused = true}}));
+    const Tree tree = treeOf(layouts::oneOutput({{.number = 7}, {.number = 8, .isFloating = true, .isFocused = true}}));
     ASSERT_EQ(tree.windows.size(), 2U);
     EXPECT_TRUE(tree.windows[0].window.isTiled);
     EXPECT_FALSE(tree.windows[1].window.isTiled);
@@ -41,7 +41,7 @@ TEST(SwayTree, WindowsAreToldApartByWhereTheyLie) {
 }
 
 TEST(SwayTree, WindowsComeOldestFirst) {
-    const Tree tree = read(layouts::oneOutput({{.number = 10}, {.number = 9}, {.number = 111}}));
+    const Tree tree = treeOf(layouts::oneOutput({{.number = 10}, {.number = 9}, {.number = 111}}));
     ASSERT_EQ(tree.windows.size(), 3U);
     EXPECT_EQ(tree.windows[0].identifier, "9");
     EXPECT_EQ(tree.windows[1].identifier, "10");
@@ -49,8 +49,8 @@ TEST(SwayTree, WindowsComeOldestFirst) {
 }
 
 TEST(SwayTree, OutputsHaveTheWorkAreaOfTheWorkspaceThatTheyShow) {
-    const Tree tree = read(layouts::text({{"B", {1920, 0, 1280, 1024}, {{12, "2", {}}, {13, "3", {{.number = 5}}}}},
-                                          {"A", {0, 0, 1920, 1080}, {{11, "1", {{.number = 4}}}}}}));
+    const Tree tree = treeOf(layouts::text({{"B", {1920, 0, 1280, 1024}, {{12, "2", {}}, {13, "3", {{.number = 5}}}}},
+                                            {"A", {0, 0, 1920, 1080}, {{11, "1", {{.number = 4}}}}}}));
     EXPECT_EQ(tree.outputs, (std::vector<Output>{
                                 {.frame = {{0, 0}, {1920, 1080}}, .workArea = {{0, 23}, {1920, 1057}}},
                                 {.frame = {{1920, 0}, {1280, 1024}}, .workArea = {{1920, 23}, {1280, 1001}}},
@@ -61,7 +61,7 @@ TEST(SwayTree, OutputsHaveTheWorkAreaOfTheWorkspaceThatTheyShow) {
 }
 
 TEST(SwayTree, TheOutputAtTheOriginIsTheFirst) {
-    const Tree tree = read(layouts::text({{"A", {-1280, 0, 1280, 1024}, {}}, {"B", {0, 0, 1920, 1080}, {}}}));
+    const Tree tree = treeOf(layouts::text({{"A", {-1280, 0, 1280, 1024}, {}}, {"B", {0, 0, 1920, 1080}, {}}}));
     ASSERT_EQ(tree.outputs.size(), 2U);
     EXPECT_EQ(tree.outputs[0].frame.origin.x, 0);
     // Without a workspace nothing is known to be kept free.
@@ -69,8 +69,8 @@ TEST(SwayTree, TheOutputAtTheOriginIsTheFirst) {
 }
 
 TEST(SwayTree, TheOutputWithTheFocusIsTheActiveOneEvenWithoutWindows) {
-    const Tree tree = read(layouts::text({{"A", {0, 0, 1920, 1080}, {{11, "1", {{.number = 4}}}}, false},
-                                          {"B", {1920, 0, 1280, 1024}, {{12, "2", {}}}, true}}));
+    const Tree tree = treeOf(layouts::text({{"A", {0, 0, 1920, 1080}, {{11, "1", {{.number = 4}}}}, false},
+                                            {"B", {1920, 0, 1280, 1024}, {{12, "2", {}}}, true}}));
     ASSERT_EQ(tree.outputs.size(), 2U);
     EXPECT_FALSE(tree.outputs[0].isActive);
     EXPECT_TRUE(tree.outputs[1].isActive);
@@ -89,11 +89,11 @@ TEST(SwayTree, ProgramsOfX11SayWhatTheirWindowsAre) {
         {R"(,"window":5,"window_type":"splash")", WindowKind::auxiliary},
     };
     for (const auto& [more, kind] : cases) {
-        const Tree tree = read(layouts::oneOutput({{.number = 7, .more = more}}));
+        const Tree tree = treeOf(layouts::oneOutput({{.number = 7, .more = more}}));
         ASSERT_EQ(tree.windows.size(), 1U) << more;
         EXPECT_EQ(tree.windows[0].window.kind, kind) << more;
     }
-    const Tree tree = read(layouts::oneOutput({{.number = 7, .more = cases[0].more}}));
+    const Tree tree = treeOf(layouts::oneOutput({{.number = 7, .more = cases[0].more}}));
     EXPECT_EQ(tree.windows[0].window.clues.windowClass, "XTerm");
     EXPECT_EQ(tree.windows[0].window.clues.windowInstance, "xterm");
 }
@@ -111,9 +111,9 @@ TEST(SwayTree, WhatMakesNoSenseIsLeftOut) {
              R"({"type":"root","nodes":[{"type":"output","rect":{"x":0,"y":0,"width":-5,"height":9}}]})",
              R"({"type":"root","nodes":[{"type":"output","rect":{"x":0,"y":0,"width":1e300,"height":9}}]})",
          }) {
-        EXPECT_EQ(read(text), Tree{}) << text;
+        EXPECT_EQ(treeOf(text), Tree{}) << text;
     }
-    const Tree tree = read(R"({"type":"root","nodes":[{"type":"con","pid":99999999999,"id":7,"rect":{"x":"1"},
+    const Tree tree = treeOf(R"({"type":"root","nodes":[{"type":"con","pid":99999999999,"id":7,"rect":{"x":"1"},
         "name":17,"app_id":null,"fullscreen_mode":"2","window_properties":[]}]})");
     ASSERT_EQ(tree.windows.size(), 1U);
     EXPECT_EQ(tree.windows[0].window.clues.process, 0);
@@ -127,12 +127,12 @@ TEST(SwayTree, ReadsNothingThatIsNestedWithoutEnd) {
         text += '[';
     }
     text += std::string(depth, ']') + "}";
-    EXPECT_EQ(read(text), Tree{});
+    EXPECT_EQ(treeOf(text), Tree{});
 }
 
 TEST(SwayTree, TextsAreCutWhereNobodyReadsOn) {
     const std::string title(100'000, 'x');
-    const Tree tree = read(layouts::oneOutput({{.number = 7, .title = title}}));
+    const Tree tree = treeOf(layouts::oneOutput({{.number = 7, .title = title}}));
     ASSERT_EQ(tree.windows.size(), 1U);
     EXPECT_EQ(tree.windows[0].title.size(), 1024U);
 }

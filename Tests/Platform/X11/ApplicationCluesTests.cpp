@@ -1,6 +1,7 @@
 #include "Platform/X11/ApplicationClues.h"
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 using namespace std::string_view_literals;
 

@@ -9,7 +9,7 @@
 namespace platform::linux {
 namespace {
 
-ImageDescription symbol(const char* name, bool isBadged = false) {
+ImageDescription describedSymbol(const char* name, bool isBadged = false) {
     return {.source = SystemSymbol{name}, .size = {18, 18}, .isBadged = isBadged, .accessibilityDescription = {}};
 }
 
@@ -17,7 +17,7 @@ TEST(SymbolPicture, ThereIsOneForEveryStatusInEverySize) {
     for (const char* name : {"uiwindow.split.2x1", "rectangle.split.2x1", "exclamationmark.triangle.fill"}) {
         EXPECT_TRUE(isSymbol(name));
         std::vector<int> sizes;
-        for (const SymbolPicture& picture : pictures(symbol(name))) {
+        for (const SymbolPicture& picture : pictures(describedSymbol(name))) {
             sizes.push_back(picture.size);
             ASSERT_EQ(picture.alpha.size(), std::size_t{picture.size} * picture.size);
             const auto covered = std::ranges::count_if(picture.alpha, [](auto alpha) { return alpha > 127; });
@@ -32,7 +32,7 @@ TEST(SymbolPicture, ThereIsNoneOfWhatIsNoSymbol) {
     EXPECT_FALSE(isSymbol(""));
     EXPECT_FALSE(isSymbol("no.such.symbol"));
     for (const ImageDescription& image :
-         {symbol("no.such.symbol"), symbol(""),
+         {describedSymbol("no.such.symbol"), describedSymbol(""),
           ImageDescription{.source = ThemeIcon{"uiwindow.split.2x1"}, .size = {}, .accessibilityDescription = {}}}) {
         EXPECT_TRUE(pictures(image).empty());
         EXPECT_EQ(pictureFor(image, 22), std::nullopt);
@@ -44,13 +44,14 @@ TEST(SymbolPicture, TheLargestThatFitsIsTaken) {
     const std::vector<std::pair<std::uint16_t, int>> rows{{0, 16},  {15, 16}, {16, 16}, {21, 16},
                                                           {22, 22}, {40, 32}, {64, 64}, {1000, 64}};
     for (const auto& [room, expected] : rows) {
-        EXPECT_EQ(pictureFor(symbol("uiwindow.split.2x1"), room)->size, expected) << room;
+        EXPECT_EQ(pictureFor(describedSymbol("uiwindow.split.2x1"), room)->size, expected) << room;
     }
 }
 
 TEST(SymbolPicture, ItsIconIsNamedAfterItsSymbol) {
-    EXPECT_EQ(symbolicIconName(symbol("rectangle.split.2x1")), "org.corvid.Tessel.rectangle.split.2x1-symbolic");
-    EXPECT_EQ(symbolicIconName(symbol("rectangle.split.2x1", true)),
+    EXPECT_EQ(symbolicIconName(describedSymbol("rectangle.split.2x1")),
+              "org.corvid.Tessel.rectangle.split.2x1-symbolic");
+    EXPECT_EQ(symbolicIconName(describedSymbol("rectangle.split.2x1", true)),
               "org.corvid.Tessel.rectangle.split.2x1.badged-symbolic");
 }
 
@@ -90,8 +91,8 @@ TEST(SymbolBadge, HasSmoothEdges) {
 }
 
 TEST(SymbolBadge, IsPartOfThePicture) {
-    const auto plain = pictureFor(symbol("uiwindow.split.2x1"), 32);
-    const auto dotted = pictureFor(symbol("uiwindow.split.2x1", true), 32);
+    const auto plain = pictureFor(describedSymbol("uiwindow.split.2x1"), 32);
+    const auto dotted = pictureFor(describedSymbol("uiwindow.split.2x1", true), 32);
     EXPECT_EQ(dotted->alpha, badged(plain->alpha, 32));
     EXPECT_NE(dotted->alpha, plain->alpha);
 }
