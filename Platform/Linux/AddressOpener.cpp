@@ -1,5 +1,6 @@
 #include "Platform/Linux/AddressOpener.h"
 
+#include "Platform/Linux/DesktopPortal.h"
 #include "Platform/Linux/SettingsPages.h"
 
 #include <algorithm>
@@ -11,8 +12,6 @@ namespace platform::linux {
 
 namespace {
 
-constexpr const char* portalName = "org.freedesktop.portal.Desktop";
-constexpr const char* portalPath = "/org/freedesktop/portal/desktop";
 constexpr const char* openInterface = "org.freedesktop.portal.OpenURI";
 
 constexpr const char* daemonName = "org.freedesktop.DBus";

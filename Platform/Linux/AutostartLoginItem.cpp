@@ -21,7 +21,7 @@
 namespace platform::linux {
 namespace {
 
-constexpr const char* group = "Desktop Entry";
+constexpr const char* entryGroup = "Desktop Entry";
 constexpr std::string_view fileName = "/org.corvid.Tessel.desktop";
 /// Ours, beside `Hidden`: tells an entry that was taken off the list here from one that was switched off elsewhere.
 constexpr const char* unregisteredKey = "X-Tessel-Unregistered";
@@ -97,7 +97,7 @@ LoginItemStatus AutostartLoginItem::statusOf(const std::string& path) const {
         return LoginItemStatus::notRegistered;
     }
     if (entry->isHidden) {
-        const bool isOurs = file->flag(group, unregisteredKey).value_or(false);
+        const bool isOurs = file->flag(entryGroup, unregisteredKey).value_or(false);
         return isOurs ? LoginItemStatus::notRegistered : LoginItemStatus::requiresApproval;
     }
     if (!entry->isApplication) {
@@ -152,22 +152,22 @@ std::expected<void, std::string> AutostartLoginItem::write(bool isHidden) const 
         return std::unexpected(failure + program + " is not there or cannot be run.");
     }
     KeyFile file;
-    file.set(group, "Type", "Application");
-    file.set(group, "Name", "Tessel");
-    file.set(group, "Comment", "Moves and resizes windows from the keyboard");
-    file.set(group, "Exec", ExecLine::quoted(places.program.value_or("tessel")));
-    file.set(group, "Icon", "org.corvid.Tessel");
-    file.set(group, "Terminal", "false");
+    file.set(entryGroup, "Type", "Application");
+    file.set(entryGroup, "Name", "Tessel");
+    file.set(entryGroup, "Comment", "Moves and resizes windows from the keyboard");
+    file.set(entryGroup, "Exec", ExecLine::quoted(places.program.value_or("tessel")));
+    file.set(entryGroup, "Icon", "org.corvid.Tessel");
+    file.set(entryGroup, "Terminal", "false");
     if (isHidden) {
-        file.set(group, "Hidden", "true");
-        file.set(group, unregisteredKey, "true");
+        file.set(entryGroup, "Hidden", "true");
+        file.set(entryGroup, unregisteredKey, "true");
     }
-    file.set(group, "X-GNOME-Autostart-enabled", "true");
+    file.set(entryGroup, "X-GNOME-Autostart-enabled", "true");
     // A tray icon needs a panel to go to. Each desktop has its own way to say so; the delays are in seconds.
-    file.set(group, "X-GNOME-Autostart-Delay", "2");
-    file.set(group, "X-MATE-Autostart-Delay", "2");
-    file.set(group, "X-KDE-autostart-after", "panel");
-    file.set(group, "X-LXQt-Need-Tray", "true");
+    file.set(entryGroup, "X-GNOME-Autostart-Delay", "2");
+    file.set(entryGroup, "X-MATE-Autostart-Delay", "2");
+    file.set(entryGroup, "X-KDE-autostart-after", "panel");
+    file.set(entryGroup, "X-LXQt-Need-Tray", "true");
 
     const std::expected<std::string, std::string> path =
         DurableFile::followLinks(*places.userFolder + std::string(fileName));

@@ -1,13 +1,13 @@
 #include "Platform/Linux/PortalSettings.h"
 
+#include "Platform/Linux/DesktopPortal.h"
+
 #include <utility>
 
 namespace platform::linux {
 
 namespace {
 
-constexpr const char* portalName = "org.freedesktop.portal.Desktop";
-constexpr const char* portalPath = "/org/freedesktop/portal/desktop";
 constexpr const char* settingsInterface = "org.freedesktop.portal.Settings";
 
 constexpr const char* appearanceSpace = "org.freedesktop.appearance";

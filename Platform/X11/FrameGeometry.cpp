@@ -12,7 +12,7 @@ constexpr std::uint32_t hasX = 1U << 8U;
 constexpr std::uint32_t hasY = 1U << 9U;
 constexpr std::uint32_t hasWidth = 1U << 10U;
 constexpr std::uint32_t hasHeight = 1U << 11U;
-constexpr std::uint32_t sourceIsPager = 2U << 12U;
+constexpr std::uint32_t sourceIsPagerFlag = 2U << 12U;
 
 // Positions and sizes are 16-bit in the core protocol.
 constexpr double largestCoordinate = 32767;
@@ -61,7 +61,7 @@ bool isFulfilled(const PlacementRequest& request, const corvid::CGRect& visible)
 
 MoveResizeMessage moveResizeMessage(const FrameGeometry& present, const PlacementRequest& request) {
     const auto& [client, decoration, shadow] = present;
-    MoveResizeMessage message{.flags = gravityNorthWest | sourceIsPager};
+    MoveResizeMessage message{.flags = gravityNorthWest | sourceIsPagerFlag};
     if (request.position) {
         message.flags |= hasX | hasY;
         message.x = pixel(request.position->x - shadow.left);

@@ -52,7 +52,7 @@ constexpr std::string_view fallbackTheme = "hicolor";
 /// Sizes and scales beyond it are mistakes, and their products would overflow.
 constexpr int largest = 16384;
 
-bool exists(const std::string& path) {
+bool isRegularFile(const std::string& path) {
     std::error_code ignored;
     return std::filesystem::is_regular_file(path, ignored);
 }
@@ -61,7 +61,7 @@ std::optional<std::filesystem::path> fileIn(const std::string& folder, const std
     constexpr std::array<std::string_view, 3> endings{".png", ".svg", ".xpm"};
     for (const std::string_view ending : endings) {
         std::string path = std::string(folder).append("/").append(icon).append(ending);
-        if (exists(path)) {
+        if (isRegularFile(path)) {
             return path;
         }
     }
