@@ -10,9 +10,9 @@ function(tessel_memory_check program excluded)
         COMMAND ${VALGRIND} --quiet --error-exitcode=9 --leak-check=full
             --show-leak-kinds=definite,indirect --errors-for-leak-kinds=definite,indirect
             $<TARGET_FILE:${program}> --gtest_brief=1 --gtest_filter=-${excluded})
-    set_tests_properties(MemoryCheck.${program} PROPERTIES LABELS memory TIMEOUT 300)
+    set_tests_properties(MemoryCheck.${program} PROPERTIES LABELS "memory;whole" TIMEOUT 300)
 endfunction()
 
 tessel_memory_check(CoreTests "")
 # What stops its process on purpose leaks on purpose.
-tessel_memory_check(LogicTests "*Death*:LongRun.*")
+tessel_memory_check(LogicTests "*Death*:*LongRun.*")

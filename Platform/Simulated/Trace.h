@@ -3,6 +3,7 @@
 #include "CorvidKitCore/Geometry.h"
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -17,6 +18,12 @@ public:
 
     /// The lines so far; the next ones start a new trace.
     std::vector<std::string> take() { return std::exchange(recorded, {}); }
+
+    /// Those of them that begin so; the others are dropped.
+    std::vector<std::string> take(std::string_view beginning) {
+        std::erase_if(recorded, [beginning](const std::string& line) { return !line.starts_with(beginning); });
+        return take();
+    }
 
     void clear() { recorded.clear(); }
 

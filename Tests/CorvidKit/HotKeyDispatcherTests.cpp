@@ -98,8 +98,7 @@ TEST_F(Dispatcher, UnregisteringGivesTheKeyBackAndReleasesTheHandler) {
     EXPECT_TRUE(events.registered().empty());
     dispatcher.unregister(*id);
     dispatcher.unregister(77);
-    EXPECT_EQ(desktop.trace.take(),
-              (Lines{"install hot key handler", "register hot key 123 6144 as CWky 1", "unregister hot key CWky 1"}));
+    EXPECT_EQ(desktop.trace.take("unregister"), Lines{"unregister hot key CWky 1"}) << "unknown ids are ignored";
 }
 
 TEST_F(Dispatcher, APressOfAnUnregisteredIdIsHandledAndRunsNothing) {

@@ -55,13 +55,12 @@ TEST_F(SystemServices, TheLoginItemIsOnOnlyWhenItReallyIs) {
 TEST_F(SystemServices, TheLoginItemIsSwitchedOnAndOff) {
     EXPECT_TRUE(LoginItem::setEnabled(true));
     EXPECT_FALSE(LoginItem::setEnabled(false));
-    EXPECT_EQ(desktop.trace.take(), (Lines{"register login item", "unregister login item"}));
 }
 
 TEST_F(SystemServices, ALoginItemThatWaitsForApprovalIsOff) {
     desktop.loginItemService.requiresApproval = true;
     EXPECT_FALSE(LoginItem::setEnabled(true));
-    EXPECT_EQ(desktop.trace.take(), (Lines{"register login item"})) << "which is no failure";
+    EXPECT_EQ(desktop.trace.take("log"), Lines{}) << "which is no failure";
 }
 
 TEST_F(SystemServices, ALoginItemThatCannotBeChangedStaysAsItIsAndSaysSoInTheLog) {
@@ -72,7 +71,7 @@ TEST_F(SystemServices, ALoginItemThatCannotBeChangedStaysAsItIsAndSaysSoInTheLog
     EXPECT_FALSE(LoginItem::setEnabled(true));
     const std::string complaint =
         "log error org.example.Tessel login-item: login item change failed: the folder is read-only";
-    EXPECT_EQ(desktop.trace.take(), (Lines{"unregister login item", complaint, "register login item", complaint}));
+    EXPECT_EQ(desktop.trace.take("log"), (Lines{complaint, complaint}));
 }
 
 const std::string newerKeyboardPage = "x-apple.systempreferences:com.apple.Keyboard-Settings.extension?Shortcuts";

