@@ -151,7 +151,7 @@ void AppState::update() {
         hotKeys.unregister();
         appRules.stop();
     }
-    assign(failed, hotKeys.failed());
+    assign(failed, std::set(hotKeys.failed().begin(), hotKeys.failed().end()));
 }
 
 void AppState::checkPermission() {
