@@ -24,6 +24,10 @@ const corvid::Preference<bool> enabledPreference{.key = "enabled", .defaultValue
 /// How often the permission is looked for.
 constexpr platform::Duration permissionInterval = std::chrono::seconds(2);
 
+void assertStateOnMainThread(unsigned line) {
+    corvid::assertIsolated({.file = "Tessel/AppState", .line = line});
+}
+
 void performOnFocusedWindow(WindowAction action) {
     if (const auto window = WindowMover::focusedWindow()) {
         WindowMover::perform(action, *window);
@@ -91,6 +95,17 @@ void AppState::setRules(Prefs::Rules value) {
     }
     preferences[Prefs::rules] = currentRules;
     appRules.setRules(currentRules);
+}
+
+void AppState::applicationsChanged() {
+    assertStateOnMainThread(__LINE__);
+    if (currentRules.empty()) {
+        return;
+    }
+    assign(rows, tessel::ruleApps(currentRules, icons));
+    if (!isPreview) {
+        appRules.setRules(currentRules);
+    }
 }
 
 void AppState::setRule(const std::string& bundleIdentifier, std::optional<WindowAction> action) {

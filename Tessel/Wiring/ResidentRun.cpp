@@ -169,12 +169,7 @@ int runResident() {
                 }
             });
         });
-        // What was just installed has another name now, and may be what a window was waiting to be called.
-        entries.onChange([&state] {
-            if (!state.rules().empty()) {
-                state.setRules(state.rules());
-            }
-        });
+        entries.onChange([&state] { state.applicationsChanged(); });
         remoteControl.emplace(state,
                               RemoteControl::Surroundings{.version = TESSEL_VERSION,
                                                           .backend = [&desktop] { return std::string(desktop.name()); },
