@@ -141,6 +141,7 @@ void AppState::chooseApp(WindowAction action) {
                      .allowsMultipleSelection = true,
                      .prompt = "Add"},
                     [this, watch = lifetime.watch(), action](const std::vector<std::filesystem::path>& chosen) {
+                        assertStateOnMainThread(__LINE__);
                         if (watch.isOver()) {
                             return;
                         }
@@ -170,7 +171,7 @@ void AppState::update() {
 }
 
 void AppState::checkPermission() {
-    corvid::assertIsolated({.file = "Tessel/AppState", .line = __LINE__});
+    assertStateOnMainThread(__LINE__);
     const bool isTrusted = corvid::AccessibilityAccess::isTrusted();
     if (isTrusted != trusted) {
         assign(trusted, isTrusted);
