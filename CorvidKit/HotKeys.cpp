@@ -12,17 +12,30 @@ namespace {
 /// "CWky" as a four-character code, which tells our hot keys from anybody else's.
 constexpr std::uint32_t signature = 0x4357'6B79;
 
+HotKeyDispatcher* inForce = nullptr;
+
 } // namespace
 
 HotKeyDispatcher& HotKeyDispatcher::shared() {
-    static HotKeyDispatcher instance;
-    return instance;
+    if (inForce == nullptr) {
+        static HotKeyDispatcher instance;
+    }
+    return *inForce;
+}
+
+HotKeyDispatcher::HotKeyDispatcher(std::uint32_t firstID)
+    : previous(std::exchange(inForce, this))
+    , nextID(firstID) {
+}
+
+HotKeyDispatcher::~HotKeyDispatcher() {
+    inForce = previous;
 }
 
 std::optional<std::uint32_t> HotKeyDispatcher::registerHotKey(const Shortcut& shortcut, Handler handler) {
     platform::HotKeyEvents& events = platform::current().hotKeyEvents;
     if (!handlerInstalled) {
-        handlerInstalled = events.installHandler(&hotKeyCallback, this) == platform::noErr;
+        handlerInstalled = events.installHandler(&hotKeyCallback, nullptr) == platform::noErr;
     }
     const std::uint32_t id = takeID();
     const auto registration =
@@ -43,7 +56,7 @@ void HotKeyDispatcher::unregister(std::uint32_t id) {
 }
 
 platform::OSStatus HotKeyDispatcher::hotKeyCallback(platform::EventHandlerCall* /*nextHandler*/,
-                                                    const platform::HotKeyEvent* event, void* userData) {
+                                                    const platform::HotKeyEvent* event, void* /*userData*/) {
     if (event == nullptr) {
         return platform::eventNotHandledErr;
     }
@@ -51,8 +64,7 @@ platform::OSStatus HotKeyDispatcher::hotKeyCallback(platform::EventHandlerCall* 
     if (!pressed || pressed->signature != signature) {
         return platform::eventNotHandledErr;
     }
-    assumeIsolated({.file = "CorvidKit/HotKeys", .line = 86},
-                   [&] { static_cast<HotKeyDispatcher*>(userData)->fire(pressed->id); });
+    assumeIsolated({.file = "CorvidKit/HotKeys", .line = 86}, [&] { HotKeyDispatcher::shared().fire(pressed->id); });
     return platform::noErr;
 }
 

@@ -9,7 +9,10 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+#include <vector>
 
 namespace corvid {
 
@@ -19,16 +22,15 @@ class HotKeyDispatcher {
 public:
     using Handler = std::function<void()>;
 
-    /// The one of the program.
+    /// The one that presses go to: the program's, made on first use, or a test's own.
     [[nodiscard]] static HotKeyDispatcher& shared();
 
-    /// `firstID` is the id of the first hot key; the later ones count up from it.
-    explicit HotKeyDispatcher(std::uint32_t firstID = 1)
-        : nextID(firstID) {}
-
+    /// Becomes the shared one for as long as it lives; the one before it is so again afterwards. `firstID` is the id of
+    /// the first hot key; the later ones count up from it.
+    explicit HotKeyDispatcher(std::uint32_t firstID = 1);
     HotKeyDispatcher(const HotKeyDispatcher&) = delete;
     HotKeyDispatcher& operator=(const HotKeyDispatcher&) = delete;
-    ~HotKeyDispatcher() = default;
+    ~HotKeyDispatcher();
 
     /// Registers a hot key; gives its id, or nothing where the platform refuses it for whatever reason. Every call
     /// takes an id, successful or not, and no id is ever taken twice.
@@ -43,7 +45,7 @@ private:
         Handler handler;
     };
 
-    /// The platform's event handler; `userData` is the dispatcher that installed it.
+    /// The platform's event handler. It has no use for `userData`: presses go to the shared dispatcher.
     static platform::OSStatus hotKeyCallback(platform::EventHandlerCall* nextHandler,
                                              const platform::HotKeyEvent* event, void* userData);
 
@@ -52,6 +54,7 @@ private:
 
     [[nodiscard]] std::uint32_t takeID();
 
+    HotKeyDispatcher* previous;
     std::map<std::uint32_t, Entry> entries;
     std::uint32_t nextID;
     bool handlerInstalled = false;
@@ -61,7 +64,7 @@ private:
 /// only.
 ///
 /// Dropping a center does not give its hot keys back, `unregister` does; a press of a dropped center's key does
-/// nothing.
+/// nothing. An action can be anything that is compared for equality and hashed.
 template <typename Action>
 class HotKeyCenter {
 public:
@@ -76,14 +79,16 @@ public:
     ~HotKeyCenter() = default;
 
     /// The actions whose shortcut the platform refused at the last registration.
-    [[nodiscard]] const std::set<Action>& failed() const { return refused; }
+    [[nodiscard]] const std::unordered_set<Action>& failed() const { return refused; }
 
     /// Whether any shortcut is registered.
     [[nodiscard]] bool isRegistered() const { return !ids.empty(); }
 
     /// Replaces everything registered so far by a table (the field says `register`, which the language reserves).
-    /// Shortcuts that are not valid are left out, and do not count as failed.
-    void registerShortcuts(const std::map<Action, Shortcut>& shortcuts) {
+    /// Shortcuts that are not valid are left out, and do not count as failed. A table is any map from actions to
+    /// shortcuts; its order is the order of registration.
+    template <typename Table = std::unordered_map<Action, Shortcut>>
+    void registerShortcuts(const Table& shortcuts) {
         unregister();
         for (const auto& [action, shortcut] : shortcuts) {
             if (!shortcut.isValid()) {
@@ -97,7 +102,7 @@ public:
                 }
             };
             if (const auto id = dispatcher.registerHotKey(shortcut, std::move(handler))) {
-                ids.insert_or_assign(action, *id);
+                ids.emplace_back(action, *id);
             } else {
                 refused.insert(action);
             }
@@ -116,8 +121,9 @@ public:
 
 private:
     HotKeyDispatcher& dispatcher;
-    std::set<Action> refused;
-    std::map<Action, std::uint32_t> ids;
+    std::unordered_set<Action> refused;
+    /// In the order of registration, in which they are given back as well.
+    std::vector<std::pair<Action, std::uint32_t>> ids;
     /// Held weakly by the handlers, so that they can tell when the center is gone.
     std::shared_ptr<HotKeyCenter*> itself = std::make_shared<HotKeyCenter*>(this);
 };

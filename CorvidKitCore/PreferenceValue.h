@@ -47,8 +47,9 @@ concept PropertyListConvertible = requires(const Value& value, const PropertyLis
     { Value::fromPropertyListValue(stored) } -> std::same_as<std::optional<Value>>;
 };
 
-/// Numbers are read across the two number kinds when nothing is lost (an integer 3 as the float 3, a float 3 as the
-/// integer 3), as the settings database of the platform does. A boolean is no number.
+/// Numbers and booleans are read across their kinds when nothing is lost, as the settings database of the platform
+/// does: an integer 3 as the float 3 and the other way round, a 0 or 1 of either kind as a boolean, a boolean as 0
+/// or 1.
 template <PropertyListPrimitive Value>
 struct PreferenceConversion<Value> {
     static std::optional<PropertyListValue> propertyListValue(const Value& value) { return PropertyListValue{value}; }
@@ -57,10 +58,8 @@ struct PreferenceConversion<Value> {
         return stored.visit([]<typename Stored>(const Stored& value) -> std::optional<Value> {
             if constexpr (std::same_as<Stored, Value>) {
                 return value;
-            } else if constexpr (std::same_as<Stored, std::int64_t> && std::same_as<Value, double>) {
-                return exactReal(value);
-            } else if constexpr (std::same_as<Stored, double> && std::same_as<Value, std::int64_t>) {
-                return exactInteger(value);
+            } else if constexpr (isNumber<Stored> && isNumber<Value>) {
+                return exact(value);
             } else {
                 return std::nullopt;
             }
@@ -68,9 +67,23 @@ struct PreferenceConversion<Value> {
     }
 
 private:
-    static std::optional<double> exactReal(std::int64_t integer) {
-        const auto real = static_cast<double>(integer);
-        return exactInteger(real) == integer ? std::optional{real} : std::nullopt;
+    template <typename Type>
+    static constexpr bool isNumber =
+        std::same_as<Type, bool> || std::same_as<Type, std::int64_t> || std::same_as<Type, double>;
+
+    /// The number as the other kind has it; nothing where it has no such number.
+    template <typename Stored>
+    static std::optional<Value> exact(Stored number) {
+        if constexpr (std::same_as<Stored, double> && std::same_as<Value, std::int64_t>) {
+            return exactInteger(number);
+        } else {
+            const auto converted = static_cast<Value>(number);
+            if constexpr (std::same_as<Stored, std::int64_t> && std::same_as<Value, double>) {
+                return exactInteger(converted) == number ? std::optional{converted} : std::nullopt;
+            } else {
+                return static_cast<Stored>(converted) == number ? std::optional{converted} : std::nullopt;
+            }
+        }
     }
 
     static std::optional<std::int64_t> exactInteger(double real) {

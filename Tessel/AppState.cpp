@@ -24,6 +24,10 @@ const corvid::Preference<bool> enabledPreference{.key = "enabled", .defaultValue
 /// How often the permission is looked for.
 constexpr platform::Duration permissionInterval = std::chrono::seconds(2);
 
+void assertStateOnMainThread(unsigned line) {
+    corvid::assertIsolated({.file = "Tessel/AppState", .line = line});
+}
+
 void performOnFocusedWindow(WindowAction action) {
     if (const auto window = WindowMover::focusedWindow()) {
         WindowMover::perform(action, *window);
@@ -93,6 +97,17 @@ void AppState::setRules(Prefs::Rules value) {
     appRules.setRules(currentRules);
 }
 
+void AppState::applicationsChanged() {
+    assertStateOnMainThread(__LINE__);
+    if (currentRules.empty()) {
+        return;
+    }
+    assign(rows, tessel::ruleApps(currentRules, icons));
+    if (!isPreview) {
+        appRules.setRules(currentRules);
+    }
+}
+
 void AppState::setRule(const std::string& bundleIdentifier, std::optional<WindowAction> action) {
     Prefs::Rules changed = currentRules;
     if (action) {
@@ -126,6 +141,7 @@ void AppState::chooseApp(WindowAction action) {
                      .allowsMultipleSelection = true,
                      .prompt = "Add"},
                     [this, watch = lifetime.watch(), action](const std::vector<std::filesystem::path>& chosen) {
+                        assertStateOnMainThread(__LINE__);
                         if (watch.isOver()) {
                             return;
                         }
@@ -151,11 +167,11 @@ void AppState::update() {
         hotKeys.unregister();
         appRules.stop();
     }
-    assign(failed, hotKeys.failed());
+    assign(failed, std::set(hotKeys.failed().begin(), hotKeys.failed().end()));
 }
 
 void AppState::checkPermission() {
-    corvid::assertIsolated({.file = "Tessel/AppState", .line = __LINE__});
+    assertStateOnMainThread(__LINE__);
     const bool isTrusted = corvid::AccessibilityAccess::isTrusted();
     if (isTrusted != trusted) {
         assign(trusted, isTrusted);

@@ -49,6 +49,10 @@ public:
     /// Adds, changes or (with nothing) removes one rule.
     void setRule(const std::string& bundleIdentifier, std::optional<WindowAction> action);
 
+    /// To be told on the main thread when applications were installed, changed or removed: they may go by other names
+    /// now, and be the ones that a rule has waited for. Nothing is stored.
+    void applicationsChanged();
+
     /// The rules as rows for people, by name.
     [[nodiscard]] const std::vector<RuleApp>& ruleApps() const { return rows; }
 

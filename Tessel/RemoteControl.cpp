@@ -1,5 +1,6 @@
 #include "Tessel/RemoteControl.h"
 
+#include "CorvidKit/Concurrency.h"
 #include "Tessel/ShortcutText.h"
 #include "Tessel/StatusLine.h"
 #include "Tessel/WindowMover.h"
@@ -17,6 +18,10 @@ using platform::ControlAnswer;
 using platform::ControlRefusal;
 using platform::ControlStatus;
 using Kind = ControlRefusal::Kind;
+
+void assertRequestOnMainThread(unsigned line) {
+    corvid::assertIsolated({.file = "Tessel/RemoteControl", .line = line});
+}
 
 std::unexpected<ControlRefusal> refuse(Kind kind, std::string reason) {
     return std::unexpected(ControlRefusal{.kind = kind, .reason = std::move(reason)});
@@ -52,11 +57,13 @@ RemoteControl::RemoteControl(AppState& state, Surroundings surroundings)
 }
 
 ControlAnswer<void> RemoteControl::open() {
+    assertRequestOnMainThread(__LINE__);
     surroundings.open();
     return {};
 }
 
 ControlAnswer<ControlStatus> RemoteControl::status() {
+    assertRequestOnMainThread(__LINE__);
     ControlStatus report{
         .status = wordOf(state.status()),
         .statusText = statusLine(state.status(), state.failedShortcuts()),
@@ -88,6 +95,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
 }
 
 ControlAnswer<void> RemoteControl::perform(std::string_view action) {
+    assertRequestOnMainThread(__LINE__);
     const std::optional<WindowAction> known = WindowAction::fromRawValue(action);
     if (!known) {
         return refuse(Kind::invalid, "there is no such action");
@@ -110,6 +118,7 @@ ControlAnswer<void> RemoteControl::perform(std::string_view action) {
 }
 
 ControlAnswer<void> RemoteControl::setRule(std::string_view bundleIdentifier, std::string_view action) {
+    assertRequestOnMainThread(__LINE__);
     constexpr std::string_view entrySuffix = ".desktop";
     if (bundleIdentifier.ends_with(entrySuffix)) {
         bundleIdentifier.remove_suffix(entrySuffix.size());
@@ -132,6 +141,7 @@ ControlAnswer<void> RemoteControl::setRule(std::string_view bundleIdentifier, st
 }
 
 ControlAnswer<void> RemoteControl::quit() {
+    assertRequestOnMainThread(__LINE__);
     surroundings.quit();
     return {};
 }

@@ -11,7 +11,8 @@ namespace tessel {
 /// Answers what is asked from outside, out of the program's state and on the desktop in force. Main thread only.
 ///
 /// An action asked for is like a press of its shortcut: while the program is switched off or is not allowed to move
-/// windows, it is refused. Unlike a press, one without a window is answered instead of beeped at.
+/// windows, it is refused. Unlike a press, one without a window is answered instead of beeped at. A request on another
+/// thread stops the process.
 class RemoteControl final : public platform::ControlRequests {
 public:
     struct Surroundings {

@@ -1,14 +1,27 @@
 #include "Tessel/StatusMenu.h"
 
+#include "CorvidKit/Concurrency.h"
 #include "Platform/Localization.h"
 #include "Platform/MainActor.h"
 #include "Platform/Platform.h"
 #include "Tessel/StatusText.h"
 
+#include <functional>
 #include <utility>
 #include <vector>
 
 namespace tessel {
+
+namespace {
+
+/// What a panel calls: on another thread it stops the process.
+std::function<void()> onMainThread(std::function<void()> action) {
+    return [action = std::move(action)] {
+        corvid::assumeIsolated({.file = "Tessel/StatusMenu", .line = __LINE__}, action);
+    };
+}
+
+} // namespace
 
 StatusMenu::StatusMenu(AppState& state, platform::StatusItem& item, Ways ways)
     : state(state)
@@ -40,11 +53,14 @@ void StatusMenu::update() {
     lines.push_back({.title = std::move(text), .isEnabled = false, .isChecked = std::nullopt, .action = nullptr});
     lines.push_back({.title = localization.text("Tessel", isEnabled ? "Turn off" : "Turn on"),
                      .isChecked = std::nullopt,
-                     .action = [&state = state, isEnabled] { state.setEnabled(!isEnabled); }});
+                     .action = onMainThread([&state = state, isEnabled] { state.setEnabled(!isEnabled); })});
     lines.push_back({.title = "", .isChecked = std::nullopt, .action = nullptr});
-    lines.push_back(
-        {.title = localization.text("Tessel", "Open Tessel"), .isChecked = std::nullopt, .action = ways.open});
-    lines.push_back({.title = localization.text("CorvidKit", "Quit"), .isChecked = std::nullopt, .action = ways.quit});
+    lines.push_back({.title = localization.text("Tessel", "Open Tessel"),
+                     .isChecked = std::nullopt,
+                     .action = onMainThread(ways.open)});
+    lines.push_back({.title = localization.text("CorvidKit", "Quit"),
+                     .isChecked = std::nullopt,
+                     .action = onMainThread(ways.quit)});
     item.setMenu(std::move(lines));
 }
 

@@ -38,6 +38,9 @@ public:
     /// The same, and observers are told in a turn of their own.
     Window& openWindow(WindowOptions windowOptions = {});
 
+    /// It is known by that identifier from now on.
+    void setBundleIdentifier(std::string identifier) { options.bundleIdentifier = std::move(identifier); }
+
     /// The windows that are open, oldest first.
     [[nodiscard]] std::vector<Window*> windows() const;
 

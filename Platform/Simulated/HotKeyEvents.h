@@ -55,6 +55,9 @@ public:
     std::optional<OSStatus> deliverWithoutParameter(OSStatus status = eventParameterNotFoundErr);
     std::optional<OSStatus> deliverWithoutEvent();
 
+    /// What came with the handler, to be given back to it; null without a handler.
+    [[nodiscard]] const void* handlerData() const { return userData; }
+
     /// The hot keys that are registered, oldest first.
     [[nodiscard]] const std::vector<Registered>& registered() const { return hotKeys; }
 

@@ -30,6 +30,7 @@
 #include "Platform/MainBundle.h"
 #include "Platform/Platform.h"
 #include "Tessel/AppState.h"
+#include "Tessel/MenuBarSymbol.h"
 #include "Tessel/MenuView.h"
 #include "Tessel/RemoteControl.h"
 #include "Tessel/StatusLine.h"
@@ -155,9 +156,8 @@ int runResident() {
     return corvid::MenuBarApp::run([&]() -> corvid::MenuBarApp::Parts {
         AppState& state = AppState::shared();
         const auto quit = [&application] { application.terminate(); };
-        auto menuBar = corvid::MenuBarController::make(
-            "Tessel", std::make_shared<MenuView>(state), popover, state.objectWillChange(),
-            [&state] { return std::string(state.status().menuBarSymbol()); });
+        auto menuBar = corvid::MenuBarController::make("Tessel", std::make_shared<MenuView>(state), popover,
+                                                       state.objectWillChange(), menuBarSymbol(state));
         statusMenu.emplace(state, menuBar->statusItem(), StatusMenu::Ways{.open = openPopover, .quit = quit});
         // Subscribers are told before a change; the new status is there in the next turn.
         statusReport = state.objectWillChange().subscribe([&] {
@@ -169,12 +169,7 @@ int runResident() {
                 }
             });
         });
-        // What was just installed has another name now, and may be what a window was waiting to be called.
-        entries.onChange([&state] {
-            if (!state.rules().empty()) {
-                state.setRules(state.rules());
-            }
-        });
+        entries.onChange([&state] { state.applicationsChanged(); });
         remoteControl.emplace(state,
                               RemoteControl::Surroundings{.version = TESSEL_VERSION,
                                                           .backend = [&desktop] { return std::string(desktop.name()); },

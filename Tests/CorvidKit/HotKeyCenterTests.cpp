@@ -4,11 +4,15 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace corvid {
@@ -45,6 +49,39 @@ protected:
     HotKeyCenter<char> center{dispatcher};
     std::string pressed;
 };
+
+/// What an action need not be is ordered.
+struct HashedAction {
+    std::string name;
+
+    friend bool operator==(const HashedAction&, const HashedAction&) = default;
+};
+
+} // namespace
+} // namespace corvid
+
+template <>
+struct std::hash<corvid::HashedAction> {
+    std::size_t operator()(const corvid::HashedAction& action) const noexcept {
+        return std::hash<std::string>{}(action.name);
+    }
+};
+
+namespace corvid {
+namespace {
+
+TEST_F(Center, TakesActionsThatCanOnlyBeHashed) {
+    HotKeyCenter<HashedAction> hashed(dispatcher);
+    hashed.onPress = [&](const HashedAction& action) { pressed += action.name; };
+    events.refuse(right.keyCode, right.modifiers);
+    const std::unordered_map<HashedAction, Shortcut> table{{{"left"}, left}, {{"right"}, right}};
+    hashed.registerShortcuts(table);
+    EXPECT_EQ(press(left), platform::noErr);
+    EXPECT_EQ(pressed, "left");
+    EXPECT_EQ(hashed.failed(), (std::unordered_set<HashedAction>{{"right"}}));
+    hashed.unregister();
+    EXPECT_TRUE(events.registered().empty());
+}
 
 TEST_F(Center, BeginsWithNothing) {
     EXPECT_FALSE(center.isRegistered());
@@ -95,7 +132,7 @@ TEST_F(Center, WithNothingButInvalidShortcutsIsNotRegistered) {
 TEST_F(Center, RemembersWhatWasRefusedAndRegistersTheRest) {
     events.refuse(right.keyCode, right.modifiers);
     center.registerShortcuts(three);
-    EXPECT_EQ(center.failed(), (std::set{'r'}));
+    EXPECT_EQ(center.failed(), (std::unordered_set{'r'}));
     EXPECT_TRUE(center.isRegistered());
     EXPECT_EQ(registeredIds(), (std::vector<std::uint32_t>{1, 3}));
 }
@@ -105,7 +142,7 @@ TEST_F(Center, WithEverythingRefusedIsNotRegistered) {
         events.refuse(shortcut.keyCode, shortcut.modifiers);
     }
     center.registerShortcuts(three);
-    EXPECT_EQ(center.failed(), (std::set{'l', 'r', 'u'}));
+    EXPECT_EQ(center.failed(), (std::unordered_set{'l', 'r', 'u'}));
     EXPECT_FALSE(center.isRegistered());
 }
 

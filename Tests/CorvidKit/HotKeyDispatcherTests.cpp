@@ -145,8 +145,25 @@ TEST_F(Dispatcher, AHandlerMayRegisterOthersWhileItRuns) {
     EXPECT_EQ(presses, 1);
 }
 
-TEST_F(Dispatcher, TheSharedOneIsOne) {
-    EXPECT_EQ(&HotKeyDispatcher::shared(), &HotKeyDispatcher::shared());
+TEST_F(Dispatcher, FindsItsWayWithoutAnyHelpOfThePlatform) {
+    EXPECT_EQ(add(left), 1U);
+    EXPECT_EQ(events.handlerData(), nullptr);
+    EXPECT_EQ(events.press(left.keyCode, left.modifiers), platform::noErr);
+    EXPECT_EQ(presses, 1);
+}
+
+TEST_F(Dispatcher, IsTheSharedOneForAsLongAsItLives) {
+    EXPECT_EQ(&HotKeyDispatcher::shared(), &dispatcher);
+    {
+        const HotKeyDispatcher other;
+        EXPECT_EQ(&HotKeyDispatcher::shared(), &other);
+    }
+    EXPECT_EQ(&HotKeyDispatcher::shared(), &dispatcher);
+}
+
+TEST(SharedDispatcher, IsOne) {
+    HotKeyDispatcher& one = HotKeyDispatcher::shared();
+    EXPECT_EQ(&HotKeyDispatcher::shared(), &one);
 }
 
 TEST(DispatcherDeathTest, RunningOutOfIdsStopsTheProcess) {

@@ -106,11 +106,37 @@ TEST(Preference, IsItsDefaultWhenTheStoredKindIsAnother) {
     EXPECT_TRUE(read("false", true));
 }
 
-TEST(Preference, NeverTakesABooleanForANumberOrTheOtherWayRound) {
-    EXPECT_EQ(read(true, std::int64_t{7}), 7);
-    EXPECT_EQ(read(true, 7.0), 7.0);
-    EXPECT_TRUE(read(0, true));
-    EXPECT_TRUE(read(0.0, true));
+TEST(Preference, ReadsZeroAndOneAsABoolean) {
+    EXPECT_FALSE(read(0, true));
+    EXPECT_TRUE(read(1, false));
+    EXPECT_FALSE(read(0.0, true));
+    EXPECT_FALSE(read(-0.0, true));
+    EXPECT_TRUE(read(1.0, false));
+}
+
+TEST(Preference, IsItsDefaultWhenTheNumberIsNoBoolean) {
+    for (const bool defaultValue : {false, true}) {
+        EXPECT_EQ(read(2, defaultValue), defaultValue);
+        EXPECT_EQ(read(-1, defaultValue), defaultValue);
+        EXPECT_EQ(read(0.5, defaultValue), defaultValue);
+        EXPECT_EQ(read(std::numeric_limits<double>::quiet_NaN(), defaultValue), defaultValue);
+        EXPECT_EQ(read(std::numeric_limits<double>::infinity(), defaultValue), defaultValue);
+        EXPECT_EQ(read(std::numeric_limits<std::int64_t>::min(), defaultValue), defaultValue);
+    }
+}
+
+TEST(Preference, ReadsABooleanAsZeroOrOne) {
+    EXPECT_EQ(read(true, std::int64_t{7}), 1);
+    EXPECT_EQ(read(false, std::int64_t{7}), 0);
+    EXPECT_EQ(read(true, 7.0), 1.0);
+    EXPECT_EQ(read(false, 7.0), 0.0);
+}
+
+TEST(Preference, NeverTakesATextOrBytesForANumber) {
+    EXPECT_TRUE(read("0", true));
+    EXPECT_EQ(read("1", std::int64_t{7}), 7);
+    EXPECT_TRUE(read(Data{std::byte{0}}, true));
+    EXPECT_EQ(read(true, std::string{"default"}), "default");
 }
 
 TEST(Preference, ReadsANumberOfTheOtherKindWhenNothingIsLost) {
@@ -157,7 +183,7 @@ TEST(DictionaryPreference, DropsTheEntriesThatCannotBeRead) {
 
 TEST(DictionaryPreference, IsEmptyNotItsDefaultWhenNoEntryCanBeRead) {
     using Numbers = std::map<std::string, std::int64_t>;
-    EXPECT_EQ(read(Dictionary{{"bad", "1"}, {"worse", true}}, Numbers{{"default", 0}}), Numbers{});
+    EXPECT_EQ(read(Dictionary{{"bad", "1"}, {"worse", Dictionary{}}}, Numbers{{"default", 0}}), Numbers{});
     EXPECT_EQ(read(Dictionary{}, Numbers{{"default", 0}}), Numbers{});
 }
 

@@ -76,7 +76,7 @@ TEST(UpdateReminder, StartsAPeriodWhereTheStoredOneCannotBeTrusted) {
         {{"updateReminderSince", present - 31 * day}},
         {{"updateReminderVersion", 12}, {"updateReminderSince", present - 31 * day}},
         {{"updateReminderVersion", "1.2"}, {"updateReminderSince", "yesterday"}},
-        {{"updateReminderVersion", "1.2"}, {"updateReminderSince", true}},
+        {{"updateReminderVersion", "1.2"}, {"updateReminderSince", Dictionary{}}},
     };
     for (const Dictionary& stored : untrusted) {
         NotingStore store(stored);

@@ -83,6 +83,38 @@ TEST_F(StateOfRules, WritesARuleThenWatchesTheApplicationsThatRun) {
     EXPECT_TRUE(state.ruleApps().empty());
 }
 
+TEST_F(StateOfRules, WritesNothingWhenApplicationsWereInstalled) {
+    storeRule();
+    AppState& state = make();
+    ASSERT_EQ(state.ruleApps().front().name, "org.example.Editor");
+    desktop.applicationCatalogue.install("/applications/Editor", {"org.example.Editor", "Text Editor", "editor"});
+    int announced = 0;
+    const corvid::Subscription changes = state.objectWillChange().subscribe([&announced] { ++announced; });
+    state.applicationsChanged();
+    EXPECT_EQ(state.ruleApps().front().name, "Text Editor");
+    EXPECT_EQ(announced, 1);
+    for (const std::string& line : desktop.trace.take()) {
+        EXPECT_EQ(line.find("setting"), std::string::npos) << line;
+    }
+}
+
+TEST_F(StateOfRules, WatchesAnApplicationThatIsCalledByItsNameOnlyOnceItIsInstalled) {
+    storeRule();
+    AppState& state = make();
+    Application& editor = desktop.applications.launch({.process = 10, .bundleIdentifier = std::nullopt});
+    desktop.mainActor.run();
+    EXPECT_EQ(desktop.accessibilityObservers.count(), 0U);
+    editor.setBundleIdentifier("org.example.Editor");
+    state.applicationsChanged();
+    EXPECT_EQ(desktop.accessibilityObservers.count(), 1U);
+}
+
+TEST_F(StateOfRules, LooksAtNothingWhenApplicationsWereInstalledThatNoRuleIsFor) {
+    AppState& state = make();
+    state.applicationsChanged();
+    EXPECT_EQ(desktop.trace.take(), Lines{});
+}
+
 TEST_F(StateOfRules, WatchesOnlyWhileItIsOnAndTrusted) {
     storeRule();
     AppState& state = make();
