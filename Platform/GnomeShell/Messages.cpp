@@ -1,21 +1,23 @@
 #include "Platform/GnomeShell/Messages.h"
 
+#include "Platform/Compositor/Json.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <nlohmann/json.hpp>
 
 namespace platform::gnomeshell {
 
 namespace {
 
+using compositor::Json;
+using compositor::member;
 using compositor::Output;
 using compositor::Window;
 using compositor::WindowIdentifier;
 using compositor::WindowKind;
-using nlohmann::json;
 
 constexpr std::size_t longestMessage = std::size_t{4} << 20U;
 constexpr std::size_t longestText = 1024;
@@ -24,21 +26,12 @@ constexpr std::size_t mostOutputs = 64;
 /// Farther than any desktop reaches.
 constexpr double farthest = 1e6;
 
-json parse(std::string_view text) {
-    return text.size() > longestMessage ? json(json::value_t::discarded) : json::parse(text, nullptr, false);
+Json parse(std::string_view text) {
+    return text.size() > longestMessage ? Json() : compositor::parsedJson(text).value_or(Json());
 }
 
-/// The member of an object; null where there is none.
-const json* member(const json& object, const char* name) {
-    if (!object.is_object()) {
-        return nullptr;
-    }
-    const auto found = object.find(name);
-    return found == object.end() ? nullptr : &*found;
-}
-
-std::string textOf(const json& object, const char* name) {
-    const json* value = member(object, name);
+std::string textOf(const Json& object, const char* name) {
+    const Json* value = member(object, name);
     if (value == nullptr || !value->is_string()) {
         return {};
     }
@@ -46,12 +39,12 @@ std::string textOf(const json& object, const char* name) {
     return text.size() > longestText ? std::string() : text;
 }
 
-bool booleanOf(const json& object, const char* name) {
-    const json* value = member(object, name);
+bool booleanOf(const Json& object, const char* name) {
+    const Json* value = member(object, name);
     return value != nullptr && value->is_boolean() && value->get<bool>();
 }
 
-std::optional<WindowIdentifier> identifierOf(const json* value) {
+std::optional<WindowIdentifier> identifierOf(const Json* value) {
     if (value == nullptr || !value->is_number_unsigned()) {
         return std::nullopt;
     }
@@ -59,14 +52,14 @@ std::optional<WindowIdentifier> identifierOf(const json* value) {
 }
 
 /// The rectangle that begins at an element of a list.
-std::optional<corvid::CGRect> rectangleIn(const json& list, std::size_t first) {
+std::optional<corvid::CGRect> rectangleIn(const Json& list, std::size_t first) {
     constexpr std::size_t sides = 4;
     if (!list.is_array() || list.size() < first + sides) {
         return std::nullopt;
     }
     std::array<double, sides> values{};
     for (std::size_t index = 0; index < sides; ++index) {
-        const json& value = list[first + index];
+        const Json& value = list[first + index];
         if (!value.is_number()) {
             return std::nullopt;
         }
@@ -79,13 +72,13 @@ std::optional<corvid::CGRect> rectangleIn(const json& list, std::size_t first) {
     return width < 0 || height < 0 ? std::nullopt : std::optional(corvid::CGRect{{x, y}, {width, height}});
 }
 
-std::optional<corvid::CGRect> rectangleOf(const json& object, const char* name) {
-    const json* value = member(object, name);
+std::optional<corvid::CGRect> rectangleOf(const Json& object, const char* name) {
+    const Json* value = member(object, name);
     return value == nullptr ? std::nullopt : rectangleIn(*value, 0);
 }
 
-ProcessIdentifier processOf(const json& object) {
-    const json* value = member(object, "pid");
+ProcessIdentifier processOf(const Json& object) {
+    const Json* value = member(object, "pid");
     if (value == nullptr || !value->is_number_integer()) {
         return 0;
     }
@@ -95,7 +88,7 @@ ProcessIdentifier processOf(const json& object) {
                : 0;
 }
 
-WindowKind kindOf(const json& object) {
+WindowKind kindOf(const Json& object) {
     const std::string kind = textOf(object, "kind");
     if (kind == "standard") {
         return WindowKind::standard;
@@ -103,7 +96,7 @@ WindowKind kindOf(const json& object) {
     return kind == "auxiliary" ? WindowKind::auxiliary : WindowKind::furniture;
 }
 
-std::optional<std::pair<WindowIdentifier, Window>> windowOf(const json& object) {
+std::optional<std::pair<WindowIdentifier, Window>> windowOf(const Json& object) {
     auto identifier = identifierOf(member(object, "id"));
     const auto frame = rectangleOf(object, "frame");
     if (!identifier || !frame) {
@@ -121,12 +114,12 @@ std::optional<std::pair<WindowIdentifier, Window>> windowOf(const json& object) 
                                                     .frame = *frame});
 }
 
-std::optional<std::vector<Output>> outputsOf(const json* list) {
+std::optional<std::vector<Output>> outputsOf(const Json* list) {
     if (list == nullptr || !list->is_array() || list->size() > mostOutputs) {
         return std::nullopt;
     }
     std::vector<Output> outputs;
-    for (const json& each : *list) {
+    for (const Json& each : *list) {
         const auto frame = rectangleOf(each, "frame");
         const auto workArea = rectangleOf(each, "workArea");
         if (frame && workArea && frame->size.width > 0 && frame->size.height > 0) {
@@ -139,9 +132,9 @@ std::optional<std::vector<Output>> outputsOf(const json* list) {
 } // namespace
 
 std::optional<Hello> parseHello(std::string_view text) {
-    const json message = parse(text);
-    const json* version = member(message, "version");
-    const json* windows = member(message, "windows");
+    const Json message = parse(text);
+    const Json* version = member(message, "version");
+    const Json* windows = member(message, "windows");
     auto outputs = outputsOf(member(message, "outputs"));
     if (version == nullptr || !version->is_number_integer() || windows == nullptr || !windows->is_array() || !outputs) {
         return std::nullopt;
@@ -152,7 +145,7 @@ std::optional<Hello> parseHello(std::string_view text) {
                 .contents = {.windows = {},
                              .focused = identifierOf(member(message, "focused")),
                              .outputs = *std::move(outputs)}};
-    for (const json& each : *windows) {
+    for (const Json& each : *windows) {
         auto window = windowOf(each);
         if (window && hello.contents.windows.size() < mostWindows) {
             hello.contents.windows.push_back(*std::move(window));
@@ -166,17 +159,17 @@ std::optional<std::pair<WindowIdentifier, Window>> parseWindow(std::string_view 
 }
 
 std::optional<std::vector<Output>> parseOutputs(std::string_view text) {
-    const json message = parse(text);
+    const Json message = parse(text);
     return outputsOf(&message);
 }
 
 std::optional<std::vector<WindowFrame>> parseFrames(std::string_view text) {
-    const json message = parse(text);
+    const Json message = parse(text);
     if (!message.is_array()) {
         return std::nullopt;
     }
     std::vector<WindowFrame> frames;
-    for (const json& each : message) {
+    for (const Json& each : message) {
         // Number, rectangle, whether it is fullscreen.
         constexpr std::size_t length = 6;
         const bool hasAll = each.is_array() && each.size() == length && each.back().is_boolean();

@@ -1,16 +1,18 @@
 #include "Platform/KWin/ScriptMessages.h"
 
+#include "Platform/Compositor/Json.h"
+
 #include <array>
 #include <cmath>
 #include <limits>
-#include <nlohmann/json.hpp>
 #include <utility>
 
 namespace platform::kwin::ScriptMessages {
 
 namespace {
 
-using Json = nlohmann::json;
+using compositor::Json;
+using compositor::member;
 
 constexpr std::size_t longestName = 1024;
 constexpr std::size_t mostWindows = 10'000;
@@ -19,19 +21,7 @@ constexpr std::size_t mostScreens = 64;
 constexpr double farthest = 1e6;
 
 std::optional<Json> parsed(std::string_view text) {
-    if (text.size() > longestText) {
-        return std::nullopt;
-    }
-    Json value = Json::parse(text, nullptr, false);
-    return value.is_discarded() ? std::nullopt : std::optional(std::move(value));
-}
-
-const Json* member(const Json& object, const char* name) {
-    if (!object.is_object()) {
-        return nullptr;
-    }
-    const auto found = object.find(name);
-    return found == object.end() ? nullptr : &*found;
+    return text.size() > longestText ? std::nullopt : compositor::parsedJson(text);
 }
 
 /// A text, empty where there is none or one that is no name.

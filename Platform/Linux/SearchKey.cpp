@@ -1,6 +1,7 @@
 #include "Platform/Linux/SearchKey.h"
 
 #include "Platform/Linux/Applications/GLibMemory.h"
+#include "Platform/Linux/ValidText.h"
 
 namespace platform::linux {
 
@@ -41,8 +42,7 @@ std::string_view plainLetters(gunichar character) {
 } // namespace
 
 std::string searchKey(std::string_view text) {
-    const GLibText valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
-    const GLibText folded(g_utf8_casefold(valid.get(), -1));
+    const GLibText folded(g_utf8_casefold(validText(text).c_str(), -1));
     const GLibText decomposed(g_utf8_normalize(folded.get(), -1, G_NORMALIZE_ALL));
     std::string key;
     for (const char* place = decomposed.get(); *place != '\0';) {

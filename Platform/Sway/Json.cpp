@@ -1,27 +1,9 @@
 #include "Platform/Sway/Json.h"
 
 #include <limits>
+#include <string>
 
 namespace platform::sway {
-
-std::optional<Json> parsedJson(std::string_view text) {
-    // Each container of a layout is two levels. Without a limit some kilobytes of brackets would take the hundredfold.
-    constexpr int deepest = 256;
-    const auto keepShallow = [](int depth, Json::parse_event_t /*event*/, Json& /*value*/) { return depth <= deepest; };
-    Json value = Json::parse(text, keepShallow, false);
-    if (value.is_discarded()) {
-        return std::nullopt;
-    }
-    return value;
-}
-
-const Json* member(const Json& object, const char* name) {
-    if (!object.is_object()) {
-        return nullptr;
-    }
-    const auto found = object.find(name);
-    return found == object.end() ? nullptr : &*found;
-}
 
 std::string_view textOf(const Json& object, const char* name) {
     const Json* value = member(object, name);

@@ -40,7 +40,8 @@ WALLS = [
     Wall("Platform/Simulated", rf"{SEAM}|(Platform/Simulated|CorvidKitCore)/.*"),
     Wall("Platform/Linux", rf"{SEAM}|(Platform/Linux|CorvidKitCore)/.*", rf"glib\.h|systemd/.*|plist/.*|{SYSTEM}"),
     Wall("Platform/X11", rf"{SEAM}|(Platform/X11|Platform/Linux|CorvidKitCore)/.*", rf"xcb/.*|{SYSTEM}"),
-    Wall("Platform/Compositor", rf"{SEAM}|(Platform/Compositor|Platform/Linux|CorvidKitCore)/.*", SYSTEM),
+    Wall("Platform/Compositor", rf"{SEAM}|(Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
+         rf"nlohmann/json\.hpp|{SYSTEM}"),
     *(
         Wall(folder, rf"{SEAM}|({folder}|Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
              rf"systemd/.*|nlohmann/json\.hpp|xkbcommon/.*|{SYSTEM}")

@@ -14,7 +14,11 @@ class Placement {
             'size-changed', () => this._changed(), 'position-changed', () => this._changed(), this);
         const {width, height} = window.get_frame_rect();
         const isOwnSize = wanted[2] === width && wanted[3] === height;
-        if (this._release() && isOwnSize) {
+        // Whatever it is released to, it has yet to be asked.
+        this._isAsking = true;
+        const isComing = this._release();
+        this._isAsking = false;
+        if (isComing && isOwnSize) {
             // The size that it is about to leave is not asked for as long as it has it.
             this._isReleasing = true;
             this._wait(80, () => this._ask());

@@ -5,7 +5,8 @@ class Windows {
         this._known = new Map();
         this._placements = new Map();
         this._isMoveTold = false;
-        for (const {metaWindow} of global.get_window_actors())
+        // A window that is closing has been taken leave of already: nothing would tell of its end.
+        for (const {metaWindow} of global.get_window_actors().filter(actor => !actor.is_destroyed()))
             this._follow(metaWindow, metaWindow.get_frame_rect().width > 0);
         global.display.connectObject(
             'window-created', (_display, window) => this._follow(window, false),

@@ -1,5 +1,7 @@
 """App rules on i3: the first window of a ruled application is taken out of the layout and placed."""
 
+from dataclasses import replace
+
 from harness import servers
 from harness.applications import APPLICATIONS, Application, own_window, tk_window
 from harness.desktop import RunningApplication
@@ -127,6 +129,15 @@ def a_window_that_opens_on_a_workspace_that_nobody_sees_stays_there(program):
         # Where it is to be, i3 shows when somebody looks.
         desktop.command("workspace 9")
         is_placed(desktop, running, "maximize")
+
+
+@case("desktop.i3.rules.not-utf8")
+def a_window_whose_class_is_not_utf8_holds_up_no_other(program):
+    xterm = APPLICATIONS["xterm"]
+    with I3Desktop(program, name="i3.rules.not-utf8") as desktop:
+        start_with_rules(desktop, {OWN: "maximize"})
+        launch(desktop, replace(xterm, command=(*xterm.command, "-class", "X\udce9")))
+        is_placed(desktop, launch(desktop, own_window()), "maximize")
 
 
 @case("desktop.i3.rules.scratchpad")

@@ -97,6 +97,19 @@ def a_window_is_placed_on_the_output_that_it_opens_on(program):
             desktop.end(running)
 
 
+@case("desktop.sway.rules.not-utf8")
+def a_window_whose_title_is_not_utf8_is_a_window_like_another(program):
+    # In its locale, xterm hands the title on byte by byte.
+    latin = replace(
+        XTERM, command=(*XTERM.command, "-T", "caf\udce9"), environment=XTERM.environment | {"LC_ALL": "C"}
+    )
+    with SwayDesktop(program, name="sway.rules.not-utf8") as desktop:
+        product = start_with_rules(desktop, {"org.xfce.mousepad": "maximize", "debian-xterm": "maximize"})
+        is_placed(desktop, launch(desktop, latin), "maximize")
+        is_placed(desktop, launch(desktop, APPLICATIONS["mousepad"]), "maximize")
+        assert product.status == "Active", product.status
+
+
 @case("desktop.sway.rules.elsewhere")
 def a_window_that_opens_on_a_hidden_workspace_stays_there(program):
     with SwayDesktop(program, 'assign [app_id="mousepad"] workspace "9: notes"\n', "sway.rules.elsewhere") as desktop:

@@ -44,7 +44,7 @@ class Connection:
 
     def read(self) -> tuple[int, Any]:
         _, length, kind = HEADER.unpack(self._bytes(HEADER.size))
-        return kind, json.loads(self._bytes(length))
+        return kind, json.loads(self._bytes(length).decode(errors="replace"))
 
     def has_something(self) -> bool:
         return bool(select.select([self.socket], [], [], 0)[0])

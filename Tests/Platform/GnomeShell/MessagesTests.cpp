@@ -46,12 +46,17 @@ TEST(ShellMessages, AWindowWithoutNumberOrFrameIsNone) {
         R"({"id":7,"frame":[1,2,-3,4]})",
         R"({"id":7,"frame":[1,2,1e300,4]})",
         R"({"id":7,"frame":{"x":1}})",
-        "{\"id\":7,\"frame\":[1,2,3,4],\"applicationId\":\"\xff\"}",
         std::string(100'000, '['),
     };
     for (const std::string& text : texts) {
         EXPECT_FALSE(parseWindow(text)) << text.substr(0, 80);
     }
+}
+
+TEST(ShellMessages, WhatIsNotUtf8InATextIsReplaced) {
+    const auto window = parseWindow("{\"id\":7,\"frame\":[1,2,3,4],\"applicationId\":\"caf\xe9\"}");
+    ASSERT_TRUE(window);
+    EXPECT_EQ(window->second.clues.applicationId, "caf\uFFFD");
 }
 
 TEST(ShellMessages, ValuesOfOtherTypesCountAsUntold) {

@@ -12,12 +12,17 @@ const Placement = new Function('Meta', 'GLib', `${read('protocol.js')}${read('pl
 
 /** A window as the shell has it: what it takes at once is in `rounded` and `held`, what its program does comes later. */
 class PlayedWindow {
-    constructor({type, rounded = size => size, held = null}) {
-        Object.assign(this, {type, rounded, held, frame: [0, 0, 640, 480], asked: [], listeners: null});
+    constructor({type, rounded = size => size, held = null, restored = null}) {
+        Object.assign(this, {type, rounded, held, restored, frame: [0, 0, 640, 480], asked: [], listeners: null});
     }
 
     get_client_type() { return this.type; }
-    get_maximized() { return 0; }
+    get_maximized() { return this.restored ? Meta.MaximizeFlags.BOTH : 0; }
+    unmaximize() {
+        const frame = this.restored;
+        this.restored = null;
+        this.becomes(frame);
+    }
     allows_resize() { return true; }
     connectObject(sizeName, sizeChanged, positionName, positionChanged) {
         this.listeners = {[sizeName]: sizeChanged, [positionName]: positionChanged};
@@ -91,5 +96,11 @@ expect(waylandFrames, [], 'a program of Wayland has yet to answer');
 wayland.becomes(wanted);
 expect(waylandFrames, [wanted], 'a program of Wayland has answered');
 expect(wayland.listeners, null, 'nobody listens to a window that is settled');
+
+for (const type of Object.values(Meta.WindowClientType)) {
+    const maximized = new PlayedWindow({type, restored: wanted});
+    expect(place(maximized, wanted), [wanted], 'a window that is released to where it is to be is settled once');
+    expect(maximized.listeners, null, 'nobody listens to a window that was released to where it is to be');
+}
 
 System.exit(0);

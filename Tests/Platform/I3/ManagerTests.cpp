@@ -68,6 +68,15 @@ TEST_F(I3Manager, ReadsTheLayout) {
     EXPECT_EQ(layout->windows.at(5).frame, (CGRect{{0, 20}, {800, 580}}));
 }
 
+TEST_F(I3Manager, ReadsTheLayoutAroundAClassThatIsNotUtf8) {
+    i3.setTree(layouts::root(layouts::output(
+        "A", layouts::rect(0, 0, 800, 600), 3,
+        layouts::workspace(3, layouts::rect(0, 20, 800, 580),
+                           layouts::window(5, layouts::rect(0, 20, 400, 580)) +
+                               ",{\"window_properties\":{\"class\":\"X\xe9\"},\"name\":\"\xff\xc3\"}"))));
+    EXPECT_TRUE(answers());
+}
+
 TEST_F(I3Manager, TakesAWindowOutOfTheLayoutAndPutsItThere) {
     display().beginTurn();
     EXPECT_TRUE(manager.place(display(), 5, {{-10.4, 20.6}, {400, 300}}));

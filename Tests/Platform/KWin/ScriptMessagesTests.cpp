@@ -46,6 +46,12 @@ TEST(ScriptMessages, NamesThatAreTooLongOrHoldAZeroAreEmpty) {
     }
 }
 
+TEST(ScriptMessages, WhatIsNotUtf8InANameIsReplaced) {
+    const auto news = readNews(window(whole + ",\"class\":\"X\xe9\""));
+    ASSERT_TRUE(news);
+    EXPECT_EQ(std::get<ScriptMessages::Told>(*news).window.clues.windowClass, "X\uFFFD");
+}
+
 TEST(ScriptMessages, WindowsThatAreNotWholeAreNone) {
     for (const char* rest : {
              R"("process":"7","kind":"standard","frame":[1,2,3,4])",

@@ -137,6 +137,18 @@ TEST_F(SwaySession, MalformedEventsCloseIt) {
     EXPECT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
 }
 
+TEST_F(SwaySession, AWindowWhoseTitleIsNotUtf8IsAWindowLikeAnother) {
+    const std::string title = "caf\xe9";
+    desktop.sway.setTree(layouts::oneOutput({{.number = 7}, {.number = 8, .title = title}}));
+    desktop.session.start();
+    ASSERT_TRUE(desktop.table.isOpen());
+    desktop.sway.tell(0x80000003, R"({"change":"title","container":{"id":8,"name":")" + title + "\"}}");
+    ASSERT_TRUE(desktop.refresh());
+    EXPECT_TRUE(desktop.session.isOpen());
+    EXPECT_NE(desktop.table.find("7"), nullptr);
+    EXPECT_NE(desktop.table.find("8"), nullptr);
+}
+
 TEST_F(SwaySession, AnAnswerAmongTheEventsIsNoneOfThem) {
     open();
     desktop.sway.tellRaw(FakeSway::message(4, R"({"type":"root","nodes":[]})"));

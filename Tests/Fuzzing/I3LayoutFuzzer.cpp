@@ -1,0 +1,30 @@
+#include "Platform/I3/Layout.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+/// Takes the bytes for a layout: whatever it says, what is read of it has a place and a size.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are characters.
+    const std::string_view text(reinterpret_cast<const char*>(bytes), size);
+    const auto json = platform::sway::parsedJson(text);
+    const auto layout = json ? platform::i3::readLayout(*json) : std::nullopt;
+    if (!layout) {
+        return 0;
+    }
+    for (const auto& [window, place] : layout->windows) {
+        const bool isSound = window != 0 && place.frame.size.width > 0 && place.frame.size.height > 0 &&
+                             place.drawn.size.width > 0 && place.drawn.size.height > 0;
+        if (!isSound) {
+            std::abort();
+        }
+    }
+    for (const corvid::CGRect& area : layout->workAreas) {
+        if (!(area.size.width > 0 && area.size.height > 0)) {
+            std::abort();
+        }
+    }
+    return 0;
+}

@@ -1,0 +1,63 @@
+#include "Platform/KWin/ScriptMessages.h"
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+#include <variant>
+
+namespace {
+
+using namespace platform;
+namespace messages = kwin::ScriptMessages;
+
+void require(bool condition) {
+    if (!condition) {
+        std::abort();
+    }
+}
+
+void requireWithin(const corvid::CGRect& frame) {
+    constexpr double farthest = 1e6;
+    require(std::abs(frame.origin.x) <= farthest && std::abs(frame.origin.y) <= farthest);
+    require(frame.size.width >= 0 && frame.size.width <= farthest);
+    require(frame.size.height >= 0 && frame.size.height <= farthest);
+}
+
+void requireSound(const compositor::WindowIdentifier& identifier, const compositor::Window& window) {
+    require(!identifier.empty() && window.clues.process >= 0);
+    require(!window.clues.applicationId.contains('\0') && !window.clues.windowClass.contains('\0'));
+    requireWithin(window.frame);
+}
+
+} // namespace
+
+/// Takes the bytes for news and for results: whatever they say, what is read of them is within bounds.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are characters.
+    const std::string_view text(reinterpret_cast<const char*>(bytes), size);
+    if (const auto news = messages::readNews(text)) {
+        if (const auto* opened = std::get_if<messages::Opened>(&*news)) {
+            for (const auto& [identifier, window] : opened->windows) {
+                requireSound(identifier, window);
+            }
+        }
+        if (const auto* told = std::get_if<messages::Told>(&*news)) {
+            requireSound(told->identifier, told->window);
+        }
+        if (const auto* screens = std::get_if<messages::Screens>(&*news)) {
+            for (const compositor::Output& output : screens->outputs) {
+                requireWithin(output.frame);
+                requireWithin(output.workArea);
+            }
+        }
+    }
+    if (const auto results = messages::readResults(text)) {
+        for (const messages::Result& result : *results) {
+            requireWithin(result.frame.value_or(corvid::CGRect{}));
+            requireWithin(result.asked.value_or(corvid::CGRect{}));
+        }
+    }
+    return 0;
+}

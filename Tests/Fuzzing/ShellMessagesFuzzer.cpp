@@ -1,0 +1,59 @@
+#include "Platform/GnomeShell/Messages.h"
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+using namespace platform;
+
+void require(bool condition) {
+    if (!condition) {
+        std::abort();
+    }
+}
+
+void requireWithin(const corvid::CGRect& frame) {
+    constexpr double farthest = 1e6;
+    require(std::abs(frame.origin.x) <= farthest && std::abs(frame.origin.y) <= farthest);
+    require(frame.size.width >= 0 && frame.size.width <= farthest);
+    require(frame.size.height >= 0 && frame.size.height <= farthest);
+}
+
+void requireSound(const compositor::WindowIdentifier& identifier, const compositor::Window& window) {
+    constexpr std::size_t longestText = 1024;
+    require(!identifier.empty() && window.clues.process >= 0);
+    require(window.clues.applicationId.size() <= longestText && window.clues.windowClass.size() <= longestText);
+    requireWithin(window.frame);
+}
+
+} // namespace
+
+/// Takes the bytes for each of the messages in turn: whatever they say, what is read of them is within bounds.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are characters.
+    const std::string_view text(reinterpret_cast<const char*>(bytes), size);
+    if (const auto hello = gnomeshell::parseHello(text)) {
+        for (const auto& [identifier, window] : hello->contents.windows) {
+            requireSound(identifier, window);
+        }
+    }
+    if (const auto window = gnomeshell::parseWindow(text)) {
+        requireSound(window->first, window->second);
+    }
+    if (const auto outputs = gnomeshell::parseOutputs(text)) {
+        for (const compositor::Output& output : *outputs) {
+            requireWithin(output.frame);
+            requireWithin(output.workArea);
+        }
+    }
+    if (const auto frames = gnomeshell::parseFrames(text)) {
+        for (const auto& each : *frames) {
+            requireWithin(each.frame);
+        }
+    }
+    return 0;
+}

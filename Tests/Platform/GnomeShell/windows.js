@@ -1,0 +1,45 @@
+// Which windows the extension follows, over a shell that is played here: windows.js FOLDER, which has the parts of the
+// extension. Fails with the first thing that is not as it should be.
+
+const {GLib} = imports.gi;
+const System = imports.system;
+
+const read = file => new TextDecoder().decode(GLib.file_get_contents(GLib.build_filenamev([ARGV[0], file]))[1]);
+
+/** Has every function that is connected to, and does nothing. */
+class Played {
+    connectObject() {}
+    disconnectObject() {}
+}
+
+class PlayedWindow extends Played {
+    constructor(id) {
+        super();
+        this.id = id;
+    }
+
+    get_id() { return this.id; }
+    get_window_type() { return Meta.WindowType.NORMAL; }
+    get_transient_for() { return null; }
+    is_override_redirect() { return false; }
+    get_stable_sequence() { return this.id; }
+    get_frame_rect() { return {x: 0, y: 0, width: 640, height: 480}; }
+    is_fullscreen() { return false; }
+}
+
+const open = {metaWindow: new PlayedWindow(1), is_destroyed: () => false};
+// Its picture is fading; the window has been taken leave of, and tells nothing any more.
+const closing = {metaWindow: new PlayedWindow(2), is_destroyed: () => true};
+const global = {
+    display: new Played(), window_manager: new Played(), get_window_actors: () => [open, closing],
+};
+const Main = {layoutManager: new Played()};
+const Meta = {WindowType: {NORMAL: 0}};
+const Windows = new Function('global', 'Main', 'Meta', `${read('protocol.js')}${read('windows.js')}; return Windows;`)(
+    global, Main, Meta);
+
+const followed = new Windows(() => {}).all().map(window => window.get_id());
+if (JSON.stringify(followed) !== '[1]')
+    throw new Error(`followed are ${JSON.stringify(followed)}, not the open window alone`);
+
+System.exit(0);
