@@ -122,7 +122,7 @@ def it_opens_on_the_monitor_of_the_panel(program, edge):
         x, y = monitor.x + 16, monitor.y + (16 if edge == "top" else monitor.height - 16)
 
         def is_there() -> bool:
-            shown = screen(desktop.server.display).crop((x - 12, y - 12, x + 12, y + 12)).convert("L").getextrema()
+            shown = screen(desktop.server.display, Rect(x - 12, y - 12, 24, 24)).convert("L").getextrema()
             return shown[1] - shown[0] > 60
 
         until(is_there, "the item in the panel", 15.0)

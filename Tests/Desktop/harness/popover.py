@@ -71,19 +71,21 @@ class Popover:
     def picture(self):
         frame = self.frame()
         assert frame, "the popover is not open"
-        return screen(self.desktop.server.display).crop(
-            (frame.x, frame.y, frame.x + frame.width, frame.y + frame.height)
-        )
+        return screen(self.desktop.server.display, frame)
 
-    def background(self) -> tuple[int, int, int]:
-        return self.picture().getpixel(tuple(round(place * self.scale) for place in BACKGROUND_AT))
+    def background(self, picture=None) -> tuple[int, int, int]:
+        """Now, or in a picture that was made of it."""
+        return (picture or self.picture()).getpixel(tuple(round(place * self.scale) for place in BACKGROUND_AT))
 
     def until_background(self, colour: tuple[int, int, int], seconds: float = 5.0) -> None:
         until(lambda: self.background() == colour, f"the background {colour}", seconds, self.background)
 
     def is_drawn(self) -> bool:
         """Opaque, and not empty."""
-        return self.is_open() and self.background() in (LIGHT, DARK) and len(self.picture().getcolors(1 << 20)) > 50
+        if not self.is_open():
+            return False
+        picture = self.picture()
+        return self.background(picture) in (LIGHT, DARK) and len(picture.getcolors(1 << 20)) > 50
 
     def until_drawn(self, seconds: float = 5.0) -> None:
         until(self.is_drawn, "the popover to be drawn", seconds, lambda: self.is_open() and self.background())
