@@ -54,20 +54,20 @@ class Server:
         """Ends the server as a crash does, and clears away what it could not clear away itself."""
         self.process.kill()
         self.process.wait()
-        for path in self.left_behind():
-            os.unlink(path)
+        self.clear_away()
 
-    def left_behind(self) -> list[str]:
-        """Files of this server that are still there; another server may have taken the display's number since."""
-        found = []
+    def clear_away(self) -> None:
+        """Removes what the server has left; it may when another one looks for a free number at the same moment.
+
+        That one may have taken this server's number since.
+        """
         if _identity(self._socket) == self._made:
-            found.append(self._socket)
+            os.unlink(self._socket)
         try:
             if int(Path(self._lock).read_text()) == self.process.pid:
-                found.append(self._lock)
+                os.unlink(self._lock)
         except (FileNotFoundError, ValueError):
             pass
-        return found
 
 
 def virtual(session: Session, width: int = 1920, height: int = 1080) -> Server:
