@@ -15,7 +15,7 @@ from .product import Product
 from .rect import Rect
 from .session import Session
 from .skipping import require
-from .waiting import until, until_equal
+from .waiting import STARTING, until, until_equal
 from .window_managers import WINDOW_MANAGERS, WindowManager
 from .windows import Windows
 
@@ -65,7 +65,7 @@ class Desktop:
         self.manager_process = self.session.start([*manager.command, *options], name, manager.environment)
         self.until_settled()
 
-    def until_settled(self, seconds: float = 15.0) -> None:
+    def until_settled(self, seconds: float = STARTING) -> None:
         manager, windows = self.manager, self.windows
 
         def manages() -> bool:
@@ -103,7 +103,7 @@ class Desktop:
         process = self.session.start([*application.command, *options], application.name, application.environment)
         return RunningApplication(application, process, 0)
 
-    def wait_for(self, running: RunningApplication, seconds: float = 15.0) -> int:
+    def wait_for(self, running: RunningApplication, seconds: float = STARTING) -> int:
         """Waits until the window is managed and its place no longer changes; gives the window."""
         windows, process = self.windows, running.process
 

@@ -11,7 +11,7 @@ from PIL import Image, ImageChops
 from .picture import screen
 from .rect import Rect
 from .skipping import require
-from .waiting import until
+from .waiting import PATIENCE, until
 
 SYMBOLS = ("uiwindow.split.2x1", "rectangle.split.2x1", "exclamationmark.triangle.fill")
 BADGED = ".badged"
@@ -169,7 +169,7 @@ def shown_icon(desktop, name: str) -> str | None:
     return best if candidates[best] < tolerable else None
 
 
-def until_icon(desktop, panel: str, icon: str | None, seconds: float = 5.0) -> None:
+def until_icon(desktop, panel: str, icon: str | None, seconds: float = PATIENCE) -> None:
     until(
         lambda: shown_icon(desktop, panel) == icon, f"the icon {icon} in {panel}", seconds,
         lambda: shown_icon(desktop, panel),
