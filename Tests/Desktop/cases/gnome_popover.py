@@ -15,7 +15,7 @@ def open_popover(desktop: Gnome, product) -> tuple[int, Rect]:
     """Clicks on the item; gives the window, and the plate in it as its user sees it."""
     item = desktop.item_frame()
     desktop.hands.click(item.x + item.width // 2, item.y + item.height // 2)
-    (window,) = until(lambda: desktop.windows_of(product.process.pid), "the popover to open", 10.0)
+    (window,) = until(lambda: desktop.windows_of(product.process.pid), "the popover to open")
     until_equal(desktop.focused, window, "the window with the keyboard")
     return window, desktop.at_rest(window).grown(-SHADOW, -SHADOW, -SHADOW, -SHADOW)
 

@@ -8,7 +8,7 @@ from harness.gnome import Gnome
 from harness.oracle import centred
 from harness.product import run_to_end
 from harness.rect import Rect
-from harness.waiting import until, until_equal
+from harness.waiting import STARTING, until, until_equal
 
 from . import case
 from .gnome_actions import APPLICATIONS, open_application
@@ -43,7 +43,7 @@ def start_own(desktop: Gnome, *wishes: str):
 
 
 def window_of(desktop: Gnome, process) -> Launched:
-    (window,) = until(lambda: desktop.windows_of(process.pid), "a window to appear", 15.0)
+    (window,) = until(lambda: desktop.windows_of(process.pid), "a window to appear", STARTING)
     return Launched(process, window)
 
 

@@ -33,7 +33,7 @@ def with_panel(desktop: Desktop):
     start_panel(desktop, XFCE)
     product = desktop.launch()
     product.until_status("Active")
-    until_icon(desktop, XFCE, ACTIVE, 15.0)
+    until_icon(desktop, XFCE, ACTIVE)
     return product, Popover(desktop, product)
 
 
@@ -74,7 +74,7 @@ def a_click_on_the_item_opens_it_and_everything_else_closes_it(program, manager)
         work_area = until(desktop.windows.work_area, "the work area")
         for way in ("the item again", "outside", "Escape", "another window"):
             click_item(desktop)
-            frame = popover.until_open(10.0, f", to be closed by {way}")
+            frame = popover.until_open(when=f", to be closed by {way}")
             assert frame.width == WIDTH, f"{frame.width} wide"
             assert is_within(frame, work_area), f"{frame} is not within {work_area}"
             assert frame.y - work_area.y == GAP, f"{frame} does not hang at the panel"
@@ -101,7 +101,7 @@ def closed_with_escape_it_gives_the_keyboard_back(program):
         product, popover = with_panel(desktop)
         for _ in range(3):
             click_item(desktop)
-            popover.until_open(10.0)
+            popover.until_open()
             popover.close()
             until(lambda: desktop.windows.has_input_focus(editor.window), "the editor to have the keyboard")
         product.until_at_rest()
@@ -117,17 +117,17 @@ def it_opens_on_the_monitor_of_the_panel(program, edge):
         product = desktop.launch()
         product.until_status("Active")
         popover = Popover(desktop, product)
-        until(lambda: len(registered_items(desktop) or ()) == 1, "the item to be registered", 15.0)
+        until(lambda: len(registered_items(desktop) or ()) == 1, "the item to be registered")
         monitor = SMALL_RIGHT.frame
         x, y = monitor.x + 16, monitor.y + (16 if edge == "top" else monitor.height - 16)
 
         def is_there() -> bool:
-            shown = screen(desktop.server.display).crop((x - 12, y - 12, x + 12, y + 12)).convert("L").getextrema()
+            shown = screen(desktop.server.display, Rect(x - 12, y - 12, 24, 24)).convert("L").getextrema()
             return shown[1] - shown[0] > 60
 
-        until(is_there, "the item in the panel", 15.0)
+        until(is_there, "the item in the panel")
         desktop.keyboard.click(x, y)
-        frame = popover.until_open(10.0)
+        frame = popover.until_open()
         # The panel draws a line beside its 32 pixels.
         height = 33
         room = Rect(monitor.x, monitor.y + (height if edge == "top" else 0), monitor.width, monitor.height - height)
@@ -149,7 +149,7 @@ def the_toolkit_comes_with_the_first_opening_and_all_else_goes_on(program):
         editor = desktop.open(APPLICATIONS["mousepad"])
         for action, x in (("rightHalf", 960), ("leftHalf", 0)):
             run_to_end(desktop.session, program)
-            popover.until_open(10.0)
+            popover.until_open()
             # As long as the popover has the keyboard there is no window for a shortcut to act on.
             before = desktop.windows.frame(editor.window)
             desktop.press(product, action)
@@ -185,7 +185,7 @@ def a_second_start_opens_it_and_quit_ends_the_program_with_it_open(program):
         product = desktop.launch()
         popover = Popover(desktop, product)
         assert run_to_end(desktop.session, program)[0] == 0
-        frame = popover.until_open(10.0)
+        frame = popover.until_open()
         # Without a panel there is still a corner for it.
         assert frame[:2] == (1920 - WIDTH - GAP, GAP), f"{frame} is not in the corner"
         assert run_to_end(desktop.session, program)[0] == 0
@@ -207,11 +207,11 @@ def asked_from_elsewhere_it_opens_at_the_item_however_long_its_first_opening_tak
         start_panel(desktop, "trayer")
         product = desktop.launch()
         product.until_status("Active")
-        until_icon(desktop, "trayer", ACTIVE, 15.0)
+        until_icon(desktop, "trayer", ACTIVE)
         popover = Popover(desktop, product)
         for _ in range(2):
             run_to_end(desktop.session, program)
-            frame = popover.until_open(10.0)
+            frame = popover.until_open()
             # At the left end of the upper edge, and not over the panel.
             assert frame.x == GAP and 32 < frame.y <= 32 + GAP, f"{frame} is not at the item"
             popover.close()
@@ -226,7 +226,7 @@ def when_the_server_dies_with_it_open_the_program_ends_by_itself(program):
         product = desktop.launch()
         popover = Popover(desktop, product)
         run_to_end(desktop.session, program)
-        popover.until_open(10.0)
+        popover.until_open()
         desktop.server.kill()
         status = product.ended()
         assert status == 1, f"ended with {status}: {product.errors()}"

@@ -30,7 +30,7 @@ class Reader:
 
     def open(self) -> None:
         assert run_to_end(self.desktop.session, self.desktop.program)[0] == 0
-        self.popover.until_open(10.0)
+        self.popover.until_open()
         self.until(lambda tree: any(node.role == "page tab" for node in tree.shown()), "the popover to be told of")
 
     def until(self, condition, what: str) -> Node:
@@ -220,7 +220,7 @@ def everything_has_a_role_a_name_and_its_states(program, language):
         desktop.start_window_manager("openbox")
         reader = Reader(desktop, environment={"LANGUAGE": language, "LC_MESSAGES": "C.UTF-8"})
         assert run_to_end(desktop.session, program)[0] == 0
-        reader.popover.until_open(10.0)
+        reader.popover.until_open()
         tree = reader.until(lambda tree: len(tree.shown()) > 20, "the popover to be told of")
         (window,) = tree.children
         names = [node.name for node in window.children[0].all() if "showing" in node.states]

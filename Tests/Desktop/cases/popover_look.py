@@ -41,7 +41,7 @@ def it_follows_the_colour_scheme_while_it_is_open(program):
         product = desktop.launch()
         popover = Popover(desktop, product)
         run_to_end(desktop.session, program)
-        popover.until_open(10.0)
+        popover.until_open()
         popover.until_background(LIGHT)
         for preference, background in (("1", DARK), ("2", LIGHT), ("1", DARK), ("0", LIGHT), ("1", DARK)):
             scheme.write_text(preference)
@@ -66,7 +66,7 @@ def it_is_as_large_as_the_fonts_of_the_desktop(program, dots):
         scale = dots / 96
         popover = Popover(desktop, product, scale)
         run_to_end(desktop.session, program)
-        frame = popover.until_open(10.0)
+        frame = popover.until_open()
         assert frame.width == round(WIDTH * scale), f"{frame.width} wide"
         assert is_within(frame, screen), f"{frame} is not on the screen"
         # Drawn as large, not stretched: its background reaches its edges.
@@ -92,7 +92,7 @@ def it_grows_and_shrinks_with_the_fonts_while_it_is_open(program):
         product = desktop.launch()
         popover = Popover(desktop, product)
         run_to_end(desktop.session, program)
-        assert popover.until_open(10.0).width == WIDTH
+        assert popover.until_open().width == WIDTH
         plain = popover.picture()
         for number in (144, 96, 192, 96):
             desktop.session.run([*dots, str(number)])

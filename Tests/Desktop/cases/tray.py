@@ -30,7 +30,7 @@ def the_panel_shows_the_item_while_the_program_runs(program, panel):
         desktop.start_window_manager("openbox")
         start_panel(desktop, panel)
         if PANELS[panel].reads_bus:
-            until(lambda: registered_items(desktop) == [], "the panel to be there without items", 15.0)
+            until(lambda: registered_items(desktop) == [], "the panel to be there without items")
         product = desktop.launch()
         product.until_status("Active")
         until_icon(desktop, panel, ACTIVE)
@@ -50,9 +50,9 @@ def a_panel_that_comes_later_or_is_killed_and_started_again_shows_it(program, pa
             running = start_panel(desktop, panel)
             if PANELS[panel].reads_bus:
                 # A second from when there is somebody to register with.
-                until(lambda: registered_items(desktop) is not None, "the panel to be there", 15.0)
+                until(lambda: registered_items(desktop) is not None, "the panel to be there")
                 until_registered(desktop, 1.0)
-            until_icon(desktop, panel, ACTIVE, 15.0)
+            until_icon(desktop, panel, ACTIVE)
             # As in a crash, with all its helpers.
             desktop.session.processes.end(running, signal.SIGKILL)
             if PANELS[panel].reads_bus:
@@ -69,7 +69,7 @@ def its_menu_switches_the_program_off_and_on(program):
         start_panel(desktop, XFCE)
         product = desktop.launch()
         product.until_status("Active")
-        until_icon(desktop, XFCE, ACTIVE, 15.0)
+        until_icon(desktop, XFCE, ACTIVE)
         assert list(menu(desktop)) == ["Active · 6 shortcuts · 0 apps", "Turn off", "Open Tessel", "Quit"]
         choose(desktop, "Turn off")
         product.until_status("Paused")
@@ -98,7 +98,7 @@ def it_warns_while_no_window_manager_moves_windows(program, panel):
         start_panel(desktop, panel)
         product = desktop.launch()
         product.until_status("Active")
-        until_icon(desktop, panel, ACTIVE, 15.0)
+        until_icon(desktop, panel, ACTIVE)
         desktop.stop_window_manager()
         product.until_status("Waiting for permission", POLL)
         until_icon(desktop, panel, WAITING)
@@ -120,7 +120,7 @@ def a_reminder_that_is_due_shows_a_dot_from_the_start(program, panel):
         start_panel(desktop, panel)
         product = desktop.launch()
         product.until_status("Active")
-        until_icon(desktop, panel, ACTIVE + BADGED, 15.0)
+        until_icon(desktop, panel, ACTIVE + BADGED)
 
 
 @case("desktop.tray.none")

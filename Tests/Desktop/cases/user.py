@@ -23,7 +23,7 @@ class Hand(Reader):
 
     def open(self) -> None:
         click_item(self.desktop)
-        self.popover.until_open(10.0)
+        self.popover.until_open()
 
     def click(self, role: str, name: str) -> None:
         """Clicks the middle of what is shown, once it has come to rest there."""
@@ -56,7 +56,7 @@ def a_day_with_the_program(program):
         start_panel(desktop, XFCE)
         hand = Hand(desktop)
         hand.product.until_status("Active")
-        until_icon(desktop, XFCE, ACTIVE, 15.0)
+        until_icon(desktop, XFCE, ACTIVE)
         editor = launch(desktop, APPLICATIONS["mousepad"])
         before = desktop.windows.frame(editor.window)
 

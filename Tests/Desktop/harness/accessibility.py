@@ -7,7 +7,7 @@ from typing import Iterator
 
 from .rect import Rect
 from .skipping import Skipped, require
-from .waiting import until
+from .waiting import PATIENCE, until
 
 try:
     from gi.repository import Gio, GLib
@@ -119,7 +119,7 @@ class Accessibility:
             pass
         return None
 
-    def until_tree(self, process_id: int, condition, what: str, seconds: float = 5.0) -> Node:
+    def until_tree(self, process_id: int, condition, what: str, seconds: float = PATIENCE) -> Node:
         """The tree for which the condition holds."""
         def fitting() -> Node | None:
             tree = self.tree(process_id)

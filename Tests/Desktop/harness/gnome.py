@@ -17,7 +17,7 @@ from .product import Product
 from .rect import Rect
 from .session import Session
 from .skipping import Skipped, require
-from .waiting import until, until_equal
+from .waiting import PATIENCE, STARTING, until, until_equal
 
 try:
     from gi.repository import Gio, GLib
@@ -56,7 +56,7 @@ class Bus:
             address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None
         )
 
-    def call(self, name: str, path: str, interface: str, method: str, types: str = "()", *values, timeout: int = 5000):
+    def call(self, name: str, path: str, interface: str, method: str, types: str = "()", *values, timeout: int = int(1000 * PATIENCE)):
         parameters = GLib.Variant(types, values)
         return self.connection.call_sync(
             name, path, interface, method, parameters, None, Gio.DBusCallFlags.NONE, timeout, None
@@ -108,7 +108,7 @@ class Hands:
             self._session("NotifyPointerMotionRelative", "(dd)", float(x - now_x), float(y - now_y))
             return (now_x, now_y) == (x, y)
 
-        until(arrives, f"the pointer to be at {x}, {y}", 5.0, self.pointer)
+        until(arrives, f"the pointer to be at {x}, {y}", PATIENCE, self.pointer)
 
     def click(self, x: int, y: int, button: int = 0x110) -> None:
         self.point(x, y)
@@ -194,10 +194,10 @@ class Gnome:
             assert self.shell.poll() is None, f"gnome-shell ended with {self.shell.returncode}"
             return self.bus.has("org.example.Eyes")
 
-        until(answers, "GNOME Shell to be there", 30.0)
-        until(lambda: not self.see("Main.layoutManager._startingUp"), "the shell's start to be over", 10.0)
+        until(answers, "GNOME Shell to be there", STARTING)
+        until(lambda: not self.see("Main.layoutManager._startingUp"), "the shell's start to be over", STARTING)
         self.see("Main.overview.hide()")
-        until(lambda: not self.see("Main.overview.visible"), "the desktop to be seen", 5.0,
+        until(lambda: not self.see("Main.overview.visible"), "the desktop to be seen", PATIENCE,
               lambda: self.see("[Main.overview._shown, Main.overview._animationInProgress, Main.overview.visible]"))
         self.hands = Hands(self.bus, lambda: tuple(self.see("global.get_pointer().slice(0, 2)")))
         first, *others = self.monitors
@@ -253,7 +253,7 @@ class Gnome:
             return self.frame(window)[:2] == rect[:2]
 
         self.see(ask)
-        until(is_there, f"the window to come to {rect}", 3.0, lambda: self.frame(window))
+        until(is_there, f"the window to come to {rect}", PATIENCE, lambda: self.frame(window))
         return self.at_rest(window)
 
     def at_rest(self, window: int) -> Rect:
@@ -264,7 +264,7 @@ class Gnome:
             seen.append(self.frame(window))
             return len(seen) > 10 and len(set(seen[-10:])) == 1
 
-        until(steady, "the window to come to rest", 5.0)
+        until(steady, "the window to come to rest", PATIENCE)
         return seen[-1]
 
     def holds_frame(self, window: int, frame: Rect, what: str, seconds: float = 3.0) -> None:
@@ -350,7 +350,7 @@ class Gnome:
             assert process.poll() is None, f"{log} ended with {process.returncode}"
             return self.windows_of(process.pid)
 
-        (window,) = until(appeared, f"a window of {log}", 15.0)
+        (window,) = until(appeared, f"a window of {log}", STARTING)
         self.activate(window)
         return process, window
 

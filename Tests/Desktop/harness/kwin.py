@@ -11,7 +11,7 @@ from .product import Product
 from .rect import Rect
 from .session import Session
 from .skipping import Skipped, require
-from .waiting import until, until_equal
+from .waiting import PATIENCE, STARTING, until, until_equal
 
 try:
     from gi.repository import Gio, GLib
@@ -104,7 +104,7 @@ class Bus:
         name, path, interface = place
         values = GLib.Variant(signature, arguments)
         reply = self.connection.call_sync(
-            name, path, interface, method, values, None, Gio.DBusCallFlags.NO_AUTO_START, 5000, None
+            name, path, interface, method, values, None, Gio.DBusCallFlags.NO_AUTO_START, int(1000 * PATIENCE), None
         )
         return reply.unpack()
 
@@ -294,7 +294,7 @@ class KWinDesktop:
             assert self.kwin.poll() is None, f"KWin ended with {self.kwin.returncode}"
             return told.exists()
 
-        until(is_up, "KWin to start", 30.0)
+        until(is_up, "KWin to start", STARTING)
         self.session.environment["DISPLAY"] = told.read_text().strip()
 
     def stop_kwin(self) -> None:
@@ -312,7 +312,7 @@ class KWinDesktop:
             require(command[0], package or command[0])
         return self.session.start(list(command), Path(command[0]).name, environment)
 
-    def wait_for(self, process, seconds: float = 20.0) -> Client:
+    def wait_for(self, process, seconds: float = STARTING) -> Client:
         def appeared() -> list[SeenWindow]:
             assert process.poll() is None, f"it ended with {process.returncode}"
             return self.eyes.of_process(process.pid)

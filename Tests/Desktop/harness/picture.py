@@ -5,19 +5,26 @@ from pathlib import Path
 from PIL import Image
 from Xlib import X, display
 
+from .rect import Rect
 from .waiting import until
 
 
-def screen(name: str) -> Image.Image:
-    """What that display shows now."""
+def screen(name: str, part: Rect | None = None) -> Image.Image:
+    """What that display shows now, all of it or a part. Pixels arrive slowly, so a part is worth asking for."""
     connection = display.Display(name)
     try:
         root = connection.screen().root
         size = root.get_geometry()
-        image = root.get_image(0, 0, size.width, size.height, X.ZPixmap, 0xFFFFFFFF)
-        return Image.frombytes("RGB", (size.width, size.height), image.data, "raw", "BGRX")
+        whole = Rect(0, 0, size.width, size.height)
+        part = part or whole
+        seen = part.within(whole)
+        image = root.get_image(*seen, X.ZPixmap, 0xFFFFFFFF)
+        picture = Image.frombytes("RGB", seen.size, image.data, "raw", "BGRX")
     finally:
         connection.close()
+    # Beside the screen it is black.
+    x, y = part.x - seen.x, part.y - seen.y
+    return picture.crop((x, y, x + part.width, y + part.height))
 
 
 def settled_screen(name: str) -> Image.Image:

@@ -5,7 +5,7 @@ from Xlib import X, error
 from .picture import screen
 from .rect import Rect
 from .tray import call
-from .waiting import until
+from .waiting import PATIENCE, until
 
 # In points; the plate's shadow lies around it where the window lets through what is behind.
 WIDTH, SHADOW = 340, 20
@@ -52,14 +52,14 @@ class Popover:
     def is_open(self) -> bool:
         return self.window() is not None
 
-    def until_open(self, seconds: float = 5.0, when: str = "") -> Rect:
+    def until_open(self, seconds: float = PATIENCE, when: str = "") -> Rect:
         """Its frame, once it is there, has the keyboard and is drawn."""
         until(self.frame, f"the popover to open{when}", seconds, self.product.errors)
         until(self.has_keyboard, f"the popover to have the keyboard{when}", seconds)
         self.until_drawn(seconds)
         return self.frame()
 
-    def until_closed(self, seconds: float = 5.0, when: str = "") -> None:
+    def until_closed(self, seconds: float = PATIENCE, when: str = "") -> None:
         until(lambda: not self.is_open(), f"the popover to close{when}", seconds)
 
     def has_keyboard(self) -> bool:
@@ -71,21 +71,23 @@ class Popover:
     def picture(self):
         frame = self.frame()
         assert frame, "the popover is not open"
-        return screen(self.desktop.server.display).crop(
-            (frame.x, frame.y, frame.x + frame.width, frame.y + frame.height)
-        )
+        return screen(self.desktop.server.display, frame)
 
-    def background(self) -> tuple[int, int, int]:
-        return self.picture().getpixel(tuple(round(place * self.scale) for place in BACKGROUND_AT))
+    def background(self, picture=None) -> tuple[int, int, int]:
+        """Now, or in a picture that was made of it."""
+        return (picture or self.picture()).getpixel(tuple(round(place * self.scale) for place in BACKGROUND_AT))
 
-    def until_background(self, colour: tuple[int, int, int], seconds: float = 5.0) -> None:
+    def until_background(self, colour: tuple[int, int, int], seconds: float = PATIENCE) -> None:
         until(lambda: self.background() == colour, f"the background {colour}", seconds, self.background)
 
     def is_drawn(self) -> bool:
         """Opaque, and not empty."""
-        return self.is_open() and self.background() in (LIGHT, DARK) and len(self.picture().getcolors(1 << 20)) > 50
+        if not self.is_open():
+            return False
+        picture = self.picture()
+        return self.background(picture) in (LIGHT, DARK) and len(picture.getcolors(1 << 20)) > 50
 
-    def until_drawn(self, seconds: float = 5.0) -> None:
+    def until_drawn(self, seconds: float = PATIENCE) -> None:
         until(self.is_drawn, "the popover to be drawn", seconds, lambda: self.is_open() and self.background())
 
     # How it is opened and used

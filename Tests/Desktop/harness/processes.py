@@ -12,7 +12,7 @@ import uuid
 from pathlib import Path
 
 from .skipping import Skipped
-from .waiting import until
+from .waiting import PATIENCE, STARTING, until
 
 MARK = "TESSEL_DESKTOP_TEST"
 PR_SET_PDEATHSIG = 1
@@ -52,7 +52,7 @@ class Processes:
         self.started.append(process)
         return process
 
-    def run(self, command: list[str], environment: dict[str, str], seconds: float = 10.0) -> str:
+    def run(self, command: list[str], environment: dict[str, str], seconds: float = STARTING) -> str:
         """Runs a command to its end and returns what it printed; fails if it failed."""
         try:
             done = subprocess.run(
@@ -69,7 +69,7 @@ class Processes:
         assert done.returncode == 0, f"{' '.join(command)} ended with {done.returncode}: {done.stderr.strip()}"
         return done.stdout
 
-    def end(self, process: subprocess.Popen, number: int = signal.SIGTERM, seconds: float = 5.0) -> int:
+    def end(self, process: subprocess.Popen, number: int = signal.SIGTERM, seconds: float = PATIENCE) -> int:
         """Signals one process, waits for it, then ends what is left of its group. Returns the exit status."""
         if process.poll() is None:
             os.kill(process.pid, number)
@@ -107,7 +107,7 @@ class Processes:
         for process in self.started[1:]:
             self._kill_group(process)
         for process in self.started[1:]:
-            process.wait(5.0)
+            process.wait(PATIENCE)
         for process in self.started[:1]:
             self.end(process)
         for process_id in self.alive():
@@ -115,7 +115,7 @@ class Processes:
                 os.kill(process_id, signal.SIGKILL)
             except ProcessLookupError:
                 pass
-        until(lambda: not self.alive(), "every process of the test to be gone", 5.0, self.alive)
+        until(lambda: not self.alive(), "every process of the test to be gone", PATIENCE, self.alive)
 
     def _kill_group(self, process: subprocess.Popen) -> None:
         try:

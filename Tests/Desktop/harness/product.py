@@ -8,7 +8,7 @@ import time
 from pathlib import Path
 
 from .session import Session
-from .waiting import Expired, until
+from .waiting import PATIENCE, Expired, until
 
 # Waiting for events with nothing to do, on this processor: the system calls by number. The second ones are those of the
 # toolkit's loop, which turns once the window was opened; it waits for several things, an answer comes through one.
@@ -54,7 +54,7 @@ class Product:
     def _alive(self) -> None:
         assert self.process.poll() is None, f"the program ended with {self.process.returncode}: {self.errors()}"
 
-    def until_ready(self, seconds: float = 10.0) -> None:
+    def until_ready(self, seconds: float = PATIENCE) -> None:
         def told() -> bool:
             self._listen()
             self._alive()
@@ -62,7 +62,7 @@ class Product:
 
         until(told, "the program to be ready", seconds, lambda: f"statuses {self.statuses}, {self.errors()!r}")
 
-    def until_status(self, wanted: str, seconds: float = 5.0) -> None:
+    def until_status(self, wanted: str, seconds: float = PATIENCE) -> None:
         def told() -> bool:
             now = self.status
             self._alive()
@@ -80,7 +80,7 @@ class Product:
         call = Path(f"/proc/{self.process.pid}/syscall").read_text().split()
         return call[0] in WAITING_CALLS or call[0] in POLLING_CALLS and int(call[2], 16) > 1
 
-    def until_at_rest(self, seconds: float = 5.0) -> None:
+    def until_at_rest(self, seconds: float = PATIENCE) -> None:
         """Returns when it has dealt with every event delivered before. (A delivered event wakes it at once.)"""
         until(self.waits_for_events, "the program to be at rest", seconds, self._doing)
 

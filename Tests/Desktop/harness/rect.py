@@ -17,6 +17,14 @@ class Rect(NamedTuple):
         """The rectangle with that much more on each side; negative numbers take away."""
         return Rect(self.x - left, self.y - top, self.width + left + right, self.height + top + bottom)
 
+    def within(self, other: "Rect") -> "Rect":
+        """What both have in common; at least a pixel of the other one."""
+        x, y = (max(outer, min(inner, outer + length - 1))
+                for inner, outer, length in zip(self[:2], other[:2], other.size))
+        right = min(self.x + self.width, other.x + other.width)
+        bottom = min(self.y + self.height, other.y + other.height)
+        return Rect(x, y, max(right - x, 1), max(bottom - y, 1))
+
     def is_near(self, other: "Rect", leeway: int) -> bool:
         return all(abs(one - another) <= leeway for one, another in zip(self, other))
 

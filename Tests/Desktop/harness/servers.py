@@ -5,7 +5,7 @@ from pathlib import Path
 
 from .session import Session
 from .skipping import Skipped
-from .waiting import Expired, until
+from .waiting import STARTING, Expired, until
 
 CONFIGURATION = Path(__file__).resolve().parent.parent / "two-monitors.conf"
 
@@ -22,7 +22,7 @@ def _identity(path: str) -> tuple[int, int] | None:
 class Server:
     """A running server with the display number that it chose itself."""
 
-    def __init__(self, session: Session, command: list[str], seconds: float):
+    def __init__(self, session: Session, command: list[str]):
         reading, writing = os.pipe()
         self.session = session
         self.process = session.start(
@@ -41,7 +41,7 @@ class Server:
             return self._answer.endswith(b"\n")
 
         try:
-            until(number_arrived, f"{command[0]} to choose a display", seconds)
+            until(number_arrived, f"{command[0]} to choose a display", STARTING)
         finally:
             os.close(reading)
         self.number = int(self._answer)
@@ -54,24 +54,24 @@ class Server:
         """Ends the server as a crash does, and clears away what it could not clear away itself."""
         self.process.kill()
         self.process.wait()
-        for path in self.left_behind():
-            os.unlink(path)
+        self.clear_away()
 
-    def left_behind(self) -> list[str]:
-        """Files of this server that are still there; another server may have taken the display's number since."""
-        found = []
+    def clear_away(self) -> None:
+        """Removes what the server has left; it may when another one looks for a free number at the same moment.
+
+        That one may have taken this server's number since.
+        """
         if _identity(self._socket) == self._made:
-            found.append(self._socket)
+            os.unlink(self._socket)
         try:
             if int(Path(self._lock).read_text()) == self.process.pid:
-                found.append(self._lock)
+                os.unlink(self._lock)
         except (FileNotFoundError, ValueError):
             pass
-        return found
 
 
 def virtual(session: Session, width: int = 1920, height: int = 1080) -> Server:
-    return Server(session, ["Xvfb", "-screen", "0", f"{width}x{height}x24"], 10.0)
+    return Server(session, ["Xvfb", "-screen", "0", f"{width}x{height}x24"])
 
 
 def two_monitors(session: Session) -> Server:
@@ -79,7 +79,7 @@ def two_monitors(session: Session) -> Server:
     log = str(session.logs / "xorg.log")
     command = ["Xorg", "-config", str(CONFIGURATION), "-logfile", log, "-sharevts", "-novtswitch"]
     try:
-        return Server(session, command, 15.0)
+        return Server(session, command)
     except (AssertionError, Expired) as failure:
         if os.geteuid() == 0:
             raise

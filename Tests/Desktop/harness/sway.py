@@ -14,7 +14,7 @@ from .rect import Rect
 from .session import Session
 from .skipping import Skipped, require
 from .sway_ipc import GET_TREE, RUN_COMMAND, Connection, Window, rect_of, windows_of
-from .waiting import until, until_equal
+from .waiting import STARTING, until, until_equal
 from .wayland_keyboard import WaylandKeyboard
 
 FIRST, SECOND = Rect(0, 0, 1920, 1080), Rect(1920, 0, 1280, 1024)
@@ -123,7 +123,7 @@ class SwayDesktop:
                 "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_HEADLESS_OUTPUTS": "2",
             },
         )
-        until(self._answers, "sway to answer", 20.0)
+        until(self._answers, "sway to answer", STARTING)
         (display,) = {path.name for path in self.session.runtime.glob("wayland-*") if path.suffix != ".lock"}
         told = self.session.runtime / "display"
         until(lambda: told.exists() and told.read_text().endswith("\n"), "the display for programs of X11")
@@ -131,7 +131,7 @@ class SwayDesktop:
             "SWAYSOCK": str(self.socket), "WAYLAND_DISPLAY": display, "DISPLAY": told.read_text().strip(),
         }
         until_equal(self.outputs, [FIRST, SECOND], "the outputs")
-        until(lambda: self.work_area(1).y > 0, "the bars to be there", 20.0)
+        until(lambda: self.work_area(1).y > 0, "the bars to be there", STARTING)
         # Versions differ in which one has the focus at first.
         self.command(f"focus output {self._output_nodes()[0]['name']}")
         self.keyboard = WaylandKeyboard(str(self.session.runtime / display))
@@ -209,7 +209,7 @@ class SwayDesktop:
         )
         return SwayWindow(application, process)
 
-    def wait_for(self, running: SwayWindow, seconds: float = 20.0) -> int:
+    def wait_for(self, running: SwayWindow, seconds: float = STARTING) -> int:
         def appeared() -> Window | None:
             assert running.process.poll() is None, f"{running.application.name} ended"
             return next((window for window in self.windows() if window.process == running.process.pid), None)

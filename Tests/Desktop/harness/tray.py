@@ -9,8 +9,9 @@ from pathlib import Path
 from PIL import Image, ImageChops
 
 from .picture import screen
+from .rect import Rect
 from .skipping import require
-from .waiting import until
+from .waiting import PATIENCE, until
 
 SYMBOLS = ("uiwindow.split.2x1", "rectangle.split.2x1", "exclamationmark.triangle.fill")
 BADGED = ".badged"
@@ -154,9 +155,8 @@ def shown_icon(desktop, name: str) -> str | None:
     """Which of the program's icons that panel shows: the one that looks most like it. None where nothing is shown that
     looks like one."""
     panel = PANELS[name]
-    picture = screen(desktop.server.display)
     # A border of the bar is not part of an item.
-    shape = _shape_in(picture.crop((0, 2, 190, panel.height - 3)))
+    shape = _shape_in(screen(desktop.server.display, Rect(0, 2, 190, panel.height - 5)))
     if shape is None or not 8 <= shape.width <= 40 or not 8 <= shape.height <= 40:
         return None
     candidates = {
@@ -169,7 +169,7 @@ def shown_icon(desktop, name: str) -> str | None:
     return best if candidates[best] < tolerable else None
 
 
-def until_icon(desktop, panel: str, icon: str | None, seconds: float = 5.0) -> None:
+def until_icon(desktop, panel: str, icon: str | None, seconds: float = PATIENCE) -> None:
     until(
         lambda: shown_icon(desktop, panel) == icon, f"the icon {icon} in {panel}", seconds,
         lambda: shown_icon(desktop, panel),

@@ -6,12 +6,17 @@ from typing import Any, Callable
 # Polling finer than this only takes processor time from what is being waited for.
 INTERVAL = 0.004
 
+# Deadlines for what is no fault to be slow on a busy machine, in seconds: an answer, the start of a desktop or an
+# application. They cost nothing unless something is broken. Where time itself is what a case is about, it says how much.
+PATIENCE = 15.0
+STARTING = 60.0
+
 
 class Expired(AssertionError):
     """A condition did not come true before its deadline."""
 
 
-def until(condition: Callable[[], Any], what: str, seconds: float = 5.0, saw: Callable[[], Any] | None = None) -> Any:
+def until(condition: Callable[[], Any], what: str, seconds: float = PATIENCE, saw: Callable[[], Any] | None = None) -> Any:
     """Returns the first true value of `condition`; after the deadline fails with `what` and what `saw` tells."""
     deadline = time.monotonic() + seconds
     while True:
@@ -24,7 +29,7 @@ def until(condition: Callable[[], Any], what: str, seconds: float = 5.0, saw: Ca
         time.sleep(INTERVAL)
 
 
-def until_equal(read: Callable[[], Any], expected: Any, what: str, seconds: float = 5.0) -> None:
+def until_equal(read: Callable[[], Any], expected: Any, what: str, seconds: float = PATIENCE) -> None:
     """Waits until `read` gives `expected`."""
     until(lambda: read() == expected, f"{what} to be {expected}", seconds, read)
 

@@ -12,7 +12,7 @@ from Xlib.ext import res
 from Xlib.protocol import event
 
 from .rect import Rect
-from .waiting import Expired, until
+from .waiting import PATIENCE, Expired, until
 
 NORTH_WEST = 1
 FROM_A_PAGER = 2
@@ -144,7 +144,7 @@ class Windows:
         self.root.send_event(request, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
         self.connection.flush()
 
-    def activate(self, identifier: int, seconds: float = 5.0) -> None:
+    def activate(self, identifier: int, seconds: float = PATIENCE) -> None:
         """Brings a window to the front and waits until window manager and server both say that it has the focus."""
         self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])
         self.fence()
@@ -201,7 +201,7 @@ class Windows:
             return shown == wanted if action == ADD else not shown
 
         what = f"states {wanted} to be {'set' if action == ADD else 'gone'}"
-        until(reached, what, 5.0, lambda: self.states(identifier))
+        until(reached, what, PATIENCE, lambda: self.states(identifier))
         self.fence()
 
     def minimize(self, identifier: int) -> None:
@@ -222,7 +222,7 @@ class Windows:
         what = f"{identifier:#x} to have the keyboard focus"
         until(lambda: focused() == identifier, what, saw=lambda: hex(focused()))
 
-    def fence(self, seconds: float = 5.0) -> None:
+    def fence(self, seconds: float = PATIENCE) -> None:
         """Returns when the window manager has handled everything that was asked before.
 
         A configure request for an unmapped window of ours goes to the window manager, which answers it in its turn.

@@ -1,0 +1,69 @@
+"""Tries a case, and once more if it failed and the environment allows a second try, which leaves a trace.
+
+TESSEL_DESKTOP_TRIES says how many tries there are. TESSEL_DESKTOP_SECOND_TRIES names a folder: every case that needed
+another try leaves a file of its name there, with the end of what the failed one saw.
+"""
+
+import io
+import os
+import sys
+import traceback
+from contextlib import redirect_stderr, redirect_stdout
+from pathlib import Path
+from typing import Callable, TextIO
+
+from .skipping import Skipped
+
+PASSED, FAILED, CANNOT_RUN = 0, 1, 77
+# Of a traceback, and of the logs.
+TRACE_LINES, LOG_LINES = 8, 30
+
+
+class Copying(io.TextIOBase):
+    """Passes on what is printed and keeps it."""
+
+    def __init__(self, output: TextIO):
+        self.output = output
+        self.kept: list[str] = []
+
+    def write(self, text: str) -> int:
+        self.kept.append(text)
+        return self.output.write(text)
+
+    def flush(self) -> None:
+        self.output.flush()
+
+
+def end_of(text: str, count: int) -> str:
+    return "".join(f"{line}\n" for line in text.splitlines()[-count:])
+
+
+def try_case(name: str, case: Callable[[], None]) -> int:
+    """The exit status of the case's last try."""
+    tries = int(os.environ.get("TESSEL_DESKTOP_TRIES", "1"))
+    for attempt in range(1, tries + 1):
+        printed, complaints = Copying(sys.stdout), Copying(sys.stderr)
+        try:
+            with redirect_stdout(printed), redirect_stderr(complaints):
+                case()
+        except Skipped as reason:
+            print(f"SKIPPED: {reason}")
+            return CANNOT_RUN
+        except Exception:
+            trace = traceback.format_exc()
+            print(trace, end="", file=sys.stderr)
+            print(f"{name}: failed at try {attempt} of {tries}")
+            if attempt < tries:
+                leave_trace(name, trace, "".join(printed.kept + complaints.kept))
+        else:
+            print(f"{name}: passed at try {attempt}")
+            return PASSED
+    return FAILED
+
+
+def leave_trace(name: str, trace: str, logs: str) -> None:
+    folder = os.environ.get("TESSEL_DESKTOP_SECOND_TRIES")
+    if not folder:
+        return
+    Path(folder).mkdir(parents=True, exist_ok=True)
+    Path(folder, name).write_text(end_of(trace, TRACE_LINES) + end_of(logs, LOG_LINES))
