@@ -19,6 +19,7 @@ HotKeyDispatcher* inForce = nullptr;
 HotKeyDispatcher& HotKeyDispatcher::shared() {
     if (inForce == nullptr) {
         static HotKeyDispatcher instance;
+        return instance;
     }
     return *inForce;
 }
