@@ -128,7 +128,7 @@ TEST_F(ALinkToTheShell, RefusesAnAnswerThatIsNone) {
     };
     const std::vector<FakeShell::Answer> answers{
         text(""), text("{"), text("[]"), text("\"Hello\""),
-        [](sd_bus_message* call) { sd_bus_reply_method_return(call, "s", std::string(1 << 20, '[').c_str()); }};
+        [](sd_bus_message* call) { sd_bus_reply_method_return(call, "s", std::string(200'000, '[').c_str()); }};
     int beginnings = 0;
     link->await(soon());
     for (const FakeShell::Answer& answer : answers) {

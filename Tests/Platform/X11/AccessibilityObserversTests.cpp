@@ -74,7 +74,7 @@ TEST_F(AccessibilityObserversTest, AWindowIsToldWhenTheWindowManagerHasFinishedW
     followed.hand.becomeWindowManager();
     followed.openWindow(editor, "Editor");
     followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() == 1; }));
+    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() > 0; }));
     followed.drain();
     EXPECT_EQ(watcher.windows, Windows{});
 
@@ -129,7 +129,7 @@ TEST_F(AccessibilityObserversTest, AWindowThatIsGoneByThenIsNotTold) {
     const xcb_window_t destroyed = followed.openWindow(editor, "Editor");
     const xcb_window_t hidden = followed.openWindow(editor, "Editor");
     const xcb_window_t remaining = followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() == 1; }));
+    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() > 0; }));
     followed.closeWindow(closed);
     followed.hand.destroy(destroyed);
     std::erase(followed.managed, hidden);

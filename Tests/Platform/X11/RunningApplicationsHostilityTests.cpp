@@ -103,7 +103,7 @@ struct Count {
     std::size_t windows = 0;
 };
 
-TEST(RunningApplicationsHostility, TwoThousandWindowsAtOnceStallNothingAndLeaveNothingBehind) {
+TEST(WholeRunningApplicationsHostility, TwoThousandWindowsAtOnceStallNothingAndLeaveNothingBehind) {
     constexpr std::size_t many = 2000;
     FollowedDesktop followed;
     followed.start();

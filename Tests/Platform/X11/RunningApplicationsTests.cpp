@@ -152,7 +152,11 @@ TEST_F(RunningApplicationsTest, ALaterWindowThatIdentifiesTheApplicationLaunches
     EXPECT_EQ(followed.told, Told{"launch editor"});
 }
 
-TEST_F(RunningApplicationsTest, AnApplicationThatNothingIdentifiesIsToldOnceAfterAWhileAndAnswersAfreshAfterwards) {
+using WholeRunningApplicationsTest = RunningApplicationsTest;
+
+// It takes the ten seconds that a name is waited for.
+TEST_F(WholeRunningApplicationsTest,
+       AnApplicationThatNothingIdentifiesIsToldOnceAfterAWhileAndAnswersAfreshAfterwards) {
     followed.start();
     const xcb_window_t window = followed.openWindow(editor, "Nothing");
     ASSERT_TRUE(isTold(1));

@@ -131,7 +131,9 @@ INSTANTIATE_TEST_SUITE_P(
         Step{.name = "SyncingTheFolder", .call = SYS_openat, .argument = 2, .bit = O_DIRECTORY, .survivor = 2}),
     [](const auto& step) { return std::string{step.param.name}; });
 
-TEST_F(UserDefaultsCrash, LeaveAWholeFileWithEveryFinishedWriteWhereverTheProcessIsKilled) {
+using WholeUserDefaultsCrash = UserDefaultsCrash;
+
+TEST_F(WholeUserDefaultsCrash, LeaveAWholeFileWithEveryFinishedWriteWhereverTheProcessIsKilled) {
     constexpr int rounds = 100;
     constexpr std::int64_t writes = 500;
     std::mt19937 random{std::random_device{}()};
