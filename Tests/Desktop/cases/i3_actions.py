@@ -30,11 +30,12 @@ def presses_come_out(desktop: I3Desktop, product, running, action: str, output: 
     window = running.window
     before, border = desktop.windows.frame(window), desktop.node(window)
     area = desktop.work_area(output)
-    asked = target(action, before, area)
     desktop.press(product, action)
     # The borders of a floating window may be others than in the layout, and terminals count rows only when they float.
     until(lambda: desktop.node(window).floating, f"{action} {what} to take the window out of the layout")
     settles = settles_on(desktop.windows, window, running.application, desktop.manager)
+    # What fills its part of the layout has a size of its own only outside: the one that it takes instead.
+    asked = target(action, Rect(before.x, before.y, *settles(before.size)), area)
     wanted = corrected(action, settles(asked.size), asked, area)
     desktop.holds_frame(window, wanted, f"{action} {what}, from {before}")
     after = desktop.node(window)
