@@ -147,6 +147,22 @@ def borders_and_gaps_stay_as_the_user_has_them(program, kind):
             presses_come_out(desktop, product, one, "maximize", 0, f"with {kind} borders out of the layout")
 
 
+# Two typefaces, two sizes: neither titles nor bars are of the same height. Both have made a second press move the window.
+FONTS = {"mono": "DejaVu Sans Mono 12", "serif": "DejaVu Serif 14"}
+
+
+@case_for_each("desktop.i3.titles", FONTS)
+def the_height_of_titles_makes_no_difference(program, kind):
+    configuration = f"font pango:{FONTS[kind]}\ndefault_border normal 4\nhide_edge_borders smart\n"
+    with I3Desktop(program, configuration, f"i3.titles.{kind}") as desktop:
+        terminal = desktop.open(APPLICATIONS["xterm"])
+        product = desktop.launch()
+        product.until_status("Active")
+        for action in ACTIONS:
+            desktop.tile(terminal.window)
+            presses_come_out(desktop, product, terminal, action, 0, f"with titles in {FONTS[kind]}")
+
+
 @case("desktop.i3.left-alone")
 def fullscreen_windows_and_empty_workspaces_are_left_alone(program):
     with I3Desktop(program, name="i3.left-alone") as desktop:
