@@ -19,6 +19,9 @@ using sway::textOf;
 /// More than any desktop has.
 constexpr std::size_t mostWindows = 4096;
 
+/// More than any border or title bar has.
+constexpr std::int64_t thickestBorder = 4096;
+
 /// A container that is still to be read, and the one around it.
 struct Visit {
     const Json* node;
@@ -50,13 +53,44 @@ void addChildren(std::vector<Visit>& waiting, const Json& node) {
     }
 }
 
+/// Of the title bar, or of the tab that stands for it, which is as high; nothing where the node has neither.
+std::optional<std::int32_t> titleHeight(const Json& node) {
+    const auto title = sway::rectOf(node, "deco_rect");
+    const bool isThere = title && title->size.height > 0 && title->size.height <= thickestBorder;
+    return isThere ? std::optional(static_cast<std::int32_t>(title->size.height)) : std::nullopt;
+}
+
+/// What i3 draws around the window where it floats: all of the style that it has, some of which the layout may hide.
+std::optional<x11::Extents> bordersOutside(const Json& node) {
+    const std::string_view style = textOf(node, "border");
+    if (style == "none") {
+        return x11::Extents{};
+    }
+    const std::int64_t told = numberOf(node, "current_border_width").value_or(-1);
+    if (told < 0 || told > thickestBorder) {
+        return std::nullopt;
+    }
+    const auto width = static_cast<std::int32_t>(told);
+    if (style == "pixel") {
+        return x11::widened({}, width);
+    }
+    const auto title = titleHeight(node);
+    if (style == "normal" && title) {
+        return x11::Extents{.left = width, .right = width, .top = *title, .bottom = width};
+    }
+    return std::nullopt;
+}
+
 void readWindow(const Visit& visit, x11::Layout& layout) {
     const auto window = windowOf(*visit.node);
     const bool isTiled = !isOfType(*visit.parent, "floating_con");
     const auto drawn = areaOf(*visit.node);
     const auto frame = isTiled ? drawn : areaOf(*visit.parent);
     if (window && drawn && frame && layout.windows.size() < mostWindows) {
-        layout.windows.emplace(*window, x11::Layout::Window{.frame = *frame, .drawn = *drawn, .isTiled = isTiled});
+        const auto outside = isTiled ? bordersOutside(*visit.node) : std::nullopt;
+        layout.windows.emplace(
+            *window,
+            x11::Layout::Window{.frame = *frame, .drawn = *drawn, .isTiled = isTiled, .bordersOutside = outside});
     }
 }
 

@@ -27,6 +27,13 @@ std::uint32_t pixelCount(double value) {
 
 } // namespace
 
+Extents widened(const Extents& extents, std::int32_t width) {
+    return {.left = extents.left + width,
+            .right = extents.right + width,
+            .top = extents.top + width,
+            .bottom = extents.bottom + width};
+}
+
 corvid::CGRect visibleRectangle(const FrameGeometry& geometry) {
     const auto& [client, decoration, shadow] = geometry;
     return {{client.origin.x - decoration.left + shadow.left, client.origin.y - decoration.top + shadow.top},
@@ -75,6 +82,29 @@ MoveResizeMessage moveResizeMessage(const FrameGeometry& present, const Placemen
             pixelCount(request.size->height - decoration.top - decoration.bottom + shadow.top + shadow.bottom);
     }
     return message;
+}
+
+corvid::CGSize roundedSize(const FrameGeometry& geometry, const SizeHints& hints, const PlacementRequest& whole) {
+    const MoveResizeMessage message = moveResizeMessage(geometry, whole);
+    const ClientSize size = constrainedSize(hints, {message.width, message.height});
+    return {static_cast<double>(size.width), static_cast<double>(size.height)};
+}
+
+FrameGeometry geometryAfter(const FrameGeometry& before, const PlacementRequest& whole, corvid::CGSize size) {
+    const MoveResizeMessage message = moveResizeMessage(before, whole);
+    FrameGeometry after = before;
+    after.client = {{static_cast<double>(message.x + before.decoration.left),
+                     static_cast<double>(message.y + before.decoration.top)},
+                    size};
+    return after;
+}
+
+FrameGeometry geometryOutsideLayout(const FrameGeometry& laidOut, const Extents& decoration, const SizeHints& hints) {
+    const corvid::CGRect visible = visibleRectangle(laidOut);
+    const PlacementRequest whole{visible.origin, visible.size};
+    FrameGeometry outside = laidOut;
+    outside.decoration = decoration;
+    return geometryAfter(outside, whole, roundedSize(outside, hints, whole));
 }
 
 } // namespace platform::x11

@@ -2,6 +2,7 @@
 
 #include "CorvidKitCore/Geometry.h"
 #include "Platform/Linux/Windows/PlacementRequest.h"
+#include "Platform/X11/SizeHints.h"
 
 #include <cstdint>
 
@@ -18,6 +19,9 @@ struct Extents {
 
     friend bool operator==(const Extents&, const Extents&) = default;
 };
+
+/// The extents with as much more on each side.
+[[nodiscard]] Extents widened(const Extents& extents, std::int32_t width);
 
 /// A client window with what surrounds it.
 struct FrameGeometry {
@@ -63,5 +67,18 @@ struct MoveResizeMessage {
 /// NorthWest, so that x and y name the outer corner whatever gravity the client has set. Values are rounded to whole
 /// pixels and kept inside what the protocol can carry; a size is at least one pixel.
 [[nodiscard]] MoveResizeMessage moveResizeMessage(const FrameGeometry& present, const PlacementRequest& request);
+
+/// The size that the client takes if the window manager keeps to its hints.
+[[nodiscard]] corvid::CGSize roundedSize(const FrameGeometry& geometry, const SizeHints& hints,
+                                         const PlacementRequest& whole);
+
+/// The geometry of a window that is put where it is asked to be, with a client of that size.
+[[nodiscard]] FrameGeometry geometryAfter(const FrameGeometry& before, const PlacementRequest& whole,
+                                          corvid::CGSize size);
+
+/// The geometry of a window that is taken out of a layout, its corner left where it is: with that decoration, and with
+/// a size that its hints allow. In a layout a window fills its part, whatever its hints say.
+[[nodiscard]] FrameGeometry geometryOutsideLayout(const FrameGeometry& laidOut, const Extents& decoration,
+                                                  const SizeHints& hints);
 
 } // namespace platform::x11

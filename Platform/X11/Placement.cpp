@@ -24,27 +24,10 @@ PlacementRequest wholeRequest(const PlacementRequest& request, const corvid::CGR
     return {request.position.value_or(visible.origin), request.size.value_or(visible.size)};
 }
 
-/// The size that the client takes if the window manager keeps to its hints.
-corvid::CGSize roundedSize(const FrameGeometry& geometry, const SizeHints& hints, const PlacementRequest& whole) {
-    const MoveResizeMessage message = moveResizeMessage(geometry, whole);
-    const ClientSize size = constrainedSize(hints, {message.width, message.height});
-    return {static_cast<double>(size.width), static_cast<double>(size.height)};
-}
-
 /// The size that the client would take if it had no hints.
 corvid::CGSize plainSize(const FrameGeometry& geometry, const PlacementRequest& whole) {
     const MoveResizeMessage message = moveResizeMessage(geometry, whole);
     return {static_cast<double>(message.width), static_cast<double>(message.height)};
-}
-
-/// The geometry of a window that is put where it is asked to be, with that size.
-FrameGeometry geometryAfter(const FrameGeometry& before, const PlacementRequest& whole, corvid::CGSize size) {
-    const MoveResizeMessage message = moveResizeMessage(before, whole);
-    FrameGeometry after = before;
-    after.client = {{static_cast<double>(message.x + before.decoration.left),
-                     static_cast<double>(message.y + before.decoration.top)},
-                    size};
-    return after;
 }
 
 bool haveSameExtents(const FrameGeometry& a, const FrameGeometry& b) {
@@ -94,7 +77,9 @@ void Placement::setWindowManager(WindowManager manager) {
 }
 
 bool Placement::foresee() {
-    if (!roundsByHints || !waiting->request.size) {
+    // A tiling window manager is asked for sizes that the window takes, so it has nothing to round.
+    const bool isRoundingKnown = roundsByHints || turn.tilingManager() != nullptr;
+    if (!isRoundingKnown || !waiting->request.size) {
         return false;
     }
     const WindowFacts* facts = turn.windowWithFrame(waiting->window);

@@ -20,6 +20,10 @@ bool isSensible(std::uint32_t value) {
     return value > 0 && value <= largest;
 }
 
+bool isSensibleBase(std::uint32_t width, std::uint32_t height) {
+    return width <= largest && height <= largest && (width > 0 || height > 0);
+}
+
 std::uint32_t constrained(std::uint32_t wanted, std::uint32_t minimum, std::uint32_t maximum, std::uint32_t base,
                           std::uint32_t increment) {
     const std::uint32_t inRange = std::min(std::max(wanted, minimum), std::max(minimum, maximum));
@@ -34,9 +38,11 @@ std::uint32_t constrained(std::uint32_t wanted, std::uint32_t minimum, std::uint
 SizeHints sizeHintsFromValues(const std::vector<std::uint32_t>& values) {
     SizeHints hints;
     const std::uint32_t flags = values.empty() ? 0 : values.front();
+    const auto isGiven = [&](std::uint32_t flag, std::size_t index) {
+        return (flags & flag) != 0 && values.size() > index + 1;
+    };
     const auto take = [&](std::uint32_t flag, std::size_t index, std::uint32_t& width, std::uint32_t& height) {
-        if ((flags & flag) != 0 && values.size() > index + 1 && isSensible(values[index]) &&
-            isSensible(values[index + 1])) {
+        if (isGiven(flag, index) && isSensible(values[index]) && isSensible(values[index + 1])) {
             width = values[index];
             height = values[index + 1];
             return true;
@@ -46,11 +52,15 @@ SizeHints sizeHintsFromValues(const std::vector<std::uint32_t>& values) {
     const bool minimumIsGiven = take(hasMinimum, 5, hints.minimumWidth, hints.minimumHeight);
     take(hasMaximum, 7, hints.maximumWidth, hints.maximumHeight);
     take(hasIncrement, 9, hints.widthIncrement, hints.heightIncrement);
+    // A client may have nothing but steps in one dimension, and something beside them in the other.
+    const bool baseIsGiven = isGiven(hasBase, 15) && isSensibleBase(values[15], values[16]);
     // Each of base and minimum stands in for the other where only one is given (ICCCM 4.1.2.3).
-    if (take(hasBase, 15, hints.baseWidth, hints.baseHeight)) {
+    if (baseIsGiven) {
+        hints.baseWidth = values[15];
+        hints.baseHeight = values[16];
         if (!minimumIsGiven) {
-            hints.minimumWidth = hints.baseWidth;
-            hints.minimumHeight = hints.baseHeight;
+            hints.minimumWidth = std::max(hints.baseWidth, 1U);
+            hints.minimumHeight = std::max(hints.baseHeight, 1U);
         }
     } else if (minimumIsGiven) {
         hints.baseWidth = hints.minimumWidth;

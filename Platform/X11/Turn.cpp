@@ -81,10 +81,16 @@ const WindowFacts* Turn::windowWithFrame(xcb_window_t window) {
     if (present == nullptr || found == present->windows.end()) {
         return nullptr;
     }
-    const auto& [frame, drawn, isTiled] = found->second;
+    const auto& [frame, drawn, isTiled, bordersOutside] = found->second;
     WindowFacts laidOut = *facts;
     laidOut.geometry = geometryInside(frame, drawn, facts->geometry);
     laidOut.isTiled = isTiled;
+    if (isTiled) {
+        // As it will be placed. An action that keeps the size keeps this one, and finds the same when it is repeated.
+        const Extents decoration =
+            bordersOutside ? widened(*bordersOutside, facts->borderWidth) : laidOut.geometry.decoration;
+        laidOut.geometry = geometryOutsideLayout(laidOut.geometry, decoration, facts->sizeHints);
+    }
     // i3 4.24 says this of windows that fill their part of the layout. There is nothing to release them from.
     laidOut.isMaximizedHorizontally = false;
     laidOut.isMaximizedVertically = false;

@@ -40,7 +40,8 @@ public:
     [[nodiscard]] const WindowFacts* window(xcb_window_t window);
 
     /// The same with a geometry that says where the window is in a person's eyes. Where windows are laid out, their
-    /// decoration is known only to who does that; null also where that one does not tell.
+    /// decoration is known only to who does that; null also where that one does not tell. A window in a layout has the
+    /// geometry that it will have outside, with its corner where it is: no action leaves it inside.
     [[nodiscard]] const WindowFacts* windowWithFrame(xcb_window_t window);
 
     /// Takes these for the window's facts until they are forgotten: they are what it is about to become.

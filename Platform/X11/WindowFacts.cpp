@@ -99,6 +99,7 @@ std::optional<WindowFacts> WindowFactsRequest::read(Connection& connection) {
                                 {static_cast<double>(size->width), static_cast<double>(size->height)}},
                      .decoration = extents(decorationWords),
                      .shadow = extents(shadowWords.value_or(std::vector<std::uint32_t>{}))},
+        .borderWidth = size->border_width,
         .sizeHints = hints,
         .drawsOwnDecoration = shadowWords.has_value(),
         .isMaximizedHorizontally = hasState(Atom::netWmStateMaximizedHorz),

@@ -17,6 +17,8 @@ using linux::WindowKind;
 /// What the server and the window's properties say about a window at one moment.
 struct WindowFacts {
     FrameGeometry geometry;
+    /// The border that the server draws around the client, on each side.
+    std::int32_t borderWidth = 0;
     SizeHints sizeHints;
     /// Whether `_GTK_FRAME_EXTENTS` is set at all: the client draws its own decoration.
     bool drawsOwnDecoration = false;

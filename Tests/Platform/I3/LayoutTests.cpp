@@ -32,7 +32,44 @@ TEST(I3Layout, TheFrameOfATiledWindowHasItsTitleBarInIt) {
     const Layout layout = readOne(window(5, rect(0, 20, 400, 580)));
     ASSERT_EQ(layout.windows.size(), 1U);
     EXPECT_EQ(layout.windows.at(5),
-              (Layout::Window{.frame = {{0, 20}, {400, 580}}, .drawn = {{0, 20}, {400, 580}}, .isTiled = true}));
+              (Layout::Window{.frame = {{0, 20}, {400, 580}},
+                              .drawn = {{0, 20}, {400, 580}},
+                              .isTiled = true,
+                              .bordersOutside = x11::Extents{.left = 2, .right = 2, .top = 18, .bottom = 2}}));
+}
+
+TEST(I3Layout, AWindowInTheLayoutHasAllOfItsBordersOutside) {
+    struct Example {
+        std::string style;
+        int width;
+        int title;
+        std::optional<x11::Extents> borders;
+    };
+
+    for (const Example& example : std::vector<Example>{
+             {"none", 0, 0, x11::Extents{}},
+             // The tab that stands for the title where there are tabs has no part in it.
+             {"none", 2, 18, x11::Extents{}},
+             {"pixel", 3, 0, x11::Extents{.left = 3, .right = 3, .top = 3, .bottom = 3}},
+             {"pixel", 3, 18, x11::Extents{.left = 3, .right = 3, .top = 3, .bottom = 3}},
+             {"normal", 4, 22, x11::Extents{.left = 4, .right = 4, .top = 22, .bottom = 4}},
+             {"normal", 0, 22, x11::Extents{.left = 0, .right = 0, .top = 22, .bottom = 0}},
+             // Not drawn yet, or by the default of windows that float, or not to be believed.
+             {"normal", 4, 0, std::nullopt},
+             {"normal", -1, 22, std::nullopt},
+             {"pixel", 100000, 0, std::nullopt},
+             {"normal", 4, 100000, std::nullopt},
+             {"unheard of", 4, 22, std::nullopt},
+         }) {
+        const std::string node =
+            layouts::decorated(5, rect(0, 20, 400, 580), example.style, example.width, example.title);
+        const Layout tiled = readOne(node);
+        ASSERT_EQ(tiled.windows.size(), 1U);
+        EXPECT_EQ(tiled.windows.at(5).bordersOutside, example.borders)
+            << example.style << ' ' << example.width << ' ' << example.title;
+        const Layout floating = readOne("", around("floating_con", rect(0, 20, 400, 580), node));
+        EXPECT_EQ(floating.windows.at(5).bordersOutside, std::nullopt) << "it shows what it has";
+    }
 }
 
 TEST(I3Layout, TheFrameOfAFloatingWindowIsItsContainers) {

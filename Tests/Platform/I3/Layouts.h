@@ -10,11 +10,17 @@ inline std::string rect(int x, int y, int width, int height) {
            R"(,"height":)" + std::to_string(height) + "}";
 }
 
-/// The container of a window.
-inline std::string window(int number, const std::string& rect) {
+/// The container of a window, with that style of border, the width of it, and the height of the title or the tab.
+inline std::string decorated(int number, const std::string& rect, const std::string& border, int width, int title) {
     return R"({"id":)" + std::to_string(90000 + number) + R"(,"type":"con","window":)" + std::to_string(number) +
-           R"(,"window_properties":{"class":"XTerm"},"deco_rect":{"x":0,"y":0,"width":300,"height":18},"rect":)" +
-           rect + R"(,"nodes":[],"floating_nodes":[]})";
+           R"(,"window_properties":{"class":"XTerm"},"border":")" + border + R"(","current_border_width":)" +
+           std::to_string(width) + R"(,"deco_rect":)" + layouts::rect(0, 0, 300, title) + R"(,"rect":)" + rect +
+           R"(,"nodes":[],"floating_nodes":[]})";
+}
+
+/// The container of a window, decorated as i3 does by itself.
+inline std::string window(int number, const std::string& rect) {
+    return decorated(number, rect, "normal", 2, 18);
 }
 
 /// A container around others, of that type.

@@ -46,8 +46,10 @@ public:
     /// Does what was asked.
     void answerRequests();
 
-private:
+    /// Waits until the server has done all that was asked of it on this connection.
     void finish();
+
+private:
     void selectOnRoot(std::uint32_t mask);
 
     Connection link;

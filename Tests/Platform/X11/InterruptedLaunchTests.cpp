@@ -1,7 +1,6 @@
 #include "FollowedDesktop.h"
+#include "LogicOnDesktop.h"
 #include "Openbox.h"
-#include "Platform/Platform.h"
-#include "Platform/Simulated/Desktop.h"
 #include "RequestInterruption.h"
 #include "Tessel/AppRules.h"
 #include "Tessel/WindowMover.h"
@@ -23,9 +22,7 @@ class InterruptedLaunchTest : public testing::Test {
 protected:
     FollowedDesktop followed;
     std::unique_ptr<Openbox> manager;
-    simulated::Desktop other;
-    std::unique_ptr<Platform> table;
-    std::unique_ptr<Installation> installation;
+    std::unique_ptr<LogicOnDesktop> logic;
     std::unique_ptr<tessel::AppRules> rules;
 
     void SetUp() override {
@@ -41,30 +38,7 @@ protected:
             followed.hand.connection().beginTurn();
             return fence.wait();
         }));
-        table = std::make_unique<Platform>(Platform{
-            .accessibility = followed.desktop->accessibility(),
-            .accessibilityObservers = followed.desktop->accessibilityObservers(),
-            .addressOpener = other.addressOpener,
-            .applicationCatalogue = followed.catalogue,
-            .sound = other.sound,
-            .hotKeyEvents = other.hotKeyEvents,
-            .imageRenderer = nullptr,
-            .localization = other.localization,
-            .log = other.log,
-            .loginItemService = other.loginItemService,
-            .mainActor = other.mainActor,
-            .mainBundle = other.mainBundle,
-            .openPanel = nullptr,
-            .processInfo = other.processInfo,
-            .runningApplications = followed.desktop->runningApplications(),
-            .screens = followed.desktop->screens(),
-            .standardUserDefaults = other.standardUserDefaults,
-            .statusBar = other.statusBar,
-            .systemClock = other.systemClock,
-            .thisApplication = other.thisApplication,
-            .workspace = followed.desktop->workspace(),
-        });
-        installation = std::make_unique<Installation>(*table);
+        logic = std::make_unique<LogicOnDesktop>(followed);
         rules = std::make_unique<tessel::AppRules>();
         rules->setRules({{"editor", WindowAction::maximize}});
         rules->start();
@@ -81,15 +55,7 @@ protected:
         return std::ranges::find(followed.told, what) != followed.told.end();
     }
 
-    /// Does it in a turn of the event loop, as a key press or a timer would.
-    void inATurn(std::function<void()> work) {
-        bool isDone = false;
-        followed.mainLoop.post([&] {
-            work();
-            isDone = true;
-        });
-        ASSERT_TRUE(followed.runUntil([&] { return isDone; }));
-    }
+    void inATurn(const std::function<void()>& work) { ASSERT_TRUE(logic->inATurn(work)); }
 
     void press(WindowAction action) {
         inATurn([&] {
@@ -147,7 +113,7 @@ TEST_F(InterruptedLaunchTest, AWindowMayBeDestroyedBetweenAnyTwoRequests) {
                        (isTold("launch editor") && active() == window && frame(window) == screen);
             }));
             // By then the rule has had its effect, and is not yet looked at again.
-            inATurn([&] { other.mainActor.advance(std::chrono::milliseconds(500)); });
+            inATurn([&] { logic->other.mainActor.advance(std::chrono::milliseconds(500)); });
             press(WindowAction::leftHalf);
             wasInterrupted = interruption.hasHappened();
         }

@@ -32,6 +32,14 @@ TEST(SizeHints, ASizeIsRoundedDownToIncrementsBeyondTheBase) {
     EXPECT_EQ(constrainedSize(hints, {960, 1080}), (ClientSize{20 + 134 * 7, 10 + 76 * 14}));
 }
 
+TEST(SizeHints, TheBaseMayBeNothingInOneDimension) {
+    std::vector<std::uint32_t> values = hintValues(hasBase | hasIncrement);
+    values[15] = 0;
+    const SizeHints hints = sizeHintsFromValues(values);
+    EXPECT_EQ(constrainedSize(hints, {960, 1080}), (ClientSize{137 * 7, 10 + 76 * 14}));
+    EXPECT_EQ(hints.minimumWidth, 1U);
+}
+
 TEST(SizeHints, TheMinimumStandsInForAMissingBaseAndTheBaseForAMissingMinimum) {
     const SizeHints onlyMinimum = sizeHintsFromValues(hintValues(hasMinimum | hasIncrement));
     EXPECT_EQ(constrainedSize(onlyMinimum, {108, 95}), (ClientSize{107, 94}));
