@@ -5,7 +5,7 @@ import signal
 from harness.gnome import MONITORS, SHORTCUTS, Gnome
 from harness.oracle import ACTIONS, corrected, expected, target
 from harness.rect import Rect
-from harness.waiting import throughout, until
+from harness.waiting import throughout, until, until_equal
 
 from . import case, case_for_each
 
@@ -99,8 +99,8 @@ def what_the_shell_maximized_or_tiled_stays_or_is_released(program):
                         what = f"{name} after {'+'.join(keys)} and {action} in {area}"
                         desktop.holds_frame(window, wanted, what)
                         product.until_at_rest()
-                        rests = desktop.at_rest(window)
-                        assert rests == wanted, f"{what} came to {wanted}, and then to {rests}"
+                        # A program that answers late to its release takes the window back for a moment.
+                        until_equal(lambda: desktop.at_rest(window), wanted, f"where {what} comes to rest")
                         is_held = desktop.see(f"one({window}).get_maximized() !== 0")
                         assert is_held == stays, f"{what} is maximized: {is_held}"
             desktop.session.processes.end(process)
