@@ -124,8 +124,9 @@ def keys_that_the_shell_holds_are_told_and_left_to_it(program):
     with Gnome(program, "gnome.taken", keys_free=False) as desktop:
         _, window = open_application(desktop, "mousepad")
         product = desktop.launch()
-        until(lambda: (product.status or "").startswith("Some shortcuts are taken"), "the taken keys to be told")
-        assert desktop.taken() == {"leftHalf", "rightHalf", "maximize", "maximizeHeight"}, desktop.status()
+        held = {"leftHalf", "rightHalf", "maximize", "maximizeHeight"}
+        until(lambda: desktop.taken() == held, "the taken keys to be told", saw=desktop.status)
+        assert product.status.startswith("Some shortcuts are taken"), product.status
         before = desktop.place(window, NATURAL)
         desktop.hands.press("center")
         area = desktop.work_areas()[0]
