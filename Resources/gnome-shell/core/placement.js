@@ -48,7 +48,6 @@ class Placement {
     }
 
     _ask() {
-        this._isReleasing = false;
         this._isAsking = true;
         this._triesLeft--;
         this._wait(0, null);
@@ -64,15 +63,22 @@ class Placement {
     }
 
     _changed() {
-        if (this._isReleasing)
+        if (this._isAsking)
+            return;
+        if (this._isReleasing) {
+            this._isReleasing = false;
             this._ask();
-        else if (!this._isAsking)
+        } else {
             this._look();
+        }
     }
 
     _look() {
         const frame = rectangle(this._window.get_frame_rect());
-        if (isEqual(this._wanted, frame))
+        if (isEqual(this._wanted, frame) && this._isReleasing)
+            // It was asked without having left its size. The answer to the release takes it elsewhere if it still comes.
+            this._wait(2000, () => this._finish());
+        else if (isEqual(this._wanted, frame))
             this._finish();
         else if (this._isX11 && this._triesLeft === 0 && isEqual(this._wanted.slice(0, 2), frame.slice(0, 2)))
             // The shell has rounded the size as the program wishes. A busy shell would be long in coming back to it.

@@ -5,7 +5,7 @@ import signal
 from harness.gnome import MONITORS, SHORTCUTS, Gnome
 from harness.oracle import ACTIONS, corrected, expected, target
 from harness.rect import Rect
-from harness.waiting import throughout, until
+from harness.waiting import throughout, until, until_equal
 
 from . import case, case_for_each
 
@@ -99,8 +99,8 @@ def what_the_shell_maximized_or_tiled_stays_or_is_released(program):
                         what = f"{name} after {'+'.join(keys)} and {action} in {area}"
                         desktop.holds_frame(window, wanted, what)
                         product.until_at_rest()
-                        rests = desktop.at_rest(window)
-                        assert rests == wanted, f"{what} came to {wanted}, and then to {rests}"
+                        # A program that answers late to its release takes the window back for a moment.
+                        until_equal(lambda: desktop.at_rest(window), wanted, f"where {what} comes to rest")
                         is_held = desktop.see(f"one({window}).get_maximized() !== 0")
                         assert is_held == stays, f"{what} is maximized: {is_held}"
             desktop.session.processes.end(process)
@@ -124,8 +124,9 @@ def keys_that_the_shell_holds_are_told_and_left_to_it(program):
     with Gnome(program, "gnome.taken", keys_free=False) as desktop:
         _, window = open_application(desktop, "mousepad")
         product = desktop.launch()
-        until(lambda: (product.status or "").startswith("Some shortcuts are taken"), "the taken keys to be told")
-        assert desktop.taken() == {"leftHalf", "rightHalf", "maximize", "maximizeHeight"}, desktop.status()
+        held = {"leftHalf", "rightHalf", "maximize", "maximizeHeight"}
+        until(lambda: desktop.taken() == held, "the taken keys to be told", saw=desktop.status)
+        assert product.status.startswith("Some shortcuts are taken"), product.status
         before = desktop.place(window, NATURAL)
         desktop.hands.press("center")
         area = desktop.work_areas()[0]

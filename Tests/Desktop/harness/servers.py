@@ -62,7 +62,7 @@ class Server:
         That one may have taken this server's number since.
         """
         if _identity(self._socket) == self._made:
-            os.unlink(self._socket)
+            Path(self._socket).unlink(missing_ok=True)
         try:
             if int(Path(self._lock).read_text()) == self.process.pid:
                 os.unlink(self._lock)

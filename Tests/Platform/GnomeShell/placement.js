@@ -12,16 +12,18 @@ const Placement = new Function('Meta', 'GLib', `${read('protocol.js')}${read('pl
 
 /** A window as the shell has it: what it takes at once is in `rounded` and `held`, what its program does comes later. */
 class PlayedWindow {
-    constructor({type, rounded = size => size, held = null, restored = null}) {
-        Object.assign(this, {type, rounded, held, restored, frame: [0, 0, 640, 480], asked: [], listeners: null});
+    /** `restored`: where the window goes at once when it is released; without, it keeps the frame of its tile. */
+    constructor({type, rounded = size => size, held = null, frame = [0, 0, 640, 480], isTiled = false, restored = null}) {
+        Object.assign(this, {type, rounded, held, frame, isTiled: isTiled || restored !== null, restored, asked: [],
+            listeners: null});
     }
 
     get_client_type() { return this.type; }
-    get_maximized() { return this.restored ? Meta.MaximizeFlags.BOTH : 0; }
+    get_maximized() { return this.isTiled ? Meta.MaximizeFlags.BOTH : 0; }
     unmaximize() {
-        const frame = this.restored;
-        this.restored = null;
-        this.becomes(frame);
+        this.isTiled = false;
+        if (this.restored)
+            this.becomes(this.restored);
     }
     allows_resize() { return true; }
     connectObject(sizeName, sizeChanged, positionName, positionChanged) {
@@ -37,7 +39,8 @@ class PlayedWindow {
     }
     move_resize_frame(_isUsers, x, y, width, height) {
         this.asked.push([x, y, width, height]);
-        if (this.type === Meta.WindowClientType.X11)
+        const isOwnSize = String([width, height]) === String(this.frame.slice(2));
+        if (this.type === Meta.WindowClientType.X11 || isOwnSize)
             this.becomes([...this.held ?? [x, y], ...this.rounded([width, height])]);
     }
     becomes(frame) {
@@ -62,13 +65,13 @@ function place(window, wanted) {
     return frames;
 }
 
-function untilSettled(frames) {
+function until(condition) {
     let isLate = false;
     const deadline = GLib.timeout_add(GLib.PRIORITY_DEFAULT, 10000, () => {
         isLate = true;
         return GLib.SOURCE_CONTINUE;
     });
-    while (frames.length === 0 && !isLate)
+    while (!condition() && !isLate)
         GLib.MainContext.default().iteration(true);
     GLib.source_remove(deadline);
 }
@@ -87,7 +90,7 @@ expect(rounding.asked, [wanted], 'what a window with steps is asked for');
 const held = new PlayedWindow({type: X11, held: [7, 9]});
 const heldFrames = place(held, wanted);
 expect(heldFrames, [], 'a window that the shell holds elsewhere has time to come');
-untilSettled(heldFrames);
+until(() => heldFrames.length > 0);
 expect(heldFrames, [[7, 9, 805, 607]], 'a window that the shell holds elsewhere is settled there');
 
 const wayland = new PlayedWindow({type: Meta.WindowClientType.WAYLAND});
@@ -102,5 +105,21 @@ for (const type of Object.values(Meta.WindowClientType)) {
     expect(place(maximized, wanted), [wanted], 'a window that is released to where it is to be is settled once');
     expect(maximized.listeners, null, 'nobody listens to a window that was released to where it is to be');
 }
+
+const tile = [0, 0, ...wanted.slice(2)];
+const slow = new PlayedWindow({type: Meta.WindowClientType.WAYLAND, frame: tile, isTiled: true});
+const slowFrames = place(slow, wanted);
+until(() => slow.asked.length === 1);
+expect(slow.frame, wanted, 'a tiled window that is slow to leave its size is put where it belongs with it');
+slow.becomes([30, 40, 640, 480]);
+expect(slow.asked, [wanted, wanted], 'what a window is asked for that leaves its size late');
+slow.becomes(wanted);
+expect(slowFrames, [wanted], 'a window that leaves its size late is settled where it belongs');
+
+const lasting = new PlayedWindow({type: Meta.WindowClientType.WAYLAND, frame: tile, isTiled: true});
+const lastingFrames = place(lasting, wanted);
+until(() => lastingFrames.length > 0);
+expect(lastingFrames, [wanted], 'a window that has the same size without its tile is settled');
+expect(lasting.asked, [wanted], 'what a window is asked for that keeps its size');
 
 System.exit(0);
