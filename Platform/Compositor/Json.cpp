@@ -2,18 +2,45 @@
 
 #include "Platform/Linux/ValidText.h"
 
+#include <cstddef>
 #include <utility>
 
 namespace platform::compositor {
 
-std::optional<Json> parsedJson(std::string_view text) {
-    // Each container of a layout is two levels. Without a limit some kilobytes of brackets would take the hundredfold.
+namespace {
+
+/// Whether nothing is nested deeper than in any layout, where each container is two levels. Some kilobytes of brackets
+/// would take the hundredfold; and the parser's own way to leave values out takes the square of their number.
+bool isShallow(std::string_view text) {
     constexpr int deepest = 256;
-    const auto keepShallow = [](int depth, Json::parse_event_t /*event*/, Json& /*value*/) { return depth <= deepest; };
-    Json value = Json::parse(text, keepShallow, false);
+    int depth = 0;
+    bool isInString = false;
+    for (std::size_t place = 0; place < text.size() && depth <= deepest; ++place) {
+        const char character = text[place];
+        if (isInString) {
+            place += character == '\\' ? 1 : 0;
+            isInString = character != '"';
+        } else if (character == '"') {
+            isInString = true;
+        } else if (character == '[' || character == '{') {
+            ++depth;
+        } else if (character == ']' || character == '}') {
+            --depth;
+        }
+    }
+    return depth <= deepest;
+}
+
+} // namespace
+
+std::optional<Json> parsedJson(std::string_view text) {
+    if (!isShallow(text)) {
+        return std::nullopt;
+    }
+    Json value = Json::parse(text, nullptr, false);
     // The parser refuses the whole text. It comes first nevertheless, so that nobody else pays for the repair.
     if (value.is_discarded()) {
-        value = Json::parse(linux::validText(text), keepShallow, false);
+        value = Json::parse(linux::validText(text), nullptr, false);
     }
     return value.is_discarded() ? std::nullopt : std::optional(std::move(value));
 }

@@ -9,8 +9,8 @@ namespace platform::compositor {
 /// What a compositor says, in which nothing is trusted to be there or to be of its type.
 using Json = nlohmann::json;
 
-/// Nothing for what is not JSON. Compositors hand on titles and classes as their windows gave them: a byte in them that
-/// is not UTF-8 reads as U+FFFD, and what else is said stays. Whatever is nested deeper than any layout is left out.
+/// Nothing for what is not JSON, or is nested deeper than any layout. Compositors hand on titles and classes as their
+/// windows gave them: a byte in them that is not UTF-8 reads as U+FFFD, and what else is said stays.
 [[nodiscard]] std::optional<Json> parsedJson(std::string_view text);
 
 /// A member of an object; null where there is none.

@@ -157,6 +157,8 @@ MainLoop::MainLoop() {
     sd_event* rawLoop = nullptr;
     require(sd_event_new(&rawLoop), "cannot make an event loop");
     loop.reset(rawLoop);
+    // The first timer takes a descriptor, which the loop keeps. Once all are in use it could not have one.
+    [[maybe_unused]] const Timer first(rawLoop, {}, {}, [] {});
     turnOfPosted = std::make_unique<Soon>(rawLoop, [this] { runPosted(); });
 }
 

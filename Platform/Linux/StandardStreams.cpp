@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <string>
 #include <system_error>
@@ -19,6 +20,15 @@ void openClosedStandardStreams() {
             [[maybe_unused]] const int opened = ::open("/dev/null", O_RDWR);
         }
     }
+}
+
+void outliveStandardReaders() {
+    // A handler ends with the program that is replaced; a signal that is ignored would stay so in those that are
+    // started.
+    struct sigaction action{};
+    action.sa_handler = [](int /*signal*/) {};
+    action.sa_flags = SA_RESTART;
+    ::sigaction(SIGPIPE, &action, nullptr);
 }
 
 bool printToStandardOutput(std::string_view text) {

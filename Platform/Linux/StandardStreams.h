@@ -9,6 +9,10 @@ namespace platform::linux {
 /// before anything else is opened.
 void openClosedStandardStreams();
 
+/// Lets this process live on when whoever read its standard output or error has gone: what it writes is lost then, and
+/// the write says so. Programs that it starts are ended by that as ever.
+void outliveStandardReaders();
+
 /// Writes the text to standard output, all of it. False where it is lost, as on a full disk; standard error has been
 /// told why.
 [[nodiscard]] bool printToStandardOutput(std::string_view text);

@@ -23,6 +23,7 @@
 #include "Platform/Linux/ProcessInfo.h"
 #include "Platform/Linux/ServiceNotification.h"
 #include "Platform/Linux/Settings/UserDefaults.h"
+#include "Platform/Linux/StandardStreams.h"
 #include "Platform/Linux/SystemClock.h"
 #include "Platform/Linux/SystemLog.h"
 #include "Platform/Linux/Tray/NotifierPlace.h"
@@ -67,6 +68,7 @@ void openPopover() {
 
 int runResident() {
     enterLocale();
+    platform::linux::outliveStandardReaders();
     platform::linux::MainLoop mainLoop;
     mainLoop.endOnTerminationSignals();
 

@@ -111,23 +111,21 @@ ControlSocket::~ControlSocket() = default;
 
 void ControlSocket::serve(ControlRequests& answering) {
     requests = &answering;
+    turnEnd = mainLoop.atEndOfTurn([this] { tidy(); });
     listen();
 }
 
 void ControlSocket::listen() {
-    // Peers are dropped before the loop waits, when none of their callbacks is under way.
-    const auto beforeWaiting = [this] {
-        sweep();
-        return false;
-    };
-    watch = mainLoop.watch(socket, beforeWaiting, [this] { accept(); });
+    pause.reset();
+    watch = mainLoop.watch(socket, [] { return false; }, [this] { accept(); });
 }
 
 void ControlSocket::accept() {
     FileDescriptor accepted{::accept4(socket, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)};
     if (!accepted) {
         if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
-            // The connection stays where it is; to try again at once would be to try without end.
+            // The connection stays where it is, and keeps the socket readable: to go on watching it would be to try
+            // without end.
             pause = mainLoop.schedule(mainLoop.now() + std::chrono::seconds(1), std::chrono::seconds(1),
                                       [this] { listen(); });
         }
@@ -142,8 +140,12 @@ void ControlSocket::accept() {
     peers.emplace_back(mainLoop, std::move(accepted), *requests);
 }
 
-void ControlSocket::sweep() {
+void ControlSocket::tidy() {
+    // None of their callbacks is under way here, so they can be dropped.
     peers.remove_if([](const Peer& peer) { return !peer.isAlive(); });
+    if (pause) {
+        watch.reset();
+    }
 }
 
 } // namespace platform::linux

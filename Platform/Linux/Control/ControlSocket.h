@@ -38,7 +38,7 @@ private:
 
     void listen();
     void accept();
-    void sweep();
+    void tidy();
 
     MainLoop& mainLoop;
     int socket;
@@ -46,7 +46,9 @@ private:
     /// The oldest first.
     std::list<Peer> peers;
     std::unique_ptr<DescriptorWatch> watch;
+    /// There while no descriptor is left to take a connection in with.
     std::unique_ptr<ScheduledWork> pause;
+    std::unique_ptr<TurnEnd> turnEnd;
 };
 
 } // namespace platform::linux

@@ -3,6 +3,7 @@
 import os
 import plistlib
 import signal
+import sys
 
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
@@ -94,6 +95,22 @@ def without_a_display_it_says_so_at_once(program):
             assert status == 1 and output == "", seen
             assert errors.count("\n") == 1 and errors.endswith("\n") and len(errors) > 10, seen
             assert seconds < 1.0, seen
+    finally:
+        session.close()
+
+
+@case("desktop.no-reader")
+def a_reader_of_its_errors_that_has_gone_does_not_kill_it(program):
+    lose_reader = (
+        "import os, signal, sys; reading, writing = os.pipe(); os.dup2(writing, 2); os.close(reading);"
+        "signal.signal(signal.SIGPIPE, signal.SIG_DFL); os.execv(sys.argv[1], sys.argv[1:])"
+    )
+    session = Session()
+    try:
+        status, output, _, _ = run_to_end(
+            session, program, environment={"DISPLAY": None}, prefix=(sys.executable, "-c", lose_reader)
+        )
+        assert status == 1 and output == "", f"status {status}, {output!r}"
     finally:
         session.close()
 

@@ -36,5 +36,14 @@ TEST(CompositorJson, WhatIsNoJsonIsNothing) {
     EXPECT_EQ(parsedJson({}), std::nullopt);
 }
 
+TEST(CompositorJson, BracketsCountOnlyOutsideOfTexts) {
+    const std::string brackets(10'000, '[');
+    EXPECT_EQ(parsedJson(brackets), std::nullopt);
+    EXPECT_EQ(parsedJson(brackets + std::string(10'000, ']')), std::nullopt);
+    const auto value = parsedJson(R"({"name":"\\\"{)" + brackets + R"(","after":[[[]]]})");
+    ASSERT_TRUE(value);
+    EXPECT_EQ(value->at("name"), "\\\"{" + brackets);
+}
+
 } // namespace
 } // namespace platform::compositor

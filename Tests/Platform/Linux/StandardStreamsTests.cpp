@@ -1,3 +1,4 @@
+#include "Platform/Linux/Log.h"
 #include "Platform/Linux/StandardStreams.h"
 
 #include <gtest/gtest.h>
@@ -6,6 +7,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <initializer_list>
@@ -49,6 +52,33 @@ TEST(StandardStreamsDeathTest, ThoseThatAreOpenStayWhatTheyAre) {
         std::_Exit(before.st_ino == after.st_ino && before.st_dev == after.st_dev ? EXIT_SUCCESS : EXIT_FAILURE);
     };
     EXPECT_EXIT(look(), testing::ExitedWithCode(EXIT_SUCCESS), "");
+}
+
+/// Puts a pipe that nobody reads in the place of standard error.
+void loseReader() {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    ::close(ends[0]);
+    ::dup2(ends[1], STDERR_FILENO);
+}
+
+TEST(StandardStreamsDeathTest, AReaderThatGoesEndsNobody) {
+    const auto write = [] {
+        loseReader();
+        outliveStandardReaders();
+        logToStandardError("a line");
+        std::_Exit(EXIT_SUCCESS);
+    };
+    EXPECT_EXIT(write(), testing::ExitedWithCode(EXIT_SUCCESS), "");
+}
+
+TEST(StandardStreamsDeathTest, AReaderThatGoesStillEndsTheProgramsThatAreStarted) {
+    const auto start = [] {
+        loseReader();
+        outliveStandardReaders();
+        ::execl("/bin/sh", "sh", "-c", "echo >&2; exit 3", nullptr);
+    };
+    EXPECT_EXIT(start(), testing::KilledBySignal(SIGPIPE), "");
 }
 
 TEST(StandardStreamsDeathTest, WhatIsLostIsTold) {

@@ -127,7 +127,7 @@ TEST(SwayTree, ReadsNothingThatIsNestedWithoutEnd) {
         text += '[';
     }
     text += std::string(depth, ']') + "}";
-    EXPECT_EQ(treeOf(text), Tree{});
+    EXPECT_EQ(parsedJson(text), std::nullopt);
 }
 
 TEST(SwayTree, TextsAreCutWhereNobodyReadsOn) {

@@ -7,14 +7,19 @@
 #include <gtest/gtest.h>
 
 #include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <expected>
 #include <list>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace platform::linux {
@@ -98,6 +103,56 @@ TEST(ControlSocket, AProgramThatEndsBeforeItAnswersIsNotRunning) {
     ControlClient client = ControlClient::ofSession(session);
     instance.reset();
     EXPECT_EQ(client.status().error().kind, Kind::notRunning);
+}
+
+/// Leaves this process no descriptor but one, until it is dropped.
+class LastDescriptor {
+public:
+    LastDescriptor() {
+        ::getrlimit(RLIMIT_NOFILE, &before);
+        const FileDescriptor lowest{::eventfd(0, EFD_CLOEXEC)};
+        rlimit lowered = before;
+        lowered.rlim_cur = static_cast<rlim_t>(lowest.get()) + 1;
+        EXPECT_EQ(::setrlimit(RLIMIT_NOFILE, &lowered), 0);
+    }
+
+    LastDescriptor(const LastDescriptor&) = delete;
+    LastDescriptor& operator=(const LastDescriptor&) = delete;
+    ~LastDescriptor() { ::setrlimit(RLIMIT_NOFILE, &before); }
+
+private:
+    rlimit before{};
+};
+
+TEST(ControlSocket, WithoutADescriptorForItAConnectionWaitsAndCostsNothing) {
+    const std::string session = uniqueSession("descriptors");
+    const auto instance = SingleInstance::acquire(session);
+    ASSERT_TRUE(instance);
+    MainLoop loop;
+    RecordedRequests requests([] {});
+    ControlSocket socket(loop, *instance);
+    socket.serve(requests);
+    int turns = 0;
+    const auto turnEnd = loop.atEndOfTurn([&] { ++turns; });
+
+    std::optional<LastDescriptor> exhausted(std::in_place);
+    // Connected to the socket, and waiting there to be taken in.
+    std::expected<FileDescriptor, int> connection = SingleInstance::connect(session);
+    ASSERT_TRUE(connection);
+    const std::string greeting = std::string(1, '\0') + "AUTH EXTERNAL\r\n";
+    ASSERT_EQ(::send(connection->get(), greeting.data(), greeting.size(), MSG_NOSIGNAL),
+              static_cast<ssize_t>(greeting.size()));
+    int turnsMeanwhile = 0;
+    const auto end = loop.schedule(loop.now() + milliseconds(200), {}, [&] {
+        turnsMeanwhile = turns;
+        exhausted.reset();
+    });
+    const auto answer = loop.watch(connection->get(), [] { return false; }, [&] { loop.end(0); });
+    const auto deadline = loop.schedule(loop.now() + std::chrono::seconds(10), {}, [&] { loop.end(1); });
+    EXPECT_EQ(loop.run(), 0) << "no answer";
+    EXPECT_LT(turnsMeanwhile, 10);
+    std::array<char, 64> bytes{};
+    EXPECT_GT(::recv(connection->get(), bytes.data(), bytes.size(), MSG_DONTWAIT), 0);
 }
 
 TEST(ControlSocket, AnArgumentThatIsNoTextIsRefusedBeforeItIsSent) {
