@@ -180,7 +180,7 @@ TEST_F(StateOfRules, OffersTheOrdinaryApplicationsByName) {
     EXPECT_EQ(addable(state), (Lines{"(none)", "Clock", "Tessel", "text editor"}));
 }
 
-TEST_F(StateOfRules, LetsTheUserPickApplicationsAndStoresEachAsItIsAdded) {
+TEST_F(StateOfRules, LetsTheUserPickApplicationsAndStoresEachAsItIsAddedAllKeptAtOnce) {
     desktop.applicationCatalogue.install("/applications/Editor", {"org.example.Editor", "Editor", ""});
     desktop.applicationCatalogue.install("/applications/Terminal", {"org.example.Terminal", "Terminal", ""});
     desktop.applicationCatalogue.install("/applications/Mail", {"org.example.Mail", "Mail", ""});
@@ -199,15 +199,17 @@ TEST_F(StateOfRules, LetsTheUserPickApplicationsAndStoresEachAsItIsAdded) {
                                            {"org.example.Mail", WindowAction::center},
                                            {"org.example.Terminal", WindowAction::center}}));
     Lines writes = desktop.trace.take();
-    std::erase_if(writes, [](const std::string& line) { return !line.starts_with("write"); });
-    EXPECT_EQ(writes, Lines(3, "write setting rules"));
+    std::erase_if(writes, [](const std::string& line) { return line.find("setting") == std::string::npos; });
+    EXPECT_EQ(writes, (Lines{"collect settings", "write setting rules", "write setting rules", "write setting rules",
+                             "keep settings"}));
 }
 
 TEST_F(StateOfRules, ChangesNothingWhenThePickingIsCancelledOrImpossible) {
     AppState& state = make();
     state.chooseApp(WindowAction::center);
     desktop.openPanel.choose({});
-    EXPECT_EQ(desktop.trace.take(), (Lines{"activate this program", "show open panel"}));
+    EXPECT_EQ(desktop.trace.take(),
+              (Lines{"activate this program", "show open panel", "collect settings", "keep settings"}));
     state.chooseApp(WindowAction::center);
     made.reset();
     desktop.openPanel.choose({"/applications/Editor"});
