@@ -1,6 +1,6 @@
 #include "CorvidKit/SystemSettings.h"
 
-#include "CorvidKit/Address.h"
+#include "CorvidKitCore/Address.h"
 #include "Platform/AddressOpener.h"
 #include "Platform/Platform.h"
 

@@ -1,8 +1,8 @@
 #include "CorvidKit/UpdateCenter.h"
 
-#include "CorvidKit/Address.h"
 #include "CorvidKit/AppInfo.h"
 #include "CorvidKit/FatalError.h"
+#include "CorvidKitCore/Address.h"
 #include "Platform/AddressOpener.h"
 #include "Platform/MainBundle.h"
 #include "Platform/Platform.h"

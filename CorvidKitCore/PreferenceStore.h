@@ -28,6 +28,15 @@ public:
     /// Keeps a value under a key. Setting nothing removes the key.
     virtual void set(std::optional<PropertyListValue> value, std::string_view key) = 0;
 
+    /// Keeps `to` under a key, which was made out of `from`. A store that others write to as well takes over only the
+    /// difference: of dictionaries, the entries that were added, changed and removed. Any other keeps `to` as it is.
+    virtual void change(const PropertyListValue& /*from*/, PropertyListValue to, std::string_view key) {
+        set(std::move(to), key);
+    }
+
+    /// Makes several changes, which a store that takes its time for each may keep all at once in the end.
+    virtual void together(const std::function<void()>& changes) { changes(); }
+
     /// A setting's value: what is stored, or its default when nothing is or what is stored cannot be read.
     template <PreferenceValue Value>
     [[nodiscard]] Value operator[](const Preference<Value>& preference) const {
@@ -73,6 +82,17 @@ public:
             *this = other.value();
         }
         return *this;
+    }
+
+    /// Keeps a value that was made out of an earlier one, and leaves alone what does not differ between the two.
+    void change(const Value& from, const Value& to) {
+        const auto former = PreferenceConversion<Value>::propertyListValue(from);
+        auto latter = PreferenceConversion<Value>::propertyListValue(to);
+        if (former && latter) {
+            store.change(*former, *std::move(latter), preference.key);
+        } else {
+            store.set(std::move(latter), preference.key);
+        }
     }
 
     /// A read, the change applied to what was read, and a write.

@@ -88,12 +88,14 @@ void AppState::setEnabled(bool value) {
 }
 
 void AppState::setRules(Prefs::Rules value) {
+    const Prefs::Rules former = currentRules;
     assign(currentRules, std::move(value));
     assign(rows, tessel::ruleApps(currentRules, icons));
     if (isPreview) {
         return;
     }
-    preferences[Prefs::rules] = currentRules;
+    // Others may have stored rules meanwhile, some of which are not even known here.
+    preferences[Prefs::rules].change(former, currentRules);
     appRules.setRules(currentRules);
 }
 
@@ -145,12 +147,14 @@ void AppState::chooseApp(WindowAction action) {
                         if (watch.isOver()) {
                             return;
                         }
-                        for (const std::filesystem::path& location : chosen) {
-                            if (const auto identifier =
-                                    platform::current().applicationCatalogue.bundleIdentifier(location)) {
-                                setRule(*identifier, action);
+                        preferences.together([&] {
+                            for (const std::filesystem::path& location : chosen) {
+                                if (const auto identifier =
+                                        platform::current().applicationCatalogue.bundleIdentifier(location)) {
+                                    setRule(*identifier, action);
+                                }
                             }
-                        }
+                        });
                     });
 }
 

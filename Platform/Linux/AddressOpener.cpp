@@ -1,5 +1,6 @@
 #include "Platform/Linux/AddressOpener.h"
 
+#include "CorvidKitCore/Address.h"
 #include "Platform/Linux/DesktopPortal.h"
 #include "Platform/Linux/SettingsPages.h"
 
@@ -20,25 +21,6 @@ constexpr const char* daemonPath = "/org/freedesktop/DBus";
 /// No program shows addresses near this length.
 constexpr std::size_t longestAddress = std::size_t{8} << 10U;
 
-constexpr bool isLetter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
-}
-
-/// Whether a text can be an address: it begins with a scheme and a colon (RFC 3986, section 3.1), goes on, and has
-/// nothing in it that an address has to escape, blanks and control characters above all.
-bool isAddress(std::string_view text) {
-    constexpr auto isOfScheme = [](char character) {
-        return isLetter(character) || (character >= '0' && character <= '9') || character == '+' || character == '-' ||
-               character == '.';
-    };
-    const std::size_t colon = text.find(':');
-    if (colon == std::string_view::npos || colon + 1 == text.size() || text.size() > longestAddress ||
-        !isLetter(text.front()) || !std::ranges::all_of(text.substr(0, colon), isOfScheme)) {
-        return false;
-    }
-    return std::ranges::all_of(text, [](char character) { return character > ' ' && character < '\x7F'; });
-}
-
 } // namespace
 
 /// A call to the portal that is under way.
@@ -56,7 +38,7 @@ AddressOpener::AddressOpener(MainLoop& mainLoop, SessionBus& bus)
 AddressOpener::~AddressOpener() = default;
 
 bool AddressOpener::open(std::string_view address) {
-    if (!isAddress(address)) {
+    if (address.size() > longestAddress || !corvid::isAddress(address)) {
         return false;
     }
     if (SettingsPages::isLink(address)) {

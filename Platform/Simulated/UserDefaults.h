@@ -4,6 +4,7 @@
 #include "CorvidKitCore/PreferenceStore.h"
 #include "Platform/Simulated/Trace.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,7 +14,8 @@ namespace platform::simulated {
 
 /// The user's settings, in memory.
 ///
-/// Trace: "read setting enabled", "write setting enabled", "remove setting enabled".
+/// Trace: "read setting enabled", "write setting enabled", "remove setting enabled"; "collect settings" and "keep
+/// settings" around what is kept at once.
 class UserDefaults final : public corvid::PreferenceStore {
 public:
     explicit UserDefaults(Trace& trace)
@@ -27,6 +29,12 @@ public:
     void set(std::optional<corvid::PropertyListValue> value, std::string_view key) override {
         trace.record((value ? "write setting " : "remove setting ") + std::string(key));
         store.set(std::move(value), key);
+    }
+
+    void together(const std::function<void()>& changes) override {
+        trace.record("collect settings");
+        changes();
+        trace.record("keep settings");
     }
 
     /// What is stored, to look at and to change without a trace.

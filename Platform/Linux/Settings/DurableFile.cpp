@@ -9,11 +9,13 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <cstddef>
 #include <cstdio>
 #include <ctime>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 namespace platform::linux::DurableFile {
@@ -86,6 +88,20 @@ bool isAt(const std::string& path, const struct stat& file) {
     return ::lstat(path.c_str(), &found) == 0 && found.st_dev == file.st_dev && found.st_ino == file.st_ino;
 }
 
+/// Locks a file, unless another process has it locked for longer than a write takes. Where locks are unknown, as on
+/// some network file systems, the race is a user's who runs two copies on two machines.
+bool lock(int descriptor) {
+    constexpr auto patience = std::chrono::milliseconds(100);
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        if (std::chrono::steady_clock::now() >= deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
+}
+
 /// Opens the file to be written, whoever left it there, and locks it.
 std::expected<FileDescriptor, std::string> openLocked(const std::string& path) {
     constexpr int attempts = 10;
@@ -95,8 +111,7 @@ std::expected<FileDescriptor, std::string> openLocked(const std::string& path) {
         if (!descriptor) {
             return failure("open", path, errno);
         }
-        // Some network file systems know no locks. There the race is a user's who runs two copies on two machines.
-        if (::flock(descriptor.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        if (!lock(descriptor.get())) {
             return std::unexpected(path + " is being written by another process");
         }
         struct stat file{};
@@ -185,7 +200,7 @@ std::expected<std::optional<std::string>, ReadFailure> read(const std::string& p
     return std::unexpected(ReadFailure{unreadable, path + " is too large"});
 }
 
-Result replace(const std::string& path, std::string_view contents) {
+Result renew(const std::string& path, const std::function<std::expected<std::string, std::string>()>& renewed) {
     if (struct stat file{}; ::lstat(path.c_str(), &file) == 0 && !S_ISREG(file.st_mode)) {
         return std::unexpected(path + " is not a file");
     }
@@ -198,7 +213,8 @@ Result replace(const std::string& path, std::string_view contents) {
     if (!descriptor) {
         return std::unexpected(descriptor.error());
     }
-    Result filled = fill(descriptor->get(), contents, fresh);
+    const std::expected<std::string, std::string> contents = renewed();
+    Result filled = contents ? fill(descriptor->get(), *contents, fresh) : std::unexpected(contents.error());
     if (filled && ::rename(fresh.c_str(), path.c_str()) != 0) {
         filled = failure("replace", path, errno);
     }
@@ -207,6 +223,10 @@ Result replace(const std::string& path, std::string_view contents) {
         return filled;
     }
     return syncFolder(folder);
+}
+
+Result replace(const std::string& path, std::string_view contents) {
+    return renew(path, [contents] { return std::string(contents); });
 }
 
 std::expected<std::optional<std::string>, std::string> keepBeside(const std::string& path) {

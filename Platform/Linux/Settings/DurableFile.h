@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <expected>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,8 +34,14 @@ struct ReadFailure {
 /// ones, and the new ones are on the disk when this succeeds. Missing folders are made with mode 0700.
 ///
 /// The contents are written to ".<name>.new" in the same folder, which is then given the name. A process that dies in
-/// between leaves that file behind; the next replacement takes it up. It is locked meanwhile: of two processes that
-/// replace the file at the same moment one fails. Anything at the path but a regular file is left alone, as an error.
+/// between leaves that file behind; the next replacement takes it up. It is locked meanwhile, from before `renewed` is
+/// asked for the new contents: what that reads at the path is what is replaced. Another process that is at it is waited
+/// for, not long; then this fails. Anything at the path but a regular file is left alone, as an error; an error of
+/// `renewed` is given back.
+[[nodiscard]] std::expected<void, std::string>
+renew(const std::string& path, const std::function<std::expected<std::string, std::string>()>& renewed);
+
+/// The same with contents that do not depend on what was there.
 [[nodiscard]] std::expected<void, std::string> replace(const std::string& path, std::string_view contents);
 
 /// Renames a file in its folder to "<name>.unreadable-<UTC time>", with "-2" and so on appended when that is taken, and

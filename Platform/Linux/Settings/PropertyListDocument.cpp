@@ -206,4 +206,22 @@ void PropertyListDocument::remove(std::string_view key) {
     plist_dict_remove_item(root.get(), std::string{key}.c_str());
 }
 
+void PropertyListDocument::setEntry(const PropertyListValue& value, std::string_view key, std::string_view entry) {
+    plist_dict_set_item(dictionaryUnder(key), std::string{entry}.c_str(), nodeOf(value));
+}
+
+void PropertyListDocument::removeEntry(std::string_view key, std::string_view entry) {
+    plist_dict_remove_item(dictionaryUnder(key), std::string{entry}.c_str());
+}
+
+void* PropertyListDocument::dictionaryUnder(std::string_view key) {
+    const std::string name{key};
+    plist_t found = plist_dict_get_item(root.get(), name.c_str());
+    if (found == nullptr || plist_get_node_type(found) != PLIST_DICT) {
+        found = plist_new_dict();
+        plist_dict_set_item(root.get(), name.c_str(), found);
+    }
+    return found;
+}
+
 } // namespace platform::linux

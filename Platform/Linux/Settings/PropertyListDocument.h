@@ -34,6 +34,10 @@ public:
 
     void remove(std::string_view key);
 
+    /// Does the same to one entry of the dictionary under a key; whatever else is there is replaced by a dictionary.
+    void setEntry(const corvid::PropertyListValue& value, std::string_view key, std::string_view entry);
+    void removeEntry(std::string_view key, std::string_view entry);
+
 private:
     struct Free {
         void operator()(void* node) const;
@@ -42,6 +46,8 @@ private:
     using Node = std::unique_ptr<void, Free>;
 
     explicit PropertyListDocument(Node dictionary);
+
+    [[nodiscard]] void* dictionaryUnder(std::string_view key);
 
     Node root;
 };

@@ -8,6 +8,14 @@
 
 namespace platform::linux {
 
+namespace {
+
+std::string notAPropertyList(const std::string& file) {
+    return file + " is not a property list with a dictionary";
+}
+
+} // namespace
+
 UserDefaults::UserDefaults(std::optional<std::string> path, Log log)
     : path{std::move(path)}
     , log{std::move(log)} {
@@ -24,14 +32,56 @@ std::optional<corvid::PropertyListValue> UserDefaults::object(std::string_view k
 }
 
 void UserDefaults::set(std::optional<corvid::PropertyListValue> value, std::string_view key) {
-    if (value) {
-        document.set(*value, key);
-    } else if (document.contains(key)) {
-        document.remove(key);
-    } else if (!unsaved) {
-        return;
+    if (value || document.contains(key)) {
+        make({.key = std::string(key), .entry = std::nullopt, .value = std::move(value)});
     }
     save();
+}
+
+void UserDefaults::change(const corvid::PropertyListValue& from, corvid::PropertyListValue to, std::string_view key) {
+    const auto* const former = from.dictionary();
+    const auto* const latter = to.dictionary();
+    if (former == nullptr || latter == nullptr) {
+        set(std::move(to), key);
+        return;
+    }
+    for (const auto& [entry, value] : *latter) {
+        const auto found = former->find(entry);
+        if (found == former->end() || found->second != value) {
+            make({.key = std::string(key), .entry = entry, .value = value});
+        }
+    }
+    for (const auto& [entry, value] : *former) {
+        if (!latter->contains(entry)) {
+            make({.key = std::string(key), .entry = entry, .value = std::nullopt});
+        }
+    }
+    save();
+}
+
+void UserDefaults::together(const std::function<void()>& changes) {
+    const bool isPart = std::exchange(collects, true);
+    changes();
+    collects = isPart;
+    save();
+}
+
+void UserDefaults::make(Edit edit) {
+    edit.apply(document);
+    std::erase_if(unsaved, [&edit](const Edit& earlier) {
+        return earlier.key == edit.key && (!edit.entry || earlier.entry == edit.entry);
+    });
+    if (path) {
+        unsaved.push_back(std::move(edit));
+    }
+}
+
+void UserDefaults::Edit::apply(PropertyListDocument& document) const {
+    if (!entry) {
+        value ? document.set(*value, key) : document.remove(key);
+    } else {
+        value ? document.setEntry(*value, key, *entry) : document.removeEntry(key, *entry);
+    }
 }
 
 void UserDefaults::load() {
@@ -50,7 +100,7 @@ void UserDefaults::load() {
             log("settings: " + contents.error().reason + "; starting from the defaults");
             return;
         }
-        keepUnreadable(*file, contents.error().reason);
+        startFromDefaults(*file, contents.error().reason);
         return;
     }
     if (!*contents) {
@@ -59,37 +109,77 @@ void UserDefaults::load() {
     if (std::optional<PropertyListDocument> parsed = PropertyListDocument::parse(**contents)) {
         document = *std::move(parsed);
     } else {
-        keepUnreadable(*file, *file + " is not a property list with a dictionary");
+        startFromDefaults(*file, notAPropertyList(*file));
     }
 }
 
-void UserDefaults::keepUnreadable(const std::string& file, const std::string& reason) {
+void UserDefaults::startFromDefaults(const std::string& file, const std::string& reason) {
+    constexpr std::string_view consequence = "starting from the defaults";
+    if (const auto kept = keepUnreadable(file, reason, consequence); !kept) {
+        log("settings: " + reason + "; " + kept.error() + "; " + std::string(consequence));
+    }
+}
+
+std::expected<void, std::string> UserDefaults::keepUnreadable(const std::string& file, const std::string& reason,
+                                                              std::string_view consequence) {
     const auto kept = DurableFile::keepBeside(file);
-    unreadableInPlace = !kept;
-    const std::string whereabouts = kept ? "kept as " + kept->value_or("nothing") : kept.error();
-    log("settings: " + reason + "; " + whereabouts + "; starting from the defaults");
+    if (!kept) {
+        return std::unexpected(kept.error());
+    }
+    log("settings: " + reason + "; kept as " + kept->value_or("nothing") + "; " + std::string(consequence));
+    return {};
+}
+
+std::expected<PropertyListDocument, std::string> UserDefaults::renewed(const std::string& file) {
+    const auto contents = DurableFile::read(file);
+    if (!contents && contents.error().kind == DurableFile::ReadFailure::Kind::notAFile) {
+        return std::unexpected(contents.error().reason);
+    }
+    std::optional<PropertyListDocument> next;
+    if (contents && *contents) {
+        next = PropertyListDocument::parse(**contents);
+    }
+    if (next) {
+        for (const Edit& edit : unsaved) {
+            edit.apply(*next);
+        }
+        return *std::move(next);
+    }
+    if (!contents || *contents) {
+        const std::string reason = contents ? notAPropertyList(file) : contents.error().reason;
+        if (const auto kept = keepUnreadable(file, reason, "going on with the settings in force"); !kept) {
+            return std::unexpected(kept.error());
+        }
+    }
+    next = PropertyListDocument::parse(document.xml());
+    return next ? std::expected<PropertyListDocument, std::string>(*std::move(next))
+                : std::unexpected("the settings cannot be written down");
 }
 
 void UserDefaults::save() {
-    if (!path) {
+    if (!path || collects || unsaved.empty()) {
         return;
     }
     std::expected<void, std::string> saved;
     const std::expected<std::string, std::string> file = DurableFile::followLinks(*path);
     if (!file) {
         saved = std::unexpected(file.error());
-    } else if (unreadableInPlace) {
-        const auto kept = DurableFile::keepBeside(*file);
-        unreadableInPlace = !kept;
-        if (!kept) {
-            saved = std::unexpected(kept.error());
+    } else {
+        std::optional<PropertyListDocument> written;
+        saved = DurableFile::renew(*file, [&]() -> std::expected<std::string, std::string> {
+            std::expected<PropertyListDocument, std::string> next = renewed(*file);
+            if (!next) {
+                return std::unexpected(next.error());
+            }
+            return written.emplace(*std::move(next)).xml();
+        });
+        if (saved) {
+            document = *std::move(written);
         }
     }
     if (saved) {
-        saved = DurableFile::replace(*file, document.xml());
-    }
-    unsaved = !saved;
-    if (!saved) {
+        unsaved.clear();
+    } else {
         log("settings: " + saved.error() + "; the change holds until the program ends, the next one tries again");
     }
 }

@@ -4,21 +4,27 @@
 #include "Platform/Linux/Log.h"
 #include "Platform/Linux/Settings/PropertyListDocument.h"
 
+#include <expected>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform::linux {
 
 /// The user's settings: an XML property list, `tessel/preferences.plist` in the configuration folder.
 ///
-/// The file is read once, here; edits made to it while the program runs are lost at the next write. Every write
-/// replaces it whole and durably, with mode 0600, before `set` returns. A symbolic link stays one: the file that it
-/// leads to is replaced. Entries of kinds that the program does not know read as absent and stay in the file.
+/// The file is read here, and again at each write, which changes in it what was changed here and nothing else: what
+/// others have put there meanwhile stays, be it another session or somebody with an editor. (Where the file is gone,
+/// all that is known here is written.) Every write replaces the file whole and durably, with mode 0600, before `set`
+/// returns, or `together` does. A symbolic link stays one: the file that it leads to is replaced. Entries of kinds that
+/// the program does not know read as absent and stay in the file.
 ///
 /// Nothing here stops the program. A file that cannot be read, is malformed or holds no dictionary is kept beside as
-/// `preferences.plist.unreadable-<time>`, and the settings start from their defaults. When a write fails, the change
-/// holds in memory, a line goes to the log, and the next write tries again with all changes. One thread at a time.
+/// `preferences.plist.unreadable-<time>`, and the settings start from their defaults or, at a write, go on as they are.
+/// When a write fails, the change holds in memory, a line goes to the log, and the next write tries again with all
+/// changes. One thread at a time.
 class UserDefaults final : public corvid::PreferenceStore {
 public:
     /// `path` is absolute; without one (no home folder) the settings live in memory only.
@@ -29,19 +35,36 @@ public:
 
     [[nodiscard]] std::optional<corvid::PropertyListValue> object(std::string_view key) const override;
     void set(std::optional<corvid::PropertyListValue> value, std::string_view key) override;
+    void change(const corvid::PropertyListValue& from, corvid::PropertyListValue to, std::string_view key) override;
+    void together(const std::function<void()>& changes) override;
 
 private:
+    /// What is different now under a key or, if there is an entry, there in the dictionary under that key. Nothing is
+    /// there any more without a value.
+    struct Edit {
+        std::string key;
+        std::optional<std::string> entry;
+        std::optional<corvid::PropertyListValue> value;
+
+        void apply(PropertyListDocument& document) const;
+    };
+
     void load();
+    void startFromDefaults(const std::string& file, const std::string& reason);
+    void make(Edit edit);
+    /// What the file is to hold now, which becomes the document when it does.
+    [[nodiscard]] std::expected<PropertyListDocument, std::string> renewed(const std::string& file);
     void save();
-    void keepUnreadable(const std::string& file, const std::string& reason);
+    [[nodiscard]] std::expected<void, std::string> keepUnreadable(const std::string& file, const std::string& reason,
+                                                                  std::string_view consequence);
 
     std::optional<std::string> path;
     Log log;
     PropertyListDocument document;
-    /// There is a file that could be neither read nor kept beside; it must not be replaced.
-    bool unreadableInPlace = false;
-    /// The last write failed.
-    bool unsaved = false;
+    /// What is in the document but not in the file yet.
+    std::vector<Edit> unsaved;
+    /// Within `together`, nothing is written.
+    bool collects = false;
 };
 
 } // namespace platform::linux

@@ -1,4 +1,4 @@
-#include "CorvidKit/Address.h"
+#include "CorvidKitCore/Address.h"
 
 #include <gtest/gtest.h>
 
