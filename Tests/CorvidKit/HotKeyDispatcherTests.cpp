@@ -16,9 +16,9 @@ using Lines = std::vector<std::string>;
 using platform::simulated::HotKeyEvents;
 
 constexpr std::uint32_t ourSignature = 0x43576B79;
-constexpr std::uint32_t modifiers = Shortcut::control | Shortcut::option;
-constexpr Shortcut left{.keyCode = 123, .modifiers = modifiers};
-constexpr Shortcut right{.keyCode = 124, .modifiers = modifiers};
+constexpr std::uint32_t controlOption = Shortcut::control | Shortcut::option;
+constexpr Shortcut leftArrow{.keyCode = 123, .modifiers = controlOption};
+constexpr Shortcut rightArrow{.keyCode = 124, .modifiers = controlOption};
 
 class Dispatcher : public testing::Test {
 protected:
@@ -33,7 +33,7 @@ protected:
 };
 
 TEST_F(Dispatcher, InstallsItsHandlerOnceAndRegistersTheShortcutUnchanged) {
-    EXPECT_EQ(add(left), 1U);
+    EXPECT_EQ(add(leftArrow), 1U);
     EXPECT_EQ(add({.keyCode = 8, .modifiers = 0x123456}), 2U);
     EXPECT_EQ(desktop.trace.take(), (Lines{"install hot key handler", "register hot key 123 6144 as CWky 1",
                                            "register hot key 8 1193046 as CWky 2"}));
@@ -41,57 +41,57 @@ TEST_F(Dispatcher, InstallsItsHandlerOnceAndRegistersTheShortcutUnchanged) {
 
 TEST_F(Dispatcher, TriesAgainToInstallItsHandlerAndRegistersAllTheSame) {
     events.installStatus = -50;
-    EXPECT_EQ(add(left), 1U);
-    EXPECT_EQ(events.press(left.keyCode, left.modifiers), std::nullopt);
+    EXPECT_EQ(add(leftArrow), 1U);
+    EXPECT_EQ(events.press(leftArrow.keyCode, leftArrow.modifiers), std::nullopt);
     events.installStatus = platform::noErr;
-    EXPECT_EQ(add(right), 2U);
+    EXPECT_EQ(add(rightArrow), 2U);
     EXPECT_EQ(desktop.trace.take(), (Lines{"install hot key handler", "register hot key 123 6144 as CWky 1",
                                            "install hot key handler", "register hot key 124 6144 as CWky 2"}));
-    EXPECT_EQ(events.press(left.keyCode, left.modifiers), platform::noErr);
+    EXPECT_EQ(events.press(leftArrow.keyCode, leftArrow.modifiers), platform::noErr);
     EXPECT_EQ(presses, 1);
 }
 
 TEST_F(Dispatcher, EveryStatusButZeroIsAFailureAndSoIsAMissingReference) {
     for (const platform::OSStatus status : {-9878, -9879, 1, -1, platform::noErr}) {
-        events.refuse(left.keyCode, left.modifiers, status);
-        EXPECT_EQ(add(left), std::nullopt) << status;
+        events.refuse(leftArrow.keyCode, leftArrow.modifiers, status);
+        EXPECT_EQ(add(leftArrow), std::nullopt) << status;
     }
 }
 
 TEST_F(Dispatcher, AFailureIsOneAlsoWhenItComesWithAReference) {
     events.refusesWithReference = true;
     for (const platform::OSStatus status : {-9878, -9879, 1, -1}) {
-        events.refuse(left.keyCode, left.modifiers, status);
-        EXPECT_EQ(add(left), std::nullopt) << status;
+        events.refuse(leftArrow.keyCode, leftArrow.modifiers, status);
+        EXPECT_EQ(add(leftArrow), std::nullopt) << status;
     }
 }
 
 TEST_F(Dispatcher, AFailureTakesAnIdThatIsNotGivenBack) {
-    events.refuse(left.keyCode, left.modifiers);
-    EXPECT_EQ(add(left), std::nullopt);
-    EXPECT_EQ(add(right), 2U);
+    events.refuse(leftArrow.keyCode, leftArrow.modifiers);
+    EXPECT_EQ(add(leftArrow), std::nullopt);
+    EXPECT_EQ(add(rightArrow), 2U);
     dispatcher.unregister(2);
-    EXPECT_EQ(add(right), 3U);
+    EXPECT_EQ(add(rightArrow), 3U);
 }
 
 TEST_F(Dispatcher, ReleasesTheHandlerOfARefusedHotKey) {
     const auto held = std::make_shared<int>();
-    events.refuse(left.keyCode, left.modifiers);
-    EXPECT_EQ(dispatcher.registerHotKey(left, [held] {}), std::nullopt);
+    events.refuse(leftArrow.keyCode, leftArrow.modifiers);
+    EXPECT_EQ(dispatcher.registerHotKey(leftArrow, [held] {}), std::nullopt);
     EXPECT_EQ(held.use_count(), 1);
 }
 
 TEST_F(Dispatcher, APressRunsTheHandlerOfItsIdOnly) {
     Lines pressed;
-    EXPECT_EQ(dispatcher.registerHotKey(left, [&] { pressed.emplace_back("left"); }), 1U);
-    EXPECT_EQ(dispatcher.registerHotKey(right, [&] { pressed.emplace_back("right"); }), 2U);
-    EXPECT_EQ(events.press(right.keyCode, right.modifiers), platform::noErr);
+    EXPECT_EQ(dispatcher.registerHotKey(leftArrow, [&] { pressed.emplace_back("left"); }), 1U);
+    EXPECT_EQ(dispatcher.registerHotKey(rightArrow, [&] { pressed.emplace_back("right"); }), 2U);
+    EXPECT_EQ(events.press(rightArrow.keyCode, rightArrow.modifiers), platform::noErr);
     EXPECT_EQ(pressed, (Lines{"right"}));
 }
 
 TEST_F(Dispatcher, UnregisteringGivesTheKeyBackAndReleasesTheHandler) {
     const auto held = std::make_shared<int>();
-    const auto id = dispatcher.registerHotKey(left, [held] {});
+    const auto id = dispatcher.registerHotKey(leftArrow, [held] {});
     ASSERT_TRUE(id);
     dispatcher.unregister(*id);
     EXPECT_EQ(held.use_count(), 1);
@@ -102,7 +102,7 @@ TEST_F(Dispatcher, UnregisteringGivesTheKeyBackAndReleasesTheHandler) {
 }
 
 TEST_F(Dispatcher, APressOfAnUnregisteredIdIsHandledAndRunsNothing) {
-    EXPECT_EQ(add(left), 1U);
+    EXPECT_EQ(add(leftArrow), 1U);
     dispatcher.unregister(1);
     EXPECT_EQ(events.deliver({.signature = ourSignature, .id = 1}), platform::noErr);
     EXPECT_EQ(events.deliver({.signature = ourSignature, .id = 5}), platform::noErr);
@@ -110,7 +110,7 @@ TEST_F(Dispatcher, APressOfAnUnregisteredIdIsHandledAndRunsNothing) {
 }
 
 TEST_F(Dispatcher, EventsThatAreNotOursAreNotHandled) {
-    EXPECT_EQ(add(left), 1U);
+    EXPECT_EQ(add(leftArrow), 1U);
     EXPECT_EQ(events.deliverWithoutEvent(), -9874);
     EXPECT_EQ(events.deliverWithoutParameter(-9870), -9874);
     EXPECT_EQ(events.deliverWithoutParameter(-50), -9874);
@@ -123,32 +123,33 @@ TEST_F(Dispatcher, EventsThatAreNotOursAreNotHandled) {
 
 TEST_F(Dispatcher, AHandlerMayUnregisterItselfWhileItRuns) {
     std::string seen;
-    const auto id = dispatcher.registerHotKey(left, [&, text = std::string("a text too long to be kept in place")] {
-        dispatcher.unregister(1);
-        seen = text;
-    });
+    const auto id =
+        dispatcher.registerHotKey(leftArrow, [&, text = std::string("a text too long to be kept in place")] {
+            dispatcher.unregister(1);
+            seen = text;
+        });
     ASSERT_EQ(id, 1U);
-    EXPECT_EQ(events.press(left.keyCode, left.modifiers), platform::noErr);
+    EXPECT_EQ(events.press(leftArrow.keyCode, leftArrow.modifiers), platform::noErr);
     EXPECT_EQ(seen, "a text too long to be kept in place");
-    EXPECT_EQ(events.press(left.keyCode, left.modifiers), std::nullopt);
+    EXPECT_EQ(events.press(leftArrow.keyCode, leftArrow.modifiers), std::nullopt);
 }
 
 TEST_F(Dispatcher, AHandlerMayRegisterOthersWhileItRuns) {
-    const auto id = dispatcher.registerHotKey(left, [&] {
+    const auto id = dispatcher.registerHotKey(leftArrow, [&] {
         for (std::uint32_t key = 0; key < 50; ++key) {
-            EXPECT_TRUE(add({.keyCode = key, .modifiers = modifiers}));
+            EXPECT_TRUE(add({.keyCode = key, .modifiers = controlOption}));
         }
     });
     ASSERT_EQ(id, 1U);
-    EXPECT_EQ(events.press(left.keyCode, left.modifiers), platform::noErr);
+    EXPECT_EQ(events.press(leftArrow.keyCode, leftArrow.modifiers), platform::noErr);
     EXPECT_EQ(events.press(0, modifiers), platform::noErr);
     EXPECT_EQ(presses, 1);
 }
 
 TEST_F(Dispatcher, FindsItsWayWithoutAnyHelpOfThePlatform) {
-    EXPECT_EQ(add(left), 1U);
+    EXPECT_EQ(add(leftArrow), 1U);
     EXPECT_EQ(events.handlerData(), nullptr);
-    EXPECT_EQ(events.press(left.keyCode, left.modifiers), platform::noErr);
+    EXPECT_EQ(events.press(leftArrow.keyCode, leftArrow.modifiers), platform::noErr);
     EXPECT_EQ(presses, 1);
 }
 
@@ -169,8 +170,8 @@ TEST(SharedDispatcher, IsOne) {
 TEST(DispatcherDeathTest, RunningOutOfIdsStopsTheProcess) {
     platform::simulated::Desktop desktop;
     HotKeyDispatcher dispatcher(0xFFFFFFFE);
-    EXPECT_EQ(dispatcher.registerHotKey(left, [] {}), 0xFFFFFFFE);
-    EXPECT_DEATH((void)dispatcher.registerHotKey(right, [] {}),
+    EXPECT_EQ(dispatcher.registerHotKey(leftArrow, [] {}), 0xFFFFFFFE);
+    EXPECT_DEATH((void)dispatcher.registerHotKey(rightArrow, [] {}),
                  "^CorvidKit/HotKeys:[0-9]+: Fatal error: Arithmetic overflow: no hot key ids are left\n$");
 }
 
