@@ -182,10 +182,11 @@ QString MenuState::permissionMessage() const {
 QString MenuState::permissionButton() const {
     switch (platform::current().accessibility.requirement()) {
     case AccessRequirement::permission:
-    case AccessRequirement::windowManager:
         return QCoreApplication::translate("CorvidKit", "Open System Settings");
     case AccessRequirement::extensionSwitchedOn:
         return translated("Turn on");
+    // No page of a desktop's settings gives it a window manager.
+    case AccessRequirement::windowManager:
     case AccessRequirement::compositor:
     case AccessRequirement::extensionLoaded:
     case AccessRequirement::extensionAccepted:

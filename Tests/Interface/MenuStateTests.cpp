@@ -60,7 +60,7 @@ TEST_F(Menu, HasAButtonOnlyWhereSomethingCanBeDoneAboutWhatIsMissing) {
     using enum platform::AccessRequirement;
     MenuState& menu = make();
     for (const auto& [missing, button] : {std::pair{permission, "Open System Settings"},
-                                          {windowManager, "Open System Settings"},
+                                          {windowManager, ""},
                                           {compositor, ""},
                                           {extensionSwitchedOn, "Turn on"},
                                           {extensionLoaded, ""},
@@ -74,7 +74,7 @@ TEST_F(Menu, HasAButtonOnlyWhereSomethingCanBeDoneAboutWhatIsMissing) {
     desktop.accessibility.missing = extensionSwitchedOn;
     menu.openAccessibilitySettings();
     EXPECT_EQ(desktop.accessibility.promptCount(), before + 1);
-    desktop.accessibility.missing = windowManager;
+    desktop.accessibility.missing = permission;
     menu.openAccessibilitySettings();
     EXPECT_EQ(desktop.accessibility.promptCount(), before + 1);
 }
