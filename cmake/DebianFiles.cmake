@@ -10,7 +10,7 @@ function(compress source target)
 endfunction()
 
 compress("${CPACK_TESSEL_DEBIAN_FOLDER}/changelog" "${documents}/changelog.Debian.gz")
-configure_file("${CPACK_TESSEL_DEBIAN_FOLDER}/copyright" "${documents}/copyright" COPYONLY
+configure_file("${CPACK_TESSEL_DEBIAN_FOLDER}/copyright" "${documents}/copyright" @ONLY
     FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 # It is in the copyright file as well.
 file(REMOVE "${documents}/OFL.txt")

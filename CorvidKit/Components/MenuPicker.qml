@@ -46,11 +46,19 @@ Pressable {
             color: Style.secondary
             Accessible.ignored: true
         }
-        Symbol {
+        Item {
             anchors.verticalCenter: parent.verticalCenter
-            name: "chevron.up.chevron.down"
-            size: 8
-            color: Style.tertiary
+            // The symbol is narrow and stands in the middle of its square: as wide as to where the drawing ends.
+            width: chevron.width - 2
+            height: chevron.height
+
+            Symbol {
+                id: chevron
+                anchors.left: parent.left
+                name: "chevron.up.chevron.down"
+                size: 8
+                color: Style.tertiary
+            }
         }
     }
     PopupMenu {

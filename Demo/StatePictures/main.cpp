@@ -23,6 +23,20 @@ public:
     [[nodiscard]] bool serve() override { return false; }
 };
 
+/// Gives the desktop the texts that the toolkit has: the status is put together out of its.
+void translateStatus(platform::simulated::Desktop& desktop, const tessel::AppState& state) {
+    const auto translate = [&](const char* key, int count = -1) {
+        desktop.localization.texts[std::string("Tessel/") + key] =
+            QCoreApplication::translate("Tessel", key, nullptr, count).toStdString();
+    };
+    for (const char* key :
+         {"Paused", "Waiting for permission", "Some shortcuts are taken", "Active · %lld shortcuts · %lld apps"}) {
+        translate(key);
+    }
+    translate("%n shortcuts", static_cast<int>(tessel::WindowAction::allCases.size()));
+    translate("%n apps", static_cast<int>(state.rules().size()));
+}
+
 /// Draws one state in both colour schemes, each on a desktop of its own.
 void draw(const tessel::ShownState& shown, const std::string& directory, const std::string& language,
           platform::ImageRenderer& renderer) {
@@ -36,6 +50,7 @@ void draw(const tessel::ShownState& shown, const std::string& directory, const s
     corvid::HotKeyDispatcher dispatcher;
     tessel::AppState state(desktop.standardUserDefaults, false, dispatcher);
     shown.live(desktop, state);
+    translateStatus(desktop, state);
     corvid::Snapshot::renderMenu(directory, std::string(shown.name),
                                  [&] { return std::make_shared<tessel::MenuView>(state, shown.tab); });
 }

@@ -56,7 +56,8 @@ Item {
     MenuPicker {
         id: picker
         anchors.right: parent.right
-        anchors.rightMargin: 6
+        // Six more are the picker's own, around what it shows.
+        anchors.rightMargin: 4
         anchors.verticalCenter: parent.verticalCenter
         title: row.action?.title ?? ""
         symbol: row.action?.symbol ?? ""

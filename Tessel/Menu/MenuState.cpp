@@ -5,11 +5,13 @@
 #include "CorvidKit/SystemSettings.h"
 #include "Platform/Accessibility.h"
 #include "Platform/ApplicationCatalogue.h"
+#include "Platform/Localization.h"
 #include "Platform/MainActor.h"
 #include "Platform/Platform.h"
 #include "Platform/ThisApplication.h"
 #include "Tessel/Menu/ImageSource.h"
 #include "Tessel/ShortcutText.h"
+#include "Tessel/StatusText.h"
 
 #include <QCoreApplication>
 
@@ -19,8 +21,8 @@ namespace {
 
 using platform::AccessRequirement;
 
-QString translated(std::string_view key, const char* variant = nullptr, int count = -1) {
-    return QCoreApplication::translate("Tessel", std::string(key).c_str(), variant, count);
+QString translated(std::string_view key, const char* variant = nullptr) {
+    return QCoreApplication::translate("Tessel", std::string(key).c_str(), variant);
 }
 
 /// The comment of those translations that fit what is missing.
@@ -113,24 +115,8 @@ MenuState::Status MenuState::status() const {
 }
 
 QString MenuState::statusText() const {
-    switch (state.status()) {
-    case AppStatus::paused:
-        return translated("Paused");
-    case AppStatus::waitingForPermission:
-        return translated("Waiting for permission");
-    case AppStatus::shortcutsTaken:
-        return translated("Some shortcuts are taken");
-    case AppStatus::active:
-        break;
-    }
-    const int shortcuts = static_cast<int>(WindowAction::allCases.size());
-    const int apps = static_cast<int>(state.rules().size());
-    const QString key = QString::fromUtf8("Active · %lld shortcuts · %lld apps");
-    const QString sentence = translated(key.toStdString());
-    if (sentence != key) {
-        return sentence.arg(translated("%n shortcuts", nullptr, shortcuts), translated("%n apps", nullptr, apps));
-    }
-    return QString::fromUtf8("Active · %1 shortcuts · %2 apps").arg(shortcuts).arg(apps);
+    const platform::Localization& localization = platform::current().localization;
+    return QString::fromStdString(tessel::statusText(state.status(), state.rules().size(), localization));
 }
 
 bool MenuState::isEnabled() const {
@@ -182,10 +168,11 @@ QString MenuState::permissionMessage() const {
 QString MenuState::permissionButton() const {
     switch (platform::current().accessibility.requirement()) {
     case AccessRequirement::permission:
-    case AccessRequirement::windowManager:
         return QCoreApplication::translate("CorvidKit", "Open System Settings");
     case AccessRequirement::extensionSwitchedOn:
         return translated("Turn on");
+    // No page of a desktop's settings gives it a window manager.
+    case AccessRequirement::windowManager:
     case AccessRequirement::compositor:
     case AccessRequirement::extensionLoaded:
     case AccessRequirement::extensionAccepted:

@@ -3,6 +3,7 @@
 #include "CorvidKitCore/InMemoryPreferenceStore.h"
 #include "Platform/Absent/Desktop.h"
 #include "Platform/Appearance.h"
+#include "Platform/ImageRenderer.h"
 #include "Platform/Linux/AddressOpener.h"
 #include "Platform/Linux/AutostartLoginItem.h"
 #include "Platform/Linux/Control/SessionBus.h"
@@ -21,11 +22,18 @@
 #include "Tessel/Wiring/ToolkitPlugin.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <memory>
+#include <new>
+#include <optional>
+#include <vector>
 
 namespace tessel {
 
@@ -51,12 +59,45 @@ void beSilent() {
     }
 }
 
-} // namespace
+using Count = std::atomic<unsigned>;
+static_assert(Count::is_always_lock_free, "it is shared between processes");
 
-void runPictures(const std::string& directory) {
-    beSilent();
-    // A library that gives up takes the process with it. That, too, is a picture that could not be drawn.
-    std::signal(SIGABRT, [](int) { std::_Exit(EXIT_SUCCESS); });
+/// Leaves out the pictures that another process has begun already, and counts those that this one begins.
+class ResumedRenderer final : public platform::ImageRenderer {
+public:
+    ResumedRenderer(platform::ImageRenderer& renderer, Count& begun)
+        : renderer(renderer)
+        , begun(begun)
+        , left(begun) {}
+
+    [[nodiscard]] std::optional<std::vector<std::byte>> png(const platform::PictureOfView& picture) override {
+        if (left > 0) {
+            --left;
+            return std::nullopt;
+        }
+        ++begun;
+        return renderer.png(picture);
+    }
+
+private:
+    platform::ImageRenderer& renderer;
+    Count& begun;
+    unsigned left;
+};
+
+/// Whether a process ended by itself, all done.
+bool isDone(pid_t process) {
+    int status = 0;
+    while (::waitpid(process, &status, 0) < 0) {
+        if (errno != EINTR) {
+            return true;
+        }
+    }
+    return WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS;
+}
+
+void drawPictures(const std::string& directory, Count& begun) {
+    std::signal(SIGABRT, [](int) { std::_Exit(EXIT_FAILURE); });
     enterLocale();
     forgetUserSettings();
     platform::linux::MainLoop mainLoop;
@@ -80,6 +121,10 @@ void runPictures(const std::string& directory) {
                                                                      .screens = desktop.screens,
                                                                      .languages = bundle.preferredLocalizations,
                                                                      .pictureScale = pixelsPerPoint});
+    std::optional<ResumedRenderer> renderer;
+    if (toolkit) {
+        renderer.emplace(toolkit->imageRenderer(), begun);
+    }
     const platform::Platform table{
         .accessibility = desktop.accessibility,
         .accessibilityObservers = desktop.accessibilityObservers,
@@ -87,7 +132,7 @@ void runPictures(const std::string& directory) {
         .applicationCatalogue = catalogue,
         .sound = desktop.sound,
         .hotKeyEvents = desktop.hotKeyEvents,
-        .imageRenderer = toolkit ? &toolkit->imageRenderer() : nullptr,
+        .imageRenderer = renderer ? &*renderer : nullptr,
         .localization = localization,
         .log = systemLog,
         .loginItemService = loginItem,
@@ -105,6 +150,31 @@ void runPictures(const std::string& directory) {
     };
     const platform::Installation installation(table);
     MenuSnapshot::render(directory);
+}
+
+} // namespace
+
+// A library that gives up takes its process with it. So pictures are drawn in another one and, should it end before the
+// last is there, in one more, from the picture after the one that was its end.
+void runPictures(const std::string& directory) {
+    beSilent();
+    void* const shared = ::mmap(nullptr, sizeof(Count), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    if (shared == MAP_FAILED) {
+        return;
+    }
+    Count& begun = *::new (shared) Count(0);
+    for (;;) {
+        const unsigned before = begun;
+        const pid_t process = ::fork();
+        if (process == 0) {
+            drawPictures(directory, begun);
+            ::_exit(EXIT_SUCCESS);
+        }
+        // One that did not even come to a picture would not the next time either.
+        if (process < 0 || isDone(process) || begun == before) {
+            return;
+        }
+    }
 }
 
 } // namespace tessel

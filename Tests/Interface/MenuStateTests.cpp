@@ -2,6 +2,7 @@
 #include "Platform/Simulated/Desktop.h"
 #include "Tessel/AppState.h"
 #include "Tessel/Menu/MenuState.h"
+#include "Tessel/StatusText.h"
 
 #include <gtest/gtest.h>
 
@@ -60,7 +61,7 @@ TEST_F(Menu, HasAButtonOnlyWhereSomethingCanBeDoneAboutWhatIsMissing) {
     using enum platform::AccessRequirement;
     MenuState& menu = make();
     for (const auto& [missing, button] : {std::pair{permission, "Open System Settings"},
-                                          {windowManager, "Open System Settings"},
+                                          {windowManager, ""},
                                           {compositor, ""},
                                           {extensionSwitchedOn, "Turn on"},
                                           {extensionLoaded, ""},
@@ -74,9 +75,22 @@ TEST_F(Menu, HasAButtonOnlyWhereSomethingCanBeDoneAboutWhatIsMissing) {
     desktop.accessibility.missing = extensionSwitchedOn;
     menu.openAccessibilitySettings();
     EXPECT_EQ(desktop.accessibility.promptCount(), before + 1);
-    desktop.accessibility.missing = windowManager;
+    desktop.accessibility.missing = permission;
     menu.openAccessibilitySettings();
     EXPECT_EQ(desktop.accessibility.promptCount(), before + 1);
+}
+
+TEST_F(Menu, SaysTheSameOfItsStatusAsTheItemInThePanel) {
+    desktop.localization.texts = {{"Tessel/Active · %lld shortcuts · %lld apps", "%2, %1"},
+                                  {"Tessel/%n shortcuts", "Kürzel: %n"},
+                                  {"Tessel/%n apps", "Programme: %n"},
+                                  {"Tessel/Paused", "Angehalten"}};
+    MenuState& menu = make();
+    for (const bool isEnabled : {true, false}) {
+        state->setEnabled(isEnabled);
+        EXPECT_EQ(menu.statusText().toStdString(), statusText(state->status(), 0, desktop.localization));
+    }
+    EXPECT_EQ(menu.statusText(), "Angehalten");
 }
 
 TEST_F(Menu, NamesTheShortcutsThatAreTaken) {

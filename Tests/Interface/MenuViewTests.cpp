@@ -1,86 +1,15 @@
-#include "CorvidKit/Components/Environment.h"
-#include "CorvidKit/HotKeys.h"
-#include "Platform/Simulated/Desktop.h"
-#include "Tessel/AppState.h"
-#include "Tessel/Menu/MenuViewItem.h"
-#include "Tessel/MenuView.h"
+#include "Tests/Interface/ViewFixture.h"
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QIcon>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickRenderControl>
-#include <QQuickWindow>
-#include <memory>
-#include <optional>
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <vector>
 
 namespace tessel {
 namespace {
-
-/// All items below this one whose type has that name, in the order in which they are drawn.
-std::vector<QQuickItem*> itemsOfType(const QQuickItem& root, const std::string& type) {
-    std::vector<QQuickItem*> found;
-    for (QQuickItem* child : root.childItems()) {
-        if (std::string(child->metaObject()->className()).starts_with(type + "_QML")) {
-            found.push_back(child);
-        }
-        const std::vector<QQuickItem*> deeper = itemsOfType(*child, type);
-        found.insert(found.end(), deeper.begin(), deeper.end());
-    }
-    return found;
-}
-
-class View : public testing::Test {
-protected:
-    void SetUp() override { engine.addImportPath(QStringLiteral("qrc:/qt/qml")); }
-
-    QQuickItem& make(MenuTab tab = MenuTab::shortcuts) {
-        state.emplace(desktop.standardUserDefaults, false, dispatcher);
-        view.emplace(*state, tab);
-        item = makeItem(*view, engine);
-        if (item == nullptr) {
-            throw std::runtime_error("the view cannot be made");
-        }
-        item->setParentItem(window.contentItem());
-        item->setSize({item->implicitWidth(), item->implicitHeight()});
-        settle();
-        return *item;
-    }
-
-    /// What is posted and laid out later takes its place.
-    void settle() {
-        desktop.mainActor.run();
-        for (int turn = 0; turn < 3; ++turn) {
-            QCoreApplication::sendPostedEvents();
-            control.polishItems();
-        }
-    }
-
-    QQuickItem& only(const std::string& type) {
-        const std::vector<QQuickItem*> found = itemsOfType(*item, type);
-        if (found.size() != 1) {
-            throw std::runtime_error(std::to_string(found.size()) + " of " + type);
-        }
-        return *found.front();
-    }
-
-    QRectF placeOf(QQuickItem& part) { return part.mapRectToItem(item.get(), part.boundingRect()); }
-
-    static void press(QQuickItem& button) { QMetaObject::invokeMethod(&button, "pressed"); }
-
-    platform::simulated::Desktop desktop;
-    corvid::HotKeyDispatcher dispatcher;
-    QQuickRenderControl control;
-    QQuickWindow window{&control};
-    QQmlEngine engine;
-    std::optional<AppState> state;
-    std::optional<MenuView> view;
-    std::unique_ptr<QQuickItem> item;
-};
 
 TEST_F(View, Is340PointsWideAndAsHighAsItsParts) {
     const QQuickItem& root = make();
@@ -128,15 +57,69 @@ TEST_F(View, ShowsTheTabThatItBeginsWithAndTheOneThatIsPressed) {
 
 TEST_F(View, TheWarningIsThereWhileThePermissionIsMissing) {
     desktop.accessibility.isTrusted = false;
+    desktop.accessibility.missing = platform::AccessRequirement::permission;
     QQuickItem& root = make();
     EXPECT_TRUE(only("WarningCard").isVisible());
+    EXPECT_EQ(only("MenuHeader").property("status"), "Waiting for permission");
     const double before = root.implicitHeight();
+    desktop.trace.clear();
     press(*itemsOfType(only("WarningCard"), "PillButton").front());
+    EXPECT_EQ(desktop.trace.take(),
+              (std::vector<std::string>{
+                  "open x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"}));
     desktop.accessibility.isTrusted = true;
     desktop.mainActor.advance(std::chrono::seconds(2));
     settle();
     EXPECT_FALSE(only("WarningCard").isVisible());
     EXPECT_LT(root.implicitHeight(), before);
+}
+
+TEST_F(View, TheWarningHasNoButtonWhereNoPageOfSettingsHelps) {
+    desktop.accessibility.isTrusted = false;
+    desktop.accessibility.missing = platform::AccessRequirement::windowManager;
+    make();
+    EXPECT_TRUE(only("WarningCard").isVisible());
+    EXPECT_FALSE(itemsOfType(only("WarningCard"), "PillButton").front()->isVisible());
+}
+
+TEST_F(View, TheStatusIsGreyOrangeOrGreen) {
+    const auto colour = [this] {
+        settle();
+        return only("MenuHeader").property("statusColor").value<QColor>();
+    };
+    const QColor grey(0x8e, 0x8e, 0x93);
+    const QColor orange(0xf0, 0x8c, 0x00);
+    const QColor green(0x28, 0xb8, 0x4c);
+    desktop.accessibility.isTrusted = false;
+    make();
+    EXPECT_EQ(colour(), orange) << "waiting for permission";
+    const corvid::Shortcut taken = WindowAction(WindowAction::maximize).shortcut();
+    desktop.hotKeyEvents.refuse(taken.keyCode, taken.modifiers);
+    desktop.accessibility.isTrusted = true;
+    desktop.mainActor.advance(std::chrono::seconds(2));
+    ASSERT_EQ(state->status(), AppStatus::shortcutsTaken);
+    EXPECT_EQ(colour(), orange) << "some shortcuts are taken";
+    state->setEnabled(false);
+    EXPECT_EQ(colour(), grey) << "paused";
+    desktop.hotKeyEvents.release(taken.keyCode, taken.modifiers);
+    state->setEnabled(true);
+    EXPECT_EQ(colour(), green) << "active";
+}
+
+TEST_F(View, WithoutRulesTheAppsCardSaysSo) {
+    make(MenuTab::apps);
+    const auto isTold = [this] {
+        const std::vector<QQuickItem*> labels = itemsOfType(only("AppsCard"), "Label");
+        const auto label = std::ranges::find_if(
+            labels, [](const QQuickItem* each) { return each->property("text") == "No apps yet"; });
+        return label != labels.end() && (*label)->isVisible();
+    };
+    EXPECT_TRUE(isTold());
+    EXPECT_FALSE(only("AppRuleList").isVisible());
+    state->setRule("org.example.Editor", WindowAction::center);
+    settle();
+    EXPECT_FALSE(isTold());
+    EXPECT_TRUE(only("AppRuleList").isVisible());
 }
 
 TEST_F(View, TheReminderGoesWhenItIsDismissed) {
@@ -249,92 +232,32 @@ TEST_F(View, TheFooterLeadsToNewerVersionsAndToTheEnd) {
     EXPECT_EQ(desktop.trace.take(), std::vector<std::string>{"terminate this program"});
 }
 
-/// The view as it hangs in a window, which is kept while it is hidden: with room for a shadow around it.
-class ShownView : public View {
-protected:
-    static constexpr double shadow = 20;
-
-    void show() {
-        QQuickItem& root = make(MenuTab::apps);
-        state->setRules({{"org.example.Editor", WindowAction::center}});
+TEST_F(View, AFooterShowsItsCaptionOrWithNothingElseToShowItTheVersion) {
+    struct Row {
+        QString caption;
+        bool canCheck;
+        QString line;
+        std::size_t rows;
+    };
+    const std::vector<Row> rows{
+        {"", false, "Version 1.2", 1}, {"", true, "", 2}, {"Trial", false, "Trial", 1}, {"Trial", true, "Trial", 2}};
+    make();
+    QQuickItem& footer = only("MenuFooter");
+    for (const Row& row : rows) {
+        footer.setProperty("caption", row.caption);
+        footer.setProperty("canCheckForUpdates", row.canCheck);
         settle();
-        root.setParentItem(shown.contentItem());
-        root.setPosition({shadow, shadow});
-        shown.resize(static_cast<int>(root.width() + 2 * shadow), static_cast<int>(root.height() + 2 * shadow));
-        shown.show();
-        QCoreApplication::processEvents();
-    }
-
-    void TearDown() override { item.reset(); }
-
-    /// Lists make and drop their rows as they are drawn.
-    void draw() {
-        settle();
-        ASSERT_FALSE(shown.grabWindow().isNull());
-    }
-
-    /// The menu that the button opens, once it is open.
-    static QQuickItem& menuOf(QQuickItem& button) { return *itemsOfType(button, "PopupMenu").front(); }
-
-    static bool isOpen(QQuickItem& button) { return menuOf(button).property("isOpen").toBool(); }
-
-    /// Where the open menu is in the window; its list is drawn above everything, with five points around it.
-    QRectF placeOfMenu() {
-        for (QQuickItem* list : itemsOfType(*shown.contentItem(), "MenuList")) {
-            if (list->isVisible()) {
-                return list->mapRectToScene(list->boundingRect()).adjusted(-5, -5, 5, 5);
-            }
+        const QQuickItem& line = *footer.childItems().front();
+        EXPECT_EQ(line.isVisible(), !row.line.isEmpty());
+        EXPECT_EQ(line.childItems().front()->property("text"), row.line);
+        if (line.isVisible()) {
+            EXPECT_EQ(line.height(), 26);
+            EXPECT_EQ(line.width(), footer.width());
         }
-        return {};
-    }
-
-    QQuickWindow shown;
-};
-
-TEST_F(ShownView, AMenuGoesWithTheWindow) {
-    show();
-    QQuickItem& add = only("AddAppMenu");
-    press(add);
-    EXPECT_TRUE(isOpen(add));
-    shown.hide();
-    EXPECT_FALSE(isOpen(add)) << "it would be there, and out of date, when the popover opens again";
-    shown.show();
-    EXPECT_FALSE(isOpen(add));
-    press(add);
-    EXPECT_TRUE(isOpen(add));
-}
-
-TEST_F(ShownView, AMenuBeginsWhereItsButtonDoesOrEndsWhereItEndsAndLiesOnThePlate) {
-    show();
-    QQuickItem& add = only("AddAppMenu");
-    press(add);
-    ASSERT_TRUE(isOpen(add));
-    EXPECT_EQ(placeOfMenu().left(), shadow + placeOf(add).left());
-    EXPECT_GT(placeOfMenu().top(), shadow + placeOf(add).bottom());
-    press(add);
-    QQuickItem& picker = only("MenuPicker");
-    press(picker);
-    ASSERT_TRUE(isOpen(picker));
-    EXPECT_EQ(placeOfMenu().right(), shadow + placeOf(picker).right());
-    press(picker);
-
-    desktop.applications.add({.bundleIdentifier = "org.example.Long", .localizedName = std::string(200, 'm')});
-    press(add);
-    const QRectF plate(shadow, shadow, item->width(), item->height());
-    EXPECT_TRUE(plate.contains(placeOfMenu())) << placeOfMenu().left() << " to " << placeOfMenu().right();
-}
-
-TEST_F(ShownView, AMenuGoesWithItsRow) {
-    show();
-    const Prefs::Rules one{{"org.example.Mail", WindowAction::center}};
-    for (const Prefs::Rules& left : {one, Prefs::Rules()}) {
-        state->setRules({{"org.example.Editor", WindowAction::center}, {"org.example.Mail", WindowAction::center}});
-        draw();
-        press(*itemsOfType(*item, "MenuPicker").front());
-        ASSERT_FALSE(placeOfMenu().isEmpty());
-        state->setRules(left);
-        draw();
-        EXPECT_TRUE(placeOfMenu().isEmpty()) << "what it offers is for an application that has no rule any more";
+        const auto footerRows = itemsOfType(footer, "FooterRow");
+        EXPECT_EQ(std::ranges::count_if(footerRows, &QQuickItem::isVisible),
+                  std::ssize(footerRows) - (row.canCheck ? 0 : 1));
+        EXPECT_TRUE(footerRows.back()->isVisible());
     }
 }
 

@@ -41,6 +41,10 @@ newest=$(dpkg-parsechangelog --file "$folder/changelog" --show-field Version)
 [[ $(field Version) == "$newest" ]] || complain "the newest version in the change log is $newest"
 [[ $(field Maintainer) == 'Corvid <'*'@tessel.example>' ]] || complain "its maintainer is $(field Maintainer)"
 
+[[ $(field Homepage) == https://tessel.example ]] || complain "its homepage is $(field Homepage)"
+grep --quiet --line-regexp 'Source: https://tessel.example' "$root/usr/share/doc/tessel/copyright" ||
+    complain 'its copyright file names another source'
+
 # Each library that a program or plugin names, and all that these load by name.
 needed='libc6 libglib2.0-0 libplist3 libsystemd0 libxcb1 libxcb-randr0'
 if [[ -e $root/usr/lib/$triplet/tessel/tessel-menu.so ]]; then

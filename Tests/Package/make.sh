@@ -1,11 +1,11 @@
 #!/bin/bash
-# Makes the package of what is built.
-# usage: make.sh CPACK BUILD FOLDER
+# Makes the package of what is built, as one of that website.
+# usage: make.sh CPACK BUILD FOLDER WEBSITE
 set -euo pipefail
 
-cpack=$1 build=$2 folder=$3
+cpack=$1 build=$2 folder=$3 website=$4
 rm -rf "$folder"
-"$cpack" --config "$build/CPackConfig.cmake" -B "$folder"
+"$cpack" --config "$build/CPackConfig.cmake" -D CPACK_PACKAGE_HOMEPAGE_URL="$website" -B "$folder"
 
 shopt -s nullglob
 packages=("$folder"/tessel_*.deb)

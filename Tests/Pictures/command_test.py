@@ -1,9 +1,12 @@
 #!/usr/bin/python3
 """What asking for pictures does and leaves alone, whatever is missing."""
 
+import os
 import shutil
+import signal
 import subprocess
 import unittest
+from pathlib import Path
 
 from PIL import Image
 
@@ -91,6 +94,21 @@ class AskingForPictures(PictureCase):
             shutil.copy2(PROGRAM.parent / name, self.folder)
         self.assert_silent_success(self.run_program("--snapshot", self.shots, program=self.folder / PROGRAM.name))
         self.assertEqual(self.digests(), {})
+
+    def test_a_picture_that_gives_up_while_it_is_drawn_costs_no_other(self):
+        with subprocess.Popen([PROGRAM, "--snapshot", self.shots], env=bare_environment(self.home),
+                              stdin=subprocess.DEVNULL) as drawing:
+            children = Path(f"/proc/{drawing.pid}/task/{drawing.pid}/children")
+            first = self.shots / names()[0]
+            while not first.exists():
+                self.assertIsNone(drawing.poll(), "ended before the first picture was there")
+            drawer = int(children.read_text(encoding="ascii"))
+            os.kill(drawer, signal.SIGABRT)
+            self.assertEqual(drawing.wait(timeout=120), 0)
+        whole = [name for name in names() if (self.shots / name).exists() and (self.shots / name).stat().st_size > 0]
+        # Whichever it was busy with.
+        self.assertGreaterEqual(len(whole), 3, whole)
+        self.assertIn(names()[-1], whole)
 
     def test_the_first_of_two_directories_is_taken(self):
         other = self.folder / "other"

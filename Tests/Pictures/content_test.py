@@ -128,6 +128,16 @@ class Content:
                 line = column(picture, places[tab], TABS_TOP, TABS_BOTTOM)
                 self.assertEqual([end - start for start, end in runs(line, plate[scheme])], [24])
 
+    def test_the_rows_of_the_rules_end_ten_points_from_the_edge(self):
+        for scheme, picture in self.each("apps"):
+            # Further out is nothing but the mark of a list that can be scrolled.
+            left, right = RIGHT - 30, RIGHT - 7
+            ends = picture.crop((2 * left, 2 * 170, 2 * right, 2 * 315))
+            inked = [x for x in range(ends.width)
+                     if any(max(abs(a - b) for a, b in zip(ends.getpixel((x, y)), CARD[scheme])) > 8
+                            for y in range(ends.height))]
+            self.assertIn(RIGHT - left - (inked[-1] + 1) / 2, (10, 10.5))
+
     def test_the_rules_have_an_icon_each(self):
         for scheme, picture in self.each("apps"):
             # The rows that are whole, from below the texts to above the button.

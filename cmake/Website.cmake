@@ -1,0 +1,10 @@
+# Where newer versions are found. Whoever only builds and tests may leave it open, and gets a place that leads nowhere.
+if(NOT TESSEL_WEBSITE)
+    set(TESSEL_SITE https://tessel.example)
+    message(STATUS "Newer versions are looked for at ${TESSEL_SITE}, which leads nowhere: TESSEL_WEBSITE is not set")
+elseif(TESSEL_WEBSITE MATCHES "^https?://[^/?# ]+$")
+    set(TESSEL_SITE ${TESSEL_WEBSITE})
+    message(STATUS "Newer versions are looked for at ${TESSEL_SITE}")
+else()
+    message(FATAL_ERROR "TESSEL_WEBSITE is \"${TESSEL_WEBSITE}\", not a scheme and a host as in https://example.org")
+endif()
