@@ -42,9 +42,8 @@ class Desktop:
             self.server = server(self.session)
             self.session.enter_display(self.server.display)
             self.windows = Windows(self.server.display)
-            if server is servers.two_monitors:
-                # The numbering of keys that desktops have.
-                self.session.run(["setxkbmap", "-rules", "evdev", "-model", "pc105", "-layout", "us"])
+            # Whatever the machine's own keyboard is; the numbering of keys is that of desktops.
+            self.session.run(["setxkbmap", "-rules", "evdev", "-model", "pc105", "-layout", "us", "-option", ""])
             self.keyboard = Keyboard(self.server.display)
         except BaseException:
             self.session.close()

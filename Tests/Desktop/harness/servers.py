@@ -26,7 +26,9 @@ class Server:
         reading, writing = os.pipe()
         self.session = session
         self.process = session.start(
-            [*command, "-displayfd", str(writing), "-noreset", "-nolisten", "tcp"], "server", pass_fds=(writing,)
+            # The server's own fonts, whichever others are installed.
+            [*command, "-displayfd", str(writing), "-noreset", "-nolisten", "tcp", "-fp", "built-ins"],
+            "server", pass_fds=(writing,),
         )
         os.close(writing)
         os.set_blocking(reading, False)

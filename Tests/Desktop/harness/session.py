@@ -7,6 +7,7 @@ import tempfile
 from pathlib import Path
 
 from .processes import Processes
+from .surroundings import surround
 from .waiting import until
 
 
@@ -22,13 +23,12 @@ class Session:
             folder.mkdir(parents=True)
         self.runtime.mkdir(mode=0o700)
         self.processes = Processes(self.logs)
-        self.environment = {
+        self.environment = surround(self.directory, self.home) | {
             "PATH": "/usr/bin:/bin",
             "HOME": str(self.home),
             "XDG_CONFIG_HOME": str(self.home / ".config"),
             "XDG_RUNTIME_DIR": str(self.runtime),
             "XDG_SESSION_TYPE": "x11",
-            "LANG": "C.UTF-8",
             # Settings live in files of the fresh home, without a settings service.
             "GSETTINGS_BACKEND": "keyfile",
             "NO_AT_BRIDGE": "1",
