@@ -53,6 +53,12 @@ public:
     /// The connection's descriptor; readable when the server has sent something.
     [[nodiscard]] int descriptor() const { return xcb_get_file_descriptor(connection.get()); }
 
+    /// Whether the server has the extension. What is asked of one that it lacks breaks the connection.
+    [[nodiscard]] bool has(xcb_extension_t& extension) const {
+        const xcb_query_extension_reply_t* answer = xcb_get_extension_data(connection.get(), &extension);
+        return answer != nullptr && answer->present != 0;
+    }
+
     /// Whether the server is gone.
     [[nodiscard]] bool isBroken() const { return xcb_connection_has_error(connection.get()) != 0; }
 

@@ -31,6 +31,14 @@ void prefetchExtensions(Connection& connection) {
     }
 }
 
+/// Whether clients have a reason to send an event of the kind: announcements, where a window manager says that a window
+/// is (ICCCM 4.1.5), and clicks that a panel hands on to its items. All else is believed of the server alone; a key
+/// press above all.
+bool mayBeSent(const xcb_generic_event_t& event) {
+    const std::uint8_t kind = eventKind(event);
+    return kind == XCB_CLIENT_MESSAGE || kind == XCB_CONFIGURE_NOTIFY || kind == XCB_BUTTON_PRESS;
+}
+
 } // namespace
 
 std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLoop& mainLoop,
@@ -143,6 +151,9 @@ void Desktop::serveEvents() {
 }
 
 void Desktop::handle(const xcb_generic_event_t& event) {
+    if (isSentByClient(event) && !mayBeSent(event)) {
+        return;
+    }
     const std::uint8_t kind = eventKind(event);
     if (const auto* press = eventAs<xcb_key_press_event_t>(event, XCB_KEY_PRESS)) {
         hotKeys.handlePress(*press);

@@ -12,6 +12,11 @@ namespace platform::x11 {
     return static_cast<std::uint8_t>(event.response_type & ~sentByClient);
 }
 
+/// Whether another client made the event up (SendEvent).
+[[nodiscard]] inline bool isSentByClient(const xcb_generic_event_t& event) {
+    return event.response_type != eventKind(event);
+}
+
 /// The event as what its kind says it is; null if it is of another kind.
 template <typename Event>
 [[nodiscard]] const Event* eventAs(const xcb_generic_event_t& event, std::uint8_t kind) {

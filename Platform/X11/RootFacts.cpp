@@ -13,9 +13,10 @@ namespace {
 constexpr std::uint32_t mostClients = 4096;
 constexpr std::uint32_t mostWorkAreaValues = 4 * 1024;
 
-std::vector<corvid::CGRect> readMonitors(Connection& connection, xcb_randr_get_monitors_cookie_t cookie) {
+std::vector<corvid::CGRect> readMonitors(Connection& connection,
+                                         const std::optional<xcb_randr_get_monitors_cookie_t>& cookie) {
     std::vector<corvid::CGRect> monitors;
-    const auto answer = connection.reply<xcb_randr_get_monitors_reply_t>(cookie);
+    const auto answer = cookie ? connection.reply<xcb_randr_get_monitors_reply_t>(*cookie) : nullptr;
     if (!answer) {
         return monitors;
     }
@@ -47,8 +48,10 @@ RootFactsRequest::RootFactsRequest(Connection& connection)
     , clients(requestProperty(connection, connection.root(), connection.atom(Atom::netClientList), mostClients))
     , currentDesktop(requestProperty(connection, connection.root(), connection.atom(Atom::netCurrentDesktop), 1))
     , workAreas(requestProperty(connection, connection.root(), connection.atom(Atom::netWorkarea), mostWorkAreaValues))
-    , geometry(xcb_get_geometry(connection.raw(), connection.root()))
-    , monitors(xcb_randr_get_monitors(connection.raw(), connection.root(), 1)) {
+    , geometry(xcb_get_geometry(connection.raw(), connection.root())) {
+    if (connection.has(xcb_randr_id)) {
+        monitors = xcb_randr_get_monitors(connection.raw(), connection.root(), 1);
+    }
 }
 
 std::optional<RootFacts> RootFactsRequest::read(Connection& connection) {

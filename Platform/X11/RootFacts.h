@@ -42,7 +42,7 @@ private:
     xcb_get_property_cookie_t currentDesktop;
     xcb_get_property_cookie_t workAreas;
     xcb_get_geometry_cookie_t geometry;
-    xcb_randr_get_monitors_cookie_t monitors;
+    std::optional<xcb_randr_get_monitors_cookie_t> monitors;
 };
 
 } // namespace platform::x11

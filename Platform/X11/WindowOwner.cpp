@@ -6,13 +6,17 @@ namespace platform::x11 {
 
 namespace {
 
-xcb_res_query_client_ids_cookie_t requestOwner(Connection& connection, xcb_window_t window) {
+std::optional<xcb_res_query_client_ids_cookie_t> requestOwner(Connection& connection, xcb_window_t window) {
+    if (!connection.has(xcb_res_id)) {
+        return std::nullopt;
+    }
     const xcb_res_client_id_spec_t specification{.client = window, .mask = XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     return xcb_res_query_client_ids(connection.raw(), 1, &specification);
 }
 
-std::optional<std::uint32_t> localClientProcess(Connection& connection, xcb_res_query_client_ids_cookie_t cookie) {
-    const auto answer = connection.reply<xcb_res_query_client_ids_reply_t>(cookie);
+std::optional<std::uint32_t> localClientProcess(Connection& connection,
+                                                const std::optional<xcb_res_query_client_ids_cookie_t>& cookie) {
+    const auto answer = cookie ? connection.reply<xcb_res_query_client_ids_reply_t>(*cookie) : nullptr;
     if (!answer) {
         return std::nullopt;
     }

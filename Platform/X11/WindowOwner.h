@@ -29,7 +29,7 @@ public:
 private:
     xcb_window_t window;
     xcb_get_property_cookie_t claimedProcess;
-    xcb_res_query_client_ids_cookie_t owner;
+    std::optional<xcb_res_query_client_ids_cookie_t> owner;
 };
 
 } // namespace platform::x11

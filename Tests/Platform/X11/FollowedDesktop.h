@@ -20,6 +20,10 @@ namespace platform::x11 {
 /// applications is written down.
 class FollowedDesktop {
 public:
+    /// `lacking` names extensions that the server is to go without.
+    explicit FollowedDesktop(const std::vector<std::string>& lacking = {})
+        : server(lacking) {}
+
     XServer server;
     Hand hand{server.display()};
     linux::MainLoop mainLoop;

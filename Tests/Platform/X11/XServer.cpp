@@ -12,7 +12,7 @@
 
 namespace platform::x11 {
 
-XServer::XServer() {
+XServer::XServer(const std::vector<std::string>& lacking) {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
         throw std::runtime_error("cannot make a pipe");
@@ -25,8 +25,13 @@ XServer::XServer() {
         const int silence = open("/dev/null", O_RDWR);
         dup2(silence, STDOUT_FILENO);
         dup2(silence, STDERR_FILENO);
-        execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-screen", "0", "1280x800x24", "-noreset", "-listen",
-               "tcp", static_cast<char*>(nullptr));
+        std::vector<const char*> words{"Xvfb",        "-displayfd", number.c_str(), "-screen", "0",
+                                       "1280x800x24", "-noreset",   "-listen",      "tcp"};
+        for (const std::string& extension : lacking) {
+            words.insert(words.end(), {"-extension", extension.c_str()});
+        }
+        words.push_back(nullptr);
+        execvp("Xvfb", const_cast<char* const*>(words.data()));
         _exit(127);
     }
     close(ends[1]);

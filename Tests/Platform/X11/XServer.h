@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <string>
+#include <vector>
 
 namespace platform::x11 {
 
@@ -10,7 +11,8 @@ namespace platform::x11 {
 class XServer {
 public:
     /// Starts it and makes it the environment's DISPLAY. A test without one cannot go on: stops it with an exception.
-    XServer();
+    /// `lacking` names extensions that it is to go without.
+    explicit XServer(const std::vector<std::string>& lacking = {});
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;
     ~XServer();

@@ -1,0 +1,91 @@
+#include "FollowedDesktop.h"
+#include "Platform/Linux/KeyPositions.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace platform::x11 {
+namespace {
+
+constexpr std::uint32_t leftArrow = 123;
+constexpr std::uint32_t controlAndOption = 0x1000 | 0x800;
+
+/// What a person presses for the same.
+xcb_key_press_event_t pressOf(Hand& hand) {
+    hand.connection().beginTurn();
+    static_cast<void>(prepareKeyboard(hand.connection()));
+    const auto map = readKeyboardMap(hand.connection()).value();
+    xcb_key_press_event_t press{};
+    press.response_type = XCB_KEY_PRESS;
+    press.detail = map.keyCode(linux::xkbKeyName(leftArrow).value()).value();
+    press.root = press.event = hand.connection().root();
+    press.same_screen = 1;
+    press.state = coreModifiers(map, controlAndOption);
+    return press;
+}
+
+/// The windows on the root that are not this client's.
+std::vector<xcb_window_t> windowsOfOthers(Connection& connection) {
+    connection.beginTurn();
+    const auto tree = connection.reply<xcb_query_tree_reply_t>(xcb_query_tree(connection.raw(), connection.root()));
+    const xcb_setup_t& setup = *xcb_get_setup(connection.raw());
+    std::vector<xcb_window_t> windows;
+    for (int index = 0; index < xcb_query_tree_children_length(tree.get()); ++index) {
+        const xcb_window_t window = xcb_query_tree_children(tree.get())[index];
+        if ((window & ~setup.resource_id_mask) != setup.resource_id_base) {
+            windows.push_back(window);
+        }
+    }
+    return windows;
+}
+
+TEST(X11Desktop, AKeyPressThatAnotherClientMakesUpIsNone) {
+    FollowedDesktop followed;
+    followed.start();
+    int presses = 0;
+    HotKeys& keys = followed.desktop->hotKeyEvents();
+    keys.installHandler(
+        [](EventHandlerCall* /*next*/, const HotKeyEvent* /*event*/, void* count) {
+            ++*static_cast<int*>(count);
+            return noErr;
+        },
+        &presses);
+    ASSERT_EQ(keys.registerHotKey(leftArrow, controlAndOption, {}).status, noErr);
+    const xcb_key_press_event_t press = pressOf(followed.hand);
+    const std::vector<xcb_window_t> windows = windowsOfOthers(followed.hand.connection());
+    ASSERT_FALSE(windows.empty());
+    for (const xcb_window_t window : windows) {
+        // Without a mask an event goes to whoever has made the window (X11 protocol, SendEvent).
+        xcb_send_event(followed.hand.connection().raw(), 0, window, XCB_EVENT_MASK_NO_EVENT,
+                       reinterpret_cast<const char*>(&press));
+    }
+    followed.hand.connection().flush();
+    followed.settle();
+    EXPECT_EQ(presses, 0);
+}
+
+TEST(X11Desktop, WithoutRandrTheScreenIsTheRootWindow) {
+    FollowedDesktop followed({"RANDR"});
+    followed.start();
+    followed.settle();
+    const auto screens = followed.desktop->screens().screens();
+    ASSERT_EQ(screens.size(), 1U);
+    EXPECT_EQ(screens[0].frame, (corvid::CGRect{{0, 0}, {1280, 800}}));
+}
+
+TEST(X11Desktop, WithoutXResourceAWindowsOwnerIsTheOneThatItNames) {
+    FollowedDesktop followed({"X-Resource"});
+    followed.start();
+    const ClientProcess editor{followed.server.display()};
+    const xcb_window_t window = followed.makeWindow(editor, "Editor");
+    followed.hand.setWords(window, "_NET_WM_PID", "CARDINAL", {static_cast<std::uint32_t>(editor.process())});
+    followed.managed.push_back(window);
+    followed.list();
+    ASSERT_TRUE(followed.runUntil([&] { return !followed.told.empty(); }));
+    EXPECT_EQ(followed.told, std::vector<std::string>{"launch editor"});
+    EXPECT_EQ(followed.toldApplications.front()->processIdentifier(), editor.process());
+}
+
+} // namespace
+} // namespace platform::x11
