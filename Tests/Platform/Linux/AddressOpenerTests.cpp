@@ -1,6 +1,5 @@
 #include "Platform/Linux/AddressOpener.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"
-#include "Tests/Platform/Linux/RunUntil.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -82,6 +81,16 @@ public:
 private:
     TemporaryFolder folder;
 };
+
+/// Runs the loop until a condition holds; says whether it came to hold.
+bool runUntil(MainLoop& loop, const std::function<bool()>& holds) {
+    const Instant deadline = loop.now() + std::chrono::seconds(10);
+    bool hasEnded = false;
+    while (!holds() && loop.now() < deadline && !hasEnded) {
+        hasEnded = sd_event_run(loop.handle(), std::uint64_t{2000}) < 0;
+    }
+    return holds();
+}
 
 /// A test's body, in a process whose environment it may change.
 void onDesktop(const std::vector<std::string>& names, const std::function<void(MainLoop&, const Programs&)>& body) {

@@ -1,5 +1,4 @@
 #include "Platform/Linux/DetachedPrograms.h"
-#include "Tests/Platform/Linux/RunUntil.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -26,6 +25,22 @@ using std::chrono::milliseconds;
 void writeScript(const std::string& path, const std::string& commands) {
     write(path, "#!/bin/sh\n" + commands);
     ASSERT_EQ(::chmod(path.c_str(), S_IRWXU), 0);
+}
+
+/// Runs the loop until a condition holds.
+void runLoopUntil(MainLoop& loop, const std::function<bool()>& holds) {
+    const Instant deadline = loop.now() + std::chrono::seconds(10);
+    std::unique_ptr<ScheduledWork> look;
+    const std::function<void()> check = [&] {
+        if (holds() || loop.now() > deadline) {
+            loop.end(0);
+        } else {
+            look = loop.schedule(loop.now() + milliseconds(2), milliseconds(1), check);
+        }
+    };
+    check();
+    EXPECT_EQ(loop.run(), 0);
+    EXPECT_TRUE(holds());
 }
 
 TEST(DetachedPrograms, AreFoundInThePathOnlyWhereTheyCanBeRun) {
@@ -64,7 +79,7 @@ TEST(DetachedPrograms, InheritNoDescriptorNoBlockedSignalAndNoSession) {
                                             "mv '" +
                                             folder / "making" + "' '" + folder / "made" + "'\n");
         ASSERT_TRUE(programs.start(folder / "program", {"one argument", "$HOME; `ls`"}));
-        EXPECT_TRUE(runUntil(loop, [&] { return ::access((folder / "made").c_str(), F_OK) == 0; }));
+        runLoopUntil(loop, [&] { return ::access((folder / "made").c_str(), F_OK) == 0; });
         const std::string told = contentsOf(folder / "made");
         EXPECT_THAT(told, testing::StartsWith("one argument|$HOME; `ls`\n/dev/null\n/dev/null\n/dev/null\n"));
         // The two above the ordinary signals are the C library's own.
@@ -83,8 +98,8 @@ TEST(DetachedPrograms, LeaveNoZombieBehind) {
         MainLoop loop;
         DetachedPrograms programs(loop);
         ASSERT_TRUE(programs.start(folder / "program", {}));
-        EXPECT_TRUE(runUntil(
-            loop, [] { return ::waitid(P_ALL, 0, nullptr, WEXITED | WNOHANG | WNOWAIT) < 0 && errno == ECHILD; }));
+        runLoopUntil(loop,
+                     [] { return ::waitid(P_ALL, 0, nullptr, WEXITED | WNOHANG | WNOWAIT) < 0 && errno == ECHILD; });
         EXPECT_EQ(::access((folder / "ran").c_str(), F_OK), 0);
     });
 }
