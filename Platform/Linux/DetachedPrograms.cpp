@@ -1,6 +1,7 @@
 #include "Platform/Linux/DetachedPrograms.h"
 
 #include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/RegularFile.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstddef>
 #include <cstdlib>
 #include <functional>
 #include <utility>
@@ -22,6 +24,31 @@ namespace {
 bool canRun(const std::string& path) {
     struct stat file{};
     return ::stat(path.c_str(), &file) == 0 && S_ISREG(file.st_mode) && ::access(path.c_str(), X_OK) == 0;
+}
+
+/// Pointers to the texts, and a null pointer behind them, as the C library takes lists.
+std::vector<char*> pointersTo(std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
+    for (std::string& text : texts) {
+        pointers.push_back(text.data());
+    }
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+/// The environment that this program was started with, which the kernel keeps (proc(5)). Libraries that this program
+/// uses change its own for their sake. Empty where it cannot be read.
+std::vector<std::string> startEnvironment() {
+    constexpr std::size_t most = std::size_t{8} << 20U;
+    const std::string kept = readRegularFile("/proc/self/environ", most, Excess::refused).value_or("");
+    std::vector<std::string> variables;
+    for (std::size_t place = 0; place < kept.size();) {
+        const std::size_t end = std::min(kept.find('\0', place), kept.size());
+        variables.push_back(kept.substr(place, end - place));
+        place = end + 1;
+    }
+    return variables;
 }
 
 /// posix_spawn's settings, given back with their owner.
@@ -112,15 +139,12 @@ bool DetachedPrograms::start(std::string_view program, const std::vector<std::st
     }
     std::vector<std::string> words{std::string(program)};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<char*> vector;
-    vector.reserve(words.size() + 1);
-    for (std::string& word : words) {
-        vector.push_back(word.data());
-    }
-    vector.push_back(nullptr);
+    std::vector<std::string> variables = startEnvironment();
+    const std::vector<char*> given = pointersTo(variables);
     const SpawnSettings settings;
     pid_t process = 0;
-    if (::posix_spawn(&process, path->c_str(), &settings.actions, &settings.attributes, vector.data(), environ) != 0) {
+    if (::posix_spawn(&process, path->c_str(), &settings.actions, &settings.attributes, pointersTo(words).data(),
+                      variables.empty() ? environ : given.data()) != 0) {
         return false;
     }
     collect();

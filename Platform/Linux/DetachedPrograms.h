@@ -15,8 +15,9 @@ namespace platform::linux {
 /// Reads the environment.
 [[nodiscard]] std::optional<std::string> findProgram(std::string_view name);
 
-/// Starts programs that go their own way: in a session of their own, with no descriptor and no blocked signal of ours,
-/// and reading and writing nothing. They are waited for, so that none becomes a zombie. Main thread only.
+/// Starts programs that go their own way: in a session of their own, with the environment that this program was started
+/// with, with no descriptor and no blocked signal of ours, and reading and writing nothing. They are waited for, so
+/// that none becomes a zombie. Main thread only.
 class DetachedPrograms {
 public:
     /// The loop must outlive this. Programs still running when this is dropped run on.

@@ -68,7 +68,7 @@ Instant Connection::now() {
 
 Instant Connection::turnEnd() {
     if (!deadline) {
-        deadline = now() + turnBudget;
+        deadline = now() + budget;
     }
     return *deadline;
 }

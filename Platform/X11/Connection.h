@@ -19,6 +19,9 @@ namespace platform::x11 {
 /// The whole of what may be waited for in one turn of the event loop.
 inline constexpr std::chrono::milliseconds turnBudget{250};
 
+/// The same before the loop turns for the first time. Where a session begins, everybody asks the server for something.
+inline constexpr std::chrono::seconds startBudget{10};
+
 /// What can be sent at once without waiting for the server to read, if it has read most of what came before: the
 /// buffers in between hold some 200 KiB.
 inline constexpr std::size_t largestBurst = std::size_t{64} << 10U;
@@ -29,7 +32,8 @@ inline constexpr std::size_t largestBurst = std::size_t{64} << 10U;
 /// main thread. A reply that did not come in time reads as absent and is thrown away when it comes.
 class Connection {
 public:
-    /// Connects to `display` (empty: the environment's DISPLAY). The error is a sentence for the user.
+    /// Connects to `display` (empty: the environment's DISPLAY), with the time that a start has. The error is a
+    /// sentence for the user.
     [[nodiscard]] static std::expected<Connection, std::string> open(const std::string& display);
 
     Connection(Connection&&) noexcept = default;
@@ -66,7 +70,16 @@ public:
 
     /// Starts a new time limit of `turnBudget`. Called at the beginning of every turn of the event loop; the limit
     /// begins to run with the turn's first wait, so that a turn that waits for nothing costs no clock reading.
-    void beginTurn() { deadline.reset(); }
+    void beginTurn() {
+        deadline.reset();
+        budget = turnBudget;
+    }
+
+    /// The same with a time limit of `startBudget`, for what is done before the loop turns.
+    void beginStart() {
+        deadline.reset();
+        budget = startBudget;
+    }
 
     /// Whether something was waited for in this turn.
     [[nodiscard]] bool hasWaited() const { return deadline.has_value(); }
@@ -139,6 +152,7 @@ private:
     const xcb_screen_t* screen = nullptr;
     AtomTable atoms;
     std::deque<Owned<xcb_generic_event_t>> kept;
+    Duration budget = startBudget;
     std::optional<Instant> deadline;
 };
 

@@ -21,7 +21,7 @@ constexpr std::chrono::milliseconds keyboardCalm{50};
 // A window manager announces itself before it has taken its own keys.
 constexpr std::chrono::milliseconds windowManagerCalm{500};
 // A server that did not answer in time is asked again after this.
-constexpr std::chrono::seconds untilNextGuess{1};
+constexpr std::chrono::seconds untilNextQuestion{1};
 constexpr std::chrono::milliseconds leeway{10};
 
 /// Asks for all extensions at once, so that the first use of each need not wait.
@@ -52,9 +52,8 @@ std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLo
         return std::unexpected("cannot use the X display " + std::string(display) + ": " + connection.error());
     }
     prefetchExtensions(*connection);
-    if (!prepareKeyboard(*connection)) {
-        return std::unexpected("cannot use the X display " + std::string(display) +
-                               ": it lacks the XKEYBOARD extension");
+    if (const auto prepared = prepareKeyboard(*connection); !prepared) {
+        return std::unexpected("cannot use the X display " + std::string(display) + ": " + prepared.error());
     }
     return std::make_unique<Desktop>(mainLoop, *std::move(connection), std::move(tiling));
 }
@@ -71,6 +70,9 @@ Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened, std::unique_ptr<T
     // The second is for whoever announces itself, as a panel does.
     selection.select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     tray.start();
+    if (!hotKeys.followKeyboard()) {
+        followKeyboardIn(untilNextQuestion);
+    }
     keyboardEvent = xcb_get_extension_data(connection.raw(), &xcb_xkb_id)->first_event;
     watch = mainLoop.watch(connection.descriptor(), [this] { return finishTurn(); }, [this] { serveEvents(); });
 }
@@ -102,12 +104,16 @@ std::string Desktop::hindrance() {
 void Desktop::followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) {
     processes.start(identification, catalogue);
     turn.begin();
+    connection.beginStart();
     renewGuess();
     // All at once, so that whoever asks next is given all of them.
     while (managedWindows.hasWork()) {
         turn.begin();
+        connection.beginStart();
         managedWindows.work();
     }
+    // Whoever is made next registers keys and looks at the screens.
+    connection.beginStart();
 }
 
 bool Desktop::finishTurn() {
@@ -130,7 +136,7 @@ void Desktop::renewGuess() {
     if (const std::vector<xcb_window_t>* clients = turn.renewGuess()) {
         managedWindows.follow(*clients);
     } else {
-        guessRetry = mainLoop.schedule(mainLoop.now() + untilNextGuess, leeway, [this] { guessIsStale = true; });
+        guessRetry = mainLoop.schedule(mainLoop.now() + untilNextQuestion, leeway, [this] { guessIsStale = true; });
     }
 }
 
@@ -162,7 +168,7 @@ void Desktop::handle(const xcb_generic_event_t& event) {
     } else if (const auto* change = eventAs<xcb_property_notify_event_t>(event, XCB_PROPERTY_NOTIFY)) {
         handlePropertyChange(*change);
     } else if (kind == XCB_MAPPING_NOTIFY || kind == keyboardEvent) {
-        followKeyboardSoon();
+        followKeyboardIn(keyboardCalm);
     }
     own.handle(event);
     settings.handle(event);
@@ -182,11 +188,13 @@ void Desktop::handlePropertyChange(const xcb_property_notify_event_t& event) {
     }
 }
 
-void Desktop::followKeyboardSoon() {
+void Desktop::followKeyboardIn(Duration delay) {
     if (!keyboardFollow) {
-        keyboardFollow = mainLoop.schedule(mainLoop.now() + keyboardCalm, leeway, [this] {
+        keyboardFollow = mainLoop.schedule(mainLoop.now() + delay, leeway, [this] {
             keyboardFollow.reset();
-            hotKeys.followKeyboard();
+            if (!hotKeys.followKeyboard()) {
+                followKeyboardIn(untilNextQuestion);
+            }
         });
     }
 }

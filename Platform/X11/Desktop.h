@@ -77,7 +77,7 @@ private:
     void handle(const xcb_generic_event_t& event);
     void renewGuess();
     void handlePropertyChange(const xcb_property_notify_event_t& event);
-    void followKeyboardSoon();
+    void followKeyboardIn(Duration delay);
     void renewGrabsSoon();
     [[nodiscard]] bool askForTrust();
 

@@ -70,14 +70,17 @@ void HotKeys::handleRelease(const xcb_key_release_event_t& event) {
     }
 }
 
-void HotKeys::followKeyboard() {
+bool HotKeys::followKeyboard() {
     auto present = readKeyboardMap(connection);
-    if (!present || present == keyboard) {
-        return;
+    if (!present) {
+        return false;
     }
-    releaseAll();
-    keyboard = std::move(present);
-    renew();
+    if (present != keyboard) {
+        releaseAll();
+        keyboard = std::move(present);
+        renew();
+    }
+    return true;
 }
 
 void HotKeys::renew() {
@@ -99,6 +102,8 @@ bool HotKeys::takeLoss() {
 const KeyboardMap* HotKeys::keyboardMap() {
     if (!keyboard) {
         keyboard = readKeyboardMap(connection);
+        // A server that is too busy to answer has refused nothing.
+        grabWasLost = grabWasLost || !keyboard;
     }
     return keyboard ? &*keyboard : nullptr;
 }
@@ -132,8 +137,7 @@ OSStatus HotKeys::establish(const Grab& grab) {
 }
 
 std::optional<xcb_input_xi_passive_grab_device_cookie_t> HotKeys::tryThroughExtension(const Grab& grab) {
-    const auto* extension = xcb_get_extension_data(connection.raw(), &xcb_input_id);
-    if (extension == nullptr || extension->present == 0) {
+    if (!connection.has(xcb_input_id)) {
         return std::nullopt;
     }
     std::vector<std::uint32_t> modifiers;

@@ -29,13 +29,15 @@ public:
     void handlePress(const xcb_key_press_event_t& event);
     void handleRelease(const xcb_key_release_event_t& event);
 
-    /// Reads the keyboard again and renews the grabs if keys or modifiers have moved.
-    void followKeyboard();
+    /// Reads the keyboard again and renews the grabs if keys or modifiers have moved. False where the server did not
+    /// answer in time; then all is as it was.
+    [[nodiscard]] bool followKeyboard();
 
     /// Grabs all keys again: a grab that another program made since may hide ours, and only a new one comes before it.
     void renew();
 
-    /// Whether a grab was lost since this was last asked: held by somebody else when it was to be renewed.
+    /// Whether a grab was lost since this was last asked: held by somebody else when it was to be renewed, or not to be
+    /// had because the keyboard came too late. All are to be registered anew then.
     [[nodiscard]] bool takeLoss();
 
 private:

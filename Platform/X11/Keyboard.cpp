@@ -103,11 +103,11 @@ std::uint16_t orElse(std::uint16_t mask, std::uint16_t usual) {
 
 } // namespace
 
-bool prepareKeyboard(Connection& connection) {
+std::expected<void, std::string> prepareKeyboard(Connection& connection) {
+    constexpr const char* lacking = "it lacks the XKEYBOARD extension";
     xcb_connection_t* raw = connection.raw();
-    const auto* extension = xcb_get_extension_data(raw, &xcb_xkb_id);
-    if (extension == nullptr || extension->present == 0) {
-        return false;
+    if (!connection.has(xcb_xkb_id)) {
+        return std::unexpected(lacking);
     }
     const auto useRequest = xcb_xkb_use_extension(raw, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
     constexpr std::uint32_t repeatFlag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
@@ -118,7 +118,10 @@ bool prepareKeyboard(Connection& connection) {
 
     const auto used = connection.reply<xcb_xkb_use_extension_reply_t>(useRequest);
     const auto flags = connection.reply<xcb_xkb_per_client_flags_reply_t>(flagsRequest);
-    return used && used->supported != 0 && flags && (flags->value & repeatFlag) != 0;
+    if (used && used->supported != 0 && flags && (flags->value & repeatFlag) != 0) {
+        return {};
+    }
+    return std::unexpected(connection.isOutOfTime() ? "it does not answer in time" : lacking);
 }
 
 std::optional<KeyboardMap> readKeyboardMap(Connection& connection) {

@@ -4,7 +4,9 @@
 
 #include <array>
 #include <cstdint>
+#include <expected>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -41,8 +43,9 @@ struct KeyboardMap {
 [[nodiscard]] std::optional<KeyboardMap> readKeyboardMap(Connection& connection);
 
 /// Makes ready what this process needs of the extension: its version, notices of map changes, and that a held key
-/// repeats presses alone, so that a repeat can be told from a new press. False where the server has no XKEYBOARD.
-[[nodiscard]] bool prepareKeyboard(Connection& connection);
+/// repeats presses alone, so that a repeat can be told from a new press. The error is a sentence for the user: the
+/// server has no XKEYBOARD, or did not answer in time.
+[[nodiscard]] std::expected<void, std::string> prepareKeyboard(Connection& connection);
 
 /// The core modifier mask for a Carbon one (command 0x100, shift 0x200, option 0x800, control 0x1000): command is Super
 /// and option is Alt.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <chrono>
 #include <cstring>
 #include <span>
 #include <string>
@@ -66,29 +67,45 @@ void SystemTray::start() {
     const std::string name = "_NET_SYSTEM_TRAY_S" + std::to_string(connection.screenNumber());
     const auto interned = connection.reply<xcb_intern_atom_reply_t>(
         xcb_intern_atom(connection.raw(), 0, static_cast<std::uint16_t>(name.size()), name.data()));
-    if (interned) {
-        selectionName = interned->atom;
-        lookForOwner();
+    if (!interned) {
+        askAgain();
+        return;
     }
+    selectionName = interned->atom;
+    lookForOwner();
 }
 
-xcb_window_t SystemTray::readOwner() const {
+void SystemTray::askAgain() {
+    constexpr std::chrono::seconds delay{1};
+    constexpr std::chrono::milliseconds leeway{100};
+    question = mainActor.schedule(mainActor.now() + delay, leeway, [this] { start(); });
+}
+
+std::optional<xcb_window_t> SystemTray::readOwner() const {
     const auto answer =
         connection.reply<xcb_get_selection_owner_reply_t>(xcb_get_selection_owner(connection.raw(), selectionName));
-    return answer ? answer->owner : xcb_window_t{XCB_WINDOW_NONE};
+    return answer ? std::optional(answer->owner) : std::nullopt;
 }
 
 void SystemTray::lookForOwner() {
-    xcb_window_t found = readOwner();
+    const std::optional<xcb_window_t> answer = readOwner();
+    if (!answer) {
+        askAgain();
+        return;
+    }
+    xcb_window_t found = *answer;
     if (found == owner) {
         return;
     }
     if (found != XCB_WINDOW_NONE) {
         // Its end must be told. It may have come before the request: then it is not the owner any more.
         selection.select(found, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-        if (readOwner() != found) {
+        if (const auto present = readOwner(); present != found) {
             selection.forget(found);
             found = XCB_WINDOW_NONE;
+            if (!present) {
+                askAgain();
+            }
         }
     }
     undock();

@@ -7,6 +7,7 @@
 #include "Platform/X11/Turn.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -22,7 +23,8 @@ public:
     SystemTray(Connection& connection, EventSelection& selection, Turn& turn, MainActor& mainActor);
 
     /// Looks for the panel that there is now, and listens for the next from here on: events of the kind
-    /// `XCB_EVENT_MASK_STRUCTURE_NOTIFY` are selected of the root by then. To be called once.
+    /// `XCB_EVENT_MASK_STRUCTURE_NOTIFY` are selected of the root by then. A server that does not answer in time is
+    /// asked again. To be called once.
     void start();
 
     /// Takes note of an event, whatever it is of.
@@ -45,7 +47,9 @@ private:
 
     /// Finds out who owns the selection now; does nothing if that is known already.
     void lookForOwner();
-    [[nodiscard]] xcb_window_t readOwner() const;
+    /// Nothing where the server does not answer in time.
+    [[nodiscard]] std::optional<xcb_window_t> readOwner() const;
+    void askAgain();
     [[nodiscard]] Looks readLooks() const;
 
     void dock();
@@ -71,6 +75,7 @@ private:
     std::uint16_t height = 0;
     bool isEmbedded = false;
     bool isMapped = false;
+    std::unique_ptr<ScheduledWork> question;
 };
 
 } // namespace platform::x11

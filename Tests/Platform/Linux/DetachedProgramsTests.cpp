@@ -91,6 +91,23 @@ TEST(DetachedPrograms, InheritNoDescriptorNoBlockedSignalAndNoSession) {
     });
 }
 
+TEST(DetachedPrograms, InheritTheEnvironmentThatThisProgramWasStartedWith) {
+    inChildProcess([] {
+        const TemporaryFolder folder;
+        MainLoop loop;
+        DetachedPrograms programs(loop);
+        // As a toolkit does for its own sake.
+        ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        const std::string home = std::getenv("HOME");
+        ::unsetenv("HOME");
+        writeScript(folder / "program", "echo \"$QT_QPA_PLATFORM|$HOME\" >'" + folder / "making" + "'\nmv '" +
+                                            folder / "making" + "' '" + folder / "made" + "'\n");
+        ASSERT_TRUE(programs.start(folder / "program", {}));
+        runUntil(loop, [&] { return ::access((folder / "made").c_str(), F_OK) == 0; });
+        EXPECT_EQ(contentsOf(folder / "made"), "|" + home + "\n");
+    });
+}
+
 TEST(DetachedPrograms, LeaveNoZombieBehind) {
     inChildProcess([] {
         const TemporaryFolder folder;

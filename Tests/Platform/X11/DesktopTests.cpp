@@ -1,12 +1,17 @@
 #include "FollowedDesktop.h"
 #include "Platform/Linux/KeyPositions.h"
+#include "SlowDisplay.h"
+#include "TrayOwner.h"
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <cstdlib>
+#include <optional>
 
 namespace platform::x11 {
 namespace {
+
+using std::chrono::milliseconds;
 
 constexpr std::uint32_t leftArrow = 123;
 constexpr std::uint32_t controlAndOption = 0x1000 | 0x800;
@@ -85,6 +90,65 @@ TEST(X11Desktop, WithoutXResourceAWindowsOwnerIsTheOneThatItNames) {
     ASSERT_TRUE(followed.runUntil([&] { return !followed.told.empty(); }));
     EXPECT_EQ(followed.told, std::vector<std::string>{"launch editor"});
     EXPECT_EQ(followed.toldApplications.front()->processIdentifier(), editor.process());
+}
+
+/// A desktop whose server takes that long for each answer.
+class SlowX11Desktop : public testing::Test {
+protected:
+    void start(milliseconds delay) {
+        slow.setDelay(delay);
+        ::setenv("DISPLAY", slow.display().c_str(), 1);
+        followed.start();
+    }
+
+    [[nodiscard]] OSStatus registerKey(HotKeys& keys) {
+        return keys.registerHotKey(leftArrow, controlAndOption, {}).status;
+    }
+
+    FollowedDesktop followed;
+    SlowDisplay slow{followed.server.remoteDisplay(), {}};
+};
+
+TEST_F(SlowX11Desktop, StartsHoweverManyAnswersItTakes) {
+    const TrayOwner panel(followed.server.display());
+    // Three of them are more than a turn of the loop has.
+    start(milliseconds(100));
+    EXPECT_TRUE(followed.desktop->trayPlace()->isOffered());
+    EXPECT_EQ(registerKey(followed.desktop->hotKeyEvents()), noErr);
+    EXPECT_FALSE(followed.desktop->hotKeyEvents().takeLoss());
+}
+
+TEST_F(SlowX11Desktop, StartsAfterAStall) {
+    start(milliseconds(400));
+    EXPECT_EQ(registerKey(followed.desktop->hotKeyEvents()), noErr);
+}
+
+TEST_F(SlowX11Desktop, AKeyboardThatComesTooLateIsAskedForAgain) {
+    auto connection = Connection::open(slow.display());
+    ASSERT_TRUE(connection);
+    ASSERT_TRUE(prepareKeyboard(*connection));
+    HotKeys keys(*connection);
+    slow.setDelay(milliseconds(350));
+    connection->beginTurn();
+    EXPECT_NE(registerKey(keys), noErr);
+    EXPECT_TRUE(keys.takeLoss()) << "whoever registers keys is not told to do so once more";
+    slow.setDelay({});
+    connection->beginTurn();
+    EXPECT_EQ(registerKey(keys), noErr);
+    EXPECT_FALSE(keys.takeLoss());
+}
+
+TEST_F(SlowX11Desktop, APanelThatDoesNotAnswerInTimeIsAskedForAgain) {
+    start({});
+    followed.drain();
+    followed.forgetLongestTurn();
+    slow.setDelay(milliseconds(400));
+    const TrayOwner panel(followed.server.display());
+    // It has waited in vain.
+    ASSERT_TRUE(followed.runUntil([&] { return followed.longestTurn() >= turnBudget; }));
+    EXPECT_FALSE(followed.desktop->trayPlace()->isOffered());
+    slow.setDelay({});
+    EXPECT_TRUE(followed.runUntil([&] { return followed.desktop->trayPlace()->isOffered(); }));
 }
 
 } // namespace
