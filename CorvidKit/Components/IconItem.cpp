@@ -14,14 +14,20 @@ QIcon drawable(const QIcon& icon) {
     return icon.pixmap(any).isNull() ? QIcon() : icon;
 }
 
+/// Whether a file can be one, so that it is opened. Qt complains of a drawing that is missing, waits at a pipe for as
+/// long as nobody writes into it, and reads a drawing whole.
+bool isPicture(const QFileInfo& file) {
+    constexpr qint64 largest = qint64{16} << 20U;
+    return file.isFile() && file.size() <= largest;
+}
+
 QIcon iconOf(const QString& source) {
     if (source.isEmpty()) {
         return {};
     }
     const bool isFile = source.startsWith(u'/') || source.startsWith(u':');
-    // Of a drawing that is missing, Qt complains.
-    const bool isMissing = isFile && !QFileInfo::exists(source);
-    const QIcon icon = isMissing ? QIcon() : drawable(isFile ? QIcon(source) : QIcon::fromTheme(source));
+    const QIcon icon =
+        isFile && !isPicture(QFileInfo(source)) ? QIcon() : drawable(isFile ? QIcon(source) : QIcon::fromTheme(source));
     return icon.isNull() ? drawable(QIcon::fromTheme(QStringLiteral("application-x-executable"))) : icon;
 }
 

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
+#include <QFile>
 #include <QIcon>
 #include <QImage>
 #include <QPainter>
@@ -58,6 +61,24 @@ TEST_F(Icons, WhatIsNotThereIsEmpty) {
         EXPECT_TRUE(item.isEmpty()) << source.toStdString();
         EXPECT_EQ(middleOf(item), QColor(Qt::transparent)) << source.toStdString();
     }
+}
+
+TEST_F(Icons, WhatIsNoRegularFileIsNotOpened) {
+    for (const char* ending : {".png", ".svg", ""}) {
+        const QString pipe = folder.filePath(QStringLiteral("pipe") + QLatin1String(ending));
+        ASSERT_EQ(::mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+        item.setSource(pipe);
+        EXPECT_TRUE(item.isEmpty()) << ending;
+    }
+    item.setSource(folder.path());
+    EXPECT_TRUE(item.isEmpty());
+}
+
+TEST_F(Icons, AFileThatIsTooLargeForAPictureIsNotRead) {
+    const QString path = save(QStringLiteral("editor"), Qt::red);
+    ASSERT_TRUE(QFile::resize(path, qint64{17} << 20U));
+    item.setSource(path);
+    EXPECT_TRUE(item.isEmpty());
 }
 
 TEST_F(Icons, AFileIsDrawn) {
