@@ -183,13 +183,10 @@ void Placement::untile(const Sent& sent) {
     }
     changeMaximized(sent.job.window, stateAdd);
     changeMaximized(sent.job.window, stateRemove);
-    if (!fence.wait()) {
-        return;
-    }
-    if (const WindowFacts* released = readAgain(sent.job.window)) {
-        ask(sent, released->geometry);
-        static_cast<void>(fence.wait());
-    }
+    // As for a maximized window: an answer that comes too late is no reason to leave it in its former place.
+    const WindowFacts* released = fence.wait() ? readAgain(sent.job.window) : nullptr;
+    ask(sent, released != nullptr ? released->geometry : sent.before);
+    static_cast<void>(fence.wait());
 }
 
 void Placement::correctForChangedExtents(const Sent& sent) {
