@@ -111,10 +111,10 @@ void Placement::finish() {
     if (!fence.wait()) {
         return;
     }
-    untile(*sent);
+    const bool wasTiled = untile(*sent);
     learnRounding(*sent);
     correctForChangedExtents(*sent);
-    awaitShadow(*sent);
+    awaitShadow(*sent, wasTiled);
 }
 
 void Placement::learnRounding(const Sent& sent) {
@@ -160,16 +160,16 @@ std::optional<Placement::Sent> Placement::sendJob(const std::optional<Foreseen>&
     return sent;
 }
 
-void Placement::untile(const Sent& sent) {
+bool Placement::untile(const Sent& sent) {
     // KWin ignores requests for a window that it has tiled to an edge and tells nobody of the tiling. Maximizing ends
     // it; so does nothing else.
     if (windowManager.name != "KWin" || sent.wasMaximized) {
-        return;
+        return false;
     }
     const WindowFacts* facts = readAgain(sent.job.window);
     if (facts == nullptr || facts->geometry != sent.before ||
         isFulfilled(sent.job.request, visibleRectangle(sent.before))) {
-        return;
+        return false;
     }
     const PlacementRequest& whole = sent.job.request;
     const MoveResizeMessage wanted = moveResizeMessage(sent.before, whole);
@@ -179,7 +179,7 @@ void Placement::untile(const Sent& sent) {
     const corvid::CGSize present = sent.before.client.size;
     if (isInPlace &&
         present == corvid::CGSize{static_cast<double>(allowed.width), static_cast<double>(allowed.height)}) {
-        return;
+        return false;
     }
     changeMaximized(sent.job.window, stateAdd);
     changeMaximized(sent.job.window, stateRemove);
@@ -187,6 +187,7 @@ void Placement::untile(const Sent& sent) {
     const WindowFacts* released = fence.wait() ? readAgain(sent.job.window) : nullptr;
     ask(sent, released != nullptr ? released->geometry : sent.before);
     static_cast<void>(fence.wait());
+    return true;
 }
 
 void Placement::correctForChangedExtents(const Sent& sent) {
@@ -199,10 +200,11 @@ void Placement::correctForChangedExtents(const Sent& sent) {
     static_cast<void>(fence.wait());
 }
 
-void Placement::awaitShadow(const Sent& sent) {
+void Placement::awaitShadow(const Sent& sent, bool wasTiled) {
     const xcb_window_t window = sent.job.window;
     const WindowFacts* facts = turn.windowWithFrame(window);
-    if (!sent.wasMaximized || !windowManager.supportsClientShadows || facts == nullptr || !facts->drawsOwnDecoration) {
+    if ((!sent.wasMaximized && !wasTiled) || !windowManager.supportsClientShadows || facts == nullptr ||
+        !facts->drawsOwnDecoration) {
         return;
     }
     const Instant limit = Connection::now() + shadowPatience;
@@ -217,7 +219,8 @@ void Placement::awaitShadow(const Sent& sent) {
             }
             facts = readAgain(window);
         }
-        if (facts == nullptr || facts->geometry.shadow != sent.before.shadow ||
+        // A window that was tiled goes through the state of a maximized one: its shadow goes and comes back.
+        if (facts == nullptr || (!wasTiled && facts->geometry.shadow != sent.before.shadow) ||
             !watch.waitForChange(Atom::gtkFrameExtents, limit)) {
             return;
         }

@@ -68,9 +68,10 @@ private:
     void finish();
     [[nodiscard]] bool foresee();
     void learnRounding(const Sent& sent);
-    void untile(const Sent& sent);
+    /// Whether the window was tiled, and had to be released.
+    [[nodiscard]] bool untile(const Sent& sent);
     void correctForChangedExtents(const Sent& sent);
-    void awaitShadow(const Sent& sent);
+    void awaitShadow(const Sent& sent, bool wasTiled);
     [[nodiscard]] const WindowFacts* readAgain(xcb_window_t window);
     /// Asks for what the job wants of a window that has this geometry now.
     void ask(const Sent& sent, const FrameGeometry& present);
