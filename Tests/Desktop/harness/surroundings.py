@@ -37,6 +37,7 @@ GTK_SETTINGS = """[Settings]
 gtk-theme-name=Adwaita
 gtk-icon-theme-name=Adwaita
 gtk-font-name=Sans 10
+gtk-cursor-blink=false
 """
 
 # The applications that the tests move; the desktops have entries of their own, by which they know themselves.
