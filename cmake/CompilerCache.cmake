@@ -1,5 +1,5 @@
-# Compiles go through ccache where it is installed. Paths are told from the sources' folder on, so that clones and work
-# trees in other places share what is kept.
+# Compiles go through ccache where it is installed. Paths are told from the sources' folder on; CMake still names the
+# sources that it joins by their whole path, so that builds at another place share only a part of what is kept.
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
     set(launcher ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE_PROGRAM})
