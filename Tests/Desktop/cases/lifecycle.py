@@ -8,6 +8,7 @@ import sys
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
 from harness.grabs import all_held, held_by_others
+from harness.popover import Popover
 from harness.product import run_to_end
 from harness.rect import Rect
 from harness.session import Session
@@ -66,6 +67,11 @@ def a_second_start_says_so_and_leaves_the_first_alone(program):
         assert status == 0, f"the second ended with {status}"
         assert (output + errors).count("\n") == 1, f"not one line: {output!r} {errors!r}"
         product.until_status("Active")
+        # It has opened the popover. While that has the keyboard, no window is active.
+        popover = Popover(desktop, product)
+        popover.until_open()
+        popover.close()
+        desktop.windows.activate(editor.window)
         desktop.press(product, "leftHalf")
         desktop.holds_frame(editor.window, LEFT, "frame")
         product.terminate()
