@@ -112,7 +112,7 @@ void Desktop::followApplications(linux::ApplicationIdentification& identificatio
         connection.beginStart();
         managedWindows.work();
     }
-    // Whoever is made next registers keys and looks at the screens.
+    // The objects that are made next register keys and look at the screens.
     connection.beginStart();
 }
 
