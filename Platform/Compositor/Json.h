@@ -6,7 +6,7 @@
 
 namespace platform::compositor {
 
-/// What a compositor says, in which nothing is trusted to be there or to be of its type.
+/// A compositor's message. No member is trusted to be there or to be of its type.
 using Json = nlohmann::json;
 
 /// Nothing for what is not JSON, or is nested deeper than any layout. Compositors hand on titles and classes as their

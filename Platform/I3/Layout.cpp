@@ -60,7 +60,7 @@ std::optional<std::int32_t> titleHeight(const Json& node) {
     return isThere ? std::optional(static_cast<std::int32_t>(title->size.height)) : std::nullopt;
 }
 
-/// What i3 draws around the window where it floats: all of the style that it has, some of which the layout may hide.
+/// The borders that i3 draws around the window where it floats. The layout may hide some of them.
 std::optional<x11::Extents> bordersOutside(const Json& node) {
     const std::string_view style = textOf(node, "border");
     if (style == "none") {

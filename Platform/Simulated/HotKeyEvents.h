@@ -55,7 +55,7 @@ public:
     std::optional<OSStatus> deliverWithoutParameter(OSStatus status = eventParameterNotFoundErr);
     std::optional<OSStatus> deliverWithoutEvent();
 
-    /// What came with the handler, to be given back to it; null without a handler.
+    /// The user data that the handler was installed with; null without a handler.
     [[nodiscard]] const void* handlerData() const { return userData; }
 
     /// The hot keys that are registered, oldest first.

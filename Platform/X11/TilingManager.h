@@ -22,8 +22,8 @@ struct Layout {
         corvid::CGRect drawn;
         /// Whether it is part of the layout, so that it has no place of its own.
         bool isTiled = false;
-        /// What will be drawn around it, title bar and all, once it is taken out of the layout: borders that are hidden
-        /// there come back, and a tab becomes a title. Nothing where that is not known.
+        /// Its borders and title bar once it is taken out of the layout: borders that are hidden there come back, and a
+        /// tab becomes a title. Nothing where that is not known.
         std::optional<Extents> bordersOutside = {};
 
         friend bool operator==(const Window&, const Window&) = default;

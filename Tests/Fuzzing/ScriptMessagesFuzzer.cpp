@@ -1,9 +1,8 @@
 #include "Platform/KWin/ScriptMessages.h"
+#include "Tests/Fuzzing/Requirements.h"
 
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 #include <variant>
 
@@ -11,19 +10,6 @@ namespace {
 
 using namespace platform;
 namespace messages = kwin::ScriptMessages;
-
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
-
-void requireWithin(const corvid::CGRect& frame) {
-    constexpr double farthest = 1e6;
-    require(std::abs(frame.origin.x) <= farthest && std::abs(frame.origin.y) <= farthest);
-    require(frame.size.width >= 0 && frame.size.width <= farthest);
-    require(frame.size.height >= 0 && frame.size.height <= farthest);
-}
 
 void requireSound(const compositor::WindowIdentifier& identifier, const compositor::Window& window) {
     require(!identifier.empty() && window.clues.process >= 0);

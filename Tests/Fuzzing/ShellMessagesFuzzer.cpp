@@ -1,27 +1,13 @@
 #include "Platform/GnomeShell/Messages.h"
+#include "Tests/Fuzzing/Requirements.h"
 
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
 namespace {
 
 using namespace platform;
-
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
-
-void requireWithin(const corvid::CGRect& frame) {
-    constexpr double farthest = 1e6;
-    require(std::abs(frame.origin.x) <= farthest && std::abs(frame.origin.y) <= farthest);
-    require(frame.size.width >= 0 && frame.size.width <= farthest);
-    require(frame.size.height >= 0 && frame.size.height <= farthest);
-}
 
 void requireSound(const compositor::WindowIdentifier& identifier, const compositor::Window& window) {
     constexpr std::size_t longestText = 1024;

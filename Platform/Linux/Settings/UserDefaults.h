@@ -39,8 +39,8 @@ public:
     void together(const std::function<void()>& changes) override;
 
 private:
-    /// What is different now under a key or, if there is an entry, there in the dictionary under that key. Nothing is
-    /// there any more without a value.
+    /// A change of the value under a key or, if there is an entry, of that entry in the dictionary under the key.
+    /// Without a value, it is removed.
     struct Edit {
         std::string key;
         std::optional<std::string> entry;
@@ -52,7 +52,7 @@ private:
     void load();
     void startFromDefaults(const std::string& file, const std::string& reason);
     void make(Edit edit);
-    /// What the file is to hold now, which becomes the document when it does.
+    /// The file's content with the unsaved changes in it. It becomes the document once it is written.
     [[nodiscard]] std::expected<PropertyListDocument, std::string> renewed(const std::string& file);
     void save();
     [[nodiscard]] std::expected<void, std::string> keepUnreadable(const std::string& file, const std::string& reason,
@@ -61,7 +61,7 @@ private:
     std::optional<std::string> path;
     Log log;
     PropertyListDocument document;
-    /// What is in the document but not in the file yet.
+    /// The changes that the document has and the file has not yet.
     std::vector<Edit> unsaved;
     /// Within `together`, nothing is written.
     bool collects = false;

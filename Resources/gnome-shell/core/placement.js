@@ -14,7 +14,7 @@ class Placement {
             'size-changed', () => this._changed(), 'position-changed', () => this._changed(), this);
         const {width, height} = window.get_frame_rect();
         const isOwnSize = wanted[2] === width && wanted[3] === height;
-        // Whatever it is released to, it has yet to be asked.
+        // The release changes the frame, too. The request for the wanted frame comes after it.
         this._isAsking = true;
         const isComing = this._release();
         this._isAsking = false;
