@@ -28,14 +28,6 @@ void assertStateOnMainThread(unsigned line) {
     corvid::assertIsolated({.file = "Tessel/AppState", .line = line});
 }
 
-void performOnFocusedWindow(WindowAction action) {
-    if (const auto window = WindowMover::focusedWindow()) {
-        WindowMover::perform(action, *window);
-    } else {
-        platform::current().sound.beep();
-    }
-}
-
 /// What the website calls this program.
 constexpr const char* websiteName = "tessel";
 
@@ -74,7 +66,13 @@ AppState::AppState(corvid::PreferenceStore& preferences, bool preview, corvid::H
         return;
     }
     appRules.setRules(currentRules);
-    hotKeys.onPress = performOnFocusedWindow;
+    hotKeys.onPress = [this](WindowAction action) {
+        if (const auto window = WindowMover::focusedWindow()) {
+            perform(action, *window);
+        } else {
+            platform::current().sound.beep();
+        }
+    };
     trusted = corvid::AccessibilityAccess::requestIfNeeded();
     update();
     // The watch ends with the state that it belongs to.
@@ -158,6 +156,11 @@ void AppState::chooseApp(WindowAction action) {
                     });
 }
 
+void AppState::perform(WindowAction action, const platform::AXUIElement& window) {
+    assertStateOnMainThread(__LINE__);
+    actions.perform(action, window);
+}
+
 void AppState::update() {
     if (isPreview) {
         return;
@@ -170,6 +173,7 @@ void AppState::update() {
     } else {
         hotKeys.unregister();
         appRules.stop();
+        actions.cancel();
     }
     assign(failed, std::set(hotKeys.failed().begin(), hotKeys.failed().end()));
 }

@@ -6,10 +6,12 @@
 #include "CorvidKit/Publisher.h"
 #include "CorvidKit/UpdateCenter.h"
 #include "CorvidKitCore/PreferenceStore.h"
+#include "Platform/Accessibility.h"
 #include "Platform/RunningApplications.h"
 #include "Tessel/AppRules.h"
 #include "Tessel/Prefs.h"
 #include "Tessel/RuleApp.h"
+#include "Tessel/WindowActionRetry.h"
 #include "TesselCore/AppStatus.h"
 #include "TesselCore/WindowAction.h"
 
@@ -83,6 +85,10 @@ public:
 
     const bool isPreview;
 
+    /// Carries out an action that the user asked for. If the window's desktop does not answer in time, the action is
+    /// repeated when it may.
+    void perform(WindowAction action, const platform::AXUIElement& window);
+
 private:
     /// The single place where the system is switched on or off.
     void update();
@@ -104,6 +110,7 @@ private:
     std::set<WindowAction> failed;
     corvid::HotKeyCenter<WindowAction> hotKeys;
     AppRules appRules;
+    WindowActionRetry actions;
     corvid::PreferenceStore& preferences;
     corvid::Publisher<> willChange;
     std::optional<corvid::RepeatingTask> permissionWatch;

@@ -113,7 +113,7 @@ ControlAnswer<void> RemoteControl::perform(std::string_view action) {
     if (!window) {
         return refuse(Kind::noWindow, "no window has the focus");
     }
-    WindowMover::perform(*known, *window);
+    state.perform(*known, *window);
     return {};
 }
 

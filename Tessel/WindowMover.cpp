@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <expected>
 #include <iterator>
 #include <string>
 #include <utility>
@@ -20,6 +21,7 @@ namespace tessel::WindowMover {
 using corvid::CGPoint;
 using corvid::CGRect;
 using corvid::CGSize;
+using platform::AXError;
 using platform::AXUIElement;
 using platform::AXValue;
 namespace AXAttribute = platform::AXAttribute;
@@ -40,12 +42,33 @@ bool isBoxed(const AXValue& value) {
 }
 
 /// A point or a size, still boxed.
-std::optional<AXValue> boxedAttribute(const AXUIElement& window, std::string_view attribute) {
+std::expected<AXValue, AXError> boxedAttribute(const AXUIElement& window, std::string_view attribute) {
     auto value = accessibility().copyAttributeValue(window, attribute);
-    if (!value || !isBoxed(*value)) {
-        return std::nullopt;
+    if (value && !isBoxed(*value)) {
+        return std::unexpected(AXError::noValue);
     }
-    return *std::move(value);
+    return value;
+}
+
+std::expected<CGRect, AXError> readFrame(const AXUIElement& window) {
+    const auto position = boxedAttribute(window, AXAttribute::position);
+    if (!position) {
+        return std::unexpected(position.error());
+    }
+    const auto size = boxedAttribute(window, AXAttribute::size);
+    if (!size) {
+        return std::unexpected(size.error());
+    }
+    const auto* origin = std::get_if<CGPoint>(&*position);
+    const auto* extent = std::get_if<CGSize>(&*size);
+    if (origin == nullptr || extent == nullptr) {
+        return std::unexpected(AXError::noValue);
+    }
+    return CGRect{.origin = *origin, .size = *extent};
+}
+
+Outcome outcomeWithout(const std::expected<CGRect, AXError>& frame) {
+    return frame.error() == AXError::cannotComplete ? Outcome::unanswered : Outcome::ended;
 }
 
 /// Boxes and writes; without a box nothing is written.
@@ -100,14 +123,18 @@ std::optional<AXUIElement> focusedWindow() {
 }
 
 void perform(WindowAction action, const AXUIElement& window) {
+    static_cast<void>(attempt(action, window));
+}
+
+Outcome attempt(WindowAction action, const AXUIElement& window) {
     assertMainThread(__LINE__);
-    const std::optional<CGRect> current = frame(window);
+    const std::expected<CGRect, AXError> current = readFrame(window);
     if (!current) {
-        return;
+        return outcomeWithout(current);
     }
     const std::vector<platform::Screen> screens = platform::current().screens.screens();
     if (screens.empty()) {
-        return;
+        return Outcome::ended;
     }
     const double primaryScreenHeight = screens.front().frame.height();
     std::vector<CGRect> frames;
@@ -117,7 +144,7 @@ void perform(WindowAction action, const AXUIElement& window) {
     }
     const std::optional<std::size_t> index = WindowLayout::bestScreen(*current, frames);
     if (!index) {
-        return;
+        return Outcome::ended;
     }
     const CGRect visible = WindowLayout::flip(screens[*index].visibleFrame, primaryScreenHeight);
     const CGRect target = WindowLayout::targetFrame(action, *current, visible);
@@ -126,31 +153,20 @@ void perform(WindowAction action, const AXUIElement& window) {
             carryOut(move, window);
         }
     });
-    const std::optional<CGRect> settled = frame(window);
+    const std::expected<CGRect, AXError> settled = readFrame(window);
     if (!settled) {
-        return;
+        return outcomeWithout(settled);
     }
     if (const auto position = WindowMove::correction(action, settled->size, target, visible)) {
         write(window, AXAttribute::position, *position);
     }
+    return Outcome::ended;
 }
 
 std::optional<CGRect> frame(const AXUIElement& window) {
     assertMainThread(__LINE__);
-    const std::optional<AXValue> position = boxedAttribute(window, AXAttribute::position);
-    if (!position) {
-        return std::nullopt;
-    }
-    const std::optional<AXValue> size = boxedAttribute(window, AXAttribute::size);
-    if (!size) {
-        return std::nullopt;
-    }
-    const auto* origin = std::get_if<CGPoint>(&*position);
-    const auto* extent = std::get_if<CGSize>(&*size);
-    if (origin == nullptr || extent == nullptr) {
-        return std::nullopt;
-    }
-    return CGRect{.origin = *origin, .size = *extent};
+    const std::expected<CGRect, AXError> present = readFrame(window);
+    return present ? std::optional(*present) : std::nullopt;
 }
 
 std::vector<AXUIElement> standardWindows(const AXUIElement& application) {

@@ -4,6 +4,7 @@
 #include "Platform/Accessibility.h"
 #include "TesselCore/WindowAction.h"
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -20,6 +21,17 @@ namespace tessel::WindowMover {
 /// Carries out an action: on the screen that the window is mostly on, once, and with one correction of the position
 /// where the application did not take the size.
 void perform(WindowAction action, const platform::AXUIElement& window);
+
+/// How far an action got.
+enum class Outcome : std::uint8_t {
+    /// All its steps were made, or there is nothing that could be placed.
+    ended,
+    /// The desktop did not answer in time, and the steps that depend on its answer were left out.
+    unanswered,
+};
+
+/// The same as `perform`, and tells whether the desktop answered.
+[[nodiscard]] Outcome attempt(WindowAction action, const platform::AXUIElement& window);
 
 /// Where a window is.
 [[nodiscard]] std::optional<corvid::CGRect> frame(const platform::AXUIElement& window);

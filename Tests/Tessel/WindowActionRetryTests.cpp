@@ -1,0 +1,125 @@
+#include "Tessel/WindowActionRetry.h"
+
+#include "Platform/Simulated/Desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace tessel {
+namespace {
+
+using namespace std::chrono_literals;
+using corvid::CGRect;
+using platform::AXError;
+using platform::simulated::Application;
+using platform::simulated::Window;
+namespace AXAttribute = platform::AXAttribute;
+
+/// One screen of 1920 by 1080 with a panel of 25 at the top, and a window of fixed size, whose last step depends on
+/// what is read after the writes.
+class Retry : public testing::Test {
+protected:
+    /// How many reads and writes of an action come before its frame is read again.
+    static constexpr std::size_t beforeTheLastReading = 7;
+
+    void failTheLastReadingOfTheNextAction(AXError error) {
+        platform::simulated::Accessibility& accessibility = desktop.accessibility;
+        accessibility.failOperation(accessibility.operationCount() + beforeTheLastReading, error);
+    }
+
+    void answerNothing(Window& window) { window.faults.failReads(AXAttribute::position, AXError::cannotComplete); }
+
+    std::size_t readings() { return desktop.trace.take("read window 1 AXPosition").size(); }
+
+    [[nodiscard]] bool isDone() const { return desktop.mainActor.waiting().empty(); }
+
+    platform::simulated::Desktop desktop;
+    Application& editor = desktop.applications.add({.process = 10});
+    Window& window = editor.addWindow({.frame = {{100, 100}, {800, 600}}, .sizes = {.isFixed = true}});
+    CGRect atTheRightEdge{{1120, 253}, {800, 600}};
+    WindowActionRetry actions;
+};
+
+TEST_F(Retry, AnActionThatIsAnsweredIsCarriedOutOnce) {
+    actions.perform(WindowAction::rightHalf, window.element());
+    EXPECT_EQ(window.frame(), atTheRightEdge);
+    EXPECT_TRUE(isDone());
+}
+
+TEST_F(Retry, AWindowWhoseLastAnswerIsLateIsCorrectedOnceItAnswers) {
+    failTheLastReadingOfTheNextAction(AXError::cannotComplete);
+    actions.perform(WindowAction::rightHalf, window.element());
+    EXPECT_NE(window.frame(), atTheRightEdge);
+    desktop.mainActor.advance(100ms);
+    EXPECT_EQ(window.frame(), atTheRightEdge);
+    EXPECT_TRUE(isDone());
+}
+
+TEST_F(Retry, AWindowThatDoesNotAnswerAtAllIsAskedFourTimesWithinThreeSeconds) {
+    answerNothing(window);
+    actions.perform(WindowAction::rightHalf, window.element());
+    desktop.mainActor.advance(3s);
+    EXPECT_EQ(readings(), 4U);
+    EXPECT_TRUE(isDone());
+}
+
+TEST_F(Retry, AWindowThatAnswersBeforeTheLastAttemptIsPlaced) {
+    answerNothing(window);
+    actions.perform(WindowAction::rightHalf, window.element());
+    desktop.mainActor.advance(2s);
+    window.faults.clear();
+    desktop.mainActor.advance(1s);
+    EXPECT_EQ(window.frame(), atTheRightEdge);
+}
+
+TEST_F(Retry, NoOtherErrorIsAReasonToRepeat) {
+    for (const AXError error :
+         {AXError::failure, AXError::invalidUIElement, AXError::attributeUnsupported, AXError::apiDisabled}) {
+        failTheLastReadingOfTheNextAction(error);
+        window.moveTo({{100, 100}, {800, 600}});
+        actions.perform(WindowAction::rightHalf, window.element());
+        EXPECT_TRUE(isDone());
+    }
+}
+
+TEST_F(Retry, ALaterActionOnTheSameWindowReplacesTheOneThatWaits) {
+    failTheLastReadingOfTheNextAction(AXError::cannotComplete);
+    actions.perform(WindowAction::rightHalf, window.element());
+    actions.perform(WindowAction::leftHalf, window.element());
+    desktop.mainActor.advance(5s);
+    EXPECT_EQ(window.frame(), (CGRect{{0, 253}, {800, 600}}));
+}
+
+TEST_F(Retry, AnActionOnAnotherWindowLeavesTheOneThatWaits) {
+    Window& other = editor.addWindow({.frame = {{300, 300}, {500, 500}}});
+    failTheLastReadingOfTheNextAction(AXError::cannotComplete);
+    actions.perform(WindowAction::rightHalf, window.element());
+    actions.perform(WindowAction::leftHalf, other.element());
+    desktop.mainActor.advance(5s);
+    EXPECT_EQ(window.frame(), atTheRightEdge);
+    EXPECT_EQ(other.frame(), (CGRect{{0, 25}, {960, 1055}}));
+}
+
+TEST_F(Retry, ARepeatedActionDoesNotMoveAWindowThatIsInPlace) {
+    window.sizes.isFixed = false;
+    failTheLastReadingOfTheNextAction(AXError::cannotComplete);
+    actions.perform(WindowAction::almostMaximize, window.element());
+    const CGRect placed = window.frame();
+    desktop.mainActor.advance(5s);
+    EXPECT_EQ(window.frame(), placed);
+}
+
+TEST_F(Retry, NothingIsRepeatedAfterACancellation) {
+    answerNothing(window);
+    actions.perform(WindowAction::rightHalf, window.element());
+    actions.cancel();
+    window.faults.clear();
+    desktop.mainActor.advance(5s);
+    EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));
+}
+
+} // namespace
+} // namespace tessel
