@@ -6,7 +6,9 @@ import time
 
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
+from harness.oracle import expected
 from harness.rect import Rect
+from harness.settling import settles_on
 from harness.window_managers import WINDOW_MANAGERS
 
 from . import case_for_each
@@ -74,3 +76,22 @@ def a_window_manager_that_hangs_does_not_hang_the_program(program, manager):
         desktop.press(product, "rightHalf")
         desktop.holds_frame(editor.window, RIGHT._replace(height=height), "frame once the window manager answers again")
         product.until_status("Active")
+
+
+@case_for_each("desktop.late-answer", WINDOW_MANAGERS)
+def a_window_that_rounds_its_size_is_at_the_edge_once_a_slow_window_manager_answers(program, manager):
+    with Desktop(program, name=f"late-answer.{manager}") as desktop:
+        desktop.start_window_manager(manager)
+        terminal = desktop.open(APPLICATIONS["xterm"])
+        desktop.windows.place(terminal.window, NATURAL)
+        settles = settles_on(desktop.windows, terminal.window, terminal.application, desktop.manager)
+        wanted = expected("rightHalf", desktop.windows.frame(terminal.window), desktop.visible_frame(), settles)
+        product = desktop.launch()
+        product.until_status("Active")
+        os.kill(desktop.manager_process.pid, signal.SIGSTOP)
+        try:
+            desktop.keyboard.press("rightHalf")
+            until_free(product, "a press under a slow window manager")
+        finally:
+            os.kill(desktop.manager_process.pid, signal.SIGCONT)
+        desktop.holds_frame(terminal.window, wanted, "frame once the window manager has answered")

@@ -125,9 +125,10 @@ class I3Desktop(Desktop):
         self.connect()
 
     def reload(self) -> None:
-        """Has the configuration read again; i3 starts its bars anew with it."""
+        """Has the configuration read again; i3's bars make their windows anew then."""
+        before = set(self._bars())
         self.command("reload")
-        until(self._has_bars, "the bars to be there again", 15.0)
+        until(lambda: self._has_bars() and before.isdisjoint(self._bars()), "the bars to be there again", 15.0)
         self.windows.fence()
 
     def _has_bars(self) -> bool:
@@ -183,7 +184,10 @@ class I3Desktop(Desktop):
         return len(self.windows.window(self._bar()).query_tree().children)
 
     def _bar(self) -> int:
-        return next(node["window"] for node, _ in nodes(self.tree()) if (node["name"] or "").startswith("i3bar"))
+        return self._bars()[0]
+
+    def _bars(self) -> list[int]:
+        return [node["window"] for node, _ in nodes(self.tree()) if (node["name"] or "").startswith("i3bar")]
 
     def node(self, window: int) -> Node:
         for node, workspace in nodes(self.tree()):
