@@ -11,9 +11,8 @@ namespace tessel {
 namespace {
 
 // Each attempt may hold the main thread for a whole turn's time, so the pauses grow.
-constexpr std::array<std::chrono::milliseconds, 3> pauses{std::chrono::milliseconds(100),
-                                                          std::chrono::milliseconds(400),
-                                                          std::chrono::milliseconds(1600)};
+constexpr std::array<std::chrono::milliseconds, 3> pauses{
+    std::chrono::milliseconds(100), std::chrono::milliseconds(400), std::chrono::milliseconds(1600)};
 constexpr std::chrono::milliseconds pauseLeeway{10};
 
 } // namespace
@@ -28,13 +27,13 @@ void WindowActionRetry::attempt(WindowAction action, const platform::AXUIElement
         return;
     }
     platform::MainActor& mainActor = platform::current().mainActor;
-    waiting.push_back({.window = window,
-                       .work = mainActor.schedule(mainActor.now() + pauses[retries], pauseLeeway,
-                                                  [this, action, window, retries] {
-                                                      // The attempt drops this work, and the copies that it holds.
-                                                      const platform::AXUIElement kept = window;
-                                                      attempt(action, kept, retries + 1);
-                                                  })});
+    waiting.push_back(
+        {.window = window,
+         .work = mainActor.schedule(mainActor.now() + pauses[retries], pauseLeeway, [this, action, window, retries] {
+             // The attempt drops this work, and the copies that it holds.
+             const platform::AXUIElement kept = window;
+             attempt(action, kept, retries + 1);
+         })});
 }
 
 } // namespace tessel

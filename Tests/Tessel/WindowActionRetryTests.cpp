@@ -1,6 +1,5 @@
-#include "Tessel/WindowActionRetry.h"
-
 #include "Platform/Simulated/Desktop.h"
+#include "Tessel/WindowActionRetry.h"
 
 #include <gtest/gtest.h>
 
