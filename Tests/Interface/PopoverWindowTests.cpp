@@ -26,7 +26,7 @@ class NoLoop final : public platform::HostedLoop {
 public:
     [[nodiscard]] int descriptor() const override { return -1; }
 
-    [[nodiscard]] bool serve() override { return true; }
+    [[nodiscard]] Outlook serve() override { return Outlook::idle; }
 };
 
 class Hanging : public testing::Test {
