@@ -76,6 +76,7 @@ int main(int count, char** arguments) {
                                                                .appearance = desktop.appearance,
                                                                .ownWindows = nullptr,
                                                                .screens = desktop.screens,
+                                                               .sessionLock = nullptr,
                                                                .languages = {language},
                                                                .pictureScale = pixelsPerPoint},
                                                               tessel::makeItem, noPanel);
