@@ -14,9 +14,25 @@ LoopPump::LoopPump(platform::HostedLoop& mainLoop)
 }
 
 void LoopPump::turn() {
-    if (!mainLoop.serve()) {
+    switch (mainLoop.serve()) {
+    case platform::HostedLoop::Outlook::idle:
+        break;
+    case platform::HostedLoop::Outlook::unfinished:
+        // Behind what waits in Qt's loop, which would otherwise sleep until something comes from outside.
+        if (!isTurnPosted) {
+            isTurnPosted = QMetaObject::invokeMethod(
+                this,
+                [this] {
+                    isTurnPosted = false;
+                    turn();
+                },
+                Qt::QueuedConnection);
+        }
+        break;
+    case platform::HostedLoop::Outlook::ended:
         readable.setEnabled(false);
         QCoreApplication::exit();
+        break;
     }
 }
 

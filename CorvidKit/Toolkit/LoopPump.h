@@ -20,6 +20,7 @@ private:
 
     platform::HostedLoop& mainLoop;
     QSocketNotifier readable;
+    bool isTurnPosted = false;
 };
 
 } // namespace corvid::toolkit

@@ -147,8 +147,7 @@ void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
     QMetaObject::invokeMethod(frame.get(), "appear");
     window->show();
     place();
-    grabTries = 0;
-    grabPointer();
+    holdPointer();
     looks = 0;
     expectKeyboard();
 }
@@ -231,16 +230,14 @@ void PopoverWindow::makeKey() {
     frame->forceActiveFocus(Qt::PopupFocusReason);
 }
 
-void PopoverWindow::grabPointer() {
-    // The panel holds the pointer as long as the button is down that opened the popover.
-    constexpr int mostTries = 100;
-    constexpr auto pause = std::chrono::milliseconds(20);
-    if (!isShown() || behavior != Behavior::transient || isManaged() || window->setMouseGrabEnabled(true) ||
-        ++grabTries > mostTries) {
+void PopoverWindow::holdPointer() {
+    if (behavior != Behavior::transient || isManaged()) {
         return;
     }
-    platform::MainActor& mainActor = platform::current().mainActor;
-    pendingGrab = mainActor.schedule(mainActor.now() + pause, pause, [this] { grabPointer(); });
+    pointer.begin();
+    if (surroundings.sessionLock != nullptr) {
+        lockWatch = surroundings.sessionLock->watch([this] { performClose(); });
+    }
 }
 
 void PopoverWindow::followKeyboard() {
@@ -276,11 +273,9 @@ void PopoverWindow::performClose() {
     if (!isShown()) {
         return;
     }
-    pendingGrab.reset();
     pendingLook.reset();
-    if (!isManaged()) {
-        window->setMouseGrabEnabled(false);
-    }
+    lockWatch.reset();
+    pointer.end();
     window->hide();
 }
 
@@ -291,6 +286,9 @@ bool PopoverWindow::isOutside(const QPointF& position) const {
 }
 
 bool PopoverWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->isInputEvent()) {
+        pointer.noticeInput();
+    }
     switch (event->type()) {
     case QEvent::MouseButtonPress:
         if (behavior == Behavior::transient && isOutside(static_cast<QMouseEvent*>(event)->position())) {

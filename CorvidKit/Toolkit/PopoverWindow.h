@@ -1,11 +1,13 @@
 #pragma once
 
+#include "CorvidKit/Toolkit/PointerHold.h"
 #include "CorvidKit/Toolkit/Surroundings.h"
 #include "CorvidKit/Toolkit/ViewBuilder.h"
 #include "CorvidKitCore/Geometry.h"
 #include "Platform/MainActor.h"
 #include "Platform/Popover.h"
 #include "Platform/Screens.h"
+#include "Platform/SessionLock.h"
 
 #include <QObject>
 #include <QPointer>
@@ -19,8 +21,10 @@ namespace corvid::toolkit {
 
 /// The popover as a window without a frame, above all others and at exactly its place.
 ///
-/// On X11 no window manager manages it, and it is gone with the next press beside it. On Wayland, where all windows are
-/// managed and none can hold the pointer, the desktop puts it in its place, and it is gone when it loses the keyboard.
+/// On X11 no window manager manages it, and it is gone with the next press beside it. So that the session can be
+/// locked, it is gone when that begins, and lets go of the pointer after a while without input. On Wayland, where all
+/// windows are managed and none can hold the pointer, the desktop puts it in its place, and it is gone when it loses
+/// the keyboard.
 class PopoverWindow final : public QObject, public platform::Popover {
     Q_OBJECT
 
@@ -60,7 +64,7 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     [[nodiscard]] bool makeFrame();
     void place();
     void followScale();
-    void grabPointer();
+    void holdPointer();
     void followKeyboard();
     /// Where the compositor gives the keyboard, somebody may have got it from a new window before the toolkit was told
     /// of either, and then it tells nothing, or goes on to take the window for the active one.
@@ -82,11 +86,11 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     std::unique_ptr<QQuickWindow> window;
     std::unique_ptr<QQuickItem> frame;
     std::unique_ptr<QQuickItem> content;
-    std::unique_ptr<platform::ScheduledWork> pendingGrab;
+    PointerHold pointer{[this](bool holds) { return window && window->setMouseGrabEnabled(holds); }};
+    std::unique_ptr<platform::LockWatch> lockWatch;
     /// Whose font scale is followed.
     QPointer<QScreen> followed;
     QMetaObject::Connection scaleFollowing;
-    int grabTries = 0;
     std::unique_ptr<platform::ScheduledWork> pendingLook;
     int looks = 0;
     /// When it was last closed because a managed window has lost the keyboard.

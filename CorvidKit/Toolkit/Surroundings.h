@@ -4,6 +4,7 @@
 #include "Platform/HostedLoop.h"
 #include "Platform/OwnWindows.h"
 #include "Platform/Screens.h"
+#include "Platform/SessionLock.h"
 
 #include <string>
 #include <vector>
@@ -17,6 +18,8 @@ struct Surroundings {
     /// Null where there is no desktop, and nothing but pictures can be had.
     platform::OwnWindows* ownWindows;
     platform::Screens& screens;
+    /// Null where nothing is shown that would be in the way of a lock.
+    platform::SessionLock* sessionLock;
     /// The languages that the user wants, the best first.
     std::vector<std::string> languages;
     /// The pixels per point of pictures, where there is no desktop.

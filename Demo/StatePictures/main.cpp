@@ -20,7 +20,7 @@ class NoLoop final : public platform::HostedLoop {
 public:
     [[nodiscard]] int descriptor() const override { return -1; }
 
-    [[nodiscard]] bool serve() override { return false; }
+    [[nodiscard]] Outlook serve() override { return Outlook::ended; }
 };
 
 /// Gives the desktop the texts that the toolkit has: the status is put together out of its.
@@ -76,6 +76,7 @@ int main(int count, char** arguments) {
                                                                .appearance = desktop.appearance,
                                                                .ownWindows = nullptr,
                                                                .screens = desktop.screens,
+                                                               .sessionLock = nullptr,
                                                                .languages = {language},
                                                                .pictureScale = pixelsPerPoint},
                                                               tessel::makeItem, noPanel);

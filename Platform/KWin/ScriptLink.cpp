@@ -247,12 +247,15 @@ void ScriptLink::dismiss() {
 
 void ScriptLink::awaitNextCall() {
     setAlarm(timing.patience, patienceLeeway, [this] {
-        // What arrived and was not acted on yet counts.
-        actOnArrivals();
-        if (!waiting && !run.empty()) {
-            lose();
-            load();
-        }
+        // The call may wait unread where this program itself was held up. The loop reads it before the next alarm.
+        setAlarm(timing.patience / 4, patienceLeeway, [this] {
+            // What arrived and was not acted on yet counts.
+            actOnArrivals();
+            if (!waiting && !run.empty()) {
+                lose();
+                load();
+            }
+        });
     });
 }
 

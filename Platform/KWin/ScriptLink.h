@@ -45,7 +45,7 @@ public:
         /// How long a call of the script is left waiting, and the leeway that joins wake-ups.
         Duration keepAlive = std::chrono::seconds(15);
         Duration keepAliveLeeway = std::chrono::seconds(4);
-        /// How long the script takes at most until it calls again.
+        /// How long the script takes at most until it calls again. A quarter of that is left for reading its call.
         Duration patience = std::chrono::seconds(2);
         /// How long the script takes at most to tell how things are, after it was to be loaded.
         Duration loading = std::chrono::seconds(10);

@@ -181,20 +181,21 @@ int MainLoop::descriptor() const {
     return sd_event_get_fd(loop.get());
 }
 
-bool MainLoop::serve() {
+HostedLoop::Outlook MainLoop::serve() {
     if (isServing) {
-        return true;
+        return Outlook::idle;
     }
     isServing = true;
     // Whoever has the outer loop gets his turn, however much there is to serve here.
     constexpr int mostAtOnce = 64;
-    for (int turn = 0; turn < mostAtOnce && !isFinished(); ++turn) {
-        if (sd_event_run(loop.get(), 0) <= 0) {
-            break;
+    auto outlook = Outlook::unfinished;
+    for (int turn = 0; turn < mostAtOnce && outlook == Outlook::unfinished; ++turn) {
+        if (isFinished() || sd_event_run(loop.get(), 0) <= 0) {
+            outlook = Outlook::idle;
         }
     }
     isServing = false;
-    return !isFinished();
+    return isFinished() ? Outlook::ended : outlook;
 }
 
 bool MainLoop::isFinished() const {

@@ -51,7 +51,7 @@ public:
     void continueIn(std::function<void()> host) { next = std::move(host); }
 
     [[nodiscard]] int descriptor() const override;
-    [[nodiscard]] bool serve() override;
+    [[nodiscard]] Outlook serve() override;
 
     /// Ends `run` after the present turn. The first status given counts.
     void end(int status);

@@ -1,5 +1,6 @@
 #include "Platform/Linux/PortalSettings.h"
 
+#include "Platform/Linux/Control/BusVariant.h"
 #include "Platform/Linux/DesktopPortal.h"
 
 #include <utility>
@@ -16,20 +17,6 @@ constexpr const char* gnomeSpace = "org.gnome.desktop.interface";
 constexpr const char* ownerMatch = "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
                                    "interface='org.freedesktop.DBus',member='NameOwnerChanged',"
                                    "arg0='org.freedesktop.portal.Desktop'";
-
-/// Reads a variant that holds a value of that basic type, or steps over one that holds something else. Settings are
-/// written by many hands.
-template <typename Value>
-std::optional<Value> readVariant(sd_bus_message* message, const char* type) {
-    const char* contents = nullptr;
-    if (sd_bus_message_peek_type(message, nullptr, &contents) <= 0 || contents == nullptr ||
-        std::string_view{contents} != type) {
-        sd_bus_message_skip(message, "v");
-        return std::nullopt;
-    }
-    Value value{};
-    return sd_bus_message_read(message, "v", type, &value) > 0 ? std::optional(value) : std::nullopt;
-}
 
 } // namespace
 

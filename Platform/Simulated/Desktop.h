@@ -19,6 +19,7 @@
 #include "Platform/Simulated/OwnWindows.h"
 #include "Platform/Simulated/ProcessInfo.h"
 #include "Platform/Simulated/Screens.h"
+#include "Platform/Simulated/SessionLock.h"
 #include "Platform/Simulated/StatusBar.h"
 #include "Platform/Simulated/SystemClock.h"
 #include "Platform/Simulated/ThisApplication.h"
@@ -54,6 +55,7 @@ public:
     Log log{trace};
     OpenPanel openPanel{trace};
     OwnWindows ownWindows{trace};
+    SessionLock sessionLock;
     SystemClock systemClock{mainActor};
     ThisApplication thisApplication{trace, mainActor};
     MainBundle mainBundle{.identifier = "org.example.Tessel",

@@ -119,6 +119,7 @@ void drawPictures(const std::string& directory, Count& begun) {
                                                                      .appearance = appearance,
                                                                      .ownWindows = nullptr,
                                                                      .screens = desktop.screens,
+                                                                     .sessionLock = nullptr,
                                                                      .languages = bundle.preferredLocalizations,
                                                                      .pictureScale = pixelsPerPoint});
     std::optional<ResumedRenderer> renderer;

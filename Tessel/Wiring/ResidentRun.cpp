@@ -22,6 +22,7 @@
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProcessInfo.h"
 #include "Platform/Linux/ServiceNotification.h"
+#include "Platform/Linux/SessionLock.h"
 #include "Platform/Linux/Settings/UserDefaults.h"
 #include "Platform/Linux/StandardStreams.h"
 #include "Platform/Linux/SystemClock.h"
@@ -114,12 +115,14 @@ int runResident() {
     }
     platform::linux::StatusBar statusBar(mainLoop, "org.corvid.Tessel", trayPlaces);
     platform::linux::Appearance appearance(sessionBus, desktop.appearanceSource());
+    platform::linux::SessionLock sessionLock(mainLoop, sessionBus);
     corvid::DeferredToolkit toolkit(
         [&] {
             return startToolkit({.mainLoop = mainLoop,
                                  .appearance = appearance,
                                  .ownWindows = &desktop.ownWindows(),
                                  .screens = desktop.screens(),
+                                 .sessionLock = &sessionLock,
                                  .languages = bundle.preferredLocalizations});
         },
         [&](std::function<void()> host) { mainLoop.continueIn(std::move(host)); });

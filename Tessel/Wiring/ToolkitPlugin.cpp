@@ -1,5 +1,6 @@
 #include "Tessel/Wiring/ToolkitPlugin.h"
 
+#include "Platform/Linux/LargeBlocks.h"
 #include "Platform/Linux/Log.h"
 #include "Platform/Linux/PluginFile.h"
 #include "Tessel/MenuPlugin.h"
@@ -15,6 +16,7 @@ std::unique_ptr<platform::Toolkit> startToolkit(const corvid::toolkit::Surroundi
         platform::linux::logToStandardError("cannot load the window: " + function.error());
         return nullptr;
     }
+    platform::linux::keepLargeBlocksApart();
     std::unique_ptr<platform::Toolkit> toolkit(reinterpret_cast<StartToolkit>(*function)(surroundings));
     if (!toolkit) {
         platform::linux::logToStandardError("cannot show the window: Qt does not reach the display"

@@ -82,6 +82,34 @@ TEST(LoopPump, AMainLoopThatHasALotToDoLeavesQtItsTurns) {
     EXPECT_GT(turns, 0);
 }
 
+/// Gives whether `count` turns of the main loop, each posted by the one before, come to an end within `patience`
+/// although nothing happens outside.
+bool endsByItself(int count, std::chrono::milliseconds patience) {
+    MainLoop mainLoop;
+    int turns = 0;
+    std::function<void()> again = [&] {
+        if (++turns == count) {
+            mainLoop.end(0);
+        } else {
+            mainLoop.post(again);
+        }
+    };
+    mainLoop.continueIn([&] {
+        const LoopPump pump(mainLoop);
+        mainLoop.post(again);
+        QTimer::singleShot(patience, [&] { mainLoop.end(1); });
+        QCoreApplication::exec();
+    });
+    return mainLoop.run() == 0;
+}
+
+TEST(LoopPump, AMainLoopThatAlwaysHasMoreToDoWaitsForNothingFromOutside) {
+    // One more than a power of two that some loop may serve at once, and many times that.
+    for (const int count : {1, 65, 129, 257, 10'001}) {
+        EXPECT_TRUE(endsByItself(count, 10s)) << count << " turns";
+    }
+}
+
 TEST(LoopPump, AHostThatReturnsLeavesTheMainLoopRunning) {
     MainLoop mainLoop;
     bool hasRun = false;

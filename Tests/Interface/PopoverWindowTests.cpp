@@ -26,7 +26,7 @@ class NoLoop final : public platform::HostedLoop {
 public:
     [[nodiscard]] int descriptor() const override { return -1; }
 
-    [[nodiscard]] bool serve() override { return true; }
+    [[nodiscard]] Outlook serve() override { return Outlook::idle; }
 };
 
 class Hanging : public testing::Test {
@@ -76,6 +76,7 @@ protected:
                            .appearance = desktop.appearance,
                            .ownWindows = &desktop.ownWindows,
                            .screens = desktop.screens,
+                           .sessionLock = &desktop.sessionLock,
                            .languages = {}},
                           engine,
                           [this](const platform::View& /*view*/, QQmlEngine& /*engine*/) {
@@ -182,6 +183,19 @@ TEST_F(Hanging, APressBesideItClosesIt) {
     open();
     QTest::mousePress(window(), Qt::LeftButton, {}, QPoint(-500, 700));
     EXPECT_FALSE(popover.isShown()) << "far away";
+}
+
+TEST_F(Hanging, ALockOfTheSessionClosesItAndIsWatchedForOnlyWhileItIsOpen) {
+    EXPECT_FALSE(desktop.sessionLock.isWatched());
+    open();
+    EXPECT_TRUE(desktop.sessionLock.isWatched());
+    desktop.sessionLock.lock();
+    EXPECT_FALSE(popover.isShown());
+    EXPECT_FALSE(desktop.sessionLock.isWatched());
+    open();
+    EXPECT_TRUE(popover.isShown()) << "it opens again";
+    popover.performClose();
+    EXPECT_FALSE(desktop.sessionLock.isWatched());
 }
 
 TEST_F(Hanging, ComesWithATransitionUnlessItsUserWantsLessMotion) {

@@ -15,6 +15,8 @@ namespace {
 /// The signals by which the library tells of the connection itself (sd_bus_set_connected_signal(3)).
 constexpr const char* localName = "org.freedesktop.DBus.Local";
 constexpr const char* localPath = "/org/freedesktop/DBus/Local";
+/// D-Bus Specification, Well-known Message Bus Instances.
+constexpr const char* wellKnownSystemBus = "unix:path=/var/run/dbus/system_bus_socket";
 
 /// The local sockets out of a list of addresses. A semicolon always separates: within an address it is escaped (D-Bus
 /// Specification, Server Addresses).
@@ -49,20 +51,34 @@ std::string escaped(std::string_view path) {
     return text;
 }
 
-} // namespace
-
-std::optional<std::string> sessionBusAddress() {
+/// What the variable names; `otherwise` where it is not set.
+template <typename Otherwise>
+std::optional<std::string> namedAddress(const char* variable, const Otherwise& otherwise) {
     // Nothing in the program changes its environment.
-    const char* named = std::getenv("DBUS_SESSION_BUS_ADDRESS"); // NOLINT(concurrency-mt-unsafe)
-    if (named != nullptr && *named != '\0') {
-        std::string local = localSockets(named);
-        return local.empty() ? std::nullopt : std::optional{std::move(local)};
+    const char* named = std::getenv(variable); // NOLINT(concurrency-mt-unsafe)
+    if (named == nullptr || *named == '\0') {
+        return otherwise();
     }
+    std::string local = localSockets(named);
+    return local.empty() ? std::nullopt : std::optional{std::move(local)};
+}
+
+std::optional<std::string> addressInRuntimeFolder() {
     const char* folder = std::getenv("XDG_RUNTIME_DIR"); // NOLINT(concurrency-mt-unsafe)
     if (folder != nullptr && std::string_view{folder}.starts_with('/')) {
         return "unix:path=" + escaped(std::string(folder) + "/bus");
     }
     return std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::string> sessionBusAddress() {
+    return namedAddress("DBUS_SESSION_BUS_ADDRESS", addressInRuntimeFolder);
+}
+
+std::optional<std::string> systemBusAddress() {
+    return namedAddress("DBUS_SYSTEM_BUS_ADDRESS", [] { return std::optional<std::string>(wellKnownSystemBus); });
 }
 
 SessionBus::Listener::Listener(SessionBus& bus)

@@ -17,8 +17,12 @@ namespace platform::linux {
 /// another machine and starts no program to reach a bus. Nothing where neither names one. Reads the environment.
 [[nodiscard]] std::optional<std::string> sessionBusAddress();
 
-/// The connection to the user's message bus, for as long as there is one: a bus that is missing, ends or comes back is
-/// followed. Nothing here waits: the bus is greeted and listened to in the event loop. Main thread only.
+/// Where the system's message bus is: `DBUS_SYSTEM_BUS_ADDRESS`, or its well-known place, by the same rules.
+[[nodiscard]] std::optional<std::string> systemBusAddress();
+
+/// The connection to a message bus, the user's or the system's, for as long as there is one: a bus that is missing,
+/// ends or comes back is followed. Nothing here waits: the bus is greeted and listened to in the event loop. Main
+/// thread only.
 class SessionBus {
 public:
     /// Somebody who uses the bus while it is there. The bus object must outlive its listeners.

@@ -17,6 +17,7 @@ from .product import Product
 from .rect import Rect
 from .session import Session
 from .skipping import Skipped, require
+from .system_bus import start_system_bus
 from .waiting import PATIENCE, STARTING, until, until_equal
 
 try:
@@ -28,13 +29,6 @@ EXTENSION = "tessel@corvid.org"
 MONITORS = (Rect(0, 0, 1600, 900), Rect(1600, 0, 1280, 1024))
 TOP_BAR = 32
 SHELL = ("org.gnome.Shell", "/org/gnome/Shell")
-
-SYSTEM_BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
-  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig><type>system</type><listen>{address}</listen><auth>EXTERNAL</auth>
-<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/>
-<allow user="*"/></policy></busconfig>
-"""
 
 # Keys as the kernel numbers them (linux/input-event-codes.h).
 KEYS = {
@@ -149,16 +143,11 @@ class Gnome:
             "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "GNOME", "XDG_SESSION_DESKTOP": "gnome",
             "WAYLAND_DISPLAY": "wayland-tessel",
             "DBUS_SESSION_BUS_ADDRESS": f"unix:path={session.runtime}/bus",
-            "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={session.runtime}/system-bus",
         }
-        configuration = session.directory / "system-bus.conf"
-        configuration.write_text(SYSTEM_BUS.format(address=environment["DBUS_SYSTEM_BUS_ADDRESS"]))
-        for name, options in (
-            ("bus", ["--session", f"--address={environment['DBUS_SESSION_BUS_ADDRESS']}"]),
-            ("system-bus", [f"--config-file={configuration}"]),
-        ):
-            session.start(["dbus-daemon", *options, "--nofork", "--nopidfile"], name)
-            until((session.runtime / name).exists, f"the {name}")
+        address = f"--address={environment['DBUS_SESSION_BUS_ADDRESS']}"
+        session.start(["dbus-daemon", "--session", address, "--nofork", "--nopidfile"], "bus")
+        until((session.runtime / "bus").exists, "the bus")
+        start_system_bus(session)
         self.bus = Bus(environment["DBUS_SESSION_BUS_ADDRESS"])
         self.form = form_of(session.run(["gnome-shell", "--version"]))
         install_eyes(self._place_of(EYES), self.form)

@@ -27,6 +27,14 @@ class Locker:
             "the pointer to be free",
         )
 
+    def could_take_pointer(self) -> bool:
+        """Whether nobody else holds it at this moment."""
+        later = X.GrabModeAsync
+        free = self.connection.screen().root.grab_pointer(False, 0, later, later, X.NONE, X.NONE, X.CurrentTime) == X.GrabSuccess
+        self.connection.ungrab_pointer(X.CurrentTime)
+        self.connection.sync()
+        return free
+
     def typed(self) -> int:
         """How many keys it was given since it was last asked."""
         self.connection.sync()

@@ -17,6 +17,9 @@ from .waiting import PATIENCE, Expired, until
 NORTH_WEST = 1
 FROM_A_PAGER = 2
 REMOVE, ADD = 0, 1
+# How long a fence waits before it asks once more, in seconds, and how wide its window becomes.
+FENCE_INTERVAL = 1.0
+WIDEST_FENCE = 1000
 
 
 class Windows:
@@ -25,7 +28,7 @@ class Windows:
         # A window may go between a question and its answer; whoever asked gets the exception, nobody the printout.
         self.connection.set_error_handler(lambda *_: None)
         self.root = self.connection.screen().root
-        self._fence = self.root.create_window(-50, -50, 10, 10, 0, X.CopyFromParent, event_mask=X.StructureNotifyMask)
+        self._fence = self.root.create_window(-2000, -50, 10, 10, 0, X.CopyFromParent, event_mask=X.StructureNotifyMask)
         self._fence_width = 10
 
     def close(self) -> None:
@@ -232,16 +235,23 @@ class Windows:
 
     def answers(self, seconds: float) -> bool:
         """Whether the window manager handles a request of now within that time."""
-        self._fence_width = 31 - self._fence_width
-        self._fence.configure(width=self._fence_width)
-        self.connection.flush()
         deadline = time.monotonic() + seconds
+        asked: set[int] = set()
+        ask_again = 0.0
         while True:
+            now = time.monotonic()
+            if now >= ask_again:
+                # A window manager that is replaced takes what it was asked with it.
+                ask_again = now + FENCE_INTERVAL
+                # Another width each time: a request for the width that is there is not answered.
+                self._fence_width = self._fence_width % WIDEST_FENCE + 1
+                asked.add(self._fence_width)
+                self._fence.configure(width=self._fence_width)
+                self.connection.flush()
             while self.connection.pending_events():
                 seen = self.connection.next_event()
-                if seen.type == X.ConfigureNotify and seen.window == self._fence and seen.width == self._fence_width:
+                if seen.type == X.ConfigureNotify and seen.window == self._fence and seen.width in asked:
                     return True
-            rest = deadline - time.monotonic()
-            if rest <= 0:
+            if now >= deadline:
                 return False
-            select.select([self.connection], [], [], rest)
+            select.select([self.connection], [], [], min(deadline, ask_again) - now)

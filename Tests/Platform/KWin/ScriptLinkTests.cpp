@@ -1,5 +1,6 @@
 #include "DoorFixture.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -54,6 +55,49 @@ TEST_F(ScriptLinkTest, AScriptThatFallsSilentIsLoadedAgain) {
     ASSERT_TRUE(runUntil([&] { return table.isOpen() && count("start") == 2; }));
     EXPECT_EQ(door->place(editor, {{0, 0}, {800, 900}}, Instant()), AXError::cannotComplete);
     EXPECT_TRUE(runUntil([&] { return count("answer [{") == 1; }));
+}
+
+/// Keeps the connection, to see whether something has arrived on it that nobody has read.
+class Onlooker final : public linux::SessionBus::Listener {
+public:
+    explicit Onlooker(linux::SessionBus& sessionBus)
+        : Listener(sessionBus) {}
+
+    [[nodiscard]] bool awaitMessage() const {
+        constexpr int patience = 10'000;
+        pollfd waiting{.fd = sd_bus_get_fd(bus), .events = POLLIN, .revents = 0};
+        return ::poll(&waiting, 1, patience) == 1;
+    }
+
+private:
+    void busArrived(sd_bus* arrived) override { bus = arrived; }
+    void busLeft() override { bus = nullptr; }
+
+    sd_bus* bus = nullptr;
+};
+
+TEST_F(ScriptLinkTest, ACallThatWaitsUnreadAsPatienceEndsIsHeard) {
+    kwin->carryOut = [](FakeKWin::Script&, const std::string&) {};
+    ScriptLink::Timing timing = quick;
+    timing.patience = milliseconds(200);
+    open(timing);
+    const Onlooker onlooker(*bus);
+    ASSERT_TRUE(runUntil([&] { return count("answer []") == 1; }));
+    // The script calls at once. The main thread is busy elsewhere until patience is over; what was told before the call
+    // is still unread, too.
+    kwin->run([&] {
+        for (int told = 0; told < 20; ++told) {
+            kwin->script->tell(R"({"focused":""})");
+        }
+        kwin->script->next("[]");
+    });
+    ASSERT_TRUE(onlooker.awaitMessage());
+    for (const Instant busyUntil = loop.now() + timing.patience + milliseconds(50); loop.now() < busyUntil;) {
+        std::this_thread::yield();
+    }
+    EXPECT_TRUE(runUntil([&] { return count("answer []") == 2; }));
+    EXPECT_TRUE(table.isOpen());
+    EXPECT_EQ(count("start"), 1) << "the script was loaded again";
 }
 
 TEST_F(ScriptLinkTest, AScriptThatKWinRefusesIsTriedAgain) {

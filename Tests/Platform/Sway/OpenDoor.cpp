@@ -9,7 +9,7 @@ OpenDoor::OpenDoor() = default;
 bool OpenDoor::runUntil(const std::function<bool()>& condition) {
     constexpr std::chrono::seconds patience{10};
     const platform::Instant end = loop.now() + patience;
-    while (loop.serve()) {
+    while (loop.serve() != platform::HostedLoop::Outlook::ended) {
         if (condition()) {
             return true;
         }

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/MainLoop.h"
+#include "Platform/SessionLock.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace platform::linux {
+
+/// The name of the login session that this process belongs to or, where it runs beside all of them as a service does,
+/// of the one at the user's display. Empty where there is none. Reads the environment.
+[[nodiscard]] std::string loginSession();
+
+/// What the login manager says of its session (org.freedesktop.login1(5): the signal Lock, the property LockedHint),
+/// and any screensaver of itself (ActiveChanged, of the interface of that name of whichever desktop). The system's
+/// message bus is connected to for as long as somebody watches.
+class SessionLock final : public platform::SessionLock {
+public:
+    /// Who shares the session bus is the user, and believed. The loop and the bus have to outlive this.
+    SessionLock(MainLoop& mainLoop, SessionBus& sessionBus,
+                std::optional<std::string> systemAddress = systemBusAddress(), std::string session = loginSession());
+
+    [[nodiscard]] std::unique_ptr<LockWatch> watch(std::function<void()> locked) override;
+
+private:
+    class Teller;
+    class LoginManager;
+    class ScreenSaver;
+    class Watch;
+
+    MainLoop& mainLoop;
+    SessionBus& sessionBus;
+    std::optional<std::string> systemAddress;
+    std::string session;
+};
+
+} // namespace platform::linux

@@ -1,0 +1,44 @@
+#include "Platform/Linux/LargeBlocks.h"
+
+#include <gtest/gtest.h>
+
+#include <malloc.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdlib>
+
+namespace platform::linux {
+namespace {
+
+constexpr std::size_t windowSized = 800 * 1024;
+
+/// How many blocks with pages of their own come with one of that size, while it is there.
+std::size_t pagesOfItsOwn() {
+    const std::size_t before = ::mallinfo2().hblks;
+    // Volatile, or a compiler does without both.
+    void* volatile block = std::malloc(windowSized);
+    const std::size_t during = ::mallinfo2().hblks;
+    std::free(block);
+    return during - before;
+}
+
+/// In a process of its own, for it changes how all of it allocates. Gives how a block lies after one like it was freed.
+int afterTheFirst(bool isKeptApart) {
+    if (isKeptApart) {
+        keepLargeBlocksApart();
+    }
+    pagesOfItsOwn();
+    return static_cast<int>(pagesOfItsOwn());
+}
+
+TEST(LargeBlocksDeathTest, HavePagesOfTheirOwnHoweverOftenTheyComeAndGo) {
+    if (::mallinfo2().arena == 0) {
+        GTEST_SKIP() << "another allocator, such as a sanitizer's";
+    }
+    EXPECT_EXIT(_exit(afterTheFirst(false)), testing::ExitedWithCode(0), "") << "the C library needs no help any more";
+    EXPECT_EXIT(_exit(afterTheFirst(true)), testing::ExitedWithCode(1), "");
+}
+
+} // namespace
+} // namespace platform::linux
