@@ -18,9 +18,9 @@ namespace {
 /// Asks the program that runs in this session; without a display to name, the one on the user's message bus.
 int ask(const tessel::CommandLine::Ask& request) {
     using platform::linux::ControlClient;
-    const std::string session = tessel::SessionFacts::ofThisProcess().name();
-    ControlClient client = session.empty() ? ControlClient::onBus(platform::linux::sessionBusAddress())
-                                           : ControlClient::ofSession(session);
+    const auto session = tessel::sessionOf(tessel::SessionFacts::ofThisProcess());
+    ControlClient client = session.display.empty() ? ControlClient::onBus(platform::linux::sessionBusAddress())
+                                                   : ControlClient::ofSession(session);
     const tessel::RemoteCommand::Outcome outcome = tessel::RemoteCommand::carryOut(request, client);
     // Nobody is to go on as if the answer had come.
     const bool isTold = platform::linux::printToStandardOutput(outcome.output);

@@ -2,6 +2,8 @@
 
 #include "Platform/Linux/Settings/ConfigurationFolder.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <ranges>
@@ -90,6 +92,11 @@ std::vector<std::string> BaseFolders::icons() const {
     }
     append(folders, "/usr/share/pixmaps");
     return folders;
+}
+
+std::string runtimeFolder() {
+    const std::string named = environmentVariable("XDG_RUNTIME_DIR").value_or("");
+    return named.empty() ? "/run/user/" + std::to_string(::getuid()) : named;
 }
 
 std::vector<std::string> currentDesktops() {

@@ -73,10 +73,10 @@ int runResident() {
     mainLoop.endOnTerminationSignals();
 
     const SessionFacts session = SessionFacts::ofThisProcess();
-    const auto instance = platform::linux::claimSession(session.name());
+    auto instance = platform::linux::claimSession(sessionOf(session));
     if (!instance) {
         if (!instance.error().asked) {
-            platform::linux::logToStandardError("already running in this session, but not answering");
+            platform::linux::logToStandardError(instance.error().reason);
             return EXIT_FAILURE;
         }
         std::puts("tessel: already running in this session");

@@ -45,4 +45,8 @@ std::string SessionFacts::name() const {
     return waylandDisplay.starts_with('/') ? waylandDisplay : runtimeFolder + "/" + waylandDisplay;
 }
 
+platform::linux::Session sessionOf(const SessionFacts& facts) {
+    return {.display = facts.name(), .runtimeFolder = platform::linux::runtimeFolder()};
+}
+
 } // namespace tessel
