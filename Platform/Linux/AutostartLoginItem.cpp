@@ -50,7 +50,7 @@ std::optional<std::string> runningProgram() {
 
 AutostartLoginItem::Places AutostartLoginItem::Places::ofThisProcess() {
     const BaseFolders folders = BaseFolders::ofThisProcess();
-    // Nothing in the program changes its environment.
+    // The environment stays as it was at the start.
     const char* path = std::getenv("PATH"); // NOLINT(concurrency-mt-unsafe)
     Places places{
         .userFolder = folders.userConfiguration,

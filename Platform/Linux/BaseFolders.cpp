@@ -114,7 +114,7 @@ std::vector<std::string> partsBetweenColons(std::string_view text) {
 }
 
 std::optional<std::string> environmentVariable(const char* name) {
-    // Nothing in the program changes its environment.
+    // The environment stays as it was at the start.
     const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe)
     return value == nullptr ? std::nullopt : std::optional<std::string>(value);
 }

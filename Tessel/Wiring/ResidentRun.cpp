@@ -38,6 +38,7 @@
 #include "Tessel/StatusMenu.h"
 #include "Tessel/Wiring/DesktopChoice.h"
 #include "Tessel/Wiring/Locale.h"
+#include "Tessel/Wiring/ProcessEnvironment.h"
 #include "Tessel/Wiring/SessionFacts.h"
 #include "Tessel/Wiring/ThisProgram.h"
 #include "Tessel/Wiring/ToolkitPlugin.h"
@@ -67,6 +68,7 @@ void openPopover() {
 } // namespace
 
 int runResident() {
+    settleEnvironment();
     enterLocale();
     platform::linux::outliveStandardReaders();
     platform::linux::MainLoop mainLoop;

@@ -52,7 +52,7 @@ std::string escaped(std::string_view path) {
 } // namespace
 
 std::optional<std::string> sessionBusAddress() {
-    // Nothing in the program changes its environment.
+    // The environment stays as it was at the start.
     const char* named = std::getenv("DBUS_SESSION_BUS_ADDRESS"); // NOLINT(concurrency-mt-unsafe)
     if (named != nullptr && *named != '\0') {
         std::string local = localSockets(named);
