@@ -4,6 +4,7 @@
 #include "Platform/Linux/StandardStreams.h"
 #include "Tessel/CommandLine.h"
 #include "Tessel/RemoteCommand.h"
+#include "Tessel/Wiring/Forgetting.h"
 #include "Tessel/Wiring/PictureRun.h"
 #include "Tessel/Wiring/ResidentRun.h"
 #include "Tessel/Wiring/SessionFacts.h"
@@ -54,6 +55,7 @@ int main(int argumentCount, char** arguments) {
                               return wrongUsage;
                           },
                           [](const tessel::CommandLine::Ask& request) { return ask(request); },
+                          [](const tessel::CommandLine::Forget& request) { return tessel::forget(request); },
                       },
                       tessel::CommandLine::parse(words, TESSEL_VERSION));
 }

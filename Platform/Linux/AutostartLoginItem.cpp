@@ -156,6 +156,8 @@ std::expected<void, std::string> AutostartLoginItem::write(bool isHidden) const 
     file.set(entryGroup, "Name", "Tessel");
     file.set(entryGroup, "Comment", "Moves and resizes windows from the keyboard");
     file.set(entryGroup, "Exec", ExecLine::quoted(places.program.value_or("tessel")));
+    // Once the program has been removed, nobody is told that it cannot be started.
+    file.set(entryGroup, "TryExec", places.program.value_or("tessel"));
     file.set(entryGroup, "Icon", "org.corvid.Tessel");
     file.set(entryGroup, "Terminal", "false");
     if (isHidden) {

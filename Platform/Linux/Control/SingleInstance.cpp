@@ -18,7 +18,6 @@ namespace platform::linux {
 
 namespace {
 
-constexpr const char* socketEnding = ".socket";
 constexpr const char* lockEnding = ".lock";
 
 using Hindrance = SingleInstance::Hindrance;

@@ -8,7 +8,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <filesystem>
 #include <iterator>
+#include <system_error>
 #include <utility>
 
 namespace platform::linux {
@@ -57,6 +59,28 @@ std::string socketFileName(const Session& session, std::string_view ending) {
         sizeof(sockaddr_un::sun_path) - std::string_view("/proc/self/fd/2147483647/").size() - 1;
     const GLibText escaped(g_uri_escape_string(session.display.c_str(), ":", TRUE));
     return std::string(endOf(escaped.get(), room - ending.size())).append(ending);
+}
+
+std::vector<Session> sessionsWithSockets(const std::string& runtimeFolder) {
+    std::vector<Session> sessions;
+    const Session any{.display = {}, .runtimeFolder = runtimeFolder};
+    if (!openSocketFolder(any, Missing::isLeft)) {
+        return sessions;
+    }
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(socketFolder(any), error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::string name = entry->path().filename();
+        if (!name.ends_with(socketEnding)) {
+            continue;
+        }
+        name.resize(name.size() - socketEnding.size());
+        // Nothing for a name that was cut off within a character.
+        if (const GLibText display(g_uri_unescape_string(name.c_str(), nullptr)); display) {
+            sessions.push_back({.display = display.get(), .runtimeFolder = runtimeFolder});
+        }
+    }
+    return sessions;
 }
 
 SocketAddress SocketAddress::inFolder(const FileDescriptor& folder, const std::string& file) {

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform::linux {
 
@@ -22,8 +23,14 @@ enum class Missing : std::uint8_t { isLeft, isMade };
 /// who could put something in the socket's place.
 [[nodiscard]] FileDescriptor openSocketFolder(const Session& session, Missing missing);
 
+/// What the name of a session's socket ends with.
+inline constexpr std::string_view socketEnding = ".socket";
+
 /// The name of a file that belongs to a session, in the folder of sockets.
 [[nodiscard]] std::string socketFileName(const Session& session, std::string_view ending);
+
+/// The sessions of this user that have a socket in that runtime folder, whether or not anybody listens at it.
+[[nodiscard]] std::vector<Session> sessionsWithSockets(const std::string& runtimeFolder);
 
 /// The address of a Unix socket (unix(7)).
 class SocketAddress {

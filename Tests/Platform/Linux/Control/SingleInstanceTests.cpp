@@ -1,4 +1,5 @@
 #include "Platform/Linux/Control/SingleInstance.h"
+#include "Platform/Linux/Control/SocketAddress.h"
 #include "Tests/Platform/Linux/Control/ControlServer.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
@@ -121,6 +122,17 @@ TEST_F(SingleInstanceFiles, AreNamedAfterTheDisplayAndGoWithTheHolder) {
         EXPECT_EQ(modeOf(runtime / "tessel"), 0700U);
     }
     EXPECT_THAT(files(), IsEmpty());
+}
+
+TEST_F(SingleInstanceFiles, TellWhichSessionsThereAre) {
+    EXPECT_THAT(sessionsWithSockets(runtime.path), IsEmpty());
+    const auto first = SingleInstance::acquire(session());
+    const auto second = SingleInstance::acquire(session("/run/user/7/wayland-1"));
+    const std::vector<Session> sessions = sessionsWithSockets(runtime.path);
+    EXPECT_EQ(sessions.size(), 2U);
+    for (const Session& each : sessions) {
+        EXPECT_TRUE(SingleInstance::connect(each)) << each.display;
+    }
 }
 
 TEST_F(SingleInstanceFiles, AreFoundAtTheEndOfALongPath) {
