@@ -31,11 +31,13 @@ Ask the Tessel that runs on this display:
                    set the app rule of an application (its desktop entry's name without ".desktop"): maximize,
                    center or none
   --quit           end it
-  --json           answer in JSON; together with one of these
+  --json           answer in JSON; together with one of these, or with --forget
 
 Without an option while Tessel runs already, the running Tessel is asked to show itself.
 
 Other options:
+  --forget         end it, and remove all that it keeps for you: settings, app rules, the start at login and the
+                   extension of GNOME Shell; for when it is being removed
   --snapshot DIRECTORY
                    draw pictures of the interface into a directory that is there, in the user's language
   --help           show this text
@@ -168,6 +170,10 @@ Request parse(std::span<const std::string> arguments, const std::string& version
     }
     if (option == "--version") {
         return Print{"tessel " + version + "\n"};
+    }
+    if (option == "--forget") {
+        return words.size() > 1 ? Request(refuse("unexpected argument " + words[1] + " after " + option))
+                                : Request(Forget{.json = json});
     }
     const auto* const command = std::ranges::find(commands(), option, &Command::option);
     if (command == commands().end()) {

@@ -47,7 +47,15 @@ struct Ask {
     friend bool operator==(const Ask&, const Ask&) = default;
 };
 
-using Request = std::variant<Run, Print, Refuse, Ask>;
+/// End what runs, and remove everything that the program keeps for the user.
+struct Forget {
+    /// Whether the answer is to be JSON, for programs.
+    bool json = false;
+
+    friend bool operator==(const Forget&, const Forget&) = default;
+};
+
+using Request = std::variant<Run, Print, Refuse, Ask, Forget>;
 
 /// Reads the arguments, the program's own path first.
 [[nodiscard]] Request parse(std::span<const std::string> arguments, const std::string& version);

@@ -45,4 +45,12 @@ std::string text(const platform::ControlStatus& status) {
     return lines;
 }
 
+std::string forgottenText(const std::vector<std::string>& removed) {
+    std::string lines;
+    for (const std::string& path : removed) {
+        lines += "removed " + path + "\n";
+    }
+    return removed.empty() ? "there was nothing to forget\n" : lines;
+}
+
 } // namespace tessel::StatusReport

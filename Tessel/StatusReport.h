@@ -3,6 +3,7 @@
 #include "Platform/ControlRequests.h"
 
 #include <string>
+#include <vector>
 
 /// Answers of the running program in words, each text with its line ends.
 namespace tessel::StatusReport {
@@ -16,6 +17,11 @@ namespace tessel::StatusReport {
 /// Something was done, or was not: {"done": true}, or {"done": false, "error": …, "message": …}.
 [[nodiscard]] std::string doneJson();
 [[nodiscard]] std::string json(const platform::ControlRefusal& refusal);
+
+/// What was removed, each path on a line of its own; and what was not, as sentences.
+[[nodiscard]] std::string forgottenText(const std::vector<std::string>& removed);
+[[nodiscard]] std::string forgottenJson(const std::vector<std::string>& removed,
+                                        const std::vector<std::string>& failures);
 
 /// The status of a program that does not run.
 [[nodiscard]] std::string notRunningJson();

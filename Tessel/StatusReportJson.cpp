@@ -61,6 +61,15 @@ std::string doneJson() {
     return line({{"done", true}});
 }
 
+std::string forgottenJson(const std::vector<std::string>& removed, const std::vector<std::string>& failures) {
+    Json answer{{"done", failures.empty()}, {"removed", removed}};
+    if (!failures.empty()) {
+        answer["error"] = wordOf(Kind::failed);
+        answer["message"] = failures.front();
+    }
+    return line(answer);
+}
+
 std::string json(const platform::ControlRefusal& refusal) {
     return line({{"done", false}, {"error", wordOf(refusal.kind)}, {"message", refusal.reason}});
 }

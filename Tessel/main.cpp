@@ -4,6 +4,7 @@
 #include "Platform/Linux/StandardStreams.h"
 #include "Tessel/CommandLine.h"
 #include "Tessel/RemoteCommand.h"
+#include "Tessel/Wiring/Forgetting.h"
 #include "Tessel/Wiring/PictureRun.h"
 #include "Tessel/Wiring/ResidentRun.h"
 #include "Tessel/Wiring/SessionFacts.h"
@@ -18,9 +19,9 @@ namespace {
 /// Asks the program that runs in this session; without a display to name, the one on the user's message bus.
 int ask(const tessel::CommandLine::Ask& request) {
     using platform::linux::ControlClient;
-    const std::string session = tessel::SessionFacts::ofThisProcess().name();
-    ControlClient client = session.empty() ? ControlClient::onBus(platform::linux::sessionBusAddress())
-                                           : ControlClient::ofSession(session);
+    const auto session = tessel::sessionOf(tessel::SessionFacts::ofThisProcess());
+    ControlClient client = session.display.empty() ? ControlClient::onBus(platform::linux::sessionBusAddress())
+                                                   : ControlClient::ofSession(session);
     const tessel::RemoteCommand::Outcome outcome = tessel::RemoteCommand::carryOut(request, client);
     // Nobody is to go on as if the answer had come.
     const bool isTold = platform::linux::printToStandardOutput(outcome.output);
@@ -54,6 +55,7 @@ int main(int argumentCount, char** arguments) {
                               return wrongUsage;
                           },
                           [](const tessel::CommandLine::Ask& request) { return ask(request); },
+                          [](const tessel::CommandLine::Forget& request) { return tessel::forget(request); },
                       },
                       tessel::CommandLine::parse(words, TESSEL_VERSION));
 }

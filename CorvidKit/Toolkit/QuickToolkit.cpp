@@ -15,32 +15,30 @@ namespace corvid::toolkit {
 
 namespace {
 
-// Qt wants a program's name, and may take arguments away that are its own.
-char programName[] = "tessel";                     // NOLINT(*-avoid-c-arrays)
-char* programArguments[] = {programName, nullptr}; // NOLINT(*-avoid-c-arrays)
-int programArgumentCount = 1;
+// What Qt is told of this program; it may take arguments away that are its own. The second platform keeps it from
+// stopping the process where the first cannot be had. NOLINTBEGIN(*-avoid-c-arrays)
+char programName[] = "tessel";
+char platformOption[] = "-platform";
+char onX11[] = "xcb;offscreen";
+char onWayland[] = "wayland;offscreen";
+char inPictures[] = "offscreen";
+char* programArguments[] = {programName, platformOption, inPictures, nullptr};
+int programArgumentCount = 3;
+// NOLINTEND(*-avoid-c-arrays)
 
-/// What Qt reads from the environment has to be there before its application object is made.
-void prepareEnvironment(const Surroundings& surroundings) {
+/// Qt would also take the platform from the environment, in which nothing may be written any more.
+void choosePlatform(const platform::OwnWindows* ownWindows) {
     using Protocol = platform::OwnWindows::Protocol;
-    // The second platform keeps Qt from stopping the process where the first cannot be had.
-    if (surroundings.ownWindows == nullptr) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        qputenv("QT_SCALE_FACTOR", QByteArray::number(surroundings.pictureScale));
-    } else {
-        const bool isWayland = surroundings.ownWindows->protocol() == Protocol::wayland;
-        qputenv("QT_QPA_PLATFORM", isWayland ? "wayland;offscreen" : "xcb;offscreen");
+    if (ownWindows != nullptr) {
+        programArguments[2] = ownWindows->protocol() == Protocol::wayland ? onWayland : onX11;
     }
-    // A session manager knows of programs by their windows; ours comes and goes.
-    qunsetenv("SESSION_MANAGER");
-    qunsetenv("QT_STYLE_OVERRIDE");
 }
 
 } // namespace
 
 std::unique_ptr<QuickToolkit> QuickToolkit::start(const Surroundings& surroundings, const ViewBuilder& build,
                                                   const OpenPanelFactory& makePanel) {
-    prepareEnvironment(surroundings);
+    choosePlatform(surroundings.ownWindows);
     auto toolkit = std::make_unique<QuickToolkit>(surroundings, build, makePanel);
     if (surroundings.ownWindows != nullptr && QGuiApplication::platformName() == QStringLiteral("offscreen")) {
         return nullptr;

@@ -22,8 +22,6 @@ struct Surroundings {
     platform::SessionLock* sessionLock;
     /// The languages that the user wants, the best first.
     std::vector<std::string> languages;
-    /// The pixels per point of pictures, where there is no desktop.
-    double pictureScale = 1;
 };
 
 } // namespace corvid::toolkit

@@ -71,14 +71,13 @@ int main(int count, char** arguments) {
     const std::string language = count > 2 ? arguments[2] : "en";
     NoLoop loop;
     platform::simulated::Desktop desktop;
-    constexpr double pixelsPerPoint = 2;
+    qputenv("QT_SCALE_FACTOR", "2");
     const auto toolkit = corvid::toolkit::QuickToolkit::start({.mainLoop = loop,
                                                                .appearance = desktop.appearance,
                                                                .ownWindows = nullptr,
                                                                .screens = desktop.screens,
                                                                .sessionLock = nullptr,
-                                                               .languages = {language},
-                                                               .pictureScale = pixelsPerPoint},
+                                                               .languages = {language}},
                                                               tessel::makeItem, noPanel);
     // The language that nobody speaks from right to left has no country that Qt would know it from.
     if (language == "xb") {

@@ -48,7 +48,7 @@ bool AddressOpener::open(std::string_view address) {
 }
 
 bool AddressOpener::openSettings(std::string_view link) {
-    // Nothing in the program changes its environment.
+    // The environment stays as it was at the start.
     const char* desktop = std::getenv("XDG_CURRENT_DESKTOP"); // NOLINT(concurrency-mt-unsafe)
     const auto pages = SettingsPages::pages(link, desktop == nullptr ? "" : desktop);
     return std::ranges::any_of(

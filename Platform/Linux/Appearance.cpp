@@ -26,7 +26,7 @@ void Appearance::follow(std::function<void()> newChanged) {
     if (std::exchange(isFollowed, true)) {
         return;
     }
-    // Nothing in the program changes its environment.
+    // The environment stays as it was at the start.
     const char* theme = std::getenv("GTK_THEME"); // NOLINT(concurrency-mt-unsafe)
     environment.colorScheme = theme == nullptr ? std::nullopt : colorSchemeOfTheme(theme);
     portal.follow([this] { sourceChanged(); });

@@ -50,7 +50,7 @@ std::optional<std::string> runningProgram() {
 
 AutostartLoginItem::Places AutostartLoginItem::Places::ofThisProcess() {
     const BaseFolders folders = BaseFolders::ofThisProcess();
-    // Nothing in the program changes its environment.
+    // The environment stays as it was at the start.
     const char* path = std::getenv("PATH"); // NOLINT(concurrency-mt-unsafe)
     Places places{
         .userFolder = folders.userConfiguration,
@@ -156,6 +156,8 @@ std::expected<void, std::string> AutostartLoginItem::write(bool isHidden) const 
     file.set(entryGroup, "Name", "Tessel");
     file.set(entryGroup, "Comment", "Moves and resizes windows from the keyboard");
     file.set(entryGroup, "Exec", ExecLine::quoted(places.program.value_or("tessel")));
+    // Once the program has been removed, nobody is told that it cannot be started.
+    file.set(entryGroup, "TryExec", places.program.value_or("tessel"));
     file.set(entryGroup, "Icon", "org.corvid.Tessel");
     file.set(entryGroup, "Terminal", "false");
     if (isHidden) {

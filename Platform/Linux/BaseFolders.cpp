@@ -2,6 +2,8 @@
 
 #include "Platform/Linux/Settings/ConfigurationFolder.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <ranges>
@@ -92,6 +94,11 @@ std::vector<std::string> BaseFolders::icons() const {
     return folders;
 }
 
+std::string runtimeFolder() {
+    const std::string named = environmentVariable("XDG_RUNTIME_DIR").value_or("");
+    return named.empty() ? "/run/user/" + std::to_string(::getuid()) : named;
+}
+
 std::vector<std::string> currentDesktops() {
     return partsBetweenColons(environmentVariable("XDG_CURRENT_DESKTOP").value_or(""));
 }
@@ -107,7 +114,7 @@ std::vector<std::string> partsBetweenColons(std::string_view text) {
 }
 
 std::optional<std::string> environmentVariable(const char* name) {
-    // Nothing in the program changes its environment.
+    // The environment stays as it was at the start.
     const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe)
     return value == nullptr ? std::nullopt : std::optional<std::string>(value);
 }

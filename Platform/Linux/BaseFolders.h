@@ -43,6 +43,10 @@ struct BaseFolders {
     [[nodiscard]] std::vector<std::string> icons() const;
 };
 
+/// The user's folder for sockets and the like: `$XDG_RUNTIME_DIR`. Where that is not set, as in a task of cron's, it is
+/// where systemd has the folder (pam_systemd(8)), which need not exist. Reads the environment: main thread.
+[[nodiscard]] std::string runtimeFolder();
+
 /// The names in `XDG_CURRENT_DESKTOP`, the most particular first. Reads the environment: main thread.
 [[nodiscard]] std::vector<std::string> currentDesktops();
 

@@ -87,7 +87,7 @@ std::optional<std::string> findProgram(std::string_view name) {
     if (name.contains('/')) {
         return canRun(std::string(name)) ? std::optional<std::string>(name) : std::nullopt;
     }
-    // Nothing in the program changes its environment.
+    // The environment stays as it was at the start.
     const char* path = std::getenv("PATH"); // NOLINT(concurrency-mt-unsafe)
     std::string_view folders = path == nullptr ? "/usr/local/bin:/usr/bin:/bin" : path;
     while (!folders.empty()) {

@@ -33,7 +33,7 @@ std::vector<ConfigurationFile> includedFiles(const std::string& pattern, const s
     std::vector<ConfigurationFile> files;
     const std::string whole = isRelative(pattern) ? folder + "/" + pattern : pattern;
     Expansion expansion;
-    // The program has one thread.
+    // It reads the environment, which stays as it was at the start.
     // NOLINTNEXTLINE(concurrency-mt-unsafe)
     if (wordexp(whole.c_str(), &expansion.words, WRDE_NOCMD) != 0) {
         return files;

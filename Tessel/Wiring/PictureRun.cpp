@@ -17,7 +17,7 @@
 #include "Tessel/MenuSnapshot.h"
 #include "Tessel/PreviewCatalogue.h"
 #include "Tessel/Wiring/Locale.h"
-#include "Tessel/Wiring/PictureEnvironment.h"
+#include "Tessel/Wiring/ProcessEnvironment.h"
 #include "Tessel/Wiring/ThisProgram.h"
 #include "Tessel/Wiring/ToolkitPlugin.h"
 
@@ -99,7 +99,8 @@ bool isDone(pid_t process) {
 void drawPictures(const std::string& directory, Count& begun) {
     std::signal(SIGABRT, [](int) { std::_Exit(EXIT_FAILURE); });
     enterLocale();
-    forgetUserSettings();
+    constexpr int pixelsPerPoint = 2;
+    settleEnvironmentForPictures(pixelsPerPoint);
     platform::linux::MainLoop mainLoop;
     platform::absent::Desktop desktop;
     NoAppearance appearance;
@@ -114,14 +115,12 @@ void drawPictures(const std::string& directory, Count& begun) {
     corvid::InMemoryPreferenceStore noDefaults;
     const platform::MainBundle bundle = mainBundle();
     platform::linux::Localization localization("tessel", localeFolder(), bundle.preferredLocalizations);
-    constexpr double pixelsPerPoint = 2;
     const std::unique_ptr<platform::Toolkit> toolkit = startToolkit({.mainLoop = mainLoop,
                                                                      .appearance = appearance,
                                                                      .ownWindows = nullptr,
                                                                      .screens = desktop.screens,
                                                                      .sessionLock = nullptr,
-                                                                     .languages = bundle.preferredLocalizations,
-                                                                     .pictureScale = pixelsPerPoint});
+                                                                     .languages = bundle.preferredLocalizations});
     std::optional<ResumedRenderer> renderer;
     if (toolkit) {
         renderer.emplace(toolkit->imageRenderer(), begun);

@@ -39,6 +39,7 @@
 #include "Tessel/StatusMenu.h"
 #include "Tessel/Wiring/DesktopChoice.h"
 #include "Tessel/Wiring/Locale.h"
+#include "Tessel/Wiring/ProcessEnvironment.h"
 #include "Tessel/Wiring/SessionFacts.h"
 #include "Tessel/Wiring/ThisProgram.h"
 #include "Tessel/Wiring/ToolkitPlugin.h"
@@ -68,16 +69,17 @@ void openPopover() {
 } // namespace
 
 int runResident() {
+    settleEnvironment();
     enterLocale();
     platform::linux::outliveStandardReaders();
     platform::linux::MainLoop mainLoop;
     mainLoop.endOnTerminationSignals();
 
     const SessionFacts session = SessionFacts::ofThisProcess();
-    const auto instance = platform::linux::claimSession(session.name());
+    auto instance = platform::linux::claimSession(sessionOf(session));
     if (!instance) {
         if (!instance.error().asked) {
-            platform::linux::logToStandardError("already running in this session, but not answering");
+            platform::linux::logToStandardError(instance.error().reason);
             return EXIT_FAILURE;
         }
         std::puts("tessel: already running in this session");

@@ -7,15 +7,13 @@
 #include "Platform/X11/Desktop.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace tessel {
 
 namespace {
 
 std::string variable(const char* name) {
-    const char* value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): the process has one thread.
-    return value == nullptr ? std::string() : std::string(value);
+    return platform::linux::environmentVariable(name).value_or("");
 }
 
 } // namespace
@@ -43,6 +41,10 @@ std::string SessionFacts::name() const {
     }
     // As Wayland's own library finds the socket (wl_display_connect).
     return waylandDisplay.starts_with('/') ? waylandDisplay : runtimeFolder + "/" + waylandDisplay;
+}
+
+platform::linux::Session sessionOf(const SessionFacts& facts) {
+    return {.display = facts.name(), .runtimeFolder = platform::linux::runtimeFolder()};
 }
 
 } // namespace tessel

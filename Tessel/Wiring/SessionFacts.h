@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Linux/Control/Session.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -39,5 +41,8 @@ struct SessionFacts {
     /// windows. Empty where there is nothing of that kind.
     [[nodiscard]] std::string name() const;
 };
+
+/// The session of this process, to find the program that runs in it. Reads the environment: main thread.
+[[nodiscard]] platform::linux::Session sessionOf(const SessionFacts& facts);
 
 } // namespace tessel

@@ -59,6 +59,7 @@ expect 'left-half' --json --perform le
 expect 'kde-kate org.example.Editor' --rule ''
 expect 'maximize center none' --rule org.example.Editor ''
 expect '--json' --status ''
+expect '--json' --forget ''
 expect 'completions' --snapshot comp
 expect '' --perform center --json ''
 

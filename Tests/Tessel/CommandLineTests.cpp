@@ -47,6 +47,15 @@ TEST(CommandLine, AnUnknownOptionIsRefusedInOneLine) {
               CommandLine::Request(CommandLine::Refuse{"tessel: unknown option window; see tessel --help\n"}));
 }
 
+TEST(CommandLine, ForgetsInWordsOrInJson) {
+    using CommandLine::Forget;
+    EXPECT_EQ(parse({"--forget"}), CommandLine::Request(Forget{.json = false}));
+    EXPECT_EQ(parse({"--json", "--forget"}), CommandLine::Request(Forget{.json = true}));
+    EXPECT_EQ(parse({"--forget", "everything"}),
+              CommandLine::Request(
+                  CommandLine::Refuse{"tessel: unexpected argument everything after --forget; see tessel --help\n"}));
+}
+
 using CommandLine::Ask;
 
 Ask ask(Ask::What what, std::vector<std::string> arguments = {}, bool json = false) {

@@ -11,7 +11,7 @@
 namespace platform::linux {
 
 DesktopEntries::Places DesktopEntries::Places::ofThisSession() {
-    // Nothing in the program changes its environment.
+    // The environment stays as it was at the start.
     const char* path = std::getenv("PATH"); // NOLINT(concurrency-mt-unsafe)
     return {
         .folders = BaseFolders::ofThisProcess().applications(),

@@ -24,6 +24,10 @@ ControlRefusal noAnswer() {
 
 /// A failure of the connection itself.
 ControlRefusal broken(int error) {
+    if (error == EPERM) {
+        return {.kind = Kind::notRunning,
+                .reason = "not running in this session; a process of another user has taken the name of its socket"};
+    }
     return error == ETIMEDOUT || error == EAGAIN ? noAnswer() : notRunning();
 }
 
@@ -40,7 +44,7 @@ int keepReply(sd_bus_message* message, void* data, sd_bus_error* /*error*/) {
 
 } // namespace
 
-ControlClient ControlClient::ofSession(const std::string& session) {
+ControlClient ControlClient::ofSession(const Session& session) {
     const auto deadline = Clock::now() + patience;
     std::expected<FileDescriptor, int> connection = SingleInstance::connect(session);
     // Where too many wait already, there is no telling when a place becomes free.

@@ -2,6 +2,7 @@
 
 #include "Platform/ControlRequests.h"
 #include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/Control/Session.h"
 #include "Platform/Linux/FileDescriptor.h"
 
 #include <chrono>
@@ -20,7 +21,7 @@ public:
 
     /// The program that has a session's `SingleInstance`. Where there is none, every request answers `notRunning`.
     /// Waits while others wait there in too great a number, at most for `patience`.
-    [[nodiscard]] static ControlClient ofSession(const std::string& session);
+    [[nodiscard]] static ControlClient ofSession(const Session& session);
 
     /// The program that owns the name on the user's message bus: for a caller who does not know the display.
     [[nodiscard]] static ControlClient onBus(const std::optional<std::string>& address);

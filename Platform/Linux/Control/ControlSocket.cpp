@@ -3,6 +3,7 @@
 #include "Platform/Linux/Control/BusHandles.h"
 #include "Platform/Linux/Control/ControlObject.h"
 #include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/Log.h"
 
 #include <systemd/sd-id128.h>
 
@@ -12,7 +13,9 @@
 
 #include <array>
 #include <cerrno>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace platform::linux {
 
@@ -102,9 +105,9 @@ private:
     std::unique_ptr<DescriptorWatch> watch;
 };
 
-ControlSocket::ControlSocket(MainLoop& mainLoop, const SingleInstance& instance)
+ControlSocket::ControlSocket(MainLoop& mainLoop, SingleInstance& instance)
     : mainLoop(mainLoop)
-    , socket(instance.listeningSocket()) {
+    , instance(instance) {
 }
 
 ControlSocket::~ControlSocket() = default;
@@ -113,15 +116,39 @@ void ControlSocket::serve(ControlRequests& answering) {
     requests = &answering;
     turnEnd = mainLoop.atEndOfTurn([this] { tidy(); });
     listen();
+    wasInFolder = instance.isInFolder();
+    if (const std::string path = instance.folder(); !path.empty()) {
+        folder = std::make_unique<FolderWatch>(mainLoop, std::vector{path}, "", settling, [this] { stayReachable(); });
+    }
+}
+
+void ControlSocket::stayReachable() {
+    lookingAgain.reset();
+    const bool isReachable = instance.isReachable();
+    if (isReachable && (instance.isInFolder() || !wasInFolder)) {
+        return;
+    }
+    if (!isReachable) {
+        watch.reset();
+        pause.reset();
+        const auto renewed = instance.renew();
+        if (renewed) {
+            listen();
+        } else if (!isLost) {
+            logToStandardError("cannot be asked any more: " + renewed.error().reason);
+        }
+        isLost = !renewed;
+    }
+    lookingAgain = mainLoop.schedule(mainLoop.now() + retry, retry / 2, [this] { stayReachable(); });
 }
 
 void ControlSocket::listen() {
     pause.reset();
-    watch = mainLoop.watch(socket, [] { return false; }, [this] { accept(); });
+    watch = mainLoop.watch(instance.listeningSocket(), [] { return false; }, [this] { accept(); });
 }
 
 void ControlSocket::accept() {
-    FileDescriptor accepted{::accept4(socket, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)};
+    FileDescriptor accepted{::accept4(instance.listeningSocket(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)};
     if (!accepted) {
         if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
             // The connection stays where it is, and keeps the socket readable: to go on watching it would be to try

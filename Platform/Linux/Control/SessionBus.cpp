@@ -54,7 +54,7 @@ std::string escaped(std::string_view path) {
 /// What the variable names; `otherwise` where it is not set.
 template <typename Otherwise>
 std::optional<std::string> namedAddress(const char* variable, const Otherwise& otherwise) {
-    // Nothing in the program changes its environment.
+    // The environment stays as it was at the start.
     const char* named = std::getenv(variable); // NOLINT(concurrency-mt-unsafe)
     if (named == nullptr || *named == '\0') {
         return otherwise();

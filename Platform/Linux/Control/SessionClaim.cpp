@@ -3,25 +3,30 @@
 #include "Platform/Linux/Control/ControlClient.h"
 
 #include <chrono>
-#include <optional>
 #include <thread>
+#include <utility>
 
 namespace platform::linux {
 
-std::expected<SingleInstance, AlreadyRunning> claimSession(const std::string& session) {
+std::expected<SingleInstance, SessionRefusal> claimSession(const Session& session) {
     const auto deadline = std::chrono::steady_clock::now() + ControlClient::patience;
-    do {
-        if (std::optional<SingleInstance> instance = SingleInstance::acquire(session)) {
+    for (;;) {
+        std::expected<SingleInstance, SingleInstance::Hindrance> instance = SingleInstance::acquire(session);
+        if (instance) {
             return *std::move(instance);
         }
-        const ControlAnswer<void> answer = ControlClient::ofSession(session).open();
-        if (answer || answer.error().kind != ControlRefusal::Kind::notRunning) {
-            return std::unexpected(AlreadyRunning{.asked = answer.has_value()});
+        if (!instance.error().isTaken) {
+            return std::unexpected(SessionRefusal{.reason = std::move(instance.error().reason)});
         }
-        // Between binding and listening, or between closing the connections and the socket.
+        const ControlAnswer<void> answer = ControlClient::ofSession(session).open();
+        const bool isGone = !answer && answer.error().kind == ControlRefusal::Kind::notRunning;
+        if (!isGone || std::chrono::steady_clock::now() >= deadline) {
+            return std::unexpected(
+                SessionRefusal{.asked = answer.has_value(), .reason = std::move(instance.error().reason)});
+        }
+        // Between taking the right and listening, or between closing the connections and the socket.
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    } while (std::chrono::steady_clock::now() < deadline);
-    return std::unexpected(AlreadyRunning{});
+    }
 }
 
 } // namespace platform::linux

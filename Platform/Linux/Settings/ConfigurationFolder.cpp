@@ -12,7 +12,7 @@ namespace platform::linux {
 namespace {
 
 std::optional<std::string> absolutePath(const char* variable) {
-    // Nothing in the program changes its environment.
+    // The environment stays as it was at the start.
     const char* value = std::getenv(variable); // NOLINT(concurrency-mt-unsafe)
     if (value == nullptr || !std::string_view{value}.starts_with('/')) {
         return std::nullopt;

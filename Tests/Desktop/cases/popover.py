@@ -234,3 +234,33 @@ def when_the_server_dies_with_it_open_the_program_ends_by_itself(program):
         assert desktop.session.settings_of(settings) == before, "the settings changed"
         beside = os.listdir(settings.parent)
         assert beside == [settings.name], f"files beside the settings: {beside}"
+
+
+@case("desktop.popover.environment")
+def nothing_writes_the_environment_once_it_has_begun(program):
+    # Other threads, which come with the popover, may be reading it.
+    with Desktop(program, name="popover.environment") as desktop:
+        notes = desktop.session.directory / "environment-writes"
+        desktop.start_window_manager("openbox")
+        product = start_with_rules(desktop, {OWN: "maximize"}, {
+            "LD_PRELOAD": os.environ["TESSEL_NOTES_ENVIRONMENT_WRITES"], "TESSEL_ENVIRONMENT_WRITES": str(notes),
+            # What has to be kept from the toolkit; and texts that are not in the language of the locale.
+            "SESSION_MANAGER": "local/nowhere:/nonexistent", "QT_STYLE_OVERRIDE": "windows", "LANGUAGE": "de:fr",
+        })
+
+        def writes():
+            lines = [line.split() for line in notes.read_text().splitlines()] if notes.exists() else []
+            return [line[1:] for line in lines if int(line[0]) == product.process.pid]
+
+        at_the_start = writes()
+        assert at_the_start, "the library that takes notes is not in it"
+        assert {threads for threads, *_ in at_the_start} == {"1"}, at_the_start
+        popover = Popover(desktop, product)
+        for _ in range(2):
+            popover.ask_to_open()
+            popover.until_open()
+            popover.type("Tab", "Right", "Tab", "Tab")
+            popover.close()
+        assert run_to_end(desktop.session, program, "--rule", "org.example.Other", "center")[0] == 0
+        keys_and_rules_work(desktop, product)
+        assert writes() == at_the_start, writes()

@@ -2,8 +2,11 @@
 
 import json
 import os
+import shutil
 import signal
 import subprocess
+import sys
+from pathlib import Path
 
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
@@ -11,6 +14,7 @@ from harness.grabs import all_held, held_by_others
 from harness.keyboard import SHORTCUTS
 from harness.product import run_to_end
 from harness.rect import Rect
+from harness.skipping import Skipped
 from harness.waiting import until
 
 from . import case
@@ -188,10 +192,99 @@ def it_survives_its_bus_and_finds_the_next(program):
         product.terminate()
 
 
+def abstract_names():
+    """The abstract names that the program has on this machine's network, whoever started it."""
+    return [line.split()[-1] for line in Path("/proc/net/unix").read_text().splitlines() if "@org.corvid.Tessel" in line]
+
+
+def session_of(desktop):
+    """What the program calls the session: its display and screen."""
+    return f"{desktop.server.display}.0"
+
+
+@case("desktop.remote.socket")
+def it_is_found_in_the_runtime_folder_whatever_happens_there(program):
+    with Desktop(program, name="remote.socket") as desktop:
+        desktop.start_window_manager("openbox")
+        product = desktop.launch()
+        product.until_status("Active")
+        session = session_of(desktop)
+        own = f"{os.getuid()}/{session}"
+        assert not [name for name in abstract_names() if name.endswith(own)], "a sandbox could reach it"
+        folder = desktop.session.runtime / "tessel"
+        files = [f"{session}.lock", f"{session}.socket"]
+
+        def named():
+            return sorted(file.name for file in folder.glob("*")) if folder.exists() else None
+
+        assert named() == files, named()
+        # What is left of one that was killed is nobody's.
+        os.kill(product.process.pid, signal.SIGKILL)
+        product.ended()
+        assert named() == files, named()
+        assert "not running" in ask(desktop, "--status", status=1)
+        product = desktop.launch()
+        product.until_status("Active")
+        assert status_of(desktop)["status"] == "active"
+        # Somebody has cleaned up.
+        shutil.rmtree(folder)
+        until(lambda: named() == files, "the socket to be back", saw=named)
+        assert status_of(desktop)["status"] == "active"
+        assert "already running" in ask(desktop)
+        ask(desktop, "--quit")
+        assert product.ended() == 0 and product.errors() == "", product.errors()
+        assert named() == [], named()
+
+
+# Listens at an abstract name as another user.
+SQUATTER = """
+import os, socket, sys
+os.setgid(65534)
+os.setuid(65534)
+held = socket.socket(socket.AF_UNIX)
+held.bind("\\0" + sys.argv[1])
+held.listen()
+print("listening", flush=True)
+sys.stdin.read()
+"""
+
+
+@case("desktop.remote.squatter")
+def another_user_on_its_name_is_called_that(program):
+    if os.getuid() != 0:
+        raise Skipped("only the superuser can be another user")
+    with Desktop(program, name="remote.squatter") as desktop:
+        desktop.start_window_manager("openbox")
+        name = f"org.corvid.Tessel/{os.getuid()}/{session_of(desktop)}"
+        with subprocess.Popen(
+            [sys.executable, "-c", SQUATTER, name], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True
+        ) as squatter:
+            assert squatter.stdout.readline() == "listening\n"
+            # Nobody minds where there is a runtime folder.
+            product = desktop.launch()
+            product.until_status("Active")
+            assert status_of(desktop)["status"] == "active"
+            ask(desktop, "--quit")
+            product.ended()
+            bare = {"XDG_RUNTIME_DIR": "/nonexistent"}
+            assert "another user" in ask(desktop, status=1, environment=bare)
+            assert "another user" in ask(desktop, "--status", status=1, environment=bare)
+            squatter.stdin.close()
+            squatter.wait()
+        product = desktop.launch(environment=bare)
+        product.until_status("Active")
+        assert [found for found in abstract_names() if found.endswith(name)], abstract_names()
+        assert status_of(desktop, bare)["status"] == "active"
+        ask(desktop, "--quit", environment=bare)
+        assert product.ended() == 0
+
+
 @case("desktop.remote.two-sessions")
 def of_two_on_one_bus_each_answers_its_own_display(program):
     with Desktop(program, name="remote.two-1") as first, Desktop(program, name="remote.two-2") as second:
-        bus = {"DBUS_SESSION_BUS_ADDRESS": first.session.environment["DBUS_SESSION_BUS_ADDRESS"]}
+        # As of one user: one bus, one runtime folder.
+        shared = ("DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR")
+        bus = {name: first.session.environment[name] for name in shared}
         products = []
         for desktop in (first, second):
             desktop.start_window_manager("openbox")

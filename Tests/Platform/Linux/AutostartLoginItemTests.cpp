@@ -100,6 +100,15 @@ TEST_F(AutostartLoginItemTest, WritesAnEntryThatEveryDesktopUnderstands) {
         EXPECT_EQ(file.text(group, key), std::nullopt) << key;
     }
     EXPECT_EQ(ExecLine::program(file.text(group, "Exec").value()), (ExecLine::Program{.name = program}));
+    EXPECT_EQ(file.text(group, "TryExec"), program);
+}
+
+TEST_F(AutostartLoginItemTest, StartsNothingOnceTheProgramIsRemoved) {
+    ASSERT_TRUE(item().registerItem());
+    std::filesystem::remove(program);
+    const DesktopEntry left = DesktopEntry::read(own).value();
+    EXPECT_FALSE(ExecLine::locate(left.tryExec, folder / "bin"));
+    EXPECT_EQ(status(), notFound);
 }
 
 TEST_F(AutostartLoginItemTest, TellsWhatOthersMadeOfTheEntry) {

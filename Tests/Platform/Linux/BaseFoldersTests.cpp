@@ -1,7 +1,13 @@
 #include "Platform/Linux/BaseFolders.h"
+#include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
 
 namespace platform::linux {
 namespace {
@@ -48,6 +54,17 @@ TEST(BaseFolders, HoldApplicationsAndIcons) {
     EXPECT_THAT(folders.applications(), ElementsAre("/data/applications", "/usr/share/applications"));
     EXPECT_THAT(folders.icons(),
                 ElementsAre("/home/me/.icons", "/data/icons", "/usr/share/icons", "/usr/share/pixmaps"));
+}
+
+TEST(BaseFolders, HaveTheSystemsRuntimeFolderWhereTheEnvironmentNamesNone) {
+    inChildProcess([] {
+        ::setenv("XDG_RUNTIME_DIR", "/run/somewhere", 1);
+        EXPECT_EQ(runtimeFolder(), "/run/somewhere");
+        for (const bool isEmpty : {true, false}) {
+            isEmpty ? ::setenv("XDG_RUNTIME_DIR", "", 1) : ::unsetenv("XDG_RUNTIME_DIR");
+            EXPECT_EQ(runtimeFolder(), "/run/user/" + std::to_string(::getuid()));
+        }
+    });
 }
 
 } // namespace

@@ -67,6 +67,10 @@ TEST(Localization, CountsAsTheLanguageDoes) {
     const std::vector<Row> rows{
         {.language = "en", .apps = {"0 apps", "1 app", "2 apps"}},
         {.language = "de", .apps = {"0 Apps", "1 App", "2 Apps"}},
+        {.language = "es", .apps = {"0 aplicaciones", "1 aplicación", "2 aplicaciones"}},
+        {.language = "it", .apps = {"0 applicazioni", "1 applicazione", "2 applicazioni"}},
+        {.language = "ja", .apps = {"アプリ 0 個", "アプリ 1 個", "アプリ 2 個"}},
+        {.language = "zh_CN", .apps = {"0 个应用", "1 个应用", "2 个应用"}},
         {.language = "fr", .apps = {"0 application", "1 application", "2 applications"}},
         {.language = "pt_BR", .apps = {"0 aplicativo", "1 aplicativo", "2 aplicativos"}},
         {.language = "ko", .apps = {"앱 0개", "앱 1개", "앱 2개"}},

@@ -1,6 +1,7 @@
 #include "Tests/Platform/Linux/Control/ControlServer.h"
 
 #include "Platform/Linux/Control/ControlSocket.h"
+#include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -57,10 +58,10 @@ ControlServer::ControlServer(const Serve& serve, const Setup& setup)
     ready.get_future().wait();
 }
 
-ControlServer::ControlServer(const std::string& session, const Setup& setup)
+ControlServer::ControlServer(const platform::linux::Session& session, const Setup& setup)
     : ControlServer(
           [session](platform::linux::MainLoop& loop, RecordedRequests& requests, const std::function<void()>& run) {
-              const auto instance = platform::linux::SingleInstance::acquire(session);
+              auto instance = platform::linux::SingleInstance::acquire(session);
               ASSERT_TRUE(instance);
               platform::linux::ControlSocket socket(loop, *instance);
               socket.serve(requests);
@@ -85,6 +86,7 @@ void ControlServer::end() {
     }
 }
 
-std::string uniqueSession(const std::string& name) {
-    return name + "." + std::to_string(getpid());
+platform::linux::Session uniqueSession(const std::string& name) {
+    static const TemporaryFolder runtime;
+    return {.display = name + "." + std::to_string(getpid()), .runtimeFolder = runtime.path};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/ControlRequests.h"
+#include "Platform/Linux/Control/Session.h"
 #include "Platform/Linux/FileDescriptor.h"
 #include "Platform/Linux/MainLoop.h"
 
@@ -48,7 +49,7 @@ public:
     ControlServer(const Serve& serve, const Setup& setup);
 
     /// On the socket of a session.
-    explicit ControlServer(const std::string& session, const Setup& setup = [](RecordedRequests&) {});
+    explicit ControlServer(const platform::linux::Session& session, const Setup& setup = [](RecordedRequests&) {});
 
     ControlServer(const ControlServer&) = delete;
     ControlServer& operator=(const ControlServer&) = delete;
@@ -67,5 +68,5 @@ private:
     std::thread thread;
 };
 
-/// A session that no other test and no other run of this one has.
-[[nodiscard]] std::string uniqueSession(const std::string& name);
+/// A session that no other test and no other run of this one has, in a runtime folder of this process.
+[[nodiscard]] platform::linux::Session uniqueSession(const std::string& name);

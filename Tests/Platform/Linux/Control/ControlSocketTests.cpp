@@ -1,7 +1,9 @@
 #include "Platform/Linux/Control/ControlClient.h"
 #include "Platform/Linux/Control/ControlMessages.h"
 #include "Platform/Linux/Control/ControlSocket.h"
+#include "Platform/Linux/Control/SessionClaim.h"
 #include "Tests/Platform/Linux/Control/ControlServer.h"
+#include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,9 +18,11 @@
 #include <cerrno>
 #include <chrono>
 #include <expected>
+#include <filesystem>
 #include <list>
 #include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -29,12 +33,12 @@ using Kind = ControlRefusal::Kind;
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
-ControlAnswer<void> quit(const std::string& session) {
+ControlAnswer<void> quit(const Session& session) {
     return ControlClient::ofSession(session).quit();
 }
 
 TEST(ControlSocket, HandsEveryRequestOnWithItsArguments) {
-    const std::string session = uniqueSession("requests");
+    const Session session = uniqueSession("requests");
     ControlServer server(session);
     EXPECT_TRUE(ControlClient::ofSession(session).open());
     EXPECT_TRUE(ControlClient::ofSession(session).perform("leftHalf"));
@@ -45,7 +49,7 @@ TEST(ControlSocket, HandsEveryRequestOnWithItsArguments) {
 }
 
 TEST(ControlSocket, TheStatusArrivesAsItWasGiven) {
-    const std::string session = uniqueSession("status");
+    const Session session = uniqueSession("status");
     const ControlStatus report{
         .status = "shortcutsTaken",
         .statusText = "Some shortcuts are taken: center",
@@ -62,7 +66,7 @@ TEST(ControlSocket, TheStatusArrivesAsItWasGiven) {
 }
 
 TEST(ControlSocket, ARefusalArrivesWithItsKindAndReason) {
-    const std::string session = uniqueSession("refusals");
+    const Session session = uniqueSession("refusals");
     const std::vector<ControlRefusal> refusals{{Kind::invalid, "no such action"},
                                                {Kind::paused, "paused"},
                                                {Kind::notTrusted, "waiting"},
@@ -80,14 +84,14 @@ TEST(ControlSocket, ARefusalArrivesWithItsKindAndReason) {
 }
 
 TEST(ControlSocket, WhereNothingRunsEveryRequestSaysSo) {
-    const std::string session = uniqueSession("nobody");
+    const Session session = uniqueSession("nobody");
     EXPECT_EQ(ControlClient::ofSession(session).open().error().kind, Kind::notRunning);
     EXPECT_EQ(ControlClient::ofSession(session).status().error().kind, Kind::notRunning);
     EXPECT_EQ(quit(session).error().kind, Kind::notRunning);
 }
 
 TEST(ControlSocket, AProgramThatHangsIsWaitedForNoLongerThanItShould) {
-    const std::string session = uniqueSession("hangs");
+    const Session session = uniqueSession("hangs");
     const auto instance = SingleInstance::acquire(session);
     ASSERT_TRUE(instance);
     const auto started = Clock::now();
@@ -98,35 +102,35 @@ TEST(ControlSocket, AProgramThatHangsIsWaitedForNoLongerThanItShould) {
 }
 
 TEST(ControlSocket, AProgramThatEndsBeforeItAnswersIsNotRunning) {
-    const std::string session = uniqueSession("ends");
-    auto instance = SingleInstance::acquire(session);
+    const Session session = uniqueSession("ends");
+    std::optional instance = SingleInstance::acquire(session);
     ControlClient client = ControlClient::ofSession(session);
     instance.reset();
     EXPECT_EQ(client.status().error().kind, Kind::notRunning);
 }
 
-/// Leaves this process no descriptor but one, until it is dropped.
-class LastDescriptor {
+/// Leaves this process no descriptor, until it is dropped.
+class NoDescriptor {
 public:
-    LastDescriptor() {
+    NoDescriptor() {
         ::getrlimit(RLIMIT_NOFILE, &before);
         const FileDescriptor lowest{::eventfd(0, EFD_CLOEXEC)};
         rlimit lowered = before;
-        lowered.rlim_cur = static_cast<rlim_t>(lowest.get()) + 1;
+        lowered.rlim_cur = static_cast<rlim_t>(lowest.get());
         EXPECT_EQ(::setrlimit(RLIMIT_NOFILE, &lowered), 0);
     }
 
-    LastDescriptor(const LastDescriptor&) = delete;
-    LastDescriptor& operator=(const LastDescriptor&) = delete;
-    ~LastDescriptor() { ::setrlimit(RLIMIT_NOFILE, &before); }
+    NoDescriptor(const NoDescriptor&) = delete;
+    NoDescriptor& operator=(const NoDescriptor&) = delete;
+    ~NoDescriptor() { ::setrlimit(RLIMIT_NOFILE, &before); }
 
 private:
     rlimit before{};
 };
 
 TEST(ControlSocket, WithoutADescriptorForItAConnectionWaitsAndCostsNothing) {
-    const std::string session = uniqueSession("descriptors");
-    const auto instance = SingleInstance::acquire(session);
+    const Session session = uniqueSession("descriptors");
+    auto instance = SingleInstance::acquire(session);
     ASSERT_TRUE(instance);
     MainLoop loop;
     RecordedRequests requests([] {});
@@ -138,10 +142,10 @@ TEST(ControlSocket, WithoutADescriptorForItAConnectionWaitsAndCostsNothing) {
     const FileDescriptor something(::eventfd(0, EFD_CLOEXEC));
     loop.watch(something.get(), [] { return false; }, [] {}).reset();
 
-    std::optional<LastDescriptor> exhausted(std::in_place);
     // Connected to the socket, and waiting there to be taken in.
-    std::expected<FileDescriptor, int> connection = SingleInstance::connect(session);
+    const std::expected<FileDescriptor, int> connection = SingleInstance::connect(session);
     ASSERT_TRUE(connection);
+    std::optional<NoDescriptor> exhausted(std::in_place);
     const std::string greeting = std::string(1, '\0') + "AUTH EXTERNAL\r\n";
     ASSERT_EQ(::send(connection->get(), greeting.data(), greeting.size(), MSG_NOSIGNAL),
               static_cast<ssize_t>(greeting.size()));
@@ -158,8 +162,49 @@ TEST(ControlSocket, WithoutADescriptorForItAConnectionWaitsAndCostsNothing) {
     EXPECT_GT(::recv(connection->get(), bytes.data(), bytes.size(), MSG_DONTWAIT), 0);
 }
 
+/// Asks for the status until there is an answer, from the socket in the runtime folder or from the abstract name.
+bool isAnsweredInTheEnd(const Session& session, bool isInFolder) {
+    const auto deadline = Clock::now() + std::chrono::seconds(10);
+    while (Clock::now() < deadline) {
+        if (std::filesystem::exists(session.runtimeFolder + "/tessel") == isInFolder &&
+            ControlClient::ofSession(session).status()) {
+            return true;
+        }
+        std::this_thread::yield();
+    }
+    return false;
+}
+
+TEST(ControlSocket, AnswersAgainWhereSomebodyHasEmptiedTheRuntimeFolder) {
+    const TemporaryFolder runtime;
+    const Session session{.display = ":emptied", .runtimeFolder = runtime.path};
+    const ControlServer server(session);
+    for (int time = 0; time < 2; ++time) {
+        ASSERT_TRUE(ControlClient::ofSession(session).status());
+        std::filesystem::remove_all(runtime / "tessel");
+        EXPECT_TRUE(isAnsweredInTheEnd(session, true));
+        EXPECT_FALSE(claimSession(session));
+    }
+}
+
+TEST(ControlSocket, AnswersAlsoWhileItsRuntimeFolderIsAway) {
+    const TemporaryFolder runtime;
+    const std::string away = runtime.path + ".away";
+    const Session session{.display = ":away." + std::to_string(::getpid()), .runtimeFolder = runtime.path};
+    const ControlServer server(session);
+    ASSERT_TRUE(ControlClient::ofSession(session).status());
+    std::filesystem::rename(runtime / "tessel", runtime / "away");
+    std::filesystem::rename(runtime.path, away);
+    EXPECT_TRUE(isAnsweredInTheEnd(session, false));
+    EXPECT_FALSE(claimSession(session));
+    std::filesystem::rename(away, runtime.path);
+    std::filesystem::remove_all(runtime / "away");
+    EXPECT_TRUE(isAnsweredInTheEnd(session, true));
+    EXPECT_FALSE(claimSession(session));
+}
+
 TEST(ControlSocket, AnArgumentThatIsNoTextIsRefusedBeforeItIsSent) {
-    const std::string session = uniqueSession("bytes");
+    const Session session = uniqueSession("bytes");
     ControlServer server(session);
     EXPECT_EQ(ControlClient::ofSession(session).setRule("a\xFF", "none").error().kind, Kind::invalid);
     EXPECT_TRUE(quit(session));
@@ -242,7 +287,7 @@ protected:
         return call + std::string{1, 0, 0, 0, 0, 0, 0, 0};
     }
 
-    std::string session;
+    Session session;
     ControlServer server;
 };
 

@@ -19,7 +19,7 @@ TEST(SessionClaim, TheFirstHasTheSession) {
 }
 
 TEST(SessionClaim, TheSecondAsksTheFirstToShowItself) {
-    const std::string session = uniqueSession("claimed");
+    const Session session = uniqueSession("claimed");
     ControlServer first(session);
     const auto second = claimSession(session);
     ASSERT_FALSE(second);
@@ -29,7 +29,7 @@ TEST(SessionClaim, TheSecondAsksTheFirstToShowItself) {
 }
 
 TEST(SessionClaim, TheSecondDoesNotWaitForeverForAFirstThatHangs) {
-    const std::string session = uniqueSession("hung");
+    const Session session = uniqueSession("hung");
     const auto first = SingleInstance::acquire(session);
     const auto second = claimSession(session);
     ASSERT_FALSE(second);
@@ -37,13 +37,13 @@ TEST(SessionClaim, TheSecondDoesNotWaitForeverForAFirstThatHangs) {
 }
 
 TEST(SessionClaim, TheSecondFollowsAFirstThatEndsWithoutAnAnswer) {
-    const std::string session = uniqueSession("ending");
-    std::optional<SingleInstance> first = SingleInstance::acquire(session);
-    ASSERT_TRUE(first);
+    const Session session = uniqueSession("ending");
+    std::optional first = SingleInstance::acquire(session);
+    ASSERT_TRUE(*first);
     std::thread ending([&] {
         // A program about to end still has the socket, but nobody there accepts: it ends once the second has come.
         constexpr int patience = 10'000;
-        pollfd second{.fd = first->listeningSocket(), .events = POLLIN, .revents = 0};
+        pollfd second{.fd = (*first)->listeningSocket(), .events = POLLIN, .revents = 0};
         EXPECT_EQ(::poll(&second, 1, patience), 1);
         first.reset();
     });

@@ -1,4 +1,4 @@
-#include "Tessel/Wiring/PictureEnvironment.h"
+#include "Tessel/Wiring/ProcessEnvironment.h"
 
 #include <unistd.h>
 
@@ -36,9 +36,15 @@ bool isOfUser(std::string_view variable) {
 
 } // namespace
 
-// The process has one thread.
+// The process has one thread as yet.
 // NOLINTBEGIN(concurrency-mt-unsafe)
-void forgetUserSettings() {
+void settleEnvironment() {
+    // A session manager knows of programs by their windows; ours comes and goes.
+    unsetenv("SESSION_MANAGER");
+    unsetenv("QT_STYLE_OVERRIDE");
+}
+
+void settleEnvironmentForPictures(int pixelsPerPoint) {
     std::vector<std::string> names;
     for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
         const std::string_view variable(*entry);
@@ -55,6 +61,7 @@ void forgetUserSettings() {
     for (const char* folder : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME"}) {
         setenv(folder, nowhere, 1);
     }
+    setenv("QT_SCALE_FACTOR", std::to_string(pixelsPerPoint).c_str(), 1);
 }
 // NOLINTEND(concurrency-mt-unsafe)
 

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+namespace platform::linux {
+
+/// A session as the programs in it name it to one another.
+struct Session {
+    /// What shows its windows: the display's name.
+    std::string display;
+    /// The user's folder for sockets (`platform::linux::runtimeFolder`); need not exist.
+    std::string runtimeFolder;
+};
+
+} // namespace platform::linux
