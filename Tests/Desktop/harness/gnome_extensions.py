@@ -21,5 +21,5 @@ def install_eyes(folder: Path, form: str) -> None:
     (folder / "metadata.json").write_text(json.dumps({
         "uuid": EYES, "name": "Eyes",
         "description": "Tells the tests what the shell knows, independently of the program under test",
-        "shell-version": [str(version) for version in range(43, 50)],
+        "shell-version": [str(version) for version in range(43, 61)],
     }))
