@@ -147,6 +147,8 @@ class Gnome:
         environment |= {
             "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "GNOME", "XDG_SESSION_DESKTOP": "gnome",
             "WAYLAND_DISPLAY": "wayland-tessel",
+            # Qt 6.11 complains in a session without a portal, and this is one.
+            "QT_LOGGING_RULES": "qt.qpa.services.warning=false;qt.qpa.theme.gnome.warning=false",
             "DBUS_SESSION_BUS_ADDRESS": f"unix:path={session.runtime}/bus",
             "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={session.runtime}/system-bus",
         }
