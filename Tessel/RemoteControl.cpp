@@ -80,6 +80,9 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
         }
     }
     const bool isOn = state.isEnabled() && state.hasAccessibility();
+    if (const std::string caution = isOn && surroundings.caution ? surroundings.caution() : ""; !caution.empty()) {
+        report.statusText += "; " + caution;
+    }
     for (const WindowAction action : WindowAction::allCases) {
         const bool isTaken = state.failedShortcuts().contains(action);
         report.shortcuts.push_back({.action = std::string(action.rawValue()),

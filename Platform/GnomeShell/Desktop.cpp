@@ -21,9 +21,11 @@ AccessRequirement requirementOf(Extension::State state) {
     case Extension::State::notLoaded:
         return AccessRequirement::extensionLoaded;
     case Extension::State::refused:
+    case Extension::State::unfit:
         return AccessRequirement::extensionAccepted;
     case Extension::State::unknown:
     case Extension::State::working:
+    case Extension::State::servesAnother:
         break;
     }
     return AccessRequirement::compositor;
@@ -49,22 +51,6 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
     , bell(link) {
     // So that the first question for trust has an answer.
     link.await(mainLoop.now() + ShellLink::longestWait);
-}
-
-std::string Desktop::hindrance() {
-    switch (extension.state()) {
-    case Extension::State::working:
-        return {};
-    case Extension::State::switchedOff:
-        return "the extension Tessel of GNOME Shell is switched off; switch it on in the application Extensions";
-    case Extension::State::notLoaded:
-        return "GNOME Shell has not loaded its extension Tessel yet; log out and in once";
-    case Extension::State::refused:
-        return "GNOME Shell does not run its extension Tessel; the application Extensions says why";
-    case Extension::State::unknown:
-        break;
-    }
-    return "GNOME Shell does not answer";
 }
 
 } // namespace platform::gnomeshell

@@ -17,31 +17,25 @@ constexpr double stateError = 3;
 constexpr double stateOutOfDate = 4;
 constexpr double stateEnabled = 1;
 
-/// The number under a name in a dictionary from names to values; steps over values of other types.
-std::optional<double> numberIn(sd_bus_message* message, std::string_view wanted) {
-    std::optional<double> found;
+/// Goes through a dictionary from names to values: `take` reads the value of a type that it knows and says so.
+template <typename Take>
+void readDictionary(sd_bus_message* message, const Take& take) {
     if (sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "{sv}") <= 0) {
-        return found;
+        return;
     }
     while (sd_bus_message_enter_container(message, SD_BUS_TYPE_DICT_ENTRY, "sv") > 0) {
         const char* name = nullptr;
         const char* type = nullptr;
         if (sd_bus_message_read(message, "s", &name) <= 0 || sd_bus_message_peek_type(message, nullptr, &type) <= 0) {
-            break;
+            return;
         }
-        double number = 0;
-        if (wanted == name && std::string_view(type) == "d") {
-            if (sd_bus_message_read(message, "v", "d", &number) > 0) {
-                found = number;
-            }
-        } else {
+        if (!take(std::string_view(name), std::string_view(type))) {
             sd_bus_message_skip(message, "v");
         }
         if (sd_bus_message_exit_container(message) < 0) {
-            break;
+            return;
         }
     }
-    return found;
 }
 
 } // namespace
@@ -56,12 +50,7 @@ struct Extension::Answers {
     }
 
     static int versionTold(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
-        const char* version = nullptr;
-        if (sd_bus_message_is_method_error(reply, nullptr) == 0 && sd_bus_message_read(reply, "v", "s", &version) > 0) {
-            // The shell switches on only what it knows: that is for the program's next start.
-            // Where that fails there is nobody to tell: what is missing is known anyway.
-            static_cast<void>(self(data).files.install(version));
-        }
+        self(data).takeVersion(reply);
         return 0;
     }
 
@@ -93,44 +82,130 @@ void Extension::switchOn() {
     ask();
 }
 
+Extension::State Extension::state() const {
+    if (link.isOpen()) {
+        return State::working;
+    }
+    if (!known) {
+        return State::unknown;
+    }
+    const double told = known->state.value_or(stateEnabled);
+    if (told == stateError || told == stateOutOfDate) {
+        return isOutdated() ? State::notLoaded : State::refused;
+    }
+    if (told != stateEnabled) {
+        return State::switchedOff;
+    }
+    if (link.obstacle() == ShellLink::Obstacle::otherClient) {
+        return State::servesAnother;
+    }
+    return link.obstacle() == ShellLink::Obstacle::unfitShell && !isOutdated() ? State::unfit : State::notLoaded;
+}
+
+std::string Extension::hindrance() const {
+    switch (state()) {
+    case State::working:
+        return {};
+    case State::switchedOff:
+        return "the extension Tessel of GNOME Shell is switched off; switch it on in the application Extensions";
+    case State::notLoaded:
+        return "GNOME Shell has not loaded its extension Tessel yet; log out and in once";
+    case State::refused:
+        return "GNOME Shell does not run its extension Tessel; the application Extensions says why";
+    case State::unfit:
+        return "the extension Tessel does not fit GNOME Shell " + shellVersion + ", which lacks " + link.missing();
+    case State::servesAnother:
+        return "another program has Tessel's name on the message bus (" + std::string(Protocol::busName) + ")";
+    case State::unknown:
+        break;
+    }
+    return "GNOME Shell does not answer";
+}
+
+std::string Extension::caution() const {
+    if (state() != State::working) {
+        return {};
+    }
+    if (isOutdated()) {
+        return "GNOME Shell still runs another version of its extension Tessel; log out and in once";
+    }
+    const int shell = majorVersion(shellVersion);
+    return shell > Protocol::lastTriedShell ? "not tried on GNOME " + std::to_string(shell) + " yet" : "";
+}
+
+bool Extension::isOutdated() const {
+    return known && known->state && nextRevision && *nextRevision != known->revision;
+}
+
 void Extension::opened(const Hello& /*hello*/, bool /*isNew*/) {
     isWanted = false;
     isStarting = false;
-    question.reset();
     opening.reset();
     record.noteThatItWorked();
+    ask();
 }
 
 void Extension::closed() {
-    known = State::unknown;
+    known.reset();
     ask();
 }
 
 void Extension::ask() {
+    call(propertiesInterface, "Get", Protocol::shellName, "ShellVersion", &Answers::versionTold);
+}
+
+void Extension::takeVersion(sd_bus_message* answer) {
+    const char* version = nullptr;
+    if (sd_bus_message_is_method_error(answer, nullptr) == 0 && sd_bus_message_read(answer, "v", "s", &version) > 0) {
+        shellVersion = version;
+        files.refresh(shellVersion);
+    }
     call(extensionsInterface, "GetExtensionInfo", Protocol::extension, nullptr, &Answers::stateTold);
 }
 
 void Extension::takeState(sd_bus_message* answer) {
+    known.reset();
     if (sd_bus_message_is_method_error(answer, nullptr) != 0) {
-        known = State::unknown;
         return;
     }
-    const std::optional<double> state = numberIn(answer, "state");
-    if (!state || *state == stateEnabled) {
-        known = State::notLoaded;
-    } else {
-        known = *state == stateError || *state == stateOutOfDate ? State::refused : State::switchedOff;
-    }
+    known.emplace();
+    readDictionary(answer, [&](std::string_view name, std::string_view type) {
+        double number = 0;
+        const char* text = nullptr;
+        if (name == "state" && type == "d" && sd_bus_message_read(answer, "v", "d", &number) > 0) {
+            known->state = number;
+        } else if (name == "revision" && type == "s" && sd_bus_message_read(answer, "v", "s", &text) > 0) {
+            known->revision = text;
+        } else {
+            return false;
+        }
+        return true;
+    });
+    nextRevision = files.nextRevision();
     if (std::exchange(isWanted, false) && !link.isOpen()) {
         openTheWay();
     }
 }
 
 void Extension::openTheWay() {
-    if (known == State::notLoaded) {
-        call(propertiesInterface, "Get", Protocol::shellName, "ShellVersion", &Answers::versionTold);
-    } else if (known == State::switchedOff && (isWantedByTheUser || !record.hasItWorked())) {
-        call(propertiesInterface, "Get", extensionsInterface, "UserExtensionsEnabled", &Answers::generalSwitchTold);
+    switch (state()) {
+    case State::notLoaded:
+    case State::refused:
+    case State::unfit:
+        // The shell switches on only what it knows: that is for the program's next start.
+        // Where that fails there is nobody to tell: what is missing is known anyway.
+        static_cast<void>(files.install(shellVersion));
+        nextRevision = files.nextRevision();
+        break;
+    case State::switchedOff:
+        if (isWantedByTheUser || !record.hasItWorked()) {
+            call(propertiesInterface, "Get", extensionsInterface, "UserExtensionsEnabled", &Answers::generalSwitchTold);
+        }
+        break;
+    case State::unknown:
+    case State::working:
+    case State::servesAnother:
+        break;
     }
 }
 
@@ -149,7 +224,7 @@ void Extension::call(const char* interface, const char* method, const char* argu
         (second == nullptr || sd_bus_message_append(raw, "s", second) >= 0) &&
         sd_bus_call_async(link.connection(), &slot, raw, handler, this, usualTimeout) >= 0) {
         // The shell may be asked anew how the extension stands while the way is being opened.
-        (handler == &Answers::stateTold ? question : opening).reset(slot);
+        (handler == &Answers::generalSwitchTold || handler == &linux::ignoreReply ? opening : question).reset(slot);
     }
 }
 

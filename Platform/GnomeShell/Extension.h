@@ -6,11 +6,14 @@
 #include "Platform/Linux/DetachedPrograms.h"
 
 #include <cstdint>
+#include <optional>
+#include <string>
 
 namespace platform::gnomeshell {
 
-/// How our extension stands with the shell, and the way to have it work. The shell is asked when the extension is not
-/// there, and nothing is waited for. Main thread only.
+/// How our extension stands with the shell, and the way to have it work. The shell is asked whenever the extension
+/// comes or goes, and nothing is waited for; the user's copy of it is kept from being older than this program. Main
+/// thread only.
 class Extension final : private ShellLink::Listener {
 public:
     enum class State : std::uint8_t {
@@ -24,12 +27,24 @@ public:
         notLoaded,
         /// The shell refuses to run it, for one because it is newer than the extension.
         refused,
+        /// It runs and does nothing, for the shell lacks something that it uses.
+        unfit,
+        /// It runs and serves another program, which has this one's name on the bus.
+        servesAnother,
     };
 
     /// Loop and link must outlive this.
     Extension(linux::MainLoop& mainLoop, ShellLink& link, ExtensionFiles files, ExtensionRecord record);
 
-    [[nodiscard]] State state() const { return link.isOpen() ? State::working : known; }
+    [[nodiscard]] State state() const;
+
+    /// While it does not work: what is missing, and what the user can do about it, as part of a sentence in English,
+    /// without a full stop. Else empty.
+    [[nodiscard]] std::string hindrance() const;
+
+    /// While it works: that the shell has yet to load this program's version of it, or that it was not tried on a shell
+    /// as new as this. In the same form; empty where all is as it should be.
+    [[nodiscard]] std::string caution() const;
 
     /// Switches the extension on where the shell has it. Where it does not, puts the extension into the user's home:
     /// the shell has it from the next login on. Where the user has all extensions switched off, shows that switch.
@@ -47,18 +62,32 @@ private:
 
     void told(std::string_view /*signal*/, sd_bus_message* /*message*/) override {}
 
-    /// Asks the shell what it knows of the extension.
+    /// Asks the shell for its version, and then what it knows of the extension.
     void ask();
+    void takeVersion(sd_bus_message* answer);
     void takeState(sd_bus_message* answer);
     void openTheWay();
     void call(const char* interface, const char* method, const char* argument, const char* second,
               sd_bus_message_handler_t handler);
 
+    /// Whether the next session will have another version of the extension than this one has.
+    [[nodiscard]] bool isOutdated() const;
+
+    /// The shell's answer.
+    struct Known {
+        /// Nothing where the shell has no such extension.
+        std::optional<double> state;
+        std::string revision;
+    };
+
     ShellLink& link;
     ExtensionFiles files;
     ExtensionRecord record;
     linux::DetachedPrograms programs;
-    State known = State::unknown;
+    std::string shellVersion;
+    std::optional<Known> known;
+    /// As last seen among the files.
+    std::optional<std::string> nextRevision;
     bool isWanted = false;
     /// Nobody has been asked yet, and the extension has not worked in this process.
     bool isStarting = true;

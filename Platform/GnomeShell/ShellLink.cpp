@@ -149,7 +149,7 @@ void ShellLink::take(sd_bus_message* answer) {
     }
     const char* text = nullptr;
     if (sd_bus_message_is_method_error(answer, nullptr) != 0 || sd_bus_message_read(answer, "s", &text) <= 0) {
-        close(isFromBus ? Obstacle::noShell : Obstacle::noExtension);
+        close(obstacleIn(answer, isFromBus));
         return;
     }
     const std::optional<Hello> hello = parseHello(text);
@@ -163,6 +163,22 @@ void ShellLink::take(sd_bus_message* answer) {
     for (Listener* listener : listeners) {
         listener->opened(*hello, isNew);
     }
+}
+
+ShellLink::Obstacle ShellLink::obstacleIn(sd_bus_message* answer, bool isFromBus) {
+    if (isFromBus) {
+        return Obstacle::noShell;
+    }
+    if (sd_bus_message_is_method_error(answer, Protocol::denied) > 0) {
+        return Obstacle::otherClient;
+    }
+    if (sd_bus_message_is_method_error(answer, Protocol::unusable) > 0) {
+        constexpr std::size_t longestNames = 1024;
+        const char* names = sd_bus_message_get_error(answer)->message;
+        missingNames = std::string_view(names == nullptr ? "" : names).substr(0, longestNames);
+        return Obstacle::unfitShell;
+    }
+    return Obstacle::noExtension;
 }
 
 void ShellLink::close(Obstacle reason) {

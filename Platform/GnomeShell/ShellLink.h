@@ -51,6 +51,10 @@ public:
         noExtension,
         /// The extension is an earlier or a later one than this program's.
         otherVersion,
+        /// The extension serves somebody else, who has the program's name on the bus.
+        otherClient,
+        /// The shell lacks something that the extension uses, so that this does nothing.
+        unfitShell,
     };
 
     struct Failure {
@@ -75,6 +79,9 @@ public:
     [[nodiscard]] bool isOpen() const { return obstacle() == Obstacle::none; }
 
     [[nodiscard]] Obstacle obstacle() const { return present; }
+
+    /// With `unfitShell`: the names of what the shell lacks, with commas between them.
+    [[nodiscard]] const std::string& missing() const { return missingNames; }
 
     /// The end of the time for waiting in this turn of the loop.
     [[nodiscard]] Instant endOfWaiting();
@@ -112,6 +119,8 @@ private:
     /// Asks whether the extension is there; the answer comes later.
     void ask();
     void take(sd_bus_message* answer);
+    /// Why the extension, or the bus in its stead, has not answered as it should.
+    [[nodiscard]] Obstacle obstacleIn(sd_bus_message* answer, bool isFromBus);
     void close(Obstacle reason);
     [[nodiscard]] linux::OwnedMessage newCall(const char* method) const;
     [[nodiscard]] Answer answerTo(sd_bus_message* message, Instant deadline);
@@ -125,6 +134,7 @@ private:
     /// The connection of the shell; empty where it is not known.
     std::string shell;
     std::string session;
+    std::string missingNames;
     linux::OwnedSlot signals;
     linux::OwnedSlot owners;
     linux::OwnedSlot question;

@@ -34,6 +34,9 @@ public:
     /// English, without a full stop. Empty where there is nothing to say.
     [[nodiscard]] virtual std::string hindrance() { return {}; }
 
+    /// While windows can be placed: what the user had better know of the way in which that is done, in the same form.
+    [[nodiscard]] virtual std::string caution() { return {}; }
+
     /// Begins to follow which applications run and which windows they open; those that are there now are not told as
     /// new. Until this is called no application is known. Both have to outlive this. To be called once.
     virtual void followApplications(ApplicationIdentification& identification, ApplicationCatalogue& catalogue) = 0;

@@ -181,6 +181,7 @@ int runResident() {
                               RemoteControl::Surroundings{.version = TESSEL_VERSION,
                                                           .backend = [&desktop] { return std::string(desktop.name()); },
                                                           .hindrance = [&desktop] { return desktop.hindrance(); },
+                                                          .caution = [&desktop] { return desktop.caution(); },
                                                           .open = openPopover,
                                                           .quit = quit});
         controlSocket.serve(*remoteControl);

@@ -26,6 +26,7 @@ protected:
             made.emplace(*state, RemoteControl::Surroundings{.version = "1.2",
                                                              .backend = [] { return std::string("Simulated"); },
                                                              .hindrance = [this] { return hindrance; },
+                                                             .caution = [this] { return caution; },
                                                              .open = [this] { calls.emplace_back("open"); },
                                                              .quit = [this] { calls.emplace_back("quit"); }});
         }
@@ -50,6 +51,7 @@ protected:
     std::optional<RemoteControl> made;
     std::vector<std::string> calls;
     std::string hindrance;
+    std::string caution;
 };
 
 TEST_F(Remote, TellsHowThingsStand) {
@@ -112,6 +114,7 @@ TEST_F(Remote, PerformsNothingWithoutPermission) {
 TEST_F(Remote, SaysWhatIsMissingWhereSomebodyKnows) {
     desktop.accessibility.isTrusted = false;
     hindrance = "the door is closed";
+    caution = "of no interest then";
     EXPECT_EQ(control().status()->statusText, "Waiting for permission: the door is closed");
     EXPECT_EQ(control().perform("leftHalf").error().reason, "waiting for permission: the door is closed");
     state->setEnabled(false);
@@ -120,6 +123,12 @@ TEST_F(Remote, SaysWhatIsMissingWhereSomebodyKnows) {
     state->setEnabled(true);
     EXPECT_EQ(control().status()->statusText, "Waiting for permission");
     EXPECT_NE(control().perform("leftHalf").error().reason.find("no window manager"), std::string::npos);
+}
+
+TEST_F(Remote, SaysWhatTheUserHadBetterKnowWhileItWorks) {
+    caution = "not tried on Simulated 52 yet";
+    EXPECT_EQ(control().status()->statusText, "Active; not tried on Simulated 52 yet");
+    EXPECT_EQ(control().status()->status, "active");
 }
 
 TEST_F(Remote, SaysThatNoWindowHasTheFocusInsteadOfBeeping) {

@@ -1,33 +1,26 @@
-/** All that is done for the program while it is there. */
+/** All that is done for the program while it is there. `process` is the one whose connection it is. */
 class Service {
-    constructor(client) {
-        this.client = client;
-        this._name = GLib.uuid_string_random();
-        const tell = (signal, types, values) => this.tell(signal, types && new GLib.Variant(types, values));
+    constructor(tell, session, process) {
+        this._session = session;
+        this._process = process;
         this._windows = new Windows(tell);
         this._keys = new Keys(tell);
         this._ownWindow = new OwnWindow();
         this._item = null;
         this._newItem = () => new Item(tell);
-        tell('Opened', '(s)', [this._name]);
     }
 
     destroy() {
-        this.tell('Closed', null);
         this.hideItem();
         this._ownWindow.destroy();
         this._keys.destroy();
         this._windows.destroy();
     }
 
-    tell(signal, parameters) {
-        Gio.DBus.session.emit_signal(this.client, OBJECT_PATH, INTERFACE_NAME, signal, parameters);
-    }
-
     hello() {
         return JSON.stringify({
             version: INTERFACE_VERSION,
-            session: this._name,
+            session: this._session,
             windows: this._windows.all().map(factsOf),
             focused: this._windows.focused(),
             outputs: outputs(),
@@ -51,6 +44,8 @@ class Service {
     }
 
     placeOwn(process, title, x, y) {
+        if (process !== this._process)
+            throw new Refusal('Denied', 'A window of another process is not put in front');
         this._ownWindow.place(process, title, x, y);
     }
 
@@ -71,36 +66,54 @@ class Service {
     }
 }
 
-/** The object on the session bus. It answers whoever owns the program's name, and nobody else. */
+/**
+ * The object on the session bus. It serves the connection that owns the program's name, from the moment that this has
+ * said Hello, and nobody else. Before, and once the name is gone, nothing is followed, held or shown for anybody.
+ */
 class Door {
     enable() {
+        this._missing = missingOfTheShell();
+        if (this._missing.length > 0)
+            console.warn(`The extension Tessel does nothing: this GNOME Shell lacks ${this._missing.join(', ')}`);
+        this._client = null;
         this._service = null;
         this._object = Gio.DBusExportedObject.wrapJSObject(INTERFACE, this);
         this._object.export(Gio.DBus.session, OBJECT_PATH);
         this._watch = Gio.bus_watch_name_on_connection(
             Gio.DBus.session, BUS_NAME, Gio.BusNameWatcherFlags.NONE,
-            (_bus, _name, owner) => this._serve(owner), () => this._serve(null));
+            (_bus, _name, owner) => this._expect(owner), () => this._expect(null));
     }
 
     disable() {
         Gio.bus_unwatch_name(this._watch);
-        this._serve(null);
+        this._expect(null);
         this._object.unexport();
         this._object = null;
     }
 
-    _serve(client) {
-        if (this._service?.client === client)
+    /** Forgets everything of the former owner of the name, and tells the new one that it may say Hello. */
+    _expect(client) {
+        if (this._client === client)
             return;
         this._service?.destroy();
-        this._service = client ? new Service(client) : null;
+        this._service = null;
+        if (this._client)
+            this._tell(this._client, 'Closed', null);
+        this._client = client;
+        this._session = client && GLib.uuid_string_random();
+        if (client)
+            this._tell(client, 'Opened', new GLib.Variant('(s)', [this._session]));
+    }
+
+    _tell(client, signal, parameters) {
+        Gio.DBus.session.emit_signal(client, OBJECT_PATH, INTERFACE_NAME, signal, parameters);
     }
 
     /** Lets the caller have its work done, if it is the program. */
     _admit(invocation, work) {
         try {
-            if (invocation.get_sender() !== this._service?.client)
-                throw new Refusal('Denied', 'This object serves Tessel only');
+            if (!this._service || invocation.get_sender() !== this._client)
+                throw new Refusal('Denied', 'This object serves Tessel only, once it has said Hello');
             work(this._service);
         } catch (error) {
             this._refuse(invocation, error);
@@ -120,25 +133,55 @@ class Door {
     }
 
     HelloAsync(_parameters, invocation) {
-        const answer = () => this._answer(invocation, '(s)', service => [service.hello()]);
         const sender = invocation.get_sender();
-        if (sender === this._service?.client) {
-            answer();
+        if (sender === this._client) {
+            this._welcome(sender, invocation);
             return;
         }
         // It may have got its name so recently that this has not been told.
-        Gio.DBus.session.call(
-            'org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus', 'GetNameOwner',
-            new GLib.Variant('(s)', [BUS_NAME]), new GLib.VariantType('(s)'), Gio.DBusCallFlags.NONE, -1, null,
-            (bus, result) => {
-                try {
-                    const [owner] = bus.call_finish(result).deepUnpack();
-                    if (owner === sender && this._object)
-                        this._serve(owner);
-                } catch (error) {
-                    // Nobody owns the name: the answer says so.
-                }
+        this._askBus('GetNameOwner', BUS_NAME, '(s)', owner => {
+            if (owner === sender && this._object)
+                this._expect(owner);
+            this._welcome(sender, invocation);
+        });
+    }
+
+    /** Begins to serve the owner of the name, unless that has begun. */
+    _welcome(sender, invocation) {
+        const answer = () => this._answer(invocation, '(s)', service => [service.hello()]);
+        if (sender !== this._client || this._service) {
+            answer();
+        } else if (this._missing.length > 0) {
+            this._refuse(invocation, new Refusal('Unusable', this._missing.join(', ')));
+        } else {
+            this._askBus('GetConnectionUnixProcessID', sender, '(u)', process => {
+                // The name may be somebody else's by now, and somebody may have said Hello twice.
+                if (sender === this._client)
+                    this._begin(process);
                 answer();
+            });
+        }
+    }
+
+    _begin(process) {
+        const client = this._client;
+        const tell = (signal, types, values) => this._tell(client, signal, types && new GLib.Variant(types, values));
+        this._service ??= new Service(tell, this._session, process);
+    }
+
+    /** What the bus knows of a name; nothing where it knows nothing. */
+    _askBus(method, name, types, then) {
+        Gio.DBus.session.call(
+            'org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus', method,
+            new GLib.Variant('(s)', [name]), new GLib.VariantType(types), Gio.DBusCallFlags.NONE, -1, null,
+            (bus, result) => {
+                let known = null;
+                try {
+                    [known] = bus.call_finish(result).deepUnpack();
+                } catch (error) {
+                    // The bus has no such name any more.
+                }
+                then(known);
             });
     }
 

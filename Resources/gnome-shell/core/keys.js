@@ -1,3 +1,6 @@
+// Ctrl+Alt with the arrows, C and D, by the numbers of the keys: all that the program ever takes.
+const COMBINATIONS = ['0x71', '0x72', '0x6f', '0x74', '0x36', '0x28'].map(key => `<Control><Alt>${key}`);
+
 /** The keys that the shell gives to the program, each under a number of the program's choice. */
 class Keys {
     constructor(tell) {
@@ -18,6 +21,8 @@ class Keys {
 
     /** Whether the key was free. */
     grab(number, accelerator) {
+        if (!COMBINATIONS.includes(accelerator))
+            throw new Refusal('Denied', `${accelerator} is none of Tessel's combinations`);
         this.ungrab(number);
         const action = global.display.grab_accelerator(accelerator, Meta.KeyBindingFlags.IGNORE_AUTOREPEAT);
         if (action === Meta.KeyBindingAction.NONE)

@@ -23,9 +23,8 @@ class Windows {
         global.display.disconnectObject(this);
         Main.layoutManager.disconnectObject(this);
         global.window_manager.disconnectObject(this);
-        for (const placement of this._placements.values())
-            placement.cancel();
-        this._placements.clear();
+        for (const id of [...this._placements.keys()])
+            this._endPlacement(id);
         for (const {window} of this._known.values())
             window.disconnectObject(this);
         this._known.clear();
@@ -34,9 +33,13 @@ class Windows {
     /** All that a person could place, oldest first. */
     all() {
         return [...this._known.values()]
-            .filter(({window, isShown}) => isShown && kindOf(window) !== 'furniture')
+            .filter(entry => this._isPlaceable(entry))
             .map(({window}) => window)
             .sort((a, b) => a.get_stable_sequence() - b.get_stable_sequence());
+    }
+
+    _isPlaceable({window, isShown}) {
+        return isShown && kindOf(window) !== 'furniture';
     }
 
     focused() {
@@ -50,9 +53,10 @@ class Windows {
 
     /** Calls `settled` with the frame that the window has come to, or with nothing if it goes meanwhile. */
     place(id, wanted, settled) {
-        const window = this._known.get(id)?.window;
-        if (!window)
+        const entry = this._known.get(id);
+        if (!entry || !this._isPlaceable(entry))
             throw new Refusal('NoSuchWindow', `There is no window ${id}`);
+        const {window} = entry;
         if (window.is_fullscreen())
             throw new Refusal('Fullscreen', 'A fullscreen window is left alone');
         this._endPlacement(id);
@@ -127,9 +131,9 @@ class Windows {
         this._tell('WindowGone', '(t)', [id]);
     }
 
-    _tellWindow({window, isShown}) {
-        if (isShown && kindOf(window) !== 'furniture')
-            this._tell('WindowChanged', '(s)', [JSON.stringify(factsOf(window))]);
+    _tellWindow(entry) {
+        if (this._isPlaceable(entry))
+            this._tell('WindowChanged', '(s)', [JSON.stringify(factsOf(entry.window))]);
     }
 
     /** Said once; where the windows are is asked for when somebody wants to know. */

@@ -6,13 +6,12 @@ Mutter's remote desktop, which goes the way of real devices.
 
 import json
 import re
-import shutil
 import signal
 import sys
 import time
 from pathlib import Path
 
-from .gnome_extensions import EYES, form_of, install_eyes
+from .gnome_extensions import EYES, form_of, install_eyes, put_extension
 from .product import Product
 from .rect import Rect
 from .session import Session
@@ -142,6 +141,8 @@ class Gnome:
         environment |= {
             "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "GNOME", "XDG_SESSION_DESKTOP": "gnome",
             "WAYLAND_DISPLAY": "wayland-tessel",
+            # Qt 6.11 complains in a session without a portal, and this is one.
+            "QT_LOGGING_RULES": "qt.qpa.services.warning=false;qt.qpa.theme.gnome.warning=false",
             "DBUS_SESSION_BUS_ADDRESS": f"unix:path={session.runtime}/bus",
         }
         address = f"--address={environment['DBUS_SESSION_BUS_ADDRESS']}"
@@ -152,9 +153,8 @@ class Gnome:
         self.form = form_of(session.run(["gnome-shell", "--version"]))
         install_eyes(self._place_of(EYES), self.form)
         enabled = [EYES]
-        if extension != "absent":
-            shutil.copytree(self.extension_folder(), self._place_of(EXTENSION))
-        if extension == "enabled":
+        put_extension(self.extension_folder(), self._place_of(EXTENSION), extension)
+        if extension not in ("absent", "off"):
             enabled.append(EXTENSION)
         self.change_setting("org.gnome.shell", "enabled-extensions", str(enabled))
         self.change_setting("org.gnome.shell", "welcome-dialog-last-shown-version", "'99'")

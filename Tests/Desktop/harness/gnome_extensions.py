@@ -2,6 +2,7 @@
 
 import json
 import re
+import shutil
 from pathlib import Path
 
 # The tests' own.
@@ -21,5 +22,19 @@ def install_eyes(folder: Path, form: str) -> None:
     (folder / "metadata.json").write_text(json.dumps({
         "uuid": EYES, "name": "Eyes",
         "description": "Tells the tests what the shell knows, independently of the program under test",
-        "shell-version": [str(version) for version in range(43, 50)],
+        "shell-version": [str(version) for version in range(43, 61)],
     }))
+
+
+def put_extension(source: Path, place: Path, how: str) -> None:
+    """The program's own, into the home: "absent", "linked" as its developer has it, "outdated", or as it is."""
+    if how == "linked":
+        place.symlink_to(source)
+    elif how != "absent":
+        shutil.copytree(source, place)
+    if how == "outdated":
+        # As a program of some years ago left it.
+        facts = json.loads((place / "metadata.json").read_text())
+        del facts["revision"]
+        facts |= {"version-name": "0.1", "shell-version": ["40", "41", "42"]}
+        (place / "metadata.json").write_text(json.dumps(facts))

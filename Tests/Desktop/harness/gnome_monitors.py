@@ -19,8 +19,10 @@ class ScalableGnome(Gnome):
 
     def _prepare(self, keys_free: bool, extension: str) -> None:
         super()._prepare(keys_free, extension)
-        # Without it GNOME 43 and 48 offer whole scales only, and one for all monitors.
-        self.change_setting("org.gnome.mutter", "experimental-features", "['scale-monitor-framebuffer']")
+        # Without it GNOME 43 and 48 offer whole scales only, and one for all monitors; 51 knows no such choice.
+        schema, key, feature = "org.gnome.mutter", "experimental-features", "scale-monitor-framebuffer"
+        if key in self.session.run(["gsettings", "list-keys", schema]).split():
+            self.change_setting(schema, key, f"['{feature}']")
 
 
 class Monitor(NamedTuple):

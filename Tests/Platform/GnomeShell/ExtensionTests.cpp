@@ -1,9 +1,13 @@
 #include "Platform/GnomeShell/Extension.h"
+#include "Platform/GnomeShell/Protocol.h"
 #include "Tests/Platform/GnomeShell/ShellFixture.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace platform::gnomeshell {
 namespace {
@@ -14,25 +18,53 @@ using State = Extension::State;
 class TheExtension : public ShellTest {
 protected:
     TheExtension() {
-        fs::create_directories(folder / "source/legacy");
-        write(folder / "source/legacy/metadata.json", "description");
-        write(folder / "source/legacy/extension.js", "script");
-        // The only property that is asked for but the version is a switch.
-        shell->answer("Get", [](sd_bus_message* call) {
+        put(folder / "source/legacy", "new");
+        put(folder / "source/esm", "new");
+        setVersion("43.9", [](sd_bus_message* call) { sd_bus_reply_method_return(call, "v", "b", 1); });
+        shell->answerWith("EnableExtension", "b", 1);
+    }
+
+    static void put(const std::string& place, const std::string& revision) {
+        fs::create_directories(place);
+        write(place + "/metadata.json", R"({"version-name": "1.0", "revision": ")" + revision + R"("})");
+        write(place + "/extension.js", revision + " script");
+    }
+
+    /// The shell's version, and how it answers for the one other property that is asked for, a switch.
+    void setVersion(const std::string& version, FakeShell::Answer generalSwitch) {
+        shell->answer("Get", [version, generalSwitch = std::move(generalSwitch)](sd_bus_message* call) {
             const char* interface = nullptr;
             const char* property = nullptr;
             sd_bus_message_read(call, "ss", &interface, &property);
             if (std::string_view(property) == "ShellVersion") {
-                sd_bus_reply_method_return(call, "v", "s", "43.9");
+                sd_bus_reply_method_return(call, "v", "s", version.c_str());
             } else {
-                sd_bus_reply_method_return(call, "v", "b", 1);
+                generalSwitch(call);
             }
         });
-        shell->answerWith("EnableExtension", "b", 1);
     }
 
-    void setState(double state) {
-        shell->answerWith("GetExtensionInfo", "a{sv}", 2, "uuid", "s", "x", "state", "d", state);
+    void setState(double state, const std::string& revision = "new") {
+        shell->answer("GetExtensionInfo", [=](sd_bus_message* call) {
+            sd_bus_reply_method_return(call, "a{sv}", 3, "uuid", "s", "x", "state", "d", state, "revision", "s",
+                                       revision.c_str());
+        });
+    }
+
+    /// Returns once the shell has been asked how the extension stands, for the one time that its arrival brings about.
+    void openTheLink(const std::string& session = "first") {
+        const auto questions = [&] {
+            const auto calls = shell->calls();
+            return std::ranges::count(calls, "GetExtensionInfo tessel@corvid.org");
+        };
+        const auto before = questions();
+        shell->setExtension(true, session);
+        ASSERT_TRUE(until([&] { return link->isOpen() && questions() > before; }));
+        catchUp();
+    }
+
+    void refuseHello(const char* error, const char* message) {
+        shell->answer("Hello", [=](sd_bus_message* call) { sd_bus_reply_method_errorf(call, error, "%s", message); });
     }
 
     /// Waits for the shell's word.
@@ -42,7 +74,8 @@ protected:
     }
 
     TemporaryFolder folder;
-    std::string installed = folder / "home/gnome-shell/extensions/tessel@corvid.org/extension.js";
+    std::string place = folder / "home/gnome-shell/extensions/tessel@corvid.org";
+    std::string installed = place + "/extension.js";
     std::string stateFolder = folder / "state";
     Extension extension{loop, *link, ExtensionFiles(folder / "source", {folder / "home"}),
                         ExtensionRecord(stateFolder)};
@@ -114,7 +147,7 @@ TEST_F(TheExtension, IsSwitchedOnAlsoWhereTheShellIsAskedAgainMeanwhile) {
     setState(6);
     link->await(soon());
     linux::OwnedMessage held;
-    shell->answer("Get", [&](sd_bus_message* call) { held.reset(sd_bus_message_ref(call)); });
+    setVersion("43.9", [&](sd_bus_message* call) { held.reset(sd_bus_message_ref(call)); });
     extension.switchOn();
     ASSERT_TRUE(until([&] { return shell->wasCalled("Get org.gnome.Shell.Extensions UserExtensionsEnabled"); }));
 
@@ -146,6 +179,98 @@ TEST_F(TheExtension, IsReplacedWhereItIsOfAnotherVersion) {
     EXPECT_EQ(stateTold(), State::notLoaded);
     extension.switchOn();
     EXPECT_TRUE(until([&] { return fs::exists(installed); }));
+}
+
+TEST_F(TheExtension, IsReplacedInTheHomeWhereTheShellFindsItOutOfDate) {
+    constexpr double outOfDate = 4;
+    put(place, "old");
+    setState(outOfDate, "old");
+    link->await(soon());
+    EXPECT_EQ(stateTold(), State::notLoaded);
+    EXPECT_EQ(contentsOf(installed), "new script") << "without being asked to";
+    EXPECT_NE(extension.hindrance().find("log out and in once"), std::string::npos);
+
+    // The shell refuses the very one that the next session would have: that would not help.
+    setState(outOfDate, "new");
+    extension.switchOn();
+    EXPECT_TRUE(until([&] { return extension.state() == State::refused; }));
+    EXPECT_EQ(extension.hindrance().find("log out"), std::string::npos);
+}
+
+TEST_F(TheExtension, IsInstalledInTheHomeWhereTheOneForAllIsOutOfDate) {
+    setState(4, "everybody's");
+    link->await(soon());
+    EXPECT_EQ(stateTold(), State::refused);
+    EXPECT_FALSE(fs::exists(installed)) << "before anybody asked for it";
+    extension.switchOn();
+    EXPECT_TRUE(until([&] { return extension.state() == State::notLoaded; }));
+    EXPECT_TRUE(fs::exists(installed));
+}
+
+TEST_F(TheExtension, IsReplacedInTheHomeWhileAnOlderOneWorks) {
+    put(place, "old");
+    setState(1, "old");
+    openTheLink();
+    EXPECT_EQ(extension.state(), State::working);
+    EXPECT_EQ(contentsOf(installed), "new script");
+    EXPECT_NE(extension.caution().find("log out and in once"), std::string::npos);
+    EXPECT_EQ(extension.hindrance(), "");
+
+    // The next session.
+    setState(1, "new");
+    openTheLink("second");
+    EXPECT_EQ(extension.caution(), "");
+}
+
+TEST_F(TheExtension, IsNotInstalledWhereItWorks) {
+    setState(1, "everybody's");
+    openTheLink();
+    EXPECT_FALSE(fs::exists(installed));
+    EXPECT_EQ(extension.caution(), "");
+}
+
+TEST_F(TheExtension, SaysWhereItWorksInAShellThatItWasNotTriedIn) {
+    setState(1);
+    for (const auto& [version, caution] : {std::pair("43.9", ""),
+                                           {"51.0", ""},
+                                           {"51.rc", ""},
+                                           {"52.alpha", "not tried on GNOME 52 yet"},
+                                           {"60.1", "not tried on GNOME 60 yet"}}) {
+        setVersion(version, nullptr);
+        openTheLink(version);
+        EXPECT_EQ(extension.caution(), caution) << version;
+    }
+}
+
+TEST_F(TheExtension, SaysWhatAShellLacksThatItDoesNotFit) {
+    setVersion("60.1", nullptr);
+    setState(1);
+    refuseHello(Protocol::unusable, "Meta.Window.move_resize_frame, Main.wm.allowKeybinding");
+    shell->setExtension(true);
+    EXPECT_EQ(stateTold(), State::unfit);
+    EXPECT_EQ(extension.hindrance(), "the extension Tessel does not fit GNOME Shell 60.1, which lacks "
+                                     "Meta.Window.move_resize_frame, Main.wm.allowKeybinding");
+    EXPECT_EQ(extension.caution(), "");
+}
+
+TEST_F(TheExtension, IsToBeLoadedAnewWhereOnlyTheOldOneDoesNotFit) {
+    put(place, "old");
+    setState(1, "old");
+    refuseHello(Protocol::unusable, "Meta.Window.move_resize_frame");
+    shell->setExtension(true);
+    EXPECT_EQ(stateTold(), State::notLoaded);
+    EXPECT_EQ(contentsOf(installed), "new script");
+}
+
+TEST_F(TheExtension, SaysThatSomebodyElseHasItsServices) {
+    setState(1);
+    refuseHello(Protocol::denied, "This object serves Tessel only");
+    shell->setExtension(true);
+    EXPECT_EQ(stateTold(), State::servesAnother);
+    EXPECT_NE(extension.hindrance().find(Protocol::busName), std::string::npos);
+    shell->answer("Hello", nullptr);
+    openTheLink("after the other has left");
+    EXPECT_EQ(extension.state(), State::working);
 }
 
 TEST_F(TheExtension, IsLeftAloneWhereTheShellAnswersNonsense) {

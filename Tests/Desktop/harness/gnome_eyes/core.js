@@ -23,7 +23,12 @@ class Eyes {
         const windows = () => global.get_window_actors().map(actor => actor.meta_window);
         const one = id => windows().find(window => window.get_id() === id);
         const rect = r => [r.x, r.y, r.width, r.height];
-        const work = new Function('windows', 'one', 'rect', ...Object.keys(names), `return (${expression});`);
-        return JSON.stringify(work(windows, one, rect, ...Object.values(names)) ?? null);
+        // The first of each two is of GNOME 49 and later, which lack the second.
+        const isMaximized = window => (window.get_maximize_flags?.() ?? window.get_maximized()) !== 0;
+        const maximize = (window, flags) => window.set_maximize_flags
+            ? window.set_maximize_flags(flags) : window.maximize(flags);
+        const known = {windows, one, rect, isMaximized, maximize, ...names};
+        const work = new Function(...Object.keys(known), `return (${expression});`);
+        return JSON.stringify(work(...Object.values(known)) ?? null);
     }
 }

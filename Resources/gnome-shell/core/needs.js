@@ -1,0 +1,59 @@
+// All that is used of the shell: where it is, and the names. Of names with a bar between them one is enough, for versions
+// of the shell differ there.
+const NEEDED = [
+    ['global', 'get_pointer get_window_actors'],
+    ['', 'global.compositor.get_laters|Meta.later_add'],
+    ['global.display', 'connectObject disconnectObject focus_window get_monitor_geometry get_n_monitors get_primary_monitor ' +
+        'get_sound_player grab_accelerator ungrab_accelerator'],
+    ['global.window_manager', 'connectObject disconnectObject'],
+    ['global.workspace_manager', 'get_active_workspace'],
+    ['Main', 'activateWindow'],
+    ['Main.layoutManager', 'connectObject disconnectObject uiGroup.add_child'],
+    ['Main.panel', 'addToStatusArea'],
+    ['Main.wm', 'allowKeybinding skipNextEffect'],
+    ['Meta', 'KeyBindingAction.NONE KeyBindingFlags.IGNORE_AUTOREPEAT LaterType.BEFORE_REDRAW MaximizeFlags.BOTH ' +
+        'WindowClientType.X11 external_binding_name_for_action'],
+    ['Meta.WindowType', 'NORMAL DIALOG MODAL_DIALOG UTILITY SPLASHSCREEN'],
+    ['Meta.SoundPlayer.prototype', 'play_from_theme'],
+    ['Meta.Window.prototype', 'allows_resize connectObject disconnectObject get_client_type get_compositor_private ' +
+        'get_frame_rect get_gtk_application_id get_id get_pid get_sandboxed_app_id get_stable_sequence get_title ' +
+        'get_transient_for get_window_type get_wm_class get_wm_class_instance is_fullscreen is_hidden ' +
+        'is_override_redirect is_skip_taskbar located_on_workspace make_above move_frame move_resize_frame stick ' +
+        'get_maximize_flags|get_maximized set_unmaximize_flags|unmaximize'],
+    ['Meta.WindowActor.prototype', 'is_destroyed metaWindow visible'],
+    ['Meta.Workspace.prototype', 'get_work_area_for_monitor'],
+    ['Shell.ActionMode', 'NONE NORMAL'],
+    ['St', 'Side.TOP Icon.prototype.gicon Widget.prototype.add_style_class_name'],
+    ['Clutter', 'BUTTON_PRIMARY EVENT_PROPAGATE EVENT_STOP EventType.TOUCH_BEGIN ' +
+        'Actor.prototype.hide'],
+    ['Clutter.Event.prototype', 'get_button type'],
+    ['PanelMenu.Button.prototype', 'add_child add_style_pseudo_class remove_style_pseudo_class get_transformed_extents'],
+    ['PopupMenu', 'Ornament.CHECK Ornament.NONE PopupMenuManager.prototype.addMenu PopupSeparatorMenuItem'],
+    ['PopupMenu.PopupMenu.prototype', 'addMenuItem destroy removeAll toggle'],
+    ['PopupMenu.PopupMenuItem.prototype', 'setOrnament'],
+];
+const NEEDED_SIGNALS = [
+    ['Clutter.Actor', 'button-press-event touch-event'],
+    ['Meta.Display', 'accelerator-activated window-created workareas-changed'],
+    ['Meta.Window', 'position-changed shown size-changed unmanaged workspace-changed'],
+    ['Shell.WM', 'map'],
+];
+
+/** The names of what is needed of the shell and not there: all is, in the versions that the extension was tried on. */
+function missingOfTheShell() {
+    const roots = {Clutter, Main, Meta, PanelMenu, PopupMenu, Shell, St, global};
+    const find = path => path.split('.').reduce((owner, name) => owner?.[name], roots);
+    // The getter of a property would fail on a prototype: it is asked for, and not called.
+    const has = path => {
+        const end = path.lastIndexOf('.');
+        const owner = find(path.slice(0, end));
+        return owner !== undefined && owner !== null && path.slice(end + 1) in Object(owner);
+    };
+    const each = list => list.flatMap(([owner, names]) =>
+        names.split(' ').map(name => name.split('|').map(one => owner ? `${owner}.${one}` : one)));
+    const emits = (type, signal) => Boolean(type) && GObject.signal_lookup(signal, type.$gtype) !== 0;
+    const functions = each(NEEDED).filter(choice => !choice.some(has)).map(choice => choice.join(' or '));
+    const signals = NEEDED_SIGNALS.flatMap(([owner, names]) => names.split(' ')
+        .filter(signal => !emits(find(owner), signal)).map(signal => `${owner}::${signal}`));
+    return [...functions, ...signals].map(name => name.replaceAll('.prototype', ''));
+}

@@ -1,0 +1,146 @@
+"""The program's extension in GNOME Shell: whom it serves, which copy of it runs, and in which shell it does nothing."""
+
+import json
+
+from harness.gnome import EXTENSION, SHORTCUTS, Bus, Gnome
+from harness.waiting import throughout, until
+
+from . import case
+from .gnome_actions import NATURAL, open_application
+
+try:
+    from gi.repository import GLib
+except ImportError:
+    GLib = None
+
+NAME = "org.corvid.Tessel.Windows"
+LEFT = "<Control><Alt>0x71"
+
+
+class Stranger:
+    """Somebody else of the same session, who speaks the extension's language."""
+
+    def __init__(self, desktop: Gnome):
+        self.bus = Bus(desktop.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+
+    def ask(self, method: str, types: str = "()", *values) -> str | tuple:
+        """The answer, or the last part of the name of the error."""
+        try:
+            return self.bus.call("org.gnome.Shell", "/org/corvid/Tessel/Windows", NAME + "1", method, types, *values)
+        except GLib.Error as error:
+            assert "GDBus.Error:" in error.message, error.message
+            return error.message.split(":")[1].split(".")[-1]
+
+    def take_name(self) -> int:
+        """1 where it is the owner then, 2 where it waits behind another one."""
+        bus = "org.freedesktop.DBus"
+        return self.bus.call(bus, "/org/freedesktop/DBus", bus, "RequestName", "(su)", NAME, 0)[0]
+
+    def give_name_back(self) -> None:
+        bus = "org.freedesktop.DBus"
+        self.bus.call(bus, "/org/freedesktop/DBus", bus, "ReleaseName", "(s)", NAME)
+
+    def ask_all(self, window: int) -> set:
+        return {
+            self.ask("Frames"), self.ask("Place", "(tiiii)", window, 0, 0, 300, 300), self.ask("Pointer"),
+            self.ask("Grab", "(us)", 1, LEFT), self.ask("PlaceOwn", "(isii)", 1, "Title", 0, 0), self.ask("Beep"),
+            self.ask("ShowItem", "(s)", json.dumps({"icon": "/icon.svg", "title": "Tessel", "menu": []})),
+            self.ask("ItemFrame"),
+        }
+
+
+def status_text(desktop: Gnome) -> str:
+    return desktop.status()["statusText"]
+
+
+@case("desktop.gnome.strangers")
+def a_stranger_gets_little_and_leaves_nothing(program):
+    with Gnome(program, "gnome.strangers") as desktop:
+        _, window = open_application(desktop, "mousepad")
+        before = desktop.place(window, NATURAL)
+        stranger = Stranger(desktop)
+
+        # Without the name there is nothing, neither beside the program nor while it is away.
+        assert stranger.ask("Hello") == "Denied"
+        assert stranger.ask_all(window) == {"Denied"}
+        # With the name there is nothing before Hello, and no more than the program needs after it.
+        assert stranger.take_name() == 1
+        assert stranger.ask_all(window) == {"Denied"}
+        assert "windows" in json.loads(stranger.ask("Hello")[0])
+        for combination in ("<Control><Alt>0x26", "<Super>0x71", "Return", "<Alt>Tab", ""):
+            assert stranger.ask("Grab", "(us)", 9, combination) == "Denied", combination
+        process = desktop.see(f"one({window}).get_pid()")
+        assert stranger.ask("PlaceOwn", "(isii)", process, "Untitled 1 - Mousepad", 0, 0) == "Denied"
+        assert not desktop.see(f"one({window}).is_above()")
+        assert stranger.ask("Grab", "(us)", 1, LEFT) == (True,)
+        stranger.ask("ShowItem", "(s)", json.dumps({"icon": "/icon.svg", "title": "Not Tessel", "menu": []}))
+        until(desktop.has_item, "the stranger's item")
+
+        # The program says who stands in its way, and comes into its own when the stranger goes.
+        product = desktop.launch()
+        product.until_status("Waiting for permission")
+        until(lambda: f"another program has Tessel's name on the message bus ({NAME})" in status_text(desktop),
+              "the stranger to be told of", saw=lambda: status_text(desktop))
+        stranger.give_name_back()
+        product.until_status("Active", 20.0)
+        assert stranger.ask_all(window) == {"Denied"}
+        # In a queue, behind the program.
+        assert stranger.take_name() == 2
+        assert desktop.see("Main.panel.statusArea.tessel.accessible_name") == "Tessel"
+        assert desktop.frame(window) == before
+
+        # The next in the queue is served no sooner than it says Hello, and inherits nothing.
+        product.terminate()
+        until(lambda: not desktop.has_item(), "the item to be gone")
+        until(lambda: not any(desktop.is_bound("Control", "Alt", key) for key in SHORTCUTS.values()), "the keys to be free")
+        assert stranger.ask_all(window) == {"Denied"}
+        stranger.bus.close()
+
+
+@case("desktop.gnome.outdated")
+def an_older_copy_in_the_home_is_replaced(program):
+    with Gnome(program, "gnome.outdated", extension="outdated") as desktop:
+        place = desktop.session.home / ".local/share/gnome-shell/extensions" / EXTENSION
+        own = (desktop.extension_folder() / "metadata.json").read_text()
+        assert (place / "metadata.json").read_text() != own
+        product = desktop.launch()
+        product.until_status("Waiting for permission")
+        until(lambda: (place / "metadata.json").read_text() == own, "the copy to be replaced")
+        until(lambda: "log out and in once" in status_text(desktop), "the user to be told",
+              saw=lambda: status_text(desktop))
+        product.terminate()
+        # It is still so for whoever starts the program again in the same session.
+        product = desktop.launch()
+        until(lambda: "log out and in once" in status_text(desktop), "the user to be told again",
+              saw=lambda: status_text(desktop))
+        product.terminate()
+        # The next login.
+        desktop.end_shell()
+        desktop.start_shell()
+        desktop.launch().until_status("Active", 20.0)
+        assert status_text(desktop) == "Active"
+
+
+@case("desktop.gnome.unfit")
+def a_shell_that_lacks_something_is_left_alone(program):
+    with Gnome(program, "gnome.unfit", extension="off") as desktop:
+        desktop.see("delete Main.wm.constructor.prototype.skipNextEffect")
+        product = desktop.launch()
+        product.until_status("Waiting for permission")
+        until(lambda: "which lacks Main.wm.skipNextEffect" in status_text(desktop), "what is missing to be told",
+              saw=lambda: status_text(desktop))
+        throughout(1.0, lambda: not desktop.has_item(), "no item in the top bar")
+        assert "lacks Main.wm.skipNextEffect" in (desktop.session.logs / "gnome-shell.log").read_text()
+
+
+@case("desktop.gnome.untried")
+def a_shell_of_a_version_to_come_is_told_of(program):
+    # As somebody who works on it has it: the form of it is none of the program's business then.
+    with Gnome(program, "gnome.untried", extension="linked") as desktop:
+        desktop.see("Object.defineProperty(Object.getPrototypeOf(Main.shellDBusService), 'ShellVersion', "
+                    "{get: () => '60.1'}) !== null")
+        desktop.launch().until_status("Active", 20.0)
+        until(lambda: status_text(desktop) == "Active; not tried on GNOME 60 yet", "the caution to be told",
+              saw=lambda: status_text(desktop))
+        said = desktop.session.run([str(program), "--status"]).splitlines()[0]
+        assert said.endswith("Active; not tried on GNOME 60 yet"), said

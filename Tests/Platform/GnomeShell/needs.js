@@ -1,0 +1,85 @@
+// What the extension does in a shell that lacks something, over a shell of version 60 that is played: needs.js FOLDER,
+// which has the parts of the extension. Fails with the first thing that is not as it should be.
+
+imports.searchPath.unshift(imports.gi.GLib.path_get_dirname(imports.system.programInvocationName));
+const {PlayedBus, PlayedShell, equal, extensionFrom, extensionSource} = imports.playedShell;
+const System = imports.system;
+
+const PROGRAM = ':1.7';
+
+/** Switches the extension on in the shell; gives the bus, to which the program has come. */
+function switchedOn(shell) {
+    const bus = new PlayedBus('org.corvid.Tessel.Windows');
+    bus.processes.set(PROGRAM, 4242);
+    const {Door} = extensionFrom(ARGV[0], shell, bus, ['Door']);
+    bus.door = new Door();
+    bus.door.enable();
+    bus.give(PROGRAM);
+    return bus;
+}
+
+const {NEEDED, NEEDED_SIGNALS} = extensionFrom(ARGV[0], new PlayedShell(), new PlayedBus('x'), ['NEEDED', 'NEEDED_SIGNALS']);
+const needed = NEEDED.flatMap(([owner, names]) => names.split(' ').map(choice =>
+    choice.split('|').map(name => owner ? `${owner}.${name}` : name)));
+
+{
+    const shell = new PlayedShell();
+    shell.addWindow({});
+    const bus = switchedOn(shell);
+    equal(bus.log, [], 'what is logged where nothing is missing');
+    equal(JSON.parse(bus.call(PROGRAM, 'Hello').values[0]).windows.length, 1, 'a shell that has everything is served');
+}
+for (const choice of needed) {
+    const shell = new PlayedShell();
+    shell.addWindow({});
+    choice.forEach(path => shell.lose(path));
+    const bus = switchedOn(shell);
+    const name = choice.join(' or ').replaceAll('.prototype', '');
+    const answer = bus.call(PROGRAM, 'Hello');
+    equal([answer.error, answer.message], ['Unusable', name], `a shell without ${name}`);
+    equal(bus.log.map(line => line.includes(name)), [true], `what is logged without ${name}`);
+    equal(bus.call(PROGRAM, 'Frames').error, 'Denied', `a further call without ${name}`);
+    equal(shell.listeners(), 0, `who listens to a shell without ${name}`);
+    bus.door.disable();
+}
+for (const [type, names] of NEEDED_SIGNALS) {
+    for (const name of names.split(' ')) {
+        const shell = new PlayedShell();
+        for (const list of shell.signals.values())
+            list.splice(0, list.length, ...list.filter(each => each !== name));
+        const answer = switchedOn(shell).call(PROGRAM, 'Hello');
+        equal([answer.error, answer.message], ['Unusable', `${type}::${name}`], `a shell without the signal ${name}`);
+    }
+}
+{
+    const shell = new PlayedShell();
+    shell.lose('Main.wm.allowKeybinding');
+    shell.lose('PopupMenu.Ornament');
+    equal(switchedOn(shell).call(PROGRAM, 'Hello').message,
+        'Main.wm.allowKeybinding, PopupMenu.Ornament.CHECK, PopupMenu.Ornament.NONE', 'all that is missing is named');
+}
+
+// What the parts use is among what is asked for.
+const asked = needed.flat();
+const isAsked = path => asked.some(each => each === path || each.startsWith(`${path}.`));
+const lastNames = new Set(asked.map(path => path.split('.').pop()));
+// GNOME 49 has it, and it is done without before.
+lastNames.add('hide_from_window_list');
+const unasked = [];
+for (const [part, text] of extensionSource(ARGV[0])) {
+    if (part === 'needs')
+        continue;
+    const code = text.replace(/\/\/.*$/mg, '').replace(/\/\*[^]*?\*\//g, '');
+    for (const [path] of code.matchAll(/\b(?:Clutter|Main|Meta|PanelMenu|PopupMenu|Shell|St|global)(?:\??\.\w+)+/g)) {
+        const plain = path.replaceAll('?', '');
+        // What is made by name needs nothing but the name; what is asked of a thing is its type's.
+        if (!isAsked(plain) && !asked.some(each => plain.startsWith(`${each}.`)))
+            unasked.push(`${part}: ${plain}`);
+    }
+    for (const [, name] of code.matchAll(/\b(?:window|metaWindow|display|actor|workspace|_button|_menu|event)\??\.(\w+)\??\.?\(/g)) {
+        if (!lastNames.has(name) && !['connect', 'disconnect', 'destroy', 'filter'].includes(name))
+            unasked.push(`${part}: .${name}()`);
+    }
+}
+equal(unasked, [], 'what is used of the shell and not asked for');
+System.exit(0);

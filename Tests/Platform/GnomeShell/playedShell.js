@@ -1,0 +1,311 @@
+// A GNOME Shell and a message bus that are played, for the parts of the extension: imported by the tests beside it.
+/* exported PlayedShell, PlayedBus, equal, extensionSource, extensionFrom */
+
+const {Gio, GLib} = imports.gi;
+
+const PARTS = ['protocol', 'needs', 'placement', 'windows', 'keys', 'ownWindow', 'item', 'door'];
+
+function equal(actual, wanted, what) {
+    if (JSON.stringify(actual) !== JSON.stringify(wanted))
+        throw new Error(`${what}: ${JSON.stringify(actual)}, not ${JSON.stringify(wanted)}`);
+}
+
+/** The texts of the parts in the folder, by their names. */
+function extensionSource(folder) {
+    return new Map(PARTS.map(part => [part, new TextDecoder().decode(
+        GLib.file_get_contents(GLib.build_filenamev([folder, `${part}.js`]))[1])]));
+}
+
+/** The named parts of the extension, over a shell and a bus that are played. */
+function extensionFrom(folder, shell, bus, names) {
+    const surroundings = {
+        ...shell.modules, GLib, Gio: bus.Gio, GObject: shell.GObject, console: {warn: text => bus.log.push(text)},
+    };
+    const source = [...extensionSource(folder).values()].join('\n');
+    return new Function(...Object.keys(surroundings), `${source}; return {${names}};`)(...Object.values(surroundings));
+}
+
+/** Whoever emits signals, to whom is connected in either way of the shell's. */
+class Emitter {
+    constructor() {
+        this.handlers = [];
+    }
+
+    connectObject(...list) {
+        const owner = list.pop();
+        for (; list.length > 0; list.splice(0, 2))
+            this.handlers.push({owner, signal: list[0], handler: list[1]});
+    }
+
+    disconnectObject(owner) {
+        this.handlers = this.handlers.filter(each => each.owner !== owner);
+    }
+
+    connect(signal, handler) {
+        this.connectObject(signal, handler, {});
+    }
+
+    emit(signal, ...values) {
+        for (const {handler} of this.handlers.filter(each => each.signal === signal))
+            handler(this, ...values);
+    }
+}
+
+class PlayedActor extends Emitter {
+    add_child() {}
+    add_style_class_name() {}
+    add_style_pseudo_class() {}
+    remove_style_pseudo_class() {}
+    get_transformed_extents() { return {origin: {x: 10, y: 0}, size: {width: 30, height: 32}}; }
+    hide() {}
+    destroy() { this.isGone = true; }
+}
+
+class PlayedWindow extends Emitter {
+    constructor(facts) {
+        super();
+        Object.assign(this, {id: 1, process: 1, type: 0, frame: [0, 0, 640, 480], front: []}, facts);
+    }
+
+    allows_resize() { return true; }
+    get_client_type() { return 1; }
+    get_compositor_private() { return null; }
+    get_frame_rect() {
+        const [x, y, width, height] = this.frame;
+        return {x, y, width, height};
+    }
+    get_gtk_application_id() { return null; }
+    get_id() { return this.id; }
+    get_maximize_flags() { return 0; }
+    get_pid() { return this.process; }
+    get_sandboxed_app_id() { return null; }
+    get_stable_sequence() { return this.id; }
+    get_title() { return 'Title'; }
+    get_transient_for() { return null; }
+    get_window_type() { return this.type; }
+    get_wm_class() { return 'Class'; }
+    get_wm_class_instance() { return 'instance'; }
+    hide_from_window_list() {}
+    is_fullscreen() { return false; }
+    is_hidden() { return false; }
+    is_override_redirect() { return false; }
+    is_skip_taskbar() { return false; }
+    located_on_workspace() { return true; }
+    make_above() { this.front.push('above'); }
+    move_frame(_isUsers, x, y) { this.move_resize_frame(true, x, y, ...this.frame.slice(2)); }
+    move_resize_frame(_isUsers, ...frame) {
+        if (!this.isStubborn)
+            this.frame = frame;
+    }
+    set_unmaximize_flags() {}
+    stick() { this.front.push('sticky'); }
+}
+
+class PlayedWindowActor extends PlayedActor {
+    constructor(window) {
+        super();
+        this.window = window;
+    }
+
+    get metaWindow() { return this.window; }
+    get visible() { return true; }
+    is_destroyed() { return false; }
+}
+
+class PlayedDisplay extends Emitter {
+    constructor() {
+        super();
+        this.grabbed = [];
+    }
+
+    get focus_window() { return null; }
+    get_monitor_geometry() { return {x: 0, y: 0, width: 800, height: 600}; }
+    get_n_monitors() { return 1; }
+    get_primary_monitor() { return 0; }
+    get_sound_player() { return {play_from_theme() {}}; }
+    grab_accelerator(accelerator) {
+        if (this.grabbed.includes(accelerator))
+            return 0;
+        return this.grabbed.push(accelerator);
+    }
+    ungrab_accelerator(action) { this.grabbed[action - 1] = null; }
+}
+
+/** The type once more, with all members as its own: one that is taken away is gone from it alone. */
+function own(type) {
+    const made = class extends type {};
+    for (let from = type.prototype; from !== Object.prototype; from = Object.getPrototypeOf(from)) {
+        const {constructor, ...members} = Object.getOwnPropertyDescriptors(from);
+        for (const [name, member] of Object.entries(members).filter(([each]) => !Object.hasOwn(made.prototype, each)))
+            Object.defineProperty(made.prototype, name, member);
+    }
+    Object.setPrototypeOf(made.prototype, Object.prototype);
+    made.$gtype = {};
+    return made;
+}
+
+/** All that the extension uses of the newest shell that it was tried on. `windows` can be changed at any time. */
+var PlayedShell = class PlayedShell {
+    constructor() {
+        this.windows = [];
+        const Meta = {
+            KeyBindingAction: {NONE: 0}, KeyBindingFlags: {IGNORE_AUTOREPEAT: 1}, LaterType: {BEFORE_REDRAW: 0},
+            MaximizeFlags: {BOTH: 3}, WindowClientType: {WAYLAND: 0, X11: 1},
+            WindowType: {NORMAL: 0, DESKTOP: 1, DOCK: 2, DIALOG: 3, MODAL_DIALOG: 4, UTILITY: 8, SPLASHSCREEN: 9},
+            Display: own(PlayedDisplay), Window: own(PlayedWindow), WindowActor: own(PlayedWindowActor),
+            SoundPlayer: class { play_from_theme() {} },
+            Workspace: class { get_work_area_for_monitor() { return {x: 0, y: 32, width: 800, height: 568}; } },
+            external_binding_name_for_action: action => `action ${action}`,
+        };
+        this.display = new Meta.Display();
+        const workspace = new Meta.Workspace();
+        const shell = this;
+        class Menu extends PlayedActor {
+            constructor() {
+                super();
+                this.actor = new PlayedActor();
+            }
+
+            addMenuItem() {}
+            removeAll() {}
+            toggle() {}
+        }
+        this.items = [];
+        this.modules = {
+            Meta,
+            Clutter: {
+                BUTTON_PRIMARY: 1, EVENT_PROPAGATE: false, EVENT_STOP: true, EventType: {TOUCH_BEGIN: 1},
+                Actor: own(PlayedActor), Event: class { get_button() {} type() {} },
+            },
+            Shell: {ActionMode: {NONE: 0, NORMAL: 1}, WM: own(Emitter)},
+            St: {Side: {TOP: 0}, Widget: own(PlayedActor), Icon: own(class extends PlayedActor { get gicon() {} set gicon(_icon) {} })},
+            PanelMenu: {Button: own(PlayedActor)},
+            PopupMenu: {
+                Ornament: {NONE: 0, CHECK: 1}, PopupMenu: own(Menu), PopupMenuManager: class { addMenu() {} },
+                PopupMenuItem: class extends Emitter { setOrnament() {} }, PopupSeparatorMenuItem: class {},
+            },
+            Main: {
+                activateWindow: window => window.front.push('active'),
+                layoutManager: Object.assign(new (own(Emitter))(), {uiGroup: new (own(PlayedActor))()}),
+                panel: {addToStatusArea: (_name, item) => this.items.push(item)},
+                wm: {allowKeybinding() {}, skipNextEffect() {}},
+            },
+            global: {
+                display: this.display, window_manager: new (own(Emitter))(), compositor: {get_laters: () => ({add() {}})},
+                workspace_manager: {get_active_workspace: () => workspace}, get_pointer: () => [3, 4, 0],
+                get_window_actors: () => shell.windows.map(window => new Meta.WindowActor(window)),
+            },
+        };
+        const signals = new Map([
+            [this.modules.Clutter.Actor.$gtype, ['button-press-event', 'touch-event']],
+            [Meta.Display.$gtype, ['accelerator-activated', 'window-created', 'workareas-changed']],
+            [Meta.Window.$gtype, ['position-changed', 'shown', 'size-changed', 'unmanaged', 'workspace-changed']],
+            [this.modules.Shell.WM.$gtype, ['map']],
+        ]);
+        this.signals = signals;
+        this.GObject = {signal_lookup: (name, type) => signals.get(type)?.includes(name) ? 1 : 0};
+    }
+
+    addWindow(facts) {
+        const window = new this.modules.Meta.Window({id: this.windows.length + 1, ...facts});
+        this.windows.push(window);
+        return window;
+    }
+
+    /** How many listen to what the shell tells. */
+    listeners() {
+        const {display, window_manager: manager} = this.modules.global;
+        return [display, manager, this.modules.Main.layoutManager, ...this.windows]
+            .reduce((count, each) => count + each.handlers.length, 0);
+    }
+
+    itemsShown() {
+        return this.items.filter(item => !item.isGone).length;
+    }
+
+    /** From now on the shell has no such thing. */
+    lose(path) {
+        const names = path.split('.');
+        const last = names.pop();
+        const owner = names.reduce((object, name) => object[name], this.modules);
+        const type = Object.getPrototypeOf(owner);
+        delete (Object.hasOwn(owner, last) ? owner : type)[last];
+    }
+};
+
+/** A session bus on which one object is exported, and the names and processes of whoever calls it. */
+var PlayedBus = class PlayedBus {
+    constructor(name) {
+        this.name = name;
+        this.owner = null;
+        this.processes = new Map();
+        this.told = [];
+        this.log = [];
+        /** What the bus has yet to answer, while it takes its time. */
+        this.held = null;
+        const session = {
+            emit_signal: (destination, _path, _interface, signal, parameters) =>
+                this.told.push([destination, signal, ...parameters ? parameters.deepUnpack() : []]),
+            call: (_service, _path, _interface, method, parameters, _type, _flags, _timeout, _cancellable, then) => {
+                const [asked] = parameters.deepUnpack();
+                const known = method === 'GetNameOwner' ? asked === this.name && this.owner : this.processes.get(asked);
+                const answer = () => then({call_finish: () => {
+                    if (!known)
+                        throw new Error('the bus has no such name');
+                    return new GLib.Variant(method === 'GetNameOwner' ? '(s)' : '(u)', [known]);
+                }}, null);
+                if (this.held)
+                    this.held.push(answer);
+                else
+                    answer();
+            },
+        };
+        this.Gio = {
+            DBus: {session},
+            DBusCallFlags: {NONE: 0},
+            BusNameWatcherFlags: {NONE: 0},
+            DBusExportedObject: {wrapJSObject: (text, object) => {
+                this.interface = Gio.DBusNodeInfo.new_for_xml(text).interfaces[0];
+                return {export: () => { this.object = object; }, unexport: () => { this.object = null; }};
+            }},
+            bus_watch_name_on_connection: (_bus, _name, _flags, appeared, vanished) => {
+                this.appeared = appeared;
+                this.vanished = vanished;
+                this.tellOwner();
+                return 1;
+            },
+            bus_unwatch_name: () => { this.appeared = this.vanished = null; },
+            icon_new_for_string: text => text,
+        };
+    }
+
+    tellOwner() {
+        if (this.owner)
+            this.appeared?.(null, this.name, this.owner);
+        else
+            this.vanished?.();
+    }
+
+    /** Gives the name to a connection, or to none. `isTold`: the extension hears of it at once. */
+    give(owner, isTold = true) {
+        this.owner = owner;
+        if (isTold)
+            this.tellOwner();
+    }
+
+    /** Answers all that it has held so far. */
+    answerHeld() {
+        this.held.splice(0).forEach(answer => answer());
+    }
+
+    /** What a call is answered with: its values, or the name of an error; nothing as long as it is not answered. */
+    call(sender, method, ...values) {
+        const answer = {};
+        this.object[`${method}Async`](values, {
+            get_sender: () => sender,
+            return_value: variant => { answer.values = variant ? variant.deepUnpack() : []; },
+            return_dbus_error: (name, message) => Object.assign(answer, {error: name.split('.').pop(), message}),
+        });
+        return answer;
+    }
+};
