@@ -25,6 +25,9 @@ constexpr const char* componentPath = "/component/org_corvid_Tessel";
 
 constexpr const char* keyMatch = "type='signal',sender='org.kde.kglobalaccel',path='/component/org_corvid_Tessel',"
                                  "interface='org.kde.kglobalaccel.Component'";
+// Sent when the system's settings have changed the keys of a program, whichever it is.
+constexpr const char* settingsMatch = "type='signal',sender='org.kde.kglobalaccel',path='/kglobalaccel',"
+                                      "interface='org.kde.KGlobalAccel',member='yourShortcutsChanged'";
 
 /// All that is asked in one turn of the loop takes at most this.
 constexpr std::chrono::milliseconds turnTime{250};
@@ -50,16 +53,23 @@ int appendAction(sd_bus_message* message, const std::string& action, const std::
     return sd_bus_message_append(message, "as", 4, component, action.c_str(), componentTitle, title.c_str());
 }
 
-/// The first key of the first sequence in an a(ai); zero where there is none.
-std::int32_t firstKey(sd_bus_message* message) {
-    std::int32_t key = 0;
-    if (sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "(ai)") <= 0 ||
-        sd_bus_message_enter_container(message, SD_BUS_TYPE_STRUCT, "ai") <= 0 ||
-        sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "i") <= 0 ||
-        sd_bus_message_read(message, "i", &key) <= 0) {
-        return 0;
+/// The first key of each sequence in an a(ai).
+std::vector<std::int32_t> readKeys(sd_bus_message* message) {
+    std::vector<std::int32_t> keys;
+    if (sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "(ai)") <= 0) {
+        return keys;
     }
-    return key;
+    std::int32_t key = 0;
+    while (sd_bus_message_enter_container(message, SD_BUS_TYPE_STRUCT, "ai") > 0 &&
+           sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "i") > 0 &&
+           sd_bus_message_read(message, "i", &key) > 0) {
+        keys.push_back(key);
+        while (sd_bus_message_read(message, "i", &key) > 0) {
+        }
+        sd_bus_message_exit_container(message);
+        sd_bus_message_exit_container(message);
+    }
+    return keys;
 }
 
 } // namespace
@@ -121,12 +131,15 @@ void HotKeys::busArrived(sd_bus* arrived) {
     sd_bus_slot* slot = nullptr;
     sd_bus_add_match_async(bus, &slot, keyMatch, &HotKeys::keySignalled, &linux::ignoreReply, this);
     keySignals.reset(slot);
+    sd_bus_add_match_async(bus, &slot, settingsMatch, &HotKeys::settingsSignalled, &linux::ignoreReply, this);
+    settingsSignals.reset(slot);
     owner.follow(bus);
 }
 
 void HotKeys::busLeft() {
     bus = nullptr;
     keySignals.reset();
+    settingsSignals.reset();
     owner.forget();
     // Whoever is there next knows nothing of our keys, whatever it is called.
     server = "-";
@@ -176,6 +189,25 @@ int HotKeys::keySignalled(sd_bus_message* signal, void* data, sd_bus_error* /*er
     return 0;
 }
 
+int HotKeys::settingsSignalled(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
+    auto& self = *static_cast<HotKeys*>(data);
+    const char* changed = nullptr;
+    // The first of the four texts that name an action is its component.
+    if (!self.owner.sent(signal) || sd_bus_message_enter_container(signal, SD_BUS_TYPE_ARRAY, "s") <= 0 ||
+        sd_bus_message_read(signal, "s", &changed) <= 0 || std::string_view(changed) == component) {
+        return 0;
+    }
+    for (const char* text = nullptr; sd_bus_message_read(signal, "s", &text) > 0;) {
+    }
+    sd_bus_message_exit_container(signal);
+    const std::vector<std::int32_t> keys = readKeys(signal);
+    // Registered anew, ours comes after the one that was changed, so that gets the presses, as its user wanted.
+    self.keyWasLost = self.keyWasLost || std::ranges::any_of(self.registrations, [&](const auto& entry) {
+                          return std::ranges::find(keys, entry.second.key) != keys.end();
+                      });
+    return 0;
+}
+
 void HotKeys::keyPressed(const char* action) {
     // A key that is held repeats its press without a release between.
     if (std::exchange(heldAction, action) == action || pressedActions.size() >= mostPresses) {
@@ -222,8 +254,20 @@ OSStatus HotKeys::establish(const Registered& registered) {
     if (!granted) {
         return eventHotKeyInvalidErr;
     }
-    // A key that another program has is left out of what was granted.
-    return firstKey(granted.get()) == registered.key ? noErr : eventHotKeyExistsErr;
+    // Up to Plasma 6.5, a key that another program has is left out of what was granted.
+    const std::vector<std::int32_t> keys = readKeys(granted.get());
+    const bool isGranted = !keys.empty() && keys.front() == registered.key;
+    return isGranted && !goesToAnother(registered.key) ? noErr : eventHotKeyExistsErr;
+}
+
+bool HotKeys::goesToAnother(std::int32_t key) {
+    // Of those that share a key, the one that registered first, which gets the presses.
+    const linux::OwnedMessage action = call(accelPath, accelInterface, "actionList", [&](sd_bus_message* message) {
+        return sd_bus_message_append(message, "(ai)", 4, key, 0, 0, 0);
+    });
+    const char* holder = nullptr;
+    return action && sd_bus_message_enter_container(action.get(), SD_BUS_TYPE_ARRAY, "s") > 0 &&
+           sd_bus_message_read(action.get(), "s", &holder) > 0 && std::string_view(holder) != component;
 }
 
 void HotKeys::giveBack(const std::string& action) {

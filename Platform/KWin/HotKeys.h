@@ -20,7 +20,11 @@ namespace platform::kwin {
 /// X11. The keys stand in the system's settings under the program's name while they are registered, and are taken out
 /// of there again: after the program has ended nothing holds them.
 ///
-/// KGlobalAccel knows letters, not places: a key is what an American layout has at its place. Main thread only.
+/// KGlobalAccel knows letters, not places: a key is what an American layout has at its place.
+///
+/// That of Plasma up to 6.5 refuses a key that another program has. That of Plasma 6.7 grants it to both, and tells
+/// only the one that registered first of its presses. To whom a key goes is therefore asked for; one that goes to
+/// another program counts as held by somebody else, everywhere. Main thread only.
 class HotKeys final : public linux::HandledHotKeys, private linux::SessionBus::Listener {
 public:
     /// What the user reads in the system's settings beside a combination (Carbon key code and modifiers).
@@ -38,8 +42,8 @@ public:
     /// What is to be done before the handler is told of a press. Each press has a time of its own.
     void setBeforePress(std::function<void()> work) { beforePress = std::move(work); }
 
-    /// Whether a key was lost since this was last asked: held by somebody else when KGlobalAccel was started anew, or
-    /// not answered for in time.
+    /// Whether a key was lost since this was last asked: held by somebody else when KGlobalAccel was started anew,
+    /// given to another program in the system's settings, or not answered for in time.
     [[nodiscard]] bool takeLoss();
 
 private:
@@ -55,6 +59,7 @@ private:
     void busLeft() override;
 
     static int keySignalled(sd_bus_message* signal, void* data, sd_bus_error* error);
+    static int settingsSignalled(sd_bus_message* signal, void* data, sd_bus_error* error);
 
     void keyPressed(const char* action);
     void ownerChanged();
@@ -62,6 +67,7 @@ private:
     void actOnPresses();
 
     [[nodiscard]] OSStatus establish(const Registered& registered);
+    [[nodiscard]] bool goesToAnother(std::int32_t key);
     void giveBack(const std::string& action);
     void clearLeftovers();
     [[nodiscard]] linux::OwnedMessage call(const char* path, const char* interface, const char* method,
@@ -76,6 +82,7 @@ private:
     std::string server;
     bool areLeftoversCleared = false;
     linux::OwnedSlot keySignals;
+    linux::OwnedSlot settingsSignals;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
     std::function<void()> beforePress;

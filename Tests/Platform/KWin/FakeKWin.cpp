@@ -173,6 +173,9 @@ int FakeKWin::answerAccel(sd_bus_message* call) {
     if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "setShortcutKeys") > 0) {
         return setKeys(call);
     }
+    if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "actionList") > 0) {
+        return tellHolder(call);
+    }
     if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "unregister") > 0) {
         const char* component = nullptr;
         const char* action = nullptr;
@@ -213,7 +216,7 @@ int FakeKWin::setKeys(sd_bus_message* call) {
     sd_bus_message_read(call, "i", &key);
     {
         const std::scoped_lock lock(mutex);
-        if (std::ranges::find(takenKeys, key) != takenKeys.end()) {
+        if (!sharesKeys && std::ranges::find(takenKeys, key) != takenKeys.end()) {
             key = 0;
         }
         heldKeys[words.at(1)] = key;
@@ -222,10 +225,40 @@ int FakeKWin::setKeys(sd_bus_message* call) {
     return sd_bus_reply_method_return(call, "a(ai)", 1, 4, key, 0, 0, 0);
 }
 
+int FakeKWin::tellHolder(sd_bus_message* call) {
+    EXPECT_STREQ(sd_bus_message_get_signature(call, 1), "(ai)");
+    int key = 0;
+    sd_bus_message_enter_container(call, SD_BUS_TYPE_STRUCT, "ai");
+    sd_bus_message_enter_container(call, SD_BUS_TYPE_ARRAY, "i");
+    sd_bus_message_read(call, "i", &key);
+    const std::scoped_lock lock(mutex);
+    if (std::ranges::find(takenKeys, key) != takenKeys.end()) {
+        return sd_bus_reply_method_return(call, "as", 4, "org.example.Other", "theirs", "Another program", "Theirs");
+    }
+    const auto found = std::ranges::find_if(heldKeys, [&](const auto& held) { return held.second == key; });
+    if (found == heldKeys.end()) {
+        return sd_bus_reply_method_return(call, "as", 0);
+    }
+    return sd_bus_reply_method_return(call, "as", 4, "org.corvid.Tessel", found->first.c_str(), "Tessel", "Ours");
+}
+
+void FakeKWin::assignElsewhere(int key, const std::string& component) {
+    run([&] {
+        {
+            const std::scoped_lock lock(mutex);
+            takenKeys.push_back(key);
+        }
+        sd_bus_emit_signal(bus, "/kglobalaccel", "org.kde.KGlobalAccel", "yourShortcutsChanged", "asa(ai)", 4,
+                           component.c_str(), "theirs", "Another program", "Theirs", 2, 4, 0x1c000041, 0, 0, 0, 4, key,
+                           0, 0, 0);
+    });
+}
+
 void FakeKWin::press(int key, int repeats) {
     run([&] {
         for (const auto& [action, held] : keys()) {
-            for (int count = 0; held == key && count <= repeats + 1; ++count) {
+            const bool isOurs = held == key && std::ranges::find(takenKeys, key) == takenKeys.end();
+            for (int count = 0; isOurs && count <= repeats + 1; ++count) {
                 const char* signal = count <= repeats ? "globalShortcutPressed" : "globalShortcutReleased";
                 sd_bus_emit_signal(bus, "/component/org_corvid_Tessel", "org.kde.kglobalaccel.Component", signal, "ssx",
                                    "org.corvid.Tessel", action.c_str(), std::int64_t{0});

@@ -42,8 +42,10 @@ public:
                          R"({"frame":[0,0,1600,900],"workArea":[0,30,1600,870]}]}})";
     /// Refuses to load scripts.
     std::atomic<bool> refusesScripts = false;
-    /// Keys of other programs, as Qt numbers them.
+    /// Keys of other programs, as Qt numbers them; set before it starts, or by `assignElsewhere`.
     std::vector<int> takenKeys;
+    /// Grants a key that another program has, as that of Plasma 6.7 does; the other one gets the presses.
+    std::atomic<bool> sharesKeys = false;
 
     /// Does not run yet.
     explicit FakeKWin(std::string address);
@@ -62,6 +64,8 @@ public:
     Script* script = nullptr;
     /// Tells of the press of a key with this Qt number, if somebody has it, of its repeats and of its release.
     void press(int key, int repeats = 0);
+    /// Gives a key to an action of that component, as the system's settings do, and tells everybody.
+    void assignElsewhere(int key, const std::string& component = "org.example.Other");
 
     /// What it was asked for, in order: "load", "start", "unload", "unregister …".
     [[nodiscard]] std::vector<std::string> history();
@@ -78,6 +82,7 @@ private:
     int answerScripting(sd_bus_message* call);
     int answerAccel(sd_bus_message* call);
     int setKeys(sd_bus_message* call);
+    int tellHolder(sd_bus_message* call);
     void note(std::string what);
 
     std::string address;

@@ -110,6 +110,41 @@ TEST_F(HotKeysTest, AKeyOfAnotherProgramIsRefusedAndLeavesNoTrace) {
     EXPECT_THAT(kwin->keys(), ElementsAre(Pair("hot-key-8-6144", ctrlAltC)));
 }
 
+TEST_F(HotKeysTest, AKeyThatIsGrantedToTwoIsHeldByTheFirst) {
+    kwin->takenKeys = {ctrlAltLeft};
+    kwin->sharesKeys = true;
+    const auto refused = add(left, 1);
+    EXPECT_EQ(refused.status, eventHotKeyExistsErr);
+    EXPECT_FALSE(refused.reference);
+    EXPECT_EQ(add(letterC, 2).status, noErr);
+    EXPECT_TRUE(runUntil([&] { return kwin->keys().size() == 1; }));
+    EXPECT_THAT(kwin->keys(), ElementsAre(Pair("hot-key-8-6144", ctrlAltC)));
+    EXPECT_FALSE(keys->takeLoss());
+}
+
+TEST_F(HotKeysTest, AKeyThatTheSettingsGiveToAnotherProgramIsLost) {
+    kwin->sharesKeys = true;
+    const auto registration = add(left, 1);
+    ASSERT_TRUE(registration.reference);
+    ASSERT_EQ(add(letterC, 2).status, noErr);
+    kwin->assignElsewhere(ctrlAltLeft);
+    bool isLost = false;
+    ASSERT_TRUE(runUntil([&] { return isLost = isLost || keys->takeLoss(); }));
+    keys->unregisterHotKey(*registration.reference);
+    EXPECT_EQ(add(left, 1).status, eventHotKeyExistsErr);
+    EXPECT_TRUE(runUntil([&] { return kwin->keys().size() == 1; }));
+}
+
+TEST_F(HotKeysTest, OtherChangesOfTheSettingsLoseNoKey) {
+    ASSERT_EQ(add(left, 1).status, noErr);
+    kwin->assignElsewhere(ctrlAltC);
+    kwin->assignElsewhere(ctrlAltLeft, "org.corvid.Tessel");
+    kwin->run([&] { kwin->takenKeys.clear(); });
+    kwin->press(ctrlAltLeft);
+    ASSERT_TRUE(runUntil([&] { return presses.size() == 1; }));
+    EXPECT_FALSE(keys->takeLoss());
+}
+
 TEST_F(HotKeysTest, AKeyOfOursIsRefusedAndStays) {
     ASSERT_EQ(add(left, 1).status, noErr);
     EXPECT_EQ(add(left, 2).status, eventHotKeyExistsErr);
