@@ -147,6 +147,7 @@ int runResident() {
         .processInfo = processInfo,
         .runningApplications = desktop.runningApplications(),
         .screens = desktop.screens(),
+        .shortcutHolders = desktop.shortcutHolders(),
         .standardUserDefaults = userDefaults,
         .statusBar = statusBar,
         .systemClock = systemClock,

@@ -174,7 +174,10 @@ int FakeKWin::answerAccel(sd_bus_message* call) {
         return setKeys(call);
     }
     if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "actionList") > 0) {
-        return tellHolder(call);
+        return tellOwner(call);
+    }
+    if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "getGlobalShortcutsByKey") > 0) {
+        return tellHolders(call);
     }
     if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "unregister") > 0) {
         const char* component = nullptr;
@@ -225,7 +228,7 @@ int FakeKWin::setKeys(sd_bus_message* call) {
     return sd_bus_reply_method_return(call, "a(ai)", 1, 4, key, 0, 0, 0);
 }
 
-int FakeKWin::tellHolder(sd_bus_message* call) {
+int FakeKWin::tellOwner(sd_bus_message* call) {
     EXPECT_STREQ(sd_bus_message_get_signature(call, 1), "(ai)");
     int key = 0;
     sd_bus_message_enter_container(call, SD_BUS_TYPE_STRUCT, "ai");
@@ -252,6 +255,24 @@ void FakeKWin::assignElsewhere(int key, const std::string& component) {
                            component.c_str(), "theirs", "Another program", "Theirs", 2, 4, 0x1c000041, 0, 0, 0, 4, key,
                            0, 0, 0);
     });
+}
+
+int FakeKWin::tellHolders(sd_bus_message* call) {
+    int key = 0;
+    EXPECT_GT(sd_bus_message_read(call, "i", &key), 0);
+    note("holders of " + std::to_string(key));
+    sd_bus_message* raw = nullptr;
+    sd_bus_message_new_method_return(call, &raw);
+    const OwnedMessage reply(raw);
+    sd_bus_message_open_container(raw, SD_BUS_TYPE_ARRAY, "(ssssssaiai)");
+    for (auto [holder, end] = holders.equal_range(key); holder != end; ++holder) {
+        const Holder& told = holder->second;
+        sd_bus_message_append(raw, "(ssssssaiai)", told.action.c_str(), told.actionTitle.c_str(),
+                              told.component.c_str(), told.componentTitle.c_str(), "default", "Default Context", 1, key,
+                              1, key);
+    }
+    sd_bus_message_close_container(raw);
+    return sd_bus_message_send(raw);
 }
 
 void FakeKWin::press(int key, int repeats) {

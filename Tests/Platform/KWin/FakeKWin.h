@@ -47,6 +47,15 @@ public:
     /// Grants a key that another program has, as that of Plasma 6.7 does; the other one gets the presses.
     std::atomic<bool> sharesKeys = false;
 
+    struct Holder {
+        std::string action;
+        std::string actionTitle;
+        std::string component;
+        std::string componentTitle;
+    };
+    /// Who it says has a key, by Qt's number; several where it grants keys twice.
+    std::multimap<int, Holder> holders;
+
     /// Does not run yet.
     explicit FakeKWin(std::string address);
     FakeKWin(const FakeKWin&) = delete;
@@ -82,7 +91,8 @@ private:
     int answerScripting(sd_bus_message* call);
     int answerAccel(sd_bus_message* call);
     int setKeys(sd_bus_message* call);
-    int tellHolder(sd_bus_message* call);
+    int tellOwner(sd_bus_message* call);
+    int tellHolders(sd_bus_message* call);
     void note(std::string what);
 
     std::string address;
