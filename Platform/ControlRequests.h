@@ -19,6 +19,10 @@ struct ControlStatus {
         std::string keys;
         /// "active", "taken" (another program holds it) or "off" (nothing is registered at all).
         std::string state;
+        /// Who has one that is taken, and what it does then, in the user's language. UTF-8; empty where nobody has
+        /// said.
+        std::string heldBy = {};
+        std::string purpose = {};
 
         friend bool operator==(const Shortcut&, const Shortcut&) = default;
     };

@@ -22,6 +22,7 @@ class OpenPanel;
 class ProcessInfo;
 class RunningApplications;
 class Screens;
+class ShortcutHolders;
 class StatusBar;
 class SystemClock;
 class ThisApplication;
@@ -47,6 +48,8 @@ struct Platform {
     ProcessInfo& processInfo;
     RunningApplications& runningApplications;
     Screens& screens;
+    /// Null where nobody can say who holds a shortcut.
+    ShortcutHolders* shortcutHolders;
     corvid::PreferenceStore& standardUserDefaults;
     StatusBar& statusBar;
     SystemClock& systemClock;

@@ -10,8 +10,11 @@
 #include "Platform/SystemClock.h"
 #include "Tessel/WindowMover.h"
 
+#include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <filesystem>
+#include <iterator>
 #include <utility>
 
 namespace tessel {
@@ -165,17 +168,47 @@ void AppState::update() {
     if (isPreview) {
         return;
     }
+    bool isAnew = false;
     if (enabled && trusted) {
         if (!hotKeys.isRegistered()) {
             hotKeys.registerShortcuts(WindowAction::shortcuts());
+            isAnew = true;
         }
         appRules.start();
     } else {
         hotKeys.unregister();
         appRules.stop();
         actions.cancel();
+        isAnew = true;
     }
     assign(failed, std::set(hotKeys.failed().begin(), hotKeys.failed().end()));
+    if (isAnew) {
+        findHolders();
+    }
+}
+
+void AppState::findHolders() {
+    holderSearch.reset();
+    if (!holders.empty()) {
+        assign(holders, {});
+    }
+    platform::ShortcutHolders* desktop = platform::current().shortcutHolders;
+    if (failed.empty() || desktop == nullptr) {
+        return;
+    }
+    const std::vector<WindowAction> actions(failed.begin(), failed.end());
+    std::vector<corvid::Shortcut> shortcuts;
+    std::ranges::transform(actions, std::back_inserter(shortcuts), &WindowAction::shortcut);
+    holderSearch = desktop->find(shortcuts, [this, actions](const platform::ShortcutHolders::Answers& answers) {
+        assertStateOnMainThread(__LINE__);
+        std::map<WindowAction, platform::ShortcutHolder> told;
+        for (std::size_t place = 0; place < std::min(actions.size(), answers.size()); ++place) {
+            if (answers[place]) {
+                told.emplace(actions[place], *answers[place]);
+            }
+        }
+        assign(holders, std::move(told));
+    });
 }
 
 void AppState::checkPermission() {

@@ -8,6 +8,7 @@
 #include "CorvidKitCore/PreferenceStore.h"
 #include "Platform/Accessibility.h"
 #include "Platform/RunningApplications.h"
+#include "Platform/ShortcutHolders.h"
 #include "Tessel/AppRules.h"
 #include "Tessel/Prefs.h"
 #include "Tessel/RuleApp.h"
@@ -15,6 +16,8 @@
 #include "TesselCore/AppStatus.h"
 #include "TesselCore/WindowAction.h"
 
+#include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -67,6 +70,9 @@ public:
     /// The actions whose shortcut could not be registered at the last registration.
     [[nodiscard]] const std::set<WindowAction>& failedShortcuts() const { return failed; }
 
+    /// Whose those are, as far as the desktop has said by now. It is asked once they are found to be taken.
+    [[nodiscard]] const std::map<WindowAction, platform::ShortcutHolder>& shortcutHolders() const { return holders; }
+
     [[nodiscard]] AppStatus status() const { return {enabled, trusted, !failed.empty()}; }
 
     /// The reminder to look for a newer version.
@@ -93,6 +99,9 @@ private:
     /// The single place where the system is switched on or off.
     void update();
 
+    /// Asks the desktop whose the shortcuts are that could not be registered.
+    void findHolders();
+
     /// Looks whether the permission was given or taken away.
     void checkPermission();
 
@@ -108,6 +117,8 @@ private:
     std::vector<RuleApp> rows;
     bool trusted = false;
     std::set<WindowAction> failed;
+    std::map<WindowAction, platform::ShortcutHolder> holders;
+    std::unique_ptr<platform::HolderSearch> holderSearch;
     corvid::HotKeyCenter<WindowAction> hotKeys;
     AppRules appRules;
     WindowActionRetry actions;

@@ -1,6 +1,8 @@
 #include "Tessel/RemoteControl.h"
 
 #include "CorvidKit/Concurrency.h"
+#include "Platform/Platform.h"
+#include "Tessel/HolderText.h"
 #include "Tessel/ShortcutText.h"
 #include "Tessel/StatusLine.h"
 #include "Tessel/WindowMover.h"
@@ -82,11 +84,16 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
     const bool isOn = state.isEnabled() && state.hasAccessibility();
     for (const WindowAction action : WindowAction::allCases) {
         const bool isTaken = state.failedShortcuts().contains(action);
-        report.shortcuts.push_back({.action = std::string(action.rawValue()),
-                                    .keys = shortcutText(action.shortcut()),
-                                    .state = !isOn     ? "off"
-                                             : isTaken ? "taken"
-                                                       : "active"});
+        platform::ControlStatus::Shortcut shortcut{.action = std::string(action.rawValue()),
+                                                   .keys = shortcutText(action.shortcut()),
+                                                   .state = !isOn     ? "off"
+                                                            : isTaken ? "taken"
+                                                                      : "active"};
+        if (const auto holder = state.shortcutHolders().find(action); holder != state.shortcutHolders().end()) {
+            shortcut.heldBy = holder->second.heldBy;
+            shortcut.purpose = purposeText(holder->second, platform::current().localization);
+        }
+        report.shortcuts.push_back(std::move(shortcut));
     }
     for (const auto& [identifier, action] : state.rules()) {
         report.rules.emplace(identifier, action.rawValue());

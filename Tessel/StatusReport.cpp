@@ -19,6 +19,14 @@ std::string padded(const std::string& text, std::size_t width) {
     return text + std::string(taken < width ? width - taken : 0, ' ');
 }
 
+/// What is said behind the state of a shortcut that is taken.
+std::string holderOf(const platform::ControlStatus::Shortcut& shortcut) {
+    if (shortcut.heldBy.empty()) {
+        return {};
+    }
+    return shortcut.purpose.empty() ? " by " + shortcut.heldBy : ": " + shortcut.purpose + " (" + shortcut.heldBy + ")";
+}
+
 } // namespace
 
 std::string text(const platform::ControlStatus& status) {
@@ -32,7 +40,7 @@ std::string text(const platform::ControlStatus& status) {
     lines += "\nShortcuts:\n";
     for (const auto& shortcut : status.shortcuts) {
         lines += "  " + padded(shortcut.keys, keysWidth) + "  " + padded(shortcut.action, actionWidth) + "  " +
-                 shortcut.state + "\n";
+                 shortcut.state + holderOf(shortcut) + "\n";
     }
     std::size_t identifierWidth = 0;
     for (const auto& [identifier, action] : status.rules) {

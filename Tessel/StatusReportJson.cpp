@@ -40,7 +40,12 @@ const char* wordOf(Kind kind) {
 std::string json(const platform::ControlStatus& status) {
     Json shortcuts = Json::array();
     for (const auto& shortcut : status.shortcuts) {
-        shortcuts.push_back({{"action", shortcut.action}, {"keys", shortcut.keys}, {"state", shortcut.state}});
+        Json entry{{"action", shortcut.action}, {"keys", shortcut.keys}, {"state", shortcut.state}};
+        if (!shortcut.heldBy.empty()) {
+            entry["heldBy"] = shortcut.heldBy;
+            entry["purpose"] = shortcut.purpose;
+        }
+        shortcuts.push_back(std::move(entry));
     }
     Json rules = Json::object();
     for (const auto& [identifier, action] : status.rules) {

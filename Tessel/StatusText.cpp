@@ -1,7 +1,9 @@
 #include "Tessel/StatusText.h"
 
+#include "Tessel/FilledText.h"
 #include "TesselCore/WindowAction.h"
 
+#include <array>
 #include <string_view>
 #include <utility>
 
@@ -12,37 +14,14 @@ namespace {
 constexpr std::string_view table = "Tessel";
 constexpr std::string_view activeText = "Active · %lld shortcuts · %lld apps";
 
-/// A placeholder and what is put in its place.
-using Part = std::pair<std::string_view, std::string>;
-
-/// Puts two texts in the place of two placeholders, which are looked for in the order given or, if they are told apart,
-/// wherever they are. What is put in is not looked at again.
-std::string filled(std::string_view text, const Part& first, const Part& second) {
-    constexpr std::size_t none = std::string_view::npos;
-    const std::size_t firstPlace = text.find(first.first);
-    const std::size_t after = first.first == second.first && firstPlace != none ? firstPlace + 1 : 0;
-    const std::size_t secondPlace = text.find(second.first, after);
-    std::string result(text);
-    const auto fill = [&result](std::size_t place, const Part& value) {
-        if (place != none) {
-            result.replace(place, value.first.size(), value.second);
-        }
-    };
-    // From the end, so that the earlier place stays where it was found.
-    const bool isFirstLast = firstPlace > secondPlace;
-    fill(isFirstLast ? firstPlace : secondPlace, isFirstLast ? first : second);
-    fill(isFirstLast ? secondPlace : firstPlace, isFirstLast ? second : first);
-    return result;
-}
-
 std::string countedText(std::size_t shortcutCount, std::size_t ruleCount, const platform::Localization& localization) {
     const std::string translation = localization.text(table, activeText);
     if (translation == activeText) {
-        return filled(activeText, {"%lld", std::to_string(shortcutCount)}, {"%lld", std::to_string(ruleCount)});
+        return filled(activeText, std::array{std::to_string(shortcutCount), std::to_string(ruleCount)});
     }
     // Each number has a plural of its own, so a translation is put together from parts that are counted already.
-    return filled(translation, {"%1", localization.text(table, "%n shortcuts", shortcutCount)},
-                  {"%2", localization.text(table, "%n apps", ruleCount)});
+    return filled(translation, std::array{localization.text(table, "%n shortcuts", shortcutCount),
+                                          localization.text(table, "%n apps", ruleCount)});
 }
 
 } // namespace

@@ -7,7 +7,8 @@ namespace platform::kwin {
 DesktopParts::DesktopParts(linux::MainLoop& mainLoop, const std::filesystem::path& script, HotKeys::Naming naming)
     : bus(mainLoop)
     , door(mainLoop, bus, table, script)
-    , hotKeys(mainLoop, bus, std::move(naming)) {
+    , hotKeys(mainLoop, bus, std::move(naming))
+    , holders(mainLoop, bus) {
     const Instant deadline = mainLoop.now() + Desktop::startPatience;
     bus.awaitArrival(deadline);
     door.waitUntilOpen(deadline);

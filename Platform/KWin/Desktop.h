@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Compositor/Desktop.h"
+#include "Platform/KWin/AccelHolders.h"
 #include "Platform/KWin/Door.h"
 #include "Platform/KWin/HotKeys.h"
 #include "Platform/Linux/SoundThemeBeep.h"
@@ -21,6 +22,7 @@ struct DesktopParts {
     compositor::WindowTable table;
     Door door;
     HotKeys hotKeys;
+    AccelHolders holders;
 };
 
 /// Plasma on Wayland: KWin, by a script of ours in it, and KGlobalAccel for the keys.
@@ -41,6 +43,8 @@ public:
     [[nodiscard]] Beep& sound() override { return bell; }
 
     [[nodiscard]] HotKeyEvents& hotKeyEvents() override { return hotKeys; }
+
+    [[nodiscard]] ShortcutHolders* shortcutHolders() override { return &holders; }
 
 private:
     [[nodiscard]] bool isTrusted() override;

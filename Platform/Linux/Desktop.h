@@ -11,6 +11,7 @@
 #include "Platform/OwnWindows.h"
 #include "Platform/RunningApplications.h"
 #include "Platform/Screens.h"
+#include "Platform/ShortcutHolders.h"
 #include "Platform/Workspace.h"
 
 #include <string>
@@ -45,6 +46,10 @@ public:
     [[nodiscard]] virtual OwnWindows& ownWindows() = 0;
     [[nodiscard]] virtual RunningApplications& runningApplications() = 0;
     [[nodiscard]] virtual Screens& screens() = 0;
+
+    /// Who can say whose a shortcut is that was refused; null where nobody can.
+    [[nodiscard]] virtual ShortcutHolders* shortcutHolders() { return nullptr; }
+
     [[nodiscard]] virtual Workspace& workspace() = 0;
 
     /// What the desktop itself says of how programs are to look; null where it says nothing beyond what all do.

@@ -19,6 +19,7 @@
 #include "Platform/Simulated/OwnWindows.h"
 #include "Platform/Simulated/ProcessInfo.h"
 #include "Platform/Simulated/Screens.h"
+#include "Platform/Simulated/ShortcutHolders.h"
 #include "Platform/Simulated/StatusBar.h"
 #include "Platform/Simulated/SystemClock.h"
 #include "Platform/Simulated/ThisApplication.h"
@@ -41,6 +42,7 @@ public:
     Accessibility accessibility{trace, applications};
     AccessibilityObservers accessibilityObservers{trace, mainActor, applications};
     HotKeyEvents hotKeyEvents{trace};
+    ShortcutHolders shortcutHolders{trace, mainActor};
     ImageRenderer imageRenderer{trace};
     Beep sound{trace};
     ProcessInfo processInfo;
@@ -77,6 +79,7 @@ private:
                    .processInfo = processInfo,
                    .runningApplications = applications,
                    .screens = screens,
+                   .shortcutHolders = &shortcutHolders,
                    .standardUserDefaults = standardUserDefaults,
                    .statusBar = statusBar,
                    .systemClock = systemClock,

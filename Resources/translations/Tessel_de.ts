@@ -150,6 +150,46 @@
         <translation>Eine andere App verwendet dieses Tastenkürzel bereits</translation>
     </message>
     <message>
+        <source>%1 %2 (%3)</source>
+        <translation>%1 %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1: %2 (%3)</source>
+        <translation>%1: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %3</source>
+        <translation>%1 gehört %3</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the left</source>
+        <translation>wechselt zur linken Arbeitsfläche</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the right</source>
+        <translation>wechselt zur rechten Arbeitsfläche</translation>
+    </message>
+    <message>
+        <source>switches to the workspace above</source>
+        <translation>wechselt zur Arbeitsfläche darüber</translation>
+    </message>
+    <message>
+        <source>switches to the workspace below</source>
+        <translation>wechselt zur Arbeitsfläche darunter</translation>
+    </message>
+    <message>
+        <source>shows the desktop</source>
+        <translation>zeigt den Schreibtisch</translation>
+    </message>
+    <message>
+        <source>shows all workspaces</source>
+        <translation>zeigt alle Arbeitsflächen</translation>
+    </message>
+    <message>
+        <source>shows all windows</source>
+        <translation>zeigt alle Fenster</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>Beim Öffnen dieser Apps</translation>
     </message>

@@ -150,6 +150,46 @@
         <translation>Another app is already using this shortcut</translation>
     </message>
     <message>
+        <source>%1 %2 (%3)</source>
+        <translation>%1 %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1: %2 (%3)</source>
+        <translation>%1: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %3</source>
+        <translation>%1 belongs to %3</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the left</source>
+        <translation>switches to the workspace on the left</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the right</source>
+        <translation>switches to the workspace on the right</translation>
+    </message>
+    <message>
+        <source>switches to the workspace above</source>
+        <translation>switches to the workspace above</translation>
+    </message>
+    <message>
+        <source>switches to the workspace below</source>
+        <translation>switches to the workspace below</translation>
+    </message>
+    <message>
+        <source>shows the desktop</source>
+        <translation>shows the desktop</translation>
+    </message>
+    <message>
+        <source>shows all workspaces</source>
+        <translation>shows all workspaces</translation>
+    </message>
+    <message>
+        <source>shows all windows</source>
+        <translation>shows all windows</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>When these apps open</translation>
     </message>

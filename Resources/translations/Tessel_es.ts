@@ -150,6 +150,46 @@
         <translation>Otra aplicación ya usa este atajo</translation>
     </message>
     <message>
+        <source>%1 %2 (%3)</source>
+        <translation>%1 %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1: %2 (%3)</source>
+        <translation>%1: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %3</source>
+        <translation>%1 pertenece a %3</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the left</source>
+        <translation>cambia al área de trabajo de la izquierda</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the right</source>
+        <translation>cambia al área de trabajo de la derecha</translation>
+    </message>
+    <message>
+        <source>switches to the workspace above</source>
+        <translation>cambia al área de trabajo de arriba</translation>
+    </message>
+    <message>
+        <source>switches to the workspace below</source>
+        <translation>cambia al área de trabajo de abajo</translation>
+    </message>
+    <message>
+        <source>shows the desktop</source>
+        <translation>muestra el escritorio</translation>
+    </message>
+    <message>
+        <source>shows all workspaces</source>
+        <translation>muestra todas las áreas de trabajo</translation>
+    </message>
+    <message>
+        <source>shows all windows</source>
+        <translation>muestra todas las ventanas</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>Al abrir estas aplicaciones</translation>
     </message>

@@ -150,6 +150,46 @@
         <translation>Une autre application utilise déjà ce raccourci</translation>
     </message>
     <message>
+        <source>%1 %2 (%3)</source>
+        <translation>%1 %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1: %2 (%3)</source>
+        <translation>%1 : %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %3</source>
+        <translation>%1 appartient à %3</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the left</source>
+        <translation>passe à l’espace de travail de gauche</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the right</source>
+        <translation>passe à l’espace de travail de droite</translation>
+    </message>
+    <message>
+        <source>switches to the workspace above</source>
+        <translation>passe à l’espace de travail du dessus</translation>
+    </message>
+    <message>
+        <source>switches to the workspace below</source>
+        <translation>passe à l’espace de travail du dessous</translation>
+    </message>
+    <message>
+        <source>shows the desktop</source>
+        <translation>affiche le bureau</translation>
+    </message>
+    <message>
+        <source>shows all workspaces</source>
+        <translation>affiche tous les espaces de travail</translation>
+    </message>
+    <message>
+        <source>shows all windows</source>
+        <translation>affiche toutes les fenêtres</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>À l’ouverture de ces applications</translation>
     </message>

@@ -150,6 +150,46 @@
         <translation>Un’altra applicazione usa già questa scorciatoia</translation>
     </message>
     <message>
+        <source>%1 %2 (%3)</source>
+        <translation>%1 %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1: %2 (%3)</source>
+        <translation>%1: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %3</source>
+        <translation>%1 appartiene a %3</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the left</source>
+        <translation>passa allo spazio di lavoro a sinistra</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the right</source>
+        <translation>passa allo spazio di lavoro a destra</translation>
+    </message>
+    <message>
+        <source>switches to the workspace above</source>
+        <translation>passa allo spazio di lavoro sopra</translation>
+    </message>
+    <message>
+        <source>switches to the workspace below</source>
+        <translation>passa allo spazio di lavoro sotto</translation>
+    </message>
+    <message>
+        <source>shows the desktop</source>
+        <translation>mostra la scrivania</translation>
+    </message>
+    <message>
+        <source>shows all workspaces</source>
+        <translation>mostra tutti gli spazi di lavoro</translation>
+    </message>
+    <message>
+        <source>shows all windows</source>
+        <translation>mostra tutte le finestre</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>All’apertura di queste applicazioni</translation>
     </message>

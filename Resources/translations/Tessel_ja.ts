@@ -148,6 +148,46 @@
         <translation>ほかのアプリがこのショートカットを使用しています</translation>
     </message>
     <message>
+        <source>%1 %2 (%3)</source>
+        <translation>%1: %2（%3）</translation>
+    </message>
+    <message>
+        <source>%1: %2 (%3)</source>
+        <translation>%1: %2（%3）</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %3</source>
+        <translation>%1は%3が使用しています</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the left</source>
+        <translation>左のワークスペースに切り替えます</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the right</source>
+        <translation>右のワークスペースに切り替えます</translation>
+    </message>
+    <message>
+        <source>switches to the workspace above</source>
+        <translation>上のワークスペースに切り替えます</translation>
+    </message>
+    <message>
+        <source>switches to the workspace below</source>
+        <translation>下のワークスペースに切り替えます</translation>
+    </message>
+    <message>
+        <source>shows the desktop</source>
+        <translation>デスクトップを表示します</translation>
+    </message>
+    <message>
+        <source>shows all workspaces</source>
+        <translation>すべてのワークスペースを表示します</translation>
+    </message>
+    <message>
+        <source>shows all windows</source>
+        <translation>すべてのウインドウを表示します</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>これらのアプリを開いたとき</translation>
     </message>

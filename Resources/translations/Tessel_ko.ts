@@ -148,6 +148,46 @@
         <translation>다른 앱에서 이미 이 단축키를 사용하고 있습니다</translation>
     </message>
     <message>
+        <source>%1 %2 (%3)</source>
+        <translation>%1: %2(%3)</translation>
+    </message>
+    <message>
+        <source>%1: %2 (%3)</source>
+        <translation>%1: %2(%3)</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %3</source>
+        <translation>%1: %3에서 사용 중</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the left</source>
+        <translation>왼쪽 작업 공간으로 전환</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the right</source>
+        <translation>오른쪽 작업 공간으로 전환</translation>
+    </message>
+    <message>
+        <source>switches to the workspace above</source>
+        <translation>위쪽 작업 공간으로 전환</translation>
+    </message>
+    <message>
+        <source>switches to the workspace below</source>
+        <translation>아래쪽 작업 공간으로 전환</translation>
+    </message>
+    <message>
+        <source>shows the desktop</source>
+        <translation>바탕 화면 보기</translation>
+    </message>
+    <message>
+        <source>shows all workspaces</source>
+        <translation>모든 작업 공간 보기</translation>
+    </message>
+    <message>
+        <source>shows all windows</source>
+        <translation>모든 창 보기</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>다음 앱을 열 때</translation>
     </message>

@@ -150,6 +150,46 @@
         <translation>Outro aplicativo já usa este atalho</translation>
     </message>
     <message>
+        <source>%1 %2 (%3)</source>
+        <translation>%1 %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1: %2 (%3)</source>
+        <translation>%1: %2 (%3)</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %3</source>
+        <translation>%1 pertence a %3</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the left</source>
+        <translation>alterna para o espaço de trabalho à esquerda</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the right</source>
+        <translation>alterna para o espaço de trabalho à direita</translation>
+    </message>
+    <message>
+        <source>switches to the workspace above</source>
+        <translation>alterna para o espaço de trabalho acima</translation>
+    </message>
+    <message>
+        <source>switches to the workspace below</source>
+        <translation>alterna para o espaço de trabalho abaixo</translation>
+    </message>
+    <message>
+        <source>shows the desktop</source>
+        <translation>mostra a área de trabalho</translation>
+    </message>
+    <message>
+        <source>shows all workspaces</source>
+        <translation>mostra todos os espaços de trabalho</translation>
+    </message>
+    <message>
+        <source>shows all windows</source>
+        <translation>mostra todas as janelas</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>Ao abrir estes aplicativos</translation>
     </message>

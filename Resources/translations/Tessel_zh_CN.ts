@@ -148,6 +148,46 @@
         <translation>其他应用已在使用此快捷键</translation>
     </message>
     <message>
+        <source>%1 %2 (%3)</source>
+        <translation>%1：%2（%3）</translation>
+    </message>
+    <message>
+        <source>%1: %2 (%3)</source>
+        <translation>%1：%2（%3）</translation>
+    </message>
+    <message>
+        <source>%1 belongs to %3</source>
+        <translation>%1 已被 %3 占用</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the left</source>
+        <translation>切换到左侧的工作区</translation>
+    </message>
+    <message>
+        <source>switches to the workspace on the right</source>
+        <translation>切换到右侧的工作区</translation>
+    </message>
+    <message>
+        <source>switches to the workspace above</source>
+        <translation>切换到上方的工作区</translation>
+    </message>
+    <message>
+        <source>switches to the workspace below</source>
+        <translation>切换到下方的工作区</translation>
+    </message>
+    <message>
+        <source>shows the desktop</source>
+        <translation>显示桌面</translation>
+    </message>
+    <message>
+        <source>shows all workspaces</source>
+        <translation>显示所有工作区</translation>
+    </message>
+    <message>
+        <source>shows all windows</source>
+        <translation>显示所有窗口</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>打开这些应用时</translation>
     </message>

@@ -9,6 +9,7 @@
 #include "Platform/MainActor.h"
 #include "Platform/Platform.h"
 #include "Platform/ThisApplication.h"
+#include "Tessel/HolderText.h"
 #include "Tessel/Menu/ImageSource.h"
 #include "Tessel/ShortcutText.h"
 #include "Tessel/StatusText.h"
@@ -135,12 +136,17 @@ bool MenuState::updateReminderDue() const {
     return state.updates().updateReminderDue();
 }
 
-QStringList MenuState::failedShortcuts() const {
-    QStringList failed;
+QVariantMap MenuState::takenShortcuts() const {
+    const platform::Localization& localization = platform::current().localization;
+    QVariantMap taken;
     for (const WindowAction action : state.failedShortcuts()) {
-        failed.append(text(action.rawValue()));
+        const auto holder = state.shortcutHolders().find(action);
+        taken.insert(text(action.rawValue()),
+                     holder == state.shortcutHolders().end()
+                         ? translated("Another app is already using this shortcut")
+                         : QString::fromStdString(holderText(action.shortcut(), holder->second, localization)));
     }
-    return failed;
+    return taken;
 }
 
 QVariantList MenuState::actions() const {

@@ -8,8 +8,8 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <QObject>
-#include <QStringList>
 #include <QVariantList>
+#include <QVariantMap>
 
 namespace tessel {
 
@@ -24,7 +24,7 @@ class MenuState final : public QObject {
     Q_PROPERTY(bool isEnabled READ isEnabled WRITE setEnabled NOTIFY changed)
     Q_PROPERTY(bool hasAccessibility READ hasAccessibility NOTIFY changed)
     Q_PROPERTY(bool updateReminderDue READ updateReminderDue NOTIFY changed)
-    Q_PROPERTY(QStringList failedShortcuts READ failedShortcuts NOTIFY changed)
+    Q_PROPERTY(QVariantMap takenShortcuts READ takenShortcuts NOTIFY changed)
     Q_PROPERTY(QAbstractItemModel* ruleApps READ ruleApps CONSTANT)
     Q_PROPERTY(QVariantList actions READ actions CONSTANT)
     Q_PROPERTY(QVariantList ruleActions READ ruleActions CONSTANT)
@@ -48,8 +48,8 @@ public:
     [[nodiscard]] bool hasAccessibility() const;
     [[nodiscard]] bool updateReminderDue() const;
 
-    /// The raw values of the actions whose shortcut is taken.
-    [[nodiscard]] QStringList failedShortcuts() const;
+    /// What is to be said of each shortcut that is taken, by the raw value of its action.
+    [[nodiscard]] QVariantMap takenShortcuts() const;
 
     [[nodiscard]] QAbstractItemModel* ruleApps() { return &rows; }
 

@@ -9,7 +9,9 @@ Item {
     property string title
     property list<string> keys
     property string spokenKeys
-    property bool isTaken
+    // Who has the shortcut; empty while it is ours.
+    property string taken
+    readonly property bool isTaken: taken !== ""
 
     implicitHeight: 40
 
@@ -51,7 +53,7 @@ Item {
         ToolTip {
             id: tip
             control: sign
-            text: qsTranslate("Tessel", "Another app is already using this shortcut")
+            text: row.taken
         }
     }
     KeyCaps {

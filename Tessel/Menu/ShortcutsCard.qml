@@ -32,7 +32,7 @@ Card {
                     title: entry.modelData.title
                     keys: entry.modelData.keys
                     spokenKeys: entry.modelData.spokenKeys
-                    isTaken: card.appState.failedShortcuts.includes(entry.modelData.id)
+                    taken: card.appState.takenShortcuts[entry.modelData.id] ?? ""
                 }
             }
         }

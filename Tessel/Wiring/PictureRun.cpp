@@ -142,6 +142,7 @@ void drawPictures(const std::string& directory, Count& begun) {
         .processInfo = processInfo,
         .runningApplications = desktop.runningApplications,
         .screens = desktop.screens,
+        .shortcutHolders = nullptr,
         .standardUserDefaults = noDefaults,
         .statusBar = desktop.statusBar,
         .systemClock = systemClock,

@@ -142,6 +142,7 @@ int runResident() {
         .processInfo = processInfo,
         .runningApplications = desktop.runningApplications(),
         .screens = desktop.screens(),
+        .shortcutHolders = desktop.shortcutHolders(),
         .standardUserDefaults = userDefaults,
         .statusBar = statusBar,
         .systemClock = systemClock,

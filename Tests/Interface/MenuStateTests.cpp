@@ -99,7 +99,18 @@ TEST_F(Menu, NamesTheShortcutsThatAreTaken) {
     MenuState& menu = make();
     EXPECT_EQ(menu.status(), MenuState::ShortcutsTaken);
     EXPECT_EQ(menu.statusText(), "Some shortcuts are taken");
-    EXPECT_EQ(menu.failedShortcuts(), QStringList{"center"});
+    EXPECT_EQ(menu.takenShortcuts(), (QVariantMap{{"center", "Another app is already using this shortcut"}}));
+}
+
+TEST_F(Menu, SaysWhoseATakenShortcutIsOnceTheDesktopHasSaid) {
+    const corvid::Shortcut taken = WindowAction(WindowAction::center).shortcut();
+    desktop.hotKeyEvents.refuse(taken.keyCode, taken.modifiers);
+    desktop.shortcutHolders.holders = {{taken, {.heldBy = "GNOME", .purpose = platform::KeyPurpose::allWindows}}};
+    MenuState& menu = make();
+    QVariantMap told;
+    QObject::connect(&menu, &MenuState::changed, [&] { told = menu.takenShortcuts(); });
+    desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
+    EXPECT_EQ(told, (QVariantMap{{"center", "Ctrl+Alt+C shows all windows (GNOME)"}}));
 }
 
 TEST_F(Menu, TellsOfAChangeOnceItIsThere) {

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QIcon>
+#include <QQmlEngine>
+#include <QQmlProperty>
 #include <algorithm>
 #include <iterator>
 #include <string>
@@ -159,6 +161,20 @@ TEST_F(View, OnlyTheRowOfATakenShortcutIsMarked) {
     for (std::size_t row = 0; row < rows.size(); ++row) {
         EXPECT_EQ(rows[row]->property("isTaken").toBool(), row == 2) << row;
     }
+}
+
+TEST_F(View, TheSignOfATakenShortcutSaysWhoseItIs) {
+    const corvid::Shortcut taken = WindowAction(WindowAction::maximize).shortcut();
+    desktop.hotKeyEvents.refuse(taken.keyCode, taken.modifiers);
+    desktop.shortcutHolders.holders = {{taken, {.heldBy = "openbox", .purpose = platform::KeyPurpose::workspaceAbove}}};
+    make();
+    desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
+    settle();
+    QQuickItem* row = itemsOfType(*item, "ShortcutRow").at(2);
+    const QString wanted = QString::fromUtf8("Ctrl+Alt+↑ switches to the workspace above (openbox)");
+    EXPECT_EQ(itemsOfType(*row, "ToolTip").front()->property("text"), wanted);
+    QQuickItem* sign = itemsOfType(*row, "ToolTip").front()->parentItem();
+    EXPECT_EQ(QQmlProperty::read(sign, "Accessible.name", qmlContext(sign)), wanted);
 }
 
 TEST_F(View, TwoHundredRulesAreOneListOfWhichAFewRowsExist) {

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -96,6 +97,44 @@ TEST_F(State, WaitsForThePermissionOnAFirstRunAndIsActiveAtThePollAfterTheGrant)
     EXPECT_EQ(state.status(), AppStatus::active);
     EXPECT_EQ(registeredCount(), 6U);
     EXPECT_EQ(desktop.accessibility.promptCount(), 1) << "asked once only";
+}
+
+TEST_F(State, AsksForHoldersOfTakenShortcutsAloneAndOncePerRegistration) {
+    const auto asked = [this] { return desktop.trace.take("find holders"); };
+    make();
+    EXPECT_EQ(asked(), Lines());
+    refuse(WindowAction::center);
+    refuse(WindowAction::leftHalf);
+    made->setEnabled(false);
+    made->setEnabled(true);
+    EXPECT_EQ(asked(), Lines{"find holders of 2"});
+    made->setEnabled(true);
+    EXPECT_EQ(asked(), Lines()) << "nothing was registered anew";
+    release(WindowAction::leftHalf);
+    made->setEnabled(false);
+    made->setEnabled(true);
+    EXPECT_EQ(asked(), Lines{"find holders of 1"});
+}
+
+TEST_F(State, KnowsHoldersOfTakenShortcutsOnly) {
+    using platform::ShortcutHolder;
+    const ShortcutHolder gnome{.heldBy = "GNOME", .purpose = platform::KeyPurpose::workspaceOnTheLeft};
+    desktop.shortcutHolders.holders = {{WindowAction(WindowAction::leftHalf).shortcut(), gnome}};
+    refuse(WindowAction::leftHalf);
+    refuse(WindowAction::center);
+    const AppState& state = make();
+    EXPECT_TRUE(state.shortcutHolders().empty());
+    int told = 0;
+    const auto changes = made->objectWillChange().subscribe([&] { ++told; });
+    desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
+    EXPECT_EQ(state.shortcutHolders(), (std::map<WindowAction, ShortcutHolder>{{WindowAction::leftHalf, gnome}}));
+    EXPECT_EQ(told, 1);
+    made->setEnabled(false);
+    EXPECT_TRUE(state.shortcutHolders().empty());
+    made->setEnabled(true);
+    made->setEnabled(false);
+    desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
+    EXPECT_TRUE(state.shortcutHolders().empty()) << "an answer that comes too late";
 }
 
 TEST_F(State, LooksForThePermissionEveryTwoSecondsWithATolerance) {

@@ -1,5 +1,6 @@
 #include "Tessel/RemoteCommand.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -14,6 +15,7 @@ using platform::ControlRefusal;
 using platform::ControlStatus;
 using RemoteCommand::Outcome;
 using Kind = ControlRefusal::Kind;
+using testing::HasSubstr;
 
 /// A running program that answers everything alike.
 class Program final : public platform::ControlRequests {
@@ -67,6 +69,18 @@ TEST(RemoteCommand, PrintsTheStatusForPeople) {
                                  "  org.example.Editor  maximize\n"
                                  "  übung               center\n",
                        .errors = {}}));
+}
+
+TEST(RemoteCommand, SaysWhoseATakenShortcutIsWhereThatIsKnown) {
+    Program program;
+    ControlStatus::Shortcut& center = program.report.shortcuts.at(1);
+    center.heldBy = "GNOME";
+    EXPECT_THAT(RemoteCommand::carryOut(status, program).output, HasSubstr("  center    taken by GNOME\n"));
+    center.purpose = "shows the desktop";
+    EXPECT_THAT(RemoteCommand::carryOut(status, program).output,
+                HasSubstr("  center    taken: shows the desktop (GNOME)\n"));
+    EXPECT_THAT(RemoteCommand::carryOut(statusJson, program).output,
+                HasSubstr(R"("state":"taken","heldBy":"GNOME","purpose":"shows the desktop"})"));
 }
 
 TEST(RemoteCommand, SaysSoWhereThereAreNoRules) {

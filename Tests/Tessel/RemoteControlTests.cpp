@@ -75,6 +75,20 @@ TEST_F(Remote, TellsHowThingsStand) {
     EXPECT_EQ(control().status(), expected);
 }
 
+TEST_F(Remote, TellsWhoseATakenShortcutIsInTheLanguageOfTheUser) {
+    const corvid::Shortcut taken = WindowAction(WindowAction::center).shortcut();
+    desktop.hotKeyEvents.refuse(taken.keyCode, taken.modifiers);
+    desktop.shortcutHolders.holders = {{taken, {.heldBy = "GNOME", .purpose = platform::KeyPurpose::showDesktop}}};
+    desktop.localization.texts = {{"Tessel/shows the desktop", "zeigt den Schreibtisch"}};
+    control();
+    const auto center = [&] { return control().status()->shortcuts.at(2); };
+    EXPECT_EQ(center(), (ControlStatus::Shortcut{"center", "Ctrl+Alt+C", "taken", "", ""})) << "nobody has said yet";
+    desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
+    EXPECT_EQ(center(), (ControlStatus::Shortcut{"center", "Ctrl+Alt+C", "taken", "GNOME", "zeigt den Schreibtisch"}));
+    state->setEnabled(false);
+    EXPECT_EQ(center(), (ControlStatus::Shortcut{"center", "Ctrl+Alt+C", "off", "", ""}));
+}
+
 TEST_F(Remote, TellsOfEveryShortcutThatItIsOffWhilePausedOrWithoutPermission) {
     control();
     state->setEnabled(false);

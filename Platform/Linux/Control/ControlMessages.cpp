@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -67,6 +68,17 @@ int appendShortcuts(sd_bus_message* message, const ControlStatus& status) {
     return result < 0 ? result : closeEntry(message);
 }
 
+int appendHolders(sd_bus_message* message, const ControlStatus& status) {
+    int result = openEntry(message, "holders", "a(sss)");
+    for (const ControlStatus::Shortcut& shortcut : status.shortcuts) {
+        if (result >= 0 && !shortcut.heldBy.empty()) {
+            result = sd_bus_message_append(message, "(sss)", shortcut.action.c_str(), shortcut.heldBy.c_str(),
+                                           shortcut.purpose.c_str());
+        }
+    }
+    return result < 0 ? result : closeEntry(message);
+}
+
 int appendRules(sd_bus_message* message, const ControlStatus& status) {
     int result = openEntry(message, "rules", "a{ss}");
     for (const auto& [identifier, action] : status.rules) {
@@ -93,21 +105,39 @@ int readFlag(sd_bus_message* message, bool& value) {
     return result;
 }
 
-int readShortcuts(sd_bus_message* message, ControlStatus& status) {
+/// Reads an array of three texts each.
+int readTriples(sd_bus_message* message,
+                const std::function<void(const char* first, const char* second, const char* third)>& take) {
     int result = sd_bus_message_enter_container(message, SD_BUS_TYPE_VARIANT, "a(sss)");
     if (result > 0) {
         result = sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "(sss)");
     }
-    const char* action = nullptr;
-    const char* keys = nullptr;
-    const char* state = nullptr;
-    while (result > 0 && (result = sd_bus_message_read(message, "(sss)", &action, &keys, &state)) > 0) {
-        status.shortcuts.push_back({.action = action, .keys = keys, .state = state});
+    const char* first = nullptr;
+    const char* second = nullptr;
+    const char* third = nullptr;
+    while (result > 0 && (result = sd_bus_message_read(message, "(sss)", &first, &second, &third)) > 0) {
+        take(first, second, third);
     }
     if (result >= 0) {
         result = sd_bus_message_exit_container(message);
     }
     return result < 0 ? result : sd_bus_message_exit_container(message);
+}
+
+int readShortcuts(sd_bus_message* message, ControlStatus& status) {
+    return readTriples(message, [&](const char* action, const char* keys, const char* state) {
+        status.shortcuts.push_back({.action = action, .keys = keys, .state = state});
+    });
+}
+
+int readHolders(sd_bus_message* message, ControlStatus& status) {
+    return readTriples(message, [&](std::string_view action, const char* heldBy, const char* purpose) {
+        const auto found = std::ranges::find(status.shortcuts, action, &ControlStatus::Shortcut::action);
+        if (found != status.shortcuts.end()) {
+            found->heldBy = heldBy;
+            found->purpose = purpose;
+        }
+    });
 }
 
 int readRules(sd_bus_message* message, ControlStatus& status) {
@@ -150,6 +180,9 @@ int readEntry(sd_bus_message* message, ControlStatus& status) {
     if (key == "shortcuts") {
         return readShortcuts(message, status);
     }
+    if (key == "holders") {
+        return readHolders(message, status);
+    }
     if (key == "rules") {
         return readRules(message, status);
     }
@@ -175,6 +208,10 @@ int append(sd_bus_message* message, const ControlStatus& status) {
     }
     if (result >= 0) {
         result = appendShortcuts(message, status);
+    }
+    // Behind the shortcuts, which they belong to.
+    if (result >= 0) {
+        result = appendHolders(message, status);
     }
     if (result >= 0) {
         result = appendRules(message, status);

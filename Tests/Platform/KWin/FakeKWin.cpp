@@ -173,6 +173,9 @@ int FakeKWin::answerAccel(sd_bus_message* call) {
     if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "setShortcutKeys") > 0) {
         return setKeys(call);
     }
+    if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "getGlobalShortcutsByKey") > 0) {
+        return tellHolders(call);
+    }
     if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "unregister") > 0) {
         const char* component = nullptr;
         const char* action = nullptr;
@@ -220,6 +223,24 @@ int FakeKWin::setKeys(sd_bus_message* call) {
         noted.push_back("register " + words.at(0) + "|" + words.at(1) + "|" + words.at(2) + "|" + words.at(3));
     }
     return sd_bus_reply_method_return(call, "a(ai)", 1, 4, key, 0, 0, 0);
+}
+
+int FakeKWin::tellHolders(sd_bus_message* call) {
+    int key = 0;
+    EXPECT_GT(sd_bus_message_read(call, "i", &key), 0);
+    note("holders of " + std::to_string(key));
+    sd_bus_message* raw = nullptr;
+    sd_bus_message_new_method_return(call, &raw);
+    const OwnedMessage reply(raw);
+    sd_bus_message_open_container(raw, SD_BUS_TYPE_ARRAY, "(ssssssaiai)");
+    for (auto [holder, end] = holders.equal_range(key); holder != end; ++holder) {
+        const Holder& told = holder->second;
+        sd_bus_message_append(raw, "(ssssssaiai)", told.action.c_str(), told.actionTitle.c_str(),
+                              told.component.c_str(), told.componentTitle.c_str(), "default", "Default Context", 1, key,
+                              1, key);
+    }
+    sd_bus_message_close_container(raw);
+    return sd_bus_message_send(raw);
 }
 
 void FakeKWin::press(int key, int repeats) {

@@ -45,6 +45,15 @@ public:
     /// Keys of other programs, as Qt numbers them.
     std::vector<int> takenKeys;
 
+    struct Holder {
+        std::string action;
+        std::string actionTitle;
+        std::string component;
+        std::string componentTitle;
+    };
+    /// Who it says has a key, by Qt's number; several where it grants keys twice.
+    std::multimap<int, Holder> holders;
+
     /// Does not run yet.
     explicit FakeKWin(std::string address);
     FakeKWin(const FakeKWin&) = delete;
@@ -78,6 +87,7 @@ private:
     int answerScripting(sd_bus_message* call);
     int answerAccel(sd_bus_message* call);
     int setKeys(sd_bus_message* call);
+    int tellHolders(sd_bus_message* call);
     void note(std::string what);
 
     std::string address;

@@ -46,6 +46,7 @@ private:
         .processInfo = other.processInfo,
         .runningApplications = followed.desktop->runningApplications(),
         .screens = followed.desktop->screens(),
+        .shortcutHolders = nullptr,
         .standardUserDefaults = other.standardUserDefaults,
         .statusBar = other.statusBar,
         .systemClock = other.systemClock,

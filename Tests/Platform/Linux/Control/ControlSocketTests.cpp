@@ -53,7 +53,8 @@ TEST(ControlSocket, TheStatusArrivesAsItWasGiven) {
         .isTrusted = true,
         .version = "1.2",
         .backend = "X11",
-        .shortcuts = {{"leftHalf", "Ctrl+Alt+←", "active"}, {"center", "Ctrl+Alt+C", "taken"}},
+        .shortcuts = {{"leftHalf", "Ctrl+Alt+←", "active"},
+                      {"center", "Ctrl+Alt+C", "taken", "GNOME", "shows all windows"}},
         .rules = {{"org.example.Editor", "maximize"}, {"übung", "center"}},
     };
     const ControlServer server(session, [&](RecordedRequests& requests) { requests.report = report; });

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "CorvidKitCore/Shortcut.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace platform {
+
+/// What desktops commonly hold a combination of keys for.
+enum class KeyPurpose : std::uint8_t {
+    workspaceOnTheLeft,
+    workspaceOnTheRight,
+    workspaceAbove,
+    workspaceBelow,
+    showDesktop,
+    allWorkspaces,
+    allWindows,
+};
+
+/// Who holds a combination of keys, and what for.
+struct ShortcutHolder {
+    /// The desktop or program as people call it, as in "GNOME". UTF-8, never empty.
+    std::string heldBy;
+    /// What it does then: something common, or the holder's own words in its own language. UTF-8; empty where it has
+    /// none.
+    std::variant<KeyPurpose, std::string> purpose;
+
+    friend bool operator==(const ShortcutHolder&, const ShortcutHolder&) = default;
+};
+
+/// A search for holders. Dropping it ends it, and nobody is told any more.
+class HolderSearch {
+public:
+    HolderSearch() = default;
+    HolderSearch(const HolderSearch&) = delete;
+    HolderSearch& operator=(const HolderSearch&) = delete;
+    virtual ~HolderSearch() = default;
+};
+
+/// Finds out who holds combinations of keys that were refused. Main thread only.
+class ShortcutHolders {
+public:
+    /// One answer for each combination, in their order; nothing where nobody can say.
+    using Answers = std::vector<std::optional<ShortcutHolder>>;
+    using Found = std::function<void(const Answers&)>;
+
+    ShortcutHolders() = default;
+    ShortcutHolders(const ShortcutHolders&) = delete;
+    ShortcutHolders& operator=(const ShortcutHolders&) = delete;
+    virtual ~ShortcutHolders() = default;
+
+    /// Begins to look. `found` is called at most once, in a later turn of the event loop, and may drop the search;
+    /// never where there is nobody to ask or no answer comes. Null where a search cannot be begun. The search must not
+    /// outlive this.
+    [[nodiscard]] virtual std::unique_ptr<HolderSearch> find(const std::vector<corvid::Shortcut>& shortcuts,
+                                                             Found found) = 0;
+};
+
+} // namespace platform

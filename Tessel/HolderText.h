@@ -1,0 +1,21 @@
+#pragma once
+
+#include "CorvidKitCore/Shortcut.h"
+#include "Platform/Localization.h"
+#include "Platform/ShortcutHolders.h"
+
+#include <string>
+
+namespace tessel {
+
+/// What a held shortcut does, as the end of a sentence in the user's language, or in the holder's own words. Empty
+/// where nobody has said.
+[[nodiscard]] std::string purposeText(const platform::ShortcutHolder& holder,
+                                      const platform::Localization& localization);
+
+/// Whose a shortcut is and what it does, in the user's language: "Ctrl+Alt+← switches to the workspace on the left
+/// (GNOME)".
+[[nodiscard]] std::string holderText(const corvid::Shortcut& shortcut, const platform::ShortcutHolder& holder,
+                                     const platform::Localization& localization);
+
+} // namespace tessel
