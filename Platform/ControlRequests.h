@@ -23,6 +23,9 @@ struct ControlStatus {
         /// said.
         std::string heldBy = {};
         std::string purpose = {};
+        /// An active one that is its holder's again when the program ends, and a taken one that could be had so.
+        bool isBorrowed = false;
+        bool canBeBorrowed = false;
 
         friend bool operator==(const Shortcut&, const Shortcut&) = default;
     };
@@ -32,6 +35,8 @@ struct ControlStatus {
     std::string statusText;
     bool isEnabled = false;
     bool isTrusted = false;
+    /// Whether the user lets the program borrow shortcuts.
+    bool borrowsShortcuts = false;
     std::string version;
     /// The kind of desktop, as in "X11".
     std::string backend;
@@ -90,6 +95,9 @@ public:
 
     /// Sets the rule of an application to an action's raw value, or takes it away for "none".
     virtual ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) = 0;
+
+    /// Lets the program borrow shortcuts that others hold, or has it give back those that it has borrowed.
+    virtual ControlAnswer<void> setBorrowsShortcuts(bool borrows) = 0;
 
     /// Asks the program to end.
     virtual ControlAnswer<void> quit() = 0;

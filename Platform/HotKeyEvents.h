@@ -48,6 +48,16 @@ public:
 /// The handlers that would be asked after this one; no backend has any so far.
 class EventHandlerCall;
 
+/// Whether a combination that others hold can be had for as long as this program runs.
+enum class HotKeyLoan : std::uint8_t {
+    /// It is nobody else's, or not to be had.
+    none,
+    /// It was refused, and would be granted to a program that borrows.
+    possible,
+    /// It is registered, and its holder gets it back when this program ends, however it ends.
+    made,
+};
+
 /// Handles a press on the main thread. `event` is null where the platform lost it; `userData` is what was given when
 /// the handler was installed.
 using HotKeyEventHandler = OSStatus (*)(EventHandlerCall* nextHandler, const HotKeyEvent* event, void* userData);
@@ -81,6 +91,15 @@ public:
 
     /// Gives the combination back. An unknown reference is ignored.
     virtual void unregisterHotKey(EventHotKeyRef reference) = 0;
+
+    /// Whether combinations that others hold are borrowed where that can be done without changing anybody's settings.
+    /// Not at first: it takes the user's consent. Acts on what is registered from now on.
+    virtual void setBorrows(bool /*borrows*/) {}
+
+    /// How a combination stands since it was last registered or refused.
+    [[nodiscard]] virtual HotKeyLoan loan(std::uint32_t /*keyCode*/, std::uint32_t /*modifiers*/) const {
+        return HotKeyLoan::none;
+    }
 };
 
 } // namespace platform

@@ -24,6 +24,9 @@ namespace {
 /// The master switch, as it is kept in the user's defaults.
 const corvid::Preference<bool> enabledPreference{.key = "enabled", .defaultValue = true};
 
+/// Whether the user lets the program have shortcuts that the desktop holds.
+const corvid::Preference<bool> borrowsShortcutsPreference{.key = "borrowsShortcuts", .defaultValue = false};
+
 /// How often the permission is looked for.
 constexpr platform::Duration permissionInterval = std::chrono::seconds(2);
 
@@ -61,6 +64,7 @@ AppState::AppState(corvid::PreferenceStore& preferences, bool preview, corvid::H
     : isPreview(preview)
     , enabled(preferences[enabledPreference])
     , currentRules(preferences[Prefs::rules])
+    , borrows(preferences[borrowsShortcutsPreference])
     , hotKeys(dispatcher)
     , preferences(preferences)
     , updateCenter(makeUpdateCenter(preview)) {
@@ -69,6 +73,7 @@ AppState::AppState(corvid::PreferenceStore& preferences, bool preview, corvid::H
         return;
     }
     appRules.setRules(currentRules);
+    platform::current().hotKeyEvents.setBorrows(borrows);
     hotKeys.onPress = [this](WindowAction action) {
         if (const auto window = WindowMover::focusedWindow()) {
             perform(action, *window);
@@ -86,6 +91,28 @@ void AppState::setEnabled(bool value) {
     assign(enabled, value);
     preferences[enabledPreference] = enabled;
     update();
+}
+
+void AppState::setBorrowsShortcuts(bool value) {
+    assign(borrows, value);
+    preferences[borrowsShortcutsPreference] = borrows;
+    if (isPreview) {
+        return;
+    }
+    platform::current().hotKeyEvents.setBorrows(borrows);
+    hotKeys.unregister();
+    update();
+}
+
+std::set<WindowAction> AppState::shortcutsOnLoan(platform::HotKeyLoan loan) const {
+    std::set<WindowAction> found;
+    for (const WindowAction action : WindowAction::allCases) {
+        const auto present = loans.find(action);
+        if (present != loans.end() && present->second == loan) {
+            found.insert(action);
+        }
+    }
+    return found;
 }
 
 void AppState::setRules(Prefs::Rules value) {
@@ -181,6 +208,14 @@ void AppState::update() {
         actions.cancel();
         isAnew = true;
     }
+    std::map<WindowAction, platform::HotKeyLoan> present;
+    if (hotKeys.isRegistered() || !hotKeys.failed().empty()) {
+        for (const WindowAction action : WindowAction::allCases) {
+            const corvid::Shortcut shortcut = action.shortcut();
+            present.emplace(action, platform::current().hotKeyEvents.loan(shortcut.keyCode, shortcut.modifiers));
+        }
+    }
+    loans = std::move(present);
     assign(failed, std::set(hotKeys.failed().begin(), hotKeys.failed().end()));
     if (isAnew) {
         findHolders();
@@ -193,10 +228,12 @@ void AppState::findHolders() {
         assign(holders, {});
     }
     platform::ShortcutHolders* desktop = platform::current().shortcutHolders;
-    if (failed.empty() || desktop == nullptr) {
+    std::set<WindowAction> held = shortcutsOnLoan(platform::HotKeyLoan::made);
+    held.insert(failed.begin(), failed.end());
+    if (held.empty() || desktop == nullptr) {
         return;
     }
-    const std::vector<WindowAction> actions(failed.begin(), failed.end());
+    const std::vector<WindowAction> actions(held.begin(), held.end());
     std::vector<corvid::Shortcut> shortcuts;
     std::ranges::transform(actions, std::back_inserter(shortcuts), &WindowAction::shortcut);
     holderSearch = desktop->find(shortcuts, [this, actions](const platform::ShortcutHolders::Answers& answers) {

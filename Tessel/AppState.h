@@ -7,6 +7,7 @@
 #include "CorvidKit/UpdateCenter.h"
 #include "CorvidKitCore/PreferenceStore.h"
 #include "Platform/Accessibility.h"
+#include "Platform/HotKeyEvents.h"
 #include "Platform/RunningApplications.h"
 #include "Platform/ShortcutHolders.h"
 #include "Tessel/AppRules.h"
@@ -73,6 +74,15 @@ public:
     /// Whose those are, as far as the desktop has said by now. It is asked once they are found to be taken.
     [[nodiscard]] const std::map<WindowAction, platform::ShortcutHolder>& shortcutHolders() const { return holders; }
 
+    /// Whether shortcuts that others hold are borrowed while the program runs, where the desktop can do that. Only ever
+    /// set by the user. Every assignment is stored (but for a preview's) and registers all shortcuts anew.
+    [[nodiscard]] bool borrowsShortcuts() const { return borrows; }
+
+    void setBorrowsShortcuts(bool value);
+
+    /// The actions whose shortcut stood so when it was last registered or refused.
+    [[nodiscard]] std::set<WindowAction> shortcutsOnLoan(platform::HotKeyLoan loan) const;
+
     [[nodiscard]] AppStatus status() const { return {enabled, trusted, !failed.empty()}; }
 
     /// The reminder to look for a newer version.
@@ -114,9 +124,11 @@ private:
 
     bool enabled;
     Prefs::Rules currentRules;
+    bool borrows = false;
     std::vector<RuleApp> rows;
     bool trusted = false;
     std::set<WindowAction> failed;
+    std::map<WindowAction, platform::HotKeyLoan> loans;
     std::map<WindowAction, platform::ShortcutHolder> holders;
     std::unique_ptr<platform::HolderSearch> holderSearch;
     corvid::HotKeyCenter<WindowAction> hotKeys;

@@ -30,6 +30,9 @@ Ask the Tessel that runs on this display:
   --rule APPLICATION ACTION
                    set the app rule of an application (its desktop entry's name without ".desktop"): maximize,
                    center or none
+  --take-shortcuts use the shortcuts that the desktop holds, for as long as Tessel runs
+  --give-back-shortcuts
+                   leave them to the desktop again
   --quit           end it
   --json           answer in JSON; together with one of these, or with --forget
 
@@ -51,11 +54,13 @@ struct Command {
     std::vector<std::string_view> arguments;
 };
 
-const std::array<Command, 4>& commands() {
-    static const std::array<Command, 4> all{{
+const std::array<Command, 6>& commands() {
+    static const std::array<Command, 6> all{{
         {"--status", Ask::What::status, {}},
         {"--perform", Ask::What::perform, {"an action"}},
         {"--rule", Ask::What::rule, {"an application", "an action"}},
+        {"--take-shortcuts", Ask::What::takeShortcuts, {}},
+        {"--give-back-shortcuts", Ask::What::giveBackShortcuts, {}},
         {"--quit", Ask::What::quit, {}},
     }};
     return all;

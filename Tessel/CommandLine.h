@@ -36,6 +36,9 @@ struct Ask {
         perform,
         /// Set a rule: bundle identifier, and an action's raw value or "none".
         rule,
+        /// Borrow the shortcuts that others hold.
+        takeShortcuts,
+        giveBackShortcuts,
         quit,
     };
 

@@ -27,6 +27,10 @@ ControlAnswer<void> order(const CommandLine::Ask& ask, platform::ControlRequests
         return program.perform(ask.arguments.at(0));
     case What::rule:
         return program.setRule(ask.arguments.at(0), ask.arguments.at(1));
+    case What::takeShortcuts:
+        return program.setBorrowsShortcuts(true);
+    case What::giveBackShortcuts:
+        return program.setBorrowsShortcuts(false);
     case What::quit:
         return program.quit();
     case What::status:

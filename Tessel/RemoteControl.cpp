@@ -71,6 +71,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
         .statusText = statusLine(state.status(), state.failedShortcuts()),
         .isEnabled = state.isEnabled(),
         .isTrusted = state.hasAccessibility(),
+        .borrowsShortcuts = state.borrowsShortcuts(),
         .version = surroundings.version,
         .backend = surroundings.backend(),
         .shortcuts = {},
@@ -85,6 +86,8 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
     if (const std::string caution = isOn && surroundings.caution ? surroundings.caution() : ""; !caution.empty()) {
         report.statusText += "; " + caution;
     }
+    const std::set<WindowAction> borrowed = state.shortcutsOnLoan(platform::HotKeyLoan::made);
+    const std::set<WindowAction> lendable = state.shortcutsOnLoan(platform::HotKeyLoan::possible);
     for (const WindowAction action : WindowAction::allCases) {
         const bool isTaken = state.failedShortcuts().contains(action);
         platform::ControlStatus::Shortcut shortcut{.action = std::string(action.rawValue()),
@@ -96,6 +99,8 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
             shortcut.heldBy = holder->second.heldBy;
             shortcut.purpose = purposeText(holder->second, platform::current().localization);
         }
+        shortcut.isBorrowed = borrowed.contains(action);
+        shortcut.canBeBorrowed = lendable.contains(action);
         report.shortcuts.push_back(std::move(shortcut));
     }
     for (const auto& [identifier, action] : state.rules()) {
@@ -147,6 +152,16 @@ ControlAnswer<void> RemoteControl::setRule(std::string_view bundleIdentifier, st
         return refuse(Kind::failed, "there are too many rules");
     }
     state.setRule(identifier, known);
+    return {};
+}
+
+ControlAnswer<void> RemoteControl::setBorrowsShortcuts(bool borrows) {
+    assertRequestOnMainThread(__LINE__);
+    if (borrows && state.isEnabled() && state.hasAccessibility() && !state.failedShortcuts().empty() &&
+        state.shortcutsOnLoan(platform::HotKeyLoan::possible).empty()) {
+        return refuse(Kind::failed, "none of the taken shortcuts can be borrowed on this desktop");
+    }
+    state.setBorrowsShortcuts(borrows);
     return {};
 }
 

@@ -19,8 +19,11 @@ std::string padded(const std::string& text, std::size_t width) {
     return text + std::string(taken < width ? width - taken : 0, ' ');
 }
 
-/// What is said behind the state of a shortcut that is taken.
+/// Said behind the state of a shortcut that is or was somebody else's.
 std::string holderOf(const platform::ControlStatus::Shortcut& shortcut) {
+    if (shortcut.isBorrowed) {
+        return ", borrowed" + (shortcut.heldBy.empty() ? std::string() : " from " + shortcut.heldBy);
+    }
     if (shortcut.heldBy.empty()) {
         return {};
     }
@@ -41,6 +44,9 @@ std::string text(const platform::ControlStatus& status) {
     for (const auto& shortcut : status.shortcuts) {
         lines += "  " + padded(shortcut.keys, keysWidth) + "  " + padded(shortcut.action, actionWidth) + "  " +
                  shortcut.state + holderOf(shortcut) + "\n";
+    }
+    if (std::ranges::any_of(status.shortcuts, &platform::ControlStatus::Shortcut::canBeBorrowed)) {
+        lines += "\nTessel can use the taken ones while it runs: tessel --take-shortcuts\n";
     }
     std::size_t identifierWidth = 0;
     for (const auto& [identifier, action] : status.rules) {

@@ -45,6 +45,12 @@ std::string json(const platform::ControlStatus& status) {
             entry["heldBy"] = shortcut.heldBy;
             entry["purpose"] = shortcut.purpose;
         }
+        if (shortcut.isBorrowed) {
+            entry["borrowed"] = true;
+        }
+        if (shortcut.canBeBorrowed) {
+            entry["canBeBorrowed"] = true;
+        }
         shortcuts.push_back(std::move(entry));
     }
     Json rules = Json::object();
@@ -58,6 +64,7 @@ std::string json(const platform::ControlStatus& status) {
                  {"statusText", status.statusText},
                  {"enabled", status.isEnabled},
                  {"trusted", status.isTrusted},
+                 {"borrowsShortcuts", status.borrowsShortcuts},
                  {"shortcuts", std::move(shortcuts)},
                  {"rules", std::move(rules)}});
 }

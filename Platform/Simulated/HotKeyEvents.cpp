@@ -47,6 +47,9 @@ HotKeyEvents::Registration HotKeyEvents::registerHotKey(std::uint32_t keyCode, s
         return {.status = refusal->second,
                 .reference = refusesWithReference ? std::optional(EventHotKeyRef{}) : std::nullopt};
     }
+    if (!borrows && lendable.contains({keyCode, modifiers})) {
+        return {.status = eventHotKeyExistsErr, .reference = std::nullopt};
+    }
     const bool isHeld = std::ranges::any_of(hotKeys, [keyCode, modifiers](const Registered& hotKey) {
         return hotKey.keyCode == keyCode && hotKey.modifiers == modifiers;
     });
@@ -64,6 +67,13 @@ void HotKeyEvents::unregisterHotKey(EventHotKeyRef reference) {
     if (found != hotKeys.end()) {
         hotKeys.erase(found);
     }
+}
+
+HotKeyLoan HotKeyEvents::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
+    if (!lendable.contains({keyCode, modifiers})) {
+        return HotKeyLoan::none;
+    }
+    return borrows ? HotKeyLoan::made : HotKeyLoan::possible;
 }
 
 void HotKeyEvents::refuse(std::uint32_t keyCode, std::uint32_t modifiers, OSStatus status) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -33,6 +34,11 @@ public:
     [[nodiscard]] Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
+    void setBorrows(bool consent) override { borrows = consent; }
+    [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
+
+    /// From now on the combination is somebody else's, and can be borrowed.
+    void lend(std::uint32_t keyCode, std::uint32_t modifiers) { lendable.insert({keyCode, modifiers}); }
 
     /// What installing the handler gives from now on; it is installed only with `noErr`.
     OSStatus installStatus = noErr;
@@ -69,6 +75,8 @@ private:
     void* userData = nullptr;
     std::map<std::pair<std::uint32_t, std::uint32_t>, OSStatus> refusals;
     std::vector<Registered> hotKeys;
+    std::set<std::pair<std::uint32_t, std::uint32_t>> lendable;
+    bool borrows = false;
     std::uint64_t lastReference = 0;
 };
 

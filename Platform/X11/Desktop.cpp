@@ -161,15 +161,12 @@ void Desktop::handle(const xcb_generic_event_t& event) {
         return;
     }
     const std::uint8_t kind = eventKind(event);
-    if (const auto* press = eventAs<xcb_key_press_event_t>(event, XCB_KEY_PRESS)) {
-        hotKeys.handlePress(*press);
-    } else if (const auto* release = eventAs<xcb_key_release_event_t>(event, XCB_KEY_RELEASE)) {
-        hotKeys.handleRelease(*release);
-    } else if (const auto* change = eventAs<xcb_property_notify_event_t>(event, XCB_PROPERTY_NOTIFY)) {
+    if (const auto* change = eventAs<xcb_property_notify_event_t>(event, XCB_PROPERTY_NOTIFY)) {
         handlePropertyChange(*change);
     } else if (kind == XCB_MAPPING_NOTIFY || kind == keyboardEvent) {
         followKeyboardIn(keyboardCalm);
     }
+    hotKeys.handle(event);
     own.handle(event);
     settings.handle(event);
     tray.handle(event);
@@ -211,6 +208,7 @@ bool Desktop::askForTrust() {
     const WindowManager manager = readWindowManager(connection);
     placement.setWindowManager(manager);
     const bool isTiling = tiling && manager.name == tiling->name();
+    hotKeys.renewBorrowed();
     turn.setTilingManager(isTiling ? tiling.get() : nullptr);
     // Grabs that another program took over are made known by a moment without trust: everything is then registered
     // anew, and what is still held by somebody else is found to be so.

@@ -1,35 +1,44 @@
 #include "Platform/X11/HotKeys.h"
 
 #include "Platform/Linux/KeyPositions.h"
+#include "Platform/X11/Event.h"
+
+#include <xcb/xinput.h>
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace platform::x11 {
 
 HotKeys::HotKeys(Connection& connection)
-    : connection(connection) {
+    : connection(connection)
+    , grabs(connection) {
 }
 
 HotKeys::~HotKeys() {
-    releaseAll();
+    for (auto& [reference, registered] : registrations) {
+        release(registered);
+    }
     connection.flush();
 }
 
 HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID name) {
-    const auto grab = grabFor(keyCode, modifiers);
-    if (!grab) {
+    const Carbon carbon{keyCode, modifiers};
+    const auto key = combinationFor(carbon);
+    if (!key) {
         return {.status = eventHotKeyInvalidErr, .reference = std::nullopt};
     }
-    const bool isOurs =
-        std::ranges::any_of(registrations, [&](const auto& entry) { return entry.second.grab == grab; });
-    const OSStatus status = isOurs ? eventHotKeyExistsErr : establish(*grab);
-    if (status != noErr) {
-        return {.status = status, .reference = std::nullopt};
+    const bool isOurs = std::ranges::any_of(
+        registrations, [&](const auto& entry) { return entry.second.grab && entry.second.key == *key; });
+    Registered registered{
+        .carbon = carbon, .name = name, .key = *key, .grab = std::nullopt, .borrowedThrough = std::nullopt};
+    if (!isOurs) {
+        take(registered);
     }
-    registrations.emplace(++lastReference,
-                          Registered{.keyCode = keyCode, .modifiers = modifiers, .name = name, .grab = grab});
+    if (!registered.grab) {
+        return {.status = eventHotKeyExistsErr, .reference = std::nullopt};
+    }
+    registrations.emplace(++lastReference, registered);
     return {.status = noErr, .reference = EventHotKeyRef{lastReference}};
 }
 
@@ -38,34 +47,65 @@ void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
     if (found == registrations.end()) {
         return;
     }
-    if (found->second.grab) {
-        release(*found->second.grab);
-        connection.flush();
-    }
+    release(found->second);
+    connection.flush();
     registrations.erase(found);
 }
 
-void HotKeys::handlePress(const xcb_key_press_event_t& event) {
+HotKeyLoan HotKeys::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
+    const Carbon carbon{keyCode, modifiers};
+    const bool isMade = std::ranges::any_of(registrations, [&](const auto& entry) {
+        return entry.second.carbon == carbon && entry.second.grab && entry.second.borrowedThrough;
+    });
+    if (isMade) {
+        return HotKeyLoan::made;
+    }
+    return lendable.contains(carbon) ? HotKeyLoan::possible : HotKeyLoan::none;
+}
+
+void HotKeys::handle(const xcb_generic_event_t& event) {
+    if (const auto* pressed = eventAs<xcb_key_press_event_t>(event, XCB_KEY_PRESS)) {
+        press({.keyCode = pressed->detail, .modifiers = pressed->state});
+    } else if (const auto* released = eventAs<xcb_key_release_event_t>(event, XCB_KEY_RELEASE)) {
+        releaseKey(released->detail);
+    } else if (const auto* generic = eventAs<xcb_ge_generic_event_t>(event, XCB_GE_GENERIC)) {
+        const xcb_query_extension_reply_t* input = xcb_get_extension_data(connection.raw(), &xcb_input_id);
+        if (input == nullptr || generic->extension != input->major_opcode) {
+            return;
+        }
+        // Presses and releases have the same layout (XI2, DeviceEvent).
+        const auto& key = reinterpret_cast<const xcb_input_key_press_event_t&>(event);
+        const auto keyCode = static_cast<xcb_keycode_t>(key.detail);
+        if (generic->event_type == XCB_INPUT_KEY_PRESS) {
+            press({.keyCode = keyCode, .modifiers = static_cast<std::uint16_t>(key.mods.effective)});
+        } else if (generic->event_type == XCB_INPUT_KEY_RELEASE) {
+            releaseKey(keyCode);
+        }
+    }
+}
+
+void HotKeys::press(const KeyCombination& pressed) {
     // A key that is held repeats its press without a release between.
-    if (heldKey == event.detail) {
+    if (heldKey == pressed.keyCode) {
         return;
     }
-    heldKey = event.detail;
+    heldKey = pressed.keyCode;
     if (!keyboard || !hasHandler()) {
         return;
     }
     constexpr unsigned keyModifiers = 0xff;
-    const Grab pressed{event.detail,
-                       static_cast<std::uint16_t>(event.state & keyModifiers & ~unsigned{keyboard->lockModifiers})};
-    const auto found =
-        std::ranges::find_if(registrations, [&](const auto& entry) { return entry.second.grab == pressed; });
+    const KeyCombination key{
+        .keyCode = pressed.keyCode,
+        .modifiers = static_cast<std::uint16_t>(pressed.modifiers & keyModifiers & ~unsigned{keyboard->lockModifiers})};
+    const auto found = std::ranges::find_if(
+        registrations, [&](const auto& entry) { return entry.second.grab && entry.second.key == key; });
     if (found != registrations.end()) {
         tellOfPress(found->second.name);
     }
 }
 
-void HotKeys::handleRelease(const xcb_key_release_event_t& event) {
-    if (heldKey == event.detail) {
+void HotKeys::releaseKey(xcb_keycode_t key) {
+    if (heldKey == key) {
         heldKey.reset();
     }
 }
@@ -76,7 +116,9 @@ bool HotKeys::followKeyboard() {
         return false;
     }
     if (present != keyboard) {
-        releaseAll();
+        for (auto& [reference, registered] : registrations) {
+            release(registered);
+        }
         keyboard = std::move(present);
         renew();
     }
@@ -85,14 +127,17 @@ bool HotKeys::followKeyboard() {
 
 void HotKeys::renew() {
     for (auto& [reference, registered] : registrations) {
-        // Not released first: a grab replaces an equal one of the same client, and no press falls between.
-        registered.grab = grabFor(registered.keyCode, registered.modifiers);
-        if (registered.grab && establish(*registered.grab) != noErr) {
-            registered.grab.reset();
-            grabWasLost = true;
-        }
+        renew(registered);
     }
     connection.flush();
+}
+
+void HotKeys::renewBorrowed() {
+    for (auto& [reference, registered] : registrations) {
+        if (registered.borrowedThrough) {
+            renew(registered);
+        }
+    }
 }
 
 bool HotKeys::takeLoss() {
@@ -108,71 +153,45 @@ const KeyboardMap* HotKeys::keyboardMap() {
     return keyboard ? &*keyboard : nullptr;
 }
 
-std::optional<HotKeys::Grab> HotKeys::grabFor(std::uint32_t keyCode, std::uint32_t modifiers) {
+std::optional<KeyCombination> HotKeys::combinationFor(const Carbon& carbon) {
     const KeyboardMap* map = keyboardMap();
-    const auto name = linux::xkbKeyName(keyCode);
+    const auto name = linux::xkbKeyName(carbon.first);
     if (map == nullptr || !name) {
         return std::nullopt;
     }
     const auto key = map->keyCode(*name);
-    return key ? std::optional(Grab{*key, coreModifiers(*map, modifiers)}) : std::nullopt;
+    return key ? std::optional(KeyCombination{*key, coreModifiers(*map, carbon.second)}) : std::nullopt;
 }
 
-OSStatus HotKeys::establish(const Grab& grab) {
-    const auto attempt = tryThroughExtension(grab);
-    std::vector<xcb_void_cookie_t> cookies;
-    for (const std::uint16_t locks : lockVariants(keyboard->lockModifiers)) {
-        cookies.push_back(xcb_grab_key_checked(connection.raw(), 0, connection.root(),
-                                               static_cast<std::uint16_t>(grab.modifiers | locks), grab.keyCode,
-                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
-    }
-    // A server that is too busy to answer has refused nothing.
-    const bool isGranted = connection.succeeded(cookies).value_or(true);
-    if (!isGranted || isRefused(attempt)) {
-        release(grab);
-        connection.flush();
-        return eventHotKeyExistsErr;
-    }
-    return noErr;
-}
-
-std::optional<xcb_input_xi_passive_grab_device_cookie_t> HotKeys::tryThroughExtension(const Grab& grab) {
-    if (!connection.has(xcb_input_id)) {
-        return std::nullopt;
-    }
-    std::vector<std::uint32_t> modifiers;
-    for (const std::uint16_t locks : lockVariants(keyboard->lockModifiers)) {
-        modifiers.push_back(static_cast<std::uint32_t>(grab.modifiers | locks));
-    }
-    constexpr std::uint32_t mask = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
-    const auto count = static_cast<std::uint16_t>(modifiers.size());
-    const auto request = xcb_input_xi_passive_grab_device(
-        connection.raw(), XCB_CURRENT_TIME, connection.root(), XCB_CURSOR_NONE, grab.keyCode,
-        XCB_INPUT_DEVICE_ALL_MASTER, count, 1, XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC,
-        XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER, &mask, modifiers.data());
-    xcb_input_xi_passive_ungrab_device(connection.raw(), connection.root(), grab.keyCode, XCB_INPUT_DEVICE_ALL_MASTER,
-                                       count, XCB_INPUT_GRAB_TYPE_KEYCODE, modifiers.data());
-    return request;
-}
-
-bool HotKeys::isRefused(const std::optional<xcb_input_xi_passive_grab_device_cookie_t>& attempt) {
-    const auto refused = attempt ? connection.reply<xcb_input_xi_passive_grab_device_reply_t>(*attempt) : nullptr;
-    return refused && refused->num_modifiers > 0;
-}
-
-void HotKeys::release(const Grab& grab) {
-    for (const std::uint16_t locks : lockVariants(keyboard->lockModifiers)) {
-        xcb_ungrab_key(connection.raw(), grab.keyCode, connection.root(),
-                       static_cast<std::uint16_t>(grab.modifiers | locks));
+void HotKeys::take(Registered& registered) {
+    const KeyGrabs::Outcome outcome = grabs.take(registered.key, keyboard->lockModifiers, borrows);
+    registered.grab = outcome.kind;
+    registered.borrowedThrough = outcome.isHeldByOthers ? outcome.kind : std::nullopt;
+    if (!outcome.kind && outcome.isHeldByOthers) {
+        lendable.insert(registered.carbon);
+    } else {
+        lendable.erase(registered.carbon);
     }
 }
 
-void HotKeys::releaseAll() {
-    for (auto& [reference, registered] : registrations) {
-        if (registered.grab) {
-            release(*registered.grab);
-            registered.grab.reset();
-        }
+void HotKeys::renew(Registered& registered) {
+    const auto key = combinationFor(registered.carbon);
+    if (!key) {
+        registered.grab.reset();
+        return;
+    }
+    registered.key = *key;
+    if (const auto kind = registered.borrowedThrough) {
+        registered.grab = grabs.renew(*key, keyboard->lockModifiers, *kind) ? kind : std::nullopt;
+    } else {
+        take(registered);
+    }
+    grabWasLost = grabWasLost || !registered.grab;
+}
+
+void HotKeys::release(Registered& registered) {
+    if (const auto kind = std::exchange(registered.grab, std::nullopt)) {
+        grabs.release(registered.key, keyboard->lockModifiers, *kind);
     }
 }
 

@@ -2,20 +2,19 @@
 
 #include "Platform/Linux/HandledHotKeys.h"
 #include "Platform/X11/Connection.h"
+#include "Platform/X11/KeyGrabs.h"
 #include "Platform/X11/Keyboard.h"
 
-#include <xcb/xinput.h>
-
+#include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
+#include <utility>
 
 namespace platform::x11 {
 
-/// Global hot keys as passive grabs on the root window (X11 protocol, GrabKey), one for each combination of locks.
-///
-/// Core grabs collide with other core grabs, which the server reports, but not with those of the X Input extension; the
-/// later of the two kinds wins silently. A key that somebody holds through the extension is taken all the same, so a
-/// grab of that kind is tried as well, in the same round trip, and ours is given up where that one is refused.
+/// Global hot keys as passive grabs on the root window. A combination counts as held by somebody else whichever kind of
+/// grab holds it, although the server refuses only a grab of the same kind; a borrowed one is held by the other kind.
 class HotKeys final : public linux::HandledHotKeys {
 public:
     explicit HotKeys(Connection& connection);
@@ -25,9 +24,12 @@ public:
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
 
-    /// A press or a release that came from the server.
-    void handlePress(const xcb_key_press_event_t& event);
-    void handleRelease(const xcb_key_release_event_t& event);
+    void setBorrows(bool consent) override { borrows = consent; }
+
+    [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
+
+    /// An event that came from the server, of whatever kind.
+    void handle(const xcb_generic_event_t& event);
 
     /// Reads the keyboard again and renews the grabs if keys or modifiers have moved. False where the server did not
     /// answer in time; then all is as it was.
@@ -36,44 +38,48 @@ public:
     /// Grabs all keys again: a grab that another program made since may hide ours, and only a new one comes before it.
     void renew();
 
+    /// The same for borrowed keys alone. Their holder may have grabbed them anew at any time, and tells nobody.
+    void renewBorrowed();
+
     /// Whether a grab was lost since this was last asked: held by somebody else when it was to be renewed, or not to be
     /// had because the keyboard came too late. All are to be registered anew then.
     [[nodiscard]] bool takeLoss();
 
 private:
-    /// A key with the modifiers that must be held, locks aside.
-    struct Grab {
-        xcb_keycode_t keyCode = 0;
-        std::uint16_t modifiers = 0;
-
-        friend auto operator<=>(const Grab&, const Grab&) = default;
-    };
+    using Carbon = std::pair<std::uint32_t, std::uint32_t>;
 
     struct Registered {
-        std::uint32_t keyCode = 0;
-        std::uint32_t modifiers = 0;
+        /// Key code and modifiers.
+        Carbon carbon;
         EventHotKeyID name;
+        KeyCombination key;
         /// Nothing while the keyboard lacks the key or somebody else holds it.
-        std::optional<Grab> grab;
+        std::optional<KeyGrabs::Kind> grab;
+        /// The kind of grab by which it was borrowed, for as long as it is registered: one of the other kind would keep
+        /// the holder from having its key back.
+        std::optional<KeyGrabs::Kind> borrowedThrough;
     };
 
+    void press(const KeyCombination& pressed);
+    void releaseKey(xcb_keycode_t key);
     [[nodiscard]] const KeyboardMap* keyboardMap();
-    [[nodiscard]] std::optional<Grab> grabFor(std::uint32_t keyCode, std::uint32_t modifiers);
-    [[nodiscard]] OSStatus establish(const Grab& grab);
-    /// Takes the key through the extension and gives it back at once; the answer tells whether somebody else holds it
-    /// there. Nothing where there is no extension.
-    [[nodiscard]] std::optional<xcb_input_xi_passive_grab_device_cookie_t> tryThroughExtension(const Grab& grab);
-    [[nodiscard]] bool isRefused(const std::optional<xcb_input_xi_passive_grab_device_cookie_t>& attempt);
-    void release(const Grab& grab);
-    void releaseAll();
+    [[nodiscard]] std::optional<KeyCombination> combinationFor(const Carbon& carbon);
+    void take(Registered& registered);
+    /// Grabs again, where the key is now.
+    void renew(Registered& registered);
+    void release(Registered& registered);
 
     Connection& connection;
+    KeyGrabs grabs;
     std::optional<KeyboardMap> keyboard;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
     /// The key whose press was acted on and that is still down.
     std::optional<xcb_keycode_t> heldKey;
     bool grabWasLost = false;
+    bool borrows = false;
+    /// Refused, and to be had by borrowing.
+    std::set<Carbon> lendable;
 };
 
 } // namespace platform::x11

@@ -23,11 +23,11 @@ _tessel() {
         fi
     done
     case $option,$place in
-    ,0) words='--status --perform --rule --quit --forget --snapshot --help --version '$json ;;
+    ,0) words='--status --perform --rule --take-shortcuts --give-back-shortcuts --quit --forget --snapshot --help --version '$json ;;
     --perform,0) words=$actions ;;
     --rule,0) words=$(_tessel_applications) ;;
     --rule,1) words='maximize center none' ;;
-    --status,0 | --quit,0 | --forget,0 | --perform,1 | --rule,2) words=$json ;;
+    --status,0 | --take-shortcuts,0 | --give-back-shortcuts,0 | --quit,0 | --forget,0 | --perform,1 | --rule,2) words=$json ;;
     --snapshot,0)
         mapfile -t COMPREPLY < <(compgen -A directory -- "$current")
         return

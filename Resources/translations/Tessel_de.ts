@@ -285,5 +285,25 @@
         <source>Settings</source>
         <translation>Einstellungen</translation>
     </message>
+    <message>
+        <source>%1 uses %2. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>%1 verwendet %2. Tessel kann sie haben, solange es läuft; keine Einstellung wird geändert.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>Eine andere App verwendet %1. Tessel kann sie haben, solange es läuft; keine Einstellung wird geändert.</translation>
+    </message>
+    <message>
+        <source>Use for Tessel</source>
+        <translation>Für Tessel verwenden</translation>
+    </message>
+    <message>
+        <source>Borrowed shortcuts: %1</source>
+        <translation>Geliehene Tastenkürzel: %1</translation>
+    </message>
+    <message>
+        <source>Give back</source>
+        <translation>Zurückgeben</translation>
+    </message>
 </context>
 </TS>

@@ -285,5 +285,25 @@
         <source>Settings</source>
         <translation>Settings</translation>
     </message>
+    <message>
+        <source>%1 uses %2. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>%1 uses %2. Tessel can have them while it runs; no setting is changed.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>Another app uses %1. Tessel can have them while it runs; no setting is changed.</translation>
+    </message>
+    <message>
+        <source>Use for Tessel</source>
+        <translation>Use for Tessel</translation>
+    </message>
+    <message>
+        <source>Borrowed shortcuts: %1</source>
+        <translation>Borrowed shortcuts: %1</translation>
+    </message>
+    <message>
+        <source>Give back</source>
+        <translation>Give back</translation>
+    </message>
 </context>
 </TS>

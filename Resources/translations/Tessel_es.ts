@@ -285,5 +285,25 @@
         <source>Settings</source>
         <translation>Configuración</translation>
     </message>
+    <message>
+        <source>%1 uses %2. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>%1 usa %2. Tessel puede usarlos mientras está abierto; no se cambia ningún ajuste.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>Otra app usa %1. Tessel puede usarlos mientras está abierto; no se cambia ningún ajuste.</translation>
+    </message>
+    <message>
+        <source>Use for Tessel</source>
+        <translation>Usar para Tessel</translation>
+    </message>
+    <message>
+        <source>Borrowed shortcuts: %1</source>
+        <translation>Atajos prestados: %1</translation>
+    </message>
+    <message>
+        <source>Give back</source>
+        <translation>Devolver</translation>
+    </message>
 </context>
 </TS>

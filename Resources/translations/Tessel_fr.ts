@@ -285,5 +285,25 @@
         <source>Settings</source>
         <translation>Paramètres</translation>
     </message>
+    <message>
+        <source>%1 uses %2. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>%1 utilise %2. Tessel peut s’en servir tant qu’il est ouvert ; aucun réglage n’est modifié.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>Une autre app utilise %1. Tessel peut s’en servir tant qu’il est ouvert ; aucun réglage n’est modifié.</translation>
+    </message>
+    <message>
+        <source>Use for Tessel</source>
+        <translation>Utiliser pour Tessel</translation>
+    </message>
+    <message>
+        <source>Borrowed shortcuts: %1</source>
+        <translation>Raccourcis empruntés : %1</translation>
+    </message>
+    <message>
+        <source>Give back</source>
+        <translation>Rendre</translation>
+    </message>
 </context>
 </TS>

@@ -285,5 +285,25 @@
         <source>Settings</source>
         <translation>Impostazioni</translation>
     </message>
+    <message>
+        <source>%1 uses %2. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>%1 usa %2. Tessel può usarle mentre è aperto; nessuna impostazione viene modificata.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>Un’altra applicazione usa %1. Tessel può usarle mentre è aperto; nessuna impostazione viene modificata.</translation>
+    </message>
+    <message>
+        <source>Use for Tessel</source>
+        <translation>Usa per Tessel</translation>
+    </message>
+    <message>
+        <source>Borrowed shortcuts: %1</source>
+        <translation>Scorciatoie in prestito: %1</translation>
+    </message>
+    <message>
+        <source>Give back</source>
+        <translation>Restituisci</translation>
+    </message>
 </context>
 </TS>

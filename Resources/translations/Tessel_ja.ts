@@ -283,5 +283,25 @@
         <source>Settings</source>
         <translation>設定</translation>
     </message>
+    <message>
+        <source>%1 uses %2. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>%1が%2を使っています。Tesselの動作中はTesselで使えます。設定は変更されません。</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>別のアプリが%1を使っています。Tesselの動作中はTesselで使えます。設定は変更されません。</translation>
+    </message>
+    <message>
+        <source>Use for Tessel</source>
+        <translation>Tesselで使う</translation>
+    </message>
+    <message>
+        <source>Borrowed shortcuts: %1</source>
+        <translation>借りているショートカット: %1</translation>
+    </message>
+    <message>
+        <source>Give back</source>
+        <translation>返す</translation>
+    </message>
 </context>
 </TS>

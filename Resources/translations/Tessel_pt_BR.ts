@@ -285,5 +285,25 @@
         <source>Settings</source>
         <translation>Configurações</translation>
     </message>
+    <message>
+        <source>%1 uses %2. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>%1 usa %2. O Tessel pode usá-los enquanto está aberto; nenhuma configuração é alterada.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>Outro app usa %1. O Tessel pode usá-los enquanto está aberto; nenhuma configuração é alterada.</translation>
+    </message>
+    <message>
+        <source>Use for Tessel</source>
+        <translation>Usar no Tessel</translation>
+    </message>
+    <message>
+        <source>Borrowed shortcuts: %1</source>
+        <translation>Atalhos emprestados: %1</translation>
+    </message>
+    <message>
+        <source>Give back</source>
+        <translation>Devolver</translation>
+    </message>
 </context>
 </TS>

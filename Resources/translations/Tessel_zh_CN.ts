@@ -283,5 +283,25 @@
         <source>Settings</source>
         <translation>设置</translation>
     </message>
+    <message>
+        <source>%1 uses %2. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>%1 正在使用 %2。Tessel 运行时可以使用它们，不会更改任何设置。</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; no setting is changed.</source>
+        <translation>其他应用正在使用 %1。Tessel 运行时可以使用它们，不会更改任何设置。</translation>
+    </message>
+    <message>
+        <source>Use for Tessel</source>
+        <translation>用于 Tessel</translation>
+    </message>
+    <message>
+        <source>Borrowed shortcuts: %1</source>
+        <translation>已借用的快捷键：%1</translation>
+    </message>
+    <message>
+        <source>Give back</source>
+        <translation>归还</translation>
+    </message>
 </context>
 </TS>

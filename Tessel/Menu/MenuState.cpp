@@ -149,6 +149,32 @@ QVariantMap MenuState::takenShortcuts() const {
     return taken;
 }
 
+QString MenuState::lendableShortcuts() const {
+    QStringList holders;
+    QStringList shortcuts;
+    for (const WindowAction action : state.shortcutsOnLoan(platform::HotKeyLoan::possible)) {
+        shortcuts.append(QString::fromStdString(shortcutText(action.shortcut())));
+        const auto holder = state.shortcutHolders().find(action);
+        const QString name =
+            holder == state.shortcutHolders().end() ? QString() : QString::fromStdString(holder->second.heldBy);
+        if (!holders.contains(name)) {
+            holders.append(name);
+        }
+    }
+    if (shortcuts.isEmpty()) {
+        return {};
+    }
+    const QString keys = shortcuts.join(", ");
+    return holders.contains(QString())
+               ? translated("Another app uses %1. Tessel can have them while it runs; no setting is changed.").arg(keys)
+               : translated("%1 uses %2. Tessel can have them while it runs; no setting is changed.")
+                     .arg(holders.join(", "), keys);
+}
+
+int MenuState::borrowedCount() const {
+    return static_cast<int>(state.shortcutsOnLoan(platform::HotKeyLoan::made).size());
+}
+
 QVariantList MenuState::actions() const {
     return descriptions(WindowAction::menuOrder);
 }
@@ -215,6 +241,10 @@ void MenuState::setRule(const QString& bundleID, const QString& action) {
 
 void MenuState::removeRule(const QString& bundleID) {
     state.setRule(bundleID.toStdString(), std::nullopt);
+}
+
+void MenuState::setBorrowsShortcuts(bool borrows) {
+    state.setBorrowsShortcuts(borrows);
 }
 
 void MenuState::chooseApp() {

@@ -25,6 +25,8 @@ class MenuState final : public QObject {
     Q_PROPERTY(bool hasAccessibility READ hasAccessibility NOTIFY changed)
     Q_PROPERTY(bool updateReminderDue READ updateReminderDue NOTIFY changed)
     Q_PROPERTY(QVariantMap takenShortcuts READ takenShortcuts NOTIFY changed)
+    Q_PROPERTY(QString lendableShortcuts READ lendableShortcuts NOTIFY changed)
+    Q_PROPERTY(int borrowedCount READ borrowedCount NOTIFY changed)
     Q_PROPERTY(QAbstractItemModel* ruleApps READ ruleApps CONSTANT)
     Q_PROPERTY(QVariantList actions READ actions CONSTANT)
     Q_PROPERTY(QVariantList ruleActions READ ruleActions CONSTANT)
@@ -51,6 +53,12 @@ public:
     /// What is to be said of each shortcut that is taken, by the raw value of its action.
     [[nodiscard]] QVariantMap takenShortcuts() const;
 
+    /// What is to be said of the shortcuts that are taken and could be borrowed; empty where there is none.
+    [[nodiscard]] QString lendableShortcuts() const;
+
+    /// How many shortcuts are borrowed.
+    [[nodiscard]] int borrowedCount() const;
+
     [[nodiscard]] QAbstractItemModel* ruleApps() { return &rows; }
 
     /// The actions in the order of the menu, each with `id`, `title`, `symbol`, `keys` and `spokenKeys`.
@@ -74,6 +82,7 @@ public:
     Q_INVOKABLE void addRunningApp(const QString& bundleID);
     Q_INVOKABLE void setRule(const QString& bundleID, const QString& action);
     Q_INVOKABLE void removeRule(const QString& bundleID);
+    Q_INVOKABLE void setBorrowsShortcuts(bool borrows);
     Q_INVOKABLE void chooseApp();
     Q_INVOKABLE void checkForUpdates();
     Q_INVOKABLE void dismissUpdateReminder();

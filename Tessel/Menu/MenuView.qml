@@ -65,6 +65,15 @@ Item {
             button: view.appState.permissionButton
             onAction: view.appState.openAccessibilitySettings()
         }
+        WarningCard {
+            width: parent.width
+            visible: message !== ""
+            symbol: "keyboard"
+            title: qsTranslate("Tessel", "Some shortcuts are taken")
+            message: view.appState.lendableShortcuts
+            button: qsTranslate("Tessel", "Use for Tessel")
+            onAction: view.appState.setBorrowsShortcuts(true)
+        }
         TabSwitcher {
             width: parent.width
             selection: view.tab
@@ -85,6 +94,22 @@ Item {
                 height: parent.height
                 visible: view.tab === "apps"
                 appState: view.appState
+            }
+        }
+        Card {
+            width: parent.width
+            visible: view.appState.borrowedCount > 0
+
+            SettingRow {
+                width: parent.width
+                symbol: "keyboard"
+                title: qsTranslate("Tessel", "Borrowed shortcuts: %1").arg(view.appState.borrowedCount)
+
+                PillButton {
+                    title: qsTranslate("Tessel", "Give back")
+                    isBordered: true
+                    onPressed: view.appState.setBorrowsShortcuts(false)
+                }
             }
         }
         Card {

@@ -28,6 +28,7 @@ using Lines = std::vector<std::string>;
 // What a first run asks for, in this order.
 const Lines construction{"read setting enabled",
                          "read setting rules",
+                         "read setting borrowsShortcuts",
                          "read setting updateReminderVersion",
                          "write setting updateReminderVersion",
                          "write setting updateReminderSince",

@@ -28,6 +28,10 @@ public:
         return answer("rule " + std::string(bundleIdentifier) + " " + std::string(action));
     }
 
+    ControlAnswer<void> setBorrowsShortcuts(bool borrows) override {
+        return answer(borrows ? "take shortcuts" : "give back shortcuts");
+    }
+
     ControlAnswer<ControlStatus> status() override {
         const ControlAnswer<void> given = answer("status");
         return given ? ControlAnswer<ControlStatus>(report) : std::unexpected(given.error());
@@ -94,7 +98,7 @@ TEST(RemoteCommand, PrintsTheStatusForProgramsAsOneObject) {
     program.report.rules.insert_or_assign("quoted \"one\"", "center");
     EXPECT_EQ(RemoteCommand::carryOut(statusJson, program),
               (Outcome{.output = R"({"running":true,"version":"1.2","backend":"X11","status":"shortcutsTaken",)"
-                                 R"("statusText":"Some shortcuts are taken: center","enabled":true,"trusted":true,)"
+                                 R"("statusText":"Some shortcuts are taken: center","enabled":true,"trusted":true,"borrowsShortcuts":false,)"
                                  R"("shortcuts":[{"action":"leftHalf","keys":"Ctrl+Alt+←","state":"active"},)"
                                  R"({"action":"center","keys":"Ctrl+Alt+C","state":"taken"}],)"
                                  R"("rules":{"org.example.Editor":"maximize","quoted \"one\"":"center",)"

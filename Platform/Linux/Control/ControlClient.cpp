@@ -170,6 +170,10 @@ ControlAnswer<void> ControlClient::setRule(std::string_view bundleIdentifier, st
     return order("SetRule", {bundleIdentifier, action});
 }
 
+ControlAnswer<void> ControlClient::setBorrowsShortcuts(bool borrows) {
+    return order(borrows ? "TakeShortcuts" : "GiveBackShortcuts", {});
+}
+
 ControlAnswer<void> ControlClient::quit() {
     ControlAnswer<void> answer = order("Quit", {});
     if (answer && isPeer) {

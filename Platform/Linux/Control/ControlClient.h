@@ -30,6 +30,7 @@ public:
     ControlAnswer<ControlStatus> status() override;
     ControlAnswer<void> perform(std::string_view action) override;
     ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) override;
+    ControlAnswer<void> setBorrowsShortcuts(bool borrows) override;
 
     /// Where it can be seen (on a session's socket), also waits until the program has gone.
     ControlAnswer<void> quit() override;

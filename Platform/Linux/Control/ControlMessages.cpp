@@ -79,6 +79,18 @@ int appendHolders(sd_bus_message* message, const ControlStatus& status) {
     return result < 0 ? result : closeEntry(message);
 }
 
+/// The actions of the shortcuts for which that holds.
+int appendActions(sd_bus_message* message, const char* key, const ControlStatus& status,
+                  bool ControlStatus::Shortcut::*holds) {
+    int result = openEntry(message, key, "as");
+    for (const ControlStatus::Shortcut& shortcut : status.shortcuts) {
+        if (result >= 0 && shortcut.*holds) {
+            result = sd_bus_message_append(message, "s", shortcut.action.c_str());
+        }
+    }
+    return result < 0 ? result : closeEntry(message);
+}
+
 int appendRules(sd_bus_message* message, const ControlStatus& status) {
     int result = openEntry(message, "rules", "a{ss}");
     for (const auto& [identifier, action] : status.rules) {
@@ -140,6 +152,25 @@ int readHolders(sd_bus_message* message, ControlStatus& status) {
     });
 }
 
+int readActions(sd_bus_message* message, ControlStatus& status, bool ControlStatus::Shortcut::*holds) {
+    int result = sd_bus_message_enter_container(message, SD_BUS_TYPE_VARIANT, "as");
+    if (result > 0) {
+        result = sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "s");
+    }
+    const char* action = nullptr;
+    while (result > 0 && (result = sd_bus_message_read(message, "s", &action)) > 0) {
+        const auto found =
+            std::ranges::find(status.shortcuts, std::string_view(action), &ControlStatus::Shortcut::action);
+        if (found != status.shortcuts.end()) {
+            (*found).*holds = true;
+        }
+    }
+    if (result >= 0) {
+        result = sd_bus_message_exit_container(message);
+    }
+    return result < 0 ? result : sd_bus_message_exit_container(message);
+}
+
 int readRules(sd_bus_message* message, ControlStatus& status) {
     int result = sd_bus_message_enter_container(message, SD_BUS_TYPE_VARIANT, "a{ss}");
     if (result > 0) {
@@ -177,6 +208,15 @@ int readEntry(sd_bus_message* message, ControlStatus& status) {
     if (key == "trusted") {
         return readFlag(message, status.isTrusted);
     }
+    if (key == "borrowsShortcuts") {
+        return readFlag(message, status.borrowsShortcuts);
+    }
+    if (key == "borrowed") {
+        return readActions(message, status, &ControlStatus::Shortcut::isBorrowed);
+    }
+    if (key == "lendable") {
+        return readActions(message, status, &ControlStatus::Shortcut::canBeBorrowed);
+    }
     if (key == "shortcuts") {
         return readShortcuts(message, status);
     }
@@ -201,7 +241,9 @@ int append(sd_bus_message* message, const ControlStatus& status) {
             result = appendText(message, key, *text);
         }
     }
-    for (const auto& [key, flag] : {std::pair{"enabled", status.isEnabled}, {"trusted", status.isTrusted}}) {
+    for (const auto& [key, flag] : {std::pair{"enabled", status.isEnabled},
+                                    {"trusted", status.isTrusted},
+                                    {"borrowsShortcuts", status.borrowsShortcuts}}) {
         if (result >= 0) {
             result = sd_bus_message_append(message, "{sv}", key, "b", flag ? 1 : 0);
         }
@@ -212,6 +254,12 @@ int append(sd_bus_message* message, const ControlStatus& status) {
     // Behind the shortcuts, which they belong to.
     if (result >= 0) {
         result = appendHolders(message, status);
+    }
+    if (result >= 0) {
+        result = appendActions(message, "borrowed", status, &ControlStatus::Shortcut::isBorrowed);
+    }
+    if (result >= 0) {
+        result = appendActions(message, "lendable", status, &ControlStatus::Shortcut::canBeBorrowed);
     }
     if (result >= 0) {
         result = appendRules(message, status);

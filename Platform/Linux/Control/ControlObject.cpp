@@ -52,6 +52,14 @@ int setRuleMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
     return result < 0 ? result : answer(call, requestsOf(data).setRule(identifier, action), error);
 }
 
+int takeShortcutsMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
+    return answer(call, requestsOf(data).setBorrowsShortcuts(true), error);
+}
+
+int giveBackShortcutsMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
+    return answer(call, requestsOf(data).setBorrowsShortcuts(false), error);
+}
+
 int quitMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
     return answer(call, requestsOf(data).quit(), error);
 }
@@ -59,13 +67,15 @@ int quitMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
 // Who may call at all is settled before: a bus of the user's own, or a peer of the same user.
 constexpr std::uint64_t controlFlags = SD_BUS_VTABLE_UNPRIVILEGED;
 
-const std::array<sd_bus_vtable, 7> controlMethods{{
+const std::array<sd_bus_vtable, 9> controlMethods{{
     SD_BUS_VTABLE_START(0),
     SD_BUS_METHOD("Open", "", "", &openMethod, controlFlags),
     SD_BUS_METHOD_WITH_ARGS("Status", SD_BUS_NO_ARGS, SD_BUS_RESULT("a{sv}", status), &statusMethod, controlFlags),
     SD_BUS_METHOD_WITH_ARGS("Perform", SD_BUS_ARGS("s", action), SD_BUS_NO_RESULT, &performMethod, controlFlags),
     SD_BUS_METHOD_WITH_ARGS("SetRule", SD_BUS_ARGS("s", identifier, "s", action), SD_BUS_NO_RESULT, &setRuleMethod,
                             controlFlags),
+    SD_BUS_METHOD("TakeShortcuts", "", "", &takeShortcutsMethod, controlFlags),
+    SD_BUS_METHOD("GiveBackShortcuts", "", "", &giveBackShortcutsMethod, controlFlags),
     SD_BUS_METHOD("Quit", "", "", &quitMethod, controlFlags),
     SD_BUS_VTABLE_END,
 }};

@@ -22,6 +22,9 @@ public:
     platform::ControlAnswer<platform::ControlStatus> status() override;
     platform::ControlAnswer<void> perform(std::string_view action) override;
     platform::ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) override;
+    platform::ControlAnswer<void> setBorrowsShortcuts(bool borrows) override {
+        return answer(borrows ? "take shortcuts" : "give back shortcuts");
+    }
     platform::ControlAnswer<void> quit() override;
 
     std::vector<std::string> asked;

@@ -1,0 +1,105 @@
+#include "CorvidKit/HotKeys.h"
+#include "CorvidKitCore/PropertyListValue.h"
+#include "Platform/Simulated/Desktop.h"
+#include "Tessel/AppState.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <set>
+
+namespace tessel {
+namespace {
+
+using corvid::PropertyListValue;
+using platform::HotKeyLoan;
+using Actions = std::set<WindowAction>;
+
+/// A desktop that holds the shortcuts of the left and the right half itself.
+class Borrowing : public testing::Test {
+protected:
+    Borrowing() {
+        for (const WindowAction action : held) {
+            desktop.hotKeyEvents.lend(action.shortcut().keyCode, action.shortcut().modifiers);
+        }
+    }
+
+    AppState& make(bool preview = false) {
+        made.emplace(desktop.standardUserDefaults, preview, dispatcher);
+        return *made;
+    }
+
+    std::size_t registeredCount() const { return desktop.hotKeyEvents.registered().size(); }
+
+    std::optional<PropertyListValue> stored() { return desktop.standardUserDefaults.store.object("borrowsShortcuts"); }
+
+    const Actions held{WindowAction::leftHalf, WindowAction::rightHalf};
+    platform::simulated::Desktop desktop;
+    corvid::HotKeyDispatcher dispatcher;
+    std::optional<AppState> made;
+};
+
+TEST_F(Borrowing, AFreshStartBorrowsNothing) {
+    const AppState& state = make();
+    EXPECT_FALSE(state.borrowsShortcuts());
+    EXPECT_EQ(state.failedShortcuts(), held);
+    EXPECT_EQ(state.shortcutsOnLoan(HotKeyLoan::possible), held);
+    EXPECT_EQ(state.shortcutsOnLoan(HotKeyLoan::made), Actions{});
+    EXPECT_EQ(registeredCount(), 4U);
+    EXPECT_EQ(stored(), std::nullopt);
+}
+
+TEST_F(Borrowing, WithConsentAllShortcutsAreActive) {
+    AppState& state = make();
+    state.setBorrowsShortcuts(true);
+    EXPECT_EQ(state.status(), AppStatus::active);
+    EXPECT_EQ(state.shortcutsOnLoan(HotKeyLoan::made), held);
+    EXPECT_EQ(registeredCount(), 6U);
+    EXPECT_EQ(stored(), PropertyListValue(true));
+}
+
+TEST_F(Borrowing, ConsentHoldsAtTheNextStart) {
+    make().setBorrowsShortcuts(true);
+    made->setEnabled(false);
+    made->setEnabled(true);
+    EXPECT_EQ(made->status(), AppStatus::active);
+    EXPECT_TRUE(make().borrowsShortcuts());
+    EXPECT_EQ(made->shortcutsOnLoan(HotKeyLoan::made), held);
+}
+
+TEST_F(Borrowing, WhatIsGivenBackIsTakenAgainByItsHolder) {
+    AppState& state = make();
+    state.setBorrowsShortcuts(true);
+    state.setBorrowsShortcuts(false);
+    EXPECT_EQ(state.status(), AppStatus::shortcutsTaken);
+    EXPECT_EQ(state.failedShortcuts(), held);
+    EXPECT_EQ(state.shortcutsOnLoan(HotKeyLoan::made), Actions{});
+    EXPECT_EQ(registeredCount(), 4U);
+    EXPECT_EQ(stored(), PropertyListValue(false));
+}
+
+TEST_F(Borrowing, NothingIsOnLoanWhileSwitchedOff) {
+    AppState& state = make();
+    state.setBorrowsShortcuts(true);
+    state.setEnabled(false);
+    EXPECT_EQ(registeredCount(), 0U);
+    EXPECT_EQ(state.shortcutsOnLoan(HotKeyLoan::made), Actions{});
+    EXPECT_EQ(state.shortcutsOnLoan(HotKeyLoan::possible), Actions{});
+}
+
+TEST_F(Borrowing, ConsentWhileSwitchedOffActsWhenSwitchedOn) {
+    AppState& state = make();
+    state.setEnabled(false);
+    state.setBorrowsShortcuts(true);
+    EXPECT_EQ(registeredCount(), 0U);
+    state.setEnabled(true);
+    EXPECT_EQ(registeredCount(), 6U);
+}
+
+TEST_F(Borrowing, APreviewRegistersNothing) {
+    make(true).setBorrowsShortcuts(true);
+    EXPECT_EQ(registeredCount(), 0U);
+}
+
+} // namespace
+} // namespace tessel
