@@ -148,10 +148,19 @@ bool DetachedPrograms::start(std::string_view program, const std::vector<std::st
         return false;
     }
     collect();
-    // Collected in a turn of its own: a watch cannot be dropped by what it calls.
-    children.emplace_back(mainLoop, process,
-                          [this] { collection = mainLoop.schedule(mainLoop.now(), {}, [this] { collect(); }); });
+    children.emplace_back(mainLoop, process, [this] { collectSoon(); });
     return true;
+}
+
+void DetachedPrograms::collectSoon() {
+    // In a turn of its own: a watch cannot be dropped by what it calls. And once: the handle stays readable until then,
+    // and a timer that is set anew in every turn may never be the one whose turn it is.
+    if (!collection) {
+        collection = mainLoop.schedule(mainLoop.now(), {}, [this] {
+            collection.reset();
+            collect();
+        });
+    }
 }
 
 void DetachedPrograms::collect() {

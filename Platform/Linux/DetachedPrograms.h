@@ -33,6 +33,7 @@ public:
 private:
     class Child;
 
+    void collectSoon();
     void collect();
 
     MainLoop& mainLoop;

@@ -118,8 +118,13 @@ function tellScreens() {
     }
 }
 
-// What panels keep for themselves is settled after the signals that may change it; no signal tells of that itself.
-const screensSoon = timer(0, tellScreens);
+// What panels keep for themselves is settled after the signals that may change it, in KWin 6.7 two turns of its loop after
+// them; no signal tells of that itself.
+const screensLater = timer(20, tellScreens);
+const screensSoon = timer(0, () => {
+    tellScreens();
+    screensLater.start();
+});
 
 function tellWindow(window) {
     // While it is dragged it is nowhere in particular.

@@ -2,11 +2,12 @@
 
 import sys
 
-from harness.applications import APPLICATIONS, OWN_WINDOW
+from harness.applications import APPLICATIONS, OWN_WINDOW, WAYLAND_PANEL
 from harness.kwin import SCREENS, Client, KWinDesktop
 from harness.oracle import ACTIONS, corrected, expected, target
 from harness.rect import Rect
-from harness.waiting import until
+from harness.skipping import require_module
+from harness.waiting import until, until_equal
 from Xlib import X, display
 
 from . import case, case_for_each
@@ -14,7 +15,7 @@ from . import case, case_for_each
 # Where a person might have put a window: off every edge, no round number, odd and even mixed.
 NATURAL = Rect(311, 173, 862, 603)
 COMMANDS = {name: APPLICATIONS[name].command for name in ("mousepad", "featherpad", "xterm")}
-PANEL = Rect(0, 0, 1600, 40)
+THICKNESS = 40
 
 
 def own_window(*wishes: str) -> tuple[str, ...]:
@@ -105,12 +106,14 @@ def a_panel_keeps_its_space(program):
     with KWinDesktop(program) as desktop:
         client = open_application(desktop, "mousepad")
         product = desktop.launch()
-        strut = ("--strut-top", str(PANEL.height), "0", str(PANEL.width))
-        place = map(str, PANEL)
-        panel = desktop.start(*own_window("--type", "DOCK", "--place", *place, *strut))
-        until(lambda: any(each.process == panel.pid for each in desktop.eyes.windows()), "the panel")
+        require_module("GtkLayerShell", "0.1", "gir1.2-gtklayershell-0.1")
+        panel = desktop.start(sys.executable, WAYLAND_PANEL, str(THICKNESS))
+        until_equal(
+            lambda: [each.frame for each in desktop.eyes.windows() if each.process == panel.pid],
+            [SCREENS[0]._replace(height=THICKNESS)], "the panel",
+        )
         desktop.eyes.activate(client.window)
-        visible = Rect(0, 40, 1600, 860)
+        visible = Rect(0, THICKNESS, 1600, 900 - THICKNESS)
         every_action(desktop, product, client, NATURAL, visible)
         every_action(desktop, product, client, Rect(1700, 100, 801, 502), SCREENS[1])
         desktop.session.processes.end(panel)

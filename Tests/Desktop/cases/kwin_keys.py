@@ -15,6 +15,9 @@ from .kwin_actions import NATURAL, every_action, open_application
 CONTROL_ALT = 0x0C000000
 QT_LEFT = CONTROL_ALT | 0x01000012
 LETTERS = ("center", "almostMaximize")
+# The program looks whether its keys were lost every two seconds, up to ten seconds late, and then registers all anew at
+# the next look.
+LOOK = 13.0
 LEFT = Rect(0, 0, 800, 900)
 
 
@@ -84,6 +87,30 @@ def a_key_of_another_program_stays_with_it_and_is_named(program):
         product.terminate()
         owners = desktop.bus.call(ACCEL, "getGlobalShortcutsByKey", "(i)", QT_LEFT)[0]
         assert [owner[2] for owner in owners] == ["org.example.Other"], owners
+
+
+@case("desktop.kwin.keys.assigned")
+def a_key_of_ours_goes_to_another_program_only_when_the_settings_give_it_away(program):
+    with KWinDesktop(program) as desktop:
+        client = open_application(desktop, "mousepad")
+        product = desktop.launch()
+        other = ["org.example.Other", "theirs", "Another program", "Their action"]
+        desktop.bus.call(ACCEL, "doRegister", "(as)", other)
+        # Granted by KWin 6.7, and refused by those before; ours is the older one.
+        desktop.bus.call(ACCEL, "setShortcutKeys", "(asa(ai)u)", other, [([QT_LEFT, 0, 0, 0],)], 6)
+        works(desktop, product, client.window)
+        assert product.status == "Active", product.status
+        # As the system's settings do it: it is taken from the one and given to the other.
+        (ours,) = (each for each in desktop.bus.call(ACCEL, "allActionsForComponent", "(as)", [COMPONENT, "", "", ""])[0]
+                   if desktop.bus.call(ACCEL, "shortcutKeys", "(as)", each)[0] == [([QT_LEFT, 0, 0, 0],)])
+        desktop.bus.call(ACCEL, "setForeignShortcutKeys", "(asa(ai))", ours, [])
+        desktop.bus.call(ACCEL, "setForeignShortcutKeys", "(asa(ai))", other, [([QT_LEFT, 0, 0, 0],)])
+        product.until_status("Some shortcuts are taken: leftHalf", 2 * LOOK)
+        desktop.eyes.place(client.window, NATURAL)
+        desktop.press(product, "leftHalf")
+        assert desktop.eyes.frame(client.window) == NATURAL, "the key of another program moved a window"
+        desktop.press(product, "rightHalf")
+        desktop.holds_frame(client.window, Rect(800, 0, 800, 900), "frame after a key that is ours")
 
 
 @case("desktop.kwin.script-unloaded")

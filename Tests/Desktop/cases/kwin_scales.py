@@ -34,7 +34,8 @@ def every_action_is_exact_whatever_the_scale(program, kind):
         for scales in ((1.5, 1.0), (1.0, 1.25)):
             screens = [scaled(screen, scale) for screen, scale in zip(SCREENS, scales)]
             # While the program runs, as a user does who changes his settings.
-            desktop.session.run(["kscreen-doctor", *(f"output.{i + 1}.scale.{scale}" for i, scale in enumerate(scales))])
+            outputs = (each["name"] for each in outputs_by_place(desktop))
+            desktop.session.run(["kscreen-doctor", *(f"output.{name}.scale.{scale}" for name, scale in zip(outputs, scales))])
             until_equal(lambda: frames_of_screens(desktop), screens, "the screens")
             # At one and a half a screen is no whole number of points wide.
             leeway = 1 if kind == "mousepad-csd" or 1.5 in scales else pixel
@@ -54,9 +55,14 @@ def scaled(screen: Rect, scale: float) -> Rect:
     return screen._replace(width=round(screen.width / scale), height=round(screen.height / scale))
 
 
-def frames_of_screens(desktop: KWinDesktop) -> list[Rect]:
-    """As they are told to whoever changes their settings."""
+def outputs_by_place(desktop: KWinDesktop) -> list[dict]:
+    """From left to right, as they are told to whoever changes their settings. KWin 6.7 numbers them from the right."""
     told = json.loads(desktop.session.run(["kscreen-doctor", "--json"]))
-    return sorted(
-        scaled(Rect(each["pos"]["x"], each["pos"]["y"], WIDTH, HEIGHT), each["scale"]) for each in told["outputs"]
-    )
+    return sorted(told["outputs"], key=lambda each: each["pos"]["x"])
+
+
+def frames_of_screens(desktop: KWinDesktop) -> list[Rect]:
+    return [
+        scaled(Rect(each["pos"]["x"], each["pos"]["y"], WIDTH, HEIGHT), each["scale"])
+        for each in outputs_by_place(desktop)
+    ]

@@ -114,6 +114,7 @@ def a_fullscreen_window_is_left_alone(program, manager):
 NATIVE_TILING = {
     "kwin_x11": ("Super", "Left"),
     "mutter": ("Super", "Left"),
+    "muffin": ("Super", "Left"),
     "metacity": ("Super", "Left"),
     "marco": ("Super", "Left"),
     "xfwm4": ("Super", "KeypadLeft"),

@@ -5,6 +5,7 @@ from dataclasses import dataclass, field
 from pathlib import Path
 
 TK_WINDOW = str(Path(__file__).resolve().parent / "tk_window.py")
+WAYLAND_PANEL = str(Path(__file__).resolve().parent / "wayland_panel.py")
 OWN_WINDOW = str(Path(__file__).resolve().parent / "own_window.py")
 
 

@@ -45,16 +45,24 @@ def add_settings(session: Session, group: str, **entries: str) -> None:
         session.configure(KEYFILE, present + text)
 
 
-def metacity(session: Session) -> None:
+def free_workspace_keys(session: Session, group: str) -> None:
     nothing = "@as []"
     add_settings(
-        session, "org/gnome/desktop/wm/keybindings",
+        session, group,
         switch_to_workspace_left=nothing, switch_to_workspace_right=nothing,
         switch_to_workspace_up=nothing, switch_to_workspace_down=nothing,
     )
 
 
+def metacity(session: Session) -> None:
+    free_workspace_keys(session, "org/gnome/desktop/wm/keybindings")
+
+
 mutter = metacity
+
+
+def muffin(session: Session) -> None:
+    free_workspace_keys(session, "org/cinnamon/desktop/keybindings/wm")
 
 
 def marco(session: Session) -> None:

@@ -259,7 +259,8 @@ class KWinDesktop:
         environment |= {
             "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true",
             "KDE_SESSION_VERSION": "5", "QT_QPA_PLATFORM": "wayland", "GDK_BACKEND": "wayland", "KWIN_COMPOSE": "Q",
-            "WAYLAND_DISPLAY": "wayland-test", "QT_LOGGING_RULES": "js=true", "QT_FORCE_STDERR_LOGGING": "1",
+            "WAYLAND_DISPLAY": "wayland-test", "QT_FORCE_STDERR_LOGGING": "1",
+            "QT_LOGGING_RULES": f"js=true;{environment['QT_LOGGING_RULES']}",
         }
         address = f"unix:path={self.session.runtime}/bus"
         self.session.processes.start(

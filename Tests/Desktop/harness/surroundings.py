@@ -68,6 +68,8 @@ def surround(directory: Path, home: Path) -> dict[str, str]:
     return {
         "FONTCONFIG_FILE": str(fonts),
         "LANG": "C.UTF-8",
+        # Qt 6.11 complains in every session without a portal, and none of these has one.
+        "QT_LOGGING_RULES": "qt.qpa.services.warning=false",
         "XDG_CONFIG_DIRS": str(configuration),
         "XDG_DATA_DIRS": str(data),
         "XKB_DEFAULT_RULES": "evdev",

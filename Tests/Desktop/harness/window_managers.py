@@ -63,6 +63,11 @@ WINDOW_MANAGERS = {
             "mutter", "mutter", ("mutter", "--x11", "--sm-disable"), freed_keys.mutter,
             holds=ARROWS, holds_through_extension=True, composites=True,
         ),
+        # The window manager that Cinnamon is made of, on its own.
+        WindowManager(
+            "muffin", "muffin", ("muffin", "--sm-disable"), freed_keys.muffin,
+            holds=ARROWS, holds_through_extension=True, composites=True,
+        ),
         WindowManager(
             "icewm", "icewm", ("icewm",), freed_keys.icewm,
             holds=frozenset({"leftHalf", "rightHalf", "almostMaximize", "maximizeHeight"}), bar=26,

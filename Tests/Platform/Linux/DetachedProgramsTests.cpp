@@ -108,6 +108,26 @@ TEST(DetachedPrograms, InheritTheEnvironmentThatThisProgramWasStartedWith) {
     });
 }
 
+TEST(DetachedPrograms, AreCollectedWithinAFewTurnsOfTheLoop) {
+    inChildProcess([] {
+        MainLoop loop;
+        DetachedPrograms programs(loop);
+        for (int round = 0; round < 200; ++round) {
+            ASSERT_TRUE(programs.start("/bin/true", {}));
+            siginfo_t ended{};
+            ASSERT_EQ(::waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT), 0);
+            const auto isCollected = [] {
+                return ::waitid(P_ALL, 0, nullptr, WEXITED | WNOHANG | WNOWAIT) < 0 && errno == ECHILD;
+            };
+            int turns = 0;
+            while (!isCollected() && ++turns < 20) {
+                ASSERT_GE(sd_event_run(loop.handle(), 1000), 0);
+            }
+            ASSERT_TRUE(isCollected()) << "round " << round;
+        }
+    });
+}
+
 TEST(DetachedPrograms, LeaveNoZombieBehind) {
     inChildProcess([] {
         const TemporaryFolder folder;
