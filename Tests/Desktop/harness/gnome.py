@@ -152,13 +152,13 @@ class Gnome:
         self.bus = Bus(environment["DBUS_SESSION_BUS_ADDRESS"])
         self.form = form_of(session.run(["gnome-shell", "--version"]))
         install_eyes(self._place_of(EYES), self.form)
-        enabled = [EYES]
         put_extension(self.extension_folder(), self._place_of(EXTENSION), extension)
-        if extension not in ("absent", "off"):
-            enabled.append(EXTENSION)
+        enabled = [EYES] if extension in ("absent", "off") else [EYES, EXTENSION]
         self.change_setting("org.gnome.shell", "enabled-extensions", str(enabled))
         self.change_setting("org.gnome.shell", "welcome-dialog-last-shown-version", "'99'")
-        self.change_setting("org.gnome.desktop.interface", "enable-animations", "false")
+        # The hand leaps out of a corner, in which GNOME 51 takes it for somebody who wants the overview.
+        for key in ("enable-animations", "enable-hot-corners"):
+            self.change_setting("org.gnome.desktop.interface", key, "false")
         if keys_free:
             for direction in ("left", "right", "up", "down"):
                 self.change_setting("org.gnome.desktop.wm.keybindings", f"switch-to-workspace-{direction}", "[]")
