@@ -14,7 +14,7 @@ namespace {
 
 using Kind = KeyGrabs::Kind;
 
-constexpr KeyCombination leftArrow{.keyCode = 113, .modifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1};
+constexpr KeyCombination combination{.keyCode = 113, .modifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1};
 constexpr std::uint16_t capsLock = XCB_MOD_MASK_LOCK;
 
 /// One client of a server.
@@ -25,17 +25,17 @@ struct GrabbingClient {
 
     KeyGrabs::Outcome take(bool borrows = false) {
         connection.beginTurn();
-        return grabs.take(leftArrow, capsLock, borrows);
+        return grabs.take(combination, capsLock, borrows);
     }
 
     /// Takes the combination whoever holds it by the other kind of grab.
     bool hold(Kind kind) {
         connection.beginTurn();
-        return grabs.renew(leftArrow, capsLock, kind);
+        return grabs.renew(combination, capsLock, kind);
     }
 
     void release(Kind kind) {
-        grabs.release(leftArrow, capsLock, kind);
+        grabs.release(combination, capsLock, kind);
         static_cast<void>(connection.succeeded({}));
     }
 
@@ -107,8 +107,8 @@ TEST_F(Grabs, ABorrowedGrabIsRenewedUntilSomebodyElseHasThatKindAsWell) {
 }
 
 TEST_F(Grabs, ALockVariantThatIsHeldMakesAllOfThemHeld) {
-    const auto variant = static_cast<std::uint16_t>(leftArrow.modifiers | capsLock);
-    xcb_grab_key(manager.connection.raw(), 0, manager.connection.root(), variant, leftArrow.keyCode,
+    const auto variant = static_cast<std::uint16_t>(combination.modifiers | capsLock);
+    xcb_grab_key(manager.connection.raw(), 0, manager.connection.root(), variant, combination.keyCode,
                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     static_cast<void>(manager.connection.succeeded({}));
     EXPECT_EQ(ours.take().kind, std::nullopt);
