@@ -191,6 +191,9 @@ void Desktop::followKeyboardIn(Duration delay) {
             keyboardFollow.reset();
             if (!hotKeys.followKeyboard()) {
                 followKeyboardIn(untilNextQuestion);
+            } else if (hotKeys.renewBorrowed()) {
+                // Window managers grab their keys anew at such a notice as well, some of them later than this.
+                renewGrabsSoon();
             }
         });
     }

@@ -132,12 +132,15 @@ void HotKeys::renew() {
     connection.flush();
 }
 
-void HotKeys::renewBorrowed() {
+bool HotKeys::renewBorrowed() {
+    bool isAny = false;
     for (auto& [reference, registered] : registrations) {
         if (registered.borrowedThrough) {
             renew(registered);
+            isAny = true;
         }
     }
+    return isAny;
 }
 
 bool HotKeys::takeLoss() {

@@ -38,8 +38,9 @@ public:
     /// Grabs all keys again: a grab that another program made since may hide ours, and only a new one comes before it.
     void renew();
 
-    /// The same for borrowed keys alone. Their holder may have grabbed them anew at any time, and tells nobody.
-    void renewBorrowed();
+    /// The same for borrowed keys alone; whether there is one. Their holder may have grabbed them anew at any time, and
+    /// tells nobody.
+    bool renewBorrowed();
 
     /// Whether a grab was lost since this was last asked: held by somebody else when it was to be renewed, or not to be
     /// had because the keyboard came too late. All are to be registered anew then.

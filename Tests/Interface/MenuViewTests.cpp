@@ -61,18 +61,18 @@ TEST_F(View, TheWarningIsThereWhileThePermissionIsMissing) {
     desktop.accessibility.isTrusted = false;
     desktop.accessibility.missing = platform::AccessRequirement::permission;
     QQuickItem& root = make();
-    EXPECT_TRUE(only("WarningCard").isVisible());
+    EXPECT_TRUE(permissionCard().isVisible());
     EXPECT_EQ(only("MenuHeader").property("status"), "Waiting for permission");
     const double before = root.implicitHeight();
     desktop.trace.clear();
-    press(*itemsOfType(only("WarningCard"), "PillButton").front());
+    press(*itemsOfType(permissionCard(), "PillButton").front());
     EXPECT_EQ(desktop.trace.take(),
               (std::vector<std::string>{
                   "open x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"}));
     desktop.accessibility.isTrusted = true;
     desktop.mainActor.advance(std::chrono::seconds(2));
     settle();
-    EXPECT_FALSE(only("WarningCard").isVisible());
+    EXPECT_FALSE(permissionCard().isVisible());
     EXPECT_LT(root.implicitHeight(), before);
 }
 
@@ -80,8 +80,8 @@ TEST_F(View, TheWarningHasNoButtonWhereNoPageOfSettingsHelps) {
     desktop.accessibility.isTrusted = false;
     desktop.accessibility.missing = platform::AccessRequirement::windowManager;
     make();
-    EXPECT_TRUE(only("WarningCard").isVisible());
-    EXPECT_FALSE(itemsOfType(only("WarningCard"), "PillButton").front()->isVisible());
+    EXPECT_TRUE(permissionCard().isVisible());
+    EXPECT_FALSE(itemsOfType(permissionCard(), "PillButton").front()->isVisible());
 }
 
 TEST_F(View, TheStatusIsGreyOrangeOrGreen) {

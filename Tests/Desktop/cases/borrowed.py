@@ -86,9 +86,8 @@ def borrowed_keys_survive_a_restart_of_the_window_manager(program, manager):
             product.until_at_rest()
             desktop.windows.fence()
             is_switched = workspace(desktop) != 0
-            if is_switched:
-                desktop.keyboard.press("leftHalf")
-                until(lambda: workspace(desktop) == 0, "the window manager to switch back")
+            desktop.windows.show_workspace(0)
+            until(lambda: workspace(desktop) == 0, "the window manager to switch back")
             return not is_switched
 
         until(is_ours, "the program to borrow the keys again", POLL)

@@ -147,6 +147,10 @@ class Windows:
         self.root.send_event(request, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
         self.connection.flush()
 
+    def show_workspace(self, number: int) -> None:
+        """Asks for that workspace, as a pager does; does not wait."""
+        self._ask(self.root.id, "_NET_CURRENT_DESKTOP", [number, X.CurrentTime])
+
     def activate(self, identifier: int, seconds: float = PATIENCE) -> None:
         """Brings a window to the front and waits until window manager and server both say that it has the focus."""
         self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])

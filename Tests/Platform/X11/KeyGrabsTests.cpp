@@ -25,7 +25,10 @@ struct GrabbingClient {
 
     KeyGrabs::Outcome take(bool borrows = false) {
         connection.beginTurn();
-        return grabs.take(combination, capsLock, borrows);
+        const KeyGrabs::Outcome outcome = grabs.take(combination, capsLock, borrows);
+        // So that the server has dealt with what was given back.
+        static_cast<void>(connection.succeeded({}));
+        return outcome;
     }
 
     /// Takes the combination whoever holds it by the other kind of grab.
