@@ -46,8 +46,9 @@ public:
     /// as new as this. In the same form; empty where all is as it should be.
     [[nodiscard]] std::string caution() const;
 
-    /// Switches the extension on where the shell has it. Where it does not, puts the extension into the user's home:
-    /// the shell has it from the next login on. Where the user has all extensions switched off, shows that switch.
+    /// Switches the extension on where the shell has it. Where it does not, or has one that does not run, puts the
+    /// extension into the user's home: the shell has it from the next login on. Where the user has all extensions
+    /// switched off, shows that switch.
     ///
     /// A request that comes first, before the extension has worked in this process, is the program's own as it starts.
     /// It leaves an extension off that has worked for this user before: since then somebody has switched it off. All

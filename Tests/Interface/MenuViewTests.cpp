@@ -84,6 +84,36 @@ TEST_F(View, TheWarningHasNoButtonWhereNoPageOfSettingsHelps) {
     EXPECT_FALSE(itemsOfType(permissionCard(), "PillButton").front()->isVisible());
 }
 
+TEST_F(View, ShortcutsThatCanBeBorrowedAreOneClickAway) {
+    for (const WindowAction action : {WindowAction::leftHalf, WindowAction::center}) {
+        desktop.hotKeyEvents.lend(action.shortcut().keyCode, action.shortcut().modifiers);
+    }
+    QQuickItem& root = make();
+    EXPECT_TRUE(borrowingCard().isVisible());
+    EXPECT_EQ(borrowingCard().property("message"),
+              "Another app uses Ctrl+Alt+←, Ctrl+Alt+C. Tessel can have them while it runs; no setting is changed.");
+    const double before = root.implicitHeight();
+    press(*itemsOfType(borrowingCard(), "PillButton").front());
+    settle();
+    EXPECT_FALSE(borrowingCard().isVisible());
+    EXPECT_EQ(only("MenuHeader").property("status"), "Active · 6 shortcuts · 0 apps");
+    EXPECT_LT(root.implicitHeight(), before);
+    const std::vector<QQuickItem*> rows = itemsOfType(root, "SettingRow");
+    const auto borrowed = std::ranges::find_if(
+        rows, [](const QQuickItem* row) { return row->property("title") == "Borrowed shortcuts: 2"; });
+    ASSERT_NE(borrowed, rows.end());
+    EXPECT_TRUE((*borrowed)->isVisible());
+    press(*itemsOfType(**borrowed, "PillButton").front());
+    settle();
+    EXPECT_FALSE((*borrowed)->isVisible());
+    EXPECT_TRUE(borrowingCard().isVisible());
+}
+
+TEST_F(View, NothingIsSaidOfBorrowingWhileNothingIsTaken) {
+    make();
+    EXPECT_FALSE(borrowingCard().isVisible());
+}
+
 TEST_F(View, TheStatusIsGreyOrangeOrGreen) {
     const auto colour = [this] {
         settle();

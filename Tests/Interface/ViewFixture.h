@@ -70,6 +70,10 @@ protected:
         return *found.front();
     }
 
+    /// The two cards that say what is missing, in their order.
+    QQuickItem& permissionCard() { return *itemsOfType(*item, "WarningCard").at(0); }
+    QQuickItem& borrowingCard() { return *itemsOfType(*item, "WarningCard").at(1); }
+
     QRectF placeOf(QQuickItem& part) { return part.mapRectToItem(item.get(), part.boundingRect()); }
 
     static void press(QQuickItem& button) { QMetaObject::invokeMethod(&button, "pressed"); }
