@@ -47,6 +47,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
     : Ground(mainLoop, folders.extension)
     , compositor::Desktop(mainLoop, Ground::table, door)
     , hotKeys(mainLoop, link)
+    , holders(mainLoop, link)
     , topBar(mainLoop, link, Ground::table, folders.icons.string())
     , bell(link) {
     // So that the first question for trust has an answer.

@@ -5,6 +5,7 @@
 #include "Platform/GnomeShell/Extension.h"
 #include "Platform/GnomeShell/HotKeys.h"
 #include "Platform/GnomeShell/ShellBell.h"
+#include "Platform/GnomeShell/ShellHolders.h"
 #include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/GnomeShell/TopBar.h"
 #include "Platform/Linux/Control/SessionBus.h"
@@ -44,6 +45,8 @@ public:
 
     [[nodiscard]] HotKeyEvents& hotKeyEvents() override { return hotKeys; }
 
+    [[nodiscard]] ShortcutHolders* shortcutHolders() override { return &holders; }
+
     [[nodiscard]] linux::TrayPlace* trayPlace() override { return &topBar; }
 
     /// Only the top bar tells where the item is.
@@ -57,6 +60,7 @@ private:
     [[nodiscard]] bool isTrusted() override { return !hotKeys.takeLoss() && compositor::Desktop::isTrusted(); }
 
     HotKeys hotKeys;
+    ShellHolders holders;
     TopBar topBar;
     ShellBell bell;
 };

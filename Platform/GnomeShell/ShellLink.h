@@ -107,6 +107,9 @@ public:
         }
     }
 
+    /// A call of a method of the extension, for its values to be appended; null without a bus.
+    [[nodiscard]] linux::OwnedMessage newCall(const char* method) const;
+
     /// The connection, for whatever else is asked of the shell; null without a bus.
     [[nodiscard]] sd_bus* connection() const { return bus; }
 
@@ -122,7 +125,6 @@ private:
     /// Why the extension, or the bus in its stead, has not answered as it should.
     [[nodiscard]] Obstacle obstacleIn(sd_bus_message* answer, bool isFromBus);
     void close(Obstacle reason);
-    [[nodiscard]] linux::OwnedMessage newCall(const char* method) const;
     [[nodiscard]] Answer answerTo(sd_bus_message* message, Instant deadline);
     void sendUnanswered(sd_bus_message* message);
 

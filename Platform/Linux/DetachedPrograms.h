@@ -4,19 +4,13 @@
 
 #include <list>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace platform::linux {
 
-/// The program of that name in `PATH`, or of that path where the name has a slash; nothing where there is none to run.
-/// Reads the environment.
-[[nodiscard]] std::optional<std::string> findProgram(std::string_view name);
-
-/// Starts programs that go their own way: in a session of their own, with the environment that this program was started
-/// with, with no descriptor and no blocked signal of ours, and reading and writing nothing. They are waited for, so
+/// Starts programs that go their own way (see `startProgram`), reading and writing nothing. They are waited for, so
 /// that none becomes a zombie. Main thread only.
 class DetachedPrograms {
 public:

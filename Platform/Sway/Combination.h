@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,8 +50,8 @@ struct HotKeyCombination {
     /// As commands name it: "Ctrl+Mod1+113".
     [[nodiscard]] std::string text() const;
 
-    /// Whether one of these is the same keys held down.
-    [[nodiscard]] bool isAmong(const std::set<Combination>& bound) const;
+    /// Whether that is the same keys held down.
+    [[nodiscard]] bool isSame(const Combination& combination) const;
 
     friend bool operator==(const HotKeyCombination&, const HotKeyCombination&) = default;
 };

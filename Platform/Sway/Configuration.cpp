@@ -1,8 +1,8 @@
 #include "Platform/Sway/Configuration.h"
 
 #include <algorithm>
-#include <map>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace platform::sway {
@@ -53,7 +53,10 @@ public:
         std::vector<Block> blocks;
         std::string whole;
         std::string_view rest = file.text;
+        std::size_t number = 0;
+        std::size_t first = 1;
         while (!rest.empty()) {
+            ++number;
             const std::size_t end = std::min(rest.find('\n'), rest.size());
             const std::string_view line = rest.substr(0, end);
             rest.remove_prefix(std::min(end + 1, rest.size()));
@@ -61,16 +64,23 @@ public:
             whole += goesOn ? line.substr(0, line.size() - 1) : line;
             if (!goesOn || rest.empty()) {
                 if (whole.size() <= longestLine) {
+                    place = {.path = file.path, .line = first};
                     readLine(trimmed(whole), blocks, folder);
                 }
                 whole.clear();
+                first = number + 1;
             }
         }
     }
 
-    std::set<Combination> bound;
+    ConfiguredBindings bound;
 
 private:
+    struct Place {
+        std::string path;
+        std::size_t line = 0;
+    };
+
     struct Block {
         std::string opening;
         /// Whether its lines may bind: neither it nor one around it is another mode's, a bar's or a device's.
@@ -134,23 +144,30 @@ private:
                 read(file);
             }
         } else if (command == "bindsym" || command == "bindcode") {
-            if (const auto combination = combinationOf(replaced(rest), command == "bindcode")) {
-                if (bound.size() < mostBindings) {
-                    bound.insert(*combination);
-                }
+            const std::string arguments = replaced(rest);
+            std::string_view behind = arguments;
+            const auto combination = takeCombination(behind, command == "bindcode");
+            if (combination && bound.size() < mostBindings) {
+                bound.insert_or_assign(*combination,
+                                       ConfiguredBinding{.command = std::string(behind),
+                                                         .definition = std::string(command) + " " + arguments,
+                                                         .path = place.path,
+                                                         .line = place.line});
             }
         } else if (command == "unbindsym" || command == "unbindcode") {
-            if (const auto combination = combinationOf(replaced(rest), command == "unbindcode")) {
+            const std::string arguments = replaced(rest);
+            std::string_view behind = arguments;
+            if (const auto combination = takeCombination(behind, command == "unbindcode")) {
                 bound.erase(*combination);
             }
         }
     }
 
-    [[nodiscard]] static std::optional<Combination> combinationOf(const std::string& arguments, bool isNumber) {
-        std::string_view rest = arguments;
-        std::string_view word = takeWord(rest);
+    /// Takes the options and the combination off the arguments of a binding.
+    [[nodiscard]] static std::optional<Combination> takeCombination(std::string_view& arguments, bool isNumber) {
+        std::string_view word = takeWord(arguments);
         while (word.starts_with("--")) {
-            word = takeWord(rest);
+            word = takeWord(arguments);
         }
         return readCombination(word, isNumber);
     }
@@ -189,14 +206,22 @@ private:
     std::set<std::string> files;
     Variables variables;
     std::string former;
+    /// Of the line that is read.
+    Place place;
 };
 
 } // namespace
 
-std::set<Combination> boundCombinations(const ConfigurationFile& main, const Includes& includes) {
+ConfiguredBindings configuredBindings(const ConfigurationFile& main, const Includes& includes) {
     Reader reader(includes);
     reader.read(main);
     return std::move(reader.bound);
+}
+
+const ConfiguredBinding* bindingOf(const ConfiguredBindings& bindings, const HotKeyCombination& combination) {
+    const auto found =
+        std::ranges::find_if(bindings, [&](const auto& entry) { return combination.isSame(entry.first); });
+    return found == bindings.end() ? nullptr : &found->second;
 }
 
 } // namespace platform::sway

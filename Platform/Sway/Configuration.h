@@ -2,8 +2,9 @@
 
 #include "Platform/Sway/Combination.h"
 
+#include <cstddef>
 #include <functional>
-#include <set>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,10 +21,29 @@ struct ConfigurationFile {
 /// The files that a pattern in a file of that folder means, read.
 using Includes = std::function<std::vector<ConfigurationFile>(const std::string& pattern, const std::string& folder)>;
 
-/// The combinations that a configuration binds as long as no other mode is entered (sway(5): "bindsym", "bindcode",
-/// "set", "include", "mode"). Not a reader of the language, but of the lines that have a part in this; where it is in
-/// doubt, a combination counts as bound. Whatever the text, it takes no more than a moment.
-[[nodiscard]] std::set<Combination> boundCombinations(const ConfigurationFile& main, const Includes& includes);
+/// A line that binds a combination.
+struct ConfiguredBinding {
+    /// What the combination does.
+    std::string command;
+    /// The whole line with its variables replaced, and with the block's beginning before it: what would bind it again.
+    std::string definition;
+    /// Where the line begins, counted from one.
+    std::string path;
+    std::size_t line = 0;
+
+    friend bool operator==(const ConfiguredBinding&, const ConfiguredBinding&) = default;
+};
+
+using ConfiguredBindings = std::map<Combination, ConfiguredBinding>;
+
+/// What a configuration binds as long as no other mode is entered (sway(5): "bindsym", "bindcode", "set", "include",
+/// "mode"). Not a reader of the language, but of the lines that have a part in this; where it is in doubt, a
+/// combination counts as bound. Whatever the text, it takes no more than a moment.
+[[nodiscard]] ConfiguredBindings configuredBindings(const ConfigurationFile& main, const Includes& includes);
+
+/// The binding of the same keys held down; null where there is none.
+[[nodiscard]] const ConfiguredBinding* bindingOf(const ConfiguredBindings& bindings,
+                                                 const HotKeyCombination& combination);
 
 /// Reads from the disk what a pattern means: folders, wildcards, the home directory and the environment; commands are
 /// not carried out.

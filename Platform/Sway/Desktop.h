@@ -4,6 +4,7 @@
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/SoundThemeBeep.h"
+#include "Platform/Sway/ConfigurationHolders.h"
 #include "Platform/Sway/Door.h"
 #include "Platform/Sway/HotKeys.h"
 #include "Platform/Sway/Session.h"
@@ -43,6 +44,8 @@ public:
 
     [[nodiscard]] HotKeyEvents& hotKeyEvents() override { return hotKeys; }
 
+    [[nodiscard]] ShortcutHolders* shortcutHolders() override { return &holders; }
+
 private:
     /// Keys that the configuration has taken or given back are made known by a moment without trust: everything is then
     /// registered anew, and what is taken is found to be so.
@@ -63,6 +66,7 @@ private:
     linux::SoundThemeBeep bell;
     std::unique_ptr<ScheduledWork> end;
     HotKeys hotKeys;
+    ConfigurationHolders holders{mainLoop, hotKeys};
 };
 
 } // namespace platform::sway

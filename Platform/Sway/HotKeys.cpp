@@ -69,6 +69,11 @@ void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
     registrations.erase(found);
 }
 
+const ConfiguredBinding* HotKeys::bindingThatHas(const corvid::Shortcut& shortcut) const {
+    const auto combination = HotKeyCombination::of(shortcut.keyCode, shortcut.modifiers);
+    return bound && combination ? bindingOf(*bound, *combination) : nullptr;
+}
+
 bool HotKeys::takeChange() {
     return std::exchange(hasChanged, false);
 }
@@ -108,9 +113,9 @@ void HotKeys::renew() {
         registered.isBound = bind(registered.combination, reference) == noErr;
         hasChanged = hasChanged || !registered.isBound;
     }
-    const std::set<Combination>* present = session.isOpen() && !refused.empty() ? configured() : nullptr;
+    const ConfiguredBindings* present = session.isOpen() && !refused.empty() ? configured() : nullptr;
     hasChanged = hasChanged || (present != nullptr && std::ranges::any_of(refused, [&](const auto& entry) {
-                                    return !entry.second.isAmong(*present);
+                                    return bindingOf(*present, entry.second) == nullptr;
                                 }));
 }
 
@@ -119,13 +124,13 @@ OSStatus HotKeys::bind(const HotKeyCombination& combination, std::uint64_t refer
         // Bound once there is somebody to do it.
         return noErr;
     }
-    const std::set<Combination>* present = configured();
+    const ConfiguredBindings* present = configured();
     if (present == nullptr) {
         // Whose it is cannot be told now, and is to be asked again.
         hasChanged = true;
         return eventHotKeyExistsErr;
     }
-    if (combination.isAmong(*present)) {
+    if (bindingOf(*present, combination) != nullptr) {
         refused.insert_or_assign(combination.text(), combination);
         return eventHotKeyExistsErr;
     }
@@ -153,7 +158,7 @@ bool HotKeys::runInDefaultMode(const std::string& command) {
     return !results || (results->is_array() && results->size() > place && isSet((*results)[place], "success"));
 }
 
-const std::set<Combination>* HotKeys::configured() {
+const ConfiguredBindings* HotKeys::configured() {
     if (!bound) {
         const Instant deadline = session.deadline();
         const auto version = session.ask(MessageType::getVersion, "", deadline);
@@ -165,7 +170,7 @@ const std::set<Combination>* HotKeys::configured() {
             .path = std::string(version ? textOf(*version, "loaded_config_file_name") : std::string_view()),
             .text = std::string(textOf(*configuration, "config")),
         };
-        bound = boundCombinations(main, includes);
+        bound = configuredBindings(main, includes);
     }
     return &*bound;
 }

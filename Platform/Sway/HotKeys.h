@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CorvidKitCore/Shortcut.h"
 #include "Platform/Linux/HandledHotKeys.h"
 #include "Platform/Sway/Combination.h"
 #include "Platform/Sway/Configuration.h"
@@ -8,7 +9,6 @@
 #include <cstdint>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 
 namespace platform::sway {
@@ -34,6 +34,9 @@ public:
     /// been read again, and binds one of ours now, or no longer one that was refused.
     [[nodiscard]] bool takeChange();
 
+    /// The line of the configuration that has a shortcut, as it was last read; null where there is none.
+    [[nodiscard]] const ConfiguredBinding* bindingThatHas(const corvid::Shortcut& shortcut) const;
+
 private:
     struct Registered {
         HotKeyCombination combination;
@@ -54,12 +57,12 @@ private:
     /// Bindings are made in the mode that is entered, and ours belong to the default one.
     [[nodiscard]] bool runInDefaultMode(const std::string& command);
     /// What the configuration binds; nothing if sway does not tell.
-    [[nodiscard]] const std::set<Combination>* configured();
+    [[nodiscard]] const ConfiguredBindings* configured();
 
     Session& session;
     Includes includes;
     /// Nothing until it is asked for.
-    std::optional<std::set<Combination>> bound;
+    std::optional<ConfiguredBindings> bound;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
     /// What the configuration bound when it was to be registered, by its text.

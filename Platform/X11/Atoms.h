@@ -51,11 +51,12 @@ enum class Atom : std::uint8_t {
     netWmWindowTypeTooltip,
     netWmWindowTypeUtility,
     netWorkarea,
+    obConfigFile,
     utf8String,
     xembedInfo,
 };
 
-inline constexpr std::array<std::string_view, 43> atomNames{
+inline constexpr std::array<std::string_view, 44> atomNames{
     "_GTK_APPLICATION_ID",
     "_GTK_FRAME_EXTENTS",
     "I3_SOCKET_PATH",
@@ -97,6 +98,7 @@ inline constexpr std::array<std::string_view, 43> atomNames{
     "_NET_WM_WINDOW_TYPE_TOOLTIP",
     "_NET_WM_WINDOW_TYPE_UTILITY",
     "_NET_WORKAREA",
+    "_OB_CONFIG_FILE",
     "UTF8_STRING",
     "_XEMBED_INFO",
 };

@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Log.h"
 #include "Platform/X11/Event.h"
+#include "Platform/X11/OpenboxHolders.h"
 #include "Platform/X11/PropertyValue.h"
 #include "Platform/X11/XkbProtocol.h"
 
@@ -70,6 +71,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened, std::unique_ptr<T
     // The second is for whoever announces itself, as a panel does.
     selection.select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     tray.start();
+    holders.add({.windowManager = "Openbox", .holders = std::make_unique<OpenboxHolders>(mainLoop, connection)});
     if (!hotKeys.followKeyboard()) {
         followKeyboardIn(untilNextQuestion);
     }
@@ -210,6 +212,7 @@ void Desktop::renewGrabsSoon() {
 bool Desktop::askForTrust() {
     const WindowManager manager = readWindowManager(connection);
     placement.setWindowManager(manager);
+    holders.setWindowManager(manager.name);
     const bool isTiling = tiling && manager.name == tiling->name();
     hotKeys.renewBorrowed();
     turn.setTilingManager(isTiling ? tiling.get() : nullptr);

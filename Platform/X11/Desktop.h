@@ -19,6 +19,7 @@
 #include "Platform/X11/SystemTray.h"
 #include "Platform/X11/TilingManager.h"
 #include "Platform/X11/Turn.h"
+#include "Platform/X11/WindowManagerHolders.h"
 #include "Platform/X11/Workspace.h"
 
 #include <expected>
@@ -66,6 +67,8 @@ public:
 
     [[nodiscard]] Screens& screens() override { return monitors; }
 
+    [[nodiscard]] WindowManagerHolders* shortcutHolders() override { return &holders; }
+
     /// Where older panels take status items.
     [[nodiscard]] linux::TrayPlace* trayPlace() override { return &tray; }
 
@@ -91,6 +94,7 @@ private:
     Accessibility windows;
     Beep bell{connection};
     HotKeys hotKeys{connection};
+    WindowManagerHolders holders;
     OwnWindows own;
     Screens monitors{turn};
     SettingsManager settings{connection, selection};

@@ -1,8 +1,12 @@
 #include "Tessel/Wiring/DesktopChoice.h"
 
 #include "Platform/GnomeShell/Desktop.h"
+#include "Platform/I3/ConfigurationHolders.h"
 #include "Platform/I3/Manager.h"
+#include "Platform/KWin/AccelHolders.h"
 #include "Platform/KWin/Desktop.h"
+#include "Platform/Linux/Holders/SettingsHolders.h"
+#include "Platform/Linux/Holders/XfceHolders.h"
 #include "Platform/Localization.h"
 #include "Platform/Platform.h"
 #include "Platform/Sway/Desktop.h"
@@ -19,13 +23,15 @@ namespace tessel {
 namespace {
 
 using platform::linux::MainLoop;
+using platform::linux::SessionBus;
 using Opened = std::expected<std::unique_ptr<platform::linux::Desktop>, std::string>;
 
 /// How a desktop of one kind is known, and how it is opened.
 struct Candidate {
     DesktopKind kind;
     bool (*isThere)(const SessionFacts& facts);
-    Opened (*open)(MainLoop& mainLoop, const SessionFacts& facts, const ProgramFolders& folders);
+    Opened (*open)(MainLoop& mainLoop, SessionBus& sessionBus, const SessionFacts& facts,
+                   const ProgramFolders& folders);
 };
 
 bool isSway(const SessionFacts& facts) {
@@ -45,9 +51,43 @@ bool isX11(const SessionFacts& facts) {
     return !facts.isWayland() && !facts.display.empty();
 }
 
-Opened openX11(MainLoop& mainLoop, const SessionFacts& /*facts*/, const ProgramFolders& /*folders*/) {
+/// Who knows whose shortcuts are taken, by the window manager's name for itself.
+void addHolders(platform::x11::Desktop& desktop, MainLoop& mainLoop, SessionBus& sessionBus) {
+    using platform::linux::SettingsFamily;
+    struct Family {
+        const char* windowManager;
+        const char* heldBy;
+        const SettingsFamily* settings;
+    };
+
+    namespace settings = platform::linux::settings;
+    for (const Family& each : {Family{"GNOME Shell", "GNOME", &settings::gnome},
+                               {"Mutter", "Mutter", &settings::gnome},
+                               {"Mutter(Budgie)", "Budgie", &settings::gnome},
+                               {"Metacity", "Metacity", &settings::gnome},
+                               {"Mutter (Muffin)", "Cinnamon", &settings::cinnamon},
+                               {"Metacity (Marco)", "MATE", &settings::mate}}) {
+        desktop.shortcutHolders()->add(
+            {.windowManager = each.windowManager,
+             .holders = std::make_unique<platform::linux::SettingsHolders>(mainLoop, each.heldBy, *each.settings)});
+    }
+    desktop.shortcutHolders()->add(
+        {.windowManager = "Xfwm4", .holders = std::make_unique<platform::linux::XfceHolders>(mainLoop)});
+    desktop.shortcutHolders()->add(
+        {.windowManager = "i3", .holders = std::make_unique<platform::i3::ConfigurationHolders>(mainLoop)});
+    desktop.shortcutHolders()->add(
+        {.windowManager = "KWin", .holders = std::make_unique<platform::kwin::AccelHolders>(mainLoop, sessionBus)});
+}
+
+Opened openX11(MainLoop& mainLoop, SessionBus& sessionBus, const SessionFacts& /*facts*/,
+               const ProgramFolders& /*folders*/) {
     // Window managers come and go while this runs; i3 is asked in its own way whenever it is the one in charge.
-    return platform::x11::Desktop::open(mainLoop, std::make_unique<platform::i3::Manager>(mainLoop));
+    auto opened = platform::x11::Desktop::open(mainLoop, std::make_unique<platform::i3::Manager>(mainLoop));
+    if (!opened) {
+        return std::unexpected(opened.error());
+    }
+    addHolders(**opened, mainLoop, sessionBus);
+    return *std::move(opened);
 }
 
 /// What the user reads of a shortcut in the system's settings.
@@ -61,25 +101,30 @@ std::string titleOf(std::uint32_t keyCode, std::uint32_t modifiers) {
     return wanted.displayString();
 }
 
-Opened openKWin(MainLoop& mainLoop, const SessionFacts& /*facts*/, const ProgramFolders& folders) {
+Opened openKWin(MainLoop& mainLoop, SessionBus& /*sessionBus*/, const SessionFacts& /*facts*/,
+                const ProgramFolders& folders) {
     return std::make_unique<platform::kwin::Desktop>(mainLoop, folders.kwinScript, titleOf);
 }
 
-Opened openGnomeShell(MainLoop& mainLoop, const SessionFacts& /*facts*/, const ProgramFolders& folders) {
+Opened openGnomeShell(MainLoop& mainLoop, SessionBus& /*sessionBus*/, const SessionFacts& /*facts*/,
+                      const ProgramFolders& folders) {
     using platform::gnomeshell::Desktop;
     return std::make_unique<Desktop>(mainLoop,
                                      Desktop::Folders{.extension = folders.shellExtension, .icons = folders.icons});
 }
 
-Opened openSway(MainLoop& mainLoop, const SessionFacts& facts, const ProgramFolders& /*folders*/) {
+Opened openSway(MainLoop& mainLoop, SessionBus& /*sessionBus*/, const SessionFacts& facts,
+                const ProgramFolders& /*folders*/) {
     return std::make_unique<platform::sway::Desktop>(mainLoop, facts.swaySocket);
 }
 
-Opened openUnsupported(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/, const ProgramFolders& /*folders*/) {
+Opened openUnsupported(MainLoop& /*mainLoop*/, SessionBus& /*sessionBus*/, const SessionFacts& /*facts*/,
+                       const ProgramFolders& /*folders*/) {
     return std::make_unique<UnsupportedDesktop>();
 }
 
-Opened openNothing(MainLoop& /*mainLoop*/, const SessionFacts& /*facts*/, const ProgramFolders& /*folders*/) {
+Opened openNothing(MainLoop& /*mainLoop*/, SessionBus& /*sessionBus*/, const SessionFacts& /*facts*/,
+                   const ProgramFolders& /*folders*/) {
     return std::unexpected("there is no desktop to work on (neither WAYLAND_DISPLAY nor DISPLAY is set)");
 }
 
@@ -103,8 +148,9 @@ DesktopKind desktopKind(const SessionFacts& facts) {
     return candidateFor(facts).kind;
 }
 
-Opened openDesktop(MainLoop& mainLoop, const SessionFacts& facts, const ProgramFolders& folders) {
-    return candidateFor(facts).open(mainLoop, facts, folders);
+Opened openDesktop(MainLoop& mainLoop, SessionBus& sessionBus, const SessionFacts& facts,
+                   const ProgramFolders& folders) {
+    return candidateFor(facts).open(mainLoop, sessionBus, facts, folders);
 }
 
 } // namespace tessel

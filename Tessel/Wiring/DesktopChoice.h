@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/Control/SessionBus.h"
 #include "Platform/Linux/Desktop.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Tessel/Wiring/SessionFacts.h"
@@ -35,9 +36,10 @@ enum class DesktopKind : std::uint8_t {
 /// Who places the windows of the session. A plain X11 desktop is taken only where there is no Wayland session.
 [[nodiscard]] DesktopKind desktopKind(const SessionFacts& facts);
 
-/// The desktop of the session. One that we have no way to is not an error: the program runs on it, and says what is
-/// missing. The error is a sentence for the user.
+/// The desktop of the session; loop and bus have to outlive it. One that we have no way to is not an error: the program
+/// runs on it, and says what is missing. The error is a sentence for the user.
 [[nodiscard]] std::expected<std::unique_ptr<platform::linux::Desktop>, std::string>
-openDesktop(platform::linux::MainLoop& mainLoop, const SessionFacts& facts, const ProgramFolders& folders);
+openDesktop(platform::linux::MainLoop& mainLoop, platform::linux::SessionBus& sessionBus, const SessionFacts& facts,
+            const ProgramFolders& folders);
 
 } // namespace tessel

@@ -91,8 +91,9 @@ int runResident() {
     platform::linux::DesktopEntries entries(mainLoop);
     platform::linux::DesktopEntryIdentification identification(entries);
     platform::linux::DesktopEntryCatalogue catalogue(entries);
+    platform::linux::SessionBus sessionBus(mainLoop);
     const auto opened =
-        openDesktop(mainLoop, session,
+        openDesktop(mainLoop, sessionBus, session,
                     {.icons = iconFolder(), .shellExtension = shellExtensionFolder(), .kwinScript = kwinScript()});
     if (!opened) {
         platform::linux::logToStandardError(opened.error());
@@ -100,7 +101,6 @@ int runResident() {
     }
     platform::linux::Desktop& desktop = **opened;
     desktop.followApplications(identification, catalogue);
-    platform::linux::SessionBus sessionBus(mainLoop);
     platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
     platform::linux::AutostartLoginItem loginItem;
     platform::linux::LoopApplication application(mainLoop);

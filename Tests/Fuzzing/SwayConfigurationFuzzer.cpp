@@ -13,9 +13,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     const auto includes = [&](const std::string& pattern, const std::string& folder) {
         return std::vector<platform::sway::ConfigurationFile>{{.path = folder + "/" + pattern, .text = text}};
     };
-    const auto bound = platform::sway::boundCombinations({.path = "/config", .text = text}, includes);
-    for (const platform::sway::Combination& each : bound) {
-        if (each.key.empty() || platform::sway::readCombination(each.key, each.isNumber).value().key != each.key) {
+    const auto bound = platform::sway::configuredBindings({.path = "/config", .text = text}, includes);
+    for (const auto& [each, binding] : bound) {
+        if (each.key.empty() || platform::sway::readCombination(each.key, each.isNumber).value().key != each.key ||
+            binding.line == 0) {
             std::abort();
         }
     }

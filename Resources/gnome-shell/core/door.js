@@ -206,6 +206,10 @@ class Door {
         this._answer(invocation, null, service => service.ungrab(number));
     }
 
+    HoldersAsync([combinations], invocation) {
+        this._answer(invocation, '(s)', () => [JSON.stringify(holdersOf(combinations))]);
+    }
+
     PointerAsync(_parameters, invocation) {
         this._answer(invocation, '(ii)', () => global.get_pointer().slice(0, 2));
     }

@@ -6,6 +6,7 @@ import signal
 
 from harness.applications import APPLICATIONS
 from harness.grabs import all_held, held_by_others
+from harness.holders import until_holders
 from harness.i3 import I3Desktop
 from harness.oracle import ACTIONS, expected
 from harness.popover import GAP, Popover
@@ -45,6 +46,10 @@ def what_the_user_has_bound_stays_his_and_the_others_work(program):
         product = desktop.launch()
         held = ("leftHalf", "center")
         product.until_status(taken(held))
+        until_holders(desktop.session, program, {
+            "leftHalf": (f"i3, ~/.config/i3/config:{desktop.line_of('mark left')}", "mark left"),
+            "center": (f"i3, ~/.config/i3/config:{desktop.line_of('mark c')}", "mark c"),
+        })
         works(desktop, product, window, "beside the user's", [action for action in ACTIONS if action not in held])
         desktop.tile(window)
         frame = desktop.windows.frame(window)

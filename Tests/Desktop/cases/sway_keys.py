@@ -3,6 +3,7 @@
 import signal
 
 from harness.applications import APPLICATIONS
+from harness.holders import until_holders
 from harness.oracle import ACTIONS, expected
 from harness.product import run_to_end
 from harness.rect import Rect
@@ -33,6 +34,14 @@ bindsym --no-repeat {
     $both+Down nop of the user down
 }
 """
+
+
+def place_of(desktop: SwayDesktop, end: str) -> str:
+    """File and number of the line of the configuration that ends so, as a person names them."""
+    folder = desktop.configuration.parent
+    (place,) = [f"{file}:{number}" for file in (desktop.configuration, folder / "more/keys")
+                for number, line in enumerate(file.read_text().splitlines(), start=1) if line.endswith(end)]
+    return place.replace(f"{desktop.session.home}/", "~/")
 
 
 def taken(*actions: str) -> str:
@@ -117,6 +126,10 @@ def what_the_user_has_bound_stays_his_and_the_others_work(program):
         desktop.command("reload")
         window, product = open_editor(desktop), desktop.launch()
         product.until_status(taken("leftHalf", "center", "almostMaximize", "maximizeHeight"))
+        keys = {"leftHalf": "left", "center": "c", "almostMaximize": "d", "maximizeHeight": "down"}
+        until_holders(desktop.session, program,
+                      {action: (f"sway, {place_of(desktop, 'nop of the user ' + key)}", f"nop of the user {key}")
+                       for action, key in keys.items()}, prefix=desktop.session.prefix)
         for action in ("rightHalf", "maximize"):
             works(desktop, product, window, action, "beside the user's")
         listener = Listener(desktop.socket)

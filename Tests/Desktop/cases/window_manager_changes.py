@@ -5,6 +5,7 @@ import signal
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
 from harness.grabs import all_held, held_by_others
+from harness.holders import COMMON_PURPOSES, until_holders
 from harness.oracle import ACTIONS, expected
 from harness.rect import Rect
 from harness.window_managers import WINDOW_MANAGERS
@@ -43,6 +44,9 @@ def keys_that_the_window_manager_holds_are_told_and_the_others_work(program, man
         editor = desktop.open(APPLICATIONS["mousepad"])
         product = desktop.launch()
         product.until_status(taken(held))
+        if desktop.manager.held_by:
+            until_holders(desktop.session, program,
+                          {action: (desktop.manager.held_by, COMMON_PURPOSES[action]) for action in held})
         works(desktop, product, editor.window, [action for action in ACTIONS if action not in held])
 
 

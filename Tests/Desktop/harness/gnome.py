@@ -343,8 +343,8 @@ class Gnome:
         self.activate(window)
         return process, window
 
-    def launch(self, *options: str) -> Product:
-        product = Product(self.session, self.program, *options)
+    def launch(self, *options: str, environment: dict[str, str] | None = None) -> Product:
+        product = Product(self.session, self.program, *options, environment=environment)
         self.products.append(product)
         product.until_ready()
         return product

@@ -7,20 +7,32 @@ from .product import run_to_end
 from .session import Session
 from .waiting import until
 
+# What desktops commonly hold the shortcuts for, by action.
+COMMON_PURPOSES = {
+    "leftHalf": "switches to the workspace on the left",
+    "rightHalf": "switches to the workspace on the right",
+    "maximize": "switches to the workspace above",
+    "maximizeHeight": "switches to the workspace below",
+    "almostMaximize": "shows the desktop",
+}
 
-def told_holders(session: Session, program: Path) -> dict[str, tuple[str, str]]:
+
+def told_holders(session: Session, program: Path, prefix=()) -> dict[str, tuple[str, str]]:
     """Holder and purpose by action, of the shortcuts that are taken and whose holder is known."""
-    status, output, errors, _ = run_to_end(session, program, "--status", "--json")
+    status, output, errors, _ = run_to_end(session, program, "--status", "--json", prefix=prefix)
     assert status == 0, f"{output}{errors}"
     return {shortcut["action"]: (shortcut["heldBy"], shortcut["purpose"])
             for shortcut in json.loads(output)["shortcuts"] if "heldBy" in shortcut}
 
 
-def until_holders(session: Session, program: Path, wanted: dict[str, tuple[str, str]]) -> None:
-    """Waits until the program says this and nothing else; it finds out on its own time."""
-    until(lambda: told_holders(session, program) == wanted, f"the holders {wanted}",
-          saw=lambda: told_holders(session, program))
-    status, output, errors, _ = run_to_end(session, program, "--status")
+def until_holders(session: Session, program: Path, wanted: dict[str, tuple[str, str]], prefix=()) -> None:
+    """Waits until the program says this and nothing else; it finds out on its own time.
+
+    `prefix`: what starts the program that asks.
+    """
+    until(lambda: told_holders(session, program, prefix) == wanted, f"the holders {wanted}",
+          saw=lambda: told_holders(session, program, prefix))
+    status, output, errors, _ = run_to_end(session, program, "--status", prefix=prefix)
     assert status == 0, errors
     for held_by, purpose in wanted.values():
         assert f"taken: {purpose} ({held_by})" in output, f"{purpose!r} of {held_by!r} is not in {output!r}"

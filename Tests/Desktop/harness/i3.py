@@ -73,6 +73,12 @@ class I3Desktop(Desktop):
         """Gives i3 this configuration beside what every test needs; it is read at the next start or reload."""
         self.session.configure(".config/i3/config", CONFIGURATION + self.bar + text)
 
+    def line_of(self, end: str) -> int:
+        """The number of the line of i3's configuration that ends so."""
+        lines = (self.session.home / ".config/i3/config").read_text().splitlines()
+        (number,) = [number for number, line in enumerate(lines, start=1) if line.endswith(end)]
+        return number
+
     def start_i3(self, *options: str) -> None:
         self.manager = I3
         self.manager_process = self.session.start([*I3.command, *options], "i3")

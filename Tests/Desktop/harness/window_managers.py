@@ -16,6 +16,8 @@ class WindowManager:
     free_keys: Callable[[Session], None] | None
     # The actions whose keys it grabs with its own defaults.
     holds: frozenset[str] = frozenset()
+    # Whose they are, as the program says; empty where it cannot know.
+    held_by: str = ""
     # Those grabs are of the X Input extension, with which the core protocol's do not collide.
     holds_through_extension: bool = False
     environment: dict[str, str] = field(default_factory=dict)
@@ -41,19 +43,20 @@ WINDOW_MANAGERS = {
     manager.name: manager
     for manager in (
         WindowManager(
-            "openbox", "openbox", ("openbox", "--sm-disable"), freed_keys.openbox, holds=ARROWS
+            "openbox", "openbox", ("openbox", "--sm-disable"), freed_keys.openbox, holds=ARROWS,
+            held_by="openbox",
         ),
         WindowManager(
             "xfwm4", "xfwm4", ("xfwm4", "--sm-client-disable", "--compositor=on", "--vblank=off"), freed_keys.xfwm4,
-            holds=ARROWS | {"almostMaximize"}, composites=True, honours_increments=False,
+            holds=ARROWS | {"almostMaximize"}, held_by="Xfce", composites=True, honours_increments=False,
         ),
         WindowManager(
             "metacity", "metacity", ("metacity", "--sm-disable", "--compositor=xrender"), freed_keys.metacity,
-            holds=ARROWS, composites=True,
+            holds=ARROWS, held_by="Metacity", composites=True,
         ),
         WindowManager(
             "marco", "marco", ("marco", "--sm-disable", "--composite"), freed_keys.marco,
-            holds=ARROWS | {"almostMaximize"}, composites=True,
+            holds=ARROWS | {"almostMaximize"}, held_by="MATE", composites=True,
         ),
         WindowManager(
             "kwin_x11", "kwin-x11", ("kwin_x11", "--no-kactivities"), None,
@@ -61,7 +64,7 @@ WINDOW_MANAGERS = {
         ),
         WindowManager(
             "mutter", "mutter", ("mutter", "--x11", "--sm-disable"), freed_keys.mutter,
-            holds=ARROWS, holds_through_extension=True, composites=True,
+            holds=ARROWS, held_by="Mutter", holds_through_extension=True, composites=True,
         ),
         # The window manager that Cinnamon is made of, on its own.
         WindowManager(

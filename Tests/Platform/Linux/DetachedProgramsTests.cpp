@@ -1,4 +1,5 @@
 #include "Platform/Linux/DetachedPrograms.h"
+#include "Platform/Linux/ProgramStart.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
 #include "Platform/Sway/Configuration.h"
+#include "Platform/Sway/LineHolder.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -20,14 +21,64 @@ constexpr std::uint32_t left = 123;
 constexpr std::uint32_t c = 8;
 constexpr std::uint32_t one = 18;
 
-std::set<Combination> read(
+ConfiguredBindings read(
     const std::string& text,
     const Includes& includes = [](const auto&, const auto&) { return std::vector<ConfigurationFile>(); }) {
-    return boundCombinations({.path = "/home/user/.config/sway/config", .text = text}, includes);
+    return configuredBindings({.path = "/home/user/.config/sway/config", .text = text}, includes);
 }
 
 bool isBound(const std::string& text, std::uint32_t key = left, std::uint32_t modifiers = control | option) {
-    return HotKeyCombination::of(key, modifiers)->isAmong(read(text));
+    const ConfiguredBindings bindings = read(text);
+    return bindingOf(bindings, *HotKeyCombination::of(key, modifiers)) != nullptr;
+}
+
+TEST(SwayConfiguration, ABindingKnowsItsLineAndWhatItDoes) {
+    const Includes includes = [](const std::string& pattern, const std::string& folder) {
+        return std::vector<ConfigurationFile>{{.path = folder + "/" + pattern, .text = "\nbindsym Ctrl+Mod1+d kill\n"}};
+    };
+    const ConfiguredBindings bindings = read("# keys\n"
+                                             "set $mod Mod1\n"
+                                             "include more\n"
+                                             "bindsym --no-repeat \\\n"
+                                             "    Ctrl+$mod+Left   workspace  prev\n"
+                                             "bindcode {\n"
+                                             "    Ctrl+Mod1+54 exec foot\n"
+                                             "}\n"
+                                             "bindsym Mod1+1 first\n"
+                                             "bindsym Mod1+1 second\n",
+                                             includes);
+    const auto of = [&](std::uint32_t key, std::uint32_t modifiers) {
+        const ConfiguredBinding* binding = bindingOf(bindings, *HotKeyCombination::of(key, modifiers));
+        return binding == nullptr ? ConfiguredBinding{} : *binding;
+    };
+    const std::string main = "/home/user/.config/sway/config";
+    EXPECT_EQ(of(left, control | option),
+              (ConfiguredBinding{.command = "workspace  prev",
+                                 .definition = "bindsym --no-repeat     Ctrl+Mod1+Left   workspace  prev",
+                                 .path = main,
+                                 .line = 4}));
+    EXPECT_EQ(of(c, control | option),
+              (ConfiguredBinding{
+                  .command = "exec foot", .definition = "bindcode Ctrl+Mod1+54 exec foot", .path = main, .line = 7}));
+    EXPECT_EQ(of(2, control | option), (ConfiguredBinding{.command = "kill",
+                                                          .definition = "bindsym Ctrl+Mod1+d kill",
+                                                          .path = "/home/user/.config/sway/more",
+                                                          .line = 2}));
+    EXPECT_EQ(of(one, option).command, "second") << "the last one counts";
+    EXPECT_EQ(of(one, option).line, 10U);
+    EXPECT_EQ(bindingOf(bindings, *HotKeyCombination::of(one, control)), nullptr);
+}
+
+TEST(SwayConfiguration, ALineThatHoldsAShortcutIsNamedByItsFileAndNumber) {
+    const ConfiguredBinding binding{
+        .command = "exec foot", .definition = {}, .path = "/home/user/.config/c", .line = 7};
+    EXPECT_EQ(lineHolder("sway", binding, "/home/user"),
+              (ShortcutHolder{.heldBy = "sway, ~/.config/c:7", .purpose = "exec foot"}));
+    for (const char* home : {"", "/home/use", "/home/user/.config/c"}) {
+        EXPECT_EQ(lineHolder("sway", binding, home).heldBy, "sway, /home/user/.config/c:7") << home;
+    }
+    EXPECT_EQ(lineHolder("i3", {.command = "kill", .definition = {}, .path = {}, .line = 7}, "/home/user"),
+              (ShortcutHolder{.heldBy = "i3", .purpose = "kill"}));
 }
 
 TEST(SwayConfiguration, ACombinationIsRecognizedHoweverItIsWritten) {
@@ -120,8 +171,8 @@ TEST(SwayConfiguration, IncludedFilesAreReadWhereTheyAreNamed) {
         return files;
     };
     const auto bound = read("set $both Ctrl+Mod1\nset $name keys\ninclude $name\ninclude missing\n", includes);
-    EXPECT_TRUE(HotKeyCombination::of(left, control | option)->isAmong(bound));
-    EXPECT_TRUE(HotKeyCombination::of(c, control | option)->isAmong(bound));
+    EXPECT_TRUE(bindingOf(bound, *HotKeyCombination::of(left, control | option)));
+    EXPECT_TRUE(bindingOf(bound, *HotKeyCombination::of(c, control | option)));
 }
 
 TEST(SwayConfiguration, PatternsAreFoundOnTheDisk) {

@@ -104,7 +104,8 @@ TEST(DesktopChoice, IsMadeByWhatTheSessionTellsOfItself) {
 TEST(DesktopChoice, AnUnknownCompositorIsADesktopThatSaysWhatIsMissing) {
     const Session session{.what = {}, .expected = Kind::unsupported, .display = ":0", .waylandDisplay = "wayland-1"};
     platform::linux::MainLoop mainLoop;
-    const auto desktop = openDesktop(mainLoop, session.facts(), {});
+    platform::linux::SessionBus bus(mainLoop, std::nullopt);
+    const auto desktop = openDesktop(mainLoop, bus, session.facts(), {});
     ASSERT_TRUE(desktop.has_value());
     EXPECT_EQ((*desktop)->name(), "none");
     EXPECT_FALSE((*desktop)->accessibility().isProcessTrustedWithPrompt());
@@ -115,7 +116,8 @@ TEST(DesktopChoice, AnUnknownCompositorIsADesktopThatSaysWhatIsMissing) {
 TEST(DesktopChoice, WithoutADisplayThereIsNoDesktop) {
     const Session session{.what = {}, .expected = Kind::none};
     platform::linux::MainLoop mainLoop;
-    const auto desktop = openDesktop(mainLoop, session.facts(), {});
+    platform::linux::SessionBus bus(mainLoop, std::nullopt);
+    const auto desktop = openDesktop(mainLoop, bus, session.facts(), {});
     ASSERT_FALSE(desktop.has_value());
     EXPECT_NE(desktop.error().find("DISPLAY"), std::string::npos);
 }

@@ -1,0 +1,144 @@
+#include "Platform/GnomeShell/ShellHolders.h"
+
+#include "Platform/Compositor/Json.h"
+#include "Platform/Linux/Holders/CommonPurpose.h"
+#include "Platform/Linux/KeyPositions.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
+
+namespace platform::gnomeshell {
+
+namespace {
+
+using compositor::Json;
+
+/// The mask of X's modifiers (Xproto, SETofKEYMASK).
+std::uint32_t xModifiers(const corvid::Shortcut& shortcut) {
+    using corvid::Shortcut;
+    std::uint32_t mask = 0;
+    for (const auto& [carbon, x] :
+         {std::pair{Shortcut::shift, 1U}, {Shortcut::control, 4U}, {Shortcut::option, 8U}, {Shortcut::command, 64U}}) {
+        mask |= (shortcut.modifiers & carbon) != 0 ? x : 0U;
+    }
+    return mask;
+}
+
+std::string textIn(const Json& object, const char* name) {
+    const Json* text = compositor::member(object, name);
+    return text != nullptr && text->is_string() ? text->get<std::string>() : std::string();
+}
+
+int appendCombinations(sd_bus_message* message, const std::vector<corvid::Shortcut>& shortcuts) {
+    // XKB counts as the X protocol does, which leaves the first eight numbers out.
+    constexpr std::uint32_t firstKeyOfX = 8;
+    int result = sd_bus_message_open_container(message, SD_BUS_TYPE_ARRAY, "(uu)");
+    for (const corvid::Shortcut& shortcut : shortcuts) {
+        const std::uint32_t key = linux::kernelKeyCode(shortcut.keyCode).value_or(0) + firstKeyOfX;
+        if (result >= 0) {
+            result = sd_bus_message_append(message, "(uu)", key, xModifiers(shortcut));
+        }
+    }
+    return result < 0 ? result : sd_bus_message_close_container(message);
+}
+
+} // namespace
+
+class ShellHolders::Search final : public HolderSearch {
+public:
+    Search(ShellHolders& holders, const std::vector<corvid::Shortcut>& shortcuts, Found found)
+        : holders(holders)
+        , shortcuts(shortcuts)
+        , found(std::move(found)) {}
+
+    void begin() {
+        const linux::OwnedMessage message = holders.link.isOpen() ? holders.link.newCall("Holders") : nullptr;
+        sd_bus_slot* slot = nullptr;
+        const bool isAsked =
+            message != nullptr && appendCombinations(message.get(), shortcuts) >= 0 &&
+            sd_bus_call_async(holders.link.connection(), &slot, message.get(), &Search::answered, this,
+                              static_cast<std::uint64_t>(std::chrono::microseconds(patience).count())) >= 0;
+        question.reset(slot);
+        if (!isAsked) {
+            goOnWith({});
+        }
+    }
+
+private:
+    static int answered(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+        auto& self = *static_cast<Search*>(data);
+        const char* text = nullptr;
+        const bool isAnswer =
+            sd_bus_message_is_method_error(reply, nullptr) == 0 && sd_bus_message_read(reply, "s", &text) > 0;
+        self.goOnWith(isAnswer ? text : "");
+        return 0;
+    }
+
+    /// In a turn of its own: the connection is also read while something else waits for it.
+    void goOnWith(std::string answer) {
+        next =
+            holders.mainLoop.schedule(holders.mainLoop.now(), {}, [this, answer = std::move(answer)] { take(answer); });
+    }
+
+    void take(const std::string& answer) {
+        said = read(answer, shortcuts.size());
+        std::vector<corvid::Shortcut> unknown;
+        for (const std::size_t place : said.unknown) {
+            unknown.push_back(shortcuts[place]);
+        }
+        inSettings = unknown.empty() ? nullptr : holders.settings.find(unknown, [this](const Answers& more) {
+            for (std::size_t count = 0; count < more.size(); ++count) {
+                said.answers[said.unknown[count]] = more[count];
+            }
+            tell();
+        });
+        if (!inSettings) {
+            tell();
+        }
+    }
+
+    void tell() {
+        // What is called may drop this.
+        const Found told = std::move(found);
+        const Answers given = std::move(said.answers);
+        told(given);
+    }
+
+    ShellHolders& holders;
+    std::vector<corvid::Shortcut> shortcuts;
+    Found found;
+    Said said;
+    linux::OwnedSlot question;
+    std::unique_ptr<ScheduledWork> next;
+    std::unique_ptr<HolderSearch> inSettings;
+};
+
+ShellHolders::Said ShellHolders::read(std::string_view json, std::size_t count) {
+    const std::optional<Json> list = compositor::parsedJson(json);
+    const bool isWhole = list && list->is_array() && list->size() == count;
+    Said said{.answers = Answers(count), .unknown = {}};
+    for (std::size_t place = 0; place < count; ++place) {
+        if (isWhole && (*list)[place].is_null()) {
+            continue;
+        }
+        const std::string binding = isWhole ? textIn((*list)[place], "binding") : std::string();
+        if (binding.empty()) {
+            said.unknown.push_back(place);
+            continue;
+        }
+        said.answers[place] = ShortcutHolder{.heldBy = "GNOME", .purpose = textIn((*list)[place], "summary")};
+        if (const auto common = linux::commonPurpose(linux::settings::gnomeSchemas.front(), binding)) {
+            said.answers[place]->purpose = *common;
+        }
+    }
+    return said;
+}
+
+std::unique_ptr<HolderSearch> ShellHolders::find(const std::vector<corvid::Shortcut>& shortcuts, Found found) {
+    auto search = std::make_unique<Search>(*this, shortcuts, std::move(found));
+    search->begin();
+    return search;
+}
+
+} // namespace platform::gnomeshell

@@ -1,0 +1,106 @@
+#include "Platform/Linux/Holders/Accelerator.h"
+
+#include "Platform/Linux/KeyPositions.h"
+#include "Platform/Linux/KeySymbols.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <span>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace platform::linux {
+
+namespace {
+
+using corvid::Shortcut;
+using ModifierName = std::pair<std::string_view, std::uint32_t>;
+
+constexpr std::array gtkModifiers{
+    ModifierName{"primary", Shortcut::control}, ModifierName{"control", Shortcut::control},
+    ModifierName{"ctrl", Shortcut::control},    ModifierName{"ctl", Shortcut::control},
+    ModifierName{"alt", Shortcut::option},      ModifierName{"mod1", Shortcut::option},
+    ModifierName{"shift", Shortcut::shift},     ModifierName{"shft", Shortcut::shift},
+    ModifierName{"super", Shortcut::command},   ModifierName{"mod4", Shortcut::command},
+};
+
+constexpr std::array openboxModifiers{
+    ModifierName{"c", Shortcut::control}, ModifierName{"control", Shortcut::control},
+    ModifierName{"a", Shortcut::option},  ModifierName{"mod1", Shortcut::option},
+    ModifierName{"s", Shortcut::shift},   ModifierName{"shift", Shortcut::shift},
+    ModifierName{"w", Shortcut::command}, ModifierName{"mod4", Shortcut::command},
+};
+
+std::string inLowerCase(std::string_view text) {
+    std::string lower(text);
+    std::ranges::transform(lower, lower.begin(), [](char character) {
+        return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+    });
+    return lower;
+}
+
+/// Whether it is one of the modifiers, and adds it.
+bool add(std::uint32_t& mask, std::string_view name, std::span<const ModifierName> names) {
+    const auto found = std::ranges::find(names, inLowerCase(name), &ModifierName::first);
+    if (found == names.end()) {
+        return false;
+    }
+    mask |= found->second;
+    return true;
+}
+
+/// The number of a key in keymaps: the kernel's and eight.
+std::optional<std::uint32_t> numberIn(std::string_view key) {
+    if (!key.starts_with("0x")) {
+        return std::nullopt;
+    }
+    std::uint32_t number = 0;
+    const auto [end, error] = std::from_chars(key.data() + 2, key.data() + key.size(), number, 16);
+    return error == std::errc() && end == key.data() + key.size() ? std::optional(number) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<Accelerator> readAccelerator(std::string_view text) {
+    Accelerator read;
+    while (text.starts_with('<')) {
+        const std::size_t end = text.find('>');
+        if (end == std::string_view::npos || !add(read.modifiers, text.substr(1, end - 1), gtkModifiers)) {
+            return std::nullopt;
+        }
+        text.remove_prefix(end + 1);
+    }
+    read.key = inLowerCase(text);
+    return read.key.empty() ? std::nullopt : std::optional(std::move(read));
+}
+
+std::optional<Accelerator> readOpenboxKey(std::string_view text) {
+    Accelerator read;
+    // A key may be "-" itself.
+    for (std::size_t dash = 0; (dash = text.find('-')) != std::string_view::npos && dash + 1 < text.size();) {
+        if (!add(read.modifiers, text.substr(0, dash), openboxModifiers)) {
+            return std::nullopt;
+        }
+        text.remove_prefix(dash + 1);
+    }
+    read.key = inLowerCase(text);
+    return read.key.empty() ? std::nullopt : std::optional(std::move(read));
+}
+
+bool isSame(const Accelerator& accelerator, const corvid::Shortcut& shortcut) {
+    if (accelerator.modifiers != shortcut.modifiers) {
+        return false;
+    }
+    if (const auto number = numberIn(accelerator.key)) {
+        constexpr std::uint32_t offset = 8;
+        const auto kernelNumber = kernelKeyCode(shortcut.keyCode);
+        return kernelNumber && *number == *kernelNumber + offset;
+    }
+    const std::vector<std::string_view> symbols = keySymbols(shortcut.keyCode);
+    return std::ranges::find(symbols, accelerator.key) != symbols.end();
+}
+
+} // namespace platform::linux

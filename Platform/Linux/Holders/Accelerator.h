@@ -1,0 +1,34 @@
+#pragma once
+
+#include "CorvidKitCore/Shortcut.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform::linux {
+
+/// A key with modifiers as settings write it down.
+struct Accelerator {
+    /// Carbon's mask, as in `corvid::Shortcut`.
+    std::uint32_t modifiers = 0;
+    /// The name of the key's symbol in lower case, or its number in keymaps as "0x71".
+    std::string key;
+
+    friend bool operator==(const Accelerator&, const Accelerator&) = default;
+};
+
+/// Reads "<Primary><Alt>Left": GTK's form, which the settings of GNOME, Cinnamon, MATE and Xfce use (GTK,
+/// gtk_accelerator_parse; mutter, src/core/meta-accel-parse.c). Modifiers go by any of their names, in any order and
+/// case. Nothing where there is no key, or a modifier that no hot key of ours has.
+[[nodiscard]] std::optional<Accelerator> readAccelerator(std::string_view text);
+
+/// Reads "C-A-Left", openbox's form (openbox, openbox/translate.c). Otherwise the same.
+[[nodiscard]] std::optional<Accelerator> readOpenboxKey(std::string_view text);
+
+/// Whether both are the same keys held down, by the symbols of an American keyboard: settings name symbols, a shortcut
+/// is a place.
+[[nodiscard]] bool isSame(const Accelerator& accelerator, const corvid::Shortcut& shortcut);
+
+} // namespace platform::linux

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "Platform/ShortcutHolders.h"
+
+#include <optional>
+#include <string_view>
+
+namespace platform::linux {
+
+/// What a binding does that desktops know under this name, if it is common. `group` is where it is: the schema of the
+/// setting, the channel or the program ("org.gnome.desktop.wm.keybindings", "xfwm4"), `name` the key or command there.
+[[nodiscard]] std::optional<KeyPurpose> commonPurpose(std::string_view group, std::string_view name);
+
+} // namespace platform::linux

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "Platform/Linux/MainLoop.h"
+#include "Platform/ShortcutHolders.h"
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace platform::linux {
+
+/// Where the desktops of one family keep their shortcuts in GSettings.
+struct SettingsFamily {
+    /// What names of schemas with shortcuts begin with, the window manager's own first.
+    std::span<const std::string_view> schemas;
+    /// The setting that lists the user's own shortcuts, by their paths or by what their paths end with; empty where
+    /// there is none.
+    std::string_view listSchema = {};
+    std::string_view listKey = {};
+    /// The schema of one of them, and what its path begins with where only the end is listed.
+    std::string_view ownSchema = {};
+    std::string_view ownPath = {};
+};
+
+namespace settings {
+
+inline constexpr std::array<std::string_view, 5> gnomeSchemas{
+    "org.gnome.desktop.wm.keybindings", "org.gnome.shell.keybindings", "org.gnome.mutter.keybindings",
+    "org.gnome.mutter.wayland.keybindings", "org.gnome.settings-daemon.plugins.media-keys"};
+inline constexpr std::array<std::string_view, 3> cinnamonSchemas{"org.cinnamon.desktop.keybindings.wm",
+                                                                 "org.cinnamon.desktop.keybindings.media-keys",
+                                                                 "org.cinnamon.muffin.keybindings"};
+inline constexpr std::array<std::string_view, 3> mateSchemas{"org.mate.Marco.global-keybindings",
+                                                             "org.mate.Marco.window-keybindings",
+                                                             "org.mate.SettingsDaemon.plugins.media-keys"};
+
+inline constexpr SettingsFamily gnome{.schemas = gnomeSchemas,
+                                      .listSchema = "org.gnome.settings-daemon.plugins.media-keys",
+                                      .listKey = "custom-keybindings",
+                                      .ownSchema = "org.gnome.settings-daemon.plugins.media-keys.custom-keybinding"};
+inline constexpr SettingsFamily cinnamon{.schemas = cinnamonSchemas,
+                                         .listSchema = "org.cinnamon.desktop.keybindings",
+                                         .listKey = "custom-list",
+                                         .ownSchema = "org.cinnamon.desktop.keybindings.custom-keybinding",
+                                         .ownPath = "/org/cinnamon/desktop/keybindings/custom-keybindings/"};
+inline constexpr SettingsFamily mate{.schemas = mateSchemas};
+
+} // namespace settings
+
+/// Looks for shortcuts in the settings of GNOME, Cinnamon or MATE by their own tool, `gsettings`, run as another
+/// program: the library behind it, GIO, would stay in memory, and ends the program that asks for what is not installed.
+/// Main thread only.
+class SettingsHolders final : public ShortcutHolders {
+public:
+    /// `heldBy`: what people call the desktop. The loop has to outlive this, the family's texts as well.
+    SettingsHolders(MainLoop& mainLoop, std::string heldBy, const SettingsFamily& family)
+        : mainLoop(mainLoop)
+        , heldBy(std::move(heldBy))
+        , family(family) {}
+
+    [[nodiscard]] std::unique_ptr<HolderSearch> find(const std::vector<corvid::Shortcut>& shortcuts,
+                                                     Found found) override;
+
+private:
+    MainLoop& mainLoop;
+    std::string heldBy;
+    SettingsFamily family;
+};
+
+} // namespace platform::linux

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Platform/Linux/MainLoop.h"
+#include "Platform/ShortcutHolders.h"
+
+#include <optional>
+#include <string_view>
+
+namespace platform::linux {
+
+/// Who has a shortcut by Xfce's channel "xfce4-keyboard-shortcuts", as `xfconf-query --list --verbose` prints it: the
+/// name of a property ends with the keys, its value is what they do. "custom" comes before "default", which does not
+/// count where "custom/override" is set.
+[[nodiscard]] std::optional<ShortcutHolder> xfceHolder(std::string_view printed, const corvid::Shortcut& shortcut);
+
+/// Looks for shortcuts in Xfce's settings by their own tool, `xfconf-query`, run as another program. Main thread only.
+class XfceHolders final : public ShortcutHolders {
+public:
+    /// The loop has to outlive this.
+    explicit XfceHolders(MainLoop& mainLoop)
+        : mainLoop(mainLoop) {}
+
+    [[nodiscard]] std::unique_ptr<HolderSearch> find(const std::vector<corvid::Shortcut>& shortcuts,
+                                                     Found found) override;
+
+private:
+    MainLoop& mainLoop;
+};
+
+} // namespace platform::linux

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/ProcessExit.h"
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform::linux {
+
+/// A program that is run for what it prints (see `startProgram`), without anything waiting for it. Dropping it ends the
+/// program, and nobody is told. Main thread only.
+class ProgramOutput {
+public:
+    /// A program that takes longer is ended.
+    static constexpr std::chrono::seconds usualPatience{5};
+    /// One that prints more is ended.
+    static constexpr std::size_t most = std::size_t{1} << 20U;
+
+    /// Told once, in a turn of the loop: what it printed to its standard output; nothing where it failed, took too long
+    /// or printed too much. May drop the output.
+    using Done = std::function<void(const std::optional<std::string>& printed)>;
+
+    /// Null where it cannot be started. The loop must outlive this.
+    [[nodiscard]] static std::unique_ptr<ProgramOutput> of(MainLoop& mainLoop, std::string_view program,
+                                                           const std::vector<std::string>& arguments, Done done,
+                                                           Duration patience = usualPatience);
+
+    ProgramOutput(MainLoop& mainLoop, FileDescriptor opened, pid_t process, Done done, Duration patience);
+    ProgramOutput(const ProgramOutput&) = delete;
+    ProgramOutput& operator=(const ProgramOutput&) = delete;
+    ~ProgramOutput();
+
+private:
+    void read();
+    void collect();
+    void stop();
+    void finish(std::optional<std::string> printed);
+
+    MainLoop& mainLoop;
+    FileDescriptor pipe;
+    /// Zero once it is waited for.
+    pid_t process;
+    Done done;
+    std::string text;
+    std::unique_ptr<ProcessExit> exit;
+    std::unique_ptr<ScheduledWork> deadline;
+    std::unique_ptr<ScheduledWork> end;
+    std::unique_ptr<DescriptorWatch> watch;
+};
+
+} // namespace platform::linux

@@ -1,0 +1,122 @@
+#include "Platform/Linux/ProgramStart.h"
+
+#include "Platform/Linux/RegularFile.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstddef>
+#include <cstdlib>
+
+namespace platform::linux {
+
+namespace {
+
+bool canRun(const std::string& path) {
+    struct stat file{};
+    return ::stat(path.c_str(), &file) == 0 && S_ISREG(file.st_mode) && ::access(path.c_str(), X_OK) == 0;
+}
+
+/// Pointers to the texts, and a null pointer behind them, as the C library takes lists.
+std::vector<char*> pointersTo(std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
+    for (std::string& text : texts) {
+        pointers.push_back(text.data());
+    }
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+/// The environment that this program was started with, which the kernel keeps (proc(5)). Libraries that this program
+/// uses change its own for their sake. Empty where it cannot be read.
+std::vector<std::string> startEnvironment() {
+    constexpr std::size_t most = std::size_t{8} << 20U;
+    const std::string kept = readRegularFile("/proc/self/environ", most, Excess::refused).value_or("");
+    std::vector<std::string> variables;
+    for (std::size_t place = 0; place < kept.size();) {
+        const std::size_t end = std::min(kept.find('\0', place), kept.size());
+        variables.push_back(kept.substr(place, end - place));
+        place = end + 1;
+    }
+    return variables;
+}
+
+/// posix_spawn's settings, given back with their owner.
+class SpawnSettings {
+public:
+    explicit SpawnSettings(int output) {
+        posix_spawn_file_actions_init(&actions);
+        posix_spawnattr_init(&attributes);
+        for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+            posix_spawn_file_actions_addopen(&actions, standard, "/dev/null", O_RDWR, 0);
+        }
+        if (output >= 0) {
+            posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+        }
+        posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+        sigset_t signals;
+        sigemptyset(&signals);
+        posix_spawnattr_setsigmask(&attributes, &signals);
+        sigfillset(&signals);
+        posix_spawnattr_setsigdefault(&attributes, &signals);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    }
+
+    SpawnSettings(const SpawnSettings&) = delete;
+    SpawnSettings& operator=(const SpawnSettings&) = delete;
+
+    ~SpawnSettings() {
+        posix_spawn_file_actions_destroy(&actions);
+        posix_spawnattr_destroy(&attributes);
+    }
+
+    posix_spawn_file_actions_t actions{};
+    posix_spawnattr_t attributes{};
+};
+
+} // namespace
+
+std::optional<std::string> findProgram(std::string_view name) {
+    if (name.contains('/')) {
+        return canRun(std::string(name)) ? std::optional<std::string>(name) : std::nullopt;
+    }
+    // The environment stays as it was at the start.
+    const char* path = std::getenv("PATH"); // NOLINT(concurrency-mt-unsafe)
+    std::string_view folders = path == nullptr ? "/usr/local/bin:/usr/bin:/bin" : path;
+    while (!folders.empty()) {
+        const std::size_t end = std::min(folders.find(':'), folders.size());
+        const std::string_view folder = folders.substr(0, end);
+        folders.remove_prefix(std::min(end + 1, folders.size()));
+        // A relative folder would be one of whoever started this program.
+        if (!folder.starts_with('/')) {
+            continue;
+        }
+        if (std::string candidate = std::string(folder) + "/" + std::string(name); canRun(candidate)) {
+            return candidate;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<pid_t> startProgram(std::string_view program, const std::vector<std::string>& arguments, int output) {
+    const std::optional<std::string> path = findProgram(program);
+    if (!path) {
+        return std::nullopt;
+    }
+    std::vector<std::string> words{std::string(program)};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<std::string> variables = startEnvironment();
+    const std::vector<char*> given = pointersTo(variables);
+    const SpawnSettings settings(output);
+    pid_t process = 0;
+    const int error = ::posix_spawn(&process, path->c_str(), &settings.actions, &settings.attributes,
+                                    pointersTo(words).data(), variables.empty() ? environ : given.data());
+    return error == 0 ? std::optional(process) : std::nullopt;
+}
+
+} // namespace platform::linux

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/Holders/LaterAnswer.h"
+#include "Platform/Linux/MainLoop.h"
+#include "Platform/ShortcutHolders.h"
+#include "Platform/Sway/HotKeys.h"
+#include "Platform/Sway/LineHolder.h"
+
+#include <utility>
+
+namespace platform::sway {
+
+/// Knows shortcuts that sway's configuration has: it was read when they were refused. Main thread only.
+class ConfigurationHolders final : public ShortcutHolders {
+public:
+    /// Both have to outlive this.
+    ConfigurationHolders(linux::MainLoop& mainLoop, const HotKeys& hotKeys)
+        : mainLoop(mainLoop)
+        , hotKeys(hotKeys) {}
+
+    [[nodiscard]] std::unique_ptr<HolderSearch> find(const std::vector<corvid::Shortcut>& shortcuts,
+                                                     Found found) override {
+        return linux::answerLater(mainLoop, shortcuts, std::move(found),
+                                  [this](const corvid::Shortcut& shortcut) -> std::optional<ShortcutHolder> {
+                                      const ConfiguredBinding* binding = hotKeys.bindingThatHas(shortcut);
+                                      const auto home = linux::environmentVariable("HOME").value_or("");
+                                      return binding == nullptr ? std::nullopt
+                                                                : std::optional(lineHolder("sway", *binding, home));
+                                  });
+    }
+
+private:
+    linux::MainLoop& mainLoop;
+    const HotKeys& hotKeys;
+};
+
+} // namespace platform::sway

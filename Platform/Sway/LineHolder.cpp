@@ -1,0 +1,20 @@
+#include "Platform/Sway/LineHolder.h"
+
+#include <string>
+
+namespace platform::sway {
+
+ShortcutHolder lineHolder(std::string_view program, const ConfiguredBinding& binding, std::string_view home) {
+    std::string path = binding.path;
+    if (!home.empty() && path.starts_with(std::string(home) + "/")) {
+        path = "~" + path.substr(home.size());
+    }
+    std::string heldBy(program);
+    // Which file it is the program may not have said.
+    if (!path.empty()) {
+        heldBy += ", " + path + ":" + std::to_string(binding.line);
+    }
+    return {.heldBy = std::move(heldBy), .purpose = binding.command};
+}
+
+} // namespace platform::sway

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "Platform/ShortcutHolders.h"
+#include "Platform/Sway/Configuration.h"
+
+#include <string_view>
+
+namespace platform::sway {
+
+/// Who holds a combination that a line of the configuration binds: the program and the line, as in
+/// "sway, ~/.config/sway/config:12", with what the line says as its purpose. `home`: the user's folder, which goes by
+/// "~"; may be empty.
+[[nodiscard]] ShortcutHolder lineHolder(std::string_view program, const ConfiguredBinding& binding,
+                                        std::string_view home);
+
+} // namespace platform::sway

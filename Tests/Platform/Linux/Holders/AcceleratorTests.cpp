@@ -1,0 +1,127 @@
+#include "Platform/Linux/Holders/Accelerator.h"
+#include "Platform/Linux/KeySymbols.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace platform::linux {
+namespace {
+
+using corvid::Shortcut;
+
+constexpr std::uint32_t controlOption = Shortcut::control | Shortcut::option;
+constexpr Shortcut ctrlAltLeft{.keyCode = 123, .modifiers = controlOption};
+constexpr Shortcut ctrlAltD{.keyCode = 2, .modifiers = controlOption};
+
+TEST(Accelerator, IsTheSameInAllItsSpellings) {
+    struct Row {
+        std::string text;
+        Shortcut shortcut;
+        bool isSame;
+    };
+    const std::vector<Row> rows{
+        {"<Primary><Alt>Left", ctrlAltLeft, true},
+        {"<Control><Mod1>Left", ctrlAltLeft, true},
+        {"<alt><ctrl>LEFT", ctrlAltLeft, true},
+        {"<Ctl><Alt>left", ctrlAltLeft, true},
+        {"<Alt><Primary>d", ctrlAltD, true},
+        {"<Alt><Primary>D", ctrlAltD, true},
+        {"<Control><Alt>0x71", ctrlAltLeft, true},
+        {"<Control><Alt>0x28", ctrlAltD, true},
+        {"<Control><Alt>0x72", ctrlAltLeft, false},
+        {"<Control><Alt>Right", ctrlAltLeft, false},
+        {"<Control><Alt>KP_Left", ctrlAltLeft, false},
+        {"<Control>Left", ctrlAltLeft, false},
+        {"<Alt>Left", ctrlAltLeft, false},
+        {"Left", ctrlAltLeft, false},
+        {"<Control><Shift><Alt>Left", ctrlAltLeft, false},
+        {"<Super><Control><Alt>Left", ctrlAltLeft, false},
+        {"<Super>Page_Up", ctrlAltLeft, false},
+        {"<Shift><Super>d", {.keyCode = 2, .modifiers = Shortcut::shift | Shortcut::command}, true},
+        {"<Control>at", {.keyCode = 19, .modifiers = Shortcut::control}, true},
+    };
+    for (const Row& row : rows) {
+        const auto accelerator = readAccelerator(row.text);
+        ASSERT_TRUE(accelerator) << row.text;
+        EXPECT_EQ(isSame(*accelerator, row.shortcut), row.isSame) << row.text;
+    }
+}
+
+TEST(Accelerator, IsNothingWithoutAKeyOrWithAModifierThatNoHotKeyHas) {
+    for (const char* text :
+         {"", "<Control>", "<Control", "<>Left", "<Hyper><Alt>Left", "<Mod5>Left", "<Control><Alt"}) {
+        EXPECT_EQ(readAccelerator(text), std::nullopt) << text;
+    }
+}
+
+TEST(Accelerator, OfOpenboxIsTheSameInAllItsSpellings) {
+    struct Row {
+        std::string text;
+        Shortcut shortcut;
+        bool isSame;
+    };
+    const std::vector<Row> rows{
+        {"C-A-Left", ctrlAltLeft, true},
+        {"A-C-left", ctrlAltLeft, true},
+        {"Control-Mod1-Left", ctrlAltLeft, true},
+        {"C-A-d", ctrlAltD, true},
+        {"C-A-0x71", ctrlAltLeft, true},
+        {"C-A-S-Left", ctrlAltLeft, false},
+        {"W-d", {.keyCode = 2, .modifiers = Shortcut::command}, true},
+        {"C-minus", {.keyCode = 27, .modifiers = Shortcut::control}, true},
+    };
+    for (const Row& row : rows) {
+        const auto accelerator = readOpenboxKey(row.text);
+        ASSERT_TRUE(accelerator) << row.text;
+        EXPECT_EQ(isSame(*accelerator, row.shortcut), row.isSame) << row.text;
+    }
+    EXPECT_EQ(readOpenboxKey(""), std::nullopt);
+    EXPECT_EQ(readOpenboxKey("X-Left"), std::nullopt);
+}
+
+RC_GTEST_PROP(Accelerator, OfAShortcutIsItsOwnAndNoOthers, ()) {
+    const auto anyShortcut = [] {
+        return Shortcut{.keyCode = *rc::gen::inRange(0U, 128U),
+                        .modifiers = (*rc::gen::arbitrary<bool>() ? Shortcut::command : 0U) |
+                                     (*rc::gen::arbitrary<bool>() ? Shortcut::shift : 0U) |
+                                     (*rc::gen::arbitrary<bool>() ? Shortcut::option : 0U) |
+                                     (*rc::gen::arbitrary<bool>() ? Shortcut::control : 0U)};
+    };
+    const Shortcut shortcut = anyShortcut();
+    const Shortcut other = anyShortcut();
+    const std::vector<std::string_view> symbols = keySymbols(shortcut.keyCode);
+    RC_PRE(!symbols.empty());
+    std::vector<std::string> modifiers;
+    for (const auto& [mask, names] : {std::pair{Shortcut::command, std::vector{"<Super>", "<Mod4>"}},
+                                      {Shortcut::shift, {"<Shift>", "<SHFT>"}},
+                                      {Shortcut::option, {"<Alt>", "<Mod1>"}},
+                                      {Shortcut::control, {"<Primary>", "<Control>", "<Ctrl>", "<ctl>"}}}) {
+        if ((shortcut.modifiers & mask) != 0) {
+            modifiers.emplace_back(*rc::gen::elementOf(names));
+        }
+    }
+    std::string text;
+    while (!modifiers.empty()) {
+        const auto place = *rc::gen::inRange(std::size_t{0}, modifiers.size());
+        text += modifiers[place];
+        modifiers.erase(modifiers.begin() + static_cast<std::ptrdiff_t>(place));
+    }
+    text += *rc::gen::elementOf(symbols);
+    const auto accelerator = readAccelerator(text);
+    RC_ASSERT(accelerator.has_value());
+    RC_ASSERT(isSame(*accelerator, shortcut));
+    RC_ASSERT(isSame(*accelerator, other) == (other == shortcut));
+}
+
+RC_GTEST_PROP(Accelerator, AnyTextIsReadOrRefused, (const std::string& text)) {
+    for (const auto& read : {readAccelerator(text), readOpenboxKey(text)}) {
+        RC_ASSERT(!read || !read->key.empty());
+    }
+}
+
+} // namespace
+} // namespace platform::linux
