@@ -28,6 +28,8 @@ struct ControlStatus {
     std::string statusText;
     bool isEnabled = false;
     bool isTrusted = false;
+    /// Whether another build of the program has taken its place on the disk.
+    bool isReplaced = false;
     std::string version;
     /// The kind of desktop, as in "X11".
     std::string backend;

@@ -1,6 +1,8 @@
 #include "Tessel/RemoteControl.h"
 
 #include "CorvidKit/Concurrency.h"
+#include "Platform/Platform.h"
+#include "Platform/ThisApplication.h"
 #include "Tessel/ShortcutText.h"
 #include "Tessel/StatusLine.h"
 #include "Tessel/WindowMover.h"
@@ -69,6 +71,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
         .statusText = statusLine(state.status(), state.failedShortcuts()),
         .isEnabled = state.isEnabled(),
         .isTrusted = state.hasAccessibility(),
+        .isReplaced = platform::current().thisApplication.isReplaced(),
         .version = surroundings.version,
         .backend = surroundings.backend(),
         .shortcuts = {},

@@ -53,6 +53,7 @@ std::string json(const platform::ControlStatus& status) {
                  {"statusText", status.statusText},
                  {"enabled", status.isEnabled},
                  {"trusted", status.isTrusted},
+                 {"updated", status.isReplaced},
                  {"shortcuts", std::move(shortcuts)},
                  {"rules", std::move(rules)}});
 }

@@ -135,6 +135,10 @@ bool MenuState::updateReminderDue() const {
     return state.updates().updateReminderDue();
 }
 
+bool MenuState::isReplaced() const {
+    return platform::current().thisApplication.isReplaced();
+}
+
 QStringList MenuState::failedShortcuts() const {
     QStringList failed;
     for (const WindowAction action : state.failedShortcuts()) {
@@ -233,6 +237,10 @@ void MenuState::openAccessibilitySettings() {
 
 void MenuState::lookAgain() {
     Q_EMIT changed();
+}
+
+void MenuState::restart() {
+    platform::current().thisApplication.restart();
 }
 
 void MenuState::quit() {

@@ -24,6 +24,7 @@ class MenuState final : public QObject {
     Q_PROPERTY(bool isEnabled READ isEnabled WRITE setEnabled NOTIFY changed)
     Q_PROPERTY(bool hasAccessibility READ hasAccessibility NOTIFY changed)
     Q_PROPERTY(bool updateReminderDue READ updateReminderDue NOTIFY changed)
+    Q_PROPERTY(bool isReplaced READ isReplaced NOTIFY changed)
     Q_PROPERTY(QStringList failedShortcuts READ failedShortcuts NOTIFY changed)
     Q_PROPERTY(QAbstractItemModel* ruleApps READ ruleApps CONSTANT)
     Q_PROPERTY(QVariantList actions READ actions CONSTANT)
@@ -47,6 +48,9 @@ public:
     void setEnabled(bool enabled);
     [[nodiscard]] bool hasAccessibility() const;
     [[nodiscard]] bool updateReminderDue() const;
+
+    /// Whether another build of the program has taken its place on the disk.
+    [[nodiscard]] bool isReplaced() const;
 
     /// The raw values of the actions whose shortcut is taken.
     [[nodiscard]] QStringList failedShortcuts() const;
@@ -81,6 +85,7 @@ public:
 
     /// Tells what may have changed unnoticed while nothing was shown.
     Q_INVOKABLE void lookAgain();
+    Q_INVOKABLE void restart();
     Q_INVOKABLE void quit();
 
 Q_SIGNALS:

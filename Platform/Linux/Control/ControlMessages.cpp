@@ -147,6 +147,9 @@ int readEntry(sd_bus_message* message, ControlStatus& status) {
     if (key == "trusted") {
         return readFlag(message, status.isTrusted);
     }
+    if (key == "updated") {
+        return readFlag(message, status.isReplaced);
+    }
     if (key == "shortcuts") {
         return readShortcuts(message, status);
     }
@@ -168,7 +171,8 @@ int append(sd_bus_message* message, const ControlStatus& status) {
             result = appendText(message, key, *text);
         }
     }
-    for (const auto& [key, flag] : {std::pair{"enabled", status.isEnabled}, {"trusted", status.isTrusted}}) {
+    for (const auto& [key, flag] :
+         {std::pair{"enabled", status.isEnabled}, {"trusted", status.isTrusted}, {"updated", status.isReplaced}}) {
         if (result >= 0) {
             result = sd_bus_message_append(message, "{sv}", key, "b", flag ? 1 : 0);
         }
