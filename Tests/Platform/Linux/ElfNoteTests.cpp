@@ -1,7 +1,7 @@
 #include "Platform/Linux/ElfNote.h"
 #include "Platform/Linux/PluginFile.h"
 #include "Platform/Linux/ProgramFile.h"
-#include "Tests/Platform/Linux/TemporaryFolder.h"
+#include "Platform/Linux/RegularFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ FileDescriptor opened(const std::string& path) {
 /// The first bytes of this program, which hold its headers and its notes.
 std::string beginning() {
     constexpr std::size_t enough = 4096;
-    return contentsOf("/proc/self/exe").substr(0, enough);
+    return readRegularFile("/proc/self/exe", enough, Excess::cutOff).value_or("");
 }
 
 TEST(ElfNote, TellsOneBuildFromAnother) {
