@@ -37,6 +37,8 @@ struct ControlStatus {
     bool isTrusted = false;
     /// Whether the user lets the program borrow shortcuts.
     bool borrowsShortcuts = false;
+    /// Whether another build of the program has taken its place on the disk.
+    bool isReplaced = false;
     std::string version;
     /// The kind of desktop, as in "X11".
     std::string backend;

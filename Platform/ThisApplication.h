@@ -21,6 +21,12 @@ public:
 
     /// Ends the program after the present turn of the event loop.
     virtual void terminate() = 0;
+
+    /// Whether another build of this program has taken its place on the disk since it was started.
+    [[nodiscard]] virtual bool isReplaced() const = 0;
+
+    /// Ends the program as `terminate` does, and starts what is in its place. Without effect where that cannot be run.
+    virtual void restart() = 0;
 };
 
 } // namespace platform

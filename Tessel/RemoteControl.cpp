@@ -3,6 +3,7 @@
 #include "CorvidKit/Concurrency.h"
 #include "Platform/Platform.h"
 #include "Tessel/HolderText.h"
+#include "Platform/ThisApplication.h"
 #include "Tessel/ShortcutText.h"
 #include "Tessel/StatusLine.h"
 #include "Tessel/WindowMover.h"
@@ -72,6 +73,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
         .isEnabled = state.isEnabled(),
         .isTrusted = state.hasAccessibility(),
         .borrowsShortcuts = state.borrowsShortcuts(),
+        .isReplaced = platform::current().thisApplication.isReplaced(),
         .version = surroundings.version,
         .backend = surroundings.backend(),
         .shortcuts = {},

@@ -4,6 +4,7 @@
 #include "Platform/Localization.h"
 #include "Platform/MainActor.h"
 #include "Platform/Platform.h"
+#include "Platform/ThisApplication.h"
 #include "Tessel/StatusText.h"
 
 #include <functional>
@@ -43,14 +44,25 @@ void StatusMenu::update() {
     const bool isEnabled = state.isEnabled();
     std::string text = statusText(state.status(), state.rules().size(), localization);
     // A panel reads the whole menu again when it is told of a new one.
-    if (shownSwitch == isEnabled && shownText == text) {
+    const bool isReplaced = platform::current().thisApplication.isReplaced();
+    if (shownSwitch == isEnabled && shownText == text && showsReplacement == isReplaced) {
         return;
     }
     shownText = text;
     shownSwitch = isEnabled;
+    showsReplacement = isReplaced;
     item.setToolTip(text);
     std::vector<platform::StatusMenuLine> lines;
     lines.push_back({.title = std::move(text), .isEnabled = false, .isChecked = std::nullopt, .action = nullptr});
+    if (isReplaced) {
+        lines.push_back({.title = localization.text("Tessel", "Tessel was updated"),
+                         .isEnabled = false,
+                         .isChecked = std::nullopt,
+                         .action = nullptr});
+        lines.push_back({.title = localization.text("Tessel", "Restart Tessel"),
+                         .isChecked = std::nullopt,
+                         .action = onMainThread([] { platform::current().thisApplication.restart(); })});
+    }
     lines.push_back({.title = localization.text("Tessel", isEnabled ? "Turn off" : "Turn on"),
                      .isChecked = std::nullopt,
                      .action = onMainThread([&state = state, isEnabled] { state.setEnabled(!isEnabled); })});

@@ -12,7 +12,7 @@
 namespace tessel {
 
 /// Keeps the status item's menu and tool tip in step with the state: how the program stands, a switch, and the ways to
-/// the program and out of it. Main thread only.
+/// the program and out of it; and, where it was replaced, the way to what is in its place. Main thread only.
 class StatusMenu {
 public:
     struct Ways {
@@ -28,15 +28,17 @@ public:
     StatusMenu& operator=(const StatusMenu&) = delete;
     ~StatusMenu() = default;
 
-private:
+    /// Shows what has changed beside the state.
     void update();
 
+private:
     AppState& state;
     platform::StatusItem& item;
     Ways ways;
     /// What the item says at present.
     std::string shownText;
     std::optional<bool> shownSwitch;
+    bool showsReplacement = false;
     corvid::Subscription changes;
     corvid::Lifetime lifetime;
 };

@@ -34,6 +34,9 @@ std::string holderOf(const platform::ControlStatus::Shortcut& shortcut) {
 
 std::string text(const platform::ControlStatus& status) {
     std::string lines = "Tessel " + status.version + " on " + status.backend + ": " + status.statusText + "\n";
+    if (status.isReplaced) {
+        lines += "Tessel was updated; what runs is the former one until it is started again\n";
+    }
     std::size_t actionWidth = 0;
     std::size_t keysWidth = 0;
     for (const auto& shortcut : status.shortcuts) {

@@ -65,6 +65,7 @@ std::string json(const platform::ControlStatus& status) {
                  {"enabled", status.isEnabled},
                  {"trusted", status.isTrusted},
                  {"borrowsShortcuts", status.borrowsShortcuts},
+                 {"updated", status.isReplaced},
                  {"shortcuts", std::move(shortcuts)},
                  {"rules", std::move(rules)}});
 }

@@ -34,6 +34,11 @@ void notPermitted(Desktop& desktop) {
     installPreviews(desktop);
 }
 
+void withAnotherVersionInstalled(Desktop& desktop) {
+    permitted(desktop);
+    desktop.thisApplication.isUpdated = true;
+}
+
 void withTakenShortcuts(Desktop& desktop) {
     permitted(desktop);
     for (const WindowAction action : {WindowAction::leftHalf, WindowAction::maximizeHeight}) {
@@ -90,6 +95,7 @@ const std::vector<ShownState>& shownStates() {
         {.name = "no-permission", .tab = MenuTab::shortcuts, .prepare = notPermitted, .live = nothing},
         {.name = "taken-shortcuts", .tab = MenuTab::shortcuts, .prepare = withTakenShortcuts, .live = giveRules},
         {.name = "reminder", .tab = MenuTab::shortcuts, .prepare = permitted, .live = waitForTheReminder},
+        {.name = "updated", .tab = MenuTab::shortcuts, .prepare = withAnotherVersionInstalled, .live = giveRules},
         {.name = "paused", .tab = MenuTab::apps, .prepare = permitted, .live = pause},
     };
     return states;

@@ -4,15 +4,14 @@
 #include "Platform/Linux/Applications/ExecLine.h"
 #include "Platform/Linux/Applications/KeyFile.h"
 #include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/ProgramFile.h"
 #include "Platform/Linux/RegularFile.h"
 #include "Platform/Linux/Settings/DurableFile.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <climits>
 #include <cstdlib>
 #include <string_view>
 #include <system_error>
@@ -31,21 +30,6 @@ bool exists(const std::string& path) {
     return ::lstat(path.c_str(), &file) == 0;
 }
 
-std::optional<std::string> runningProgram() {
-    std::array<char, PATH_MAX> buffer{};
-    const ssize_t length = ::readlink("/proc/self/exe", buffer.data(), buffer.size());
-    if (length <= 0) {
-        return std::nullopt;
-    }
-    std::string path(buffer.data(), static_cast<std::size_t>(length));
-    // So the kernel marks a file that was replaced while it ran, as an upgrade does. The new one is at the same place.
-    constexpr std::string_view deleted = " (deleted)";
-    if (!isExecutableFile(path) && path.ends_with(deleted)) {
-        path.resize(path.size() - deleted.size());
-    }
-    return path;
-}
-
 } // namespace
 
 AutostartLoginItem::Places AutostartLoginItem::Places::ofThisProcess() {
@@ -55,7 +39,7 @@ AutostartLoginItem::Places AutostartLoginItem::Places::ofThisProcess() {
     Places places{
         .userFolder = folders.userConfiguration,
         .systemFolders = {},
-        .program = runningProgram(),
+        .program = programPath(),
         .currentDesktops = linux::currentDesktops(),
         .searchPath = path == nullptr ? "/usr/local/bin:/usr/bin:/bin" : path,
     };

@@ -1,10 +1,26 @@
 #include "Platform/Linux/PluginFile.h"
 
+#include "Platform/Linux/ElfNote.h"
+#include "Platform/Linux/ProgramFile.h"
+
 #include <dlfcn.h>
+#include <fcntl.h>
+
+#include <cerrno>
+#include <optional>
+#include <system_error>
+#include <utility>
 
 namespace platform::linux {
 
 namespace {
+
+constexpr const char* noteOwner = "Tessel";
+constexpr std::uint32_t programNote = 1;
+
+FileDescriptor openPlugin(const std::filesystem::path& path) {
+    return FileDescriptor{::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
+}
 
 std::string lastProblem() {
     // One thread loads plugins.
@@ -14,17 +30,41 @@ std::string lastProblem() {
 
 } // namespace
 
-std::expected<void*, std::string> functionOfPlugin(const std::filesystem::path& file, const char* name) {
-    // Everything is resolved at once, so that what is missing shows now and not in the middle of something.
-    void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    if (library == nullptr) {
-        return std::unexpected(lastProblem());
+PluginFile::PluginFile(std::filesystem::path path)
+    : path(std::move(path))
+    , file(openPlugin(this->path)) {
+}
+
+std::expected<void*, std::string> PluginFile::function(const char* name) {
+    std::expected<void, std::string> examined = examine(file);
+    if (!examined) {
+        // Somebody may have put the right one there meanwhile.
+        FileDescriptor present = openPlugin(path);
+        if (examined = examine(present); !examined) {
+            return std::unexpected(std::move(examined.error()));
+        }
+        file = std::move(present);
     }
-    void* function = dlsym(library, name);
+    // The very file that was looked at, whatever has its name now. Everything is resolved at once, so that what is
+    // missing shows now and not in the middle of something.
+    const std::string opened = "/proc/self/fd/" + std::to_string(file.get());
+    void* library = dlopen(opened.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    void* function = library == nullptr ? nullptr : dlsym(library, name);
     if (function == nullptr) {
-        return std::unexpected(lastProblem());
+        return std::unexpected(path.string() + ": " + lastProblem());
     }
     return function;
+}
+
+std::expected<void, std::string> PluginFile::examine(const FileDescriptor& candidate) const {
+    if (!candidate) {
+        return std::unexpected(path.string() + ": " + std::generic_category().message(ENOENT));
+    }
+    const std::optional<std::string> own = buildIdentity(openProgram());
+    if (!own || own != elfNote(candidate, noteOwner, programNote)) {
+        return std::unexpected(path.string() + " belongs to another build of Tessel");
+    }
+    return {};
 }
 
 } // namespace platform::linux

@@ -1,6 +1,6 @@
 #include "Platform/Linux/ProgramStart.h"
 
-#include "Platform/Linux/RegularFile.h"
+#include "Platform/Linux/StartEnvironment.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -19,31 +19,6 @@ namespace {
 bool canRun(const std::string& path) {
     struct stat file{};
     return ::stat(path.c_str(), &file) == 0 && S_ISREG(file.st_mode) && ::access(path.c_str(), X_OK) == 0;
-}
-
-/// Pointers to the texts, and a null pointer behind them, as the C library takes lists.
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    pointers.reserve(texts.size() + 1);
-    for (std::string& text : texts) {
-        pointers.push_back(text.data());
-    }
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-/// The environment that this program was started with, which the kernel keeps (proc(5)). Libraries that this program
-/// uses change its own for their sake. Empty where it cannot be read.
-std::vector<std::string> startEnvironment() {
-    constexpr std::size_t most = std::size_t{8} << 20U;
-    const std::string kept = readRegularFile("/proc/self/environ", most, Excess::refused).value_or("");
-    std::vector<std::string> variables;
-    for (std::size_t place = 0; place < kept.size();) {
-        const std::size_t end = std::min(kept.find('\0', place), kept.size());
-        variables.push_back(kept.substr(place, end - place));
-        place = end + 1;
-    }
-    return variables;
 }
 
 /// posix_spawn's settings, given back with their owner.

@@ -9,7 +9,7 @@
 
 namespace platform::simulated {
 
-/// Trace: "run this program", "activate this program", "terminate this program".
+/// Trace: "run this program", "activate this program", "terminate this program", "restart this program".
 class ThisApplication final : public platform::ThisApplication {
 public:
     ThisApplication(Trace& trace, MainActor& mainActor)
@@ -27,6 +27,13 @@ public:
     void activateIgnoringOtherApps() override { trace.record("activate this program"); }
 
     void terminate() override { trace.record("terminate this program"); }
+
+    [[nodiscard]] bool isReplaced() const override { return isUpdated; }
+
+    void restart() override { trace.record("restart this program"); }
+
+    /// What `isReplaced` says.
+    bool isUpdated = false;
 
 private:
     Trace& trace;

@@ -46,6 +46,18 @@
         <translation>Tessel öffnen</translation>
     </message>
     <message>
+        <source>Tessel was updated</source>
+        <translation>Tessel wurde aktualisiert</translation>
+    </message>
+    <message>
+        <source>Restart Tessel</source>
+        <translation>Tessel neu starten</translation>
+    </message>
+    <message>
+        <source>This is still the former version. Restart Tessel to use the new one.</source>
+        <translation>Noch läuft die bisherige Version. Starten Sie Tessel neu, um die neue zu verwenden.</translation>
+    </message>
+    <message>
         <source>Allow Accessibility access</source>
         <translation>Zugriff auf Bedienungshilfen erlauben</translation>
     </message>

@@ -46,6 +46,18 @@
         <translation>Open Tessel</translation>
     </message>
     <message>
+        <source>Tessel was updated</source>
+        <translation>Tessel was updated</translation>
+    </message>
+    <message>
+        <source>Restart Tessel</source>
+        <translation>Restart Tessel</translation>
+    </message>
+    <message>
+        <source>This is still the former version. Restart Tessel to use the new one.</source>
+        <translation>This is still the former version. Restart Tessel to use the new one.</translation>
+    </message>
+    <message>
         <source>Allow Accessibility access</source>
         <translation>Allow Accessibility access</translation>
     </message>

@@ -46,6 +46,18 @@
         <translation>Abrir Tessel</translation>
     </message>
     <message>
+        <source>Tessel was updated</source>
+        <translation>Tessel se ha actualizado</translation>
+    </message>
+    <message>
+        <source>Restart Tessel</source>
+        <translation>Reiniciar Tessel</translation>
+    </message>
+    <message>
+        <source>This is still the former version. Restart Tessel to use the new one.</source>
+        <translation>Todavía se ejecuta la versión anterior. Reinicie Tessel para usar la nueva.</translation>
+    </message>
+    <message>
         <source>Allow Accessibility access</source>
         <translation>Permitir el acceso a Accesibilidad</translation>
     </message>

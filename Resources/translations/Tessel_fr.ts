@@ -46,6 +46,18 @@
         <translation>Ouvrir Tessel</translation>
     </message>
     <message>
+        <source>Tessel was updated</source>
+        <translation>Tessel a été mis à jour</translation>
+    </message>
+    <message>
+        <source>Restart Tessel</source>
+        <translation>Redémarrer Tessel</translation>
+    </message>
+    <message>
+        <source>This is still the former version. Restart Tessel to use the new one.</source>
+        <translation>L’ancienne version est encore en marche. Redémarrez Tessel pour utiliser la nouvelle.</translation>
+    </message>
+    <message>
         <source>Allow Accessibility access</source>
         <translation>Autoriser l’accès à Accessibilité</translation>
     </message>

@@ -46,6 +46,18 @@
         <translation>Apri Tessel</translation>
     </message>
     <message>
+        <source>Tessel was updated</source>
+        <translation>Tessel è stato aggiornato</translation>
+    </message>
+    <message>
+        <source>Restart Tessel</source>
+        <translation>Riavvia Tessel</translation>
+    </message>
+    <message>
+        <source>This is still the former version. Restart Tessel to use the new one.</source>
+        <translation>È ancora in esecuzione la versione precedente. Riavviare Tessel per usare quella nuova.</translation>
+    </message>
+    <message>
         <source>Allow Accessibility access</source>
         <translation>Consenti l’accesso ad Accessibilità</translation>
     </message>

@@ -44,6 +44,18 @@
         <translation>Tessel を開く</translation>
     </message>
     <message>
+        <source>Tessel was updated</source>
+        <translation>Tessel がアップデートされました</translation>
+    </message>
+    <message>
+        <source>Restart Tessel</source>
+        <translation>Tessel を再起動</translation>
+    </message>
+    <message>
+        <source>This is still the former version. Restart Tessel to use the new one.</source>
+        <translation>まだ以前のバージョンが動作しています。新しいバージョンを使うには Tessel を再起動してください。</translation>
+    </message>
+    <message>
         <source>Allow Accessibility access</source>
         <translation>アクセシビリティへのアクセスを許可</translation>
     </message>

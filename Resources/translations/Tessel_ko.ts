@@ -44,6 +44,18 @@
         <translation>Tessel 열기</translation>
     </message>
     <message>
+        <source>Tessel was updated</source>
+        <translation>Tessel이 업데이트됨</translation>
+    </message>
+    <message>
+        <source>Restart Tessel</source>
+        <translation>Tessel 다시 시작</translation>
+    </message>
+    <message>
+        <source>This is still the former version. Restart Tessel to use the new one.</source>
+        <translation>아직 이전 버전이 실행 중입니다. 새 버전을 사용하려면 Tessel을 다시 시작하세요.</translation>
+    </message>
+    <message>
         <source>Allow Accessibility access</source>
         <translation>손쉬운 사용 접근 허용</translation>
     </message>

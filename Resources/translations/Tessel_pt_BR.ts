@@ -46,6 +46,18 @@
         <translation>Abrir o Tessel</translation>
     </message>
     <message>
+        <source>Tessel was updated</source>
+        <translation>O Tessel foi atualizado</translation>
+    </message>
+    <message>
+        <source>Restart Tessel</source>
+        <translation>Reiniciar o Tessel</translation>
+    </message>
+    <message>
+        <source>This is still the former version. Restart Tessel to use the new one.</source>
+        <translation>A versão anterior ainda está em execução. Reinicie o Tessel para usar a nova.</translation>
+    </message>
+    <message>
         <source>Allow Accessibility access</source>
         <translation>Permitir o acesso à Acessibilidade</translation>
     </message>

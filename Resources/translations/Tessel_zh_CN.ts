@@ -44,6 +44,18 @@
         <translation>打开 Tessel</translation>
     </message>
     <message>
+        <source>Tessel was updated</source>
+        <translation>Tessel 已更新</translation>
+    </message>
+    <message>
+        <source>Restart Tessel</source>
+        <translation>重新启动 Tessel</translation>
+    </message>
+    <message>
+        <source>This is still the former version. Restart Tessel to use the new one.</source>
+        <translation>当前运行的仍是旧版本。重新启动 Tessel 即可使用新版本。</translation>
+    </message>
+    <message>
         <source>Allow Accessibility access</source>
         <translation>允许辅助功能访问</translation>
     </message>

@@ -136,6 +136,10 @@ bool MenuState::updateReminderDue() const {
     return state.updates().updateReminderDue();
 }
 
+bool MenuState::isReplaced() const {
+    return platform::current().thisApplication.isReplaced();
+}
+
 QVariantMap MenuState::takenShortcuts() const {
     const platform::Localization& localization = platform::current().localization;
     QVariantMap taken;
@@ -269,6 +273,10 @@ void MenuState::openAccessibilitySettings() {
 
 void MenuState::lookAgain() {
     Q_EMIT changed();
+}
+
+void MenuState::restart() {
+    platform::current().thisApplication.restart();
 }
 
 void MenuState::quit() {

@@ -24,6 +24,7 @@ class MenuState final : public QObject {
     Q_PROPERTY(bool isEnabled READ isEnabled WRITE setEnabled NOTIFY changed)
     Q_PROPERTY(bool hasAccessibility READ hasAccessibility NOTIFY changed)
     Q_PROPERTY(bool updateReminderDue READ updateReminderDue NOTIFY changed)
+    Q_PROPERTY(bool isReplaced READ isReplaced NOTIFY changed)
     Q_PROPERTY(QVariantMap takenShortcuts READ takenShortcuts NOTIFY changed)
     Q_PROPERTY(QString lendableShortcuts READ lendableShortcuts NOTIFY changed)
     Q_PROPERTY(int borrowedCount READ borrowedCount NOTIFY changed)
@@ -49,6 +50,9 @@ public:
     void setEnabled(bool enabled);
     [[nodiscard]] bool hasAccessibility() const;
     [[nodiscard]] bool updateReminderDue() const;
+
+    /// Whether another build of the program has taken its place on the disk.
+    [[nodiscard]] bool isReplaced() const;
 
     /// What is to be said of each shortcut that is taken, by the raw value of its action.
     [[nodiscard]] QVariantMap takenShortcuts() const;
@@ -90,6 +94,7 @@ public:
 
     /// Tells what may have changed unnoticed while nothing was shown.
     Q_INVOKABLE void lookAgain();
+    Q_INVOKABLE void restart();
     Q_INVOKABLE void quit();
 
 Q_SIGNALS:

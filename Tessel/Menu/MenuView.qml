@@ -56,6 +56,11 @@ Item {
             onCheck: view.appState.checkForUpdates()
             onNotNow: view.appState.dismissUpdateReminder()
         }
+        UpdatedCard {
+            width: parent.width
+            visible: view.appState.isReplaced
+            onAction: view.appState.restart()
+        }
         WarningCard {
             width: parent.width
             visible: !view.appState.hasAccessibility

@@ -107,7 +107,8 @@ void drawPictures(const std::string& directory, Count& begun) {
     platform::linux::SessionBus noBus(mainLoop, std::nullopt);
     platform::linux::AddressOpener addressOpener(mainLoop, noBus);
     platform::linux::AutostartLoginItem loginItem;
-    platform::linux::LoopApplication application(mainLoop);
+    const platform::linux::ProgramFile programFile(mainLoop);
+    platform::linux::LoopApplication application(mainLoop, programFile);
     platform::linux::ProcessInfo processInfo;
     platform::linux::SystemClock systemClock;
     platform::linux::SystemLog systemLog;
@@ -115,12 +116,14 @@ void drawPictures(const std::string& directory, Count& begun) {
     corvid::InMemoryPreferenceStore noDefaults;
     const platform::MainBundle bundle = mainBundle();
     platform::linux::Localization localization("tessel", localeFolder(), bundle.preferredLocalizations);
-    const std::unique_ptr<platform::Toolkit> toolkit = startToolkit({.mainLoop = mainLoop,
-                                                                     .appearance = appearance,
-                                                                     .ownWindows = nullptr,
-                                                                     .screens = desktop.screens,
-                                                                     .sessionLock = nullptr,
-                                                                     .languages = bundle.preferredLocalizations});
+    platform::linux::PluginFile plugin(menuPlugin());
+    const std::unique_ptr<platform::Toolkit> toolkit =
+        startToolkit(plugin, {.mainLoop = mainLoop,
+                              .appearance = appearance,
+                              .ownWindows = nullptr,
+                              .screens = desktop.screens,
+                              .sessionLock = nullptr,
+                              .languages = bundle.preferredLocalizations});
     std::optional<ResumedRenderer> renderer;
     if (toolkit) {
         renderer.emplace(toolkit->imageRenderer(), begun);

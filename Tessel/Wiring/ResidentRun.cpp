@@ -20,11 +20,14 @@
 #include "Platform/Linux/Log.h"
 #include "Platform/Linux/LoopApplication.h"
 #include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/PluginFile.h"
 #include "Platform/Linux/ProcessInfo.h"
+#include "Platform/Linux/ProgramFile.h"
 #include "Platform/Linux/ServiceNotification.h"
 #include "Platform/Linux/SessionLock.h"
 #include "Platform/Linux/Settings/UserDefaults.h"
 #include "Platform/Linux/StandardStreams.h"
+#include "Platform/Linux/StartEnvironment.h"
 #include "Platform/Linux/SystemClock.h"
 #include "Platform/Linux/SystemLog.h"
 #include "Platform/Linux/Tray/NotifierPlace.h"
@@ -44,11 +47,13 @@
 #include "Tessel/Wiring/ThisProgram.h"
 #include "Tessel/Wiring/ToolkitPlugin.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -66,12 +71,10 @@ void openPopover() {
     }
 }
 
-} // namespace
-
-int runResident() {
-    settleEnvironment();
-    enterLocale();
-    platform::linux::outliveStandardReaders();
+/// Runs the program until it ends. `next`: the program to become then, if any.
+int runUntilTheEnd(std::optional<std::string>& next) {
+    // What an upgrade puts in its place later is another build's.
+    platform::linux::PluginFile plugin(menuPlugin());
     platform::linux::MainLoop mainLoop;
     mainLoop.endOnTerminationSignals();
 
@@ -103,7 +106,8 @@ int runResident() {
     desktop.followApplications(identification, catalogue);
     platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
     platform::linux::AutostartLoginItem loginItem;
-    platform::linux::LoopApplication application(mainLoop);
+    platform::linux::ProgramFile programFile(mainLoop);
+    platform::linux::LoopApplication application(mainLoop, programFile);
     platform::linux::ProcessInfo processInfo;
     platform::linux::SystemClock systemClock;
     platform::linux::SystemLog systemLog;
@@ -120,12 +124,12 @@ int runResident() {
     platform::linux::SessionLock sessionLock(mainLoop, sessionBus);
     corvid::DeferredToolkit toolkit(
         [&] {
-            return startToolkit({.mainLoop = mainLoop,
-                                 .appearance = appearance,
-                                 .ownWindows = &desktop.ownWindows(),
-                                 .screens = desktop.screens(),
-                                 .sessionLock = &sessionLock,
-                                 .languages = bundle.preferredLocalizations});
+            return startToolkit(plugin, {.mainLoop = mainLoop,
+                                         .appearance = appearance,
+                                         .ownWindows = &desktop.ownWindows(),
+                                         .screens = desktop.screens(),
+                                         .sessionLock = &sessionLock,
+                                         .languages = bundle.preferredLocalizations});
         },
         [&](std::function<void()> host) { mainLoop.continueIn(std::move(host)); });
     corvid::DeferredOpenPanel openPanel(toolkit);
@@ -161,12 +165,13 @@ int runResident() {
     std::optional<StatusMenu> statusMenu;
     std::optional<RemoteControl> remoteControl;
     std::optional<platform::linux::ControlBusName> busName;
-    return corvid::MenuBarApp::run([&]() -> corvid::MenuBarApp::Parts {
+    const int status = corvid::MenuBarApp::run([&]() -> corvid::MenuBarApp::Parts {
         AppState& state = AppState::shared();
         const auto quit = [&application] { application.terminate(); };
         auto menuBar = corvid::MenuBarController::make("Tessel", std::make_shared<MenuView>(state), popover,
                                                        state.objectWillChange(), menuBarSymbol(state));
         statusMenu.emplace(state, menuBar->statusItem(), StatusMenu::Ways{.open = openPopover, .quit = quit});
+        programFile.onChange([&statusMenu] { statusMenu->update(); });
         // Subscribers are told before a change; the new status is there in the next turn.
         statusReport = state.objectWillChange().subscribe([&] {
             mainLoop.post([&state, &toldStatus] {
@@ -191,6 +196,24 @@ int runResident() {
         platform::linux::notifyReady(toldStatus);
         return {.menuBar = std::move(menuBar), .updates = state.updates()};
     });
+    next = application.nextProgram();
+    return status;
+}
+
+} // namespace
+
+int runResident() {
+    settleEnvironment();
+    enterLocale();
+    platform::linux::outliveStandardReaders();
+    std::optional<std::string> next;
+    const int status = runUntilTheEnd(next);
+    if (!next) {
+        return status;
+    }
+    platform::linux::becomeProgram(*next);
+    platform::linux::logToStandardError("cannot start " + *next + ": " + std::generic_category().message(errno));
+    return EXIT_FAILURE;
 }
 
 } // namespace tessel

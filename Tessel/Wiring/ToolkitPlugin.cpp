@@ -2,16 +2,15 @@
 
 #include "Platform/Linux/LargeBlocks.h"
 #include "Platform/Linux/Log.h"
-#include "Platform/Linux/PluginFile.h"
 #include "Tessel/MenuPlugin.h"
-#include "Tessel/Wiring/ThisProgram.h"
 
 #include <string>
 
 namespace tessel {
 
-std::unique_ptr<platform::Toolkit> startToolkit(const corvid::toolkit::Surroundings& surroundings) {
-    const auto function = platform::linux::functionOfPlugin(menuPlugin(), startToolkitName);
+std::unique_ptr<platform::Toolkit> startToolkit(platform::linux::PluginFile& plugin,
+                                                const corvid::toolkit::Surroundings& surroundings) {
+    const auto function = plugin.function(startToolkitName);
     if (!function) {
         platform::linux::logToStandardError("cannot load the window: " + function.error());
         return nullptr;

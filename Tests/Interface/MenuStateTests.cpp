@@ -176,6 +176,16 @@ TEST_F(Menu, ChoosingAsksThePanelForApplicationsToMaximize) {
     EXPECT_EQ(desktop.openPanel.shown->prompt, "Add");
 }
 
+TEST_F(Menu, LeadsToWhatHasTakenThePlaceOfTheProgram) {
+    MenuState& menu = make();
+    EXPECT_FALSE(menu.isReplaced());
+    desktop.thisApplication.isUpdated = true;
+    EXPECT_TRUE(menu.isReplaced());
+    desktop.trace.clear();
+    menu.restart();
+    EXPECT_EQ(desktop.trace.take(), std::vector<std::string>{"restart this program"});
+}
+
 TEST_F(Menu, QuittingEndsTheProgram) {
     MenuState& menu = make();
     desktop.trace.clear();

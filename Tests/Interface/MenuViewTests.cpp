@@ -114,6 +114,20 @@ TEST_F(View, NothingIsSaidOfBorrowingWhileNothingIsTaken) {
     EXPECT_FALSE(borrowingCard().isVisible());
 }
 
+TEST_F(View, OffersToRestartWhereTheProgramWasReplaced) {
+    QQuickItem& root = make();
+    EXPECT_FALSE(only("UpdatedCard").isVisible());
+    const double before = root.implicitHeight();
+    desktop.thisApplication.isUpdated = true;
+    QMetaObject::invokeMethod(item.get(), "appear");
+    settle();
+    EXPECT_TRUE(only("UpdatedCard").isVisible());
+    EXPECT_GT(root.implicitHeight(), before);
+    desktop.trace.clear();
+    press(*itemsOfType(only("UpdatedCard"), "PillButton").front());
+    EXPECT_EQ(desktop.trace.take(), std::vector<std::string>{"restart this program"});
+}
+
 TEST_F(View, TheStatusIsGreyOrangeOrGreen) {
     const auto colour = [this] {
         settle();

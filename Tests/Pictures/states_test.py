@@ -15,7 +15,9 @@ from drawing import SCHEMES, bare_environment
 from measuring import (ACCENT, CARD, CARD_HEIGHT, CARD_TOP, DIVIDER, LEFT, RIGHT, ROW_HEIGHT, at, column, mixed, row,
                        runs)
 
-STATES = ("active", "rules", "no-rules", "many-rules", "no-permission", "taken-shortcuts", "reminder", "paused")
+STATES = (
+    "active", "rules", "no-rules", "many-rules", "no-permission", "taken-shortcuts", "reminder", "updated", "paused",
+)
 WIDTH = 340
 ORANGE = {"light": (240, 140, 0), "dark": (255, 159, 10)}
 
@@ -70,6 +72,7 @@ class States(unittest.TestCase):
                 self.assertEqual(pictures["taken-shortcuts", scheme].height, usual, language)
                 for state in ("no-permission", "reminder"):
                     self.assertGreater(pictures[state, scheme].height, usual + 2 * 80, (language, state))
+                self.assertGreater(pictures["updated", scheme].height, usual + 2 * 60, language)
 
     def test_from_right_to_left_everything_trades_sides(self):
         for scheme in SCHEMES:

@@ -1,4 +1,5 @@
 #include "Tessel/RemoteCommand.h"
+#include "Tessel/StatusReport.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -93,18 +94,39 @@ TEST(RemoteCommand, SaysSoWhereThereAreNoRules) {
     EXPECT_TRUE(RemoteCommand::carryOut(status, program).output.ends_with("\nNo app rules.\n"));
 }
 
+TEST(RemoteCommand, SaysSoWhereAnotherBuildIsInThePlaceOfTheProgram) {
+    Program program;
+    EXPECT_FALSE(RemoteCommand::carryOut(status, program).output.contains("updated"));
+    program.report.isReplaced = true;
+    EXPECT_TRUE(RemoteCommand::carryOut(status, program).output.contains("\nTessel was updated; "));
+    EXPECT_TRUE(RemoteCommand::carryOut(statusJson, program).output.contains(R"("updated":true)"));
+}
+
+TEST(StatusReport, NamesWhatWasForgotten) {
+    EXPECT_EQ(StatusReport::forgottenText({"/a", "/b c"}), "removed /a\nremoved /b c\n");
+    EXPECT_EQ(StatusReport::forgottenText({}), "there was nothing to forget\n");
+    EXPECT_EQ(StatusReport::forgottenJson({"/a"}, {}), R"({"done":true,"removed":["/a"]})"
+                                                       "\n");
+    EXPECT_EQ(StatusReport::forgottenJson({}, {"cannot"}),
+              R"({"done":false,"removed":[],"error":"failed","message":"cannot"})"
+              "\n");
+}
+
 TEST(RemoteCommand, PrintsTheStatusForProgramsAsOneObject) {
     Program program;
     program.report.rules.insert_or_assign("quoted \"one\"", "center");
-    EXPECT_EQ(RemoteCommand::carryOut(statusJson, program),
-              (Outcome{.output = R"({"running":true,"version":"1.2","backend":"X11","status":"shortcutsTaken",)"
-                                 R"("statusText":"Some shortcuts are taken: center","enabled":true,"trusted":true,"borrowsShortcuts":false,)"
-                                 R"("shortcuts":[{"action":"leftHalf","keys":"Ctrl+Alt+←","state":"active"},)"
-                                 R"({"action":"center","keys":"Ctrl+Alt+C","state":"taken"}],)"
-                                 R"("rules":{"org.example.Editor":"maximize","quoted \"one\"":"center",)"
-                                 R"("übung":"center"}})"
-                                 "\n",
-                       .errors = {}}));
+    EXPECT_EQ(
+        RemoteCommand::carryOut(statusJson, program),
+        (Outcome{.output =
+                     R"({"running":true,"version":"1.2","backend":"X11","status":"shortcutsTaken",)"
+                     R"("statusText":"Some shortcuts are taken: center","enabled":true,"trusted":true,)"
+                     R"("borrowsShortcuts":false,"updated":false,)"
+                     R"("shortcuts":[{"action":"leftHalf","keys":"Ctrl+Alt+←","state":"active"},)"
+                     R"({"action":"center","keys":"Ctrl+Alt+C","state":"taken"}],)"
+                     R"("rules":{"org.example.Editor":"maximize","quoted \"one\"":"center",)"
+                     R"("übung":"center"}})"
+                     "\n",
+                 .errors = {}}));
 }
 
 TEST(RemoteCommand, AsksForWhatTheCommandLineSays) {

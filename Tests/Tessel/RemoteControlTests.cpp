@@ -101,6 +101,13 @@ TEST_F(Remote, TellsOfEveryShortcutThatItIsOffWhilePausedOrWithoutPermission) {
     EXPECT_EQ(paused->shortcuts.size(), WindowAction::allCases.size());
 }
 
+TEST_F(Remote, TellsThatAnotherBuildIsInItsPlace) {
+    control();
+    EXPECT_FALSE(control().status()->isReplaced);
+    desktop.thisApplication.isUpdated = true;
+    EXPECT_TRUE(control().status()->isReplaced);
+}
+
 TEST_F(Remote, PerformsLikeAPress) {
     platform::simulated::Window& window = addWindow();
     EXPECT_TRUE(control().perform("leftHalf"));

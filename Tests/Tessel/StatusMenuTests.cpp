@@ -66,6 +66,19 @@ TEST_F(StatusMenuOfAnItem, LeadsToTheProgramAndOutOfIt) {
     EXPECT_EQ(ended, 1);
 }
 
+TEST_F(StatusMenuOfAnItem, LeadsToWhatHasTakenItsPlace) {
+    desktop.thisApplication.isUpdated = true;
+    menu->update();
+    EXPECT_EQ(titles(), (Titles{"Active · 6 shortcuts · 0 apps", "Tessel was updated", "Restart Tessel", "Turn off", "",
+                                "Open Tessel", "Quit"}));
+    EXPECT_FALSE(shown().menu.at(1).isEnabled);
+    shown().choose(2);
+    EXPECT_EQ(desktop.trace.take("restart"), std::vector<std::string>{"restart this program"});
+    desktop.thisApplication.isUpdated = false;
+    menu->update();
+    EXPECT_EQ(titles().size(), 5U);
+}
+
 TEST_F(StatusMenuOfAnItem, CountsTheRules) {
     state.setRule("org.example.Editor", WindowAction::maximize);
     EXPECT_EQ(titles().front(), "Active · 6 shortcuts · 0 apps") << "told before the change";

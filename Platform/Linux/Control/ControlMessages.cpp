@@ -217,6 +217,9 @@ int readEntry(sd_bus_message* message, ControlStatus& status) {
     if (key == "lendable") {
         return readActions(message, status, &ControlStatus::Shortcut::canBeBorrowed);
     }
+    if (key == "updated") {
+        return readFlag(message, status.isReplaced);
+    }
     if (key == "shortcuts") {
         return readShortcuts(message, status);
     }
@@ -243,7 +246,8 @@ int append(sd_bus_message* message, const ControlStatus& status) {
     }
     for (const auto& [key, flag] : {std::pair{"enabled", status.isEnabled},
                                     {"trusted", status.isTrusted},
-                                    {"borrowsShortcuts", status.borrowsShortcuts}}) {
+                                    {"borrowsShortcuts", status.borrowsShortcuts},
+                                    {"updated", status.isReplaced}}) {
         if (result >= 0) {
             result = sd_bus_message_append(message, "{sv}", key, "b", flag ? 1 : 0);
         }

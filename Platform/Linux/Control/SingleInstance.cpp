@@ -54,11 +54,12 @@ std::optional<uid_t> peerUser(int descriptor) {
 /// The socket and what keeps others from it. In a folder, the files go with it.
 class SingleInstance::Place {
 public:
-    using Taken = std::expected<std::unique_ptr<Place>, Hindrance>;
+    using Taken = std::expected<void, Hindrance>;
 
-    static Taken take(const Session& session) {
-        FileDescriptor folder = openSocketFolder(session, Missing::isMade);
-        return folder ? takeIn(std::move(folder), session) : takeAbstract(session);
+    /// Once. Where it fails, this is to be dropped.
+    [[nodiscard]] Taken take(const Session& wanted) {
+        folder = openSocketFolder(wanted, Missing::isMade);
+        return folder ? takeInFolder(wanted) : takeAbstract(wanted);
     }
 
     Place() = default;
@@ -77,51 +78,48 @@ public:
 
     [[nodiscard]] bool isInFolder() const { return static_cast<bool>(lock); }
 
-    [[nodiscard]] bool isWhereItBelongs(const Session& session) const {
+    [[nodiscard]] bool isWhereItBelongs(const Session& wanted) const {
         if (!lock) {
-            return !openSocketFolder(session, Missing::isMade);
+            return !openSocketFolder(wanted, Missing::isMade);
         }
-        const FileDescriptor now = openSocketFolder(session, Missing::isLeft);
+        const FileDescriptor now = openSocketFolder(wanted, Missing::isLeft);
         return now && FileIdentity::of(now, lockName) == FileIdentity::of(lock) &&
                FileIdentity::of(now, socketName) == socketFile;
     }
 
 private:
-    static Taken takeIn(FileDescriptor folder, const Session& session) {
-        auto place = std::make_unique<Place>();
-        place->socketName = socketFileName(session, socketEnding);
-        place->lockName = socketFileName(session, lockEnding);
-        FileDescriptor lock;
+    Taken takeInFolder(const Session& wanted) {
+        socketName = socketFileName(wanted, socketEnding);
+        lockName = socketFileName(wanted, lockEnding);
+        FileDescriptor taking;
         do {
             constexpr mode_t mode = 0600;
-            lock = FileDescriptor{
-                ::openat(folder.get(), place->lockName.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, mode)};
-            if (!lock) {
+            taking = FileDescriptor{
+                ::openat(folder.get(), lockName.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, mode)};
+            if (!taking) {
                 return failure();
             }
-            if (::flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
+            if (::flock(taking.get(), LOCK_EX | LOCK_NB) != 0) {
                 return errno == EWOULDBLOCK ? taken() : failure();
             }
             // The one who had it before may have removed the file meanwhile; then this lock keeps nobody out.
-        } while (FileIdentity::of(lock) != FileIdentity::of(folder, place->lockName));
-        place->folder = std::move(folder);
-        place->lock = std::move(lock);
+        } while (FileIdentity::of(taking) != FileIdentity::of(folder, lockName));
+        lock = std::move(taking);
         // What is left of a process that was killed.
-        ::unlinkat(place->folder.get(), place->socketName.c_str(), 0);
-        place->socket = newSocket();
-        if (!listenAt(place->socket, SocketAddress::inFolder(place->folder, place->socketName))) {
+        ::unlinkat(folder.get(), socketName.c_str(), 0);
+        socket = newSocket();
+        if (!listenAt(socket, SocketAddress::inFolder(folder, socketName))) {
             return failure();
         }
-        place->socketFile = FileIdentity::of(place->folder, place->socketName);
-        return place;
+        socketFile = FileIdentity::of(folder, socketName);
+        return {};
     }
 
-    static Taken takeAbstract(const Session& session) {
-        auto place = std::make_unique<Place>();
-        place->socket = newSocket();
-        const SocketAddress address = SocketAddress::abstract(session);
-        if (listenAt(place->socket, address)) {
-            return place;
+    Taken takeAbstract(const Session& wanted) {
+        socket = newSocket();
+        const SocketAddress address = SocketAddress::abstract(wanted);
+        if (listenAt(socket, address)) {
+            return {};
         }
         if (errno != EADDRINUSE) {
             return failure();
@@ -146,11 +144,11 @@ private:
 };
 
 std::expected<SingleInstance, Hindrance> SingleInstance::acquire(const Session& session) {
-    Place::Taken place = Place::take(session);
-    if (!place) {
-        return std::unexpected(std::move(place.error()));
+    auto place = std::make_unique<Place>();
+    if (Place::Taken taken = place->take(session); !taken) {
+        return std::unexpected(std::move(taken.error()));
     }
-    return SingleInstance(session, *std::move(place));
+    return SingleInstance(session, std::move(place));
 }
 
 SingleInstance::SingleInstance(Session session, std::unique_ptr<Place> place)
@@ -176,12 +174,12 @@ bool SingleInstance::isInFolder() const {
 
 std::expected<void, Hindrance> SingleInstance::renew() {
     place.reset();
-    Place::Taken taken = Place::take(session);
-    if (!taken) {
-        return std::unexpected(std::move(taken.error()));
+    auto renewed = std::make_unique<Place>();
+    Place::Taken taken = renewed->take(session);
+    if (taken) {
+        place = std::move(renewed);
     }
-    place = *std::move(taken);
-    return {};
+    return taken;
 }
 
 std::string SingleInstance::folder() const {

@@ -55,6 +55,7 @@ TEST(ControlSocket, TheStatusArrivesAsItWasGiven) {
         .statusText = "Some shortcuts are taken: center",
         .isEnabled = true,
         .isTrusted = true,
+        .isReplaced = true,
         .version = "1.2",
         .backend = "X11",
         .shortcuts = {{"leftHalf", "Ctrl+Alt+←", "active"},
