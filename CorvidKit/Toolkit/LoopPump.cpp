@@ -9,6 +9,8 @@ LoopPump::LoopPump(platform::HostedLoop& mainLoop)
     : mainLoop(mainLoop)
     , readable(mainLoop.descriptor(), QSocketNotifier::Read) {
     connect(&readable, &QSocketNotifier::activated, this, &LoopPump::turn);
+    nextTurn.setSingleShot(true);
+    connect(&nextTurn, &QTimer::timeout, this, &LoopPump::turn);
     // Timers are set only when the main loop is about to wait; without this they would never be.
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this, &LoopPump::turn);
 }
@@ -19,15 +21,7 @@ void LoopPump::turn() {
         break;
     case platform::HostedLoop::Outlook::unfinished:
         // Behind what waits in Qt's loop, which would otherwise sleep until something comes from outside.
-        if (!isTurnPosted) {
-            isTurnPosted = QMetaObject::invokeMethod(
-                this,
-                [this] {
-                    isTurnPosted = false;
-                    turn();
-                },
-                Qt::QueuedConnection);
-        }
+        nextTurn.start();
         break;
     case platform::HostedLoop::Outlook::ended:
         readable.setEnabled(false);

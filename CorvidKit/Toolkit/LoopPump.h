@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QSocketNotifier>
+#include <QTimer>
 
 namespace corvid::toolkit {
 
@@ -20,7 +21,7 @@ private:
 
     platform::HostedLoop& mainLoop;
     QSocketNotifier readable;
-    bool isTurnPosted = false;
+    QTimer nextTurn;
 };
 
 } // namespace corvid::toolkit

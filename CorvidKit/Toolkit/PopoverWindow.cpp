@@ -234,7 +234,7 @@ void PopoverWindow::holdPointer() {
     if (behavior != Behavior::transient || isManaged()) {
         return;
     }
-    pointer.begin();
+    pointerHold.begin();
     if (surroundings.sessionLock != nullptr) {
         lockWatch = surroundings.sessionLock->watch([this] { performClose(); });
     }
@@ -275,7 +275,7 @@ void PopoverWindow::performClose() {
     }
     pendingLook.reset();
     lockWatch.reset();
-    pointer.end();
+    pointerHold.end();
     window->hide();
 }
 
@@ -287,7 +287,7 @@ bool PopoverWindow::isOutside(const QPointF& position) const {
 
 bool PopoverWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->isInputEvent()) {
-        pointer.noticeInput();
+        pointerHold.noticeInput();
     }
     switch (event->type()) {
     case QEvent::MouseButtonPress:

@@ -29,6 +29,8 @@ class Session:
             "XDG_CONFIG_HOME": str(self.home / ".config"),
             "XDG_RUNTIME_DIR": str(self.runtime),
             "XDG_SESSION_TYPE": "x11",
+            # Not the machine's, whose session may be locked meanwhile. A test that wants one starts it there.
+            "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={self.runtime}/system-bus",
             # Settings live in files of the fresh home, without a settings service.
             "GSETTINGS_BACKEND": "keyfile",
             "NO_AT_BRIDGE": "1",
