@@ -84,6 +84,7 @@ private:
     void take(const std::string& answer) {
         said = read(answer, shortcuts.size());
         std::vector<corvid::Shortcut> unknown;
+        unknown.reserve(said.unknown.size());
         for (const std::size_t place : said.unknown) {
             unknown.push_back(shortcuts[place]);
         }

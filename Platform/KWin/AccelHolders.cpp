@@ -48,12 +48,12 @@ public:
         , found(std::move(found)) {}
 
     /// Whether anybody could be asked at all.
-    [[nodiscard]] bool ask(sd_bus* bus, const std::vector<corvid::Shortcut>& shortcuts) {
+    [[nodiscard]] bool ask(sd_bus* connection, const std::vector<corvid::Shortcut>& shortcuts) {
         answers.resize(shortcuts.size());
         questions.reserve(shortcuts.size());
         for (std::size_t place = 0; place < shortcuts.size(); ++place) {
             if (const auto key = qtKey(shortcuts[place].keyCode, shortcuts[place].modifiers)) {
-                ask(bus, place, *key);
+                ask(connection, place, *key);
             }
         }
         return unanswered > 0;
@@ -66,10 +66,10 @@ private:
         linux::OwnedSlot slot;
     };
 
-    void ask(sd_bus* bus, std::size_t place, std::int32_t key) {
+    void ask(sd_bus* connection, std::size_t place, std::int32_t key) {
         sd_bus_message* raw = nullptr;
-        if (sd_bus_message_new_method_call(bus, &raw, "org.kde.kglobalaccel", "/kglobalaccel", "org.kde.KGlobalAccel",
-                                           "getGlobalShortcutsByKey") < 0) {
+        if (sd_bus_message_new_method_call(connection, &raw, "org.kde.kglobalaccel", "/kglobalaccel",
+                                           "org.kde.KGlobalAccel", "getGlobalShortcutsByKey") < 0) {
             return;
         }
         const linux::OwnedMessage message(raw);
@@ -79,7 +79,7 @@ private:
             questions.emplace_back(std::make_unique<Question>(Question{.search = *this, .place = place, .slot = {}}));
         sd_bus_slot* slot = nullptr;
         if (sd_bus_message_append(raw, "i", key) >= 0 &&
-            sd_bus_call_async(bus, &slot, raw, &Search::answered, question.get(),
+            sd_bus_call_async(connection, &slot, raw, &Search::answered, question.get(),
                               static_cast<std::uint64_t>(std::chrono::microseconds(patience).count())) >= 0) {
             question->slot.reset(slot);
             ++unanswered;
