@@ -2,8 +2,8 @@
 
 #include "CorvidKit/Concurrency.h"
 #include "Platform/Platform.h"
-#include "Tessel/HolderText.h"
 #include "Platform/ThisApplication.h"
+#include "Tessel/HolderText.h"
 #include "Tessel/ShortcutText.h"
 #include "Tessel/StatusLine.h"
 #include "Tessel/WindowMover.h"

@@ -53,4 +53,9 @@ const Json* member(const Json& object, const char* name) {
     return found == object.end() ? nullptr : &*found;
 }
 
+std::string textIn(const Json& object, const char* name) {
+    const Json* text = member(object, name);
+    return text != nullptr && text->is_string() ? text->get<std::string>() : std::string();
+}
+
 } // namespace platform::compositor

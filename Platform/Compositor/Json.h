@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace platform::compositor {
@@ -15,5 +16,8 @@ using Json = nlohmann::json;
 
 /// A member of an object; null where there is none.
 [[nodiscard]] const Json* member(const Json& object, const char* name);
+
+/// A member that is a text; empty where there is none.
+[[nodiscard]] std::string textIn(const Json& object, const char* name);
 
 } // namespace platform::compositor

@@ -29,11 +29,6 @@ compositor::Json parsed(const std::string& metadata) {
     return compositor::parsedJson(metadata).value_or(compositor::Json());
 }
 
-std::string textIn(const compositor::Json& metadata, const char* name) {
-    const compositor::Json* value = compositor::member(metadata, name);
-    return value != nullptr && value->is_string() ? value->get<std::string>() : std::string();
-}
-
 bool isNamed(int shell, const compositor::Json& metadata) {
     const compositor::Json* versions = compositor::member(metadata, "shell-version");
     return versions != nullptr && versions->is_array() && std::ranges::any_of(*versions, [&](const auto& version) {
@@ -111,7 +106,7 @@ std::optional<std::string> ExtensionFiles::nextRevision() const {
     if (!next) {
         next = copyForAll();
     }
-    return next ? std::optional(textIn(parsed(next->metadata), "revision")) : std::nullopt;
+    return next ? std::optional(compositor::textIn(parsed(next->metadata), "revision")) : std::nullopt;
 }
 
 std::optional<ExtensionFiles::Copy> ExtensionFiles::copyIn(const fs::path& folder) {
@@ -128,7 +123,7 @@ bool ExtensionFiles::isLater(const Copy& copy, const Copy& than, int shell) {
     constexpr const char* version = "version-name";
     const compositor::Json metadata = parsed(copy.metadata);
     return isNamed(shell, metadata) &&
-           ::strverscmp(textIn(metadata, version).c_str(), textIn(parsed(than.metadata), version).c_str()) > 0;
+           ::strverscmp(compositor::textIn(metadata, version).c_str(), compositor::textIn(parsed(than.metadata), version).c_str()) > 0;
 }
 
 std::optional<ExtensionFiles::Copy> ExtensionFiles::ownCopy(int shell) const {

@@ -25,11 +25,6 @@ std::uint32_t xModifiers(const corvid::Shortcut& shortcut) {
     return mask;
 }
 
-std::string textIn(const Json& object, const char* name) {
-    const Json* text = compositor::member(object, name);
-    return text != nullptr && text->is_string() ? text->get<std::string>() : std::string();
-}
-
 int appendCombinations(sd_bus_message* message, const std::vector<corvid::Shortcut>& shortcuts) {
     // XKB counts as the X protocol does, which leaves the first eight numbers out.
     constexpr std::uint32_t firstKeyOfX = 8;
@@ -123,12 +118,12 @@ ShellHolders::Said ShellHolders::read(std::string_view json, std::size_t count) 
         if (isWhole && (*list)[place].is_null()) {
             continue;
         }
-        const std::string binding = isWhole ? textIn((*list)[place], "binding") : std::string();
+        const std::string binding = isWhole ? compositor::textIn((*list)[place], "binding") : std::string();
         if (binding.empty()) {
             said.unknown.push_back(place);
             continue;
         }
-        said.answers[place] = ShortcutHolder{.heldBy = "GNOME", .purpose = textIn((*list)[place], "summary")};
+        said.answers[place] = ShortcutHolder{.heldBy = "GNOME", .purpose = compositor::textIn((*list)[place], "summary")};
         if (const auto common = linux::commonPurpose(linux::settings::gnomeSchemas.front(), binding)) {
             said.answers[place]->purpose = *common;
         }

@@ -115,18 +115,16 @@ TEST(StatusReport, NamesWhatWasForgotten) {
 TEST(RemoteCommand, PrintsTheStatusForProgramsAsOneObject) {
     Program program;
     program.report.rules.insert_or_assign("quoted \"one\"", "center");
-    EXPECT_EQ(
-        RemoteCommand::carryOut(statusJson, program),
-        (Outcome{.output =
-                     R"({"running":true,"version":"1.2","backend":"X11","status":"shortcutsTaken",)"
-                     R"("statusText":"Some shortcuts are taken: center","enabled":true,"trusted":true,)"
-                     R"("borrowsShortcuts":false,"updated":false,)"
-                     R"("shortcuts":[{"action":"leftHalf","keys":"Ctrl+Alt+←","state":"active"},)"
-                     R"({"action":"center","keys":"Ctrl+Alt+C","state":"taken"}],)"
-                     R"("rules":{"org.example.Editor":"maximize","quoted \"one\"":"center",)"
-                     R"("übung":"center"}})"
-                     "\n",
-                 .errors = {}}));
+    EXPECT_EQ(RemoteCommand::carryOut(statusJson, program),
+              (Outcome{.output = R"({"running":true,"version":"1.2","backend":"X11","status":"shortcutsTaken",)"
+                                 R"("statusText":"Some shortcuts are taken: center","enabled":true,"trusted":true,)"
+                                 R"("borrowsShortcuts":false,"updated":false,)"
+                                 R"("shortcuts":[{"action":"leftHalf","keys":"Ctrl+Alt+←","state":"active"},)"
+                                 R"({"action":"center","keys":"Ctrl+Alt+C","state":"taken"}],)"
+                                 R"("rules":{"org.example.Editor":"maximize","quoted \"one\"":"center",)"
+                                 R"("übung":"center"}})"
+                                 "\n",
+                       .errors = {}}));
 }
 
 TEST(RemoteCommand, AsksForWhatTheCommandLineSays) {

@@ -81,7 +81,7 @@ int appendHolders(sd_bus_message* message, const ControlStatus& status) {
 
 /// The actions of the shortcuts for which that holds.
 int appendActions(sd_bus_message* message, const char* key, const ControlStatus& status,
-                  bool ControlStatus::Shortcut::*holds) {
+                  bool ControlStatus::Shortcut::* holds) {
     int result = openEntry(message, key, "as");
     for (const ControlStatus::Shortcut& shortcut : status.shortcuts) {
         if (result >= 0 && shortcut.*holds) {
@@ -152,7 +152,7 @@ int readHolders(sd_bus_message* message, ControlStatus& status) {
     });
 }
 
-int readActions(sd_bus_message* message, ControlStatus& status, bool ControlStatus::Shortcut::*holds) {
+int readActions(sd_bus_message* message, ControlStatus& status, bool ControlStatus::Shortcut::* holds) {
     int result = sd_bus_message_enter_container(message, SD_BUS_TYPE_VARIANT, "as");
     if (result > 0) {
         result = sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "s");

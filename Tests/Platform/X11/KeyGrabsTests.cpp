@@ -1,5 +1,4 @@
 #include "Platform/X11/KeyGrabs.h"
-
 #include "XServer.h"
 
 #include <gtest/gtest.h>
