@@ -122,8 +122,8 @@ std::optional<ExtensionFiles::Copy> ExtensionFiles::copyIn(const fs::path& folde
 bool ExtensionFiles::isLater(const Copy& copy, const Copy& than, int shell) {
     constexpr const char* version = "version-name";
     const compositor::Json metadata = parsed(copy.metadata);
-    return isNamed(shell, metadata) &&
-           ::strverscmp(compositor::textIn(metadata, version).c_str(), compositor::textIn(parsed(than.metadata), version).c_str()) > 0;
+    return isNamed(shell, metadata) && ::strverscmp(compositor::textIn(metadata, version).c_str(),
+                                                    compositor::textIn(parsed(than.metadata), version).c_str()) > 0;
 }
 
 std::optional<ExtensionFiles::Copy> ExtensionFiles::ownCopy(int shell) const {

@@ -123,7 +123,8 @@ ShellHolders::Said ShellHolders::read(std::string_view json, std::size_t count) 
             said.unknown.push_back(place);
             continue;
         }
-        said.answers[place] = ShortcutHolder{.heldBy = "GNOME", .purpose = compositor::textIn((*list)[place], "summary")};
+        said.answers[place] =
+            ShortcutHolder{.heldBy = "GNOME", .purpose = compositor::textIn((*list)[place], "summary")};
         if (const auto common = linux::commonPurpose(linux::settings::gnomeSchemas.front(), binding)) {
             said.answers[place]->purpose = *common;
         }

@@ -370,31 +370,6 @@ TEST_F(State, AWindowThatCannotBeMovedDoesNotBeep) {
     EXPECT_EQ(desktop.sound.count(), 0);
 }
 
-TEST_F(State, AWindowThatAnswersLateIsMovedOnceItAnswers) {
-    Application& editor = desktop.applications.add({.process = 10});
-    Window& window = editor.addWindow({});
-    window.faults.failReads(platform::AXAttribute::position, platform::AXError::cannotComplete);
-    desktop.applications.frontmost = &editor;
-    make();
-    EXPECT_EQ(press(WindowAction::maximize), platform::noErr);
-    window.faults.clear();
-    desktop.mainActor.advance(1s);
-    EXPECT_EQ(window.frame(), (CGRect{{0, 25}, {1920, 1055}}));
-}
-
-TEST_F(State, ThatIsSwitchedOffMovesNoWindowThatAnswersLate) {
-    Application& editor = desktop.applications.add({.process = 10});
-    Window& window = editor.addWindow({.frame = {{100, 100}, {800, 600}}});
-    window.faults.failReads(platform::AXAttribute::position, platform::AXError::cannotComplete);
-    desktop.applications.frontmost = &editor;
-    AppState& state = make();
-    EXPECT_EQ(press(WindowAction::maximize), platform::noErr);
-    state.setEnabled(false);
-    window.faults.clear();
-    desktop.mainActor.advance(1s);
-    EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));
-}
-
 TEST_F(State, EndsItsWatchWithItself) {
     make();
     made.reset();

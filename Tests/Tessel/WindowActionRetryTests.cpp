@@ -1,4 +1,6 @@
+#include "CorvidKit/HotKeys.h"
 #include "Platform/Simulated/Desktop.h"
+#include "Tessel/AppState.h"
 #include "Tessel/WindowActionRetry.h"
 
 #include <gtest/gtest.h>
@@ -117,6 +119,33 @@ TEST_F(Retry, NothingIsRepeatedAfterACancellation) {
     actions.cancel();
     window.faults.clear();
     desktop.mainActor.advance(5s);
+    EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));
+}
+
+class RetryOfAPress : public Retry {
+protected:
+    RetryOfAPress() { desktop.applications.frontmost = &editor; }
+
+    void press(WindowAction action) {
+        answerNothing(window);
+        EXPECT_EQ(desktop.hotKeyEvents.press(action.shortcut().keyCode, action.shortcut().modifiers), platform::noErr);
+        window.faults.clear();
+    }
+
+    corvid::HotKeyDispatcher dispatcher;
+    AppState state{desktop.standardUserDefaults, false, dispatcher};
+};
+
+TEST_F(RetryOfAPress, AWindowThatAnswersLateIsMovedOnceItAnswers) {
+    press(WindowAction::rightHalf);
+    desktop.mainActor.advance(1s);
+    EXPECT_EQ(window.frame(), atTheRightEdge);
+}
+
+TEST_F(RetryOfAPress, NothingIsMovedAnyMoreOnceShortcutsAreSwitchedOff) {
+    press(WindowAction::rightHalf);
+    state.setEnabled(false);
+    desktop.mainActor.advance(1s);
     EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));
 }
 

@@ -4,7 +4,7 @@ const NEEDED = [
     ['global', 'get_pointer get_window_actors'],
     ['', 'global.compositor.get_laters|Meta.later_add'],
     ['global.display', 'connectObject disconnectObject focus_window get_monitor_geometry get_n_monitors get_primary_monitor ' +
-        'get_keybinding_action get_sound_player grab_accelerator ungrab_accelerator'],
+        'get_sound_player grab_accelerator ungrab_accelerator'],
     ['global.window_manager', 'connectObject disconnectObject'],
     ['global.workspace_manager', 'get_active_workspace'],
     ['Main', 'activateWindow'],
