@@ -46,6 +46,16 @@ void withTakenShortcuts(Desktop& desktop) {
     }
 }
 
+void withShortcutsToBorrow(Desktop& desktop) {
+    permitted(desktop);
+    for (const WindowAction action : {WindowAction::leftHalf, WindowAction::rightHalf}) {
+        desktop.hotKeyEvents.lend(action.shortcut().keyCode, action.shortcut().modifiers);
+        desktop.shortcutHolders.holders.insert_or_assign(
+            action.shortcut(),
+            platform::ShortcutHolder{.heldBy = "GNOME", .purpose = platform::KeyPurpose::workspaceOnTheLeft});
+    }
+}
+
 void nothing(Desktop& /*desktop*/, AppState& /*state*/) {
 }
 
@@ -53,6 +63,17 @@ void giveRules(Desktop& /*desktop*/, AppState& state) {
     state.setRules({{"com.apple.Music", WindowAction::maximize},
                     {"com.apple.calculator", WindowAction::center},
                     {"org.example.Gone", WindowAction::center}});
+}
+
+/// The holders are known in a later turn.
+void findHolders(Desktop& desktop, AppState& state) {
+    giveRules(desktop, state);
+    desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
+}
+
+void borrow(Desktop& desktop, AppState& state) {
+    giveRules(desktop, state);
+    state.setBorrowsShortcuts(true);
 }
 
 void giveManyRules(Desktop& desktop, AppState& state) {
@@ -94,6 +115,11 @@ const std::vector<ShownState>& shownStates() {
         {.name = "many-rules", .tab = MenuTab::apps, .prepare = permitted, .live = giveManyRules},
         {.name = "no-permission", .tab = MenuTab::shortcuts, .prepare = notPermitted, .live = nothing},
         {.name = "taken-shortcuts", .tab = MenuTab::shortcuts, .prepare = withTakenShortcuts, .live = giveRules},
+        {.name = "lendable-shortcuts",
+         .tab = MenuTab::shortcuts,
+         .prepare = withShortcutsToBorrow,
+         .live = findHolders},
+        {.name = "borrowed-shortcuts", .tab = MenuTab::shortcuts, .prepare = withShortcutsToBorrow, .live = borrow},
         {.name = "reminder", .tab = MenuTab::shortcuts, .prepare = permitted, .live = waitForTheReminder},
         {.name = "updated", .tab = MenuTab::shortcuts, .prepare = withAnotherVersionInstalled, .live = giveRules},
         {.name = "paused", .tab = MenuTab::apps, .prepare = permitted, .live = pause},
