@@ -5,6 +5,7 @@
 
 #include <array>
 #include <chrono>
+#include <utility>
 
 namespace tessel {
 
@@ -21,19 +22,19 @@ void WindowActionRetry::perform(WindowAction action, const platform::AXUIElement
     attempt(action, window, 0);
 }
 
-void WindowActionRetry::attempt(WindowAction action, const platform::AXUIElement& window, std::size_t retries) {
+// The window by value: the attempt drops the work that it is called by, with all that the work holds.
+void WindowActionRetry::attempt(WindowAction action, platform::AXUIElement window, std::size_t retries) {
     std::erase_if(waiting, [&](const Waiting& former) { return former.window == window; });
     if (WindowMover::attempt(action, window) == WindowMover::Outcome::ended || retries == pauses.size()) {
         return;
     }
     platform::MainActor& mainActor = platform::current().mainActor;
-    waiting.push_back(
-        {.window = window,
-         .work = mainActor.schedule(mainActor.now() + pauses[retries], pauseLeeway, [this, action, window, retries] {
-             // The attempt drops this work, and the copies that it holds.
-             const platform::AXUIElement kept = window;
-             attempt(action, kept, retries + 1);
-         })});
+    const platform::Instant due = mainActor.now() + pauses[retries];
+    Waiting next{.window = window, .work = {}};
+    next.work = mainActor.schedule(due, pauseLeeway, [this, action, window = std::move(window), retries] {
+        attempt(action, window, retries + 1);
+    });
+    waiting.push_back(std::move(next));
 }
 
 } // namespace tessel

@@ -30,7 +30,7 @@ private:
         std::unique_ptr<platform::ScheduledWork> work;
     };
 
-    void attempt(WindowAction action, const platform::AXUIElement& window, std::size_t retries);
+    void attempt(WindowAction action, platform::AXUIElement window, std::size_t retries);
 
     std::vector<Waiting> waiting;
 };
