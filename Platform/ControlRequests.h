@@ -19,8 +19,8 @@ struct ControlStatus {
         std::string keys;
         /// "active", "taken" (another program holds it) or "off" (nothing is registered at all).
         std::string state;
-        /// Who has one that is taken, and what it does then, in the user's language. UTF-8; empty where nobody has
-        /// said.
+        /// The holder of a taken one, and what the keys do there, in the user's language. UTF-8; empty where nobody
+        /// has said.
         std::string heldBy = {};
         std::string purpose = {};
         /// An active one that is its holder's again when the program ends, and a taken one that could be had so.

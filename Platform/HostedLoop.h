@@ -7,7 +7,7 @@ namespace platform {
 /// An event loop that can turn within another one. Main thread only.
 class HostedLoop {
 public:
-    /// What a turn has left behind.
+    /// The work that a turn has left to do.
     enum class Outlook : std::uint8_t {
         /// Nothing until the descriptor is readable.
         idle,

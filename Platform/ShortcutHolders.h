@@ -12,7 +12,7 @@
 
 namespace platform {
 
-/// What desktops commonly hold a combination of keys for.
+/// The purposes for which desktops commonly hold a combination of keys.
 enum class KeyPurpose : std::uint8_t {
     workspaceOnTheLeft,
     workspaceOnTheRight,
@@ -23,12 +23,11 @@ enum class KeyPurpose : std::uint8_t {
     allWindows,
 };
 
-/// Who holds a combination of keys, and what for.
+/// The holder of a combination of keys, and its purpose.
 struct ShortcutHolder {
     /// The desktop or program as people call it, as in "GNOME". UTF-8, never empty.
     std::string heldBy;
-    /// What it does then: something common, or the holder's own words in its own language. UTF-8; empty where it has
-    /// none.
+    /// A common purpose, or the holder's own words in its own language. UTF-8; empty where it has none.
     std::variant<KeyPurpose, std::string> purpose;
 
     friend bool operator==(const ShortcutHolder&, const ShortcutHolder&) = default;

@@ -71,7 +71,7 @@ public:
     /// The actions whose shortcut could not be registered at the last registration.
     [[nodiscard]] const std::set<WindowAction>& failedShortcuts() const { return failed; }
 
-    /// Whose those are, as far as the desktop has said by now. It is asked once they are found to be taken.
+    /// The holders of those, as far as the desktop has said by now. It is asked once they are found to be taken.
     [[nodiscard]] const std::map<WindowAction, platform::ShortcutHolder>& shortcutHolders() const { return holders; }
 
     /// Whether shortcuts that others hold are borrowed while the program runs, where the desktop can do that. Only ever

@@ -8,12 +8,12 @@
 
 namespace tessel {
 
-/// What a held shortcut does, as the end of a sentence in the user's language, or in the holder's own words. Empty
+/// The purpose of a held shortcut, as the end of a sentence in the user's language, or in the holder's own words. Empty
 /// where nobody has said.
 [[nodiscard]] std::string purposeText(const platform::ShortcutHolder& holder,
                                       const platform::Localization& localization);
 
-/// Whose a shortcut is and what it does, in the user's language: "Ctrl+Alt+← switches to the workspace on the left
+/// The holder of a shortcut and its purpose, in the user's language: "Ctrl+Alt+← switches to the workspace on the left
 /// (GNOME)".
 [[nodiscard]] std::string holderText(const corvid::Shortcut& shortcut, const platform::ShortcutHolder& holder,
                                      const platform::Localization& localization);

@@ -21,7 +21,7 @@ public:
         std::function<std::string()> backend;
         /// What keeps windows from being moved while that is so, as part of a sentence; empty where nobody can say.
         std::function<std::string()> hindrance;
-        /// What the user had better know while windows can be moved, in the same form. May be left out.
+        /// A warning for the user while windows can be moved, in the same form. May be left out.
         std::function<std::string()> caution = {};
         /// Shows the program to the user.
         std::function<void()> open;

@@ -18,7 +18,7 @@ namespace tessel::StatusReport {
 [[nodiscard]] std::string doneJson();
 [[nodiscard]] std::string json(const platform::ControlRefusal& refusal);
 
-/// What was removed, each path on a line of its own; and what was not, as sentences.
+/// The removed files, each path on a line of its own; and the failures, as sentences.
 [[nodiscard]] std::string forgottenText(const std::vector<std::string>& removed);
 [[nodiscard]] std::string forgottenJson(const std::vector<std::string>& removed,
                                         const std::vector<std::string>& failures);

@@ -14,7 +14,8 @@ class PointerHold {
 public:
     /// How long it is held without input. Desktops offer a minute as the shortest time after which they lock.
     static constexpr std::chrono::seconds patience{30};
-    /// Somebody else may hold it at first, as a panel does while the button is down that opened the window.
+    /// The pause between two tries, and their number. Another program may hold the pointer at first: a panel does while
+    /// the button is down that opened the window.
     static constexpr std::chrono::milliseconds pause{20};
     static constexpr int mostTries = 100;
 

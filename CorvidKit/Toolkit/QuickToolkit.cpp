@@ -15,8 +15,8 @@ namespace corvid::toolkit {
 
 namespace {
 
-// What Qt is told of this program; it may take arguments away that are its own. The second platform keeps it from
-// stopping the process where the first cannot be had. NOLINTBEGIN(*-avoid-c-arrays)
+// The command line that Qt gets; Qt may remove its own arguments from it. The second platform keeps Qt from stopping
+// the process where the first cannot be had. NOLINTBEGIN(*-avoid-c-arrays)
 char programName[] = "tessel";
 char platformOption[] = "-platform";
 char onX11[] = "xcb;offscreen";

@@ -36,7 +36,7 @@ bool isNamed(int shell, const compositor::Json& metadata) {
            });
 }
 
-/// What is there is whole at any time.
+/// Replaces the file in one step: at any time the file there is whole.
 bool replaceFile(const fs::path& file, const std::string& contents) {
     const fs::path beside = file.string() + ".new";
     std::ofstream stream(beside, std::ios::binary | std::ios::trunc);

@@ -34,7 +34,7 @@ public:
     [[nodiscard]] std::optional<std::string> nextRevision() const;
 
 private:
-    /// What a copy consists of.
+    /// The contents of a copy's files.
     struct Copy {
         std::string metadata;
         std::string script;

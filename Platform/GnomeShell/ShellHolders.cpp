@@ -95,7 +95,7 @@ private:
     }
 
     void tell() {
-        // What is called may drop this.
+        // The callback may drop this.
         const Found told = std::move(found);
         const Answers given = std::move(said.answers);
         told(given);

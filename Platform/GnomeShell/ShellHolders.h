@@ -28,7 +28,7 @@ public:
     [[nodiscard]] std::unique_ptr<HolderSearch> find(const std::vector<corvid::Shortcut>& shortcuts,
                                                      Found found) override;
 
-    /// What the extension has said of as many combinations, and which of them are to be looked for elsewhere.
+    /// The extension's answers for as many combinations, and the places of those that are to be looked for elsewhere.
     struct Said {
         Answers answers;
         std::vector<std::size_t> unknown;

@@ -55,7 +55,7 @@ private:
             answers.push_back(binding == nullptr ? std::nullopt
                                                  : std::optional(sway::lineHolder("i3", *binding, home)));
         }
-        // What is called may drop this.
+        // The callback may drop this.
         const ShortcutHolders::Found told = std::move(found);
         told(answers);
     }

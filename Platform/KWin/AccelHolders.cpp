@@ -73,7 +73,7 @@ private:
             return;
         }
         const linux::OwnedMessage message(raw);
-        // Whoever is not there holds no key.
+        // A service that does not run holds no key, so this starts none.
         sd_bus_message_set_auto_start(raw, 0);
         auto& question =
             questions.emplace_back(std::make_unique<Question>(Question{.search = *this, .place = place, .slot = {}}));
@@ -100,7 +100,7 @@ private:
     }
 
     void tell() {
-        // What is called may drop this.
+        // The callback may drop this.
         const Found told = std::move(found);
         const Answers given = std::move(answers);
         told(given);

@@ -249,7 +249,7 @@ void ScriptLink::awaitNextCall() {
     setAlarm(timing.patience, patienceLeeway, [this] {
         // The call may wait unread where this program itself was held up. The loop reads it before the next alarm.
         setAlarm(timing.patience / 4, patienceLeeway, [this] {
-            // What arrived and was not acted on yet counts.
+            // A call that was read and not acted on yet counts as well.
             actOnArrivals();
             if (!waiting && !run.empty()) {
                 lose();

@@ -50,7 +50,7 @@ public:
     [[nodiscard]] virtual RunningApplications& runningApplications() = 0;
     [[nodiscard]] virtual Screens& screens() = 0;
 
-    /// Who can say whose a shortcut is that was refused; null where nobody can.
+    /// The source of the holders of shortcuts that were refused; null where there is none.
     [[nodiscard]] virtual ShortcutHolders* shortcutHolders() { return nullptr; }
 
     [[nodiscard]] virtual Workspace& workspace() = 0;

@@ -18,7 +18,7 @@ struct MadeFiles {
     friend bool operator==(const MadeFiles&, const MadeFiles&) = default;
 };
 
-/// What became of them.
+/// The outcome of a removal of such files.
 struct Removal {
     /// The paths of what was there and is no more.
     std::vector<std::string> removed;

@@ -35,7 +35,7 @@ private:
         : contents(std::move(file)) {}
 
     [[nodiscard]] std::optional<std::uint32_t> number(std::size_t place) const;
-    /// What entry `index` of the table at `table` points to.
+    /// The text that entry `index` of the table at `table` points to.
     [[nodiscard]] std::optional<std::string_view> entry(std::size_t table, std::size_t index) const;
     /// All forms of a translation, with zeros between them.
     [[nodiscard]] std::optional<std::string_view> translation(std::string_view identifier) const;

@@ -38,7 +38,7 @@ PluginFile::PluginFile(std::filesystem::path path)
 std::expected<void*, std::string> PluginFile::function(const char* name) {
     std::expected<void, std::string> examined = examine(file);
     if (!examined) {
-        // Somebody may have put the right one there meanwhile.
+        // The right file may have been put there meanwhile.
         FileDescriptor present = openPlugin(path);
         if (examined = examine(present); !examined) {
             return std::unexpected(std::move(examined.error()));

@@ -101,7 +101,7 @@ void ProgramOutput::finish(std::optional<std::string> printed) {
     end.reset();
     exit.reset();
     watch.reset();
-    // What is called may drop this.
+    // The callback may drop this.
     const Done told = std::move(done);
     const std::optional<std::string> given = std::move(printed);
     told(given);

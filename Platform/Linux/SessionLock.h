@@ -15,12 +15,12 @@ namespace platform::linux {
 /// of the one at the user's display. Empty where there is none. Reads the environment.
 [[nodiscard]] std::string loginSession();
 
-/// What the login manager says of its session (org.freedesktop.login1(5): the signal Lock, the property LockedHint),
-/// and any screensaver of itself (ActiveChanged, of the interface of that name of whichever desktop). The system's
-/// message bus is connected to for as long as somebody watches.
+/// Listens to the login manager for its session (org.freedesktop.login1(5): the signal Lock, the property LockedHint),
+/// and to any screensaver (ActiveChanged, of the interface of that name of whichever desktop). Stays connected to the
+/// system's message bus for as long as there is a watch.
 class SessionLock final : public platform::SessionLock {
 public:
-    /// Who shares the session bus is the user, and believed. The loop and the bus have to outlive this.
+    /// Every program on the session bus is the user's, and is believed. The loop and the bus have to outlive this.
     SessionLock(MainLoop& mainLoop, SessionBus& sessionBus,
                 std::optional<std::string> systemAddress = systemBusAddress(), std::string session = loginSession());
 

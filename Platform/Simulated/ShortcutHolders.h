@@ -39,7 +39,7 @@ public:
         return search;
     }
 
-    /// What is held, and by whom.
+    /// The held combinations and their holders.
     std::unordered_map<corvid::Shortcut, ShortcutHolder> holders;
 
 private:

@@ -32,7 +32,7 @@ public:
 
     void restart() override { trace.record("restart this program"); }
 
-    /// What `isReplaced` says.
+    /// The answer of `isReplaced`.
     bool isUpdated = false;
 
 private:

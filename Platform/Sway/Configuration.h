@@ -23,7 +23,7 @@ using Includes = std::function<std::vector<ConfigurationFile>(const std::string&
 
 /// A line that binds a combination.
 struct ConfiguredBinding {
-    /// What the combination does.
+    /// The command that the combination runs.
     std::string command;
     /// The whole line with its variables replaced, and with the block's beginning before it: what would bind it again.
     std::string definition;
@@ -36,9 +36,9 @@ struct ConfiguredBinding {
 
 using ConfiguredBindings = std::map<Combination, ConfiguredBinding>;
 
-/// What a configuration binds as long as no other mode is entered (sway(5): "bindsym", "bindcode", "set", "include",
-/// "mode"). Not a reader of the language, but of the lines that have a part in this; where it is in doubt, a
-/// combination counts as bound. Whatever the text, it takes no more than a moment.
+/// The combinations that a configuration binds as long as no other mode is entered (sway(5): "bindsym", "bindcode",
+/// "set", "include", "mode"). Reads not the whole language, but the lines that have a part in this; where it is in
+/// doubt, a combination counts as bound. Takes no more than a moment for any text.
 [[nodiscard]] ConfiguredBindings configuredBindings(const ConfigurationFile& main, const Includes& includes);
 
 /// The binding of the same keys held down; null where there is none.

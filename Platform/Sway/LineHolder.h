@@ -7,9 +7,9 @@
 
 namespace platform::sway {
 
-/// Who holds a combination that a line of the configuration binds: the program and the line, as in
-/// "sway, ~/.config/sway/config:12", with what the line says as its purpose. `home`: the user's folder, which goes by
-/// "~"; may be empty.
+/// The holder of a combination that a line of the configuration binds. It is named by the program and the line, as in
+/// "sway, ~/.config/sway/config:12"; its purpose is the line's command. `home`: the user's folder, which goes by "~";
+/// may be empty.
 [[nodiscard]] ShortcutHolder lineHolder(std::string_view program, const ConfiguredBinding& binding,
                                         std::string_view home);
 

@@ -32,7 +32,7 @@ public:
     struct Outcome {
         /// The grab that is in force; nothing where it was refused.
         std::optional<Kind> kind;
-        /// Somebody else holds the combination by a grab of the other kind.
+        /// Another client holds the combination by a grab of the other kind.
         bool isHeldByOthers = false;
     };
 

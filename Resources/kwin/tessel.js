@@ -118,8 +118,8 @@ function tellScreens() {
     }
 }
 
-// What panels keep for themselves is settled after the signals that may change it, in KWin 6.7 two turns of its loop after
-// them; no signal tells of that itself.
+// KWin settles the space that panels keep for themselves only after the signals that may change it: KWin 6.7 two turns
+// of its loop after them. No signal tells of that itself.
 const screensLater = timer(20, tellScreens);
 const screensSoon = timer(0, () => {
     tellScreens();

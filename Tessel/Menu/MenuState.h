@@ -54,10 +54,10 @@ public:
     /// Whether another build of the program has taken its place on the disk.
     [[nodiscard]] bool isReplaced() const;
 
-    /// What is to be said of each shortcut that is taken, by the raw value of its action.
+    /// The text for each shortcut that is taken, by the raw value of its action.
     [[nodiscard]] QVariantMap takenShortcuts() const;
 
-    /// What is to be said of the shortcuts that are taken and could be borrowed; empty where there is none.
+    /// The text for the shortcuts that are taken and could be borrowed; empty where there is none.
     [[nodiscard]] QString lendableShortcuts() const;
 
     /// How many shortcuts are borrowed.

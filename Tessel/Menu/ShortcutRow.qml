@@ -9,7 +9,7 @@ Item {
     property string title
     property list<string> keys
     property string spokenKeys
-    // Who has the shortcut; empty while it is ours.
+    // The text about the shortcut's holder; empty while the shortcut is ours.
     property string taken
     readonly property bool isTaken: taken !== ""
 

@@ -51,7 +51,7 @@ bool isX11(const SessionFacts& facts) {
     return !facts.isWayland() && !facts.display.empty();
 }
 
-/// Who knows whose shortcuts are taken, by the window manager's name for itself.
+/// Adds the sources of the holders of taken shortcuts, by the window manager's name for itself.
 void addHolders(platform::x11::Desktop& desktop, MainLoop& mainLoop, SessionBus& sessionBus) {
     using platform::linux::SettingsFamily;
     struct Family {

@@ -72,7 +72,7 @@ std::vector<MadeFiles> filesOfUser(const platform::linux::BaseFolders& folders) 
         const std::filesystem::path extension = std::filesystem::path(folders.data.front()) / "gnome-shell" /
                                                 "extensions" / platform::gnomeshell::Protocol::extension;
         std::error_code error;
-        // Whoever has put a link there works on the extension.
+        // A link there belongs to a developer of the extension.
         if (!std::filesystem::is_symlink(extension, error)) {
             all.push_back({.folder = extension,
                            .names = {"extension.js", "extension.js.new", "metadata.json", "metadata.json.new"},

@@ -73,7 +73,7 @@ void openPopover() {
 
 /// Runs the program until it ends. `next`: the program to become then, if any.
 int runUntilTheEnd(std::optional<std::string>& next) {
-    // What an upgrade puts in its place later is another build's.
+    // Opened first: an upgrade may put another build's file in its place later.
     platform::linux::PluginFile plugin(menuPlugin());
     platform::linux::MainLoop mainLoop;
     mainLoop.endOnTerminationSignals();

@@ -6,7 +6,7 @@ namespace platform::linux {
 
 /// A session as the programs in it name it to one another.
 struct Session {
-    /// What shows its windows: the display's name.
+    /// The name of the display that shows its windows.
     std::string display;
     /// The user's folder for sockets (`platform::linux::runtimeFolder`); need not exist.
     std::string runtimeFolder;

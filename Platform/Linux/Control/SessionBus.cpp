@@ -51,7 +51,7 @@ std::string escaped(std::string_view path) {
     return text;
 }
 
-/// What the variable names; `otherwise` where it is not set.
+/// The address in the variable; `otherwise` where it is not set.
 template <typename Otherwise>
 std::optional<std::string> namedAddress(const char* variable, const Otherwise& otherwise) {
     // The environment stays as it was at the start.

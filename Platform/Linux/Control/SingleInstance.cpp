@@ -67,7 +67,7 @@ public:
     Place& operator=(const Place&) = delete;
 
     ~Place() {
-        // Whose lock is not there any more may find another one's files there.
+        // Once the lock file has been removed, the files there may be another process's.
         if (lock && FileIdentity::of(lock) == FileIdentity::of(folder, lockName)) {
             ::unlinkat(folder.get(), socketName.c_str(), 0);
             ::unlinkat(folder.get(), lockName.c_str(), 0);
@@ -105,7 +105,7 @@ private:
             // The one who had it before may have removed the file meanwhile; then this lock keeps nobody out.
         } while (FileIdentity::of(taking) != FileIdentity::of(folder, lockName));
         lock = std::move(taking);
-        // What is left of a process that was killed.
+        // A process that was killed leaves its socket behind.
         ::unlinkat(folder.get(), socketName.c_str(), 0);
         socket = newSocket();
         if (!listenAt(socket, SocketAddress::inFolder(folder, socketName))) {

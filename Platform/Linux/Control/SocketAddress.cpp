@@ -54,7 +54,7 @@ FileDescriptor openSocketFolder(const Session& session, Missing missing) {
 }
 
 std::string socketFileName(const Session& session, std::string_view ending) {
-    // What is beside it in the address of a socket, which has little room.
+    // The address of a socket has little room, and the folder's part takes some of it.
     constexpr std::size_t room =
         sizeof(sockaddr_un::sun_path) - std::string_view("/proc/self/fd/2147483647/").size() - 1;
     const GLibText escaped(g_uri_escape_string(session.display.c_str(), ":", TRUE));

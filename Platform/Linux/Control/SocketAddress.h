@@ -13,7 +13,7 @@
 
 namespace platform::linux {
 
-/// What becomes of a folder that is not there.
+/// The treatment of a folder that is not there.
 enum class Missing : std::uint8_t { isLeft, isMade };
 
 /// The path of the folder of a session's sockets, "tessel" in its runtime folder; empty without one.
@@ -23,7 +23,7 @@ enum class Missing : std::uint8_t { isLeft, isMade };
 /// who could put something in the socket's place.
 [[nodiscard]] FileDescriptor openSocketFolder(const Session& session, Missing missing);
 
-/// What the name of a session's socket ends with.
+/// The end of the name of a session's socket.
 inline constexpr std::string_view socketEnding = ".socket";
 
 /// The name of a file that belongs to a session, in the folder of sockets.

@@ -8,7 +8,7 @@ namespace platform::linux {
 namespace {
 
 struct Binding {
-    /// What the group begins with.
+    /// The beginning of the group.
     std::string_view group;
     std::string_view name;
     KeyPurpose purpose;

@@ -14,7 +14,7 @@ namespace platform::linux {
 /// A key that openbox's configuration binds.
 struct OpenboxBinding {
     Accelerator keys;
-    /// What it does: something common, the command that it runs, or the name of openbox's action.
+    /// A common purpose, the command that it runs, or the name of openbox's action.
     std::variant<KeyPurpose, std::string> purpose;
 
     friend bool operator==(const OpenboxBinding&, const OpenboxBinding&) = default;

@@ -69,7 +69,7 @@ private:
                 return;
             }
         }
-        // What is called may drop this.
+        // The callback may drop this.
         const ShortcutHolders::Found told = std::move(found);
         const ShortcutHolders::Answers given = std::move(answers);
         told(given);

@@ -13,7 +13,7 @@ namespace platform::linux {
 
 /// Where the desktops of one family keep their shortcuts in GSettings.
 struct SettingsFamily {
-    /// What names of schemas with shortcuts begin with, the window manager's own first.
+    /// The beginnings of the names of schemas with shortcuts, the window manager's own first.
     std::span<const std::string_view> schemas;
     /// The setting that lists the user's own shortcuts, by their paths or by what their paths end with; empty where
     /// there is none.

@@ -38,7 +38,7 @@ std::optional<std::string_view> behind(std::string_view folder, std::string_view
     return name.substr(folder.size());
 }
 
-/// What keys do, in a folder: nothing for keys that are not in it.
+/// The value of a shortcut's keys in a folder: nothing for keys that are not in it.
 std::optional<std::string_view> valueIn(std::string_view folder, std::string_view printed,
                                         const corvid::Shortcut& shortcut) {
     while (!printed.empty()) {

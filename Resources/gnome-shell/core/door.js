@@ -169,7 +169,7 @@ class Door {
         this._service ??= new Service(tell, this._session, process);
     }
 
-    /** What the bus knows of a name; nothing where it knows nothing. */
+    /** Asks the bus about a name, and hands on the answer; nothing where the bus knows nothing. */
     _askBus(method, name, types, then) {
         Gio.DBus.session.call(
             'org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus', method,

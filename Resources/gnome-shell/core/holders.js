@@ -10,7 +10,7 @@ function bindingOf(action) {
     return name.toLowerCase().replaceAll('_', '-').replace(/^workspace-/, 'switch-to-workspace-');
 }
 
-/** What the shell's settings say of a binding, in the user's language; empty where it is none of theirs. */
+/** The summary of a binding in the shell's settings, in the user's language; empty where they do not have it. */
 function summaryOf(binding) {
     for (const id of BINDING_SCHEMAS) {
         const schema = Gio.SettingsSchemaSource.get_default().lookup(id, true);
@@ -21,9 +21,9 @@ function summaryOf(binding) {
 }
 
 /**
- * Who has combinations of keys, each a number of XKB's and a mask of X's: nothing for those that the shell has no use for;
- * names without letters for those that it keeps for somebody else. What is in force counts, whatever settings say. A shell
- * that cannot be asked has said of all that it keeps them for others.
+ * The holders of combinations of keys, each a number of XKB's and a mask of X's: nothing for those that the shell has
+ * no use for; names without letters for those that it keeps for somebody else. The bindings in force count, whatever
+ * settings say. A shell that cannot be asked has said of all that it keeps them for others.
  */
 function holdersOf(combinations) {
     return combinations.map(([key, modifiers]) => {

@@ -58,7 +58,7 @@ def it_ends_and_leaves_nothing_in_the_home(program):
         named = [line.removeprefix("removed ") for line in told]
         assert f"{session.home}/.config/autostart/org.corvid.Tessel.desktop" in named, told
         assert set(named) <= {f"{session.home}/{path}" for path in kept}, told
-        # What was not the program's is still there.
+        # The files that were not the program's are still there.
         assert [path for path in before if not path.exists()] == []
         assert ask(first, "--forget") == "there was nothing to forget\n"
         assert json.loads(ask(first, "--forget", "--json")) == {"done": True, "removed": []}

@@ -124,7 +124,7 @@ def a_fullscreen_window_is_left_alone(program):
 def keys_that_the_shell_holds_are_told_and_left_to_it(program):
     with Gnome(program, "gnome.taken", keys_free=False) as desktop:
         _, window = open_application(desktop, "mousepad")
-        # Whose the keys are the shell says itself, without the tool that prints settings.
+        # The shell itself names the holders of the keys, without the tool that prints settings.
         product = desktop.launch(environment={"PATH": "/nonexistent"})
         held = {"leftHalf", "rightHalf", "maximize", "maximizeHeight"}
         until(lambda: desktop.taken() == held, "the taken keys to be told", saw=desktop.status)

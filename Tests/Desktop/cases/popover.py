@@ -244,7 +244,7 @@ def nothing_writes_the_environment_once_it_has_begun(program):
         desktop.start_window_manager("openbox")
         product = start_with_rules(desktop, {OWN: "maximize"}, {
             "LD_PRELOAD": os.environ["TESSEL_NOTES_ENVIRONMENT_WRITES"], "TESSEL_ENVIRONMENT_WRITES": str(notes),
-            # What has to be kept from the toolkit; and texts that are not in the language of the locale.
+            # Variables that have to be kept from the toolkit; and texts that are not in the language of the locale.
             "SESSION_MANAGER": "local/nowhere:/nonexistent", "QT_STYLE_OVERRIDE": "windows", "LANGUAGE": "de:fr",
         })
 

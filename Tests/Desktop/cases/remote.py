@@ -218,7 +218,7 @@ def it_is_found_in_the_runtime_folder_whatever_happens_there(program):
             return sorted(file.name for file in folder.glob("*")) if folder.exists() else None
 
         assert named() == files, named()
-        # What is left of one that was killed is nobody's.
+        # The files that a killed program leaves behind count for nothing.
         os.kill(product.process.pid, signal.SIGKILL)
         product.ended()
         assert named() == files, named()
@@ -226,7 +226,7 @@ def it_is_found_in_the_runtime_folder_whatever_happens_there(program):
         product = desktop.launch()
         product.until_status("Active")
         assert status_of(desktop)["status"] == "active"
-        # Somebody has cleaned up.
+        # A cleaning program may remove the folder.
         shutil.rmtree(folder)
         until(lambda: named() == files, "the socket to be back", saw=named)
         assert status_of(desktop)["status"] == "active"
@@ -260,7 +260,7 @@ def another_user_on_its_name_is_called_that(program):
             [sys.executable, "-c", SQUATTER, name], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True
         ) as squatter:
             assert squatter.stdout.readline() == "listening\n"
-            # Nobody minds where there is a runtime folder.
+            # With a runtime folder, the squatter does no harm.
             product = desktop.launch()
             product.until_status("Active")
             assert status_of(desktop)["status"] == "active"

@@ -94,7 +94,7 @@ def it_goes_on_as_it_is_and_says_so(program):
         desktop.press(product, "leftHalf")
         visible = until(desktop.windows.work_area, "the work area")
         desktop.holds_frame(editor.window, Rect(0, visible.y, 960, visible.height), "frame")
-        # What is in its place takes over, in the same process.
+        # The program in its place takes over, in the same process.
         choose(desktop, "Restart Tessel")
         process = product.process.pid
         until(lambda: not executable(process).endswith(" (deleted)"), "the new one to run", saw=product.errors)

@@ -92,7 +92,7 @@ class Desktop:
         former = self.manager_process
         self.start_window_manager(name, True, "--replace")
         until(lambda: former.poll() is not None, "the replaced window manager to end")
-        # What was answered before may have been answered by that one.
+        # The former window manager may have given the answers so far.
         self.until_settled()
 
     # Applications

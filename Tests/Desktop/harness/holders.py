@@ -7,7 +7,7 @@ from .product import run_to_end
 from .session import Session
 from .waiting import until
 
-# What desktops commonly hold the shortcuts for, by action.
+# The purposes for which desktops commonly hold the shortcuts, by action.
 COMMON_PURPOSES = {
     "leftHalf": "switches to the workspace on the left",
     "rightHalf": "switches to the workspace on the right",

@@ -26,7 +26,7 @@ from .product import Product, run_to_end
 from .settling import settles_on
 from .waiting import PATIENCE, until
 
-# What one process may hold more at the end than it held after its first half. The allocator's own unevenness is less.
+# The most that a process's memory may grow after its first half. The allocator's own unevenness is less.
 MEMORY_MARGIN = 512  # KiB
 SAMPLES = 40
 

@@ -16,7 +16,7 @@ class WindowManager:
     free_keys: Callable[[Session], None] | None
     # The actions whose keys it grabs with its own defaults.
     holds: frozenset[str] = frozenset()
-    # Whose they are, as the program says; empty where it cannot know.
+    # Their holder, as the program says; empty where it cannot know.
     held_by: str = ""
     # Those grabs are of the X Input extension, with which the core protocol's do not collide.
     holds_through_extension: bool = False

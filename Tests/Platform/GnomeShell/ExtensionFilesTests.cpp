@@ -63,7 +63,7 @@ TEST_F(FilesOfTheExtension, AreInstalledInTheFormThatTheShellReads) {
     }
 }
 
-/// What becomes of the user's copy, whatever there is for all users.
+/// Follows the user's copy, whatever there is for all users.
 TEST_F(FilesOfTheExtension, AreKeptFromBeingStale) {
     const Made own{.maker = "esm"};
     const Made older{.maker = "older", .version = "1.4"};
@@ -75,7 +75,7 @@ TEST_F(FilesOfTheExtension, AreKeptFromBeingStale) {
         const char* what;
         std::optional<Made> inHome;
         std::optional<Made> forAll;
-        /// Who made what is in the home afterwards; empty where nothing is.
+        /// The maker of the copy in the home afterwards; empty where there is none.
         std::string refreshed;
         std::string installed;
     };

@@ -1,4 +1,4 @@
-// What the extension does in a shell that lacks something, over a shell of version 60 that is played: needs.js FOLDER,
+// Tests the extension in a shell that lacks something, over a shell of version 60 that is played: needs.js FOLDER,
 // which has the parts of the extension. Fails with the first thing that is not as it should be.
 
 imports.searchPath.unshift(imports.gi.GLib.path_get_dirname(imports.system.programInvocationName));
@@ -59,7 +59,7 @@ for (const [type, names] of NEEDED_SIGNALS) {
         'Main.wm.allowKeybinding, PopupMenu.Ornament.CHECK, PopupMenu.Ornament.NONE', 'all that is missing is named');
 }
 
-// What the parts use is among what is asked for.
+// The extension asks for everything of the shell that its parts use.
 const asked = needed.flat();
 const isAsked = path => asked.some(each => each === path || each.startsWith(`${path}.`));
 const lastNames = new Set(asked.map(path => path.split('.').pop()));
@@ -72,7 +72,7 @@ for (const [part, text] of extensionSource(ARGV[0])) {
     const code = text.replace(/\/\/.*$/mg, '').replace(/\/\*[^]*?\*\//g, '');
     for (const [path] of code.matchAll(/\b(?:Clutter|Main|Meta|PanelMenu|PopupMenu|Shell|St|global)(?:\??\.\w+)+/g)) {
         const plain = path.replaceAll('?', '');
-        // What is made by name needs nothing but the name; what is asked of a thing is its type's.
+        // A constructor that is called by name needs nothing but the name; a member is asked for under its type.
         if (!isAsked(plain) && !asked.some(each => plain.startsWith(`${each}.`)))
             unasked.push(`${part}: ${plain}`);
     }

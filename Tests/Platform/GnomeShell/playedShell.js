@@ -25,7 +25,7 @@ function extensionFrom(folder, shell, bus, names) {
     return new Function(...Object.keys(surroundings), `${source}; return {${names}};`)(...Object.values(surroundings));
 }
 
-/** Whoever emits signals, to whom is connected in either way of the shell's. */
+/** A source of signals; callers connect to it in either of the shell's ways. */
 class Emitter {
     constructor() {
         this.handlers = [];
@@ -241,7 +241,7 @@ var PlayedBus = class PlayedBus {
         this.processes = new Map();
         this.told = [];
         this.log = [];
-        /** What the bus has yet to answer, while it takes its time. */
+        /** The answers that the bus has yet to give, while it takes its time. */
         this.held = null;
         const session = {
             emit_signal: (destination, _path, _interface, signal, parameters) =>
@@ -298,7 +298,7 @@ var PlayedBus = class PlayedBus {
         this.held.splice(0).forEach(answer => answer());
     }
 
-    /** What a call is answered with: its values, or the name of an error; nothing as long as it is not answered. */
+    /** The answer to a call: its values, or the name of an error; nothing as long as it is not answered. */
     call(sender, method, ...values) {
         const answer = {};
         this.object[`${method}Async`](values, {

@@ -53,7 +53,7 @@ public:
         std::string component;
         std::string componentTitle;
     };
-    /// Who it says has a key, by Qt's number; several where it grants keys twice.
+    /// The holders that it names for a key, by Qt's number; several where it grants keys twice.
     std::multimap<int, Holder> holders;
 
     /// Does not run yet.

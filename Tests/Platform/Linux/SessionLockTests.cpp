@@ -24,7 +24,7 @@ constexpr const char* session = "/org/freedesktop/login1/session/_32";
 constexpr const char* sessionInterface = "org.freedesktop.login1.Session";
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 
-/// Somebody on a bus who says things.
+/// A program on a bus that sends signals.
 class Speaker {
 public:
     /// With that name, unless it is empty.
