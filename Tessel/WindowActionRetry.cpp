@@ -16,6 +16,13 @@ constexpr std::array<std::chrono::milliseconds, 3> pauses{
     std::chrono::milliseconds(100), std::chrono::milliseconds(400), std::chrono::milliseconds(1600)};
 constexpr std::chrono::milliseconds pauseLeeway{10};
 
+/// Whether the window is where the action found it or has put it, as far as it answers.
+bool isWhereItWasLeft(const platform::AXUIElement& window, const WindowMover::Attempt& former) {
+    const auto present = former.before ? WindowMover::frame(window) : std::nullopt;
+    return !present || present == former.before || present->origin == former.target->origin ||
+           present->size == former.target->size;
+}
+
 } // namespace
 
 void WindowActionRetry::perform(WindowAction action, const platform::AXUIElement& window) {
@@ -25,14 +32,17 @@ void WindowActionRetry::perform(WindowAction action, const platform::AXUIElement
 // The window by value: the attempt drops the work that it is called by, with all that the work holds.
 void WindowActionRetry::attempt(WindowAction action, platform::AXUIElement window, std::size_t retries) {
     std::erase_if(waiting, [&](const Waiting& former) { return former.window == window; });
-    if (WindowMover::attempt(action, window) == WindowMover::Outcome::ended || retries == pauses.size()) {
+    const WindowMover::Attempt made = WindowMover::attempt(action, window);
+    if (made.outcome == WindowMover::Outcome::ended || retries == pauses.size()) {
         return;
     }
     platform::MainActor& mainActor = platform::current().mainActor;
     const platform::Instant due = mainActor.now() + pauses[retries];
     Waiting next{.window = window, .work = {}};
-    next.work = mainActor.schedule(due, pauseLeeway, [this, action, window = std::move(window), retries] {
-        attempt(action, window, retries + 1);
+    next.work = mainActor.schedule(due, pauseLeeway, [this, action, window = std::move(window), made, retries] {
+        if (isWhereItWasLeft(window, made)) {
+            attempt(action, window, retries + 1);
+        }
     });
     waiting.push_back(std::move(next));
 }

@@ -13,8 +13,9 @@ namespace tessel {
 /// Carries out actions, and carries one out again where the desktop did not answer within the turn's time.
 ///
 /// Such an action leaves out the steps that depend on the answer: a window that rounds its size stays beside the edge
-/// of the screen. A repeated action changes nothing where the first one was complete, so repeating it is safe. A later
-/// action on the same window replaces the one that waits. Main thread only.
+/// of the screen. A repeated action changes nothing where the first one was complete, so repeating it is safe. A window
+/// that was moved elsewhere meanwhile is left there. A later action on the same window replaces the one that waits.
+/// Main thread only.
 class WindowActionRetry {
 public:
     /// Carries out the action now. If the desktop does not answer, the action is repeated three times at most, within

@@ -126,15 +126,15 @@ void perform(WindowAction action, const AXUIElement& window) {
     static_cast<void>(attempt(action, window));
 }
 
-Outcome attempt(WindowAction action, const AXUIElement& window) {
+Attempt attempt(WindowAction action, const AXUIElement& window) {
     assertMainThread(__LINE__);
     const std::expected<CGRect, AXError> current = readFrame(window);
     if (!current) {
-        return outcomeWithout(current);
+        return {.outcome = outcomeWithout(current)};
     }
     const std::vector<platform::Screen> screens = platform::current().screens.screens();
     if (screens.empty()) {
-        return Outcome::ended;
+        return {};
     }
     const double primaryScreenHeight = screens.front().frame.height();
     std::vector<CGRect> frames;
@@ -144,7 +144,7 @@ Outcome attempt(WindowAction action, const AXUIElement& window) {
     }
     const std::optional<std::size_t> index = WindowLayout::bestScreen(*current, frames);
     if (!index) {
-        return Outcome::ended;
+        return {};
     }
     const CGRect visible = WindowLayout::flip(screens[*index].visibleFrame, primaryScreenHeight);
     const CGRect target = WindowLayout::targetFrame(action, *current, visible);
@@ -155,12 +155,12 @@ Outcome attempt(WindowAction action, const AXUIElement& window) {
     });
     const std::expected<CGRect, AXError> settled = readFrame(window);
     if (!settled) {
-        return outcomeWithout(settled);
+        return {.outcome = outcomeWithout(settled), .before = *current, .target = target};
     }
     if (const auto position = WindowMove::correction(action, settled->size, target, visible)) {
         write(window, AXAttribute::position, *position);
     }
-    return Outcome::ended;
+    return {.outcome = Outcome::ended, .before = *current, .target = target};
 }
 
 std::optional<CGRect> frame(const AXUIElement& window) {

@@ -30,8 +30,16 @@ enum class Outcome : std::uint8_t {
     unanswered,
 };
 
-/// The same as `perform`, and tells whether the desktop answered.
-[[nodiscard]] Outcome attempt(WindowAction action, const platform::AXUIElement& window);
+/// An action that was carried out.
+struct Attempt {
+    Outcome outcome = Outcome::ended;
+    /// The window's frame before, and the one that it was asked for; nothing where it was asked for none.
+    std::optional<corvid::CGRect> before = {};
+    std::optional<corvid::CGRect> target = {};
+};
+
+/// The same as `perform`, and tells how far it got.
+[[nodiscard]] Attempt attempt(WindowAction action, const platform::AXUIElement& window);
 
 /// Where a window is.
 [[nodiscard]] std::optional<corvid::CGRect> frame(const platform::AXUIElement& window);

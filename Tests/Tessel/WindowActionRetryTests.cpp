@@ -113,6 +113,15 @@ TEST_F(Retry, ARepeatedActionDoesNotMoveAWindowThatIsInPlace) {
     EXPECT_EQ(window.frame(), placed);
 }
 
+TEST_F(Retry, AWindowThatWasMovedElsewhereMeanwhileIsLeftThere) {
+    const CGRect elsewhere{{400, 300}, {700, 500}};
+    failTheLastReadingOfTheNextAction(AXError::cannotComplete);
+    actions.perform(WindowAction::rightHalf, window.element());
+    window.moveTo(elsewhere);
+    desktop.mainActor.advance(5s);
+    EXPECT_EQ(window.frame(), elsewhere);
+}
+
 TEST_F(Retry, NothingIsRepeatedAfterACancellation) {
     answerNothing(window);
     actions.perform(WindowAction::rightHalf, window.element());
