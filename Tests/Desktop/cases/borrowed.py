@@ -12,6 +12,9 @@ from harness.waiting import until
 from . import case_for_each
 from .window_manager_changes import HOLDING, POLL, taken, works
 
+# muffin alone keeps the keys for Cinnamon's shell, which is not there to act on them.
+LENDING = [manager for manager in HOLDING if manager != "muffin"]
+
 # The program renews its grabs for the last time half a second after the last notice of a keyboard.
 CALM = 1.0
 
@@ -64,7 +67,7 @@ def works_alone(desktop: Desktop, product: Product, window: int, when: str) -> N
     assert workspace(desktop) == 0, f"the window manager has seen a borrowed key {when}"
 
 
-@case_for_each("desktop.borrowed", HOLDING)
+@case_for_each("desktop.borrowed", LENDING)
 def held_keys_are_ours_with_consent_and_their_holders_again_afterwards(program, manager):
     with Desktop(program, name=f"borrowed.{manager}") as desktop:
         desktop.start_window_manager(manager, keys_free=False)
@@ -96,7 +99,7 @@ def held_keys_are_ours_with_consent_and_their_holders_again_afterwards(program, 
         desktop_acts(desktop, "after the program has ended")
 
 
-@case_for_each("desktop.borrowed-again", HOLDING)
+@case_for_each("desktop.borrowed-again", LENDING)
 def borrowed_keys_survive_a_restart_of_the_window_manager(program, manager):
     with Desktop(program, name=f"borrowed-again.{manager}") as desktop:
         desktop.start_window_manager(manager, keys_free=False)
