@@ -147,8 +147,9 @@ TEST_F(SwayDoor, PutsAWindowWhereItIsAskedTo) {
 
 TEST_F(SwayDoor, AsksAWindowThatTookAnotherFrameOnceMore) {
     open(layouts::oneOutput({{.number = 7}}));
-    int requests = 0;
-    obey([&](const CGRect& asked) { return ++requests == 1 ? CGRect{asked.origin, {1916, 1030}} : asked; });
+    obey([requests = 0](const CGRect& asked) mutable {
+        return ++requests == 1 ? CGRect{asked.origin, {1916, 1030}} : asked;
+    });
     const CGRect frame{{0, 23}, {1920, 1057}};
     EXPECT_EQ(desktop.door.place("7", frame, desktop.soon()), AXError::success);
     EXPECT_EQ(desktop.table.find("7")->frame, frame);
@@ -189,9 +190,8 @@ TEST_F(SwayDoor, AWindowThatGoesMeanwhileIsNotWaitedFor) {
 TEST_F(SwayDoor, AWindowThatDoesNotComeToRestIsNotWaitedForLongerThanAsked) {
     open(layouts::oneOutput({{.number = 7}}));
     obey([](const CGRect& asked) { return asked; });
-    // Each reading finds it elsewhere.
-    int step = 0;
-    desktop.sway.onTree([&] {
+    // Each reading finds it elsewhere. The last one may be answered after the test's own variables are gone.
+    desktop.sway.onTree([this, step = 0]() mutable {
         ++step;
         desktop.sway.setTree(layouts::oneOutput({at({{static_cast<double>(step % 100), 23}, {960, 1057}})}));
     });
