@@ -4,6 +4,7 @@ A window's frame is what a person sees of it: the client's rectangle with the wi
 (_NET_FRAME_EXTENTS) and without the shadow that the application draws itself (_GTK_FRAME_EXTENTS).
 """
 
+import math
 import select
 import time
 
@@ -152,13 +153,21 @@ class Windows:
         self._ask(self.root.id, "_NET_CURRENT_DESKTOP", [number, X.CurrentTime])
 
     def activate(self, identifier: int, seconds: float = PATIENCE) -> None:
-        """Brings a window to the front and waits until window manager and server both say that it has the focus."""
-        self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])
-        self.fence()
-        until(
-            lambda: self.active() == identifier and self.has_input_focus(identifier),
-            f"window {identifier:#x} to be active", seconds, self._focus_story,
-        )
+        """Brings a window to the front and waits until window manager and server both say that it has the focus.
+
+        Asks again every second: a window manager that has just started may give the focus to another window afterwards.
+        """
+        asked = -math.inf
+
+        def is_active() -> bool:
+            nonlocal asked
+            if time.monotonic() >= asked + 1.0:
+                asked = time.monotonic()
+                self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])
+                self.fence()
+            return self.active() == identifier and self.has_input_focus(identifier)
+
+        until(is_active, f"window {identifier:#x} to be active", seconds, self._focus_story)
 
     def has_input_focus(self, identifier: int) -> bool:
         """Whether the keyboard focus is in the window, or in the window manager's frame around it."""

@@ -307,7 +307,9 @@ TEST_F(HostilePeer, IsCutOffForALineWithoutEnd) {
 
 TEST_F(HostilePeer, IsCutOffLongBeforeAGiantMessageIsComplete) {
     const FileDescriptor connection = connect();
-    const std::size_t sent = pour(connection, greeting() + callOfLength(100 << 20) + std::string(100 << 20, 'x'));
+    // The library has room for the whole of it from the beginning; with AddressSanitizer each reading copies that room.
+    constexpr std::size_t size = 16U << 20U;
+    const std::size_t sent = pour(connection, greeting() + callOfLength(size) + std::string(size, 'x'));
     EXPECT_LT(sent, std::size_t{2} << 20U);
     EXPECT_TRUE(isCutOff(connection));
 }
