@@ -1,5 +1,7 @@
 #include "FollowedDesktop.h"
 
+#include "Tests/Platform/Linux/Stopwatch.h"
+
 #include <algorithm>
 #include <any>
 #include <chrono>
@@ -58,12 +60,12 @@ bool FollowedDesktop::runUntil(const std::function<bool()>& condition) {
     constexpr std::uint64_t shortWait = 10'000;
     const auto end = std::chrono::steady_clock::now() + patience;
     while (!condition()) {
-        const auto begin = std::chrono::steady_clock::now();
-        if (begin > end) {
+        if (std::chrono::steady_clock::now() > end) {
             return false;
         }
+        const linux::Stopwatch stopwatch;
         sd_event_run(mainLoop.handle(), shortWait);
-        longest = std::max(longest, std::chrono::steady_clock::now() - begin);
+        longest = std::max(longest, stopwatch.elapsed());
     }
     return true;
 }

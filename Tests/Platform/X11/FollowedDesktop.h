@@ -4,6 +4,7 @@
 #include "ClientProcess.h"
 #include "Hand.h"
 #include "Platform/Linux/MainLoop.h"
+#include "Platform/X11/Connection.h"
 #include "Platform/X11/Desktop.h"
 #include "XServer.h"
 
@@ -60,8 +61,12 @@ public:
     /// Turns the event loop until it has nothing to do; stops the test with an exception if it never comes to rest.
     void drain();
 
-    /// The longest that one turn of the event loop has taken, its wait included, which is of 10 ms at most.
+    /// The longest that one turn of the event loop has taken, its wait included, which is of 10 ms at most; without the
+    /// time for which other processes had the processors.
     [[nodiscard]] std::chrono::steady_clock::duration longestTurn() const { return longest; }
+
+    /// All waiting of a turn, and what has to be done with what came.
+    static constexpr std::chrono::milliseconds longestAllowedTurn = turnBudget + std::chrono::milliseconds(150);
 
     void forgetLongestTurn() { longest = {}; }
 

