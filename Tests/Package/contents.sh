@@ -19,13 +19,7 @@ dpkg-deb --fsys-tarfile "$package" | tar --list --verbose --numeric-owner >"$fol
 # A listing's sixth word is the path.
 sed -n 's|^-.* \./||p' "$folder/listing" >"$folder/files"
 triplet=$(dpkg-architecture -q DEB_HOST_MULTIARCH)
-sed "s|TRIPLET|$triplet|; /^#/d" "${lists[@]}" >"$folder/patterns"
-while read -r pattern; do
-    grep --quiet --extended-regexp --line-regexp -e "$pattern" "$folder/files" || complain "there is no $pattern"
-done <"$folder/patterns"
-if grep --invert-match --extended-regexp --line-regexp --file "$folder/patterns" "$folder/files"; then
-    complain 'nothing tells what the files above are for'
-fi
+"$(dirname "${BASH_SOURCE[0]}")/contents-match.sh" "$folder/files" "usr/lib/$triplet" "${lists[@]}" || failed=yes
 if grep --invert-match --extended-regexp '^(drwxr-xr-x|-rw-r--r--|-rwxr-xr-x) 0/0 ' "$folder/listing"; then
     complain "the entries above are not root's, or others may write to them or cannot read them"
 fi

@@ -1,0 +1,35 @@
+#!/bin/bash
+# The PKGBUILD makes a package of a release, without a repository, and that has what the Debian package has.
+# usage: arch.sh SOURCES LIST...
+set -euo pipefail
+
+here=$(dirname "$(realpath "${BASH_SOURCE[0]}")")
+sources=$1
+lists=("${@:2}")
+# shellcheck source-path=SCRIPTDIR source=release.sh
+. "$here/release.sh"
+
+folder=$(mktemp --directory)
+trap 'rm -rf "$folder"' EXIT
+skip_without makepkg bsdtar
+make_release "$sources" "$folder"
+cp "$sources/packaging/PKGBUILD" "$folder"
+# makepkg does not work for root.
+# It looks for pacman, which it does not need here.
+as_somebody=(env HOME="$folder" PACMAN=true)
+if ((EUID == 0)); then
+    chown --recursive nobody "$folder"
+    as_somebody+=(setpriv --reuid nobody --regid nogroup --clear-groups)
+fi
+# What it needs is named as Arch names it, and installed here under other names.
+if ! (cd "$folder" && "${as_somebody[@]}" makepkg --nodeps --skipinteg --noconfirm >"$folder/log" 2>&1); then
+    tail --lines=40 "$folder/log"
+    exit 1
+fi
+package=$(echo "$folder"/tessel-[0-9]*.pkg.tar*)
+# What begins with a dot is the package's own.
+bsdtar --list --file "$package" | sed '/^\./d; /\/$/d' >"$folder/files"
+"$here/contents-match.sh" "$folder/files" usr/lib "${lists[@]}"
+mkdir "$folder/root"
+bsdtar --extract --file "$package" --directory "$folder/root"
+"$here/plugin-fits.sh" "$folder/root" usr/lib
