@@ -1,6 +1,7 @@
 #include "Platform/GnomeShell/Extension.h"
 
 #include "Platform/GnomeShell/Protocol.h"
+#include "Platform/Linux/ProgramStart.h"
 
 #include <string>
 #include <utility>
@@ -62,18 +63,17 @@ struct Extension::Answers {
         if (areOn != 0) {
             self(data).call(extensionsInterface, "EnableExtension", Protocol::extension, nullptr, &linux::ignoreReply);
         } else {
-            self(data).programs.start("gnome-extensions-app", {});
+            linux::startProgram("gnome-extensions-app", {});
         }
         return 0;
     }
 };
 
-Extension::Extension(linux::MainLoop& mainLoop, ShellLink& link, ExtensionFiles files, ExtensionRecord record)
+Extension::Extension(ShellLink& link, ExtensionFiles files, ExtensionRecord record)
     : Listener(link)
     , link(link)
     , files(std::move(files))
-    , record(std::move(record))
-    , programs(mainLoop) {
+    , record(std::move(record)) {
 }
 
 void Extension::switchOn() {

@@ -1,11 +1,12 @@
 #include "Platform/Linux/AddressOpener.h"
 
 #include "CorvidKitCore/Address.h"
+#include "Platform/Linux/BaseFolders.h"
 #include "Platform/Linux/DesktopPortal.h"
+#include "Platform/Linux/ProgramStart.h"
 #include "Platform/Linux/SettingsPages.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <string>
 #include <utility>
 
@@ -21,6 +22,16 @@ constexpr const char* daemonPath = "/org/freedesktop/DBus";
 /// No program shows addresses near this length.
 constexpr std::size_t longestAddress = std::size_t{8} << 10U;
 
+bool openSettings(std::string_view link) {
+    const auto pages = SettingsPages::pages(link, environmentVariable("XDG_CURRENT_DESKTOP").value_or(""));
+    return std::ranges::any_of(
+        pages, [](const SettingsPages::Page& page) { return startProgram(page.program, page.arguments); });
+}
+
+bool runOpener(std::string_view address) {
+    return startProgram("xdg-open", {std::string(address)});
+}
+
 } // namespace
 
 /// A call to the portal that is under way.
@@ -30,9 +41,8 @@ struct AddressOpener::Call {
     OwnedSlot slot;
 };
 
-AddressOpener::AddressOpener(MainLoop& mainLoop, SessionBus& bus)
-    : Listener(bus)
-    , programs(mainLoop) {
+AddressOpener::AddressOpener(SessionBus& bus)
+    : Listener(bus) {
 }
 
 AddressOpener::~AddressOpener() = default;
@@ -45,18 +55,6 @@ bool AddressOpener::open(std::string_view address) {
         return openSettings(address);
     }
     return askPortal(address) || runOpener(address);
-}
-
-bool AddressOpener::openSettings(std::string_view link) {
-    // The environment stays as it was at the start.
-    const char* desktop = std::getenv("XDG_CURRENT_DESKTOP"); // NOLINT(concurrency-mt-unsafe)
-    const auto pages = SettingsPages::pages(link, desktop == nullptr ? "" : desktop);
-    return std::ranges::any_of(
-        pages, [this](const SettingsPages::Page& page) { return programs.start(page.program, page.arguments); });
-}
-
-bool AddressOpener::runOpener(std::string_view address) {
-    return programs.start("xdg-open", {std::string(address)});
 }
 
 bool AddressOpener::askPortal(std::string_view address) {
@@ -79,7 +77,7 @@ int AddressOpener::portalAnswered(sd_bus_message* reply, void* data, sd_bus_erro
     const auto* const call = static_cast<Call*>(data);
     AddressOpener& opener = call->opener;
     if (sd_bus_message_is_method_error(reply, nullptr) > 0) {
-        [[maybe_unused]] const bool started = opener.runOpener(call->address);
+        runOpener(call->address);
     }
     opener.calls.remove_if([call](const Call& other) { return &other == call; });
     return 0;

@@ -12,7 +12,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -34,14 +33,12 @@ bool exists(const std::string& path) {
 
 AutostartLoginItem::Places AutostartLoginItem::Places::ofThisProcess() {
     const BaseFolders folders = BaseFolders::ofThisProcess();
-    // The environment stays as it was at the start.
-    const char* path = std::getenv("PATH"); // NOLINT(concurrency-mt-unsafe)
     Places places{
         .userFolder = folders.userConfiguration,
         .systemFolders = {},
         .program = programPath(),
         .currentDesktops = linux::currentDesktops(),
-        .searchPath = path == nullptr ? "/usr/local/bin:/usr/bin:/bin" : path,
+        .searchPath = programSearchPath(),
     };
     if (places.userFolder) {
         places.userFolder->append("/autostart");

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Linux/FileDescriptor.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProcessExit.h"
+#include "Platform/Linux/ProgramStart.h"
 
 #include <sys/types.h>
 
@@ -12,13 +12,12 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace platform::linux {
 
-/// A program that is run for what it prints (see `startProgram`), without anything waiting for it. Dropping it ends the
-/// program, and nobody is told. Main thread only.
+/// A program that is run for what it prints (see `startPrinting`), without anything waiting for it. Dropping it ends
+/// the program, and nobody is told. Main thread only.
 class ProgramOutput {
 public:
     /// A program that takes longer is ended.
@@ -31,11 +30,11 @@ public:
     using Done = std::function<void(const std::optional<std::string>& printed)>;
 
     /// Null where it cannot be started. The loop must outlive this.
-    [[nodiscard]] static std::unique_ptr<ProgramOutput> of(MainLoop& mainLoop, std::string_view program,
+    [[nodiscard]] static std::unique_ptr<ProgramOutput> of(MainLoop& mainLoop, const std::string& program,
                                                            const std::vector<std::string>& arguments, Done done,
                                                            Duration patience = usualPatience);
 
-    ProgramOutput(MainLoop& mainLoop, FileDescriptor opened, pid_t process, Done done, Duration patience);
+    ProgramOutput(MainLoop& mainLoop, PrintingProgram started, Done done, Duration patience);
     ProgramOutput(const ProgramOutput&) = delete;
     ProgramOutput& operator=(const ProgramOutput&) = delete;
     ~ProgramOutput();

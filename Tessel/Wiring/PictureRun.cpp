@@ -105,7 +105,7 @@ void drawPictures(const std::string& directory, Count& begun) {
     platform::absent::Desktop desktop;
     NoAppearance appearance;
     platform::linux::SessionBus noBus(mainLoop, std::nullopt);
-    platform::linux::AddressOpener addressOpener(mainLoop, noBus);
+    platform::linux::AddressOpener addressOpener(noBus);
     platform::linux::AutostartLoginItem loginItem;
     const platform::linux::ProgramFile programFile(mainLoop);
     platform::linux::LoopApplication application(mainLoop, programFile);

@@ -104,7 +104,7 @@ int runUntilTheEnd(std::optional<std::string>& next) {
     }
     platform::linux::Desktop& desktop = **opened;
     desktop.followApplications(identification, catalogue);
-    platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
+    platform::linux::AddressOpener addressOpener(sessionBus);
     platform::linux::AutostartLoginItem loginItem;
     platform::linux::ProgramFile programFile(mainLoop);
     platform::linux::LoopApplication application(mainLoop, programFile);

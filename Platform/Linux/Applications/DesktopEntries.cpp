@@ -5,18 +5,15 @@
 #include <malloc.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <utility>
 
 namespace platform::linux {
 
 DesktopEntries::Places DesktopEntries::Places::ofThisSession() {
-    // The environment stays as it was at the start.
-    const char* path = std::getenv("PATH"); // NOLINT(concurrency-mt-unsafe)
     return {
         .folders = BaseFolders::ofThisProcess().applications(),
         .currentDesktops = linux::currentDesktops(),
-        .searchPath = path == nullptr ? "/usr/local/bin:/usr/bin:/bin" : path,
+        .searchPath = programSearchPath(),
     };
 }
 
