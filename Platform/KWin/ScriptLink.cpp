@@ -124,12 +124,9 @@ void ScriptLink::arrive(Arrival arrival) {
     arrivals.push_back(std::move(arrival));
     if (!isTurnPosted) {
         isTurnPosted = true;
-        // Without effect once this is gone.
-        mainLoop.post([link = std::weak_ptr(self)] {
-            if (const auto alive = link.lock()) {
-                (*alive)->isTurnPosted = false;
-                (*alive)->actOnArrivals();
-            }
+        later.post([this] {
+            isTurnPosted = false;
+            actOnArrivals();
         });
     }
 }

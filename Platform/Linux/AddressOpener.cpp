@@ -2,22 +2,19 @@
 
 #include "CorvidKitCore/Address.h"
 #include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/Bus/Calls.h"
 #include "Platform/Linux/DesktopPortal.h"
 #include "Platform/Linux/ProgramStart.h"
 #include "Platform/Linux/SettingsPages.h"
 
 #include <algorithm>
 #include <string>
-#include <utility>
 
 namespace platform::linux {
 
 namespace {
 
-constexpr const char* openInterface = "org.freedesktop.portal.OpenURI";
-
-constexpr const char* daemonName = "org.freedesktop.DBus";
-constexpr const char* daemonPath = "/org/freedesktop/DBus";
+constexpr BusMember openMethod{portalName, portalPath, "org.freedesktop.portal.OpenURI", "OpenURI"};
 
 /// No program shows addresses near this length.
 constexpr std::size_t longestAddress = std::size_t{8} << 10U;
@@ -42,7 +39,8 @@ struct AddressOpener::Call {
 };
 
 AddressOpener::AddressOpener(SessionBus& bus)
-    : Listener(bus) {
+    : Listener(bus)
+    , portal(portalName, [] {}) {
 }
 
 AddressOpener::~AddressOpener() = default;
@@ -58,18 +56,16 @@ bool AddressOpener::open(std::string_view address) {
 }
 
 bool AddressOpener::askPortal(std::string_view address) {
-    if (!hasPortal) {
+    if (bus == nullptr || (portal.owner().empty() && !canStartPortal)) {
         return false;
     }
-    Call& call = calls.emplace_back(*this, std::string(address));
-    sd_bus_slot* slot = nullptr;
+    Call& started = calls.emplace_back(*this, std::string(address));
     // No parent window, no options.
-    if (sd_bus_call_method_async(bus, &slot, portalName, portalPath, openInterface, "OpenURI", &portalAnswered, &call,
-                                 "ssa{sv}", "", call.address.c_str(), 0) < 0) {
+    started.slot = call(bus, openMethod, &portalAnswered, &started, "ssa{sv}", "", started.address.c_str(), 0);
+    if (started.slot == nullptr) {
         calls.pop_back();
         return false;
     }
-    call.slot.reset(slot);
     return true;
 }
 
@@ -85,31 +81,16 @@ int AddressOpener::portalAnswered(sd_bus_message* reply, void* data, sd_bus_erro
 
 void AddressOpener::busArrived(sd_bus* arrived) {
     bus = arrived;
-    // It may run already, or be started when it is called.
-    sd_bus_slot* slot = nullptr;
-    sd_bus_call_method_async(bus, &slot, daemonName, daemonPath, daemonName, "NameHasOwner", &ownerTold, this, "s",
-                             portalName);
-    ownerQuestion.reset(std::exchange(slot, nullptr));
-    sd_bus_call_method_async(bus, &slot, daemonName, daemonPath, daemonName, "ListActivatableNames", &namesListed, this,
-                             "");
-    namesQuestion.reset(slot);
+    portal.follow(bus);
+    namesQuestion = call(bus, methodOfBus("ListActivatableNames"), &namesListed, this, "");
 }
 
 void AddressOpener::busLeft() {
     bus = nullptr;
-    hasPortal = false;
-    ownerQuestion.reset();
+    canStartPortal = false;
+    portal.forget();
     namesQuestion.reset();
     calls.clear();
-}
-
-int AddressOpener::ownerTold(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
-    auto& self = *static_cast<AddressOpener*>(data);
-    int isOwned = 0; // the library's boolean
-    if (sd_bus_message_is_method_error(reply, nullptr) == 0 && sd_bus_message_read(reply, "b", &isOwned) > 0) {
-        self.hasPortal = self.hasPortal || isOwned != 0;
-    }
-    return 0;
 }
 
 int AddressOpener::namesListed(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
@@ -120,7 +101,7 @@ int AddressOpener::namesListed(sd_bus_message* reply, void* data, sd_bus_error* 
     }
     const char* name = nullptr;
     while (sd_bus_message_read(reply, "s", &name) > 0) {
-        self.hasPortal = self.hasPortal || std::string_view{name} == portalName;
+        self.canStartPortal = self.canStartPortal || std::string_view{name} == portalName;
     }
     return 0;
 }

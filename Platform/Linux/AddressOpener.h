@@ -1,7 +1,8 @@
 #pragma once
 
 #include "Platform/AddressOpener.h"
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/NameOwner.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 
 #include <list>
 #include <string_view>
@@ -27,16 +28,15 @@ private:
     void busLeft() override;
 
     static int namesListed(sd_bus_message* reply, void* data, sd_bus_error* error);
-    static int ownerTold(sd_bus_message* reply, void* data, sd_bus_error* error);
     static int portalAnswered(sd_bus_message* reply, void* data, sd_bus_error* error);
 
     [[nodiscard]] bool askPortal(std::string_view address);
 
     sd_bus* bus = nullptr;
-    /// The questions whether there is a portal.
-    OwnedSlot ownerQuestion;
+    NameOwner portal;
+    /// The question whether the portal can be started.
     OwnedSlot namesQuestion;
-    bool hasPortal = false;
+    bool canStartPortal = false;
     std::list<Call> calls;
 };
 

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "Platform/Linux/AppearanceSource.h"
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/NameOwner.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 
 #include <cstdint>
 #include <functional>
@@ -36,7 +37,6 @@ private:
 
     static int allRead(sd_bus_message* reply, void* data, sd_bus_error* error);
     static int settingChanged(sd_bus_message* signal, void* data, sd_bus_error* error);
-    static int ownerChanged(sd_bus_message* signal, void* data, sd_bus_error* error);
 
     void listen();
     void readAll();
@@ -49,7 +49,8 @@ private:
     std::function<void()> changed;
     Settings known;
     OwnedSlot changes;
-    OwnedSlot owners;
+    /// A portal that comes, or comes again, announces only later changes by itself.
+    NameOwner portal;
     OwnedSlot question;
 };
 

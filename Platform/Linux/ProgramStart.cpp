@@ -23,8 +23,8 @@ void leaveSession(gpointer /*data*/) {
 }
 
 /// Null pointers: no child and no pipe is wanted.
-bool spawn(const std::string& program, const std::vector<std::string>& arguments, GSpawnFlags flags, pid_t* process,
-           int* output) {
+bool spawn(const std::string& program, const std::vector<std::string>& arguments, GSpawnFlags flags, int input,
+           pid_t* process, int* output) {
     const std::optional<std::string> path = ExecLine::locate(program, programSearchPath());
     if (!path) {
         return false;
@@ -35,22 +35,22 @@ bool spawn(const std::string& program, const std::vector<std::string>& arguments
     const std::vector<char*> given = pointersTo(variables);
     return g_spawn_async_with_pipes_and_fds(
                nullptr, pointersTo(words).data(), variables.empty() ? nullptr : given.data(), flags, &leaveSession,
-               nullptr, -1, -1, -1, nullptr, nullptr, 0, process, nullptr, output, nullptr, nullptr) != 0;
+               nullptr, input, -1, -1, nullptr, nullptr, 0, process, nullptr, output, nullptr, nullptr) != 0;
 }
 
 constexpr unsigned quiet = G_SPAWN_FILE_AND_ARGV_ZERO | G_SPAWN_STDERR_TO_DEV_NULL;
 
 } // namespace
 
-bool startProgram(const std::string& program, const std::vector<std::string>& arguments) {
-    return spawn(program, arguments, GSpawnFlags(quiet | G_SPAWN_STDOUT_TO_DEV_NULL), nullptr, nullptr);
+bool startProgram(const std::string& program, const std::vector<std::string>& arguments, int input) {
+    return spawn(program, arguments, GSpawnFlags(quiet | G_SPAWN_STDOUT_TO_DEV_NULL), input, nullptr, nullptr);
 }
 
 std::optional<PrintingProgram> startPrinting(const std::string& program, const std::vector<std::string>& arguments) {
     pid_t process = 0;
     int output = -1;
     const auto flags = GSpawnFlags(quiet | G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_CLOEXEC_PIPES);
-    if (!spawn(program, arguments, flags, &process, &output)) {
+    if (!spawn(program, arguments, flags, -1, &process, &output)) {
         return std::nullopt;
     }
     ::fcntl(output, F_SETFL, O_NONBLOCK);

@@ -6,7 +6,7 @@
 #include "Platform/ImageRenderer.h"
 #include "Platform/Linux/AddressOpener.h"
 #include "Platform/Linux/AutostartLoginItem.h"
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Localization.h"
 #include "Platform/Linux/LoopApplication.h"
 #include "Platform/Linux/MainLoop.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/ControlRequests.h"
-#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/Bus/BusHandles.h"
 #include "Platform/Linux/Control/Session.h"
 #include "Platform/Linux/FileDescriptor.h"
 

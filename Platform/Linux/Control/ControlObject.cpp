@@ -1,6 +1,6 @@
 #include "Platform/Linux/Control/ControlObject.h"
 
-#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/Bus/BusHandles.h"
 #include "Platform/Linux/Control/ControlMessages.h"
 
 #include <array>

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 
 #include <algorithm>
 #include <cerrno>
