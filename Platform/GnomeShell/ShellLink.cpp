@@ -155,9 +155,8 @@ ShellLink::Obstacle ShellLink::obstacleIn(sd_bus_message* answer, bool isFromBus
         return Obstacle::otherClient;
     }
     if (sd_bus_message_is_method_error(answer, Protocol::unusable) > 0) {
-        constexpr std::size_t longestNames = 1024;
         const char* names = sd_bus_message_get_error(answer)->message;
-        missingNames = std::string_view(names == nullptr ? "" : names).substr(0, longestNames);
+        missingNames = names == nullptr ? "" : names;
         return Obstacle::unfitShell;
     }
     return Obstacle::noExtension;

@@ -232,8 +232,7 @@ Result replace(const std::string& path, std::string_view contents) {
 std::expected<std::optional<std::string>, std::string> keepBeside(const std::string& path) {
     const std::string base = path + ".unreadable-" + timestamp();
     std::string kept = base;
-    constexpr int mostNames = 1000;
-    for (int number = 2; number <= mostNames; ++number) {
+    for (int number = 2;; ++number) {
         // Making the name first, and only if it is free, is what keeps the rename from replacing another file.
         const FileDescriptor name{::open(kept.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR)};
         if (name) {
@@ -254,7 +253,6 @@ std::expected<std::optional<std::string>, std::string> keepBeside(const std::str
         }
         kept = base + "-" + std::to_string(number);
     }
-    return std::unexpected("no name is left beside " + path);
 }
 
 } // namespace platform::linux::DurableFile
