@@ -11,8 +11,8 @@
 
 namespace platform::linux {
 
-/// What the desktop portal says of the user's wishes (XDG Desktop Portal, org.freedesktop.portal.Settings). The portal
-/// is started by asking; where there is none, nothing is said. Nothing waits.
+/// The user's wishes by the desktop portal (XDG Desktop Portal, org.freedesktop.portal.Settings). The first call starts
+/// the portal. Without a portal there are no wishes. Nothing waits.
 class PortalSettings final : public AppearanceSource, private SessionBus::Listener {
 public:
     /// The bus must outlive this.

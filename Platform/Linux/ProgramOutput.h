@@ -16,8 +16,8 @@
 
 namespace platform::linux {
 
-/// A program that is run for what it prints (see `startPrinting`), without anything waiting for it. Dropping it ends
-/// the program, and nobody is told. Main thread only.
+/// A program that is run for its output (see `startPrinting`). Nothing waits for it. Dropping it ends the program;
+/// `Done` is not called then. Main thread only.
 class ProgramOutput {
 public:
     /// A program that takes longer is ended.
@@ -25,8 +25,8 @@ public:
     /// One that prints more is ended.
     static constexpr std::size_t most = std::size_t{1} << 20U;
 
-    /// Told once, in a turn of the loop: what it printed to its standard output; nothing where it failed, took too long
-    /// or printed too much. May drop the output.
+    /// Called once, in a turn of the loop, with the program's standard output; with nothing where it failed, took too
+    /// long or printed too much. May drop this.
     using Done = std::function<void(const std::optional<std::string>& printed)>;
 
     /// Null where it cannot be started. The loop must outlive this.

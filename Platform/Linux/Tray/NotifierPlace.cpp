@@ -28,12 +28,12 @@ OwnedMessage callTo(sd_bus* bus, const char* interface, const char* method) {
 
 } // namespace
 
-/// What comes from the bus; `data` is the place.
+/// The handlers of what the bus sends; `data` is the place.
 struct NotifierPlace::Answers {
     static NotifierPlace& self(void* data) { return *static_cast<NotifierPlace*>(data); }
 
     static int hostsChanged(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
-        // Whoever sent it: the watcher is asked how things are.
+        // Any sender will do: the watcher is asked for the present state.
         if (std::string_view(sd_bus_message_get_member(signal)).starts_with("StatusNotifierHost")) {
             self(data).askForHost();
         }
@@ -104,7 +104,7 @@ void NotifierPlace::update(Change change) {
 void NotifierPlace::busArrived(sd_bus* arrived) {
     bus = arrived;
     if (contents != nullptr) {
-        // First the objects: whoever is told of them may call at once.
+        // The objects come first: a panel may call them as soon as it knows the item.
         [[maybe_unused]] const bool areOffered = item.offer(bus, *contents) && menu.offer(bus);
     }
     watcher.follow(bus);
@@ -175,7 +175,7 @@ void NotifierPlace::clicked(std::int32_t x, std::int32_t y) {
 
 std::optional<corvid::CGPoint> NotifierPlace::inScreenSpace(std::int32_t x, std::int32_t y) const {
     if (x == 0 && y == 0) {
-        // What panels say that do not know.
+        // Panels without a position send zeros.
         return std::nullopt;
     }
     const std::vector<Screen> attached = screens.screens();

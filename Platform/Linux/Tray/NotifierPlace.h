@@ -32,7 +32,7 @@ public:
     void hide() override;
     void update(Change change) override;
     [[nodiscard]] bool isShown() const override { return hasHost && isRegistered; }
-    /// Panels do not tell.
+    /// Panels do not report it.
     [[nodiscard]] std::optional<corvid::CGRect> frame() const override { return std::nullopt; }
 
 private:
