@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-/// What this program is, by its bundle.
+/// Facts about this program, from its bundle.
 namespace corvid::AppInfo {
 
 /// The version for people; "dev" where the bundle has none.

@@ -56,7 +56,7 @@ class NotificationObservation {
 public:
     using Handler = std::function<void(const platform::Notification&)>;
 
-    /// Observes the notifications of that name, whoever posts them.
+    /// Observes the notifications of that name from any sender.
     NotificationObservation(std::string_view name, std::shared_ptr<platform::NotificationCenter> center,
                             Handler handler);
     NotificationObservation(const NotificationObservation&) = delete;

@@ -8,8 +8,8 @@
 
 namespace corvid {
 
-/// The toolkit's popover, before there is a toolkit: remembers what it was told, and starts the toolkit when it is
-/// first shown. Must not outlive the toolkit that it was given.
+/// Stands in for the popover until the toolkit is loaded: keeps its state, and starts the toolkit when it is first
+/// shown. Must not outlive the toolkit.
 class DeferredPopover final : public platform::Popover {
 public:
     explicit DeferredPopover(DeferredToolkit& toolkit)

@@ -9,7 +9,7 @@ namespace corvid {
 
 namespace {
 
-/// "CWky" as a four-character code, which tells our hot keys from anybody else's.
+/// "CWky" as a four-character code, the signature of our hot keys.
 constexpr std::uint32_t signature = 0x4357'6B79;
 
 HotKeyDispatcher* inForce = nullptr;

@@ -124,7 +124,7 @@ private:
     std::unordered_set<Action> refused;
     /// In the order of registration, in which they are given back as well.
     std::vector<std::pair<Action, std::uint32_t>> ids;
-    /// Held weakly by the handlers, so that they can tell when the center is gone.
+    /// The handlers hold it weakly and check it: the center may be gone.
     std::shared_ptr<HotKeyCenter*> itself = std::make_shared<HotKeyCenter*>(this);
 };
 

@@ -6,7 +6,7 @@
 
 namespace corvid {
 
-/// A key that goes down, as a windowing toolkit tells of it: which key by its place, and what else is down.
+/// A key press as a windowing toolkit reports it: the key by its position, and the modifiers.
 struct KeyDownEvent {
     /// The modifier flags of the toolkit (`NSEvent.ModifierFlags`).
     static constexpr std::uint64_t shiftFlag = 1U << 17U;

@@ -5,7 +5,7 @@
 
 namespace corvid {
 
-/// A member by which delayed work can tell whether the object that it is for is still there: keep `watch()` and ask it
+/// Lets delayed work check whether its object still exists: make this a member, keep `watch()` in the work, and ask it
 /// before touching the object. Main thread only.
 class Lifetime {
 public:

@@ -18,7 +18,7 @@ struct Reading {
     friend bool operator==(const Reading&, const Reading&) = default;
 };
 
-/// Asks the system; zeros where it does not tell.
+/// Asks the system; zeros where it does not report them.
 [[nodiscard]] Reading read();
 
 } // namespace corvid::MemoryFootprint

@@ -11,7 +11,7 @@ namespace corvid::MenuBarApp {
 
 namespace {
 
-/// What the event loop tells of the program's life.
+/// The handler of the event loop's events in the program's life.
 class Delegate {
 public:
     explicit Delegate(Launch launch)

@@ -9,7 +9,7 @@
 /// The shell of a program that lives in the panel.
 namespace corvid::MenuBarApp {
 
-/// What the program is made of, kept as long as it runs.
+/// The program's parts, kept as long as it runs.
 struct Parts {
     std::shared_ptr<MenuBarController> menuBar;
     /// Decides on the dot; must outlive the shell.
@@ -19,7 +19,7 @@ struct Parts {
 /// Makes the parts. Called once, on the main thread, when the event loop runs.
 using Launch = std::function<Parts()>;
 
-/// Runs the program until it is told to end, and gives the status that it ends with. Main thread only.
+/// Runs the program until its end, and gives its exit status. Main thread only.
 [[nodiscard]] int run(Launch launch);
 
 } // namespace corvid::MenuBarApp

@@ -32,8 +32,8 @@ public:
     static void releaseShared() { sharedController().reset(); }
 
     /// Puts an item into the panel and becomes the shared one. `title` is the program's name for people. `changes`
-    /// tells that the state is about to change; the symbol is asked for in a later turn, when it has. `popover` is to
-    /// show `content`, and must outlive the controller.
+    /// fires before the state changes; the symbol is read in a later turn, after the change. `popover` is to show
+    /// `content`, and must outlive the controller.
     [[nodiscard]] static std::shared_ptr<MenuBarController> make(std::string title,
                                                                  std::shared_ptr<const platform::View> content,
                                                                  platform::Popover& popover, Publisher<>& changes,
@@ -52,8 +52,8 @@ public:
     /// Closes the popover if it is open.
     void close();
 
-    /// What a click on the item does: closes or opens. `position` is the click's, in points in the screen space;
-    /// without one the popover opens at the item or, where that is not known either, at the pointer.
+    /// Handles a click on the item: closes or opens the popover. `position` is the click's, in points in the screen
+    /// space; without one the popover opens at the item or, where that is not known either, at the pointer.
     void toggle(std::optional<CGPoint> position);
 
     /// Shows the dot whenever the center's reminder is due, in place of an earlier center's. The center may end before

@@ -22,7 +22,7 @@ public:
     PreferenceStore& operator=(const PreferenceStore&) = delete;
     virtual ~PreferenceStore() = default;
 
-    /// What is kept under a key, nothing when there is nothing.
+    /// The value of a key; nothing where there is none.
     [[nodiscard]] virtual std::optional<PropertyListValue> object(std::string_view key) const = 0;
 
     /// Keeps a value under a key. Setting nothing removes the key.

@@ -24,7 +24,7 @@ struct DecodingError {
     Kind kind{};
     /// The entry concerned; empty when it is the whole.
     std::string key;
-    /// What is wrong, for a log line.
+    /// The reason, for a log line.
     std::string reason;
 
     friend bool operator==(const DecodingError&, const DecodingError&) = default;
@@ -36,7 +36,7 @@ public:
     void encode(std::uint32_t number, std::string_view key);
     void encode(std::string_view text);
 
-    /// What was encoded; nothing when the value wrote nothing.
+    /// The encoded value; nothing when nothing was written.
     [[nodiscard]] const std::optional<PropertyListValue>& value() const { return encoded; }
 
 private:

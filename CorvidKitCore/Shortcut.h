@@ -52,7 +52,7 @@ struct Shortcut {
     /// The key caps in one text, without separators.
     [[nodiscard]] std::string displayString() const;
 
-    /// What stands on a key's cap, or "#" and the decimal code for a key that is not in the table. UTF-8.
+    /// The text on a key's cap, or "#" and the decimal code for a key that is not in the table. UTF-8.
     [[nodiscard]] static std::string keyName(std::uint32_t keyCode);
 
     /// The form kept in a preference store: a dictionary of the integers "keyCode" and "modifiers".

@@ -5,7 +5,7 @@
 #include "Platform/ThisApplication.h"
 #include "Tessel/HolderText.h"
 #include "Tessel/ShortcutText.h"
-#include "Tessel/StatusLine.h"
+#include "Tessel/StatusText.h"
 #include "Tessel/WindowMover.h"
 #include "TesselCore/WindowAction.h"
 

@@ -1,6 +1,6 @@
 #include "CorvidKitCore/CommandLineOption.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Control/ControlClient.h"
-#include "Platform/Linux/Control/SessionBus.h"
 #include "Platform/Linux/StandardStreams.h"
 #include "Tessel/CommandLine.h"
 #include "Tessel/RemoteCommand.h"

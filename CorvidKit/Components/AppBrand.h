@@ -12,7 +12,7 @@ namespace corvid {
 class AppBrand : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    /// What people call the program.
+    /// The program's name for people.
     Q_PROPERTY(QString name MEMBER name NOTIFY changed)
     /// The symbol on its icon.
     Q_PROPERTY(QString symbol MEMBER symbol NOTIFY changed)

@@ -13,8 +13,8 @@
 
 namespace corvid {
 
-/// What surrounds every view of one engine: how the user wants it to look, and whose program it is. Colours and sizes
-/// that follow from it are in `Style`.
+/// The environment of every view of one engine: the user's wishes for its look, and the program's brand. `Style`
+/// derives colours and sizes from it.
 class Environment : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -27,7 +27,7 @@ class Environment : public QObject {
     Q_PROPERTY(corvid::AppBrand* appBrand READ appBrand WRITE setAppBrand NOTIFY changed)
 
 public:
-    /// What surrounds the views of that engine; made if need be, and the engine's.
+    /// The environment of that engine; made at the first call, and owned by the engine.
     [[nodiscard]] static Environment& of(QQmlEngine& engine);
 
     /// How the engine finds it.

@@ -8,7 +8,7 @@
 
 namespace corvid::toolkit {
 
-/// What happens around an open panel.
+/// The callbacks of an open panel.
 struct OpenPanelHooks {
     /// It is about to be shown.
     std::function<void()> opening;

@@ -89,7 +89,7 @@ bool PopoverWindow::prepare() {
                      (isManaged() ? Qt::WindowFlags() : Qt::WindowFlags(Qt::BypassWindowManagerHint)));
     window->setTitle(QGuiApplication::applicationDisplayName());
     window->setColor(Qt::transparent);
-    // What it holds is kept while it is hidden, so that it opens again at once.
+    // Its contents are kept while it is hidden, so that it opens again at once.
     window->setPersistentSceneGraph(true);
     window->installEventFilter(this);
     connect(window.get(), &QWindow::activeChanged, this, &PopoverWindow::followKeyboard);
@@ -241,8 +241,8 @@ void PopoverWindow::holdPointer() {
 }
 
 void PopoverWindow::followKeyboard() {
-    // Qt learns late that a window has lost the keyboard. If that is told of the time before it was closed and opened
-    // again, it has the keyboard by now, or is about to.
+    // Qt learns late that a window has lost the keyboard. The event may date from before the window was closed and
+    // opened again; then the window has the keyboard by now, or is about to.
     if (!window->isActive() && isShown() && behavior == Behavior::transient &&
         !surroundings.ownWindows->hasKeyboard(window->winId())) {
         performClose();

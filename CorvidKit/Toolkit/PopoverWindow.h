@@ -66,8 +66,8 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     void followScale();
     void holdPointer();
     void followKeyboard();
-    /// Where the compositor gives the keyboard, somebody may have got it from a new window before the toolkit was told
-    /// of either, and then it tells nothing, or goes on to take the window for the active one.
+    /// Where the compositor gives the keyboard, another window may have taken it from a new one before the toolkit got
+    /// either event. The toolkit then reports nothing, or takes the window for the active one.
     void expectKeyboard();
     [[nodiscard]] bool isOutside(const QPointF& position) const;
 

@@ -11,7 +11,7 @@
 
 namespace corvid::toolkit {
 
-/// What the toolkit works with. Everything here outlives it.
+/// The toolkit's dependencies. Everything here outlives it.
 struct Surroundings {
     platform::HostedLoop& mainLoop;
     platform::Appearance& appearance;

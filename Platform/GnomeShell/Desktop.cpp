@@ -36,7 +36,7 @@ AccessRequirement requirementOf(Extension::State state) {
 Ground::Ground(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder)
     : bus(mainLoop)
     , link(mainLoop, bus)
-    , extension(mainLoop, link, ExtensionFiles(extensionFolder, dataFolders()),
+    , extension(link, ExtensionFiles(extensionFolder, dataFolders()),
                 ExtensionRecord(linux::BaseFolders::ofThisProcess().userState))
     , door(link, table,
            {.show = [this] { extension.switchOn(); },

@@ -8,7 +8,7 @@
 #include "Platform/GnomeShell/ShellHolders.h"
 #include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/GnomeShell/TopBar.h"
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 
 #include <filesystem>
 #include <string>

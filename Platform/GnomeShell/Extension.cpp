@@ -1,6 +1,8 @@
 #include "Platform/GnomeShell/Extension.h"
 
 #include "Platform/GnomeShell/Protocol.h"
+#include "Platform/Linux/Bus/Calls.h"
+#include "Platform/Linux/ProgramStart.h"
 
 #include <string>
 #include <utility>
@@ -62,18 +64,17 @@ struct Extension::Answers {
         if (areOn != 0) {
             self(data).call(extensionsInterface, "EnableExtension", Protocol::extension, nullptr, &linux::ignoreReply);
         } else {
-            self(data).programs.start("gnome-extensions-app", {});
+            linux::startProgram("gnome-extensions-app", {});
         }
         return 0;
     }
 };
 
-Extension::Extension(linux::MainLoop& mainLoop, ShellLink& link, ExtensionFiles files, ExtensionRecord record)
+Extension::Extension(ShellLink& link, ExtensionFiles files, ExtensionRecord record)
     : Listener(link)
     , link(link)
     , files(std::move(files))
-    , record(std::move(record))
-    , programs(mainLoop) {
+    , record(std::move(record)) {
 }
 
 void Extension::switchOn() {
@@ -218,13 +219,11 @@ void Extension::call(const char* interface, const char* method, const char* argu
     }
     const linux::OwnedMessage message(raw);
     sd_bus_message_set_auto_start(raw, 0);
-    constexpr std::uint64_t usualTimeout = 0;
-    sd_bus_slot* slot = nullptr;
     if (sd_bus_message_append(raw, "s", argument) >= 0 &&
-        (second == nullptr || sd_bus_message_append(raw, "s", second) >= 0) &&
-        sd_bus_call_async(link.connection(), &slot, raw, handler, this, usualTimeout) >= 0) {
+        (second == nullptr || sd_bus_message_append(raw, "s", second) >= 0)) {
         // The shell may be asked anew how the extension stands while the way is being opened.
-        (handler == &Answers::generalSwitchTold || handler == &linux::ignoreReply ? opening : question).reset(slot);
+        auto& slot = handler == &Answers::generalSwitchTold || handler == &linux::ignoreReply ? opening : question;
+        slot = linux::send(link.connection(), raw, handler, this);
     }
 }
 

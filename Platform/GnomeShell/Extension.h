@@ -3,7 +3,6 @@
 #include "Platform/GnomeShell/ExtensionFiles.h"
 #include "Platform/GnomeShell/ExtensionRecord.h"
 #include "Platform/GnomeShell/ShellLink.h"
-#include "Platform/Linux/DetachedPrograms.h"
 
 #include <cstdint>
 #include <optional>
@@ -33,8 +32,8 @@ public:
         servesAnother,
     };
 
-    /// Loop and link must outlive this.
-    Extension(linux::MainLoop& mainLoop, ShellLink& link, ExtensionFiles files, ExtensionRecord record);
+    /// The link must outlive this.
+    Extension(ShellLink& link, ExtensionFiles files, ExtensionRecord record);
 
     [[nodiscard]] State state() const;
 
@@ -84,7 +83,6 @@ private:
     ShellLink& link;
     ExtensionFiles files;
     ExtensionRecord record;
-    linux::DetachedPrograms programs;
     std::string shellVersion;
     std::optional<Known> known;
     /// As last seen among the files.

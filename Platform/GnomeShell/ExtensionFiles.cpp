@@ -106,7 +106,7 @@ std::optional<std::string> ExtensionFiles::nextRevision() const {
     if (!next) {
         next = copyForAll();
     }
-    return next ? std::optional(compositor::textIn(parsed(next->metadata), "revision")) : std::nullopt;
+    return next ? std::optional(compositor::nameOf(parsed(next->metadata), "revision")) : std::nullopt;
 }
 
 std::optional<ExtensionFiles::Copy> ExtensionFiles::copyIn(const fs::path& folder) {
@@ -122,8 +122,8 @@ std::optional<ExtensionFiles::Copy> ExtensionFiles::copyIn(const fs::path& folde
 bool ExtensionFiles::isLater(const Copy& copy, const Copy& than, int shell) {
     constexpr const char* version = "version-name";
     const compositor::Json metadata = parsed(copy.metadata);
-    return isNamed(shell, metadata) && ::strverscmp(compositor::textIn(metadata, version).c_str(),
-                                                    compositor::textIn(parsed(than.metadata), version).c_str()) > 0;
+    return isNamed(shell, metadata) && ::strverscmp(compositor::nameOf(metadata, version).c_str(),
+                                                    compositor::nameOf(parsed(than.metadata), version).c_str()) > 0;
 }
 
 std::optional<ExtensionFiles::Copy> ExtensionFiles::ownCopy(int shell) const {

@@ -2,9 +2,6 @@
 
 #include "Platform/Compositor/Json.h"
 
-#include <algorithm>
-#include <array>
-#include <cmath>
 #include <cstdint>
 #include <limits>
 
@@ -12,36 +9,18 @@ namespace platform::gnomeshell {
 
 namespace {
 
+using compositor::isSet;
 using compositor::Json;
 using compositor::member;
+using compositor::nameOf;
 using compositor::Output;
+using compositor::rectangleOf;
 using compositor::Window;
 using compositor::WindowIdentifier;
 using compositor::WindowKind;
 
-constexpr std::size_t longestMessage = std::size_t{4} << 20U;
-constexpr std::size_t longestText = 1024;
-constexpr std::size_t mostWindows = 4096;
-constexpr std::size_t mostOutputs = 64;
-/// Farther than any desktop reaches.
-constexpr double farthest = 1e6;
-
 Json parse(std::string_view text) {
-    return text.size() > longestMessage ? Json() : compositor::parsedJson(text).value_or(Json());
-}
-
-std::string textOf(const Json& object, const char* name) {
-    const Json* value = member(object, name);
-    if (value == nullptr || !value->is_string()) {
-        return {};
-    }
-    const auto& text = value->get_ref<const std::string&>();
-    return text.size() > longestText ? std::string() : text;
-}
-
-bool booleanOf(const Json& object, const char* name) {
-    const Json* value = member(object, name);
-    return value != nullptr && value->is_boolean() && value->get<bool>();
+    return compositor::parsedJson(text).value_or(Json());
 }
 
 std::optional<WindowIdentifier> identifierOf(const Json* value) {
@@ -51,45 +30,8 @@ std::optional<WindowIdentifier> identifierOf(const Json* value) {
     return std::to_string(value->get<std::uint64_t>());
 }
 
-/// The rectangle that begins at an element of a list.
-std::optional<corvid::CGRect> rectangleIn(const Json& list, std::size_t first) {
-    constexpr std::size_t sides = 4;
-    if (!list.is_array() || list.size() < first + sides) {
-        return std::nullopt;
-    }
-    std::array<double, sides> values{};
-    for (std::size_t index = 0; index < sides; ++index) {
-        const Json& value = list[first + index];
-        if (!value.is_number()) {
-            return std::nullopt;
-        }
-        values.at(index) = value.get<double>();
-        if (!std::isfinite(values.at(index)) || std::abs(values.at(index)) > farthest) {
-            return std::nullopt;
-        }
-    }
-    const auto& [x, y, width, height] = values;
-    return width < 0 || height < 0 ? std::nullopt : std::optional(corvid::CGRect{{x, y}, {width, height}});
-}
-
-std::optional<corvid::CGRect> rectangleOf(const Json& object, const char* name) {
-    const Json* value = member(object, name);
-    return value == nullptr ? std::nullopt : rectangleIn(*value, 0);
-}
-
-ProcessIdentifier processOf(const Json& object) {
-    const Json* value = member(object, "pid");
-    if (value == nullptr || !value->is_number_integer()) {
-        return 0;
-    }
-    const auto number = value->get<std::int64_t>();
-    return number > 0 && number <= std::numeric_limits<ProcessIdentifier>::max()
-               ? static_cast<ProcessIdentifier>(number)
-               : 0;
-}
-
 WindowKind kindOf(const Json& object) {
-    const std::string kind = textOf(object, "kind");
+    const std::string_view kind = compositor::textOf(object, "kind");
     if (kind == "standard") {
         return WindowKind::standard;
     }
@@ -103,19 +45,19 @@ std::optional<std::pair<WindowIdentifier, Window>> windowOf(const Json& object) 
         return std::nullopt;
     }
     // The extension tells of a window only once it is shown.
-    return std::pair(*std::move(identifier), Window{.clues = {.process = processOf(object),
-                                                              .applicationId = textOf(object, "applicationId"),
-                                                              .windowClass = textOf(object, "windowClass"),
-                                                              .windowInstance = textOf(object, "windowInstance")},
+    return std::pair(*std::move(identifier), Window{.clues = {.process = compositor::processOf(object, "pid"),
+                                                              .applicationId = nameOf(object, "applicationId"),
+                                                              .windowClass = nameOf(object, "windowClass"),
+                                                              .windowInstance = nameOf(object, "windowInstance")},
                                                     .kind = kindOf(object),
-                                                    .skipsTaskBars = booleanOf(object, "skipsTaskBars"),
-                                                    .isFullscreen = booleanOf(object, "isFullscreen"),
+                                                    .skipsTaskBars = isSet(object, "skipsTaskBars"),
+                                                    .isFullscreen = isSet(object, "isFullscreen"),
                                                     .isReady = true,
                                                     .frame = *frame});
 }
 
 std::optional<std::vector<Output>> outputsOf(const Json* list) {
-    if (list == nullptr || !list->is_array() || list->size() > mostOutputs) {
+    if (list == nullptr || !list->is_array()) {
         return std::nullopt;
     }
     std::vector<Output> outputs;
@@ -141,13 +83,13 @@ std::optional<Hello> parseHello(std::string_view text) {
     }
     const auto number = version->get<std::int64_t>();
     Hello hello{.version = number > 0 && number < std::numeric_limits<int>::max() ? static_cast<int>(number) : 0,
-                .session = textOf(message, "session"),
+                .session = nameOf(message, "session"),
                 .contents = {.windows = {},
                              .focused = identifierOf(member(message, "focused")),
                              .outputs = *std::move(outputs)}};
     for (const Json& each : *windows) {
         auto window = windowOf(each);
-        if (window && hello.contents.windows.size() < mostWindows) {
+        if (window) {
             hello.contents.windows.push_back(*std::move(window));
         }
     }
@@ -174,8 +116,8 @@ std::optional<std::vector<WindowFrame>> parseFrames(std::string_view text) {
         constexpr std::size_t length = 6;
         const bool hasAll = each.is_array() && each.size() == length && each.back().is_boolean();
         auto identifier = hasAll ? identifierOf(&each.front()) : std::nullopt;
-        const auto frame = hasAll ? rectangleIn(each, 1) : std::nullopt;
-        if (identifier && frame && frames.size() < mostWindows) {
+        const auto frame = hasAll ? compositor::rectangleIn(each, 1) : std::nullopt;
+        if (identifier && frame) {
             frames.push_back(
                 {.window = *std::move(identifier), .frame = *frame, .isFullscreen = each.back().get<bool>()});
         }

@@ -118,13 +118,13 @@ ShellHolders::Said ShellHolders::read(std::string_view json, std::size_t count) 
         if (isWhole && (*list)[place].is_null()) {
             continue;
         }
-        const std::string binding = isWhole ? compositor::textIn((*list)[place], "binding") : std::string();
+        const std::string binding = isWhole ? compositor::nameOf((*list)[place], "binding") : std::string();
         if (binding.empty()) {
             said.unknown.push_back(place);
             continue;
         }
         said.answers[place] =
-            ShortcutHolder{.heldBy = "GNOME", .purpose = compositor::textIn((*list)[place], "summary")};
+            ShortcutHolder{.heldBy = "GNOME", .purpose = compositor::nameOf((*list)[place], "summary")};
         if (const auto common = linux::commonPurpose(linux::settings::gnomeSchemas.front(), binding)) {
             said.answers[place]->purpose = *common;
         }

@@ -1,6 +1,7 @@
 #include "Platform/GnomeShell/ShellLink.h"
 
 #include "Platform/GnomeShell/Protocol.h"
+#include "Platform/Linux/Bus/Calls.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,11 +12,6 @@ using linux::OwnedMessage;
 
 namespace {
 
-constexpr const char* busService = "org.freedesktop.DBus";
-
-constexpr const char* ownerRule = "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
-                                  "interface='org.freedesktop.DBus',member='NameOwnerChanged',"
-                                  "arg0='org.gnome.Shell'";
 constexpr const char* signalRule = "type='signal',path='/org/corvid/Tessel/Windows',"
                                    "interface='org.corvid.Tessel.Windows1'";
 
@@ -34,22 +30,6 @@ struct ShellLink::Answers {
         ShellLink& link = self(data);
         link.question.reset();
         link.take(reply);
-        return 0;
-    }
-
-    static int ownerChanged(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
-        const char* name = nullptr;
-        const char* former = nullptr;
-        const char* owner = nullptr;
-        // The rule is the library's to keep for what is sent to all; anybody can send to us alone.
-        if (senderOf(signal) == busService && sd_bus_message_read(signal, "sss", &name, &former, &owner) > 0 &&
-            std::string_view(name) == Protocol::shellName && self(data).shell != owner) {
-            self(data).close(*owner == '\0' ? Obstacle::noShell : Obstacle::noExtension);
-            self(data).shell = owner;
-            if (*owner != '\0') {
-                self(data).ask();
-            }
-        }
         return 0;
     }
 
@@ -88,7 +68,8 @@ ShellLink::Listener::~Listener() {
 ShellLink::ShellLink(linux::MainLoop& mainLoop, linux::SessionBus& bus)
     : linux::SessionBus::Listener(bus)
     , mainLoop(mainLoop)
-    , sessionBus(bus) {
+    , sessionBus(bus)
+    , owner(Protocol::shellName, [this] { ownerChanged(); }) {
 }
 
 ShellLink::~ShellLink() = default;
@@ -112,38 +93,39 @@ Instant ShellLink::endOfWaiting() {
 void ShellLink::busArrived(sd_bus* arrived) {
     bus = arrived;
     sd_bus_request_name_async(bus, nullptr, Protocol::busName, SD_BUS_NAME_QUEUE, &linux::ignoreReply, nullptr);
-    sd_bus_slot* slot = nullptr;
-    if (sd_bus_add_match_async(bus, &slot, signalRule, &Answers::signalCame, &linux::ignoreReply, this) >= 0) {
-        signals.reset(std::exchange(slot, nullptr));
-    }
-    if (sd_bus_add_match_async(bus, &slot, ownerRule, &Answers::ownerChanged, &linux::ignoreReply, this) >= 0) {
-        owners.reset(slot);
-    }
+    signals = linux::listen(bus, signalRule, &Answers::signalCame, this);
+    owner.followChanges(bus);
     ask();
 }
 
 void ShellLink::busLeft() {
     signals.reset();
-    owners.reset();
+    owner.forget();
     question.reset();
     bus = nullptr;
     shell.clear();
     close(Obstacle::noShell);
 }
 
+void ShellLink::ownerChanged() {
+    if (owner.owner() != shell) {
+        shell = owner.owner();
+        close(shell.empty() ? Obstacle::noShell : Obstacle::noExtension);
+        if (!shell.empty()) {
+            ask();
+        }
+    }
+}
+
 void ShellLink::ask() {
-    const OwnedMessage message = newCall("Hello");
-    sd_bus_slot* slot = nullptr;
-    constexpr std::uint64_t usualTimeout = 0;
-    if (message != nullptr &&
-        sd_bus_call_async(bus, &slot, message.get(), &Answers::helloSaid, this, usualTimeout) >= 0) {
-        question.reset(slot);
+    if (const OwnedMessage message = newCall("Hello")) {
+        question = linux::send(bus, message.get(), &Answers::helloSaid, this);
     }
 }
 
 void ShellLink::take(sd_bus_message* answer) {
     const std::string_view sender = senderOf(answer);
-    const bool isFromBus = sender.empty() || sender == busService;
+    const bool isFromBus = sender.empty() || linux::isFromBus(answer);
     if (!isFromBus) {
         shell = sender;
     }
@@ -173,9 +155,8 @@ ShellLink::Obstacle ShellLink::obstacleIn(sd_bus_message* answer, bool isFromBus
         return Obstacle::otherClient;
     }
     if (sd_bus_message_is_method_error(answer, Protocol::unusable) > 0) {
-        constexpr std::size_t longestNames = 1024;
         const char* names = sd_bus_message_get_error(answer)->message;
-        missingNames = std::string_view(names == nullptr ? "" : names).substr(0, longestNames);
+        missingNames = names == nullptr ? "" : names;
         return Obstacle::unfitShell;
     }
     return Obstacle::noExtension;

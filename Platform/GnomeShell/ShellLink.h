@@ -1,8 +1,9 @@
 #pragma once
 
 #include "Platform/GnomeShell/Messages.h"
-#include "Platform/Linux/Control/BusHandles.h"
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/BusHandles.h"
+#include "Platform/Linux/Bus/NameOwner.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/MainLoop.h"
 
 #include <chrono>
@@ -121,6 +122,7 @@ private:
 
     /// Asks whether the extension is there; the answer comes later.
     void ask();
+    void ownerChanged();
     void take(sd_bus_message* answer);
     /// Why the extension, or the bus in its stead, has not answered as it should.
     [[nodiscard]] Obstacle obstacleIn(sd_bus_message* answer, bool isFromBus);
@@ -133,12 +135,13 @@ private:
     std::vector<Listener*> listeners;
     Obstacle present = Obstacle::unknown;
     sd_bus* bus = nullptr;
-    /// The connection of the shell; empty where it is not known.
+    linux::NameOwner owner;
+    /// The connection of the shell; empty where it is not known. The shell's first answer says it before the owner
+    /// does.
     std::string shell;
     std::string session;
     std::string missingNames;
     linux::OwnedSlot signals;
-    linux::OwnedSlot owners;
     linux::OwnedSlot question;
     std::optional<Instant> end;
     std::unique_ptr<ScheduledWork> nextTurn;

@@ -3,8 +3,8 @@
 #include "Platform/Linux/BaseFolders.h"
 #include "Platform/Linux/ProgramOutput.h"
 #include "Platform/Sway/Configuration.h"
-#include "Platform/Sway/Json.h"
 #include "Platform/Sway/LineHolder.h"
+#include "Platform/Sway/Nodes.h"
 
 #include <string>
 #include <utility>

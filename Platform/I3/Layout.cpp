@@ -12,12 +12,8 @@ namespace platform::i3 {
 namespace {
 
 using sway::Json;
-using sway::member;
 using sway::numberOf;
 using sway::textOf;
-
-/// More than any desktop has.
-constexpr std::size_t mostWindows = 4096;
 
 /// More than any border or title bar has.
 constexpr std::int64_t thickestBorder = 4096;
@@ -33,7 +29,7 @@ bool isOfType(const Json& node, std::string_view type) {
 }
 
 std::optional<corvid::CGRect> areaOf(const Json& node) {
-    const auto rect = sway::rectOf(node, "rect");
+    const auto rect = sway::rectangleOf(node, "rect");
     return rect && rect->size.width > 0 && rect->size.height > 0 ? rect : std::nullopt;
 }
 
@@ -45,7 +41,7 @@ std::optional<xcb_window_t> windowOf(const Json& node) {
 
 void addChildren(std::vector<Visit>& waiting, const Json& node) {
     for (const char* name : {"nodes", "floating_nodes"}) {
-        if (const Json* children = member(node, name); children != nullptr && children->is_array()) {
+        if (const Json* children = sway::listIn(node, name)) {
             for (const Json& child : *children) {
                 waiting.push_back({.node = &child, .parent = &node});
             }
@@ -55,7 +51,7 @@ void addChildren(std::vector<Visit>& waiting, const Json& node) {
 
 /// Of the title bar, or of the tab that stands for it, which is as high; nothing where the node has neither.
 std::optional<std::int32_t> titleHeight(const Json& node) {
-    const auto title = sway::rectOf(node, "deco_rect");
+    const auto title = sway::rectangleOf(node, "deco_rect");
     const bool isThere = title && title->size.height > 0 && title->size.height <= thickestBorder;
     return isThere ? std::optional(static_cast<std::int32_t>(title->size.height)) : std::nullopt;
 }
@@ -86,7 +82,7 @@ void readWindow(const Visit& visit, x11::Layout& layout) {
     const bool isTiled = !isOfType(*visit.parent, "floating_con");
     const auto drawn = areaOf(*visit.node);
     const auto frame = isTiled ? drawn : areaOf(*visit.parent);
-    if (window && drawn && frame && layout.windows.size() < mostWindows) {
+    if (window && drawn && frame) {
         const auto outside = isTiled ? bordersOutside(*visit.node) : std::nullopt;
         layout.windows.emplace(
             *window,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Sway/Json.h"
+#include "Platform/Sway/Nodes.h"
 #include "Platform/X11/TilingManager.h"
 
 #include <optional>

@@ -2,7 +2,7 @@
 
 #include "Platform/MainActor.h"
 #include "Platform/Sway/Connection.h"
-#include "Platform/Sway/Json.h"
+#include "Platform/Sway/Nodes.h"
 #include "Platform/X11/TilingManager.h"
 
 #include <optional>

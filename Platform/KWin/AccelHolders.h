@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/ShortcutHolders.h"
 

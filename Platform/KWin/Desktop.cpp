@@ -16,8 +16,7 @@ DesktopParts::DesktopParts(linux::MainLoop& mainLoop, const std::filesystem::pat
 
 Desktop::Desktop(linux::MainLoop& mainLoop, const std::filesystem::path& script, HotKeys::Naming naming)
     : DesktopParts(mainLoop, script, std::move(naming))
-    , compositor::Desktop(mainLoop, DesktopParts::table, DesktopParts::door)
-    , bell(mainLoop) {
+    , compositor::Desktop(mainLoop, DesktopParts::table, DesktopParts::door) {
     hotKeys.setBeforePress([this] { beginTurn(); });
 }
 

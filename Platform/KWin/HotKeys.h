@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/KWin/NameOwner.h"
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/NameOwner.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/HandledHotKeys.h"
 #include "Platform/Linux/MainLoop.h"
 
@@ -77,7 +77,7 @@ private:
     linux::MainLoop& mainLoop;
     Naming naming;
     sd_bus* bus = nullptr;
-    NameOwner owner;
+    linux::NameOwner owner;
     /// Whose keys ours are; empty while nobody's are.
     std::string server;
     bool areLeftoversCleared = false;

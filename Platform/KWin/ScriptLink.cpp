@@ -16,10 +16,8 @@ constexpr const char* serviceName = "org.corvid.Tessel.KWin";
 constexpr const char* objectPath = "/org/corvid/Tessel/KWin";
 constexpr const char* interfaceName = "org.corvid.Tessel.KWin1";
 
-/// Who has more to say in one turn than this is not well, and is started afresh.
+/// A script that queues more than this in one turn is broken: reload it.
 constexpr std::size_t mostArrivals = 20'000;
-/// More that was asked than this, of a script that does not call, is given up from the oldest on.
-constexpr std::size_t mostCommands = 200;
 
 constexpr std::chrono::milliseconds patienceLeeway{10};
 constexpr std::chrono::milliseconds soonestRetry{100};
@@ -124,12 +122,9 @@ void ScriptLink::arrive(Arrival arrival) {
     arrivals.push_back(std::move(arrival));
     if (!isTurnPosted) {
         isTurnPosted = true;
-        // Without effect once this is gone.
-        mainLoop.post([link = std::weak_ptr(self)] {
-            if (const auto alive = link.lock()) {
-                (*alive)->isTurnPosted = false;
-                (*alive)->actOnArrivals();
-            }
+        later.post([this] {
+            isTurnPosted = false;
+            actOnArrivals();
         });
     }
 }
@@ -222,9 +217,6 @@ void ScriptLink::lose() {
 }
 
 void ScriptLink::ask(std::string command) {
-    if (commands.size() >= mostCommands) {
-        commands.erase(commands.begin());
-    }
     commands.push_back(std::move(command));
     if (waiting) {
         answer(std::exchange(commands, {}));

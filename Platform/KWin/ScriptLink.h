@@ -1,9 +1,10 @@
 #pragma once
 
-#include "Platform/KWin/NameOwner.h"
 #include "Platform/KWin/ScriptLoader.h"
 #include "Platform/KWin/ScriptMessages.h"
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/NameOwner.h"
+#include "Platform/Linux/Bus/SessionBus.h"
+#include "Platform/Linux/LaterWork.h"
 #include "Platform/Linux/MainLoop.h"
 
 #include <chrono>
@@ -116,7 +117,7 @@ private:
     Receiver& receiver;
     Timing timing;
     sd_bus* bus = nullptr;
-    NameOwner kwin;
+    linux::NameOwner kwin;
     ScriptLoader loader;
     linux::OwnedSlot object;
     linux::OwnedSlot naming;
@@ -130,7 +131,7 @@ private:
     std::vector<std::string> commands;
     std::unique_ptr<ScheduledWork> alarm;
     unsigned failures = 0;
-    std::shared_ptr<ScriptLink*> self = std::make_shared<ScriptLink*>(this);
+    linux::LaterWork later{mainLoop};
 };
 
 } // namespace platform::kwin

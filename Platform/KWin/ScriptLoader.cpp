@@ -1,5 +1,7 @@
 #include "Platform/KWin/ScriptLoader.h"
 
+#include "Platform/Linux/Bus/Calls.h"
+
 #include <chrono>
 #include <cstdint>
 #include <utility>
@@ -13,6 +15,10 @@ constexpr const char* scriptingInterface = "org.kde.kwin.Scripting";
 /// What KWin calls our script.
 constexpr const char* scriptName = "org.corvid.Tessel";
 
+constexpr linux::BusMember scripting(const char* method) {
+    return {ScriptLoader::kwinName, scriptingPath, scriptingInterface, method};
+}
+
 } // namespace
 
 ScriptLoader::ScriptLoader(std::filesystem::path script, std::function<void()> failed)
@@ -21,12 +27,10 @@ ScriptLoader::ScriptLoader(std::filesystem::path script, std::function<void()> f
 }
 
 void ScriptLoader::load(sd_bus* bus) {
-    sd_bus_slot* slot = nullptr;
-    if (sd_bus_call_method_async(bus, &slot, kwinName, scriptingPath, scriptingInterface, "unloadScript", &unloaded,
-                                 this, "s", scriptName) < 0) {
+    step = linux::call(bus, scripting("unloadScript"), &unloaded, this, "s", scriptName);
+    if (step == nullptr) {
         failed();
     }
-    step.reset(slot);
 }
 
 void ScriptLoader::unload(sd_bus* bus, Duration atMost) {
@@ -45,26 +49,23 @@ void ScriptLoader::unload(sd_bus* bus, Duration atMost) {
 int ScriptLoader::unloaded(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
     auto& self = *static_cast<ScriptLoader*>(data);
     // Whether there was one does not matter.
-    sd_bus_slot* slot = nullptr;
-    if (sd_bus_call_method_async(sd_bus_message_get_bus(reply), &slot, kwinName, scriptingPath, scriptingInterface,
-                                 "loadScript", &loaded, data, "ss", self.script.c_str(), scriptName) < 0) {
+    self.step = linux::call(sd_bus_message_get_bus(reply), scripting("loadScript"), &loaded, data, "ss",
+                            self.script.c_str(), scriptName);
+    if (self.step == nullptr) {
         self.failed();
     }
-    self.step.reset(slot);
     return 0;
 }
 
 int ScriptLoader::loaded(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
     auto& self = *static_cast<ScriptLoader*>(data);
     std::int32_t number = -1;
-    sd_bus_slot* slot = nullptr;
-    if (sd_bus_message_is_method_error(reply, nullptr) != 0 || sd_bus_message_read(reply, "i", &number) <= 0 ||
-        number < 0 ||
-        sd_bus_call_method_async(sd_bus_message_get_bus(reply), &slot, kwinName, scriptingPath, scriptingInterface,
-                                 "start", &started, data, nullptr) < 0) {
+    const bool isLoaded = sd_bus_message_is_method_error(reply, nullptr) == 0 &&
+                          sd_bus_message_read(reply, "i", &number) > 0 && number >= 0;
+    self.step = isLoaded ? linux::call(sd_bus_message_get_bus(reply), scripting("start"), &started, data, "") : nullptr;
+    if (self.step == nullptr) {
         self.failed();
     }
-    self.step.reset(slot);
     return 0;
 }
 

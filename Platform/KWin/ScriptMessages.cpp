@@ -3,78 +3,21 @@
 #include "Platform/Compositor/Json.h"
 
 #include <array>
-#include <cmath>
-#include <limits>
 #include <utility>
 
 namespace platform::kwin::ScriptMessages {
 
 namespace {
 
+using compositor::isSet;
 using compositor::Json;
+using compositor::listIn;
 using compositor::member;
-
-constexpr std::size_t longestName = 1024;
-constexpr std::size_t mostWindows = 10'000;
-constexpr std::size_t mostScreens = 64;
-/// No desktop is larger, and calculations with such numbers are exact.
-constexpr double farthest = 1e6;
-
-std::optional<Json> parsed(std::string_view text) {
-    return text.size() > longestText ? std::nullopt : compositor::parsedJson(text);
-}
-
-/// A text, empty where there is none or one that is no name.
-std::string name(const Json& object, const char* key) {
-    const Json* value = member(object, key);
-    const auto* text = value == nullptr ? nullptr : value->get_ptr<const std::string*>();
-    const bool isName = text != nullptr && text->size() <= longestName && text->find('\0') == std::string::npos;
-    return isName ? *text : std::string();
-}
-
-bool flag(const Json& object, const char* key) {
-    const Json* value = member(object, key);
-    return value != nullptr && value->is_boolean() && value->get<bool>();
-}
-
-/// So many finite numbers.
-template <std::size_t count>
-std::optional<std::array<double, count>> numbers(const Json* list) {
-    if (list == nullptr || !list->is_array() || list->size() != count) {
-        return std::nullopt;
-    }
-    std::array<double, count> values{};
-    for (std::size_t index = 0; index < count; ++index) {
-        const Json& number = (*list)[index];
-        if (!number.is_number() || !(std::abs(number.get<double>()) <= farthest)) {
-            return std::nullopt;
-        }
-        values.at(index) = number.get<double>();
-    }
-    return values;
-}
-
-std::optional<corvid::CGRect> rectangle(const Json* list) {
-    const auto sides = numbers<4>(list);
-    if (!sides || (*sides)[2] < 0 || (*sides)[3] < 0) {
-        return std::nullopt;
-    }
-    const auto [x, y, width, height] = *sides;
-    return corvid::CGRect{{x, y}, {width, height}};
-}
-
-std::optional<ProcessIdentifier> process(const Json& object) {
-    const Json* value = member(object, "process");
-    if (value == nullptr || !value->is_number_integer()) {
-        return std::nullopt;
-    }
-    const auto number = value->get<std::int64_t>();
-    const bool isOne = number > 0 && number <= std::numeric_limits<ProcessIdentifier>::max();
-    return isOne ? static_cast<ProcessIdentifier>(number) : 0;
-}
+using compositor::nameOf;
+using compositor::rectangleOf;
 
 std::optional<compositor::WindowKind> kind(const Json& object) {
-    const std::string word = name(object, "kind");
+    const std::string_view word = compositor::textOf(object, "kind");
     if (word == "standard") {
         return compositor::WindowKind::standard;
     }
@@ -82,34 +25,34 @@ std::optional<compositor::WindowKind> kind(const Json& object) {
 }
 
 std::optional<Told> window(const Json& object) {
-    std::string identifier = name(object, "id");
-    const auto owner = process(object);
+    std::string identifier = nameOf(object, "id");
+    const Json* process = member(object, "process");
     const auto itsKind = kind(object);
-    const auto frame = rectangle(member(object, "frame"));
-    if (identifier.empty() || !owner || !itsKind || !frame) {
+    const auto frame = rectangleOf(object, "frame");
+    if (identifier.empty() || process == nullptr || !process->is_number_integer() || !itsKind || !frame) {
         return std::nullopt;
     }
     return Told{.identifier = std::move(identifier),
-                .window = {.clues = {.process = *owner,
-                                     .applicationId = name(object, "entry"),
-                                     .windowClass = name(object, "class"),
-                                     .windowInstance = name(object, "instance")},
+                .window = {.clues = {.process = compositor::processOf(object, "process"),
+                                     .applicationId = nameOf(object, "entry"),
+                                     .windowClass = nameOf(object, "class"),
+                                     .windowInstance = nameOf(object, "instance")},
                            .kind = *itsKind,
-                           .skipsTaskBars = flag(object, "skipsTaskBars"),
-                           .isFullscreen = flag(object, "isFullscreen"),
+                           .skipsTaskBars = isSet(object, "skipsTaskBars"),
+                           .isFullscreen = isSet(object, "isFullscreen"),
                            // KWin tells of a window once it is shown.
                            .isReady = true,
                            .frame = *frame}};
 }
 
 std::optional<Screens> screens(const Json* list) {
-    if (list == nullptr || !list->is_array() || list->empty() || list->size() > mostScreens) {
+    if (list == nullptr || !list->is_array() || list->empty()) {
         return std::nullopt;
     }
     Screens read;
     for (const Json& screen : *list) {
-        const auto frame = rectangle(member(screen, "frame"));
-        const auto workArea = rectangle(member(screen, "workArea"));
+        const auto frame = rectangleOf(screen, "frame");
+        const auto workArea = rectangleOf(screen, "workArea");
         if (!frame || !workArea) {
             return std::nullopt;
         }
@@ -123,15 +66,15 @@ std::optional<Focused> focused(const Json& object) {
     if (value == nullptr || !value->is_string()) {
         return std::nullopt;
     }
-    std::string identifier = name(object, "focused");
+    std::string identifier = nameOf(object, "focused");
     return Focused{identifier.empty() ? std::nullopt : std::optional(std::move(identifier))};
 }
 
 std::optional<Opened> opened(const Json& object) {
-    const Json* list = member(object, "windows");
+    const Json* list = listIn(object, "windows");
     auto focus = focused(object);
     auto outputs = screens(member(object, "screens"));
-    if (list == nullptr || !list->is_array() || list->size() > mostWindows || !focus || !outputs) {
+    if (list == nullptr || !focus || !outputs) {
         return std::nullopt;
     }
     Opened read{.windows = {}, .focused = std::move(focus->identifier), .outputs = std::move(outputs->outputs)};
@@ -151,7 +94,7 @@ std::optional<News> news(std::optional<Value> value) {
 }
 
 std::optional<Outcome> outcome(const Json& object) {
-    const std::string word = name(object, "outcome");
+    const std::string_view word = compositor::textOf(object, "outcome");
     constexpr std::array<std::pair<std::string_view, Outcome>, 4> words{
         {{"done", Outcome::done}, {"gone", Outcome::gone}, {"refused", Outcome::refused}, {"failed", Outcome::failed}}};
     for (const auto& [known, value] : words) {
@@ -170,7 +113,7 @@ std::string written(const Json& value) {
 } // namespace
 
 std::optional<News> readNews(std::string_view text) {
-    const auto value = parsed(text);
+    const auto value = compositor::parsedJson(text);
     if (!value || !value->is_object() || value->size() != 1) {
         return std::nullopt;
     }
@@ -186,12 +129,12 @@ std::optional<News> readNews(std::string_view text) {
     if (member(*value, "focused") != nullptr) {
         return news(focused(*value));
     }
-    std::string identifier = name(*value, "gone");
+    std::string identifier = nameOf(*value, "gone");
     return identifier.empty() ? std::nullopt : std::optional<News>(Gone{std::move(identifier)});
 }
 
 std::optional<std::vector<Result>> readResults(std::string_view text) {
-    const auto value = parsed(text);
+    const auto value = compositor::parsedJson(text);
     if (!value || !value->is_array()) {
         return std::nullopt;
     }
@@ -204,12 +147,14 @@ std::optional<std::vector<Result>> readResults(std::string_view text) {
         }
         Result result{.number = number->get<std::uint64_t>(),
                       .outcome = *became,
-                      .asked = rectangle(member(each, "asked")),
-                      .frame = rectangle(member(each, "frame")),
-                      .isForced = flag(each, "isForced"),
+                      .asked = rectangleOf(each, "asked"),
+                      .frame = rectangleOf(each, "frame"),
+                      .isForced = isSet(each, "isForced"),
                       .pointer = std::nullopt};
-        if (const auto place = numbers<2>(member(each, "pointer"))) {
-            result.pointer = corvid::CGPoint{(*place)[0], (*place)[1]};
+        if (const Json* place = listIn(each, "pointer"); place != nullptr && place->size() == 2) {
+            const auto x = compositor::coordinate(place->front());
+            const auto y = compositor::coordinate(place->back());
+            result.pointer = x && y ? std::optional(corvid::CGPoint{*x, *y}) : std::nullopt;
         }
         results.push_back(result);
     }

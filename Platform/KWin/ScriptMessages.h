@@ -17,9 +17,6 @@
 /// the script writes it is no message at all, and texts within it that are too long to be a name are empty.
 namespace platform::kwin::ScriptMessages {
 
-/// Longest text that is read at all.
-inline constexpr std::size_t longestText = 4UL * 1024 * 1024;
-
 /// All that there is; the first that a script tells.
 using Opened = compositor::WindowTable::Contents;
 

@@ -1,25 +1,33 @@
 #include "Platform/Linux/AddressOpener.h"
 
 #include "CorvidKitCore/Address.h"
+#include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/Bus/Calls.h"
 #include "Platform/Linux/DesktopPortal.h"
+#include "Platform/Linux/ProgramStart.h"
 #include "Platform/Linux/SettingsPages.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <string>
-#include <utility>
 
 namespace platform::linux {
 
 namespace {
 
-constexpr const char* openInterface = "org.freedesktop.portal.OpenURI";
-
-constexpr const char* daemonName = "org.freedesktop.DBus";
-constexpr const char* daemonPath = "/org/freedesktop/DBus";
+constexpr BusMember openMethod{portalName, portalPath, "org.freedesktop.portal.OpenURI", "OpenURI"};
 
 /// No program shows addresses near this length.
 constexpr std::size_t longestAddress = std::size_t{8} << 10U;
+
+bool openSettings(std::string_view link) {
+    const auto pages = SettingsPages::pages(link, environmentVariable("XDG_CURRENT_DESKTOP").value_or(""));
+    return std::ranges::any_of(
+        pages, [](const SettingsPages::Page& page) { return startProgram(page.program, page.arguments); });
+}
+
+bool runOpener(std::string_view address) {
+    return startProgram("xdg-open", {std::string(address)});
+}
 
 } // namespace
 
@@ -30,9 +38,9 @@ struct AddressOpener::Call {
     OwnedSlot slot;
 };
 
-AddressOpener::AddressOpener(MainLoop& mainLoop, SessionBus& bus)
+AddressOpener::AddressOpener(SessionBus& bus)
     : Listener(bus)
-    , programs(mainLoop) {
+    , portal(portalName, [] {}) {
 }
 
 AddressOpener::~AddressOpener() = default;
@@ -47,31 +55,17 @@ bool AddressOpener::open(std::string_view address) {
     return askPortal(address) || runOpener(address);
 }
 
-bool AddressOpener::openSettings(std::string_view link) {
-    // The environment stays as it was at the start.
-    const char* desktop = std::getenv("XDG_CURRENT_DESKTOP"); // NOLINT(concurrency-mt-unsafe)
-    const auto pages = SettingsPages::pages(link, desktop == nullptr ? "" : desktop);
-    return std::ranges::any_of(
-        pages, [this](const SettingsPages::Page& page) { return programs.start(page.program, page.arguments); });
-}
-
-bool AddressOpener::runOpener(std::string_view address) {
-    return programs.start("xdg-open", {std::string(address)});
-}
-
 bool AddressOpener::askPortal(std::string_view address) {
-    if (!hasPortal) {
+    if (bus == nullptr || (portal.owner().empty() && !canStartPortal)) {
         return false;
     }
-    Call& call = calls.emplace_back(*this, std::string(address));
-    sd_bus_slot* slot = nullptr;
+    Call& started = calls.emplace_back(*this, std::string(address));
     // No parent window, no options.
-    if (sd_bus_call_method_async(bus, &slot, portalName, portalPath, openInterface, "OpenURI", &portalAnswered, &call,
-                                 "ssa{sv}", "", call.address.c_str(), 0) < 0) {
+    started.slot = call(bus, openMethod, &portalAnswered, &started, "ssa{sv}", "", started.address.c_str(), 0);
+    if (started.slot == nullptr) {
         calls.pop_back();
         return false;
     }
-    call.slot.reset(slot);
     return true;
 }
 
@@ -79,7 +73,7 @@ int AddressOpener::portalAnswered(sd_bus_message* reply, void* data, sd_bus_erro
     const auto* const call = static_cast<Call*>(data);
     AddressOpener& opener = call->opener;
     if (sd_bus_message_is_method_error(reply, nullptr) > 0) {
-        [[maybe_unused]] const bool started = opener.runOpener(call->address);
+        runOpener(call->address);
     }
     opener.calls.remove_if([call](const Call& other) { return &other == call; });
     return 0;
@@ -87,31 +81,16 @@ int AddressOpener::portalAnswered(sd_bus_message* reply, void* data, sd_bus_erro
 
 void AddressOpener::busArrived(sd_bus* arrived) {
     bus = arrived;
-    // It may run already, or be started when it is called.
-    sd_bus_slot* slot = nullptr;
-    sd_bus_call_method_async(bus, &slot, daemonName, daemonPath, daemonName, "NameHasOwner", &ownerTold, this, "s",
-                             portalName);
-    ownerQuestion.reset(std::exchange(slot, nullptr));
-    sd_bus_call_method_async(bus, &slot, daemonName, daemonPath, daemonName, "ListActivatableNames", &namesListed, this,
-                             "");
-    namesQuestion.reset(slot);
+    portal.follow(bus);
+    namesQuestion = call(bus, methodOfBus("ListActivatableNames"), &namesListed, this, "");
 }
 
 void AddressOpener::busLeft() {
     bus = nullptr;
-    hasPortal = false;
-    ownerQuestion.reset();
+    canStartPortal = false;
+    portal.forget();
     namesQuestion.reset();
     calls.clear();
-}
-
-int AddressOpener::ownerTold(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
-    auto& self = *static_cast<AddressOpener*>(data);
-    int isOwned = 0; // the library's boolean
-    if (sd_bus_message_is_method_error(reply, nullptr) == 0 && sd_bus_message_read(reply, "b", &isOwned) > 0) {
-        self.hasPortal = self.hasPortal || isOwned != 0;
-    }
-    return 0;
 }
 
 int AddressOpener::namesListed(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
@@ -122,7 +101,7 @@ int AddressOpener::namesListed(sd_bus_message* reply, void* data, sd_bus_error* 
     }
     const char* name = nullptr;
     while (sd_bus_message_read(reply, "s", &name) > 0) {
-        self.hasPortal = self.hasPortal || std::string_view{name} == portalName;
+        self.canStartPortal = self.canStartPortal || std::string_view{name} == portalName;
     }
     return 0;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/AddressOpener.h"
-#include "Platform/Linux/Control/SessionBus.h"
-#include "Platform/Linux/DetachedPrograms.h"
+#include "Platform/Linux/Bus/NameOwner.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 
 #include <list>
 #include <string_view>
@@ -14,8 +14,8 @@ namespace platform::linux {
 /// (`SettingsPages`). This program itself connects to nothing. Main thread only.
 class AddressOpener final : public platform::AddressOpener, private SessionBus::Listener {
 public:
-    /// Both must outlive this.
-    AddressOpener(MainLoop& mainLoop, SessionBus& bus);
+    /// The bus must outlive this.
+    explicit AddressOpener(SessionBus& bus);
     ~AddressOpener() override;
 
     /// Never waits: true means that somebody was found to hand the address to.
@@ -28,19 +28,15 @@ private:
     void busLeft() override;
 
     static int namesListed(sd_bus_message* reply, void* data, sd_bus_error* error);
-    static int ownerTold(sd_bus_message* reply, void* data, sd_bus_error* error);
     static int portalAnswered(sd_bus_message* reply, void* data, sd_bus_error* error);
 
-    [[nodiscard]] bool openSettings(std::string_view link);
     [[nodiscard]] bool askPortal(std::string_view address);
-    [[nodiscard]] bool runOpener(std::string_view address);
 
-    DetachedPrograms programs;
     sd_bus* bus = nullptr;
-    /// The questions whether there is a portal.
-    OwnedSlot ownerQuestion;
+    NameOwner portal;
+    /// The question whether the portal can be started.
     OwnedSlot namesQuestion;
-    bool hasPortal = false;
+    bool canStartPortal = false;
     std::list<Call> calls;
 };
 

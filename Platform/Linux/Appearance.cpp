@@ -48,7 +48,7 @@ AppearanceWishes Appearance::combined() const {
 }
 
 void Appearance::sourceChanged() {
-    // What somebody says who is not asked first changes nothing.
+    // A change in a source of lower rank may change nothing.
     if (std::exchange(told, combined()) != told && changed) {
         changed();
     }

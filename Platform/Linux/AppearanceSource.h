@@ -7,7 +7,7 @@
 
 namespace platform::linux {
 
-/// What one place says of the user's wishes; nothing where it does not say.
+/// The user's wishes by one source; nothing for a wish that the source does not have.
 struct AppearanceWishes {
     std::optional<ColorScheme> colorScheme;
     std::optional<bool> reducesMotion;

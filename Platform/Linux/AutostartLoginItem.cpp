@@ -12,7 +12,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -22,7 +21,7 @@ namespace {
 
 constexpr const char* entryGroup = "Desktop Entry";
 constexpr std::string_view fileName = "/org.corvid.Tessel.desktop";
-/// Ours, beside `Hidden`: tells an entry that was taken off the list here from one that was switched off elsewhere.
+/// Our own key, beside `Hidden`: marks an entry that was unregistered here, not switched off elsewhere.
 constexpr const char* unregisteredKey = "X-Tessel-Unregistered";
 
 bool exists(const std::string& path) {
@@ -34,14 +33,12 @@ bool exists(const std::string& path) {
 
 AutostartLoginItem::Places AutostartLoginItem::Places::ofThisProcess() {
     const BaseFolders folders = BaseFolders::ofThisProcess();
-    // The environment stays as it was at the start.
-    const char* path = std::getenv("PATH"); // NOLINT(concurrency-mt-unsafe)
     Places places{
         .userFolder = folders.userConfiguration,
         .systemFolders = {},
         .program = programPath(),
         .currentDesktops = linux::currentDesktops(),
-        .searchPath = path == nullptr ? "/usr/local/bin:/usr/bin:/bin" : path,
+        .searchPath = programSearchPath(),
     };
     if (places.userFolder) {
         places.userFolder->append("/autostart");
@@ -140,7 +137,7 @@ std::expected<void, std::string> AutostartLoginItem::write(bool isHidden) const 
     file.set(entryGroup, "Name", "Tessel");
     file.set(entryGroup, "Comment", "Moves and resizes windows from the keyboard");
     file.set(entryGroup, "Exec", ExecLine::quoted(places.program.value_or("tessel")));
-    // Once the program has been removed, nobody is told that it cannot be started.
+    // A desktop skips the entry silently after the program is removed.
     file.set(entryGroup, "TryExec", places.program.value_or("tessel"));
     file.set(entryGroup, "Icon", "org.corvid.Tessel");
     file.set(entryGroup, "Terminal", "false");

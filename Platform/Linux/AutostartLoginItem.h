@@ -21,7 +21,7 @@ public:
         std::optional<std::string> userFolder;
         /// Where entries for all users are, the most important folder first.
         std::vector<std::string> systemFolders;
-        /// The program to start, absolute; nothing where that cannot be told.
+        /// The program to start, an absolute path; nothing where it is unknown.
         std::optional<std::string> program;
         /// The names in `XDG_CURRENT_DESKTOP`.
         std::vector<std::string> currentDesktops;

@@ -1,10 +1,10 @@
 #include "Platform/Linux/BaseFolders.h"
 
-#include "Platform/Linux/Settings/ConfigurationFolder.h"
-
+#include <pwd.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <ranges>
 #include <utility>
@@ -42,6 +42,19 @@ std::optional<std::string> inHome(const std::optional<std::string>& value, const
         return withoutSlashes(*value);
     }
     return home ? std::optional(*home + std::string(standard)) : std::nullopt;
+}
+
+std::optional<std::string> homeFolder() {
+    if (auto home = environmentVariable("HOME"); home && home->starts_with('/')) {
+        return home;
+    }
+    constexpr std::size_t enough = 16384;
+    std::vector<char> buffer(enough);
+    passwd entry{};
+    passwd* found = nullptr;
+    const bool isKnown = ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) == 0 &&
+                         found != nullptr && found->pw_dir != nullptr;
+    return isKnown ? std::optional<std::string>(found->pw_dir) : std::nullopt;
 }
 
 } // namespace
@@ -101,6 +114,10 @@ std::string runtimeFolder() {
 
 std::vector<std::string> currentDesktops() {
     return partsBetweenColons(environmentVariable("XDG_CURRENT_DESKTOP").value_or(""));
+}
+
+std::string programSearchPath() {
+    return environmentVariable("PATH").value_or("/usr/local/bin:/usr/bin:/bin");
 }
 
 std::vector<std::string> partsBetweenColons(std::string_view text) {

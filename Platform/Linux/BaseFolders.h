@@ -33,7 +33,8 @@ struct BaseFolders {
 
     [[nodiscard]] static BaseFolders of(const Variables& variables);
 
-    /// Reads the environment, and the password database for a home folder that it does not name: main thread.
+    /// Reads the environment, and the password database where `HOME` is unset or not absolute: main thread. Not
+    /// `g_get_user_config_dir` and the like, which take relative paths as well.
     [[nodiscard]] static BaseFolders ofThisProcess();
 
     /// Where desktop entries are: "applications" in the data folders.
@@ -49,6 +50,9 @@ struct BaseFolders {
 
 /// The names in `XDG_CURRENT_DESKTOP`, the most particular first. Reads the environment: main thread.
 [[nodiscard]] std::vector<std::string> currentDesktops();
+
+/// The folders of programs, with colons between them: `PATH`. Reads the environment: main thread.
+[[nodiscard]] std::string programSearchPath();
 
 /// The parts of a text between colons, without empty ones.
 [[nodiscard]] std::vector<std::string> partsBetweenColons(std::string_view text);

@@ -28,7 +28,7 @@ public:
     Desktop& operator=(const Desktop&) = delete;
     virtual ~Desktop() = default;
 
-    /// The backend's name for people, as `--status` tells it: "X11", "KWin", "GNOME Shell", "sway", "i3".
+    /// The backend's name for people, as `--status` prints it: "X11", "KWin", "GNOME Shell", "sway", "i3".
     [[nodiscard]] virtual std::string_view name() const = 0;
 
     /// While windows cannot be placed: what is missing, and what the user can do about it, as part of a sentence in
@@ -38,8 +38,8 @@ public:
     /// While windows can be placed: what the user had better know of the way in which that is done, in the same form.
     [[nodiscard]] virtual std::string caution() { return {}; }
 
-    /// Begins to follow which applications run and which windows they open; those that are there now are not told as
-    /// new. Until this is called no application is known. Both have to outlive this. To be called once.
+    /// Begins to follow the running applications and their windows. Windows that exist already are not reported as new.
+    /// No application is known before this call. Both arguments must outlive this. To be called once.
     virtual void followApplications(ApplicationIdentification& identification, ApplicationCatalogue& catalogue) = 0;
 
     [[nodiscard]] virtual Accessibility& accessibility() = 0;
@@ -55,7 +55,7 @@ public:
 
     [[nodiscard]] virtual Workspace& workspace() = 0;
 
-    /// What the desktop itself says of how programs are to look; null where it says nothing beyond what all do.
+    /// The desktop's own source for how programs are to look; null where it has none.
     [[nodiscard]] virtual AppearanceSource* appearanceSource() = 0;
 
     /// Where this desktop takes status items, if it has a way of its own beside the one that all share; else null.

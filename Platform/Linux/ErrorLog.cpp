@@ -19,7 +19,7 @@ namespace platform::linux {
 namespace {
 
 constexpr std::string_view journalSocket = "/run/systemd/journal/socket";
-/// What the kernel writes into a pipe in one piece holds a line with everything around it (PIPE_BUF).
+/// A line of this length, with everything around it, goes into a pipe in one piece (PIPE_BUF).
 constexpr std::size_t longestMessage = 3072;
 
 bool isWritableNow(int descriptor) {

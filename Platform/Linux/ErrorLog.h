@@ -5,9 +5,9 @@
 
 namespace platform::linux {
 
-/// Notes an error, for whoever looks for the reason of something that did not work: in the journal with the fields
-/// `TESSEL_SUBSYSTEM` and `TESSEL_CATEGORY`, and on standard error, as "tessel: [category] message", where there is no
-/// journal to take it or where somebody watches. Never waits: what nobody takes at once is lost. Any thread.
+/// Logs an error. The journal gets it with the fields `TESSEL_SUBSYSTEM` and `TESSEL_CATEGORY`. Standard error gets it
+/// as "tessel: [category] message" where there is no journal, or where it is a terminal. Never blocks: a line that
+/// cannot be written at once is lost. Any thread.
 void logError(std::string_view subsystem, std::string_view category, std::string_view message);
 
 /// The line for standard error, control characters made harmless, and cut to a length that is written in one piece.

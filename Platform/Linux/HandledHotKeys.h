@@ -4,7 +4,7 @@
 
 namespace platform::linux {
 
-/// Hot keys with the handler that is told of their presses. Main thread only.
+/// Hot keys and the handler of their presses. Main thread only.
 class HandledHotKeys : public HotKeyEvents {
 public:
     OSStatus installHandler(HotKeyEventHandler newHandler, void* userData) final {

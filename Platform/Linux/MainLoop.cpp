@@ -19,7 +19,7 @@ namespace {
 
 using Microseconds = std::chrono::duration<std::uint64_t, std::micro>;
 
-/// Without an event loop there is nothing to go on with, and nobody to tell but the log.
+/// The program cannot run without an event loop; the log is all that is left.
 void require(int result, const char* what) {
     if (result < 0) {
         const std::string reason = std::generic_category().message(-result);
@@ -28,7 +28,7 @@ void require(int result, const char* what) {
     }
 }
 
-/// Whether whoever started this process told it to live on when its terminal or session hangs up (nohup).
+/// Whether this process was started to survive the hang-up of its terminal or session (nohup).
 bool ignoresHangUp() {
     struct sigaction action{};
     return sigaction(SIGHUP, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
@@ -89,8 +89,8 @@ void MainLoop::Soon::arm() {
         soon->work();
         return 0;
     };
-    // Made anew each time: the loop serves whoever has waited longest, and a source of this kind counts as having
-    // waited since it was made. An old one would always come before everything else.
+    // Made anew each time: the loop serves the source that has waited longest, and this kind counts from its creation.
+    // An old one would always come first.
     sd_event_source* raw = nullptr;
     require(sd_event_add_defer(loop, &raw, run, this), "cannot use the event loop");
     source.reset(raw);
@@ -186,7 +186,7 @@ HostedLoop::Outlook MainLoop::serve() {
         return Outlook::idle;
     }
     isServing = true;
-    // Whoever has the outer loop gets his turn, however much there is to serve here.
+    // The outer loop gets its turn, however much there is to serve here.
     constexpr int mostAtOnce = 64;
     auto outlook = Outlook::unfinished;
     for (int turn = 0; turn < mostAtOnce && outlook == Outlook::unfinished; ++turn) {
@@ -256,7 +256,7 @@ void MainLoop::runLater(Instant deadline, Duration tolerance, Work work) {
 }
 
 void MainLoop::runPosted() {
-    // What is posted meanwhile belongs to the next turn.
+    // Work that is posted meanwhile belongs to the next turn.
     std::deque<Work> present = std::exchange(posted, {});
     for (Work& work : present) {
         work();

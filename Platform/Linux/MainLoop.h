@@ -22,7 +22,7 @@ public:
     virtual ~DescriptorWatch() = default;
 };
 
-/// What is done at the end of each turn of the loop. Dropping it ends that.
+/// Work at the end of each turn of the loop, until this is dropped.
 class TurnEnd {
 public:
     TurnEnd() = default;

@@ -1,6 +1,7 @@
 #include "Platform/Linux/PortalSettings.h"
 
-#include "Platform/Linux/Control/BusVariant.h"
+#include "Platform/Linux/Bus/BusVariant.h"
+#include "Platform/Linux/Bus/Calls.h"
 #include "Platform/Linux/DesktopPortal.h"
 
 #include <utility>
@@ -9,19 +10,22 @@ namespace platform::linux {
 
 namespace {
 
-constexpr const char* settingsInterface = "org.freedesktop.portal.Settings";
+constexpr BusMember settingsMember(const char* name) {
+    return {portalName, portalPath, "org.freedesktop.portal.Settings", name};
+}
 
 constexpr const char* appearanceSpace = "org.freedesktop.appearance";
 constexpr const char* gnomeSpace = "org.gnome.desktop.interface";
 
-constexpr const char* ownerMatch = "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
-                                   "interface='org.freedesktop.DBus',member='NameOwnerChanged',"
-                                   "arg0='org.freedesktop.portal.Desktop'";
-
 } // namespace
 
 PortalSettings::PortalSettings(SessionBus& bus)
-    : Listener(bus) {
+    : Listener(bus)
+    , portal(portalName, [this] {
+        if (!portal.owner().empty()) {
+            readAll();
+        }
+    }) {
 }
 
 PortalSettings::~PortalSettings() = default;
@@ -61,26 +65,19 @@ void PortalSettings::busArrived(sd_bus* arrived) {
 void PortalSettings::busLeft() {
     bus = nullptr;
     changes.reset();
-    owners.reset();
+    portal.forget();
     question.reset();
     take({});
 }
 
 void PortalSettings::listen() {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_match_signal_async(bus, &slot, portalName, portalPath, settingsInterface, "SettingChanged", &settingChanged,
-                              &ignoreReply, this);
-    changes.reset(std::exchange(slot, nullptr));
-    sd_bus_add_match_async(bus, &slot, ownerMatch, &ownerChanged, &ignoreReply, this);
-    owners.reset(slot);
+    changes = linux::listen(bus, settingsMember("SettingChanged"), &settingChanged, this);
+    portal.followChanges(bus);
     readAll();
 }
 
 void PortalSettings::readAll() {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_call_method_async(bus, &slot, portalName, portalPath, settingsInterface, "ReadAll", &allRead, this, "as", 2,
-                             appearanceSpace, gnomeSpace);
-    question.reset(slot);
+    question = call(bus, settingsMember("ReadAll"), &allRead, this, "as", 2, appearanceSpace, gnomeSpace);
 }
 
 int PortalSettings::allRead(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
@@ -139,17 +136,6 @@ int PortalSettings::settingChanged(sd_bus_message* signal, void* data, sd_bus_er
         Settings read = self.known;
         readSetting(signal, space, key, read);
         self.take(read);
-    }
-    return 0;
-}
-
-int PortalSettings::ownerChanged(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
-    auto& self = *static_cast<PortalSettings*>(data);
-    const char* before = nullptr;
-    const char* after = nullptr;
-    if (sd_bus_message_read(signal, "sss", nullptr, &before, &after) > 0 && *after != '\0') {
-        // It has come, or come again, and tells only of changes by itself.
-        self.readAll();
     }
     return 0;
 }

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "Platform/Linux/AppearanceSource.h"
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/NameOwner.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 
 #include <cstdint>
 #include <functional>
@@ -10,8 +11,8 @@
 
 namespace platform::linux {
 
-/// What the desktop portal says of the user's wishes (XDG Desktop Portal, org.freedesktop.portal.Settings). The portal
-/// is started by asking; where there is none, nothing is said. Nothing waits.
+/// The user's wishes by the desktop portal (XDG Desktop Portal, org.freedesktop.portal.Settings). The first call starts
+/// the portal. Without a portal there are no wishes. Nothing waits.
 class PortalSettings final : public AppearanceSource, private SessionBus::Listener {
 public:
     /// The bus must outlive this.
@@ -36,7 +37,6 @@ private:
 
     static int allRead(sd_bus_message* reply, void* data, sd_bus_error* error);
     static int settingChanged(sd_bus_message* signal, void* data, sd_bus_error* error);
-    static int ownerChanged(sd_bus_message* signal, void* data, sd_bus_error* error);
 
     void listen();
     void readAll();
@@ -49,7 +49,8 @@ private:
     std::function<void()> changed;
     Settings known;
     OwnedSlot changes;
-    OwnedSlot owners;
+    /// A portal that comes, or comes again, announces only later changes by itself.
+    NameOwner portal;
     OwnedSlot question;
 };
 

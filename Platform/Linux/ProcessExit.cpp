@@ -32,7 +32,7 @@ bool ProcessExit::hasHappened() const {
 void ProcessExit::tell() {
     // The descriptor stays readable, so that the watch has to go, and before the descriptor does.
     descriptorWatch.reset();
-    // What is called may drop us.
+    // The handler may drop this.
     const std::function<void()> told = std::move(ended);
     told();
 }

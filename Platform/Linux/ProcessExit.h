@@ -9,8 +9,8 @@
 
 namespace platform::linux {
 
-/// The end of another process, told by the kernel (pidfd_open(2)): nothing is asked again and again, and another
-/// process that gets the same number later is not mistaken for it. Holds one descriptor. Main thread only.
+/// The exit of another process, reported by the kernel (pidfd_open(2)): there is no polling, and a later process with
+/// the same number is not mistaken for it. Holds one descriptor. Main thread only.
 class ProcessExit {
 public:
     /// Calls `ended` once, in a turn of the event loop, when the process has ended; it may drop the watch. Null where
@@ -24,7 +24,7 @@ public:
     ProcessExit& operator=(const ProcessExit&) = delete;
     ~ProcessExit() = default;
 
-    /// Whether the process has ended, told or not.
+    /// Whether the process has ended, reported or not.
     [[nodiscard]] bool hasHappened() const;
 
 private:

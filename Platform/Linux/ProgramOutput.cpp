@@ -1,8 +1,5 @@
 #include "Platform/Linux/ProgramOutput.h"
 
-#include "Platform/Linux/ProgramStart.h"
-
-#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,26 +23,18 @@ void collectLater(MainLoop& mainLoop, pid_t process) {
 
 } // namespace
 
-std::unique_ptr<ProgramOutput> ProgramOutput::of(MainLoop& mainLoop, std::string_view program,
+std::unique_ptr<ProgramOutput> ProgramOutput::of(MainLoop& mainLoop, const std::string& program,
                                                  const std::vector<std::string>& arguments, Done done,
                                                  Duration patience) {
-    std::array<int, 2> ends{};
-    if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
-        return nullptr;
-    }
-    FileDescriptor readEnd(ends[0]);
-    const FileDescriptor writeEnd(ends[1]);
-    // The program's end waits as usual: only this one's must not.
-    ::fcntl(writeEnd.get(), F_SETFL, 0);
-    const std::optional<pid_t> process = startProgram(program, arguments, writeEnd.get());
-    return process ? std::make_unique<ProgramOutput>(mainLoop, std::move(readEnd), *process, std::move(done), patience)
+    std::optional<PrintingProgram> started = startPrinting(program, arguments);
+    return started ? std::make_unique<ProgramOutput>(mainLoop, *std::move(started), std::move(done), patience)
                    : nullptr;
 }
 
-ProgramOutput::ProgramOutput(MainLoop& mainLoop, FileDescriptor opened, pid_t process, Done done, Duration patience)
+ProgramOutput::ProgramOutput(MainLoop& mainLoop, PrintingProgram started, Done done, Duration patience)
     : mainLoop(mainLoop)
-    , pipe(std::move(opened))
-    , process(process)
+    , pipe(std::move(started.output))
+    , process(started.process)
     , done(std::move(done))
     , deadline(mainLoop.schedule(mainLoop.now() + patience, patience / 10, [this] { finish(std::nullopt); }))
     , watch(mainLoop.watch(pipe.get(), [] { return false; }, [this] { read(); })) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Linux/FileDescriptor.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProcessExit.h"
+#include "Platform/Linux/ProgramStart.h"
 
 #include <sys/types.h>
 
@@ -12,13 +12,12 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace platform::linux {
 
-/// A program that is run for what it prints (see `startProgram`), without anything waiting for it. Dropping it ends the
-/// program, and nobody is told. Main thread only.
+/// A program that is run for its output (see `startPrinting`). Nothing waits for it. Dropping it ends the program;
+/// `Done` is not called then. Main thread only.
 class ProgramOutput {
 public:
     /// A program that takes longer is ended.
@@ -26,16 +25,16 @@ public:
     /// One that prints more is ended.
     static constexpr std::size_t most = std::size_t{1} << 20U;
 
-    /// Told once, in a turn of the loop: what it printed to its standard output; nothing where it failed, took too long
-    /// or printed too much. May drop the output.
+    /// Called once, in a turn of the loop, with the program's standard output; with nothing where it failed, took too
+    /// long or printed too much. May drop this.
     using Done = std::function<void(const std::optional<std::string>& printed)>;
 
     /// Null where it cannot be started. The loop must outlive this.
-    [[nodiscard]] static std::unique_ptr<ProgramOutput> of(MainLoop& mainLoop, std::string_view program,
+    [[nodiscard]] static std::unique_ptr<ProgramOutput> of(MainLoop& mainLoop, const std::string& program,
                                                            const std::vector<std::string>& arguments, Done done,
                                                            Duration patience = usualPatience);
 
-    ProgramOutput(MainLoop& mainLoop, FileDescriptor opened, pid_t process, Done done, Duration patience);
+    ProgramOutput(MainLoop& mainLoop, PrintingProgram started, Done done, Duration patience);
     ProgramOutput(const ProgramOutput&) = delete;
     ProgramOutput& operator=(const ProgramOutput&) = delete;
     ~ProgramOutput();

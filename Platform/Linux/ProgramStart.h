@@ -1,23 +1,32 @@
 #pragma once
 
+#include "Platform/Linux/FileDescriptor.h"
+
 #include <sys/types.h>
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace platform::linux {
 
-/// The program of that name in `PATH`, or of that path where the name has a slash; nothing where there is none to run.
-/// Reads the environment.
-[[nodiscard]] std::optional<std::string> findProgram(std::string_view name);
+/// Starts a program, found in `PATH` unless the name has a slash, with arguments: in a session of its own, with the
+/// environment that this program was started with, with no other descriptor and no blocked signal of ours. It reads
+/// from `input`, a descriptor of ours, or nothing where that is negative; it writes nothing. It is no child of this
+/// process, so that nobody has to wait for it. False where there is no such program or it cannot be started; its later
+/// failures are not reported. Main thread only.
+bool startProgram(const std::string& program, const std::vector<std::string>& arguments, int input = -1);
 
-/// Starts the program (see `findProgram`) with arguments: in a session of its own, with the environment that this
-/// program was started with, with no descriptor and no blocked signal of ours. It reads nothing; what it writes to its
-/// standard output goes to `output`, a descriptor of ours, or nowhere where that is negative. Nothing where it cannot
-/// be started. Whoever calls has to wait for it (waitpid(2)). Main thread only.
-[[nodiscard]] std::optional<pid_t> startProgram(std::string_view program, const std::vector<std::string>& arguments,
-                                                int output = -1);
+/// A child of this process that prints.
+struct PrintingProgram {
+    /// The owner waits for it (waitpid(2)).
+    pid_t process = 0;
+    /// The reading end of its standard output; reading never blocks.
+    FileDescriptor output;
+};
+
+/// The same for a program that is run for its standard output.
+[[nodiscard]] std::optional<PrintingProgram> startPrinting(const std::string& program,
+                                                           const std::vector<std::string>& arguments);
 
 } // namespace platform::linux

@@ -7,7 +7,7 @@
 
 namespace platform::linux {
 
-/// What becomes of a file that is larger than the reader wants.
+/// The treatment of a file that is larger than the limit.
 enum class Excess : std::uint8_t { refused, cutOff };
 
 /// The contents of a regular file, at most `most` bytes of it; also of a file of the kernel's, which does not know its

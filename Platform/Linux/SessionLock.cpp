@@ -1,6 +1,8 @@
 #include "Platform/Linux/SessionLock.h"
 
-#include "Platform/Linux/Control/BusVariant.h"
+#include "Platform/Linux/Bus/BusVariant.h"
+#include "Platform/Linux/Bus/Calls.h"
+#include "Platform/Linux/LaterWork.h"
 
 #include <systemd/sd-login.h>
 
@@ -42,32 +44,26 @@ std::string loginSession() {
     return name.get();
 }
 
-/// Tells in a turn of its own: whoever is told may drop the watch, with the bus that is just being read.
-class SessionLock::Teller {
+/// Announces a lock in a turn of its own: the handler may drop the watch, with the bus that is just being read.
+class SessionLock::Announcement {
 public:
-    Teller(MainLoop& mainLoop, std::function<void()> locked)
-        : mainLoop(mainLoop)
-        , locked(std::make_shared<std::function<void()>>(std::move(locked))) {}
+    Announcement(MainLoop& mainLoop, std::function<void()> locked)
+        : locked(std::move(locked))
+        , later(mainLoop) {}
 
-    void tell() const {
-        mainLoop.post([watched = std::weak_ptr(locked)] {
-            if (const auto function = watched.lock()) {
-                (*function)();
-            }
-        });
-    }
+    void make() const { later.post(locked); }
 
 private:
-    MainLoop& mainLoop;
-    std::shared_ptr<std::function<void()>> locked;
+    std::function<void()> locked;
+    LaterWork later;
 };
 
 class SessionLock::LoginManager final : private SessionBus::Listener {
 public:
-    LoginManager(SessionBus& systemBus, std::string session, const Teller& teller)
+    LoginManager(SessionBus& systemBus, std::string session, const Announcement& announcement)
         : Listener(systemBus)
         , session(std::move(session))
-        , teller(teller) {}
+        , announcement(announcement) {}
 
 private:
     void busArrived(sd_bus* bus) override {
@@ -76,13 +72,9 @@ private:
             return;
         }
         const OwnedText path(raw);
-        sd_bus_slot* slot = nullptr;
-        sd_bus_match_signal_async(bus, &slot, loginName, path.get(), loginSessionInterface, "Lock",
-                                  &LoginManager::asked, &ignoreReply, this);
-        lock.reset(std::exchange(slot, nullptr));
-        sd_bus_match_signal_async(bus, &slot, loginName, path.get(), "org.freedesktop.DBus.Properties",
-                                  "PropertiesChanged", &LoginManager::changed, &ignoreReply, this);
-        properties.reset(slot);
+        lock = listen(bus, {loginName, path.get(), loginSessionInterface, "Lock"}, &LoginManager::asked, this);
+        properties = listen(bus, {loginName, path.get(), "org.freedesktop.DBus.Properties", "PropertiesChanged"},
+                            &LoginManager::changed, this);
     }
 
     void busLeft() override {
@@ -91,7 +83,7 @@ private:
     }
 
     static int asked(sd_bus_message* /*signal*/, void* data, sd_bus_error* /*error*/) {
-        static_cast<LoginManager*>(data)->teller.tell();
+        static_cast<LoginManager*>(data)->announcement.make();
         return 0;
     }
 
@@ -108,7 +100,7 @@ private:
             }
             const bool isHint = std::string_view(name) == "LockedHint";
             if (readVariant<int>(signal, "b").value_or(0) != 0 && isHint) {
-                static_cast<LoginManager*>(data)->teller.tell();
+                static_cast<LoginManager*>(data)->announcement.make();
             }
             if (sd_bus_message_exit_container(signal) < 0) {
                 return 0;
@@ -118,23 +110,20 @@ private:
     }
 
     std::string session;
-    const Teller& teller;
+    const Announcement& announcement;
     OwnedSlot lock;
     OwnedSlot properties;
 };
 
 class SessionLock::ScreenSaver final : private SessionBus::Listener {
 public:
-    ScreenSaver(SessionBus& sessionBus, const Teller& teller)
+    ScreenSaver(SessionBus& sessionBus, const Announcement& announcement)
         : Listener(sessionBus)
-        , teller(teller) {}
+        , announcement(announcement) {}
 
 private:
     void busArrived(sd_bus* bus) override {
-        sd_bus_slot* slot = nullptr;
-        sd_bus_add_match_async(bus, &slot, "type='signal',member='ActiveChanged'", &ScreenSaver::changed, &ignoreReply,
-                               this);
-        changes.reset(slot);
+        changes = listen(bus, "type='signal',member='ActiveChanged'", &ScreenSaver::changed, this);
     }
 
     void busLeft() override { changes.reset(); }
@@ -144,25 +133,25 @@ private:
         if (std::string_view(sd_bus_message_get_interface(signal)).ends_with(screenSaverInterface) &&
             sd_bus_message_has_signature(signal, "b") > 0 && sd_bus_message_read(signal, "b", &isActive) > 0 &&
             isActive != 0) {
-            static_cast<ScreenSaver*>(data)->teller.tell();
+            static_cast<ScreenSaver*>(data)->announcement.make();
         }
         return 0;
     }
 
-    const Teller& teller;
+    const Announcement& announcement;
     OwnedSlot changes;
 };
 
 class SessionLock::Watch final : public LockWatch {
 public:
     Watch(const SessionLock& lock, std::function<void()> locked)
-        : teller(lock.mainLoop, std::move(locked))
+        : announcement(lock.mainLoop, std::move(locked))
         , systemBus(lock.mainLoop, lock.systemAddress)
-        , loginManager(systemBus, lock.session, teller)
-        , screenSaver(lock.sessionBus, teller) {}
+        , loginManager(systemBus, lock.session, announcement)
+        , screenSaver(lock.sessionBus, announcement) {}
 
 private:
-    Teller teller;
+    Announcement announcement;
     SessionBus systemBus;
     LoginManager loginManager;
     ScreenSaver screenSaver;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/SessionLock.h"
 
@@ -27,7 +27,7 @@ public:
     [[nodiscard]] std::unique_ptr<LockWatch> watch(std::function<void()> locked) override;
 
 private:
-    class Teller;
+    class Announcement;
     class LoginManager;
     class ScreenSaver;
     class Watch;

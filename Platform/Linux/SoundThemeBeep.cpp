@@ -1,12 +1,14 @@
 #include "Platform/Linux/SoundThemeBeep.h"
 
+#include "Platform/Linux/ProgramStart.h"
+
 namespace platform::linux {
 
 void SoundThemeBeep::beep() {
     // The theme that every other one inherits from.
     constexpr const char* bell = "/usr/share/sounds/freedesktop/stereo/bell.oga";
-    const bool isPlayed = programs.start("canberra-gtk-play", {"--id=bell"}) || programs.start("pw-play", {bell}) ||
-                          programs.start("paplay", {bell});
+    const bool isPlayed = startProgram("canberra-gtk-play", {"--id=bell"}) || startProgram("pw-play", {bell}) ||
+                          startProgram("paplay", {bell});
     static_cast<void>(isPlayed);
 }
 

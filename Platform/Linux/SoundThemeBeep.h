@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Platform/Beep.h"
-#include "Platform/Linux/DetachedPrograms.h"
 
 namespace platform::linux {
 
@@ -10,14 +9,7 @@ namespace platform::linux {
 /// player. Silent where there is neither.
 class SoundThemeBeep final : public Beep {
 public:
-    /// The loop must outlive this.
-    explicit SoundThemeBeep(MainLoop& mainLoop)
-        : programs(mainLoop) {}
-
     void beep() override;
-
-private:
-    DetachedPrograms programs;
 };
 
 } // namespace platform::linux

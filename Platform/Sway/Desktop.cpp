@@ -26,7 +26,6 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
     , compositor::Desktop(mainLoop, windowTable, door)
     , mainLoop(mainLoop)
     , socketPath(socketPath)
-    , bell(mainLoop)
     , hotKeys((session.follow(*this), session)) {
     endAfter(patience);
     session.start();

@@ -1,16 +1,26 @@
 #pragma once
 
-#include "CorvidKitCore/Geometry.h"
-#include "Platform/Sway/Json.h"
+#include "Platform/Compositor/Json.h"
 
+#include <cstdint>
 #include <optional>
 
 /// What the nodes of a layout have in common, in sway as in i3 (sway-ipc(7), GET_TREE; i3's "IPC interface", "Tree
 /// reply").
 namespace platform::sway {
 
-/// A rectangle of the node, in the space of the layout; nothing where it makes no sense.
-[[nodiscard]] std::optional<corvid::CGRect> rectOf(const Json& node, const char* name);
+using compositor::isSet;
+using compositor::Json;
+using compositor::listIn;
+using compositor::member;
+using compositor::nameOf;
+using compositor::numberOf;
+using compositor::parsedJson;
+using compositor::rectangleOf;
+using compositor::textOf;
+
+/// The number of the node within that has the focus or had it last; nothing where there is none.
+[[nodiscard]] std::optional<std::int64_t> focusedWithin(const Json& node);
 
 /// The workspace that an output shows: the first in the order of focus. In i3 there is a container between. Null where
 /// there is none.

@@ -2,7 +2,7 @@
 
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Sway/Connection.h"
-#include "Platform/Sway/Json.h"
+#include "Platform/Sway/Nodes.h"
 
 #include <chrono>
 #include <memory>

@@ -1,10 +1,7 @@
 #include "Platform/Sway/Tree.h"
 
-#include "Platform/Sway/Nodes.h"
-
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <utility>
 
 namespace platform::sway {
@@ -15,19 +12,11 @@ using compositor::Output;
 using compositor::WindowKind;
 using corvid::CGRect;
 
-/// What is longer or more is not meant for people.
-constexpr std::size_t longestText = 1024;
-constexpr std::size_t mostWindows = 4096;
-
-std::string boundedText(const Json& object, const char* name) {
-    return std::string(textOf(object, name).substr(0, longestText));
-}
-
 /// The rectangle of a window goes down from its title bar, which is told of separately and by the place that it has in
 /// the container around: only the height counts.
 CGRect frameOf(const Json& node) {
-    CGRect frame = rectOf(node, "rect").value_or(CGRect{});
-    const double titleBar = rectOf(node, "deco_rect").value_or(CGRect{}).size.height;
+    CGRect frame = rectangleOf(node, "rect").value_or(CGRect{});
+    const double titleBar = rectangleOf(node, "deco_rect").value_or(CGRect{}).size.height;
     frame.origin.y -= titleBar;
     frame.size.height += titleBar;
     return frame;
@@ -60,18 +49,15 @@ struct Visit {
 TreeWindow windowOf(const Visit& visit) {
     const Json& node = *visit.node;
     TreeWindow read{
-        .identifier = identifierOf(node), .window = {}, .title = boundedText(node, "name"), .hiddenWorkspace = {}};
+        .identifier = identifierOf(node), .window = {}, .title = nameOf(node, "name"), .hiddenWorkspace = {}};
     if (visit.hiddenWorkspace != nullptr) {
-        read.hiddenWorkspace = boundedText(*visit.hiddenWorkspace, "name");
+        read.hiddenWorkspace = nameOf(*visit.hiddenWorkspace, "name");
     }
-    const auto process = numberOf(node, "pid").value_or(0);
-    if (process > 0 && process <= INT32_MAX) {
-        read.window.clues.process = static_cast<ProcessIdentifier>(process);
-    }
-    read.window.clues.applicationId = boundedText(node, "app_id");
+    read.window.clues.process = compositor::processOf(node, "pid");
+    read.window.clues.applicationId = nameOf(node, "app_id");
     if (const Json* properties = member(node, "window_properties")) {
-        read.window.clues.windowClass = boundedText(*properties, "class");
-        read.window.clues.windowInstance = boundedText(*properties, "instance");
+        read.window.clues.windowClass = nameOf(*properties, "class");
+        read.window.clues.windowInstance = nameOf(*properties, "instance");
     }
     read.window.kind = declaredKind(node);
     read.window.isFullscreen = numberOf(node, "fullscreen_mode").value_or(0) > 0;
@@ -88,22 +74,14 @@ bool isWindow(const Json& node) {
     return isLeaf && numberOf(node, "pid") && numberOf(node, "id");
 }
 
-/// The number of the output that has the focus, even where it shows no window: the first in the order of focus.
-std::optional<std::int64_t> activeOutput(const Json& root) {
-    const Json* focus = member(root, "focus");
-    return focus == nullptr || !focus->is_array() || focus->empty() || !focus->front().is_number_integer()
-               ? std::nullopt
-               : std::optional(focus->front().get<std::int64_t>());
-}
-
 std::optional<Output> outputOf(const Json& node) {
     // The place of hidden windows is an output as well, of a name that no other can have.
-    const auto frame = rectOf(node, "rect");
+    const auto frame = rectangleOf(node, "rect");
     if (!frame || frame->size.width <= 0 || frame->size.height <= 0 || textOf(node, "name") == "__i3") {
         return std::nullopt;
     }
     const Json* workspace = shownWorkspace(node);
-    const auto rect = workspace == nullptr ? std::nullopt : rectOf(*workspace, "rect");
+    const auto rect = workspace == nullptr ? std::nullopt : rectangleOf(*workspace, "rect");
     const auto inside = rect ? corvid::intersection(*rect, *frame) : std::nullopt;
     const bool isUsable = inside && inside->size.width > 0 && inside->size.height > 0;
     return Output{.frame = *frame, .workArea = isUsable ? *inside : *frame};
@@ -125,8 +103,8 @@ bool isOlder(const TreeWindow& one, const TreeWindow& other) {
 
 /// The visits to what is in a node, each with what it inherits.
 void addChildren(std::vector<Visit>& waiting, const Visit& visit, const char* name) {
-    const Json* children = member(*visit.node, name);
-    if (children == nullptr || !children->is_array()) {
+    const Json* children = listIn(*visit.node, name);
+    if (children == nullptr) {
         return;
     }
     for (const Json& child : *children) {
@@ -150,7 +128,8 @@ std::optional<Tree> readTree(const Json& answer) {
         return std::nullopt;
     }
     Tree tree;
-    const auto active = activeOutput(answer);
+    // Even where it shows no window.
+    const auto active = focusedWithin(answer);
     std::vector<Visit> waiting{{.node = &answer}};
     while (!waiting.empty()) {
         const Visit visit = waiting.back();
@@ -161,7 +140,7 @@ std::optional<Tree> readTree(const Json& answer) {
                 tree.outputs.push_back(*output);
                 tree.outputs.back().isActive = active && active == numberOf(node, "id");
             }
-        } else if (isWindow(node) && tree.windows.size() < mostWindows) {
+        } else if (isWindow(node)) {
             tree.windows.push_back(windowOf(visit));
             if (isSet(node, "focused")) {
                 tree.focused = tree.windows.back().identifier;

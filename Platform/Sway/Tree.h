@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Compositor/Window.h"
-#include "Platform/Sway/Json.h"
+#include "Platform/Sway/Nodes.h"
 
 #include <optional>
 #include <string>

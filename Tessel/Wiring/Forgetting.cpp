@@ -1,8 +1,8 @@
 #include "Tessel/Wiring/Forgetting.h"
 
 #include "Platform/GnomeShell/Protocol.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Control/ControlClient.h"
-#include "Platform/Linux/Control/SessionBus.h"
 #include "Platform/Linux/Control/SocketAddress.h"
 #include "Platform/Linux/StandardStreams.h"
 #include "Tessel/StatusReport.h"

@@ -6,7 +6,7 @@
 #include "Platform/ImageRenderer.h"
 #include "Platform/Linux/AddressOpener.h"
 #include "Platform/Linux/AutostartLoginItem.h"
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Localization.h"
 #include "Platform/Linux/LoopApplication.h"
 #include "Platform/Linux/MainLoop.h"
@@ -105,7 +105,7 @@ void drawPictures(const std::string& directory, Count& begun) {
     platform::absent::Desktop desktop;
     NoAppearance appearance;
     platform::linux::SessionBus noBus(mainLoop, std::nullopt);
-    platform::linux::AddressOpener addressOpener(mainLoop, noBus);
+    platform::linux::AddressOpener addressOpener(noBus);
     platform::linux::AutostartLoginItem loginItem;
     const platform::linux::ProgramFile programFile(mainLoop);
     platform::linux::LoopApplication application(mainLoop, programFile);

@@ -6,7 +6,7 @@ namespace tessel {
 // threads, which come with Qt, may be reading it.
 
 /// Takes out of this process's environment what would make the toolkit behave as if it were a program of its own.
-/// Programs that are started get what this one was given (see `DetachedPrograms`).
+/// Programs that are started get what this one was given (see `startProgram`).
 void settleEnvironment();
 
 /// Takes out of this process's environment what would make pictures differ from user to user: where the desktop is, how

@@ -12,9 +12,9 @@
 #include "Platform/Linux/Applications/DesktopEntryCatalogue.h"
 #include "Platform/Linux/Applications/DesktopEntryIdentification.h"
 #include "Platform/Linux/AutostartLoginItem.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Control/ControlBusName.h"
 #include "Platform/Linux/Control/ControlSocket.h"
-#include "Platform/Linux/Control/SessionBus.h"
 #include "Platform/Linux/Control/SessionClaim.h"
 #include "Platform/Linux/Localization.h"
 #include "Platform/Linux/Log.h"
@@ -38,8 +38,8 @@
 #include "Tessel/MenuBarSymbol.h"
 #include "Tessel/MenuView.h"
 #include "Tessel/RemoteControl.h"
-#include "Tessel/StatusLine.h"
 #include "Tessel/StatusMenu.h"
+#include "Tessel/StatusText.h"
 #include "Tessel/Wiring/DesktopChoice.h"
 #include "Tessel/Wiring/Locale.h"
 #include "Tessel/Wiring/ProcessEnvironment.h"
@@ -104,7 +104,7 @@ int runUntilTheEnd(std::optional<std::string>& next) {
     }
     platform::linux::Desktop& desktop = **opened;
     desktop.followApplications(identification, catalogue);
-    platform::linux::AddressOpener addressOpener(mainLoop, sessionBus);
+    platform::linux::AddressOpener addressOpener(sessionBus);
     platform::linux::AutostartLoginItem loginItem;
     platform::linux::ProgramFile programFile(mainLoop);
     platform::linux::LoopApplication application(mainLoop, programFile);

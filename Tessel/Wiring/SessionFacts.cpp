@@ -1,8 +1,8 @@
 #include "Tessel/Wiring/SessionFacts.h"
 
 #include "Platform/Linux/BaseFolders.h"
-#include "Platform/Linux/Control/BusNames.h"
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/BusNames.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/LocalSocket.h"
 #include "Platform/X11/Desktop.h"
 

@@ -1,5 +1,5 @@
-#include "Platform/Sway/Json.h"
 #include "Platform/Sway/Message.h"
+#include "Platform/Sway/Nodes.h"
 #include "Platform/Sway/Tree.h"
 
 #include <algorithm>

@@ -67,5 +67,17 @@ TEST(StatusText, TakesNothingOfACountedPartForAPlaceholder) {
     EXPECT_EQ(statusText(AppStatus::active, 2, localization), "%26 - %12");
 }
 
+TEST(StatusLine, SaysHowThingsStand) {
+    EXPECT_EQ(statusLine(AppStatus::active, {}), "Active");
+    EXPECT_EQ(statusLine(AppStatus::paused, {}), "Paused");
+    EXPECT_EQ(statusLine(AppStatus::waitingForPermission, {}), "Waiting for permission");
+}
+
+TEST(StatusLine, NamesTheTakenShortcutsInDeclarationOrder) {
+    EXPECT_EQ(statusLine(AppStatus::shortcutsTaken, {WindowAction::maximizeHeight, WindowAction::leftHalf}),
+              "Some shortcuts are taken: leftHalf, maximizeHeight");
+    EXPECT_EQ(statusLine(AppStatus::shortcutsTaken, {WindowAction::center}), "Some shortcuts are taken: center");
+}
+
 } // namespace
 } // namespace tessel

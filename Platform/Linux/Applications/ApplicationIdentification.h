@@ -7,8 +7,8 @@
 
 namespace platform::linux {
 
-/// What a windowing system tells of the application behind a window. Everything but the process may be empty, and none
-/// of it can be trusted to be well-formed.
+/// A windowing system's clues to the application behind a window. Everything but the process may be empty, and nothing
+/// is trusted to be well-formed.
 struct ApplicationClues {
     /// The process in this program's own numbering; not positive where it is unknown or on another machine.
     ProcessIdentifier process = 0;

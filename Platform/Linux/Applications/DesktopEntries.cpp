@@ -5,18 +5,15 @@
 #include <malloc.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <utility>
 
 namespace platform::linux {
 
 DesktopEntries::Places DesktopEntries::Places::ofThisSession() {
-    // The environment stays as it was at the start.
-    const char* path = std::getenv("PATH"); // NOLINT(concurrency-mt-unsafe)
     return {
         .folders = BaseFolders::ofThisProcess().applications(),
         .currentDesktops = linux::currentDesktops(),
-        .searchPath = path == nullptr ? "/usr/local/bin:/usr/bin:/bin" : path,
+        .searchPath = programSearchPath(),
     };
 }
 
@@ -27,7 +24,7 @@ DesktopEntries::DesktopEntries(MainLoop& loop, Places places, Duration coalescin
 }
 
 const DesktopEntryIndex& DesktopEntries::index() {
-    // Where the kernel does not tell of changes, a reading holds for a little while.
+    // Where the kernel does not report changes, a reading is valid for a few seconds.
     constexpr Duration trusted = std::chrono::seconds(5);
     bool isCurrent = watch.has_value() && !watch->takeChange();
     if (!watch) {

@@ -36,7 +36,7 @@ public:
     [[nodiscard]] const DesktopEntryIndex& index();
 
     /// Calls `handler`, in place of an earlier one, in a turn of the event loop of its own after applications were
-    /// installed, changed or removed. Nothing is told before anybody has asked for the entries.
+    /// installed, changed or removed. It is not called before the entries were first read.
     void onChange(std::function<void()> handler) { changed = std::move(handler); }
 
     [[nodiscard]] const Places& places() const { return where; }

@@ -8,7 +8,7 @@
 
 namespace platform::linux {
 
-/// What this program wants to know of a desktop entry (Desktop Entry Specification, Recognized desktop entry keys).
+/// The keys of a desktop entry that this program uses (Desktop Entry Specification, Recognized desktop entry keys).
 /// Texts are empty where a key is missing or unreadable.
 struct DesktopEntry {
     /// `Type=Application`.

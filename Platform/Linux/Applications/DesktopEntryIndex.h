@@ -10,11 +10,11 @@
 
 namespace platform::linux {
 
-/// The applications that folders of desktop entries describe, by what tells them apart (Desktop Entry Specification,
-/// File naming). A few dozen bytes for each: names and icons are read from the files when they are wanted.
+/// The applications that folders of desktop entries describe, by their ids (Desktop Entry Specification, File naming).
+/// A few dozen bytes for each: names and icons are read from the files when they are wanted.
 ///
-/// The first entry of an id counts, and one that is hidden hides those of the same id in later folders. What is no
-/// desktop entry, or not one of an application, does not count.
+/// The first entry of an id counts, and one that is hidden hides those of the same id in later folders. Other files,
+/// and entries that are no application, do not count.
 class DesktopEntryIndex {
 public:
     /// The texts belong to the index.

@@ -108,7 +108,7 @@ Rank windowRank(const Entry& entry, std::string_view windowClass, std::string_vi
 Rank programRank(const Entry& entry, const ProcessFacts::Program& program) {
     const std::string_view name = program.name();
     const std::string_view file = lastComponent(name);
-    // What these start is the launcher of a sandbox, or shows its windows in another program's.
+    // These start the launcher of a sandbox, or show their windows in another program's.
     if (entry.needsTerminal || !entry.flatpak.empty()) {
         return unfit;
     }

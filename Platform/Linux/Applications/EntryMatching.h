@@ -13,7 +13,7 @@
 /// earlier folder, then the shorter id, then the alphabet. Letters of ASCII compare without case where that is said.
 namespace platform::linux::EntryMatching {
 
-/// An application in a Flatpak sandbox. It may have installed several entries; the window then tells which.
+/// An application in a Flatpak sandbox. It may have installed several entries; the window decides between them.
 [[nodiscard]] std::optional<std::string> byFlatpak(const DesktopEntryIndex& index, std::string_view application,
                                                    const ApplicationClues& clues);
 

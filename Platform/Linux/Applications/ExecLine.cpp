@@ -100,7 +100,7 @@ std::optional<std::string> script(std::span<const std::string> words) {
             return i + 1 < words.size() ? words[i + 1] : "";
         }
         if (!word.starts_with('-')) {
-            // What Java is given by itself is a class.
+            // A word without an option is a class.
             return interpreter == "java" ? "" : word;
         }
         if (namesAnotherSource(interpreter, word)) {

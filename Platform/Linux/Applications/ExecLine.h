@@ -10,8 +10,7 @@ namespace platform::linux::ExecLine {
 
 /// The program that a line starts.
 struct Program {
-    /// A path or, for the folders of `PATH` to tell, a name. Where the line has an interpreter read a script, the
-    /// script.
+    /// A path, or a name to look up in `PATH`. The script, where an interpreter runs one.
     std::string name;
     /// Whether it is given words of its own, beside the files or addresses to open: then the entry stands for a part of
     /// the program, or for a certain use of it.

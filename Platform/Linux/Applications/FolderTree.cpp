@@ -12,8 +12,8 @@
 namespace platform::linux {
 namespace {
 
+// A link among the folders may lead to the whole disk.
 constexpr std::size_t mostFolders = 500;
-constexpr std::size_t mostFiles = 20'000;
 constexpr int greatestDepth = 8;
 
 class Walk {
@@ -46,7 +46,7 @@ private:
             std::error_code ignored;
             if (entry->is_directory(ignored)) {
                 inner.push_back(below + name + "/");
-            } else if (name.ends_with(ending) && tree.files.size() < mostFiles) {
+            } else if (name.ends_with(ending)) {
                 tree.files.push_back(below + name);
             }
         }

@@ -5,8 +5,8 @@
 
 namespace platform::linux {
 
-/// What is below a folder, links followed. Links that lead in a circle end it there, and so do a depth of 8, 500
-/// folders and 20000 files: whoever has more has made a mistake.
+/// The files below a folder, links followed. Cyclic links end a branch, and so do a depth of 8 and 500 folders: more
+/// are a link by mistake.
 struct FolderTree {
     /// The folder itself and those below, as absolute paths; none where it does not exist.
     std::vector<std::string> folders;

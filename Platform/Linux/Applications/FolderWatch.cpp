@@ -16,7 +16,8 @@
 namespace platform::linux {
 namespace {
 
-// IN_CREATE comes before a file has its contents, but it is all that tells of a link; IN_CLOSE_WRITE follows for files.
+// IN_CREATE comes before a file has its contents, but it is the only event for a link; IN_CLOSE_WRITE follows for
+// files.
 constexpr std::uint32_t ofInterest =
     IN_CREATE | IN_CLOSE_WRITE | IN_ATTRIB | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE | IN_DELETE_SELF | IN_MOVE_SELF;
 // Where a folder is only waited for, such as the home folder, most of what happens must not wake the program. The

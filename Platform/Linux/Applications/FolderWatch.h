@@ -20,8 +20,8 @@ namespace platform::linux {
 /// outlive the loop.
 class FolderWatch {
 public:
-    /// Changes that come within `coalescing` of the first are told together, by one call of `changed` in a turn of the
-    /// event loop of its own. `changed` may ask for `takeChange`; it must not drop the watch.
+    /// Changes within `coalescing` of the first are reported by one call of `changed`, in a turn of the event loop of
+    /// its own. `changed` may ask for `takeChange`; it must not drop the watch.
     FolderWatch(MainLoop& loop, std::vector<std::string> folders, std::string ending, Duration coalescing,
                 std::function<void()> changed);
     FolderWatch(const FolderWatch&) = delete;

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-/// What the kernel tells of another process. The process may end, lie or be a stranger's at any moment: everything read
-/// is bounded, and nothing is given where anything is missing. Process ids are positive. Any thread.
+/// Facts about another process, read from the kernel. The process may end, lie or belong to another user: every read is
+/// bounded, and a missing fact gives nothing. Process ids are positive. Any thread.
 namespace platform::linux::ProcessFacts {
 
 /// Where the kernel shows its processes; tests have their own.
@@ -18,8 +18,7 @@ inline constexpr std::string_view standardFolder = "/proc";
 /// "/.flatpak-info", flatpak-metadata(5)).
 [[nodiscard]] std::optional<std::string> flatpakApplication(const std::string& folder, ProcessIdentifier process);
 
-/// The instance name and the application of a snap, which its security label tells: "snap.INSTANCE.APPLICATION
-/// (enforce)".
+/// The instance name and the application of a snap, from its security label: "snap.INSTANCE.APPLICATION (enforce)".
 struct SnapApplication {
     std::string instance;
     std::string application;

@@ -18,7 +18,7 @@ int reply(sd_bus_message* call, const ControlAnswer<void>& answer, sd_bus_error*
     return sd_bus_reply_method_return(call, nullptr);
 }
 
-/// What the desktop tells of itself (a startup id, an activation token) is for windows that the desktop places.
+/// The desktop's own data (a startup id, an activation token) is for windows that the desktop places.
 int showMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
     return reply(call, static_cast<ControlRequests*>(data)->open(), error);
 }

@@ -14,7 +14,7 @@ ControlBusName::ControlBusName(SessionBus& bus, ControlRequests& requests)
 }
 
 void ControlBusName::busArrived(sd_bus* bus) {
-    // First the object: whoever sees the name may call at once.
+    // The object comes first: a client may call it as soon as it sees the name.
     if (offerControl(bus, requests) && offerApplication(bus, requests)) {
         sd_bus_request_name_async(bus, nullptr, ControlMessages::busName, SD_BUS_NAME_QUEUE, &ignoreReply, nullptr);
     }

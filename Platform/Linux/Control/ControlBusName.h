@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/ControlRequests.h"
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 
 namespace platform::linux {
 

@@ -36,7 +36,7 @@ OwnedBus newBus() {
     return sd_bus_new(&raw) < 0 ? OwnedBus() : OwnedBus(raw);
 }
 
-/// What came back, kept for the caller.
+/// The reply, kept for the caller.
 int keepReply(sd_bus_message* message, void* data, sd_bus_error* /*error*/) {
     static_cast<OwnedMessage*>(data)->reset(sd_bus_message_ref(message));
     return 0;
@@ -47,7 +47,7 @@ int keepReply(sd_bus_message* message, void* data, sd_bus_error* /*error*/) {
 ControlClient ControlClient::ofSession(const Session& session) {
     const auto deadline = Clock::now() + patience;
     std::expected<FileDescriptor, int> connection = SingleInstance::connect(session);
-    // Where too many wait already, there is no telling when a place becomes free.
+    // Where the queue is full, nothing announces a free place.
     while (!connection && connection.error() == EAGAIN && Clock::now() < deadline) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
         connection = SingleInstance::connect(session);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/ControlRequests.h"
-#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/Bus/BusHandles.h"
 #include "Platform/Linux/Control/Session.h"
 #include "Platform/Linux/FileDescriptor.h"
 
@@ -23,7 +23,7 @@ public:
     /// Waits while others wait there in too great a number, at most for `patience`.
     [[nodiscard]] static ControlClient ofSession(const Session& session);
 
-    /// The program that owns the name on the user's message bus: for a caller who does not know the display.
+    /// The program that owns the name on the user's message bus: for callers that do not know the display.
     [[nodiscard]] static ControlClient onBus(const std::optional<std::string>& address);
 
     ControlAnswer<void> open() override;
@@ -47,7 +47,7 @@ private:
     [[nodiscard]] int turn();
 
     OwnedBus bus;
-    /// What every request answers while there is no connection.
+    /// The answer to every request while there is no connection.
     ControlRefusal absence;
     bool isPeer;
     Clock::time_point deadline;

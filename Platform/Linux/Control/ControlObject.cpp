@@ -1,6 +1,6 @@
 #include "Platform/Linux/Control/ControlObject.h"
 
-#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/Bus/BusHandles.h"
 #include "Platform/Linux/Control/ControlMessages.h"
 
 #include <array>
@@ -64,7 +64,7 @@ int quitMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
     return answer(call, requestsOf(data).quit(), error);
 }
 
-// Who may call at all is settled before: a bus of the user's own, or a peer of the same user.
+// Callers are authorized before: by the user's own bus, or as a peer of the same user.
 constexpr std::uint64_t controlFlags = SD_BUS_VTABLE_UNPRIVILEGED;
 
 const std::array<sd_bus_vtable, 9> controlMethods{{

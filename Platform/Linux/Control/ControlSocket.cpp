@@ -1,6 +1,6 @@
 #include "Platform/Linux/Control/ControlSocket.h"
 
-#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/Bus/BusHandles.h"
 #include "Platform/Linux/Control/ControlObject.h"
 #include "Platform/Linux/FileDescriptor.h"
 #include "Platform/Linux/Log.h"
@@ -83,7 +83,7 @@ private:
             return;
         }
         if (count == 0) {
-            // What it asked before is still answered; then the library sees the end as well.
+            // Its earlier requests are still answered; then the library sees the end as well.
             ::shutdown(feed.get(), SHUT_WR);
             return;
         }

@@ -22,19 +22,18 @@ class ControlSocket {
 public:
     static constexpr std::size_t mostConnections = 16;
 
-    /// What a connection may send in its life. A request takes some 200 bytes.
+    /// The limit of bytes in a connection's life. A request takes some 200 bytes.
     static constexpr std::size_t mostBytes = std::size_t{64} << 10U;
 
-    /// How long a change in the folder is left to be finished: a file that comes back at once is in the way of whoever
-    /// takes the folder away.
+    /// The pause after a change in the folder: a file that comes back at once would keep the folder from being removed.
     static constexpr Duration settling = std::chrono::milliseconds(250);
 
-    /// How long after a socket was lost its place is looked at again. Nothing tells when a runtime folder is taken away
-    /// under a program that has files there, nor when one that comes back becomes the user's.
+    /// The interval at which a lost socket's place is looked at again. No event announces that a runtime folder in use
+    /// is removed, nor that a new one becomes the user's.
     static constexpr Duration retry = std::chrono::seconds(10);
 
-    /// Both must outlive this. Who connects waits until `serve`. The connections close when this is dropped, which is
-    /// how a client learns that the program has ended.
+    /// Both must outlive this. A client waits until `serve`. The connections close when this is dropped, which is how a
+    /// client learns that the program has ended.
     ControlSocket(MainLoop& mainLoop, SingleInstance& instance);
     ControlSocket(const ControlSocket&) = delete;
     ControlSocket& operator=(const ControlSocket&) = delete;
@@ -49,7 +48,7 @@ private:
     void listen();
     void accept();
     void tidy();
-    /// Sees to it that who looks for the socket finds it.
+    /// Puts the socket back where clients look for it.
     void stayReachable();
 
     MainLoop& mainLoop;

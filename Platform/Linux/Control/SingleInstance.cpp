@@ -102,7 +102,7 @@ private:
             if (::flock(taking.get(), LOCK_EX | LOCK_NB) != 0) {
                 return errno == EWOULDBLOCK ? taken() : failure();
             }
-            // The one who had it before may have removed the file meanwhile; then this lock keeps nobody out.
+            // The former owner may have removed the file meanwhile; then this lock excludes nobody.
         } while (FileIdentity::of(taking) != FileIdentity::of(folder, lockName));
         lock = std::move(taking);
         // A process that was killed leaves its socket behind.

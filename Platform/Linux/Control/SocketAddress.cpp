@@ -19,7 +19,7 @@ namespace {
 
 constexpr const char* folderName = "tessel";
 
-/// Of a text that is too long, such as a path, the end tells more than the beginning.
+/// The end of a long path identifies it better than its beginning.
 std::string_view endOf(std::string_view text, std::size_t room) {
     return text.substr(text.size() - std::min(text.size(), room));
 }

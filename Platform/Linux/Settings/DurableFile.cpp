@@ -89,7 +89,7 @@ bool isAt(const std::string& path, const struct stat& file) {
 }
 
 /// Locks a file, unless another process has it locked for longer than a write takes. Where locks are unknown, as on
-/// some network file systems, the race is a user's who runs two copies on two machines.
+/// some network file systems, only a user with copies on two machines at once can meet the race.
 bool lock(int descriptor) {
     constexpr auto patience = std::chrono::milliseconds(100);
     const auto deadline = std::chrono::steady_clock::now() + patience;
@@ -102,7 +102,7 @@ bool lock(int descriptor) {
     return true;
 }
 
-/// Opens the file to be written, whoever left it there, and locks it.
+/// Opens the file to be written, which an earlier process may have left there, and locks it.
 std::expected<FileDescriptor, std::string> openLocked(const std::string& path) {
     constexpr int attempts = 10;
     for (int attempt = 0; attempt < attempts; ++attempt) {
@@ -232,8 +232,7 @@ Result replace(const std::string& path, std::string_view contents) {
 std::expected<std::optional<std::string>, std::string> keepBeside(const std::string& path) {
     const std::string base = path + ".unreadable-" + timestamp();
     std::string kept = base;
-    constexpr int mostNames = 1000;
-    for (int number = 2; number <= mostNames; ++number) {
+    for (int number = 2;; ++number) {
         // Making the name first, and only if it is free, is what keeps the rename from replacing another file.
         const FileDescriptor name{::open(kept.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR)};
         if (name) {
@@ -254,7 +253,6 @@ std::expected<std::optional<std::string>, std::string> keepBeside(const std::str
         }
         kept = base + "-" + std::to_string(number);
     }
-    return std::unexpected("no name is left beside " + path);
 }
 
 } // namespace platform::linux::DurableFile

@@ -37,7 +37,8 @@ struct ReadFailure {
 /// between leaves that file behind; the next replacement takes it up. It is locked meanwhile, from before `renewed` is
 /// asked for the new contents: what that reads at the path is what is replaced. Another process that is at it is waited
 /// for, not long; then this fails. Anything at the path but a regular file is left alone, as an error; an error of
-/// `renewed` is given back.
+/// `renewed` is given back. Not `g_file_set_contents_full`: a process that dies in it leaves one more file
+/// each time, and it locks nothing.
 [[nodiscard]] std::expected<void, std::string>
 renew(const std::string& path, const std::function<std::expected<std::string, std::string>()>& renewed);
 

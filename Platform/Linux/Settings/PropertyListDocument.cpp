@@ -60,8 +60,8 @@ plist_t parseXml(std::string_view text) {
     return node;
 }
 
-// libplist keeps the bits of an integer and whether they are signed, but its older versions tell only the bits. Its XML
-// tells both, in every version, so the rare integer whose highest bit is set takes that way, in and out.
+// libplist keeps the bits of an integer and its sign, but its older versions give out the bits alone. Its XML has both
+// in every version. So the rare integer whose highest bit is set goes through the XML, in and out.
 
 std::optional<PropertyListValue> integer(plist_t node) {
     std::uint64_t bits = 0;

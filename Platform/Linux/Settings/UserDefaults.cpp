@@ -1,6 +1,6 @@
 #include "Platform/Linux/Settings/UserDefaults.h"
 
-#include "Platform/Linux/Settings/ConfigurationFolder.h"
+#include "Platform/Linux/BaseFolders.h"
 #include "Platform/Linux/Settings/DurableFile.h"
 
 #include <expected>
@@ -23,7 +23,7 @@ UserDefaults::UserDefaults(std::optional<std::string> path, Log log)
 }
 
 std::optional<std::string> UserDefaults::standardPath() {
-    const std::optional<std::string> folder = configurationFolder();
+    const std::optional<std::string> folder = BaseFolders::ofThisProcess().userConfiguration;
     return folder ? std::optional{*folder + "/tessel/preferences.plist"} : std::nullopt;
 }
 

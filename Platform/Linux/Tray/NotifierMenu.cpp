@@ -38,7 +38,7 @@ struct Property {
     std::variant<std::string, bool, std::int32_t> value;
 };
 
-/// What differs from the protocol's defaults.
+/// The properties that differ from the protocol's defaults.
 std::vector<Property> propertiesOfRoot() {
     return {{.name = "children-display", .value = "submenu"}};
 }
@@ -302,7 +302,7 @@ struct NotifierMenu::Methods {
         if (result < 0) {
             return result;
         }
-        // What has changed was told when it changed.
+        // Changes were announced when they happened.
         return find(self(data), id) ? sd_bus_reply_method_return(call, "b", 0) : refuseId(error, id);
     }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/Bus/BusHandles.h"
 #include "Platform/MainActor.h"
 #include "Platform/StatusItem.h"
 
@@ -28,7 +28,7 @@ public:
     [[nodiscard]] bool offer(sd_bus* bus);
     void withdraw();
 
-    /// Panels that have read the former lines are told to read these.
+    /// Panels that have read the former lines get a signal to read these.
     void setLines(std::vector<StatusMenuLine> newLines);
 
 private:

@@ -1,5 +1,7 @@
 #include "Platform/Linux/Tray/NotifierPlace.h"
 
+#include "Platform/Linux/Bus/Calls.h"
+
 #include <algorithm>
 #include <string_view>
 #include <utility>
@@ -11,9 +13,6 @@ namespace {
 
 constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
 constexpr const char* watcherPath = "/StatusNotifierWatcher";
-constexpr const char* ownerRule = "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
-                                  "interface='org.freedesktop.DBus',member='NameOwnerChanged',"
-                                  "arg0='org.kde.StatusNotifierWatcher'";
 constexpr const char* hostRule = "type='signal',path='/StatusNotifierWatcher',"
                                  "interface='org.kde.StatusNotifierWatcher'";
 
@@ -29,32 +28,12 @@ OwnedMessage callTo(sd_bus* bus, const char* interface, const char* method) {
 
 } // namespace
 
-/// What comes from the bus; `data` is the place.
+/// The handlers of what the bus sends; `data` is the place.
 struct NotifierPlace::Answers {
     static NotifierPlace& self(void* data) { return *static_cast<NotifierPlace*>(data); }
 
-    static int ownerChanged(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
-        const char* name = nullptr;
-        const char* former = nullptr;
-        const char* owner = nullptr;
-        if (sd_bus_message_read(signal, "sss", &name, &former, &owner) > 0 && std::string_view(name) == watcherName) {
-            self(data).watcherLeft();
-            if (*owner != '\0') {
-                self(data).watcherArrived();
-            }
-        }
-        return 0;
-    }
-
-    static int ownerTold(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
-        if (sd_bus_message_is_method_error(reply, nullptr) == 0) {
-            self(data).watcherArrived();
-        }
-        return 0;
-    }
-
     static int hostsChanged(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
-        // Whoever sent it: the watcher is asked how things are.
+        // Any sender will do: the watcher is asked for the present state.
         if (std::string_view(sd_bus_message_get_member(signal)).starts_with("StatusNotifierHost")) {
             self(data).askForHost();
         }
@@ -82,8 +61,6 @@ struct NotifierPlace::Answers {
         }
         return 0;
     }
-
-    static int matched(sd_bus_message* /*reply*/, void* /*data*/, sd_bus_error* /*error*/) { return 0; }
 };
 
 NotifierPlace::NotifierPlace(MainLoop& mainLoop, SessionBus& bus, Screens& screens, std::string iconThemePath)
@@ -91,7 +68,8 @@ NotifierPlace::NotifierPlace(MainLoop& mainLoop, SessionBus& bus, Screens& scree
     , mainLoop(mainLoop)
     , screens(screens)
     , item(std::move(iconThemePath), [this](std::int32_t x, std::int32_t y) { clicked(x, y); })
-    , menu(mainLoop) {
+    , menu(mainLoop)
+    , watcher(watcherName, [this] { watcherChanged(); }) {
 }
 
 void NotifierPlace::show(const TrayContents& newContents) {
@@ -126,34 +104,24 @@ void NotifierPlace::update(Change change) {
 void NotifierPlace::busArrived(sd_bus* arrived) {
     bus = arrived;
     if (contents != nullptr) {
-        // First the objects: whoever is told of them may call at once.
+        // The objects come first: a panel may call them as soon as it knows the item.
         [[maybe_unused]] const bool areOffered = item.offer(bus, *contents) && menu.offer(bus);
     }
-    sd_bus_slot* slot = nullptr;
-    if (sd_bus_add_match_async(bus, &slot, ownerRule, &Answers::ownerChanged, &Answers::matched, this) >= 0) {
-        watcherMatch.reset(std::exchange(slot, nullptr));
-    }
-    if (sd_bus_add_match_async(bus, &slot, hostRule, &Answers::hostsChanged, &Answers::matched, this) >= 0) {
-        hostMatch.reset(std::exchange(slot, nullptr));
-    }
-    if (sd_bus_call_method_async(bus, &slot, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-                                 "GetNameOwner", &Answers::ownerTold, this, "s", watcherName) >= 0) {
-        ownerQuestion.reset(slot);
-    }
+    watcher.follow(bus);
+    hostMatch = listen(bus, hostRule, &Answers::hostsChanged, this);
 }
 
 void NotifierPlace::busLeft() {
-    watcherMatch.reset();
+    watcher.forget();
     hostMatch.reset();
-    ownerQuestion.reset();
     item.withdraw();
     menu.withdraw();
     bus = nullptr;
     watcherLeft();
 }
 
-void NotifierPlace::watcherArrived() {
-    hasWatcher = true;
+void NotifierPlace::watcherChanged() {
+    watcherLeft();
     tries = 0;
     registerItem();
     askForHost();
@@ -163,38 +131,31 @@ void NotifierPlace::watcherLeft() {
     registration.reset();
     hostQuestion.reset();
     retry.reset();
-    hasWatcher = false;
     isRegistered = false;
     setHasHost(false);
 }
 
 void NotifierPlace::registerItem() {
     const char* name = nullptr;
-    if (!hasWatcher || contents == nullptr || sd_bus_get_unique_name(bus, &name) < 0) {
+    if (watcher.owner().empty() || contents == nullptr || sd_bus_get_unique_name(bus, &name) < 0) {
         return;
     }
     ++tries;
     const OwnedMessage call = callTo(bus, watcherName, "RegisterStatusNotifierItem");
-    sd_bus_slot* slot = nullptr;
-    constexpr std::uint64_t usualTimeout = 0;
     // By the connection's own name, which needs no further name to be had (and may be all that a sandbox allows).
-    if (call != nullptr && sd_bus_message_append(call.get(), "s", name) >= 0 &&
-        sd_bus_call_async(bus, &slot, call.get(), &Answers::registered, this, usualTimeout) >= 0) {
-        registration.reset(slot);
+    if (call != nullptr && sd_bus_message_append(call.get(), "s", name) >= 0) {
+        registration = send(bus, call.get(), &Answers::registered, this);
     }
 }
 
 void NotifierPlace::askForHost() {
-    if (!hasWatcher) {
+    if (watcher.owner().empty()) {
         return;
     }
     const OwnedMessage call = callTo(bus, "org.freedesktop.DBus.Properties", "Get");
-    sd_bus_slot* slot = nullptr;
-    constexpr std::uint64_t usualTimeout = 0;
     if (call != nullptr &&
-        sd_bus_message_append(call.get(), "ss", watcherName, "IsStatusNotifierHostRegistered") >= 0 &&
-        sd_bus_call_async(bus, &slot, call.get(), &Answers::hostTold, this, usualTimeout) >= 0) {
-        hostQuestion.reset(slot);
+        sd_bus_message_append(call.get(), "ss", watcherName, "IsStatusNotifierHostRegistered") >= 0) {
+        hostQuestion = send(bus, call.get(), &Answers::hostTold, this);
     }
 }
 
@@ -214,7 +175,7 @@ void NotifierPlace::clicked(std::int32_t x, std::int32_t y) {
 
 std::optional<corvid::CGPoint> NotifierPlace::inScreenSpace(std::int32_t x, std::int32_t y) const {
     if (x == 0 && y == 0) {
-        // What panels say that do not know.
+        // Panels without a position send zeros.
         return std::nullopt;
     }
     const std::vector<Screen> attached = screens.screens();

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/NameOwner.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/Tray/NotifierItem.h"
 #include "Platform/Linux/Tray/NotifierMenu.h"
@@ -31,7 +32,7 @@ public:
     void hide() override;
     void update(Change change) override;
     [[nodiscard]] bool isShown() const override { return hasHost && isRegistered; }
-    /// Panels do not tell.
+    /// Panels do not report it.
     [[nodiscard]] std::optional<corvid::CGRect> frame() const override { return std::nullopt; }
 
 private:
@@ -40,7 +41,7 @@ private:
     void busArrived(sd_bus* arrived) override;
     void busLeft() override;
 
-    void watcherArrived();
+    void watcherChanged();
     void watcherLeft();
     void registerItem();
     void askForHost();
@@ -52,15 +53,13 @@ private:
     Screens& screens;
     NotifierItem item;
     NotifierMenu menu;
+    NameOwner watcher;
     const TrayContents* contents = nullptr;
     sd_bus* bus = nullptr;
-    bool hasWatcher = false;
     bool hasHost = false;
     bool isRegistered = false;
     int tries = 0;
-    OwnedSlot watcherMatch;
     OwnedSlot hostMatch;
-    OwnedSlot ownerQuestion;
     OwnedSlot hostQuestion;
     OwnedSlot registration;
     std::unique_ptr<ScheduledWork> retry;

@@ -47,7 +47,7 @@ private:
     std::string program;
     std::vector<TrayPlace*> places;
     std::vector<Item*> items;
-    /// What is shown, and in which of the places.
+    /// The item's contents, and the place that shows them.
     const Item* shown = nullptr;
     std::vector<TrayPlace*> used;
     std::unique_ptr<ScheduledWork> move;

@@ -44,8 +44,8 @@ struct SymbolPicture {
 /// no symbol.
 [[nodiscard]] std::optional<SymbolPicture> pictureFor(const ImageDescription& image, std::uint16_t size);
 
-/// The name of the icon file that shows the image, as the program installs it (Icon Naming Specification: "-symbolic"
-/// icons are coloured by whoever shows them); empty for an image that is no symbol.
+/// The name of the icon file that shows the image, as the program installs it (Icon Naming Specification: the panel
+/// colours "-symbolic" icons); empty for an image that is no symbol.
 [[nodiscard]] std::string symbolicIconName(const ImageDescription& image);
 
 } // namespace platform::linux

@@ -8,7 +8,7 @@
 
 namespace platform::linux {
 
-/// What a status item is at present, whichever way it is shown.
+/// The present contents of a status item, for any kind of panel.
 struct TrayContents {
     /// Tells it from other programs' items, and is the same in every session.
     std::string identifier;

@@ -12,7 +12,7 @@ namespace platform::linux {
 /// One of the ways in which panels take status items. Main thread only.
 class TrayPlace {
 public:
-    /// What of the contents is new.
+    /// The part of the contents that is new.
     enum class Change {
         image,
         title,

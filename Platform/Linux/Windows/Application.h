@@ -9,8 +9,7 @@
 
 namespace platform::linux {
 
-/// One process that owns windows, or did. `RunningApplications` makes it; who holds it may hold it for longer than
-/// that.
+/// One process that owns windows, or did. `RunningApplications` makes it; a reference to it may outlive that.
 class Application final : public platform::RunningApplication {
 public:
     /// Where an application that runs looks up what it is asked.

@@ -6,7 +6,7 @@
 
 namespace platform::linux {
 
-/// What is asked of a window's visible rectangle; an absent part is left as it is.
+/// A request for a window's visible rectangle; an absent part is left as it is.
 struct PlacementRequest {
     std::optional<corvid::CGPoint> position;
     std::optional<corvid::CGSize> size;

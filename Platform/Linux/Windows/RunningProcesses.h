@@ -13,17 +13,16 @@
 
 namespace platform::linux {
 
-/// The processes that own windows, or have owned one and still run. Which windows those are, the desktop knows. Main
-/// thread only.
+/// The processes that own windows, or have owned one and still run. The desktop knows their windows. Main thread only.
 ///
-/// A process is launched when its first window can be dealt with and its application is identified. One that is not
-/// identified by its first window is told as soon as something later identifies it, and after ten seconds in any case:
-/// whatever a program says of itself, it has said by then, and to listen longer would be to wake up whenever it changes
-/// a title. A process that ends before its launch was told is told neither way. From then until the launch is delivered
+/// A process is launched when its first window can be dealt with and its application is identified. Where the first
+/// window does not identify it, the launch is reported as soon as something later does, and after ten seconds in any
+/// case: a program has described itself by then, and listening longer would mean a wake-up at every change of a title.
+/// A process that ends before its launch was reported is not reported at all. From then until the launch is delivered
 /// it can be found by its number, and is not listed.
 ///
-/// A process ends when the kernel says so; where that cannot be had (a remote client, an old kernel, no descriptors
-/// left), when its last window is gone.
+/// The kernel reports the end of a process. Where it cannot (a remote client, an old kernel, no descriptors left), the
+/// process ends with its last window.
 class RunningProcesses : public platform::RunningApplications, private Application::Directory {
 public:
     RunningProcesses(MainLoop& mainLoop, Deliveries& deliveries);
@@ -37,21 +36,21 @@ public:
     [[nodiscard]] std::shared_ptr<NotificationCenter> notificationCenter() final { return center; }
 
 protected:
-    /// What is still to be learned of a process from its windows.
+    /// Facts about a process that its windows have yet to provide.
     struct Interest {
-        /// What identifies its application.
+        /// The clues to its application.
         bool identity = false;
         /// That the last of them is gone.
         bool end = false;
     };
 
-    /// Who identifies and names applications; to be called before any of those below. Both have to outlive this.
+    /// Sets the sources of identities and names; to be called before anything below. Both must outlive this.
     void setNames(ApplicationIdentification& identifier, ApplicationCatalogue& names);
 
     /// A window has come. `wasThere`: it was there at the very start. The desktop adds the window to what it knows of
     /// the process after this: the process may turn out to be another one than that of the same number before.
     Interest windowAppeared(const ApplicationClues& clues, bool wasThere);
-    /// What identifies a window's application is another one now.
+    /// The clues to a window's application have changed.
     void windowChangedIdentity(const ApplicationClues& clues);
     /// A window of the process can be dealt with.
     void windowBecameReady(ProcessIdentifier process);
@@ -70,11 +69,11 @@ private:
 
     using Place = std::vector<std::unique_ptr<Running>>::iterator;
 
-    // What the desktop knows.
+    // Answered by the desktop.
 
     /// Whether one of the process's windows can be dealt with now.
     [[nodiscard]] virtual bool hasReadyWindow(ProcessIdentifier process) = 0;
-    /// What the process's windows say of its application now, oldest first.
+    /// The clues that the process's windows give now, oldest first.
     [[nodiscard]] virtual std::vector<ApplicationClues> clues(ProcessIdentifier process) = 0;
     /// Nobody wants to know any more what the process's windows say of its application.
     virtual void stopListening(ProcessIdentifier process) = 0;

@@ -2,7 +2,7 @@
 
 namespace platform::linux {
 
-/// What kind of window this is, as far as placing windows is concerned.
+/// The kind of a window, as far as placing it is concerned.
 enum class WindowKind {
     standard,
     /// A dialog, utility or splash window, or one that belongs to another: can be placed, but is not a document window.

@@ -8,7 +8,7 @@ namespace platform::linux {
 
 class WindowObservers::Observer final : public AXObserver {
 public:
-    /// What was subscribed to, and what there was already.
+    /// A subscription, and the windows that existed before it.
     struct Subscription {
         void* context = nullptr;
         std::uint64_t lastArrival = 0;
@@ -58,7 +58,7 @@ private:
     std::weak_ptr<Registry> registry;
     ProcessIdentifier process;
     AXObserverCallback callback;
-    /// Dies with the observer, by which a delivery on its way can tell.
+    /// Dies with the observer: a delivery that is under way checks it.
     std::shared_ptr<std::vector<Subscription>> subscriptions = std::make_shared<std::vector<Subscription>>();
 };
 

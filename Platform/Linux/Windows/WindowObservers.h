@@ -11,11 +11,11 @@
 
 namespace platform::linux {
 
-/// Tells of new windows where we hear of every process's windows anyway, so that any process can be observed at any
-/// time. Main thread only.
+/// Reports new windows on desktops that announce the windows of every process: any process can be observed at any time.
+/// Main thread only.
 ///
-/// Windows are numbered as they arrive. One exists at the time of subscribing if it has arrived by then; every other
-/// one is told, once, when it is ready and still exists.
+/// Windows are numbered as they arrive. A window that has arrived before the subscription counts as existing; every
+/// other one is reported once, when it is ready and still exists.
 class WindowObservers : public platform::AccessibilityObservers {
 public:
     explicit WindowObservers(Deliveries& deliveries)
@@ -25,8 +25,8 @@ public:
                                                                                      AXObserverCallback callback) final;
 
 protected:
-    /// A new window of the process is ready. `element` is asked when the time has come to tell: nothing where the
-    /// window does not exist any more. It must be possible to call it for as long as the deliveries live.
+    /// A new window of the process is ready. `element` is called at the delivery: it gives nothing where the window
+    /// does not exist any more. It must be possible to call it for as long as the deliveries live.
     void tell(ProcessIdentifier process, std::uint64_t arrival,
               const std::function<std::optional<AXUIElement>()>& element);
 

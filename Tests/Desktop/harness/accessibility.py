@@ -1,4 +1,4 @@
-"""What a screen reader is told: the tree of a program's widgets as it is on the accessibility bus (AT-SPI 2)."""
+"""A screen reader's view: the tree of a program's widgets on the accessibility bus (AT-SPI 2)."""
 
 import ast
 from dataclasses import dataclass, field
@@ -49,7 +49,7 @@ class Node:
 
 
 class Accessibility:
-    """Switches the session's accessibility on, as a screen reader does, and reads what programs tell there."""
+    """Switches the session's accessibility on, as a screen reader does, and reads the programs' widgets."""
 
     def __init__(self, desktop):
         if Gio is None:
@@ -110,7 +110,7 @@ class Accessibility:
         return Rect(*reply.unpack()[0])
 
     def tree(self, process_id: int) -> Node | None:
-        """What that process tells; None where it is not on the bus, or changed while it was read."""
+        """That process's widgets; None where it is not on the bus, or changed while it was read."""
         try:
             for application in self._call(REGISTRY, ACCESSIBLE, "GetChildren")[0]:
                 if self._process(application[0]) == process_id:

@@ -30,7 +30,7 @@ class RunningApplication:
 class Desktop:
     """A server, a session, keys and eyes; window manager, applications and program are started by the test.
 
-    A context manager: leaving it ends everything, and after a failure tells what the logs say and saves a picture of the
+    A context manager: leaving it ends everything, and after a failure prints the logs and saves a picture of the
     screen where TESSEL_DESKTOP_PICTURES names a folder.
     """
 
@@ -134,7 +134,7 @@ class Desktop:
     def adopt(self, running: RunningApplication) -> None:
         """Waits until a newly started window manager has taken over a decorated window, and gives it the focus.
 
-        What a former window manager published may still be there, so its word does not count.
+        Properties of a former window manager may still be there, so they do not count.
         """
         until(lambda: self.windows.is_decorated(running.window), f"{self.manager.name} to decorate the window")
         self.wait_for(running)

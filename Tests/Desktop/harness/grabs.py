@@ -1,4 +1,4 @@
-"""Who holds a shortcut: found out by trying to take it."""
+"""The holder of a shortcut: found out by trying to take it."""
 
 from Xlib import X, display, error
 
@@ -25,5 +25,5 @@ def held_by_others(name: str) -> dict[str, set[int]]:
 
 
 def all_held() -> dict[str, set[int]]:
-    """What `held_by_others` gives when every shortcut is held under every combination of lock keys."""
+    """The result of `held_by_others` when every shortcut is held under every combination of lock keys."""
     return {action: set(LOCKS) for action in SHORTCUTS}

@@ -1,4 +1,4 @@
-"""Who holds a shortcut, as the program under test says."""
+"""The holder of a shortcut, as the program under test reports it."""
 
 import json
 from pathlib import Path

@@ -4,7 +4,7 @@ from Xlib import X, Xutil, display
 
 from .windows import Windows
 
-# What a request carries at most on every server.
+# The longest request that every server accepts.
 CHUNK = 200_000
 
 

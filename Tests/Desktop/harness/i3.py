@@ -30,7 +30,7 @@ bar {
 
 
 class Node(NamedTuple):
-    """What i3 says of a window beside its place."""
+    """A window's properties in i3, beside its place."""
 
     floating: bool
     border: str
@@ -40,7 +40,7 @@ class Node(NamedTuple):
 
 
 class I3Windows(Windows):
-    """i3 does not tell how thick its borders are; what a person sees of a window is the window that i3 put around it."""
+    """i3 does not report the width of its borders; a person sees the window that i3 put around the client's."""
 
     def frame(self, identifier: int) -> Rect:
         window = self.window(identifier)

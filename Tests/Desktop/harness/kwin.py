@@ -76,7 +76,7 @@ class SeenWindow:
     y: float
     width: float
     height: float
-    # With its frame, except in KWin 5, which does not tell how thick that is.
+    # With its frame, except in KWin 5, which does not report its width.
     smallest: list[float]
     is_active: bool
     is_above: bool
@@ -134,7 +134,7 @@ class Eyes:
         self.bus.call(KWIN, "start")
 
     def look(self, first: str = "") -> dict:
-        """What there is, after KWin has done what `first` says in its scripts' language."""
+        """The windows, after KWin has run `first` as a script."""
         self.count += 1
         name = f"look-{self.count}"
         file = self.folder / f"{name}.js"
@@ -283,7 +283,7 @@ class KWinDesktop:
         script.chmod(0o755)
         environment = {name: value for name, value in self.session.environment.items()
                        if name not in NOT_OF_KWIN}
-        # Keys may come from a client only where KWin is told not to ask who it is.
+        # KWin takes keys from a client only where its check of the client is off.
         environment["KWIN_WAYLAND_NO_PERMISSION_CHECKS"] = "1"
         self.kwin = self.session.processes.start(
             [str(binary), "--virtual", "--width", str(WIDTH), "--height", str(HEIGHT), "--output-count", "2",
@@ -351,7 +351,7 @@ class KWinDesktop:
         until_equal(lambda: self.eyes.frame(window), frame, what, seconds)
 
     def held_keys(self) -> list[str]:
-        """The actions of the program that have a key, as KGlobalAccel tells them."""
+        """The actions of the program that have a key, as KGlobalAccel lists them."""
         try:
             place = ("org.kde.kglobalaccel", "/component/org_corvid_Tessel", "org.kde.kglobalaccel.Component")
             infos = self.bus.call(place, "allShortcutInfos")[0]
@@ -360,7 +360,7 @@ class KWinDesktop:
         return sorted(info[1] for info in infos if any(info[6]))
 
     def shortcut_settings(self) -> str:
-        """What is kept of everybody's shortcuts, after KGlobalAccel has written it."""
+        """The stored shortcuts of all programs, after KGlobalAccel has written them."""
         file = self.session.home / ".config/kglobalshortcutsrc"
         marker = ["org.example.Marker", "marker", "A marker", "A marker"]
         self.bus.call(ACCEL, "doRegister", "(as)", marker)

@@ -1,4 +1,4 @@
-"""A day of use in a small time: what the program holds afterwards, and whether anything it was told is lost.
+"""A day of use in a small time: what the program holds afterwards, and whether any setting is lost.
 
 Two parts. In the first one process lives through everything that a user does in a day, all mixed; its memory and
 descriptors are sampled on the way and must become flat. In the second the program is killed while rules are written;
@@ -46,7 +46,7 @@ WHOLE = Amounts(presses=100_000, openings=1_000, restarts=200, kills=500)
 
 @dataclass(frozen=True)
 class Holdings:
-    """What a process holds."""
+    """The memory and descriptors of a process."""
 
     private: int
     descriptors: int

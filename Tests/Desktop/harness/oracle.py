@@ -71,7 +71,7 @@ Size = tuple[int, int]
 
 
 def expected(action: str, window: Rect, visible: Rect, settles_on: Callable[[Size], Size]) -> Rect:
-    """Where the window ends. `settles_on` tells which frame size it takes when it is asked for one."""
+    """Where the window ends. `settles_on` gives the frame size that the window takes for a requested one."""
     asked = target(action, window, visible)
     if asked.size == window.size:
         return asked

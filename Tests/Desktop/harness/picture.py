@@ -10,7 +10,7 @@ from .waiting import until
 
 
 def screen(name: str, part: Rect | None = None) -> Image.Image:
-    """What that display shows now, all of it or a part. Pixels arrive slowly, so a part is worth asking for."""
+    """A picture of that display, all of it or a part. Pixels arrive slowly, so a part is worth asking for."""
     connection = display.Display(name)
     try:
         root = connection.screen().root
@@ -28,7 +28,7 @@ def screen(name: str, part: Rect | None = None) -> Image.Image:
 
 
 def settled_screen(name: str) -> Image.Image:
-    """What that display shows once its windows have been drawn: the same in several looks one after the other."""
+    """A picture of that display once its windows are drawn: several looks in a row are the same."""
     looks: list[Image.Image] = []
 
     def same() -> bool:

@@ -9,7 +9,7 @@ from .waiting import PATIENCE, until
 
 # In points; the plate's shadow lies around it where the window lets through what is behind.
 WIDTH, SHADOW = 340, 20
-# What is nearer to the panel than this would touch it.
+# A smaller distance to the panel would look like touching it.
 GAP = 6
 # Inside the plate, where nothing is drawn but its background: below the rounded corner, left of everything.
 BACKGROUND_AT = (7, 30)
@@ -42,7 +42,7 @@ class Popover:
         return None
 
     def frame(self) -> Rect | None:
-        """What its user sees of it, without the shadow."""
+        """The visible part, without the shadow."""
         window = self.window()
         if window is None:
             return None

@@ -1,4 +1,4 @@
-"""The program under test, seen from outside: its process, what it tells its service manager, what it prints."""
+"""The program under test, seen from outside: its process, its messages to the service manager, its output."""
 
 import os
 import signal
@@ -32,7 +32,7 @@ class Product:
                 {"NOTIFY_SOCKET": str(address), **(environment or {})}, stderr=errors,
             )
 
-    # What it tells
+    # Its messages
 
     def _listen(self) -> None:
         while True:

@@ -18,7 +18,7 @@ class Rect(NamedTuple):
         return Rect(self.x - left, self.y - top, self.width + left + right, self.height + top + bottom)
 
     def within(self, other: "Rect") -> "Rect":
-        """What both have in common; at least a pixel of the other one."""
+        """The intersection of both; at least a pixel of the other one."""
         x, y = (max(outer, min(inner, outer + length - 1))
                 for inner, outer, length in zip(self[:2], other[:2], other.size))
         right = min(self.x + self.width, other.x + other.width)

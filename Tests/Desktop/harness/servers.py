@@ -11,7 +11,7 @@ CONFIGURATION = Path(__file__).resolve().parent.parent / "two-monitors.conf"
 
 
 def _identity(path: str) -> tuple[int, int] | None:
-    """What tells a file from another one of the same name made later; inode numbers alone are used again."""
+    """The identity of a file, which a later one of the same name does not have; inode numbers alone are reused."""
     try:
         status = os.stat(path)
     except FileNotFoundError:

@@ -81,7 +81,7 @@ class Session:
 
     @staticmethod
     def settings_of(path: Path) -> dict:
-        """What the user has set, by a reader that is not the program's. What it notes for itself is left out."""
+        """The user's settings, by a reader of the test's own. The program's notes for itself are left out."""
         values = plistlib.loads(path.read_bytes())
         return {key: value for key, value in values.items() if not key.startswith("updateReminder")}
 

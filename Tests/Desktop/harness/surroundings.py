@@ -1,13 +1,13 @@
-"""What a session finds around it: fonts, languages, themes, installed applications. The same on every machine.
+"""The surroundings of a session: fonts, languages, themes, installed applications. The same on every machine.
 
 Nothing is taken from who runs the tests, and nothing of the machine but what is named here: a font, an application or a
-program that starts by itself must not change what a test sees, whoever installed it.
+program that starts by itself must not change what a test sees.
 """
 
 import os
 from pathlib import Path
 
-# What fonts-dejavu-core has.
+# The fonts of fonts-dejavu-core.
 FONTS = ("DejaVuSans", "DejaVuSans-Bold", "DejaVuSansMono", "DejaVuSansMono-Bold", "DejaVuSerif", "DejaVuSerif-Bold")
 
 # Fonts look as Debian has them look.

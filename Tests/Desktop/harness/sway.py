@@ -50,7 +50,7 @@ class UnprivilegedSession(Session):
         if os.geteuid() == 0:
             require("setpriv", "util-linux")
             user = str(UNPRIVILEGED)
-            # What ends this process is to end the others; a change of user would undo that.
+            # The end of this process is to end the others; a change of user would undo that.
             self.prefix = ["setpriv", f"--reuid={user}", f"--regid={user}", "--clear-groups", "--pdeathsig=KILL"]
 
     def start(self, command: list[str], log: str, extra: dict[str, str] | None = None, **options):
@@ -177,12 +177,12 @@ class SwayDesktop:
         return [rect_of(node) for node in self._output_nodes()]
 
     def work_area(self, output: int = 0) -> Rect:
-        """What the bars leave of an output."""
+        """An output without its bars."""
         node = self._output_nodes()[output]
         return next(rect_of(each) for each in node["nodes"] if each["name"] == node["current_workspace"])
 
     def _output_nodes(self) -> list[dict]:
-        """From left to right; versions of sway tell them in different orders."""
+        """From left to right; versions of sway list them in different orders."""
         return sorted((node for node in self.tree()["nodes"] if node["name"] != "__i3"), key=lambda node: rect_of(node).x)
 
     def windows(self) -> list[Window]:

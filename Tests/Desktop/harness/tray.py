@@ -76,7 +76,7 @@ def start_panel(desktop, name: str, edge: str = "top", output: str = "Automatic"
 
 
 def call(desktop, destination: str, path: str, method: str, *arguments: str) -> str | None:
-    """What a method on the session's bus answers, as GVariant text; None if it answers with an error."""
+    """The answer of a method on the session's bus, as GVariant text; None for an error."""
     done = subprocess.run(
         ["gdbus", "call", "--session", "--dest", destination, "--object-path", path, "--method", method, *arguments],
         stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=10, check=False,
@@ -134,7 +134,7 @@ def _drawing(program: Path, name: str, size: tuple[int, int]) -> Image.Image:
 
 
 def _shape_in(strip: Image.Image) -> Image.Image | None:
-    """What stands out from the strip's most frequent colour, without its margins; None where nothing does."""
+    """The part of the strip that differs from its most frequent colour; None where nothing does."""
     grey = strip.convert("L")
     background = max(grey.getcolors(strip.width * strip.height))[1]
     shape = ImageChops.difference(grey, Image.new("L", grey.size, background))

@@ -17,7 +17,7 @@ class Expired(AssertionError):
 
 
 def until(condition: Callable[[], Any], what: str, seconds: float = PATIENCE, saw: Callable[[], Any] | None = None) -> Any:
-    """Returns the first true value of `condition`; after the deadline fails with `what` and what `saw` tells."""
+    """Returns the first true value of `condition`; after the deadline fails with `what` and the result of `saw`."""
     deadline = time.monotonic() + seconds
     while True:
         value = condition()

@@ -77,8 +77,7 @@ protected:
     std::string place = folder / "home/gnome-shell/extensions/tessel@corvid.org";
     std::string installed = place + "/extension.js";
     std::string stateFolder = folder / "state";
-    Extension extension{loop, *link, ExtensionFiles(folder / "source", {folder / "home"}),
-                        ExtensionRecord(stateFolder)};
+    Extension extension{*link, ExtensionFiles(folder / "source", {folder / "home"}), ExtensionRecord(stateFolder)};
 };
 
 TEST_F(TheExtension, WorksWhereItAnswers) {

@@ -2,7 +2,7 @@
 
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/GnomeShell/ShellLink.h"
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Tests/Platform/GnomeShell/FakeShell.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"

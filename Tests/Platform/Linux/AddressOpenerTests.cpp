@@ -104,7 +104,7 @@ void onDesktop(const std::vector<std::string>& names, const std::function<void(M
 TEST(AddressOpener, OnlyAddressesAreOpened) {
     onDesktop({"xdg-open"}, [](MainLoop& loop, const Programs& programs) {
         SessionBus bus(loop, std::nullopt);
-        AddressOpener opener(loop, bus);
+        AddressOpener opener(bus);
         for (const std::string& text :
              {std::string(), std::string("example.org"), std::string("https"), std::string("https:"),
               std::string(":rest"), std::string("1http://a"), std::string("-option"), std::string("--version:x"),
@@ -121,7 +121,7 @@ TEST(AddressOpener, OnlyAddressesAreOpened) {
 TEST(AddressOpener, WithoutABusXdgOpenTakesTheAddress) {
     onDesktop({"xdg-open"}, [](MainLoop& loop, const Programs& programs) {
         SessionBus bus(loop, std::nullopt);
-        AddressOpener opener(loop, bus);
+        AddressOpener opener(bus);
         EXPECT_TRUE(opener.open("https://example.org/?a=b&c='d'"));
         EXPECT_TRUE(runUntil(loop, [&] { return !programs.ran().empty(); }));
         EXPECT_EQ(programs.ran(), "xdg-open https://example.org/?a=b&c='d'\n");
@@ -131,7 +131,7 @@ TEST(AddressOpener, WithoutABusXdgOpenTakesTheAddress) {
 TEST(AddressOpener, WithoutAnybodyItSaysSo) {
     onDesktop({}, [](MainLoop& loop, const Programs& /*programs*/) {
         SessionBus bus(loop, std::nullopt);
-        AddressOpener opener(loop, bus);
+        AddressOpener opener(bus);
         EXPECT_FALSE(opener.open("https://example.org"));
     });
 }
@@ -147,7 +147,7 @@ void withPortal(bool isUnwilling, const std::function<void(MainLoop&, Portal&, A
         portal.isUnwilling = isUnwilling;
         EXPECT_TRUE(runUntil(loop, [&] { return portal.isThere; }));
         SessionBus bus(loop, daemon.address());
-        AddressOpener opener(loop, bus);
+        AddressOpener opener(bus);
         body(loop, portal, opener);
         EXPECT_TRUE(runUntil(loop, [&] { return !portal.opened.empty() || !programs.ran().empty(); }));
         EXPECT_EQ(programs.ran(), isUnwilling ? "xdg-open https://example.org\n" : "");
@@ -180,7 +180,7 @@ TEST(AddressOpener, APortalThatCannotBeStartedIsPassedOver) {
     daemon.start();
     onDesktop({"xdg-open"}, [&](MainLoop& loop, const Programs& programs) {
         SessionBus bus(loop, daemon.address());
-        AddressOpener opener(loop, bus);
+        AddressOpener opener(bus);
         openWhenSettled(loop, opener);
         EXPECT_TRUE(runUntil(loop, [&] { return !programs.ran().empty(); }));
         EXPECT_EQ(programs.ran(), "xdg-open https://example.org\n");
@@ -191,7 +191,7 @@ TEST(AddressOpener, ALinkToSettingsOpensThePageOfTheDesktop) {
     const std::string link = "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility";
     onDesktop({"xdg-open", "xfce4-accessibility-settings"}, [&](MainLoop& loop, const Programs& programs) {
         SessionBus bus(loop, std::nullopt);
-        AddressOpener opener(loop, bus);
+        AddressOpener opener(bus);
         ::unsetenv("XDG_CURRENT_DESKTOP");
         EXPECT_FALSE(opener.open(link));
         ::setenv("XDG_CURRENT_DESKTOP", "GNOME", 1);

@@ -1,9 +1,11 @@
 #include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/Settings/UserDefaults.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <pwd.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -54,6 +56,35 @@ TEST(BaseFolders, HoldApplicationsAndIcons) {
     EXPECT_THAT(folders.applications(), ElementsAre("/data/applications", "/usr/share/applications"));
     EXPECT_THAT(folders.icons(),
                 ElementsAre("/home/me/.icons", "/data/icons", "/usr/share/icons", "/usr/share/pixmaps"));
+}
+
+TEST(BaseFolders, OfThisProcessAreWhereItsEnvironmentSays) {
+    inChildProcess([] {
+        ::setenv("HOME", "/home/somebody", 1);
+        ::setenv("XDG_CONFIG_HOME", "/somewhere/else", 1);
+        EXPECT_EQ(BaseFolders::ofThisProcess().userConfiguration, "/somewhere/else");
+        EXPECT_EQ(UserDefaults::standardPath(), "/somewhere/else/tessel/preferences.plist");
+        for (const char* relative : {"", "config", "./config", "~/config"}) {
+            ::setenv("XDG_CONFIG_HOME", relative, 1);
+            EXPECT_EQ(BaseFolders::ofThisProcess().userConfiguration, "/home/somebody/.config") << relative;
+        }
+        ::unsetenv("XDG_CONFIG_HOME");
+        EXPECT_EQ(BaseFolders::ofThisProcess().userConfiguration, "/home/somebody/.config");
+        EXPECT_EQ(UserDefaults::standardPath(), "/home/somebody/.config/tessel/preferences.plist");
+    });
+}
+
+TEST(BaseFolders, OfThisProcessAreInTheHomeOfThePasswordDatabaseWithoutOneInTheEnvironment) {
+    inChildProcess([] {
+        const std::string home = ::getpwuid(::getuid())->pw_dir;
+        ::unsetenv("XDG_CONFIG_HOME");
+        for (const char* relative : {"", "relative"}) {
+            ::setenv("HOME", relative, 1);
+            EXPECT_EQ(BaseFolders::ofThisProcess().userConfiguration, home + "/.config");
+        }
+        ::unsetenv("HOME");
+        EXPECT_EQ(BaseFolders::ofThisProcess().userConfiguration, home + "/.config");
+    });
 }
 
 TEST(BaseFolders, HaveTheSystemsRuntimeFolderWhereTheEnvironmentNamesNone) {

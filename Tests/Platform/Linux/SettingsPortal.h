@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 
 #include <cstdint>
 #include <map>

@@ -1,6 +1,6 @@
+#include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Control/ControlBusName.h"
 #include "Platform/Linux/Control/ControlClient.h"
-#include "Platform/Linux/Control/SessionBus.h"
 #include "Platform/Linux/Control/SingleInstance.h"
 #include "Platform/Linux/FileDescriptor.h"
 #include "Tests/Platform/Linux/Control/ControlServer.h"

@@ -1,6 +1,6 @@
-#include "Platform/Linux/Control/BusNames.h"
+#include "Platform/Linux/Bus/BusNames.h"
 
-#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/Bus/BusHandles.h"
 
 #include <cerrno>
 #include <chrono>

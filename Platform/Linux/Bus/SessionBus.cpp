@@ -1,4 +1,4 @@
-#include "Platform/Linux/Control/SessionBus.h"
+#include "Platform/Linux/Bus/SessionBus.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -12,7 +12,7 @@ namespace platform::linux {
 
 namespace {
 
-/// The signals by which the library tells of the connection itself (sd_bus_set_connected_signal(3)).
+/// The signals by which the library reports the state of the connection (sd_bus_set_connected_signal(3)).
 constexpr const char* localName = "org.freedesktop.DBus.Local";
 constexpr const char* localPath = "/org/freedesktop/DBus/Local";
 /// D-Bus Specification, Well-known Message Bus Instances.

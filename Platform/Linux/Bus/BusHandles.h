@@ -6,8 +6,7 @@
 
 namespace platform::linux {
 
-/// What is owned of sd-bus, each given back with its owner. A connection is closed without waiting for what it still
-/// has to send.
+/// Owners of sd-bus objects. A connection is closed without waiting for unsent messages.
 struct CloseBus {
     void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
 };

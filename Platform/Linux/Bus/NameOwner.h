@@ -1,24 +1,26 @@
 #pragma once
 
-#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/Bus/BusHandles.h"
 
 #include <functional>
 #include <string>
 
-namespace platform::kwin {
+namespace platform::linux {
 
 /// Follows who owns a name on a message bus (D-Bus Specification, NameOwnerChanged). Main thread only.
 class NameOwner {
 public:
-    /// `changed` is called while the bus is being read, after each change and after the first answer; it must only
-    /// take note.
+    /// `changed` is called while the bus is being read, after each change and after the first answer; it must not wait
+    /// for the bus.
     NameOwner(std::string name, std::function<void()> changed);
     NameOwner(const NameOwner&) = delete;
     NameOwner& operator=(const NameOwner&) = delete;
     ~NameOwner() = default;
 
-    /// Begins to follow on this connection; does not wait.
+    /// Begins to follow on this connection, and asks who the owner is; does not wait.
     void follow(sd_bus* bus);
+    /// The same without asking: the owner is not known before it changes.
+    void followChanges(sd_bus* bus);
     /// The connection is gone, and with it the owner. Does not call `changed`.
     void forget();
 
@@ -30,15 +32,15 @@ public:
 
 private:
     static int ownerChanged(sd_bus_message* signal, void* data, sd_bus_error* error);
-    static int ownerTold(sd_bus_message* reply, void* data, sd_bus_error* error);
+    static int ownerAnswered(sd_bus_message* reply, void* data, sd_bus_error* error);
 
     void set(const char* owner);
 
     std::string name;
     std::function<void()> changed;
     std::string unique;
-    linux::OwnedSlot changes;
-    linux::OwnedSlot question;
+    OwnedSlot changes;
+    OwnedSlot question;
 };
 
-} // namespace platform::kwin
+} // namespace platform::linux

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Control/BusNames.h"
+#include "Platform/Linux/Bus/BusNames.h"
 #include "Platform/Linux/FileDescriptor.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"
 

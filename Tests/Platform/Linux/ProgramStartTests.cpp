@@ -1,4 +1,4 @@
-#include "Platform/Linux/DetachedPrograms.h"
+#include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/ProgramStart.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -44,22 +45,26 @@ void runLoopUntil(MainLoop& loop, const std::function<bool()>& holds) {
     EXPECT_TRUE(holds());
 }
 
-TEST(DetachedPrograms, AreFoundInThePathOnlyWhereTheyCanBeRun) {
+TEST(ProgramStart, FindsInThePathWhatCanBeRun) {
     inChildProcess([] {
         const TemporaryFolder folder;
-        writeScript(folder / "runs", "");
+        MainLoop loop;
+        writeScript(folder / "runs", "echo \"$0\" >>'" + folder / "ran" + "'\n");
         write(folder / "document", "");
         ::mkdir((folder / "folder").c_str(), S_IRWXU);
         ::setenv("PATH", (":relative:/nonexistent:" + folder.path).c_str(), 1);
-        EXPECT_EQ(findProgram("runs"), folder / "runs");
-        EXPECT_EQ(findProgram(folder / "runs"), folder / "runs");
         for (const char* name : {"document", "folder", "nothing", "", "/nonexistent/program"}) {
-            EXPECT_EQ(findProgram(name), std::nullopt) << name;
+            EXPECT_FALSE(startProgram(name, {})) << name;
         }
+        write(folder / "ran", "");
+        EXPECT_TRUE(startProgram("runs", {}));
+        EXPECT_TRUE(startProgram(folder / "runs", {}));
+        const std::string line = folder / "runs\n";
+        runLoopUntil(loop, [&] { return contentsOf(folder / "ran") == line + line; });
     });
 }
 
-TEST(DetachedPrograms, InheritNoDescriptorNoBlockedSignalAndNoSession) {
+TEST(ProgramStart, HandsOnNoDescriptorAndNoSession) {
     inChildProcess([] {
         const TemporaryFolder folder;
         // Not marked for closing, as some library's might be.
@@ -68,7 +73,6 @@ TEST(DetachedPrograms, InheritNoDescriptorNoBlockedSignalAndNoSession) {
         MainLoop loop;
         loop.endOnTerminationSignals();
         ::signal(SIGPIPE, SIG_IGN);
-        DetachedPrograms programs(loop);
         writeScript(folder / "program", "links=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2)\nexec 9>'" +
                                             folder / "making" +
                                             "'\n"
@@ -76,16 +80,16 @@ TEST(DetachedPrograms, InheritNoDescriptorNoBlockedSignalAndNoSession) {
                                             "echo \"$links\" >&9\n"
                                             // Without a pipe, whose ends the shell would have open meanwhile.
                                             "ls /proc/$$/fd >&9\n"
-                                            "grep -E '^Sig(Blk|Ign)' /proc/self/status >&9\n"
+                                            "grep SigIgn /proc/self/status >&9\n"
                                             "[ \"$(cut -d' ' -f6 /proc/$$/stat)\" = $$ ] && echo own session >&9\n"
                                             "mv '" +
                                             folder / "making" + "' '" + folder / "made" + "'\n");
-        ASSERT_TRUE(programs.start(folder / "program", {"one argument", "$HOME; `ls`"}));
+        ASSERT_TRUE(startProgram(folder / "program", {"one argument", "$HOME; `ls`"}));
         runLoopUntil(loop, [&] { return ::access((folder / "made").c_str(), F_OK) == 0; });
         const std::string told = contentsOf(folder / "made");
         EXPECT_THAT(told, testing::StartsWith("one argument|$HOME; `ls`\n/dev/null\n/dev/null\n/dev/null\n"));
         // The two above the ordinary signals are the C library's own.
-        EXPECT_THAT(told, testing::ContainsRegex("SigBlk:\t0000000000000000\nSigIgn:\t[0-9]+0000000\n"));
+        EXPECT_THAT(told, testing::ContainsRegex("SigIgn:\t[0-9]+0000000\n"));
         EXPECT_THAT(told, testing::HasSubstr("own session\n"));
         // 9 is the script's own; a shell keeps the script itself open above it.
         EXPECT_THAT(told, testing::Not(testing::HasSubstr("\n20\n")));
@@ -93,60 +97,63 @@ TEST(DetachedPrograms, InheritNoDescriptorNoBlockedSignalAndNoSession) {
     });
 }
 
-TEST(DetachedPrograms, InheritTheEnvironmentThatThisProgramWasStartedWith) {
+TEST(ProgramStart, HandsOnTheEnvironmentThatThisProgramWasStartedWith) {
     inChildProcess([] {
         const TemporaryFolder folder;
         MainLoop loop;
-        DetachedPrograms programs(loop);
         // As a toolkit does for its own sake.
         ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
         const std::string home = std::getenv("HOME");
         ::unsetenv("HOME");
         writeScript(folder / "program", "echo \"$QT_QPA_PLATFORM|$HOME\" >'" + folder / "making" + "'\nmv '" +
                                             folder / "making" + "' '" + folder / "made" + "'\n");
-        ASSERT_TRUE(programs.start(folder / "program", {}));
-        runUntil(loop, [&] { return ::access((folder / "made").c_str(), F_OK) == 0; });
+        ASSERT_TRUE(startProgram(folder / "program", {}));
+        runLoopUntil(loop, [&] { return ::access((folder / "made").c_str(), F_OK) == 0; });
         EXPECT_EQ(contentsOf(folder / "made"), "|" + home + "\n");
     });
 }
 
-TEST(DetachedPrograms, AreCollectedWithinAFewTurnsOfTheLoop) {
+TEST(ProgramStart, HandsOnNoBlockedSignal) {
     inChildProcess([] {
-        MainLoop loop;
-        DetachedPrograms programs(loop);
-        for (int round = 0; round < 200; ++round) {
-            ASSERT_TRUE(programs.start("/bin/true", {}));
-            siginfo_t ended{};
-            ASSERT_EQ(::waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT), 0);
-            const auto isCollected = [] {
-                return ::waitid(P_ALL, 0, nullptr, WEXITED | WNOHANG | WNOWAIT) < 0 && errno == ECHILD;
-            };
-            int turns = 0;
-            while (!isCollected() && ++turns < 20) {
-                ASSERT_GE(sd_event_run(loop.handle(), 1000), 0);
-            }
-            ASSERT_TRUE(isCollected()) << "round " << round;
-        }
+        sigset_t blocked;
+        sigemptyset(&blocked);
+        sigaddset(&blocked, SIGUSR1);
+        ASSERT_EQ(::sigprocmask(SIG_BLOCK, &blocked, nullptr), 0);
+        // No shell: one unblocks all signals for itself.
+        const auto program = startPrinting("grep", {"SigBlk", "/proc/self/status"});
+        ASSERT_TRUE(program);
+        int status = 0;
+        ASSERT_EQ(::waitpid(program->process, &status, 0), program->process);
+        std::array<char, 100> printed{};
+        ASSERT_GT(::read(program->output.get(), printed.data(), printed.size() - 1), 0);
+        EXPECT_STREQ(printed.data(), "SigBlk:\t0000000000000000\n");
     });
 }
 
-TEST(DetachedPrograms, LeaveNoZombieBehind) {
+TEST(ProgramStart, LetsTheProgramReadWhatItIsGiven) {
     inChildProcess([] {
         const TemporaryFolder folder;
-        writeScript(folder / "program", "touch '" + folder / "ran" + "'\n");
         MainLoop loop;
-        DetachedPrograms programs(loop);
-        ASSERT_TRUE(programs.start(folder / "program", {}));
-        runLoopUntil(loop,
-                     [] { return ::waitid(P_ALL, 0, nullptr, WEXITED | WNOHANG | WNOWAIT) < 0 && errno == ECHILD; });
-        EXPECT_EQ(::access((folder / "ran").c_str(), F_OK), 0);
+        write(folder / "given", "a line\n");
+        const FileDescriptor given(::open((folder / "given").c_str(), O_RDONLY | O_CLOEXEC));
+        const std::string read = folder / "read";
+        ASSERT_TRUE(startProgram("sh", {"-c", "cat >'" + read + "'"}, given.get()));
+        runLoopUntil(loop, [&] { return ::access(read.c_str(), F_OK) == 0 && contentsOf(read) == "a line\n"; });
     });
 }
 
-TEST(DetachedPrograms, OneThatIsNotThereIsNotStarted) {
-    MainLoop loop;
-    DetachedPrograms programs(loop);
-    EXPECT_FALSE(programs.start("/nonexistent/program", {}));
+TEST(ProgramStart, LeavesNoChildToWaitFor) {
+    inChildProcess([] {
+        const TemporaryFolder folder;
+        MainLoop loop;
+        writeScript(folder / "program", "echo $PPID >'" + folder / "making" + "'\nmv '" + folder / "making" + "' '" +
+                                            folder / "made" + "'\n");
+        ASSERT_TRUE(startProgram(folder / "program", {}));
+        EXPECT_EQ(::waitid(P_ALL, 0, nullptr, WEXITED | WNOHANG | WNOWAIT), -1);
+        EXPECT_EQ(errno, ECHILD);
+        runLoopUntil(loop, [&] { return ::access((folder / "made").c_str(), F_OK) == 0; });
+        EXPECT_NE(contentsOf(folder / "made"), std::to_string(::getpid()) + "\n");
+    });
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Control/BusHandles.h"
+#include "Platform/Linux/Bus/BusHandles.h"
 #include "Platform/Linux/MainLoop.h"
 
 #include <chrono>
