@@ -21,7 +21,7 @@ bool isSamePlace(const CGRect& a, const CGRect& b) {
 } // namespace
 
 std::optional<CGRect> PlacementTrail::former(const CGRect& present) const {
-    if (frames.size() < 2 || !isSamePlace(frames.back(), present)) {
+    if (frames.empty() || !isSamePlace(frames.back(), present)) {
         return std::nullopt;
     }
     return frames.at(frames.size() - 2);
@@ -46,9 +46,11 @@ void PlacementTrail::add(const CGRect& before, const CGRect& placed) {
 }
 
 void PlacementTrail::goBack(const CGRect& placed) {
-    if (!frames.empty()) {
-        frames.pop_back();
+    if (frames.size() <= 2) {
+        frames.clear();
+        return;
     }
+    frames.pop_back();
     amend(placed);
 }
 

@@ -28,8 +28,11 @@ public:
     /// The last placement, repeated, ended elsewhere.
     void amend(const corvid::CGRect& placed);
 
+    /// Whether there is no way back, wherever the window stands.
+    [[nodiscard]] bool isEmpty() const { return frames.empty(); }
+
 private:
-    /// Oldest first; where the window was put is the last. Empty, or two at least, but for a way back that is over.
+    /// Oldest first; where the window was put is the last. Two at least, or none.
     std::vector<corvid::CGRect> frames;
 };
 
