@@ -28,6 +28,11 @@ std::optional<std::vector<AXUIElement>> openWindows(ProcessIdentifier process) {
     return windows == nullptr ? std::vector<AXUIElement>() : *windows;
 }
 
+PlacementTrail::Answer answerOf(const WindowMover::Attempt& made) {
+    using enum PlacementTrail::Answer;
+    return made.outcome == WindowMover::Outcome::unanswered ? missing : given;
+}
+
 } // namespace
 
 const PlacementTrail& PlacementMemory::trail(const AXUIElement& window) const {
@@ -50,7 +55,7 @@ void PlacementMemory::add(const AXUIElement& window, const WindowMover::Attempt&
         forgetClosed();
         known = windows.insert(windows.end(), Remembered{.window = window, .process = *made.process, .trail = {}});
     }
-    known->trail.add(*made.before, *made.placed);
+    known->trail.add(*made.before, *made.placed, answerOf(made));
     std::rotate(known, known + 1, windows.end());
     forgetPointless();
     if (windows.size() > mostWindows) {
@@ -59,15 +64,15 @@ void PlacementMemory::add(const AXUIElement& window, const WindowMover::Attempt&
 }
 
 void PlacementMemory::goBack(const AXUIElement& window, const WindowMover::Attempt& made) {
-    if (const auto known = find(window); known != windows.end() && made.placed) {
-        known->trail.goBack(*made.placed);
+    if (const auto known = find(window); known != windows.end() && made.before && made.placed) {
+        known->trail.goBack(*made.before, *made.placed, answerOf(made));
         forgetPointless();
     }
 }
 
 void PlacementMemory::amend(const AXUIElement& window, const WindowMover::Attempt& made) {
     if (const auto known = find(window); known != windows.end() && made.placed) {
-        known->trail.amend(*made.placed);
+        known->trail.amend(*made.placed, answerOf(made));
     }
 }
 

@@ -31,9 +31,9 @@ TEST(PlacementTrail, LeadsBackStepByStep) {
     PlacementTrail trail;
     trail.add(first, second);
     trail.add(second, third);
-    trail.goBack(second);
+    trail.goBack(third, second);
     EXPECT_EQ(trail.former(second), first);
-    trail.goBack(first);
+    trail.goBack(second, first);
     EXPECT_EQ(trail.former(first), std::nullopt);
     trail.add(first, third);
     EXPECT_EQ(trail.former(third), first);
@@ -69,7 +69,7 @@ TEST(PlacementTrail, AWindowThatWasMovedMeanwhileBeginsAnew) {
     trail.add(first, second);
     trail.add(elsewhere, third);
     EXPECT_EQ(trail.former(third), elsewhere);
-    trail.goBack(elsewhere);
+    trail.goBack(third, elsewhere);
     EXPECT_EQ(trail.former(elsewhere), std::nullopt);
 }
 
@@ -79,6 +79,47 @@ TEST(PlacementTrail, ARepeatedPlacementMayEndElsewhere) {
     trail.amend(third);
     EXPECT_EQ(trail.former(third), first);
     EXPECT_EQ(trail.former(second), std::nullopt);
+}
+
+TEST(PlacementTrail, AWindowThatHasNotAnsweredMayHaveComeToWhereItWasAskedTo) {
+    for (const CGRect& present : {third, CGRect{third.origin, first.size}, CGRect{first.origin, third.size}}) {
+        PlacementTrail trail;
+        trail.add(first, second);
+        trail.add(second, third, PlacementTrail::Answer::missing);
+        EXPECT_EQ(trail.former(present), second) << present;
+        trail.add(present, elsewhere);
+        EXPECT_EQ(trail.former(elsewhere), present);
+        trail.goBack(elsewhere, present);
+        EXPECT_EQ(trail.former(present), second) << "and the way goes on";
+    }
+}
+
+TEST(PlacementTrail, AWindowThatHasNotAnsweredMayHaveStayed) {
+    PlacementTrail trail;
+    trail.add(first, second);
+    trail.add(second, third, PlacementTrail::Answer::missing);
+    EXPECT_EQ(trail.former(second), first);
+    trail.goBack(second, first);
+    EXPECT_TRUE(trail.isEmpty());
+
+    trail.add(first, second, PlacementTrail::Answer::missing);
+    EXPECT_EQ(trail.former(first), std::nullopt);
+    trail.add(first, third);
+    EXPECT_EQ(trail.former(third), first);
+}
+
+TEST(PlacementTrail, AWindowThatHasNotAnsweredAndStandsElsewhereHasNoWayBack) {
+    PlacementTrail trail;
+    trail.add(first, second, PlacementTrail::Answer::missing);
+    EXPECT_EQ(trail.former(elsewhere), std::nullopt);
+}
+
+TEST(PlacementTrail, AWindowThatAnswersAtLastStandsWhereItSays) {
+    PlacementTrail trail;
+    trail.add(first, second, PlacementTrail::Answer::missing);
+    trail.amend(third);
+    EXPECT_EQ(trail.former(third), first);
+    EXPECT_EQ(trail.former({third.origin, {500, 500}}), std::nullopt);
 }
 
 TEST(PlacementTrail, KeepsTheLastPlacementsOnly) {
@@ -92,7 +133,7 @@ TEST(PlacementTrail, KeepsTheLastPlacementsOnly) {
     while (const auto former = trail.former(station(present))) {
         --present;
         EXPECT_EQ(*former, station(present));
-        trail.goBack(*former);
+        trail.goBack(station(present + 1), *former);
     }
     EXPECT_EQ(placements - present, PlacementTrail::mostPlacements);
 }
