@@ -7,7 +7,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <iterator>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -136,16 +139,21 @@ RC_GTEST_PROP(WindowGoalProperties, ThereAndBackAgainIsWhereTheWindowWasOnDispla
 }
 
 RC_GTEST_PROP(WindowGoalProperties, WindowsThatMeetStillMeetOnTheOtherDisplay, ()) {
-    const CGRect left = *rect(multiples(-6000, 6000, 1), multiples(200, 6000, 1));
-    const std::vector<Display> displays = pair(left, (*rect(multiples(0, 1, 1), multiples(200, 6000, 1))).size);
-    const double meeting = *multiples(50, static_cast<int>(left.width()) - 50, 1);
-    const CGRect first{left.origin, {meeting, left.height()}};
-    const CGRect second{{left.minX() + meeting, left.minY()}, {left.width() - meeting, left.height()}};
-    const CGRect firstThere = WindowGoal::of(WindowPlacement::nextDisplay, first, displays).value().target;
-    const CGRect secondThere = WindowGoal::of(WindowPlacement::nextDisplay, second, displays).value().target;
-    RC_ASSERT(firstThere.maxX() == secondThere.minX());
-    RC_ASSERT(firstThere.minX() == displays[1].visible.minX());
-    RC_ASSERT(secondThere.maxX() == displays[1].visible.maxX());
+    const CGRect left = *rect(multiples(-6000, 6000, 1), multiples(300, 6000, 1));
+    const std::vector<Display> displays = pair(left, (*rect(multiples(0, 1, 1), multiples(300, 6000, 1))).size);
+    const int width = static_cast<int>(left.width());
+    // Three windows side by side, each wide enough to be more than nothing there.
+    const int firstEnd = *rc::gen::inRange(50, width - 100);
+    const int secondEnd = *rc::gen::inRange(firstEnd + 50, width - 49);
+    double end = displays[1].visible.minX();
+    for (const auto& [from, to] :
+         {std::pair(0, firstEnd), std::pair(firstEnd, secondEnd), std::pair(secondEnd, width)}) {
+        const CGRect window{{left.minX() + from, left.minY()}, {static_cast<double>(to - from), left.height()}};
+        const CGRect there = WindowGoal::of(WindowPlacement::nextDisplay, window, displays).value().target;
+        RC_ASSERT(there.minX() == end);
+        end = there.maxX();
+    }
+    RC_ASSERT(end == displays[1].visible.maxX());
 }
 
 RC_GTEST_PROP(WindowGoalProperties, NoNumberWhateverBreaksAPlacement, ()) {

@@ -223,6 +223,18 @@ TEST(WindowGoal, IsMissingWhereThereIsNoOtherDisplay) {
     }
 }
 
+TEST(WindowGoal, GoesToTheLargestOfDisplaysThatShowTheSame) {
+    const Display small{.frame = {{0, 0}, {800, 600}}, .visible = {{0, 0}, {800, 600}}};
+    const Display large{.frame = {{0, 0}, {1000, 700}}, .visible = {{0, 0}, {1000, 700}}};
+    const Display other{.frame = {{1000, 0}, {1000, 700}}, .visible = {{1000, 0}, {1000, 700}}};
+    const CGRect whole{{1000, 0}, {1000, 700}};
+    for (const Displays& displays : {Displays{small, large, other}, Displays{other, large, small}}) {
+        for (const WindowPlacement placement : {WindowPlacement::nextDisplay, WindowPlacement::previousDisplay}) {
+            EXPECT_EQ(WindowGoal::of(placement, whole, displays)->target, large.visible);
+        }
+    }
+}
+
 TEST(WindowGoal, GoesFromTheUpperDisplayToTheLowerOne) {
     const Displays column{{.frame = {{0, 0}, {1000, 700}}, .visible = {{0, 0}, {1000, 700}}},
                           {.frame = {{0, -700}, {1000, 700}}, .visible = {{0, -700}, {1000, 700}}},
