@@ -92,7 +92,7 @@ public:
 
     [[nodiscard]] virtual ControlAnswer<ControlStatus> status() = 0;
 
-    /// Carries out an action (its raw value) on the focused window, as a press of its shortcut would.
+    /// Carries out an action or a placement (its raw value) on the focused window, as a press of a shortcut would.
     virtual ControlAnswer<void> perform(std::string_view action) = 0;
 
     /// Sets the rule of an application to an action's raw value, or takes it away for "none".

@@ -3,7 +3,6 @@
 #include "Platform/Accessibility.h"
 #include "Platform/MainActor.h"
 #include "Platform/Platform.h"
-#include "Tessel/WindowMover.h"
 #include "TesselCore/AppRule.h"
 
 #include <any>
@@ -180,13 +179,26 @@ void AppRules::apply(const AXUIElement& window) {
     if (!action) {
         return;
     }
-    WindowMover::perform(*action, window);
-    runAfter(settleDelay, [window, action = *action, settled = WindowMover::frame(window)] {
-        const auto present = WindowMover::frame(window);
-        if (present && present != settled) {
-            WindowMover::perform(action, window);
-        }
-    });
+    place(*action, window);
+    runAfter(settleDelay,
+             [this, watcher = lifetime.watch(), window, action = *action, settled = WindowMover::frame(window)] {
+                 const auto present = WindowMover::frame(window);
+                 if (!present || present == settled) {
+                     return;
+                 }
+                 if (watcher.isOver()) {
+                     WindowMover::perform(action, window);
+                 } else {
+                     place(action, window);
+                 }
+             });
+}
+
+void AppRules::place(WindowAction action, const AXUIElement& window) {
+    const WindowMover::Attempt made = WindowMover::attempt(action, window);
+    if (onPlacement) {
+        onPlacement(window, made);
+    }
 }
 
 } // namespace tessel

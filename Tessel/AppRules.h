@@ -5,8 +5,10 @@
 #include "Platform/AccessibilityObserver.h"
 #include "Platform/RunningApplications.h"
 #include "Tessel/Prefs.h"
+#include "Tessel/WindowMover.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string_view>
@@ -40,6 +42,9 @@ public:
     /// Stops watching. A window that a rule was just applied to may still be put back once.
     void stop();
 
+    /// Told of every window that a rule was applied to. May be left out.
+    std::function<void(const platform::AXUIElement&, const WindowMover::Attempt&)> onPlacement;
+
 private:
     /// Watches the running applications that have a rule, and no others.
     void syncObservers();
@@ -53,6 +58,7 @@ private:
                                       std::string_view notification, void* context);
     void windowCreated(const platform::AXUIElement& window);
     void apply(const platform::AXUIElement& window);
+    void place(WindowAction action, const platform::AXUIElement& window);
 
     Prefs::Rules currentRules;
     bool running = false;

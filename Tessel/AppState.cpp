@@ -8,7 +8,6 @@
 #include "Platform/OpenPanel.h"
 #include "Platform/Platform.h"
 #include "Platform/SystemClock.h"
-#include "Tessel/WindowMover.h"
 
 #include <algorithm>
 #include <chrono>
@@ -73,6 +72,9 @@ AppState::AppState(corvid::PreferenceStore& preferences, bool preview, corvid::H
         return;
     }
     appRules.setRules(currentRules);
+    appRules.onPlacement = [this](const platform::AXUIElement& window, const WindowMover::Attempt& made) {
+        placements.add(window, made);
+    };
     platform::current().hotKeyEvents.setBorrows(borrows);
     hotKeys.onPress = [this](WindowAction action) {
         if (const auto window = WindowMover::focusedWindow()) {
@@ -186,9 +188,9 @@ void AppState::chooseApp(WindowAction action) {
                     });
 }
 
-void AppState::perform(WindowAction action, const platform::AXUIElement& window) {
+WindowMover::Outcome AppState::perform(const WindowOrder& order, const platform::AXUIElement& window) {
     assertStateOnMainThread(__LINE__);
-    actions.perform(action, window);
+    return actions.perform(order, window);
 }
 
 void AppState::update() {

@@ -11,11 +11,14 @@
 #include "Platform/RunningApplications.h"
 #include "Platform/ShortcutHolders.h"
 #include "Tessel/AppRules.h"
+#include "Tessel/PlacementMemory.h"
 #include "Tessel/Prefs.h"
 #include "Tessel/RuleApp.h"
 #include "Tessel/WindowActionRetry.h"
+#include "Tessel/WindowMover.h"
 #include "TesselCore/AppStatus.h"
 #include "TesselCore/WindowAction.h"
+#include "TesselCore/WindowOrder.h"
 
 #include <map>
 #include <memory>
@@ -101,9 +104,9 @@ public:
 
     const bool isPreview;
 
-    /// Carries out an action that the user asked for. If the window's desktop does not answer in time, the action is
-    /// repeated when it may.
-    void perform(WindowAction action, const platform::AXUIElement& window);
+    /// Carries out what the user asked for, and tells how far it got. If the window's desktop does not answer in time,
+    /// the order is repeated when it may.
+    WindowMover::Outcome perform(const WindowOrder& order, const platform::AXUIElement& window);
 
 private:
     /// The single place where the system is switched on or off.
@@ -133,7 +136,8 @@ private:
     std::unique_ptr<platform::HolderSearch> holderSearch;
     corvid::HotKeyCenter<WindowAction> hotKeys;
     AppRules appRules;
-    WindowActionRetry actions;
+    PlacementMemory placements;
+    WindowActionRetry actions{placements};
     corvid::PreferenceStore& preferences;
     corvid::Publisher<> willChange;
     std::optional<corvid::RepeatingTask> permissionWatch;

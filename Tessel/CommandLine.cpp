@@ -1,6 +1,6 @@
 #include "Tessel/CommandLine.h"
 
-#include "TesselCore/WindowAction.h"
+#include "TesselCore/WindowOrder.h"
 
 #include <algorithm>
 #include <array>
@@ -26,7 +26,9 @@ Moves and resizes the focused window from the keyboard. Runs until it is told to
 Ask the Tessel that runs on this display:
   --status         how it stands: shortcuts and app rules
   --perform ACTION do with the focused window what a shortcut does: left-half, right-half, center, maximize,
-                   almost-maximize or maximize-height
+                   almost-maximize or maximize-height; or what has none: top-half, bottom-half, top-left, top-right,
+                   bottom-left, bottom-right, first-third, center-third, last-third, first-two-thirds,
+                   last-two-thirds, next-display, previous-display or restore
   --rule APPLICATION ACTION
                    set the app rule of an application (its desktop entry's name without ".desktop"): maximize,
                    center or none
@@ -103,11 +105,11 @@ std::optional<WindowAction> actionOf(std::string_view word, const std::array<Win
     return action && std::ranges::find(choice, *action) != choice.end() ? action : std::nullopt;
 }
 
-template <std::size_t count>
-std::string wordsOf(const std::array<WindowAction, count>& choice) {
+/// The words of actions or placements.
+std::string wordsOf(const auto& choice) {
     std::string words;
-    for (const WindowAction action : choice) {
-        words += (words.empty() ? "" : ", ") + wordOf(action.rawValue());
+    for (const auto& one : choice) {
+        words += (words.empty() ? "" : ", ") + wordOf(one.rawValue());
     }
     return words;
 }
@@ -116,11 +118,12 @@ std::string wordsOf(const std::array<WindowAction, count>& choice) {
 std::optional<Refuse> settleWords(Ask& ask) {
     if (ask.what == Ask::What::perform) {
         std::string& word = ask.arguments[0];
-        const std::optional<WindowAction> action = actionOf(word, WindowAction::allCases);
-        if (!action) {
-            return Refuse{"tessel: unknown action " + word + "; there are " + wordsOf(WindowAction::allCases) + "\n"};
+        const std::string value = rawValueOf(word);
+        if (!orderFromRawValue(value)) {
+            return Refuse{"tessel: unknown action " + word + "; there are " + wordsOf(WindowAction::allCases) + ", " +
+                          wordsOf(WindowPlacement::allCases) + "\n"};
         }
-        word = action->rawValue();
+        word = value;
     }
     if (ask.what == Ask::What::rule) {
         std::string& word = ask.arguments[1];

@@ -113,7 +113,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
 
 ControlAnswer<void> RemoteControl::perform(std::string_view action) {
     assertRequestOnMainThread(__LINE__);
-    const std::optional<WindowAction> known = WindowAction::fromRawValue(action);
+    const std::optional<WindowOrder> known = orderFromRawValue(action);
     if (!known) {
         return refuse(Kind::invalid, "there is no such action");
     }
@@ -130,7 +130,9 @@ ControlAnswer<void> RemoteControl::perform(std::string_view action) {
     if (!window) {
         return refuse(Kind::noWindow, "no window has the focus");
     }
-    state.perform(*known, *window);
+    if (state.perform(*known, *window) == WindowMover::Outcome::nothingToRestore) {
+        return refuse(Kind::failed, "nothing to restore: the window does not stand where Tessel has put it");
+    }
     return {};
 }
 

@@ -19,32 +19,54 @@ constexpr std::chrono::milliseconds pauseLeeway{10};
 /// Whether the window is where the action found it or has put it, as far as it answers.
 bool isWhereItWasLeft(const platform::AXUIElement& window, const WindowMover::Attempt& former) {
     const auto present = former.before ? WindowMover::frame(window) : std::nullopt;
-    return !present || present == former.before || present->origin == former.target->origin ||
-           present->size == former.target->size;
+    return !present || present == former.before || present->origin == former.goal->target.origin ||
+           present->size == former.goal->target.size;
 }
 
 } // namespace
 
-void WindowActionRetry::perform(WindowAction action, const platform::AXUIElement& window) {
-    attempt(action, window, 0);
+WindowMover::Outcome WindowActionRetry::perform(const WindowOrder& order, const platform::AXUIElement& window) {
+    return attempt({.order = order, .window = window});
 }
 
-// The window by value: the attempt drops the work that it is called by, with all that the work holds.
-void WindowActionRetry::attempt(WindowAction action, platform::AXUIElement window, std::size_t retries) {
-    std::erase_if(waiting, [&](const Waiting& former) { return former.window == window; });
-    const WindowMover::Attempt made = WindowMover::attempt(action, window);
-    if (made.outcome == WindowMover::Outcome::ended || retries == pauses.size()) {
-        return;
+// The task by value: the attempt drops the work that it is called by, with all that the work holds.
+WindowMover::Outcome WindowActionRetry::attempt(Task task) {
+    std::erase_if(waiting, [&](const Waiting& former) { return former.window == task.window; });
+    const WindowMover::Attempt made = task.made.goal
+                                          ? WindowMover::attempt(*task.made.goal, task.window)
+                                          : WindowMover::attempt(task.order, task.window, memory.trail(task.window));
+    remember(task, made);
+    if (made.outcome != WindowMover::Outcome::unanswered || task.retries == pauses.size()) {
+        return made.outcome;
+    }
+    if (made.before) {
+        task.made = made;
     }
     platform::MainActor& mainActor = platform::current().mainActor;
-    const platform::Instant due = mainActor.now() + pauses[retries];
-    Waiting next{.window = window, .work = {}};
-    next.work = mainActor.schedule(due, pauseLeeway, [this, action, window = std::move(window), made, retries] {
-        if (isWhereItWasLeft(window, made)) {
-            attempt(action, window, retries + 1);
+    const platform::Instant due = mainActor.now() + pauses[task.retries];
+    ++task.retries;
+    Waiting next{.window = task.window, .work = {}};
+    next.work = mainActor.schedule(due, pauseLeeway, [this, task = std::move(task)] {
+        if (isWhereItWasLeft(task.window, task.made)) {
+            static_cast<void>(attempt(task));
         }
     });
     waiting.push_back(std::move(next));
+    return made.outcome;
+}
+
+void WindowActionRetry::remember(Task& task, const WindowMover::Attempt& made) {
+    if (!made.placed || !made.process) {
+        return;
+    }
+    if (task.isRemembered) {
+        memory.amend(task.window, made);
+    } else if (task.order == WindowOrder(WindowPlacement(WindowPlacement::restore))) {
+        memory.goBack(task.window, made);
+    } else {
+        memory.add(task.window, made);
+    }
+    task.isRemembered = true;
 }
 
 } // namespace tessel

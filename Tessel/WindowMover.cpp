@@ -71,27 +71,24 @@ Outcome outcomeWithout(const std::expected<CGRect, AXError>& frame) {
     return frame.error() == AXError::cannotComplete ? Outcome::unanswered : Outcome::ended;
 }
 
-/// Boxes and writes; without a box nothing is written.
+/// Boxes and writes; without a box nothing is written. Whether the window took it.
 template <typename Payload>
-void write(const AXUIElement& window, std::string_view attribute, const Payload& payload) {
-    if (const std::optional<AXValue> value = accessibility().createValue(payload)) {
-        accessibility().setAttributeValue(window, attribute, *value);
-    }
+bool write(const AXUIElement& window, std::string_view attribute, const Payload& payload) {
+    const std::optional<AXValue> value = accessibility().createValue(payload);
+    return value && accessibility().setAttributeValue(window, attribute, *value) == AXError::success;
 }
 
-void carryOut(const WindowMove& move, const AXUIElement& window) {
+bool carryOut(const WindowMove& move, const AXUIElement& window) {
     if (const auto* resize = std::get_if<WindowMove::SetSize>(&move.step)) {
-        write(window, AXAttribute::size, resize->size);
-    } else {
-        write(window, AXAttribute::position, std::get<WindowMove::SetPosition>(move.step).position);
+        return write(window, AXAttribute::size, resize->size);
     }
+    return write(window, AXAttribute::position, std::get<WindowMove::SetPosition>(move.step).position);
 }
 
 /// Runs a block of work with the owning application's enhanced user interface switched off: while it is on, an
 /// application animates its windows and takes their writes late.
 template <typename Work>
-void withoutEnhancedUserInterface(const AXUIElement& window, Work work) {
-    const auto process = accessibility().processIdentifier(window);
+void withoutEnhancedUserInterface(const std::expected<platform::ProcessIdentifier, AXError>& process, Work work) {
     if (!process) {
         work();
         return;
@@ -106,6 +103,46 @@ void withoutEnhancedUserInterface(const AXUIElement& window, Work work) {
     accessibility().setAttributeValue(application, AXAttribute::enhancedUserInterface, false);
     work();
     accessibility().setAttributeValue(application, AXAttribute::enhancedUserInterface, true);
+}
+
+/// The displays in the accessibility space, the primary one first.
+std::vector<Display> displays() {
+    std::vector<Display> found;
+    const std::vector<platform::Screen> screens = platform::current().screens.screens();
+    found.reserve(screens.size());
+    for (const platform::Screen& screen : screens) {
+        const double primaryScreenHeight = screens.front().frame.height();
+        found.push_back({.frame = WindowLayout::flip(screen.frame, primaryScreenHeight),
+                         .visible = WindowLayout::flip(screen.visibleFrame, primaryScreenHeight)});
+    }
+    return found;
+}
+
+Attempt place(const AXUIElement& window, const CGRect& current, const WindowGoal& goal) {
+    const auto process = accessibility().processIdentifier(window);
+    bool isTaken = false;
+    withoutEnhancedUserInterface(process, [&] {
+        for (const WindowMove& move : WindowMove::steps(current, goal.target)) {
+            isTaken = carryOut(move, window) || isTaken;
+        }
+    });
+    Attempt made{.before = current,
+                 .goal = goal,
+                 .placed = isTaken ? std::optional(goal.target) : std::nullopt,
+                 .process = process ? std::optional(*process) : std::nullopt};
+    const std::expected<CGRect, AXError> settled = readFrame(window);
+    if (!settled) {
+        made.outcome = outcomeWithout(settled);
+        return made;
+    }
+    const std::optional<CGPoint> corrected = goal.correction(settled->size);
+    if (corrected) {
+        write(window, AXAttribute::position, *corrected);
+    }
+    if (isTaken) {
+        made.placed = CGRect{.origin = corrected.value_or(settled->origin), .size = settled->size};
+    }
+    return made;
 }
 
 } // namespace
@@ -126,41 +163,23 @@ void perform(WindowAction action, const AXUIElement& window) {
     static_cast<void>(attempt(action, window));
 }
 
-Attempt attempt(WindowAction action, const AXUIElement& window) {
+Attempt attempt(const WindowOrder& order, const AXUIElement& window, const PlacementTrail& trail) {
     assertMainThread(__LINE__);
     const std::expected<CGRect, AXError> current = readFrame(window);
     if (!current) {
         return {.outcome = outcomeWithout(current)};
     }
-    const std::vector<platform::Screen> screens = platform::current().screens.screens();
-    if (screens.empty()) {
-        return {};
+    if (const std::optional<WindowGoal> goal = WindowGoal::of(order, *current, displays(), trail)) {
+        return place(window, *current, *goal);
     }
-    const double primaryScreenHeight = screens.front().frame.height();
-    std::vector<CGRect> frames;
-    frames.reserve(screens.size());
-    for (const platform::Screen& screen : screens) {
-        frames.push_back(WindowLayout::flip(screen.frame, primaryScreenHeight));
-    }
-    const std::optional<std::size_t> index = WindowLayout::bestScreen(*current, frames);
-    if (!index) {
-        return {};
-    }
-    const CGRect visible = WindowLayout::flip(screens[*index].visibleFrame, primaryScreenHeight);
-    const CGRect target = WindowLayout::targetFrame(action, *current, visible);
-    withoutEnhancedUserInterface(window, [&] {
-        for (const WindowMove& move : WindowMove::steps(*current, target)) {
-            carryOut(move, window);
-        }
-    });
-    const std::expected<CGRect, AXError> settled = readFrame(window);
-    if (!settled) {
-        return {.outcome = outcomeWithout(settled), .before = *current, .target = target};
-    }
-    if (const auto position = WindowMove::correction(action, settled->size, target, visible)) {
-        write(window, AXAttribute::position, *position);
-    }
-    return {.outcome = Outcome::ended, .before = *current, .target = target};
+    const bool isWayBack = order == WindowOrder(WindowPlacement(WindowPlacement::restore));
+    return {.outcome = isWayBack ? Outcome::nothingToRestore : Outcome::ended};
+}
+
+Attempt attempt(const WindowGoal& goal, const AXUIElement& window) {
+    assertMainThread(__LINE__);
+    const std::expected<CGRect, AXError> current = readFrame(window);
+    return current ? place(window, *current, goal) : Attempt{.outcome = outcomeWithout(current)};
 }
 
 std::optional<CGRect> frame(const AXUIElement& window) {

@@ -2,7 +2,9 @@
 
 #include "CorvidKitCore/Geometry.h"
 #include "Platform/Accessibility.h"
-#include "TesselCore/WindowAction.h"
+#include "TesselCore/PlacementTrail.h"
+#include "TesselCore/WindowGoal.h"
+#include "TesselCore/WindowOrder.h"
 
 #include <cstdint>
 #include <optional>
@@ -22,24 +24,35 @@ namespace tessel::WindowMover {
 /// where the application did not take the size.
 void perform(WindowAction action, const platform::AXUIElement& window);
 
-/// How far an action got.
+/// How far an order got.
 enum class Outcome : std::uint8_t {
     /// All its steps were made, or there is nothing that could be placed.
     ended,
     /// The desktop did not answer in time, and the steps that depend on its answer were left out.
     unanswered,
+    /// The window was to go back, and its trail leads nowhere from where it stands.
+    nothingToRestore,
 };
 
-/// An action that was carried out.
+/// An order that was carried out.
 struct Attempt {
     Outcome outcome = Outcome::ended;
-    /// The window's frame before, and the one that it was asked for; nothing where it was asked for none.
+    /// The window's frame before, and what the order came to; nothing where the window was asked for nothing, as where
+    /// there is no other display to go to.
     std::optional<corvid::CGRect> before = {};
-    std::optional<corvid::CGRect> target = {};
+    std::optional<WindowGoal> goal = {};
+    /// Where the window stands now, as far as it has answered; nothing where it cannot be moved (fullscreen).
+    std::optional<corvid::CGRect> placed = {};
+    /// Whose window it is.
+    std::optional<platform::ProcessIdentifier> process = {};
 };
 
-/// The same as `perform`, and tells how far it got.
-[[nodiscard]] Attempt attempt(WindowAction action, const platform::AXUIElement& window);
+/// The same as `perform`, of any order, and tells how far it got. `trail` is the window's way back.
+[[nodiscard]] Attempt attempt(const WindowOrder& order, const platform::AXUIElement& window,
+                              const PlacementTrail& trail = {});
+
+/// Brings a window to what an earlier attempt was to bring it to. On another display the order would lead to a third.
+[[nodiscard]] Attempt attempt(const WindowGoal& goal, const platform::AXUIElement& window);
 
 /// Where a window is.
 [[nodiscard]] std::optional<corvid::CGRect> frame(const platform::AXUIElement& window);

@@ -9,9 +9,6 @@ using corvid::CGPoint;
 using corvid::CGRect;
 using corvid::CGSize;
 
-/// How far, in points, an application may be off before its window is placed anew.
-constexpr double sizeTolerance = 2.0;
-
 } // namespace
 
 std::vector<WindowMove> WindowMove::steps(const CGRect& current, const CGRect& target) {

@@ -11,6 +11,9 @@ namespace tessel {
 
 /// One write to a window, in points of the accessibility space.
 struct WindowMove {
+    /// How far, in points, an application may be off before its window is placed anew.
+    static constexpr double sizeTolerance = 2.0;
+
     struct SetSize {
         corvid::CGSize size;
 

@@ -11,7 +11,9 @@ _tessel_applications() {
 
 _tessel() {
     local current=${COMP_WORDS[COMP_CWORD]} place=0 json=--json index option='' words='' actions
-    actions='left-half right-half center maximize almost-maximize maximize-height'
+    actions='left-half right-half center maximize almost-maximize maximize-height top-half bottom-half top-left top-right'
+    actions+=' bottom-left bottom-right first-third center-third last-third first-two-thirds last-two-thirds'
+    actions+=' next-display previous-display restore'
     # The first option that is not --json, and how many words follow it.
     for ((index = 1; index < COMP_CWORD; ++index)); do
         if [[ ${COMP_WORDS[index]} == --json ]]; then

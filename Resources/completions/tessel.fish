@@ -21,7 +21,7 @@ end
 
 complete -c tessel -f
 complete -c tessel -n '__tessel_place 0' -l status -d 'Show how Tessel stands'
-complete -c tessel -n '__tessel_place 0' -l perform -d 'Do what a shortcut does'
+complete -c tessel -n '__tessel_place 0' -l perform -d 'Place the focused window'
 complete -c tessel -n '__tessel_place 0' -l rule -d 'Set an app rule'
 complete -c tessel -n '__tessel_place 0' -l take-shortcuts -d 'Use the shortcuts that the desktop holds'
 complete -c tessel -n '__tessel_place 0' -l give-back-shortcuts -d 'Leave them to the desktop again'
@@ -31,7 +31,7 @@ complete -c tessel -n '__tessel_place 0' -l help -d 'Show a summary'
 complete -c tessel -n '__tessel_place 0' -l version -d 'Show the version'
 complete -c tessel -n '__tessel_place 0' -l snapshot -d 'Draw pictures of the interface'
 complete -c tessel -n 'not __fish_seen_argument -l json -l help -l version -l snapshot' -l json -d 'Answer in JSON'
-complete -c tessel -n '__tessel_place 1 --perform' -a 'left-half right-half center maximize almost-maximize maximize-height'
+complete -c tessel -n '__tessel_place 1 --perform' -a 'left-half right-half center maximize almost-maximize maximize-height top-half bottom-half top-left top-right bottom-left bottom-right first-third center-third last-third first-two-thirds last-two-thirds next-display previous-display restore'
 complete -c tessel -n '__tessel_place 1 --rule' -a '(__tessel_applications)'
 complete -c tessel -n '__tessel_place 1 --snapshot' -a '(__fish_complete_directories)'
 complete -c tessel -n '__tessel_place 2 --rule' -a 'maximize center none'

@@ -16,7 +16,7 @@ words_after() {
     { "$@" 2>&1 || true; } | sed 's/.*there are //; s/,//g' | tr ' ' '\n'
 }
 mapfile -t words < <({ words_after "$1" --perform x; words_after "$1" --rule x x; } | sort --unique)
-((${#options[@]} >= 8 && ${#words[@]} == 7))
+((${#options[@]} >= 8 && ${#words[@]} == 21))
 
 for text in "${texts[@]}"; do
     for option in "${options[@]}"; do

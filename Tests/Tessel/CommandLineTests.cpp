@@ -1,8 +1,11 @@
 #include "Tessel/CommandLine.h"
+#include "TesselCore/WindowOrder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -38,6 +41,22 @@ TEST(CommandLine, HelpNamesEveryShortcut) {
     for (const char* key : {"Left", "Right", "C ", "Up", "D ", "Down"}) {
         EXPECT_THAT(print->text, testing::HasSubstr(std::string("Ctrl+Alt+") + key));
     }
+}
+
+TEST(CommandLine, HelpNamesEverythingThatCanBePerformed) {
+    const auto request = parse({"--help"});
+    const auto* print = std::get_if<CommandLine::Print>(&request);
+    ASSERT_NE(print, nullptr);
+    const auto refusal = parse({"--perform", "?"});
+    const auto* refused = std::get_if<CommandLine::Refuse>(&refusal);
+    ASSERT_NE(refused, nullptr);
+    std::istringstream words(refused->line.substr(refused->line.find("there are ") + 10));
+    std::size_t count = 0;
+    for (std::string word; words >> word; ++count) {
+        word.erase(word.find_last_not_of(',') + 1);
+        EXPECT_THAT(print->text, testing::ContainsRegex("[ \n]" + word + "[,;. \n]"));
+    }
+    EXPECT_EQ(count, WindowAction::allCases.size() + WindowPlacement::allCases.size());
 }
 
 TEST(CommandLine, AnUnknownOptionIsRefusedInOneLine) {
@@ -80,6 +99,11 @@ TEST(CommandLine, AsksTheRunningProgram) {
         {{"--perform", "maximize"}, ask(perform, {"maximize"})},
         {{"--perform", "almost-maximize"}, ask(perform, {"almostMaximize"})},
         {{"--perform", "--json", "maximize-height"}, ask(perform, {"maximizeHeight"}, true)},
+        {{"--perform", "top-half"}, ask(perform, {"topHalf"})},
+        {{"--perform", "bottom-right"}, ask(perform, {"bottomRight"})},
+        {{"--perform", "first-two-thirds"}, ask(perform, {"firstTwoThirds"})},
+        {{"--perform", "next-display"}, ask(perform, {"nextDisplay"})},
+        {{"--perform", "restore", "--json"}, ask(perform, {"restore"}, true)},
         {{"--rule", "org.example.Editor", "maximize"}, ask(rule, {"org.example.Editor", "maximize"})},
         {{"--rule", "an odd name", "none", "--json"}, ask(rule, {"an odd name", "none"}, true)},
         {{"--rule", "a", "center"}, ask(rule, {"a", "center"})},
@@ -94,22 +118,24 @@ TEST(CommandLine, RefusesInOneLineWhatItCannotAsk) {
         std::vector<std::string> options;
         std::string expected;
     };
+    const std::string actions =
+        "left-half, right-half, center, maximize, almost-maximize, maximize-height, top-half, bottom-half, top-left, "
+        "top-right, bottom-left, bottom-right, first-third, center-third, last-third, first-two-thirds, "
+        "last-two-thirds, next-display, previous-display, restore";
     const std::vector<Row> rows{
         {{"--json"}, "tessel: --json needs another option; see tessel --help\n"},
         {{"--perform"}, "tessel: --perform needs an action; see tessel --help\n"},
         {{"--perform", ""}, "tessel: --perform needs an action; see tessel --help\n"},
         {{"--perform", "--json"}, "tessel: --perform needs an action; see tessel --help\n"},
         {{"--perform", "--quit"}, "tessel: --perform needs an action; see tessel --help\n"},
-        {{"--perform", "upwards"},
-         "tessel: unknown action upwards; there are left-half, right-half, center, maximize, almost-maximize, "
-         "maximize-height\n"},
-        {{"--perform", "LeftHalf"},
-         "tessel: unknown action LeftHalf; there are left-half, right-half, center, maximize, almost-maximize, "
-         "maximize-height\n"},
+        {{"--perform", "upwards"}, "tessel: unknown action upwards; there are " + actions + "\n"},
+        {{"--perform", "LeftHalf"}, "tessel: unknown action LeftHalf; there are " + actions + "\n"},
+        {{"--perform", "Top-half"}, "tessel: unknown action Top-half; there are " + actions + "\n"},
         {{"--perform", "center", "twice"}, "tessel: unexpected argument twice after --perform; see tessel --help\n"},
         {{"--rule"}, "tessel: --rule needs an application; see tessel --help\n"},
         {{"--rule", "a"}, "tessel: --rule needs an action; see tessel --help\n"},
         {{"--rule", "a", "left-half"}, "tessel: unknown rule left-half; there are maximize, center, none\n"},
+        {{"--rule", "a", "top-half"}, "tessel: unknown rule top-half; there are maximize, center, none\n"},
         {{"--status", "now"}, "tessel: unexpected argument now after --status; see tessel --help\n"},
         {{"--quit", "--status"}, "tessel: unexpected argument --status after --quit; see tessel --help\n"},
     };

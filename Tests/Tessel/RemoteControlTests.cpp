@@ -114,6 +114,34 @@ TEST_F(Remote, PerformsLikeAPress) {
     EXPECT_EQ(window.frame(), leftHalf);
 }
 
+TEST_F(Remote, PerformsAPlacementThatHasNoShortcut) {
+    platform::simulated::Window& window = addWindow();
+    EXPECT_TRUE(control().perform("bottomRight"));
+    EXPECT_EQ(window.frame(), (CGRect{{960, 552}, {960, 528}}));
+}
+
+TEST_F(Remote, RestoresTheFrameBeforeAndSaysWhereThereIsNone) {
+    platform::simulated::Window& window = addWindow();
+    const CGRect before = window.frame();
+    EXPECT_TRUE(isRefused(control().perform("restore"), Kind::failed));
+    EXPECT_TRUE(control().perform("leftHalf"));
+    EXPECT_TRUE(control().perform("restore"));
+    EXPECT_EQ(window.frame(), before);
+    EXPECT_TRUE(isRefused(control().perform("restore"), Kind::failed));
+    EXPECT_EQ(window.frame(), before);
+}
+
+TEST_F(Remote, AnotherDisplayWhereThereIsNoneIsNoFailure) {
+    platform::simulated::Window& window = addWindow();
+    const CGRect before = window.frame();
+    control();
+    desktop.trace.take();
+    EXPECT_TRUE(control().perform("nextDisplay"));
+    EXPECT_TRUE(control().perform("previousDisplay"));
+    EXPECT_EQ(window.frame(), before);
+    EXPECT_TRUE(desktop.trace.take("write").empty());
+}
+
 TEST_F(Remote, PerformsNothingWhilePaused) {
     platform::simulated::Window& window = addWindow();
     control();
@@ -160,7 +188,7 @@ TEST_F(Remote, SaysThatNoWindowHasTheFocusInsteadOfBeeping) {
 TEST_F(Remote, PerformsNothingThatItDoesNotKnow) {
     addWindow();
     for (const std::string& action : {std::string(), std::string("left-half"), std::string("LeftHalf"),
-                                      std::string("none"), std::string(100000, 'x')}) {
+                                      std::string("top-half"), std::string("none"), std::string(100000, 'x')}) {
         EXPECT_TRUE(isRefused(control().perform(action), Kind::invalid)) << action.substr(0, 20);
     }
 }
@@ -181,6 +209,7 @@ TEST_F(Remote, RefusesRulesThatMakeNoSense) {
         std::string action;
     };
     const std::vector<Row> rows{{"org.example.Editor", "leftHalf"},
+                                {"org.example.Editor", "topHalf"},
                                 {"org.example.Editor", ""},
                                 {"org.example.Editor", "Maximize"},
                                 {"", "maximize"},

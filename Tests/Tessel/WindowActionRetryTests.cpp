@@ -41,7 +41,8 @@ protected:
     Application& editor = desktop.applications.add({.process = 10});
     Window& window = editor.addWindow({.frame = {{100, 100}, {800, 600}}, .sizes = {.isFixed = true}});
     CGRect atTheRightEdge{{1120, 253}, {800, 600}};
-    WindowActionRetry actions;
+    PlacementMemory memory;
+    WindowActionRetry actions{memory};
 };
 
 TEST_F(Retry, AnActionThatIsAnsweredIsCarriedOutOnce) {
@@ -126,6 +127,49 @@ TEST_F(Retry, NothingIsRepeatedAfterACancellation) {
     answerNothing(window);
     actions.perform(WindowAction::rightHalf, window.element());
     actions.cancel();
+    window.faults.clear();
+    desktop.mainActor.advance(5s);
+    EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));
+}
+
+TEST_F(Retry, AWindowThatAnswersLateGoesOneDisplayFurtherAndNoMore) {
+    window.sizes.isFixed = false;
+    desktop.screens.attach({{.frame = {{0, 0}, {1920, 1080}}, .visibleFrame = {{0, 0}, {1920, 1080}}},
+                            {.frame = {{1920, 0}, {960, 540}}, .visibleFrame = {{1920, 0}, {960, 540}}},
+                            {.frame = {{2880, 0}, {960, 540}}, .visibleFrame = {{2880, 0}, {960, 540}}}});
+    failTheLastReadingOfTheNextAction(AXError::cannotComplete);
+    EXPECT_EQ(actions.perform(WindowPlacement::nextDisplay, window.element()), WindowMover::Outcome::unanswered);
+    desktop.mainActor.advance(5s);
+    EXPECT_EQ(window.frame(), (CGRect{{1970, 590}, {400, 300}}));
+    EXPECT_TRUE(isDone());
+}
+
+TEST_F(Retry, APlacementThatIsFinishedLateIsUndoneAsOne) {
+    failTheLastReadingOfTheNextAction(AXError::cannotComplete);
+    actions.perform(WindowPlacement::bottomRight, window.element());
+    desktop.mainActor.advance(5s);
+    EXPECT_EQ(window.frame(), (CGRect{{1120, 480}, {800, 600}}));
+    EXPECT_EQ(actions.perform(WindowPlacement::restore, window.element()), WindowMover::Outcome::ended);
+    EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));
+}
+
+TEST_F(Retry, AWindowThatAnswersLateGoesBackOneStepAndNoMore) {
+    window.sizes.isFixed = false;
+    actions.perform(WindowAction::leftHalf, window.element());
+    const CGRect left = window.frame();
+    actions.perform(WindowAction::maximize, window.element());
+    failTheLastReadingOfTheNextAction(AXError::cannotComplete);
+    EXPECT_EQ(actions.perform(WindowPlacement::restore, window.element()), WindowMover::Outcome::unanswered);
+    desktop.mainActor.advance(5s);
+    EXPECT_EQ(window.frame(), left);
+    actions.perform(WindowPlacement::restore, window.element());
+    EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));
+}
+
+TEST_F(Retry, AWindowThatHangsBeforeItIsToldToGoBackIsAskedAgain) {
+    actions.perform(WindowAction::leftHalf, window.element());
+    answerNothing(window);
+    EXPECT_EQ(actions.perform(WindowPlacement::restore, window.element()), WindowMover::Outcome::unanswered);
     window.faults.clear();
     desktop.mainActor.advance(5s);
     EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));

@@ -3,6 +3,7 @@
 #include "TesselCore/AppStatus.h"
 #include "TesselCore/WindowAction.h"
 #include "TesselCore/WindowMove.h"
+#include "TesselCore/WindowPlacement.h"
 #include "Tests/CorvidKitCore/Printing.h"
 
 #include <ostream>
@@ -13,6 +14,10 @@ namespace tessel {
 
 inline std::ostream& operator<<(std::ostream& out, WindowAction action) {
     return out << action.rawValue();
+}
+
+inline std::ostream& operator<<(std::ostream& out, WindowPlacement placement) {
+    return out << placement.rawValue();
 }
 
 inline std::ostream& operator<<(std::ostream& out, AppStatus status) {

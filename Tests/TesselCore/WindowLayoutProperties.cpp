@@ -1,6 +1,7 @@
 #include "TesselCore/WindowLayout.h"
 #include "TesselCore/WindowMove.h"
 #include "Tests/TesselCore/Printing.h"
+#include "Tests/TesselCore/RectGenerators.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -10,9 +11,7 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <optional>
-#include <tuple>
 #include <vector>
 
 namespace {
@@ -23,48 +22,10 @@ using corvid::CGSize;
 using tessel::WindowAction;
 using tessel::WindowMove;
 namespace WindowLayout = tessel::WindowLayout;
+using namespace tessel::generators;
 
 rc::Gen<WindowAction> anyAction() {
     return rc::gen::elementOf(std::vector<WindowAction>(WindowAction::allCases.begin(), WindowAction::allCases.end()));
-}
-
-rc::Gen<CGRect> rect(const rc::Gen<double>& coordinate, const rc::Gen<double>& length) {
-    return rc::gen::map(rc::gen::tuple(coordinate, coordinate, length, length), [](const auto& values) {
-        const auto [x, y, width, height] = values;
-        return CGRect{{x, y}, {width, height}};
-    });
-}
-
-/// A number that is a multiple of 1/parts, so that sums of such numbers are exact.
-rc::Gen<double> multiples(int lowest, int highest, int parts) {
-    return rc::gen::map(rc::gen::inRange(lowest * parts, (highest * parts) + 1),
-                        [parts](int value) { return static_cast<double>(value) / parts; });
-}
-
-rc::Gen<CGRect> wholeVisibleFrame() {
-    return rect(multiples(-6000, 6000, 1), multiples(1, 6000, 1));
-}
-
-rc::Gen<CGRect> anyVisibleFrame() {
-    return rect(multiples(-6000, 6000, 8), multiples(1, 6000, 8));
-}
-
-rc::Gen<CGRect> anyWindow() {
-    return rect(multiples(-9000, 9000, 8), multiples(0, 9000, 8));
-}
-
-/// Numbers of every sort, those included that no desktop should ever report.
-rc::Gen<double> anyNumber() {
-    using Limits = std::numeric_limits<double>;
-    return rc::gen::oneOf(rc::gen::element(Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), 0.0, -0.0,
-                                           Limits::max(), Limits::lowest(), Limits::denorm_min(), Limits::epsilon(),
-                                           -1.0, 0.5, -0.5),
-                          multiples(-9000, 9000, 8), rc::gen::arbitrary<double>());
-}
-
-bool inside(const CGRect& inner, const CGRect& outer, double slack) {
-    return inner.minX() >= outer.minX() - slack && inner.maxX() <= outer.maxX() + slack &&
-           inner.minY() >= outer.minY() - slack && inner.maxY() <= outer.maxY() + slack;
 }
 
 RC_GTEST_PROP(WindowLayoutProperties, TheTargetLiesInsideAVisibleFrameOfWholePoints, ()) {

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "TesselCore/WindowAction.h"
+#include "TesselCore/WindowPlacement.h"
+
+#include <optional>
+#include <string_view>
+#include <variant>
+
+namespace tessel {
+
+/// What can be asked for by name: an action that has a shortcut too, or a placement.
+using WindowOrder = std::variant<WindowAction, WindowPlacement>;
+
+/// The order of a raw value; nothing for any other text. No action and placement have the same one.
+[[nodiscard]] inline std::optional<WindowOrder> orderFromRawValue(std::string_view rawValue) {
+    if (const auto action = WindowAction::fromRawValue(rawValue)) {
+        return *action;
+    }
+    if (const auto placement = WindowPlacement::fromRawValue(rawValue)) {
+        return *placement;
+    }
+    return std::nullopt;
+}
+
+} // namespace tessel

@@ -1,0 +1,147 @@
+"""Keys that a user gives to the program's command, as docs/keys.md says, on each desktop that it names."""
+
+from harness import keys_page
+from harness.applications import APPLICATIONS
+from harness.desktop import Desktop
+from harness.gnome import Gnome
+from harness.i3 import I3Desktop
+from harness.kwin import SCREENS, KWinDesktop
+from harness.placements import part
+from harness.rect import Rect
+from harness.skipping import require
+from harness.sway import SwayDesktop
+from harness.waiting import until, until_equal
+from harness.window_managers import WINDOW_MANAGERS
+
+from . import case
+from .gnome_actions import open_application
+
+NATURAL = Rect(211, 173, 662, 503)
+# Grabs the keys of GNOME's settings.
+MEDIA_KEYS = "/usr/libexec/gsd-media-keys"
+
+
+def press_until_placed(press, frame, area: Rect) -> None:
+    """Presses the key, again where nobody holds it yet, until the window is where the page says."""
+    wanted = part("top-left", area)
+
+    def is_placed() -> bool:
+        press()
+        try:
+            until_equal(frame, wanted, "the window in its corner", 1.0)
+        except AssertionError:
+            return False
+        return True
+
+    until(is_placed, "the key to place the window", 20.0, frame)
+
+
+def follow_page(desktop: Desktop, heading: str) -> None:
+    desktop.session.run(["sh", "-euc", keys_page.block(heading, desktop.program)])
+
+
+def press_on_x11(desktop: Desktop, window: int, area: Rect | None = None) -> None:
+    desktop.launch().until_status("Active")
+    desktop.windows.place(window, NATURAL)
+    press_until_in_corner(desktop, window, area)
+
+
+def press_until_in_corner(desktop: Desktop, window: int, area: Rect | None = None) -> None:
+    press_until_placed(
+        lambda: desktop.keyboard.chord(*keys_page.CHORD), lambda: desktop.windows.frame(window),
+        area or desktop.visible_frame(),
+    )
+
+
+@case("desktop.bound-keys.xfce")
+def a_key_of_xfce(program):
+    with Desktop(program, name="bound-keys.xfce") as desktop:
+        require("xfsettingsd", "xfce4-settings")
+        desktop.start_window_manager("xfwm4")
+        settings = ["xfsettingsd", "--sm-client-disable"]
+        present = desktop.session.start(settings, "xfsettingsd")
+        window = desktop.open(APPLICATIONS["mousepad"]).window
+        follow_page(desktop, "Xfce")
+        press_on_x11(desktop, window)
+        # The next login.
+        desktop.session.processes.end(present)
+        desktop.session.start(settings, "xfsettingsd")
+        desktop.windows.place(window, NATURAL)
+        press_until_in_corner(desktop, window)
+
+
+@case("desktop.bound-keys.mate")
+def a_key_of_mate(program):
+    with Desktop(program, name="bound-keys.mate") as desktop:
+        desktop.start_window_manager("marco")
+        window = desktop.open(APPLICATIONS["mousepad"]).window
+        follow_page(desktop, "MATE")
+        press_on_x11(desktop, window)
+
+
+@case("desktop.bound-keys.cinnamon")
+def a_key_of_cinnamon(program):
+    require("cinnamon", "cinnamon")
+    with Desktop(program, name="bound-keys.cinnamon") as desktop:
+        # Muffin is in it, with a panel of its own.
+        desktop.manager = WINDOW_MANAGERS["muffin"]
+        desktop.manager.free_keys(desktop.session)
+        desktop.manager_process = desktop.session.start(["cinnamon"], "cinnamon")
+        desktop.until_settled()
+        window = desktop.open(APPLICATIONS["mousepad"]).window
+        follow_page(desktop, "Cinnamon")
+        press_on_x11(desktop, window, desktop.windows.work_area())
+
+
+@case("desktop.bound-keys.i3")
+def a_key_of_i3(program):
+    line = keys_page.block("sway and i3", program)
+    with I3Desktop(program, line, "bound-keys.i3") as desktop:
+        window = desktop.open(APPLICATIONS["mousepad"]).window
+        desktop.launch().until_status("Active")
+        desktop.place(window, NATURAL)
+        press_until_placed(
+            lambda: desktop.keyboard.chord(*keys_page.CHORD), lambda: desktop.windows.frame(window), desktop.work_area()
+        )
+
+
+@case("desktop.bound-keys.sway")
+def a_key_of_sway(program):
+    line = keys_page.block("sway and i3", program)
+    with SwayDesktop(program, line, "bound-keys.sway") as desktop:
+        number = desktop.open(APPLICATIONS["mousepad"]).number
+        desktop.launch().until_status("Active")
+        desktop.place(number, NATURAL)
+        press_until_placed(
+            lambda: desktop.keyboard.chord(*keys_page.CHORD), lambda: desktop.frame(number), desktop.work_area()
+        )
+
+
+@case("desktop.bound-keys.gnome")
+def a_key_of_gnome(program):
+    with Gnome(program, "bound-keys.gnome") as desktop:
+        require(MEDIA_KEYS, "gnome-settings-daemon")
+        desktop.session.start([MEDIA_KEYS], "gsd-media-keys", desktop.x11_environment())
+        _, window = open_application(desktop, "mousepad")
+        follow_page(desktop, "GNOME")
+        desktop.launch().until_status("Active")
+        desktop.place(window, NATURAL)
+        press_until_placed(
+            lambda: desktop.hands.chord(*keys_page.CHORD), lambda: desktop.frame(window), desktop.work_areas()[0]
+        )
+
+
+@case("desktop.bound-keys.plasma")
+def a_key_of_plasma(program):
+    with KWinDesktop(program, has_keyboard=False) as desktop:
+        follow_page(desktop, "Plasma")
+        # The next login.
+        desktop.stop_kwin()
+        desktop.start_kwin()
+        desktop.renew_keyboard()
+        client = desktop.open(*APPLICATIONS["mousepad"].command, package="mousepad")
+        desktop.launch()
+        desktop.eyes.place(client.window, NATURAL)
+        press_until_placed(
+            lambda: desktop.keyboard.chord(*keys_page.CHORD), lambda: desktop.eyes.frame(client.window), SCREENS[0]
+        )
