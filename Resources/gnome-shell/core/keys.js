@@ -111,6 +111,9 @@ class Keys {
     /** What was free may be the shell's by now, and the other way round; and what was lent may be somebody else's. */
     _lookAgain() {
         for (const [number, own] of [...this._held].filter(([_number, each]) => each.mayBorrow)) {
+            const action = global.display.get_keybinding_action(own.key, CONTROL_ALT);
+            if (action !== Meta.KeyBindingAction.NONE && action === own.action)
+                continue;
             const wasBorrowed = own.isBorrowed;
             this._release(own);
             this._take(number, own);

@@ -87,9 +87,9 @@ class Loans {
 }
 
 /**
- * Tells of changes of the shell's bindings, by settings or by another layout of the keyboard: calls `leaves` before the
- * shell has read them, and `returns` after that. What is grabbed meanwhile would hide the binding that a key gets, for as
- * long as the shell runs.
+ * Tells of changes of the shell's bindings. At changed settings it calls `leaves` before the shell has read them, for what
+ * is grabbed then hides the binding that a key gets, for as long as the shell runs. It calls `returns` when the shell has
+ * read them, and when another layout of the keyboard may have moved bindings to other keys.
  */
 class BindingWatch {
     constructor(leaves, returns) {
@@ -98,10 +98,14 @@ class BindingWatch {
         this._waiting = 0;
         this._settings = BINDING_SCHEMAS.filter(id => Gio.SettingsSchemaSource.get_default().lookup(id, true))
             .map(id => new Gio.Settings({schema_id: id}));
-        const changed = () => this._changed();
-        for (const settings of this._settings)
-            settings.connectObject('changed', changed, this);
-        global.backend.connectObject('keymap-changed', changed, 'keymap-layout-group-changed', changed, this);
+        for (const settings of this._settings) {
+            settings.connectObject('changed', () => {
+                this._leaves();
+                this._returnSoon();
+            }, this);
+        }
+        const moved = () => this._returnSoon();
+        global.backend.connectObject('keymap-changed', moved, 'keymap-layout-group-changed', moved, this);
     }
 
     destroy() {
@@ -113,8 +117,7 @@ class BindingWatch {
         this._waiting = 0;
     }
 
-    _changed() {
-        this._leaves();
+    _returnSoon() {
         // The shell reads its bindings when it has nothing better to do; this comes after that.
         this._waiting ||= GLib.idle_add(GLib.PRIORITY_LOW, () => {
             this._waiting = 0;

@@ -1,5 +1,6 @@
 """Keys that GNOME Shell itself holds, borrowed with the user's consent: each of them alone, and for no longer than that."""
 
+import json
 import signal
 
 from harness.gnome import Gnome
@@ -10,6 +11,7 @@ from harness.waiting import throughout, until, until_equal
 
 from . import case
 from .gnome_actions import NATURAL, open_application
+from .gnome_extension import LEFT, Stranger
 
 WINDOW_KEYS = "org.gnome.desktop.wm.keybindings"
 SHELL_KEYS = "org.gnome.shell.keybindings"
@@ -215,6 +217,39 @@ def an_extension_that_is_switched_off_gives_back_and_borrows_anew(program):
         product.until_status("Active", LOOK)
         until_borrowed(desktop, product)
         desktop.works(product, window, "after the extension was switched on again")
+
+
+@case("desktop.gnome.borrowed.strangers")
+def nobody_but_the_program_borrows(program):
+    with Lending(program, "gnome.borrowed.strangers") as desktop:
+        _, window = open_application(desktop, "mousepad")
+        stranger = Stranger(desktop)
+        borrow = ("Borrow", "(us)", 1, LEFT)
+        assert (stranger.ask(*borrow), stranger.ask("Lends", "(s)", LEFT)) == ("Denied", "Denied")
+        # With the name of the program, which is not there, it has what the program has: for as long, and no other key.
+        assert stranger.take_name() == 1
+        assert stranger.ask(*borrow) == "Denied", "before Hello"
+        stranger.ask("Hello")
+        for combination in ("<Control><Alt>0x26", "<Super>0x71", "<Super>Page_Up", "<Alt>Tab", ""):
+            assert stranger.ask("Borrow", "(us)", 9, combination) == "Denied", combination
+        (holders,) = stranger.ask("Holders", "(a(uu))", [(0x71, 12)])
+        assert "<Super>Page_Up" in json.loads(holders)[0]["keys"], holders
+        assert stranger.ask(*borrow) == (True, True)
+        stranger.give_name_back()
+        assert stranger.ask(*borrow) == "Denied", "after the name was given back"
+        desktop.desktop_acts(window, "after the stranger has gone")
+
+        product = desktop.launch()
+        until_taken(desktop, product)
+        for call in (borrow, ("Ungrab", "(u)", 1), ("Lends", "(s)", LEFT)):
+            assert stranger.ask(*call) == "Denied", f"{call} beside the program"
+        desktop.desktop_acts(window, "without consent")
+        desktop.asks("--take-shortcuts")
+        until_borrowed(desktop, product)
+        for number in range(1, 20):
+            assert stranger.ask("Ungrab", "(u)", number) == "Denied"
+        desktop.works(product, window, "beside a stranger")
+        stranger.bus.close()
 
 
 @case("desktop.gnome.borrowed.unfit")

@@ -152,6 +152,11 @@ for (const end of [scene => scene.door.disable(), scene => scene.bus.give(null),
     scene.shell.modules.global.backend.emit('keymap-layout-group-changed');
     scene.shell.catchUp();
     equal(scene.told(), [['KeyHeld', 1, false]], 'what is told when another layout has its keys elsewhere');
+    const grabs = scene.shell.display.grabbed.length;
+    scene.shell.modules.global.backend.emit('keymap-changed');
+    equal(scene.shell.display.grabbed.filter(Boolean), [C], 'a free key when the layout changes');
+    scene.shell.catchUp();
+    equal([scene.told(), scene.shell.display.grabbed.length], [[], grabs], 'a free key when the layout has changed');
     scene.bus.settings.get('org.gnome.shell.keybindings').emit('changed');
     scene.door.disable();
     scene.shell.catchUp();

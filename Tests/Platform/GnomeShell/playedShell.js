@@ -134,7 +134,8 @@ class PlayedDisplay extends Emitter {
     }
     ungrab_accelerator(action) { this.grabbed[action - 1] = null; }
     get_keybinding_action(key, modifiers) {
-        return this.bindings.find(each => each.key === key && each.modifiers === modifiers)?.action ?? 0;
+        return this.bindings.find(each => each.key === key && each.modifiers === modifiers)?.action ??
+            this.grabbed.lastIndexOf(`<Control><Alt>0x${key.toString(16)}`) + 1;
     }
 
     bindingAt(accelerator) {
