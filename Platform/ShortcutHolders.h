@@ -29,6 +29,9 @@ struct ShortcutHolder {
     std::string heldBy;
     /// A common purpose, or the holder's own words in its own language. UTF-8; empty where it has none.
     std::variant<KeyPurpose, std::string> purpose;
+    /// Other keys that do the same there, as people write them: "Super+Page Up". UTF-8; empty where there are none, or
+    /// nobody has said.
+    std::string otherKeys = {};
 
     friend bool operator==(const ShortcutHolder&, const ShortcutHolder&) = default;
 };

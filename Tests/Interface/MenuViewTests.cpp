@@ -109,6 +109,26 @@ TEST_F(View, ShortcutsThatCanBeBorrowedAreOneClickAway) {
     EXPECT_TRUE(borrowingCard().isVisible());
 }
 
+TEST_F(View, KeysThatTheHolderKeepsAreNamedBeforeOneBorrows) {
+    for (const WindowAction action : {WindowAction::leftHalf, WindowAction::rightHalf, WindowAction::maximize}) {
+        desktop.hotKeyEvents.lend(action.shortcut().keyCode, action.shortcut().modifiers);
+        desktop.shortcutHolders.holders.insert_or_assign(
+            action.shortcut(),
+            platform::ShortcutHolder{.heldBy = "GNOME",
+                                     .purpose = "",
+                                     .otherKeys = action == WindowAction::leftHalf    ? "Super+Page Up"
+                                                  : action == WindowAction::rightHalf ? "Super+Page Down"
+                                                                                      : ""});
+    }
+    make();
+    desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
+    settle();
+    EXPECT_EQ(
+        borrowingCard().property("message"),
+        "GNOME uses Ctrl+Alt+←, Ctrl+Alt+→, Ctrl+Alt+↑. Tessel can have them while it runs; no setting is changed. "
+        "Other keys for the same keep working: Super+Page Up, Super+Page Down.");
+}
+
 TEST_F(View, NothingIsSaidOfBorrowingWhileNothingIsTaken) {
     make();
     EXPECT_FALSE(borrowingCard().isVisible());

@@ -117,6 +117,21 @@ RC_GTEST_PROP(Accelerator, OfAShortcutIsItsOwnAndNoOthers, ()) {
     RC_ASSERT(isSame(*accelerator, other) == (other == shortcut));
 }
 
+TEST(Accelerator, TheOtherKeysOfABindingAreWrittenAsPeopleDo) {
+    const std::vector<Shortcut> shortcuts{ctrlAltLeft, ctrlAltD};
+    using Keys = std::vector<std::string>;
+    for (const auto& [accelerators, wanted] :
+         {std::pair<Keys, std::string>{{}, ""},
+          {{"<Control><Alt>Left"}, ""},
+          {{"<Primary><Alt>d", "<Alt><Control>Left"}, ""},
+          {{"<Control><Alt>Left", "<Super>Page_Up", "<Super>Home"}, "Super+Page Up"},
+          {{"<Super>KP_Prior", "", "disabled", "<Hyper>a", "0x71", "<Super>d"}, "Super+D"},
+          {{"<Shift><Super><Control><Alt>Left"}, "Ctrl+Alt+Shift+Super+←"},
+          {{"XF86Launch1", "Above_Tab", "F5"}, "F5"}}) {
+        EXPECT_EQ(otherKeys(accelerators, shortcuts), wanted) << testing::PrintToString(accelerators);
+    }
+}
+
 RC_GTEST_PROP(Accelerator, AnyTextIsReadOrRefused, (const std::string& text)) {
     for (const auto& read : {readAccelerator(text), readOpenboxKey(text)}) {
         RC_ASSERT(!read || !read->key.empty());
