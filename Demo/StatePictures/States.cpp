@@ -52,11 +52,14 @@ void withShortcutsToBorrow(Desktop& desktop) {
         desktop.hotKeyEvents.lend(action.shortcut().keyCode, action.shortcut().modifiers);
     }
     using platform::KeyPurpose;
-    desktop.shortcutHolders.holders = {
-        {WindowAction(WindowAction::leftHalf).shortcut(),
-         {.heldBy = "GNOME", .purpose = KeyPurpose::workspaceOnTheLeft, .otherKeys = "Super+Page Up"}},
-        {WindowAction(WindowAction::rightHalf).shortcut(),
-         {.heldBy = "GNOME", .purpose = KeyPurpose::workspaceOnTheRight, .otherKeys = "Super+Page Down"}}};
+    desktop.shortcutHolders.holders = {{WindowAction(WindowAction::leftHalf).shortcut(),
+                                        {.heldBy = "GNOME",
+                                         .purpose = KeyPurpose::workspaceOnTheLeft,
+                                         .otherKeys = {{corvid::Shortcut::command, "Page Up"}}}},
+                                       {WindowAction(WindowAction::rightHalf).shortcut(),
+                                        {.heldBy = "GNOME",
+                                         .purpose = KeyPurpose::workspaceOnTheRight,
+                                         .otherKeys = {{corvid::Shortcut::command, "Page Down"}}}}};
 }
 
 void nothing(Desktop& /*desktop*/, AppState& /*state*/) {

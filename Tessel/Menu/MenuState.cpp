@@ -165,9 +165,12 @@ QString MenuState::lendableShortcuts() const {
         if (!holders.contains(name)) {
             holders.append(name);
         }
-        const QString kept =
-            holder == state.shortcutHolders().end() ? QString() : QString::fromStdString(holder->second.otherKeys);
-        if (!kept.isEmpty() && !otherKeys.contains(kept)) {
+        if (holder == state.shortcutHolders().end() || !holder->second.otherKeys) {
+            continue;
+        }
+        const auto& [modifiers, key] = *holder->second.otherKeys;
+        const QString kept = QString::fromStdString(shortcutText(modifiers, key));
+        if (!otherKeys.contains(kept)) {
             otherKeys.append(kept);
         }
     }

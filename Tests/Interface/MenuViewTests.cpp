@@ -110,22 +110,24 @@ TEST_F(View, ShortcutsThatCanBeBorrowedAreOneClickAway) {
 }
 
 TEST_F(View, KeysThatTheHolderKeepsAreNamedBeforeOneBorrows) {
-    for (const WindowAction action : {WindowAction::leftHalf, WindowAction::rightHalf, WindowAction::maximize}) {
+    using Keys = std::optional<platform::ShortcutHolder::Keys>;
+    constexpr auto super = corvid::Shortcut::command;
+    for (const auto& [action, otherKeys] :
+         {std::pair(WindowAction(WindowAction::leftHalf), Keys{{super, "Page Up"}}),
+          std::pair(WindowAction(WindowAction::rightHalf), Keys{{super, "Page Down"}}),
+          std::pair(WindowAction(WindowAction::center), Keys{{super, "Page Down"}}),
+          std::pair(WindowAction(WindowAction::maximize), Keys())}) {
         desktop.hotKeyEvents.lend(action.shortcut().keyCode, action.shortcut().modifiers);
         desktop.shortcutHolders.holders.insert_or_assign(
-            action.shortcut(),
-            platform::ShortcutHolder{.heldBy = "GNOME",
-                                     .purpose = "",
-                                     .otherKeys = action == WindowAction::leftHalf    ? "Super+Page Up"
-                                                  : action == WindowAction::rightHalf ? "Super+Page Down"
-                                                                                      : ""});
+            action.shortcut(), platform::ShortcutHolder{.heldBy = "GNOME", .purpose = "", .otherKeys = otherKeys});
     }
     make();
     desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
     settle();
     EXPECT_EQ(
         borrowingCard().property("message"),
-        "GNOME uses Ctrl+Alt+←, Ctrl+Alt+→, Ctrl+Alt+↑. Tessel can have them while it runs; no setting is changed. "
+        "GNOME uses Ctrl+Alt+←, Ctrl+Alt+→, Ctrl+Alt+C, Ctrl+Alt+↑. Tessel can have them while it runs; no setting is "
+        "changed. "
         "Other keys for the same keep working: Super+Page Up, Super+Page Down.");
 }
 

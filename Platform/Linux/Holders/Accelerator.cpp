@@ -129,24 +129,19 @@ bool isSame(const Accelerator& accelerator, const corvid::Shortcut& shortcut) {
     return std::ranges::find(symbols, accelerator.key) != symbols.end();
 }
 
-std::string otherKeys(const std::vector<std::string>& accelerators, const std::vector<Shortcut>& shortcuts) {
+std::optional<ShortcutHolder::Keys> otherKeys(const std::vector<std::string>& accelerators,
+                                              const std::vector<Shortcut>& shortcuts) {
     for (const std::string& text : accelerators) {
         const auto accelerator = readAccelerator(text);
-        const std::string key = accelerator ? keyName(accelerator->key) : std::string();
-        if (key.empty() ||
-            std::ranges::any_of(shortcuts, [&](const Shortcut& each) { return isSame(*accelerator, each); })) {
-            continue;
+        const std::string name = accelerator ? keyName(accelerator->key) : std::string();
+        const bool isOther = !name.empty() && std::ranges::none_of(shortcuts, [&](const Shortcut& shortcut) {
+            return isSame(*accelerator, shortcut);
+        });
+        if (isOther) {
+            return ShortcutHolder::Keys{.modifiers = accelerator->modifiers, .name = name};
         }
-        std::string keys;
-        for (const auto& [modifier, name] : {std::pair{Shortcut::control, "Ctrl+"},
-                                             {Shortcut::option, "Alt+"},
-                                             {Shortcut::shift, "Shift+"},
-                                             {Shortcut::command, "Super+"}}) {
-            keys += (accelerator->modifiers & modifier) != 0 ? name : "";
-        }
-        return keys + key;
     }
-    return {};
+    return std::nullopt;
 }
 
 } // namespace platform::linux

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CorvidKitCore/Shortcut.h"
+#include "Platform/ShortcutHolders.h"
 
 #include <cstdint>
 #include <optional>
@@ -32,9 +33,9 @@ struct Accelerator {
 /// is a place.
 [[nodiscard]] bool isSame(const Accelerator& accelerator, const corvid::Shortcut& shortcut);
 
-/// Of the keys of a binding, in GTK's form, the first that are none of the shortcuts, as people write them: "Super+Page
-/// Up". Empty where there are none, or none that have a name for people.
-[[nodiscard]] std::string otherKeys(const std::vector<std::string>& accelerators,
-                                    const std::vector<corvid::Shortcut>& shortcuts);
+/// Of the keys of a binding, in GTK's form, the first that are none of the shortcuts. Nothing where there are none, or
+/// none that have a name for people.
+[[nodiscard]] std::optional<ShortcutHolder::Keys> otherKeys(const std::vector<std::string>& accelerators,
+                                                            const std::vector<corvid::Shortcut>& shortcuts);
 
 } // namespace platform::linux

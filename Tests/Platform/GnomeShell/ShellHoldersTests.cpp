@@ -25,9 +25,10 @@ TEST(ShellHolders, AreReadFromWhatTheExtensionSays) {
         R"({"binding":"","summary":"","keys":[]},)"
         R"({"binding":"close","summary":"Schließen","keys":[3,"<Primary><Alt>c","<Super>q","<Super>w"]}])",
         {heldLeft, heldC, heldC, heldC});
-    EXPECT_EQ(said.answers,
-              (Answers{ofTheShell, std::nullopt, std::nullopt,
-                       ShortcutHolder{.heldBy = "GNOME", .purpose = "Schließen", .otherKeys = "Super+Q"}}));
+    EXPECT_EQ(
+        said.answers,
+        (Answers{ofTheShell, std::nullopt, std::nullopt,
+                 ShortcutHolder{.heldBy = "GNOME", .purpose = "Schließen", .otherKeys = {{Shortcut::command, "Q"}}}}));
     EXPECT_EQ(said.unknown, std::vector<std::size_t>{2});
 }
 
@@ -82,7 +83,7 @@ TEST_F(AskedShell, WhatItKeepsForOthersIsLookedForInTheSettings) {
     openExtension();
     shell->answerWithText("Holders", R"([{"binding":"switch-to-workspace-left"},{"binding":"","summary":""}])");
     ShortcutHolder ofC = inSettings;
-    ofC.otherKeys = "Ctrl+Alt+←";
+    ofC.otherKeys = {Shortcut::control | Shortcut::option, "←"};
     EXPECT_EQ(found(), (Answers{ofTheShell, ofC}));
 }
 

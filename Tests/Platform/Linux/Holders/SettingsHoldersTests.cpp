@@ -77,12 +77,12 @@ TEST_F(PlayedTools, SettingsAreSaidInTheDesktopsWordsWhereTheyAreNotCommon) {
     SettingsHolders holders(loop, "GNOME", settings::gnome);
     const auto told = answersOf(holders, {arrowLeft, arrowUp, keyC, keyD});
     ASSERT_TRUE(told);
-    const auto ofGnome = [](auto purpose, const char* otherKeys) {
-        return ShortcutHolder{.heldBy = "GNOME", .purpose = purpose, .otherKeys = otherKeys};
+    const auto ofGnome = [](auto purpose, std::uint32_t modifiers, const char* name) {
+        return ShortcutHolder{.heldBy = "GNOME", .purpose = purpose, .otherKeys = {{modifiers, name}}};
     };
-    EXPECT_THAT(*told,
-                ElementsAre(ofGnome(KeyPurpose::workspaceOnTheLeft, "Super+Page Up"), std::nullopt,
-                            ofGnome("Fenster schließen", "Alt+F4"), ofGnome(KeyPurpose::showDesktop, "Ctrl+Super+D")));
+    EXPECT_THAT(*told, ElementsAre(ofGnome(KeyPurpose::workspaceOnTheLeft, Shortcut::command, "Page Up"), std::nullopt,
+                                   ofGnome("Fenster schließen", Shortcut::option, "F4"),
+                                   ofGnome(KeyPurpose::showDesktop, Shortcut::control | Shortcut::command, "D")));
 }
 
 TEST_F(PlayedTools, AKeyThatIsDescribedNowhereGoesByItsName) {
