@@ -25,10 +25,22 @@ enum class KeyPurpose : std::uint8_t {
 
 /// The holder of a combination of keys, and its purpose.
 struct ShortcutHolder {
+    /// Keys held down together.
+    struct Keys {
+        /// Carbon's mask, as in `corvid::Shortcut`.
+        std::uint32_t modifiers = 0;
+        /// The name of the other one as it stands on the key, or in its place. UTF-8.
+        std::string name;
+
+        friend bool operator==(const Keys&, const Keys&) = default;
+    };
+
     /// The desktop or program as people call it, as in "GNOME". UTF-8, never empty.
     std::string heldBy;
     /// A common purpose, or the holder's own words in its own language. UTF-8; empty where it has none.
     std::variant<KeyPurpose, std::string> purpose;
+    /// Other keys that do the same there; nothing where there are none, or nobody has said.
+    std::optional<Keys> otherKeys = {};
 
     friend bool operator==(const ShortcutHolder&, const ShortcutHolder&) = default;
 };

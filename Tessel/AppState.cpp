@@ -210,6 +210,14 @@ void AppState::update() {
         actions.cancel();
         isAnew = true;
     }
+    loans = presentLoans();
+    assign(failed, std::set(hotKeys.failed().begin(), hotKeys.failed().end()));
+    if (isAnew) {
+        findHolders();
+    }
+}
+
+std::map<WindowAction, platform::HotKeyLoan> AppState::presentLoans() const {
     std::map<WindowAction, platform::HotKeyLoan> present;
     if (hotKeys.isRegistered() || !hotKeys.failed().empty()) {
         for (const WindowAction action : WindowAction::allCases) {
@@ -217,11 +225,7 @@ void AppState::update() {
             present.emplace(action, platform::current().hotKeyEvents.loan(shortcut.keyCode, shortcut.modifiers));
         }
     }
-    loans = std::move(present);
-    assign(failed, std::set(hotKeys.failed().begin(), hotKeys.failed().end()));
-    if (isAnew) {
-        findHolders();
-    }
+    return present;
 }
 
 void AppState::findHolders() {
@@ -256,6 +260,10 @@ void AppState::checkPermission() {
     if (isTrusted != trusted) {
         assign(trusted, isTrusted);
         update();
+    } else if (borrows && presentLoans() != loans) {
+        // The desktop's settings have changed.
+        assign(loans, presentLoans());
+        findHolders();
     }
 }
 

@@ -115,7 +115,10 @@ private:
     /// Asks the desktop whose the shortcuts are that could not be registered.
     void findHolders();
 
-    /// Looks whether the permission was given or taken away.
+    /// How each shortcut that is registered, or was refused, stands by now.
+    [[nodiscard]] std::map<WindowAction, platform::HotKeyLoan> presentLoans() const;
+
+    /// Looks whether the permission was given or taken away, and whether what is borrowed still has to be.
     void checkPermission();
 
     /// Announces the change, then makes it.

@@ -2,12 +2,17 @@
 
 #include "CorvidKitCore/Shortcut.h"
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace tessel {
 
 /// The keys by the names that stand on them on this desktop, as in "Ctrl+Alt+C": the Option key is Alt, the Command key
 /// Super.
 [[nodiscard]] std::string shortcutText(const corvid::Shortcut& shortcut);
+
+/// The same for modifiers and the name of a key that a shortcut of ours need not know.
+[[nodiscard]] std::string shortcutText(std::uint32_t modifiers, std::string_view key);
 
 } // namespace tessel

@@ -50,10 +50,16 @@ void withShortcutsToBorrow(Desktop& desktop) {
     permitted(desktop);
     for (const WindowAction action : {WindowAction::leftHalf, WindowAction::rightHalf}) {
         desktop.hotKeyEvents.lend(action.shortcut().keyCode, action.shortcut().modifiers);
-        desktop.shortcutHolders.holders.insert_or_assign(
-            action.shortcut(),
-            platform::ShortcutHolder{.heldBy = "GNOME", .purpose = platform::KeyPurpose::workspaceOnTheLeft});
     }
+    using platform::KeyPurpose;
+    desktop.shortcutHolders.holders = {{WindowAction(WindowAction::leftHalf).shortcut(),
+                                        {.heldBy = "GNOME",
+                                         .purpose = KeyPurpose::workspaceOnTheLeft,
+                                         .otherKeys = {{corvid::Shortcut::command, "Page Up"}}}},
+                                       {WindowAction(WindowAction::rightHalf).shortcut(),
+                                        {.heldBy = "GNOME",
+                                         .purpose = KeyPurpose::workspaceOnTheRight,
+                                         .otherKeys = {{corvid::Shortcut::command, "Page Down"}}}}};
 }
 
 void nothing(Desktop& /*desktop*/, AppState& /*state*/) {

@@ -7,6 +7,23 @@
 
 namespace platform::gnomeshell {
 
+namespace {
+
+/// The two booleans of an answer; nothing where none came in time, false for both where it is an error.
+std::optional<std::pair<bool, bool>> booleansIn(const ShellLink::Answer& answer, const char* types) {
+    if (!answer && answer.error().name.empty()) {
+        return std::nullopt;
+    }
+    int first = 0; // the library's booleans
+    int second = 0;
+    if (!answer || sd_bus_message_read(answer->get(), types, &first, &second) <= 0) {
+        return std::pair(false, false);
+    }
+    return std::pair(first != 0, second != 0);
+}
+
+} // namespace
+
 HotKeys::HotKeys(linux::MainLoop& mainLoop, ShellLink& link)
     : Listener(link)
     , mainLoop(mainLoop)
@@ -25,12 +42,21 @@ HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::u
         return {.status = eventHotKeyInvalidErr, .reference = std::nullopt};
     }
     const std::uint32_t number = ++lastNumber;
-    const std::optional<bool> isGranted = grab(number, *text);
-    if (isGranted == false) {
+    const std::optional<Hold> hold = take(number, *text);
+    const Carbon carbon{keyCode, modifiers};
+    lendable.erase(carbon);
+    if (hold == Hold::refused || hold == Hold::lendable) {
+        if (hold == Hold::lendable) {
+            lendable.insert(carbon);
+        }
         return {.status = eventHotKeyExistsErr, .reference = std::nullopt};
     }
-    registrations.emplace(number, Registered{.accelerator = *text, .name = name, .isConfirmed = isGranted.has_value()});
-    if (!isGranted) {
+    registrations.emplace(number, Registered{.carbon = carbon,
+                                             .accelerator = *text,
+                                             .name = name,
+                                             .isConfirmed = hold.has_value(),
+                                             .isBorrowed = hold == Hold::borrowed});
+    if (!hold) {
         confirmAt(mainLoop.now() + untilRetry, untilRetry / 10);
     }
     return {.status = noErr, .reference = EventHotKeyRef{number}};
@@ -41,6 +67,16 @@ void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
     if (registrations.erase(number) > 0) {
         link.send("Ungrab", "u", number);
     }
+}
+
+HotKeyLoan HotKeys::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
+    const Carbon carbon{keyCode, modifiers};
+    const bool isMade = std::ranges::any_of(
+        registrations, [&](const auto& entry) { return entry.second.carbon == carbon && entry.second.isBorrowed; });
+    if (isMade) {
+        return HotKeyLoan::made;
+    }
+    return lendable.contains(carbon) ? HotKeyLoan::possible : HotKeyLoan::none;
 }
 
 bool HotKeys::takeLoss() {
@@ -64,22 +100,41 @@ void HotKeys::closed() {
 
 void HotKeys::told(std::string_view signal, sd_bus_message* message) {
     std::uint32_t number = 0;
+    int isBorrowed = 0; // the library's boolean
     if (signal == "Activated" && sd_bus_message_read(message, "u", &number) > 0) {
         mainLoop.post([hotKeys = std::weak_ptr(self), number] {
             if (const auto present = hotKeys.lock()) {
                 (*present)->press(number);
             }
         });
+    } else if (signal == "KeyHeld" && sd_bus_message_read(message, "ub", &number, &isBorrowed) > 0) {
+        if (const auto found = registrations.find(number); found != registrations.end()) {
+            found->second.isBorrowed = isBorrowed != 0;
+        }
+    } else if (signal == "KeyLost" && sd_bus_message_read(message, "u", &number) > 0) {
+        wasLost = wasLost || registrations.contains(number);
     }
 }
 
-std::optional<bool> HotKeys::grab(std::uint32_t number, const std::string& accelerator) {
-    const ShellLink::Answer answer = link.call(link.endOfWaiting(), "Grab", "us", number, accelerator.c_str());
-    int isGranted = 0; // the library's boolean
-    if (!answer && answer.error().name.empty()) {
-        return std::nullopt;
+std::optional<HotKeys::Hold> HotKeys::take(std::uint32_t number, const std::string& accelerator) {
+    const char* text = accelerator.c_str();
+    if (borrows) {
+        const ShellLink::Answer answer = link.call(link.endOfWaiting(), "Borrow", "us", number, text);
+        // An earlier version of the extension, which the shell may still run, cannot do that.
+        if (answer || answer.error().name.empty()) {
+            return booleansIn(answer, "bb").transform([](const auto& each) {
+                const auto [isHeld, isBorrowed] = each;
+                const Hold held = isBorrowed ? Hold::borrowed : Hold::free;
+                return isHeld ? held : Hold::refused;
+            });
+        }
     }
-    return answer && sd_bus_message_read(answer->get(), "b", &isGranted) > 0 && isGranted != 0;
+    const auto isGranted = booleansIn(link.call(link.endOfWaiting(), "Grab", "us", number, text), "b");
+    if (!isGranted || isGranted->first) {
+        return isGranted ? std::optional(Hold::free) : std::nullopt;
+    }
+    const auto isLendable = booleansIn(link.call(link.endOfWaiting(), "Lends", "s", text), "b");
+    return isLendable.transform([](const auto& each) { return each.first ? Hold::lendable : Hold::refused; });
 }
 
 void HotKeys::confirm() {
@@ -88,11 +143,12 @@ void HotKeys::confirm() {
         if (registered.isConfirmed) {
             continue;
         }
-        const std::optional<bool> isGranted = grab(number, registered.accelerator);
+        const std::optional<Hold> hold = take(number, registered.accelerator);
         // One that was refused is not asked for again: its loss is told, and then all are registered anew.
-        registered.isConfirmed = isGranted.has_value();
-        wasLost = wasLost || isGranted == false;
-        isAllAnswered = isAllAnswered && isGranted.has_value();
+        registered.isConfirmed = hold.has_value();
+        registered.isBorrowed = hold == Hold::borrowed;
+        wasLost = wasLost || hold == Hold::refused || hold == Hold::lendable;
+        isAllAnswered = isAllAnswered && hold.has_value();
     }
     if (!isAllAnswered) {
         confirmAt(mainLoop.now() + untilRetry, untilRetry / 10);

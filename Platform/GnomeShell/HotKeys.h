@@ -8,12 +8,15 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 
 namespace platform::gnomeshell {
 
 /// Global hot keys that the shell holds for us. It knows of all its own keys, so a combination that one of them has is
-/// refused. With the link, the extension gives all of them back.
+/// refused, or borrowed from the shell: the extension looks at every press of such a key whether it is ours, and
+/// follows the shell's settings. With the link, it gives all of them back.
 class HotKeys final : public linux::HandledHotKeys, private ShellLink::Listener {
 public:
     /// How long after a busy shell has not answered it is asked again for its keys.
@@ -27,23 +30,42 @@ public:
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
 
-    /// Whether a hot key was lost since this was last asked: held by somebody else when it was to be renewed.
+    void setBorrows(bool consent) override { borrows = consent; }
+
+    [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
+
+    /// Whether a hot key was lost since this was last asked: held by somebody else when it was to be renewed, or no
+    /// longer lent.
     [[nodiscard]] bool takeLoss();
 
 private:
+    /// Key code and modifiers.
+    using Carbon = std::pair<std::uint32_t, std::uint32_t>;
+
     struct Registered {
+        Carbon carbon;
         std::string accelerator;
         EventHotKeyID name;
         /// Whether the shell has said that the key is ours. One that is too busy to answer has refused nothing.
         bool isConfirmed = false;
+        bool isBorrowed = false;
+    };
+
+    /// What the shell says when it is asked for a key.
+    enum class Hold : std::uint8_t {
+        refused,
+        /// Refused, but to be had by borrowing.
+        lendable,
+        free,
+        borrowed,
     };
 
     void opened(const Hello& hello, bool isNew) override;
     void closed() override;
     void told(std::string_view signal, sd_bus_message* message) override;
 
-    /// Whether the shell gives the key; nothing where it has not answered in time.
-    [[nodiscard]] std::optional<bool> grab(std::uint32_t number, const std::string& accelerator);
+    /// Asks for a key, and with consent borrows one that is not free; nothing where no answer came in time.
+    [[nodiscard]] std::optional<Hold> take(std::uint32_t number, const std::string& accelerator);
     /// Asks for all keys that are not confirmed, and later again for those that still are not.
     void confirm();
     void confirmAt(Instant time, Duration tolerance);
@@ -55,6 +77,9 @@ private:
     std::map<std::uint32_t, Registered> registrations;
     std::uint32_t lastNumber = 0;
     bool wasLost = false;
+    bool borrows = false;
+    /// Refused, and to be had by borrowing.
+    std::set<Carbon> lendable;
     std::unique_ptr<ScheduledWork> confirmation;
     /// Work that outlives the hot keys finds nothing here.
     std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);

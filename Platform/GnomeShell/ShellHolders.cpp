@@ -1,6 +1,7 @@
 #include "Platform/GnomeShell/ShellHolders.h"
 
 #include "Platform/Compositor/Json.h"
+#include "Platform/Linux/Holders/Accelerator.h"
 #include "Platform/Linux/Holders/CommonPurpose.h"
 #include "Platform/Linux/KeyPositions.h"
 
@@ -23,6 +24,17 @@ std::uint32_t xModifiers(const corvid::Shortcut& shortcut) {
         mask |= (shortcut.modifiers & carbon) != 0 ? x : 0U;
     }
     return mask;
+}
+
+std::vector<std::string> textsIn(const Json& object, const char* name) {
+    std::vector<std::string> texts;
+    const Json* list = compositor::member(object, name);
+    for (const Json& each : list != nullptr && list->is_array() ? *list : Json::array()) {
+        if (each.is_string()) {
+            texts.push_back(each.get<std::string>());
+        }
+    }
+    return texts;
 }
 
 int appendCombinations(sd_bus_message* message, const std::vector<corvid::Shortcut>& shortcuts) {
@@ -77,7 +89,7 @@ private:
     }
 
     void take(const std::string& answer) {
-        said = read(answer, shortcuts.size());
+        said = read(answer, shortcuts);
         std::vector<corvid::Shortcut> unknown;
         unknown.reserve(said.unknown.size());
         for (const std::size_t place : said.unknown) {
@@ -110,7 +122,8 @@ private:
     std::unique_ptr<HolderSearch> inSettings;
 };
 
-ShellHolders::Said ShellHolders::read(std::string_view json, std::size_t count) {
+ShellHolders::Said ShellHolders::read(std::string_view json, const std::vector<corvid::Shortcut>& shortcuts) {
+    const std::size_t count = shortcuts.size();
     const std::optional<Json> list = compositor::parsedJson(json);
     const bool isWhole = list && list->is_array() && list->size() == count;
     Said said{.answers = Answers(count), .unknown = {}};
@@ -123,8 +136,9 @@ ShellHolders::Said ShellHolders::read(std::string_view json, std::size_t count) 
             said.unknown.push_back(place);
             continue;
         }
-        said.answers[place] =
-            ShortcutHolder{.heldBy = "GNOME", .purpose = compositor::nameOf((*list)[place], "summary")};
+        said.answers[place] = ShortcutHolder{.heldBy = "GNOME",
+                                             .purpose = compositor::nameOf((*list)[place], "summary"),
+                                             .otherKeys = linux::otherKeys(textsIn((*list)[place], "keys"), shortcuts)};
         if (const auto common = linux::commonPurpose(linux::settings::gnomeSchemas.front(), binding)) {
             said.answers[place]->purpose = *common;
         }

@@ -28,15 +28,15 @@ public:
     [[nodiscard]] std::unique_ptr<HolderSearch> find(const std::vector<corvid::Shortcut>& shortcuts,
                                                      Found found) override;
 
-    /// The extension's answers for as many combinations, and the places of those that are to be looked for elsewhere.
+    /// The extension's answers for combinations, and the places of those that are to be looked for elsewhere.
     struct Said {
         Answers answers;
         std::vector<std::size_t> unknown;
     };
 
-    /// Reads the extension's answer: an array with null, or an object with the texts "binding" and "summary", for each.
-    /// Of anything else all are unknown.
-    [[nodiscard]] static Said read(std::string_view json, std::size_t count);
+    /// Reads the extension's answer: an array with null, or an object with the texts "binding" and "summary" and the
+    /// list "keys" of all that the binding has, for each. Of anything else all are unknown.
+    [[nodiscard]] static Said read(std::string_view json, const std::vector<corvid::Shortcut>& shortcuts);
 
 private:
     class Search;

@@ -82,6 +82,7 @@ void HotKeyEvents::refuse(std::uint32_t keyCode, std::uint32_t modifiers, OSStat
 
 void HotKeyEvents::release(std::uint32_t keyCode, std::uint32_t modifiers) {
     refusals.erase({keyCode, modifiers});
+    lendable.erase({keyCode, modifiers});
 }
 
 std::optional<OSStatus> HotKeyEvents::press(std::uint32_t keyCode, std::uint32_t modifiers) {

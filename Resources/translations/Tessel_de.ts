@@ -306,6 +306,10 @@
         <translation>Eine andere App verwendet %1. Tessel kann sie haben, solange es läuft; keine Einstellung wird geändert.</translation>
     </message>
     <message>
+        <source>Other keys for the same keep working: %1.</source>
+        <translation>Andere Tasten für dasselbe funktionieren weiter: %1.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Für Tessel verwenden</translation>
     </message>

@@ -306,6 +306,10 @@
         <translation>Another app uses %1. Tessel can have them while it runs; no setting is changed.</translation>
     </message>
     <message>
+        <source>Other keys for the same keep working: %1.</source>
+        <translation>Other keys for the same keep working: %1.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Use for Tessel</translation>
     </message>

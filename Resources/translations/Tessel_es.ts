@@ -306,6 +306,10 @@
         <translation>Otra app usa %1. Tessel puede usarlos mientras está abierto; no se cambia ningún ajuste.</translation>
     </message>
     <message>
+        <source>Other keys for the same keep working: %1.</source>
+        <translation>Otras teclas para lo mismo siguen funcionando: %1.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Usar para Tessel</translation>
     </message>

@@ -306,6 +306,10 @@
         <translation>Une autre app utilise %1. Tessel peut s’en servir tant qu’il est ouvert ; aucun réglage n’est modifié.</translation>
     </message>
     <message>
+        <source>Other keys for the same keep working: %1.</source>
+        <translation>D’autres touches pour la même chose restent actives : %1.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Utiliser pour Tessel</translation>
     </message>

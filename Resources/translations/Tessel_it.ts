@@ -306,6 +306,10 @@
         <translation>Un’altra applicazione usa %1. Tessel può usarle mentre è aperto; nessuna impostazione viene modificata.</translation>
     </message>
     <message>
+        <source>Other keys for the same keep working: %1.</source>
+        <translation>Altri tasti per la stessa cosa restano attivi: %1.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Usa per Tessel</translation>
     </message>

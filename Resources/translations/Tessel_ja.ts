@@ -304,6 +304,10 @@
         <translation>別のアプリが%1を使っています。Tesselの動作中はTesselで使えます。設定は変更されません。</translation>
     </message>
     <message>
+        <source>Other keys for the same keep working: %1.</source>
+        <translation>同じ操作の別のキーは引き続き使えます：%1</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Tesselで使う</translation>
     </message>

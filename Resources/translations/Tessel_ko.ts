@@ -304,6 +304,10 @@
         <translation>다른 앱에서 %1을(를) 사용합니다. Tessel이 실행되는 동안 사용할 수 있으며, 설정은 변경되지 않습니다.</translation>
     </message>
     <message>
+        <source>Other keys for the same keep working: %1.</source>
+        <translation>같은 동작을 하는 다른 키는 계속 쓸 수 있습니다: %1.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Tessel에서 사용</translation>
     </message>

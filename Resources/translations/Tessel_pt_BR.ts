@@ -306,6 +306,10 @@
         <translation>Outro app usa %1. O Tessel pode usá-los enquanto está aberto; nenhuma configuração é alterada.</translation>
     </message>
     <message>
+        <source>Other keys for the same keep working: %1.</source>
+        <translation>Outras teclas para o mesmo continuam funcionando: %1.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Usar no Tessel</translation>
     </message>

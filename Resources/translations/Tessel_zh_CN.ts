@@ -304,6 +304,10 @@
         <translation>其他应用正在使用 %1。Tessel 运行时可以使用它们，不会更改任何设置。</translation>
     </message>
     <message>
+        <source>Other keys for the same keep working: %1.</source>
+        <translation>执行相同操作的其他按键仍然可用：%1。</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>用于 Tessel</translation>
     </message>

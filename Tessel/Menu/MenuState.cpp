@@ -156,6 +156,7 @@ QVariantMap MenuState::takenShortcuts() const {
 QString MenuState::lendableShortcuts() const {
     QStringList holders;
     QStringList shortcuts;
+    QStringList otherKeys;
     for (const WindowAction action : state.shortcutsOnLoan(platform::HotKeyLoan::possible)) {
         shortcuts.append(QString::fromStdString(shortcutText(action.shortcut())));
         const auto holder = state.shortcutHolders().find(action);
@@ -164,15 +165,27 @@ QString MenuState::lendableShortcuts() const {
         if (!holders.contains(name)) {
             holders.append(name);
         }
+        if (holder == state.shortcutHolders().end() || !holder->second.otherKeys) {
+            continue;
+        }
+        const auto& [modifiers, key] = *holder->second.otherKeys;
+        const QString kept = QString::fromStdString(shortcutText(modifiers, key));
+        if (!otherKeys.contains(kept)) {
+            otherKeys.append(kept);
+        }
     }
     if (shortcuts.isEmpty()) {
         return {};
     }
     const QString keys = shortcuts.join(", ");
-    return holders.contains(QString())
-               ? translated("Another app uses %1. Tessel can have them while it runs; no setting is changed.").arg(keys)
-               : translated("%1 uses %2. Tessel can have them while it runs; no setting is changed.")
-                     .arg(holders.join(", "), keys);
+    const QString text =
+        holders.contains(QString())
+            ? translated("Another app uses %1. Tessel can have them while it runs; no setting is changed.").arg(keys)
+            : translated("%1 uses %2. Tessel can have them while it runs; no setting is changed.")
+                  .arg(holders.join(", "), keys);
+    return otherKeys.isEmpty()
+               ? text
+               : text + " " + translated("Other keys for the same keep working: %1.").arg(otherKeys.join(", "));
 }
 
 int MenuState::borrowedCount() const {

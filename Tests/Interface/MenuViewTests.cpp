@@ -109,6 +109,28 @@ TEST_F(View, ShortcutsThatCanBeBorrowedAreOneClickAway) {
     EXPECT_TRUE(borrowingCard().isVisible());
 }
 
+TEST_F(View, KeysThatTheHolderKeepsAreNamedBeforeOneBorrows) {
+    using Keys = std::optional<platform::ShortcutHolder::Keys>;
+    constexpr auto super = corvid::Shortcut::command;
+    for (const auto& [action, otherKeys] :
+         {std::pair(WindowAction(WindowAction::leftHalf), Keys{{super, "Page Up"}}),
+          std::pair(WindowAction(WindowAction::rightHalf), Keys{{super, "Page Down"}}),
+          std::pair(WindowAction(WindowAction::center), Keys{{super, "Page Down"}}),
+          std::pair(WindowAction(WindowAction::maximize), Keys())}) {
+        desktop.hotKeyEvents.lend(action.shortcut().keyCode, action.shortcut().modifiers);
+        desktop.shortcutHolders.holders.insert_or_assign(
+            action.shortcut(), platform::ShortcutHolder{.heldBy = "GNOME", .purpose = "", .otherKeys = otherKeys});
+    }
+    make();
+    desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
+    settle();
+    EXPECT_EQ(
+        borrowingCard().property("message"),
+        "GNOME uses Ctrl+Alt+←, Ctrl+Alt+→, Ctrl+Alt+C, Ctrl+Alt+↑. Tessel can have them while it runs; no setting is "
+        "changed. "
+        "Other keys for the same keep working: Super+Page Up, Super+Page Down.");
+}
+
 TEST_F(View, NothingIsSaidOfBorrowingWhileNothingIsTaken) {
     make();
     EXPECT_FALSE(borrowingCard().isVisible());

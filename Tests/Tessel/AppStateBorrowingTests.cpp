@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <optional>
 #include <set>
 
@@ -14,6 +15,7 @@ namespace {
 using corvid::PropertyListValue;
 using platform::HotKeyLoan;
 using Actions = std::set<WindowAction>;
+using namespace std::chrono_literals;
 
 /// A desktop that holds the shortcuts of the left and the right half itself.
 class Borrowing : public testing::Test {
@@ -76,6 +78,23 @@ TEST_F(Borrowing, WhatIsGivenBackIsTakenAgainByItsHolder) {
     EXPECT_EQ(state.shortcutsOnLoan(HotKeyLoan::made), Actions{});
     EXPECT_EQ(registeredCount(), 4U);
     EXPECT_EQ(stored(), PropertyListValue(false));
+}
+
+TEST_F(Borrowing, WhatIsBorrowedIsLookedAtAgainNowAndThen) {
+    AppState& state = make();
+    state.setBorrowsShortcuts(true);
+    desktop.mainActor.advance(12s); // which brings the holders
+    int changes = 0;
+    const auto subscription = state.objectWillChange().subscribe([&] { ++changes; });
+    desktop.mainActor.advance(12s);
+    EXPECT_EQ(changes, 0);
+    const corvid::Shortcut free = WindowAction(WindowAction::leftHalf).shortcut();
+    desktop.hotKeyEvents.release(free.keyCode, free.modifiers);
+    desktop.mainActor.advance(12s);
+    EXPECT_EQ(state.shortcutsOnLoan(HotKeyLoan::made), Actions{WindowAction::rightHalf});
+    EXPECT_EQ(state.status(), AppStatus::active);
+    EXPECT_GT(changes, 0);
+    EXPECT_EQ(registeredCount(), 6U);
 }
 
 TEST_F(Borrowing, NothingIsOnLoanWhileSwitchedOff) {

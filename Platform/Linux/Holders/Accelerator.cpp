@@ -62,6 +62,32 @@ std::optional<std::uint32_t> numberIn(std::string_view key) {
     return error == std::errc() && end == key.data() + key.size() ? std::optional(number) : std::nullopt;
 }
 
+/// The symbol's name as it stands on the key, or in its place: "page_up" is "Page Up". Empty for those of another part
+/// of the keyboard, and for what is no symbol.
+std::string keyName(std::string_view symbol) {
+    constexpr std::array arrows{std::pair{"left", "←"}, std::pair{"right", "→"}, std::pair{"up", "↑"},
+                                std::pair{"down", "↓"}};
+    for (const auto& [arrow, name] : arrows) {
+        if (symbol == arrow) {
+            return name;
+        }
+    }
+    constexpr std::array unnamed{"0x", "kp_", "xf86", "above_tab", "disabled"};
+    if (std::ranges::any_of(unnamed, [&](const char* beginning) { return symbol.starts_with(beginning); })) {
+        return {};
+    }
+    std::string name(symbol);
+    bool isFirst = true;
+    for (char& character : name) {
+        character = character == '_' ? ' ' : character;
+        if (isFirst && character >= 'a' && character <= 'z') {
+            character = static_cast<char>(character - 'a' + 'A');
+        }
+        isFirst = character == ' ';
+    }
+    return name;
+}
+
 } // namespace
 
 std::optional<Accelerator> readAccelerator(std::string_view text) {
@@ -101,6 +127,21 @@ bool isSame(const Accelerator& accelerator, const corvid::Shortcut& shortcut) {
     }
     const std::vector<std::string_view> symbols = keySymbols(shortcut.keyCode);
     return std::ranges::find(symbols, accelerator.key) != symbols.end();
+}
+
+std::optional<ShortcutHolder::Keys> otherKeys(const std::vector<std::string>& accelerators,
+                                              const std::vector<Shortcut>& shortcuts) {
+    for (const std::string& text : accelerators) {
+        const auto accelerator = readAccelerator(text);
+        const std::string name = accelerator ? keyName(accelerator->key) : std::string();
+        const bool isOther = !name.empty() && std::ranges::none_of(shortcuts, [&](const Shortcut& shortcut) {
+            return isSame(*accelerator, shortcut);
+        });
+        if (isOther) {
+            return ShortcutHolder::Keys{.modifiers = accelerator->modifiers, .name = name};
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace platform::linux

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "CorvidKitCore/Shortcut.h"
+#include "Platform/ShortcutHolders.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform::linux {
 
@@ -30,5 +32,10 @@ struct Accelerator {
 /// Whether both are the same keys held down, by the symbols of an American keyboard: settings name symbols, a shortcut
 /// is a place.
 [[nodiscard]] bool isSame(const Accelerator& accelerator, const corvid::Shortcut& shortcut);
+
+/// Of the keys of a binding, in GTK's form, the first that are none of the shortcuts. Nothing where there are none, or
+/// none that have a name for people.
+[[nodiscard]] std::optional<ShortcutHolder::Keys> otherKeys(const std::vector<std::string>& accelerators,
+                                                            const std::vector<corvid::Shortcut>& shortcuts);
 
 } // namespace platform::linux

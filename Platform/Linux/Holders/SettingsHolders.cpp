@@ -95,7 +95,8 @@ private:
     void lookAt(const SettingLine& setting) {
         for (std::size_t place = 0; place < shortcuts.size(); ++place) {
             if (!answers[place] && holds(setting, shortcuts[place])) {
-                answers[place] = ShortcutHolder{.heldBy = heldBy, .purpose = setting.key};
+                answers[place] = ShortcutHolder{
+                    .heldBy = heldBy, .purpose = setting.key, .otherKeys = otherKeys(setting.texts(), shortcuts)};
                 if (const auto common = commonPurpose(setting.schema, setting.key)) {
                     answers[place]->purpose = *common;
                 } else {

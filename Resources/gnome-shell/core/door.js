@@ -39,6 +39,10 @@ class Service {
         return this._keys.grab(number, accelerator);
     }
 
+    borrow(number, accelerator) {
+        return this._keys.borrow(number, accelerator);
+    }
+
     ungrab(number) {
         this._keys.ungrab(number);
     }
@@ -200,6 +204,14 @@ class Door {
 
     GrabAsync([number, accelerator], invocation) {
         this._answer(invocation, '(b)', service => [service.grab(number, accelerator)]);
+    }
+
+    BorrowAsync([number, accelerator], invocation) {
+        this._answer(invocation, '(bb)', service => service.borrow(number, accelerator));
+    }
+
+    LendsAsync([accelerator], invocation) {
+        this._answer(invocation, '(b)', () => [lends(keyOf(accelerator))]);
     }
 
     UngrabAsync([number], invocation) {

@@ -10,14 +10,19 @@ function bindingOf(action) {
     return name.toLowerCase().replaceAll('_', '-').replace(/^workspace-/, 'switch-to-workspace-');
 }
 
-/** The summary of a binding in the shell's settings, in the user's language; empty where they do not have it. */
-function summaryOf(binding) {
+/** What the shell's settings say of a binding: its summary in the user's language, and its keys; empty without it. */
+function settingOf(binding) {
     for (const id of BINDING_SCHEMAS) {
         const schema = Gio.SettingsSchemaSource.get_default().lookup(id, true);
-        if (binding && schema?.has_key(binding))
-            return schema.get_key(binding).get_summary() ?? '';
+        if (binding && schema?.has_key(binding)) {
+            const value = new Gio.Settings({schema_id: id}).get_value(binding);
+            return {
+                summary: schema.get_key(binding).get_summary() ?? '',
+                keys: value.get_type_string() === 'as' ? value.deepUnpack() : [],
+            };
+        }
     }
-    return '';
+    return {summary: '', keys: []};
 }
 
 /**
@@ -31,7 +36,7 @@ function holdersOf(combinations) {
         if (action === Meta.KeyBindingAction.NONE)
             return null;
         const binding = bindingOf(action);
-        const summary = summaryOf(binding);
-        return {binding: summary ? binding : '', summary};
+        const {summary, keys} = settingOf(binding);
+        return {binding: summary ? binding : '', summary, keys};
     });
 }

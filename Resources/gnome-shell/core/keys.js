@@ -1,43 +1,128 @@
-// Ctrl+Alt with the arrows, C and D, by the numbers of the keys: all that the program ever takes.
-const COMBINATIONS = ['0x71', '0x72', '0x6f', '0x74', '0x36', '0x28'].map(key => `<Control><Alt>${key}`);
+// Ctrl+Alt, as the X protocol counts modifiers.
+const CONTROL_ALT = 12;
+// The arrows, C and D with them, by the numbers of the keys: all that the program ever takes.
+const COMBINATIONS = new Map([0x71, 0x72, 0x6f, 0x74, 0x36, 0x28].map(key => [`<Control><Alt>0x${key.toString(16)}`, key]));
+
+/** The key's number of XKB's. */
+function keyOf(accelerator) {
+    const key = COMBINATIONS.get(accelerator);
+    if (key === undefined)
+        throw new Refusal('Denied', `${accelerator} is none of Tessel's combinations`);
+    return key;
+}
 
 /** The keys that the shell gives to the program, each under a number of the program's choice. */
 class Keys {
     constructor(tell) {
-        this._actions = new Map();
+        this._tell = tell;
+        this._held = new Map();
+        // These are there for as long as the program has asked for a key that it may borrow.
+        this._loans = null;
+        this._watch = null;
         global.display.connectObject('accelerator-activated', (_display, action) => {
-            for (const [number, own] of this._actions) {
-                if (own === action)
-                    tell('Activated', '(u)', [number]);
+            for (const [number, own] of this._held) {
+                if (own.action === action)
+                    this._pressed(number);
             }
         }, this);
     }
 
     destroy() {
         global.display.disconnectObject(this);
-        for (const number of [...this._actions.keys()])
+        for (const number of [...this._held.keys()])
             this.ungrab(number);
     }
 
     /** Whether the key was free. */
     grab(number, accelerator) {
-        if (!COMBINATIONS.includes(accelerator))
-            throw new Refusal('Denied', `${accelerator} is none of Tessel's combinations`);
-        this.ungrab(number);
-        const action = global.display.grab_accelerator(accelerator, Meta.KeyBindingFlags.IGNORE_AUTOREPEAT);
-        if (action === Meta.KeyBindingAction.NONE)
-            return false;
-        Main.wm.allowKeybinding(Meta.external_binding_name_for_action(action), Shell.ActionMode.NORMAL);
-        this._actions.set(number, action);
-        return true;
+        return this._begin(number, {accelerator, key: keyOf(accelerator), mayBorrow: false}).isHeld;
+    }
+
+    /** The same for a key that is borrowed from the shell if it is not free: gives whether it is held, and so. */
+    borrow(number, accelerator) {
+        const mayBorrow = missingToBorrow().length === 0;
+        const {isHeld, isBorrowed} = this._begin(number, {accelerator, key: keyOf(accelerator), mayBorrow});
+        return [isHeld, isBorrowed];
     }
 
     ungrab(number) {
-        const action = this._actions.get(number);
-        if (action === undefined)
+        const own = this._held.get(number);
+        if (own === undefined)
             return;
-        this._actions.delete(number);
-        global.display.ungrab_accelerator(action);
-        Main.wm.allowKeybinding(Meta.external_binding_name_for_action(action), Shell.ActionMode.NONE);
+        this._held.delete(number);
+        this._release(own);
+        this._endLoans();
+    }
+
+    _pressed(number) {
+        this._tell('Activated', '(u)', [number]);
+    }
+
+    _begin(number, own) {
+        this.ungrab(number);
+        if (own.mayBorrow) {
+            this._loans ??= new Loans(pressed => this._pressed(pressed));
+            this._watch ??= new BindingWatch(() => this._leaveToTheShell(), () => this._lookAgain());
+        }
+        this._take(number, own);
+        if (own.isHeld)
+            this._held.set(number, own);
+        this._endLoans();
+        return own;
+    }
+
+    _take(number, own) {
+        own.action = global.display.grab_accelerator(own.accelerator, Meta.KeyBindingFlags.IGNORE_AUTOREPEAT);
+        const isFree = own.action !== Meta.KeyBindingAction.NONE;
+        if (isFree)
+            Main.wm.allowKeybinding(Meta.external_binding_name_for_action(own.action), Shell.ActionMode.NORMAL);
+        own.isBorrowed = !isFree && own.mayBorrow && lends(own.key) && this._loans.add(own.key, number);
+        own.isHeld = isFree || own.isBorrowed;
+    }
+
+    _release(own) {
+        this._ungrab(own);
+        if (own.isBorrowed)
+            this._loans.delete(own.key);
+    }
+
+    _ungrab(own) {
+        if (own.action === Meta.KeyBindingAction.NONE)
+            return;
+        global.display.ungrab_accelerator(own.action);
+        Main.wm.allowKeybinding(Meta.external_binding_name_for_action(own.action), Shell.ActionMode.NONE);
+        own.action = Meta.KeyBindingAction.NONE;
+    }
+
+    _endLoans() {
+        if ([...this._held.values()].some(own => own.mayBorrow))
+            return;
+        this._watch?.destroy();
+        this._watch = null;
+        this._loans?.destroy();
+        this._loans = null;
+    }
+
+    _leaveToTheShell() {
+        for (const own of [...this._held.values()].filter(each => each.mayBorrow))
+            this._ungrab(own);
+    }
+
+    /** What was free may be the shell's by now, and the other way round; and what was lent may be somebody else's. */
+    _lookAgain() {
+        for (const [number, own] of [...this._held].filter(([_number, each]) => each.mayBorrow)) {
+            const action = global.display.get_keybinding_action(own.key, CONTROL_ALT);
+            if (action !== Meta.KeyBindingAction.NONE && action === own.action)
+                continue;
+            const wasBorrowed = own.isBorrowed;
+            this._release(own);
+            this._take(number, own);
+            if (!own.isHeld) {
+                this.ungrab(number);
+                this._tell('KeyLost', '(u)', [number]);
+            } else if (own.isBorrowed !== wasBorrowed) {
+                this._tell('KeyHeld', '(ub)', [number, own.isBorrowed]);
+            }
+        }
     }
 }

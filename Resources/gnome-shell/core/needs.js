@@ -39,8 +39,23 @@ const NEEDED_SIGNALS = [
     ['Shell.WM', 'map'],
 ];
 
+// What is used in addition to borrow the shell's own keys. One that lacks some of it lends none; all else goes on.
+const NEEDED_TO_BORROW = [
+    ['Clutter', 'get_current_event EventFlags.FLAG_REPEATED Event.prototype.get_flags Event.prototype.get_key_code'],
+    ['global', 'backend.connectObject backend.disconnectObject display.get_keybinding_action'],
+    ['Main', 'actionMode wm._showWorkspaceSwitcher'],
+    ['Meta', 'keybindings_set_custom_handler KeyBinding.prototype.get_mask KeyBinding.prototype.get_name'],
+];
+const NEEDED_SIGNALS_TO_BORROW = [
+    ['Meta.Backend', 'keymap-changed keymap-layout-group-changed'],
+    ['Shell.WM', 'filter-keybinding'],
+];
+
+const missingOfTheShell = () => missingOf(NEEDED, NEEDED_SIGNALS);
+const missingToBorrow = () => missingOf(NEEDED_TO_BORROW, NEEDED_SIGNALS_TO_BORROW);
+
 /** The names of what is needed of the shell and not there: all is, in the versions that the extension was tried on. */
-function missingOfTheShell() {
+function missingOf(needed, neededSignals) {
     const roots = {Clutter, Main, Meta, PanelMenu, PopupMenu, Shell, St, global};
     const find = path => path.split('.').reduce((owner, name) => owner?.[name], roots);
     // The getter of a property would fail on a prototype: it is asked for, and not called.
@@ -52,8 +67,8 @@ function missingOfTheShell() {
     const each = list => list.flatMap(([owner, names]) =>
         names.split(' ').map(name => name.split('|').map(one => owner ? `${owner}.${one}` : one)));
     const emits = (type, signal) => Boolean(type) && GObject.signal_lookup(signal, type.$gtype) !== 0;
-    const functions = each(NEEDED).filter(choice => !choice.some(has)).map(choice => choice.join(' or '));
-    const signals = NEEDED_SIGNALS.flatMap(([owner, names]) => names.split(' ')
+    const functions = each(needed).filter(choice => !choice.some(has)).map(choice => choice.join(' or '));
+    const signals = neededSignals.flatMap(([owner, names]) => names.split(' ')
         .filter(signal => !emits(find(owner), signal)).map(signal => `${owner}::${signal}`));
     return [...functions, ...signals].map(name => name.replaceAll('.prototype', ''));
 }

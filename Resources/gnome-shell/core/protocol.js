@@ -21,6 +21,11 @@ const INTERFACE = `<node><interface name="${INTERFACE_NAME}">
     <method name="Grab">
         <arg type="u" direction="in"/><arg type="s" direction="in"/><arg type="b" direction="out"/>
     </method>
+    <method name="Borrow">
+        <arg type="u" direction="in"/><arg type="s" direction="in"/>
+        <arg type="b" direction="out"/><arg type="b" direction="out"/>
+    </method>
+    <method name="Lends"><arg type="s" direction="in"/><arg type="b" direction="out"/></method>
     <method name="Ungrab"><arg type="u" direction="in"/></method>
     <method name="Holders"><arg type="a(uu)" direction="in"/><arg type="s" direction="out"/></method>
     <method name="Pointer"><arg type="i" direction="out"/><arg type="i" direction="out"/></method>
@@ -43,6 +48,8 @@ const INTERFACE = `<node><interface name="${INTERFACE_NAME}">
     <signal name="Focused"><arg type="t"/></signal>
     <signal name="OutputsChanged"><arg type="s"/></signal>
     <signal name="Activated"><arg type="u"/></signal>
+    <signal name="KeyHeld"><arg type="u"/><arg type="b"/></signal>
+    <signal name="KeyLost"><arg type="u"/></signal>
     <signal name="ItemClicked">
         <arg type="i"/><arg type="i"/><arg type="i"/><arg type="i"/>
     </signal>

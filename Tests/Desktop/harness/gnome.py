@@ -33,6 +33,7 @@ SHELL = ("org.gnome.Shell", "/org/gnome/Shell")
 KEYS = {
     "Control": 29, "Alt": 56, "Left": 105, "Right": 106, "Up": 103, "Down": 108, "C": 46, "D": 32, "Escape": 1,
     "P": 25, "N": 49, "O": 24, "Q": 16, "W": 17, "Shift": 42, "Super": 125,
+    "Page Up": 104, "Page Down": 109,
 }
 SHORTCUTS = {
     "leftHalf": "Left", "rightHalf": "Right", "center": "C", "maximize": "Up", "almostMaximize": "D",

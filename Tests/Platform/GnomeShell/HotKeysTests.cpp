@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace platform::gnomeshell {
@@ -30,6 +31,13 @@ protected:
 
     void press(std::uint32_t number) {
         shell->tell("Activated", [&](sd_bus_message* signal) { sd_bus_message_append(signal, "u", number); });
+    }
+
+    [[nodiscard]] HotKeyLoan loanOf(std::uint32_t key) const { return hotKeys->loan(key, controlOption); }
+
+    void tellKeyHeld(std::uint32_t number, int isBorrowed) {
+        shell->tell("KeyHeld",
+                    [&](sd_bus_message* signal) { sd_bus_message_append(signal, "ub", number, isBorrowed); });
     }
 
     [[nodiscard]] HotKeyEvents::Registration take(std::uint32_t key, std::uint32_t id) {
@@ -133,6 +141,116 @@ TEST_F(HotKeysOfTheShell, AreGivenBackAtTheEnd) {
     EXPECT_TRUE(until([&] { return shell->wasCalled("Ungrab 1"); }));
     catchUp();
     EXPECT_TRUE(pressed.empty());
+}
+
+TEST_F(HotKeysOfTheShell, ThatItCouldLendAreLeftToItWithoutConsent) {
+    shell->answerWith("Grab", "b", 0);
+    shell->answer("Lends", [](sd_bus_message* call) {
+        const char* key = nullptr;
+        sd_bus_message_read(call, "s", &key);
+        sd_bus_reply_method_return(call, "b", static_cast<int>(std::string_view(key).ends_with("0x71")));
+    });
+    EXPECT_EQ(take(keyLeft, 31).status, eventHotKeyExistsErr);
+    EXPECT_EQ(take(keyC, 32).status, eventHotKeyExistsErr);
+    EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::possible);
+    EXPECT_EQ(loanOf(keyC), HotKeyLoan::none);
+    shell->answerWith("Grab", "b", 1);
+    ASSERT_EQ(take(keyLeft, 33).status, noErr);
+    EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::none) << "it is free by now";
+    const auto calls = shell->calls();
+    EXPECT_TRUE(std::ranges::none_of(calls, [](const auto& call) { return call.starts_with("Borrow"); }));
+    EXPECT_EQ(std::ranges::count(calls, "Lends <Control><Alt>0x71"), 1) << "asked only of what is refused";
+}
+
+TEST_F(HotKeysOfTheShell, ThatItLendsAreOursWithConsent) {
+    hotKeys->setBorrows(true);
+    shell->answerWith("Borrow", "bb", 1, 1);
+    ASSERT_EQ(take(keyLeft, 31).status, noErr);
+    shell->answerWith("Borrow", "bb", 1, 0);
+    const auto free = take(keyC, 32);
+    ASSERT_EQ(free.status, noErr);
+    EXPECT_TRUE(shell->wasCalled("Borrow 1 <Control><Alt>0x71"));
+    EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::made);
+    EXPECT_EQ(loanOf(keyC), HotKeyLoan::none);
+    press(1);
+    catchUp();
+    EXPECT_EQ(pressed, std::vector<std::uint32_t>{31});
+    hotKeys->unregisterHotKey({1});
+    EXPECT_TRUE(until([&] { return shell->wasCalled("Ungrab 1"); }));
+    EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::none);
+}
+
+TEST_F(HotKeysOfTheShell, ThatItDoesNotLendAreRefusedWithConsent) {
+    hotKeys->setBorrows(true);
+    shell->answerWith("Borrow", "bb", 0, 0);
+    EXPECT_EQ(take(keyLeft, 31).status, eventHotKeyExistsErr);
+    EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::none);
+}
+
+TEST_F(HotKeysOfTheShell, AreTakenFromAnEarlierExtensionThatKnowsNoLoans) {
+    const auto unknown = [](sd_bus_message* call) {
+        sd_bus_reply_method_errorf(call, SD_BUS_ERROR_UNKNOWN_METHOD, "no such method");
+    };
+    hotKeys->setBorrows(true);
+    shell->answer("Borrow", unknown);
+    shell->answer("Lends", unknown);
+    ASSERT_EQ(take(keyLeft, 31).status, noErr);
+    EXPECT_TRUE(shell->wasCalled("Grab 1 <Control><Alt>0x71"));
+    shell->answerWith("Grab", "b", 0);
+    EXPECT_EQ(take(keyC, 32).status, eventHotKeyExistsErr);
+    EXPECT_EQ(loanOf(keyC), HotKeyLoan::none);
+}
+
+TEST_F(HotKeysOfTheShell, ThatABusyShellLendsInTheEndAreBorrowed) {
+    hotKeys->setBorrows(true);
+    shell->answer("Borrow", [](sd_bus_message* /*call*/) {});
+    ASSERT_EQ(take(keyLeft, 31).status, noErr);
+    EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::none);
+    shell->answerWith("Borrow", "bb", 1, 1);
+    EXPECT_TRUE(until([&] { return loanOf(keyLeft) == HotKeyLoan::made; }));
+    EXPECT_FALSE(hotKeys->takeLoss());
+    EXPECT_FALSE(shell->wasCalled("Grab 1 <Control><Alt>0x71"));
+}
+
+TEST_F(HotKeysOfTheShell, OfWhichABusyShellDoesNotSayWhetherItLendsThemAreAskedForAgain) {
+    shell->answerWith("Grab", "b", 0);
+    shell->answer("Lends", [](sd_bus_message* /*call*/) {});
+    ASSERT_EQ(take(keyLeft, 31).status, noErr);
+    shell->answerWith("Lends", "b", 1);
+    EXPECT_TRUE(until([&] { return hotKeys->takeLoss(); })) << "then all are registered anew";
+}
+
+TEST_F(HotKeysOfTheShell, StandAsTheExtensionSaysWhenSettingsChange) {
+    hotKeys->setBorrows(true);
+    shell->answerWith("Borrow", "bb", 1, 1);
+    ASSERT_EQ(take(keyLeft, 31).status, noErr);
+    tellKeyHeld(1, 0);
+    tellKeyHeld(77, 1);
+    catchUp();
+    EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::none);
+    tellKeyHeld(1, 1);
+    catchUp();
+    EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::made);
+    shell->tell("KeyHeld");
+    shell->tellAsStranger("KeyLost", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 1U); });
+    shell->tell("KeyLost", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 77U); });
+    catchUp();
+    EXPECT_FALSE(hotKeys->takeLoss());
+    shell->tell("KeyLost", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 1U); });
+    catchUp();
+    EXPECT_TRUE(hotKeys->takeLoss());
+}
+
+TEST_F(HotKeysOfTheShell, AreBorrowedAgainWhenTheExtensionBeginsAnew) {
+    hotKeys->setBorrows(true);
+    shell->answerWith("Borrow", "bb", 1, 1);
+    ASSERT_EQ(take(keyLeft, 31).status, noErr);
+    shell->setExtension(false);
+    ASSERT_TRUE(until([&] { return !link->isOpen(); }));
+    shell->answerWith("Borrow", "bb", 1, 0);
+    shell->setExtension(true, "second");
+    ASSERT_TRUE(until([&] { return loanOf(keyLeft) == HotKeyLoan::none; }));
+    EXPECT_FALSE(hotKeys->takeLoss());
 }
 
 TEST_F(HotKeysOfTheShell, DoNotHearWhatIsNoPress) {

@@ -20,17 +20,21 @@ constexpr Shortcut heldC{.keyCode = 8, .modifiers = Shortcut::control | Shortcut
 const ShortcutHolder ofTheShell{.heldBy = "GNOME", .purpose = KeyPurpose::workspaceOnTheLeft};
 
 TEST(ShellHolders, AreReadFromWhatTheExtensionSays) {
-    const auto said = ShellHolders::read(R"([{"binding":"switch-to-workspace-left","summary":"Nach links"},null,)"
-                                         R"({"binding":"","summary":""},{"binding":"close","summary":"Schließen"}])",
-                                         4);
-    EXPECT_EQ(said.answers, (Answers{ofTheShell, std::nullopt, std::nullopt,
-                                     ShortcutHolder{.heldBy = "GNOME", .purpose = "Schließen"}}));
+    const auto said = ShellHolders::read(
+        R"([{"binding":"switch-to-workspace-left","summary":"Nach links","keys":["<Control><Alt>Left"]},null,)"
+        R"({"binding":"","summary":"","keys":[]},)"
+        R"({"binding":"close","summary":"Schließen","keys":[3,"<Primary><Alt>c","<Super>q","<Super>w"]}])",
+        {heldLeft, heldC, heldC, heldC});
+    EXPECT_EQ(
+        said.answers,
+        (Answers{ofTheShell, std::nullopt, std::nullopt,
+                 ShortcutHolder{.heldBy = "GNOME", .purpose = "Schließen", .otherKeys = {{Shortcut::command, "Q"}}}}));
     EXPECT_EQ(said.unknown, std::vector<std::size_t>{2});
 }
 
 TEST(ShellHolders, OfNonsenseAllAreUnknown) {
     for (const char* text : {"", "null", "[null]", "[null,null,null]", "{}", "[1,\"x\"]", "[{\"binding\":3},[]]"}) {
-        const auto said = ShellHolders::read(text, 2);
+        const auto said = ShellHolders::read(text, {heldLeft, heldC});
         EXPECT_EQ(said.answers, Answers(2)) << text;
         EXPECT_EQ(said.unknown.size(), 2U) << text;
     }
@@ -78,7 +82,9 @@ TEST_F(AskedShell, IsAskedByTheNumbersOfKeysAndKnowsWhatIsInForce) {
 TEST_F(AskedShell, WhatItKeepsForOthersIsLookedForInTheSettings) {
     openExtension();
     shell->answerWithText("Holders", R"([{"binding":"switch-to-workspace-left"},{"binding":"","summary":""}])");
-    EXPECT_EQ(found(), (Answers{ofTheShell, inSettings}));
+    ShortcutHolder ofC = inSettings;
+    ofC.otherKeys = {Shortcut::control | Shortcut::option, "←"};
+    EXPECT_EQ(found(), (Answers{ofTheShell, ofC}));
 }
 
 TEST_F(AskedShell, AnEarlierExtensionOrNoneLeavesAllToTheSettings) {

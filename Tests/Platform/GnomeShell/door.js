@@ -32,8 +32,8 @@ class Scene {
     /** Everything that can be asked for, but for the first question. */
     askAll(sender) {
         const calls = [
-            ['Frames'], ['Place', 1, 0, 0, 100, 100], ['Grab', 1, LEFT], ['Ungrab', 1], ['Pointer'],
-            ['PlaceOwn', PROCESS, 'Title', 5, 6], ['Beep'],
+            ['Frames'], ['Place', 1, 0, 0, 100, 100], ['Grab', 1, LEFT], ['Borrow', 1, LEFT], ['Lends', LEFT],
+            ['Ungrab', 1], ['Pointer'], ['PlaceOwn', PROCESS, 'Title', 5, 6], ['Beep'],
             ['ShowItem', JSON.stringify({icon: '/icon.svg', title: 'Tessel', menu: []})], ['ItemFrame'], ['HideItem'],
         ];
         return calls.map(call => this.bus.call(sender, ...call).error ?? 'done');
@@ -54,14 +54,14 @@ equal(methods.filter(name => typeof new Scene().door[`${name}Async`] !== 'functi
 
 {
     const scene = Scene.served();
-    equal(scene.askAll(PROGRAM), Array(10).fill('done'), 'the program is served');
-    equal(scene.askAll(STRANGER), denied(10), 'a stranger beside the program');
+    equal(scene.askAll(PROGRAM), Array(12).fill('done'), 'the program is served');
+    equal(scene.askAll(STRANGER), denied(12), 'a stranger beside the program');
     equal(scene.bus.call(STRANGER, 'Hello').error, 'Denied', 'a stranger that says Hello beside the program');
     equal(scene.bus.told.filter(([to]) => to !== PROGRAM), [], 'what anybody else is told');
 }
 {
     const scene = new Scene();
-    equal(scene.askAll(STRANGER), denied(10), 'a stranger without a program');
+    equal(scene.askAll(STRANGER), denied(12), 'a stranger without a program');
     equal(scene.bus.call(STRANGER, 'Hello').error, 'Denied', 'a stranger that says Hello without a program');
     equal(scene.bus.told, [], 'what is told while nobody is there');
     scene.isUntouched('nobody is there');
@@ -69,7 +69,7 @@ equal(methods.filter(name => typeof new Scene().door[`${name}Async`] !== 'functi
 {
     const scene = new Scene();
     scene.bus.give(STRANGER);
-    equal(scene.askAll(STRANGER), denied(10), 'the owner of the name before it has said Hello');
+    equal(scene.askAll(STRANGER), denied(12), 'the owner of the name before it has said Hello');
     scene.shell.display.emit('notify::focus-window');
     equal(scene.bus.told.map(([to, signal]) => [to, signal]), [[STRANGER, 'Opened']],
         'what the owner of the name is told before it has said Hello');
@@ -112,8 +112,8 @@ for (const next of [null, STRANGER]) {
     scene.bus.give(next);
     equal(placed.error, 'NoSuchWindow', 'a placement that nobody waits for any more');
     scene.isUntouched('the name is gone');
-    equal(scene.askAll(PROGRAM), denied(10), 'a program that has lost its name');
-    equal(scene.askAll(STRANGER), denied(10), 'whoever has the name next, without Hello');
+    equal(scene.askAll(PROGRAM), denied(12), 'a program that has lost its name');
+    equal(scene.askAll(STRANGER), denied(12), 'whoever has the name next, without Hello');
     equal(scene.bus.told.at(next ? -2 : -1), [PROGRAM, 'Closed'], 'what the former owner is told');
     if (next) {
         equal(scene.bus.call(STRANGER, 'Hello').values.length, 1, 'the next owner says Hello');

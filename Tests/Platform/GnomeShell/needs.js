@@ -18,9 +18,13 @@ function switchedOn(shell) {
     return bus;
 }
 
-const {NEEDED, NEEDED_SIGNALS} = extensionFrom(ARGV[0], new PlayedShell(), new PlayedBus('x'), ['NEEDED', 'NEEDED_SIGNALS']);
-const needed = NEEDED.flatMap(([owner, names]) => names.split(' ').map(choice =>
+const {NEEDED, NEEDED_SIGNALS, NEEDED_TO_BORROW, NEEDED_SIGNALS_TO_BORROW} = extensionFrom(
+    ARGV[0], new PlayedShell(), new PlayedBus('x'),
+    ['NEEDED', 'NEEDED_SIGNALS', 'NEEDED_TO_BORROW', 'NEEDED_SIGNALS_TO_BORROW']);
+const choicesIn = list => list.flatMap(([owner, names]) => names.split(' ').map(choice =>
     choice.split('|').map(name => owner ? `${owner}.${name}` : name)));
+const needed = choicesIn(NEEDED);
+const neededToBorrow = choicesIn(NEEDED_TO_BORROW);
 
 {
     const shell = new PlayedShell();
@@ -59,8 +63,36 @@ for (const [type, names] of NEEDED_SIGNALS) {
         'Main.wm.allowKeybinding, PopupMenu.Ornament.CHECK, PopupMenu.Ornament.NONE', 'all that is missing is named');
 }
 
+// A shell that lacks something of what borrowing takes lends nothing. All else goes on.
+const [LEFT, RIGHT] = ['<Control><Alt>0x71', '<Control><Alt>0x72'];
+function lendsNothing(shell, what) {
+    shell.bind('switch-to-workspace-left', 0x71, 12);
+    const bus = switchedOn(shell);
+    equal(typeof bus.call(PROGRAM, 'Hello').values, 'object', `a shell without ${what} is served`);
+    const listeners = shell.listeners();
+    equal(bus.call(PROGRAM, 'Lends', LEFT).values, [false], `what can be borrowed without ${what}`);
+    equal(bus.call(PROGRAM, 'Borrow', 1, LEFT).values, [false, false], `what is borrowed without ${what}`);
+    equal(bus.call(PROGRAM, 'Borrow', 2, RIGHT).values, [true, false], `a free key without ${what}`);
+    equal(shell.listeners(), listeners, `who listens for loans without ${what}`);
+    equal(bus.log, [], `what is logged without ${what}`);
+    bus.door.disable();
+}
+for (const [path] of neededToBorrow) {
+    const shell = new PlayedShell();
+    shell.lose(path);
+    lendsNothing(shell, path);
+}
+for (const [type, names] of NEEDED_SIGNALS_TO_BORROW) {
+    for (const name of names.split(' ')) {
+        const shell = new PlayedShell();
+        for (const list of shell.signals.values())
+            list.splice(0, list.length, ...list.filter(each => each !== name));
+        lendsNothing(shell, `${type}::${name}`);
+    }
+}
+
 // The extension asks for everything of the shell that its parts use.
-const asked = needed.flat();
+const asked = [...needed, ...neededToBorrow].flat();
 const isAsked = path => asked.some(each => each === path || each.startsWith(`${path}.`));
 const lastNames = new Set(asked.map(path => path.split('.').pop()));
 // GNOME 49 has it, and it is done without before.

@@ -3,7 +3,10 @@
 
 const {Gio, GLib} = imports.gi;
 
-const PARTS = ['protocol', 'needs', 'placement', 'windows', 'keys', 'ownWindow', 'item', 'door'];
+const PARTS = [
+    'protocol', 'needs', 'placement', 'windows', 'keys', 'holders', 'loans', 'ownWindow', 'item', 'door',
+];
+const CONTROL_ALT = 12;
 
 function equal(actual, wanted, what) {
     if (JSON.stringify(actual) !== JSON.stringify(wanted))
@@ -45,9 +48,9 @@ class Emitter {
         this.connectObject(signal, handler, {});
     }
 
+    /** Gives what the handlers give. */
     emit(signal, ...values) {
-        for (const {handler} of this.handlers.filter(each => each.signal === signal))
-            handler(this, ...values);
+        return this.handlers.filter(each => each.signal === signal).map(({handler}) => handler(this, ...values));
     }
 }
 
@@ -116,6 +119,7 @@ class PlayedDisplay extends Emitter {
     constructor() {
         super();
         this.grabbed = [];
+        this.bindings = [];
     }
 
     get focus_window() { return null; }
@@ -124,11 +128,30 @@ class PlayedDisplay extends Emitter {
     get_primary_monitor() { return 0; }
     get_sound_player() { return {play_from_theme() {}}; }
     grab_accelerator(accelerator) {
-        if (this.grabbed.includes(accelerator))
+        if (this.grabbed.includes(accelerator) || this.bindingAt(accelerator))
             return 0;
         return this.grabbed.push(accelerator);
     }
     ungrab_accelerator(action) { this.grabbed[action - 1] = null; }
+    get_keybinding_action(key, modifiers) {
+        return this.bindings.find(each => each.key === key && each.modifiers === modifiers)?.action ??
+            this.grabbed.lastIndexOf(`<Control><Alt>0x${key.toString(16)}`) + 1;
+    }
+
+    bindingAt(accelerator) {
+        return this.bindings.find(({key, modifiers}) =>
+            modifiers === CONTROL_ALT && accelerator === `<Control><Alt>0x${key.toString(16)}`);
+    }
+}
+
+/** One key of a binding. */
+class PlayedBinding {
+    constructor(facts) {
+        Object.assign(this, facts);
+    }
+
+    get_mask() { return this.modifiers; }
+    get_name() { return this.name; }
 }
 
 /** The type once more, with all members as its own: one that is taken away is gone from it alone. */
@@ -148,14 +171,20 @@ function own(type) {
 var PlayedShell = class PlayedShell {
     constructor() {
         this.windows = [];
+        /** What the bindings do, by their names, and the event of the key that is being pressed. */
+        this.handlers = new Map([['show-desktop', 'of Mutter']]);
+        this.event = null;
         const Meta = {
-            KeyBindingAction: {NONE: 0}, KeyBindingFlags: {IGNORE_AUTOREPEAT: 1}, LaterType: {BEFORE_REDRAW: 0},
+            KeyBindingAction: {NONE: 0, WORKSPACE_LEFT: 1001, WORKSPACE_RIGHT: 1002, SHOW_DESKTOP: 1003, SWITCH_WINDOWS: 1004},
+            KeyBindingFlags: {IGNORE_AUTOREPEAT: 1}, LaterType: {BEFORE_REDRAW: 0},
             MaximizeFlags: {BOTH: 3}, WindowClientType: {WAYLAND: 0, X11: 1},
             WindowType: {NORMAL: 0, DESKTOP: 1, DOCK: 2, DIALOG: 3, MODAL_DIALOG: 4, UTILITY: 8, SPLASHSCREEN: 9},
+            Backend: own(Emitter), KeyBinding: own(PlayedBinding),
             Display: own(PlayedDisplay), Window: own(PlayedWindow), WindowActor: own(PlayedWindowActor),
             SoundPlayer: class { play_from_theme() {} },
             Workspace: class { get_work_area_for_monitor() { return {x: 0, y: 32, width: 800, height: 568}; } },
             external_binding_name_for_action: action => `action ${action}`,
+            keybindings_set_custom_handler: (name, handler) => this.handlers.set(name, handler ?? 'of Mutter'),
         };
         this.display = new Meta.Display();
         const workspace = new Meta.Workspace();
@@ -175,9 +204,10 @@ var PlayedShell = class PlayedShell {
             Meta,
             Clutter: {
                 BUTTON_PRIMARY: 1, EVENT_PROPAGATE: false, EVENT_STOP: true, EventType: {TOUCH_BEGIN: 1},
-                Actor: own(PlayedActor), Event: class { get_button() {} type() {} },
+                Actor: own(PlayedActor), Event: class { get_button() {} get_flags() {} get_key_code() {} type() {} },
+                EventFlags: {FLAG_REPEATED: 4}, get_current_event: () => this.event,
             },
-            Shell: {ActionMode: {NONE: 0, NORMAL: 1}, WM: own(Emitter)},
+            Shell: {ActionMode: {NONE: 0, NORMAL: 1, OVERVIEW: 2}, WM: own(Emitter)},
             St: {Side: {TOP: 0}, Widget: own(PlayedActor), Icon: own(class extends PlayedActor { get gicon() {} set gicon(_icon) {} })},
             PanelMenu: {Button: own(PlayedActor)},
             PopupMenu: {
@@ -188,10 +218,11 @@ var PlayedShell = class PlayedShell {
                 activateWindow: window => window.front.push('active'),
                 layoutManager: Object.assign(new (own(Emitter))(), {uiGroup: new (own(PlayedActor))()}),
                 panel: {addToStatusArea: (_name, item) => this.items.push(item)},
-                wm: {allowKeybinding() {}, skipNextEffect() {}},
+                actionMode: 1,
+                wm: {allowKeybinding() {}, skipNextEffect() {}, _showWorkspaceSwitcher() { return 'of the shell'; }},
             },
             global: {
-                display: this.display, window_manager: new (own(Emitter))(), compositor: {get_laters: () => ({add() {}})},
+                display: this.display, backend: new Meta.Backend(), window_manager: new (own(Emitter))(), compositor: {get_laters: () => ({add() {}})},
                 workspace_manager: {get_active_workspace: () => workspace}, get_pointer: () => [3, 4, 0],
                 get_window_actors: () => shell.windows.map(window => new Meta.WindowActor(window)),
             },
@@ -200,7 +231,8 @@ var PlayedShell = class PlayedShell {
             [this.modules.Clutter.Actor.$gtype, ['button-press-event', 'touch-event']],
             [Meta.Display.$gtype, ['accelerator-activated', 'window-created', 'workareas-changed']],
             [Meta.Window.$gtype, ['position-changed', 'shown', 'size-changed', 'unmanaged', 'workspace-changed']],
-            [this.modules.Shell.WM.$gtype, ['map']],
+            [Meta.Backend.$gtype, ['keymap-changed', 'keymap-layout-group-changed']],
+            [this.modules.Shell.WM.$gtype, ['filter-keybinding', 'map']],
         ]);
         this.signals = signals;
         this.GObject = {signal_lookup: (name, type) => signals.get(type)?.includes(name) ? 1 : 0};
@@ -212,10 +244,39 @@ var PlayedShell = class PlayedShell {
         return window;
     }
 
+    /** Binds a key; the shell has its own handlers for workspaces and for switching windows, Mutter for all else. */
+    bind(name, key, modifiers) {
+        const {KeyBinding, KeyBindingAction} = this.modules.Meta;
+        const action = KeyBindingAction[name.replace(/^switch-to-/, '').replaceAll('-', '_').toUpperCase()];
+        this.display.bindings.push(new KeyBinding({name, key, modifiers, action}));
+        if (!this.handlers.has(name))
+            this.handlers.set(name, () => 'of the shell');
+    }
+
+    /** Presses a key: gives what its binding does, or nothing where it has none. */
+    press(key, modifiers, flags = 0) {
+        const binding = this.display.bindings.find(each => each.key === key && each.modifiers === modifiers);
+        if (!binding)
+            return null;
+        this.event = {get_key_code: () => key, get_flags: () => flags};
+        const isFiltered = this.modules.global.window_manager.emit('filter-keybinding', binding).includes(true);
+        const handler = this.handlers.get(binding.name);
+        const done = isFiltered || typeof handler === 'string' ? handler : handler(this.display, null, binding);
+        this.event = null;
+        return done ?? 'ours';
+    }
+
+    /** Lets everything happen that waits for its turn. */
+    catchUp() {
+        while (GLib.MainContext.default().iteration(false)) {
+            // That was one.
+        }
+    }
+
     /** How many listen to what the shell tells. */
     listeners() {
-        const {display, window_manager: manager} = this.modules.global;
-        return [display, manager, this.modules.Main.layoutManager, ...this.windows]
+        const {backend, display, window_manager: manager} = this.modules.global;
+        return [backend, display, manager, this.modules.Main.layoutManager, ...this.windows]
             .reduce((count, each) => count + each.handlers.length, 0);
     }
 
@@ -243,6 +304,9 @@ var PlayedBus = class PlayedBus {
         this.log = [];
         /** The answers that the bus has yet to give, while it takes its time. */
         this.held = null;
+        /** The settings that the extension has opened, by their schemas. */
+        this.settings = new Map();
+        const {settings} = this;
         const session = {
             emit_signal: (destination, _path, _interface, signal, parameters) =>
                 this.told.push([destination, signal, ...parameters ? parameters.deepUnpack() : []]),
@@ -276,6 +340,13 @@ var PlayedBus = class PlayedBus {
             },
             bus_unwatch_name: () => { this.appeared = this.vanished = null; },
             icon_new_for_string: text => text,
+            Settings: class extends Emitter {
+                constructor({schema_id: id}) {
+                    super();
+                    settings.set(id, this);
+                }
+            },
+            SettingsSchemaSource: {get_default: () => ({lookup: id => id.includes('wayland') ? null : {has_key: () => false}})},
         };
     }
 

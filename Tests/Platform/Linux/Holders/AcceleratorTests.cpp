@@ -117,6 +117,27 @@ RC_GTEST_PROP(Accelerator, OfAShortcutIsItsOwnAndNoOthers, ()) {
     RC_ASSERT(isSame(*accelerator, other) == (other == shortcut));
 }
 
+TEST(Accelerator, TheOtherKeysOfABindingHaveTheirNames) {
+    const std::vector<Shortcut> shortcuts{ctrlAltLeft, ctrlAltD};
+    struct Row {
+        std::vector<std::string> accelerators;
+        std::optional<ShortcutHolder::Keys> wanted;
+    };
+    constexpr auto all = controlOption | Shortcut::shift | Shortcut::command;
+    const std::vector<Row> rows{
+        {{}, {}},
+        {{"<Control><Alt>Left"}, {}},
+        {{"<Primary><Alt>d", "<Alt><Control>Left"}, {}},
+        {{"<Control><Alt>Left", "<Super>Page_Up", "<Super>Home"}, {{Shortcut::command, "Page Up"}}},
+        {{"<Super>KP_Prior", "", "disabled", "<Hyper>a", "0x71", "<Super>d"}, {{Shortcut::command, "D"}}},
+        {{"<Shift><Super><Control><Alt>Left"}, {{all, "←"}}},
+        {{"XF86Launch1", "Above_Tab", "F5"}, {{0, "F5"}}},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(otherKeys(row.accelerators, shortcuts), row.wanted) << testing::PrintToString(row.accelerators);
+    }
+}
+
 RC_GTEST_PROP(Accelerator, AnyTextIsReadOrRefused, (const std::string& text)) {
     for (const auto& read : {readAccelerator(text), readOpenboxKey(text)}) {
         RC_ASSERT(!read || !read->key.empty());

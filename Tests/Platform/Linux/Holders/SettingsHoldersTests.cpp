@@ -77,9 +77,12 @@ TEST_F(PlayedTools, SettingsAreSaidInTheDesktopsWordsWhereTheyAreNotCommon) {
     SettingsHolders holders(loop, "GNOME", settings::gnome);
     const auto told = answersOf(holders, {arrowLeft, arrowUp, keyC, keyD});
     ASSERT_TRUE(told);
-    EXPECT_THAT(*told, ElementsAre(ShortcutHolder{.heldBy = "GNOME", .purpose = KeyPurpose::workspaceOnTheLeft},
-                                   std::nullopt, ShortcutHolder{.heldBy = "GNOME", .purpose = "Fenster schließen"},
-                                   ShortcutHolder{.heldBy = "GNOME", .purpose = KeyPurpose::showDesktop}));
+    const auto ofGnome = [](auto purpose, std::uint32_t modifiers, const char* name) {
+        return ShortcutHolder{.heldBy = "GNOME", .purpose = purpose, .otherKeys = {{modifiers, name}}};
+    };
+    EXPECT_THAT(*told, ElementsAre(ofGnome(KeyPurpose::workspaceOnTheLeft, Shortcut::command, "Page Up"), std::nullopt,
+                                   ofGnome("Fenster schließen", Shortcut::option, "F4"),
+                                   ofGnome(KeyPurpose::showDesktop, Shortcut::control | Shortcut::command, "D")));
 }
 
 TEST_F(PlayedTools, AKeyThatIsDescribedNowhereGoesByItsName) {

@@ -1,0 +1,128 @@
+// Bindings that can be lent, by whose handler they have without us. Nobody can ask a binding for its handler, so one that
+// neither of these has given could not be given back.
+const LENT_BY_SHELL = /^(?:switch|move)-to-workspace-(?:left|right|up|down|last|\d+)$/;
+const LENT_BY_MUTTER = new Set([
+    'always-on-top', 'begin-move', 'begin-resize', 'close', 'lower', 'maximize', 'maximize-horizontally',
+    'maximize-vertically', 'minimize', 'move-to-center', 'move-to-corner-ne', 'move-to-corner-nw', 'move-to-corner-se',
+    'move-to-corner-sw', 'move-to-monitor-down', 'move-to-monitor-left', 'move-to-monitor-right', 'move-to-monitor-up',
+    'move-to-side-e', 'move-to-side-n', 'move-to-side-s', 'move-to-side-w', 'raise', 'raise-or-lower', 'show-desktop',
+    'toggle-above', 'toggle-fullscreen', 'toggle-maximized', 'toggle-on-all-workspaces', 'toggle-tiled-left',
+    'toggle-tiled-right', 'unmaximize',
+]);
+
+const isLendable = binding => LENT_BY_SHELL.test(binding) || LENT_BY_MUTTER.has(binding);
+
+/** Whether the shell has a use of its own for the key with Ctrl and Alt, and can lend it. */
+function lends(key) {
+    return missingToBorrow().length === 0 &&
+        isLendable(bindingOf(global.display.get_keybinding_action(key, CONTROL_ALT)));
+}
+
+/**
+ * Keys that the shell lends. Its settings stay as they are, and so does the handler of a binding until one of these keys
+ * is pressed: it is another one for that press. So the binding's other keys, and all of them in the overview, do what
+ * they always do.
+ */
+class Loans {
+    /** `pressed` is called with the number of a key, once for each press however long it is held. */
+    constructor(pressed) {
+        this._pressed = pressed;
+        this._numbers = new Map();
+        this._replaced = null;
+        this._restoring = 0;
+        // The shell asks this of every key that has a binding, and goes on to the binding's handler.
+        global.window_manager.connectObject('filter-keybinding', (_manager, binding) => {
+            this._giveBack();
+            const event = Clutter.get_current_event();
+            const number = this._numbers.get(event?.get_key_code());
+            if (number !== undefined && Number(binding.get_mask()) === CONTROL_ALT &&
+                Main.actionMode === Shell.ActionMode.NORMAL && isLendable(binding.get_name()))
+                this._replace(binding.get_name(), number, (event.get_flags() & Clutter.EventFlags.FLAG_REPEATED) !== 0);
+            return false;
+        }, this);
+    }
+
+    destroy() {
+        global.window_manager.disconnectObject(this);
+        this._numbers.clear();
+        this._giveBack();
+    }
+
+    /** Borrows a key, by its number of XKB's. False where it is borrowed already. */
+    add(key, number) {
+        if (this._numbers.has(key))
+            return false;
+        this._numbers.set(key, number);
+        return true;
+    }
+
+    delete(key) {
+        this._numbers.delete(key);
+    }
+
+    _replace(binding, number, isRepeated) {
+        this._replaced = binding;
+        Meta.keybindings_set_custom_handler(binding, () => {
+            if (!isRepeated)
+                this._pressed(number);
+        });
+        // Not by the handler itself, which must outlive its call.
+        this._restoring = GLib.idle_add(GLib.PRIORITY_DEFAULT, () => {
+            this._restoring = 0;
+            this._giveBack();
+            return GLib.SOURCE_REMOVE;
+        });
+    }
+
+    _giveBack() {
+        if (this._restoring)
+            GLib.source_remove(this._restoring);
+        this._restoring = 0;
+        if (!this._replaced)
+            return;
+        const handler = LENT_BY_SHELL.test(this._replaced) ? Main.wm._showWorkspaceSwitcher.bind(Main.wm) : null;
+        Meta.keybindings_set_custom_handler(this._replaced, handler);
+        this._replaced = null;
+    }
+}
+
+/**
+ * Tells of changes of the shell's bindings. At changed settings it calls `leaves` before the shell has read them, for what
+ * is grabbed then hides the binding that a key gets, for as long as the shell runs. It calls `returns` when the shell has
+ * read them, and when another layout of the keyboard may have moved bindings to other keys.
+ */
+class BindingWatch {
+    constructor(leaves, returns) {
+        this._leaves = leaves;
+        this._returns = returns;
+        this._waiting = 0;
+        this._settings = BINDING_SCHEMAS.filter(id => Gio.SettingsSchemaSource.get_default().lookup(id, true))
+            .map(id => new Gio.Settings({schema_id: id}));
+        for (const settings of this._settings) {
+            settings.connectObject('changed', () => {
+                this._leaves();
+                this._returnSoon();
+            }, this);
+        }
+        const moved = () => this._returnSoon();
+        global.backend.connectObject('keymap-changed', moved, 'keymap-layout-group-changed', moved, this);
+    }
+
+    destroy() {
+        for (const settings of this._settings)
+            settings.disconnectObject(this);
+        global.backend.disconnectObject(this);
+        if (this._waiting)
+            GLib.source_remove(this._waiting);
+        this._waiting = 0;
+    }
+
+    _returnSoon() {
+        // The shell reads its bindings when it has nothing better to do; this comes after that.
+        this._waiting ||= GLib.idle_add(GLib.PRIORITY_LOW, () => {
+            this._waiting = 0;
+            this._returns();
+            return GLib.SOURCE_REMOVE;
+        });
+    }
+}
