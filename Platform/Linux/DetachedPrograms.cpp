@@ -39,8 +39,9 @@ DetachedPrograms::DetachedPrograms(MainLoop& mainLoop)
 
 DetachedPrograms::~DetachedPrograms() = default;
 
-bool DetachedPrograms::start(std::string_view program, const std::vector<std::string>& arguments) {
-    const std::optional<pid_t> process = startProgram(program, arguments);
+bool DetachedPrograms::start(std::string_view program, const std::vector<std::string>& arguments, int input) {
+    constexpr int nowhere = -1;
+    const std::optional<pid_t> process = startProgram(program, arguments, nowhere, input);
     if (!process) {
         return false;
     }

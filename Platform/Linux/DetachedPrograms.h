@@ -10,8 +10,8 @@
 
 namespace platform::linux {
 
-/// Starts programs that go their own way (see `startProgram`), reading and writing nothing. They are waited for, so
-/// that none becomes a zombie. Main thread only.
+/// Starts programs that go their own way (see `startProgram`), writing nothing. They are waited for, so that none
+/// becomes a zombie. Main thread only.
 class DetachedPrograms {
 public:
     /// The loop must outlive this. Programs still running when this is dropped run on.
@@ -20,9 +20,9 @@ public:
     DetachedPrograms& operator=(const DetachedPrograms&) = delete;
     ~DetachedPrograms();
 
-    /// Starts the program (see `findProgram`) with arguments. False where there is none or it cannot be started; what
-    /// becomes of it then is its own affair.
-    bool start(std::string_view program, const std::vector<std::string>& arguments);
+    /// Starts the program (see `findProgram`) with arguments. It reads from `input`, or nothing where that is negative.
+    /// False where there is none or it cannot be started; what becomes of it then is its own affair.
+    bool start(std::string_view program, const std::vector<std::string>& arguments, int input = -1);
 
 private:
     class Child;

@@ -24,7 +24,7 @@ bool canRun(const std::string& path) {
 /// posix_spawn's settings, given back with their owner.
 class SpawnSettings {
 public:
-    explicit SpawnSettings(int output) {
+    SpawnSettings(int output, int input) {
         posix_spawn_file_actions_init(&actions);
         posix_spawnattr_init(&attributes);
         for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
@@ -32,6 +32,9 @@ public:
         }
         if (output >= 0) {
             posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+        }
+        if (input >= 0) {
+            posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
         }
         posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
         sigset_t signals;
@@ -78,7 +81,8 @@ std::optional<std::string> findProgram(std::string_view name) {
     return std::nullopt;
 }
 
-std::optional<pid_t> startProgram(std::string_view program, const std::vector<std::string>& arguments, int output) {
+std::optional<pid_t> startProgram(std::string_view program, const std::vector<std::string>& arguments, int output,
+                                  int input) {
     const std::optional<std::string> path = findProgram(program);
     if (!path) {
         return std::nullopt;
@@ -87,7 +91,7 @@ std::optional<pid_t> startProgram(std::string_view program, const std::vector<st
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<std::string> variables = startEnvironment();
     const std::vector<char*> given = pointersTo(variables);
-    const SpawnSettings settings(output);
+    const SpawnSettings settings(output, input);
     pid_t process = 0;
     const int error = ::posix_spawn(&process, path->c_str(), &settings.actions, &settings.attributes,
                                     pointersTo(words).data(), variables.empty() ? environ : given.data());

@@ -27,7 +27,9 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
     , mainLoop(mainLoop)
     , socketPath(socketPath)
     , bell(mainLoop)
-    , hotKeys((session.follow(*this), session)) {
+    , lastCommands(mainLoop, socketPath)
+    , hotKeys((session.follow(*this), session), includedFiles,
+              [this](const std::string& commands) { lastCommands.set(commands); }) {
     endAfter(patience);
     session.start();
 }

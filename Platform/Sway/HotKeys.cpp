@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <iterator>
 #include <utility>
 
 namespace platform::sway {
@@ -28,6 +29,14 @@ bool isLendable(const KeyUse& use) {
     return use.line != nullptr && use.particular == nullptr;
 }
 
+std::string joined(const std::vector<std::string>& commands) {
+    std::string list;
+    for (const std::string& command : commands) {
+        list += (list.empty() ? "" : "; ") + command;
+    }
+    return list;
+}
+
 /// Whether a mode can be named in a command.
 bool isQuotable(std::string_view name) {
     return !name.empty() && name.find_first_of("\"\\\n") == std::string_view::npos;
@@ -35,15 +44,16 @@ bool isQuotable(std::string_view name) {
 
 } // namespace
 
-HotKeys::HotKeys(Session& session, Includes includes)
+HotKeys::HotKeys(Session& session, Includes includes, Leave leave)
     : session(session)
-    , includes(std::move(includes)) {
+    , includes(std::move(includes))
+    , leave(std::move(leave)) {
     session.follow(*this);
 }
 
 HotKeys::~HotKeys() {
     for (const auto& [reference, registered] : registrations) {
-        unbind(registered.bindings);
+        unbind(registered);
     }
 }
 
@@ -72,7 +82,7 @@ void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
     if (found == registrations.end()) {
         return;
     }
-    unbind(found->second.bindings);
+    unbind(found->second);
     registrations.erase(found);
 }
 
@@ -168,6 +178,9 @@ OSStatus HotKeys::bind(Registered& registered, std::uint64_t reference) {
     const HotKeyCombination& combination = registered.combination;
     const KeyUse use = sway::useOf(*present, combination);
     registered.isBorrowed = borrows && isLendable(use);
+    if (!registered.isBorrowed) {
+        setLeft(combination, "");
+    }
     if (use.line != nullptr && !registered.isBorrowed) {
         refused.insert_or_assign(combination.text(),
                                  Refused{.combination = combination, .isLendable = isLendable(use)});
@@ -184,25 +197,51 @@ OSStatus HotKeys::bind(Registered& registered, std::uint64_t reference) {
                                : "bindcode --no-warn --no-repeat " + each.keys + " " + std::string(commandPrefix) +
                                      std::to_string(reference));
     }
+    registered.bindings = std::move(bindings);
+    if (registered.isBorrowed) {
+        setLeft(combination, joined(unbindingCommands(registered.bindings)));
+    }
     if (!runInDefaultMode(commands)) {
         if (registered.isBorrowed) {
-            unbind(bindings);
+            unbind(registered);
         }
+        registered.bindings.clear();
         return eventHotKeyInvalidErr;
     }
-    registered.bindings = std::move(bindings);
     return noErr;
 }
 
+void HotKeys::unbind(const Registered& registered) {
+    unbind(registered.bindings);
+    setLeft(registered.combination, "");
+}
+
 void HotKeys::unbind(const std::vector<Binding>& bindings) {
-    if (bindings.empty()) {
-        return;
+    if (!bindings.empty()) {
+        static_cast<void>(runInDefaultMode(unbindingCommands(bindings)));
     }
+}
+
+std::vector<std::string> HotKeys::unbindingCommands(const std::vector<Binding>& bindings) {
     std::vector<std::string> commands;
     for (const Binding& each : bindings) {
         commands.push_back((each.isOnRelease ? "unbindcode --release " : "unbindcode ") + each.keys);
     }
-    static_cast<void>(runInDefaultMode(commands));
+    return commands;
+}
+
+void HotKeys::setLeft(const HotKeyCombination& combination, std::string commands) {
+    const auto former = left;
+    if (commands.empty()) {
+        left.erase(combination.text());
+    } else {
+        left.insert_or_assign(combination.text(), std::move(commands));
+    }
+    if (left != former) {
+        std::vector<std::string> lists;
+        std::ranges::transform(left, std::back_inserter(lists), [](const auto& entry) { return entry.second; });
+        leave(joined(lists));
+    }
 }
 
 bool HotKeys::runInDefaultMode(const std::vector<std::string>& commands) {
@@ -210,14 +249,10 @@ bool HotKeys::runInDefaultMode(const std::vector<std::string>& commands) {
     const auto state = session.ask(MessageType::getBindingState, "", deadline);
     const std::string_view mode = state ? textOf(*state, "name") : std::string_view();
     const bool isElsewhere = isQuotable(mode) && mode != "default";
-    std::string list = isElsewhere ? "mode \"default\"" : "";
-    for (const std::string& command : commands) {
-        list += (list.empty() ? "" : "; ") + command;
-    }
-    if (isElsewhere) {
-        list += "; mode \"" + std::string(mode) + "\"";
-    }
-    const auto results = session.ask(MessageType::runCommand, list, deadline);
+    const std::string list = joined(commands);
+    const auto results = session.ask(
+        MessageType::runCommand,
+        isElsewhere ? "mode \"default\"; " + list + "; mode \"" + std::string(mode) + "\"" : list, deadline);
     if (!results) {
         // A compositor that is too busy to answer has refused nothing.
         return true;

@@ -7,6 +7,7 @@
 #include "Platform/Sway/Session.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -25,11 +26,16 @@ namespace platform::sway {
 /// A borrowed key is bound once for each layout ("Group1+"). For sway these are other bindings than the user's, which
 /// stay as they are, and come before those that name no layout (sway/input/keyboard.c, get_active_binding; measured
 /// with 1.7). Where the user's own hold, as on a locked screen, ours do not, and the user's act. Lines that name a
-/// layout or a keyboard come before ours or would be replaced: these are not lent.
+/// layout or a keyboard come before ours or would be replaced: these are not lent. sway keeps bindings whose program is
+/// gone; who is to take those away that are borrowed is told of them.
 class HotKeys final : public linux::HandledHotKeys, private Session::Follower {
 public:
+    /// Told the list of commands that takes away what is borrowed, before it grows and after it shrinks; empty where
+    /// there is nothing.
+    using Leave = std::function<void(const std::string& commands)>;
+
     /// `session` has to outlive this.
-    explicit HotKeys(Session& session, Includes includes = includedFiles);
+    explicit HotKeys(Session& session, Includes includes = includedFiles, Leave leave = [](const std::string&) {});
     ~HotKeys() override;
 
     [[nodiscard]] Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
@@ -69,6 +75,7 @@ private:
 
     /// Those that are laid over the user's own.
     [[nodiscard]] static std::vector<Binding> bindingsOver(const HotKeyCombination& combination, bool isOnRelease);
+    [[nodiscard]] static std::vector<std::string> unbindingCommands(const std::vector<Binding>& bindings);
 
     void sessionOpened() override;
     void sessionClosed() override;
@@ -79,7 +86,9 @@ private:
     /// Binds everything anew after sway has forgotten it.
     void renew();
     [[nodiscard]] OSStatus bind(Registered& registered, std::uint64_t reference);
+    void unbind(const Registered& registered);
     void unbind(const std::vector<Binding>& bindings);
+    void setLeft(const HotKeyCombination& combination, std::string commands);
     /// Bindings are made in the mode that is entered, and ours belong to the default one. Whether all succeeded.
     [[nodiscard]] bool runInDefaultMode(const std::vector<std::string>& commands);
     /// What the configuration binds; nothing if sway does not tell.
@@ -87,12 +96,15 @@ private:
 
     Session& session;
     Includes includes;
+    Leave leave;
     /// Nothing until it is asked for.
     std::optional<ConfiguredBindings> bound;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
     /// What the configuration bound when it was to be registered, by its text.
     std::map<std::string, Refused> refused;
+    /// The commands that take away what is borrowed, by its text.
+    std::map<std::string, std::string> left;
     bool hasChanged = false;
     bool borrows = false;
 };

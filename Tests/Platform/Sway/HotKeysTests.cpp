@@ -25,8 +25,9 @@ class SwayHotKeys : public testing::Test {
 protected:
     void open(const std::string& configuration = "") {
         desktop.sway.setConfiguration(configuration);
-        keys = std::make_unique<HotKeys>(desktop.session,
-                                         [](const auto&, const auto&) { return std::vector<ConfigurationFile>(); });
+        keys = std::make_unique<HotKeys>(
+            desktop.session, [](const auto&, const auto&) { return std::vector<ConfigurationFile>(); },
+            [this](const std::string& commands) { left.push_back(commands); });
         keys->installHandler(
             [](EventHandlerCall*, const HotKeyEvent* event, void* data) {
                 static_cast<std::vector<std::uint32_t>*>(data)->push_back(event->directObject()->id);
@@ -49,6 +50,8 @@ protected:
     void reload() { desktop.sway.tell(workspaceEvent, R"({"change":"reload","current":null})"); }
 
     OpenDoor desktop;
+    /// What was to be carried out after the program, one after the other.
+    std::vector<std::string> left;
     std::unique_ptr<HotKeys> keys;
     std::vector<std::uint32_t> pressed;
 };
@@ -389,6 +392,33 @@ TEST_F(SwayBorrowing, ACompositorThatStartsAnewLendsAgain) {
     desktop.sway.start();
     EXPECT_THAT(nextCommands(1), ElementsAre(laidOver(113, 1)));
     EXPECT_EQ(loan(), HotKeyLoan::made);
+}
+
+TEST_F(SwayBorrowing, WhatIsBorrowedIsLeftToBeTakenAwayAndNothingElse) {
+    openToBorrow(std::string(leftIsUsers) + "bindcode Ctrl+Mod1+54 kill\n");
+    const auto registration = add(leftKey, 1);
+    add(2, 2);
+    EXPECT_THAT(left, ElementsAre(takenAway(113)));
+    add(cKey, 3);
+    EXPECT_EQ(left.back(), takenAway(113) + "; " + takenAway(54));
+    keys->unregisterHotKey(*registration.reference);
+    EXPECT_EQ(left.back(), takenAway(54));
+    desktop.sway.setConfiguration("");
+    reload();
+    ASSERT_TRUE(desktop.runUntil([&] { return left.back().empty(); }));
+    desktop.sway.setConfiguration(leftIsUsers);
+    reload();
+    ASSERT_TRUE(desktop.runUntil([&] { return keys->takeChange(); }));
+    const std::size_t told = left.size();
+    keys.reset();
+    EXPECT_EQ(left.size(), told) << "nothing was borrowed any more";
+}
+
+TEST_F(SwayBorrowing, NothingIsLeftAfterTheEnd) {
+    openToBorrow(leftIsUsers);
+    add(leftKey, 1);
+    keys.reset();
+    EXPECT_EQ(left.back(), "");
 }
 
 TEST_F(SwayBorrowing, WhatAKilledProgramHasLeftIsTakenAwayWithoutConsent) {
