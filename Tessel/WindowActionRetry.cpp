@@ -31,7 +31,7 @@ void WindowActionRetry::perform(WindowAction action, const platform::AXUIElement
 
 // The window by value: the attempt drops the work that it is called by, with all that the work holds.
 void WindowActionRetry::attempt(WindowAction action, platform::AXUIElement window, std::size_t retries) {
-    std::erase_if(waiting, [&](const Waiting& former) { return former.window == window; });
+    forget(window);
     const WindowMover::Attempt made = WindowMover::attempt(action, window);
     if (made.outcome == WindowMover::Outcome::ended || retries == pauses.size()) {
         return;
@@ -42,9 +42,16 @@ void WindowActionRetry::attempt(WindowAction action, platform::AXUIElement windo
     next.work = mainActor.schedule(due, pauseLeeway, [this, action, window = std::move(window), made, retries] {
         if (isWhereItWasLeft(window, made)) {
             attempt(action, window, retries + 1);
+        } else {
+            forget(window);
         }
     });
     waiting.push_back(std::move(next));
+}
+
+// By value for the same reason.
+void WindowActionRetry::forget(platform::AXUIElement window) { // NOLINT(performance-unnecessary-value-param)
+    std::erase_if(waiting, [&](const Waiting& former) { return former.window == window; });
 }
 
 } // namespace tessel

@@ -32,6 +32,7 @@ private:
     };
 
     void attempt(WindowAction action, platform::AXUIElement window, std::size_t retries);
+    void forget(platform::AXUIElement window);
 
     std::vector<Waiting> waiting;
 };
