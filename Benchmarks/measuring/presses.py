@@ -1,7 +1,5 @@
 """Who takes part in a measurement of presses, in which order, and how the results are printed."""
 
-import subprocess
-
 from collections.abc import Iterator
 from dataclasses import dataclass
 
