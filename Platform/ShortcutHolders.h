@@ -25,7 +25,8 @@ enum class KeyPurpose : std::uint8_t {
 
 /// The holder of a combination of keys, and its purpose.
 struct ShortcutHolder {
-    /// The desktop or program as people call it, as in "GNOME". UTF-8, never empty.
+    /// The desktop or program as people call it, as in "GNOME"; behind a comma the place in its configuration, if it
+    /// has one. UTF-8, never empty.
     std::string heldBy;
     /// A common purpose, or the holder's own words in its own language. UTF-8; empty where it has none.
     std::variant<KeyPurpose, std::string> purpose;
