@@ -35,7 +35,8 @@ struct ShortcutHolder {
         friend bool operator==(const Keys&, const Keys&) = default;
     };
 
-    /// The desktop or program as people call it, as in "GNOME". UTF-8, never empty.
+    /// The desktop or program as people call it, as in "GNOME"; behind a comma the place in its configuration, if it
+    /// has one. UTF-8, never empty.
     std::string heldBy;
     /// A common purpose, or the holder's own words in its own language. UTF-8; empty where it has none.
     std::variant<KeyPurpose, std::string> purpose;

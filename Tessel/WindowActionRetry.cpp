@@ -31,7 +31,7 @@ WindowMover::Outcome WindowActionRetry::perform(const WindowOrder& order, const 
 
 // The task by value: the attempt drops the work that it is called by, with all that the work holds.
 WindowMover::Outcome WindowActionRetry::attempt(Task task) {
-    std::erase_if(waiting, [&](const Waiting& former) { return former.window == task.window; });
+    forget(task.window);
     const WindowMover::Attempt made = task.made.goal
                                           ? WindowMover::attempt(*task.made.goal, task.window)
                                           : WindowMover::attempt(task.order, task.window, memory.trail(task.window));
@@ -49,6 +49,8 @@ WindowMover::Outcome WindowActionRetry::attempt(Task task) {
     next.work = mainActor.schedule(due, pauseLeeway, [this, task = std::move(task)] {
         if (isWhereItWasLeft(task.window, task.made)) {
             static_cast<void>(attempt(task));
+        } else {
+            forget(task.window);
         }
     });
     waiting.push_back(std::move(next));
@@ -67,6 +69,11 @@ void WindowActionRetry::remember(Task& task, const WindowMover::Attempt& made) {
         memory.add(task.window, made);
     }
     task.isRemembered = true;
+}
+
+// By value for the same reason.
+void WindowActionRetry::forget(platform::AXUIElement window) { // NOLINT(performance-unnecessary-value-param)
+    std::erase_if(waiting, [&](const Waiting& former) { return former.window == window; });
 }
 
 } // namespace tessel

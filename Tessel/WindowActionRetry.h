@@ -49,6 +49,7 @@ private:
     };
 
     WindowMover::Outcome attempt(Task task);
+    void forget(platform::AXUIElement window);
     void remember(Task& task, const WindowMover::Attempt& made);
 
     PlacementMemory& memory;

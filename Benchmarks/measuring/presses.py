@@ -3,8 +3,12 @@
 from collections.abc import Iterator
 from dataclasses import dataclass
 
+from . import PROGRAM
 from .figures import median, nearest_rank, ratio
 from .report import table
+
+from harness.product import Product, run_to_end
+from harness.waiting import STARTING, until
 
 # Before the presses that count.
 WARM_UPS = 6
@@ -19,6 +23,22 @@ class Contender:
     left_key: int
     right_key: int
     is_native: bool = False
+    # It takes its turns on a desktop of its own, which holds our keys and lends them.
+    borrows: bool = False
+
+
+BORROWING = "Tessel with borrowed keys"
+
+
+def borrow_keys(desktop) -> Product:
+    """Starts the program on a desktop that holds its keys, and lets it borrow them."""
+    product = desktop.launch()
+    until(lambda: product.status and product.status.startswith("Some shortcuts are taken"), "held keys", STARTING)
+    ended, _, errors, _ = run_to_end(
+        desktop.session, PROGRAM, "--take-shortcuts", seconds=STARTING, prefix=getattr(desktop.session, "prefix", ()))
+    assert ended == 0, errors
+    product.until_status("Active", STARTING)
+    return product
 
 
 def turns(field: list[Contender], rounds: int) -> Iterator[Contender]:
@@ -28,7 +48,15 @@ def turns(field: list[Contender], rounds: int) -> Iterator[Contender]:
 
 
 def print_results(field: list[Contender], samples: Samples) -> None:
-    native = next(contender.name for contender in field if contender.is_native)
+    print_ratios(next(contender.name for contender in field if contender.is_native),
+                 {name: rounds for name, rounds in samples.items() if name != BORROWING})
+    if BORROWING in samples:
+        print("\nBeside itself with free keys, in the same run:\n")
+        print_ratios("Tessel", {name: samples[name] for name in ("Tessel", BORROWING)})
+
+
+def print_ratios(native: str, samples: Samples) -> None:
+    """A row for each, with ratios to the one that is named first."""
     everything = {name: sum(rounds, []) for name, rounds in samples.items()}
     rows = []
     for name, taken in everything.items():

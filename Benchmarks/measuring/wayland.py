@@ -29,6 +29,7 @@ class KWin:
     action = "Window Quick Tile"
     hand = "fake-input"
     script = ""
+    lends = False
     # Without panels.
     work_area = SCREENS[0]
 
@@ -64,6 +65,7 @@ class GnomeShell:
     action = "toggle-tiled-left, toggle-tiled-right"
     hand = "remote-desktop"
     script = ""
+    lends = False
     work_area = MONITORS[0]._replace(y=TOP_BAR, height=MONITORS[0].height - TOP_BAR)
 
     def __init__(self) -> None:
@@ -89,9 +91,10 @@ class Sway:
     action = "resize set, move position"
     hand = "virtual-keyboard"
     script = "exec swaymsg"
+    lends = True
 
-    def __init__(self) -> None:
-        bindings = ""
+    def __init__(self, keys_are_held: bool = False) -> None:
+        bindings = "bindsym Ctrl+Mod1+Left nop\nbindsym Ctrl+Mod1+Right nop\n" if keys_are_held else ""
         for keys, x in (((LEFT_KEY, SCRIPT_LEFT_KEY), 0), ((RIGHT_KEY, SCRIPT_RIGHT_KEY), FIRST.width // 2)):
             place = f"floating enable, resize set width 50 ppt height 100 ppt, move position {x} px 0 px"
             for key, command in zip(keys, (place, f"{self.script} '{place}'")):

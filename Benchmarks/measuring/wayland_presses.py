@@ -3,9 +3,10 @@
 It is put back in between by the compositor itself, so that each press changes its size, of which a window is told.
 """
 
+from contextlib import ExitStack
 from itertools import cycle, islice
 
-from .presses import WARM_UPS, Contender, Samples, turns
+from .presses import BORROWING, WARM_UPS, Contender, Samples, borrow_keys, turns
 from .scheduling import share_real_time
 from .wayland import COMPOSITORS, Probe
 
@@ -17,10 +18,11 @@ KEY_1, KEY_2, KEY_3, KEY_4, KEY_9, KEY_LEFT, KEY_RIGHT = 2, 3, 4, 5, 10, 105, 10
 
 
 class Run:
-    """One compositor with Tessel and the window."""
+    """One compositor with Tessel and the window. `borrows`: it holds our keys, and Tessel borrows them."""
 
-    def __init__(self, name: str):
-        self.measured = COMPOSITORS[name]()
+    def __init__(self, name: str, borrows: bool = False):
+        self.borrows = borrows
+        self.measured = COMPOSITORS[name](keys_are_held=True) if borrows else COMPOSITORS[name]()
         self.desktop = self.measured.desktop
         self.field = [
             Contender(f"{name}: {self.measured.action}", KEY_1, KEY_2, True),
@@ -28,6 +30,8 @@ class Run:
         ]
         if self.measured.script:
             self.field.append(Contender(self.measured.script, KEY_3, KEY_4))
+        if self.measured.lends:
+            self.field.append(Contender(BORROWING, KEY_LEFT, KEY_RIGHT, borrows=True))
         area = self.measured.work_area
         left = area._replace(width=area.width // 2)
         self.halves = (left, left._replace(x=area.x + left.width))
@@ -35,8 +39,11 @@ class Run:
     def __enter__(self) -> "Run":
         self.desktop.__enter__()
         try:
-            self.product = self.desktop.launch()
-            self.product.until_status("Active", 20.0)
+            if self.borrows:
+                self.product = borrow_keys(self.desktop)
+            else:
+                self.product = self.desktop.launch()
+                self.product.until_status("Active", 20.0)
             self.probe = Probe(self.measured)
             self.window = self.measured.window_of(self.probe.process)
             share_real_time(self.desktop.session.processes)
@@ -70,12 +77,16 @@ class Run:
 
 def measure(name: str, rounds: int, presses: int) -> tuple[list[Contender], Samples, Samples]:
     """Until the window is told, with the way of a key beside it, and until it is painted."""
-    with Run(name) as run:
+    with ExitStack() as runs:
+        run = runs.enter_context(Run(name))
+        places = {False: run}
+        if run.measured.lends:
+            places[True] = runs.enter_context(Run(name, borrows=True))
         reached = "a key that nobody holds, until the window has it"
         told: Samples = {contender.name: [] for contender in run.field} | {reached: []}
         painted: Samples = {contender.name: [] for contender in run.field}
         for contender in turns(run.field, rounds):
-            for samples, taken in zip((told, painted), zip(*run.block(contender, presses))):
+            for samples, taken in zip((told, painted), zip(*places[contender.borrows].block(contender, presses))):
                 samples[contender.name].append(list(taken))
             if contender is run.field[-1]:
                 told[reached].append(run.way_of_a_key(presses))

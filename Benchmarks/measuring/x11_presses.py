@@ -1,16 +1,19 @@
 """Presses on X11: a text editor's window alternates between the left and the right half of an empty screen."""
 
 import subprocess
+from contextlib import ExitStack
 
 from . import PROGRAM, hot_key_daemon, probe
 from .bindings import LEFT_KEY, RIGHT_KEY, Measured
-from .presses import WARM_UPS, Contender, Samples, turns
+from .presses import BORROWING, WARM_UPS, Contender, Samples, borrow_keys, turns
 
+from cases.borrowed import until_ours
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
 from harness.keyboard import PLACES
 from harness.rect import Rect
 from harness.skipping import require
+from harness.waiting import STARTING
 from harness.windows import ADD, REMOVE
 
 LEFT, RIGHT = Rect(0, 0, 960, 1080), Rect(960, 0, 960, 1080)
@@ -24,6 +27,7 @@ def contenders(measured: Measured) -> list[Contender]:
         Contender("Tessel", PLACES["Left"], PLACES["Right"]),
         Contender("sxhkd + wmctrl", NUMBER_ROW["3"], NUMBER_ROW["4"]),
         Contender("sxhkd + xdotool", NUMBER_ROW["5"], NUMBER_ROW["6"]),
+        *([Contender(BORROWING, PLACES["Left"], PLACES["Right"], borrows=True)] if measured.manager.holds else []),
     ]
 
 
@@ -66,13 +70,27 @@ def block(desktop: Desktop, window: int, contender: Contender, presses: int) -> 
 def measure(measured: Measured, rounds: int, presses: int) -> tuple[list[Contender], Samples]:
     field = contenders(measured)
     samples: Samples = {contender.name: [] for contender in field}
-    with Desktop(PROGRAM, name="press-latency") as desktop:
+    with ExitStack() as desktops:
+        desktop = desktops.enter_context(Desktop(PROGRAM, name="press-latency"))
         desktop.start_window_manager(measured.manager.name)
         window = desktop.open(APPLICATIONS["mousepad"]).window
         start_scripts(desktop, window)
         desktop.launch().until_status("Active")
+        places = {False: (desktop, window)}
+        if any(contender.borrows for contender in field):
+            places[True] = lending_desktop(desktops.enter_context(Desktop(PROGRAM, name="lending")), measured)
         for contender in turns(field, rounds):
+            desktop, window = places[contender.borrows]
             if measured.tiles_stick:
                 release_tile(desktop, window)
             samples[contender.name].append(block(desktop, window, contender, presses))
     return field, samples
+
+
+def lending_desktop(desktop: Desktop, measured: Measured) -> tuple[Desktop, int]:
+    """A second one with all that the first one has, whose window manager holds our keys as it does by itself."""
+    desktop.start_window_manager(measured.manager.name, keys_free=False)
+    window = desktop.open(APPLICATIONS["mousepad"]).window
+    start_scripts(desktop, window)
+    until_ours(desktop, borrow_keys(desktop), STARTING)
+    return desktop, window

@@ -39,21 +39,29 @@ std::string lowered(std::string_view text) {
     return lower;
 }
 
-/// A group is no key: it says in which layout the binding holds.
-bool isGroup(std::string_view name) {
-    return name == "mode_switch" || (name.size() == 6 && name.starts_with("group"));
+/// A group is no key: it says in which layout the binding holds. Nothing for a key.
+std::optional<unsigned> groupNamed(std::string_view name) {
+    constexpr std::string_view prefix = "group";
+    if (name == "mode_switch") {
+        return 2;
+    }
+    return name.size() == prefix.size() + 1 && name.starts_with(prefix)
+               ? std::optional(static_cast<unsigned>(static_cast<unsigned char>(name.back())) - '0')
+               : std::nullopt;
 }
 
 } // namespace
 
 std::optional<Combination> readCombination(std::string_view text, bool isNumber) {
-    Combination read{.modifiers = 0, .key = {}, .isNumber = isNumber};
+    Combination read{.modifiers = 0, .key = {}, .isNumber = isNumber, .group = 0};
     for (const auto part : std::views::split(text, '+')) {
         const std::string name = lowered(std::string_view(part.begin(), part.end()));
         const auto* modifier = std::ranges::find(modifierNames, name, &std::pair<std::string_view, unsigned>::first);
         if (modifier != modifierNames.end()) {
             read.modifiers |= modifier->second;
-        } else if (!isGroup(name)) {
+        } else if (const auto group = groupNamed(name)) {
+            read.group = *group;
+        } else {
             if (!read.key.empty() || name.empty()) {
                 return std::nullopt;
             }

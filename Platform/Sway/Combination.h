@@ -27,6 +27,8 @@ struct Combination {
     /// The key's number or, in lower case, the name of its symbol.
     std::string key;
     bool isNumber = false;
+    /// The layout in which alone it holds, counted from one; zero for all.
+    unsigned group = 0;
 
     friend auto operator<=>(const Combination&, const Combination&) = default;
 };

@@ -146,9 +146,9 @@ private:
         } else if (command == "bindsym" || command == "bindcode") {
             const std::string arguments = replaced(rest);
             std::string_view behind = arguments;
-            const auto combination = takeCombination(behind, command == "bindcode");
-            if (combination && bound.size() < mostBindings) {
-                bound.insert_or_assign(*combination,
+            auto key = takeKey(behind, command == "bindcode");
+            if (key && bound.size() < mostBindings) {
+                bound.insert_or_assign(*std::move(key),
                                        ConfiguredBinding{.command = std::string(behind),
                                                          .definition = std::string(command) + " " + arguments,
                                                          .path = place.path,
@@ -157,19 +157,44 @@ private:
         } else if (command == "unbindsym" || command == "unbindcode") {
             const std::string arguments = replaced(rest);
             std::string_view behind = arguments;
-            if (const auto combination = takeCombination(behind, command == "unbindcode")) {
-                bound.erase(*combination);
+            if (const auto key = takeKey(behind, command == "unbindcode")) {
+                bound.erase(*key);
             }
         }
     }
 
     /// Takes the options and the combination off the arguments of a binding.
-    [[nodiscard]] static std::optional<Combination> takeCombination(std::string_view& arguments, bool isNumber) {
+    [[nodiscard]] static std::optional<BindingKey> takeKey(std::string_view& arguments, bool isNumber) {
+        BindingKey key;
         std::string_view word = takeWord(arguments);
         while (word.starts_with("--")) {
+            takeOption(word, isNumber, key);
             word = takeWord(arguments);
         }
-        return readCombination(word, isNumber);
+        auto combination = readCombination(word, isNumber);
+        if (!combination) {
+            return std::nullopt;
+        }
+        key.combination = *std::move(combination);
+        return key;
+    }
+
+    /// Options that are not named here make no other binding of it.
+    static void takeOption(std::string_view option, bool isNumber, BindingKey& key) {
+        constexpr std::string_view device = "--input-device=";
+        if (option == "--release") {
+            key.isOnRelease = true;
+        } else if (option == "--locked") {
+            key.isWhileLocked = true;
+        } else if (option == "--inhibited") {
+            key.isWhileInhibited = true;
+        } else if (option == "--to-code") {
+            key.isByPlace = !isNumber;
+        } else if (option.starts_with(device)) {
+            std::string_view name = option.substr(device.size());
+            name = takeWord(name);
+            key.device = name == "*" ? std::string_view() : name;
+        }
     }
 
     /// The text with its variables replaced, the longest name that fits first.
@@ -218,10 +243,22 @@ ConfiguredBindings configuredBindings(const ConfigurationFile& main, const Inclu
     return std::move(reader.bound);
 }
 
+KeyUse useOf(const ConfiguredBindings& bindings, const HotKeyCombination& combination) {
+    KeyUse use;
+    for (const auto& [key, binding] : bindings) {
+        if (!combination.isSame(key.combination)) {
+            continue;
+        }
+        const bool isParticular = !key.device.empty() || key.combination.group != 0;
+        use.line = use.line == nullptr ? &binding : use.line;
+        use.particular = use.particular == nullptr && isParticular ? &binding : use.particular;
+        use.isOnRelease = use.isOnRelease || key.isOnRelease;
+    }
+    return use;
+}
+
 const ConfiguredBinding* bindingOf(const ConfiguredBindings& bindings, const HotKeyCombination& combination) {
-    const auto found =
-        std::ranges::find_if(bindings, [&](const auto& entry) { return combination.isSame(entry.first); });
-    return found == bindings.end() ? nullptr : &found->second;
+    return useOf(bindings, combination).line;
 }
 
 } // namespace platform::sway

@@ -23,10 +23,18 @@ public:
                                                      Found found) override {
         return linux::answerLater(mainLoop, shortcuts, std::move(found),
                                   [this](const corvid::Shortcut& shortcut) -> std::optional<ShortcutHolder> {
-                                      const ConfiguredBinding* binding = hotKeys.bindingThatHas(shortcut);
+                                      const KeyUse use = hotKeys.useOf(shortcut);
+                                      if (use.line == nullptr) {
+                                          return std::nullopt;
+                                      }
                                       const auto home = linux::environmentVariable("HOME").value_or("");
-                                      return binding == nullptr ? std::nullopt
-                                                                : std::optional(lineHolder("sway", *binding, home));
+                                      ShortcutHolder holder =
+                                          lineHolder("sway", use.particular ? *use.particular : *use.line, home);
+                                      if (use.particular != nullptr) {
+                                          // Its layout or keyboard is the reason why it is not lent.
+                                          holder.purpose = use.particular->definition;
+                                      }
+                                      return holder;
                                   });
     }
 

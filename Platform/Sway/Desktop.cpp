@@ -26,7 +26,9 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
     , compositor::Desktop(mainLoop, windowTable, door)
     , mainLoop(mainLoop)
     , socketPath(socketPath)
-    , hotKeys((session.follow(*this), session)) {
+    , lastCommands(socketPath)
+    , hotKeys((session.follow(*this), session), includedFiles,
+              [this](const std::string& commands) { lastCommands.set(commands); }) {
     endAfter(patience);
     session.start();
 }

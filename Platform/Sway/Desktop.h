@@ -7,6 +7,7 @@
 #include "Platform/Sway/ConfigurationHolders.h"
 #include "Platform/Sway/Door.h"
 #include "Platform/Sway/HotKeys.h"
+#include "Platform/Sway/LastCommands.h"
 #include "Platform/Sway/Session.h"
 
 #include <chrono>
@@ -65,6 +66,7 @@ private:
     std::string socketPath;
     linux::SoundThemeBeep bell;
     std::unique_ptr<ScheduledWork> end;
+    LastCommands lastCommands;
     HotKeys hotKeys;
     ConfigurationHolders holders{mainLoop, hotKeys};
 };

@@ -1,7 +1,9 @@
 #include "Platform/Sway/HotKeys.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <iterator>
 #include <utility>
 
 namespace platform::sway {
@@ -10,6 +12,8 @@ namespace {
 
 /// Words that a person finds in what sway logs.
 constexpr std::string_view commandPrefix = "nop tessel ";
+/// What such a binding does as the keys are let go; no press.
+constexpr std::string_view releaseCommand = "nop tessel released";
 
 std::optional<std::uint64_t> referenceIn(std::string_view command) {
     if (!command.starts_with(commandPrefix)) {
@@ -21,6 +25,18 @@ std::optional<std::uint64_t> referenceIn(std::string_view command) {
     return error == std::errc() && end == digits.data() + digits.size() ? std::optional(reference) : std::nullopt;
 }
 
+bool isLendable(const KeyUse& use) {
+    return use.line != nullptr && use.particular == nullptr;
+}
+
+std::string joined(const std::vector<std::string>& commands) {
+    std::string list;
+    for (const std::string& command : commands) {
+        list += (list.empty() ? "" : "; ") + command;
+    }
+    return list;
+}
+
 /// Whether a mode can be named in a command.
 bool isQuotable(std::string_view name) {
     return !name.empty() && name.find_first_of("\"\\\n") == std::string_view::npos;
@@ -28,17 +44,16 @@ bool isQuotable(std::string_view name) {
 
 } // namespace
 
-HotKeys::HotKeys(Session& session, Includes includes)
+HotKeys::HotKeys(Session& session, Includes includes, Leave leave)
     : session(session)
-    , includes(std::move(includes)) {
+    , includes(std::move(includes))
+    , leave(std::move(leave)) {
     session.follow(*this);
 }
 
 HotKeys::~HotKeys() {
     for (const auto& [reference, registered] : registrations) {
-        if (registered.isBound) {
-            unbind(registered.combination);
-        }
+        unbind(registered);
     }
 }
 
@@ -49,12 +64,16 @@ HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::u
     }
     const bool isOurs =
         std::ranges::any_of(registrations, [&](const auto& entry) { return entry.second.combination == combination; });
-    const OSStatus status = isOurs ? eventHotKeyExistsErr : bind(*combination, lastReference + 1);
+    Registered registered{.combination = *combination, .name = name, .bindings = {}, .isBorrowed = false};
+    const OSStatus status = isOurs ? eventHotKeyExistsErr : bind(registered, lastReference + 1);
     if (status != noErr) {
+        if (loan(keyCode, modifiers) == HotKeyLoan::possible) {
+            // A program that was killed has left those that it had borrowed.
+            unbind(bindingsOver(*combination, true));
+        }
         return {.status = status, .reference = std::nullopt};
     }
-    registrations.emplace(++lastReference,
-                          Registered{.combination = *combination, .name = name, .isBound = session.isOpen()});
+    registrations.emplace(++lastReference, std::move(registered));
     return {.status = noErr, .reference = EventHotKeyRef{lastReference}};
 }
 
@@ -63,15 +82,25 @@ void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
     if (found == registrations.end()) {
         return;
     }
-    if (found->second.isBound) {
-        unbind(found->second.combination);
-    }
+    unbind(found->second);
     registrations.erase(found);
 }
 
-const ConfiguredBinding* HotKeys::bindingThatHas(const corvid::Shortcut& shortcut) const {
+HotKeyLoan HotKeys::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
+    const auto combination = HotKeyCombination::of(keyCode, modifiers);
+    const bool isMade = std::ranges::any_of(registrations, [&](const auto& entry) {
+        return entry.second.combination == combination && entry.second.isBorrowed;
+    });
+    if (isMade) {
+        return HotKeyLoan::made;
+    }
+    const auto found = combination ? refused.find(combination->text()) : refused.end();
+    return found != refused.end() && found->second.isLendable ? HotKeyLoan::possible : HotKeyLoan::none;
+}
+
+KeyUse HotKeys::useOf(const corvid::Shortcut& shortcut) const {
     const auto combination = HotKeyCombination::of(shortcut.keyCode, shortcut.modifiers);
-    return bound && combination ? bindingOf(*bound, *combination) : nullptr;
+    return bound && combination ? sway::useOf(*bound, *combination) : KeyUse{};
 }
 
 bool HotKeys::takeChange() {
@@ -85,7 +114,7 @@ void HotKeys::sessionOpened() {
 void HotKeys::sessionClosed() {
     bound.reset();
     for (auto& [reference, registered] : registrations) {
-        registered.isBound = false;
+        registered.bindings.clear();
     }
 }
 
@@ -110,16 +139,32 @@ void HotKeys::handlePress(const Json& content) {
 void HotKeys::renew() {
     bound.reset();
     for (auto& [reference, registered] : registrations) {
-        registered.isBound = bind(registered.combination, reference) == noErr;
-        hasChanged = hasChanged || !registered.isBound;
+        const bool wasBorrowed = registered.isBorrowed;
+        const bool isBound = bind(registered, reference) == noErr;
+        hasChanged = hasChanged || !isBound || registered.isBorrowed != wasBorrowed;
     }
     const ConfiguredBindings* present = session.isOpen() && !refused.empty() ? configured() : nullptr;
     hasChanged = hasChanged || (present != nullptr && std::ranges::any_of(refused, [&](const auto& entry) {
-                                    return bindingOf(*present, entry.second) == nullptr;
+                                    const KeyUse use = sway::useOf(*present, entry.second.combination);
+                                    return use.line == nullptr || isLendable(use) != entry.second.isLendable;
                                 }));
 }
 
-OSStatus HotKeys::bind(const HotKeyCombination& combination, std::uint64_t reference) {
+std::vector<HotKeys::Binding> HotKeys::bindingsOver(const HotKeyCombination& combination, bool isOnRelease) {
+    // A keymap has no more layouts.
+    constexpr std::array layouts{"Group1+", "Group2+", "Group3+", "Group4+"};
+    std::vector<Binding> bindings;
+    for (const char* layout : layouts) {
+        bindings.push_back({.keys = layout + combination.text(), .isOnRelease = false});
+        if (isOnRelease) {
+            bindings.push_back({.keys = layout + combination.text(), .isOnRelease = true});
+        }
+    }
+    return bindings;
+}
+
+OSStatus HotKeys::bind(Registered& registered, std::uint64_t reference) {
+    registered.bindings.clear();
     if (!session.isOpen()) {
         // Bound once there is somebody to do it.
         return noErr;
@@ -130,32 +175,95 @@ OSStatus HotKeys::bind(const HotKeyCombination& combination, std::uint64_t refer
         hasChanged = true;
         return eventHotKeyExistsErr;
     }
-    if (bindingOf(*present, combination) != nullptr) {
-        refused.insert_or_assign(combination.text(), combination);
+    const HotKeyCombination& combination = registered.combination;
+    const KeyUse use = sway::useOf(*present, combination);
+    registered.isBorrowed = borrows && isLendable(use);
+    if (!registered.isBorrowed) {
+        setLeft(combination, "");
+    }
+    if (use.line != nullptr && !registered.isBorrowed) {
+        refused.insert_or_assign(combination.text(),
+                                 Refused{.combination = combination, .isLendable = isLendable(use)});
         return eventHotKeyExistsErr;
     }
     refused.erase(combination.text());
-    return runInDefaultMode("bindcode --no-warn --no-repeat " + combination.text() + " " + std::string(commandPrefix) +
-                            std::to_string(reference))
-               ? noErr
-               : eventHotKeyInvalidErr;
+    std::vector<Binding> bindings = registered.isBorrowed
+                                        ? bindingsOver(combination, use.isOnRelease)
+                                        : std::vector<Binding>{{.keys = combination.text(), .isOnRelease = false}};
+    std::vector<std::string> commands;
+    for (const Binding& each : bindings) {
+        commands.push_back(each.isOnRelease
+                               ? "bindcode --no-warn --release " + each.keys + " " + std::string(releaseCommand)
+                               : "bindcode --no-warn --no-repeat " + each.keys + " " + std::string(commandPrefix) +
+                                     std::to_string(reference));
+    }
+    registered.bindings = std::move(bindings);
+    if (registered.isBorrowed) {
+        setLeft(combination, joined(unbindingCommands(registered.bindings)));
+    }
+    if (!runInDefaultMode(commands)) {
+        if (registered.isBorrowed) {
+            unbind(registered);
+        }
+        registered.bindings.clear();
+        return eventHotKeyInvalidErr;
+    }
+    return noErr;
 }
 
-void HotKeys::unbind(const HotKeyCombination& combination) {
-    static_cast<void>(runInDefaultMode("unbindcode " + combination.text()));
+void HotKeys::unbind(const Registered& registered) {
+    unbind(registered.bindings);
+    setLeft(registered.combination, "");
 }
 
-bool HotKeys::runInDefaultMode(const std::string& command) {
+void HotKeys::unbind(const std::vector<Binding>& bindings) {
+    if (!bindings.empty()) {
+        static_cast<void>(runInDefaultMode(unbindingCommands(bindings)));
+    }
+}
+
+std::vector<std::string> HotKeys::unbindingCommands(const std::vector<Binding>& bindings) {
+    std::vector<std::string> commands;
+    for (const Binding& each : bindings) {
+        commands.push_back((each.isOnRelease ? "unbindcode --release " : "unbindcode ") + each.keys);
+    }
+    return commands;
+}
+
+void HotKeys::setLeft(const HotKeyCombination& combination, std::string commands) {
+    const auto former = left;
+    if (commands.empty()) {
+        left.erase(combination.text());
+    } else {
+        left.insert_or_assign(combination.text(), std::move(commands));
+    }
+    if (left != former) {
+        std::vector<std::string> lists;
+        std::ranges::transform(left, std::back_inserter(lists), [](const auto& entry) { return entry.second; });
+        leave(joined(lists));
+    }
+}
+
+bool HotKeys::runInDefaultMode(const std::vector<std::string>& commands) {
     const Instant deadline = session.deadline();
     const auto state = session.ask(MessageType::getBindingState, "", deadline);
     const std::string_view mode = state ? textOf(*state, "name") : std::string_view();
     const bool isElsewhere = isQuotable(mode) && mode != "default";
+    const std::string list = joined(commands);
     const auto results = session.ask(
         MessageType::runCommand,
-        isElsewhere ? "mode \"default\"; " + command + "; mode \"" + std::string(mode) + "\"" : command, deadline);
-    // A compositor that is too busy to answer has refused nothing.
-    const std::size_t place = isElsewhere ? 1 : 0;
-    return !results || (results->is_array() && results->size() > place && isSet((*results)[place], "success"));
+        isElsewhere ? "mode \"default\"; " + list + "; mode \"" + std::string(mode) + "\"" : list, deadline);
+    if (!results) {
+        // A compositor that is too busy to answer has refused nothing.
+        return true;
+    }
+    const std::size_t first = isElsewhere ? 1 : 0;
+    if (!results->is_array() || results->size() < first + commands.size()) {
+        return false;
+    }
+    const auto begin = results->begin() + static_cast<std::ptrdiff_t>(first);
+    return std::all_of(begin, begin + static_cast<std::ptrdiff_t>(commands.size()),
+                       [](const Json& result) { return isSet(result, "success"); });
 }
 
 const ConfiguredBindings* HotKeys::configured() {

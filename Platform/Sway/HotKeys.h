@@ -7,9 +7,11 @@
 #include "Platform/Sway/Session.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace platform::sway {
 
@@ -20,29 +22,60 @@ namespace platform::sway {
 /// binds stays the user's. Bindings of keys by number hold in every layout, and locks do not matter to them. Reading
 /// the configuration again makes sway forget them; they are then made anew. A program that ends without taking them
 /// back leaves keys that do nothing, until it starts again or the configuration is read again.
+///
+/// A borrowed key is bound once for each layout ("Group1+"). For sway these are other bindings than the user's, which
+/// stay as they are, and come before those that name no layout (sway/input/keyboard.c, get_active_binding; measured
+/// with 1.7). Where the user's own hold, as on a locked screen, ours do not, and the user's act. Lines that name a
+/// layout or a keyboard come before ours or would be replaced: these are not lent. sway keeps bindings whose program is
+/// gone; who is to take those away that are borrowed is told of them.
 class HotKeys final : public linux::HandledHotKeys, private Session::Follower {
 public:
+    /// Told the list of commands that takes away what is borrowed, before it grows and after it shrinks; empty where
+    /// there is nothing.
+    using Leave = std::function<void(const std::string& commands)>;
+
     /// `session` has to outlive this.
-    explicit HotKeys(Session& session, Includes includes = includedFiles);
+    explicit HotKeys(Session& session, Includes includes = includedFiles, Leave leave = [](const std::string&) {});
     ~HotKeys() override;
 
     [[nodiscard]] Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
 
+    void setBorrows(bool consent) override { borrows = consent; }
+
+    [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
+
     /// Whether registering everything anew would come out otherwise since this was last asked: the configuration has
-    /// been read again, and binds one of ours now, or no longer one that was refused.
+    /// been read again, and uses one of ours now, no longer one that was refused or borrowed, or in another way.
     [[nodiscard]] bool takeChange();
 
-    /// The line of the configuration that has a shortcut, as it was last read; null where there is none.
-    [[nodiscard]] const ConfiguredBinding* bindingThatHas(const corvid::Shortcut& shortcut) const;
+    /// The lines of the configuration that have a shortcut, as it was last read.
+    [[nodiscard]] KeyUse useOf(const corvid::Shortcut& shortcut) const;
 
 private:
+    struct Binding {
+        /// As commands name them: "Group1+Ctrl+Mod1+113".
+        std::string keys;
+        bool isOnRelease = false;
+    };
+
     struct Registered {
         HotKeyCombination combination;
         EventHotKeyID name;
-        bool isBound = false;
+        /// Those that are made of it; none while there is nobody to make them, or the user has the keys.
+        std::vector<Binding> bindings;
+        bool isBorrowed = false;
     };
+
+    struct Refused {
+        HotKeyCombination combination;
+        bool isLendable = false;
+    };
+
+    /// Those that are laid over the user's own.
+    [[nodiscard]] static std::vector<Binding> bindingsOver(const HotKeyCombination& combination, bool isOnRelease);
+    [[nodiscard]] static std::vector<std::string> unbindingCommands(const std::vector<Binding>& bindings);
 
     void sessionOpened() override;
     void sessionClosed() override;
@@ -52,22 +85,28 @@ private:
     void handlePress(const Json& content);
     /// Binds everything anew after sway has forgotten it.
     void renew();
-    [[nodiscard]] OSStatus bind(const HotKeyCombination& combination, std::uint64_t reference);
-    void unbind(const HotKeyCombination& combination);
-    /// Bindings are made in the mode that is entered, and ours belong to the default one.
-    [[nodiscard]] bool runInDefaultMode(const std::string& command);
+    [[nodiscard]] OSStatus bind(Registered& registered, std::uint64_t reference);
+    void unbind(const Registered& registered);
+    void unbind(const std::vector<Binding>& bindings);
+    void setLeft(const HotKeyCombination& combination, std::string commands);
+    /// Bindings are made in the mode that is entered, and ours belong to the default one. Whether all succeeded.
+    [[nodiscard]] bool runInDefaultMode(const std::vector<std::string>& commands);
     /// What the configuration binds; nothing if sway does not tell.
     [[nodiscard]] const ConfiguredBindings* configured();
 
     Session& session;
     Includes includes;
+    Leave leave;
     /// Nothing until it is asked for.
     std::optional<ConfiguredBindings> bound;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
     /// What the configuration bound when it was to be registered, by its text.
-    std::map<std::string, HotKeyCombination> refused;
+    std::map<std::string, Refused> refused;
+    /// The commands that take away what is borrowed, by its text.
+    std::map<std::string, std::string> left;
     bool hasChanged = false;
+    bool borrows = false;
 };
 
 } // namespace platform::sway

@@ -160,8 +160,10 @@ QString MenuState::lendableShortcuts() const {
     for (const WindowAction action : state.shortcutsOnLoan(platform::HotKeyLoan::possible)) {
         shortcuts.append(QString::fromStdString(shortcutText(action.shortcut())));
         const auto holder = state.shortcutHolders().find(action);
-        const QString name =
-            holder == state.shortcutHolders().end() ? QString() : QString::fromStdString(holder->second.heldBy);
+        // Each line of a configuration is a place of its own, and the card is short.
+        const QString name = holder == state.shortcutHolders().end()
+                                 ? QString()
+                                 : QString::fromStdString(holder->second.heldBy).section(", ", 0, 0);
         if (!holders.contains(name)) {
             holders.append(name);
         }

@@ -15,8 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     };
     const auto bound = platform::sway::configuredBindings({.path = "/config", .text = text}, includes);
     for (const auto& [each, binding] : bound) {
-        if (each.key.empty() || platform::sway::readCombination(each.key, each.isNumber).value().key != each.key ||
-            binding.line == 0) {
+        const auto& [modifiers, key, isNumber, group] = each.combination;
+        if (key.empty() || platform::sway::readCombination(key, isNumber).value().key != key || binding.line == 0) {
             std::abort();
         }
     }

@@ -131,6 +131,22 @@ TEST_F(View, KeysThatTheHolderKeepsAreNamedBeforeOneBorrows) {
         "Other keys for the same keep working: Super+Page Up, Super+Page Down.");
 }
 
+TEST_F(View, WhoseConfigurationHoldsTheShortcutsIsSaidOnce) {
+    int line = 40;
+    for (const WindowAction action : {WindowAction::leftHalf, WindowAction::center}) {
+        desktop.hotKeyEvents.lend(action.shortcut().keyCode, action.shortcut().modifiers);
+        desktop.shortcutHolders.holders.emplace(
+            action.shortcut(),
+            platform::ShortcutHolder{
+                .heldBy = "sway, ~/config:" + std::to_string(++line), .purpose = "exec foot", .otherKeys = {}});
+    }
+    make();
+    desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
+    settle();
+    EXPECT_EQ(borrowingCard().property("message"),
+              "sway uses Ctrl+Alt+←, Ctrl+Alt+C. Tessel can have them while it runs; no setting is changed.");
+}
+
 TEST_F(View, NothingIsSaidOfBorrowingWhileNothingIsTaken) {
     make();
     EXPECT_FALSE(borrowingCard().isVisible());

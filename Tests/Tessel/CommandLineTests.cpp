@@ -92,6 +92,10 @@ TEST(CommandLine, AsksTheRunningProgram) {
         {{"--status", "--json"}, ask(status, {}, true)},
         {{"--json", "--status"}, ask(status, {}, true)},
         {{"--quit"}, ask(quit)},
+        {{"--take-shortcuts"}, ask(takeShortcuts)},
+        {{"--json", "--take-shortcuts"}, ask(takeShortcuts, {}, true)},
+        {{"--give-back-shortcuts"}, ask(giveBackShortcuts)},
+        {{"--give-back-shortcuts", "--json"}, ask(giveBackShortcuts, {}, true)},
         {{"--perform", "leftHalf"}, ask(perform, {"leftHalf"})},
         {{"--perform", "left-half"}, ask(perform, {"leftHalf"})},
         {{"--perform", "right-half"}, ask(perform, {"rightHalf"})},
@@ -137,6 +141,10 @@ TEST(CommandLine, RefusesInOneLineWhatItCannotAsk) {
         {{"--rule", "a", "left-half"}, "tessel: unknown rule left-half; there are maximize, center, none\n"},
         {{"--rule", "a", "top-half"}, "tessel: unknown rule top-half; there are maximize, center, none\n"},
         {{"--status", "now"}, "tessel: unexpected argument now after --status; see tessel --help\n"},
+        {{"--take-shortcuts", "center"},
+         "tessel: unexpected argument center after --take-shortcuts; see tessel --help\n"},
+        {{"--give-back-shortcuts", "--take-shortcuts"},
+         "tessel: unexpected argument --take-shortcuts after --give-back-shortcuts; see tessel --help\n"},
         {{"--quit", "--status"}, "tessel: unexpected argument --status after --quit; see tessel --help\n"},
     };
     for (const Row& row : rows) {

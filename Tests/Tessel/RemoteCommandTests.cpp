@@ -88,6 +88,30 @@ TEST(RemoteCommand, SaysWhoseATakenShortcutIsWhereThatIsKnown) {
                 HasSubstr(R"("state":"taken","heldBy":"GNOME","purpose":"shows the desktop"})"));
 }
 
+TEST(RemoteCommand, SaysWhichShortcutsAreBorrowedOrCouldBe) {
+    Program program;
+    ControlStatus::Shortcut& leftHalf = program.report.shortcuts.at(0);
+    ControlStatus::Shortcut& center = program.report.shortcuts.at(1);
+    constexpr const char* offer = "\nTessel can use the taken ones while it runs: tessel --take-shortcuts\n";
+    EXPECT_FALSE(RemoteCommand::carryOut(status, program).output.contains(offer));
+    EXPECT_FALSE(RemoteCommand::carryOut(statusJson, program).output.contains("orrowed"));
+    center.canBeBorrowed = true;
+    EXPECT_THAT(RemoteCommand::carryOut(status, program).output, HasSubstr(offer));
+    EXPECT_THAT(RemoteCommand::carryOut(statusJson, program).output,
+                HasSubstr(R"("keys":"Ctrl+Alt+C","state":"taken","canBeBorrowed":true})"));
+    program.report.borrowsShortcuts = true;
+    leftHalf.isBorrowed = true;
+    EXPECT_THAT(RemoteCommand::carryOut(status, program).output, HasSubstr("  leftHalf  active, borrowed\n"));
+    leftHalf.heldBy = "GNOME";
+    leftHalf.purpose = "shows the desktop";
+    EXPECT_THAT(RemoteCommand::carryOut(status, program).output,
+                HasSubstr("  leftHalf  active, borrowed from GNOME\n"));
+    const std::string json = RemoteCommand::carryOut(statusJson, program).output;
+    EXPECT_THAT(json, HasSubstr(R"("borrowsShortcuts":true)"));
+    EXPECT_THAT(json, HasSubstr(R"("borrowed":true)"));
+    EXPECT_THAT(json, HasSubstr(R"("heldBy":"GNOME")"));
+}
+
 TEST(RemoteCommand, SaysSoWhereThereAreNoRules) {
     Program program;
     program.report.rules.clear();
@@ -135,6 +159,8 @@ TEST(RemoteCommand, AsksForWhatTheCommandLineSays) {
     const std::vector<Row> rows{
         {{.what = Ask::What::perform, .arguments = {"leftHalf"}}, "perform leftHalf"},
         {{.what = Ask::What::rule, .arguments = {"org.example.Editor", "none"}}, "rule org.example.Editor none"},
+        {{.what = Ask::What::takeShortcuts, .arguments = {}}, "take shortcuts"},
+        {{.what = Ask::What::giveBackShortcuts, .arguments = {}}, "give back shortcuts"},
         {{.what = Ask::What::quit, .arguments = {}}, "quit"},
     };
     for (Row row : rows) {

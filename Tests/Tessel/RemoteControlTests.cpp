@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace tessel {
@@ -237,6 +238,49 @@ TEST_F(Remote, TakesOnlySoManyRules) {
     EXPECT_TRUE(control().setRule("application7", "maximize"));
     EXPECT_TRUE(control().setRule("application8", "none"));
     EXPECT_TRUE(control().setRule("another", "maximize"));
+}
+
+TEST_F(Remote, TakesAndGivesBackTheShortcutsThatAreLent) {
+    const corvid::Shortcut center = WindowAction(WindowAction::center).shortcut();
+    const corvid::Shortcut maximize = WindowAction(WindowAction::maximize).shortcut();
+    desktop.hotKeyEvents.lend(center.keyCode, center.modifiers);
+    desktop.hotKeyEvents.refuse(maximize.keyCode, maximize.modifiers);
+    using Shortcut = ControlStatus::Shortcut;
+    const auto stands = [&](std::size_t place) {
+        const Shortcut shortcut = control().status()->shortcuts.at(place);
+        return std::tuple(shortcut.state, shortcut.isBorrowed, shortcut.canBeBorrowed);
+    };
+    using Standing = std::tuple<std::string, bool, bool>;
+    EXPECT_FALSE(control().status()->borrowsShortcuts);
+    EXPECT_EQ(stands(2), (Standing{"taken", false, true}));
+    EXPECT_EQ(stands(3), (Standing{"taken", false, false}));
+    EXPECT_TRUE(control().setBorrowsShortcuts(true));
+    EXPECT_TRUE(control().status()->borrowsShortcuts);
+    EXPECT_EQ(stands(2), (Standing{"active", true, false}));
+    EXPECT_EQ(stands(3), (Standing{"taken", false, false})) << "what is not lent stays taken";
+    EXPECT_TRUE(control().setBorrowsShortcuts(false));
+    EXPECT_FALSE(control().status()->borrowsShortcuts);
+    EXPECT_EQ(stands(2), (Standing{"taken", false, true}));
+}
+
+TEST_F(Remote, RefusesToTakeShortcutsThatAreTakenWithoutBeingLent) {
+    const corvid::Shortcut center = WindowAction(WindowAction::center).shortcut();
+    desktop.hotKeyEvents.refuse(center.keyCode, center.modifiers);
+    EXPECT_TRUE(isRefused(control().setBorrowsShortcuts(true), Kind::failed));
+    EXPECT_FALSE(state->borrowsShortcuts()) << "what was refused is kept all the same";
+    EXPECT_TRUE(control().setBorrowsShortcuts(false)) << "there is nothing to refuse in giving back";
+}
+
+TEST_F(Remote, KeepsTheConsentWhereNothingSpeaksAgainstIt) {
+    // Nothing is taken, or it cannot be told whether it is: the consent is for then.
+    EXPECT_TRUE(control().setBorrowsShortcuts(true));
+    EXPECT_TRUE(state->borrowsShortcuts());
+    EXPECT_TRUE(control().setBorrowsShortcuts(false));
+    const corvid::Shortcut center = WindowAction(WindowAction::center).shortcut();
+    desktop.hotKeyEvents.refuse(center.keyCode, center.modifiers);
+    state->setEnabled(false);
+    EXPECT_TRUE(control().setBorrowsShortcuts(true));
+    EXPECT_TRUE(state->borrowsShortcuts());
 }
 
 TEST_F(Remote, OpeningAndQuittingAreLeftToTheProgram) {

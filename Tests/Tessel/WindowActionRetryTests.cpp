@@ -1,5 +1,6 @@
 #include "CorvidKit/HotKeys.h"
 #include "Platform/Simulated/Desktop.h"
+#include "Platform/Simulated/Element.h"
 #include "Tessel/AppState.h"
 #include "Tessel/WindowActionRetry.h"
 
@@ -7,7 +8,9 @@
 
 #include <chrono>
 #include <cstddef>
+#include <memory>
 #include <string>
+#include <utility>
 
 namespace tessel {
 namespace {
@@ -121,6 +124,17 @@ TEST_F(Retry, AWindowThatWasMovedElsewhereMeanwhileIsLeftThere) {
     window.moveTo(elsewhere);
     desktop.mainActor.advance(5s);
     EXPECT_EQ(window.frame(), elsewhere);
+}
+
+TEST_F(Retry, AWindowThatWasMovedElsewhereMeanwhileIsForgottenAtOnce) {
+    auto storage = std::make_shared<const platform::simulated::Element>(10, 1);
+    const std::weak_ptr<const platform::simulated::Element> kept = storage;
+    failTheLastReadingOfTheNextAction(AXError::cannotComplete);
+    actions.perform(WindowAction::rightHalf, platform::AXUIElement(std::move(storage)));
+    EXPECT_FALSE(kept.expired()) << "nothing waits";
+    window.moveTo({{400, 300}, {700, 500}});
+    desktop.mainActor.advance(5s);
+    EXPECT_TRUE(kept.expired());
 }
 
 TEST_F(Retry, NothingIsRepeatedAfterACancellation) {

@@ -9,7 +9,7 @@ from typing import Any, Iterator, NamedTuple
 
 from .rect import Rect
 
-RUN_COMMAND, SUBSCRIBE, GET_TREE, GET_MARKS = 0, 2, 4, 5
+RUN_COMMAND, SUBSCRIBE, GET_TREE, GET_MARKS, GET_BINDING_STATE = 0, 2, 4, 5, 12
 HEADER = struct.Struct("=6sII")
 
 

@@ -6,6 +6,9 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <string>
+#include <tuple>
+#include <utility>
 
 namespace platform::sway {
 namespace {
@@ -155,6 +158,36 @@ TEST(SwayConfiguration, LettersAndDigitsGoByTheirPlaceOnAnAmericanKeyboard) {
 TEST(SwayConfiguration, LocksAreNotHeldDown) {
     EXPECT_TRUE(isBound("bindsym Lock+Ctrl+Mod1+Left nop"));
     EXPECT_TRUE(isBound("bindsym Mod2+Ctrl+Mod1+Left nop"));
+}
+
+TEST(SwayConfiguration, LinesOfTheSameKeysAndOtherOptionsAreSeveral) {
+    const auto use = [](const std::string& text) {
+        const ConfiguredBindings bindings = read(text);
+        const KeyUse found = useOf(bindings, *HotKeyCombination::of(left, control | option));
+        return std::tuple(found.line == nullptr ? "" : found.line->command,
+                          found.particular == nullptr ? "" : found.particular->command, found.isOnRelease);
+    };
+    using Use = std::tuple<std::string, std::string, bool>;
+    for (const auto& [text, wanted] : {
+             std::pair{"", Use{"", "", false}},
+             {"bindsym Ctrl+Mod1+Left a", {"a", "", false}},
+             {"bindsym --release Ctrl+Mod1+Left a", {"a", "", true}},
+             {"bindsym --release Ctrl+Mod1+Left a\nbindcode Ctrl+Mod1+113 b", {"b", "", true}},
+             {"bindsym --release Ctrl+Mod1+Left a\nbindsym Ctrl+Mod1+Left b", {"b", "", true}},
+             {"bindsym --locked --no-repeat --inhibited Ctrl+Mod1+Left a", {"a", "", false}},
+             {"bindsym --input-device=* Ctrl+Mod1+Left a", {"a", "", false}},
+             {"bindsym --input-device=1:1:k Ctrl+Mod1+Left a", {"a", "a", false}},
+             {"bindsym Ctrl+Mod1+Left a\nbindsym Group2+Ctrl+Mod1+Left b", {"a", "b", false}},
+             {"bindsym Ctrl+Mode_switch+Mod1+Left a", {"a", "a", false}},
+             {"bindsym {\n  --release Ctrl+Mod1+Left a\n}", {"a", "", true}},
+             {"bindsym --release Ctrl+Mod1+Left a\nunbindsym Ctrl+Mod1+Left", {"a", "", true}},
+             {"bindsym --release Ctrl+Mod1+Left a\nunbindsym --release Ctrl+Mod1+Left", {"", "", false}},
+             {"bindsym --to-code Ctrl+Mod1+Left a\nunbindsym Ctrl+Mod1+Left", {"a", "", false}},
+             {"bindsym --to-code Ctrl+Mod1+Left a\nunbindsym --to-code Ctrl+Mod1+Left", {"", "", false}},
+             {"bindsym Ctrl+Mod1+Left a\nunbindsym --no-warn Ctrl+Mod1+Left", {"", "", false}},
+         }) {
+        EXPECT_EQ(use(text), wanted) << text;
+    }
 }
 
 TEST(SwayConfiguration, IncludedFilesAreReadWhereTheyAreNamed) {

@@ -46,14 +46,16 @@ TEST(ControlSocket, HandsEveryRequestOnWithItsArguments) {
     EXPECT_TRUE(ControlClient::ofSession(session).open());
     EXPECT_TRUE(ControlClient::ofSession(session).perform("leftHalf"));
     EXPECT_TRUE(ControlClient::ofSession(session).setRule("org.example.Übung", "none"));
+    EXPECT_TRUE(ControlClient::ofSession(session).setBorrowsShortcuts(true));
+    EXPECT_TRUE(ControlClient::ofSession(session).setBorrowsShortcuts(false));
     EXPECT_TRUE(quit(session));
-    EXPECT_EQ(server.asked(),
-              (std::vector<std::string>{"open", "perform leftHalf", "rule org.example.Übung none", "quit"}));
+    EXPECT_EQ(server.asked(), (std::vector<std::string>{"open", "perform leftHalf", "rule org.example.Übung none",
+                                                        "take shortcuts", "give back shortcuts", "quit"}));
 }
 
 TEST(ControlSocket, TheStatusArrivesAsItWasGiven) {
     const Session session = uniqueSession("status");
-    const ControlStatus report{
+    ControlStatus report{
         .status = "shortcutsTaken",
         .statusText = "Some shortcuts are taken: center",
         .isEnabled = true,
@@ -62,9 +64,13 @@ TEST(ControlSocket, TheStatusArrivesAsItWasGiven) {
         .version = "1.2",
         .backend = "X11",
         .shortcuts = {{"leftHalf", "Ctrl+Alt+←", "active"},
-                      {"center", "Ctrl+Alt+C", "taken", "GNOME", "shows all windows"}},
+                      {"center", "Ctrl+Alt+C", "taken", "GNOME", "shows all windows"},
+                      {"maximize", "Ctrl+Alt+↑", "active"}},
         .rules = {{"org.example.Editor", "maximize"}, {"übung", "center"}},
     };
+    report.borrowsShortcuts = true;
+    report.shortcuts.at(1).canBeBorrowed = true;
+    report.shortcuts.at(2).isBorrowed = true;
     const ControlServer server(session, [&](RecordedRequests& requests) { requests.report = report; });
     EXPECT_EQ(ControlClient::ofSession(session).status(), report);
     EXPECT_TRUE(quit(session));

@@ -1,0 +1,69 @@
+#include "Platform/Sway/LastCommands.h"
+
+#include "Platform/Linux/Applications/ExecLine.h"
+#include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/ProgramStart.h"
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <utility>
+
+namespace platform::sway {
+
+namespace {
+
+/// Takes lists of commands, a line each. At the end of them, which is the end of who wrote them, the last one counts.
+/// The mode that is entered then is left for as long as that takes. Given: sway's socket, and the path of swaymsg.
+constexpr const char* script = R"sh(
+while read -r line; do list=$line; done
+test -n "$list" || exit 0
+mode=$("$1" --socket "$0" --raw --type get_binding_state | sed -n 's/.*"name": *"\([^"\\]*\)".*/\1/p')
+exec "$1" --socket "$0" "mode \"default\"; $list; mode \"${mode:-default}\""
+)sh";
+
+} // namespace
+
+LastCommands::LastCommands(std::string socketPath)
+    : socketPath(std::move(socketPath)) {
+}
+
+void LastCommands::set(const std::string& commands) {
+    if (commands.empty()) {
+        if (way) {
+            static_cast<void>(send(commands));
+            way = {};
+        }
+        return;
+    }
+    // The shell may have been ended by somebody.
+    if ((!way || !send(commands)) && start()) {
+        static_cast<void>(send(commands));
+    }
+}
+
+bool LastCommands::start() {
+    std::array<int, 2> ends{};
+    // Not a pipe: writing to one that nobody reads would end this program.
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
+        way = {};
+        return false;
+    }
+    way = linux::FileDescriptor(ends[0]);
+    const linux::FileDescriptor theirs(ends[1]);
+    const auto messenger = linux::ExecLine::locate("swaymsg", linux::programSearchPath());
+    if (!messenger || !linux::startProgram("sh", {"-c", script, socketPath, *messenger}, theirs.get())) {
+        way = {};
+    }
+    return static_cast<bool>(way);
+}
+
+bool LastCommands::send(const std::string& commands) {
+    const std::string line = commands + "\n";
+    // A few kilobytes at most, of which the socket takes a hundred.
+    return ::send(way.get(), line.data(), line.size(), MSG_NOSIGNAL | MSG_DONTWAIT) ==
+           static_cast<ssize_t>(line.size());
+}
+
+} // namespace platform::sway
