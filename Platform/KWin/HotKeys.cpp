@@ -42,7 +42,10 @@ HotKeys::~HotKeys() {
     }
     accel.beginLastTurn();
     keepReassigned();
-    loans.giveBackAll();
+    if (!loans.borrowed().empty()) {
+        clearLeftovers();
+        loans.giveBackAll();
+    }
     // Waited for, behind all that was given back: when this program has ended, the keys are free.
     accel.cleanUp();
 }

@@ -306,6 +306,14 @@
         <translation>Another app uses %1. Tessel can have them while it runs; no setting is changed.</translation>
     </message>
     <message>
+        <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Use for Tessel</translation>
     </message>

@@ -306,6 +306,14 @@
         <translation>Otra app usa %1. Tessel puede usarlos mientras está abierto; no se cambia ningún ajuste.</translation>
     </message>
     <message>
+        <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>%1 usa %2. Tessel puede usarlos mientras está abierto; los ajustes del sistema se cambian durante ese tiempo.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>Otra app usa %1. Tessel puede usarlos mientras está abierto; los ajustes del sistema se cambian durante ese tiempo.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Usar para Tessel</translation>
     </message>

@@ -304,6 +304,14 @@
         <translation>다른 앱에서 %1을(를) 사용합니다. Tessel이 실행되는 동안 사용할 수 있으며, 설정은 변경되지 않습니다.</translation>
     </message>
     <message>
+        <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>%1에서 %2을(를) 사용합니다. Tessel이 실행되는 동안 사용할 수 있으며, 그동안 시스템 설정이 변경됩니다.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>다른 앱에서 %1을(를) 사용합니다. Tessel이 실행되는 동안 사용할 수 있으며, 그동안 시스템 설정이 변경됩니다.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Tessel에서 사용</translation>
     </message>

@@ -169,10 +169,19 @@ QString MenuState::lendableShortcuts() const {
         return {};
     }
     const QString keys = shortcuts.join(", ");
-    return holders.contains(QString())
-               ? translated("Another app uses %1. Tessel can have them while it runs; no setting is changed.").arg(keys)
-               : translated("%1 uses %2. Tessel can have them while it runs; no setting is changed.")
-                     .arg(holders.join(", "), keys);
+    const bool isHolderKnown = !holders.contains(QString());
+    if (platform::current().hotKeyEvents.borrowingChangesSettings()) {
+        return isHolderKnown ? translated("%1 uses %2. Tessel can have them while it runs; the system settings are "
+                                          "changed for that time.")
+                                   .arg(holders.join(", "), keys)
+                             : translated("Another app uses %1. Tessel can have them while it runs; the system "
+                                          "settings are changed for that time.")
+                                   .arg(keys);
+    }
+    return isHolderKnown ? translated("%1 uses %2. Tessel can have them while it runs; no setting is changed.")
+                               .arg(holders.join(", "), keys)
+                         : translated("Another app uses %1. Tessel can have them while it runs; no setting is changed.")
+                               .arg(keys);
 }
 
 int MenuState::borrowedCount() const {

@@ -133,6 +133,17 @@ def what_a_killed_program_had_borrowed_is_given_back_at_the_next_start_unless_th
         assert desktop.note() is None, desktop.note()
 
 
+@case("desktop.kwin.borrowed.forgotten")
+def what_a_killed_program_had_borrowed_is_given_back_when_all_is_forgotten(program):
+    with Borrowing(program) as desktop:
+        lenders = Lenders(desktop)
+        kill(desktop, desktop.launch_and_borrow())
+        asks(desktop, program, "--forget")
+        lenders.have_all("after all was forgotten")
+        assert not (desktop.session.home / NOTE).parent.exists(), "something was left"
+        assert desktop.held_keys() == [], "keys of the killed program are left"
+
+
 @case("desktop.kwin.borrowed.restarted")
 def borrowed_keys_survive_another_kwin(program):
     with Borrowing(program) as desktop:
