@@ -3,7 +3,6 @@
 #include "Platform/Compositor/Json.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <limits>
 #include <utility>
 
@@ -81,16 +80,15 @@ KeySequences KeyLoan::remainder() const {
 }
 
 bool KeyLoan::accountsFor(const KeySequences& present) const {
-    const KeySequences found = withoutEmpty(present);
-    std::size_t place = 0;
-    for (const KeySequence& each : withoutEmpty(keys)) {
-        if (place < found.size() && found[place] == each) {
-            ++place;
-        } else if (!isBorrowedSequence(each, borrowed)) {
+    KeySequences missing = withoutEmpty(keys);
+    for (const KeySequence& each : withoutEmpty(present)) {
+        const auto known = std::ranges::find(missing, each);
+        if (known == missing.end()) {
             return false;
         }
+        missing.erase(known);
     }
-    return place == found.size();
+    return std::ranges::all_of(missing, [&](const KeySequence& each) { return isBorrowedSequence(each, borrowed); });
 }
 
 std::optional<KeyLoanNote> KeyLoanNote::read(std::string_view text) {

@@ -22,8 +22,8 @@ struct KeyLoan {
     [[nodiscard]] KeySequences remainder() const;
 
     /// Whether a list is one that borrowing and giving back leave behind: the former one without some of the borrowed
-    /// keys. A program that was killed between writing down and acting leaves one of these, too. Anything else is the
-    /// user's own change.
+    /// keys, in any order: that of Plasma 6.7 keeps none. A program that was killed between writing down and acting
+    /// leaves one of these, too. Anything else is the user's own change.
     [[nodiscard]] bool accountsFor(const KeySequences& present) const;
 
     friend bool operator==(const KeyLoan&, const KeyLoan&) = default;

@@ -29,12 +29,12 @@ class Lenders:
         self.first = KeyHolder(desktop, "first", LEFT, N)
         self.second = KeyHolder(desktop, "second", C)
 
-    def keys(self) -> tuple[list[int], list[int]]:
+    def keys(self) -> tuple[set[int], set[int]]:
         return self.first.keys(), self.second.keys()
 
     def have_all(self, when: str) -> None:
         """Their keys are theirs, and act for them."""
-        until_equal(self.keys, ([LEFT, N], [C]), f"the keys of the other program {when}")
+        until_equal(self.keys, ({LEFT, N}, {C}), f"the keys of the other program {when}")
         first, second = self.first.told(), self.second.told()
         for action in sorted(HELD):
             self.desktop.keyboard.press(action)
@@ -43,7 +43,7 @@ class Lenders:
 
     def have_lent(self, product: Product, client: Client, when: str) -> None:
         """All six shortcuts act, and what they act for is the program alone; the other key does what it did."""
-        assert self.keys() == ([N], []), f"{self.keys()} {when}"
+        assert self.keys() == ({N}, set()), f"{self.keys()} {when}"
         first, second = self.first.told(), self.second.told()
         every_action(self.desktop, product, client, NATURAL, SCREENS[0])
         assert (self.first.told(), self.second.told()) == (first, second), f"the other program was told {when}"
@@ -117,7 +117,7 @@ def what_a_killed_program_had_borrowed_is_given_back_at_the_next_start_unless_th
         editor = open_application(desktop, "mousepad")
         lenders = Lenders(desktop)
         kill(desktop, desktop.launch_and_borrow())
-        assert lenders.keys() == ([N], []), f"nothing was left, so nothing is tested: {lenders.keys()}"
+        assert lenders.keys() == ({N}, set()), f"nothing was left, so nothing is tested: {lenders.keys()}"
         note = desktop.note()
 
         product = desktop.launch()
@@ -179,9 +179,9 @@ def a_borrowed_key_goes_to_whom_the_user_gives_it_until_it_is_asked_for_again(pr
         product.until_status(taken({"leftHalf"}), 2 * LOOK)
         desktop.keyboard.press("leftHalf")
         third.until_told(1, "after the user gave it the key")
-        assert lenders.keys() == ([N], []), lenders.keys()
+        assert lenders.keys() == ({N}, set()), lenders.keys()
         product.terminate()
-        assert (*lenders.keys(), third.keys()) == ([N], [C], [LEFT]), f"{lenders.keys()}, {third.keys()}"
+        assert (*lenders.keys(), third.keys()) == ({N}, {C}, {LEFT}), f"{lenders.keys()}, {third.keys()}"
 
         product = desktop.launch(status=taken({"leftHalf"}))
         assert shortcuts(desktop, program, "canBeBorrowed") == {"leftHalf"}
@@ -190,7 +190,7 @@ def a_borrowed_key_goes_to_whom_the_user_gives_it_until_it_is_asked_for_again(pr
         every_action(desktop, product, editor, NATURAL, SCREENS[0])
         assert third.told() == 1, "the third program was told of a borrowed key"
         product.terminate()
-        assert (*lenders.keys(), third.keys()) == ([N], [C], [LEFT]), f"{lenders.keys()}, {third.keys()}"
+        assert (*lenders.keys(), third.keys()) == ({N}, {C}, {LEFT}), f"{lenders.keys()}, {third.keys()}"
 
 
 @case("desktop.kwin.borrowed.changed")
@@ -201,6 +201,6 @@ def a_list_that_the_user_changes_meanwhile_stays_as_it_is(program):
         other = N + 1
         lenders.first.set_in_settings(N, other)
         product.terminate()
-        until(lambda: lenders.keys() == ([N, other], [C]), "the user's list to stay", saw=lenders.keys)
+        until(lambda: lenders.keys() == ({N, other}, {C}), "the user's list to stay", saw=lenders.keys)
         assert desktop.note() is None, desktop.note()
         assert desktop.held_keys() == [], "keys outlived the program"

@@ -134,6 +134,10 @@ FakeAccel::Sequences FakeAccel::set(Held& held, const Sequences& keys) {
         const bool isGranted = sharesKeys || recipientOf(each) == nullptr;
         held.keys.push_back(isGranted ? each : KeySequence{});
     }
+    if (sharesKeys) {
+        // Nor does that of Plasma 6.7 keep the order (6.7.4).
+        std::ranges::sort(held.keys);
+    }
     return held.keys;
 }
 
