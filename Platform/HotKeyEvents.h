@@ -54,7 +54,7 @@ enum class HotKeyLoan : std::uint8_t {
     none,
     /// It was refused, and would be granted to a program that borrows.
     possible,
-    /// It is registered, and its holder gets it back when this program ends, however it ends.
+    /// It is registered, and its holder gets it back when this program ends.
     made,
 };
 
@@ -92,9 +92,13 @@ public:
     /// Gives the combination back. An unknown reference is ignored.
     virtual void unregisterHotKey(EventHotKeyRef reference) = 0;
 
-    /// Whether combinations that others hold are borrowed where that can be done without changing anybody's settings.
-    /// Not at first: it takes the user's consent. Acts on what is registered from now on.
+    /// Whether combinations that others hold are borrowed, where that can be done. Not at first: it takes the user's
+    /// consent. Acts on what is registered from now on.
     virtual void setBorrows(bool /*borrows*/) {}
+
+    /// Whether borrowing changes the desktop's settings until it is given back, so that a program which was killed has
+    /// to be started again to give it back. Elsewhere the desktop does that by itself.
+    [[nodiscard]] virtual bool borrowingChangesSettings() const { return false; }
 
     /// How a combination stands since it was last registered or refused.
     [[nodiscard]] virtual HotKeyLoan loan(std::uint32_t /*keyCode*/, std::uint32_t /*modifiers*/) const {

@@ -1,22 +1,30 @@
 #pragma once
 
+#include "Platform/KWin/GlobalAccel.h"
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/ShortcutHolders.h"
 
 #include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
 
 namespace platform::kwin {
 
-/// Asks KGlobalAccel whose a combination is (org.kde.KGlobalAccel, getGlobalShortcutsByKey). It knows the names that
-/// people read in the system's settings. Nothing waits; main thread only.
+/// Asks KGlobalAccel whose a combination is. It knows the names that people read in the system's settings. Nothing
+/// waits; main thread only.
 class AccelHolders final : public ShortcutHolders, private linux::SessionBus::Listener {
 public:
     /// An answer that takes longer does not come.
     static constexpr std::chrono::seconds patience{5};
 
-    /// Both have to outlive this.
-    AccelHolders(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus);
+    /// Gives the action that one of Qt's keys is borrowed from; null where it is not.
+    using Lender = std::function<const AccelAction*(std::int32_t key)>;
+
+    /// Everything has to outlive this. KGlobalAccel is not asked for a key that has a lender.
+    AccelHolders(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Lender lender = nullptr);
 
     [[nodiscard]] std::unique_ptr<HolderSearch> find(const std::vector<corvid::Shortcut>& shortcuts,
                                                      Found found) override;
@@ -29,6 +37,7 @@ private:
     void busLeft() override { bus = nullptr; }
 
     linux::MainLoop& mainLoop;
+    Lender lender;
     sd_bus* bus = nullptr;
 };
 

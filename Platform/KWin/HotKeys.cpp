@@ -13,15 +13,7 @@ namespace platform::kwin {
 
 namespace {
 
-constexpr const char* accelName = "org.kde.kglobalaccel";
-constexpr const char* accelPath = "/kglobalaccel";
-constexpr const char* accelInterface = "org.kde.KGlobalAccel";
-constexpr const char* componentInterface = "org.kde.kglobalaccel.Component";
-
-// Under these the program stands in the system's settings.
-constexpr const char* component = "org.corvid.Tessel";
 constexpr const char* componentTitle = "Tessel";
-constexpr const char* componentPath = "/component/org_corvid_Tessel";
 
 constexpr const char* keyMatch = "type='signal',sender='org.kde.kglobalaccel',path='/component/org_corvid_Tessel',"
                                  "interface='org.kde.kglobalaccel.Component'";
@@ -29,66 +21,33 @@ constexpr const char* keyMatch = "type='signal',sender='org.kde.kglobalaccel',pa
 constexpr const char* settingsMatch = "type='signal',sender='org.kde.kglobalaccel',path='/kglobalaccel',"
                                       "interface='org.kde.KGlobalAccel',member='yourShortcutsChanged'";
 
-/// All that is asked in one turn of the loop takes at most this.
-constexpr std::chrono::milliseconds turnTime{250};
 /// No more presses than this wait to be acted on.
 constexpr std::size_t mostPresses = 64;
 
-/// KGlobalAccel::SetPresent and NoAutoloading: it is in use, and the key given here counts.
-constexpr std::uint32_t registerFlags = 2U | 4U;
-
-/// A call of KGlobalAccel, which is not started by it: while KWin is away, another one would come between it and its
-/// keys.
-linux::OwnedMessage newCall(sd_bus* bus, const char* path, const char* interface, const char* method) {
-    sd_bus_message* raw = nullptr;
-    if (bus == nullptr || sd_bus_message_new_method_call(bus, &raw, accelName, path, interface, method) < 0) {
-        return nullptr;
-    }
-    sd_bus_message_set_auto_start(raw, 0);
-    return linux::OwnedMessage(raw);
-}
-
-/// The four texts that name an action.
-int appendAction(sd_bus_message* message, const std::string& action, const std::string& title) {
-    return sd_bus_message_append(message, "as", 4, component, action.c_str(), componentTitle, title.c_str());
-}
-
-/// The first key of each sequence in an a(ai).
-std::vector<std::int32_t> readKeys(sd_bus_message* message) {
-    std::vector<std::int32_t> keys;
-    if (sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "(ai)") <= 0) {
-        return keys;
-    }
-    std::int32_t key = 0;
-    while (sd_bus_message_enter_container(message, SD_BUS_TYPE_STRUCT, "ai") > 0 &&
-           sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "i") > 0 &&
-           sd_bus_message_read(message, "i", &key) > 0) {
-        keys.push_back(key);
-        while (sd_bus_message_read(message, "i", &key) > 0) {
-        }
-        sd_bus_message_exit_container(message);
-        sd_bus_message_exit_container(message);
-    }
-    return keys;
-}
-
 } // namespace
 
-HotKeys::HotKeys(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Naming naming)
+HotKeys::HotKeys(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Naming naming,
+                 std::optional<std::string> loans, linux::Log log)
     : Listener(sessionBus)
     , mainLoop(mainLoop)
     , naming(std::move(naming))
-    , owner(accelName, [this] { ownerChanged(); }) {
+    , accel(mainLoop)
+    , loans(accel, std::move(loans), std::move(log))
+    , owner(GlobalAccel::name, [this] { ownerChanged(); }) {
 }
 
 HotKeys::~HotKeys() {
     for (const auto& [reference, registered] : registrations) {
-        giveBack(registered.action);
+        accel.unregister(registered.action);
+    }
+    accel.beginLastTurn();
+    keepReassigned();
+    if (!loans.borrowed().empty()) {
+        clearLeftovers();
+        loans.giveBackAll();
     }
     // Waited for, behind all that was given back: when this program has ended, the keys are free.
-    turnEnd = mainLoop.now() + turnTime;
-    static_cast<void>(
-        call(componentPath, componentInterface, "cleanUp", [](sd_bus_message* /*message*/) { return 0; }));
+    accel.cleanUp();
 }
 
 HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID name) {
@@ -96,18 +55,22 @@ HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::u
     if (!key) {
         return {.status = eventHotKeyInvalidErr, .reference = std::nullopt};
     }
-    const bool isOurs = std::ranges::any_of(registrations, [&](const auto& entry) { return entry.second.key == *key; });
-    if (isOurs) {
+    if (isRegistered(*key)) {
         return {.status = eventHotKeyExistsErr, .reference = std::nullopt};
     }
+    keepReassigned();
     clearLeftovers();
+    if (!borrows && loans.isBorrowed(*key)) {
+        loans.giveBack(*key);
+    }
     const Registered registered{.action = "hot-key-" + std::to_string(keyCode) + "-" + std::to_string(modifiers),
                                 .title = naming(keyCode, modifiers),
                                 .key = *key,
                                 .name = name};
-    const OSStatus status = establish(registered);
+    const OSStatus status = take(registered);
     if (status != noErr) {
-        giveBack(registered.action);
+        accel.unregister(registered.action);
+        settleLater();
         return {.status = status, .reference = std::nullopt};
     }
     registrations.emplace(++lastReference, registered);
@@ -117,17 +80,41 @@ HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::u
 void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
     const auto found = registrations.find(reference.value);
     if (found != registrations.end()) {
-        giveBack(found->second.action);
+        accel.unregister(found->second.action);
         registrations.erase(found);
+        settleLater();
     }
 }
 
+void HotKeys::setBorrows(bool consent) {
+    if (!consent || borrows) {
+        loans.forgetLeft();
+    }
+    borrows = consent;
+    settleLater();
+}
+
+HotKeyLoan HotKeys::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
+    const auto key = qtKey(keyCode, modifiers);
+    if (key && loans.isBorrowed(*key) && isRegistered(*key)) {
+        return HotKeyLoan::made;
+    }
+    return key && lendable.contains(*key) ? HotKeyLoan::possible : HotKeyLoan::none;
+}
+
+const AccelAction* HotKeys::lender(std::int32_t key) const {
+    return loans.lender(key);
+}
+
 bool HotKeys::takeLoss() {
-    return std::exchange(keyWasLost, false);
+    // Of a server that did not answer in time, all are to be registered anew.
+    const bool isTimedOut = accel.takeTimeout();
+    return std::exchange(keyWasLost, false) || isTimedOut;
 }
 
 void HotKeys::busArrived(sd_bus* arrived) {
     bus = arrived;
+    accel.use(bus);
     sd_bus_slot* slot = nullptr;
     sd_bus_add_match_async(bus, &slot, keyMatch, &HotKeys::keySignalled, &linux::ignoreReply, this);
     keySignals.reset(slot);
@@ -138,6 +125,7 @@ void HotKeys::busArrived(sd_bus* arrived) {
 
 void HotKeys::busLeft() {
     bus = nullptr;
+    accel.use(nullptr);
     keySignals.reset();
     settingsSignals.reset();
     owner.forget();
@@ -151,14 +139,11 @@ void HotKeys::ownerChanged() {
         return;
     }
     const bool isAnother = !std::exchange(server, owner.owner()).empty();
+    areLeftoversCleared = false;
     if (isAnother) {
-        areLeftoversCleared = false;
-        mainLoop.post([keys = std::weak_ptr(self)] {
-            if (const auto alive = keys.lock()) {
-                (*alive)->renew();
-            }
-        });
+        later(&HotKeys::renew);
     }
+    settleLater();
 }
 
 void HotKeys::renew() {
@@ -166,8 +151,8 @@ void HotKeys::renew() {
         return;
     }
     for (const auto& [reference, registered] : registrations) {
-        if (establish(registered) != noErr) {
-            giveBack(registered.action);
+        if (take(registered) != noErr) {
+            accel.unregister(registered.action);
             keyWasLost = true;
         }
     }
@@ -178,12 +163,12 @@ int HotKeys::keySignalled(sd_bus_message* signal, void* data, sd_bus_error* /*er
     const char* keyComponent = nullptr;
     const char* action = nullptr;
     if (!self.owner.sent(signal) || sd_bus_message_read(signal, "ss", &keyComponent, &action) <= 0 ||
-        std::string_view(keyComponent) != component) {
+        std::string_view(keyComponent) != GlobalAccel::ownComponent) {
         return 0;
     }
-    if (sd_bus_message_is_signal(signal, componentInterface, "globalShortcutPressed") > 0) {
+    if (sd_bus_message_is_signal(signal, GlobalAccel::componentInterface, "globalShortcutPressed") > 0) {
         self.keyPressed(action);
-    } else if (sd_bus_message_is_signal(signal, componentInterface, "globalShortcutReleased") > 0) {
+    } else if (sd_bus_message_is_signal(signal, GlobalAccel::componentInterface, "globalShortcutReleased") > 0) {
         self.heldAction.clear();
     }
     return 0;
@@ -191,20 +176,24 @@ int HotKeys::keySignalled(sd_bus_message* signal, void* data, sd_bus_error* /*er
 
 int HotKeys::settingsSignalled(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
     auto& self = *static_cast<HotKeys*>(data);
-    const char* changed = nullptr;
-    // The first of the four texts that name an action is its component.
-    if (!self.owner.sent(signal) || sd_bus_message_enter_container(signal, SD_BUS_TYPE_ARRAY, "s") <= 0 ||
-        sd_bus_message_read(signal, "s", &changed) <= 0 || std::string_view(changed) == component) {
+    const auto changed = self.owner.sent(signal) ? readAction(signal) : std::nullopt;
+    if (!changed || changed->component == GlobalAccel::ownComponent || self.accel.isOlderThanOwnChange(signal)) {
         return 0;
     }
-    for (const char* text = nullptr; sd_bus_message_read(signal, "s", &text) > 0;) {
+    const KeySequences keys = readKeys(signal);
+    for (const auto& [reference, registered] : self.registrations) {
+        const bool isGivenAway =
+            std::ranges::any_of(keys, [&](const KeySequence& sequence) { return sequence.front() == registered.key; });
+        if (!isGivenAway) {
+            continue;
+        }
+        // Registered anew, ours comes after the one that was changed, so that gets the presses, as its user wanted.
+        self.keyWasLost = true;
+        if (self.borrows) {
+            self.reassigned.emplace_back(registered.key, *changed);
+            self.later(&HotKeys::keepReassigned);
+        }
     }
-    sd_bus_message_exit_container(signal);
-    const std::vector<std::int32_t> keys = readKeys(signal);
-    // Registered anew, ours comes after the one that was changed, so that gets the presses, as its user wanted.
-    self.keyWasLost = self.keyWasLost || std::ranges::any_of(self.registrations, [&](const auto& entry) {
-                          return std::ranges::find(keys, entry.second.key) != keys.end();
-                      });
     return 0;
 }
 
@@ -214,11 +203,7 @@ void HotKeys::keyPressed(const char* action) {
         return;
     }
     pressedActions.emplace_back(action);
-    mainLoop.post([keys = std::weak_ptr(self)] {
-        if (const auto alive = keys.lock()) {
-            (*alive)->actOnPresses();
-        }
-    });
+    later(&HotKeys::actOnPresses);
 }
 
 void HotKeys::actOnPresses() {
@@ -237,94 +222,82 @@ void HotKeys::actOnPresses() {
     }
 }
 
-OSStatus HotKeys::establish(const Registered& registered) {
-    const linux::OwnedMessage known = call(accelPath, accelInterface, "doRegister", [&](sd_bus_message* message) {
-        return appendAction(message, registered.action, registered.title);
-    });
-    if (!known) {
-        return eventHotKeyInvalidErr;
+OSStatus HotKeys::take(const Registered& registered) {
+    const std::int32_t key = registered.key;
+    lendable.erase(key);
+    OSStatus status = establish(registered);
+    const bool isWanted = borrows && !loans.isLeft(key);
+    if (status == eventHotKeyExistsErr && isWanted && loans.borrow(key)) {
+        status = establish(registered);
+    } else if (status == eventHotKeyExistsErr && !isWanted && loans.canBorrow(key)) {
+        lendable.insert(key);
     }
-    const linux::OwnedMessage granted =
-        call(accelPath, accelInterface, "setShortcutKeys", [&](sd_bus_message* message) {
-            // One sequence of one key; a sequence has four places.
-            const int result = appendAction(message, registered.action, registered.title);
-            return result < 0 ? result
-                              : sd_bus_message_append(message, "a(ai)u", 1, 4, registered.key, 0, 0, 0, registerFlags);
-        });
+    if (status == noErr && loans.isBorrowed(key)) {
+        loans.confirm(key);
+    }
+    return status;
+}
+
+OSStatus HotKeys::establish(const Registered& registered) {
+    const auto granted = accel.registerKey({.component = GlobalAccel::ownComponent,
+                                            .action = registered.action,
+                                            .componentTitle = componentTitle,
+                                            .actionTitle = registered.title},
+                                           registered.key);
     if (!granted) {
         return eventHotKeyInvalidErr;
     }
-    // Up to Plasma 6.5, a key that another program has is left out of what was granted.
-    const std::vector<std::int32_t> keys = readKeys(granted.get());
-    const bool isGranted = !keys.empty() && keys.front() == registered.key;
-    return isGranted && !goesToAnother(registered.key) ? noErr : eventHotKeyExistsErr;
-}
-
-bool HotKeys::goesToAnother(std::int32_t key) {
-    // Of those that share a key, the one that registered first, which gets the presses.
-    const linux::OwnedMessage action = call(accelPath, accelInterface, "actionList", [&](sd_bus_message* message) {
-        return sd_bus_message_append(message, "(ai)", 4, key, 0, 0, 0);
-    });
-    const char* holder = nullptr;
-    return action && sd_bus_message_enter_container(action.get(), SD_BUS_TYPE_ARRAY, "s") > 0 &&
-           sd_bus_message_read(action.get(), "s", &holder) > 0 && std::string_view(holder) != component;
-}
-
-void HotKeys::giveBack(const std::string& action) {
-    const linux::OwnedMessage message = newCall(bus, accelPath, accelInterface, "unregister");
-    constexpr std::uint64_t usualTimeout = 0;
-    if (message && sd_bus_message_append(message.get(), "ss", component, action.c_str()) >= 0) {
-        sd_bus_call_async(bus, nullptr, message.get(), &linux::ignoreReply, nullptr, usualTimeout);
-    }
+    const auto recipient = *granted ? accel.recipient(registered.key) : std::nullopt;
+    const bool isOurs = *granted && (!recipient || !*recipient || (*recipient)->component == GlobalAccel::ownComponent);
+    return isOurs ? noErr : eventHotKeyExistsErr;
 }
 
 void HotKeys::clearLeftovers() {
-    if (areLeftoversCleared) {
+    if (std::exchange(areLeftoversCleared, true)) {
         return;
     }
-    areLeftoversCleared = true;
     // A program that was killed could not give its keys back.
-    const linux::OwnedMessage names =
-        call(componentPath, componentInterface, "shortcutNames", [](sd_bus_message* /*message*/) { return 0; });
-    if (!names || sd_bus_message_enter_container(names.get(), SD_BUS_TYPE_ARRAY, "s") <= 0) {
-        return;
-    }
-    const char* action = nullptr;
-    while (sd_bus_message_read(names.get(), "s", &action) > 0) {
+    for (const std::string& action : accel.ownActions()) {
         const bool isHeld =
             std::ranges::any_of(registrations, [&](const auto& entry) { return entry.second.action == action; });
         if (!isHeld) {
-            giveBack(action);
+            accel.unregister(action);
         }
     }
 }
 
-linux::OwnedMessage HotKeys::call(const char* path, const char* interface, const char* method,
-                                  const std::function<int(sd_bus_message*)>& append) {
-    const auto left = std::chrono::ceil<std::chrono::microseconds>(patience());
-    const linux::OwnedMessage message = newCall(bus, path, interface, method);
-    if (!message || append(message.get()) < 0) {
-        return nullptr;
+void HotKeys::settleLater() {
+    if (!loans.borrowed().empty()) {
+        later(&HotKeys::settle);
     }
-    sd_bus_message* reply = nullptr;
-    const int result = left.count() > 0
-                           ? sd_bus_call(bus, message.get(), static_cast<std::uint64_t>(left.count()), nullptr, &reply)
-                           : -ETIMEDOUT;
-    // A server that is too busy to answer, as at login, has refused nothing: all are to be registered anew.
-    keyWasLost = keyWasLost || result == -ETIMEDOUT;
-    return result < 0 ? nullptr : linux::OwnedMessage(reply);
 }
 
-Duration HotKeys::patience() {
-    if (!turnEnd) {
-        turnEnd = mainLoop.now() + turnTime;
-        mainLoop.post([keys = std::weak_ptr(self)] {
-            if (const auto alive = keys.lock()) {
-                (*alive)->turnEnd.reset();
-            }
-        });
+void HotKeys::settle() {
+    keepReassigned();
+    for (const std::int32_t key : loans.borrowed()) {
+        if (bus != nullptr && !isRegistered(key)) {
+            clearLeftovers();
+            loans.giveBack(key);
+        }
     }
-    return *turnEnd - mainLoop.now();
+}
+
+void HotKeys::keepReassigned() {
+    for (const auto& [key, action] : std::exchange(reassigned, {})) {
+        loans.leave(key, action);
+    }
+}
+
+void HotKeys::later(void (HotKeys::*work)()) {
+    mainLoop.post([keys = std::weak_ptr(self), work] {
+        if (const auto alive = keys.lock()) {
+            ((*alive)->*work)();
+        }
+    });
+}
+
+bool HotKeys::isRegistered(std::int32_t key) const {
+    return std::ranges::any_of(registrations, [&](const auto& entry) { return entry.second.key == key; });
 }
 
 } // namespace platform::kwin

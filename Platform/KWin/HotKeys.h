@@ -1,8 +1,11 @@
 #pragma once
 
+#include "Platform/KWin/GlobalAccel.h"
+#include "Platform/KWin/KeyLoans.h"
 #include "Platform/Linux/Bus/NameOwner.h"
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/HandledHotKeys.h"
+#include "Platform/Linux/Log.h"
 #include "Platform/Linux/MainLoop.h"
 
 #include <cstdint>
@@ -11,8 +14,10 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace platform::kwin {
 
@@ -24,20 +29,35 @@ namespace platform::kwin {
 ///
 /// That of Plasma up to 6.5 refuses a key that another program has. That of Plasma 6.7 grants it to both, and tells
 /// only the one that registered first of its presses. To whom a key goes is therefore asked for; one that goes to
-/// another program counts as held by somebody else, everywhere. Main thread only.
+/// another program counts as held by somebody else, everywhere.
+///
+/// A borrowed key is taken out of the list of its holder's action in the system's settings (see `KeyLoans`) and put
+/// back when it is not registered any more, when this ends, and after the next start of a program that was killed. A
+/// key that the user gives to another program meanwhile stays there until the consent is given anew. Main thread only.
 class HotKeys final : public linux::HandledHotKeys, private linux::SessionBus::Listener {
 public:
     /// What the user reads in the system's settings beside a combination (Carbon key code and modifiers).
     using Naming = std::function<std::string(std::uint32_t keyCode, std::uint32_t modifiers)>;
 
-    /// Everything has to outlive this. Registering waits for the bus's answers.
-    HotKeys(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Naming naming);
+    /// Everything has to outlive this. Registering waits for the bus's answers. `loans` is the absolute path of the
+    /// note of what is borrowed; nothing is without one.
+    HotKeys(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Naming naming,
+            std::optional<std::string> loans = std::nullopt, linux::Log log = linux::logToStandardError);
     /// Gives all keys back.
     ~HotKeys() override;
 
     [[nodiscard]] Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
+
+    /// A consent that is given once more is a new one.
+    void setBorrows(bool consent) override;
+    [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
+
+    [[nodiscard]] bool borrowingChangesSettings() const override { return true; }
+
+    /// The action that a combination is borrowed from; null where it is not.
+    [[nodiscard]] const AccelAction* lender(std::int32_t key) const;
 
     /// What is to be done before the handler is told of a press. Each press has a time of its own.
     void setBeforePress(std::function<void()> work) { beforePress = std::move(work); }
@@ -66,17 +86,27 @@ private:
     void renew();
     void actOnPresses();
 
+    /// Registers, and borrows where that is needed and wanted.
+    [[nodiscard]] OSStatus take(const Registered& registered);
     [[nodiscard]] OSStatus establish(const Registered& registered);
-    [[nodiscard]] bool goesToAnother(std::int32_t key);
-    void giveBack(const std::string& action);
     void clearLeftovers();
-    [[nodiscard]] linux::OwnedMessage call(const char* path, const char* interface, const char* method,
-                                           const std::function<int(sd_bus_message*)>& append);
-    [[nodiscard]] Duration patience();
+    /// Gives back, in a later turn, what is borrowed and not registered by then.
+    void settleLater();
+    void settle();
+    void keepReassigned();
+    void later(void (HotKeys::*work)());
+    [[nodiscard]] bool isRegistered(std::int32_t key) const;
 
     linux::MainLoop& mainLoop;
     Naming naming;
     sd_bus* bus = nullptr;
+    GlobalAccel accel;
+    KeyLoans loans;
+    bool borrows = false;
+    /// Refused, and to be had by borrowing.
+    std::set<std::int32_t> lendable;
+    /// What the user has just given to others.
+    std::vector<std::pair<std::int32_t, AccelAction>> reassigned;
     linux::NameOwner owner;
     /// Whose keys ours are; empty while nobody's are.
     std::string server;
@@ -90,8 +120,6 @@ private:
     std::string heldAction;
     std::deque<std::string> pressedActions;
     bool keyWasLost = false;
-    /// When the waiting of this turn of the loop is over.
-    std::optional<Instant> turnEnd;
     std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);
 };
 

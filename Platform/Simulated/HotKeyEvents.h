@@ -35,10 +35,16 @@ public:
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
     void setBorrows(bool consent) override { borrows = consent; }
+
+    [[nodiscard]] bool borrowingChangesSettings() const override { return lendsThroughSettings; }
+
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
 
     /// From now on the combination is somebody else's, and can be borrowed.
     void lend(std::uint32_t keyCode, std::uint32_t modifiers) { lendable.insert({keyCode, modifiers}); }
+
+    /// Whether borrowing changes the desktop's settings.
+    bool lendsThroughSettings = false;
 
     /// What installing the handler gives from now on; it is installed only with `noErr`.
     OSStatus installStatus = noErr;

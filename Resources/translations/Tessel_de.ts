@@ -310,6 +310,14 @@
         <translation>Andere Tasten für dasselbe funktionieren weiter: %1.</translation>
     </message>
     <message>
+        <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>%1 verwendet %2. Tessel kann sie haben, solange es läuft; die Systemeinstellungen werden für diese Zeit geändert.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>Eine andere App verwendet %1. Tessel kann sie haben, solange es läuft; die Systemeinstellungen werden für diese Zeit geändert.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Für Tessel verwenden</translation>
     </message>

@@ -310,6 +310,14 @@
         <translation>Other keys for the same keep working: %1.</translation>
     </message>
     <message>
+        <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Use for Tessel</translation>
     </message>

@@ -310,6 +310,14 @@
         <translation>Otras teclas para lo mismo siguen funcionando: %1.</translation>
     </message>
     <message>
+        <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>%1 usa %2. Tessel puede usarlos mientras está abierto; los ajustes del sistema se cambian durante ese tiempo.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>Otra app usa %1. Tessel puede usarlos mientras está abierto; los ajustes del sistema se cambian durante ese tiempo.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Usar para Tessel</translation>
     </message>

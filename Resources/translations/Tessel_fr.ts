@@ -310,6 +310,14 @@
         <translation>D’autres touches pour la même chose restent actives : %1.</translation>
     </message>
     <message>
+        <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>%1 utilise %2. Tessel peut s’en servir tant qu’il est ouvert ; les réglages du système sont modifiés pendant ce temps.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>Une autre app utilise %1. Tessel peut s’en servir tant qu’il est ouvert ; les réglages du système sont modifiés pendant ce temps.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Utiliser pour Tessel</translation>
     </message>

@@ -310,6 +310,14 @@
         <translation>Altri tasti per la stessa cosa restano attivi: %1.</translation>
     </message>
     <message>
+        <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>%1 usa %2. Tessel può usarle mentre è aperto; nel frattempo le impostazioni di sistema vengono modificate.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>Un’altra applicazione usa %1. Tessel può usarle mentre è aperto; nel frattempo le impostazioni di sistema vengono modificate.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Usa per Tessel</translation>
     </message>

@@ -308,6 +308,14 @@
         <translation>同じ操作の別のキーは引き続き使えます：%1</translation>
     </message>
     <message>
+        <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>%1が%2を使っています。Tesselの動作中はTesselで使えます。その間、システムの設定が変更されます。</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>別のアプリが%1を使っています。Tesselの動作中はTesselで使えます。その間、システムの設定が変更されます。</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Tesselで使う</translation>
     </message>

@@ -308,6 +308,14 @@
         <translation>같은 동작을 하는 다른 키는 계속 쓸 수 있습니다: %1.</translation>
     </message>
     <message>
+        <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>%1에서 %2을(를) 사용합니다. Tessel이 실행되는 동안 사용할 수 있으며, 그동안 시스템 설정이 변경됩니다.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>다른 앱에서 %1을(를) 사용합니다. Tessel이 실행되는 동안 사용할 수 있으며, 그동안 시스템 설정이 변경됩니다.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Tessel에서 사용</translation>
     </message>

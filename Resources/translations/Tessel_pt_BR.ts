@@ -310,6 +310,14 @@
         <translation>Outras teclas para o mesmo continuam funcionando: %1.</translation>
     </message>
     <message>
+        <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>%1 usa %2. O Tessel pode usá-los enquanto está aberto; as configurações do sistema são alteradas durante esse tempo.</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>Outro app usa %1. O Tessel pode usá-los enquanto está aberto; as configurações do sistema são alteradas durante esse tempo.</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>Usar no Tessel</translation>
     </message>

@@ -308,6 +308,14 @@
         <translation>执行相同操作的其他按键仍然可用：%1。</translation>
     </message>
     <message>
+        <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>%1 正在使用 %2。Tessel 运行时可以使用它们，其间会更改系统设置。</translation>
+    </message>
+    <message>
+        <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
+        <translation>其他应用正在使用 %1。Tessel 运行时可以使用它们，其间会更改系统设置。</translation>
+    </message>
+    <message>
         <source>Use for Tessel</source>
         <translation>用于 Tessel</translation>
     </message>

@@ -72,6 +72,22 @@ QVariantList descriptions(const Actions& actions) {
     return list;
 }
 
+QString offerToBorrow(const QStringList& holders, const QString& keys) {
+    const bool isHolderKnown = !holders.contains(QString());
+    if (platform::current().hotKeyEvents.borrowingChangesSettings()) {
+        return isHolderKnown ? translated("%1 uses %2. Tessel can have them while it runs; the system settings are "
+                                          "changed for that time.")
+                                   .arg(holders.join(", "), keys)
+                             : translated("Another app uses %1. Tessel can have them while it runs; the system "
+                                          "settings are changed for that time.")
+                                   .arg(keys);
+    }
+    return isHolderKnown ? translated("%1 uses %2. Tessel can have them while it runs; no setting is changed.")
+                               .arg(holders.join(", "), keys)
+                         : translated("Another app uses %1. Tessel can have them while it runs; no setting is changed.")
+                               .arg(keys);
+}
+
 } // namespace
 
 MenuState::MenuState(AppState& state, QObject* parent)
@@ -180,14 +196,10 @@ QString MenuState::lendableShortcuts() const {
         return {};
     }
     const QString keys = shortcuts.join(", ");
-    const QString text =
-        holders.contains(QString())
-            ? translated("Another app uses %1. Tessel can have them while it runs; no setting is changed.").arg(keys)
-            : translated("%1 uses %2. Tessel can have them while it runs; no setting is changed.")
-                  .arg(holders.join(", "), keys);
+    const QString offer = offerToBorrow(holders, keys);
     return otherKeys.isEmpty()
-               ? text
-               : text + " " + translated("Other keys for the same keep working: %1.").arg(otherKeys.join(", "));
+               ? offer
+               : offer + " " + translated("Other keys for the same keep working: %1.").arg(otherKeys.join(", "));
 }
 
 int MenuState::borrowedCount() const {

@@ -1,16 +1,22 @@
 #include "Tessel/Wiring/Forgetting.h"
 
 #include "Platform/GnomeShell/Protocol.h"
+#include "Platform/KWin/HotKeys.h"
+#include "Platform/KWin/KeyLoans.h"
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Control/ControlClient.h"
 #include "Platform/Linux/Control/SocketAddress.h"
+#include "Platform/Linux/MainLoop.h"
 #include "Platform/Linux/StandardStreams.h"
 #include "Tessel/StatusReport.h"
 #include "Tessel/Wiring/SessionFacts.h"
 
+#include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -41,6 +47,16 @@ ControlAnswer<void> endAll() {
     return {};
 }
 
+/// Gives back what a killed program had borrowed on Plasma. Afterwards the note of it is there only if nobody took it.
+void giveBackShortcuts(const std::string& note) {
+    constexpr std::chrono::seconds patience{2};
+    platform::linux::MainLoop loop;
+    platform::linux::SessionBus bus(loop);
+    platform::kwin::HotKeys keys(loop, bus, [](std::uint32_t, std::uint32_t) { return std::string(); }, note);
+    bus.awaitArrival(loop.now() + patience);
+    keys.setBorrows(false);
+}
+
 int refuse(const CommandLine::Forget& request, const ControlRefusal& refusal) {
     if (request.json) {
         static_cast<void>(platform::linux::printToStandardOutput(StatusReport::json(refusal)));
@@ -64,7 +80,9 @@ std::vector<MadeFiles> filesOfUser(const platform::linux::BaseFolders& folders) 
     }
     if (folders.userState) {
         all.push_back({.folder = std::filesystem::path(*folders.userState) / "tessel",
-                       .names = {"gnome-shell-extension-has-worked"},
+                       // The note of borrowed shortcuts goes when they are given back.
+                       .names = {"gnome-shell-extension-has-worked", ".borrowed-shortcuts.json.new",
+                                 "borrowed-shortcuts.json.unreadable-*"},
                        .isOwnFolder = true});
     }
     // The first is the user's own, where there is a home at all.
@@ -86,8 +104,18 @@ int forget(const CommandLine::Forget& request) {
     if (const ControlAnswer<void> ended = endAll(); !ended) {
         return refuse(request, ended.error());
     }
-    const platform::linux::Removal removal =
+    const std::optional<std::string> note = platform::kwin::KeyLoans::standardFile();
+    std::error_code error;
+    const bool isNoteThere = note && std::filesystem::exists(*note, error);
+    if (isNoteThere) {
+        giveBackShortcuts(*note);
+    }
+    platform::linux::Removal removal =
         platform::linux::removeFiles(filesOfUser(platform::linux::BaseFolders::ofThisProcess()));
+    if (isNoteThere && std::filesystem::exists(*note, error)) {
+        removal.failures.push_back("there are borrowed shortcuts to give back, which takes a session of Plasma: " +
+                                   *note);
+    }
     const bool isTold = platform::linux::printToStandardOutput(
         request.json ? StatusReport::forgottenJson(removal.removed, removal.failures)
                      : StatusReport::forgottenText(removal.removed));

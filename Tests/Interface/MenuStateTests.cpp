@@ -113,6 +113,22 @@ TEST_F(Menu, SaysWhoseATakenShortcutIsOnceTheDesktopHasSaid) {
     EXPECT_EQ(told, (QVariantMap{{"center", "Ctrl+Alt+C shows all windows (GNOME)"}}));
 }
 
+TEST_F(Menu, SaysWhetherBorrowingChangesTheSettings) {
+    const corvid::Shortcut taken = WindowAction(WindowAction::center).shortcut();
+    desktop.hotKeyEvents.lend(taken.keyCode, taken.modifiers);
+    desktop.shortcutHolders.holders = {{taken, {.heldBy = "KWin", .purpose = "Kill Window"}}};
+    MenuState& menu = make();
+    EXPECT_EQ(menu.lendableShortcuts(),
+              "Another app uses Ctrl+Alt+C. Tessel can have them while it runs; no setting is changed.");
+    desktop.hotKeyEvents.lendsThroughSettings = true;
+    EXPECT_EQ(menu.lendableShortcuts(), "Another app uses Ctrl+Alt+C. Tessel can have them while it runs; the system "
+                                        "settings are changed for that time.");
+    desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
+    EXPECT_EQ(menu.lendableShortcuts(),
+              "KWin uses Ctrl+Alt+C. Tessel can have them while it runs; the system settings are changed for that "
+              "time.");
+}
+
 TEST_F(Menu, TellsOfAChangeOnceItIsThere) {
     MenuState& menu = make();
     desktop.mainActor.run();

@@ -56,10 +56,8 @@ protected:
 };
 
 TEST_F(AccelHoldersTest, AreNamedAsPeopleReadThem) {
-    kwin->holders = {
-        {ctrlAltArrowLeft, {"Switch Left", "Zur linken Arbeitsfläche", "kwin", "KWin-Fensterverwaltung"}},
-        {ctrlAltLetterC, {"untitled", "", "org.example.Other", ""}},
-    };
+    kwin->accel.hold({"kwin", "Switch Left", "KWin-Fensterverwaltung", "Zur linken Arbeitsfläche"}, {ctrlAltArrowLeft});
+    kwin->accel.hold({"org.example.Other", "untitled", "", ""}, {ctrlAltLetterC});
     kwin->start();
     const auto search = find({letter, nowhere, leftArrow, {.keyCode = 2, .modifiers = 0x1800}});
     ASSERT_NE(search, nullptr);
@@ -71,18 +69,39 @@ TEST_F(AccelHoldersTest, AreNamedAsPeopleReadThem) {
     EXPECT_EQ(times, 1);
 }
 
-TEST_F(AccelHoldersTest, OurselvesAreNotTheOtherOneWhoHasAKeyThatWasGrantedTwice) {
-    kwin->holders = {{ctrlAltLetterC, {"hot-key-8-6144", "Center", "org.corvid.Tessel", "Tessel"}},
-                     {ctrlAltLetterC, {"theirs", "Theirs", "org.example.Other", "Other"}},
-                     {ctrlAltArrowLeft, {"hot-key-123-6144", "Left half", "org.corvid.Tessel", "Tessel"}}};
+TEST_F(AccelHoldersTest, OfAKeyThatWasGrantedTwiceTheHolderIsWhoGetsThePresses) {
+    kwin->accel.sharesKeys = true;
+    kwin->accel.hold({"org.example.Other", "theirs", "Other", "Theirs"}, {ctrlAltLetterC});
+    kwin->accel.hold({"org.corvid.Tessel", "hot-key-8-6144", "Tessel", "Center"}, {ctrlAltLetterC});
+    kwin->accel.hold({"org.corvid.Tessel", "hot-key-123-6144", "Tessel", "Left half"}, {ctrlAltArrowLeft});
     kwin->start();
     const auto search = find({letter, leftArrow});
     ASSERT_TRUE(runUntil([&] { return told.has_value(); }));
     EXPECT_THAT(*told, ElementsAre(ShortcutHolder{.heldBy = "Other", .purpose = "Theirs"}, std::nullopt));
 }
 
+TEST_F(AccelHoldersTest, ABorrowedKeyIsItsLenders) {
+    const AccelAction lender{"org.example.Other", "theirs", "Other", "Theirs"};
+    holders = std::make_unique<AccelHolders>(
+        loop, *bus, [&](std::int32_t key) { return key == ctrlAltLetterC ? &lender : nullptr; });
+    kwin->accel.hold({"org.corvid.Tessel", "hot-key-8-6144", "Tessel", "Center"}, {ctrlAltLetterC});
+    kwin->start();
+    const ShortcutHolder other{.heldBy = "Other", .purpose = "Theirs"};
+    std::unique_ptr<HolderSearch> search;
+    ASSERT_TRUE(runUntil([&] {
+        search = search ? std::move(search) : find({letter, leftArrow});
+        return told.has_value();
+    }));
+    EXPECT_THAT(*told, ElementsAre(other, std::nullopt));
+    told.reset();
+    search = find({letter});
+    EXPECT_FALSE(told) << "in a later turn";
+    ASSERT_TRUE(runUntil([&] { return told.has_value(); }));
+    EXPECT_THAT(*told, ElementsAre(other));
+}
+
 TEST_F(AccelHoldersTest, NobodyIsToldWhenTheSearchWasDropped) {
-    kwin->holders = {{ctrlAltLetterC, {"theirs", "Theirs", "org.example.Other", "Other"}}};
+    kwin->accel.hold({"org.example.Other", "theirs", "Other", "Theirs"}, {ctrlAltLetterC});
     kwin->start();
     auto dropped = find({letter});
     ASSERT_NE(dropped, nullptr);

@@ -163,122 +163,29 @@ int FakeKWin::answerScripting(sd_bus_message* call) {
 }
 
 int FakeKWin::accelCalled(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
-    return static_cast<FakeKWin*>(data)->answerAccel(call);
+    auto& self = *static_cast<FakeKWin*>(data);
+    return self.accel.answer(call, [&](std::string what) { self.note(std::move(what)); });
 }
 
-int FakeKWin::answerAccel(sd_bus_message* call) {
-    if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "doRegister") > 0) {
-        return sd_bus_reply_method_return(call, nullptr);
-    }
-    if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "setShortcutKeys") > 0) {
-        return setKeys(call);
-    }
-    if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "actionList") > 0) {
-        return tellOwner(call);
-    }
-    if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "getGlobalShortcutsByKey") > 0) {
-        return tellHolders(call);
-    }
-    if (sd_bus_message_is_method_call(call, "org.kde.KGlobalAccel", "unregister") > 0) {
-        const char* component = nullptr;
-        const char* action = nullptr;
-        EXPECT_GT(sd_bus_message_read(call, "ss", &component, &action), 0);
-        const std::scoped_lock lock(mutex);
-        return sd_bus_reply_method_return(call, "b", static_cast<int>(heldKeys.erase(action)));
-    }
-    if (sd_bus_message_is_method_call(call, "org.kde.kglobalaccel.Component", "shortcutNames") > 0) {
-        sd_bus_message* raw = nullptr;
-        sd_bus_message_new_method_return(call, &raw);
-        const OwnedMessage reply(raw);
-        sd_bus_message_open_container(raw, SD_BUS_TYPE_ARRAY, "s");
-        for (const auto& [action, key] : keys()) {
-            sd_bus_message_append(raw, "s", action.c_str());
+void FakeKWin::assignElsewhere(int key) {
+    const FakeAccel::Action other{"org.example.Other", "theirs", "Another program", "Theirs"};
+    for (const auto& [action, own] : keys()) {
+        if (own == key) {
+            accel.hold({"org.corvid.Tessel", action, "Tessel", "Ours"}, std::vector<std::int32_t>{});
         }
-        sd_bus_message_close_container(raw);
-        return sd_bus_message_send(raw);
     }
-    if (sd_bus_message_is_method_call(call, "org.kde.kglobalaccel.Component", "cleanUp") > 0) {
-        return sd_bus_reply_method_return(call, "b", 1);
-    }
-    return 0;
+    accel.hold(other, {0x1c000041, key});
+    tellOfChange(other, {0x1c000041, key});
 }
 
-int FakeKWin::setKeys(sd_bus_message* call) {
-    EXPECT_STREQ(sd_bus_message_get_signature(call, 1), "asa(ai)u");
-    std::vector<std::string> words;
-    sd_bus_message_enter_container(call, SD_BUS_TYPE_ARRAY, "s");
-    for (const char* word = nullptr; sd_bus_message_read(call, "s", &word) > 0;) {
-        words.emplace_back(word);
-    }
-    sd_bus_message_exit_container(call);
-    EXPECT_EQ(words.size(), 4U);
-    int key = 0;
-    sd_bus_message_enter_container(call, SD_BUS_TYPE_ARRAY, "(ai)");
-    sd_bus_message_enter_container(call, SD_BUS_TYPE_STRUCT, "ai");
-    sd_bus_message_enter_container(call, SD_BUS_TYPE_ARRAY, "i");
-    sd_bus_message_read(call, "i", &key);
-    {
-        const std::scoped_lock lock(mutex);
-        if (!sharesKeys && std::ranges::find(takenKeys, key) != takenKeys.end()) {
-            key = 0;
-        }
-        heldKeys[words.at(1)] = key;
-        noted.push_back("register " + words.at(0) + "|" + words.at(1) + "|" + words.at(2) + "|" + words.at(3));
-    }
-    return sd_bus_reply_method_return(call, "a(ai)", 1, 4, key, 0, 0, 0);
-}
-
-int FakeKWin::tellOwner(sd_bus_message* call) {
-    EXPECT_STREQ(sd_bus_message_get_signature(call, 1), "(ai)");
-    int key = 0;
-    sd_bus_message_enter_container(call, SD_BUS_TYPE_STRUCT, "ai");
-    sd_bus_message_enter_container(call, SD_BUS_TYPE_ARRAY, "i");
-    sd_bus_message_read(call, "i", &key);
-    const std::scoped_lock lock(mutex);
-    if (std::ranges::find(takenKeys, key) != takenKeys.end()) {
-        return sd_bus_reply_method_return(call, "as", 4, "org.example.Other", "theirs", "Another program", "Theirs");
-    }
-    const auto found = std::ranges::find_if(heldKeys, [&](const auto& held) { return held.second == key; });
-    if (found == heldKeys.end()) {
-        return sd_bus_reply_method_return(call, "as", 0);
-    }
-    return sd_bus_reply_method_return(call, "as", 4, "org.corvid.Tessel", found->first.c_str(), "Tessel", "Ours");
-}
-
-void FakeKWin::assignElsewhere(int key, const std::string& component) {
-    run([&] {
-        {
-            const std::scoped_lock lock(mutex);
-            takenKeys.push_back(key);
-        }
-        sd_bus_emit_signal(bus, "/kglobalaccel", "org.kde.KGlobalAccel", "yourShortcutsChanged", "asa(ai)", 4,
-                           component.c_str(), "theirs", "Another program", "Theirs", 2, 4, 0x1c000041, 0, 0, 0, 4, key,
-                           0, 0, 0);
-    });
-}
-
-int FakeKWin::tellHolders(sd_bus_message* call) {
-    int key = 0;
-    EXPECT_GT(sd_bus_message_read(call, "i", &key), 0);
-    note("holders of " + std::to_string(key));
-    sd_bus_message* raw = nullptr;
-    sd_bus_message_new_method_return(call, &raw);
-    const OwnedMessage reply(raw);
-    sd_bus_message_open_container(raw, SD_BUS_TYPE_ARRAY, "(ssssssaiai)");
-    for (auto [holder, end] = holders.equal_range(key); holder != end; ++holder) {
-        const Holder& told = holder->second;
-        sd_bus_message_append(raw, "(ssssssaiai)", told.action.c_str(), told.actionTitle.c_str(),
-                              told.component.c_str(), told.componentTitle.c_str(), "default", "Default Context", 1, key,
-                              1, key);
-    }
-    sd_bus_message_close_container(raw);
-    return sd_bus_message_send(raw);
+void FakeKWin::tellOfChange(const FakeAccel::Action& action, const std::vector<std::int32_t>& keys) {
+    run([&] { signalChange(bus, action, alone(keys)); });
 }
 
 void FakeKWin::press(int key, int repeats) {
     run([&] {
         for (const auto& [action, held] : keys()) {
-            const bool isOurs = held == key && std::ranges::find(takenKeys, key) == takenKeys.end();
+            const bool isOurs = held == key && accel.recipient(key) == "org.corvid.Tessel";
             for (int count = 0; isOurs && count <= repeats + 1; ++count) {
                 const char* signal = count <= repeats ? "globalShortcutPressed" : "globalShortcutReleased";
                 sd_bus_emit_signal(bus, "/component/org_corvid_Tessel", "org.kde.kglobalaccel.Component", signal, "ssx",
@@ -296,11 +203,6 @@ void FakeKWin::note(std::string what) {
 std::vector<std::string> FakeKWin::history() {
     const std::scoped_lock lock(mutex);
     return noted;
-}
-
-std::map<std::string, int> FakeKWin::keys() {
-    const std::scoped_lock lock(mutex);
-    return heldKeys;
 }
 
 bool FakeKWin::isScriptLoaded() {

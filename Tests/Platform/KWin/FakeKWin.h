@@ -1,10 +1,12 @@
 #pragma once
 
+#include "FakeAccel.h"
 #include "Platform/Linux/Bus/BusHandles.h"
 
 #include <atomic>
 #include <functional>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -42,19 +44,8 @@ public:
                          R"({"frame":[0,0,1600,900],"workArea":[0,30,1600,870]}]}})";
     /// Refuses to load scripts.
     std::atomic<bool> refusesScripts = false;
-    /// Keys of other programs, as Qt numbers them; set before it starts, or by `assignElsewhere`.
-    std::vector<int> takenKeys;
-    /// Grants a key that another program has, as that of Plasma 6.7 does; the other one gets the presses.
-    std::atomic<bool> sharesKeys = false;
-
-    struct Holder {
-        std::string action;
-        std::string actionTitle;
-        std::string component;
-        std::string componentTitle;
-    };
-    /// The holders that it names for a key, by Qt's number; several where it grants keys twice.
-    std::multimap<int, Holder> holders;
+    /// Its KGlobalAccel.
+    FakeAccel accel;
 
     /// Does not run yet.
     explicit FakeKWin(std::string address);
@@ -73,13 +64,16 @@ public:
     Script* script = nullptr;
     /// Tells of the press of a key with this Qt number, if somebody has it, of its repeats and of its release.
     void press(int key, int repeats = 0);
-    /// Gives a key to an action of that component, as the system's settings do, and tells everybody.
-    void assignElsewhere(int key, const std::string& component = "org.example.Other");
+    /// Gives a key to another program, as the system's settings do, which take it from everybody else before; and
+    /// tells everybody.
+    void assignElsewhere(int key);
+    /// Tells everybody that the keys of an action were set.
+    void tellOfChange(const FakeAccel::Action& action, const std::vector<std::int32_t>& keys);
 
     /// What it was asked for, in order: "load", "start", "unload", "unregister …".
     [[nodiscard]] std::vector<std::string> history();
-    /// The names of the actions that have keys.
-    [[nodiscard]] std::map<std::string, int> keys();
+    /// The names of our actions, each with its key.
+    [[nodiscard]] std::map<std::string, int> keys() { return accel.ownKeys(); }
     [[nodiscard]] bool isScriptLoaded();
     [[nodiscard]] std::string uniqueName();
 
@@ -89,10 +83,6 @@ private:
 
     void work();
     int answerScripting(sd_bus_message* call);
-    int answerAccel(sd_bus_message* call);
-    int setKeys(sd_bus_message* call);
-    int tellOwner(sd_bus_message* call);
-    int tellHolders(sd_bus_message* call);
     void note(std::string what);
 
     std::string address;
@@ -102,7 +92,6 @@ private:
     std::atomic<bool> hasNames = false;
     std::vector<std::function<void()>> errands;
     std::vector<std::string> noted;
-    std::map<std::string, int> heldKeys;
     std::unique_ptr<Script> running;
     bool isLoaded = false;
     int runs = 0;

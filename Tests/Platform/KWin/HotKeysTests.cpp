@@ -28,6 +28,8 @@ constexpr std::uint32_t controlOption = 0x1800;
 constexpr int ctrlAltLeft = 0x0d000012;
 constexpr int ctrlAltC = 0x0c000043;
 
+const FakeAccel::Action theirs{"org.example.Other", "theirs", "Another program", "Theirs"};
+
 class HotKeysTest : public testing::Test {
 protected:
     MessageBus daemon;
@@ -103,7 +105,7 @@ TEST_F(HotKeysTest, AKeyThatIsHeldIsOnePress) {
 }
 
 TEST_F(HotKeysTest, AKeyOfAnotherProgramIsRefusedAndLeavesNoTrace) {
-    kwin->takenKeys = {ctrlAltLeft};
+    kwin->accel.hold(theirs, {ctrlAltLeft});
     const auto refused = add(left, 1);
     EXPECT_EQ(refused.status, eventHotKeyExistsErr);
     EXPECT_FALSE(refused.reference);
@@ -112,8 +114,8 @@ TEST_F(HotKeysTest, AKeyOfAnotherProgramIsRefusedAndLeavesNoTrace) {
 }
 
 TEST_F(HotKeysTest, AKeyThatIsGrantedToTwoIsHeldByTheFirst) {
-    kwin->takenKeys = {ctrlAltLeft};
-    kwin->sharesKeys = true;
+    kwin->accel.hold(theirs, {ctrlAltLeft});
+    kwin->accel.sharesKeys = true;
     const auto refused = add(left, 1);
     EXPECT_EQ(refused.status, eventHotKeyExistsErr);
     EXPECT_FALSE(refused.reference);
@@ -124,7 +126,7 @@ TEST_F(HotKeysTest, AKeyThatIsGrantedToTwoIsHeldByTheFirst) {
 }
 
 TEST_F(HotKeysTest, AKeyThatTheSettingsGiveToAnotherProgramIsLost) {
-    kwin->sharesKeys = true;
+    kwin->accel.sharesKeys = true;
     const auto registration = add(left, 1);
     ASSERT_TRUE(registration.reference);
     ASSERT_EQ(add(letterC, 2).status, noErr);
@@ -139,8 +141,7 @@ TEST_F(HotKeysTest, AKeyThatTheSettingsGiveToAnotherProgramIsLost) {
 TEST_F(HotKeysTest, OtherChangesOfTheSettingsLoseNoKey) {
     ASSERT_EQ(add(left, 1).status, noErr);
     kwin->assignElsewhere(ctrlAltC);
-    kwin->assignElsewhere(ctrlAltLeft, "org.corvid.Tessel");
-    kwin->run([&] { kwin->takenKeys.clear(); });
+    kwin->tellOfChange({"org.corvid.Tessel", "hot-key-123-6144", "Tessel", "Key 123"}, {ctrlAltLeft});
     kwin->press(ctrlAltLeft);
     ASSERT_TRUE(runUntil([&] { return presses.size() == 1; }));
     EXPECT_FALSE(keys->takeLoss());
@@ -195,7 +196,7 @@ TEST_F(HotKeysTest, AreRegisteredAgainWhereTheServerIsAnother) {
     ASSERT_TRUE(runUntil([&] { return presses.size() == 1; }));
     kwin->stop();
     FakeKWin another(daemon.address());
-    another.takenKeys = {ctrlAltC};
+    another.accel.hold(theirs, {ctrlAltC});
     another.start();
     ASSERT_TRUE(runUntil([&] { return another.history().size() == 2; }));
     EXPECT_TRUE(runUntil([&] { return another.keys().size() == 1; }));

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Platform/KWin/GlobalAccel.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform::kwin {
+
+/// The keys that were borrowed from one action. Qt's keys.
+struct KeyLoan {
+    AccelAction holder;
+    /// Its list before anything was borrowed.
+    KeySequences keys;
+    /// Those of them that are, or are about to be, taken out of it. Each stands in the list, alone in its sequence.
+    std::vector<std::int32_t> borrowed;
+
+    /// The list while those keys are borrowed.
+    [[nodiscard]] KeySequences remainder() const;
+
+    /// Whether a list is one that borrowing and giving back leave behind: the former one without some of the borrowed
+    /// keys, in any order: that of Plasma 6.7 keeps none. A program that was killed between writing down and acting
+    /// leaves one of these, too. Anything else is the user's own change.
+    [[nodiscard]] bool accountsFor(const KeySequences& present) const;
+
+    friend bool operator==(const KeyLoan&, const KeyLoan&) = default;
+};
+
+/// What has to be known after this program has ended: whose keys it has, and which it is to leave alone.
+struct KeyLoanNote {
+    std::vector<KeyLoan> loans;
+    /// Keys that the user has given to another program since the consent to borrow.
+    std::vector<std::int32_t> left;
+
+    /// As JSON; nothing for a text that is not as `text` writes it.
+    [[nodiscard]] static std::optional<KeyLoanNote> read(std::string_view text);
+    [[nodiscard]] std::string text() const;
+
+    friend bool operator==(const KeyLoanNote&, const KeyLoanNote&) = default;
+};
+
+/// The list without one key. Nothing where the key is not in it, or only with others in a row.
+[[nodiscard]] std::optional<KeySequences> without(const KeySequences& keys, std::int32_t key);
+
+} // namespace platform::kwin

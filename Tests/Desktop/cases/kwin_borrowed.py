@@ -1,0 +1,206 @@
+"""Keys that another program has in KGlobalAccel, borrowed with the user's consent: that changes the system's settings,
+so what is taken is given back however the program ends, at the latest when it is started again."""
+
+import json
+import plistlib
+import signal
+
+from harness.holders import told_holders
+from harness.kwin import SCREENS, Client, KWinDesktop
+from harness.kwin_holder import LEFT, C, KeyHolder, N
+from harness.product import Product, run_to_end
+from harness.waiting import until, until_equal
+
+from . import case
+from .borrowed import asks
+from .kwin_actions import NATURAL, every_action, open_application
+from .kwin_keys import LOOK
+from .window_manager_changes import taken
+
+HELD = {"leftHalf", "center"}
+NOTE = ".local/state/tessel/borrowed-shortcuts.json"
+
+
+class Lenders:
+    """Two actions of another program that hold shortcuts, one of them with a key that is none."""
+
+    def __init__(self, desktop: KWinDesktop):
+        self.desktop = desktop
+        self.first = KeyHolder(desktop, "first", LEFT, N)
+        self.second = KeyHolder(desktop, "second", C)
+
+    def keys(self) -> tuple[set[int], set[int]]:
+        return self.first.keys(), self.second.keys()
+
+    def have_all(self, when: str) -> None:
+        """Their keys are theirs, and act for them."""
+        until_equal(self.keys, ({LEFT, N}, {C}), f"the keys of the other program {when}")
+        first, second = self.first.told(), self.second.told()
+        for action in sorted(HELD):
+            self.desktop.keyboard.press(action)
+        self.first.until_told(first + 1, when)
+        self.second.until_told(second + 1, when)
+
+    def have_lent(self, product: Product, client: Client, when: str) -> None:
+        """All six shortcuts act, and what they act for is the program alone; the other key does what it did."""
+        assert self.keys() == ({N}, set()), f"{self.keys()} {when}"
+        first, second = self.first.told(), self.second.told()
+        every_action(self.desktop, product, client, NATURAL, SCREENS[0])
+        assert (self.first.told(), self.second.told()) == (first, second), f"the other program was told {when}"
+        self.desktop.keyboard.chord("Control", "Alt", "N")
+        self.first.until_told(first + 1, when)
+
+
+def shortcuts(desktop: KWinDesktop, program, what: str) -> set[str]:
+    """The actions whose shortcut is `what`, as the program says."""
+    ended, output, errors, _ = run_to_end(desktop.session, program, "--status", "--json")
+    assert ended == 0, errors
+    return {each["action"] for each in json.loads(output)["shortcuts"] if each.get(what)}
+
+
+def kill(desktop: KWinDesktop, product: Product) -> None:
+    desktop.session.processes.end(product.process, signal.SIGKILL)
+    desktop.products.remove(product)
+    product.close()
+
+
+class Borrowing(KWinDesktop):
+    def note(self) -> str | None:
+        file = self.session.home / NOTE
+        return file.read_text() if file.exists() else None
+
+    def launch_and_borrow(self) -> Product:
+        product = self.launch(status=taken(HELD))
+        asks(self, self.program, "--take-shortcuts")
+        product.until_status("Active")
+        return product
+
+
+@case("desktop.kwin.borrowed")
+def held_keys_are_ours_with_consent_and_their_holders_again_afterwards(program):
+    with Borrowing(program) as desktop:
+        editor = open_application(desktop, "mousepad")
+        lenders = Lenders(desktop)
+        product = desktop.launch(status=taken(HELD))
+        until_equal(lambda: told_holders(desktop.session, program),
+                    {"leftHalf": ("Another program", "Their first"), "center": ("Another program", "Their second")},
+                    "the holders")
+        assert shortcuts(desktop, program, "canBeBorrowed") == HELD
+        assert desktop.note() is None, "something was written down without consent"
+        lenders.have_all("without consent")
+
+        asks(desktop, program, "--take-shortcuts")
+        product.until_status("Active")
+        assert shortcuts(desktop, program, "borrowed") == HELD
+        until_equal(lambda: {holder for holder, _ in told_holders(desktop.session, program).values()},
+                    {"Another program"}, "the lender")
+        lenders.have_lent(product, editor, "with consent")
+
+        asks(desktop, program, "--give-back-shortcuts")
+        product.until_status(taken(HELD))
+        lenders.have_all("after they were given back")
+        assert desktop.note() is None, desktop.note()
+
+        asks(desktop, program, "--take-shortcuts")
+        product.until_status("Active")
+        product.terminate()
+        lenders.have_all("after the program has ended")
+        assert desktop.note() is None, desktop.note()
+
+        product = desktop.launch()
+        lenders.have_lent(product, editor, "at the next start")
+
+
+@case("desktop.kwin.borrowed.killed")
+def what_a_killed_program_had_borrowed_is_given_back_at_the_next_start_unless_the_consent_holds(program):
+    with Borrowing(program) as desktop:
+        editor = open_application(desktop, "mousepad")
+        lenders = Lenders(desktop)
+        kill(desktop, desktop.launch_and_borrow())
+        assert lenders.keys() == ({N}, set()), f"nothing was left, so nothing is tested: {lenders.keys()}"
+        note = desktop.note()
+
+        product = desktop.launch()
+        lenders.have_lent(product, editor, "at the next start")
+        assert desktop.note() == note, f"{note} became {desktop.note()}"
+        kill(desktop, product)
+
+        preferences = desktop.session.home / ".config/tessel/preferences.plist"
+        settings = plistlib.loads(preferences.read_bytes())
+        preferences.write_bytes(plistlib.dumps({**settings, "borrowsShortcuts": False}))
+        product = desktop.launch(status=taken(HELD))
+        lenders.have_all("at the start without consent")
+        assert desktop.note() is None, desktop.note()
+
+
+@case("desktop.kwin.borrowed.forgotten")
+def what_a_killed_program_had_borrowed_is_given_back_when_all_is_forgotten(program):
+    with Borrowing(program) as desktop:
+        lenders = Lenders(desktop)
+        kill(desktop, desktop.launch_and_borrow())
+        asks(desktop, program, "--forget")
+        lenders.have_all("after all was forgotten")
+        assert not (desktop.session.home / NOTE).parent.exists(), "something was left"
+        assert desktop.held_keys() == [], "keys of the killed program are left"
+
+
+@case("desktop.kwin.borrowed.restarted")
+def borrowed_keys_survive_another_kwin(program):
+    with Borrowing(program) as desktop:
+        open_application(desktop, "mousepad")
+        lenders = Lenders(desktop)
+        product = desktop.launch_and_borrow()
+        note = desktop.note()
+        # It has written its settings by then.
+        assert "hot-key" in desktop.shortcut_settings()
+        desktop.keyboard.close()
+        desktop.stop_kwin()
+        product.until_status("Waiting for permission", 15.0)
+        desktop.start_kwin()
+        desktop.renew_keyboard()
+        lenders.first.begin_again()
+        lenders.second.begin_again()
+        product.until_status("Active", 20.0)
+        until_equal(lambda: shortcuts(desktop, program, "borrowed"), HELD, "the borrowed shortcuts", 20.0)
+        assert desktop.note() == note, f"{note} became {desktop.note()}"
+        lenders.have_lent(product, open_application(desktop, "mousepad"), "after KWin was restarted")
+        product.terminate()
+        lenders.have_all("after the program has ended")
+
+
+@case("desktop.kwin.borrowed.assigned")
+def a_borrowed_key_goes_to_whom_the_user_gives_it_until_it_is_asked_for_again(program):
+    with Borrowing(program) as desktop:
+        editor = open_application(desktop, "mousepad")
+        lenders = Lenders(desktop)
+        product = desktop.launch_and_borrow()
+        third = KeyHolder(desktop, "third", program="org.example.Third")
+        third.set_in_settings(LEFT)
+        product.until_status(taken({"leftHalf"}), 2 * LOOK)
+        desktop.keyboard.press("leftHalf")
+        third.until_told(1, "after the user gave it the key")
+        assert lenders.keys() == ({N}, set()), lenders.keys()
+        product.terminate()
+        assert (*lenders.keys(), third.keys()) == ({N}, {C}, {LEFT}), f"{lenders.keys()}, {third.keys()}"
+
+        product = desktop.launch(status=taken({"leftHalf"}))
+        assert shortcuts(desktop, program, "canBeBorrowed") == {"leftHalf"}
+        asks(desktop, program, "--take-shortcuts")
+        product.until_status("Active")
+        every_action(desktop, product, editor, NATURAL, SCREENS[0])
+        assert third.told() == 1, "the third program was told of a borrowed key"
+        product.terminate()
+        assert (*lenders.keys(), third.keys()) == ({N}, {C}, {LEFT}), f"{lenders.keys()}, {third.keys()}"
+
+
+@case("desktop.kwin.borrowed.changed")
+def a_list_that_the_user_changes_meanwhile_stays_as_it_is(program):
+    with Borrowing(program) as desktop:
+        lenders = Lenders(desktop)
+        product = desktop.launch_and_borrow()
+        other = N + 1
+        lenders.first.set_in_settings(N, other)
+        product.terminate()
+        until(lambda: lenders.keys() == ({N, other}, {C}), "the user's list to stay", saw=lenders.keys)
+        assert desktop.note() is None, desktop.note()
+        assert desktop.held_keys() == [], "keys outlived the program"

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Platform/KWin/GlobalAccel.h"
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The keys of a session's programs, as KGlobalAccel has them. Any thread.
+class FakeAccel {
+public:
+    using Action = platform::kwin::AccelAction;
+    using Sequences = platform::kwin::KeySequences;
+
+    /// Grants a key that another action has, as that of Plasma 6.7 does; of two, the older action gets the presses.
+    std::atomic<bool> sharesKeys = false;
+    /// After so many calls every further one is refused, as if it came from a program that was killed then.
+    std::atomic<int> callsLeft = std::numeric_limits<int>::max();
+    /// Called before the keys of an action are changed as the system's settings change them. On the fake's thread.
+    std::function<void()> beforeForeignChange = [] {};
+
+    FakeAccel() = default;
+
+    /// An action of another program, with these keys.
+    void holdSequences(const Action& action, const Sequences& keys);
+    void hold(const Action& action, const std::vector<std::int32_t>& keys);
+
+    [[nodiscard]] Sequences keysOf(const Action& action);
+    /// The component that gets the presses of a key; empty for nobody.
+    [[nodiscard]] std::string recipient(std::int32_t key);
+    /// Our own actions, each with its key.
+    [[nodiscard]] std::map<std::string, int> ownKeys();
+    /// Whatever others hold is forgotten.
+    void forgetOthers();
+
+    /// Answers a call; `note` is told of registrations. Gives 0 for what is no call of KGlobalAccel.
+    int answer(sd_bus_message* call, const std::function<void(std::string)>& note);
+
+private:
+    struct Held {
+        Action action;
+        Sequences keys;
+    };
+
+    [[nodiscard]] Held* find(const Action& action);
+    [[nodiscard]] const Held* recipientOf(const platform::kwin::KeySequence& sequence) const;
+    Sequences set(Held& held, const Sequences& keys);
+    int setKeys(sd_bus_message* call, const std::function<void(std::string)>& note);
+    int setForeignKeys(sd_bus_message* call);
+    int tellRecipient(sd_bus_message* call);
+    int tellKeys(sd_bus_message* call);
+    int tellNames(sd_bus_message* call);
+    int unregister(sd_bus_message* call);
+
+    std::mutex mutex;
+    std::vector<Held> all;
+};
+
+/// Sends what the system's settings send when they have changed an action's keys.
+void signalChange(sd_bus* bus, const FakeAccel::Action& action, const FakeAccel::Sequences& keys);
+
+[[nodiscard]] FakeAccel::Sequences alone(const std::vector<std::int32_t>& keys);
