@@ -59,10 +59,10 @@ std::optional<KeySequences> readSequences(const Json* list) {
 std::optional<KeyLoan> readLoan(const Json& object) {
     const auto keys = readSequences(member(object, "keys"));
     const auto borrowed = readNumbers(member(object, "borrowed"));
-    KeyLoan loan{.holder = {.component = compositor::textIn(object, "component"),
-                            .action = compositor::textIn(object, "action"),
-                            .componentTitle = compositor::textIn(object, "componentTitle"),
-                            .actionTitle = compositor::textIn(object, "actionTitle")},
+    KeyLoan loan{.holder = {.component = std::string(compositor::textOf(object, "component")),
+                            .action = std::string(compositor::textOf(object, "action")),
+                            .componentTitle = std::string(compositor::textOf(object, "componentTitle")),
+                            .actionTitle = std::string(compositor::textOf(object, "actionTitle"))},
                  .keys = keys.value_or(KeySequences{}),
                  .borrowed = borrowed.value_or(std::vector<std::int32_t>{})};
     const bool isWhole =

@@ -136,9 +136,9 @@ TEST_F(View, WhoseConfigurationHoldsTheShortcutsIsSaidOnce) {
     for (const WindowAction action : {WindowAction::leftHalf, WindowAction::center}) {
         desktop.hotKeyEvents.lend(action.shortcut().keyCode, action.shortcut().modifiers);
         desktop.shortcutHolders.holders.emplace(
-            action.shortcut(),
-            platform::ShortcutHolder{
-                .heldBy = "sway, ~/config:" + std::to_string(++line), .purpose = "exec foot", .otherKeys = {}});
+            action.shortcut(), platform::ShortcutHolder{.heldBy = "sway, ~/config:" + std::to_string(++line),
+                                                        .purpose = "exec foot",
+                                                        .otherKeys = {}});
     }
     make();
     desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
