@@ -191,12 +191,11 @@ OSStatus HotKeys::bind(Registered& registered, std::uint64_t reference) {
                                         ? bindingsOver(combination, use.isOnRelease)
                                         : std::vector<Binding>{{.keys = combination.text(), .isOnRelease = false}};
     std::vector<std::string> commands;
-    for (const Binding& each : bindings) {
-        commands.push_back(each.isOnRelease
-                               ? "bindcode --no-warn --release " + each.keys + " " + std::string(releaseCommand)
-                               : "bindcode --no-warn --no-repeat " + each.keys + " " + std::string(commandPrefix) +
-                                     std::to_string(reference));
-    }
+    std::ranges::transform(bindings, std::back_inserter(commands), [&](const Binding& each) {
+        return each.isOnRelease ? "bindcode --no-warn --release " + each.keys + " " + std::string(releaseCommand)
+                                : "bindcode --no-warn --no-repeat " + each.keys + " " + std::string(commandPrefix) +
+                                      std::to_string(reference);
+    });
     registered.bindings = std::move(bindings);
     if (registered.isBorrowed) {
         setLeft(combination, joined(unbindingCommands(registered.bindings)));
@@ -224,9 +223,9 @@ void HotKeys::unbind(const std::vector<Binding>& bindings) {
 
 std::vector<std::string> HotKeys::unbindingCommands(const std::vector<Binding>& bindings) {
     std::vector<std::string> commands;
-    for (const Binding& each : bindings) {
-        commands.push_back((each.isOnRelease ? "unbindcode --release " : "unbindcode ") + each.keys);
-    }
+    std::ranges::transform(bindings, std::back_inserter(commands), [](const Binding& each) {
+        return (each.isOnRelease ? "unbindcode --release " : "unbindcode ") + each.keys;
+    });
     return commands;
 }
 
