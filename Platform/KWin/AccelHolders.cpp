@@ -29,12 +29,12 @@ public:
         , found(std::move(found)) {}
 
     /// Whether anything is known or asked for.
-    [[nodiscard]] bool ask(sd_bus* connection, const std::vector<corvid::Shortcut>& shortcuts, const Lender& lender) {
+    [[nodiscard]] bool ask(sd_bus* connection, const std::vector<corvid::Shortcut>& shortcuts, const Lender& lenderOf) {
         answers.resize(shortcuts.size());
         questions.reserve(shortcuts.size());
         for (std::size_t place = 0; place < shortcuts.size(); ++place) {
             const auto key = qtKey(shortcuts[place].keyCode, shortcuts[place].modifiers);
-            if (const AccelAction* known = key && lender ? lender(*key) : nullptr) {
+            if (const AccelAction* known = key && lenderOf ? lenderOf(*key) : nullptr) {
                 answers[place] = holderOf(*known);
             } else if (key) {
                 ask(connection, place, *key);

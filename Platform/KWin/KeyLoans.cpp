@@ -4,7 +4,6 @@
 #include "Platform/Linux/Settings/DurableFile.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <expected>
 #include <filesystem>
 #include <iterator>
@@ -125,8 +124,7 @@ bool KeyLoans::borrow(std::int32_t key) {
 void KeyLoans::giveBack(std::int32_t key) {
     // Those who shared a key all get it, in the order in which they had it.
     std::vector<AccelAction> owners;
-    for (std::size_t place = 0; place < note.loans.size(); ++place) {
-        KeyLoan& loan = note.loans[place];
+    for (KeyLoan& loan : note.loans) {
         if (!has(loan, key)) {
             continue;
         }

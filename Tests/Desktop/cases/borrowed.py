@@ -6,10 +6,13 @@ import time
 
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
+from harness.kwin import Bus, Gio
+from harness.kwin_holder import LEFT, KeyHolder, N
 from harness.product import Product, run_to_end
+from harness.skipping import Skipped
 from harness.waiting import until
 
-from . import case_for_each
+from . import case, case_for_each
 from .window_manager_changes import HOLDING, POLL, taken, works
 
 # muffin alone keeps the keys for Cinnamon's shell, which is not there to act on them.
@@ -117,3 +120,37 @@ def borrowed_keys_survive_a_restart_of_the_window_manager(program, manager):
         works_alone(desktop, product, editor.window, f"after {manager} was restarted")
         product.terminate()
         desktop_acts(desktop, "after the program has ended")
+
+
+@case("desktop.borrowed.kglobalaccel")
+def a_key_of_another_program_in_plasma_on_x11_is_borrowed_without_a_change_of_the_settings(program):
+    if Gio is None:
+        raise Skipped("no module gi (Debian package python3-gi)")
+    with Desktop(program, name="borrowed.kglobalaccel") as desktop:
+        desktop.start_window_manager("kwin_x11")
+        desktop.bus = Bus(desktop.session.environment["DBUS_SESSION_BUS_ADDRESS"])
+        until(lambda: desktop.bus.has_owner("org.kde.kglobalaccel"), "KGlobalAccel")
+        holder = KeyHolder(desktop, "first", LEFT, N)
+        editor = desktop.open(APPLICATIONS["mousepad"])
+
+        def is_its_holders(when: str) -> None:
+            times = holder.told()
+            desktop.keyboard.press("leftHalf")
+            holder.until_told(times + 1, when)
+
+        product = desktop.launch()
+        product.until_status(taken({"leftHalf"}))
+        is_its_holders("without consent")
+        asks(desktop, program, "--take-shortcuts")
+        product.until_status("Active")
+        times = holder.told()
+        works(desktop, product, editor.window, when="with consent")
+        assert (holder.told(), holder.keys()) == (times, {LEFT, N}), f"{holder.told()}, {holder.keys()}"
+        asks(desktop, program, "--give-back-shortcuts")
+        product.until_status(taken({"leftHalf"}))
+        is_its_holders("after it was given back")
+        asks(desktop, program, "--take-shortcuts")
+        product.until_status("Active")
+        product.process.kill()
+        product.process.wait()
+        is_its_holders("after the program was killed")

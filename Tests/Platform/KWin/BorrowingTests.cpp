@@ -47,11 +47,15 @@ protected:
         kwin->start();
     }
 
-    void begin(bool consent) {
+    void start() {
         bus = std::make_unique<linux::SessionBus>(loop, daemon.address(), std::chrono::milliseconds(20));
         keys = std::make_unique<HotKeys>(
             loop, *bus, [](std::uint32_t, std::uint32_t) { return std::string("Ours"); }, note, log.sink());
         ASSERT_TRUE(bus->awaitArrival(loop.now() + std::chrono::seconds(10)));
+    }
+
+    void begin(bool consent) {
+        start();
         keys->setBorrows(consent);
         registerBoth();
     }
@@ -90,6 +94,13 @@ protected:
         kwin->accel.callsLeft = 0;
         end();
         kwin->accel.callsLeft = std::numeric_limits<int>::max();
+    }
+
+    /// Our actions are known, and have no keys.
+    void takeFromOurs() {
+        for (const auto& [action, key] : kwin->accel.ownKeys()) {
+            kwin->accel.hold({GlobalAccel::ownComponent, action, "Tessel", "Ours"}, {});
+        }
     }
 
     [[nodiscard]] HotKeyLoan loanOf(std::uint32_t code) const { return keys->loan(code, ctrlAlt); }
@@ -208,10 +219,7 @@ TEST_F(BorrowingTest, AKilledProgramsNextStartGivesBackWhatItDoesNotRegister) {
     begin(true);
     kill();
     // As a program that is paused: the choice is read, and nothing is registered.
-    bus = std::make_unique<linux::SessionBus>(loop, daemon.address(), std::chrono::milliseconds(20));
-    keys = std::make_unique<HotKeys>(
-        loop, *bus, [](std::uint32_t, std::uint32_t) { return std::string("Ours"); }, note, log.sink());
-    ASSERT_TRUE(bus->awaitArrival(loop.now() + std::chrono::seconds(10)));
+    start();
     keys->setBorrows(true);
     EXPECT_TRUE(runUntil([&] { return !hasNote(); }));
     expectGivenBack();
@@ -236,12 +244,9 @@ TEST_F(BorrowingTest, AServerThatIsStartedAnewIsBorrowedFromAgain) {
         if (isListRestored) {
             kwin->accel.hold(first, {keyLeft, keyN});
         }
-        for (const auto& [action, key] : kwin->accel.ownKeys()) {
-            kwin->accel.hold({GlobalAccel::ownComponent, action, "Tessel", "Ours"}, {});
-        }
-        const auto earlier = kwin->history().size();
+        takeFromOurs();
         kwin->start();
-        ASSERT_TRUE(runUntil([&] { return kwin->accel.recipient(keyC) == GlobalAccel::ownComponent; })) << earlier;
+        ASSERT_TRUE(runUntil([&] { return kwin->accel.recipient(keyC) == GlobalAccel::ownComponent; }));
         expectLent();
     }
     end();
@@ -305,33 +310,22 @@ TEST_F(BorrowingTest, AKeyThatTheUserGivesToAThirdStaysThereUntilItIsAskedForAga
     EXPECT_FALSE(hasNote());
 }
 
-TEST_F(BorrowingTest, AKeyThatAThirdHasTakenAfterAKillIsNotGivenBack) {
-    begin(true);
-    kill();
-    for (const auto& [action, key] : kwin->accel.ownKeys()) {
-        kwin->accel.hold({GlobalAccel::ownComponent, action, "Tessel", "Ours"}, {});
+TEST_F(BorrowingTest, AKeyThatAThirdHasTakenAfterAKillIsThatOnesAtTheEnd) {
+    for (const bool consent : {false, true}) {
+        kwin->accel.hold(third, {});
+        kwin->accel.hold(first, {keyLeft, keyN});
+        begin(true);
+        kill();
+        takeFromOurs();
+        kwin->accel.hold(third, {keyLeft});
+        begin(consent);
+        EXPECT_EQ(loanOf(leftCode), consent ? HotKeyLoan::made : HotKeyLoan::possible);
+        end();
+        EXPECT_EQ(kwin->accel.keysOf(first), alone({keyN}));
+        EXPECT_EQ(kwin->accel.keysOf(second), alone({keyC}));
+        EXPECT_EQ(kwin->accel.keysOf(third), alone({keyLeft}));
+        EXPECT_FALSE(hasNote());
     }
-    kwin->accel.hold(third, {keyLeft});
-    begin(false);
-    EXPECT_EQ(kwin->accel.keysOf(first), alone({keyN}));
-    EXPECT_EQ(kwin->accel.keysOf(second), alone({keyC}));
-    EXPECT_EQ(kwin->accel.keysOf(third), alone({keyLeft}));
-    EXPECT_FALSE(hasNote());
-}
-
-TEST_F(BorrowingTest, AKeyThatAThirdHasTakenAfterAKillIsBorrowedFromThatOne) {
-    begin(true);
-    kill();
-    for (const auto& [action, key] : kwin->accel.ownKeys()) {
-        kwin->accel.hold({GlobalAccel::ownComponent, action, "Tessel", "Ours"}, {});
-    }
-    kwin->accel.hold(third, {keyLeft});
-    begin(true);
-    EXPECT_EQ(*keys->lender(keyLeft), third);
-    end();
-    EXPECT_EQ(kwin->accel.keysOf(first), alone({keyN}));
-    EXPECT_EQ(kwin->accel.keysOf(third), alone({keyLeft}));
-    EXPECT_FALSE(hasNote());
 }
 
 TEST_F(BorrowingTest, WhatIsTakenIsOnTheDiskBeforeItIsTaken) {
@@ -362,13 +356,11 @@ TEST_F(BorrowingTest, OfAKeyThatIsGrantedToSeveralEachGetsItBack) {
 
 TEST_F(BorrowingTest, AKeyInARowWithOthersCannotBeBorrowed) {
     kwin->accel.holdSequences(first, {{keyLeft, keyN, 0, 0}});
-    kwin->accel.hold(third, {keyLeft});
     kwin->accel.holdSequences(second, {{keyC, keyN, 0, 0}, {keyM, 0, 0, 0}});
     begin(true);
     end();
     EXPECT_EQ(kwin->accel.keysOf(first), (KeySequences{{keyLeft, keyN, 0, 0}}));
     EXPECT_EQ(kwin->accel.keysOf(second), (KeySequences{{keyC, keyN, 0, 0}, {keyM, 0, 0, 0}}));
-    EXPECT_EQ(kwin->accel.keysOf(third), alone({keyLeft}));
 }
 
 TEST_F(BorrowingTest, NothingIsTakenThatCannotBeWrittenDown) {
