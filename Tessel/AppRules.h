@@ -58,7 +58,7 @@ private:
                                       std::string_view notification, void* context);
     void windowCreated(const platform::AXUIElement& window);
     void apply(const platform::AXUIElement& window);
-    void place(WindowAction action, const platform::AXUIElement& window);
+    void place(WindowAction action, const platform::AXUIElement& window) const;
 
     Prefs::Rules currentRules;
     bool running = false;
