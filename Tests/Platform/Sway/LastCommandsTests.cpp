@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -38,8 +39,18 @@ void turnUntil(linux::MainLoop& loop, const std::function<bool()>& holds) {
     EXPECT_TRUE(holds());
 }
 
+/// The shell is nobody's child, so that nobody has to wait for it; from now on it is this process's.
+void adoptShells() {
+    ASSERT_EQ(::prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
+}
+
+/// Waits for those that have ended.
 bool hasNoChild() {
-    return ::waitid(P_ALL, 0, nullptr, WEXITED | WNOHANG | WNOWAIT) < 0 && errno == ECHILD;
+    pid_t process = 0;
+    do {
+        process = ::waitpid(-1, nullptr, WNOHANG);
+    } while (process > 0);
+    return process < 0 && errno == ECHILD;
 }
 
 /// A folder with a `swaymsg` that tells the mode and writes down what else it is given, and is the first in the path.
@@ -74,8 +85,7 @@ TEST_F(SwayLastCommands, AreCarriedOutInTheDefaultModeWhenTheProgramIsKilled) {
     const pid_t process = ::fork();
     if (process == 0) {
         comeFirst();
-        linux::MainLoop loop;
-        LastCommands last(loop, socketPath);
+        LastCommands last(socketPath);
         last.set("unbindcode 1");
         last.set("unbindcode 1; unbindcode 2");
         ::raise(SIGKILL);
@@ -90,8 +100,7 @@ TEST_F(SwayLastCommands, AModeThatCannotBeNamedIsLeft) {
     setMode(R"(a \" b)");
     inChildProcess([&] {
         comeFirst();
-        linux::MainLoop loop;
-        LastCommands(loop, socketPath).set("unbindcode 1");
+        LastCommands(socketPath).set("unbindcode 1");
         EXPECT_EQ(carriedOut(), "mode \"default\"; unbindcode 1; mode \"default\"\n");
     });
 }
@@ -99,13 +108,14 @@ TEST_F(SwayLastCommands, AModeThatCannotBeNamedIsLeft) {
 TEST_F(SwayLastCommands, ThatAreTakenBackLeaveNoShellAndDoNothing) {
     inChildProcess([&] {
         comeFirst();
-        linux::MainLoop loop;
-        LastCommands last(loop, socketPath);
+        adoptShells();
+        LastCommands last(socketPath);
         last.set("");
         EXPECT_TRUE(hasNoChild());
         last.set("unbindcode 1");
         EXPECT_FALSE(hasNoChild());
         last.set("");
+        linux::MainLoop loop;
         turnUntil(loop, hasNoChild);
         EXPECT_FALSE(isAnyCarriedOut());
     });
@@ -114,9 +124,9 @@ TEST_F(SwayLastCommands, ThatAreTakenBackLeaveNoShellAndDoNothing) {
 TEST_F(SwayLastCommands, AreLeftToAnotherShellWhereTheFirstOneWasEnded) {
     inChildProcess([&] {
         comeFirst();
-        linux::MainLoop loop;
+        adoptShells();
         {
-            LastCommands last(loop, socketPath);
+            LastCommands last(socketPath);
             last.set("unbindcode 1");
             pid_t shell = 0;
             std::ifstream("/proc/thread-self/children") >> shell;
@@ -133,8 +143,8 @@ TEST_F(SwayLastCommands, AreLeftToAnotherShellWhereTheFirstOneWasEnded) {
 TEST_F(SwayLastCommands, WithoutSwaymsgThereIsNobodyToCarryThemOut) {
     inChildProcess([&] {
         ::setenv("PATH", "/nonexistent", 1);
-        linux::MainLoop loop;
-        LastCommands last(loop, socketPath);
+        adoptShells();
+        LastCommands last(socketPath);
         last.set("unbindcode 1");
         EXPECT_TRUE(hasNoChild());
     });
