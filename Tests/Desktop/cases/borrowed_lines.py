@@ -139,9 +139,17 @@ def lines_of_sways_configuration_rest_while_their_keys_are_borrowed(program):
         listener.close()
 
 
-def children(product: Product) -> list[Path]:
-    identifier = product.process.pid
-    return [Path("/proc", child) for child in Path(f"/proc/{identifier}/task/{identifier}/children").read_text().split()]
+def who_waits(desktop: SwayDesktop) -> list[Path]:
+    """The shells that wait for the end of a program on this desktop; they are nobody's children."""
+    waiting = []
+    for process in Path("/proc").glob("[0-9]*"):
+        try:
+            words = (process / "cmdline").read_bytes().split(b"\0")
+        except OSError:
+            continue
+        if words[0] == b"sh" and str(desktop.socket).encode() in words:
+            waiting.append(process)
+    return waiting
 
 
 def has_ended(process: Path) -> bool:
@@ -159,13 +167,13 @@ def lines_of_sways_configuration_act_again_when_the_program_is_killed(program):
         own = used(desktop, listener)
         product = desktop.launch()
         product.until_status(taken(*LENT))
-        assert children(product) == [], "without consent nobody waits for the program's end"
+        assert who_waits(desktop) == [], "without consent nobody waits for the program's end"
         ask(desktop, program, "--take-shortcuts")
         for mode in ("default", "resize"):
             product.until_status("Active")
             works_alone(desktop, product, window, listener, f"before it is killed in mode {mode}")
             desktop.command(f'mode "{mode}"')
-            (waiting,) = children(product)
+            (waiting,) = who_waits(desktop)
             product.process.kill()
             product.process.wait()
             until(lambda: has_ended(waiting), "who waits for the program's end to be done")
@@ -176,7 +184,7 @@ def lines_of_sways_configuration_act_again_when_the_program_is_killed(program):
 
         # Both are killed: sway keeps what is laid over the user's lines, and the next start of the program ends that.
         product.until_status("Active")
-        (waiting,) = children(product)
+        (waiting,) = who_waits(desktop)
         os.kill(int(waiting.name), signal.SIGKILL)
         product.process.kill()
         product.process.wait()
@@ -189,7 +197,7 @@ def lines_of_sways_configuration_act_again_when_the_program_is_killed(program):
         ask(desktop, program, "--take-shortcuts")
         product.until_status("Active")
         ask(desktop, program, "--give-back-shortcuts")
-        until(lambda: all(map(has_ended, children(product))), "nobody to wait for the program's end any more")
+        until(lambda: not who_waits(desktop), "nobody to wait for the program's end any more")
         listener.close()
 
 
