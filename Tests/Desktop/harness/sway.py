@@ -149,6 +149,8 @@ class SwayDesktop:
         """Ends it as a user does who leaves."""
         self._disconnect()
         self.session.processes.end(self.compositor, signal.SIGTERM)
+        # At times sway 1.7 does not end and is killed; then its socket stays, as after a crash.
+        self.socket.unlink(missing_ok=True)
 
     def _start_bus(self) -> None:
         address = f"unix:path={self.session.runtime}/bus"
