@@ -1,5 +1,5 @@
 #!/bin/bash
-# The spec makes a package of a release, without a repository, and that has what the Debian package has.
+# tessel.spec makes a package of a release, without a repository, and that has what the Debian package has.
 # usage: rpm.sh SOURCES LIST...
 set -euo pipefail
 
