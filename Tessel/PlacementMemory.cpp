@@ -93,7 +93,7 @@ void PlacementMemory::forgetEnded(const platform::Notification& notification) {
     }
 }
 
-// Nobody tells that a window was closed, so those that are remembered are looked for before there is one more of them.
+// No event reports a closed window, so the remembered ones are looked up before another one is added.
 void PlacementMemory::forgetClosed() {
     std::map<ProcessIdentifier, std::optional<std::vector<AXUIElement>>> open;
     for (const Remembered& remembered : windows) {

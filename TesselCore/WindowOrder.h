@@ -9,7 +9,7 @@
 
 namespace tessel {
 
-/// What can be asked for by name: an action that has a shortcut too, or a placement.
+/// An order by name: an action, which has a shortcut too, or a placement.
 using WindowOrder = std::variant<WindowAction, WindowPlacement>;
 
 /// The order of a raw value; nothing for any other text. No action and placement have the same one.

@@ -51,7 +51,7 @@ private:
         bool isBorrowed = false;
     };
 
-    /// What the shell says when it is asked for a key.
+    /// The shell's answer to a request for a key.
     enum class Hold : std::uint8_t {
         refused,
         /// Refused, but to be had by borrowing.

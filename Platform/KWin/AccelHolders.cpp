@@ -11,7 +11,7 @@ namespace platform::kwin {
 
 namespace {
 
-/// Nobody where it is this program.
+/// Empty for this program's own action.
 std::optional<ShortcutHolder> holderOf(const AccelAction& action) {
     if (action.component == GlobalAccel::ownComponent) {
         return std::nullopt;

@@ -111,7 +111,7 @@ private:
     bool timedOut = false;
     /// When the waiting of this turn of the loop is over.
     std::optional<Instant> turnEnd;
-    /// Who answered the last change of somebody else's keys, and the number of that answer among all it has sent.
+    /// The sender of the reply to our last change of another program's keys, and the serial of that reply.
     std::string changedBy;
     std::uint64_t changedAt = 0;
     std::shared_ptr<GlobalAccel*> self = std::make_shared<GlobalAccel*>(this);

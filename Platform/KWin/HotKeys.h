@@ -105,7 +105,7 @@ private:
     bool borrows = false;
     /// Refused, and to be had by borrowing.
     std::set<std::int32_t> lendable;
-    /// What the user has just given to others.
+    /// Keys that the user has just given to other actions.
     std::vector<std::pair<std::int32_t, AccelAction>> reassigned;
     linux::NameOwner owner;
     /// Whose keys ours are; empty while nobody's are.

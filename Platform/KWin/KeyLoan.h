@@ -29,7 +29,7 @@ struct KeyLoan {
     friend bool operator==(const KeyLoan&, const KeyLoan&) = default;
 };
 
-/// What has to be known after this program has ended: whose keys it has, and which it is to leave alone.
+/// The state that outlives this program: the keys that it has borrowed, and those that it must leave alone.
 struct KeyLoanNote {
     std::vector<KeyLoan> loans;
     /// Keys that the user has given to another program since the consent to borrow.

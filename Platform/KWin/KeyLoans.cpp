@@ -30,7 +30,7 @@ bool has(const KeyLoan& loan, std::int32_t key) {
     return std::ranges::find(loan.borrowed, key) != loan.borrowed.end();
 }
 
-/// Somebody else has the key by now: it is not to be given back.
+/// Another program has the key by now, so it is not given back.
 void drop(KeyLoan& loan, std::int32_t key) {
     std::erase(loan.borrowed, key);
     std::erase(loan.keys, sequenceOf(key));

@@ -12,7 +12,7 @@ namespace {
 
 /// Words that a person finds in what sway logs.
 constexpr std::string_view commandPrefix = "nop tessel ";
-/// What such a binding does as the keys are let go; no press.
+/// The command of such a binding when the keys are released. It is no press.
 constexpr std::string_view releaseCommand = "nop tessel released";
 
 std::optional<std::uint64_t> referenceIn(std::string_view command) {

@@ -10,7 +10,7 @@ function bindingOf(action) {
     return name.toLowerCase().replaceAll('_', '-').replace(/^workspace-/, 'switch-to-workspace-');
 }
 
-/** What the shell's settings say of a binding: its summary in the user's language, and its keys; empty without it. */
+/** The summary of a binding in the user's language, and its keys, from the shell's settings; empty without it. */
 function settingOf(binding) {
     for (const id of BINDING_SCHEMAS) {
         const schema = Gio.SettingsSchemaSource.get_default().lookup(id, true);

@@ -108,7 +108,7 @@ class Keys {
             this._ungrab(own);
     }
 
-    /** What was free may be the shell's by now, and the other way round; and what was lent may be somebody else's. */
+    /** A free key may be the shell's by now, and the reverse; a lent key may belong to another program. */
     _lookAgain() {
         for (const [number, own] of [...this._held].filter(([_number, each]) => each.mayBorrow)) {
             const action = global.display.get_keybinding_action(own.key, CONTROL_ALT);

@@ -39,7 +39,7 @@ const NEEDED_SIGNALS = [
     ['Shell.WM', 'map'],
 ];
 
-// What is used in addition to borrow the shell's own keys. One that lacks some of it lends none; all else goes on.
+// Functions that borrowing the shell's own keys needs in addition. A shell that lacks one lends no key; the rest works.
 const NEEDED_TO_BORROW = [
     ['Clutter', 'get_current_event EventFlags.FLAG_REPEATED Event.prototype.get_flags Event.prototype.get_key_code'],
     ['global', 'backend.connectObject backend.disconnectObject display.get_keybinding_action'],

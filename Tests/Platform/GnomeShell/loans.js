@@ -36,7 +36,7 @@ class Scene {
         return answer.error ?? answer.values;
     }
 
-    /** What the program was told since this was last asked. */
+    /** The signals that the program got since the last call. */
     told() {
         return this.bus.told.splice(0).map(([, ...what]) => what).filter(([signal]) => signal !== 'Opened');
     }
@@ -140,7 +140,7 @@ for (const end of [scene => scene.door.disable(), scene => scene.bus.give(null),
     equal(scene.ask('Borrow', 1, LEFT), [false, false], 'whether it is borrowed');
 }
 {
-    // What is grabbed when the shell reads a binding hides it from then on.
+    // A key that is grabbed while the shell reads a binding hides the binding from then on.
     const scene = new Scene();
     scene.ask('Borrow', 1, C);
     scene.bus.settings.get('org.gnome.shell.keybindings').emit('changed');

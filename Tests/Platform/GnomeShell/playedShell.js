@@ -171,7 +171,7 @@ function own(type) {
 var PlayedShell = class PlayedShell {
     constructor() {
         this.windows = [];
-        /** What the bindings do, by their names, and the event of the key that is being pressed. */
+        /** The handlers of the bindings by name, and the event of the key that is being pressed. */
         this.handlers = new Map([['show-desktop', 'of Mutter']]);
         this.event = null;
         const Meta = {

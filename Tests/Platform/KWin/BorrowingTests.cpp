@@ -179,7 +179,7 @@ TEST_F(BorrowingTest, OwnChangesAreNoChangesOfTheUsers) {
     choose(true);
     choose(false);
     choose(true);
-    // What was signalled by then has been read when a later press is told.
+    // Signals arrive in order: those sent before a press have been read when the press arrives.
     int presses = 0;
     keys->installHandler(
         [](EventHandlerCall*, const HotKeyEvent*, void* data) {

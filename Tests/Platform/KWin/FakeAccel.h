@@ -36,7 +36,7 @@ public:
     [[nodiscard]] std::string recipient(std::int32_t key);
     /// Our own actions, each with its key.
     [[nodiscard]] std::map<std::string, int> ownKeys();
-    /// Whatever others hold is forgotten.
+    /// Forgets all keys that other programs hold.
     void forgetOthers();
 
     /// Answers a call; `note` is told of registrations. Gives 0 for what is no call of KGlobalAccel.

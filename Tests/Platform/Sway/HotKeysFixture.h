@@ -48,7 +48,7 @@ protected:
     void reload() { desktop.sway.tell(workspaceEvent, R"({"change":"reload","current":null})"); }
 
     OpenDoor desktop;
-    /// What was to be carried out after the program, one after the other.
+    /// The commands for the time after the program, in order.
     std::vector<std::string> left;
     std::unique_ptr<HotKeys> keys;
     std::vector<std::uint32_t> pressed;
