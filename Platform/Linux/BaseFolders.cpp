@@ -97,16 +97,6 @@ std::vector<std::string> BaseFolders::applications() const {
     return folders;
 }
 
-std::vector<std::string> BaseFolders::icons() const {
-    std::vector<std::string> folders;
-    append(folders, home ? *home + "/.icons" : "");
-    for (const std::string& folder : data) {
-        append(folders, folder + "/icons");
-    }
-    append(folders, "/usr/share/pixmaps");
-    return folders;
-}
-
 std::string runtimeFolder() {
     const std::string named = environmentVariable("XDG_RUNTIME_DIR").value_or("");
     return named.empty() ? "/run/user/" + std::to_string(::getuid()) : named;

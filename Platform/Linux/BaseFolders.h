@@ -39,9 +39,6 @@ struct BaseFolders {
 
     /// Where desktop entries are: "applications" in the data folders.
     [[nodiscard]] std::vector<std::string> applications() const;
-
-    /// Where icon themes are (Icon Theme Specification, Directory Layout).
-    [[nodiscard]] std::vector<std::string> icons() const;
 };
 
 /// The user's folder for sockets and the like: `$XDG_RUNTIME_DIR`. Where that is not set, as in a task of cron's, it is

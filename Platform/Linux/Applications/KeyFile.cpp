@@ -48,13 +48,6 @@ std::optional<bool> KeyFile::flag(const char* group, const char* key) const {
     return error ? std::nullopt : std::optional<bool>(value != FALSE);
 }
 
-std::optional<int> KeyFile::number(const char* group, const char* key) const {
-    GError* raw = nullptr;
-    const int value = g_key_file_get_integer(file.get(), group, key, &raw);
-    const GLibError error{raw};
-    return error ? std::nullopt : std::optional<int>(value);
-}
-
 std::vector<std::string> KeyFile::texts(const char* group, const char* key, char separator) const {
     // The separator belongs to the file object; a file has several lists, each with its own.
     g_key_file_set_list_separator(file.get(), separator);

@@ -27,7 +27,6 @@ public:
     /// The text in the user's language (`LC_MESSAGES`, in the order that `LANGUAGE` prefers), or untranslated.
     [[nodiscard]] std::optional<std::string> localizedText(const char* group, const char* key) const;
     [[nodiscard]] std::optional<bool> flag(const char* group, const char* key) const;
-    [[nodiscard]] std::optional<int> number(const char* group, const char* key) const;
     /// The parts of a list, split at `separator`; empty where there is none.
     [[nodiscard]] std::vector<std::string> texts(const char* group, const char* key, char separator = ';') const;
 

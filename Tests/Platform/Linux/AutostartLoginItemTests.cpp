@@ -94,8 +94,8 @@ TEST_F(AutostartLoginItemTest, WritesAnEntryThatEveryDesktopUnderstands) {
     EXPECT_EQ(file.flag(group, "X-GNOME-Autostart-enabled"), true);
     EXPECT_EQ(file.text(group, "X-KDE-autostart-after"), "panel");
     EXPECT_EQ(file.flag(group, "X-LXQt-Need-Tray"), true);
-    EXPECT_GT(file.number(group, "X-GNOME-Autostart-Delay"), 0);
-    EXPECT_GT(file.number(group, "X-MATE-Autostart-Delay"), 0);
+    EXPECT_GT(std::stoi(file.text(group, "X-GNOME-Autostart-Delay").value_or("0")), 0);
+    EXPECT_GT(std::stoi(file.text(group, "X-MATE-Autostart-Delay").value_or("0")), 0);
     for (const char* key : {"Hidden", "OnlyShowIn", "NotShowIn", "X-GNOME-Autostart-Phase"}) {
         EXPECT_EQ(file.text(group, key), std::nullopt) << key;
     }

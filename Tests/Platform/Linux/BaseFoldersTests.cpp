@@ -51,11 +51,9 @@ TEST(BaseFolders, DoWithoutAHomeAndWithEmptyVariables) {
     EXPECT_EQ(folders.userState, std::nullopt);
 }
 
-TEST(BaseFolders, HoldApplicationsAndIcons) {
+TEST(BaseFolders, HoldApplications) {
     const BaseFolders folders{.home = "/home/me", .data = {"/data", "/usr/share"}};
     EXPECT_THAT(folders.applications(), ElementsAre("/data/applications", "/usr/share/applications"));
-    EXPECT_THAT(folders.icons(),
-                ElementsAre("/home/me/.icons", "/data/icons", "/usr/share/icons", "/usr/share/pixmaps"));
 }
 
 TEST(BaseFolders, OfThisProcessAreWhereItsEnvironmentSays) {
