@@ -1,11 +1,11 @@
-#include "Platform/Sway/Combination.h"
+#include "Platform/I3Ipc/Combination.h"
 
 #include <algorithm>
 #include <array>
 #include <ranges>
 #include <utility>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 namespace {
 
@@ -93,4 +93,4 @@ bool HotKeyCombination::isSame(const Combination& combination) const {
     return isKey && (combination.modifiers & ~locks) == modifiers;
 }
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

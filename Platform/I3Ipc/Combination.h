@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 /// The modifiers that a combination may have, as bits of the X protocol.
 enum class Modifier : unsigned {
@@ -57,4 +57,4 @@ struct HotKeyCombination {
     friend bool operator==(const HotKeyCombination&, const HotKeyCombination&) = default;
 };
 
-} // namespace platform::sway
+} // namespace platform::i3ipc
