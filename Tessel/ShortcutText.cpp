@@ -1,6 +1,6 @@
 #include "Tessel/ShortcutText.h"
 
-#include <utility>
+#include "CorvidKitCore/Keys.h"
 
 namespace tessel {
 
@@ -9,13 +9,9 @@ std::string shortcutText(const corvid::Shortcut& shortcut) {
 }
 
 std::string shortcutText(std::uint32_t modifiers, std::string_view key) {
-    using corvid::Shortcut;
     std::string keys;
-    for (const auto& [modifier, name] : {std::pair{Shortcut::control, "Ctrl+"},
-                                         {Shortcut::option, "Alt+"},
-                                         {Shortcut::shift, "Shift+"},
-                                         {Shortcut::command, "Super+"}}) {
-        keys += (modifiers & modifier) != 0 ? name : "";
+    for (const corvid::Modifier& each : corvid::modifiersIn(modifiers)) {
+        keys.append(each.label).append("+");
     }
     return keys.append(key);
 }

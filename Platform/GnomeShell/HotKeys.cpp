@@ -1,6 +1,6 @@
 #include "Platform/GnomeShell/HotKeys.h"
 
-#include "Platform/GnomeShell/Accelerator.h"
+#include "Platform/Linux/Holders/Accelerator.h"
 
 #include <algorithm>
 #include <utility>
@@ -37,7 +37,7 @@ HotKeys::~HotKeys() {
 }
 
 HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers, EventHotKeyID name) {
-    const auto text = accelerator(keyCode, modifiers);
+    const auto text = linux::acceleratorText({.keyCode = keyCode, .modifiers = modifiers});
     if (!text || !link.isOpen()) {
         return {.status = eventHotKeyInvalidErr, .reference = std::nullopt};
     }

@@ -1,9 +1,9 @@
 #include "Platform/GnomeShell/ShellHolders.h"
 
+#include "CorvidKitCore/Keys.h"
 #include "Platform/Compositor/Json.h"
 #include "Platform/Linux/Holders/Accelerator.h"
 #include "Platform/Linux/Holders/CommonPurpose.h"
-#include "Platform/Linux/KeyPositions.h"
 
 #include <cstdint>
 #include <string>
@@ -14,17 +14,6 @@ namespace platform::gnomeshell {
 namespace {
 
 using compositor::Json;
-
-/// The mask of X's modifiers (Xproto, SETofKEYMASK).
-std::uint32_t xModifiers(const corvid::Shortcut& shortcut) {
-    using corvid::Shortcut;
-    std::uint32_t mask = 0;
-    for (const auto& [carbon, x] :
-         {std::pair{Shortcut::shift, 1U}, {Shortcut::control, 4U}, {Shortcut::option, 8U}, {Shortcut::command, 64U}}) {
-        mask |= (shortcut.modifiers & carbon) != 0 ? x : 0U;
-    }
-    return mask;
-}
 
 std::vector<std::string> textsIn(const Json& object, const char* name) {
     std::vector<std::string> texts;
@@ -38,13 +27,13 @@ std::vector<std::string> textsIn(const Json& object, const char* name) {
 }
 
 int appendCombinations(sd_bus_message* message, const std::vector<corvid::Shortcut>& shortcuts) {
-    // XKB counts as the X protocol does, which leaves the first eight numbers out.
-    constexpr std::uint32_t firstKeyOfX = 8;
     int result = sd_bus_message_open_container(message, SD_BUS_TYPE_ARRAY, "(uu)");
     for (const corvid::Shortcut& shortcut : shortcuts) {
-        const std::uint32_t key = linux::kernelKeyCode(shortcut.keyCode).value_or(0) + firstKeyOfX;
+        // No key has the code zero. A shortcut without a key keeps its place in the list.
+        const corvid::Key* key = corvid::keyOf(shortcut.keyCode);
         if (result >= 0) {
-            result = sd_bus_message_append(message, "(uu)", key, xModifiers(shortcut));
+            result = sd_bus_message_append(message, "(uu)", key != nullptr ? key->keymapCode() : 0U,
+                                           corvid::coreModifiers(shortcut.modifiers));
         }
     }
     return result < 0 ? result : sd_bus_message_close_container(message);

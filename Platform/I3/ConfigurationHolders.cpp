@@ -1,10 +1,10 @@
 #include "Platform/I3/ConfigurationHolders.h"
 
+#include "Platform/I3Ipc/Configuration.h"
+#include "Platform/I3Ipc/LineHolder.h"
+#include "Platform/I3Ipc/Nodes.h"
 #include "Platform/Linux/BaseFolders.h"
 #include "Platform/Linux/ProgramOutput.h"
-#include "Platform/Sway/Configuration.h"
-#include "Platform/Sway/LineHolder.h"
-#include "Platform/Sway/Nodes.h"
 
 #include <string>
 #include <utility>
@@ -23,10 +23,10 @@ public:
 
     /// Asks which file it is, and then what is in it.
     [[nodiscard]] bool begin() {
-        return ask("get_version", [this](const sway::Json& version) {
-            path = sway::textOf(version, "loaded_config_file_name");
-            const bool isAsked = ask("get_config", [this](const sway::Json& configuration) {
-                tell(std::string(sway::textOf(configuration, "config")));
+        return ask("get_version", [this](const i3ipc::Json& version) {
+            path = i3ipc::textOf(version, "loaded_config_file_name");
+            const bool isAsked = ask("get_config", [this](const i3ipc::Json& configuration) {
+                tell(std::string(i3ipc::textOf(configuration, "config")));
             });
             if (!isAsked) {
                 tell({});
@@ -35,25 +35,25 @@ public:
     }
 
 private:
-    [[nodiscard]] bool ask(const char* question, std::function<void(const sway::Json&)> take) {
+    [[nodiscard]] bool ask(const char* question, std::function<void(const i3ipc::Json&)> take) {
         running =
             linux::ProgramOutput::of(mainLoop, "i3-msg", {"--raw", "-t", question},
                                      [take = std::move(take)](const std::optional<std::string>& printed) {
-                                         take(sway::parsedJson(printed.value_or("")).value_or(sway::Json::object()));
+                                         take(i3ipc::parsedJson(printed.value_or("")).value_or(i3ipc::Json::object()));
                                      });
         return running != nullptr;
     }
 
     void tell(const std::string& text) {
-        const sway::ConfiguredBindings bindings =
-            sway::configuredBindings({.path = path, .text = text}, sway::includedFiles);
+        const i3ipc::ConfiguredBindings bindings =
+            i3ipc::configuredBindings({.path = path, .text = text}, i3ipc::includedFiles);
         const std::string home = linux::environmentVariable("HOME").value_or("");
         ShortcutHolders::Answers answers;
         for (const corvid::Shortcut& shortcut : shortcuts) {
-            const auto combination = sway::HotKeyCombination::of(shortcut.keyCode, shortcut.modifiers);
+            const auto combination = i3ipc::HotKeyCombination::of(shortcut.keyCode, shortcut.modifiers);
             const auto* binding = combination ? bindingOf(bindings, *combination) : nullptr;
             answers.push_back(binding == nullptr ? std::nullopt
-                                                 : std::optional(sway::lineHolder("i3", *binding, home)));
+                                                 : std::optional(i3ipc::lineHolder("i3", *binding, home)));
         }
         // The callback may drop this.
         const ShortcutHolders::Found told = std::move(found);

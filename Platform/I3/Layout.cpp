@@ -1,6 +1,6 @@
 #include "Platform/I3/Layout.h"
 
-#include "Platform/Sway/Nodes.h"
+#include "Platform/I3Ipc/Nodes.h"
 
 #include <cstdint>
 #include <limits>
@@ -11,9 +11,9 @@ namespace platform::i3 {
 
 namespace {
 
-using sway::Json;
-using sway::numberOf;
-using sway::textOf;
+using i3ipc::Json;
+using i3ipc::numberOf;
+using i3ipc::textOf;
 
 /// More than any border or title bar has.
 constexpr std::int64_t thickestBorder = 4096;
@@ -29,7 +29,7 @@ bool isOfType(const Json& node, std::string_view type) {
 }
 
 std::optional<corvid::CGRect> areaOf(const Json& node) {
-    const auto rect = sway::rectangleOf(node, "rect");
+    const auto rect = i3ipc::rectangleOf(node, "rect");
     return rect && rect->size.width > 0 && rect->size.height > 0 ? rect : std::nullopt;
 }
 
@@ -41,7 +41,7 @@ std::optional<xcb_window_t> windowOf(const Json& node) {
 
 void addChildren(std::vector<Visit>& waiting, const Json& node) {
     for (const char* name : {"nodes", "floating_nodes"}) {
-        if (const Json* children = sway::listIn(node, name)) {
+        if (const Json* children = i3ipc::listIn(node, name)) {
             for (const Json& child : *children) {
                 waiting.push_back({.node = &child, .parent = &node});
             }
@@ -51,7 +51,7 @@ void addChildren(std::vector<Visit>& waiting, const Json& node) {
 
 /// Of the title bar, or of the tab that stands for it, which is as high; nothing where the node has neither.
 std::optional<std::int32_t> titleHeight(const Json& node) {
-    const auto title = sway::rectangleOf(node, "deco_rect");
+    const auto title = i3ipc::rectangleOf(node, "deco_rect");
     const bool isThere = title && title->size.height > 0 && title->size.height <= thickestBorder;
     return isThere ? std::optional(static_cast<std::int32_t>(title->size.height)) : std::nullopt;
 }
@@ -92,7 +92,7 @@ void readWindow(const Visit& visit, x11::Layout& layout) {
 
 /// What is between the bars of an output: its workspaces.
 void readContent(const Json& content, x11::Layout& layout) {
-    if (const Json* shown = sway::shownWorkspace(content)) {
+    if (const Json* shown = i3ipc::shownWorkspace(content)) {
         if (const auto area = areaOf(*shown)) {
             layout.workAreas.push_back(*area);
         }

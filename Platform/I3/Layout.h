@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Sway/Nodes.h"
+#include "Platform/I3Ipc/Nodes.h"
 #include "Platform/X11/TilingManager.h"
 
 #include <optional>
@@ -14,6 +14,6 @@ namespace platform::i3 {
 /// single window's. A floating window is in a container of its own: what is asked for becomes that one's rectangle at
 /// once, and the window's when it is shown. Windows that are put away ("scratchpad") are on no workspace that an output
 /// could show, and are left out.
-[[nodiscard]] std::optional<x11::Layout> readLayout(const sway::Json& answer);
+[[nodiscard]] std::optional<x11::Layout> readLayout(const i3ipc::Json& answer);
 
 } // namespace platform::i3

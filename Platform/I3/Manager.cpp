@@ -1,7 +1,7 @@
 #include "Platform/I3/Manager.h"
 
 #include "Platform/I3/Layout.h"
-#include "Platform/Sway/Commands.h"
+#include "Platform/I3Ipc/Commands.h"
 #include "Platform/X11/PropertyValue.h"
 
 #include <algorithm>
@@ -11,8 +11,8 @@ namespace platform::i3 {
 
 namespace {
 
-using sway::Json;
-using sway::MessageType;
+using i3ipc::Json;
+using i3ipc::MessageType;
 
 /// Where i3 listens (i3 User's Guide, "Interprocess communication"); empty where it does not say.
 std::string socketPath(x11::Connection& display) {
@@ -38,7 +38,7 @@ std::optional<x11::Layout> Manager::readLayout(x11::Connection& display) {
 
 bool Manager::place(x11::Connection& display, xcb_window_t window, const corvid::CGRect& frame) {
     // What is refused, as for a window that is gone by now, shows when the layout is read.
-    const std::string commands = "[id=" + std::to_string(window) + "] " + sway::placingCommands(frame);
+    const std::string commands = "[id=" + std::to_string(window) + "] " + i3ipc::placingCommands(frame);
     return ask(display, MessageType::runCommand, commands).has_value();
 }
 
@@ -49,7 +49,7 @@ std::optional<Json> Manager::ask(x11::Connection& display, MessageType type, std
     const Instant deadline = display.turnEnd();
     const auto answer = connection->send(type, payload, deadline) ? connection->receive(deadline) : std::nullopt;
     auto content =
-        answer && answer->type == static_cast<std::uint32_t>(type) ? sway::parsedJson(answer->payload) : std::nullopt;
+        answer && answer->type == static_cast<std::uint32_t>(type) ? i3ipc::parsedJson(answer->payload) : std::nullopt;
     if (!content) {
         connection.reset();
     }
@@ -57,7 +57,7 @@ std::optional<Json> Manager::ask(x11::Connection& display, MessageType type, std
 }
 
 bool Manager::open(x11::Connection& display) {
-    connection = sway::Connection::open(socketPath(display), clock);
+    connection = i3ipc::Connection::open(socketPath(display), clock);
     return connection.has_value();
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Platform/I3Ipc/Connection.h"
+#include "Platform/I3Ipc/Nodes.h"
 #include "Platform/MainActor.h"
-#include "Platform/Sway/Connection.h"
-#include "Platform/Sway/Nodes.h"
 #include "Platform/X11/TilingManager.h"
 
 #include <optional>
@@ -29,12 +29,12 @@ public:
 private:
     /// The answer; nothing where there was none in time, or one that makes no sense. That ends the connection: an
     /// answer that comes later must not be taken for another question's.
-    [[nodiscard]] std::optional<sway::Json> ask(x11::Connection& display, sway::MessageType type,
-                                                std::string_view payload);
+    [[nodiscard]] std::optional<i3ipc::Json> ask(x11::Connection& display, i3ipc::MessageType type,
+                                                 std::string_view payload);
     [[nodiscard]] bool open(x11::Connection& display);
 
     const MainActor& clock;
-    std::optional<sway::Connection> connection;
+    std::optional<i3ipc::Connection> connection;
 };
 
 } // namespace platform::i3

@@ -1,21 +1,10 @@
 #include "Platform/Sway/Commands.h"
 
-#include <algorithm>
-#include <cmath>
+#include "Platform/I3Ipc/Commands.h"
 
 namespace platform::sway {
 
 namespace {
-
-/// As a number of the command language. Coordinates far beyond any screen would not be understood.
-std::string number(double value) {
-    constexpr double farthest = 1 << 20;
-    return std::to_string(std::lround(std::isfinite(value) ? std::clamp(value, -farthest, farthest) : 0));
-}
-
-std::string movingCommand(corvid::CGPoint topLeft) {
-    return "move absolute position " + number(topLeft.x) + " px " + number(topLeft.y) + " px";
-}
 
 bool isPlain(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
@@ -30,14 +19,9 @@ bool continuesCharacter(char character) {
 
 } // namespace
 
-std::string placingCommands(const corvid::CGRect& frame) {
-    return "floating enable, resize set width " + number(frame.size.width) + " px height " + number(frame.size.height) +
-           " px, " + movingCommand(frame.origin);
-}
-
 std::string placingCommands(const compositor::WindowIdentifier& window, const corvid::CGRect& frame,
                             const std::string& hiddenWorkspace) {
-    std::string commands = "[con_id=" + window + "] " + placingCommands(frame);
+    std::string commands = "[con_id=" + window + "] " + i3ipc::placingCommands(frame);
     // A name that cannot be quoted cannot be told either.
     if (!hiddenWorkspace.empty() && hiddenWorkspace.find_first_of("\"\\\n") == std::string::npos) {
         commands += ", move container to workspace \"" + hiddenWorkspace + "\"";
@@ -46,7 +30,7 @@ std::string placingCommands(const compositor::WindowIdentifier& window, const co
 }
 
 std::string popoverCommands(corvid::CGPoint topLeft) {
-    return "floating enable, border none, sticky enable, " + movingCommand(topLeft);
+    return "floating enable, border none, sticky enable, " + i3ipc::movingCommand(topLeft);
 }
 
 std::string ownWindowCriteria(ProcessIdentifier process, const std::string& title) {

@@ -8,13 +8,8 @@
 
 namespace platform::sway {
 
-/// The commands, for a window that is named before, that put its outer rectangle there, rounded to whole points, as far
-/// as it has one: floating first, because only then it has a place of its own (sway(5), "floating", "resize", "move";
-/// i3 User's Guide, "Floating", "Resizing containers/windows", "Moving containers").
-[[nodiscard]] std::string placingCommands(const corvid::CGRect& frame);
-
-/// The same for one of sway's windows. `hiddenWorkspace`: the name of its workspace if that is not shown, else empty; a
-/// window that is moved goes to the one that is shown there, and is put back.
+/// `i3ipc::placingCommands` for one of sway's windows. `hiddenWorkspace`: the name of its workspace if that is not
+/// shown, else empty. A window that is moved goes to the workspace that is shown there, and is put back.
 [[nodiscard]] std::string placingCommands(const compositor::WindowIdentifier& window, const corvid::CGRect& frame,
                                           const std::string& hiddenWorkspace);
 

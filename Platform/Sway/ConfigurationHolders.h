@@ -1,11 +1,11 @@
 #pragma once
 
+#include "Platform/I3Ipc/LineHolder.h"
 #include "Platform/Linux/BaseFolders.h"
 #include "Platform/Linux/Holders/LaterAnswer.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Platform/ShortcutHolders.h"
 #include "Platform/Sway/HotKeys.h"
-#include "Platform/Sway/LineHolder.h"
 
 #include <utility>
 
@@ -23,13 +23,13 @@ public:
                                                      Found found) override {
         return linux::answerLater(mainLoop, shortcuts, std::move(found),
                                   [this](const corvid::Shortcut& shortcut) -> std::optional<ShortcutHolder> {
-                                      const KeyUse use = hotKeys.useOf(shortcut);
+                                      const i3ipc::KeyUse use = hotKeys.useOf(shortcut);
                                       if (use.line == nullptr) {
                                           return std::nullopt;
                                       }
                                       const auto home = linux::environmentVariable("HOME").value_or("");
                                       ShortcutHolder holder =
-                                          lineHolder("sway", use.particular ? *use.particular : *use.line, home);
+                                          i3ipc::lineHolder("sway", use.particular ? *use.particular : *use.line, home);
                                       if (use.particular != nullptr) {
                                           // Its layout or keyboard is the reason why it is not lent.
                                           holder.purpose = use.particular->definition;

@@ -12,6 +12,9 @@ namespace platform::sway {
 
 namespace {
 
+using i3ipc::EventType;
+using i3ipc::Json;
+
 constexpr std::chrono::milliseconds endingLeeway{500};
 
 } // namespace
@@ -27,7 +30,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
     , mainLoop(mainLoop)
     , socketPath(socketPath)
     , lastCommands(socketPath)
-    , hotKeys((session.follow(*this), session), includedFiles,
+    , hotKeys((session.follow(*this), session), i3ipc::includedFiles,
               [this](const std::string& commands) { lastCommands.set(commands); }) {
     endAfter(patience);
     session.start();

@@ -13,6 +13,12 @@ namespace {
 
 using compositor::WindowIdentifier;
 using compositor::WindowKind;
+using i3ipc::EventType;
+using i3ipc::Json;
+using i3ipc::member;
+using i3ipc::MessageType;
+using i3ipc::numberOf;
+using i3ipc::textOf;
 
 /// How often a frame is looked at while it may still change.
 constexpr std::chrono::milliseconds step{4};

@@ -42,7 +42,7 @@ private:
 
     void sessionOpened() override;
     void sessionClosed() override;
-    void sessionTold(EventType type, const Json& content) override;
+    void sessionTold(i3ipc::EventType type, const i3ipc::Json& content) override;
     void sessionIsQuiet() override;
 
     [[nodiscard]] std::optional<Tree> readLayout(Instant deadline);

@@ -10,6 +10,19 @@ namespace platform::sway {
 
 namespace {
 
+using i3ipc::ConfigurationFile;
+using i3ipc::ConfiguredBindings;
+using i3ipc::configuredBindings;
+using i3ipc::EventType;
+using i3ipc::HotKeyCombination;
+using i3ipc::Includes;
+using i3ipc::isSet;
+using i3ipc::Json;
+using i3ipc::KeyUse;
+using i3ipc::member;
+using i3ipc::MessageType;
+using i3ipc::textOf;
+
 /// Words that a person finds in what sway logs.
 constexpr std::string_view commandPrefix = "nop tessel ";
 /// The command of such a binding when the keys are released. It is no press.
@@ -100,7 +113,7 @@ HotKeyLoan HotKeys::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
 
 KeyUse HotKeys::useOf(const corvid::Shortcut& shortcut) const {
     const auto combination = HotKeyCombination::of(shortcut.keyCode, shortcut.modifiers);
-    return bound && combination ? sway::useOf(*bound, *combination) : KeyUse{};
+    return bound && combination ? i3ipc::useOf(*bound, *combination) : KeyUse{};
 }
 
 bool HotKeys::takeChange() {
@@ -145,7 +158,7 @@ void HotKeys::renew() {
     }
     const ConfiguredBindings* present = session.isOpen() && !refused.empty() ? configured() : nullptr;
     hasChanged = hasChanged || (present != nullptr && std::ranges::any_of(refused, [&](const auto& entry) {
-                                    const KeyUse use = sway::useOf(*present, entry.second.combination);
+                                    const KeyUse use = i3ipc::useOf(*present, entry.second.combination);
                                     return use.line == nullptr || isLendable(use) != entry.second.isLendable;
                                 }));
 }
@@ -176,7 +189,7 @@ OSStatus HotKeys::bind(Registered& registered, std::uint64_t reference) {
         return eventHotKeyExistsErr;
     }
     const HotKeyCombination& combination = registered.combination;
-    const KeyUse use = sway::useOf(*present, combination);
+    const KeyUse use = i3ipc::useOf(*present, combination);
     registered.isBorrowed = borrows && isLendable(use);
     if (!registered.isBorrowed) {
         setLeft(combination, "");

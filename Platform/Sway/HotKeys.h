@@ -1,9 +1,9 @@
 #pragma once
 
 #include "CorvidKitCore/Shortcut.h"
+#include "Platform/I3Ipc/Combination.h"
+#include "Platform/I3Ipc/Configuration.h"
 #include "Platform/Linux/HandledHotKeys.h"
-#include "Platform/Sway/Combination.h"
-#include "Platform/Sway/Configuration.h"
 #include "Platform/Sway/Session.h"
 
 #include <cstdint>
@@ -35,7 +35,8 @@ public:
     using Leave = std::function<void(const std::string& commands)>;
 
     /// `session` has to outlive this.
-    explicit HotKeys(Session& session, Includes includes = includedFiles, Leave leave = [](const std::string&) {});
+    explicit HotKeys(
+        Session& session, i3ipc::Includes includes = i3ipc::includedFiles, Leave leave = [](const std::string&) {});
     ~HotKeys() override;
 
     [[nodiscard]] Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
@@ -51,7 +52,7 @@ public:
     [[nodiscard]] bool takeChange();
 
     /// The lines of the configuration that have a shortcut, as it was last read.
-    [[nodiscard]] KeyUse useOf(const corvid::Shortcut& shortcut) const;
+    [[nodiscard]] i3ipc::KeyUse useOf(const corvid::Shortcut& shortcut) const;
 
 private:
     struct Binding {
@@ -61,7 +62,7 @@ private:
     };
 
     struct Registered {
-        HotKeyCombination combination;
+        i3ipc::HotKeyCombination combination;
         EventHotKeyID name;
         /// Those that are made of it; none while there is nobody to make them, or the user has the keys.
         std::vector<Binding> bindings;
@@ -69,36 +70,37 @@ private:
     };
 
     struct Refused {
-        HotKeyCombination combination;
+        i3ipc::HotKeyCombination combination;
         bool isLendable = false;
     };
 
     /// Those that are laid over the user's own.
-    [[nodiscard]] static std::vector<Binding> bindingsOver(const HotKeyCombination& combination, bool isOnRelease);
+    [[nodiscard]] static std::vector<Binding> bindingsOver(const i3ipc::HotKeyCombination& combination,
+                                                           bool isOnRelease);
     [[nodiscard]] static std::vector<std::string> unbindingCommands(const std::vector<Binding>& bindings);
 
     void sessionOpened() override;
     void sessionClosed() override;
-    void sessionTold(EventType type, const Json& content) override;
+    void sessionTold(i3ipc::EventType type, const i3ipc::Json& content) override;
     void sessionIsQuiet() override {}
 
-    void handlePress(const Json& content);
+    void handlePress(const i3ipc::Json& content);
     /// Binds everything anew after sway has forgotten it.
     void renew();
     [[nodiscard]] OSStatus bind(Registered& registered, std::uint64_t reference);
     void unbind(const Registered& registered);
     void unbind(const std::vector<Binding>& bindings);
-    void setLeft(const HotKeyCombination& combination, std::string commands);
+    void setLeft(const i3ipc::HotKeyCombination& combination, std::string commands);
     /// Bindings are made in the mode that is entered, and ours belong to the default one. Whether all succeeded.
     [[nodiscard]] bool runInDefaultMode(const std::vector<std::string>& commands);
     /// What the configuration binds; nothing if sway does not tell.
-    [[nodiscard]] const ConfiguredBindings* configured();
+    [[nodiscard]] const i3ipc::ConfiguredBindings* configured();
 
     Session& session;
-    Includes includes;
+    i3ipc::Includes includes;
     Leave leave;
     /// Nothing until it is asked for.
-    std::optional<ConfiguredBindings> bound;
+    std::optional<i3ipc::ConfiguredBindings> bound;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
     /// What the configuration bound when it was to be registered, by its text.

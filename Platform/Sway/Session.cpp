@@ -8,6 +8,14 @@ namespace platform::sway {
 
 namespace {
 
+using i3ipc::Connection;
+using i3ipc::EventType;
+using i3ipc::isSet;
+using i3ipc::Json;
+using i3ipc::Message;
+using i3ipc::MessageType;
+using i3ipc::parsedJson;
+
 constexpr std::chrono::milliseconds connectingLeeway{100};
 
 /// A compositor that leaves so many questions unanswered answers none.

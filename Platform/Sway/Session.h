@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Platform/I3Ipc/Connection.h"
+#include "Platform/I3Ipc/Nodes.h"
 #include "Platform/Linux/MainLoop.h"
-#include "Platform/Sway/Connection.h"
-#include "Platform/Sway/Nodes.h"
 
 #include <chrono>
 #include <memory>
@@ -27,7 +27,7 @@ public:
         virtual void sessionOpened() = 0;
         virtual void sessionClosed() = 0;
         /// An event of this type, with what it brought.
-        virtual void sessionTold(EventType type, const Json& content) = 0;
+        virtual void sessionTold(i3ipc::EventType type, const i3ipc::Json& content) = 0;
         /// The events that had come are told.
         virtual void sessionIsQuiet() = 0;
     };
@@ -55,15 +55,15 @@ public:
 
     /// Asks and waits for the answer. Nothing if it has not come by then, or is not JSON. An answer that comes later is
     /// thrown away. With a deadline that has passed it only asks.
-    [[nodiscard]] std::optional<Json> ask(MessageType type, std::string_view payload, Instant deadline);
+    [[nodiscard]] std::optional<i3ipc::Json> ask(i3ipc::MessageType type, std::string_view payload, Instant deadline);
 
     /// Runs a list of commands; whether all were carried out. See `ask`.
     bool run(std::string_view commands, Instant deadline);
 
 private:
     struct Connections {
-        Connection requests;
-        Connection events;
+        i3ipc::Connection requests;
+        i3ipc::Connection events;
         std::unique_ptr<linux::DescriptorWatch> requestsWatch;
         std::unique_ptr<linux::DescriptorWatch> eventsWatch;
         /// How many answers are still to come that nobody waits for any more.
@@ -71,15 +71,15 @@ private:
     };
 
     void open();
-    [[nodiscard]] bool subscribe(Connection& connection);
+    [[nodiscard]] bool subscribe(i3ipc::Connection& connection);
     /// Closes in a turn of its own: whoever asks must not find himself told meanwhile.
     void closeSoon();
     /// The answer to the last question, those before thrown away.
-    [[nodiscard]] std::optional<Message> awaitAnswer(Instant deadline);
+    [[nodiscard]] std::optional<i3ipc::Message> awaitAnswer(Instant deadline);
     void close();
     void serveEvents();
     void dropLateAnswers();
-    void tell(const Message& message);
+    void tell(const i3ipc::Message& message);
 
     linux::MainLoop& mainLoop;
     std::string path;

@@ -11,6 +11,16 @@ namespace {
 using compositor::Output;
 using compositor::WindowKind;
 using corvid::CGRect;
+using i3ipc::focusedWithin;
+using i3ipc::isSet;
+using i3ipc::Json;
+using i3ipc::listIn;
+using i3ipc::member;
+using i3ipc::nameOf;
+using i3ipc::numberOf;
+using i3ipc::rectangleOf;
+using i3ipc::shownWorkspace;
+using i3ipc::textOf;
 
 /// The rectangle of a window goes down from its title bar, which is told of separately and by the place that it has in
 /// the container around: only the height counts.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Compositor/Window.h"
-#include "Platform/Sway/Nodes.h"
+#include "Platform/I3Ipc/Nodes.h"
 
 #include <optional>
 #include <string>
@@ -34,6 +34,6 @@ struct Tree {
 };
 
 /// Reads an answer to GET_TREE. What does not make sense is left out; nothing where there is no layout at all.
-[[nodiscard]] std::optional<Tree> readTree(const Json& answer);
+[[nodiscard]] std::optional<Tree> readTree(const i3ipc::Json& answer);
 
 } // namespace platform::sway

@@ -1,6 +1,6 @@
 #include "Platform/X11/HotKeys.h"
 
-#include "Platform/Linux/KeyPositions.h"
+#include "CorvidKitCore/Keys.h"
 #include "Platform/X11/Event.h"
 
 #include <xcb/xinput.h>
@@ -158,11 +158,11 @@ const KeyboardMap* HotKeys::keyboardMap() {
 
 std::optional<KeyCombination> HotKeys::combinationFor(const Carbon& carbon) {
     const KeyboardMap* map = keyboardMap();
-    const auto name = linux::xkbKeyName(carbon.first);
-    if (map == nullptr || !name) {
+    const corvid::Key* place = corvid::keyOf(carbon.first);
+    if (map == nullptr || place == nullptr) {
         return std::nullopt;
     }
-    const auto key = map->keyCode(*name);
+    const auto key = map->keyCode(place->xkbName);
     return key ? std::optional(KeyCombination{*key, coreModifiers(*map, carbon.second)}) : std::nullopt;
 }
 

@@ -1,5 +1,6 @@
 #include "Platform/X11/Keyboard.h"
 
+#include "CorvidKitCore/Keys.h"
 #include "Platform/X11/XkbProtocol.h"
 
 #include <algorithm>
@@ -153,16 +154,13 @@ std::optional<xcb_keycode_t> KeyboardMap::keyCode(std::string_view name) const {
     return found == positions.end() || found->name != keyName(name) ? std::nullopt : std::optional(found->keyCode);
 }
 
-std::uint16_t coreModifiers(const KeyboardMap& map, std::uint32_t carbonModifiers) {
-    constexpr std::uint32_t command = 0x100;
-    constexpr std::uint32_t shift = 0x200;
-    constexpr std::uint32_t option = 0x800;
-    constexpr std::uint32_t control = 0x1000;
+std::uint16_t coreModifiers(const KeyboardMap& map, std::uint32_t modifiers) {
     unsigned mask = 0;
-    mask |= (carbonModifiers & command) != 0 ? map.superModifier : 0U;
-    mask |= (carbonModifiers & shift) != 0 ? unsigned{XCB_MOD_MASK_SHIFT} : 0U;
-    mask |= (carbonModifiers & option) != 0 ? map.altModifier : 0U;
-    mask |= (carbonModifiers & control) != 0 ? unsigned{XCB_MOD_MASK_CONTROL} : 0U;
+    for (const corvid::Modifier& each : corvid::modifiersIn(modifiers)) {
+        mask |= each.bit == corvid::Shortcut::command  ? map.superModifier
+                : each.bit == corvid::Shortcut::option ? map.altModifier
+                                                       : each.coreMask;
+    }
     return static_cast<std::uint16_t>(mask);
 }
 

@@ -47,9 +47,9 @@ struct KeyboardMap {
 /// server has no XKEYBOARD, or did not answer in time.
 [[nodiscard]] std::expected<void, std::string> prepareKeyboard(Connection& connection);
 
-/// The core modifier mask for a Carbon one (command 0x100, shift 0x200, option 0x800, control 0x1000): command is Super
-/// and option is Alt.
-[[nodiscard]] std::uint16_t coreModifiers(const KeyboardMap& map, std::uint32_t carbonModifiers);
+/// The mask of the X protocol for one of `corvid::Shortcut`: command is Super and option is Alt, where this keyboard
+/// has them.
+[[nodiscard]] std::uint16_t coreModifiers(const KeyboardMap& map, std::uint32_t modifiers);
 
 /// Every combination of the lock modifiers, none of them first.
 [[nodiscard]] std::vector<std::uint16_t> lockVariants(std::uint16_t lockModifiers);

@@ -42,13 +42,19 @@ WALLS = [
     Wall("Platform/X11", rf"{SEAM}|(Platform/X11|Platform/Linux|CorvidKitCore)/.*", rf"xcb/.*|{SYSTEM}"),
     Wall("Platform/Compositor", rf"{SEAM}|(Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
          rf"nlohmann/json\.hpp|{SYSTEM}"),
+    # The IPC that sway has from i3.
+    Wall("Platform/I3Ipc", rf"{SEAM}|(Platform/I3Ipc|Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
+         rf"nlohmann/json\.hpp|{SYSTEM}"),
     *(
         Wall(folder, rf"{SEAM}|({folder}|Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
-             rf"systemd/.*|nlohmann/json\.hpp|xkbcommon/.*|{SYSTEM}")
-        for folder in ("Platform/KWin", "Platform/GnomeShell", "Platform/Sway")
+             rf"systemd/.*|nlohmann/json\.hpp|{SYSTEM}")
+        for folder in ("Platform/KWin", "Platform/GnomeShell")
     ),
-    # An X11 desktop whose windows are placed in the language that sway has from i3.
-    Wall("Platform/I3", rf"{SEAM}|Platform/(I3|X11|Sway|Linux)/.*|CorvidKitCore/.*", rf"xcb/.*|nlohmann/json\.hpp|{SYSTEM}"),
+    Wall("Platform/Sway", rf"{SEAM}|Platform/(Sway|I3Ipc|Compositor|Linux)/.*|CorvidKitCore/.*",
+         rf"nlohmann/json\.hpp|{SYSTEM}"),
+    # An X11 desktop whose windows are placed over that IPC.
+    Wall("Platform/I3", rf"{SEAM}|Platform/(I3|I3Ipc|X11|Linux)/.*|CorvidKitCore/.*",
+         rf"xcb/.*|nlohmann/json\.hpp|{SYSTEM}"),
     Wall("Platform", rf"{SEAM}|CorvidKitCore/.*"),
     # What shows windows; nothing else knows the toolkit.
     Wall("CorvidKit/Components", r"(CorvidKit|CorvidKitCore)/.*", QT),

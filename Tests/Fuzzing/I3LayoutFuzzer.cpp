@@ -9,7 +9,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are characters.
     const std::string_view text(reinterpret_cast<const char*>(bytes), size);
-    const auto json = platform::sway::parsedJson(text);
+    const auto json = platform::i3ipc::parsedJson(text);
     const auto layout = json ? platform::i3::readLayout(*json) : std::nullopt;
     if (!layout) {
         return 0;

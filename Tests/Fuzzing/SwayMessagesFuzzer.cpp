@@ -1,5 +1,5 @@
-#include "Platform/Sway/Message.h"
-#include "Platform/Sway/Nodes.h"
+#include "Platform/I3Ipc/Message.h"
+#include "Platform/I3Ipc/Nodes.h"
 #include "Platform/Sway/Tree.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ void require(bool condition) {
 
 /// Takes the text for a layout: whatever it says, what is read of it is within bounds.
 void readAsTree(std::string_view text) {
-    const auto json = platform::sway::parsedJson(text);
+    const auto json = platform::i3ipc::parsedJson(text);
     const auto tree = json ? platform::sway::readTree(*json) : std::nullopt;
     if (!tree) {
         return;
@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are characters.
     const std::string_view input(reinterpret_cast<const char*>(bytes) + 1, size - 1);
     const std::size_t piece = std::size_t{bytes[0]} + 1;
-    platform::sway::MessageReader reader;
+    platform::i3ipc::MessageReader reader;
     std::size_t read = 0;
     for (std::size_t place = 0; place < input.size(); place += piece) {
         reader.add(input.substr(place, piece));

@@ -3,16 +3,12 @@
 # usage: arch.sh SOURCES LIST...
 set -euo pipefail
 
-here=$(dirname "$(realpath "${BASH_SOURCE[0]}")")
-sources=$1
-lists=("${@:2}")
 # shellcheck source-path=SCRIPTDIR source=release.sh
-. "$here/release.sh"
+. "$(dirname "$(realpath "${BASH_SOURCE[0]}")")/release.sh"
+take_arguments "$@"
 
-folder=$(mktemp --directory)
-trap 'rm -rf "$folder"' EXIT
 skip_without makepkg bsdtar
-make_release "$sources" "$folder"
+make_release "$folder"
 cp "$sources/packaging/PKGBUILD" "$folder"
 # makepkg does not work for root.
 # It looks for pacman, which it does not need here.
@@ -29,7 +25,4 @@ fi
 package=$(echo "$folder"/tessel-[0-9]*.pkg.tar*)
 # What begins with a dot is the package's own.
 bsdtar --list --file "$package" | sed '/^\./d; /\/$/d' >"$folder/files"
-"$here/contents-match.sh" "$folder/files" usr/lib "${lists[@]}"
-mkdir "$folder/root"
-bsdtar --extract --file "$package" --directory "$folder/root"
-"$here/plugin-fits.sh" "$folder/root" usr/lib
+check_package "$package" usr/lib

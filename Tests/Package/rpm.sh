@@ -3,17 +3,13 @@
 # usage: rpm.sh SOURCES LIST...
 set -euo pipefail
 
-here=$(dirname "$(realpath "${BASH_SOURCE[0]}")")
-sources=$1
-lists=("${@:2}")
 # shellcheck source-path=SCRIPTDIR source=release.sh
-. "$here/release.sh"
+. "$(dirname "$(realpath "${BASH_SOURCE[0]}")")/release.sh"
+take_arguments "$@"
 
-folder=$(mktemp --directory)
-trap 'rm -rf "$folder"' EXIT
 mkdir "$folder/SOURCES"
 skip_without rpmbuild bsdtar
-make_release "$sources" "$folder/SOURCES"
+make_release "$folder/SOURCES"
 # What it needs is named as Fedora and openSUSE name it, and installed here under other names.
 if ! rpmbuild --define "_topdir $folder" --nodeps -bb "$sources/packaging/tessel.spec" >"$folder/log" 2>&1; then
     tail --lines=40 "$folder/log"
@@ -23,7 +19,4 @@ package=$(echo "$folder"/RPMS/*/tessel-[0-9]*.rpm)
 # A folder is named with a mode that begins with d.
 rpm --query --package --queryformat '[%{FILEMODES:perms} %{FILENAMES}\n]' "$package" | sed -n 's|^-[^ ]* /||p' >"$folder/files"
 libraries=$(rpm --eval '%{_libdir}')
-"$here/contents-match.sh" "$folder/files" "${libraries#/}" "${lists[@]}"
-mkdir "$folder/root"
-bsdtar --extract --file "$package" --directory "$folder/root"
-"$here/plugin-fits.sh" "$folder/root" "${libraries#/}"
+check_package "$package" "${libraries#/}"

@@ -1,7 +1,6 @@
 #include "Platform/Linux/Holders/Accelerator.h"
 
-#include "Platform/Linux/KeyPositions.h"
-#include "Platform/Linux/KeySymbols.h"
+#include "CorvidKitCore/Keys.h"
 
 #include <algorithm>
 #include <array>
@@ -116,17 +115,26 @@ std::optional<Accelerator> readOpenboxKey(std::string_view text) {
     return read.key.empty() ? std::nullopt : std::optional(std::move(read));
 }
 
+std::optional<std::string> acceleratorText(const Shortcut& shortcut) {
+    const corvid::Key* key = corvid::keyOf(shortcut.keyCode);
+    if (key == nullptr || corvid::hasUnknownModifier(shortcut.modifiers)) {
+        return std::nullopt;
+    }
+    std::string text;
+    for (const corvid::Modifier& each : corvid::modifiersIn(shortcut.modifiers)) {
+        text += each.accelerator;
+    }
+    std::array<char, 8> digits{};
+    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), key->keymapCode(), 16);
+    return text + "0x" + std::string(digits.data(), end);
+}
+
 bool isSame(const Accelerator& accelerator, const corvid::Shortcut& shortcut) {
     if (accelerator.modifiers != shortcut.modifiers) {
         return false;
     }
-    if (const auto number = numberIn(accelerator.key)) {
-        constexpr std::uint32_t offset = 8;
-        const auto kernelNumber = kernelKeyCode(shortcut.keyCode);
-        return kernelNumber && *number == *kernelNumber + offset;
-    }
-    const std::vector<std::string_view> symbols = keySymbols(shortcut.keyCode);
-    return std::ranges::find(symbols, accelerator.key) != symbols.end();
+    const corvid::Key* key = corvid::keyOf(shortcut.keyCode);
+    return key != nullptr && (key->hasSymbol(accelerator.key) || numberIn(accelerator.key) == key->keymapCode());
 }
 
 std::optional<ShortcutHolder::Keys> otherKeys(const std::vector<std::string>& accelerators,

@@ -29,6 +29,11 @@ struct Accelerator {
 /// Reads "C-A-Left", openbox's form (openbox, openbox/translate.c). Otherwise the same.
 [[nodiscard]] std::optional<Accelerator> readOpenboxKey(std::string_view text);
 
+/// Writes a shortcut in GTK's form, with the key by its number in keymaps, for a shortcut means its place:
+/// "<Control><Alt>0x71" (mutter, src/core/meta-accel-parse.c). Nothing for a key code that is not in the table, or for
+/// a modifier that is none of the four.
+[[nodiscard]] std::optional<std::string> acceleratorText(const corvid::Shortcut& shortcut);
+
 /// Whether both are the same keys held down, by the symbols of an American keyboard: settings name symbols, a shortcut
 /// is a place.
 [[nodiscard]] bool isSame(const Accelerator& accelerator, const corvid::Shortcut& shortcut);

@@ -16,7 +16,7 @@ using layouts::workspace;
 using x11::Layout;
 
 Layout read(const std::string& text) {
-    const auto json = sway::parsedJson(text);
+    const auto json = i3ipc::parsedJson(text);
     if (!json) {
         ADD_FAILURE() << "no JSON: " << text;
         return {};
@@ -112,8 +112,8 @@ TEST(I3Layout, BarsAndWhatIsPutAwayAreNoWindows) {
 }
 
 TEST(I3Layout, WhatMakesNoSenseIsLeftOut) {
-    EXPECT_EQ(readLayout(*sway::parsedJson("[]")), std::nullopt);
-    EXPECT_EQ(readLayout(*sway::parsedJson(R"({"type":"con"})")), std::nullopt);
+    EXPECT_EQ(readLayout(*i3ipc::parsedJson("[]")), std::nullopt);
+    EXPECT_EQ(readLayout(*i3ipc::parsedJson(R"({"type":"con"})")), std::nullopt);
     for (const char* text : {
              R"({"type":"root"})",
              R"({"type":"root","nodes":17,"floating_nodes":{}})",

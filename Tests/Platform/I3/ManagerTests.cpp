@@ -1,7 +1,7 @@
 #include "Platform/I3/Manager.h"
 #include "Platform/Linux/MainLoop.h"
 #include "Tests/Platform/I3/Layouts.h"
-#include "Tests/Platform/Sway/FakeSway.h"
+#include "Tests/Platform/I3Ipc/FakeSway.h"
 #include "Tests/Platform/X11/Hand.h"
 #include "Tests/Platform/X11/XServer.h"
 

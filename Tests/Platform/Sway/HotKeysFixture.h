@@ -24,7 +24,7 @@ protected:
     void open(const std::string& configuration = "") {
         desktop.sway.setConfiguration(configuration);
         keys = std::make_unique<HotKeys>(
-            desktop.session, [](const auto&, const auto&) { return std::vector<ConfigurationFile>(); },
+            desktop.session, [](const auto&, const auto&) { return std::vector<i3ipc::ConfigurationFile>(); },
             [this](const std::string& commands) { left.push_back(commands); });
         keys->installHandler(
             [](EventHandlerCall*, const HotKeyEvent* event, void* data) {

@@ -2,7 +2,7 @@
 
 #include "Platform/Sway/Door.h"
 #include "Platform/Sway/HotKeys.h"
-#include "Tests/Platform/Sway/FakeSway.h"
+#include "Tests/Platform/I3Ipc/FakeSway.h"
 
 #include <functional>
 #include <string>

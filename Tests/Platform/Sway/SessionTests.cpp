@@ -57,7 +57,7 @@ TEST_F(SwaySession, ASilentPeerCostsNoMoreThanATurn) {
     const Instant deadline = desktop.session.deadline();
     const Duration taken = timeOf([&] {
         for (int count = 0; count < 5; ++count) {
-            EXPECT_EQ(desktop.session.ask(MessageType::getTree, "", deadline), std::nullopt);
+            EXPECT_EQ(desktop.session.ask(i3ipc::MessageType::getTree, "", deadline), std::nullopt);
         }
     });
     EXPECT_GE(taken, turn / 2);
@@ -70,19 +70,19 @@ TEST_F(SwaySession, AnAnswerThatComesLateIsNotTakenForAnother) {
     open();
     std::promise<void> end;
     desktop.sway.onTree([isGivenUp = end.get_future().share()] { isGivenUp.wait_for(std::chrono::seconds(10)); });
-    EXPECT_EQ(desktop.session.ask(MessageType::getTree, "", desktop.loop.now() + std::chrono::milliseconds(5)),
+    EXPECT_EQ(desktop.session.ask(i3ipc::MessageType::getTree, "", desktop.loop.now() + std::chrono::milliseconds(5)),
               std::nullopt);
     end.set_value();
-    const auto state = desktop.session.ask(MessageType::getBindingState, "", desktop.soon());
+    const auto state = desktop.session.ask(i3ipc::MessageType::getBindingState, "", desktop.soon());
     ASSERT_TRUE(state.has_value());
-    EXPECT_EQ(textOf(*state, "name"), "default");
+    EXPECT_EQ(i3ipc::textOf(*state, "name"), "default");
 }
 
 TEST_F(SwaySession, APeerThatIsSilentForeverIsLeftAndFoundAgain) {
     open();
     desktop.sway.behave(Manners::silent);
     for (int count = 0; count < 20; ++count) {
-        static_cast<void>(desktop.session.ask(MessageType::getTree, "", Instant{}));
+        static_cast<void>(desktop.session.ask(i3ipc::MessageType::getTree, "", Instant{}));
     }
     EXPECT_FALSE(desktop.session.isOpen());
     ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
@@ -96,7 +96,7 @@ TEST_P(SwaySessionWith, ClosesAndIsOpenedOnceThePeerBehaves) {
     open();
     desktop.sway.behave(GetParam());
     const Duration taken =
-        timeOf([&] { EXPECT_EQ(desktop.session.ask(MessageType::getTree, "", desktop.soon()), std::nullopt); });
+        timeOf([&] { EXPECT_EQ(desktop.session.ask(i3ipc::MessageType::getTree, "", desktop.soon()), std::nullopt); });
     EXPECT_LT(taken, turn + slack);
     ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
     EXPECT_FALSE(desktop.session.isOpen());

@@ -11,7 +11,7 @@ using compositor::WindowKind;
 using corvid::CGRect;
 
 Tree treeOf(const std::string& text) {
-    const auto json = parsedJson(text);
+    const auto json = i3ipc::parsedJson(text);
     if (!json) {
         ADD_FAILURE() << "no JSON: " << text;
         return {};
@@ -99,8 +99,8 @@ TEST(SwayTree, ProgramsOfX11SayWhatTheirWindowsAre) {
 }
 
 TEST(SwayTree, WhatMakesNoSenseIsLeftOut) {
-    EXPECT_EQ(readTree(*parsedJson("[]")), std::nullopt);
-    EXPECT_EQ(readTree(*parsedJson(R"({"type":"con"})")), std::nullopt);
+    EXPECT_EQ(readTree(*i3ipc::parsedJson("[]")), std::nullopt);
+    EXPECT_EQ(readTree(*i3ipc::parsedJson(R"({"type":"con"})")), std::nullopt);
     for (const char* text : {
              R"({"type":"root"})",
              R"({"type":"root","nodes":17,"floating_nodes":{}})",
@@ -127,7 +127,7 @@ TEST(SwayTree, ReadsNothingThatIsNestedWithoutEnd) {
         text += '[';
     }
     text += std::string(depth, ']') + "}";
-    EXPECT_EQ(parsedJson(text), std::nullopt);
+    EXPECT_EQ(i3ipc::parsedJson(text), std::nullopt);
 }
 
 TEST(SwayTree, ATextThatIsTooLongForANameIsNone) {

@@ -1,5 +1,5 @@
+#include "CorvidKitCore/Keys.h"
 #include "FollowedDesktop.h"
-#include "Platform/Linux/KeyPositions.h"
 #include "SlowDisplay.h"
 #include "TrayOwner.h"
 
@@ -23,7 +23,7 @@ xcb_key_press_event_t pressOf(Hand& hand) {
     const auto map = readKeyboardMap(hand.connection()).value();
     xcb_key_press_event_t press{};
     press.response_type = XCB_KEY_PRESS;
-    press.detail = map.keyCode(linux::xkbKeyName(leftArrow).value()).value();
+    press.detail = map.keyCode(corvid::keyOf(leftArrow)->xkbName).value();
     press.root = press.event = hand.connection().root();
     press.same_screen = 1;
     press.state = coreModifiers(map, controlAndOption);

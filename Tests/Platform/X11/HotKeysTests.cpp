@@ -1,4 +1,4 @@
-#include "Platform/Linux/KeyPositions.h"
+#include "CorvidKitCore/Keys.h"
 #include "Platform/X11/HotKeys.h"
 #include "XServer.h"
 
@@ -38,7 +38,7 @@ protected:
     }
 
     [[nodiscard]] KeyCombination combinationOf(std::uint32_t key) const {
-        return {.keyCode = map->keyCode(linux::xkbKeyName(key).value()).value(),
+        return {.keyCode = map->keyCode(corvid::keyOf(key)->xkbName).value(),
                 .modifiers = coreModifiers(*map, heldModifiers)};
     }
 

@@ -1,5 +1,5 @@
+#include "CorvidKitCore/Keys.h"
 #include "Platform/Linux/Holders/Accelerator.h"
-#include "Platform/Linux/KeySymbols.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -83,18 +83,24 @@ TEST(Accelerator, OfOpenboxIsTheSameInAllItsSpellings) {
     EXPECT_EQ(readOpenboxKey("X-Left"), std::nullopt);
 }
 
+/// With a key of the keyboard.
+Shortcut anyShortcut() {
+    const auto keys = corvid::allKeys();
+    Shortcut shortcut{.keyCode = keys[*rc::gen::inRange(std::size_t{0}, keys.size())].code, .modifiers = 0};
+    for (const corvid::Modifier& modifier : corvid::allModifiers) {
+        shortcut.modifiers |= *rc::gen::arbitrary<bool>() ? modifier.bit : 0U;
+    }
+    return shortcut;
+}
+
 RC_GTEST_PROP(Accelerator, OfAShortcutIsItsOwnAndNoOthers, ()) {
-    const auto anyShortcut = [] {
-        return Shortcut{.keyCode = *rc::gen::inRange(0U, 128U),
-                        .modifiers = (*rc::gen::arbitrary<bool>() ? Shortcut::command : 0U) |
-                                     (*rc::gen::arbitrary<bool>() ? Shortcut::shift : 0U) |
-                                     (*rc::gen::arbitrary<bool>() ? Shortcut::option : 0U) |
-                                     (*rc::gen::arbitrary<bool>() ? Shortcut::control : 0U)};
-    };
     const Shortcut shortcut = anyShortcut();
     const Shortcut other = anyShortcut();
-    const std::vector<std::string_view> symbols = keySymbols(shortcut.keyCode);
-    RC_PRE(!symbols.empty());
+    const corvid::Key& key = *corvid::keyOf(shortcut.keyCode);
+    std::vector symbols{key.symbol};
+    if (!key.shiftedSymbol.empty()) {
+        symbols.push_back(key.shiftedSymbol);
+    }
     std::vector<std::string> modifiers;
     for (const auto& [mask, names] : {std::pair{Shortcut::command, std::vector{"<Super>", "<Mod4>"}},
                                       {Shortcut::shift, {"<Shift>", "<SHFT>"}},
@@ -115,6 +121,37 @@ RC_GTEST_PROP(Accelerator, OfAShortcutIsItsOwnAndNoOthers, ()) {
     RC_ASSERT(accelerator.has_value());
     RC_ASSERT(isSame(*accelerator, shortcut));
     RC_ASSERT(isSame(*accelerator, other) == (other == shortcut));
+}
+
+TEST(Accelerator, IsWrittenWithTheNumberOfTheKeyAndTheNamesOfTheModifiers) {
+    struct Row {
+        Shortcut shortcut;
+        std::optional<std::string> text;
+    };
+    // The numbers are those that xev shows on a PC keyboard.
+    for (const auto& [shortcut, text] : {
+             Row{ctrlAltLeft, "<Control><Alt>0x71"},
+             Row{{124, controlOption}, "<Control><Alt>0x72"},
+             Row{{126, controlOption}, "<Control><Alt>0x6f"},
+             Row{{125, controlOption}, "<Control><Alt>0x74"},
+             Row{{8, controlOption}, "<Control><Alt>0x36"},
+             Row{ctrlAltD, "<Control><Alt>0x28"},
+             Row{{0, 0x1b00}, "<Control><Alt><Shift><Super>0x26"},
+             Row{{53, 0}, "0x9"},
+             Row{{0xffff, controlOption}, std::nullopt},
+             Row{{8, 0x400}, std::nullopt},
+         }) {
+        EXPECT_EQ(acceleratorText(shortcut), text) << shortcut.keyCode;
+    }
+}
+
+RC_GTEST_PROP(Accelerator, AsWrittenIsReadAsTheSameShortcutAndNoOther, ()) {
+    const Shortcut shortcut = anyShortcut();
+    const Shortcut other = anyShortcut();
+    const auto read = readAccelerator(acceleratorText(shortcut).value());
+    RC_ASSERT(read.has_value());
+    RC_ASSERT(isSame(*read, shortcut));
+    RC_ASSERT(isSame(*read, other) == (other == shortcut));
 }
 
 TEST(Accelerator, TheOtherKeysOfABindingHaveTheirNames) {

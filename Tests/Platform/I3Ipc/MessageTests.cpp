@@ -1,9 +1,9 @@
-#include "Platform/Sway/Message.h"
-#include "Tests/Platform/Sway/FakeSway.h"
+#include "Platform/I3Ipc/Message.h"
+#include "Tests/Platform/I3Ipc/FakeSway.h"
 
 #include <gtest/gtest.h>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 namespace {
 
 TEST(SwayMessage, IsWrittenAsSwayReadsIt) {
@@ -59,4 +59,4 @@ TEST(SwayMessage, OneThatIsTooLongIsNotWaitedFor) {
 }
 
 } // namespace
-} // namespace platform::sway
+} // namespace platform::i3ipc

@@ -1,12 +1,12 @@
+#include "Platform/I3Ipc/Configuration.h"
 #include "Platform/Linux/RegularFile.h"
-#include "Platform/Sway/Configuration.h"
 
 #include <wordexp.h>
 
 #include <span>
 #include <string_view>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 namespace {
 
@@ -46,4 +46,4 @@ std::vector<ConfigurationFile> includedFiles(const std::string& pattern, const s
     return files;
 }
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

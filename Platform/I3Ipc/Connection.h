@@ -1,14 +1,14 @@
 #pragma once
 
+#include "Platform/I3Ipc/Message.h"
 #include "Platform/Linux/FileDescriptor.h"
 #include "Platform/MainActor.h"
-#include "Platform/Sway/Message.h"
 
 #include <expected>
 #include <optional>
 #include <string>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 /// One connection to the compositor's socket. Never blocks but in `send` and `receive`, and there only until their
 /// deadline. What goes wrong leaves it broken for good.
@@ -44,4 +44,4 @@ private:
     bool broken = false;
 };
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

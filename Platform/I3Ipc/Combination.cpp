@@ -1,14 +1,11 @@
-#include "Platform/Sway/Combination.h"
-
-#include "Platform/Linux/KeyPositions.h"
-#include "Platform/Linux/KeySymbols.h"
+#include "Platform/I3Ipc/Combination.h"
 
 #include <algorithm>
 #include <array>
 #include <ranges>
 #include <utility>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 namespace {
 
@@ -71,24 +68,10 @@ std::optional<Combination> readCombination(std::string_view text, bool isNumber)
     return read.key.empty() ? std::nullopt : std::optional(std::move(read));
 }
 
-std::optional<HotKeyCombination> HotKeyCombination::of(std::uint32_t carbonKeyCode, std::uint32_t carbonModifiers) {
-    constexpr std::array carbonBits{
-        std::pair{0x100U, Modifier::mod4},
-        std::pair{0x200U, Modifier::shift},
-        std::pair{0x800U, Modifier::mod1},
-        std::pair{0x1000U, Modifier::control},
-    };
-    const auto kernelNumber = linux::kernelKeyCode(carbonKeyCode);
-    if (!kernelNumber) {
-        return std::nullopt;
-    }
-    constexpr std::uint32_t offset = 8;
-    HotKeyCombination combination{
-        .modifiers = 0, .number = *kernelNumber + offset, .symbols = linux::keySymbols(carbonKeyCode)};
-    for (const auto& [carbonBit, modifier] : carbonBits) {
-        combination.modifiers |= (carbonModifiers & carbonBit) != 0 ? bit(modifier) : 0U;
-    }
-    return combination;
+std::optional<HotKeyCombination> HotKeyCombination::of(std::uint32_t keyCode, std::uint32_t modifiers) {
+    const corvid::Key* key = corvid::keyOf(keyCode);
+    return key != nullptr ? std::optional(HotKeyCombination{.modifiers = corvid::coreModifiers(modifiers), .key = key})
+                          : std::nullopt;
 }
 
 std::string HotKeyCombination::text() const {
@@ -99,15 +82,15 @@ std::string HotKeyCombination::text() const {
             text += name;
         }
     }
-    return text + std::to_string(number);
+    return text + std::to_string(key->keymapCode());
 }
 
 bool HotKeyCombination::isSame(const Combination& combination) const {
     // Locks are not held down: the compositor leaves them out of what it compares.
     constexpr unsigned locks = bit(Modifier::lock) | bit(Modifier::mod2);
-    const bool isKey = combination.isNumber ? combination.key == std::to_string(number)
-                                            : std::ranges::find(symbols, combination.key) != symbols.end();
+    const bool isKey =
+        combination.isNumber ? combination.key == std::to_string(key->keymapCode()) : key->hasSymbol(combination.key);
     return isKey && (combination.modifiers & ~locks) == modifiers;
 }
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

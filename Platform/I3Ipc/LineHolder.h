@@ -1,11 +1,11 @@
 #pragma once
 
+#include "Platform/I3Ipc/Configuration.h"
 #include "Platform/ShortcutHolders.h"
-#include "Platform/Sway/Configuration.h"
 
 #include <string_view>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 /// The holder of a combination that a line of the configuration binds. It is named by the program and the line, as in
 /// "sway, ~/.config/sway/config:12"; its purpose is the line's command. `home`: the user's folder, which goes by "~";
@@ -13,4 +13,4 @@ namespace platform::sway {
 [[nodiscard]] ShortcutHolder lineHolder(std::string_view program, const ConfiguredBinding& binding,
                                         std::string_view home);
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

@@ -1,10 +1,10 @@
-#include "Platform/Sway/Message.h"
+#include "Platform/I3Ipc/Message.h"
 
 #include <array>
 #include <bit>
 #include <cstring>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 namespace {
 
@@ -55,4 +55,4 @@ std::optional<Message> MessageReader::next() {
                    .payload = std::string(rest.substr(headerLength, length))};
 }
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

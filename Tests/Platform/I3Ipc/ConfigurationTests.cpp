@@ -1,5 +1,5 @@
-#include "Platform/Sway/Configuration.h"
-#include "Platform/Sway/LineHolder.h"
+#include "Platform/I3Ipc/Configuration.h"
+#include "Platform/I3Ipc/LineHolder.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -10,7 +10,7 @@
 #include <tuple>
 #include <utility>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 namespace {
 
 using testing::ElementsAre;
@@ -262,4 +262,4 @@ TEST(SwayHotKeyCombination, IsNamedByModifiersAndNumber) {
 }
 
 } // namespace
-} // namespace platform::sway
+} // namespace platform::i3ipc

@@ -1,4 +1,4 @@
-#include "Platform/Sway/Connection.h"
+#include "Platform/I3Ipc/Connection.h"
 
 #include <poll.h>
 #include <sys/socket.h>
@@ -9,7 +9,7 @@
 #include <cerrno>
 #include <chrono>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 std::optional<Connection> Connection::open(const std::string& path, const MainActor& clock) {
     sockaddr_un address{};
@@ -79,4 +79,4 @@ bool Connection::read() {
     return false;
 }
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

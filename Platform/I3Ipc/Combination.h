@@ -1,14 +1,15 @@
 #pragma once
 
+#include "CorvidKitCore/Keys.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
-/// The modifiers that a combination may have, as bits.
+/// The modifiers that a combination may have, as bits of the X protocol.
 enum class Modifier : unsigned {
     shift = 1,
     lock = 2,
@@ -39,15 +40,13 @@ struct Combination {
 
 /// A hot key: a key by its place, with modifiers.
 struct HotKeyCombination {
+    /// Bits of `Modifier`.
     unsigned modifiers = 0;
-    /// The key's number in keymaps, which is the kernel's and eight.
-    std::uint32_t number = 0;
-    /// The names, in lower case, of the symbols that it has on an American keyboard.
-    std::vector<std::string_view> symbols;
+    /// Never null.
+    const corvid::Key* key = nullptr;
 
-    /// Nothing for a key code that no keyboard has. The mask is Carbon's, as in `HotKeyEvents::registerHotKey`.
-    [[nodiscard]] static std::optional<HotKeyCombination> of(std::uint32_t carbonKeyCode,
-                                                             std::uint32_t carbonModifiers);
+    /// The arguments are in the numbering of `corvid::Shortcut`. Nothing for a key code that no keyboard has.
+    [[nodiscard]] static std::optional<HotKeyCombination> of(std::uint32_t keyCode, std::uint32_t modifiers);
 
     /// As commands name it: "Ctrl+Mod1+113".
     [[nodiscard]] std::string text() const;
@@ -58,4 +57,4 @@ struct HotKeyCombination {
     friend bool operator==(const HotKeyCombination&, const HotKeyCombination&) = default;
 };
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

@@ -1,8 +1,8 @@
-#include "Platform/Sway/Nodes.h"
+#include "Platform/I3Ipc/Nodes.h"
 
 #include <algorithm>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 namespace {
 
@@ -38,4 +38,4 @@ const Json* shownWorkspace(const Json& output) {
     return nullptr;
 }
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

@@ -1,4 +1,4 @@
-#include "Tests/Platform/Sway/FakeSway.h"
+#include "Tests/Platform/I3Ipc/FakeSway.h"
 
 #include <fcntl.h>
 #include <poll.h>

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 /// What a message asks for, or answers (sway-ipc(7), "Messages and replies"; i3's "IPC interface" has the same).
 enum class MessageType : std::uint32_t {
@@ -60,4 +60,4 @@ private:
     bool broken = false;
 };
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

@@ -7,7 +7,7 @@
 
 /// What the nodes of a layout have in common, in sway as in i3 (sway-ipc(7), GET_TREE; i3's "IPC interface", "Tree
 /// reply").
-namespace platform::sway {
+namespace platform::i3ipc {
 
 using compositor::isSet;
 using compositor::Json;
@@ -26,4 +26,4 @@ using compositor::textOf;
 /// there is none.
 [[nodiscard]] const Json* shownWorkspace(const Json& output);
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

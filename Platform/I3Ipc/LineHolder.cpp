@@ -1,8 +1,8 @@
-#include "Platform/Sway/LineHolder.h"
+#include "Platform/I3Ipc/LineHolder.h"
 
 #include <string>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 ShortcutHolder lineHolder(std::string_view program, const ConfiguredBinding& binding, std::string_view home) {
     std::string path = binding.path;
@@ -17,4 +17,4 @@ ShortcutHolder lineHolder(std::string_view program, const ConfiguredBinding& bin
     return {.heldBy = std::move(heldBy), .purpose = binding.command};
 }
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

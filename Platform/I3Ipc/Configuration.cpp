@@ -1,11 +1,11 @@
-#include "Platform/Sway/Configuration.h"
+#include "Platform/I3Ipc/Configuration.h"
 
 #include <algorithm>
 #include <optional>
 #include <set>
 #include <utility>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 namespace {
 
@@ -261,4 +261,4 @@ const ConfiguredBinding* bindingOf(const ConfiguredBindings& bindings, const Hot
     return useOf(bindings, combination).line;
 }
 
-} // namespace platform::sway
+} // namespace platform::i3ipc

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Sway/Combination.h"
+#include "Platform/I3Ipc/Combination.h"
 
 #include <cstddef>
 #include <functional>
@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace platform::sway {
+namespace platform::i3ipc {
 
 /// A file of the configuration.
 struct ConfigurationFile {
@@ -78,4 +78,4 @@ struct KeyUse {
 /// not carried out.
 [[nodiscard]] std::vector<ConfigurationFile> includedFiles(const std::string& pattern, const std::string& folder);
 
-} // namespace platform::sway
+} // namespace platform::i3ipc
