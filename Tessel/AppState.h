@@ -86,6 +86,9 @@ public:
     /// The actions whose shortcut stood so when it was last registered or refused.
     [[nodiscard]] std::set<WindowAction> shortcutsOnLoan(platform::HotKeyLoan loan) const;
 
+    /// The taken ones that cannot be borrowed, as far as the desktop says why.
+    [[nodiscard]] const std::map<WindowAction, platform::LoanObstacle>& loanObstacles() const { return obstacles; }
+
     [[nodiscard]] AppStatus status() const { return {enabled, trusted, !failed.empty()}; }
 
     /// The reminder to look for a newer version.
@@ -117,6 +120,7 @@ private:
 
     /// How each shortcut that is registered, or was refused, stands by now.
     [[nodiscard]] std::map<WindowAction, platform::HotKeyLoan> presentLoans() const;
+    [[nodiscard]] std::map<WindowAction, platform::LoanObstacle> presentObstacles() const;
 
     /// Looks whether the permission was given or taken away, and whether what is borrowed still has to be.
     void checkPermission();
@@ -135,6 +139,7 @@ private:
     bool trusted = false;
     std::set<WindowAction> failed;
     std::map<WindowAction, platform::HotKeyLoan> loans;
+    std::map<WindowAction, platform::LoanObstacle> obstacles;
     std::map<WindowAction, platform::ShortcutHolder> holders;
     std::unique_ptr<platform::HolderSearch> holderSearch;
     corvid::HotKeyCenter<WindowAction> hotKeys;

@@ -45,6 +45,8 @@ public:
     void setBorrows(bool consent) override { borrows = consent; }
 
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
+    [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
+                                                           std::uint32_t modifiers) const override;
 
     /// Whether registering everything anew would come out otherwise since this was last asked: the configuration has
     /// been read again, and uses one of ours now, no longer one that was refused or borrowed, or in another way.
