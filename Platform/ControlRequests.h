@@ -26,6 +26,10 @@ struct ControlStatus {
         /// An active one that is its holder's again when the program ends, and a taken one that could be had so.
         bool isBorrowed = false;
         bool canBeBorrowed = false;
+        /// Why a taken one cannot be borrowed: a word for programs, and a sentence in the user's language without its
+        /// full stop. UTF-8; empty where it can, and where nobody has said.
+        std::string notBorrowable = {};
+        std::string whyNot = {};
 
         friend bool operator==(const Shortcut&, const Shortcut&) = default;
     };

@@ -69,6 +69,28 @@ namespace HotKeyNotification {
 inline constexpr std::string_view didLoseHotKeys = "TesselDidLoseHotKeysNotification";
 } // namespace HotKeyNotification
 
+/// Why a combination that is taken cannot be borrowed.
+enum class LoanObstacle : std::uint8_t {
+    /// X11: it is grabbed in both ways that the server knows, so no other way is left.
+    heldBothWays,
+    /// GNOME Shell: a program, an extension or a part of the shell has reserved it.
+    reserved,
+    /// GNOME Shell: one of the shell's own bindings has it, whose handler could not be given back.
+    notLent,
+    /// GNOME Shell: this version lacks what lending takes.
+    unknownShell,
+    /// GNOME Shell: it still runs an extension that cannot lend, until the user logs in again.
+    oldExtension,
+    /// sway: its line is for one keyboard or one layout alone.
+    particularLine,
+    /// KGlobalAccel: it is part of a sequence of keys.
+    keySequence,
+    /// KGlobalAccel: the duty to give it back could not be written down.
+    notWrittenDown,
+    /// KGlobalAccel: its holder's keys could not be changed.
+    notReleased,
+};
+
 /// Handles a press on the main thread. `event` is null where the platform lost it; `userData` is what was given when
 /// the handler was installed.
 using HotKeyEventHandler = OSStatus (*)(EventHandlerCall* nextHandler, const HotKeyEvent* event, void* userData);
@@ -114,6 +136,13 @@ public:
     /// How a combination stands since it was last registered or refused.
     [[nodiscard]] virtual HotKeyLoan loan(std::uint32_t /*keyCode*/, std::uint32_t /*modifiers*/) const {
         return HotKeyLoan::none;
+    }
+
+    /// Why a combination cannot be borrowed that was refused when it was last to be registered; nothing for any other,
+    /// and where nobody can say.
+    [[nodiscard]] virtual std::optional<LoanObstacle> loanObstacle(std::uint32_t /*keyCode*/,
+                                                                   std::uint32_t /*modifiers*/) const {
+        return std::nullopt;
     }
 
     /// Posts `HotKeyNotification::didLoseHotKeys`. Always the same center.

@@ -223,6 +223,7 @@ void AppState::update() {
         isAnew = true;
     }
     loans = presentLoans();
+    obstacles = presentObstacles();
     assign(failed, std::set(hotKeys.failed().begin(), hotKeys.failed().end()));
     if (isAnew) {
         findHolders();
@@ -235,6 +236,17 @@ std::map<WindowAction, platform::HotKeyLoan> AppState::presentLoans() const {
         for (const WindowAction action : WindowAction::allCases) {
             const corvid::Shortcut shortcut = action.shortcut();
             present.emplace(action, platform::current().hotKeyEvents.loan(shortcut.keyCode, shortcut.modifiers));
+        }
+    }
+    return present;
+}
+
+std::map<WindowAction, platform::LoanObstacle> AppState::presentObstacles() const {
+    std::map<WindowAction, platform::LoanObstacle> present;
+    for (const WindowAction action : hotKeys.failed()) {
+        const corvid::Shortcut shortcut = action.shortcut();
+        if (const auto obstacle = platform::current().hotKeyEvents.loanObstacle(shortcut.keyCode, shortcut.modifiers)) {
+            present.emplace(action, *obstacle);
         }
     }
     return present;

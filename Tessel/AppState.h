@@ -91,6 +91,9 @@ public:
     /// The actions whose shortcut stood so when it was last registered or refused.
     [[nodiscard]] std::set<WindowAction> shortcutsOnLoan(platform::HotKeyLoan loan) const;
 
+    /// The taken ones that cannot be borrowed, as far as the desktop says why.
+    [[nodiscard]] const std::map<WindowAction, platform::LoanObstacle>& loanObstacles() const { return obstacles; }
+
     [[nodiscard]] AppStatus status() const { return {enabled, hasAccessibility(), !failed.empty()}; }
 
     /// The reminder to look for a newer version.
@@ -122,6 +125,7 @@ private:
 
     /// How each shortcut that is registered, or was refused, stands by now.
     [[nodiscard]] std::map<WindowAction, platform::HotKeyLoan> presentLoans() const;
+    [[nodiscard]] std::map<WindowAction, platform::LoanObstacle> presentObstacles() const;
 
     /// Looks whether the permission was given or taken away, and whether what is borrowed still has to be.
     void checkPermission();
@@ -144,6 +148,7 @@ private:
     std::optional<platform::AccessObstacle> missing{std::in_place};
     std::set<WindowAction> failed;
     std::map<WindowAction, platform::HotKeyLoan> loans;
+    std::map<WindowAction, platform::LoanObstacle> obstacles;
     std::map<WindowAction, platform::ShortcutHolder> holders;
     std::unique_ptr<platform::HolderSearch> holderSearch;
     corvid::HotKeyCenter<WindowAction> hotKeys;

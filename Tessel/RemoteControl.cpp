@@ -5,13 +5,17 @@
 #include "Platform/ThisApplication.h"
 #include "Tessel/AccessText.h"
 #include "Tessel/HolderText.h"
+#include "Tessel/ObstacleText.h"
 #include "Tessel/ShortcutText.h"
 #include "Tessel/StatusText.h"
 #include "Tessel/WindowMover.h"
 #include "TesselCore/WindowAction.h"
 
 #include <algorithm>
+#include <iterator>
+#include <map>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace tessel {
@@ -51,6 +55,22 @@ bool isIdentifier(std::string_view text) {
         return static_cast<unsigned char>(character) < ' ' || character == '/' || character == '\x7F';
     };
     return !text.empty() && text.size() <= RemoteControl::longestIdentifier && std::ranges::none_of(text, isUnfit);
+}
+
+/// Why these cannot be borrowed, as the end of a sentence; empty where nobody has said.
+std::string reasons(const AppState& state, const std::set<WindowAction>& actions) {
+    std::map<platform::LoanObstacle, std::string> keys;
+    for (const auto& [action, obstacle] : state.loanObstacles()) {
+        if (actions.contains(action)) {
+            std::string& list = keys[obstacle];
+            list += (list.empty() ? "" : ", ") + shortcutText(action.shortcut());
+        }
+    }
+    std::string text;
+    for (const auto& [obstacle, list] : keys) {
+        text += "; " + list + ": " + obstacleText(obstacle, platform::current().localization);
+    }
+    return text;
 }
 
 } // namespace
@@ -102,6 +122,10 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
         }
         shortcut.isBorrowed = borrowed.contains(action);
         shortcut.canBeBorrowed = lendable.contains(action);
+        if (const auto obstacle = state.loanObstacles().find(action); obstacle != state.loanObstacles().end()) {
+            shortcut.notBorrowable = obstacleWord(obstacle->second);
+            shortcut.whyNot = obstacleText(obstacle->second, platform::current().localization);
+        }
         report.shortcuts.push_back(std::move(shortcut));
     }
     for (const auto& [identifier, action] : state.rules()) {
@@ -157,11 +181,23 @@ ControlAnswer<void> RemoteControl::setRule(std::string_view bundleIdentifier, st
 
 ControlAnswer<void> RemoteControl::setBorrowsShortcuts(bool borrows) {
     assertRequestOnMainThread(__LINE__);
-    if (borrows && state.isEnabled() && state.hasAccessibility() && !state.failedShortcuts().empty() &&
-        state.shortcutsOnLoan(platform::HotKeyLoan::possible).empty()) {
-        return refuse(Kind::failed, "none of the taken shortcuts can be borrowed on this desktop");
+    if (!borrows) {
+        state.setBorrowsShortcuts(false);
+        return {};
     }
-    state.setBorrowsShortcuts(borrows);
+    // Asked once more, it is tried once more: an obstacle may be gone by now.
+    const std::set<WindowAction> wanted =
+        state.borrowsShortcuts() ? state.failedShortcuts() : state.shortcutsOnLoan(platform::HotKeyLoan::possible);
+    if (wanted.empty() && !state.failedShortcuts().empty()) {
+        return refuse(Kind::failed, "none of the taken shortcuts can be borrowed on this desktop" +
+                                        reasons(state, state.failedShortcuts()));
+    }
+    state.setBorrowsShortcuts(true);
+    std::set<WindowAction> missing;
+    std::ranges::set_intersection(wanted, state.failedShortcuts(), std::inserter(missing, missing.end()));
+    if (!missing.empty()) {
+        return refuse(Kind::failed, "not all shortcuts could be borrowed" + reasons(state, missing));
+    }
     return {};
 }
 

@@ -47,6 +47,9 @@ std::string text(const platform::ControlStatus& status) {
     for (const auto& shortcut : status.shortcuts) {
         lines += "  " + padded(shortcut.keys, keysWidth) + "  " + padded(shortcut.action, actionWidth) + "  " +
                  shortcut.state + holderOf(shortcut) + "\n";
+        if (!shortcut.whyNot.empty()) {
+            lines += std::string(keysWidth + actionWidth + 6, ' ') + shortcut.whyNot + "\n";
+        }
     }
     if (std::ranges::any_of(status.shortcuts, &platform::ControlStatus::Shortcut::canBeBorrowed)) {
         lines += "\nTessel can use the taken ones while it runs: tessel --take-shortcuts\n";

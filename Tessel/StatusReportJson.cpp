@@ -51,6 +51,10 @@ std::string json(const platform::ControlStatus& status) {
         if (shortcut.canBeBorrowed) {
             entry["canBeBorrowed"] = true;
         }
+        if (!shortcut.notBorrowable.empty()) {
+            entry["notBorrowable"] = shortcut.notBorrowable;
+            entry["whyNot"] = shortcut.whyNot;
+        }
         shortcuts.push_back(std::move(entry));
     }
     Json rules = Json::object();

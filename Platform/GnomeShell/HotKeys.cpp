@@ -22,6 +22,18 @@ std::optional<std::pair<bool, bool>> booleansIn(const ShellLink::Answer& answer,
     return std::pair(first != 0, second != 0);
 }
 
+/// By the extension's words; nothing for the empty one.
+std::optional<LoanObstacle> obstacleOf(std::string_view word) {
+    using enum LoanObstacle;
+    for (const auto& [known, obstacle] :
+         {std::pair("others", reserved), std::pair("own", notLent), std::pair("shell", unknownShell)}) {
+        if (word == known) {
+            return obstacle;
+        }
+    }
+    return word.empty() ? std::nullopt : std::optional(notLent);
+}
+
 } // namespace
 
 HotKeys::HotKeys(linux::MainLoop& mainLoop, ShellLink& link)
@@ -44,18 +56,16 @@ HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::u
     const std::uint32_t number = ++lastNumber;
     const std::optional<Hold> hold = take(number, *text);
     const Carbon carbon{keyCode, modifiers};
-    lendable.erase(carbon);
-    if (hold == Hold::refused || hold == Hold::lendable) {
-        if (hold == Hold::lendable) {
-            lendable.insert(carbon);
-        }
+    refused.forget(carbon);
+    if (hold && !hold->isHeld) {
+        refused.refuse(carbon, hold->obstacle);
         return {.status = eventHotKeyExistsErr, .reference = std::nullopt};
     }
     registrations.emplace(number, Registered{.carbon = carbon,
                                              .accelerator = *text,
                                              .name = name,
                                              .isConfirmed = hold.has_value(),
-                                             .isBorrowed = hold == Hold::borrowed});
+                                             .isBorrowed = hold && hold->isBorrowed});
     if (!hold) {
         confirmAt(mainLoop.now() + untilRetry, untilRetry / 10);
     }
@@ -76,7 +86,11 @@ HotKeyLoan HotKeys::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
     if (isMade) {
         return HotKeyLoan::made;
     }
-    return lendable.contains(carbon) ? HotKeyLoan::possible : HotKeyLoan::none;
+    return refused.isLendable(carbon) ? HotKeyLoan::possible : HotKeyLoan::none;
+}
+
+std::optional<LoanObstacle> HotKeys::loanObstacle(std::uint32_t keyCode, std::uint32_t modifiers) const {
+    return refused.obstacle({keyCode, modifiers});
 }
 
 void HotKeys::opened(const Hello& /*hello*/, bool isNew) {
@@ -119,19 +133,31 @@ std::optional<HotKeys::Hold> HotKeys::take(std::uint32_t number, const std::stri
         const ShellLink::Answer answer = link.call(link.endOfWaiting(), "Borrow", "us", number, text);
         // An earlier version of the extension, which the shell may still run, cannot do that.
         if (answer || answer.error().name.empty()) {
-            return booleansIn(answer, "bb").transform([](const auto& each) {
-                const auto [isHeld, isBorrowed] = each;
-                const Hold held = isBorrowed ? Hold::borrowed : Hold::free;
-                return isHeld ? held : Hold::refused;
-            });
+            const auto held = booleansIn(answer, "bb");
+            if (!held || held->first) {
+                return held.transform([](const auto& each) { return Hold{.isHeld = true, .isBorrowed = each.second}; });
+            }
+            return refusal(accelerator);
         }
     }
     const auto isGranted = booleansIn(link.call(link.endOfWaiting(), "Grab", "us", number, text), "b");
     if (!isGranted || isGranted->first) {
-        return isGranted ? std::optional(Hold::free) : std::nullopt;
+        return isGranted.transform([](const auto& /*granted*/) { return Hold{.isHeld = true}; });
     }
-    const auto isLendable = booleansIn(link.call(link.endOfWaiting(), "Lends", "s", text), "b");
-    return isLendable.transform([](const auto& each) { return each.first ? Hold::lendable : Hold::refused; });
+    return refusal(accelerator);
+}
+
+std::optional<HotKeys::Hold> HotKeys::refusal(const std::string& accelerator) {
+    const ShellLink::Answer answer = link.call(link.endOfWaiting(), "LoanObstacle", "s", accelerator.c_str());
+    if (!answer && answer.error().name.empty()) {
+        return std::nullopt;
+    }
+    const char* word = nullptr;
+    if (!answer || sd_bus_message_read(answer->get(), "s", &word) <= 0) {
+        const bool isOld = !answer && answer.error().name == SD_BUS_ERROR_UNKNOWN_METHOD;
+        return Hold{.obstacle = isOld ? LoanObstacle::oldExtension : LoanObstacle::unknownShell};
+    }
+    return Hold{.obstacle = obstacleOf(word)};
 }
 
 void HotKeys::confirm() {
@@ -144,8 +170,8 @@ void HotKeys::confirm() {
         const std::optional<Hold> hold = take(number, registered.accelerator);
         // One that was refused is not asked for again: its loss is told, and then all are registered anew.
         registered.isConfirmed = hold.has_value();
-        registered.isBorrowed = hold == Hold::borrowed;
-        isAnyLost = isAnyLost || hold == Hold::refused || hold == Hold::lendable;
+        registered.isBorrowed = hold && hold->isBorrowed;
+        isAnyLost = isAnyLost || (hold && !hold->isHeld);
         isAllAnswered = isAllAnswered && hold.has_value();
     }
     if (!isAllAnswered) {

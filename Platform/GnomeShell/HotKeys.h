@@ -8,7 +8,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <utility>
 
@@ -34,6 +33,8 @@ public:
     void setBorrows(bool consent) override { borrows = consent; }
 
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
+    [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
+                                                           std::uint32_t modifiers) const override;
 
 private:
     /// Key code and modifiers.
@@ -49,12 +50,11 @@ private:
     };
 
     /// The shell's answer to a request for a key.
-    enum class Hold : std::uint8_t {
-        refused,
-        /// Refused, but to be had by borrowing.
-        lendable,
-        free,
-        borrowed,
+    struct Hold {
+        bool isHeld = false;
+        bool isBorrowed = false;
+        /// Why one that is not held is not lent either; nothing where it would be.
+        std::optional<LoanObstacle> obstacle = {};
     };
 
     void opened(const Hello& hello, bool isNew) override;
@@ -63,6 +63,8 @@ private:
 
     /// Asks for a key, and with consent borrows one that is not free; nothing where no answer came in time.
     [[nodiscard]] std::optional<Hold> take(std::uint32_t number, const std::string& accelerator);
+    /// The answer for a key that is not ours: asks whether it would be lent.
+    [[nodiscard]] std::optional<Hold> refusal(const std::string& accelerator);
     /// Asks for all keys that are not confirmed, and later again for those that still are not.
     void confirm();
     void confirmAt(Instant time, Duration tolerance);
@@ -74,8 +76,7 @@ private:
     std::map<std::uint32_t, Registered> registrations;
     std::uint32_t lastNumber = 0;
     bool borrows = false;
-    /// Refused, and to be had by borrowing.
-    std::set<Carbon> lendable;
+    linux::RefusedKeys<Carbon> refused;
     std::unique_ptr<ScheduledWork> confirmation;
     /// Work that outlives the hot keys finds nothing here.
     std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);

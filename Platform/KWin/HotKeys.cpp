@@ -99,7 +99,11 @@ HotKeyLoan HotKeys::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
     if (key && loans.isBorrowed(*key) && isRegistered(*key)) {
         return HotKeyLoan::made;
     }
-    return key && lendable.contains(*key) ? HotKeyLoan::possible : HotKeyLoan::none;
+    return key && refused.isLendable(*key) ? HotKeyLoan::possible : HotKeyLoan::none;
+}
+
+std::optional<LoanObstacle> HotKeys::loanObstacle(std::uint32_t keyCode, std::uint32_t modifiers) const {
+    return qtKey(keyCode, modifiers).and_then([this](std::int32_t key) { return refused.obstacle(key); });
 }
 
 const AccelAction* HotKeys::lender(std::int32_t key) const {
@@ -218,16 +222,26 @@ void HotKeys::actOnPresses() {
 
 OSStatus HotKeys::take(const Registered& registered) {
     const std::int32_t key = registered.key;
-    lendable.erase(key);
+    refused.forget(key);
     OSStatus status = establish(registered);
-    const bool isWanted = borrows && !loans.isLeft(key);
-    if (status == eventHotKeyExistsErr && isWanted && loans.borrow(key)) {
-        status = establish(registered);
-    } else if (status == eventHotKeyExistsErr && !isWanted && loans.canBorrow(key)) {
-        lendable.insert(key);
+    if (status == eventHotKeyExistsErr && borrows && !loans.isLeft(key)) {
+        status = borrow(registered);
+    } else if (status == eventHotKeyExistsErr) {
+        refused.refuse(key, loans.obstacle(key));
     }
     if (status == noErr && loans.isBorrowed(key)) {
         loans.confirm(key);
+    }
+    return status;
+}
+
+OSStatus HotKeys::borrow(const Registered& registered) {
+    auto obstacle = loans.borrow(registered.key);
+    const OSStatus status = obstacle ? eventHotKeyExistsErr : establish(registered);
+    if (status == eventHotKeyExistsErr) {
+        // Nobody has the key alone, and it is refused all the same.
+        obstacle = obstacle ? obstacle : loans.obstacle(registered.key);
+        refused.refuse(registered.key, obstacle.value_or(LoanObstacle::notReleased));
     }
     return status;
 }

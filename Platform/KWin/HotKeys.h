@@ -14,7 +14,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -56,6 +55,8 @@ public:
     /// A consent that is given once more is a new one.
     void setBorrows(bool consent) override;
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
+    [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
+                                                           std::uint32_t modifiers) const override;
 
     [[nodiscard]] bool borrowingChangesSettings() const override { return true; }
 
@@ -88,6 +89,8 @@ private:
     /// Registers, and borrows where that is needed and wanted.
     [[nodiscard]] OSStatus take(const Registered& registered);
     [[nodiscard]] OSStatus establish(const Registered& registered);
+    /// The same for a key that another program has.
+    [[nodiscard]] OSStatus borrow(const Registered& registered);
     void clearLeftovers();
     /// Gives back, in a later turn, what is borrowed and not registered by then.
     void settleLater();
@@ -102,8 +105,7 @@ private:
     GlobalAccel accel;
     KeyLoans loans;
     bool borrows = false;
-    /// Refused, and to be had by borrowing.
-    std::set<std::int32_t> lendable;
+    linux::RefusedKeys<std::int32_t> refused;
     /// Keys that the user has just given to other actions.
     std::vector<std::pair<std::int32_t, AccelAction>> reassigned;
     linux::NameOwner owner;

@@ -84,25 +84,41 @@ const AccelAction* KeyLoans::lender(std::int32_t key) const {
     return found == note.loans.end() ? nullptr : &found->holder;
 }
 
-bool KeyLoans::canBorrow(std::int32_t key) {
-    const auto holder = accel.recipient(key);
-    if (!file || !holder || !*holder || isOurs(**holder)) {
-        return false;
+std::optional<LoanObstacle> KeyLoans::obstacle(std::int32_t key) {
+    if (!file) {
+        return LoanObstacle::notWrittenDown;
     }
-    const auto keys = accel.keysOf(**holder);
-    return keys && without(*keys, key);
+    const auto holder = accel.recipient(key);
+    if (holder && !*holder) {
+        // KGlobalAccel refuses a key within another action's sequence (5.103), which gets no presses of the key alone.
+        return LoanObstacle::keySequence;
+    }
+    const auto keys = holder && !isOurs(**holder) ? accel.keysOf(**holder) : std::unexpected(GlobalAccel::NoAnswer{});
+    if (!keys) {
+        return LoanObstacle::notReleased;
+    }
+    return without(*keys, key) ? std::nullopt : std::optional(LoanObstacle::keySequence);
 }
 
-bool KeyLoans::borrow(std::int32_t key) {
-    for (int holders = 0; file && holders < mostHolders; ++holders) {
+std::optional<LoanObstacle> KeyLoans::borrow(std::int32_t key) {
+    if (!file) {
+        return LoanObstacle::notWrittenDown;
+    }
+    for (int holders = 0; holders < mostHolders; ++holders) {
         const auto holder = accel.recipient(key);
-        if (!holder || !*holder || isOurs(**holder)) {
-            return holder.has_value();
+        if (!holder) {
+            return LoanObstacle::notReleased;
+        }
+        if (!*holder || isOurs(**holder)) {
+            return std::nullopt;
         }
         const auto present = accel.keysOf(**holder);
-        const auto others = present ? without(*present, key) : std::nullopt;
+        if (!present) {
+            return LoanObstacle::notReleased;
+        }
+        const auto others = without(*present, key);
         if (!others) {
-            return false;
+            return LoanObstacle::keySequence;
         }
         const KeyLoanNote former = note;
         if (holders == 0) {
@@ -112,13 +128,13 @@ bool KeyLoans::borrow(std::int32_t key) {
         writeDown(**holder, *present, key);
         if (!keep()) {
             note = former;
-            return false;
+            return LoanObstacle::notWrittenDown;
         }
         if (!accel.setKeysOf(**holder, *others)) {
-            return false;
+            return LoanObstacle::notReleased;
         }
     }
-    return false;
+    return LoanObstacle::notReleased;
 }
 
 void KeyLoans::giveBack(std::int32_t key) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/HotKeyEvents.h"
 #include "Platform/KWin/GlobalAccel.h"
 #include "Platform/KWin/KeyLoan.h"
 #include "Platform/Linux/Log.h"
@@ -31,12 +32,12 @@ public:
     /// The action that a key is borrowed from, the one that got its presses before; null where it is not borrowed.
     [[nodiscard]] const AccelAction* lender(std::int32_t key) const;
 
-    /// Whether the action that has a key could lend it.
-    [[nodiscard]] bool canBorrow(std::int32_t key);
+    /// What keeps a key that was refused from being lent, as far as that is known before; nothing where it could be.
+    [[nodiscard]] std::optional<LoanObstacle> obstacle(std::int32_t key);
 
-    /// Takes a key out of the lists of those that get its presses, and of nobody else's. Gives whether nobody but us
-    /// has it now. What was done of it is in the note either way.
-    bool borrow(std::int32_t key);
+    /// Takes a key out of the lists of those that get its presses, and of nobody else's. Gives what has kept it from
+    /// that; nothing where nobody but us has the key now. What was done of it is in the note either way.
+    [[nodiscard]] std::optional<LoanObstacle> borrow(std::int32_t key);
 
     /// Gives a key back. Ours must have let go of it: a key that anybody has by now stays with them. Without an answer
     /// the note stays, and so does the duty.

@@ -2,9 +2,35 @@
 
 #include "Platform/HotKeyEvents.h"
 
+#include <map>
+#include <optional>
 #include <string>
 
 namespace platform::linux {
+
+/// Combinations that were refused, and whether others would lend them. `Key` is what a backend knows one by.
+template <typename Key>
+class RefusedKeys {
+public:
+    /// It can be borrowed, unless there is an obstacle.
+    void refuse(const Key& key, std::optional<LoanObstacle> obstacle) { obstacles.insert_or_assign(key, obstacle); }
+
+    void forget(const Key& key) { obstacles.erase(key); }
+
+    [[nodiscard]] bool isLendable(const Key& key) const {
+        const auto found = obstacles.find(key);
+        return found != obstacles.end() && !found->second;
+    }
+
+    /// Nothing also for one that was not refused.
+    [[nodiscard]] std::optional<LoanObstacle> obstacle(const Key& key) const {
+        const auto found = obstacles.find(key);
+        return found == obstacles.end() ? std::nullopt : found->second;
+    }
+
+private:
+    std::map<Key, std::optional<LoanObstacle>> obstacles;
+};
 
 /// Hot keys and the handler of their presses. Main thread only.
 class HandledHotKeys : public HotKeyEvents {

@@ -47,7 +47,7 @@ HotKeyEvents::Registration HotKeyEvents::registerHotKey(std::uint32_t keyCode, s
         return {.status = refusal->second,
                 .reference = refusesWithReference ? std::optional(EventHotKeyRef{}) : std::nullopt};
     }
-    if (!borrows && lendable.contains({keyCode, modifiers})) {
+    if ((!borrows && lendable.contains({keyCode, modifiers})) || withheld.contains({keyCode, modifiers})) {
         return {.status = eventHotKeyExistsErr, .reference = std::nullopt};
     }
     const bool isHeld = std::ranges::any_of(hotKeys, [keyCode, modifiers](const Registered& hotKey) {
@@ -70,10 +70,20 @@ void HotKeyEvents::unregisterHotKey(EventHotKeyRef reference) {
 }
 
 HotKeyLoan HotKeyEvents::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
+    const auto found = withheld.find({keyCode, modifiers});
+    if (found != withheld.end()) {
+        return found->second.appearsLendable && !borrows ? HotKeyLoan::possible : HotKeyLoan::none;
+    }
     if (!lendable.contains({keyCode, modifiers})) {
         return HotKeyLoan::none;
     }
     return borrows ? HotKeyLoan::made : HotKeyLoan::possible;
+}
+
+std::optional<LoanObstacle> HotKeyEvents::loanObstacle(std::uint32_t keyCode, std::uint32_t modifiers) const {
+    const auto found = withheld.find({keyCode, modifiers});
+    const bool isKnown = found != withheld.end() && (borrows || !found->second.appearsLendable);
+    return isKnown ? std::optional(found->second.obstacle) : std::nullopt;
 }
 
 void HotKeyEvents::refuse(std::uint32_t keyCode, std::uint32_t modifiers, OSStatus status) {
@@ -83,6 +93,7 @@ void HotKeyEvents::refuse(std::uint32_t keyCode, std::uint32_t modifiers, OSStat
 void HotKeyEvents::release(std::uint32_t keyCode, std::uint32_t modifiers) {
     refusals.erase({keyCode, modifiers});
     lendable.erase({keyCode, modifiers});
+    withheld.erase({keyCode, modifiers});
 }
 
 void HotKeyEvents::announceLoss() {

@@ -39,9 +39,17 @@ public:
     [[nodiscard]] bool borrowingChangesSettings() const override { return lendsThroughSettings; }
 
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
+    [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
+                                                           std::uint32_t modifiers) const override;
 
     /// From now on the combination is somebody else's, and can be borrowed.
     void lend(std::uint32_t keyCode, std::uint32_t modifiers) { lendable.insert({keyCode, modifiers}); }
+
+    /// From now on the combination is somebody else's, and that is in the way of borrowing it. `appearsLendable`: it
+    /// only turns out when it is tried.
+    void withhold(std::uint32_t keyCode, std::uint32_t modifiers, LoanObstacle obstacle, bool appearsLendable = false) {
+        withheld.insert_or_assign({keyCode, modifiers}, Withheld{obstacle, appearsLendable});
+    }
 
     /// Whether borrowing changes the desktop's settings.
     bool lendsThroughSettings = false;
@@ -77,6 +85,11 @@ public:
     [[nodiscard]] const std::vector<Registered>& registered() const { return hotKeys; }
 
 private:
+    struct Withheld {
+        LoanObstacle obstacle;
+        bool appearsLendable = false;
+    };
+
     std::optional<OSStatus> call(const HotKeyEvent* event);
 
     Trace& trace;
@@ -85,6 +98,7 @@ private:
     std::map<std::pair<std::uint32_t, std::uint32_t>, OSStatus> refusals;
     std::vector<Registered> hotKeys;
     std::set<std::pair<std::uint32_t, std::uint32_t>> lendable;
+    std::map<std::pair<std::uint32_t, std::uint32_t>, Withheld> withheld;
     bool borrows = false;
     std::uint64_t lastReference = 0;
 };

@@ -111,6 +111,13 @@ HotKeyLoan HotKeys::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
     return found != refused.end() && found->second.isLendable ? HotKeyLoan::possible : HotKeyLoan::none;
 }
 
+std::optional<LoanObstacle> HotKeys::loanObstacle(std::uint32_t keyCode, std::uint32_t modifiers) const {
+    const auto combination = HotKeyCombination::of(keyCode, modifiers);
+    const auto found = combination ? refused.find(combination->text()) : refused.end();
+    return found != refused.end() && !found->second.isLendable ? std::optional(LoanObstacle::particularLine)
+                                                               : std::nullopt;
+}
+
 KeyUse HotKeys::useOf(const corvid::Shortcut& shortcut) const {
     const auto combination = HotKeyCombination::of(shortcut.keyCode, shortcut.modifiers);
     return bound && combination ? i3ipc::useOf(*bound, *combination) : KeyUse{};

@@ -49,6 +49,8 @@ public:
     void setBorrows(bool consent) override { borrows = consent; }
 
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
+    [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
+                                                           std::uint32_t modifiers) const override;
 
     /// The lines of the configuration that have a shortcut, as it was last read.
     [[nodiscard]] i3ipc::KeyUse useOf(const corvid::Shortcut& shortcut) const;

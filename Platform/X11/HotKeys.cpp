@@ -60,7 +60,11 @@ HotKeyLoan HotKeys::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
     if (isMade) {
         return HotKeyLoan::made;
     }
-    return lendable.contains(carbon) ? HotKeyLoan::possible : HotKeyLoan::none;
+    return refused.isLendable(carbon) ? HotKeyLoan::possible : HotKeyLoan::none;
+}
+
+std::optional<LoanObstacle> HotKeys::loanObstacle(std::uint32_t keyCode, std::uint32_t modifiers) const {
+    return refused.obstacle({keyCode, modifiers});
 }
 
 void HotKeys::handle(const xcb_generic_event_t& event) {
@@ -173,10 +177,11 @@ void HotKeys::take(Registered& registered) {
     const KeyGrabs::Outcome outcome = grabs.take(registered.key, keyboard->lockModifiers, borrows);
     registered.grab = outcome.kind;
     registered.borrowedThrough = outcome.isHeldByOthers ? outcome.kind : std::nullopt;
+    refused.forget(registered.carbon);
     if (!outcome.kind && outcome.isHeldByOthers) {
-        lendable.insert(registered.carbon);
-    } else {
-        lendable.erase(registered.carbon);
+        refused.refuse(registered.carbon, std::nullopt);
+    } else if (outcome.isHeldBothWays) {
+        refused.refuse(registered.carbon, LoanObstacle::heldBothWays);
     }
 }
 

@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <map>
 #include <optional>
-#include <set>
 #include <utility>
 
 namespace platform::x11 {
@@ -30,6 +29,8 @@ public:
     void setBorrows(bool consent) override { borrows = consent; }
 
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
+    [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
+                                                           std::uint32_t modifiers) const override;
 
     /// An event that came from the server, of whatever kind.
     void handle(const xcb_generic_event_t& event);
@@ -79,8 +80,7 @@ private:
     /// The key whose press was acted on and that is still down.
     std::optional<xcb_keycode_t> heldKey;
     bool borrows = false;
-    /// Refused, and to be had by borrowing.
-    std::set<Carbon> lendable;
+    linux::RefusedKeys<Carbon> refused;
 };
 
 } // namespace platform::x11

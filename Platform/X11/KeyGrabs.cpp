@@ -40,7 +40,9 @@ KeyGrabs::Outcome KeyGrabs::take(const KeyCombination& key, std::uint16_t locks,
         release(key, locks, Kind::extension);
     }
     connection.flush();
-    return {.kind = kept, .isHeldByOthers = isHeldByOthers};
+    return {.kind = kept,
+            .isHeldByOthers = isHeldByOthers,
+            .isHeldBothWays = throughExtension && !isCoreGranted && !isExtensionGranted};
 }
 
 bool KeyGrabs::renew(const KeyCombination& key, std::uint16_t locks, Kind kind) {

@@ -34,6 +34,8 @@ public:
         std::optional<Kind> kind;
         /// Another client holds the combination by a grab of the other kind.
         bool isHeldByOthers = false;
+        /// Other clients, or one of them, hold it by grabs of both kinds.
+        bool isHeldBothWays = false;
     };
 
     explicit KeyGrabs(Connection& connection)

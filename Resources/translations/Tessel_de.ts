@@ -202,6 +202,42 @@
         <translation>zeigt alle Fenster</translation>
     </message>
     <message>
+        <source>Tessel cannot borrow it: it is held in both ways that X11 offers</source>
+        <translation>Tessel kann es nicht leihen: Es ist auf beide Arten belegt, die X11 bietet</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
+        <translation>Tessel kann es nicht leihen: Eine App, eine Erweiterung oder ein Teil von GNOME Shell hat es reserviert</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
+        <translation>Tessel kann es nicht leihen: Es ließe sich GNOME Shell nicht zurückgeben</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
+        <translation>Tessel kann es von dieser Version von GNOME Shell nicht leihen</translation>
+    </message>
+    <message>
+        <source>Tessel can borrow it after you log out and in again</source>
+        <translation>Tessel kann es leihen, sobald Sie sich ab- und wieder angemeldet haben</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: its line is for one keyboard or one layout only</source>
+        <translation>Tessel kann es nicht leihen: Seine Zeile gilt nur für eine Tastatur oder eine Belegung</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it is part of a sequence of keys</source>
+        <translation>Tessel kann es nicht leihen: Es ist Teil einer Tastenfolge</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the note on whose it is cannot be saved</source>
+        <translation>Tessel kann es nicht leihen: Die Notiz, wem es gehört, lässt sich nicht speichern</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the desktop does not release it</source>
+        <translation>Tessel kann es nicht leihen: Die Arbeitsumgebung gibt es nicht frei</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>Beim Öffnen dieser Apps</translation>
     </message>

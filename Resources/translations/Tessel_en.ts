@@ -202,6 +202,42 @@
         <translation>shows all windows</translation>
     </message>
     <message>
+        <source>Tessel cannot borrow it: it is held in both ways that X11 offers</source>
+        <translation>Tessel cannot borrow it: it is held in both ways that X11 offers</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
+        <translation>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
+        <translation>Tessel cannot borrow it: it could not be given back to GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
+        <translation>Tessel cannot borrow it from this version of GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel can borrow it after you log out and in again</source>
+        <translation>Tessel can borrow it after you log out and in again</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: its line is for one keyboard or one layout only</source>
+        <translation>Tessel cannot borrow it: its line is for one keyboard or one layout only</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it is part of a sequence of keys</source>
+        <translation>Tessel cannot borrow it: it is part of a sequence of keys</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the note on whose it is cannot be saved</source>
+        <translation>Tessel cannot borrow it: the note on whose it is cannot be saved</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the desktop does not release it</source>
+        <translation>Tessel cannot borrow it: the desktop does not release it</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>When these apps open</translation>
     </message>

@@ -202,6 +202,42 @@
         <translation>muestra todas las ventanas</translation>
     </message>
     <message>
+        <source>Tessel cannot borrow it: it is held in both ways that X11 offers</source>
+        <translation>Tessel no puede tomarlo prestado: está ocupado de las dos formas que ofrece X11</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
+        <translation>Tessel no puede tomarlo prestado: lo ha reservado una aplicación, una extensión o una parte de GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
+        <translation>Tessel no puede tomarlo prestado: no se podría devolver a GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
+        <translation>Tessel no puede tomarlo prestado de esta versión de GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel can borrow it after you log out and in again</source>
+        <translation>Tessel podrá tomarlo prestado cuando cierre la sesión y vuelva a entrar</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: its line is for one keyboard or one layout only</source>
+        <translation>Tessel no puede tomarlo prestado: su línea es solo para un teclado o una distribución</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it is part of a sequence of keys</source>
+        <translation>Tessel no puede tomarlo prestado: es parte de una secuencia de teclas</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the note on whose it is cannot be saved</source>
+        <translation>Tessel no puede tomarlo prestado: no se puede guardar la nota de quién es</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the desktop does not release it</source>
+        <translation>Tessel no puede tomarlo prestado: el escritorio no lo libera</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>Al abrir estas aplicaciones</translation>
     </message>

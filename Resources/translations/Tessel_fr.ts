@@ -202,6 +202,42 @@
         <translation>affiche toutes les fenêtres</translation>
     </message>
     <message>
+        <source>Tessel cannot borrow it: it is held in both ways that X11 offers</source>
+        <translation>Tessel ne peut pas l’emprunter : il est pris des deux façons que X11 permet</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
+        <translation>Tessel ne peut pas l’emprunter : une application, une extension ou une partie de GNOME Shell l’a réservé</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
+        <translation>Tessel ne peut pas l’emprunter : il ne pourrait pas être rendu à GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
+        <translation>Tessel ne peut pas l’emprunter à cette version de GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel can borrow it after you log out and in again</source>
+        <translation>Tessel pourra l’emprunter quand vous aurez fermé puis rouvert la session</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: its line is for one keyboard or one layout only</source>
+        <translation>Tessel ne peut pas l’emprunter : sa ligne ne vaut que pour un clavier ou une disposition</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it is part of a sequence of keys</source>
+        <translation>Tessel ne peut pas l’emprunter : il fait partie d’une suite de touches</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the note on whose it is cannot be saved</source>
+        <translation>Tessel ne peut pas l’emprunter : la note disant à qui il est ne peut pas être enregistrée</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the desktop does not release it</source>
+        <translation>Tessel ne peut pas l’emprunter : le bureau ne le libère pas</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>À l’ouverture de ces applications</translation>
     </message>

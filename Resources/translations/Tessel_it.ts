@@ -202,6 +202,42 @@
         <translation>mostra tutte le finestre</translation>
     </message>
     <message>
+        <source>Tessel cannot borrow it: it is held in both ways that X11 offers</source>
+        <translation>Tessel non può prenderla in prestito: è occupata in entrambi i modi previsti da X11</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
+        <translation>Tessel non può prenderla in prestito: è riservata da un’applicazione, un’estensione o una parte di GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
+        <translation>Tessel non può prenderla in prestito: non si potrebbe restituire a GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
+        <translation>Tessel non può prenderla in prestito da questa versione di GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel can borrow it after you log out and in again</source>
+        <translation>Tessel potrà prenderla in prestito dopo aver terminato e riaperto la sessione</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: its line is for one keyboard or one layout only</source>
+        <translation>Tessel non può prenderla in prestito: la sua riga vale solo per una tastiera o una disposizione</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it is part of a sequence of keys</source>
+        <translation>Tessel non può prenderla in prestito: fa parte di una sequenza di tasti</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the note on whose it is cannot be saved</source>
+        <translation>Tessel non può prenderla in prestito: non si può salvare la nota su di chi è</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the desktop does not release it</source>
+        <translation>Tessel non può prenderla in prestito: il desktop non la rilascia</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>All’apertura di queste applicazioni</translation>
     </message>

@@ -200,6 +200,42 @@
         <translation>すべてのウインドウを表示します</translation>
     </message>
     <message>
+        <source>Tessel cannot borrow it: it is held in both ways that X11 offers</source>
+        <translation>Tesselでは借りられません：X11の2つの方法の両方で使われています</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
+        <translation>Tesselでは借りられません：アプリ、拡張機能またはGNOME Shellの一部が予約しています</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
+        <translation>Tesselでは借りられません：GNOME Shellに返すことができません</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
+        <translation>このバージョンのGNOME Shellからは借りられません</translation>
+    </message>
+    <message>
+        <source>Tessel can borrow it after you log out and in again</source>
+        <translation>一度ログアウトして再びログインすると、Tesselで借りられます</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: its line is for one keyboard or one layout only</source>
+        <translation>Tesselでは借りられません：この行は1つのキーボードまたは1つのレイアウト専用です</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it is part of a sequence of keys</source>
+        <translation>Tesselでは借りられません：連続するキー操作の一部です</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the note on whose it is cannot be saved</source>
+        <translation>Tesselでは借りられません：だれのものかの記録を保存できません</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the desktop does not release it</source>
+        <translation>Tesselでは借りられません：デスクトップが解放しません</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>これらのアプリを開いたとき</translation>
     </message>

@@ -200,6 +200,42 @@
         <translation>모든 창 보기</translation>
     </message>
     <message>
+        <source>Tessel cannot borrow it: it is held in both ways that X11 offers</source>
+        <translation>Tessel이 빌릴 수 없습니다: X11의 두 가지 방식 모두로 사용 중입니다</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
+        <translation>Tessel이 빌릴 수 없습니다: 앱, 확장 또는 GNOME Shell의 일부가 예약했습니다</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
+        <translation>Tessel이 빌릴 수 없습니다: GNOME Shell에 돌려줄 수 없습니다</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
+        <translation>이 버전의 GNOME Shell에서는 Tessel이 빌릴 수 없습니다</translation>
+    </message>
+    <message>
+        <source>Tessel can borrow it after you log out and in again</source>
+        <translation>로그아웃한 뒤 다시 로그인하면 Tessel이 빌릴 수 있습니다</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: its line is for one keyboard or one layout only</source>
+        <translation>Tessel이 빌릴 수 없습니다: 해당 줄은 키보드 하나 또는 자판 배열 하나에만 적용됩니다</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it is part of a sequence of keys</source>
+        <translation>Tessel이 빌릴 수 없습니다: 연속된 키 입력의 일부입니다</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the note on whose it is cannot be saved</source>
+        <translation>Tessel이 빌릴 수 없습니다: 누구의 것인지 적은 기록을 저장할 수 없습니다</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the desktop does not release it</source>
+        <translation>Tessel이 빌릴 수 없습니다: 데스크톱이 놓아주지 않습니다</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>다음 앱을 열 때</translation>
     </message>

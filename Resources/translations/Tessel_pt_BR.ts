@@ -202,6 +202,42 @@
         <translation>mostra todas as janelas</translation>
     </message>
     <message>
+        <source>Tessel cannot borrow it: it is held in both ways that X11 offers</source>
+        <translation>O Tessel não pode tomá-lo emprestado: está em uso das duas formas que o X11 oferece</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
+        <translation>O Tessel não pode tomá-lo emprestado: um aplicativo, uma extensão ou uma parte do GNOME Shell o reservou</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
+        <translation>O Tessel não pode tomá-lo emprestado: não seria possível devolvê-lo ao GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
+        <translation>O Tessel não pode tomá-lo emprestado desta versão do GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel can borrow it after you log out and in again</source>
+        <translation>O Tessel poderá tomá-lo emprestado quando você encerrar a sessão e entrar de novo</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: its line is for one keyboard or one layout only</source>
+        <translation>O Tessel não pode tomá-lo emprestado: a linha dele vale só para um teclado ou um layout</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it is part of a sequence of keys</source>
+        <translation>O Tessel não pode tomá-lo emprestado: ele faz parte de uma sequência de teclas</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the note on whose it is cannot be saved</source>
+        <translation>O Tessel não pode tomá-lo emprestado: não é possível salvar a nota de quem ele é</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the desktop does not release it</source>
+        <translation>O Tessel não pode tomá-lo emprestado: a área de trabalho não o libera</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>Ao abrir estes aplicativos</translation>
     </message>

@@ -200,6 +200,42 @@
         <translation>显示所有窗口</translation>
     </message>
     <message>
+        <source>Tessel cannot borrow it: it is held in both ways that X11 offers</source>
+        <translation>Tessel 无法借用：X11 的两种占用方式都已被使用</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
+        <translation>Tessel 无法借用：某个应用、扩展或 GNOME Shell 的一部分已将其保留</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
+        <translation>Tessel 无法借用：无法再归还给 GNOME Shell</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
+        <translation>Tessel 无法从此版本的 GNOME Shell 借用</translation>
+    </message>
+    <message>
+        <source>Tessel can borrow it after you log out and in again</source>
+        <translation>注销并重新登录后，Tessel 可以借用</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: its line is for one keyboard or one layout only</source>
+        <translation>Tessel 无法借用：该行只用于某个键盘或某个布局</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: it is part of a sequence of keys</source>
+        <translation>Tessel 无法借用：它是一串按键的一部分</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the note on whose it is cannot be saved</source>
+        <translation>Tessel 无法借用：无法保存其归属的记录</translation>
+    </message>
+    <message>
+        <source>Tessel cannot borrow it: the desktop does not release it</source>
+        <translation>Tessel 无法借用：桌面没有释放它</translation>
+    </message>
+    <message>
         <source>When these apps open</source>
         <translation>打开这些应用时</translation>
     </message>

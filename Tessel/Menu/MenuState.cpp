@@ -11,6 +11,7 @@
 #include "Tessel/AccessText.h"
 #include "Tessel/HolderText.h"
 #include "Tessel/Menu/ImageSource.h"
+#include "Tessel/ObstacleText.h"
 #include "Tessel/ShortcutText.h"
 #include "Tessel/StatusText.h"
 
@@ -140,10 +141,13 @@ QVariantMap MenuState::takenShortcuts() const {
     QVariantMap taken;
     for (const WindowAction action : state.failedShortcuts()) {
         const auto holder = state.shortcutHolders().find(action);
-        taken.insert(text(action.rawValue()),
-                     holder == state.shortcutHolders().end()
-                         ? translated("Another app is already using this shortcut")
-                         : QString::fromStdString(holderText(action.shortcut(), holder->second, localization)));
+        QString told = holder == state.shortcutHolders().end()
+                           ? translated("Another app is already using this shortcut")
+                           : QString::fromStdString(holderText(action.shortcut(), holder->second, localization));
+        if (const auto obstacle = state.loanObstacles().find(action); obstacle != state.loanObstacles().end()) {
+            told += "\n" + QString::fromStdString(obstacleText(obstacle->second, localization));
+        }
+        taken.insert(text(action.rawValue()), told);
     }
     return taken;
 }

@@ -134,6 +134,24 @@ TEST_F(Menu, SaysWhoseATakenShortcutIsOnceTheDesktopHasSaid) {
     EXPECT_EQ(told, (QVariantMap{{"center", "Ctrl+Alt+C shows all windows (GNOME)"}}));
 }
 
+TEST_F(Menu, SaysWhyATakenShortcutCannotBeBorrowed) {
+    const corvid::Shortcut center = WindowAction(WindowAction::center).shortcut();
+    const corvid::Shortcut maximize = WindowAction(WindowAction::maximize).shortcut();
+    desktop.hotKeyEvents.withhold(center.keyCode, center.modifiers, platform::LoanObstacle::particularLine);
+    desktop.hotKeyEvents.withhold(maximize.keyCode, maximize.modifiers, platform::LoanObstacle::keySequence);
+    desktop.shortcutHolders.holders = {{center, {.heldBy = "sway", .purpose = "kill"}}};
+    desktop.localization.texts = {
+        {"Tessel/Tessel cannot borrow it: it is part of a sequence of keys", "Eine Tastenfolge"}};
+    const MenuState& menu = make();
+    desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
+    EXPECT_EQ(
+        menu.takenShortcuts(),
+        (QVariantMap{{"center", "Ctrl+Alt+C: kill (sway)\nTessel cannot borrow it: its line is for one keyboard or "
+                                "one layout only"},
+                     {"maximize", "Another app is already using this shortcut\nEine Tastenfolge"}}));
+    EXPECT_EQ(menu.lendableShortcuts(), "");
+}
+
 TEST_F(Menu, SaysWhetherBorrowingChangesTheSettings) {
     const corvid::Shortcut taken = WindowAction(WindowAction::center).shortcut();
     desktop.hotKeyEvents.lend(taken.keyCode, taken.modifiers);

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <map>
 #include <optional>
 #include <set>
 
@@ -95,6 +96,19 @@ TEST_F(Borrowing, WhatIsBorrowedIsLookedAtAgainNowAndThen) {
     EXPECT_EQ(state.status(), AppStatus::active);
     EXPECT_GT(changes, 0);
     EXPECT_EQ(registeredCount(), 6U);
+}
+
+TEST_F(Borrowing, ATakenShortcutThatCannotBeBorrowedHasItsObstacleForAsLongAsItIsTaken) {
+    const corvid::Shortcut center = WindowAction(WindowAction::center).shortcut();
+    desktop.hotKeyEvents.withhold(center.keyCode, center.modifiers, platform::LoanObstacle::notReleased, true);
+    using Obstacles = std::map<WindowAction, platform::LoanObstacle>;
+    AppState& state = make();
+    EXPECT_EQ(state.loanObstacles(), Obstacles{});
+    state.setBorrowsShortcuts(true);
+    EXPECT_EQ(state.loanObstacles(), (Obstacles{{WindowAction::center, platform::LoanObstacle::notReleased}}));
+    EXPECT_EQ(state.failedShortcuts(), Actions{WindowAction::center});
+    state.setEnabled(false);
+    EXPECT_EQ(state.loanObstacles(), Obstacles{});
 }
 
 TEST_F(Borrowing, NothingIsOnLoanWhileSwitchedOff) {

@@ -112,6 +112,20 @@ TEST(RemoteCommand, SaysWhichShortcutsAreBorrowedOrCouldBe) {
     EXPECT_THAT(json, HasSubstr(R"("heldBy":"GNOME")"));
 }
 
+TEST(RemoteCommand, SaysWhyATakenShortcutCannotBeBorrowedBelowItsHolder) {
+    Program program;
+    ControlStatus::Shortcut& center = program.report.shortcuts.at(1);
+    EXPECT_FALSE(RemoteCommand::carryOut(statusJson, program).output.contains("orrowable"));
+    center.heldBy = "GNOME";
+    center.notBorrowable = "keySequence";
+    center.whyNot = "it begins a sequence";
+    EXPECT_THAT(RemoteCommand::carryOut(status, program).output,
+                HasSubstr("  Ctrl+Alt+C  center    taken by GNOME\n"
+                          "                        it begins a sequence\n"));
+    EXPECT_THAT(RemoteCommand::carryOut(statusJson, program).output,
+                HasSubstr(R"("notBorrowable":"keySequence","whyNot":"it begins a sequence"})"));
+}
+
 TEST(RemoteCommand, SaysSoWhereThereAreNoRules) {
     Program program;
     program.report.rules.clear();

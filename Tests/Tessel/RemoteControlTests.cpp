@@ -270,6 +270,44 @@ TEST_F(Remote, RefusesToTakeShortcutsThatAreTakenWithoutBeingLent) {
     EXPECT_TRUE(control().setBorrowsShortcuts(false)) << "there is nothing to refuse in giving back";
 }
 
+TEST_F(Remote, SaysWhyTakenShortcutsCannotBeBorrowed) {
+    const corvid::Shortcut center = WindowAction(WindowAction::center).shortcut();
+    const corvid::Shortcut maximize = WindowAction(WindowAction::maximize).shortcut();
+    const corvid::Shortcut left = WindowAction(WindowAction::leftHalf).shortcut();
+    desktop.hotKeyEvents.withhold(left.keyCode, left.modifiers, platform::LoanObstacle::keySequence);
+    desktop.hotKeyEvents.withhold(center.keyCode, center.modifiers, platform::LoanObstacle::keySequence);
+    desktop.hotKeyEvents.refuse(maximize.keyCode, maximize.modifiers);
+    const ControlStatus report = *control().status();
+    EXPECT_EQ(report.shortcuts.at(2).notBorrowable, "keySequence");
+    EXPECT_EQ(report.shortcuts.at(2).whyNot, "Tessel cannot borrow it: it is part of a sequence of keys");
+    EXPECT_EQ(report.shortcuts.at(3).notBorrowable, "") << "nobody has said";
+    EXPECT_EQ(report.shortcuts.at(3).whyNot, "");
+    const auto answer = control().setBorrowsShortcuts(true);
+    ASSERT_TRUE(isRefused(answer, Kind::failed));
+    EXPECT_EQ(answer.error().reason, "none of the taken shortcuts can be borrowed on this desktop; Ctrl+Alt+←, "
+                                     "Ctrl+Alt+C: Tessel cannot borrow it: it is part of a sequence of keys");
+}
+
+TEST_F(Remote, SaysWhichShortcutsCouldNotBeBorrowedWhenThatWasTried) {
+    const corvid::Shortcut center = WindowAction(WindowAction::center).shortcut();
+    const corvid::Shortcut left = WindowAction(WindowAction::leftHalf).shortcut();
+    desktop.hotKeyEvents.lend(left.keyCode, left.modifiers);
+    desktop.hotKeyEvents.withhold(center.keyCode, center.modifiers, platform::LoanObstacle::notWrittenDown, true);
+    EXPECT_TRUE(control().status()->shortcuts.at(2).canBeBorrowed);
+    for (int times = 0; times < 2; ++times) {
+        const auto answer = control().setBorrowsShortcuts(true);
+        ASSERT_TRUE(isRefused(answer, Kind::failed));
+        EXPECT_EQ(answer.error().reason, "not all shortcuts could be borrowed; Ctrl+Alt+C: Tessel cannot borrow it: "
+                                         "the note on whose it is cannot be saved");
+        EXPECT_TRUE(state->borrowsShortcuts()) << "the others are borrowed";
+        EXPECT_TRUE(control().status()->shortcuts.at(0).isBorrowed);
+    }
+    desktop.hotKeyEvents.release(center.keyCode, center.modifiers);
+    desktop.hotKeyEvents.lend(center.keyCode, center.modifiers);
+    EXPECT_TRUE(control().setBorrowsShortcuts(true)) << "asked once more, it is tried once more";
+    EXPECT_TRUE(control().status()->shortcuts.at(2).isBorrowed);
+}
+
 TEST_F(Remote, KeepsTheConsentWhereNothingSpeaksAgainstIt) {
     // Nothing is taken, or it cannot be told whether it is: the consent is for then.
     EXPECT_TRUE(control().setBorrowsShortcuts(true));

@@ -68,12 +68,14 @@ int appendShortcuts(sd_bus_message* message, const ControlStatus& status) {
     return result < 0 ? result : closeEntry(message);
 }
 
-int appendHolders(sd_bus_message* message, const ControlStatus& status) {
-    int result = openEntry(message, "holders", "a(sss)");
+/// Two texts for each action that has the first of them.
+int appendTexts(sd_bus_message* message, const char* key, const ControlStatus& status,
+                std::string ControlStatus::Shortcut::* first, std::string ControlStatus::Shortcut::* second) {
+    int result = openEntry(message, key, "a(sss)");
     for (const ControlStatus::Shortcut& shortcut : status.shortcuts) {
-        if (result >= 0 && !shortcut.heldBy.empty()) {
-            result = sd_bus_message_append(message, "(sss)", shortcut.action.c_str(), shortcut.heldBy.c_str(),
-                                           shortcut.purpose.c_str());
+        if (result >= 0 && !(shortcut.*first).empty()) {
+            result = sd_bus_message_append(message, "(sss)", shortcut.action.c_str(), (shortcut.*first).c_str(),
+                                           (shortcut.*second).c_str());
         }
     }
     return result < 0 ? result : closeEntry(message);
@@ -142,12 +144,14 @@ int readShortcuts(sd_bus_message* message, ControlStatus& status) {
     });
 }
 
-int readHolders(sd_bus_message* message, ControlStatus& status) {
-    return readTriples(message, [&](std::string_view action, const char* heldBy, const char* purpose) {
+/// Reads two texts for each of some actions.
+int readTexts(sd_bus_message* message, ControlStatus& status, std::string ControlStatus::Shortcut::* first,
+              std::string ControlStatus::Shortcut::* second) {
+    return readTriples(message, [&](std::string_view action, const char* firstText, const char* secondText) {
         const auto found = std::ranges::find(status.shortcuts, action, &ControlStatus::Shortcut::action);
         if (found != status.shortcuts.end()) {
-            found->heldBy = heldBy;
-            found->purpose = purpose;
+            (*found).*first = firstText;
+            (*found).*second = secondText;
         }
     });
 }
@@ -224,7 +228,10 @@ int readEntry(sd_bus_message* message, ControlStatus& status) {
         return readShortcuts(message, status);
     }
     if (key == "holders") {
-        return readHolders(message, status);
+        return readTexts(message, status, &ControlStatus::Shortcut::heldBy, &ControlStatus::Shortcut::purpose);
+    }
+    if (key == "obstacles") {
+        return readTexts(message, status, &ControlStatus::Shortcut::notBorrowable, &ControlStatus::Shortcut::whyNot);
     }
     if (key == "rules") {
         return readRules(message, status);
@@ -257,7 +264,12 @@ int append(sd_bus_message* message, const ControlStatus& status) {
     }
     // Behind the shortcuts, which they belong to.
     if (result >= 0) {
-        result = appendHolders(message, status);
+        result = appendTexts(message, "holders", status, &ControlStatus::Shortcut::heldBy,
+                             &ControlStatus::Shortcut::purpose);
+    }
+    if (result >= 0) {
+        result = appendTexts(message, "obstacles", status, &ControlStatus::Shortcut::notBorrowable,
+                             &ControlStatus::Shortcut::whyNot);
     }
     if (result >= 0) {
         result = appendActions(message, "borrowed", status, &ControlStatus::Shortcut::isBorrowed);

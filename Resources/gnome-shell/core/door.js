@@ -210,8 +210,8 @@ class Door {
         this._answer(invocation, '(bb)', service => service.borrow(number, accelerator));
     }
 
-    LendsAsync([accelerator], invocation) {
-        this._answer(invocation, '(b)', () => [lends(keyOf(accelerator))]);
+    LoanObstacleAsync([accelerator], invocation) {
+        this._answer(invocation, '(s)', () => [loanObstacle(keyOf(accelerator))]);
     }
 
     UngrabAsync([number], invocation) {

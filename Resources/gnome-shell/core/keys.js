@@ -76,7 +76,7 @@ class Keys {
         const isFree = own.action !== Meta.KeyBindingAction.NONE;
         if (isFree)
             Main.wm.allowKeybinding(Meta.external_binding_name_for_action(own.action), Shell.ActionMode.NORMAL);
-        own.isBorrowed = !isFree && own.mayBorrow && lends(own.key) && this._loans.add(own.key, number);
+        own.isBorrowed = !isFree && own.mayBorrow && loanObstacle(own.key) === '' && this._loans.add(own.key, number);
         own.isHeld = isFree || own.isBorrowed;
     }
 

@@ -12,10 +12,18 @@ const LENT_BY_MUTTER = new Set([
 
 const isLendable = binding => LENT_BY_SHELL.test(binding) || LENT_BY_MUTTER.has(binding);
 
-/** Whether the shell has a use of its own for the key with Ctrl and Alt, and can lend it. */
-function lends(key) {
-    return missingToBorrow().length === 0 &&
-        isLendable(bindingOf(global.display.get_keybinding_action(key, CONTROL_ALT)));
+/**
+ * Why the key with Ctrl and Alt is not lent: the shell lacks something for it ("shell"), one of Mutter's bindings has it
+ * whose handler could not be given back ("own"), or one that was added while the shell runs, by its parts, extensions or
+ * programs ("others"). Empty for one that is lent.
+ */
+function loanObstacle(key) {
+    if (missingToBorrow().length > 0)
+        return 'shell';
+    const binding = bindingOf(global.display.get_keybinding_action(key, CONTROL_ALT));
+    if (isLendable(binding))
+        return '';
+    return binding && binding !== 'none' ? 'own' : 'others';
 }
 
 /**

@@ -25,7 +25,7 @@ const INTERFACE = `<node><interface name="${INTERFACE_NAME}">
         <arg type="u" direction="in"/><arg type="s" direction="in"/>
         <arg type="b" direction="out"/><arg type="b" direction="out"/>
     </method>
-    <method name="Lends"><arg type="s" direction="in"/><arg type="b" direction="out"/></method>
+    <method name="LoanObstacle"><arg type="s" direction="in"/><arg type="s" direction="out"/></method>
     <method name="Ungrab"><arg type="u" direction="in"/></method>
     <method name="Holders"><arg type="a(uu)" direction="in"/><arg type="s" direction="out"/></method>
     <method name="Pointer"><arg type="i" direction="out"/><arg type="i" direction="out"/></method>

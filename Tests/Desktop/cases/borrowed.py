@@ -6,16 +6,20 @@ import time
 
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
+from harness.freed_keys import add_settings
+from harness.grabs import GreedyClient, held_by_others, held_through_extension
+from harness.holders import told_obstacles
 from harness.kwin import Bus, Gio
 from harness.kwin_holder import LEFT, KeyHolder, N
+from harness.oracle import ACTIONS
 from harness.product import Product, run_to_end
 from harness.skipping import Skipped
-from harness.waiting import until
+from harness.waiting import until, until_equal
 
 from . import case, case_for_each
-from .window_manager_changes import HOLDING, POLL, taken, works
+from .window_manager_changes import HOLDING, NATURAL, POLL, taken, works
 
-# muffin alone keeps the keys for Cinnamon's shell, which is not there to act on them.
+# muffin alone keeps the workspaces' keys for Cinnamon's shell, which is not there to act on them: it has a case of its own.
 LENDING = [manager for manager in HOLDING if manager != "muffin"]
 
 # The program renews its grabs for the last time half a second after the last notice of a keyboard.
@@ -120,6 +124,118 @@ def borrowed_keys_survive_a_restart_of_the_window_manager(program, manager):
         works_alone(desktop, product, editor.window, f"after {manager} was restarted")
         product.terminate()
         desktop_acts(desktop, "after the program has ended")
+
+
+@case("desktop.borrowed.both-ways")
+def a_key_that_is_held_in_both_ways_stays_its_holders_and_says_so(program):
+    with Desktop(program, name="borrowed.both-ways") as desktop:
+        desktop.start_window_manager("openbox", keys_free=False)
+        held = desktop.manager.holds
+        editor = desktop.open(APPLICATIONS["mousepad"])
+        greedy = GreedyClient(desktop.server.display, "center")
+        product = desktop.launch()
+        product.until_status(taken(held | {"center"}))
+        assert told_obstacles(desktop.session, program) == {"center": "heldBothWays"}
+        _, output, _, _ = run_to_end(desktop.session, program, "--status")
+        assert "taken\n" + " " * 30 + "Tessel cannot borrow it: " in output, output
+
+        asks(desktop, program, "--take-shortcuts")
+        product.until_status(taken({"center"}))
+        assert told_obstacles(desktop.session, program) == {"center": "heldBothWays"}
+        works(desktop, product, editor.window, [action for action in ACTIONS if action != "center"])
+        # Asked for that one alone, it has to say that it cannot.
+        ended, _, errors, _ = run_to_end(desktop.session, program, "--take-shortcuts", seconds=20.0)
+        assert ended == 1 and "Ctrl+Alt+C: Tessel cannot borrow it: it is held in both ways" in errors, (ended, errors)
+
+        greedy.close()
+        asks(desktop, program, "--take-shortcuts")
+        product.until_status("Active")
+        assert told_obstacles(desktop.session, program) == {}
+        works(desktop, product, editor.window, ["center"])
+
+
+# A binding on which muffin acts by itself, with one of our keys and another; on workspaces only Cinnamon's shell acts.
+MUFFINS = {"show_desktop": "['<Control><Alt>d', '<Super>d']"}
+
+
+def shows_desktop(desktop: Desktop) -> bool:
+    return desktop.windows.cardinals(desktop.windows.root, "_NET_SHOWING_DESKTOP") == [1]
+
+
+def muffin_acts(desktop: Desktop, keys: tuple[str, ...], when: str) -> None:
+    """It shows the desktop, and the next press brings the windows back."""
+    for wanted in (True, False):
+
+        def acts(wanted=wanted) -> bool:
+            # The server may still be at the grabs of a program that has just ended.
+            if shows_desktop(desktop) != wanted:
+                desktop.keyboard.chord(*keys)
+                desktop.windows.fence()
+            return shows_desktop(desktop) == wanted
+
+        until(acts, f"muffin to act on {'+'.join(keys)} {when}")
+
+
+def muffin_has_its_keys(desktop: Desktop, held: set[str], when: str) -> None:
+    name = desktop.server.display
+    until_equal(lambda: (held_through_extension(name), set(held_by_others(name))), (held, set()),
+                f"the keys that muffin holds, and those that anybody has by the other kind of grab, {when}")
+    muffin_acts(desktop, ("Control", "Alt", "D"), when)
+
+
+def works_beside_muffin(desktop: Desktop, product: Product, window: int, held: set[str], when: str) -> None:
+    """Six presses are six placements, and muffin acts on none of them, but on its other key."""
+    came = time.monotonic()
+
+    def is_ours() -> bool:
+        nonlocal came
+        desktop.keyboard.press("almostMaximize")
+        product.until_at_rest()
+        desktop.windows.fence()
+        if shows_desktop(desktop):
+            came = time.monotonic()
+            desktop.keyboard.chord("Super", "D")
+            until(lambda: not shows_desktop(desktop), "muffin to bring the windows back")
+        return time.monotonic() - came > CALM
+
+    until(is_ours, f"the program to have the borrowed keys {when}", 5.0)
+    works(desktop, product, window, when=when)
+    assert not shows_desktop(desktop), f"muffin has seen a borrowed key {when}"
+    assert set(held_by_others(desktop.server.display)) >= held, f"the keys are not borrowed {when}"
+    muffin_acts(desktop, ("Super", "D"), when)
+
+
+@case("desktop.borrowed.muffin")
+def keys_that_muffin_holds_are_ours_with_consent_and_muffins_again_afterwards(program):
+    with Desktop(program, name="borrowed.muffin") as desktop:
+        add_settings(desktop.session, "org/cinnamon/desktop/keybindings/wm", **MUFFINS)
+        desktop.start_window_manager("muffin", keys_free=False)
+        held = desktop.manager.holds | {"almostMaximize"}
+        editor = desktop.open(APPLICATIONS["mousepad"])
+        muffin_has_its_keys(desktop, held, "before the program runs")
+        product = desktop.launch()
+        product.until_status(taken(held))
+        muffin_acts(desktop, ("Control", "Alt", "D"), "without consent")
+
+        asks(desktop, program, "--take-shortcuts")
+        product.until_status("Active")
+        works_beside_muffin(desktop, product, editor.window, held, "with consent")
+
+        asks(desktop, program, "--give-back-shortcuts")
+        product.until_status(taken(held))
+        muffin_acts(desktop, ("Control", "Alt", "D"), "after they were given back")
+
+        asks(desktop, program, "--take-shortcuts")
+        product.until_status("Active")
+        product.process.kill()
+        product.process.wait()
+        muffin_has_its_keys(desktop, held, "after the program was killed")
+
+        product = desktop.launch()
+        product.until_status("Active")
+        works_beside_muffin(desktop, product, editor.window, held, "at the next start")
+        product.terminate()
+        muffin_has_its_keys(desktop, held, "after the program has ended")
 
 
 @case("desktop.borrowed.kglobalaccel")

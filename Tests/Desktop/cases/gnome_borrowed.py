@@ -57,6 +57,10 @@ class Lending(Gnome):
     def is_hidden(self, window: int) -> bool:
         return self.see(f"one({window}).is_hidden()")
 
+    def obstacles(self) -> dict[str, str]:
+        return {each["action"]: each["notBorrowable"]
+                for each in self.status()["shortcuts"] if "notBorrowable" in each}
+
     def shows_desktop(self, window: int, when: str, *chord: str) -> None:
         for wanted in (True, False):
             self.hands.chord(*chord)
@@ -165,6 +169,7 @@ def what_is_borrowed_follows_the_shells_settings(program):
         desktop.change_setting(SHELL_KEYS, "toggle-message-tray", "['<Control><Alt>c']")
         until(lambda: desktop.taken() == {"center"}, "the loss of C to be told", LOOK, desktop.status)
         assert not desktop.actions("canBeBorrowed"), desktop.status()
+        assert desktop.obstacles() == {"center": "reserved"}, desktop.status()
         desktop.hands.press("center")
         until(lambda: desktop.see("Main.panel.statusArea.dateMenu.menu.isOpen"), "the shell's own menu")
         desktop.hands.press("center")
@@ -225,7 +230,7 @@ def nobody_but_the_program_borrows(program):
         _, window = open_application(desktop, "mousepad")
         stranger = Stranger(desktop)
         borrow = ("Borrow", "(us)", 1, LEFT)
-        assert (stranger.ask(*borrow), stranger.ask("Lends", "(s)", LEFT)) == ("Denied", "Denied")
+        assert (stranger.ask(*borrow), stranger.ask("LoanObstacle", "(s)", LEFT)) == ("Denied", "Denied")
         # With the name of the program, which is not there, it has what the program has: for as long, and no other key.
         assert stranger.take_name() == 1
         assert stranger.ask(*borrow) == "Denied", "before Hello"
@@ -241,7 +246,7 @@ def nobody_but_the_program_borrows(program):
 
         product = desktop.launch()
         until_taken(desktop, product)
-        for call in (borrow, ("Ungrab", "(u)", 1), ("Lends", "(s)", LEFT)):
+        for call in (borrow, ("Ungrab", "(u)", 1), ("LoanObstacle", "(s)", LEFT)):
             assert stranger.ask(*call) == "Denied", f"{call} beside the program"
         desktop.desktop_acts(window, "without consent")
         desktop.asks("--take-shortcuts")
@@ -261,6 +266,7 @@ def a_shell_that_cannot_lend_is_served_all_the_same(program):
         product = desktop.launch()
         until_taken(desktop, product)
         assert not desktop.actions("canBeBorrowed"), desktop.status()
+        assert desktop.obstacles() == {action: "unknownShell" for action in HELD}, desktop.status()
         ended, _, errors, _ = run_to_end(desktop.session, program, "--take-shortcuts", seconds=20.0)
         assert ended != 0 and "none of the taken shortcuts can be borrowed" in errors, (ended, errors)
         desktop.works(product, window, "without loans", ["center"])

@@ -44,7 +44,7 @@ class Stranger:
         """Asks for everything but Hello."""
         item = json.dumps({"icon": "/icon.svg", "title": "Not Tessel", "menu": []})
         for call in (("Frames",), ("Place", "(tiiii)", window, 0, 0, 300, 300), ("Grab", "(us)", 1, LEFT),
-                     ("Borrow", "(us)", 1, LEFT), ("Lends", "(s)", LEFT), ("Pointer",), ("PlaceOwn", "(isii)", 1, "Title", 0, 0), ("Beep",), ("ShowItem", "(s)", item), ("ItemFrame",)):
+                     ("Borrow", "(us)", 1, LEFT), ("LoanObstacle", "(s)", LEFT), ("Pointer",), ("PlaceOwn", "(isii)", 1, "Title", 0, 0), ("Beep",), ("ShowItem", "(s)", item), ("ItemFrame",)):
             answer = self.ask(*call)
             assert answer == "Denied", f"{call} is answered with {answer}"
 
@@ -70,7 +70,7 @@ def a_stranger_gets_little_and_leaves_nothing(program):
         for combination in ("<Control><Alt>0x26", "<Super>0x71", "Return", "<Alt>Tab", ""):
             assert stranger.ask("Grab", "(us)", 9, combination) == "Denied", combination
             assert stranger.ask("Borrow", "(us)", 9, combination) == "Denied", combination
-            assert stranger.ask("Lends", "(s)", combination) == "Denied", combination
+            assert stranger.ask("LoanObstacle", "(s)", combination) == "Denied", combination
         process = desktop.see(f"one({window}).get_pid()")
         assert stranger.ask("PlaceOwn", "(isii)", process, "Untitled 1 - Mousepad", 0, 0) == "Denied"
         assert not desktop.see(f"one({window}).is_above()")

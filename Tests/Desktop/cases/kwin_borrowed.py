@@ -5,9 +5,9 @@ import json
 import plistlib
 import signal
 
-from harness.holders import told_holders
-from harness.kwin import SCREENS, Client, KWinDesktop
-from harness.kwin_holder import LEFT, C, KeyHolder, N
+from harness.holders import told_holders, told_obstacles
+from harness.kwin import ACCEL, SCREENS, Client, KWinDesktop
+from harness.kwin_holder import LEFT, REGISTER, C, KeyHolder, N
 from harness.product import Product, run_to_end
 from harness.waiting import until, until_equal
 
@@ -109,6 +109,46 @@ def held_keys_are_ours_with_consent_and_their_holders_again_afterwards(program):
 
         product = desktop.launch()
         lenders.have_lent(product, editor, "at the next start")
+
+
+@case("desktop.kwin.borrowed.unwritten")
+def nothing_is_borrowed_that_cannot_be_written_down_and_that_is_said(program):
+    with Borrowing(program) as desktop:
+        lenders = Lenders(desktop)
+        # No folder can be made where a file is, whoever asks for it.
+        in_the_way = (desktop.session.home / NOTE).parent
+        in_the_way.parent.mkdir(parents=True, exist_ok=True)
+        in_the_way.write_text("")
+        editor = open_application(desktop, "mousepad")
+        product = desktop.launch(status=taken(HELD))
+        ended, _, errors, _ = run_to_end(desktop.session, program, "--take-shortcuts", seconds=20.0)
+        assert ended == 1 and "the note on whose it is cannot be saved" in errors, (ended, errors)
+        product.until_status(taken(HELD))
+        assert told_obstacles(desktop.session, program) == {action: "notWrittenDown" for action in HELD}
+        lenders.have_all("as nothing could be written down")
+
+        in_the_way.unlink()
+        asks(desktop, program, "--take-shortcuts")
+        product.until_status("Active")
+        assert told_obstacles(desktop.session, program) == {}
+        lenders.have_lent(product, editor, "once it could be written down")
+        # It has said what the matter was.
+        product.terminate(silently=False)
+
+
+@case("desktop.kwin.borrowed.sequence")
+def a_key_of_a_sequence_stays_taken_and_says_so(program):
+    with Borrowing(program) as desktop:
+        holder = ["org.example.Other", "sequence", "Another program", "Their sequence"]
+        desktop.bus.call(ACCEL, "doRegister", "(as)", holder)
+        sequence = [([LEFT, N, 0, 0],)]
+        assert desktop.bus.call(ACCEL, "setShortcutKeys", "(asa(ai)u)", holder, sequence, REGISTER)[0] == sequence
+        product = desktop.launch(status=taken({"leftHalf"}))
+        assert told_obstacles(desktop.session, program) == {"leftHalf": "keySequence"}
+        ended, _, errors, _ = run_to_end(desktop.session, program, "--take-shortcuts", seconds=20.0)
+        assert ended == 1 and "it is part of a sequence of keys" in errors, (ended, errors)
+        product.until_status(taken({"leftHalf"}))
+        assert desktop.bus.call(ACCEL, "shortcutKeys", "(as)", holder)[0] == sequence
 
 
 @case("desktop.kwin.borrowed.killed")

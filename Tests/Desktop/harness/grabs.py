@@ -1,6 +1,7 @@
-"""The holder of a shortcut: found out by trying to take it."""
+"""The holder of a shortcut: found out by trying to take it, by the core's kind of grab and by that of XI2."""
 
 from Xlib import X, display, error
+from Xlib.ext import xinput
 
 from .keyboard import PLACES, SHORTCUTS
 
@@ -27,3 +28,37 @@ def held_by_others(name: str) -> dict[str, set[int]]:
 def all_held() -> dict[str, set[int]]:
     """The result of `held_by_others` when every shortcut is held under every combination of lock keys."""
     return {action: set(LOCKS) for action in SHORTCUTS}
+
+
+def take_through_extension(root, key: str) -> bool:
+    """Grabs the key with Ctrl and Alt, under every combination of lock keys; gives whether it was granted."""
+    refused = root.xinput_grab_keycode(
+        xinput.AllMasterDevices, X.CurrentTime, PLACES[key], xinput.GrabModeAsync, xinput.GrabModeAsync, False,
+        xinput.KeyPressMask | xinput.KeyReleaseMask, [MODIFIERS | locks for locks in LOCKS])
+    return not refused.modifiers
+
+
+def held_through_extension(name: str) -> set[str]:
+    """The actions whose shortcut another client holds by a grab of the X Input extension."""
+    connection = display.Display(name)
+    connection.xinput_query_version()
+    root = connection.screen().root
+    held = {action for action, key in SHORTCUTS.items() if not take_through_extension(root, key)}
+    connection.close()
+    return held
+
+
+class GreedyClient:
+    """A program that holds the shortcut of an action by both kinds of grabs."""
+
+    def __init__(self, name: str, action: str):
+        self.connection = display.Display(name)
+        self.connection.xinput_query_version()
+        root = self.connection.screen().root
+        assert take_through_extension(root, SHORTCUTS[action]), f"{action} is held by others"
+        for locks in LOCKS:
+            root.grab_key(PLACES[SHORTCUTS[action]], MODIFIERS | locks, False, X.GrabModeAsync, X.GrabModeAsync)
+        self.connection.sync()
+
+    def close(self) -> None:
+        self.connection.close()

@@ -36,3 +36,11 @@ def until_holders(session: Session, program: Path, wanted: dict[str, tuple[str, 
     assert status == 0, errors
     for held_by, purpose in wanted.values():
         assert f"taken: {purpose} ({held_by})" in output, f"{purpose!r} of {held_by!r} is not in {output!r}"
+
+
+def told_obstacles(session: Session, program: Path, prefix=()) -> dict[str, str]:
+    """What keeps a taken shortcut from being borrowed, as a word, by action."""
+    status, output, errors, _ = run_to_end(session, program, "--status", "--json", prefix=prefix)
+    assert status == 0, f"{output}{errors}"
+    return {shortcut["action"]: shortcut["notBorrowable"]
+            for shortcut in json.loads(output)["shortcuts"] if "notBorrowable" in shortcut}

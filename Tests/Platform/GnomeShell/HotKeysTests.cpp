@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace platform::gnomeshell {
@@ -36,6 +37,10 @@ protected:
     }
 
     [[nodiscard]] HotKeyLoan loanOf(std::uint32_t key) const { return hotKeys->loan(key, controlOption); }
+
+    [[nodiscard]] std::optional<LoanObstacle> obstacleTo(std::uint32_t key) const {
+        return hotKeys->loanObstacle(key, controlOption);
+    }
 
     void tellKeyHeld(std::uint32_t number, int isBorrowed) {
         shell->tell("KeyHeld",
@@ -148,21 +153,23 @@ TEST_F(HotKeysOfTheShell, AreGivenBackAtTheEnd) {
 
 TEST_F(HotKeysOfTheShell, ThatItCouldLendAreLeftToItWithoutConsent) {
     shell->answerWith("Grab", "b", 0);
-    shell->answer("Lends", [](sd_bus_message* call) {
+    shell->answer("LoanObstacle", [](sd_bus_message* call) {
         const char* key = nullptr;
         sd_bus_message_read(call, "s", &key);
-        sd_bus_reply_method_return(call, "b", static_cast<int>(std::string_view(key).ends_with("0x71")));
+        sd_bus_reply_method_return(call, "s", std::string_view(key).ends_with("0x71") ? "" : "others");
     });
     EXPECT_EQ(take(keyLeft, 31).status, eventHotKeyExistsErr);
     EXPECT_EQ(take(keyC, 32).status, eventHotKeyExistsErr);
     EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::possible);
     EXPECT_EQ(loanOf(keyC), HotKeyLoan::none);
+    EXPECT_EQ(obstacleTo(keyLeft), std::nullopt);
+    EXPECT_EQ(obstacleTo(keyC), LoanObstacle::reserved);
     shell->answerWith("Grab", "b", 1);
     ASSERT_EQ(take(keyLeft, 33).status, noErr);
     EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::none) << "it is free by now";
     const auto calls = shell->calls();
     EXPECT_TRUE(std::ranges::none_of(calls, [](const auto& call) { return call.starts_with("Borrow"); }));
-    EXPECT_EQ(std::ranges::count(calls, "Lends <Control><Alt>0x71"), 1) << "asked only of what is refused";
+    EXPECT_EQ(std::ranges::count(calls, "LoanObstacle <Control><Alt>0x71"), 1) << "asked only of what is refused";
 }
 
 TEST_F(HotKeysOfTheShell, ThatItLendsAreOursWithConsent) {
@@ -186,8 +193,27 @@ TEST_F(HotKeysOfTheShell, ThatItLendsAreOursWithConsent) {
 TEST_F(HotKeysOfTheShell, ThatItDoesNotLendAreRefusedWithConsent) {
     hotKeys->setBorrows(true);
     shell->answerWith("Borrow", "bb", 0, 0);
+    for (const auto& [word, obstacle] :
+         {std::pair{"own", LoanObstacle::notLent}, std::pair{"others", LoanObstacle::reserved},
+          std::pair{"shell", LoanObstacle::unknownShell}, std::pair{"a later word", LoanObstacle::notLent}}) {
+        shell->answerWith("LoanObstacle", "s", word);
+        EXPECT_EQ(take(keyLeft, 31).status, eventHotKeyExistsErr);
+        EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::none);
+        EXPECT_EQ(obstacleTo(keyLeft), obstacle) << word;
+    }
+    shell->answerWith("Borrow", "bb", 1, 1);
+    EXPECT_EQ(take(keyLeft, 31).status, noErr);
+    EXPECT_EQ(obstacleTo(keyLeft), std::nullopt) << "it is lent by now";
+}
+
+TEST_F(HotKeysOfTheShell, AreNotLentByAShellThatFailsToSayWhetherTheyAre) {
+    shell->answerWith("Grab", "b", 0);
+    shell->answer("LoanObstacle", [](sd_bus_message* call) {
+        sd_bus_reply_method_errorf(call, "org.corvid.Tessel.Windows1.Failed", "an exception");
+    });
     EXPECT_EQ(take(keyLeft, 31).status, eventHotKeyExistsErr);
     EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::none);
+    EXPECT_EQ(obstacleTo(keyLeft), LoanObstacle::unknownShell);
 }
 
 TEST_F(HotKeysOfTheShell, AreTakenFromAnEarlierExtensionThatKnowsNoLoans) {
@@ -196,12 +222,13 @@ TEST_F(HotKeysOfTheShell, AreTakenFromAnEarlierExtensionThatKnowsNoLoans) {
     };
     hotKeys->setBorrows(true);
     shell->answer("Borrow", unknown);
-    shell->answer("Lends", unknown);
+    shell->answer("LoanObstacle", unknown);
     ASSERT_EQ(take(keyLeft, 31).status, noErr);
     EXPECT_TRUE(shell->wasCalled("Grab 1 <Control><Alt>0x71"));
     shell->answerWith("Grab", "b", 0);
     EXPECT_EQ(take(keyC, 32).status, eventHotKeyExistsErr);
     EXPECT_EQ(loanOf(keyC), HotKeyLoan::none);
+    EXPECT_EQ(obstacleTo(keyC), LoanObstacle::oldExtension);
 }
 
 TEST_F(HotKeysOfTheShell, ThatABusyShellLendsInTheEndAreBorrowed) {
@@ -217,9 +244,9 @@ TEST_F(HotKeysOfTheShell, ThatABusyShellLendsInTheEndAreBorrowed) {
 
 TEST_F(HotKeysOfTheShell, OfWhichABusyShellDoesNotSayWhetherItLendsThemAreAskedForAgain) {
     shell->answerWith("Grab", "b", 0);
-    shell->answer("Lends", [](sd_bus_message* /*call*/) {});
+    shell->answer("LoanObstacle", [](sd_bus_message* /*call*/) {});
     ASSERT_EQ(take(keyLeft, 31).status, noErr);
-    shell->answerWith("Lends", "b", 1);
+    shell->answerWith("LoanObstacle", "s", "");
     EXPECT_TRUE(until([&] { return losses->take(); })) << "then all are registered anew";
 }
 

@@ -32,7 +32,7 @@ class Scene {
     /** Everything that can be asked for, but for the first question. */
     askAll(sender) {
         const calls = [
-            ['Frames'], ['Place', 1, 0, 0, 100, 100], ['Grab', 1, LEFT], ['Borrow', 1, LEFT], ['Lends', LEFT],
+            ['Frames'], ['Place', 1, 0, 0, 100, 100], ['Grab', 1, LEFT], ['Borrow', 1, LEFT], ['LoanObstacle', LEFT],
             ['Ungrab', 1], ['Pointer'], ['PlaceOwn', PROCESS, 'Title', 5, 6], ['Beep'],
             ['ShowItem', JSON.stringify({icon: '/icon.svg', title: 'Tessel', menu: []})], ['ItemFrame'], ['HideItem'],
         ];

@@ -6,8 +6,8 @@ const {PlayedBus, PlayedShell, equal, extensionFrom} = imports.playedShell;
 const System = imports.system;
 
 const PROGRAM = ':1.7';
-const [LEFT_KEY, RIGHT_KEY, C_KEY, D_KEY, PAGE_UP_KEY] = [0x71, 0x72, 0x36, 0x28, 0x70];
-const [LEFT, RIGHT, C, D] = [LEFT_KEY, RIGHT_KEY, C_KEY, D_KEY].map(key => `<Control><Alt>0x${key.toString(16)}`);
+const [LEFT_KEY, RIGHT_KEY, UP_KEY, DOWN_KEY, C_KEY, D_KEY, PAGE_UP_KEY] = [0x71, 0x72, 0x6f, 0x74, 0x36, 0x28, 0x70];
+const [LEFT, RIGHT, UP, DOWN, C, D] = [LEFT_KEY, RIGHT_KEY, UP_KEY, DOWN_KEY, C_KEY, D_KEY].map(key => `<Control><Alt>0x${key.toString(16)}`);
 const [CONTROL_ALT, SUPER] = [12, 64];
 const REPEATED = 4;
 
@@ -64,7 +64,11 @@ const remove = key => display => {
 
 {
     const scene = new Scene();
-    equal([LEFT, RIGHT, D, C].map(each => scene.ask('Lends', each)), [[true], [true], [true], [false]], 'what can be borrowed');
+    scene.shell.bind('switch-windows', UP_KEY, CONTROL_ALT);
+    scene.shell.bind('of an extension', DOWN_KEY, CONTROL_ALT);
+    scene.shell.display.bindings.at(-1).action = 2001;
+    equal([LEFT, RIGHT, D, UP, DOWN, C].map(each => scene.ask('LoanObstacle', each)),
+        [[''], [''], [''], ['own'], ['others'], ['others']], 'what is in the way of borrowing');
     equal(scene.ask('Grab', 1, LEFT), [false], 'a held key without consent');
     scene.isTheShells('without consent');
 }
@@ -136,7 +140,7 @@ for (const end of [scene => scene.door.disable(), scene => scene.bus.give(null),
     scene.changeSettings(() => {});
     equal(scene.told(), [['KeyLost', 1]], 'what is told when the key is not lent any more');
     equal(scene.shell.press(LEFT_KEY, CONTROL_ALT), 'of the shell', 'the key that is not lent any more');
-    equal(scene.ask('Lends', LEFT), [false], 'whether it could be borrowed');
+    equal(scene.ask('LoanObstacle', LEFT), ['own'], 'what is in the way of borrowing it');
     equal(scene.ask('Borrow', 1, LEFT), [false, false], 'whether it is borrowed');
 }
 {

@@ -70,7 +70,7 @@ function lendsNothing(shell, what) {
     const bus = switchedOn(shell);
     equal(typeof bus.call(PROGRAM, 'Hello').values, 'object', `a shell without ${what} is served`);
     const listeners = shell.listeners();
-    equal(bus.call(PROGRAM, 'Lends', LEFT).values, [false], `what can be borrowed without ${what}`);
+    equal(bus.call(PROGRAM, 'LoanObstacle', LEFT).values, ['shell'], `what is in the way of borrowing without ${what}`);
     equal(bus.call(PROGRAM, 'Borrow', 1, LEFT).values, [false, false], `what is borrowed without ${what}`);
     equal(bus.call(PROGRAM, 'Borrow', 2, RIGHT).values, [true, false], `a free key without ${what}`);
     equal(shell.listeners(), listeners, `who listens for loans without ${what}`);

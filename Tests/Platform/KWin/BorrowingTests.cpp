@@ -9,6 +9,7 @@
 #include <chrono>
 #include <filesystem>
 #include <memory>
+#include <optional>
 
 namespace platform::kwin {
 namespace {
@@ -108,6 +109,10 @@ protected:
 
     [[nodiscard]] HotKeyLoan loanOf(std::uint32_t code) const { return keys->loan(code, ctrlAlt); }
 
+    [[nodiscard]] std::optional<LoanObstacle> obstacleTo(std::uint32_t code) const {
+        return keys->loanObstacle(code, ctrlAlt);
+    }
+
     [[nodiscard]] bool hasNote() const { return std::filesystem::exists(note); }
 
     bool runUntil(const std::function<bool()>& holds) {
@@ -140,6 +145,8 @@ TEST_F(BorrowingTest, WithoutConsentNothingIsChangedOrWrittenDown) {
     EXPECT_EQ(loanOf(leftCode), HotKeyLoan::possible);
     EXPECT_EQ(loanOf(cCode), HotKeyLoan::possible);
     EXPECT_EQ(keys->loan(2, ctrlAlt), HotKeyLoan::none);
+    EXPECT_EQ(obstacleTo(leftCode), std::nullopt);
+    EXPECT_EQ(obstacleTo(2), std::nullopt);
     EXPECT_EQ(keys->lender(keyLeft), nullptr);
     expectGivenBack();
     EXPECT_FALSE(std::filesystem::exists(daemon.folder / "state"));
@@ -360,8 +367,12 @@ TEST_F(BorrowingTest, OfAKeyThatIsGrantedToSeveralEachGetsItBack) {
 TEST_F(BorrowingTest, AKeyInARowWithOthersCannotBeBorrowed) {
     kwin->accel.holdSequences(first, {{keyLeft, keyN, 0, 0}});
     kwin->accel.holdSequences(second, {{keyC, keyN, 0, 0}, {keyM, 0, 0, 0}});
-    begin(true);
-    end();
+    for (const bool consent : {false, true}) {
+        begin(consent);
+        EXPECT_EQ(loanOf(leftCode), HotKeyLoan::none);
+        EXPECT_EQ(obstacleTo(leftCode), LoanObstacle::keySequence);
+        end();
+    }
     EXPECT_EQ(kwin->accel.keysOf(first), (KeySequences{{keyLeft, keyN, 0, 0}}));
     EXPECT_EQ(kwin->accel.keysOf(second), (KeySequences{{keyC, keyN, 0, 0}, {keyM, 0, 0, 0}}));
 }
@@ -371,9 +382,23 @@ TEST_F(BorrowingTest, NothingIsTakenThatCannotBeWrittenDown) {
     begin(true);
     EXPECT_THAT(references, IsEmpty());
     EXPECT_EQ(loanOf(leftCode), HotKeyLoan::none);
+    EXPECT_EQ(obstacleTo(leftCode), LoanObstacle::notWrittenDown);
     EXPECT_EQ(kwin->accel.keysOf(first), alone({keyLeft, keyN}));
     EXPECT_EQ(kwin->accel.keysOf(second), alone({keyC}));
     EXPECT_THAT(log.lines, testing::Contains(HasSubstr("cannot be written")));
+    std::filesystem::remove(daemon.folder / "state");
+    choose(true);
+    expectLent();
+    EXPECT_EQ(obstacleTo(leftCode), std::nullopt) << "it could be written by now";
+}
+
+TEST_F(BorrowingTest, AKeyWhoseHolderDoesNotLetGoOfItStaysTaken) {
+    kwin->accel.keepsForeignKeys = true;
+    begin(true);
+    EXPECT_THAT(references, IsEmpty());
+    EXPECT_EQ(loanOf(leftCode), HotKeyLoan::none);
+    EXPECT_EQ(obstacleTo(leftCode), LoanObstacle::notReleased);
+    EXPECT_EQ(kwin->accel.keysOf(first), alone({keyLeft, keyN}));
 }
 
 TEST_F(BorrowingTest, ANoteThatCannotBeReadIsKeptBeside) {

@@ -127,11 +127,19 @@ const FakeAccel::Held* FakeAccel::recipientOf(const KeySequence& sequence) const
     return found == all.end() ? nullptr : &*found;
 }
 
+bool FakeAccel::isInARow(const KeySequence& sequence) const {
+    const auto hasIt = [&](const KeySequence& each) {
+        return each[1] != 0 && std::ranges::find(each, sequence.front()) != each.end();
+    };
+    return sequence[1] == 0 &&
+           std::ranges::any_of(all, [&](const Held& each) { return std::ranges::any_of(each.keys, hasIt); });
+}
+
 FakeAccel::Sequences FakeAccel::set(Held& held, const Sequences& keys) {
     held.keys.clear();
     for (const KeySequence& each : keys) {
         // The place of a key that is not granted stays, empty (kglobalaccel 5.103).
-        const bool isGranted = sharesKeys || recipientOf(each) == nullptr;
+        const bool isGranted = sharesKeys || (recipientOf(each) == nullptr && !isInARow(each));
         held.keys.push_back(isGranted ? each : KeySequence{});
     }
     if (sharesKeys) {
@@ -162,6 +170,9 @@ int FakeAccel::setForeignKeys(sd_bus_message* call) {
     const auto action = readAction(call);
     const Sequences keys = readKeys(call);
     beforeForeignChange();
+    if (keepsForeignKeys) {
+        return sd_bus_reply_method_return(call, nullptr);
+    }
     if (Held* known = action ? find(*action) : nullptr) {
         signalChange(sd_bus_message_get_bus(call), known->action, set(*known, keys));
     }

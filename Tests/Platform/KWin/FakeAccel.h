@@ -22,6 +22,8 @@ public:
     std::atomic<bool> sharesKeys = false;
     /// After so many calls every further one is refused, as if it came from a program that was killed then.
     std::atomic<int> callsLeft = std::numeric_limits<int>::max();
+    /// Leaves the keys of other programs as they are, whatever it is asked.
+    std::atomic<bool> keepsForeignKeys = false;
     /// Called before the keys of an action are changed as the system's settings change them. On the fake's thread.
     std::function<void()> beforeForeignChange = [] {};
 
@@ -50,6 +52,8 @@ private:
 
     [[nodiscard]] Held* find(const Action& action);
     [[nodiscard]] const Held* recipientOf(const platform::kwin::KeySequence& sequence) const;
+    /// Whether a key alone is part of a longer sequence; that of Plasma 5.27 refuses it then.
+    [[nodiscard]] bool isInARow(const platform::kwin::KeySequence& sequence) const;
     Sequences set(Held& held, const Sequences& keys);
     int setKeys(sd_bus_message* call, const std::function<void(std::string)>& note);
     int setForeignKeys(sd_bus_message* call);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,10 @@ protected:
     }
 
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode = leftKey) const { return keys->loan(keyCode, controlOption); }
+
+    [[nodiscard]] std::optional<LoanObstacle> obstacle(std::uint32_t keyCode = leftKey) const {
+        return keys->loanObstacle(keyCode, controlOption);
+    }
 
     /// The lists of commands that come from now on, once there are so many.
     [[nodiscard]] std::vector<std::string> nextCommands(std::size_t count) {
@@ -64,6 +69,8 @@ TEST_F(SwayBorrowing, WithoutConsentAKeyOfTheUsersIsLentAndNotTaken) {
     EXPECT_EQ(add(cKey, 2).status, noErr);
     EXPECT_EQ(loan(), HotKeyLoan::possible);
     EXPECT_EQ(loan(cKey), HotKeyLoan::none);
+    EXPECT_EQ(obstacle(), std::nullopt);
+    EXPECT_EQ(obstacle(cKey), std::nullopt);
 }
 
 TEST_F(SwayBorrowing, WithConsentABindingIsLaidOverTheUsersForEachLayout) {
@@ -129,6 +136,7 @@ TEST_F(SwayBorrowing, LinesForOneKeyboardOrOneLayoutAreNotLent) {
         static_cast<void>(desktop.sway.takeCommands());
         EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr) << line;
         EXPECT_EQ(loan(), HotKeyLoan::none) << line;
+        EXPECT_EQ(obstacle(), LoanObstacle::particularLine) << line;
         EXPECT_THAT(desktop.sway.takeCommands(), IsEmpty()) << line;
     }
 }

@@ -108,6 +108,26 @@ TEST_F(X11HotKeys, AKeyThatTheWindowManagerHoldsIsLentAndTakenWithConsentOnly) {
     EXPECT_EQ(loan(borrowedKey), HotKeyLoan::possible);
 }
 
+TEST_F(X11HotKeys, AKeyThatIsHeldBothWaysIsNotLentAndSaysSo) {
+    const auto obstacle = [this] { return keys.loanObstacle(borrowedKey, heldModifiers); };
+    EXPECT_EQ(add(borrowedKey, 1).status, eventHotKeyExistsErr);
+    EXPECT_EQ(obstacle(), std::nullopt) << "one way is left";
+    KeyGrabs others(manager);
+    manager.beginTurn();
+    ASSERT_TRUE(others.renew(combinationOf(borrowedKey), map->lockModifiers, KeyGrabs::Kind::extension));
+    for (const bool consent : {false, true}) {
+        keys.setBorrows(consent);
+        EXPECT_EQ(add(borrowedKey, 1).status, eventHotKeyExistsErr);
+        EXPECT_EQ(loan(borrowedKey), HotKeyLoan::none);
+        EXPECT_EQ(obstacle(), LoanObstacle::heldBothWays);
+    }
+    others.release(combinationOf(borrowedKey), map->lockModifiers, KeyGrabs::Kind::extension);
+    static_cast<void>(manager.succeeded({}));
+    EXPECT_EQ(add(borrowedKey, 1).status, noErr);
+    EXPECT_EQ(loan(borrowedKey), HotKeyLoan::made);
+    EXPECT_EQ(obstacle(), std::nullopt);
+}
+
 TEST_F(X11HotKeys, APressOfABorrowedKeyCountsOnceUntilItIsReleased) {
     keys.setBorrows(true);
     ASSERT_EQ(add(borrowedKey, 7).status, noErr);

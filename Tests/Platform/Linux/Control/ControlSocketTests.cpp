@@ -71,6 +71,9 @@ TEST(ControlSocket, TheStatusArrivesAsItWasGiven) {
     report.borrowsShortcuts = true;
     report.shortcuts.at(1).canBeBorrowed = true;
     report.shortcuts.at(2).isBorrowed = true;
+    report.shortcuts.push_back({.action = "maximizeHeight", .keys = "Ctrl+Alt+↓", .state = "taken"});
+    report.shortcuts.back().notBorrowable = "keySequence";
+    report.shortcuts.back().whyNot = "Mit ihm beginnt eine Folge";
     const ControlServer server(session, [&](RecordedRequests& requests) { requests.report = report; });
     EXPECT_EQ(ControlClient::ofSession(session).status(), report);
     EXPECT_TRUE(quit(session));
