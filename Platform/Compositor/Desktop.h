@@ -45,10 +45,6 @@ protected:
     /// All three outlive this.
     Desktop(linux::MainLoop& mainLoop, WindowTable& table, Door& door);
 
-    /// Begins a new turn, with its own reading and its own time, within one of the event loop: before each of several
-    /// presses that arrive together.
-    void beginTurn();
-
     /// Whether windows can be placed now. A desktop whose hot keys were lost says no once, so that they are registered
     /// anew.
     [[nodiscard]] virtual bool isTrusted() { return table.isOpen(); }

@@ -51,7 +51,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
     , topBar(mainLoop, link, Ground::table, folders.icons.string())
     , bell(link) {
     // So that the first question for trust has an answer.
-    link.await(mainLoop.now() + ShellLink::longestWait);
+    link.await(link.deadline());
 }
 
 } // namespace platform::gnomeshell

@@ -119,7 +119,7 @@ void HotKeys::told(std::string_view signal, sd_bus_message* message) {
 std::optional<HotKeys::Hold> HotKeys::take(std::uint32_t number, const std::string& accelerator) {
     const char* text = accelerator.c_str();
     if (borrows) {
-        const ShellLink::Answer answer = link.call(link.endOfWaiting(), "Borrow", "us", number, text);
+        const ShellLink::Answer answer = link.call(link.deadline(), "Borrow", "us", number, text);
         // An earlier version of the extension, which the shell may still run, cannot do that.
         if (answer || answer.error().name.empty()) {
             return booleansIn(answer, "bb").transform([](const auto& each) {
@@ -129,11 +129,11 @@ std::optional<HotKeys::Hold> HotKeys::take(std::uint32_t number, const std::stri
             });
         }
     }
-    const auto isGranted = booleansIn(link.call(link.endOfWaiting(), "Grab", "us", number, text), "b");
+    const auto isGranted = booleansIn(link.call(link.deadline(), "Grab", "us", number, text), "b");
     if (!isGranted || isGranted->first) {
         return isGranted ? std::optional(Hold::free) : std::nullopt;
     }
-    const auto isLendable = booleansIn(link.call(link.endOfWaiting(), "Lends", "s", text), "b");
+    const auto isLendable = booleansIn(link.call(link.deadline(), "Lends", "s", text), "b");
     return isLendable.transform([](const auto& each) { return each.first ? Hold::lendable : Hold::refused; });
 }
 

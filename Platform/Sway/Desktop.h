@@ -55,7 +55,7 @@ private:
     void sessionOpened() override { end.reset(); }
 
     void sessionClosed() override;
-    void sessionTold(EventType type, const Json& content) override;
+    void sessionTold(EventType /*type*/, const Json& /*content*/) override {}
 
     void sessionIsQuiet() override {}
 

@@ -78,6 +78,8 @@ private:
     [[nodiscard]] bool finishTurn();
     void serveEvents();
     void handle(const xcb_generic_event_t& event);
+    [[nodiscard]] bool isReadingDue() const { return guessIsStale || managedWindows.hasWork(); }
+    void readChanges();
     void renewGuess();
     void handlePropertyChange(const xcb_property_notify_event_t& event);
     void followKeyboardIn(Duration delay);
@@ -106,6 +108,8 @@ private:
     SystemTray tray{connection, selection, turn, mainLoop};
     std::uint8_t keyboardEvent = 0;
     bool guessIsStale = true;
+    /// Whether the changes are read in this turn, before any event is served.
+    bool readsFirst = false;
     std::unique_ptr<ScheduledWork> guessRetry;
     std::unique_ptr<ScheduledWork> keyboardFollow;
     std::unique_ptr<ScheduledWork> grabRenewal;
