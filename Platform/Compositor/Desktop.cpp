@@ -7,7 +7,7 @@ namespace platform::compositor {
 Desktop::Desktop(linux::MainLoop& mainLoop, WindowTable& table, Door& door)
     : mainLoop(mainLoop)
     , table(table)
-    , turn(table, door, mainLoop)
+    , turn(table, door, mainLoop.turnDeadline())
     , placement(door, turn)
     , windows(table, door, turn, placement)
     , own(door, turn)
@@ -17,7 +17,10 @@ Desktop::Desktop(linux::MainLoop& mainLoop, WindowTable& table, Door& door)
                 [this](const WindowIdentifier& identifier, const Window& window) {
                     observers.windowBecameReady(identifier, window);
                 })
-    , turnEnd(mainLoop.atEndOfTurn([this] { beginTurn(); })) {
+    , turnEnd(mainLoop.atEndOfTurn([this] {
+        placement.finishTurn();
+        turn.begin();
+    })) {
     table.onDoorChange([this] { announceAccess(); });
 }
 
@@ -27,6 +30,8 @@ Desktop::~Desktop() {
 
 void Desktop::followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) {
     processes.start(identification, catalogue);
+    // The objects that are made next register keys and look at the screens.
+    turn.deadline().begin();
 }
 
 void Desktop::announceAccess() {
@@ -34,11 +39,6 @@ void Desktop::announceAccess() {
     accessNotice = mainLoop.schedule(mainLoop.now(), {}, [this] {
         windows.notificationCenter()->post({.name = std::string(AccessNotification::didChange), .userInfo = {}});
     });
-}
-
-void Desktop::beginTurn() {
-    placement.finishTurn();
-    turn.begin();
 }
 
 } // namespace platform::compositor

@@ -47,10 +47,6 @@ protected:
     /// All three outlive this.
     Desktop(linux::MainLoop& mainLoop, WindowTable& table, Door& door);
 
-    /// Begins a new turn, with its own reading and its own time, within one of the event loop: before each of several
-    /// presses that arrive together.
-    void beginTurn();
-
     /// Notifies, in a later turn of the loop, that the answer of `Accessibility::obstacle` may have changed. The door's
     /// opening and closing are noticed here.
     void announceAccess();

@@ -32,8 +32,8 @@ AXError Placement::settle(const WindowIdentifier& window) {
         const Job job = std::move(*found);
         waiting.erase(found);
         unsettled.erase(window);
-        const bool isTooLate = turn.isExhausted();
-        const AXError outcome = carryOut(job, turn.deadline());
+        const bool isTooLate = turn.deadline().hasPassed();
+        const AXError outcome = carryOut(job, turn.deadline().end());
         if (outcome != AXError::success || isTooLate) {
             unsettled.insert_or_assign(window, outcome == AXError::success ? AXError::cannotComplete : outcome);
         }

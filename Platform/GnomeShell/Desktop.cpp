@@ -35,7 +35,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
     , bell(link) {
     extension.onChange([this] { announceAccess(); });
     // So that the first question for trust has an answer.
-    link.await(mainLoop.now() + ShellLink::longestWait);
+    link.await(link.deadline());
 }
 
 } // namespace platform::gnomeshell

@@ -83,7 +83,7 @@ AXError Door::place(const compositor::WindowIdentifier& window, const corvid::CG
 }
 
 std::optional<corvid::CGPoint> Door::pointer() {
-    const ShellLink::Answer answer = link.call(link.endOfWaiting(), "Pointer", "");
+    const ShellLink::Answer answer = link.call(link.deadline(), "Pointer", "");
     std::int32_t x = 0;
     std::int32_t y = 0;
     if (!answer || sd_bus_message_read(answer->get(), "ii", &x, &y) <= 0) {

@@ -130,7 +130,7 @@ void HotKeys::told(std::string_view signal, sd_bus_message* message) {
 std::optional<HotKeys::Hold> HotKeys::take(std::uint32_t number, const std::string& accelerator) {
     const char* text = accelerator.c_str();
     if (borrows) {
-        const ShellLink::Answer answer = link.call(link.endOfWaiting(), "Borrow", "us", number, text);
+        const ShellLink::Answer answer = link.call(link.deadline(), "Borrow", "us", number, text);
         // An earlier version of the extension, which the shell may still run, cannot do that.
         if (answer || answer.error().name.empty()) {
             const auto held = booleansIn(answer, "bb");
@@ -140,7 +140,7 @@ std::optional<HotKeys::Hold> HotKeys::take(std::uint32_t number, const std::stri
             return refusal(accelerator);
         }
     }
-    const auto isGranted = booleansIn(link.call(link.endOfWaiting(), "Grab", "us", number, text), "b");
+    const auto isGranted = booleansIn(link.call(link.deadline(), "Grab", "us", number, text), "b");
     if (!isGranted || isGranted->first) {
         return isGranted.transform([](const auto& /*granted*/) { return Hold{.isHeld = true}; });
     }
@@ -148,7 +148,7 @@ std::optional<HotKeys::Hold> HotKeys::take(std::uint32_t number, const std::stri
 }
 
 std::optional<HotKeys::Hold> HotKeys::refusal(const std::string& accelerator) {
-    const ShellLink::Answer answer = link.call(link.endOfWaiting(), "LoanObstacle", "s", accelerator.c_str());
+    const ShellLink::Answer answer = link.call(link.deadline(), "LoanObstacle", "s", accelerator.c_str());
     if (!answer && answer.error().name.empty()) {
         return std::nullopt;
     }

@@ -4,6 +4,7 @@
 #include "Platform/Linux/Bus/Calls.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace platform::gnomeshell {
@@ -80,14 +81,6 @@ void ShellLink::await(Instant deadline) {
 
 bool ShellLink::isPast(Instant deadline) const {
     return deadline <= mainLoop.now();
-}
-
-Instant ShellLink::endOfWaiting() {
-    if (!end) {
-        end = mainLoop.now() + longestWait;
-        nextTurn = mainLoop.schedule(mainLoop.now(), {}, [this] { end.reset(); });
-    }
-    return *end;
 }
 
 void ShellLink::busArrived(sd_bus* arrived) {

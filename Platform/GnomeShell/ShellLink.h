@@ -6,7 +6,6 @@
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/MainLoop.h"
 
-#include <chrono>
 #include <expected>
 #include <memory>
 #include <optional>
@@ -65,9 +64,6 @@ public:
 
     using Answer = std::expected<linux::OwnedMessage, Failure>;
 
-    /// Waiting for answers takes at most this long in one turn of the loop.
-    static constexpr Duration longestWait = std::chrono::milliseconds(250);
-
     /// `bus` must be used by nobody else, and outlive the link.
     ShellLink(linux::MainLoop& mainLoop, linux::SessionBus& bus);
     ShellLink(const ShellLink&) = delete;
@@ -84,8 +80,8 @@ public:
     /// With `unfitShell`: the names of what the shell lacks, with commas between them.
     [[nodiscard]] const std::string& missing() const { return missingNames; }
 
-    /// The end of the time for waiting in this turn of the loop.
-    [[nodiscard]] Instant endOfWaiting();
+    /// The end of all waiting in this turn of the loop.
+    [[nodiscard]] Instant deadline() const { return mainLoop.turnDeadline().end(); }
 
     [[nodiscard]] bool isPast(Instant deadline) const;
 
@@ -143,8 +139,6 @@ private:
     std::string missingNames;
     linux::OwnedSlot signals;
     linux::OwnedSlot question;
-    std::optional<Instant> end;
-    std::unique_ptr<ScheduledWork> nextTurn;
 };
 
 } // namespace platform::gnomeshell

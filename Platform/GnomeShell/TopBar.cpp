@@ -37,7 +37,7 @@ std::optional<corvid::CGRect> TopBar::frame() const {
     if (!isShown()) {
         return std::nullopt;
     }
-    const ShellLink::Answer answer = link.call(link.endOfWaiting(), "ItemFrame", "");
+    const ShellLink::Answer answer = link.call(link.deadline(), "ItemFrame", "");
     const auto item = answer ? rectangleOf(answer->get()) : std::nullopt;
     return item ? inScreenSpace(*item) : std::nullopt;
 }

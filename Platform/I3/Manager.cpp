@@ -46,7 +46,7 @@ std::optional<Json> Manager::ask(x11::Connection& display, MessageType type, std
     if (!isReachable(display)) {
         return std::nullopt;
     }
-    const Instant deadline = display.turnEnd();
+    const Instant deadline = display.deadline().end();
     const auto answer = connection->send(type, payload, deadline) ? connection->receive(deadline) : std::nullopt;
     auto content =
         answer && answer->type == static_cast<std::uint32_t>(type) ? i3ipc::parsedJson(answer->payload) : std::nullopt;

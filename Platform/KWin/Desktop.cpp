@@ -17,7 +17,6 @@ DesktopParts::DesktopParts(linux::MainLoop& mainLoop, const std::filesystem::pat
 Desktop::Desktop(linux::MainLoop& mainLoop, const std::filesystem::path& script, HotKeys::Naming naming)
     : DesktopParts(mainLoop, script, std::move(naming))
     , compositor::Desktop(mainLoop, DesktopParts::table, DesktopParts::door) {
-    hotKeys.setBeforePress([this] { beginTurn(); });
 }
 
 } // namespace platform::kwin

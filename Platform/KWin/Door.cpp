@@ -133,7 +133,8 @@ std::optional<corvid::CGPoint> Door::pointer() {
     pointerResult.reset();
     link.ask(ScriptMessages::pointer(number));
     const auto isAnswered = [this, number] { return pointerResult && pointerResult->number == number; };
-    return link.waitFor(isAnswered, mainLoop.now() + pointerPatience) ? pointerResult->pointer : std::nullopt;
+    const Instant limit = std::min(mainLoop.now() + pointerPatience, mainLoop.turnDeadline().end());
+    return link.waitFor(isAnswered, limit) ? pointerResult->pointer : std::nullopt;
 }
 
 void Door::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {

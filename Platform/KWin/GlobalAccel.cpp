@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <utility>
 
 namespace platform::kwin {
@@ -82,14 +83,6 @@ KeySequences readKeys(sd_bus_message* message) {
     }
     sd_bus_message_exit_container(message);
     return keys;
-}
-
-void GlobalAccel::withoutCounting(const std::function<void()>& work) {
-    const Instant begin = mainLoop.now();
-    work();
-    if (turnEnd) {
-        *turnEnd += mainLoop.now() - begin;
-    }
 }
 
 bool GlobalAccel::isOlderThanOwnChange(sd_bus_message* signal) const {
@@ -174,7 +167,7 @@ linux::OwnedMessage GlobalAccel::about(const AccelAction& action, const char* me
 }
 
 linux::OwnedMessage GlobalAccel::answerTo(const linux::OwnedMessage& question) {
-    const auto left = std::chrono::ceil<std::chrono::microseconds>(patience());
+    const auto left = std::chrono::ceil<std::chrono::microseconds>(deadline().left());
     if (!question) {
         return nullptr;
     }
@@ -187,18 +180,6 @@ linux::OwnedMessage GlobalAccel::answerTo(const linux::OwnedMessage& question) {
         timedOut();
     }
     return result < 0 ? nullptr : linux::OwnedMessage(reply);
-}
-
-Duration GlobalAccel::patience() {
-    if (!turnEnd) {
-        turnEnd = mainLoop.now() + turnTime;
-        mainLoop.post([accel = std::weak_ptr(self)] {
-            if (const auto alive = accel.lock()) {
-                (*alive)->turnEnd.reset();
-            }
-        });
-    }
-    return *turnEnd - mainLoop.now();
 }
 
 } // namespace platform::kwin

@@ -4,11 +4,9 @@
 #include "Platform/Linux/MainLoop.h"
 
 #include <array>
-#include <chrono>
 #include <cstdint>
 #include <expected>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -49,9 +47,6 @@ public:
     static constexpr const char* interface = "org.kde.KGlobalAccel";
     static constexpr const char* componentInterface = "org.kde.kglobalaccel.Component";
 
-    /// All that is waited for in one turn of the loop takes at most this.
-    static constexpr std::chrono::milliseconds turnTime{250};
-
     /// It was not there, did not answer in time, or refused.
     struct NoAnswer {};
 
@@ -67,14 +62,13 @@ public:
     /// The connection to ask on from now on; null for none.
     void use(sd_bus* connection) { bus = connection; }
 
-    /// Begins a turn's time anew, for the last questions of a program that ends. A timeout is not reported any more.
-    void beginLastTurn() {
-        turnEnd = mainLoop.now() + turnTime;
+    /// The end of all waiting for answers in this turn of the loop.
+    [[nodiscard]] linux::TurnDeadline& deadline() const { return mainLoop.turnDeadline(); }
+
+    /// From now on a timeout is not reported: for the last questions of a program that ends.
+    void ignoreTimeouts() {
         timedOut = [] {};
     }
-
-    /// Does what takes time of its own, which is not counted as waiting.
-    void withoutCounting(const std::function<void()>& work);
 
     /// A signal that was sent before the last change of somebody else's keys was made here: it tells of that change, or
     /// of nothing that was not known when it was made.
@@ -108,17 +102,13 @@ private:
     [[nodiscard]] linux::OwnedMessage about(const AccelAction& action, const char* method) const;
     /// Waits for the answer; null without one.
     [[nodiscard]] linux::OwnedMessage answerTo(const linux::OwnedMessage& question);
-    [[nodiscard]] Duration patience();
 
     linux::MainLoop& mainLoop;
     std::function<void()> timedOut;
     sd_bus* bus = nullptr;
-    /// When the waiting of this turn of the loop is over.
-    std::optional<Instant> turnEnd;
     /// The sender of the reply to our last change of another program's keys, and the serial of that reply.
     std::string changedBy;
     std::uint64_t changedAt = 0;
-    std::shared_ptr<GlobalAccel*> self = std::make_shared<GlobalAccel*>(this);
 };
 
 /// The question for a key's recipient, to be asked without waiting; null without a bus. `readAction` reads the answer.

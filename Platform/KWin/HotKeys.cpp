@@ -40,7 +40,8 @@ HotKeys::~HotKeys() {
     for (const auto& [reference, registered] : registrations) {
         accel.unregister(registered.action);
     }
-    accel.beginLastTurn();
+    accel.ignoreTimeouts();
+    mainLoop.turnDeadline().begin();
     keepReassigned();
     if (!loans.borrowed().empty()) {
         clearLeftovers();
@@ -213,9 +214,6 @@ void HotKeys::actOnPresses() {
     const auto found =
         std::ranges::find_if(registrations, [&](const auto& entry) { return entry.second.action == action; });
     if (found != registrations.end() && hasHandler()) {
-        if (beforePress) {
-            beforePress();
-        }
         tellOfPress(found->second.name);
     }
 }

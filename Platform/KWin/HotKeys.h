@@ -63,8 +63,6 @@ public:
     /// The action that a combination is borrowed from; null where it is not.
     [[nodiscard]] const AccelAction* lender(std::int32_t key) const;
 
-    /// What is to be done before the handler is told of a press. Each press has a time of its own.
-    void setBeforePress(std::function<void()> work) { beforePress = std::move(work); }
 
 private:
     struct Registered {
@@ -116,7 +114,6 @@ private:
     linux::OwnedSlot settingsSignals;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
-    std::function<void()> beforePress;
     /// The one whose key is down since its press was told.
     std::string heldAction;
     std::deque<std::string> pressedActions;

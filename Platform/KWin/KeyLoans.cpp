@@ -247,7 +247,7 @@ bool KeyLoans::keep() {
         return note == kept;
     }
     std::expected<void, std::string> written;
-    accel.withoutCounting([&] {
+    accel.deadline().withoutCounting([&] {
         std::error_code error;
         if (note == KeyLoanNote{} && (std::filesystem::remove(*file, error), !error)) {
             return;

@@ -6,8 +6,10 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <ctime>
+#include <iterator>
 #include <limits>
 #include <string>
 #include <system_error>
@@ -132,7 +134,7 @@ private:
 /// A timer that never fires: a source without anything to listen to, for the sake of the loop's preparations.
 class MainLoop::EndlessTimer final : public TurnEnd {
 public:
-    EndlessTimer(sd_event* loop, std::function<void()> workFunction)
+    EndlessTimer(sd_event* loop, std::int64_t priority, std::function<void()> workFunction)
         : work(std::move(workFunction)) {
         const auto nothing = [](sd_event_source* /*source*/, std::uint64_t /*time*/, void* /*data*/) { return 0; };
         sd_event_source* raw = nullptr;
@@ -140,6 +142,7 @@ public:
             sd_event_add_time(loop, &raw, CLOCK_BOOTTIME, std::numeric_limits<std::uint64_t>::max(), 0, nothing, this),
             "cannot use the event loop");
         source.reset(raw);
+        require(sd_event_source_set_priority(raw, priority), "cannot use the event loop");
         require(sd_event_source_set_prepare(raw, &EndlessTimer::beforeWaiting), "cannot use the event loop");
     }
 
@@ -159,6 +162,9 @@ MainLoop::MainLoop() {
     loop.reset(rawLoop);
     // The first timer takes a descriptor, which the loop keeps. Once all are in use it could not have one.
     [[maybe_unused]] const Timer first(rawLoop, {}, {}, [] {});
+    // The library prepares the sources of a turn in the order of their priorities.
+    deadlineRenewal =
+        std::make_unique<EndlessTimer>(rawLoop, std::numeric_limits<std::int64_t>::max(), [this] { deadline.begin(); });
     turnOfPosted = std::make_unique<Soon>(rawLoop, [this] { runPosted(); });
 }
 
@@ -229,7 +235,7 @@ std::unique_ptr<DescriptorWatch> MainLoop::watch(int descriptor, std::function<b
 }
 
 std::unique_ptr<TurnEnd> MainLoop::atEndOfTurn(std::function<void()> work) {
-    return std::make_unique<EndlessTimer>(loop.get(), std::move(work));
+    return std::make_unique<EndlessTimer>(loop.get(), SD_EVENT_PRIORITY_NORMAL, std::move(work));
 }
 
 bool MainLoop::isCurrent() const {
@@ -258,8 +264,18 @@ void MainLoop::runLater(Instant deadline, Duration tolerance, Work work) {
 void MainLoop::runPosted() {
     // Work that is posted meanwhile belongs to the next turn.
     std::deque<Work> present = std::exchange(posted, {});
-    for (Work& work : present) {
+    while (!present.empty()) {
+        Work work = std::move(present.front());
+        present.pop_front();
         work();
+        if (deadline.hasBegun()) {
+            break;
+        }
+    }
+    if (!present.empty()) {
+        // The work waited and used up time of this turn. Each of the others gets the whole time of its own turn.
+        posted.insert(posted.begin(), std::move_iterator(present.begin()), std::move_iterator(present.end()));
+        turnOfPosted->arm();
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/HostedLoop.h"
+#include "Platform/Linux/TurnDeadline.h"
 #include "Platform/MainActor.h"
 
 #include <systemd/sd-event.h>
@@ -68,6 +69,9 @@ public:
     /// Calls `work` at the end of each turn, before the loop waits for the next. Must not outlive the loop.
     [[nodiscard]] std::unique_ptr<TurnEnd> atEndOfTurn(std::function<void()> work);
 
+    /// The end of all waiting in the present turn. Renewed after all work at the end of the turn.
+    [[nodiscard]] TurnDeadline& turnDeadline() { return deadline; }
+
     /// The loop's own descriptor, for hanging it into another loop.
     [[nodiscard]] sd_event* handle() const { return loop.get(); }
 
@@ -111,6 +115,8 @@ private:
     [[nodiscard]] bool isFinished() const;
 
     std::unique_ptr<sd_event, Unreference> loop;
+    TurnDeadline deadline{*this};
+    std::unique_ptr<TurnEnd> deadlineRenewal;
     std::unique_ptr<Soon> turnOfPosted;
     std::deque<Work> posted;
     std::function<void()> next;

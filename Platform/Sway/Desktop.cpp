@@ -51,11 +51,4 @@ void Desktop::endAfter(Duration delay) {
     });
 }
 
-void Desktop::sessionTold(EventType type, const Json& /*content*/) {
-    // Presses that arrive together have each a turn's time of their own.
-    if (type == EventType::binding) {
-        beginTurn();
-    }
-}
-
 } // namespace platform::sway

@@ -51,7 +51,7 @@ private:
     void sessionOpened() override { end.reset(); }
 
     void sessionClosed() override;
-    void sessionTold(i3ipc::EventType type, const i3ipc::Json& content) override;
+    void sessionTold(i3ipc::EventType /*type*/, const i3ipc::Json& /*content*/) override {}
 
     void sessionIsQuiet() override {}
 

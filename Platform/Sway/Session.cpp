@@ -34,8 +34,7 @@ bool isSuccess(const Json& result) {
 
 Session::Session(linux::MainLoop& mainLoop, std::string path)
     : mainLoop(mainLoop)
-    , path(std::move(path))
-    , turnEnd(mainLoop.atEndOfTurn([this] { endOfTurn.reset(); })) {
+    , path(std::move(path)) {
 }
 
 void Session::start() {
@@ -44,13 +43,6 @@ void Session::start() {
 
 bool Session::isOpen() const {
     return connections && !isClosing && !connections->requests.isBroken() && !connections->events.isBroken();
-}
-
-Instant Session::deadline() {
-    if (!endOfTurn) {
-        endOfTurn = mainLoop.now() + patience;
-    }
-    return *endOfTurn;
 }
 
 void Session::open() {
@@ -150,18 +142,21 @@ bool Session::run(std::string_view commands, Instant deadline) {
 }
 
 void Session::serveEvents() {
-    int count = 0;
-    while (count < mostEventsAtOnce && isOpen()) {
-        const auto message = connections->events.receive(atOnce);
-        if (!message) {
-            break;
+    bool hasTime = true;
+    hasMore = true;
+    for (int count = 0; hasMore && hasTime && count < mostEventsAtOnce; ++count) {
+        const auto message = isOpen() ? connections->events.receive(atOnce) : std::nullopt;
+        hasMore = message.has_value();
+        if (message) {
+            tell(*message);
         }
-        ++count;
-        tell(*message);
+        // Each event that waits has a turn of its own.
+        hasTime = !mainLoop.turnDeadline().hasBegun();
     }
-    hasMore = count == mostEventsAtOnce;
-    for (Follower* follower : followers) {
-        follower->sessionIsQuiet();
+    if (hasTime) {
+        for (Follower* follower : followers) {
+            follower->sessionIsQuiet();
+        }
     }
     if (connections->events.isBroken()) {
         hasMore = false;

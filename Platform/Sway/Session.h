@@ -32,8 +32,6 @@ public:
         virtual void sessionIsQuiet() = 0;
     };
 
-    /// How long all asking may take in one turn of the loop.
-    static constexpr std::chrono::milliseconds patience{250};
     static constexpr std::chrono::seconds untilRetry{1};
 
     /// `path`: of the compositor's socket. Nothing is opened yet.
@@ -50,8 +48,8 @@ public:
 
     [[nodiscard]] bool isOpen() const;
 
-    /// Until when all that is asked in this turn of the loop may wait.
-    [[nodiscard]] Instant deadline();
+    /// The end of all waiting in this turn of the loop.
+    [[nodiscard]] Instant deadline() const { return mainLoop.turnDeadline().end(); }
 
     /// Asks and waits for the answer. Nothing if it has not come by then, or is not JSON. An answer that comes later is
     /// thrown away. With a deadline that has passed it only asks.
@@ -85,8 +83,6 @@ private:
     std::string path;
     std::vector<Follower*> followers;
     std::unique_ptr<Connections> connections;
-    std::optional<Instant> endOfTurn;
-    std::unique_ptr<linux::TurnEnd> turnEnd;
     std::unique_ptr<ScheduledWork> next;
     bool isClosing = false;
     bool hasMore = false;

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <ctime>
 #include <utility>
 
 namespace platform::x11 {
@@ -25,10 +24,10 @@ const xcb_screen_t* findScreen(xcb_connection_t* connection, int number) {
 
 } // namespace
 
-std::expected<Connection, std::string> Connection::open(const std::string& display) {
+std::expected<Connection, std::string> Connection::open(const std::string& display, linux::TurnDeadline& deadline) {
     int screenNumber = 0;
     xcb_connection_t* raw = xcb_connect(display.empty() ? nullptr : display.c_str(), &screenNumber);
-    Connection opened(raw, screenNumber);
+    Connection opened(raw, screenNumber, deadline);
     if (xcb_connection_has_error(raw) != 0) {
         return std::unexpected("no X server answers");
     }
@@ -39,9 +38,10 @@ std::expected<Connection, std::string> Connection::open(const std::string& displ
     return opened;
 }
 
-Connection::Connection(xcb_connection_t* raw, int screenNumber)
+Connection::Connection(xcb_connection_t* raw, int screenNumber, linux::TurnDeadline& deadline)
     : connection(raw)
-    , number(screenNumber) {
+    , number(screenNumber)
+    , turn(&deadline) {
 }
 
 bool Connection::internAtoms() {
@@ -58,27 +58,6 @@ bool Connection::internAtoms() {
         atoms.set(static_cast<Atom>(index), interned->atom);
     }
     return true;
-}
-
-Instant Connection::now() {
-    timespec time{};
-    clock_gettime(CLOCK_BOOTTIME, &time);
-    return Instant(std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec));
-}
-
-Instant Connection::turnEnd() {
-    if (!deadline) {
-        deadline = now() + budget;
-    }
-    return *deadline;
-}
-
-bool Connection::isOutOfTime() {
-    return now() >= turnEnd();
-}
-
-bool Connection::isExhausted() {
-    return isOutOfTime() || isBacklogged();
 }
 
 bool Connection::isBacklogged() const {
@@ -139,7 +118,7 @@ void* Connection::waitForReply(unsigned sequence) {
             std::free(error);
             return answer;
         }
-        if (!waitUntilReadable(turnEnd())) {
+        if (!waitUntilReadable(turn->end())) {
             xcb_discard_reply(raw(), sequence);
             return nullptr;
         }
@@ -151,9 +130,9 @@ bool Connection::waitUntilReadable(Instant limit) {
     if (isBroken()) {
         return false;
     }
-    const Instant end = std::min(limit, turnEnd());
+    const Instant end = std::min(limit, turn->end());
     for (;;) {
-        const Duration left = end - now();
+        const Duration left = end - turn->now();
         if (left <= Duration::zero()) {
             return false;
         }

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "Platform/MainActor.h"
+#include "Platform/Linux/TurnDeadline.h"
 #include "Platform/X11/Atoms.h"
 #include "Platform/X11/Reply.h"
 
 #include <xcb/xcb.h>
 
-#include <chrono>
 #include <cstddef>
 #include <deque>
 #include <expected>
@@ -15,12 +14,6 @@
 #include <vector>
 
 namespace platform::x11 {
-
-/// The whole of what may be waited for in one turn of the event loop.
-inline constexpr std::chrono::milliseconds turnBudget{250};
-
-/// The same before the loop turns for the first time. Where a session begins, everybody asks the server for something.
-inline constexpr std::chrono::seconds startBudget{10};
 
 /// What can be sent at once without waiting for the server to read, if it has read most of what came before: the
 /// buffers in between hold some 200 KiB.
@@ -32,9 +25,10 @@ inline constexpr std::size_t largestBurst = std::size_t{64} << 10U;
 /// main thread. A reply that did not come in time reads as absent and is thrown away when it comes.
 class Connection {
 public:
-    /// Connects to `display` (empty: the environment's DISPLAY), with the time that a start has. The error is a
-    /// sentence for the user.
-    [[nodiscard]] static std::expected<Connection, std::string> open(const std::string& display);
+    /// Connects to `display` (empty: the environment's DISPLAY). Every wait ends at `deadline`, which has to outlive
+    /// this. The error is a sentence for the user.
+    [[nodiscard]] static std::expected<Connection, std::string> open(const std::string& display,
+                                                                     linux::TurnDeadline& deadline);
 
     Connection(Connection&&) noexcept = default;
     Connection& operator=(Connection&&) noexcept = default;
@@ -68,28 +62,15 @@ public:
 
     void flush() { xcb_flush(connection.get()); }
 
-    /// Starts a new time limit of `turnBudget`. Called at the beginning of every turn of the event loop; the limit
-    /// begins to run with the turn's first wait, so that a turn that waits for nothing costs no clock reading.
-    void beginTurn() {
-        deadline.reset();
-        budget = turnBudget;
-    }
-
-    /// The same with a time limit of `startBudget`, for what is done before the loop turns.
-    void beginStart() {
-        deadline.reset();
-        budget = startBudget;
-    }
-
-    /// Whether something was waited for in this turn.
-    [[nodiscard]] bool hasWaited() const { return deadline.has_value(); }
+    /// The end of all waiting in this turn of the event loop.
+    [[nodiscard]] linux::TurnDeadline& deadline() const { return *turn; }
 
     /// Whether the turn's time is used up. No: what had no reply has failed.
-    [[nodiscard]] bool isOutOfTime();
+    [[nodiscard]] bool isOutOfTime() const { return turn->hasPassed(); }
 
     /// Whether the turn's time is used up, or the server does not take what it is sent, so that no answer is to be
     /// expected.
-    [[nodiscard]] bool isExhausted();
+    [[nodiscard]] bool isExhausted() const { return isOutOfTime() || isBacklogged(); }
 
     /// Whether the server has left so much unread that sending more might wait for it, for as long as somebody holds
     /// it. Whoever sends more than a few requests at once asks before, and sends at most `largestBurst` bytes.
@@ -129,18 +110,12 @@ public:
         }
     }
 
-    /// The time on the clock that counts on while the machine sleeps.
-    [[nodiscard]] static Instant now();
-
-    /// The end of the turn's time.
-    [[nodiscard]] Instant turnEnd();
-
 private:
     struct Disconnect {
         void operator()(xcb_connection_t* raw) const { xcb_disconnect(raw); }
     };
 
-    Connection(xcb_connection_t* raw, int screenNumber);
+    Connection(xcb_connection_t* raw, int screenNumber, linux::TurnDeadline& deadline);
 
     [[nodiscard]] bool internAtoms();
     [[nodiscard]] void* waitForReply(unsigned sequence);
@@ -152,8 +127,7 @@ private:
     const xcb_screen_t* screen = nullptr;
     AtomTable atoms;
     std::deque<Owned<xcb_generic_event_t>> kept;
-    Duration budget = startBudget;
-    std::optional<Instant> deadline;
+    linux::TurnDeadline* turn;
 };
 
 } // namespace platform::x11

@@ -51,7 +51,8 @@ std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLo
     if (display == nullptr || *display == '\0') {
         return std::unexpected("there is no X display to work on (DISPLAY is not set)");
     }
-    auto connection = Connection::open(display);
+    mainLoop.turnDeadline().begin(linux::TurnDeadline::startLimit);
+    auto connection = Connection::open(display, mainLoop.turnDeadline());
     if (!connection) {
         return std::unexpected("cannot use the X display " + std::string(display) + ": " + connection.error());
     }
@@ -116,21 +117,35 @@ std::optional<AccessObstacle> Desktop::obstacle() {
 void Desktop::followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) {
     processes.start(identification, catalogue);
     turn.begin();
-    connection.beginStart();
+    linux::TurnDeadline& deadline = connection.deadline();
+    deadline.begin(linux::TurnDeadline::startLimit);
     renewGuess();
-    // All at once, so that whoever asks next is given all of them.
+    // All at once, so that the next question is answered with all of them.
     while (managedWindows.hasWork()) {
         turn.begin();
-        connection.beginStart();
+        deadline.begin(linux::TurnDeadline::startLimit);
         managedWindows.work();
     }
     // The objects that are made next register keys and look at the screens.
-    connection.beginStart();
+    deadline.begin(linux::TurnDeadline::startLimit);
 }
 
 bool Desktop::finishTurn() {
     placement.send();
     turn.begin();
+    // A turn that has waited already leaves the reading, and the whole limit for it, to the next one.
+    readsFirst = isReadingDue() && connection.deadline().hasBegun();
+    if (!readsFirst) {
+        readChanges();
+        turn.begin();
+    }
+    keepBorrowed();
+    connection.flush();
+    // A broken connection is served as well: that is how the loop comes to know of it.
+    return connection.hasPendingEvents() || isReadingDue() || connection.isBroken();
+}
+
+void Desktop::readChanges() {
     windowManager.renew();
     if (guessIsStale) {
         renewGuess();
@@ -138,11 +153,6 @@ bool Desktop::finishTurn() {
     if (managedWindows.hasWork()) {
         managedWindows.work();
     }
-    turn.begin();
-    keepBorrowed();
-    connection.flush();
-    // A broken connection is served as well: that is how the loop comes to know of it.
-    return connection.hasPendingEvents() || managedWindows.hasWork() || connection.isBroken();
 }
 
 void Desktop::renewGuess() {
@@ -155,14 +165,15 @@ void Desktop::renewGuess() {
 }
 
 void Desktop::serveEvents() {
-    bool hasTime = true;
+    // Otherwise many presses that wait would put the reading off for as long as they come.
+    bool hasTime = !std::exchange(readsFirst, false);
     while (const Owned<xcb_generic_event_t> event = hasTime ? connection.nextEvent() : nullptr) {
         turn.begin();
         handle(*event);
         placement.send();
-        // Each event has a turn's time. Others are served before the next one takes its own: behind a window manager
-        // that hangs, many presses may have gathered.
-        hasTime = !connection.hasWaited();
+        // Each event that waits has a turn of its own, and other sources are served in between: many presses may have
+        // come while a window manager hung.
+        hasTime = !connection.deadline().hasBegun();
     }
     if (connection.isBroken()) {
         linux::logToStandardError("the X server is gone");

@@ -79,6 +79,10 @@ private:
     [[nodiscard]] bool finishTurn();
     void serveEvents();
     void handle(const xcb_generic_event_t& event);
+    [[nodiscard]] bool isReadingDue() const {
+        return guessIsStale || managedWindows.hasWork() || windowManager.isRenewalDue();
+    }
+    void readChanges();
     void renewGuess();
     void handlePropertyChange(const xcb_property_notify_event_t& event);
     void followKeyboardIn(Duration delay);
@@ -112,6 +116,8 @@ private:
     WindowManagerWatch windowManager{connection, selection, mainLoop, [this] { windowManagerChanged(); }};
     std::uint8_t keyboardEvent = 0;
     bool guessIsStale = true;
+    /// Whether the changes are read in this turn, before any event is served.
+    bool readsFirst = false;
     std::unique_ptr<ScheduledWork> guessRetry;
     std::unique_ptr<ScheduledWork> keyboardFollow;
     std::unique_ptr<ScheduledWork> settling;

@@ -18,8 +18,9 @@ Fence::~Fence() {
 
 bool Fence::wait() {
     const std::uint16_t question = send();
-    return connection.waitForEvent(
-        connection.turnEnd(), [this, question](const xcb_generic_event_t& event) { return answer(event) == question; });
+    return connection.waitForEvent(connection.deadline().end(), [this, question](const xcb_generic_event_t& event) {
+        return answer(event) == question;
+    });
 }
 
 std::uint16_t Fence::send() {

@@ -207,7 +207,7 @@ void Placement::awaitShadow(const Sent& sent, bool wasTiled) {
         !facts->drawsOwnDecoration) {
         return;
     }
-    const Instant limit = Connection::now() + shadowPatience;
+    const Instant limit = connection.deadline().now() + shadowPatience;
     const ScopedPropertyWatch watch(connection, selection, window);
     // Read after the watch began, so that no change falls between.
     facts = readAgain(window);

@@ -22,7 +22,7 @@ xcb_timestamp_t ServerClock::now() {
                                                                        XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0, nullptr)
                                                        .sequence);
     xcb_timestamp_t time = XCB_CURRENT_TIME;
-    const bool hasCome = connection.waitForEvent(connection.turnEnd(), [&](const xcb_generic_event_t& event) {
+    const bool hasCome = connection.waitForEvent(connection.deadline().end(), [&](const xcb_generic_event_t& event) {
         const auto* changed = eventAs<xcb_property_notify_event_t>(event, XCB_PROPERTY_NOTIFY);
         if (changed == nullptr || changed->window != window || changed->sequence != number) {
             return false;

@@ -11,7 +11,6 @@
 namespace platform::x11 {
 
 void Turn::begin() {
-    connection.beginTurn();
     rootFacts.reset();
     space.reset();
     forgetWindows();

@@ -22,7 +22,7 @@ public:
     explicit Turn(Connection& connection)
         : connection(connection) {}
 
-    /// Forgets what was read, and starts a new time limit.
+    /// Forgets what was read.
     void begin();
 
     /// Who lays the windows out now; null where nobody does. Has to outlive this, or be taken back.

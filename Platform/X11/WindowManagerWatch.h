@@ -29,6 +29,9 @@ public:
     /// Without an answer in time everything stays as it was.
     void renew();
 
+    /// Whether the next `renew` asks.
+    [[nodiscard]] bool isRenewalDue() const { return isStale; }
+
 private:
     [[nodiscard]] bool concerns(const xcb_generic_event_t& event) const;
     void follow(xcb_window_t window);

@@ -38,6 +38,7 @@ protected:
 
     void endTurn() {
         placement.finishTurn();
+        deadline.begin();
         turn.begin();
     }
 
@@ -82,7 +83,8 @@ protected:
     simulated::MainActor mainActor;
     WindowTable table;
     SimulatedDoor door{table, [this] { return mainActor.now(); }, [this](Duration time) { mainActor.pass(time); }};
-    Turn turn{table, door, mainActor};
+    linux::TurnDeadline deadline{mainActor};
+    Turn turn{table, door, deadline};
     Placement placement{door, turn};
     Accessibility accessibility{table, door, turn, placement};
 };

@@ -1,3 +1,5 @@
+#include "Platform/Compositor/Turn.h"
+#include "Platform/GnomeShell/Door.h"
 #include "Platform/GnomeShell/HotKeys.h"
 #include "Tests/Platform/GnomeShell/ShellFixture.h"
 #include "Tests/Platform/Linux/HotKeyLosses.h"
@@ -83,7 +85,7 @@ TEST_F(HotKeysOfTheShell, ThatABusyShellDoesNotAnswerForAreAskedForAgain) {
     const linux::Stopwatch stopwatch;
     ASSERT_EQ(take(keyLeft, 31).status, noErr);
     ASSERT_EQ(take(keyC, 32).status, noErr);
-    EXPECT_LT(stopwatch.elapsed(), 2 * ShellLink::longestWait) << "all of a turn wait together";
+    EXPECT_LT(stopwatch.elapsed(), 2 * linux::TurnDeadline::turnLimit) << "all of a turn wait together";
     press(1);
     catchUp();
     EXPECT_EQ(pressed, std::vector<std::uint32_t>{31});
@@ -91,6 +93,25 @@ TEST_F(HotKeysOfTheShell, ThatABusyShellDoesNotAnswerForAreAskedForAgain) {
     ASSERT_TRUE(until([&] { return shell->wasCalled("Grab 2 <Control><Alt>0x36"); }));
     catchUp();
     EXPECT_FALSE(losses->take());
+}
+
+TEST_F(HotKeysOfTheShell, WaitWithinTheSameLimitAsTheWindowsOfTheirTurn) {
+    const auto silence = [](sd_bus_message* /*call*/) {};
+    shell->answer("Grab", silence);
+    shell->answer("Frames", silence);
+    compositor::WindowTable table;
+    Door door(*link, table, {.show = [] {}, .requirement = [] { return AccessRequirement::compositor; }});
+    shell->setExtension(true, "second");
+    ASSERT_TRUE(until([&] { return table.isOpen(); }));
+    shell->tell("Moved");
+    catchUp();
+    compositor::Turn turn(table, door, loop.turnDeadline());
+    loop.turnDeadline().begin();
+    const linux::Stopwatch stopwatch;
+    EXPECT_NE(turn.table(), nullptr);
+    EXPECT_TRUE(loop.turnDeadline().hasPassed()) << "nothing was waited for";
+    ASSERT_EQ(take(keyLeft, 31).status, noErr);
+    EXPECT_LT(stopwatch.elapsed(), 2 * linux::TurnDeadline::turnLimit);
 }
 
 TEST_F(HotKeysOfTheShell, ThatABusyShellRefusesInTheEndAreALoss) {

@@ -178,12 +178,12 @@ TEST_F(ALinkToTheShell, WaitsNoLongerInOneTurnThanItMay) {
     shell->answer("Frames", [](sd_bus_message* /*call*/) {});
     const linux::Stopwatch stopwatch;
     for (int time = 0; time < 5; ++time) {
-        EXPECT_FALSE(link->call(link->endOfWaiting(), "Frames", ""));
+        EXPECT_FALSE(link->call(link->deadline(), "Frames", ""));
     }
-    EXPECT_LT(stopwatch.elapsed(), 2 * ShellLink::longestWait);
+    EXPECT_LT(stopwatch.elapsed(), 2 * linux::TurnDeadline::turnLimit);
     bool isNextTurn = false;
     loop.post([&] { isNextTurn = true; });
-    ASSERT_TRUE(until([&] { return isNextTurn && link->endOfWaiting() > loop.now() + milliseconds(200); }));
+    ASSERT_TRUE(until([&] { return isNextTurn && link->deadline() > loop.now() + milliseconds(200); }));
 }
 
 } // namespace

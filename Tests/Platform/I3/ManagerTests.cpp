@@ -36,7 +36,7 @@ protected:
     [[nodiscard]] x11::Connection& display() { return hand.connection(); }
 
     [[nodiscard]] bool answers() {
-        display().beginTurn();
+        display().deadline().begin();
         const auto layout = manager.readLayout(display());
         return layout && layout->windows.contains(5);
     }
@@ -45,7 +45,7 @@ protected:
     [[nodiscard]] bool becomes(const std::function<bool()>& condition) {
         const Instant end = loop.now() + std::chrono::seconds(10);
         while (loop.now() < end) {
-            display().beginTurn();
+            display().deadline().begin();
             if (condition()) {
                 return true;
             }
@@ -61,7 +61,7 @@ protected:
 };
 
 TEST_F(I3Manager, ReadsTheLayout) {
-    display().beginTurn();
+    display().deadline().begin();
     EXPECT_TRUE(manager.isReachable(display()));
     const auto layout = manager.readLayout(display());
     ASSERT_TRUE(layout.has_value());
@@ -78,7 +78,7 @@ TEST_F(I3Manager, ReadsTheLayoutAroundAClassThatIsNotUtf8) {
 }
 
 TEST_F(I3Manager, TakesAWindowOutOfTheLayoutAndPutsItThere) {
-    display().beginTurn();
+    display().deadline().begin();
     EXPECT_TRUE(manager.place(display(), 5, {{-10.4, 20.6}, {400, 300}}));
     EXPECT_THAT(i3.takeCommands(), ElementsAre("[id=5] floating enable, resize set width 400 px height 300 px, "
                                                "move absolute position -10 px 21 px"));
@@ -115,26 +115,26 @@ TEST_F(I3Manager, FollowsI3ToAnotherPlace) {
 TEST_F(I3Manager, IsNotReachableWhereI3DoesNotSayWhere) {
     for (const std::string& path : {std::string(), std::string("/nowhere"), std::string(5000, 'x')}) {
         say(path);
-        display().beginTurn();
+        display().deadline().begin();
         EXPECT_FALSE(manager.isReachable(display())) << path.substr(0, 20);
     }
     hand.removeProperty(display().root(), "I3_SOCKET_PATH");
-    display().beginTurn();
+    display().deadline().begin();
     EXPECT_FALSE(manager.isReachable(display()));
 }
 
 TEST_F(I3Manager, ASilentI3CostsNoMoreThanATurn) {
     EXPECT_TRUE(answers());
     i3.behave(Manners::silent);
-    display().beginTurn();
+    display().deadline().begin();
     const Instant begin = loop.now();
     for (int count = 0; count < 5; ++count) {
         EXPECT_EQ(manager.readLayout(display()), std::nullopt);
         EXPECT_FALSE(manager.place(display(), 5, {{0, 0}, {400, 300}}));
     }
     const Duration taken = loop.now() - begin;
-    EXPECT_GE(taken, x11::turnBudget / 2);
-    EXPECT_LT(taken, x11::turnBudget + slack);
+    EXPECT_GE(taken, linux::TurnDeadline::turnLimit / 2);
+    EXPECT_LT(taken, linux::TurnDeadline::turnLimit + slack);
     i3.behave(Manners::good);
     EXPECT_TRUE(answers());
 }
@@ -154,7 +154,7 @@ TEST_F(I3Manager, WhatNobodyAskedForIsNoAnswer) {
     EXPECT_TRUE(answers());
     i3.behave(Manners::good);
     i3.setTree(layouts::root(""));
-    display().beginTurn();
+    display().deadline().begin();
     EXPECT_EQ(manager.readLayout(display()), x11::Layout{});
 }
 

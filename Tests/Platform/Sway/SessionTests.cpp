@@ -14,7 +14,7 @@ namespace {
 
 using Manners = FakeSway::Manners;
 
-constexpr std::chrono::milliseconds turn = Session::patience;
+constexpr std::chrono::milliseconds turn = linux::TurnDeadline::turnLimit;
 /// What a machine that does other things takes beyond.
 constexpr std::chrono::milliseconds slack{150};
 

@@ -2,11 +2,14 @@
 #include "FollowedDesktop.h"
 #include "SlowDisplay.h"
 #include "Tests/Platform/Linux/HotKeyLosses.h"
+#include "Tests/Platform/Linux/Stopwatch.h"
 #include "TrayOwner.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <optional>
 
 namespace platform::x11 {
@@ -19,7 +22,7 @@ constexpr std::uint32_t controlAndOption = 0x1000 | 0x800;
 
 /// What a person presses for the same.
 xcb_key_press_event_t pressOf(Hand& hand) {
-    hand.connection().beginTurn();
+    hand.connection().deadline().begin();
     static_cast<void>(prepareKeyboard(hand.connection()));
     const auto map = readKeyboardMap(hand.connection()).value();
     xcb_key_press_event_t press{};
@@ -33,7 +36,7 @@ xcb_key_press_event_t pressOf(Hand& hand) {
 
 /// The windows on the root that are not this client's.
 std::vector<xcb_window_t> windowsOfOthers(Connection& connection) {
-    connection.beginTurn();
+    connection.deadline().begin();
     const auto tree = connection.reply<xcb_query_tree_reply_t>(xcb_query_tree(connection.raw(), connection.root()));
     const xcb_setup_t& setup = *xcb_get_setup(connection.raw());
     std::vector<xcb_window_t> windows;
@@ -93,6 +96,34 @@ TEST(X11Desktop, WithoutXResourceAWindowsOwnerIsTheOneThatItNames) {
     EXPECT_EQ(followed.toldApplications.front()->processIdentifier(), editor.process());
 }
 
+TEST(X11Desktop, AllThatOneTurnWaitsForEndsAtOneDeadline) {
+    FollowedDesktop followed;
+    followed.start();
+    followed.drain();
+    // Two reasons to ask the server come at once, the second of them at the end of the turn.
+    const ClientProcess editor{followed.server.display()};
+    followed.openWindow(editor, "Editor");
+    TrayOwner panel(followed.server.display());
+    EXPECT_TRUE(panel.asked().empty());
+    xcb_grab_server(followed.hand.connection().raw());
+    followed.hand.finish();
+    // The loop serves its sources in turn: this is how long any other source waits.
+    std::chrono::nanoseconds longest{};
+    linux::Stopwatch sinceLast;
+    std::function<void()> again = [&] {
+        longest = std::max(longest, sinceLast.elapsed());
+        sinceLast.start();
+        followed.mainLoop.post([&] { again(); });
+    };
+    again();
+    ASSERT_TRUE(followed.runUntil([&] { return longest >= linux::TurnDeadline::turnLimit / 2; }));
+    EXPECT_LT(longest, FollowedDesktop::longestAllowedTurn);
+    xcb_ungrab_server(followed.hand.connection().raw());
+    followed.hand.finish();
+    EXPECT_TRUE(followed.runUntil([&] { return !followed.told.empty(); })) << "what was put off is never read";
+    EXPECT_EQ(followed.told, std::vector<std::string>{"launch editor"});
+}
+
 /// A desktop whose server takes that long for each answer.
 class SlowX11Desktop : public testing::Test {
 protected:
@@ -107,6 +138,7 @@ protected:
     }
 
     FollowedDesktop followed;
+    linux::MainLoop clock;
     SlowDisplay slow{followed.server.remoteDisplay(), {}};
 };
 
@@ -126,17 +158,17 @@ TEST_F(SlowX11Desktop, StartsAfterAStall) {
 }
 
 TEST_F(SlowX11Desktop, AKeyboardThatComesTooLateIsAskedForAgain) {
-    auto connection = Connection::open(slow.display());
+    auto connection = Connection::open(slow.display(), clock.turnDeadline());
     ASSERT_TRUE(connection);
     ASSERT_TRUE(prepareKeyboard(*connection));
     HotKeys keys(*connection);
     linux::HotKeyLosses losses(keys);
     slow.setDelay(milliseconds(350));
-    connection->beginTurn();
+    connection->deadline().begin();
     EXPECT_NE(registerKey(keys), noErr);
     EXPECT_TRUE(losses.take()) << "whoever registers keys is not told to do so once more";
     slow.setDelay({});
-    connection->beginTurn();
+    connection->deadline().begin();
     EXPECT_EQ(registerKey(keys), noErr);
     EXPECT_FALSE(losses.take());
 }
@@ -148,7 +180,7 @@ TEST_F(SlowX11Desktop, APanelThatDoesNotAnswerInTimeIsAskedForAgain) {
     slow.setDelay(milliseconds(400));
     const TrayOwner panel(followed.server.display());
     // It has waited in vain.
-    ASSERT_TRUE(followed.runUntil([&] { return followed.longestTurn() >= turnBudget; }));
+    ASSERT_TRUE(followed.runUntil([&] { return followed.longestTurn() >= linux::TurnDeadline::turnLimit; }));
     EXPECT_FALSE(followed.desktop->trayPlace()->isOffered());
     slow.setDelay({});
     EXPECT_TRUE(followed.runUntil([&] { return followed.desktop->trayPlace()->isOffered(); }));

@@ -66,7 +66,8 @@ public:
     [[nodiscard]] std::chrono::steady_clock::duration longestTurn() const { return longest; }
 
     /// All waiting of a turn, and what has to be done with what came.
-    static constexpr std::chrono::milliseconds longestAllowedTurn = turnBudget + std::chrono::milliseconds(150);
+    static constexpr std::chrono::milliseconds longestAllowedTurn =
+        linux::TurnDeadline::turnLimit + std::chrono::milliseconds(150);
 
     void forgetLongestTurn() { longest = {}; }
 

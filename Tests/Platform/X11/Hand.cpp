@@ -8,8 +8,8 @@ namespace platform::x11 {
 
 namespace {
 
-Connection connect(const std::string& display) {
-    auto opened = Connection::open(display);
+Connection connect(const std::string& display, linux::TurnDeadline& deadline) {
+    auto opened = Connection::open(display, deadline);
     if (!opened) {
         throw std::runtime_error(opened.error());
     }
@@ -19,11 +19,11 @@ Connection connect(const std::string& display) {
 } // namespace
 
 Hand::Hand(const std::string& display)
-    : link(connect(display)) {
+    : link(connect(display, clock.turnDeadline())) {
 }
 
 xcb_atom_t Hand::atom(std::string_view name) {
-    link.beginTurn();
+    link.deadline().begin();
     const auto interned = link.reply<xcb_intern_atom_reply_t>(
         xcb_intern_atom(link.raw(), 0, static_cast<std::uint16_t>(name.size()), name.data()));
     return interned ? interned->atom : xcb_atom_t{XCB_ATOM_NONE};
@@ -54,7 +54,7 @@ void Hand::destroy(xcb_window_t window) {
 
 void Hand::awaitEnd(xcb_window_t window) {
     const auto exists = [&] {
-        link.beginTurn();
+        link.deadline().begin();
         return link.reply<xcb_get_geometry_reply_t>(xcb_get_geometry(link.raw(), window)) != nullptr;
     };
     while (exists()) {
@@ -96,7 +96,7 @@ void Hand::answerRequests() {
 }
 
 void Hand::finish() {
-    link.beginTurn();
+    link.deadline().begin();
     static_cast<void>(link.reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(link.raw())));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/MainLoop.h"
 #include "Platform/X11/Connection.h"
 
 #include <span>
@@ -52,6 +53,8 @@ public:
 private:
     void selectOnRoot(std::uint32_t mask);
 
+    /// Gives the time alone: this client has turns of its own.
+    linux::MainLoop clock;
     Connection link;
     std::vector<xcb_configure_request_event_t> requests;
 };

@@ -24,7 +24,7 @@ constexpr std::uint32_t heldModifiers = 0x1000 | 0x800;
 class X11HotKeys : public testing::Test {
 protected:
     X11HotKeys() {
-        connection.beginTurn();
+        connection.deadline().begin();
         EXPECT_TRUE(prepareKeyboard(connection));
         map = readKeyboardMap(connection).value();
         keys.installHandler(
@@ -33,7 +33,7 @@ protected:
                 return noErr;
             },
             &pressed);
-        manager.beginTurn();
+        manager.deadline().begin();
         EXPECT_EQ(KeyGrabs(manager).take(combinationOf(borrowedKey), map->lockModifiers, false).kind,
                   KeyGrabs::Kind::core);
     }
@@ -44,7 +44,7 @@ protected:
     }
 
     HotKeyEvents::Registration add(std::uint32_t key, std::uint32_t id) {
-        connection.beginTurn();
+        connection.deadline().begin();
         return keys.registerHotKey(key, heldModifiers, {.signature = 0, .id = id});
     }
 
@@ -76,8 +76,9 @@ protected:
     [[nodiscard]] std::vector<std::uint32_t> takePressed() { return std::exchange(pressed, {}); }
 
     XServer server;
-    Connection connection{Connection::open(server.display()).value()};
-    Connection manager{Connection::open(server.display()).value()};
+    linux::MainLoop clock;
+    Connection connection{Connection::open(server.display(), clock.turnDeadline()).value()};
+    Connection manager{Connection::open(server.display(), clock.turnDeadline()).value()};
     HotKeys keys{connection};
     linux::HotKeyLosses losses{keys};
     std::optional<KeyboardMap> map;
@@ -190,11 +191,11 @@ TEST_F(X11HotKeys, ABorrowedKeyThatSomebodyElseTakesInTheSameWayIsLost) {
     EXPECT_FALSE(losses.take());
     // As a client would that comes between the end of our grab and the next one.
     KeyGrabs(connection).release(combinationOf(borrowedKey), map->lockModifiers, KeyGrabs::Kind::extension);
-    connection.beginTurn();
+    connection.deadline().begin();
     static_cast<void>(connection.succeeded({}));
-    manager.beginTurn();
+    manager.deadline().begin();
     ASSERT_TRUE(KeyGrabs(manager).renew(combinationOf(borrowedKey), map->lockModifiers, KeyGrabs::Kind::extension));
-    connection.beginTurn();
+    connection.deadline().begin();
     EXPECT_TRUE(keys.renewBorrowed());
     EXPECT_TRUE(losses.take());
     EXPECT_EQ(loan(borrowedKey), HotKeyLoan::none);

@@ -35,7 +35,7 @@ protected:
         // It announces itself before it listens.
         Fence fence(followed.hand.connection());
         ASSERT_TRUE(followed.runUntil([&] {
-            followed.hand.connection().beginTurn();
+            followed.hand.connection().deadline().begin();
             return fence.wait();
         }));
         logic = std::make_unique<LogicOnDesktop>(followed);
@@ -67,7 +67,7 @@ protected:
 
     xcb_window_t active() {
         Connection& connection = followed.hand.connection();
-        connection.beginTurn();
+        connection.deadline().begin();
         const auto root = RootFactsRequest(connection).read(connection);
         return root ? root->activeWindow : xcb_window_t{XCB_WINDOW_NONE};
     }
@@ -75,7 +75,7 @@ protected:
     /// Where a window's frame is, as anybody can read it.
     std::optional<CGRect> frame(xcb_window_t window) {
         Connection& connection = followed.hand.connection();
-        connection.beginTurn();
+        connection.deadline().begin();
         const auto facts = WindowFactsRequest(connection, window).read(connection);
         return facts ? std::optional(visibleRectangle(facts->geometry)) : std::nullopt;
     }

@@ -19,11 +19,11 @@ constexpr std::uint16_t capsLock = XCB_MOD_MASK_LOCK;
 /// One client of a server.
 struct GrabbingClient {
     explicit GrabbingClient(const std::string& display)
-        : connection(Connection::open(display).value())
+        : connection(Connection::open(display, clock.turnDeadline()).value())
         , grabs(connection) {}
 
     KeyGrabs::Outcome take(bool borrows = false) {
-        connection.beginTurn();
+        connection.deadline().begin();
         const KeyGrabs::Outcome outcome = grabs.take(combination, capsLock, borrows);
         // So that the server has dealt with what was given back.
         static_cast<void>(connection.succeeded({}));
@@ -32,7 +32,7 @@ struct GrabbingClient {
 
     /// Takes the combination whoever holds it by the other kind of grab.
     bool hold(Kind kind) {
-        connection.beginTurn();
+        connection.deadline().begin();
         return grabs.renew(combination, capsLock, kind);
     }
 
@@ -41,6 +41,7 @@ struct GrabbingClient {
         static_cast<void>(connection.succeeded({}));
     }
 
+    linux::MainLoop clock;
     Connection connection;
     KeyGrabs grabs;
 };

@@ -14,24 +14,25 @@
 namespace platform::x11 {
 namespace {
 
-Connection connect(const XServer& server) {
-    auto opened = Connection::open(server.display());
+Connection connect(const XServer& server, linux::MainLoop& loop) {
+    auto opened = Connection::open(server.display(), loop.turnDeadline());
     EXPECT_TRUE(opened.has_value());
     return *std::move(opened);
 }
 
 TEST(EventSelection, AMomentaryWatchLeavesTheLastingSelectionAlone) {
     const XServer server;
-    Connection connection = connect(server);
+    linux::MainLoop loop;
+    Connection connection = connect(server, loop);
     Hand hand(server.display());
     const ClientProcess client(server.display());
     const xcb_window_t window = client.makeWindow();
     EventSelection selection(connection);
     const auto isToldOfChange = [&] {
-        connection.beginTurn();
+        connection.deadline().begin();
         std::free(xcb_get_input_focus_reply(connection.raw(), xcb_get_input_focus(connection.raw()), nullptr));
         hand.setText(window, "WM_CLASS", "changed");
-        return connection.waitForEvent(connection.turnEnd(), [&](const xcb_generic_event_t& event) {
+        return connection.waitForEvent(connection.deadline().end(), [&](const xcb_generic_event_t& event) {
             return eventKind(event) == XCB_PROPERTY_NOTIFY;
         });
     };
@@ -94,9 +95,9 @@ protected:
     FollowedWindows() { managed.start(notes); }
 
     XServer server;
-    Connection connection = connect(server);
-    Hand hand{server.display()};
     linux::MainLoop mainLoop;
+    Connection connection = connect(server, mainLoop);
+    Hand hand{server.display()};
     EventSelection selection{connection};
     ManagedWindows managed{connection, selection, mainLoop};
     Notes notes;
@@ -108,7 +109,7 @@ TEST_F(FollowedWindows, ThatAServerDidNotAnswerForInTimeAreAskedForAgain) {
     const xcb_window_t first = client.makeWindow();
     const xcb_window_t second = client.makeWindow();
     const auto work = [&] {
-        connection.beginTurn();
+        connection.deadline().begin();
         managed.work();
     };
     const auto awaitWork = [&] {
@@ -117,7 +118,7 @@ TEST_F(FollowedWindows, ThatAServerDidNotAnswerForInTimeAreAskedForAgain) {
             sd_event_run(mainLoop.handle(), 10'000);
         }
     };
-    connection.beginTurn();
+    connection.deadline().begin();
     managed.follow({first});
     work();
     ASSERT_EQ(notes.appeared, Windows{first});
@@ -146,10 +147,10 @@ TEST_F(FollowedWindows, ThatAreThereGoBeforeThousandsThatHaveGone) {
         gone.push_back(there + 1000 + number);
     }
     const auto work = [&] {
-        connection.beginTurn();
+        connection.deadline().begin();
         managed.work();
     };
-    connection.beginTurn();
+    connection.deadline().begin();
     managed.follow(gone);
     work();
     managed.follow({there});
@@ -166,7 +167,7 @@ TEST_F(FollowedWindows, ThatAreThereGoBeforeThousandsThatHaveGone) {
 
 TEST_F(FollowedWindows, ThatOutlastTheirProcessForAMomentAreNotTakenForNewOnes) {
     const xcb_window_t window = client.makeWindow();
-    connection.beginTurn();
+    connection.deadline().begin();
     managed.follow({window});
     managed.work();
     ASSERT_EQ(notes.appeared.size(), 1U);
@@ -180,7 +181,7 @@ TEST_F(FollowedWindows, ThatOutlastTheirProcessForAMomentAreNotTakenForNewOnes) 
 
 TEST_F(FollowedWindows, ThatAreHiddenAreKnownUntilTheyAreDestroyed) {
     const xcb_window_t window = client.makeWindow();
-    connection.beginTurn();
+    connection.deadline().begin();
     managed.follow({window});
     managed.work();
     managed.follow({});
@@ -188,7 +189,7 @@ TEST_F(FollowedWindows, ThatAreHiddenAreKnownUntilTheyAreDestroyed) {
     ASSERT_NE(managed.find(window), nullptr);
     EXPECT_FALSE(managed.find(window)->isListed);
     hand.destroy(window);
-    EXPECT_TRUE(connection.waitForEvent(connection.turnEnd(), [&](const xcb_generic_event_t& event) {
+    EXPECT_TRUE(connection.waitForEvent(connection.deadline().end(), [&](const xcb_generic_event_t& event) {
         managed.handle(event);
         return !notes.vanished.empty();
     }));

@@ -28,11 +28,17 @@ protected:
     XServer server;
     Hand hand{server.display()};
     ClientProcess toolkit{server.display()};
-    Connection connection = connect(server.display());
+    linux::MainLoop clock;
+    Connection connection = connect(server.display(), clock.turnDeadline());
     EventSelection selection{connection};
     Turn turn{connection};
     simulated::MainActor mainActor;
     OwnWindows windows{connection, selection, turn, mainActor};
+
+    void beginTurn() {
+        connection.deadline().begin();
+        turn.begin();
+    }
 
     /// A window that no window manager minds.
     xcb_window_t makeWindow() {
@@ -67,7 +73,7 @@ protected:
 
     /// The server serves its clients in no order: what is asked here is done before anybody goes on.
     void takeKeyboard(xcb_window_t window) {
-        turn.begin();
+        beginTurn();
         windows.takeKeyboard(window);
         awaitServer();
     }
@@ -75,21 +81,21 @@ protected:
     /// Waits until the server's clock, which counts milliseconds, has gone on: people are not faster.
     void awaitTick() {
         ServerClock clock(connection);
-        turn.begin();
+        beginTurn();
         const xcb_timestamp_t begin = clock.now();
         while (clock.now() == begin) {
-            turn.begin();
+            beginTurn();
         }
     }
 
     xcb_window_t focused() {
-        hand.connection().beginTurn();
+        hand.connection().deadline().begin();
         const auto reply = hand.connection().reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(raw()));
         return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
     }
 
     CGPoint origin(xcb_window_t window) {
-        hand.connection().beginTurn();
+        hand.connection().deadline().begin();
         const auto reply = hand.connection().reply<xcb_get_geometry_reply_t>(xcb_get_geometry(raw(), window));
         return reply ? CGPoint{static_cast<double>(reply->x), static_cast<double>(reply->y)} : CGPoint{-1, -1};
     }
@@ -146,14 +152,14 @@ protected:
 
     /// Hands on all that the server has told so far.
     void handleAll() {
-        turn.begin();
+        beginTurn();
         awaitServer();
         while (const auto event = connection.nextEvent()) {
-            turn.begin();
+            beginTurn();
             windows.handle(*event);
         }
         // What was asked for meanwhile has been done as well.
-        turn.begin();
+        beginTurn();
         awaitServer();
     }
 
@@ -161,8 +167,8 @@ protected:
         static_cast<void>(connection.reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(connection.raw())));
     }
 
-    static Connection connect(const std::string& display) {
-        auto opened = Connection::open(display);
+    static Connection connect(const std::string& display, linux::TurnDeadline& deadline) {
+        auto opened = Connection::open(display, deadline);
         if (!opened) {
             throw std::runtime_error(opened.error());
         }

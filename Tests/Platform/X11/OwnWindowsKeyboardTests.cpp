@@ -49,13 +49,13 @@ TEST_F(OwnWindowsTest, AWindowOfARealWindowManagerGetsTheKeyboard) {
     }
     const Openbox openbox("--sm-disable");
     ASSERT_TRUE(handleUntil([&] {
-        turn.begin();
+        beginTurn();
         return readWindowManager(connection).supportsPlacement;
     }));
     // It announces itself before it listens.
     Fence fence(connection);
     ASSERT_TRUE(handleUntil([&] {
-        turn.begin();
+        beginTurn();
         return fence.wait();
     }));
     const xcb_window_t window = toolkit.makeWindow();
@@ -166,7 +166,7 @@ TEST_F(OwnWindowsTest, WhatOthersWantToKnowOfAWindowIsToldAsWell) {
     selection.select(window, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_FOCUS_CHANGE);
     handleAll();
     const auto mask = [&] {
-        turn.begin();
+        beginTurn();
         const auto reply =
             connection.reply<xcb_get_window_attributes_reply_t>(xcb_get_window_attributes(connection.raw(), window));
         return reply ? reply->your_event_mask : 0;
@@ -186,7 +186,7 @@ TEST(OwnWindowsOfTheDesktop, GetTheKeyboardWhenTheyAreShown) {
     xcb_map_window(hand.raw(), window);
     hand.flush();
     EXPECT_TRUE(followed.runUntil([&] {
-        hand.beginTurn();
+        hand.deadline().begin();
         const auto focus = hand.reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(hand.raw()));
         return focus && focus->focus == window;
     }));

@@ -16,7 +16,7 @@ TEST_F(OwnWindowsTest, ThePointerIsToldInTheScreenSpace) {
         {{0, 0}, {0, 800}}, {{1279, 799}, {1279, 1}}, {{300, 200}, {300, 600}}};
     for (const auto& [root, screen] : cases) {
         movePointer(static_cast<std::int16_t>(root.x), static_cast<std::int16_t>(root.y));
-        turn.begin();
+        beginTurn();
         EXPECT_EQ(windows.pointer(), screen);
     }
 }

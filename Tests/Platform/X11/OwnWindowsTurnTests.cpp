@@ -7,13 +7,14 @@ TEST_F(OwnWindowsTest, AShownWindowGetsTheKeyboardAfterATurnThatLeftNoTimeToAsk)
     const xcb_window_t editor = makeShownWindow();
     const xcb_window_t window = makeShownWindow();
     focus(editor);
-    turn.begin();
-    while (!connection.isExhausted()) {
+    beginTurn();
+    const Instant end = connection.deadline().end();
+    while (connection.deadline().now() < end) {
         // As long as it takes to load a toolkit.
     }
     windows.takeKeyboard(window);
     EXPECT_TRUE(windows.hasKeyboard(window)) << "it is about to get it";
-    turn.begin();
+    beginTurn();
     mainActor.advance(std::chrono::milliseconds(1));
     // Asked on another connection, which the server may serve first.
     awaitServer();
@@ -25,7 +26,7 @@ TEST_F(OwnWindowsTest, WhoHasTheKeyboardIsToldAsTheServerKnowsIt) {
     const xcb_window_t editor = makeShownWindow();
     const xcb_window_t window = makeShownWindow();
     focus(editor);
-    turn.begin();
+    beginTurn();
     EXPECT_FALSE(windows.hasKeyboard(window));
     windows.takeKeyboard(window);
     EXPECT_TRUE(windows.hasKeyboard(window));
@@ -37,12 +38,12 @@ TEST_F(OwnWindowsTest, AWindowThatIsShownAgainBeforeItsHidingIsToldOfKeepsTheKey
     const xcb_window_t editor = makeShownWindow();
     const xcb_window_t window = makeShownWindow();
     focus(editor);
-    turn.begin();
+    beginTurn();
     windows.takeKeyboard(window);
     for (int time = 0; time < 3; ++time) {
         hide(window);
         show(window);
-        turn.begin();
+        beginTurn();
         windows.takeKeyboard(window);
         handleAll();
         EXPECT_EQ(focused(), window);

@@ -48,13 +48,13 @@ protected:
         // It announces itself before it listens.
         Fence fence(followed.hand.connection());
         ASSERT_TRUE(followed.runUntil([&] {
-            followed.hand.connection().beginTurn();
+            followed.hand.connection().deadline().begin();
             return fence.wait();
         }));
     }
 
     xcb_window_t inCharge() {
-        followed.hand.connection().beginTurn();
+        followed.hand.connection().deadline().begin();
         return readWindowManager(followed.hand.connection()).checkWindow;
     }
 
@@ -117,7 +117,7 @@ TEST_F(RealWindowManagerTest, AnotherWindowManagerTakesOverAndNothingIsToldAgain
     ClientProcess before(followed.server.display());
     show(before, "Browser");
     ASSERT_TRUE(followed.runUntil([&] {
-        followed.hand.connection().beginTurn();
+        followed.hand.connection().deadline().begin();
         return RootFactsRequest(followed.hand.connection()).read(followed.hand.connection())->clients.size() == 1;
     }));
     followed.start();

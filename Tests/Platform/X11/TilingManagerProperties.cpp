@@ -198,7 +198,7 @@ protected:
         RC_ASSERT(logic->inATurn([&] {
             const Instant begin = followed.mainLoop.now();
             tessel::WindowMover::perform(action, linux::windowElement(state.window));
-            wasInTime = followed.mainLoop.now() - begin < turnBudget / 2;
+            wasInTime = followed.mainLoop.now() - begin < linux::TurnDeadline::turnLimit / 2;
         }));
         // What is left to be sent is sent as the turn ends.
         RC_ASSERT(logic->inATurn([] {}));

@@ -106,7 +106,7 @@ void TrayOwner::click(xcb_window_t window, std::uint8_t button, std::int16_t roo
 }
 
 std::vector<std::uint32_t> TrayOwner::pixels(xcb_window_t window, std::uint16_t size) {
-    hand.connection().beginTurn();
+    hand.connection().deadline().begin();
     const auto image = hand.connection().reply<xcb_get_image_reply_t>(
         xcb_get_image(hand.connection().raw(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, 0, 0, size, size, ~0U));
     if (!image) {
@@ -118,7 +118,7 @@ std::vector<std::uint32_t> TrayOwner::pixels(xcb_window_t window, std::uint16_t 
 }
 
 std::uint8_t TrayOwner::depthOf(xcb_window_t window) {
-    hand.connection().beginTurn();
+    hand.connection().deadline().begin();
     const auto geometry =
         hand.connection().reply<xcb_get_geometry_reply_t>(xcb_get_geometry(hand.connection().raw(), window));
     return geometry ? geometry->depth : std::uint8_t{0};
