@@ -17,7 +17,7 @@ from harness.skipping import Skipped
 from harness.waiting import until, until_equal
 
 from . import case, case_for_each
-from .window_manager_changes import HOLDING, NATURAL, POLL, taken, works
+from .window_manager_changes import HOLDING, POLL, taken, works
 
 # muffin alone keeps the workspaces' keys for Cinnamon's shell, which is not there to act on them: it has a case of its own.
 LENDING = [manager for manager in HOLDING if manager != "muffin"]

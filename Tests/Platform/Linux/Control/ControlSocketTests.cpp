@@ -65,15 +65,14 @@ TEST(ControlSocket, TheStatusArrivesAsItWasGiven) {
         .backend = "X11",
         .shortcuts = {{"leftHalf", "Ctrl+Alt+←", "active"},
                       {"center", "Ctrl+Alt+C", "taken", "GNOME", "shows all windows"},
-                      {"maximize", "Ctrl+Alt+↑", "active"}},
+                      {"maximize", "Ctrl+Alt+↑", "active"},
+                      {"maximizeHeight", "Ctrl+Alt+↓", "taken", "", "", false, false, "keySequence",
+                       "Teil einer Folge"}},
         .rules = {{"org.example.Editor", "maximize"}, {"übung", "center"}},
     };
     report.borrowsShortcuts = true;
     report.shortcuts.at(1).canBeBorrowed = true;
     report.shortcuts.at(2).isBorrowed = true;
-    report.shortcuts.push_back({.action = "maximizeHeight", .keys = "Ctrl+Alt+↓", .state = "taken"});
-    report.shortcuts.back().notBorrowable = "keySequence";
-    report.shortcuts.back().whyNot = "Mit ihm beginnt eine Folge";
     const ControlServer server(session, [&](RecordedRequests& requests) { requests.report = report; });
     EXPECT_EQ(ControlClient::ofSession(session).status(), report);
     EXPECT_TRUE(quit(session));
