@@ -66,7 +66,7 @@ public:
 
 private:
     struct Registered {
-        /// What KGlobalAccel calls it.
+        /// Its name in KGlobalAccel.
         std::string action;
         std::string title;
         std::int32_t key = 0;
@@ -107,14 +107,14 @@ private:
     /// Keys that the user has just given to other actions.
     std::vector<std::pair<std::int32_t, AccelAction>> reassigned;
     linux::NameOwner owner;
-    /// Whose keys ours are; empty while nobody's are.
+    /// The owner of the service that holds our keys; empty while there is none.
     std::string server;
     bool areLeftoversCleared = false;
     linux::OwnedSlot keySignals;
     linux::OwnedSlot settingsSignals;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
-    /// The one whose key is down since its press was told.
+    /// The action whose press was reported and whose key is still down.
     std::string heldAction;
     std::deque<std::string> pressedActions;
     std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);

@@ -42,7 +42,7 @@ public:
     [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
                                                            std::uint32_t modifiers) const override;
 
-    /// From now on the combination is somebody else's, and can be borrowed.
+    /// From now on another program holds the combination, and it can be borrowed.
     void lend(std::uint32_t keyCode, std::uint32_t modifiers) { lendable.insert({keyCode, modifiers}); }
 
     /// From now on the combination is somebody else's, and that is in the way of borrowing it. `appearsLendable`: it

@@ -61,12 +61,12 @@ TEST_F(Menu, SaysAtOnceWhenSomethingElseIsMissing) {
     desktop.accessibility.isTrusted = false;
     MenuState& menu = make();
     QSignalSpy changes(&menu, &MenuState::changed);
-    const QString before = menu.permissionMessage();
+    EXPECT_EQ(menu.permissionButton(), "");
     desktop.accessibility.reason = {.kind = platform::AccessObstacle::Kind::extensionOff};
     desktop.accessibility.announceChange();
     desktop.mainActor.advance({});
     EXPECT_EQ(changes.count(), 1);
-    EXPECT_NE(menu.permissionMessage(), before);
+    EXPECT_EQ(menu.permissionButton(), "Turn on");
     EXPECT_FALSE(menu.hasAccessibility());
 }
 

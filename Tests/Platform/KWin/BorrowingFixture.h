@@ -89,7 +89,6 @@ protected:
     }
 
     void end() {
-        losses.reset();
         keys.reset();
         bus.reset();
         references.clear();
