@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""A case that failed at first is tried once more, and leaves a trace by which that becomes known."""
+"""A case that failed at first runs again, and leaves a record of that."""
 
 import os
 import sys
@@ -20,11 +20,11 @@ class SecondTries(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
-        # The folder is made by the first case that leaves something.
+        # The first case that leaves a file creates the folder.
         self.folder = Path(folder.name, "second-tries")
 
     def status(self, failures: int, tries: int = 2) -> int:
-        """How a case ends that fails that often before it passes."""
+        """The exit status and output of a case that fails that often before it passes."""
         attempts = []
 
         def planted() -> None:
