@@ -22,7 +22,7 @@ QColor middleOf(IconItem& item) {
     return image.pixelColor(10, 10);
 }
 
-/// A theme with nothing in it but the icons that a test puts there.
+/// A theme that contains only the icons that a test adds.
 class Icons : public testing::Test {
 protected:
     void SetUp() override {

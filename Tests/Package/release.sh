@@ -1,6 +1,6 @@
 #!/bin/bash
-# Read by the tests of packages that are made of a release: makes its archive of the sources as they are, with what is
-# not committed yet. Ends with 77 where there is no repository.
+# Sourced by the tests of packages that are made from a release: makes its archive from the present sources, including
+# uncommitted changes. Exits with 77 if there is no repository.
 # usage: . release.sh; make_release SOURCES FOLDER; skip_without PROGRAM...
 skip_without() { # skip_without PROGRAM...
     for program in "$@"; do

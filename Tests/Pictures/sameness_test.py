@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The pictures are the same, byte for byte, whoever asks for them and however that user has set up everything else."""
+"""The pictures are equal, byte for byte, for every user and with any settings of that user."""
 
 import unittest
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The check of the catalogues sees what it is there to see: each case plants a fault."""
+"""The check of the catalogues finds each fault: every case plants one."""
 
 import tempfile
 import unittest
@@ -29,7 +29,7 @@ GERMAN = [message("Paused", "Pausiert"), message("Paused", "Keine Tasten", "X11"
           counted("%n apps", "%n App", "%n Apps"), message("On · %lld keys", "An · %1")]
 
 
-# A literal may go on in the next line, and need not be asked for where it is written.
+# A literal may continue in the next line, and the request for it may be elsewhere.
 CODE = 'text("Tessel", "Paused");\nconstexpr auto counted = "%n "\n    "apps"; // and\n"On · %lld keys"\n'
 
 
