@@ -83,7 +83,7 @@ TEST_F(Borrowing, WhatIsGivenBackIsTakenAgainByItsHolder) {
 TEST_F(Borrowing, WhatIsBorrowedIsLookedAtAgainNowAndThen) {
     AppState& state = make();
     state.setBorrowsShortcuts(true);
-    desktop.mainActor.advance(12s); // which brings the holders
+    desktop.mainActor.advance(12s); // This also brings the holders.
     int changes = 0;
     const auto subscription = state.objectWillChange().subscribe([&] { ++changes; });
     desktop.mainActor.advance(12s);

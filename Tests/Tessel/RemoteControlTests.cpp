@@ -272,7 +272,7 @@ TEST_F(Remote, RefusesToTakeShortcutsThatAreTakenWithoutBeingLent) {
 }
 
 TEST_F(Remote, KeepsTheConsentWhereNothingSpeaksAgainstIt) {
-    // Nothing is taken, or it cannot be told whether it is: the consent is for then.
+    // No shortcut is taken, or that is unknown: the consent applies later.
     EXPECT_TRUE(control().setBorrowsShortcuts(true));
     EXPECT_TRUE(state->borrowsShortcuts());
     EXPECT_TRUE(control().setBorrowsShortcuts(false));

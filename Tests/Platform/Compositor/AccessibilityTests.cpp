@@ -19,8 +19,8 @@ using corvid::CGSize;
 using std::chrono::milliseconds;
 using Trace = std::vector<std::string>;
 
-/// Two windows of process 7, "a" and "b", and one of process 8, "c", which has the keyboard. The compositor's origin is
-/// the corner of the output on the left; the primary one is beside it and lower.
+/// Two windows of process 7, "a" and "b", and one of process 8, "c", which has the keyboard focus. The compositor's
+/// origin is the corner of the output on the left; the primary output is beside it and lower.
 class CompositorAccessibility : public testing::Test {
 protected:
     void SetUp() override { open(); }
@@ -66,13 +66,13 @@ protected:
         return accessibility.setAttributeValue(element(window), AXAttribute::size, wanted);
     }
 
-    /// What keeps the window's size from being read.
+    /// The fault that prevents reading the window's size.
     AXError failure(const WindowIdentifier& window) {
         const auto answer = accessibility.copyAttributeValue(element(window), AXAttribute::size);
         return answer ? AXError::success : answer.error();
     }
 
-    /// What was asked of the door, besides news.
+    /// The requests to the door, without refreshes.
     Trace asked() {
         Trace trace = door.takeTrace();
         std::erase(trace, "refresh");

@@ -13,7 +13,7 @@
 namespace platform::compositor {
 namespace {
 
-/// Writes down what it is told: "+a" (new), "*a" (was there), "~a" (identity), "!a" (ready), "-a" (gone).
+/// Records its notifications: "+a" (new), "*a" (was there), "~a" (identity), "!a" (ready), "-a" (gone).
 class Diary final : public WindowTable::Follower {
 public:
     void windowAppeared(const WindowIdentifier& identifier, const Window& /*window*/, bool wasThere) override {

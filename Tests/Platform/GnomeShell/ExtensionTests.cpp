@@ -30,7 +30,7 @@ protected:
         write(place + "/extension.js", revision + " script");
     }
 
-    /// The shell's version, and how it answers for the one other property that is asked for, a switch.
+    /// The shell's version, and its reply for the one other requested property, a switch.
     void setVersion(const std::string& version, FakeShell::Answer generalSwitch) {
         shell->answer("Get", [version, generalSwitch = std::move(generalSwitch)](sd_bus_message* call) {
             const char* interface = nullptr;
@@ -51,7 +51,7 @@ protected:
         });
     }
 
-    /// Returns once the shell has been asked how the extension stands, for the one time that its arrival brings about.
+    /// Returns after the one request for the extension's state that its arrival causes.
     void openTheLink(const std::string& session = "first") {
         const auto questions = [&] {
             const auto calls = shell->calls();
@@ -67,7 +67,7 @@ protected:
         shell->answer("Hello", [=](sd_bus_message* call) { sd_bus_reply_method_errorf(call, error, "%s", message); });
     }
 
-    /// Waits for the shell's word.
+    /// Waits for the shell's reply.
     State stateTold() {
         EXPECT_TRUE(until([&] { return extension.state() != State::unknown; }));
         return extension.state();
@@ -150,7 +150,7 @@ TEST_F(TheExtension, IsSwitchedOnAlsoWhereTheShellIsAskedAgainMeanwhile) {
     extension.switchOn();
     ASSERT_TRUE(until([&] { return shell->wasCalled("Get org.gnome.Shell.Extensions UserExtensionsEnabled"); }));
 
-    // Something else is there now that is not the extension either.
+    // The object there now is not the extension either.
     shell->answerWithText("Hello", R"({"version":99,"session":"x","windows":[],"outputs":[]})");
     shell->setExtension(true);
     ASSERT_TRUE(until([&] { return link->obstacle() == ShellLink::Obstacle::otherVersion; }));
@@ -189,7 +189,7 @@ TEST_F(TheExtension, IsReplacedInTheHomeWhereTheShellFindsItOutOfDate) {
     EXPECT_EQ(contentsOf(installed), "new script") << "without being asked to";
     EXPECT_NE(extension.hindrance().find("log out and in once"), std::string::npos);
 
-    // The shell refuses the very one that the next session would have: that would not help.
+    // The shell refuses the very version that the next session would have: logging out would not help.
     setState(outOfDate, "new");
     extension.switchOn();
     EXPECT_TRUE(until([&] { return extension.state() == State::refused; }));

@@ -11,7 +11,7 @@ namespace {
 using std::chrono::milliseconds;
 using Obstacle = ShellLink::Obstacle;
 
-/// Notes what it is told.
+/// Records its notifications.
 class Notebook final : public ShellLink::Listener {
 public:
     using Listener::Listener;

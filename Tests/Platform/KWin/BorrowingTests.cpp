@@ -27,7 +27,7 @@ const FakeAccel::Action first{"org.example.Other", "first", "Another program", "
 const FakeAccel::Action second{"org.example.Other", "second", "Another program", "Second"};
 const FakeAccel::Action third{"org.example.Third", "third", "A third program", "Third"};
 
-/// A program with the two keys of `add`, in a session where others have them.
+/// A program with the two keys of `add`, in a session where other programs hold them.
 class BorrowingTest : public testing::Test {
 protected:
     MessageBus daemon;
@@ -89,14 +89,14 @@ protected:
         references.clear();
     }
 
-    /// Nothing that it does in its end reaches anybody.
+    /// No message of its end reaches another program.
     void kill() {
         kwin->accel.callsLeft = 0;
         end();
         kwin->accel.callsLeft = std::numeric_limits<int>::max();
     }
 
-    /// Our actions are known, and have no keys.
+    /// Our actions are registered, without keys.
     void takeFromOurs() {
         for (const auto& [action, key] : kwin->accel.ownKeys()) {
             kwin->accel.hold({GlobalAccel::ownComponent, action, "Tessel", "Ours"}, {});
@@ -218,7 +218,7 @@ TEST_F(BorrowingTest, AKilledProgramsNextStartWithoutConsentGivesTheKeysBack) {
 TEST_F(BorrowingTest, AKilledProgramsNextStartGivesBackWhatItDoesNotRegister) {
     begin(true);
     kill();
-    // As a program that is paused: the choice is read, and nothing is registered.
+    // As in a paused program: the choice is read, and nothing is registered.
     start();
     keys->setBorrows(true);
     EXPECT_TRUE(runUntil([&] { return !hasNote(); }));

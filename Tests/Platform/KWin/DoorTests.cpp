@@ -61,7 +61,7 @@ TEST_F(DoorTest, AMereMoveIsDoneAtOnce) {
 }
 
 TEST_F(DoorTest, AWindowThatSaysWhatItRefusesIsNotWaitedFor) {
-    // It is as small as it can be, and stays where it is: nothing will ever change.
+    // It has its smallest size and does not move: no change will ever come.
     onPlace({{"outcome", "done"}, {"asked", {100, 100, 640, 480}}, {"frame", {100, 100, 640, 480}}});
     open();
     EXPECT_EQ(door->place(editor, {{100, 100}, {10, 10}}, soon()), AXError::success);
@@ -127,7 +127,7 @@ TEST_F(DoorTest, AWindowThatWentBackOnceIsWaitedForTheNextTimeAsAnyOther) {
     ASSERT_EQ(door->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
     ASSERT_TRUE(runUntil([&] { return table.find(editor)->frame == startFrame; }));
 
-    // Now it stays where it is.
+    // Now it stops moving.
     kwin->run(
         [&] { onPlace({{"outcome", "done"}, {"asked", asked}, {"frame", {100, 100, 640, 480}}, {"isForced", true}}); });
     const linux::Stopwatch stopwatch;
@@ -143,7 +143,7 @@ TEST_F(DoorTest, AWindowThatMovedAwayWithItsSizeIsPutBackOnce) {
             for (const json& command : json::parse(text)) {
                 const json frame = command["frame"];
                 const bool isFirst = frame[2] == 800;
-                // Never where it was asked to.
+                // Never at the requested place.
                 const double x = isFirst ? 50 : 60;
                 script.tell(told(windowAt({{x, 30}, {790, 860}})));
                 results.push_back({{"number", command["number"]},

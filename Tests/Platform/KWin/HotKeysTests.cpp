@@ -35,7 +35,7 @@ protected:
     MessageBus daemon;
     linux::MainLoop loop;
     std::vector<std::uint32_t> presses;
-    // Made once the daemon runs.
+    // Created once the daemon runs.
     std::unique_ptr<FakeKWin> kwin;
     std::unique_ptr<linux::SessionBus> bus;
     std::unique_ptr<HotKeys> keys;
@@ -230,9 +230,9 @@ TEST_F(HotKeysTest, AServerThatHangsTakesNoMoreThanATurn) {
     EXPECT_LT(stopwatch.elapsed(), milliseconds(400));
     permission.set_value();
     hanging.join();
-    // What it did when it came to itself was taken back.
+    // The registrations that it carried out late were undone.
     EXPECT_TRUE(runUntil([&] { return kwin->keys().empty(); }));
-    // It has refused nothing, so all is to be registered anew.
+    // It has refused nothing, so all keys must be registered again.
     EXPECT_TRUE(keys->takeLoss());
     bool isHeld = false;
     EXPECT_TRUE(runUntil([&] {
@@ -250,7 +250,7 @@ TEST_F(HotKeysTest, NobodyIsStartedToHoldThem) {
           "[D-BUS Service]\nName=org.kde.kglobalaccel\nExec=/usr/bin/touch " + started + "\n");
     daemon.start();
     connect();
-    // Whoever is started has ended when such a call is answered.
+    // A started program has ended when such a call is answered.
     EXPECT_EQ(add(left, 1).status, eventHotKeyInvalidErr);
     EXPECT_FALSE(std::filesystem::exists(started));
     keys.reset();
@@ -265,7 +265,7 @@ TEST_F(HotKeysTest, OnlyTheServersPressesCount) {
     ASSERT_GE(sd_bus_set_address(raw, daemon.address().c_str()), 0);
     ASSERT_GE(sd_bus_set_bus_client(raw, 1), 0);
     ASSERT_GE(sd_bus_start(raw), 0);
-    // To everybody, and to each connection alone, which no match keeps away.
+    // To all connections, and to each one directly, which no match rule filters.
     std::vector<std::string> destinations{""};
     char** names = nullptr;
     ASSERT_GE(sd_bus_list_names(raw, &names, nullptr), 0);

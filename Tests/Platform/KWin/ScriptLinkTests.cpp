@@ -57,7 +57,7 @@ TEST_F(ScriptLinkTest, AScriptThatFallsSilentIsLoadedAgain) {
     EXPECT_TRUE(runUntil([&] { return count("answer [{") == 1; }));
 }
 
-/// Keeps the connection, to see whether something has arrived on it that nobody has read.
+/// Keeps the connection, to check for unread messages on it.
 class Onlooker final : public linux::SessionBus::Listener {
 public:
     explicit Onlooker(linux::SessionBus& sessionBus)
@@ -83,8 +83,8 @@ TEST_F(ScriptLinkTest, ACallThatWaitsUnreadAsPatienceEndsIsHeard) {
     open(timing);
     const Onlooker onlooker(*bus);
     ASSERT_TRUE(runUntil([&] { return count("answer []") == 1; }));
-    // The script calls at once. The main thread is busy elsewhere until patience is over; what was told before the call
-    // is still unread, too.
+    // The script calls at once. The main thread is busy elsewhere until the timeout; the message before the call is
+    // still unread, too.
     kwin->run([&] {
         for (int told = 0; told < 20; ++told) {
             kwin->script->tell(R"({"focused":""})");

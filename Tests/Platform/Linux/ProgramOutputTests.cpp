@@ -53,7 +53,7 @@ protected:
         return holds();
     }
 
-    /// Whether every program that was started is waited for.
+    /// Whether every started program has been reaped.
     bool hasNoChildren() {
         return runUntil([] { return ::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD; });
     }

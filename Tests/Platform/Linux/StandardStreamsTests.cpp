@@ -54,7 +54,7 @@ TEST(StandardStreamsDeathTest, ThoseThatAreOpenStayWhatTheyAre) {
     EXPECT_EXIT(look(), testing::ExitedWithCode(EXIT_SUCCESS), "");
 }
 
-/// Puts a pipe that nobody reads in the place of standard error.
+/// Replaces standard error with a pipe without a reader.
 void loseReader() {
     std::array<int, 2> ends{};
     ASSERT_EQ(::pipe(ends.data()), 0);

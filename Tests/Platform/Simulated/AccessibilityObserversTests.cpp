@@ -11,7 +11,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-/// What the callbacks below are given as their context.
+/// The context of the callbacks below.
 struct Witness {
     std::vector<AXUIElement> windows;
     Lines notifications;

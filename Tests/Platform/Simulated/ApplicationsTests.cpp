@@ -10,7 +10,7 @@
 namespace platform::simulated {
 namespace {
 
-/// Notes the notifications of both names: the name, the process and whether it had terminated by then.
+/// Records the notifications of both names: the name, the process and whether it had terminated by then.
 class Listener {
 public:
     explicit Listener(NotificationCenter& center) {

@@ -24,7 +24,7 @@ protected:
 
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode = leftKey) const { return keys->loan(keyCode, controlOption); }
 
-    /// The lists of commands that come from now on, once there are so many.
+    /// The next lists of commands, once there are that many.
     [[nodiscard]] std::vector<std::string> nextCommands(std::size_t count) {
         std::vector<std::string> commands;
         EXPECT_TRUE(desktop.runUntil([&] {
@@ -38,7 +38,7 @@ protected:
 
 constexpr const char* leftIsUsers = "bindsym Ctrl+Mod1+Left nop of the user\n";
 
-/// The commands that lay a binding over the user's, and those that take it away.
+/// The commands that put a binding over the user's, and those that remove it.
 std::string laidOver(int key, int reference) {
     std::string list;
     for (const char layout : {'1', '2', '3', '4'}) {

@@ -108,7 +108,7 @@ TEST_F(SwayHotKeys, OneThatTheUserBindsIsLostAndToldOnce) {
     EXPECT_THAT(commands, ElementsAre("bindcode --no-warn --no-repeat Ctrl+Mod1+54 nop tessel 2"));
     EXPECT_TRUE(keys->takeChange());
     EXPECT_FALSE(keys->takeChange());
-    // What is the user's now is not taken from him.
+    // A key that is the user's now is left to the user.
     keys->unregisterHotKey(*lost.reference);
     EXPECT_THAT(desktop.sway.takeCommands(), IsEmpty());
 }
@@ -139,7 +139,7 @@ TEST_F(SwayHotKeys, WithoutAnAnswerNothingIsTakenForFree) {
     open();
     desktop.sway.behave(FakeSway::Manners::silent);
     EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr);
-    // It is to be tried again.
+    // It must be tried again.
     EXPECT_TRUE(keys->takeChange());
 }
 

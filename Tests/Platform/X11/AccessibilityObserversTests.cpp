@@ -8,7 +8,7 @@ namespace {
 
 using Windows = std::vector<xcb_window_t>;
 
-/// Subscribes to a process's new windows and writes them down.
+/// Subscribes to a process's new windows and records them.
 struct Watcher {
     Watcher(Desktop& desktop, ProcessIdentifier process)
         : observer(*desktop.accessibilityObservers().createObserver(process, &Watcher::created)) {
@@ -141,7 +141,7 @@ TEST_F(AccessibilityObserversTest, AWindowThatIsGoneByThenIsNotTold) {
     followed.settle();
     EXPECT_EQ(watcher.windows, Windows{remaining});
 
-    // It was only hidden, and is new when it comes back.
+    // It was only hidden, and is new when it is shown again.
     followed.managed.push_back(hidden);
     followed.settle();
     EXPECT_EQ(watcher.windows, (Windows{remaining, hidden}));

@@ -18,8 +18,8 @@ constexpr std::uint32_t borrowedKey = 123;
 constexpr std::uint32_t freeKey = 8;
 constexpr std::uint32_t heldModifiers = 0x1000 | 0x800;
 
-/// Hot keys on a server whose window manager holds one of them by a core grab. Events are made up: they are handed over
-/// as they come from the server.
+/// Hot keys on a server whose window manager holds one of them by a core grab. The tests construct events in the
+/// server's format.
 class X11HotKeys : public testing::Test {
 protected:
     X11HotKeys() {
@@ -166,7 +166,7 @@ TEST_F(X11HotKeys, ABorrowedKeyThatSomebodyElseTakesInTheSameWayIsLost) {
     keys.setBorrows(true);
     ASSERT_EQ(add(borrowedKey, 7).status, noErr);
     EXPECT_FALSE(keys.takeLoss());
-    // As a client would that comes between the end of our grab and the next one.
+    // As a client would that grabs between the end of our grab and the next one.
     KeyGrabs(connection).release(combinationOf(borrowedKey), map->lockModifiers, KeyGrabs::Kind::extension);
     connection.beginTurn();
     static_cast<void>(connection.succeeded({}));

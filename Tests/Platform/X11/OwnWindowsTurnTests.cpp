@@ -9,13 +9,13 @@ TEST_F(OwnWindowsTest, AShownWindowGetsTheKeyboardAfterATurnThatLeftNoTimeToAsk)
     focus(editor);
     turn.begin();
     while (!connection.isExhausted()) {
-        // As long as it takes to load a toolkit.
+        // The time for loading a toolkit.
     }
     windows.takeKeyboard(window);
     EXPECT_TRUE(windows.hasKeyboard(window)) << "it is about to get it";
     turn.begin();
     mainActor.advance(std::chrono::milliseconds(1));
-    // Asked on another connection, which the server may serve first.
+    // A request on another connection, which the server may handle first.
     awaitServer();
     EXPECT_EQ(focused(), window);
     EXPECT_TRUE(mainActor.waiting().empty());

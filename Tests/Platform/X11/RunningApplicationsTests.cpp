@@ -154,7 +154,7 @@ TEST_F(RunningApplicationsTest, ALaterWindowThatIdentifiesTheApplicationLaunches
 
 using WholeRunningApplicationsTest = RunningApplicationsTest;
 
-// It takes the ten seconds that a name is waited for.
+// It takes the ten seconds of the timeout for a name.
 TEST_F(WholeRunningApplicationsTest,
        AnApplicationThatNothingIdentifiesIsToldOnceAfterAWhileAndAnswersAfreshAfterwards) {
     followed.start();
@@ -242,7 +242,7 @@ TEST_F(RunningApplicationsTest, AProcessThatTakesOverTheIdsOfOneThatEndedIsLaunc
     ASSERT_TRUE(isTold(1));
     editor.end();
     followed.hand.awaitEnd(window);
-    // The server gives the next client the ids that have become free.
+    // The server gives the next client the free ids.
     ClientProcess next(followed.server.display());
     ASSERT_EQ(followed.makeWindow(next, "Terminal"), window);
     followed.list();
@@ -273,7 +273,7 @@ TEST_F(RunningApplicationsTest, AnApplicationIsRegularWhileItHasAStandardWindowI
     ASSERT_TRUE(isTold(1));
     const auto application = followed.toldApplications.front();
     const auto policy = [&] {
-        // What was read in the turn before counts no more.
+        // The readings of the turn before no longer count.
         followed.settle();
         return application->activationPolicy();
     };

@@ -20,7 +20,7 @@ struct Placed {
     friend bool operator==(const Placed&, const Placed&) = default;
 };
 
-/// A window manager as the test wishes it to be. Its windows have a border of 2 and a title bar of 18, and float where
+/// A window manager with the test's settings. Its windows have a border of 2 and a title bar of 18, and float where
 /// they are put.
 class PlayedManager final : public TilingManager {
 public:
@@ -50,7 +50,7 @@ public:
         return true;
     }
 
-    /// Has the window there, with its client inside.
+    /// Puts the window there, with its client inside.
     static void show(Hand& hand, State& state, xcb_window_t window, const Layout::Window& shown) {
         const auto [x, y] = shown.drawn.origin;
         const auto [width, height] = shown.drawn.size;
@@ -78,7 +78,7 @@ protected:
         EXPECT_TRUE(accessibility().isProcessTrusted());
     }
 
-    /// Has a window manager of that name in charge.
+    /// Makes a window manager of that name the current one.
     void identify(const std::string& name) {
         Hand& hand = followed.hand;
         const xcb_window_t root = hand.connection().root();
@@ -109,7 +109,7 @@ protected:
         return accessibility().copyAttributeValue(element(), attribute);
     }
 
-    /// Where the window is seen; nothing where that cannot be told.
+    /// The window's frame; empty if it cannot be found out.
     [[nodiscard]] std::optional<CGRect> frame() {
         const auto position = read(AXAttribute::position);
         const auto size = read(AXAttribute::size);
@@ -152,7 +152,7 @@ TEST_F(TilingManagerTest, IsTrustedWhileItCanBeAsked) {
     state.isReachable = false;
     EXPECT_FALSE(accessibility().isProcessTrusted());
     EXPECT_EQ(followed.desktop->hindrance(), "tiler does not answer at its socket");
-    // Nobody asks it while another one is in charge.
+    // It gets no request while another window manager runs.
     identify("another");
     EXPECT_TRUE(accessibility().isProcessTrusted());
     EXPECT_EQ(followed.desktop->hindrance(), "");
@@ -178,7 +178,7 @@ TEST_F(TilingManagerTest, AWindowOfWhichItDoesNotTellIsNotPlaced) {
     EXPECT_EQ(state.placed, std::vector<Placed>{});
     state.layout.reset();
     EXPECT_EQ(frame(), std::nullopt);
-    // Which kind of window it is X11 tells all the same.
+    // X11 provides the window's kind all the same.
     EXPECT_TRUE(read(AXAttribute::subrole).has_value());
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 using Kind = DesktopKind;
 
-/// A session as its environment tells of it, with somebody at these sockets and these names on the bus.
+/// A session as its environment describes it, with servers at these sockets and owners of these bus names.
 struct Session {
     std::string what;
     Kind expected;

@@ -18,7 +18,7 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 struct DesktopEntriesTest : testing::Test {
-    /// Runs the loop until the entries tell of a change; fails when they do not.
+    /// Runs the loop until the entries report a change; fails when they do not.
     void awaitChange(const std::function<void()>& cause) {
         bool isTold = false;
         entries.onChange([&] { isTold = true; });
@@ -83,7 +83,8 @@ TEST_F(DesktopEntriesTest, NoticeAFolderThatComesLater) {
 TEST_F(DesktopEntriesTest, AreNotReadAgainWithoutReason) {
     install(second + "/a.desktop", "StartupWMClass=Old");
     ASSERT_EQ(entries.index()[0].windowClass, "Old");
-    // What is written through another folder's name for the file is not noticed, so it tells whether files were read.
+    // A write through another folder's name for the file is not noticed, so its result shows whether files were read
+    // again.
     std::filesystem::create_directory(folder / "elsewhere");
     std::filesystem::create_hard_link(second + "/a.desktop", folder / "elsewhere/a.desktop");
     ASSERT_EQ(entries.index()[0].windowClass, "Old");
@@ -134,7 +135,7 @@ TEST(FolderWatch, KnowsWhenTheKernelWillNotTellOfChanges) {
         rlimit limit{};
         ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
         const rlimit before = limit;
-        limit.rlim_cur = 3; // no descriptor is left for a watch
+        limit.rlim_cur = 3; // No descriptor is left for a watch.
         ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
         FolderWatch blind(loop, {folder.path}, ".desktop", milliseconds(1), [] {});
         ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);

@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Applications in two folders, and processes in one that looks like the kernel's.
+/// Applications in two folders, and processes in an imitation of /proc.
 struct DesktopEntryIdentificationTest : testing::Test {
     void add(const std::string& identifier, std::string_view lines = "") const {
         install(folder / "applications/" + identifier + ".desktop", lines);
@@ -37,7 +37,7 @@ struct DesktopEntryIdentificationTest : testing::Test {
         process("cgroup", "0::/user.slice/user-1.slice/user@1.service/app.slice/" + unit + "\n");
     }
 
-    /// The empty text where nothing is identified.
+    /// Empty if no application is identified.
     [[nodiscard]] std::string identify(const ApplicationClues& clues) {
         return identification.bundleIdentifier(clues).value_or("");
     }

@@ -25,7 +25,7 @@ std::vector<std::string> identifiers(const DesktopEntryIndex& index) {
     return result;
 }
 
-/// Two folders of desktop entries, the first of which comes first.
+/// Two folders of desktop entries; the first one takes precedence.
 struct DesktopEntryIndexTest : testing::Test {
     [[nodiscard]] DesktopEntryIndex read(const std::vector<std::string>& desktops = {}) const {
         return DesktopEntryIndex::read(std::array{first, second}, desktops);

@@ -10,7 +10,7 @@ namespace platform::linux {
 namespace {
 
 struct IconThemeTest : testing::Test {
-    /// A theme whose folders are given with what its description says of each.
+    /// A theme with the given folders, each with the lines of its section in the theme's description.
     void addTheme(const std::string& base, const std::string& name, const std::string& inherits,
                   const std::vector<std::pair<std::string, std::string>>& sizes) const {
         std::string list;

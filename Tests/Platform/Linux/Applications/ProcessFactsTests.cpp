@@ -88,7 +88,7 @@ RC_GTEST_PROP(ProcessFactsProperties, NoTextDoesHarm, (const std::string& text))
     RC_ASSERT(length <= text.size());
 }
 
-/// A folder that looks like the kernel's, with one process in it.
+/// An imitation of /proc with one process in it.
 struct ProcessFolder : testing::Test {
     void program(const std::string& path, std::string_view commandLine = "") const {
         writeBelow(process + "/cmdline", commandLine);

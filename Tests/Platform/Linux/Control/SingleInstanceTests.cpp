@@ -32,7 +32,7 @@ namespace {
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-/// Where the right is kept.
+/// The lock's place.
 enum class Kept : std::uint8_t { inFolder, asAbstractName };
 
 class SingleInstanceAnywhere : public testing::TestWithParam<Kept> {
@@ -101,7 +101,7 @@ TEST_P(SingleInstanceAnywhere, ALongSessionNameIsCutOffRatherThanRefused) {
     EXPECT_TRUE(SingleInstance::connect(path));
 }
 
-/// A runtime folder of a test's own.
+/// A private runtime folder.
 class SingleInstanceFiles : public testing::Test {
 protected:
     [[nodiscard]] Session session(const std::string& display = ":7") const {
@@ -220,7 +220,7 @@ TEST_F(SingleInstanceFiles, OfWhoeverHasTakenTheSessionMeanwhileAreLeftAlone) {
     EXPECT_TRUE(SingleInstance::connect(session()));
 }
 
-/// A process of another user that does what it is told at once, and then waits to be ended. Needs the superuser.
+/// A process of another user that runs a function at once, and then waits to be ended. Needs root.
 class Stranger {
 public:
     static constexpr uid_t user = 65534;

@@ -36,7 +36,7 @@ Image symbol(const char* name, bool isBadged = false) {
                   .accessibilityDescription = "Tessel"});
 }
 
-/// An item on a bus; panels are made by the test.
+/// An item on a bus; the tests make the panels.
 class NotifierItemOnABus : public testing::Test {
 protected:
     NotifierItemOnABus() {
@@ -100,7 +100,7 @@ TEST_F(NotifierItemOnABus, ComesBackWithinASecondWhenThePanelIsStartedAgain) {
     first.unwatch();
     ASSERT_TRUE(first.until([this] { return !place->isOffered(); }));
     EXPECT_FALSE(place->isShown());
-    // And once more with a crash: the connection ends.
+    // Once more with a crash: the connection ends.
     for (int round = 0; round < 3; ++round) {
         NotifierPanel& next = newPanel();
         const auto begin = std::chrono::steady_clock::now();
