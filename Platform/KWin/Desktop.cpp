@@ -25,8 +25,8 @@ std::string Desktop::hindrance() {
 }
 
 bool Desktop::isTrusted() {
-    // Keys that were lost are made known by a moment without trust: all are then registered anew, and what somebody
-    // else holds is found to be so.
+    // A moment without trust makes lost keys known: all are then registered again, and those that another program holds
+    // fail.
     return compositor::Desktop::isTrusted() && !hotKeys.takeLoss();
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* componentPath = "/component/org_corvid_Tessel";
 
-/// KGlobalAccel::SetPresent and NoAutoloading: it is in use, and the key given here counts.
+/// KGlobalAccel::SetPresent and NoAutoloading: the action is active, and the given key applies.
 constexpr std::uint32_t registerFlags = 2U | 4U;
 
 /// The order of the texts, as in KGlobalAccel::actionIdFields.
@@ -28,7 +28,7 @@ int appendKeys(sd_bus_message* message, const KeySequences& keys) {
     return result < 0 ? result : sd_bus_message_close_container(message);
 }
 
-/// A call that starts nobody; null without a bus.
+/// A call without D-Bus activation; null without a bus.
 linux::OwnedMessage newAccelCall(sd_bus* bus, const char* path, const char* interface, const char* method) {
     sd_bus_message* raw = nullptr;
     if (bus == nullptr || sd_bus_message_new_method_call(bus, &raw, GlobalAccel::name, path, interface, method) < 0) {
@@ -97,7 +97,8 @@ bool GlobalAccel::takeTimeout() {
 }
 
 bool GlobalAccel::isOlderThanOwnChange(sd_bus_message* signal) const {
-    // Messages of one sender arrive in the order of their numbers, and a change is signalled before it is answered.
+    // Serial numbers give the order of one sender's messages. The signal of a change is sent before the reply to the
+    // change.
     const char* sender = sd_bus_message_get_sender(signal);
     std::uint64_t number = 0;
     return sender != nullptr && changedBy == sender && sd_bus_message_get_cookie(signal, &number) >= 0 &&
@@ -115,7 +116,7 @@ GlobalAccel::Answer<bool> GlobalAccel::registerKey(const AccelAction& action, st
     if (!granted) {
         return std::unexpected(NoAnswer{});
     }
-    // Up to Plasma 6.5, a key that another program has is left out of what was granted.
+    // Up to Plasma 6.5, the granted keys exclude a key of another program.
     const KeySequences keys = readKeys(granted.get());
     return !keys.empty() && keys.front().front() == key;
 }
@@ -186,7 +187,7 @@ linux::OwnedMessage GlobalAccel::answerTo(const linux::OwnedMessage& question) {
     const int result = left.count() > 0
                            ? sd_bus_call(bus, question.get(), static_cast<std::uint64_t>(left.count()), nullptr, &reply)
                            : -ETIMEDOUT;
-    // A server that is too busy to answer, as at login, has refused nothing.
+    // A server that is too busy to reply, as at login, has refused nothing.
     timedOut = timedOut || result == -ETIMEDOUT;
     return result < 0 ? nullptr : linux::OwnedMessage(reply);
 }

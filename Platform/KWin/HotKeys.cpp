@@ -17,11 +17,11 @@ constexpr const char* componentTitle = "Tessel";
 
 constexpr const char* keyMatch = "type='signal',sender='org.kde.kglobalaccel',path='/component/org_corvid_Tessel',"
                                  "interface='org.kde.kglobalaccel.Component'";
-// Sent when the system's settings have changed the keys of a program, whichever it is.
+// Emitted when the system's settings have changed the keys of any program.
 constexpr const char* settingsMatch = "type='signal',sender='org.kde.kglobalaccel',path='/kglobalaccel',"
                                       "interface='org.kde.KGlobalAccel',member='yourShortcutsChanged'";
 
-/// No more presses than this wait to be acted on.
+/// The limit for pending presses.
 constexpr std::size_t mostPresses = 64;
 
 } // namespace
@@ -46,7 +46,7 @@ HotKeys::~HotKeys() {
         clearLeftovers();
         loans.giveBackAll();
     }
-    // Waited for, behind all that was given back: when this program has ended, the keys are free.
+    // Waits, after everything that was removed, so that the keys are free when this program has ended.
     accel.cleanUp();
 }
 
@@ -107,7 +107,7 @@ const AccelAction* HotKeys::lender(std::int32_t key) const {
 }
 
 bool HotKeys::takeLoss() {
-    // Of a server that did not answer in time, all are to be registered anew.
+    // If a server did not reply in time, all keys must be registered again.
     const bool isTimedOut = accel.takeTimeout();
     return std::exchange(keyWasLost, false) || isTimedOut;
 }
@@ -129,7 +129,7 @@ void HotKeys::busLeft() {
     keySignals.reset();
     settingsSignals.reset();
     owner.forget();
-    // Whoever is there next knows nothing of our keys, whatever it is called.
+    // The next server does not know our keys, whatever its name.
     server = "-";
 }
 
@@ -187,7 +187,7 @@ int HotKeys::settingsSignalled(sd_bus_message* signal, void* data, sd_bus_error*
         if (!isGivenAway) {
             continue;
         }
-        // Registered anew, ours comes after the one that was changed, so that gets the presses, as its user wanted.
+        // Registered again, our action comes after the changed one, which then gets the presses, as its user wanted.
         self.keyWasLost = true;
         if (self.borrows) {
             self.reassigned.emplace_back(registered.key, *changed);
@@ -198,7 +198,7 @@ int HotKeys::settingsSignalled(sd_bus_message* signal, void* data, sd_bus_error*
 }
 
 void HotKeys::keyPressed(const char* action) {
-    // A key that is held repeats its press without a release between.
+    // A held key repeats its press without a release in between.
     if (std::exchange(heldAction, action) == action || pressedActions.size() >= mostPresses) {
         return;
     }

@@ -21,26 +21,27 @@
 
 namespace platform::kwin {
 
-/// Global hot keys through KGlobalAccel (org.kde.KGlobalAccel), which KWin holds on Wayland and a program of its own on
-/// X11. The keys stand in the system's settings under the program's name while they are registered, and are taken out
-/// of there again: after the program has ended nothing holds them.
+/// Global hot keys through KGlobalAccel (org.kde.KGlobalAccel), which is part of KWin on Wayland and a program of its
+/// own on X11. The system's settings list the keys under the program's name while they are registered, and no longer:
+/// after the program has ended nothing holds them.
 ///
-/// KGlobalAccel knows letters, not places: a key is what an American layout has at its place.
+/// KGlobalAccel identifies keys by their symbol, not by position: a key is the symbol that an American layout has at
+/// its position.
 ///
-/// That of Plasma up to 6.5 refuses a key that another program has. That of Plasma 6.7 grants it to both, and tells
-/// only the one that registered first of its presses. To whom a key goes is therefore asked for; one that goes to
-/// another program counts as held by somebody else, everywhere.
+/// Up to Plasma 6.5, KGlobalAccel refuses a key that another program has. Plasma 6.7's grants it to both, and sends
+/// presses only to the one that registered first. So this class asks who gets a key's presses; a key whose presses go
+/// to another program counts as held, with every version.
 ///
-/// A borrowed key is taken out of the list of its holder's action in the system's settings (see `KeyLoans`) and put
-/// back when it is not registered any more, when this ends, and after the next start of a program that was killed. A
-/// key that the user gives to another program meanwhile stays there until the consent is given anew. Main thread only.
+/// A borrowed key is removed from the list of its holder's action in the system's settings (see `KeyLoans`). It is put
+/// back when it is no longer registered, when this ends, and at the next start after a program was killed. A key that
+/// the user gives to another program meanwhile stays there until a new consent. Main thread only.
 class HotKeys final : public linux::HandledHotKeys, private linux::SessionBus::Listener {
 public:
-    /// What the user reads in the system's settings beside a combination (Carbon key code and modifiers).
+    /// The text for a combination (Carbon key code and modifiers) in the system's settings.
     using Naming = std::function<std::string(std::uint32_t keyCode, std::uint32_t modifiers)>;
 
-    /// Everything has to outlive this. Registering waits for the bus's answers. `loans` is the absolute path of the
-    /// note of what is borrowed; nothing is without one.
+    /// All arguments must outlive this. Registering waits for the bus's replies. `loans` is the absolute path of the
+    /// note of borrowed keys; without one, none is borrowed.
     HotKeys(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Naming naming,
             std::optional<std::string> loans = std::nullopt, linux::Log log = linux::logToStandardError);
     /// Gives all keys back.
@@ -50,25 +51,25 @@ public:
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
 
-    /// A consent that is given once more is a new one.
+    /// A repeated consent counts as a new one.
     void setBorrows(bool consent) override;
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
 
     [[nodiscard]] bool borrowingChangesSettings() const override { return true; }
 
-    /// The action that a combination is borrowed from; null where it is not.
+    /// The action that a combination is borrowed from; null if it is not borrowed.
     [[nodiscard]] const AccelAction* lender(std::int32_t key) const;
 
-    /// What is to be done before the handler is told of a press. Each press has a time of its own.
+    /// Runs before the handler gets a press. Each press has a time limit of its own.
     void setBeforePress(std::function<void()> work) { beforePress = std::move(work); }
 
-    /// Whether a key was lost since this was last asked: held by somebody else when KGlobalAccel was started anew,
-    /// given to another program in the system's settings, or not answered for in time.
+    /// Whether a key was lost since the last check: another program held it when KGlobalAccel restarted, the system's
+    /// settings gave it to another program, or a reply timed out.
     [[nodiscard]] bool takeLoss();
 
 private:
     struct Registered {
-        /// What KGlobalAccel calls it.
+        /// Its name in KGlobalAccel.
         std::string action;
         std::string title;
         std::int32_t key = 0;
@@ -86,11 +87,11 @@ private:
     void renew();
     void actOnPresses();
 
-    /// Registers, and borrows where that is needed and wanted.
+    /// Registers a key, and borrows it if that is needed and allowed.
     [[nodiscard]] OSStatus take(const Registered& registered);
     [[nodiscard]] OSStatus establish(const Registered& registered);
     void clearLeftovers();
-    /// Gives back, in a later turn, what is borrowed and not registered by then.
+    /// Gives back, in a later turn, the keys that are borrowed but not registered by then.
     void settleLater();
     void settle();
     void keepReassigned();
@@ -103,12 +104,12 @@ private:
     GlobalAccel accel;
     KeyLoans loans;
     bool borrows = false;
-    /// Refused, and to be had by borrowing.
+    /// Refused, but can be borrowed.
     std::set<std::int32_t> lendable;
     /// Keys that the user has just given to other actions.
     std::vector<std::pair<std::int32_t, AccelAction>> reassigned;
     linux::NameOwner owner;
-    /// Whose keys ours are; empty while nobody's are.
+    /// The server that has our keys; empty without one.
     std::string server;
     bool areLeftoversCleared = false;
     linux::OwnedSlot keySignals;
@@ -116,7 +117,7 @@ private:
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
     std::function<void()> beforePress;
-    /// The one whose key is down since its press was told.
+    /// The hot key that has been down since its reported press.
     std::string heldAction;
     std::deque<std::string> pressedActions;
     bool keyWasLost = false;

@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 using platform::AXError;
 namespace AXAttribute = platform::AXAttribute;
 
-/// Runs `meanwhile` in the 0.4 s after a rule was applied, then advances the clock.
+/// The 0.4 s after a rule was applied, and the check at their end.
 class AppRulesSettling : public AppRulesTest {
 protected:
     AppRulesSettling() {

@@ -55,8 +55,8 @@ public:
     /// Runs the event loop until the condition holds; false if it does not within some seconds.
     [[nodiscard]] bool runUntil(const std::function<bool()>& condition);
 
-    /// Runs the event loop until every earlier event has had its effect. An unidentified program opens a window, whose
-    /// event comes last: all earlier events have arrived by then.
+    /// Runs the event loop until every earlier event has had its effect: a new program opens a window, whose launch is
+    /// reported last.
     void settle();
 
     /// Runs the event loop until no work is left; stops the test with an exception if it never comes to rest.
