@@ -52,7 +52,7 @@ Other options:
 struct Command {
     std::string_view option;
     Ask::What what;
-    /// What its arguments are called.
+    /// The names of its arguments in the help text.
     std::vector<std::string_view> arguments;
 };
 
@@ -72,7 +72,7 @@ Refuse refuse(std::string_view what) {
     return {"tessel: " + std::string(what) + "; see tessel --help\n"};
 }
 
-/// The raw value of an action's word, which may also be written as in "left-half".
+/// The raw value of an action's word, which may also have the form "left-half".
 std::string rawValueOf(std::string_view word) {
     std::string value;
     bool isStart = false;
@@ -88,7 +88,7 @@ std::string rawValueOf(std::string_view word) {
     return value;
 }
 
-/// The other way around: "left-half" for "leftHalf".
+/// The reverse: "left-half" for "leftHalf".
 std::string wordOf(std::string_view rawValue) {
     std::string word;
     for (const char character : rawValue) {
@@ -114,7 +114,7 @@ std::string wordsOf(const auto& choice) {
     return words;
 }
 
-/// Puts raw values in the place of words.
+/// Replaces words by raw values.
 std::optional<Refuse> settleWords(Ask& ask) {
     if (ask.what == Ask::What::perform) {
         std::string& word = ask.arguments[0];
@@ -161,7 +161,7 @@ Request parse(std::span<const std::string> arguments, const std::string& version
         return Run{};
     }
     std::vector<std::string> words(arguments.begin() + 1, arguments.end());
-    // With a directory it would not have come here; without one it asks for nothing.
+    // `--snapshot` with a directory is handled before this; without one it is ignored.
     if (words.back() == "--snapshot") {
         words.pop_back();
         if (words.empty()) {

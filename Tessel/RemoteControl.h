@@ -8,20 +8,20 @@
 
 namespace tessel {
 
-/// Answers what is asked from outside, out of the program's state and on the desktop in force. Main thread only.
+/// Answers requests from other processes, from the program's state and on the current desktop. Main thread only.
 ///
-/// An action asked for is like a press of its shortcut: while the program is switched off or is not allowed to move
-/// windows, it is refused. Unlike a press, one without a window is answered instead of beeped at. A request on another
-/// thread stops the process.
+/// A requested action is like a press of its shortcut: while the program is switched off or is not allowed to move
+/// windows, it is refused. Unlike a press, an action without a window gets an error reply instead of a beep. A request
+/// on another thread stops the process.
 class RemoteControl final : public platform::ControlRequests {
 public:
     struct Surroundings {
         std::string version;
-        /// The kind of desktop, as in "X11"; the window manager may be replaced by one of another kind.
+        /// The kind of desktop, as in "X11"; another kind of window manager may replace the present one.
         std::function<std::string()> backend;
-        /// What keeps windows from being moved while that is so, as part of a sentence; empty where nobody can say.
+        /// The reason why windows cannot be moved, while that is so, as part of a sentence; empty if it is unknown.
         std::function<std::string()> hindrance;
-        /// A warning for the user while windows can be moved, in the same form. May be left out.
+        /// A warning for the user while windows can be moved, in the same form. Optional.
         std::function<std::string()> caution = {};
         /// Shows the program to the user.
         std::function<void()> open;
@@ -32,7 +32,7 @@ public:
     /// A rule's identifier is no longer than a file's name (NAME_MAX on Linux).
     static constexpr std::size_t longestIdentifier = 255;
 
-    /// More rules than this are not taken from outside.
+    /// Requests from outside cannot add more rules than this.
     static constexpr std::size_t mostRules = 1000;
 
     /// `state` must outlive this.

@@ -15,7 +15,7 @@ namespace tessel {
 
 namespace {
 
-/// What a panel calls: on another thread it stops the process.
+/// A panel calls this: on another thread it stops the process.
 std::function<void()> onMainThread(std::function<void()> action) {
     return [action = std::move(action)] {
         corvid::assumeIsolated({.file = "Tessel/StatusMenu", .line = __LINE__}, action);
@@ -30,7 +30,7 @@ StatusMenu::StatusMenu(AppState& state, platform::StatusItem& item, Ways ways)
     , ways(std::move(ways)) {
     update();
     changes = state.objectWillChange().subscribe([this] {
-        // Told before the change.
+        // Notified before the change.
         platform::current().mainActor.post([this, watch = lifetime.watch()] {
             if (!watch.isOver()) {
                 update();
@@ -43,7 +43,7 @@ void StatusMenu::update() {
     const platform::Localization& localization = platform::current().localization;
     const bool isEnabled = state.isEnabled();
     std::string text = statusText(state.status(), state.rules().size(), localization);
-    // A panel reads the whole menu again when it is told of a new one.
+    // A panel reads the whole menu again after each new one.
     const bool isReplaced = platform::current().thisApplication.isReplaced();
     if (shownSwitch == isEnabled && shownText == text && showsReplacement == isReplaced) {
         return;

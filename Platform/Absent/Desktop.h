@@ -15,8 +15,8 @@
 #include <optional>
 #include <string>
 
-/// A desktop that is not there: nothing runs, nothing is shown, and whatever is asked for is refused. So that nobody
-/// has to ask first whether there is one.
+/// A missing desktop: no application runs, nothing is shown, and every request is refused. So callers need no check for
+/// a desktop.
 namespace platform::absent {
 
 class Accessibility final : public platform::Accessibility {
@@ -73,7 +73,7 @@ public:
     void unregisterHotKey(EventHotKeyRef /*reference*/) override {}
 };
 
-/// Windows that stand where the desktop puts them, as nobody can be asked about it.
+/// Windows at the positions that the desktop chooses, because no request can be made.
 class OwnWindows final : public platform::OwnWindows {
 public:
     explicit OwnWindows(Protocol spoken)

@@ -8,11 +8,11 @@
 
 namespace platform::compositor {
 
-/// Windows and applications as the door tells of them. While it is closed there is nothing to be read or written, and
-/// no trust.
+/// Windows and applications as the door reports them. While it is closed there is nothing to read or write, and no
+/// trust.
 class Accessibility final : public linux::WindowAccessibility<WindowIdentifier> {
 public:
-    /// `askForTrust` tells whether the desktop lets us work.
+    /// `askForTrust` returns whether the desktop allows us to move windows.
     Accessibility(Door& door, Turn& turn, Placement& placement, std::function<bool()> askForTrust);
 
     [[nodiscard]] bool isProcessTrusted() override;

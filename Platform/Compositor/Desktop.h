@@ -18,9 +18,9 @@
 
 namespace platform::compositor {
 
-/// All that is done through a door, put together. A desktop of one kind of compositor derives from this, brings its
-/// door and its hot keys, and adds what else it has. It keeps the table and the door in a base class that comes before
-/// this one, so that they live for longer.
+/// Everything that works through a door, in one object. A desktop for one kind of compositor derives from this,
+/// provides its door and its hot keys, and adds its other parts. It keeps the table and the door in a base class before
+/// this one, so that they live longer.
 class Desktop : public linux::Desktop {
 public:
     void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) override;
@@ -45,12 +45,12 @@ protected:
     /// All three outlive this.
     Desktop(linux::MainLoop& mainLoop, WindowTable& table, Door& door);
 
-    /// Begins a new turn, with its own reading and its own time, within one of the event loop: before each of several
-    /// presses that arrive together.
+    /// Begins a new turn, with its own reading and its own deadline, within one of the event loop: before each of
+    /// several presses that arrive together.
     void beginTurn();
 
-    /// Whether windows can be placed now. A desktop whose hot keys were lost says no once, so that they are registered
-    /// anew.
+    /// Whether windows can be placed now. If hot keys were lost it returns false once, so that they are registered
+    /// again.
     [[nodiscard]] virtual bool isTrusted() { return table.isOpen(); }
 
 private:

@@ -9,11 +9,11 @@
 
 namespace platform::compositor {
 
-/// What is read of the compositor in one turn of the event loop: the table is brought up to date when it is first
-/// needed, and all waiting of the turn together ends at one deadline. Main thread only.
+/// The reading of the compositor's state in one turn of the event loop: the table is brought up to date at its first
+/// use, and all waiting of the turn ends at one deadline. Main thread only.
 class Turn {
 public:
-    /// How long a turn may wait in all, from its first question on.
+    /// The limit for a turn's waiting, from its first request on.
     static constexpr std::chrono::milliseconds patience{250};
 
     Turn(const WindowTable& windows, Door& door, const MainActor& mainActor)
@@ -21,7 +21,7 @@ public:
         , door(door)
         , mainActor(mainActor) {}
 
-    /// A new turn: what was read is read again, and there is time again.
+    /// Starts a new turn: the state is read again, with a new deadline.
     void begin() {
         isRead = false;
         end.reset();
@@ -30,7 +30,7 @@ public:
     /// The table as it is in this turn; null while the door is closed.
     [[nodiscard]] const WindowTable* table();
 
-    /// When the turn's time is used up.
+    /// The end of the turn's time.
     [[nodiscard]] Instant deadline();
 
     [[nodiscard]] bool isExhausted() { return mainActor.now() >= deadline(); }

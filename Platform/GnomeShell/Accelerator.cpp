@@ -69,7 +69,7 @@ std::optional<std::string> accelerator(std::uint32_t keyCode, std::uint32_t modi
     if ((modifiers & ~known) != 0) {
         return std::nullopt;
     }
-    // XKB counts as the X protocol does, which leaves the first eight numbers out.
+    // XKB numbers keys as the X protocol does, which leaves out the first eight numbers.
     constexpr std::uint32_t firstKeyOfX = 8;
     std::array<char, 8> digits{};
     const auto [end, error] =

@@ -50,7 +50,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
     , holders(mainLoop, link)
     , topBar(mainLoop, link, Ground::table, folders.icons.string())
     , bell(link) {
-    // So that the first question for trust has an answer.
+    // So that the first check for trust has a result.
     link.await(mainLoop.now() + ShellLink::longestWait);
 }
 

@@ -14,12 +14,12 @@ namespace {
 constexpr const char* extensionsInterface = "org.gnome.Shell.Extensions";
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 
-// How the shell counts the states of an extension (gnome-shell, js/misc/extensionUtils.js, ExtensionState).
+// The shell's states of an extension (gnome-shell, js/misc/extensionUtils.js, ExtensionState).
 constexpr double stateError = 3;
 constexpr double stateOutOfDate = 4;
 constexpr double stateEnabled = 1;
 
-/// Goes through a dictionary from names to values: `take` reads the value of a type that it knows and says so.
+/// Iterates over a dictionary from names to values: `take` reads a value of a type that it knows and returns true.
 template <typename Take>
 void readDictionary(sd_bus_message* message, const Take& take) {
     if (sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "{sv}") <= 0) {
@@ -42,7 +42,7 @@ void readDictionary(sd_bus_message* message, const Take& take) {
 
 } // namespace
 
-/// What comes from the shell; `data` is the extension.
+/// The shell's messages; `data` is the extension.
 struct Extension::Answers {
     static Extension& self(void* data) { return *static_cast<Extension*>(data); }
 
@@ -193,8 +193,8 @@ void Extension::openTheWay() {
     case State::notLoaded:
     case State::refused:
     case State::unfit:
-        // The shell switches on only what it knows: that is for the program's next start.
-        // Where that fails there is nobody to tell: what is missing is known anyway.
+        // The shell enables only extensions that it knows, so this takes effect at the program's next start. A failure
+        // is ignored, because the missing requirement is reported anyway.
         static_cast<void>(files.install(shellVersion));
         nextRevision = files.nextRevision();
         break;
@@ -221,7 +221,7 @@ void Extension::call(const char* interface, const char* method, const char* argu
     sd_bus_message_set_auto_start(raw, 0);
     if (sd_bus_message_append(raw, "s", argument) >= 0 &&
         (second == nullptr || sd_bus_message_append(raw, "s", second) >= 0)) {
-        // The shell may be asked anew how the extension stands while the way is being opened.
+        // Opening the door may request the extension's state from the shell again.
         auto& slot = handler == &Answers::generalSwitchTold || handler == &linux::ignoreReply ? opening : question;
         slot = linux::send(link.connection(), raw, handler, this);
     }

@@ -10,25 +10,24 @@
 
 namespace platform::gnomeshell {
 
-/// How our extension stands with the shell, and the way to have it work. The shell is asked whenever the extension
-/// comes or goes, and nothing is waited for; the user's copy of it is kept from being older than this program. Main
-/// thread only.
+/// The state of our extension in the shell, and the steps to make it work. The shell is asked without waiting whenever
+/// the extension appears or disappears; the user's copy is kept up to date with this program. Main thread only.
 class Extension final : private ShellLink::Listener {
 public:
     enum class State : std::uint8_t {
-        /// The shell has not said yet, or there is no shell.
+        /// The shell has not replied yet, or there is no shell.
         unknown,
         working,
-        /// The shell has it, and it is off.
+        /// The shell has it, and it is disabled.
         switchedOff,
-        /// The shell does not know it, or knows another version of it: extensions are read when the session begins, so
-        /// the user has to log out and in.
+        /// The shell does not know it, or knows another version of it: the shell loads extensions when the session
+        /// begins, so the user has to log out and in.
         notLoaded,
-        /// The shell refuses to run it, for one because it is newer than the extension.
+        /// The shell refuses to run it, for example because the shell is newer than the extension supports.
         refused,
-        /// It runs and does nothing, for the shell lacks something that it uses.
+        /// It runs and does nothing, because the shell lacks a function that it uses.
         unfit,
-        /// It runs and serves another program, which has this one's name on the bus.
+        /// It runs and serves another program, which owns this one's name on the bus.
         servesAnother,
     };
 
@@ -37,21 +36,21 @@ public:
 
     [[nodiscard]] State state() const;
 
-    /// While it does not work: what is missing, and what the user can do about it, as part of a sentence in English,
-    /// without a full stop. Else empty.
+    /// While it does not work: the missing requirement, and what the user can do about it, as part of a sentence in
+    /// English, without a full stop. Else empty.
     [[nodiscard]] std::string hindrance() const;
 
-    /// While it works: that the shell has yet to load this program's version of it, or that it was not tried on a shell
-    /// as new as this. In the same form; empty where all is as it should be.
+    /// While it works: a notice that the shell has not loaded this program's version of it yet, or that it was not
+    /// tested on a shell as new as this. In the same form; empty without a notice.
     [[nodiscard]] std::string caution() const;
 
-    /// Switches the extension on where the shell has it. Where it does not, or has one that does not run, puts the
-    /// extension into the user's home: the shell has it from the next login on. Where the user has all extensions
-    /// switched off, shows that switch.
+    /// Enables the extension if the shell has it. If the shell does not have it, or has one that does not run, copies
+    /// the extension into the user's home: the shell loads it at the next login. If the user has disabled all
+    /// extensions, shows that switch.
     ///
-    /// A request that comes first, before the extension has worked in this process, is the program's own as it starts.
-    /// It leaves an extension off that has worked for this user before: since then somebody has switched it off. All
-    /// other requests are the user's.
+    /// The first request, before the extension has worked in this process, is the program's own at its start. It leaves
+    /// an extension disabled that has worked for this user before, because the user has disabled it since. All other
+    /// requests are the user's.
     void switchOn();
 
 private:
@@ -62,7 +61,7 @@ private:
 
     void told(std::string_view /*signal*/, sd_bus_message* /*message*/) override {}
 
-    /// Asks the shell for its version, and then what it knows of the extension.
+    /// Requests the shell's version, and then the extension's state.
     void ask();
     void takeVersion(sd_bus_message* answer);
     void takeState(sd_bus_message* answer);
@@ -70,12 +69,12 @@ private:
     void call(const char* interface, const char* method, const char* argument, const char* second,
               sd_bus_message_handler_t handler);
 
-    /// Whether the next session will have another version of the extension than this one has.
+    /// Whether the next session will have another version of the extension than this one.
     [[nodiscard]] bool isOutdated() const;
 
-    /// The shell's answer.
+    /// The shell's reply.
     struct Known {
-        /// Nothing where the shell has no such extension.
+        /// Empty if the shell has no such extension.
         std::optional<double> state;
         std::string revision;
     };
@@ -85,10 +84,10 @@ private:
     ExtensionRecord record;
     std::string shellVersion;
     std::optional<Known> known;
-    /// As last seen among the files.
+    /// As last read from the files.
     std::optional<std::string> nextRevision;
     bool isWanted = false;
-    /// Nobody has been asked yet, and the extension has not worked in this process.
+    /// There was no request yet, and the extension has not worked in this process.
     bool isStarting = true;
     bool isWantedByTheUser = false;
     linux::OwnedSlot question;

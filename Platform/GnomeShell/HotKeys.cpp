@@ -9,7 +9,7 @@ namespace platform::gnomeshell {
 
 namespace {
 
-/// The two booleans of an answer; nothing where none came in time, false for both where it is an error.
+/// The two booleans of a reply; empty after a timeout, false for both after an error.
 std::optional<std::pair<bool, bool>> booleansIn(const ShellLink::Answer& answer, const char* types) {
     if (!answer && answer.error().name.empty()) {
         return std::nullopt;
@@ -90,7 +90,7 @@ void HotKeys::opened(const Hello& /*hello*/, bool isNew) {
     for (auto& [number, registered] : registrations) {
         registered.isConfirmed = false;
     }
-    // Not within the connection's own work: answers are waited for.
+    // Not inside the connection's own callbacks, because this waits for replies.
     confirmAt(mainLoop.now(), {});
 }
 
@@ -144,7 +144,7 @@ void HotKeys::confirm() {
             continue;
         }
         const std::optional<Hold> hold = take(number, registered.accelerator);
-        // One that was refused is not asked for again: its loss is told, and then all are registered anew.
+        // A refused key is not requested again: its loss is reported, and then all keys are registered again.
         registered.isConfirmed = hold.has_value();
         registered.isBorrowed = hold == Hold::borrowed;
         wasLost = wasLost || hold == Hold::refused || hold == Hold::lendable;

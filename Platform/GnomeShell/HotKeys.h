@@ -14,12 +14,12 @@
 
 namespace platform::gnomeshell {
 
-/// Global hot keys that the shell holds for us. It knows of all its own keys, so a combination that one of them has is
-/// refused, or borrowed from the shell: the extension looks at every press of such a key whether it is ours, and
-/// follows the shell's settings. With the link, it gives all of them back.
+/// Global hot keys that the shell holds for us. It knows its own keys, so a combination that one of them has is
+/// refused, or borrowed from the shell: the extension checks every press of such a key, and follows the shell's
+/// settings. When the link ends, the extension gives all of them back.
 class HotKeys final : public linux::HandledHotKeys, private ShellLink::Listener {
 public:
-    /// How long after a busy shell has not answered it is asked again for its keys.
+    /// The delay before a repeated request to a shell that was too busy to reply.
     static constexpr Duration untilRetry = std::chrono::milliseconds(500);
 
     /// Presses are handled in a later turn of the loop. Loop and link must outlive the hot keys.
@@ -34,8 +34,8 @@ public:
 
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
 
-    /// Whether a hot key was lost since this was last asked: held by somebody else when it was to be renewed, or no
-    /// longer lent.
+    /// Whether a hot key was lost since the last check: another holder had it when it was renewed, or the shell no
+    /// longer lends it.
     [[nodiscard]] bool takeLoss();
 
 private:
@@ -46,7 +46,7 @@ private:
         Carbon carbon;
         std::string accelerator;
         EventHotKeyID name;
-        /// Whether the shell has said that the key is ours. One that is too busy to answer has refused nothing.
+        /// Whether the shell has confirmed that the key is ours. A shell that is too busy to reply has refused nothing.
         bool isConfirmed = false;
         bool isBorrowed = false;
     };
@@ -54,7 +54,7 @@ private:
     /// The shell's answer to a request for a key.
     enum class Hold : std::uint8_t {
         refused,
-        /// Refused, but to be had by borrowing.
+        /// Refused, but can be borrowed.
         lendable,
         free,
         borrowed,
@@ -64,24 +64,24 @@ private:
     void closed() override;
     void told(std::string_view signal, sd_bus_message* message) override;
 
-    /// Asks for a key, and with consent borrows one that is not free; nothing where no answer came in time.
+    /// Requests a key, and with consent borrows one that is not free; empty if the reply timed out.
     [[nodiscard]] std::optional<Hold> take(std::uint32_t number, const std::string& accelerator);
-    /// Asks for all keys that are not confirmed, and later again for those that still are not.
+    /// Requests all unconfirmed keys, and later repeats the request for those that are still unconfirmed.
     void confirm();
     void confirmAt(Instant time, Duration tolerance);
     void press(std::uint32_t number);
 
     linux::MainLoop& mainLoop;
     ShellLink& link;
-    /// By the numbers under which the extension knows them.
+    /// By the extension's numbers for them.
     std::map<std::uint32_t, Registered> registrations;
     std::uint32_t lastNumber = 0;
     bool wasLost = false;
     bool borrows = false;
-    /// Refused, and to be had by borrowing.
+    /// Refused, but can be borrowed.
     std::set<Carbon> lendable;
     std::unique_ptr<ScheduledWork> confirmation;
-    /// Work that outlives the hot keys finds nothing here.
+    /// Calls that outlive the hot keys find null here.
     std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);
 };
 

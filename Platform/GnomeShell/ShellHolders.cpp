@@ -38,7 +38,7 @@ std::vector<std::string> textsIn(const Json& object, const char* name) {
 }
 
 int appendCombinations(sd_bus_message* message, const std::vector<corvid::Shortcut>& shortcuts) {
-    // XKB counts as the X protocol does, which leaves the first eight numbers out.
+    // XKB numbers keys as the X protocol does, which leaves out the first eight numbers.
     constexpr std::uint32_t firstKeyOfX = 8;
     int result = sd_bus_message_open_container(message, SD_BUS_TYPE_ARRAY, "(uu)");
     for (const corvid::Shortcut& shortcut : shortcuts) {
@@ -82,7 +82,7 @@ private:
         return 0;
     }
 
-    /// In a turn of its own: the connection is also read while something else waits for it.
+    /// In a turn of its own, because the connection is also read while other code waits for it.
     void goOnWith(std::string answer) {
         next =
             holders.mainLoop.schedule(holders.mainLoop.now(), {}, [this, answer = std::move(answer)] { take(answer); });

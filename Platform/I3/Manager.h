@@ -11,12 +11,12 @@
 
 namespace platform::i3 {
 
-/// i3, which is asked over its socket. One connection, made as it is needed and kept; where it breaks, as when i3
-/// restarts, the next question makes another one, to where i3 says on the display that it listens. Nothing is listened
-/// to in between: X11 tells of all that happens.
+/// Sends requests to i3 over its socket. There is one connection, opened when it is needed and kept. After a broken
+/// connection, as when i3 restarts, the next request opens another one, to the socket that i3 names on the display. No
+/// events are subscribed: X11 reports all changes.
 class Manager final : public x11::TilingManager {
 public:
-    /// `clock` has to outlive this.
+    /// `clock` must outlive this.
     explicit Manager(const MainActor& clock)
         : clock(clock) {}
 
@@ -27,8 +27,8 @@ public:
     bool place(x11::Connection& display, xcb_window_t window, const corvid::CGRect& frame) override;
 
 private:
-    /// The answer; nothing where there was none in time, or one that makes no sense. That ends the connection: an
-    /// answer that comes later must not be taken for another question's.
+    /// The reply; empty after a timeout or for a malformed reply. Both close the connection: a late reply must not be
+    /// taken for another request's.
     [[nodiscard]] std::optional<sway::Json> ask(x11::Connection& display, sway::MessageType type,
                                                 std::string_view payload);
     [[nodiscard]] bool open(x11::Connection& display);

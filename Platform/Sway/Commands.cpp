@@ -7,7 +7,7 @@ namespace platform::sway {
 
 namespace {
 
-/// As a number of the command language. Coordinates far beyond any screen would not be understood.
+/// A number in the command language. The compositor cannot parse coordinates far beyond any screen.
 std::string number(double value) {
     constexpr double farthest = 1 << 20;
     return std::to_string(std::lround(std::isfinite(value) ? std::clamp(value, -farthest, farthest) : 0));
@@ -22,8 +22,8 @@ bool isPlain(char character) {
            (character >= '0' && character <= '9') || character == ' ';
 }
 
-/// A character of UTF-8 is one byte or more; a dot stands for any of them where the expression is for bytes, and for
-/// the whole where it is for characters.
+/// A character of UTF-8 is one byte or more; a dot matches any of these bytes if the expression is for bytes, and the
+/// whole character if it is for characters.
 bool continuesCharacter(char character) {
     return (static_cast<unsigned char>(character) & 0xc0U) == 0x80U;
 }
@@ -38,7 +38,7 @@ std::string placingCommands(const corvid::CGRect& frame) {
 std::string placingCommands(const compositor::WindowIdentifier& window, const corvid::CGRect& frame,
                             const std::string& hiddenWorkspace) {
     std::string commands = "[con_id=" + window + "] " + placingCommands(frame);
-    // A name that cannot be quoted cannot be told either.
+    // A name that cannot be quoted cannot be sent either.
     if (!hiddenWorkspace.empty() && hiddenWorkspace.find_first_of("\"\\\n") == std::string::npos) {
         commands += ", move container to workspace \"" + hiddenWorkspace + "\"";
     }

@@ -38,7 +38,7 @@ bool Desktop::isTrusted() {
 }
 
 void Desktop::sessionClosed() {
-    // It closes its connections first and takes its socket along then.
+    // It closes its connections first and removes its socket then.
     end = mainLoop.schedule(mainLoop.now() + patienceAfterLeaving, endingLeeway, [this] {
         std::error_code ignored;
         endAfter(std::filesystem::exists(socketPath, ignored) ? patience - patienceAfterLeaving : Duration::zero());
@@ -53,7 +53,7 @@ void Desktop::endAfter(Duration delay) {
 }
 
 void Desktop::sessionTold(EventType type, const Json& /*content*/) {
-    // Presses that arrive together have each a turn's time of their own.
+    // Presses that arrive together have a deadline of their own each.
     if (type == EventType::binding) {
         beginTurn();
     }

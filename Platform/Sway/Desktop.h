@@ -17,7 +17,7 @@
 
 namespace platform::sway {
 
-/// What has to be there before and after all that is done through the door.
+/// Parts that live longer than everything that uses the door.
 struct DesktopParts {
     DesktopParts(linux::MainLoop& mainLoop, const std::string& socketPath);
 
@@ -26,17 +26,18 @@ struct DesktopParts {
     Door door;
 };
 
-/// A sway desktop. It is taken for gone when nobody has listened at its socket for a while, and then ends the loop.
+/// A sway desktop. If nothing has listened at its socket for some time, the desktop counts as gone, and this ends the
+/// loop.
 class Desktop final : private DesktopParts, public compositor::Desktop, private Session::Follower {
 public:
-    /// A compositor that is started anew, as by a supervisor, listens at the same socket before this is over.
+    /// A compositor that a supervisor restarts listens at the same socket before this is over.
     static constexpr std::chrono::seconds patience{15};
-    /// One that ends as the user leaves takes its socket along. The user may be back soon, with another sway whose
-    /// program would find this one in its place.
+    /// An ending compositor removes its socket when the user logs out. The user may be back soon, with another sway
+    /// whose program would find this one still running.
     static constexpr std::chrono::seconds patienceAfterLeaving{2};
 
-    /// `socketPath`: where sway listens, as the environment says (SWAYSOCK). Opens the door at once if it is there,
-    /// else when it comes.
+    /// `socketPath`: sway's socket, from the environment (SWAYSOCK). Opens the door at once if it is there, else when
+    /// it appears.
     Desktop(linux::MainLoop& mainLoop, const std::string& socketPath);
 
     [[nodiscard]] std::string_view name() const override { return "sway"; }
@@ -48,8 +49,8 @@ public:
     [[nodiscard]] ShortcutHolders* shortcutHolders() override { return &holders; }
 
 private:
-    /// Keys that the configuration has taken or given back are made known by a moment without trust: everything is then
-    /// registered anew, and what is taken is found to be so.
+    /// A moment without trust makes keys known that the configuration has taken or given back: everything is then
+    /// registered again, and taken keys fail.
     [[nodiscard]] bool isTrusted() override;
 
     void sessionOpened() override { end.reset(); }

@@ -10,7 +10,7 @@ namespace platform::sway {
 
 namespace {
 
-/// Words that a person finds in what sway logs.
+/// Readable words for a person who reads sway's log.
 constexpr std::string_view commandPrefix = "nop tessel ";
 /// The command of such a binding when the keys are released. It is no press.
 constexpr std::string_view releaseCommand = "nop tessel released";
@@ -68,7 +68,7 @@ HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::u
     const OSStatus status = isOurs ? eventHotKeyExistsErr : bind(registered, lastReference + 1);
     if (status != noErr) {
         if (loan(keyCode, modifiers) == HotKeyLoan::possible) {
-            // A program that was killed has left those that it had borrowed.
+            // A program that was killed has left its borrowed keys.
             unbind(bindingsOver(*combination, true));
         }
         return {.status = status, .reference = std::nullopt};
@@ -166,12 +166,12 @@ std::vector<HotKeys::Binding> HotKeys::bindingsOver(const HotKeyCombination& com
 OSStatus HotKeys::bind(Registered& registered, std::uint64_t reference) {
     registered.bindings.clear();
     if (!session.isOpen()) {
-        // Bound once there is somebody to do it.
+        // Bound as soon as the compositor is available.
         return noErr;
     }
     const ConfiguredBindings* present = configured();
     if (present == nullptr) {
-        // Whose it is cannot be told now, and is to be asked again.
+        // The holder cannot be found out now, so this is checked again later.
         hasChanged = true;
         return eventHotKeyExistsErr;
     }
@@ -253,7 +253,7 @@ bool HotKeys::runInDefaultMode(const std::vector<std::string>& commands) {
         MessageType::runCommand,
         isElsewhere ? "mode \"default\"; " + list + "; mode \"" + std::string(mode) + "\"" : list, deadline);
     if (!results) {
-        // A compositor that is too busy to answer has refused nothing.
+        // A compositor that is too busy to reply has refused nothing.
         return true;
     }
     const std::size_t first = isElsewhere ? 1 : 0;

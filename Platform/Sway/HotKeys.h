@@ -15,26 +15,25 @@
 
 namespace platform::sway {
 
-/// Global hot keys as bindings that do nothing, made while sway runs (sway(5), "bindcode"), of whose use an event
-/// tells.
+/// Global hot keys as bindings without effect, made while sway runs (sway(5), "bindcode"); an event reports each press.
 ///
-/// A binding that is there already would be replaced without a word, so the configuration is read first, and what it
-/// binds stays the user's. Bindings of keys by number hold in every layout, and locks do not matter to them. Reading
-/// the configuration again makes sway forget them; they are then made anew. A program that ends without taking them
-/// back leaves keys that do nothing, until it starts again or the configuration is read again.
+/// sway would silently replace an existing binding, so the configuration is read first, and its keys stay the user's.
+/// Bindings by key code hold in every layout, and ignore locks. When sway reloads the configuration it forgets them;
+/// they are then made again. A program that ends without removing them leaves keys without effect, until it starts
+/// again or the configuration is reloaded.
 ///
 /// A borrowed key is bound once for each layout ("Group1+"). For sway these are other bindings than the user's, which
-/// stay as they are, and come before those that name no layout (sway/input/keyboard.c, get_active_binding; measured
-/// with 1.7). Where the user's own hold, as on a locked screen, ours do not, and the user's act. Lines that name a
-/// layout or a keyboard come before ours or would be replaced: these are not lent. sway keeps bindings whose program is
-/// gone; who is to take those away that are borrowed is told of them.
+/// stay unchanged, and take precedence over those that name no layout (sway/input/keyboard.c, get_active_binding;
+/// measured with 1.7). Where only the user's own hold, as on a locked screen, the user's act. Lines that name a layout
+/// or a keyboard would take precedence over ours or be replaced by them: these are not lent. sway keeps the bindings of
+/// a dead program; `LastCommands` gets the commands that remove the borrowed ones.
 class HotKeys final : public linux::HandledHotKeys, private Session::Follower {
 public:
-    /// Told the list of commands that takes away what is borrowed, before it grows and after it shrinks; empty where
-    /// there is nothing.
+    /// Receives the list of commands that removes the borrowed bindings, before it grows and after it shrinks; empty if
+    /// there are none.
     using Leave = std::function<void(const std::string& commands)>;
 
-    /// `session` has to outlive this.
+    /// `session` must outlive this.
     explicit HotKeys(Session& session, Includes includes = includedFiles, Leave leave = [](const std::string&) {});
     ~HotKeys() override;
 
@@ -46,16 +45,16 @@ public:
 
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
 
-    /// Whether registering everything anew would come out otherwise since this was last asked: the configuration has
-    /// been read again, and uses one of ours now, no longer one that was refused or borrowed, or in another way.
+    /// Whether a new registration would have another result, since the last check: the configuration has been reloaded,
+    /// and now uses one of our keys, no longer uses one that was refused or borrowed, or uses it in another way.
     [[nodiscard]] bool takeChange();
 
-    /// The lines of the configuration that have a shortcut, as it was last read.
+    /// The lines of the configuration with a shortcut, as last read.
     [[nodiscard]] KeyUse useOf(const corvid::Shortcut& shortcut) const;
 
 private:
     struct Binding {
-        /// As commands name them: "Group1+Ctrl+Mod1+113".
+        /// In the format of commands: "Group1+Ctrl+Mod1+113".
         std::string keys;
         bool isOnRelease = false;
     };
@@ -63,7 +62,7 @@ private:
     struct Registered {
         HotKeyCombination combination;
         EventHotKeyID name;
-        /// Those that are made of it; none while there is nobody to make them, or the user has the keys.
+        /// Its bindings; none while the compositor is unavailable, or the user has the keys.
         std::vector<Binding> bindings;
         bool isBorrowed = false;
     };
@@ -73,7 +72,7 @@ private:
         bool isLendable = false;
     };
 
-    /// Those that are laid over the user's own.
+    /// The bindings over the user's own.
     [[nodiscard]] static std::vector<Binding> bindingsOver(const HotKeyCombination& combination, bool isOnRelease);
     [[nodiscard]] static std::vector<std::string> unbindingCommands(const std::vector<Binding>& bindings);
 
@@ -83,27 +82,27 @@ private:
     void sessionIsQuiet() override {}
 
     void handlePress(const Json& content);
-    /// Binds everything anew after sway has forgotten it.
+    /// Makes all bindings again after sway has forgotten them.
     void renew();
     [[nodiscard]] OSStatus bind(Registered& registered, std::uint64_t reference);
     void unbind(const Registered& registered);
     void unbind(const std::vector<Binding>& bindings);
     void setLeft(const HotKeyCombination& combination, std::string commands);
-    /// Bindings are made in the mode that is entered, and ours belong to the default one. Whether all succeeded.
+    /// Bindings are made in the current mode, and ours belong to the default one. Returns whether all succeeded.
     [[nodiscard]] bool runInDefaultMode(const std::vector<std::string>& commands);
-    /// What the configuration binds; nothing if sway does not tell.
+    /// The configuration's bindings; empty if sway does not report them.
     [[nodiscard]] const ConfiguredBindings* configured();
 
     Session& session;
     Includes includes;
     Leave leave;
-    /// Nothing until it is asked for.
+    /// Empty until the first request.
     std::optional<ConfiguredBindings> bound;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
-    /// What the configuration bound when it was to be registered, by its text.
+    /// The configuration's bindings of the refused combinations, by the combination's text.
     std::map<std::string, Refused> refused;
-    /// The commands that take away what is borrowed, by its text.
+    /// The commands that remove the bindings of each borrowed combination, by the combination's text.
     std::map<std::string, std::string> left;
     bool hasChanged = false;
     bool borrows = false;

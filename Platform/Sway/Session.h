@@ -12,11 +12,11 @@
 
 namespace platform::sway {
 
-/// The way to a compositor that speaks the IPC of i3: one connection to ask, another one to be told. Where one of them
-/// breaks, both are closed, and opened again after a pause. Main thread only.
+/// The connections to a compositor that uses i3's IPC: one for requests, another one for events. If one of them breaks,
+/// both are closed, and opened again after a pause. Main thread only.
 class Session {
 public:
-    /// Told in the main loop; may ask.
+    /// Notified in the main loop; may send requests.
     class Follower {
     public:
         Follower() = default;
@@ -26,23 +26,23 @@ public:
 
         virtual void sessionOpened() = 0;
         virtual void sessionClosed() = 0;
-        /// An event of this type, with what it brought.
+        /// An event of this type, with its contents.
         virtual void sessionTold(EventType type, const Json& content) = 0;
-        /// The events that had come are told.
+        /// All events that had arrived have been reported.
         virtual void sessionIsQuiet() = 0;
     };
 
-    /// How long all asking may take in one turn of the loop.
+    /// The limit for all waiting in one turn of the loop.
     static constexpr std::chrono::milliseconds patience{250};
     static constexpr std::chrono::seconds untilRetry{1};
 
-    /// `path`: of the compositor's socket. Nothing is opened yet.
+    /// `path`: of the compositor's socket. Opens nothing yet.
     Session(linux::MainLoop& mainLoop, std::string path);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
     ~Session() = default;
 
-    /// Has to outlive this.
+    /// Must outlive this.
     void follow(Follower& told) { followers.push_back(&told); }
 
     /// Opens it, now if the compositor is there, else as soon as it is.
@@ -50,14 +50,14 @@ public:
 
     [[nodiscard]] bool isOpen() const;
 
-    /// Until when all that is asked in this turn of the loop may wait.
+    /// The deadline of all requests in this turn of the loop.
     [[nodiscard]] Instant deadline();
 
-    /// Asks and waits for the answer. Nothing if it has not come by then, or is not JSON. An answer that comes later is
-    /// thrown away. With a deadline that has passed it only asks.
+    /// Sends a request and waits for the reply. Empty if it has not come in time, or is not JSON. A late reply is
+    /// discarded. With a deadline in the past it only sends the request.
     [[nodiscard]] std::optional<Json> ask(MessageType type, std::string_view payload, Instant deadline);
 
-    /// Runs a list of commands; whether all were carried out. See `ask`.
+    /// Runs a list of commands; returns whether all succeeded. See `ask`.
     bool run(std::string_view commands, Instant deadline);
 
 private:
@@ -66,15 +66,15 @@ private:
         Connection events;
         std::unique_ptr<linux::DescriptorWatch> requestsWatch;
         std::unique_ptr<linux::DescriptorWatch> eventsWatch;
-        /// How many answers are still to come that nobody waits for any more.
+        /// The number of pending replies that will be discarded.
         int answersOwed = 0;
     };
 
     void open();
     [[nodiscard]] bool subscribe(Connection& connection);
-    /// Closes in a turn of its own: whoever asks must not find himself told meanwhile.
+    /// Closes in a turn of its own, because a caller must not be notified during its request.
     void closeSoon();
-    /// The answer to the last question, those before thrown away.
+    /// The reply to the last request, after all earlier ones have been discarded.
     [[nodiscard]] std::optional<Message> awaitAnswer(Instant deadline);
     void close();
     void serveEvents();

@@ -26,7 +26,7 @@ QString translated(std::string_view key, const char* variant = nullptr) {
     return QCoreApplication::translate("Tessel", std::string(key).c_str(), variant);
 }
 
-/// The comment of those translations that fit what is missing.
+/// The comment of the translations for the missing requirement.
 const char* permissionVariant() {
     switch (platform::current().accessibility.requirement()) {
     case AccessRequirement::permission:
@@ -102,7 +102,7 @@ void MenuState::refreshSoon() {
     if (refreshIsPending) {
         return;
     }
-    // Told before the change; in the next turn it is there.
+    // Notified before the change; the new value is there in the next turn.
     refreshIsPending = true;
     platform::current().mainActor.post([this, watch = lifetime.watch()] {
         if (!watch.isOver()) {
@@ -176,7 +176,7 @@ QString MenuState::lendableShortcuts() const {
     for (const WindowAction action : state.shortcutsOnLoan(platform::HotKeyLoan::possible)) {
         shortcuts.append(QString::fromStdString(shortcutText(action.shortcut())));
         const auto holder = state.shortcutHolders().find(action);
-        // Each line of a configuration is a place of its own, and the card is short.
+        // Each line of a configuration is a holder of its own, and the card is short.
         const QString name = holder == state.shortcutHolders().end()
                                  ? QString()
                                  : QString::fromStdString(holder->second.heldBy).section(", ", 0, 0);
@@ -234,7 +234,7 @@ QString MenuState::permissionButton() const {
         return QCoreApplication::translate("CorvidKit", "Open System Settings");
     case AccessRequirement::extensionSwitchedOn:
         return translated("Turn on");
-    // No page of a desktop's settings gives it a window manager.
+    // No page of a desktop's settings installs a window manager.
     case AccessRequirement::windowManager:
     case AccessRequirement::compositor:
     case AccessRequirement::extensionLoaded:

@@ -26,7 +26,7 @@ using platform::linux::MainLoop;
 using platform::linux::SessionBus;
 using Opened = std::expected<std::unique_ptr<platform::linux::Desktop>, std::string>;
 
-/// How a desktop of one kind is known, and how it is opened.
+/// The condition for a desktop of one kind, and its construction.
 struct Candidate {
     DesktopKind kind;
     bool (*isThere)(const SessionFacts& facts);
@@ -51,7 +51,7 @@ bool isX11(const SessionFacts& facts) {
     return !facts.isWayland() && !facts.display.empty();
 }
 
-/// Adds the sources of the holders of taken shortcuts, by the window manager's name for itself.
+/// Adds the sources of the holders of taken shortcuts, by the window manager's name.
 void addHolders(platform::x11::Desktop& desktop, MainLoop& mainLoop, SessionBus& sessionBus) {
     using platform::linux::SettingsFamily;
     struct Family {
@@ -81,7 +81,7 @@ void addHolders(platform::x11::Desktop& desktop, MainLoop& mainLoop, SessionBus&
 
 Opened openX11(MainLoop& mainLoop, SessionBus& sessionBus, const SessionFacts& /*facts*/,
                const ProgramFolders& /*folders*/) {
-    // Window managers come and go while this runs; i3 is asked in its own way whenever it is the one in charge.
+    // Window managers start and end while this runs; i3's manager applies while i3 is the window manager.
     auto opened = platform::x11::Desktop::open(mainLoop, std::make_unique<platform::i3::Manager>(mainLoop));
     if (!opened) {
         return std::unexpected(opened.error());
@@ -90,7 +90,7 @@ Opened openX11(MainLoop& mainLoop, SessionBus& sessionBus, const SessionFacts& /
     return *std::move(opened);
 }
 
-/// What the user reads of a shortcut in the system's settings.
+/// The text for a shortcut in the system's settings.
 std::string titleOf(std::uint32_t keyCode, std::uint32_t modifiers) {
     const corvid::Shortcut wanted{.keyCode = keyCode, .modifiers = modifiers};
     for (const auto& [action, shortcut] : WindowAction::shortcuts()) {
@@ -128,7 +128,7 @@ Opened openNothing(MainLoop& /*mainLoop*/, SessionBus& /*sessionBus*/, const Ses
     return std::unexpected("there is no desktop to work on (neither WAYLAND_DISPLAY nor DISPLAY is set)");
 }
 
-/// The first that is there is the one.
+/// The first candidate whose condition holds is chosen.
 constexpr std::array<Candidate, 6> candidates{{
     {DesktopKind::sway, isSway, openSway},
     {DesktopKind::kwin, isKWin, openKWin},

@@ -13,12 +13,12 @@
 
 namespace tessel {
 
-/// Where the program's own files are that a desktop shows or is given.
+/// The paths of the program's own files that a desktop shows or gets.
 struct ProgramFolders {
     std::filesystem::path icons;
     /// The forms of the extension for GNOME Shell.
     std::filesystem::path shellExtension;
-    /// What runs inside KWin.
+    /// The script that runs inside KWin.
     std::filesystem::path kwinScript;
 };
 
@@ -27,17 +27,17 @@ enum class DesktopKind : std::uint8_t {
     kwin,
     gnomeShell,
     x11,
-    /// A Wayland session of a compositor that offers us no way to its windows.
+    /// A Wayland session of a compositor without an interface to its windows for us.
     unsupported,
     /// Nothing shows windows here.
     none,
 };
 
-/// Who places the windows of the session. A plain X11 desktop is taken only where there is no Wayland session.
+/// The placer of the session's windows. A plain X11 desktop is chosen only without a Wayland session.
 [[nodiscard]] DesktopKind desktopKind(const SessionFacts& facts);
 
-/// The desktop of the session; loop and bus have to outlive it. One that we have no way to is not an error: the program
-/// runs on it, and says what is missing. The error is a sentence for the user.
+/// The desktop of the session; loop and bus must outlive it. A desktop without a backend is not an error: the program
+/// runs on it, and reports the missing requirement. The error is a sentence for the user.
 [[nodiscard]] std::expected<std::unique_ptr<platform::linux::Desktop>, std::string>
 openDesktop(platform::linux::MainLoop& mainLoop, platform::linux::SessionBus& sessionBus, const SessionFacts& facts,
             const ProgramFolders& folders);

@@ -73,7 +73,7 @@ void openPopover() {
 
 /// Runs the program until it ends. `next`: the program to become then, if any.
 int runUntilTheEnd(std::optional<std::string>& next) {
-    // Opened first: an upgrade may put another build's file in its place later.
+    // Opened first, because an upgrade may later replace the file by another build's.
     platform::linux::PluginFile plugin(menuPlugin());
     platform::linux::MainLoop mainLoop;
     mainLoop.endOnTerminationSignals();
@@ -88,7 +88,7 @@ int runUntilTheEnd(std::optional<std::string>& next) {
         std::puts("tessel: already running in this session");
         return EXIT_SUCCESS;
     }
-    // Made before the desktop, to be dropped after it: who waits for the end waits until the keys are free again.
+    // Created before the desktop and destroyed after it: a process that waits for this end must find the keys free.
     platform::linux::ControlSocket controlSocket(mainLoop, *instance);
 
     platform::linux::DesktopEntries entries(mainLoop);
@@ -172,10 +172,10 @@ int runUntilTheEnd(std::optional<std::string>& next) {
                                                        state.objectWillChange(), menuBarSymbol(state));
         statusMenu.emplace(state, menuBar->statusItem(), StatusMenu::Ways{.open = openPopover, .quit = quit});
         programFile.onChange([&statusMenu] { statusMenu->update(); });
-        // Subscribers are told before a change; the new status is there in the next turn.
+        // Subscribers are notified before a change; the new status is there in the next turn.
         statusReport = state.objectWillChange().subscribe([&] {
             mainLoop.post([&state, &toldStatus] {
-                // Who does not read what is told would have the program wait in the end.
+                // Only changes are sent: a service manager that reads nothing would block the program in the end.
                 if (std::string line = lineFor(state); line != toldStatus) {
                     platform::linux::notifyStatus(line);
                     toldStatus = std::move(line);
