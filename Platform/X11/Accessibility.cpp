@@ -20,7 +20,7 @@ bool Accessibility::isProcessTrusted() {
     return askForTrust();
 }
 
-// X11 has nobody to ask: a window manager is there or it is not.
+// X11 has no permission to request: the window manager is there or it is not.
 bool Accessibility::isProcessTrustedWithPrompt() {
     return askForTrust();
 }
@@ -45,7 +45,7 @@ std::expected<std::vector<xcb_window_t>, AXError> Accessibility::windows(Process
     if (root == nullptr) {
         return std::unexpected(AXError::cannotComplete);
     }
-    // Windows that are known to be another process's need not be asked.
+    // No request is needed for windows that are known to belong to another process.
     std::vector<xcb_window_t> clients = root->clients;
     std::erase_if(clients, [&](xcb_window_t client) {
         const ManagedWindow* known = managedWindows.find(client);
@@ -85,7 +85,7 @@ std::expected<corvid::CGRect, AXError> Accessibility::frame(const xcb_window_t& 
     const RootFacts* root = turn.root();
     const auto present = facts(window);
     const WindowFacts* framed = present ? turn.windowWithFrame(window) : nullptr;
-    // A window that has not come to rest in time has no frame that could be told.
+    // A window that has not come to rest in time has no reliable frame.
     if (framed == nullptr || root == nullptr || connection.isExhausted()) {
         return std::unexpected(present ? AXError::cannotComplete : present.error());
     }

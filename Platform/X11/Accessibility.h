@@ -10,11 +10,11 @@
 namespace platform::x11 {
 
 /// Windows and applications as the X server and the window manager know them. An application is a process that owns
-/// windows. Trust means that a window manager is in charge and can place windows on request.
+/// windows. Trust means that a window manager runs and can place windows on request.
 class Accessibility final : public linux::WindowAccessibility<xcb_window_t> {
 public:
-    /// `askForTrust` tells whether the desktop lets us work.
-    /// `managedWindows` may know the owner of a window without asking.
+    /// `askForTrust` returns whether the desktop allows us to move windows. `managedWindows` may know the owner of a
+    /// window without a request.
     Accessibility(Connection& connection, Turn& turn, Placement& placement, const ManagedWindows& managedWindows,
                   std::function<bool()> askForTrust);
 

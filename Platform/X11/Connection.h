@@ -16,23 +16,23 @@
 
 namespace platform::x11 {
 
-/// The whole of what may be waited for in one turn of the event loop.
+/// The limit for all waiting in one turn of the event loop.
 inline constexpr std::chrono::milliseconds turnBudget{250};
 
-/// The same before the loop turns for the first time. Where a session begins, everybody asks the server for something.
+/// The limit before the loop runs. When a session begins, all programs send requests to the server.
 inline constexpr std::chrono::seconds startBudget{10};
 
-/// What can be sent at once without waiting for the server to read, if it has read most of what came before: the
-/// buffers in between hold some 200 KiB.
+/// The number of bytes that can be sent without waiting for the server, if it has read most of the earlier ones: the
+/// buffers in between are some 200 KiB.
 inline constexpr std::size_t largestBurst = std::size_t{64} << 10U;
 
-/// One connection to an X server: requests, replies within a time limit, and the events that came meanwhile.
+/// One connection to an X server: requests, replies within a time limit, and the events that arrive meanwhile.
 ///
-/// Main thread only. No wait here is unbounded: a server that is held by somebody else (XGrabServer) must not hold the
-/// main thread. A reply that did not come in time reads as absent and is thrown away when it comes.
+/// Main thread only. Every wait has a limit: a server that another client has grabbed (XGrabServer) must not block the
+/// main thread. A reply that did not come in time reads as absent and is discarded when it comes.
 class Connection {
 public:
-    /// Connects to `display` (empty: the environment's DISPLAY), with the time that a start has. The error is a
+    /// Connects to `display` (empty: the environment's DISPLAY), with the time limit of a start. The error is a
     /// sentence for the user.
     [[nodiscard]] static std::expected<Connection, std::string> open(const std::string& display);
 
@@ -54,65 +54,65 @@ public:
 
     [[nodiscard]] xcb_atom_t atom(Atom name) const { return atoms[name]; }
 
-    /// The connection's descriptor; readable when the server has sent something.
+    /// The connection's descriptor; readable when the server has sent data.
     [[nodiscard]] int descriptor() const { return xcb_get_file_descriptor(connection.get()); }
 
-    /// Whether the server has the extension. What is asked of one that it lacks breaks the connection.
+    /// Whether the server has the extension. A request of an extension that it lacks breaks the connection.
     [[nodiscard]] bool has(xcb_extension_t& extension) const {
         const xcb_query_extension_reply_t* answer = xcb_get_extension_data(connection.get(), &extension);
         return answer != nullptr && answer->present != 0;
     }
 
-    /// Whether the server is gone.
+    /// Whether the connection is broken.
     [[nodiscard]] bool isBroken() const { return xcb_connection_has_error(connection.get()) != 0; }
 
     void flush() { xcb_flush(connection.get()); }
 
     /// Starts a new time limit of `turnBudget`. Called at the beginning of every turn of the event loop; the limit
-    /// begins to run with the turn's first wait, so that a turn that waits for nothing costs no clock reading.
+    /// starts with the turn's first wait, so that a turn without a wait reads no clock.
     void beginTurn() {
         deadline.reset();
         budget = turnBudget;
     }
 
-    /// The same with a time limit of `startBudget`, for what is done before the loop turns.
+    /// The same with a time limit of `startBudget`, for work before the loop runs.
     void beginStart() {
         deadline.reset();
         budget = startBudget;
     }
 
-    /// Whether something was waited for in this turn.
+    /// Whether this turn has waited.
     [[nodiscard]] bool hasWaited() const { return deadline.has_value(); }
 
-    /// Whether the turn's time is used up. No: what had no reply has failed.
+    /// Whether the turn's time is used up. If not, a request without a reply has failed.
     [[nodiscard]] bool isOutOfTime();
 
-    /// Whether the turn's time is used up, or the server does not take what it is sent, so that no answer is to be
-    /// expected.
+    /// Whether the turn's time is used up, or the server does not read requests, so that no reply is to be expected.
     [[nodiscard]] bool isExhausted();
 
-    /// Whether the server has left so much unread that sending more might wait for it, for as long as somebody holds
-    /// it. Whoever sends more than a few requests at once asks before, and sends at most `largestBurst` bytes.
+    /// Whether the server has left so much unread that sending more might block, for as long as another client grabs
+    /// the server. Code that sends more than a few requests at once checks this before, and sends at most
+    /// `largestBurst` bytes.
     [[nodiscard]] bool isBacklogged() const;
 
-    /// The reply to a request, or null where it failed or did not come within the turn's time.
+    /// The reply to a request, or null if it failed or did not come within the turn's time.
     template <typename Reply, typename Cookie>
     [[nodiscard]] Owned<Reply> reply(Cookie cookie) {
         return Owned<Reply>(static_cast<Reply*>(waitForReply(cookie.sequence)));
     }
 
-    /// Whether checked requests without replies have all succeeded, for the price of one wait; nothing where the server
-    /// did not answer within the turn's time.
+    /// Whether checked requests without replies have all succeeded, with a single wait; empty if the server did not
+    /// reply within the turn's time.
     [[nodiscard]] std::optional<bool> succeeded(const std::vector<xcb_void_cookie_t>& cookies);
 
-    /// The next event that has come, or null. Does not wait.
+    /// The next event that has arrived, or null. Does not wait.
     [[nodiscard]] Owned<xcb_generic_event_t> nextEvent();
 
-    /// Whether `nextEvent` would give one without reading from the server.
+    /// Whether `nextEvent` would return an event without reading from the server.
     [[nodiscard]] bool hasPendingEvents();
 
-    /// Waits for an event that `matches`, at most until `limit` and the end of the turn's time, and takes it; false if
-    /// none came. Events that do not match are kept for `nextEvent`.
+    /// Waits for an event that `matches`, at most until `limit` and the end of the turn's time, and removes it; false
+    /// if none came. Events that do not match are kept for `nextEvent`.
     template <typename Predicate>
     [[nodiscard]] bool waitForEvent(Instant limit, Predicate matches) {
         std::size_t seen = 0;
@@ -129,7 +129,7 @@ public:
         }
     }
 
-    /// The time on the clock that counts on while the machine sleeps.
+    /// The time on the clock that continues while the machine is suspended.
     [[nodiscard]] static Instant now();
 
     /// The end of the turn's time.

@@ -17,24 +17,23 @@ namespace platform::x11 {
 
 namespace {
 
-// A new keyboard or layout comes as a burst of notices; one reading after the burst serves them all.
+// A new keyboard or layout causes a burst of events; one reading after the burst serves them all.
 constexpr std::chrono::milliseconds keyboardCalm{50};
-// A window manager announces itself before it has taken its own keys.
+// A window manager announces itself before it has grabbed its keys.
 constexpr std::chrono::milliseconds windowManagerCalm{500};
-// A server that did not answer in time is asked again after this.
+// The delay before a repeated request to a server that did not reply in time.
 constexpr std::chrono::seconds untilNextQuestion{1};
 constexpr std::chrono::milliseconds leeway{10};
 
-/// Asks for all extensions at once, so that the first use of each need not wait.
+/// Queries all extensions at once, so that the first use of each need not wait.
 void prefetchExtensions(Connection& connection) {
     for (xcb_extension_t* extension : {&xcb_xkb_id, &xcb_randr_id, &xcb_res_id, &xcb_input_id}) {
         xcb_prefetch_extension_data(connection.raw(), extension);
     }
 }
 
-/// Whether clients have a reason to send an event of the kind: announcements, where a window manager says that a window
-/// is (ICCCM 4.1.5), and clicks that a panel hands on to its items. All else is believed of the server alone; a key
-/// press above all.
+/// Whether clients may send an event of this kind: a window manager's report of a window's position (ICCCM 4.1.5), and
+/// clicks that a panel forwards to its items. Any other event counts only from the server; a key press above all.
 bool mayBeSent(const xcb_generic_event_t& event) {
     const std::uint8_t kind = eventKind(event);
     return kind == XCB_CLIENT_MESSAGE || kind == XCB_CONFIGURE_NOTIFY || kind == XCB_BUTTON_PRESS;
@@ -68,7 +67,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened, std::unique_ptr<T
     , processes(
           connection, turn, mainLoop, managedWindows, deliveries,
           [this](xcb_window_t window, const ManagedWindow& facts) { observers.windowBecameReady(window, facts); }) {
-    // The second is for whoever announces itself, as a panel does.
+    // The second mask is for clients that announce themselves, such as panels.
     selection.select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     tray.start();
     holders.add({.windowManager = "Openbox", .holders = std::make_unique<OpenboxHolders>(mainLoop, connection)});
@@ -108,13 +107,13 @@ void Desktop::followApplications(linux::ApplicationIdentification& identificatio
     turn.begin();
     connection.beginStart();
     renewGuess();
-    // All at once, so that whoever asks next is given all of them.
+    // All at once, so that the next query returns all of them.
     while (managedWindows.hasWork()) {
         turn.begin();
         connection.beginStart();
         managedWindows.work();
     }
-    // The objects that are made next register keys and look at the screens.
+    // The objects that are created next register keys and read the screens.
     connection.beginStart();
 }
 
@@ -129,7 +128,7 @@ bool Desktop::finishTurn() {
     }
     turn.begin();
     connection.flush();
-    // A broken connection is served as well: that is how the loop comes to know of it.
+    // A broken connection is handled as well: the loop learns of it that way.
     return connection.hasPendingEvents() || managedWindows.hasWork() || connection.isBroken();
 }
 
@@ -148,8 +147,8 @@ void Desktop::serveEvents() {
         turn.begin();
         handle(*event);
         placement.send();
-        // Each event has a turn's time. Others are served before the next one takes its own: behind a window manager
-        // that hangs, many presses may have gathered.
+        // Each event has a turn's time. Other sources get their turn before the next event: behind a hanging window
+        // manager, many presses may be pending.
         hasTime = !connection.hasWaited();
     }
     if (connection.isBroken()) {
@@ -194,7 +193,7 @@ void Desktop::followKeyboardIn(Duration delay) {
             if (!hotKeys.followKeyboard()) {
                 followKeyboardIn(untilNextQuestion);
             } else if (hotKeys.renewBorrowed()) {
-                // Window managers grab their keys anew at such a notice as well, some of them later than this.
+                // Window managers renew their grabs after such an event as well, some of them later than this.
                 renewGrabsSoon();
             }
         });
@@ -202,7 +201,7 @@ void Desktop::followKeyboardIn(Duration delay) {
 }
 
 void Desktop::renewGrabsSoon() {
-    // Begun anew with every notice: what counts is that the window manager has come to rest.
+    // Restarted with every event, because the window manager must have come to rest.
     grabRenewal = mainLoop.schedule(mainLoop.now() + windowManagerCalm, leeway, [this] {
         grabRenewal.reset();
         hotKeys.renew();
@@ -216,8 +215,8 @@ bool Desktop::askForTrust() {
     const bool isTiling = tiling && manager.name == tiling->name();
     hotKeys.renewBorrowed();
     turn.setTilingManager(isTiling ? tiling.get() : nullptr);
-    // Grabs that another program took over are made known by a moment without trust: everything is then registered
-    // anew, and what is still held by somebody else is found to be so.
+    // A moment without trust makes grabs known that another program took over: everything is then registered again, and
+    // held keys fail.
     return manager.supportsPlacement && (!isTiling || tiling->isReachable(connection)) && !hotKeys.takeLoss();
 }
 

@@ -85,7 +85,7 @@ void HotKeys::handle(const xcb_generic_event_t& event) {
 }
 
 void HotKeys::press(const KeyCombination& pressed) {
-    // A key that is held repeats its press without a release between.
+    // A held key repeats its press without a release in between.
     if (heldKey == pressed.keyCode) {
         return;
     }
@@ -150,7 +150,7 @@ bool HotKeys::takeLoss() {
 const KeyboardMap* HotKeys::keyboardMap() {
     if (!keyboard) {
         keyboard = readKeyboardMap(connection);
-        // A server that is too busy to answer has refused nothing.
+        // A server that is too busy to reply has refused nothing.
         grabWasLost = grabWasLost || !keyboard;
     }
     return keyboard ? &*keyboard : nullptr;
