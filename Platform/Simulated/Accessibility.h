@@ -38,33 +38,33 @@ public:
 
     [[nodiscard]] AccessRequirement requirement() const override { return missing; }
 
-    /// Whether the user lets us. While not, every operation fails with `apiDisabled`.
+    /// Whether the user has granted the permission. Without it, every operation fails with `apiDisabled`.
     bool isTrusted = true;
 
-    /// What it would take.
+    /// The missing requirement.
     AccessRequirement missing = AccessRequirement::windowManager;
 
-    /// How often the user was asked.
+    /// The number of prompts.
     [[nodiscard]] int promptCount() const { return prompts; }
 
     /// The number of operations so far.
     [[nodiscard]] std::size_t operationCount() const { return operations; }
 
-    /// Does something to the desktop just before operation number `operation`.
+    /// Runs `change` just before operation number `operation`.
     void interrupt(std::size_t operation, std::function<void()> interruption);
 
-    /// Lets operation number `operation` fail.
+    /// Makes operation number `operation` fail.
     void failOperation(std::size_t operation, AXError error);
 
-    /// Lets the boxing of points or sizes fail from now on.
+    /// Makes the boxing of points or sizes fail from now on.
     bool failsToBoxPoints = false;
     bool failsToBoxSizes = false;
 
-    /// Lets one boxing fail, counted from 0 over points and sizes.
+    /// Makes one boxing fail, counted from 0 over points and sizes.
     void failBoxing(std::size_t boxing) { failingBoxings.insert(boxing); }
 
 private:
-    /// Counts an operation, interrupts it as asked for, and tells why it must not go on (`success` if it may).
+    /// Counts an operation, runs its interruption, and returns the error that stops it (`success` if none).
     AXError begin();
 
     Trace& trace;
