@@ -29,7 +29,7 @@ struct ShortcutHolder {
     struct Keys {
         /// Carbon's mask, as in `corvid::Shortcut`.
         std::uint32_t modifiers = 0;
-        /// The name of the other key, from its label or its position. UTF-8.
+        /// The name of the key that is no modifier, from its label or its position. UTF-8.
         std::string name;
 
         friend bool operator==(const Keys&, const Keys&) = default;

@@ -24,7 +24,7 @@ public:
         friend bool operator==(const Waiting&, const Waiting&) = default;
     };
 
-    /// While it lives, `isMainThread` is false on the thread that made the actor.
+    /// While it lives, `isCurrent` is false on the thread that made the actor.
     class Elsewhere {
     public:
         explicit Elsewhere(MainActor& actor)

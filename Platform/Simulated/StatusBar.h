@@ -30,7 +30,7 @@ public:
     /// The living items, oldest first.
     [[nodiscard]] const std::vector<Item*>& items() const { return alive; }
 
-    /// Those that there are.
+    /// The names of the existing symbols.
     std::set<std::string, std::less<>> symbols{"exclamationmark.triangle.fill", "rectangle.split.2x1",
                                                "uiwindow.split.2x1"};
     /// Whether there is a panel.
