@@ -81,7 +81,7 @@ TEST_F(Deferred, NothingIsStartedBeforeThePopoverIsShown) {
     EXPECT_EQ(toolkit.started(), nullptr);
 }
 
-TEST_F(Deferred, TheFirstShowingStartsTheToolkitAndTellsThePopoverWhatItWasTold) {
+TEST_F(Deferred, TheFirstShowingStartsTheToolkitAndPassesTheEarlierSettingsOn) {
     popover.setContentView(view);
     popover.setBehavior(platform::Popover::Behavior::transient);
     popover.setAnimates(true);

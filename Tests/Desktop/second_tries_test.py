@@ -49,7 +49,7 @@ class SecondTries(unittest.TestCase):
         self.assertEqual(self.status(failures=0), PASSED)
         self.assertEqual(self.traces(), {})
 
-    def test_a_case_that_passes_at_the_second_try_leaves_the_end_of_what_the_first_one_saw(self):
+    def test_a_case_that_passes_at_the_second_try_leaves_the_end_of_the_first_ones_output(self):
         self.assertEqual(self.status(failures=1), PASSED)
         self.assertEqual(list(self.traces()), [NAME])
         lines = self.traces()[NAME].splitlines()

@@ -125,7 +125,7 @@ public:
     ~Drawing() { corvid::Snapshot::isActive = false; }
 };
 
-TEST_F(ShownView, WhatIsUnderThePointerIsHighlightedButNotWhileDrawing) {
+TEST_F(ShownView, TheItemUnderThePointerIsHighlightedButNotWhileDrawing) {
     for (const bool isDrawing : {false, true}) {
         std::optional<Drawing> drawing;
         if (isDrawing) {

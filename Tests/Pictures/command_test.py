@@ -57,7 +57,7 @@ class AskingForPictures(PictureCase):
         self.run_program("--snapshot", self.shots, LANGUAGE="tlh")
         self.assertEqual(sorted(self.digests()), sorted(names("it") + names("en")))
 
-    def test_what_cannot_be_written_is_left_out_in_silence(self):
+    def test_a_picture_that_cannot_be_written_is_left_out_silently(self):
         missing = self.folder / "missing"
         self.assert_silent_success(self.run_program("--snapshot", missing))
         self.assertFalse(missing.exists())

@@ -24,7 +24,7 @@ FONT_SETTINGS = """<?xml version="1.0"?>
 
 
 class SamePictures(PictureCase):
-    def test_the_bytes_are_the_same_whoever_asks(self):
+    def test_the_bytes_are_the_same_for_every_user(self):
         draw(self.shots)
         expected = self.digests()
         self.assertEqual(len(expected), 4)

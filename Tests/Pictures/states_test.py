@@ -64,7 +64,7 @@ class States(unittest.TestCase):
                 marked = [has(picture, ORANGE[scheme], (LEFT, top, RIGHT, top + ROW_HEIGHT)) for top in rows]
                 self.assertEqual(marked, [True, False, False, False, True, False])
 
-    def test_what_is_missing_and_what_is_due_take_their_own_room(self):
+    def test_each_card_takes_its_own_room(self):
         for language, (pictures, _) in self.languages.items():
             for scheme in SCHEMES:
                 usual = pictures["active", scheme].height

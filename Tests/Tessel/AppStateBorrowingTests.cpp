@@ -69,7 +69,7 @@ TEST_F(Borrowing, ConsentHoldsAtTheNextStart) {
     EXPECT_EQ(made->shortcutsOnLoan(HotKeyLoan::made), held);
 }
 
-TEST_F(Borrowing, WhatIsGivenBackIsTakenAgainByItsHolder) {
+TEST_F(Borrowing, AKeyThatIsGivenBackIsTakenAgainByItsHolder) {
     AppState& state = make();
     state.setBorrowsShortcuts(true);
     state.setBorrowsShortcuts(false);
@@ -80,7 +80,7 @@ TEST_F(Borrowing, WhatIsGivenBackIsTakenAgainByItsHolder) {
     EXPECT_EQ(stored(), PropertyListValue(false));
 }
 
-TEST_F(Borrowing, WhatIsBorrowedIsLookedAtAgainNowAndThen) {
+TEST_F(Borrowing, BorrowedKeysAreCheckedPeriodically) {
     AppState& state = make();
     state.setBorrowsShortcuts(true);
     desktop.mainActor.advance(12s); // This also brings the holders.

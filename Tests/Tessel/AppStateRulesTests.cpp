@@ -226,7 +226,7 @@ TEST_F(StateOfRules, RemindsOfUpdatesOverTheUsersSettingsWhateverItsOwnStore) {
     EXPECT_TRUE(state.updates().updateReminderDue());
 }
 
-TEST_F(StateOfRules, InAPreviewWatchesNobodyAndRemindsOfNothing) {
+TEST_F(StateOfRules, InAPreviewWatchesNothingAndRemindsOfNothing) {
     corvid::InMemoryPreferenceStore own{{{"rules", PropertyListValue::Dictionary{{"org.example.Editor", "maximize"}}}}};
     AppState preview(own, true, dispatcher);
     EXPECT_EQ(preview.ruleApps().size(), 1U);

@@ -254,7 +254,7 @@ TEST_F(State, TriesAgainAtTheNextUpdateWhenEveryShortcutWasRefused) {
     EXPECT_EQ(registeredCount(), 1U);
 }
 
-TEST_F(State, TellsBeforeEachChangeSoThatTheOldValueIsStillThere) {
+TEST_F(State, NotifiesBeforeEachChangeSoThatTheOldValueIsStillThere) {
     AppState& state = make();
     Lines seen;
     const auto subscription = state.objectWillChange().subscribe([&] {

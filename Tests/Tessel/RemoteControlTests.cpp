@@ -55,7 +55,7 @@ protected:
     std::string caution;
 };
 
-TEST_F(Remote, TellsHowThingsStand) {
+TEST_F(Remote, ReportsTheStatus) {
     desktop.hotKeyEvents.refuse(WindowAction(WindowAction::center).shortcut().keyCode,
                                 WindowAction(WindowAction::center).shortcut().modifiers);
     control();
@@ -78,7 +78,7 @@ TEST_F(Remote, TellsHowThingsStand) {
     EXPECT_EQ(control().status(), expected);
 }
 
-TEST_F(Remote, TellsWhoseATakenShortcutIsInTheLanguageOfTheUser) {
+TEST_F(Remote, NamesTheHolderOfATakenShortcutInTheLanguageOfTheUser) {
     const corvid::Shortcut taken = WindowAction(WindowAction::center).shortcut();
     desktop.hotKeyEvents.refuse(taken.keyCode, taken.modifiers);
     desktop.shortcutHolders.holders = {{taken, {.heldBy = "GNOME", .purpose = platform::KeyPurpose::showDesktop}}};
@@ -92,7 +92,7 @@ TEST_F(Remote, TellsWhoseATakenShortcutIsInTheLanguageOfTheUser) {
     EXPECT_EQ(center(), (ControlStatus::Shortcut{"center", "Ctrl+Alt+C", "off", "", ""}));
 }
 
-TEST_F(Remote, TellsOfEveryShortcutThatItIsOffWhilePausedOrWithoutPermission) {
+TEST_F(Remote, ReportsEveryShortcutAsOffWhilePausedOrWithoutPermission) {
     control();
     state->setEnabled(false);
     const auto paused = control().status();
@@ -102,7 +102,7 @@ TEST_F(Remote, TellsOfEveryShortcutThatItIsOffWhilePausedOrWithoutPermission) {
     EXPECT_EQ(paused->shortcuts.size(), WindowAction::allCases.size());
 }
 
-TEST_F(Remote, TellsThatAnotherBuildIsInItsPlace) {
+TEST_F(Remote, ReportsThatAnotherBuildIsInItsPlace) {
     control();
     EXPECT_FALSE(control().status()->isReplaced);
     desktop.thisApplication.isUpdated = true;
@@ -161,7 +161,7 @@ TEST_F(Remote, PerformsNothingWithoutPermission) {
     EXPECT_EQ(control().status()->status, "waitingForPermission");
 }
 
-TEST_F(Remote, SaysWhatIsMissingWhereSomebodyKnows) {
+TEST_F(Remote, ReportsTheMissingRequirementIfItIsKnown) {
     desktop.accessibility.isTrusted = false;
     hindrance = "the door is closed";
     caution = "of no interest then";

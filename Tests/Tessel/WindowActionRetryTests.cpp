@@ -181,7 +181,7 @@ TEST_F(Retry, AWindowThatAnswersLateGoesBackOneStepAndNoMore) {
     EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));
 }
 
-TEST_F(Retry, AWindowThatHangsBeforeItIsToldToGoBackIsAskedAgain) {
+TEST_F(Retry, ARestoreOfAHangingWindowIsRetried) {
     actions.perform(WindowAction::leftHalf, window.element());
     answerNothing(window);
     EXPECT_EQ(actions.perform(WindowPlacement::restore, window.element()), WindowMover::Outcome::unanswered);

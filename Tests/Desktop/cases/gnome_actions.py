@@ -75,7 +75,7 @@ def a_maximized_or_tiled_window_is_released_first(program):
 
 
 @case("desktop.gnome.tiled")
-def what_the_shell_maximized_or_tiled_stays_or_is_released(program):
+def windows_that_the_shell_maximized_or_tiled_stay_or_are_released(program):
     with Gnome(program, "gnome.tiled") as desktop:
         product = desktop.launch()
         product.until_status("Active")
@@ -121,7 +121,7 @@ def a_fullscreen_window_is_left_alone(program):
 
 
 @case("desktop.gnome.taken")
-def keys_that_the_shell_holds_are_told_and_left_to_it(program):
+def keys_that_the_shell_holds_are_reported_and_left_to_it(program):
     with Gnome(program, "gnome.taken", keys_free=False) as desktop:
         _, window = open_application(desktop, "mousepad")
         # The shell itself names the holders of the keys, without the tool that prints settings.
@@ -188,7 +188,7 @@ def the_extension_may_be_switched_off_and_on(program):
 
 
 @case("desktop.gnome.switched-shortly")
-def a_key_that_somebody_took_meanwhile_becomes_known(program):
+def a_key_that_another_client_took_meanwhile_becomes_known(program):
     with Gnome(program, "gnome.switched-shortly") as desktop:
         product = desktop.launch()
         product.until_status("Active")

@@ -139,7 +139,7 @@ def held_keys_are_ours_with_consent_and_the_shells_again_afterwards(program):
 
 
 @case("desktop.gnome.borrowed.settings")
-def what_is_borrowed_follows_the_shells_settings(program):
+def borrowed_keys_follow_the_shells_settings(program):
     with Lending(program, "gnome.borrowed.settings") as desktop:
         _, window = open_application(desktop, "mousepad")
         product = desktop.launch()
@@ -221,7 +221,7 @@ def an_extension_that_is_switched_off_gives_back_and_borrows_anew(program):
 
 
 @case("desktop.gnome.borrowed.strangers")
-def nobody_but_the_program_borrows(program):
+def only_the_program_borrows(program):
     with Lending(program, "gnome.borrowed.strangers") as desktop:
         _, window = open_application(desktop, "mousepad")
         stranger = Stranger(desktop)

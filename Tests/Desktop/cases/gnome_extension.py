@@ -137,7 +137,7 @@ def a_shell_that_lacks_something_is_left_alone(program):
 
 
 @case("desktop.gnome.untried")
-def a_shell_of_a_version_to_come_is_told_of(program):
+def a_shell_of_a_future_version_is_reported(program):
     # A developer's link: the program then leaves the extension's form alone.
     with Gnome(program, "gnome.untried", extension="linked") as desktop:
         desktop.see("Object.defineProperty(Object.getPrototypeOf(Main.shellDBusService), 'ShellVersion', "

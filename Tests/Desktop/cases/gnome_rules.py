@@ -219,7 +219,7 @@ def a_window_is_placed_on_the_monitor_and_the_workspace_that_it_opens_on(program
 
 
 @case("desktop.gnome.rules.present")
-def what_is_open_already_stays_where_it_is(program):
+def open_windows_stay_in_place(program):
     with Gnome(program, "gnome.rules.present") as desktop:
         launched = launch(desktop, "mousepad")
         before = desktop.at_rest(launched.window)

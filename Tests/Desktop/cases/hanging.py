@@ -29,7 +29,7 @@ def until_free(product, what: str) -> None:
 
 
 @case_for_each("desktop.hanging-application", WINDOW_MANAGERS)
-def an_application_that_hangs_holds_up_nobody(program, manager):
+def a_hanging_application_delays_no_other(program, manager):
     with Desktop(program, name=f"hanging-application.{manager}") as desktop:
         desktop.start_window_manager(manager)
         hung = desktop.start(APPLICATIONS["mousepad"])

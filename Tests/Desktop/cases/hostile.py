@@ -69,7 +69,7 @@ def unharmed(desktop, product, editor) -> None:
 
 
 @case("desktop.hostile.properties")
-def properties_that_are_not_what_they_should_be_do_no_harm(program):
+def malformed_properties_do_no_harm(program):
     with abused(program, "hostile.properties") as (desktop, product, editor, client):
         running = launch(desktop, own_window())
         is_placed(desktop, running, "maximize")
@@ -202,7 +202,7 @@ def a_title_and_a_class_without_end_do_no_harm(program):
 
 
 @case("desktop.hostile.stopped")
-def an_application_that_stops_as_it_is_launched_holds_up_nobody(program):
+def an_application_that_stops_at_its_launch_delays_no_other(program):
     with abused(program, "hostile.stopped") as (desktop, product, editor, client):
         stopping = desktop.start(own_window())
         log = desktop.session.logs / "own.log"

@@ -40,7 +40,7 @@ def backend(desktop: I3Desktop, program) -> str:
 
 
 @case("desktop.i3.taken")
-def what_the_user_has_bound_stays_his_and_the_others_work(program):
+def keys_that_the_user_has_bound_stay_the_users_and_the_others_work(program):
     with I3Desktop(program, BOUND, "i3.taken") as desktop:
         window = desktop.open(APPLICATIONS["mousepad"]).window
         product = desktop.launch()

@@ -118,7 +118,7 @@ ASSIGNED = 'assign [class="^OwnWindow$"] workspace 9\n'
 
 
 @case("desktop.i3.rules.elsewhere")
-def a_window_that_opens_on_a_workspace_that_nobody_sees_stays_there(program):
+def a_window_that_opens_on_a_hidden_workspace_stays_there(program):
     with I3Desktop(program, ASSIGNED, "i3.rules.elsewhere") as desktop:
         product = start_with_rules(desktop, {OWN: "maximize"})
         desktop.open(APPLICATIONS["featherpad"])

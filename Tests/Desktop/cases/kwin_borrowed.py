@@ -114,7 +114,7 @@ def held_keys_are_ours_with_consent_and_their_holders_again_afterwards(program):
 
 
 @case("desktop.kwin.borrowed.killed")
-def what_a_killed_program_had_borrowed_is_given_back_at_the_next_start_unless_the_consent_holds(program):
+def keys_that_a_killed_program_had_borrowed_are_given_back_at_the_next_start_unless_the_consent_holds(program):
     with Borrowing(program) as desktop:
         editor = open_application(desktop, "mousepad")
         lenders = Lenders(desktop)
@@ -136,7 +136,7 @@ def what_a_killed_program_had_borrowed_is_given_back_at_the_next_start_unless_th
 
 
 @case("desktop.kwin.borrowed.forgotten")
-def what_a_killed_program_had_borrowed_is_given_back_when_all_is_forgotten(program):
+def keys_that_a_killed_program_had_borrowed_are_given_back_by_forget(program):
     with Borrowing(program) as desktop:
         lenders = Lenders(desktop)
         kill(desktop, desktop.launch_and_borrow())

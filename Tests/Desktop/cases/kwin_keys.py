@@ -114,7 +114,7 @@ def a_key_of_ours_goes_to_another_program_only_when_the_settings_give_it_away(pr
 
 
 @case("desktop.kwin.script-unloaded")
-def a_script_that_somebody_unloads_is_loaded_again(program):
+def an_unloaded_script_is_loaded_again(program):
     with KWinDesktop(program) as desktop:
         client = open_application(desktop, "mousepad")
         product = desktop.launch()
@@ -145,7 +145,7 @@ def it_works_with_the_kwin_that_comes_after(program):
 
 
 @case("desktop.kwin.killed")
-def what_a_killed_program_leaves_is_taken_over_by_the_next(program):
+def the_next_program_takes_over_the_keys_of_a_killed_one(program):
     with KWinDesktop(program) as desktop:
         client = open_application(desktop, "mousepad")
         killed = desktop.launch()

@@ -54,7 +54,7 @@ def owner_on_bus(desktop):
 
 
 @case("desktop.remote.status")
-def it_tells_how_it_stands(program):
+def it_reports_its_status(program):
     with Desktop(program, name="remote.status") as desktop:
         # Its own configuration: openbox binds the arrows.
         desktop.start_window_manager("openbox", keys_free=False)
@@ -301,7 +301,7 @@ def of_two_on_one_bus_each_answers_its_own_display(program):
 
 
 @case("desktop.remote.streams")
-def it_works_without_its_standard_streams_and_tells_of_an_answer_that_is_lost(program):
+def it_works_without_its_standard_streams_and_reports_a_lost_answer(program):
     with Desktop(program, name="remote.streams") as desktop:
         desktop.start_window_manager("openbox")
         for closed in ("2>&-", ">&- 2>&-", "<&- >&- 2>&-"):

@@ -167,7 +167,7 @@ def a_rule_holds_from_the_moment_that_it_is_made_until_it_is_removed(program, ma
 
 
 @case_for_each("desktop.rules.late-class", MANAGERS)
-def an_application_that_says_late_what_it_is_called_is_recognized(program, manager):
+def an_application_that_sets_its_name_late_is_recognized(program, manager):
     with Desktop(program, name=f"rules.late-class.{manager}") as desktop:
         desktop.start_window_manager(manager)
         start_with_rules(desktop, {OWN: "maximize"})

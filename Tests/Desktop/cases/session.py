@@ -72,7 +72,7 @@ def frozen_and_thawed_it_works_at_once(program):
 
 
 @case_for_each("desktop.session.locked", ("openbox", "metacity", "kwin_x11"))
-def a_locked_screen_keeps_the_keys_and_what_is_launched_behind_it_is_placed(program, manager):
+def a_locked_screen_keeps_the_keys_and_windows_behind_it_are_placed(program, manager):
     with Desktop(program, name=f"session.locked.{manager}") as desktop:
         desktop.start_window_manager(manager)
         editor = desktop.open(APPLICATIONS["featherpad"])
@@ -133,7 +133,7 @@ def windows_that_were_there_before_the_window_manager_are_left_alone(program):
 
 
 @case("desktop.session.terminal-closed")
-def with_its_terminal_it_ends_unless_told_otherwise(program):
+def it_ends_with_its_terminal_unless_hang_up_is_ignored(program):
     with Desktop(program, name="session.terminal-closed") as desktop:
         require("xterm", "xterm")
         desktop.start_window_manager("openbox")
@@ -155,7 +155,7 @@ def with_its_terminal_it_ends_unless_told_otherwise(program):
 
 
 @case("desktop.session.login-item")
-def what_is_written_to_open_at_login_starts_the_program(program):
+def the_login_item_starts_the_program(program):
     with Desktop(program, name="session.login-item") as desktop:
         require("gio", "libglib2.0-bin")
         require("desktop-file-validate", "desktop-file-utils")

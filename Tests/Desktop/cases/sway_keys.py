@@ -118,7 +118,7 @@ def without_a_window_the_bell_of_the_sound_theme_is_heard(program):
 
 
 @case("desktop.sway.keys.taken")
-def what_the_user_has_bound_stays_his_and_the_others_work(program):
+def keys_that_the_user_has_bound_stay_the_users_and_the_others_work(program):
     with SwayDesktop(program, CONFLICTS, name="sway.keys.taken") as desktop:
         more = desktop.configuration.parent / "more"
         more.mkdir()

@@ -35,7 +35,7 @@ def taken(actions) -> str:
 
 
 @case_for_each("desktop.taken", HOLDING)
-def keys_that_the_window_manager_holds_are_told_and_the_others_work(program, manager):
+def keys_that_the_window_manager_holds_are_reported_and_the_others_work(program, manager):
     with Desktop(program, name=f"taken.{manager}") as desktop:
         desktop.start_window_manager(manager, keys_free=False)
         held = desktop.manager.holds

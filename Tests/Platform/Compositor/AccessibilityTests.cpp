@@ -94,7 +94,7 @@ TEST_F(CompositorAccessibility, FramesAreCountedFromThePrimaryOutputsCorner) {
     EXPECT_EQ(position("b"), (CGPoint{220, -20}));
 }
 
-TEST_F(CompositorAccessibility, WhatIsWrittenToAWindowIsOneRequestBeforeItIsReadAgain) {
+TEST_F(CompositorAccessibility, WritesToAWindowBecomeOneRequestBeforeItIsReadAgain) {
     EXPECT_EQ(resize("a", {960, 1050}), AXError::success);
     EXPECT_EQ(move("a", {0, 30}), AXError::success);
     EXPECT_EQ(resize("a", {960, 1049.6}), AXError::success);
@@ -106,14 +106,14 @@ TEST_F(CompositorAccessibility, WhatIsWrittenToAWindowIsOneRequestBeforeItIsRead
     EXPECT_EQ(asked(), Trace{});
 }
 
-TEST_F(CompositorAccessibility, AReadTellsWhatTheWindowHasSettledOn) {
+TEST_F(CompositorAccessibility, AReadReturnsTheFinalFrame) {
     door.leastSizes["a"] = {800, 100};
     resize("a", {400, 500});
     EXPECT_EQ(size("a"), (CGSize{800, 500}));
     EXPECT_EQ(position("a"), (CGPoint{100, 100}));
 }
 
-TEST_F(CompositorAccessibility, WhatNobodyReadsIsAskedForAtTheEndOfTheTurnWithoutWaiting) {
+TEST_F(CompositorAccessibility, WritesWithoutAReadAreSentAtTheEndOfTheTurnWithoutWaiting) {
     move("a", {10, 20});
     move("b", {30, 40});
     endTurn();
@@ -268,7 +268,7 @@ TEST_F(CompositorAccessibility, TheFocusedWindowIsTheOwnersAndNoFurniture) {
     EXPECT_EQ(workspace.frontmostApplication(), std::nullopt);
 }
 
-TEST_F(CompositorAccessibility, ASubroleTellsAStandardWindowFromTheOthers) {
+TEST_F(CompositorAccessibility, ASubroleDistinguishesAStandardWindowFromTheOthers) {
     const std::vector<std::pair<WindowKind, std::string>> cases{{WindowKind::standard, "AXStandardWindow"},
                                                                 {WindowKind::auxiliary, "AXDialog"},
                                                                 {WindowKind::furniture, "AXUnknown"}};
@@ -281,7 +281,7 @@ TEST_F(CompositorAccessibility, ASubroleTellsAStandardWindowFromTheOthers) {
     EXPECT_EQ(read<std::string>(element("gone"), AXAttribute::subrole), std::nullopt);
 }
 
-TEST_F(CompositorAccessibility, WhatMakesNoSenseIsRefused) {
+TEST_F(CompositorAccessibility, ImplausibleValuesAreRefused) {
     const AXUIElement application = accessibility.applicationElement(7);
     EXPECT_EQ(accessibility.setAttributeValue(element("a"), AXAttribute::position, CGSize{1, 2}),
               AXError::illegalArgument);

@@ -22,7 +22,7 @@ protected:
     linux::Sleeper browser;
 };
 
-TEST_F(CompositorApplications, ALaunchIsToldOnceWhenTheFirstWindowIsReady) {
+TEST_F(CompositorApplications, ALaunchIsReportedOnceWhenTheFirstWindowIsReady) {
     start();
     Window window = readyWindow(editor.number());
     window.clues.applicationId = "editor";

@@ -127,7 +127,7 @@ TEST_F(FilesOfTheExtension, AreKeptFromBeingStale) {
     }
 }
 
-TEST_F(FilesOfTheExtension, TellWhichCopyTheNextSessionTakes) {
+TEST_F(FilesOfTheExtension, ShowWhichCopyTheNextSessionLoads) {
     put(forAll, {.maker = "everybody's"});
     EXPECT_EQ(files.nextRevision(), "everybody's");
     put(place, {.maker = "mine"});

@@ -261,7 +261,7 @@ TEST_F(TheExtension, IsToBeLoadedAnewWhereOnlyTheOldOneDoesNotFit) {
     EXPECT_EQ(contentsOf(installed), "new script");
 }
 
-TEST_F(TheExtension, SaysThatSomebodyElseHasItsServices) {
+TEST_F(TheExtension, ReportsThatAnotherClientHasItsServices) {
     setState(1);
     refuseHello(Protocol::denied, "This object serves Tessel only");
     shell->setExtension(true);

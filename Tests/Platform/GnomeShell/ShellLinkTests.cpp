@@ -82,7 +82,7 @@ TEST_F(ALinkToTheShell, LearnsThatTheExtensionBeganAnewWithoutHavingClosed) {
     EXPECT_EQ(notes.lines, (Lines{"opened first anew", "opened second anew"}));
 }
 
-TEST_F(ALinkToTheShell, IsNotToldTwiceOfTheSameBeginning) {
+TEST_F(ALinkToTheShell, ReportsTheSameStartOnlyOnce) {
     shell->setExtension(true);
     link->await(soon());
     shell->setExtension(true);

@@ -111,7 +111,7 @@ TEST(I3Layout, BarsAndWhatIsPutAwayAreNoWindows) {
     EXPECT_EQ(layout.workAreas, (std::vector<CGRect>{{{0, 20}, {800, 580}}}));
 }
 
-TEST(I3Layout, WhatMakesNoSenseIsLeftOut) {
+TEST(I3Layout, ImplausibleEntriesAreLeftOut) {
     EXPECT_EQ(readLayout(*sway::parsedJson("[]")), std::nullopt);
     EXPECT_EQ(readLayout(*sway::parsedJson(R"({"type":"con"})")), std::nullopt);
     for (const char* text : {

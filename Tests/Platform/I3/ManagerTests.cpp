@@ -149,7 +149,7 @@ TEST_F(I3Manager, APeerThatIsNotI3DoesNoHarm) {
     }
 }
 
-TEST_F(I3Manager, WhatNobodyAskedForIsNoAnswer) {
+TEST_F(I3Manager, AnUnrequestedReplyIsIgnored) {
     i3.behave(Manners::twice);
     EXPECT_TRUE(answers());
     i3.behave(Manners::good);

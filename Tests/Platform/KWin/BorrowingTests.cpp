@@ -165,7 +165,7 @@ TEST_F(BorrowingTest, TheConsentActsAtOnceInEitherDirection) {
     }
 }
 
-TEST_F(BorrowingTest, WhatIsNotRegisteredAnyMoreIsGivenBack) {
+TEST_F(BorrowingTest, AKeyThatIsNoLongerRegisteredIsGivenBack) {
     begin(true);
     unregisterAll();
     EXPECT_TRUE(runUntil([&] { return !hasNote(); }));
@@ -328,7 +328,7 @@ TEST_F(BorrowingTest, AKeyThatAThirdHasTakenAfterAKillIsThatOnesAtTheEnd) {
     }
 }
 
-TEST_F(BorrowingTest, WhatIsTakenIsOnTheDiskBeforeItIsTaken) {
+TEST_F(BorrowingTest, ALoanIsOnTheDiskBeforeTheKeyIsTaken) {
     std::vector<std::string> written;
     kwin->accel.beforeForeignChange = [&] { written.push_back(hasNote() ? contentsOf(note) : "nothing"); };
     begin(true);

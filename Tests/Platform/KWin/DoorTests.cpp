@@ -10,7 +10,7 @@ using std::chrono::milliseconds;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-TEST_F(DoorTest, OpensWithWhatTheScriptTells) {
+TEST_F(DoorTest, OpensWithTheStateFromTheScript) {
     open();
     EXPECT_THAT(kwin->history(), ElementsAre("unload", "load /somewhere/tessel.js as org.corvid.Tessel", "start"));
     ASSERT_THAT(table.windows(), ElementsAre(editor));
@@ -97,7 +97,7 @@ TEST_F(DoorTest, AWindowThatKeepsItsFormerSizeInItsNewPlaceHasSettledOnIt) {
     EXPECT_EQ(table.find(editor)->frame, settled);
 }
 
-TEST_F(DoorTest, AWindowThatGoesBackToItsFormerFrameIsToldOfAfterwards) {
+TEST_F(DoorTest, AWindowThatRestoresItsFormerFrameIsReportedAfterwards) {
     onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {0, 30, 800, 870}}, {"isForced", true}},
             [&](FakeKWin::Script& script) { script.tell(told(windowAt(startFrame))); });
     open();
@@ -200,7 +200,7 @@ TEST_F(DoorTest, WithADeadlineThatHasPassedItOnlyAsks) {
     EXPECT_TRUE(runUntil([&] { return count("answer [{") == 1; }));
 }
 
-TEST_F(DoorTest, WhatCannotBePlacedIsAnError) {
+TEST_F(DoorTest, AWindowThatCannotBePlacedIsAnError) {
     open();
     EXPECT_EQ(door->place("{unknown}", startFrame, soon()), AXError::invalidUIElement);
     for (const auto& [outcome, error] :
@@ -219,7 +219,7 @@ TEST_F(DoorTest, WhatCannotBePlacedIsAnError) {
     EXPECT_EQ(count("answer [{"), before);
 }
 
-TEST_F(DoorTest, TheScriptTellsWhereThePointerIs) {
+TEST_F(DoorTest, TheScriptReportsThePointersPosition) {
     onPlace({{"outcome", "done"}, {"pointer", {12.5, 34}}});
     open();
     EXPECT_EQ(door->pointer(), (corvid::CGPoint{12.5, 34}));

@@ -81,7 +81,7 @@ TEST_F(HotKeysTest, AreRegisteredUnderNamesForPeople) {
     EXPECT_THAT(kwin->history(), ElementsAre("register org.corvid.Tessel|hot-key-123-6144|Tessel|Key 123"));
 }
 
-TEST_F(HotKeysTest, EachPressIsToldOnceWithItsName) {
+TEST_F(HotKeysTest, EachPressIsReportedOnceWithItsId) {
     ASSERT_EQ(add(left, 5).status, noErr);
     ASSERT_EQ(add(letterC, 6).status, noErr);
     int turns = 0;
@@ -155,7 +155,7 @@ TEST_F(HotKeysTest, AKeyOfOursIsRefusedAndStays) {
     EXPECT_THAT(presses, ElementsAre(1));
 }
 
-TEST_F(HotKeysTest, WhatIsGivenBackIsGone) {
+TEST_F(HotKeysTest, AReleasedKeyIsGone) {
     const auto registration = add(left, 1);
     ASSERT_TRUE(registration.reference);
     keys->unregisterHotKey(*registration.reference);
@@ -173,7 +173,7 @@ TEST_F(HotKeysTest, NothingIsHeldAfterTheEnd) {
     EXPECT_THAT(kwin->keys(), IsEmpty());
 }
 
-TEST_F(HotKeysTest, WhatAKilledProgramLeftIsTakenAway) {
+TEST_F(HotKeysTest, KeysOfAKilledProgramAreRemoved) {
     ASSERT_EQ(add(left, 1).status, noErr);
     auto otherBus = std::make_unique<linux::SessionBus>(loop, daemon.address());
     HotKeys next(loop, *otherBus, [](std::uint32_t, std::uint32_t) { return std::string(); });
@@ -241,7 +241,7 @@ TEST_F(HotKeysTest, AServerThatHangsTakesNoMoreThanATurn) {
     }));
 }
 
-TEST_F(HotKeysTest, NobodyIsStartedToHoldThem) {
+TEST_F(HotKeysTest, NoServiceIsStartedToHoldThem) {
     keys.reset();
     kwin->stop();
     daemon.stop();

@@ -170,7 +170,7 @@ TEST(AddressOpener, APortalThatRunsTakesTheAddress) {
     });
 }
 
-TEST(AddressOpener, WhatThePortalRefusesXdgOpenTakes) {
+TEST(AddressOpener, XdgOpenGetsAddressesThatThePortalRefuses) {
     withPortal(true, [](MainLoop& loop, Portal& /*portal*/, AddressOpener& opener) { openWhenSettled(loop, opener); });
 }
 

@@ -67,7 +67,7 @@ TEST(Appearance, NothingCountsBeforeItIsFollowed) {
     });
 }
 
-TEST(Appearance, EachChangeIsToldOnceAndToTheLastWhoFollows) {
+TEST(Appearance, EachChangeIsReportedOnceToTheLastFollower) {
     withoutBus(nullptr, [](Appearance& appearance, SaidByHand& desktop) {
         int first = 0;
         int second = 0;

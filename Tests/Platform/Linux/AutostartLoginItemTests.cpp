@@ -111,7 +111,7 @@ TEST_F(AutostartLoginItemTest, StartsNothingOnceTheProgramIsRemoved) {
     EXPECT_EQ(status(), notFound);
 }
 
-TEST_F(AutostartLoginItemTest, TellsWhatOthersMadeOfTheEntry) {
+TEST_F(AutostartLoginItemTest, ReportsOtherProgramsChangesToTheEntry) {
     struct Case {
         std::string contents;
         LoginItemStatus expected;

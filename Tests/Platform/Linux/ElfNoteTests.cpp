@@ -29,7 +29,7 @@ std::string beginning() {
     return readRegularFile("/proc/self/exe", enough, Excess::cutOff).value_or("");
 }
 
-TEST(ElfNote, TellsOneBuildFromAnother) {
+TEST(ElfNote, DistinguishesBuilds) {
     const std::optional<std::string> own = buildIdentity(openProgram());
     ASSERT_TRUE(own);
     EXPECT_GE(own->size(), 8U);

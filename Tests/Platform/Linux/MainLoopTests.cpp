@@ -58,7 +58,7 @@ TEST(MainLoop, EndsWithTheFirstStatusThatItIsGiven) {
     EXPECT_EQ(loop.run(), 3);
 }
 
-TEST(MainLoop, WhoeverAlwaysHasMoreToDoKeepsNobodyElseWaiting) {
+TEST(MainLoop, ABusySourceDoesNotDelayTheOthers) {
     constexpr int often = 1000;
     MainLoop loop;
     const Pipe busy;
@@ -131,7 +131,7 @@ TEST(MainLoop, LetsScheduledWorkDropItsOwnHandle) {
     EXPECT_TRUE(didRun);
 }
 
-TEST(MainLoop, RunsWorkThatBelongsToNobodyOnceItsTimeHasComeAndKeepsNothingOfIt) {
+TEST(MainLoop, RunsWorkWithoutAnOwnerAtItsTimeAndFreesIt) {
     MainLoop loop;
     const auto held = std::make_shared<int>(0);
     const Instant start = loop.now();
@@ -145,7 +145,7 @@ TEST(MainLoop, RunsWorkThatBelongsToNobodyOnceItsTimeHasComeAndKeepsNothingOfIt)
     EXPECT_EQ(held.use_count(), 1);
 }
 
-TEST(MainLoop, DropsWorkThatBelongsToNobodyWhenItGoes) {
+TEST(MainLoop, DestroysPendingWorkWithoutAnOwnerAtItsEnd) {
     const auto held = std::make_shared<int>(0);
     {
         MainLoop loop;
@@ -206,7 +206,7 @@ TEST(MainLoopDeathTest, EndsWithStatusZeroOnTerminationSignals) {
     EXPECT_EXIT(_exit(runUntilSignal(SIGHUP)), testing::ExitedWithCode(0), "");
 }
 
-TEST(MainLoopDeathTest, LivesOnWhenItsSessionHangsUpIfItWasToldTo) {
+TEST(MainLoopDeathTest, SurvivesAHangUpOfItsSessionIfHangUpIsIgnored) {
     const auto hangUp = [] {
         signal(SIGHUP, SIG_IGN);
         MainLoop loop;

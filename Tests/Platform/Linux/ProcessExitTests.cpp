@@ -20,7 +20,7 @@ int runBounded(MainLoop& loop) {
     return loop.run();
 }
 
-TEST(ProcessExit, TheEndIsToldOnceAndTheWatchMayBeDroppedThen) {
+TEST(ProcessExit, TheEndIsReportedOnceAndTheCallbackMayDestroyTheWatch) {
     MainLoop loop;
     Sleeper sleeper;
     int told = 0;
@@ -53,7 +53,7 @@ TEST(ProcessExit, AWatchThatIsKeptIsNotCalledAgain) {
     EXPECT_EQ(told, 1);
 }
 
-TEST(ProcessExit, AWatchThatIsDroppedTellsNothing) {
+TEST(ProcessExit, ADestroyedWatchReportsNothing) {
     MainLoop loop;
     Sleeper first;
     Sleeper second;

@@ -89,7 +89,7 @@ TEST_F(ProgramOutputTest, EndsAProgramThatPrintsTooMuch) {
     EXPECT_TRUE(hasNoChildren());
 }
 
-TEST_F(ProgramOutputTest, EndsWithItsOwnerAndTellsNobody) {
+TEST_F(ProgramOutputTest, EndsWithItsOwnerWithoutACallback) {
     start("echo early; exec sleep 1000");
     output.reset();
     EXPECT_TRUE(hasNoChildren());

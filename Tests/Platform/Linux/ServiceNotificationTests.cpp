@@ -48,13 +48,13 @@ private:
     int descriptor;
 };
 
-TEST(ServiceNotification, TellsThatTheProgramIsReadyWithItsStatus) {
+TEST(ServiceNotification, ReportsThatTheProgramIsReadyWithItsStatus) {
     const ServiceManager manager;
     notifyReady("Active");
     EXPECT_EQ(manager.received(), "READY=1\nSTATUS=Active");
 }
 
-TEST(ServiceNotification, TellsALaterStatusAlone) {
+TEST(ServiceNotification, ReportsALaterStatusAlone) {
     const ServiceManager manager;
     notifyStatus("Paused");
     EXPECT_EQ(manager.received(), "STATUS=Paused");

@@ -237,7 +237,7 @@ TEST_F(SessionLockTest, OtherWordsOfTheLoginManagerDoNot) {
     }
 }
 
-TEST_F(SessionLockTest, NobodyElseOnTheSystemsBusIsListenedTo) {
+TEST_F(SessionLockTest, OtherSendersOnTheSystemBusAreIgnored) {
     Speaker speaker(systemDaemon, loginManager);
     Speaker stranger(systemDaemon);
     watch();
@@ -279,7 +279,7 @@ TEST_F(SessionLockTest, WithoutASystemsBusOrALoginTheScreensaverIsStillHeard) {
     EXPECT_TRUE(runUntil([&] { return told == 2; }));
 }
 
-TEST_F(SessionLockTest, TheWatchCanBeDroppedByWhoeverIsTold) {
+TEST_F(SessionLockTest, TheCallbackMayDestroyTheWatch) {
     const Speaker speaker(systemDaemon, loginManager);
     watch();
     watching = locks->watch([this] {
@@ -296,7 +296,7 @@ TEST_F(SessionLockTest, TheWatchCanBeDroppedByWhoeverIsTold) {
     EXPECT_EQ(told, 1);
 }
 
-TEST_F(SessionLockTest, NothingIsHeldWhileNobodyWatches) {
+TEST_F(SessionLockTest, WithoutAWatchThereAreNoConnectionsAndMatches) {
     const Speaker onUser(userDaemon);
     const std::uint32_t matches = onUser.matches();
     const std::ptrdiff_t descriptors = openDescriptors();

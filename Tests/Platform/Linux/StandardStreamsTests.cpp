@@ -81,7 +81,7 @@ TEST(StandardStreamsDeathTest, AReaderThatGoesStillEndsTheProgramsThatAreStarted
     EXPECT_EXIT(start(), testing::KilledBySignal(SIGPIPE), "");
 }
 
-TEST(StandardStreamsDeathTest, WhatIsLostIsTold) {
+TEST(StandardStreamsDeathTest, LostOutputIsReported) {
     const auto print = [](const char* where) {
         ::dup2(::open(where, O_WRONLY), STDOUT_FILENO);
         std::_Exit(printToStandardOutput("an answer") ? EXIT_SUCCESS : EXIT_FAILURE);

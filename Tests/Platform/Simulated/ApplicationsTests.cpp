@@ -49,7 +49,7 @@ TEST(SimulatedApplications, DescribesWhatRuns) {
     EXPECT_EQ(desktop.applications.runningApplication(12), nullptr);
 }
 
-TEST(SimulatedApplications, TellsOfLaunchesAndEndsInATurnOfTheirOwn) {
+TEST(SimulatedApplications, ReportsLaunchesAndEndsInATurnOfTheirOwn) {
     Desktop desktop;
     Listener listener(*desktop.applications.notificationCenter());
     desktop.applications.add({.process = 10});

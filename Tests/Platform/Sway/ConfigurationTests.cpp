@@ -115,7 +115,7 @@ TEST(SwayConfiguration, ACombinationIsRecognizedHoweverItIsWritten) {
     }
 }
 
-TEST(SwayConfiguration, WhatIsBoundToSomethingElseIsFree) {
+TEST(SwayConfiguration, AKeyThatIsOnlyBoundElsewhereIsFree) {
     for (const char* text : {
              "",
              "# bindsym Ctrl+Mod1+Left nop",

@@ -156,7 +156,7 @@ TEST_F(SwayDoor, AsksAWindowThatTookAnotherFrameOnceMore) {
     EXPECT_EQ(desktop.table.find("7")->frame, frame);
 }
 
-TEST_F(SwayDoor, TellsWhatAWindowSettledOnThatRefuses) {
+TEST_F(SwayDoor, ReportsTheFinalFrameOfAWindowThatRefuses) {
     open(layouts::oneOutput({{.number = 7}}));
     obey([](const CGRect& asked) { return CGRect{asked.origin, {351, asked.size.height}}; });
     EXPECT_EQ(desktop.door.place("7", {{0, 23}, {200, 1057}}, desktop.soon()), AXError::success);

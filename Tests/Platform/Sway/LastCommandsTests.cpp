@@ -140,7 +140,7 @@ TEST_F(SwayLastCommands, AreLeftToAnotherShellWhereTheFirstOneWasEnded) {
     });
 }
 
-TEST_F(SwayLastCommands, WithoutSwaymsgThereIsNobodyToCarryThemOut) {
+TEST_F(SwayLastCommands, WithoutSwaymsgTheyDoNotRun) {
     inChildProcess([&] {
         ::setenv("PATH", "/nonexistent", 1);
         adoptShells();

@@ -32,7 +32,7 @@ TEST(SwayTree, TheFrameOfAWindowHasItsTitleBarInIt) {
     EXPECT_FALSE(tree.windows[0].window.isFullscreen);
 }
 
-TEST(SwayTree, WindowsAreToldApartByWhereTheyLie) {
+TEST(SwayTree, WindowsAreDistinguishedByTheirPlaceInTheTree) {
     const Tree tree = treeOf(layouts::oneOutput({{.number = 7}, {.number = 8, .isFloating = true, .isFocused = true}}));
     ASSERT_EQ(tree.windows.size(), 2U);
     EXPECT_TRUE(tree.windows[0].window.isTiled);
@@ -98,7 +98,7 @@ TEST(SwayTree, ProgramsOfX11SayWhatTheirWindowsAre) {
     EXPECT_EQ(tree.windows[0].window.clues.windowInstance, "xterm");
 }
 
-TEST(SwayTree, WhatMakesNoSenseIsLeftOut) {
+TEST(SwayTree, ImplausibleEntriesAreLeftOut) {
     EXPECT_EQ(readTree(*parsedJson("[]")), std::nullopt);
     EXPECT_EQ(readTree(*parsedJson(R"({"type":"con"})")), std::nullopt);
     for (const char* text : {

@@ -29,7 +29,7 @@ TEST(FrameGeometry, TheOuterRectangleHasBothInIt) {
     EXPECT_EQ(outerRectangle(shadowed), (CGRect{{74, 77}, {852, 652}}));
 }
 
-TEST(FrameGeometry, WhatLiesBetweenClientAndFrameIsDecoration) {
+TEST(FrameGeometry, TheDifferenceBetweenClientAndFrameIsDecoration) {
     const FrameGeometry untold{.client = decorated.client, .decoration = {}, .shadow = {}};
     const CGRect drawn{{100, 100}, {800, 600}};
     EXPECT_EQ(geometryInside(drawn, drawn, untold), decorated);

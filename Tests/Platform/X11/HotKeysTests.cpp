@@ -162,7 +162,7 @@ TEST_F(X11HotKeys, BothKindsOfEventsAreOfOneKeyboard) {
     EXPECT_EQ(takePressed(), (Ids{7, 8, 8}));
 }
 
-TEST_F(X11HotKeys, ABorrowedKeyThatSomebodyElseTakesInTheSameWayIsLost) {
+TEST_F(X11HotKeys, ABorrowedKeyThatAnotherClientGrabsInTheSameWayIsLost) {
     keys.setBorrows(true);
     ASSERT_EQ(add(borrowedKey, 7).status, noErr);
     EXPECT_FALSE(keys.takeLoss());

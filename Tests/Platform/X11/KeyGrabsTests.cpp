@@ -99,7 +99,7 @@ TEST_F(Grabs, ACombinationThatIsHeldByBothKindsCannotBeBorrowed) {
     EXPECT_FALSE(outcome.isHeldByOthers);
 }
 
-TEST_F(Grabs, ABorrowedGrabIsRenewedUntilSomebodyElseHasThatKindAsWell) {
+TEST_F(Grabs, ABorrowedGrabIsRenewedUntilAnotherClientHasThatKindAsWell) {
     ASSERT_TRUE(manager.hold(Kind::core));
     ASSERT_EQ(ours.take(true).kind, Kind::extension);
     EXPECT_TRUE(ours.hold(Kind::extension));

@@ -142,7 +142,7 @@ TEST_F(MalformedProperties, OfAWindowLeaveItWhereItIsAndItsApplicationWhatItIs) 
     EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
 }
 
-TEST_F(MalformedProperties, OfANewWindowIdentifyNobodyElse) {
+TEST_F(MalformedProperties, OfANewWindowIdentifyNoOtherApplication) {
     testing::internal::CaptureStderr();
     for (const char* property : {"WM_CLASS", "_GTK_APPLICATION_ID", "_KDE_NET_WM_DESKTOP_FILE", "_NET_WM_PID"}) {
         std::size_t next = 0;

@@ -21,7 +21,7 @@ TEST_F(OwnWindowsTest, AShownWindowGetsTheKeyboardAfterATurnThatLeftNoTimeToAsk)
     EXPECT_TRUE(mainActor.waiting().empty());
 }
 
-TEST_F(OwnWindowsTest, WhoHasTheKeyboardIsToldAsTheServerKnowsIt) {
+TEST_F(OwnWindowsTest, TheFocusIsTheServersOwn) {
     const xcb_window_t editor = makeShownWindow();
     const xcb_window_t window = makeShownWindow();
     focus(editor);
@@ -33,7 +33,7 @@ TEST_F(OwnWindowsTest, WhoHasTheKeyboardIsToldAsTheServerKnowsIt) {
     EXPECT_FALSE(windows.hasKeyboard(window));
 }
 
-TEST_F(OwnWindowsTest, AWindowThatIsShownAgainBeforeItsHidingIsToldOfKeepsTheKeyboard) {
+TEST_F(OwnWindowsTest, AWindowThatIsShownAgainBeforeItsUnmapEventKeepsTheKeyboard) {
     const xcb_window_t editor = makeShownWindow();
     const xcb_window_t window = makeShownWindow();
     focus(editor);

@@ -71,7 +71,7 @@ protected:
     }
 };
 
-TEST_F(RealWindowManagerTest, ALaunchAndANewWindowAreToldWhenTheirFramesAreFinal) {
+TEST_F(RealWindowManagerTest, ALaunchAndANewWindowAreReportedWhenTheirFramesAreFinal) {
     followed.start();
     const ClientProcess editor(followed.server.display());
     Accessibility& accessibility = followed.desktop->accessibility();
@@ -113,7 +113,7 @@ TEST_F(RealWindowManagerTest, ALaunchAndANewWindowAreToldWhenTheirFramesAreFinal
     EXPECT_EQ(witness.atCreation, everything(accessibility, witness.windows.front()));
 }
 
-TEST_F(RealWindowManagerTest, AnotherWindowManagerTakesOverAndNothingIsToldAgain) {
+TEST_F(RealWindowManagerTest, AnotherWindowManagerTakesOverAndNothingIsReportedAgain) {
     ClientProcess before(followed.server.display());
     show(before, "Browser");
     ASSERT_TRUE(followed.runUntil([&] {

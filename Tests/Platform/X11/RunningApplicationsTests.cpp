@@ -28,7 +28,7 @@ protected:
     }
 };
 
-TEST_F(RunningApplicationsTest, ALaunchIsToldOnceWhenTheFirstWindowIsManaged) {
+TEST_F(RunningApplicationsTest, ALaunchIsReportedOnceWhenTheFirstWindowIsManaged) {
     followed.start();
     const xcb_window_t window = followed.makeWindow(editor, "Editor");
     followed.settle();
@@ -167,7 +167,7 @@ TEST_F(WholeRunningApplicationsTest,
     EXPECT_EQ(followed.toldApplications.front()->bundleIdentifier(), "editor");
 }
 
-TEST_F(RunningApplicationsTest, TheEndOfAProcessIsToldWhateverTheListSays) {
+TEST_F(RunningApplicationsTest, TheEndOfAProcessIsReportedIndependentlyOfTheList) {
     followed.start();
     followed.openWindow(editor, "Editor");
     ASSERT_TRUE(isTold(1));
@@ -251,7 +251,7 @@ TEST_F(RunningApplicationsTest, AProcessThatTakesOverTheIdsOfOneThatEndedIsLaunc
     EXPECT_EQ(followed.told, (Told{"launch editor", "terminate editor", "launch terminal"}));
 }
 
-TEST_F(RunningApplicationsTest, AProcessThatEndsBeforeItsLaunchIsToldNeitherWay) {
+TEST_F(RunningApplicationsTest, AProcessThatEndsBeforeItsLaunchIsNeverReported) {
     followed.start();
     const xcb_window_t window = followed.openWindow(editor, "Nothing");
     followed.settle();

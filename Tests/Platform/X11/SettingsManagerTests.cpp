@@ -80,7 +80,7 @@ TEST_F(SettingsManagerTest, NothingIsReadBeforeItIsFollowed) {
     EXPECT_EQ(changes, 0) << "it was there already";
 }
 
-TEST_F(SettingsManagerTest, ChangesAreFollowedAndToldOnce) {
+TEST_F(SettingsManagerTest, ChangesAreFollowedAndReportedOnce) {
     const ClientProcess desktop(followed.server.display());
     const xcb_window_t manager = desktop.makeWindow();
     write(manager, theme("Adwaita"));

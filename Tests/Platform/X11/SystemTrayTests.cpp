@@ -151,7 +151,7 @@ TEST_F(TrayOfOlderPanels, LetsThePanelShineThroughWhereItCan) {
     EXPECT_TRUE(untilPixels(window, premultipliedPixels(*picture, grey)));
 }
 
-TEST_F(TrayOfOlderPanels, TellsOfClicksWithTheirPlace) {
+TEST_F(TrayOfOlderPanels, ReportsClicksWithTheirPosition) {
     place().show(contents);
     newOwner();
     const xcb_window_t window = takeNext();

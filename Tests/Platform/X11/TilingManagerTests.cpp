@@ -158,20 +158,20 @@ TEST_F(TilingManagerTest, IsTrustedWhileItCanBeAsked) {
     EXPECT_EQ(followed.desktop->hindrance(), "");
 }
 
-TEST_F(TilingManagerTest, TellsWhereAWindowIsSeen) {
+TEST_F(TilingManagerTest, ReportsTheVisibleFrameOfAWindow) {
     show({{100, 200}, {700, 500}}, true);
     EXPECT_EQ(frame(), (CGRect{{100, 200}, {700, 500}}));
     EXPECT_EQ(state.readings, 1) << "once in a turn";
 }
 
-TEST_F(TilingManagerTest, AWindowThatNobodySeesIsWhereItWillBe) {
+TEST_F(TilingManagerTest, AHiddenWindowHasItsFutureFrame) {
     PlayedManager::show(followed.hand, state, window,
                         {.frame = {{100, 200}, {700, 500}}, .drawn = {{30, 40}, {300, 200}}, .isTiled = false});
     settle();
     EXPECT_EQ(frame(), (CGRect{{100, 200}, {700, 500}}));
 }
 
-TEST_F(TilingManagerTest, AWindowOfWhichItDoesNotTellIsNotPlaced) {
+TEST_F(TilingManagerTest, AWindowThatItDoesNotReportIsNotPlaced) {
     EXPECT_EQ(read(AXAttribute::position).error(), AXError::cannotComplete);
     write({{0, 0}, {800, 600}});
     settle();
@@ -226,7 +226,7 @@ TEST_F(TilingManagerTest, AWindowInTheLayoutIsPlacedForGoodAlsoIfItIsCalledMaxim
     EXPECT_EQ(state.placed.size(), 1U) << "how it rounds is known, and it is there already";
 }
 
-TEST_F(TilingManagerTest, WhatNobodyReadsIsAskedForAsTheTurnEnds) {
+TEST_F(TilingManagerTest, WritesWithoutAReadAreSentAtTheEndOfTheTurn) {
     show({{100, 200}, {700, 500}}, true);
     write({{10, 20}, {800, 600}});
     EXPECT_EQ(state.placed, std::vector<Placed>{});
@@ -234,7 +234,7 @@ TEST_F(TilingManagerTest, WhatNobodyReadsIsAskedForAsTheTurnEnds) {
     EXPECT_EQ(state.placed, (std::vector<Placed>{{window, {{10, 20}, {800, 600}}}}));
 }
 
-TEST_F(TilingManagerTest, TellsWhatBarsLeaveFree) {
+TEST_F(TilingManagerTest, ReportsTheAreaThatBarsLeaveFree) {
     const auto visible = [this] { return followed.desktop->screens().screens().front().visibleFrame; };
     const CGRect whole = followed.desktop->screens().screens().front().frame;
     EXPECT_EQ(visible(), whole);

@@ -30,7 +30,7 @@ TEST(XSettingsFormat, NumbersAndTextsAreReadInEitherByteOrder) {
     EXPECT_EQ(read(writeXSettings(list, true)), firstOf(list, list.size()));
 }
 
-TEST(XSettingsFormat, WhatMakesNoSenseEndsTheReading) {
+TEST(XSettingsFormat, AMalformedSettingEndsTheReading) {
     const std::string whole = writeXSettings({{"First", 1}, {"Second", "two"}});
     const auto changed = [&](std::size_t index, char value) {
         std::string bytes = whole;

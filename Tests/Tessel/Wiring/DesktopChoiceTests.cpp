@@ -95,7 +95,7 @@ const std::vector<Session> sessions{
     {.what = "an unknown compositor", .expected = Kind::unsupported, .display = ":0", .waylandDisplay = "wayland-1"},
 };
 
-TEST(DesktopChoice, IsMadeByWhatTheSessionTellsOfItself) {
+TEST(DesktopChoice, FollowsTheFactsOfTheSession) {
     for (const Session& session : sessions) {
         EXPECT_EQ(desktopKind(session.facts()), session.expected) << session.what;
     }

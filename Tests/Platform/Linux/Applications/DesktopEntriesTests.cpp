@@ -96,20 +96,20 @@ TEST_F(DesktopEntriesTest, AreNotReadAgainWithoutReason) {
     EXPECT_EQ(entries.index()[0].windowClass, "New");
 }
 
-TEST_F(DesktopEntriesTest, TellOfChangesInALaterTurn) {
+TEST_F(DesktopEntriesTest, ReportChangesInALaterTurn) {
     std::filesystem::create_directories(second);
     ASSERT_EQ(entries.index().size(), 0U);
     awaitChange([&] { install(second + "/a.desktop"); });
     EXPECT_TRUE(has("a"));
 }
 
-TEST_F(DesktopEntriesTest, TellOfAFolderThatComesLater) {
+TEST_F(DesktopEntriesTest, ReportAFolderThatAppearsLater) {
     ASSERT_EQ(entries.index().size(), 0U);
     awaitChange([&] { install(first + "/a.desktop"); });
     EXPECT_TRUE(has("a"));
 }
 
-TEST_F(DesktopEntriesTest, TellOfManyChangesTogether) {
+TEST_F(DesktopEntriesTest, ReportManyChangesTogether) {
     std::filesystem::create_directories(second);
     DesktopEntries patient(loop, {.folders = {second}, .currentDesktops = {}, .searchPath = ""}, milliseconds(200));
     ASSERT_EQ(patient.index().size(), 0U);
@@ -128,7 +128,7 @@ TEST_F(DesktopEntriesTest, TellOfManyChangesTogether) {
     EXPECT_EQ(patient.index().size(), 50U);
 }
 
-TEST(FolderWatch, KnowsWhenTheKernelWillNotTellOfChanges) {
+TEST(FolderWatch, KnowsWhenTheKernelWillNotReportChanges) {
     const TemporaryFolder folder;
     inChildProcess([&] {
         MainLoop loop;

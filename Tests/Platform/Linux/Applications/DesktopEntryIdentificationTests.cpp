@@ -75,7 +75,7 @@ TEST_F(DesktopEntryIdentificationTest, KnowsAFlatpakByItsSandbox) {
         << "an application outside bears the same names";
 }
 
-TEST_F(DesktopEntryIdentificationTest, TellsTheApplicationsOfOneSandboxApartByTheirWindows) {
+TEST_F(DesktopEntryIdentificationTest, DistinguishesTheApplicationsOfOneSandboxByTheirWindows) {
     add("org.example.Office", "X-Flatpak=org.example.Office");
     add("org.example.Office.writer", "X-Flatpak=org.example.Office\nStartupWMClass=office-writer");
     process("root/.flatpak-info", "[Application]\nname=org.example.Office\n");
@@ -156,7 +156,7 @@ TEST_F(DesktopEntryIdentificationTest, KnowsTheClassOfAWindow) {
     EXPECT_EQ(identifyClass("", ""), "");
 }
 
-TEST_F(DesktopEntryIdentificationTest, TellsWebApplicationsFromTheirBrowser) {
+TEST_F(DesktopEntryIdentificationTest, DistinguishesWebApplicationsFromTheirBrowser) {
     add("browser", "Exec=/usr/bin/browser %U\nStartupWMClass=Browser");
     add("browser-mail", "Exec=/usr/bin/browser --app-id=mail\nStartupWMClass=crx_mail");
     program("/usr/bin/browser");

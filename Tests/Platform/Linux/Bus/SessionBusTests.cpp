@@ -49,7 +49,7 @@ std::string versionOnBus(const MessageBus& bus, const std::string& wanted) {
     return told;
 }
 
-TEST(SessionBus, WhoeverKnowsTheNameCanAskTheProgram) {
+TEST(SessionBus, AClientThatKnowsTheNameCanCallTheProgram) {
     MessageBus bus;
     bus.start();
     ControlServer server(onBus(bus.address()), called("1"));

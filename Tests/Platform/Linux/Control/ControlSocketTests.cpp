@@ -94,7 +94,7 @@ TEST(ControlSocket, ARefusalArrivesWithItsKindAndReason) {
     EXPECT_TRUE(quit(session));
 }
 
-TEST(ControlSocket, WhereNothingRunsEveryRequestSaysSo) {
+TEST(ControlSocket, WithoutARunningProgramEveryRequestReportsThat) {
     const Session session = uniqueSession("nobody");
     EXPECT_EQ(ControlClient::ofSession(session).open().error().kind, Kind::notRunning);
     EXPECT_EQ(ControlClient::ofSession(session).status().error().kind, Kind::notRunning);
@@ -186,7 +186,7 @@ bool isAnsweredInTheEnd(const Session& session, bool isInFolder) {
     return false;
 }
 
-TEST(ControlSocket, AnswersAgainWhereSomebodyHasEmptiedTheRuntimeFolder) {
+TEST(ControlSocket, RepliesAgainAfterTheRuntimeFolderWasEmptied) {
     const TemporaryFolder runtime;
     const Session session{.display = ":emptied", .runtimeFolder = runtime.path};
     const ControlServer server(session);

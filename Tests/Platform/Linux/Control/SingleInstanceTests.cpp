@@ -82,7 +82,7 @@ TEST_P(SingleInstanceAnywhere, ASessionIsFreeAgainWhenItsHoldersProcessIsKilled)
     EXPECT_TRUE(SingleInstance::connect(held));
 }
 
-TEST_P(SingleInstanceAnywhere, LongSessionNamesAreToldApartByTheirEnds) {
+TEST_P(SingleInstanceAnywhere, LongSessionNamesAreDistinguishedByTheirEnds) {
     Session path = session("wayland");
     path.display = "/" + std::string(500, 'x') + "/" + path.display;
     Session other = path;
@@ -124,7 +124,7 @@ TEST_F(SingleInstanceFiles, AreNamedAfterTheDisplayAndGoWithTheHolder) {
     EXPECT_THAT(files(), IsEmpty());
 }
 
-TEST_F(SingleInstanceFiles, TellWhichSessionsThereAre) {
+TEST_F(SingleInstanceFiles, ListTheSessions) {
     EXPECT_THAT(sessionsWithSockets(runtime.path), IsEmpty());
     const auto first = SingleInstance::acquire(session());
     const auto second = SingleInstance::acquire(session("/run/user/7/wayland-1"));
@@ -165,7 +165,7 @@ TEST_F(SingleInstanceFiles, AreNotPutBehindALink) {
     EXPECT_THAT(namesIn(elsewhere.path), IsEmpty());
 }
 
-TEST_F(SingleInstanceFiles, AreMadeAnewWhereSomebodyHasRemovedThem) {
+TEST_F(SingleInstanceFiles, AreMadeAgainAfterTheirRemoval) {
     auto holder = SingleInstance::acquire(session());
     ASSERT_TRUE(holder);
     const auto removals = std::to_array<std::function<void()>>({
@@ -204,7 +204,7 @@ TEST_F(SingleInstanceFiles, AreAnAbstractNameWhileTheRuntimeFolderIsAway) {
     EXPECT_TRUE(SingleInstance::connect(session()));
 }
 
-TEST_F(SingleInstanceFiles, OfWhoeverHasTakenTheSessionMeanwhileAreLeftAlone) {
+TEST_F(SingleInstanceFiles, OfALaterOwnerOfTheSessionAreLeftAlone) {
     std::optional first = SingleInstance::acquire(session());
     ASSERT_TRUE(*first);
     std::filesystem::remove_all(runtime / "tessel");
@@ -279,7 +279,7 @@ TEST(SingleInstanceStranger, OnTheNameIsCalledWhatItIs) {
     EXPECT_EQ(SingleInstance::connect(session).error(), EPERM);
 }
 
-TEST(SingleInstanceStranger, OnTheNameHindersNobodyWhoHasARuntimeFolder) {
+TEST(SingleInstanceStranger, OnTheNameDoesNotBlockAUserWithARuntimeFolder) {
     if (::getuid() != 0) {
         GTEST_SKIP() << "takes the superuser";
     }

@@ -59,7 +59,7 @@ TEST_F(SharedUserDefaults, TakeOverTheLastWordOnOneRule) {
     EXPECT_EQ(open()[rules].value(), (Rules{}));
 }
 
-TEST_F(SharedUserDefaults, LeaveWhatSomebodyWroteIntoTheFileMeanwhile) {
+TEST_F(SharedUserDefaults, KeepOtherWritersChangesToTheFile) {
     UserDefaults defaults = open();
     defaults.set(true, "enabled");
     UserDefaults(path, log.sink()).set(false, "enabled");
@@ -134,7 +134,7 @@ TEST_F(SharedUserDefaults, AreWrittenWholeWhereTheFileIsGone) {
     EXPECT_EQ(open().object("other"), PropertyListValue(2));
 }
 
-TEST_F(SharedUserDefaults, KeepAFileBesideThatSomebodyHasBroken) {
+TEST_F(SharedUserDefaults, KeepABrokenFileUnderAnotherName) {
     UserDefaults defaults = open();
     defaults.set(1, "key");
     write(path, "<plist><dict><key>cut");

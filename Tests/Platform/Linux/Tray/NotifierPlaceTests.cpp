@@ -171,7 +171,7 @@ TEST_F(NotifierItemOnABus, SurvivesTheEndOfTheBus) {
     EXPECT_EQ(panel->property(itemPath, itemInterface, "Title"), "Tessel");
 }
 
-TEST_F(NotifierItemOnABus, TellsWhatItIs) {
+TEST_F(NotifierItemOnABus, HasTheExpectedProperties) {
     const std::vector<std::pair<const char*, std::string>> rows{
         {"Category", "ApplicationStatus"},
         {"Id", "org.corvid.Tessel.Item-0"},
@@ -197,7 +197,7 @@ TEST_F(NotifierItemOnABus, TellsWhatItIs) {
     }
 }
 
-TEST_F(NotifierItemOnABus, TellsPanelsWhatToReadAgain) {
+TEST_F(NotifierItemOnABus, SignalsPanelsWhichPropertiesToReadAgain) {
     NotifierPanel& panel = showingPanel();
     contents.image = symbol("rectangle.split.2x1", true);
     place->update(TrayPlace::Change::image);
@@ -328,7 +328,7 @@ TEST_F(NotifierItemOnABus, AChosenLineActsOnceThePanelHasItsAnswer) {
     EXPECT_EQ(chosen, "on checked ");
 }
 
-TEST_F(NotifierItemOnABus, TellsPanelsOfAnotherMenu) {
+TEST_F(NotifierItemOnABus, SignalsPanelsAChangedMenu) {
     NotifierPanel& panel = showingPanel();
     const std::string before = panel.call(menuPath, menuInterface, "GetLayout", "iias", 0, 0, 0);
     contents.menu = {{.title = "Only", .isChecked = false, .action = nullptr}};

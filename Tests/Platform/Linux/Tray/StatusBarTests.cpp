@@ -132,7 +132,7 @@ TEST_F(CombinedStatusBar, APanelThatOffersSeveralPlacesIsWaitedFor) {
     }
 }
 
-TEST_F(CombinedStatusBar, WhatAnItemIsGivenComesToThePlacesThatHaveIt) {
+TEST_F(CombinedStatusBar, ChangesOfAnItemReachEachPlaceThatShowsIt) {
     const auto item = bar.createStatusItem("Item-0");
     moveToOther();
     take();
