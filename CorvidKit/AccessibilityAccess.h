@@ -1,6 +1,6 @@
 #pragma once
 
-/// Whether the desktop lets this program move other applications' windows. Every call asks afresh.
+/// Whether the desktop allows this program to move other applications' windows. Every call reads the present state.
 namespace corvid::AccessibilityAccess {
 
 /// Whether it does. Never shows anything.

@@ -60,7 +60,7 @@ public:
     /// the controller.
     void showUpdateBadge(UpdateCenter& updates);
 
-    /// The item, for what others add to it.
+    /// The item, for further additions by the program.
     [[nodiscard]] platform::StatusItem& statusItem() { return *item; }
 
 private:

@@ -30,10 +30,10 @@ public:
     /// Whether the reminder is to be shown.
     [[nodiscard]] bool updateReminderDue() const { return due.get(); }
 
-    /// The same for those who follow it: the present value at subscription, then each new one before it is taken.
+    /// The same for observers: the present value at subscription, then each new one before it is taken.
     [[nodiscard]] Published<bool>& updateReminderDueFlag() { return due; }
 
-    /// Works the flag out anew.
+    /// Computes the flag again.
     void refresh();
 
     /// Opens the page where newer versions are found, and reminds again thirty days from now.

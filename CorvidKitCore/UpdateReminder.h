@@ -13,17 +13,17 @@ namespace corvid {
 /// is kept in a store; there is no other state. Used from the thread that uses the store.
 class UpdateReminder {
 public:
-    /// Thirty days of 86,400 seconds, whatever the calendar says.
+    /// Thirty days of 86,400 seconds, independent of the calendar.
     static constexpr double interval = 2'592'000;
 
     /// Starts a new period where another version runs than the stored one, or where the stored start is missing or lies
     /// in the future: a clock set back must not put the reminder off for good. `store` must outlive the reminder.
     UpdateReminder(PreferenceStore& store, const std::string& version, Date now);
 
-    /// When the present period started; nothing where no start is stored.
+    /// The start of the present period; empty if none is stored.
     [[nodiscard]] std::optional<Date> since() const;
 
-    /// Starts the period anew, for the same version.
+    /// Starts the period again, for the same version.
     void restart(Date date);
 
     /// Whether the period that is stored has lasted for the interval.

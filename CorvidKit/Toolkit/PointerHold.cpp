@@ -42,7 +42,7 @@ void PointerHold::take() {
 }
 
 void PointerHold::watch() {
-    // Looked at rather than set anew with every movement of the pointer.
+    // Checked, so that it is not set again at every movement of the pointer.
     pendingEnd = platform::current().mainActor.schedule(lastInput + patience, patience / 10, [this] {
         if (platform::current().mainActor.now() < lastInput + patience) {
             watch();

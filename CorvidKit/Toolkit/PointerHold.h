@@ -19,7 +19,7 @@ public:
     static constexpr std::chrono::milliseconds pause{20};
     static constexpr int mostTries = 100;
 
-    /// `hold` takes the pointer or lets go of it, and gives whether that was done.
+    /// `hold` grabs or releases the pointer, and returns whether that succeeded.
     explicit PointerHold(std::function<bool(bool)> hold)
         : hold(std::move(hold)) {}
 

@@ -8,7 +8,7 @@ namespace corvid::toolkit {
 
 namespace {
 
-/// Between the popover and what it hangs at, and the least between it and the edges of the visible frame.
+/// The distance between the popover and its anchor, and the smallest one between it and the edges of the visible frame.
 constexpr double gap = 6;
 
 double outside(double value, double least, double most) {

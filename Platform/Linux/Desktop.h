@@ -31,11 +31,11 @@ public:
     /// The backend's name for people, as `--status` prints it: "X11", "KWin", "GNOME Shell", "sway", "i3".
     [[nodiscard]] virtual std::string_view name() const = 0;
 
-    /// While windows cannot be placed: what is missing, and what the user can do about it, as part of a sentence in
-    /// English, without a full stop. Empty where there is nothing to say.
+    /// While windows cannot be placed: the missing requirement, and what the user can do about it, as part of a
+    /// sentence in English, without a full stop. Empty if it is unknown.
     [[nodiscard]] virtual std::string hindrance() { return {}; }
 
-    /// While windows can be placed: what the user had better know of the way in which that is done, in the same form.
+    /// While windows can be placed: a warning for the user about the way in which that is done, in the same form.
     [[nodiscard]] virtual std::string caution() { return {}; }
 
     /// Begins to follow the running applications and their windows. Windows that exist already are not reported as new.
@@ -58,7 +58,7 @@ public:
     /// The desktop's own source for how programs are to look; null where it has none.
     [[nodiscard]] virtual AppearanceSource* appearanceSource() = 0;
 
-    /// Where this desktop takes status items, if it has a way of its own beside the one that all share; else null.
+    /// This desktop's own place for status items, beside the common one; null without one.
     [[nodiscard]] virtual TrayPlace* trayPlace() = 0;
 
     /// Whether its own way is the better one where both are open.

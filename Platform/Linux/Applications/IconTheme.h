@@ -20,9 +20,8 @@ public:
     IconTheme& operator=(IconTheme&&) noexcept;
     ~IconTheme();
 
-    /// The file (PNG, SVG or XPM) that comes nearest to an icon of `size` points at `scale` pixels per point: in the
-    /// theme, in those that it inherits from, in "hicolor", and then outside the themes. Nothing where none has the
-    /// icon.
+    /// The best file (PNG, SVG or XPM) for an icon of `size` points at `scale` pixels per point: in the theme, in those
+    /// that it inherits from, in "hicolor", and then outside the themes. Empty if none has the icon.
     [[nodiscard]] std::optional<std::filesystem::path> find(const std::string& icon, int size, int scale = 1);
 
 private:

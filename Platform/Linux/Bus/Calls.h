@@ -21,8 +21,8 @@ struct BusMember {
 /// connection alone.
 [[nodiscard]] bool isFromBus(sd_bus_message* message);
 
-// None of these waits. Each gives what it began, which ends with it: no handler is called any more. Null where the
-// library refuses, as without memory.
+// None of these waits. Each returns the pending operation; destroying that cancels it, and no handler is called any
+// more. Null if the library refuses, for example without memory.
 
 /// Calls a method with these values; the handler gets the answer.
 template <typename... Values>

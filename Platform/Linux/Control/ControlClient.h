@@ -32,7 +32,7 @@ public:
     ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) override;
     ControlAnswer<void> setBorrowsShortcuts(bool borrows) override;
 
-    /// Where it can be seen (on a session's socket), also waits until the program has gone.
+    /// If that is observable (on a session's socket), also waits until the program has ended.
     ControlAnswer<void> quit() override;
 
 private:

@@ -28,12 +28,12 @@ OwnedMessage callTo(sd_bus* bus, const char* interface, const char* method) {
 
 } // namespace
 
-/// The handlers of what the bus sends; `data` is the place.
+/// The handlers of the bus's messages; `data` is the place.
 struct NotifierPlace::Answers {
     static NotifierPlace& self(void* data) { return *static_cast<NotifierPlace*>(data); }
 
     static int hostsChanged(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
-        // Any sender will do: the watcher is asked for the present state.
+        // The sender does not matter, because this requests the present state from the watcher.
         if (std::string_view(sd_bus_message_get_member(signal)).starts_with("StatusNotifierHost")) {
             self(data).askForHost();
         }
@@ -168,7 +168,7 @@ void NotifierPlace::setHasHost(bool has) {
 
 void NotifierPlace::clicked(std::int32_t x, std::int32_t y) {
     if (contents != nullptr && contents->action) {
-        // After the panel has its answer. A copy: the item may be gone by then, its action included.
+        // After the panel has its reply. A copy: the item may be gone by then, with its action.
         mainLoop.post([action = contents->action, position = inScreenSpace(x, y)] { action(position); });
     }
 }

@@ -18,8 +18,8 @@
 
 namespace platform::linux {
 
-/// Elements and their attributes where an application is a process that owns windows. What is asked becomes one of a
-/// few questions about a process or a window, which each desktop answers in its own way.
+/// Elements and their attributes for desktops where an application is a process that owns windows. Each request becomes
+/// one of a few requests about a process or a window, which each desktop implements in its own way.
 template <typename Name>
 class WindowAccessibility : public platform::Accessibility {
 public:
