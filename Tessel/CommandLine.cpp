@@ -23,28 +23,28 @@ Moves and resizes the focused window from the keyboard. Runs until it is told to
   Ctrl+Alt+D       almost maximize
   Ctrl+Alt+Down    maximize height
 
-Ask the Tessel that runs on this display:
-  --status         how it stands: shortcuts and app rules
-  --perform ACTION do with the focused window what a shortcut does: left-half, right-half, center, maximize,
-                   almost-maximize or maximize-height; or what has none: top-half, bottom-half, top-left, top-right,
-                   bottom-left, bottom-right, first-third, center-third, last-third, first-two-thirds,
+Control the Tessel that runs on this display:
+  --status         print its status: shortcuts and app rules
+  --perform ACTION act on the focused window as a shortcut does: left-half, right-half, center, maximize,
+                   almost-maximize or maximize-height; or without a shortcut: top-half, bottom-half, top-left,
+                   top-right, bottom-left, bottom-right, first-third, center-third, last-third, first-two-thirds,
                    last-two-thirds, next-display, previous-display or restore
   --rule APPLICATION ACTION
                    set the app rule of an application (its desktop entry's name without ".desktop"): maximize,
                    center or none
-  --take-shortcuts use the shortcuts that the desktop holds, for as long as Tessel runs
+  --take-shortcuts use the shortcuts that the desktop holds, while Tessel runs
   --give-back-shortcuts
-                   leave them to the desktop again
+                   return them to the desktop
   --quit           end it
   --json           answer in JSON; together with one of these, or with --forget
 
-Without an option while Tessel runs already, the running Tessel is asked to show itself.
+Without an option, a Tessel that runs already shows its window.
 
 Other options:
-  --forget         end it, and remove all that it keeps for you: settings, app rules, the start at login and the
-                   extension of GNOME Shell; for when it is being removed
+  --forget         end it, and remove its files from your home: settings, app rules, the start at login and the
+                   extension of GNOME Shell; run this before you uninstall it
   --snapshot DIRECTORY
-                   draw pictures of the interface into a directory that is there, in the user's language
+                   draw pictures of the interface into an existing directory, in the user's language
   --help           show this text
   --version        show the version
 )";

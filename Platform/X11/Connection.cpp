@@ -34,7 +34,7 @@ std::expected<Connection, std::string> Connection::open(const std::string& displ
     }
     opened.screen = findScreen(raw, screenNumber);
     if (opened.screen == nullptr || !opened.internAtoms()) {
-        return std::unexpected("the X server does not answer as one should");
+        return std::unexpected("the X server sends no valid reply");
     }
     return opened;
 }

@@ -17,7 +17,7 @@ namespace tessel {
 class ApplicationList final : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by whoever makes the view")
+    QML_UNCREATABLE("created together with the view")
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
     Q_PROPERTY(int chosenCount READ chosenCount NOTIFY chosenCountChanged)

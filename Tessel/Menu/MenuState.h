@@ -18,7 +18,7 @@ namespace tessel {
 class MenuState final : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by whoever makes the view")
+    QML_UNCREATABLE("created together with the view")
     Q_PROPERTY(Status status READ status NOTIFY changed)
     Q_PROPERTY(QString statusText READ statusText NOTIFY changed)
     Q_PROPERTY(bool isEnabled READ isEnabled WRITE setEnabled NOTIFY changed)

@@ -135,7 +135,7 @@ void ControlSocket::stayReachable() {
         if (renewed) {
             listen();
         } else if (!isLost) {
-            logToStandardError("cannot be asked any more: " + renewed.error().reason);
+            logToStandardError("the remote control has stopped: " + renewed.error().reason);
         }
         isLost = !renewed;
     }
