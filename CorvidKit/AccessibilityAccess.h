@@ -6,7 +6,7 @@ namespace corvid::AccessibilityAccess {
 /// Whether it does. Never shows anything.
 [[nodiscard]] bool isTrusted();
 
-/// The same; where it does not, the desktop itself shows the user how to allow it.
+/// The same; if the permission is missing, the desktop itself shows the user how to grant it.
 bool requestIfNeeded();
 
 } // namespace corvid::AccessibilityAccess

@@ -12,7 +12,7 @@ namespace corvid {
 /// it. Main thread only.
 class DeferredToolkit {
 public:
-    /// Null where the toolkit cannot be had.
+    /// Null if no toolkit is available.
     using Start = std::function<std::unique_ptr<platform::Toolkit>()>;
     /// Has the main loop call the function in place of waiting, once its present turn is over.
     using HandOver = std::function<void(std::function<void()>)>;
@@ -29,8 +29,8 @@ public:
     /// Null until it has been started.
     [[nodiscard]] platform::Toolkit* started() const { return toolkit.get(); }
 
-    /// Starts the toolkit, unless it has been, and gives it to `work`; otherwise calls `failed`. What cannot be started
-    /// is tried again the next time.
+    /// Starts the toolkit, unless it has been started, and passes it to `work`; calls `failed` if that fails. The next
+    /// call tries again.
     void use(Work work, std::function<void()> failed);
 
 private:

@@ -36,7 +36,7 @@ public:
     /// id, successful or not, and no id is ever used twice.
     [[nodiscard]] std::optional<std::uint32_t> registerHotKey(const Shortcut& shortcut, Handler handler);
 
-    /// Gives a hot key back and drops its handler. An unknown id is ignored.
+    /// Releases a hot key and destroys its handler. An unknown id is ignored.
     void unregister(std::uint32_t id);
 
 private:
@@ -109,7 +109,7 @@ public:
         }
     }
 
-    /// Gives all hot keys of this center back and forgets which had failed.
+    /// Releases all hot keys of this center and forgets which had failed.
     void unregister() {
         for (const auto& [action, id] : ids) {
             assertIsolated({.file = "CorvidKit/HotKeys", .line = 31});

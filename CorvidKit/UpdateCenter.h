@@ -27,7 +27,7 @@ public:
     /// A center for others to look at: it has this flag, reminds of nothing and stores nothing.
     [[nodiscard]] static UpdateCenter preview(std::string app, bool updateReminderDue);
 
-    /// Whether the reminder is to be shown.
+    /// Whether the reminder must be shown.
     [[nodiscard]] bool updateReminderDue() const { return due.get(); }
 
     /// The same for observers: the present value at subscription, then each new one before it is taken.

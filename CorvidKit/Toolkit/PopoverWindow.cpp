@@ -216,7 +216,7 @@ void PopoverWindow::followScale() {
     if (QScreen* screen = window->screen(); screen != nullptr && screen != followed) {
         disconnect(scaleFollowing);
         followed = screen;
-        // Not before the toolkit has dealt with the change itself.
+        // Not before the toolkit has handled the change itself.
         scaleFollowing =
             connect(screen, &QScreen::logicalDotsPerInchChanged, this, &PopoverWindow::showAnew, Qt::QueuedConnection);
     }

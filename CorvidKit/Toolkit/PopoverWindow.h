@@ -79,7 +79,7 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     bool animates = false;
     /// The anchor of its last showing.
     std::optional<Anchor> anchor;
-    /// The screen that was worked on then, where it hangs at nothing.
+    /// The user's screen at that time, if there is no anchor.
     std::optional<CGRect> activeScreen;
     /// As they were when the desktop last answered.
     std::vector<platform::Screen> screens;

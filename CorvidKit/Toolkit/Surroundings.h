@@ -15,7 +15,7 @@ namespace corvid::toolkit {
 struct Surroundings {
     platform::HostedLoop& mainLoop;
     platform::Appearance& appearance;
-    /// Null where there is no desktop, and nothing but pictures can be had.
+    /// Null without a desktop, when only pictures can be drawn.
     platform::OwnWindows* ownWindows;
     platform::Screens& screens;
     /// Null if no window is shown that could block a lock.

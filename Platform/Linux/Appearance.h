@@ -12,7 +12,7 @@ namespace platform::linux {
 /// `GTK_THEME` in the environment, then the desktop itself.
 class Appearance final : public platform::Appearance {
 public:
-    /// Both must outlive this; `desktop` is null where the desktop itself says nothing.
+    /// Both must outlive this; `desktop` is null if the desktop itself has no such settings.
     Appearance(SessionBus& bus, AppearanceSource* desktop);
 
     [[nodiscard]] ColorScheme colorScheme() const override;

@@ -37,7 +37,7 @@ public:
     [[nodiscard]] LoginItemStatus status() override;
     std::expected<void, std::string> registerItem() override;
 
-    /// Removes the user's entry. Where there is one for all users, a hidden one of the user's takes its place.
+    /// Removes the user's entry. If there is one for all users, a hidden entry of the user's overrides it.
     std::expected<void, std::string> unregisterItem() override;
 
 private:

@@ -49,7 +49,7 @@ public:
         source.reset(raw);
     }
 
-    /// Gives the timer to the loop, which drops it once it has run or when the loop itself goes.
+    /// Passes the timer to the loop, which destroys it once it has run or when the loop itself is destroyed.
     static void leaveToLoop(std::unique_ptr<Timer> timer) {
         Timer* left = timer.release();
         left->isLoops = true;

@@ -15,7 +15,7 @@ struct DesktopEntry {
     bool isApplication = false;
     /// `Hidden`: as if the entry did not exist, nor one of the same name in a folder that comes later.
     bool isHidden = false;
-    /// Not `NoDisplay`: it is to be listed among the applications to choose from.
+    /// Not `NoDisplay`: choosers list it.
     bool isListed = true;
     /// `OnlyShowIn` and `NotShowIn` leave this desktop in.
     bool isForThisDesktop = true;

@@ -9,8 +9,8 @@
 
 namespace platform::linux {
 
-/// Finds the files of icons by their names (Icon Theme Specification 0.13). The themes' descriptions are read when they
-/// are first needed and kept with the object, the folders are looked at each time. One thread at a time.
+/// Finds the files of icons by their names (Icon Theme Specification 0.13). The themes' descriptions are read at the
+/// first use and kept with the object; the folders are read each time. One thread at a time.
 class IconTheme {
 public:
     /// `folders` hold themes, and loose icons of programs that have none (`BaseFolders::icons`). `name` is that of the

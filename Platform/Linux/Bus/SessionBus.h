@@ -45,7 +45,7 @@ public:
         SessionBus& bus;
     };
 
-    /// How often a missing bus is looked for.
+    /// The interval of the search for a missing bus.
     static constexpr Duration usualInterval = std::chrono::seconds(10);
 
     /// Without an address there is never a bus. The loop must outlive the bus.
@@ -59,8 +59,8 @@ public:
     /// meanwhile. Not from inside a message's handler.
     void await(Instant deadline, const std::function<bool()>& condition);
 
-    /// Waits until the bus is there and its listeners know, or until the deadline; gives whether it is. For programs
-    /// that have nothing to begin with without it; nothing else of the loop is served meanwhile.
+    /// Waits until the bus is available and its listeners are notified, or until the deadline; returns whether it is.
+    /// For programs that cannot start without it; no other source of the loop is served meanwhile.
     bool awaitArrival(Instant deadline);
 
 private:

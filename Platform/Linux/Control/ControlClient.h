@@ -43,7 +43,7 @@ private:
     [[nodiscard]] ControlAnswer<OwnedMessage> call(const char* member,
                                                    std::initializer_list<std::string_view> arguments);
     [[nodiscard]] ControlAnswer<void> order(const char* member, std::initializer_list<std::string_view> arguments);
-    /// Lets the library do the next thing, or wait where there is none. Negative: an errno.
+    /// Makes the library's next step, or waits if there is none. Negative: an errno.
     [[nodiscard]] int turn();
 
     OwnedBus bus;

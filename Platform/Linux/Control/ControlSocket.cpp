@@ -151,8 +151,8 @@ void ControlSocket::accept() {
     FileDescriptor accepted{::accept4(instance.listeningSocket(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)};
     if (!accepted) {
         if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
-            // The connection stays where it is, and keeps the socket readable: to go on watching it would be to try
-            // without end.
+            // The connection stays in the queue and keeps the socket readable: watching it further would loop without
+            // end.
             pause = mainLoop.schedule(mainLoop.now() + std::chrono::seconds(1), std::chrono::seconds(1),
                                       [this] { listen(); });
         }

@@ -56,7 +56,7 @@ class SingleInstance::Place {
 public:
     using Taken = std::expected<void, Hindrance>;
 
-    /// Once. Where it fails, this is to be dropped.
+    /// Call it once. After a failure, destroy this.
     [[nodiscard]] Taken take(const Session& wanted) {
         folder = openSocketFolder(wanted, Missing::isMade);
         return folder ? takeInFolder(wanted) : takeAbstract(wanted);

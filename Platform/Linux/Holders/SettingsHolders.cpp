@@ -14,7 +14,7 @@ namespace platform::linux {
 
 namespace {
 
-/// No more shortcuts of the user's own than this are looked at.
+/// The limit for the user's own shortcuts; further ones are ignored.
 constexpr std::size_t mostOwn = 64;
 
 bool holds(const SettingLine& setting, const corvid::Shortcut& shortcut) {

@@ -13,7 +13,8 @@ namespace platform::linux {
 /// ignored if "custom/override" is set.
 [[nodiscard]] std::optional<ShortcutHolder> xfceHolder(std::string_view printed, const corvid::Shortcut& shortcut);
 
-/// Looks for shortcuts in Xfce's settings by their own tool, `xfconf-query`, run as another program. Main thread only.
+/// Searches for shortcuts in Xfce's settings by their own tool, `xfconf-query`, run as another program. Main thread
+/// only.
 class XfceHolders final : public ShortcutHolders {
 public:
     /// The loop has to outlive this.

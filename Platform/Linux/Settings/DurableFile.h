@@ -46,7 +46,7 @@ renew(const std::string& path, const std::function<std::expected<std::string, st
 [[nodiscard]] std::expected<void, std::string> replace(const std::string& path, std::string_view contents);
 
 /// Renames a file in its folder to "<name>.unreadable-<UTC time>", with "-2" and so on appended when that is taken, and
-/// gives the new path; nothing when there is no such file. Never replaces another file.
+/// returns the new path; empty if there is no such file. Never replaces another file.
 [[nodiscard]] std::expected<std::optional<std::string>, std::string> keepBeside(const std::string& path);
 
 } // namespace platform::linux::DurableFile

@@ -16,7 +16,7 @@ constexpr const char* watcherPath = "/StatusNotifierWatcher";
 constexpr const char* hostRule = "type='signal',path='/StatusNotifierWatcher',"
                                  "interface='org.kde.StatusNotifierWatcher'";
 
-/// A call to the watcher; null where the library refuses. Nobody is started to answer it.
+/// A call to the watcher; null if the library refuses. It starts no service.
 OwnedMessage callTo(sd_bus* bus, const char* interface, const char* method) {
     sd_bus_message* raw = nullptr;
     if (sd_bus_message_new_method_call(bus, &raw, watcherName, watcherPath, interface, method) < 0) {
@@ -142,7 +142,7 @@ void NotifierPlace::registerItem() {
     }
     ++tries;
     const OwnedMessage call = callTo(bus, watcherName, "RegisterStatusNotifierItem");
-    // By the connection's own name, which needs no further name to be had (and may be all that a sandbox allows).
+    // By the connection's own name, which needs no other name (and may be all that a sandbox allows).
     if (call != nullptr && sd_bus_message_append(call.get(), "s", name) >= 0) {
         registration = send(bus, call.get(), &Answers::registered, this);
     }

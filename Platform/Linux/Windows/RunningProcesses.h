@@ -53,7 +53,7 @@ protected:
     Interest windowAppeared(const ApplicationClues& clues, bool wasThere);
     /// The clues to a window's application have changed.
     void windowChangedIdentity(const ApplicationClues& clues);
-    /// A window of the process can be dealt with.
+    /// A window of the process is ready.
     void windowBecameReady(ProcessIdentifier process);
     /// The process has no windows any more.
     void lastWindowVanished(ProcessIdentifier process);
@@ -72,7 +72,7 @@ private:
 
     // Answered by the desktop.
 
-    /// Whether one of the process's windows can be dealt with now.
+    /// Whether one of the process's windows is ready now.
     [[nodiscard]] virtual bool hasReadyWindow(ProcessIdentifier process) = 0;
     /// The clues that the process's windows give now, oldest first.
     [[nodiscard]] virtual std::vector<ApplicationClues> clues(ProcessIdentifier process) = 0;

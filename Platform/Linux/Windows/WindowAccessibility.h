@@ -84,7 +84,7 @@ private:
     [[nodiscard]] virtual std::expected<WindowKind, AXError> kind(const Name& window) = 0;
     /// The visible rectangle that the window has settled on, in the accessibility space.
     [[nodiscard]] virtual std::expected<corvid::CGRect, AXError> frame(const Name& window) = 0;
-    /// Why the window is not to be placed now; `success` where it may be.
+    /// The reason why the window must not be placed now; `success` if it may be.
     [[nodiscard]] virtual AXError refusalToPlace(const Name& window) = 0;
     /// Takes the request, in the accessibility space; when it is carried out is up to the desktop.
     virtual AXError place(const Name& window, const PlacementRequest& part) = 0;

@@ -9,7 +9,7 @@ The visible frame V is the monitor without panels and bars. The rules, with w an
   almostMaximize   90 % of V, each rounded to the nearest, centred
   maximizeHeight   own width but not above V's, own x but not left of V and then not right of it, V.y, V.h
 
-A window that settles on a size more than 2 away from the one asked for is moved once more: flush left or right for the
+A window that settles on a size more than 2 away from the requested one is moved once more: flush left or right for the
 halves and centred vertically, centred in both directions for all others.
 """
 
