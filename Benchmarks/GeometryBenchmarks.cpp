@@ -1,4 +1,4 @@
-// What an action costs before anything is asked of the desktop: the arithmetic of one press.
+// The cost of an action before the first request to the desktop: the arithmetic of one press.
 
 #include "TesselCore/WindowLayout.h"
 #include "TesselCore/WindowMove.h"
@@ -30,7 +30,7 @@ std::vector<CGRect> screensInARow(std::int64_t count) {
     return screens;
 }
 
-/// The screens of the accessibility space from those of the screen space, as every press makes them.
+/// The screens of the accessibility space, computed from those of the screen space as in every press.
 std::vector<CGRect> flipped(const std::vector<CGRect>& screens) {
     std::vector<CGRect> frames;
     frames.reserve(screens.size());
@@ -64,7 +64,7 @@ void wholeAction(benchmark::State& state) {
         const CGRect visible = WindowLayout::flip(visibleFrame, screenHeight);
         const CGRect target = WindowLayout::targetFrame(action, window, visible);
         const std::vector<WindowMove> steps = WindowMove::steps(window, target);
-        // As of an application that kept its size: the longer way through the correction.
+        // As if the application had kept its size: the longer path through the correction.
         const auto correction = WindowMove::correction(action, window.size, target, visible);
         benchmark::DoNotOptimize(steps.data());
         benchmark::DoNotOptimize(correction);

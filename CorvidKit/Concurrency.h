@@ -31,7 +31,7 @@ class RepeatingTask {
 public:
     using Action = std::move_only_function<void()>;
 
-    /// How late a run may come, whatever the interval, so that the system can join wake-ups.
+    /// The largest delay of a run, for any interval, so that the system can join wake-ups.
     static constexpr platform::Duration tolerance = std::chrono::seconds(10);
 
     RepeatingTask(platform::Duration interval, Action action);

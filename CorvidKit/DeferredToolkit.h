@@ -13,7 +13,7 @@ namespace corvid {
 /// it. Main thread only.
 class DeferredToolkit {
 public:
-    /// Null where the toolkit cannot be had.
+    /// Null if no toolkit is available.
     using Start = std::function<std::unique_ptr<platform::Toolkit>()>;
     /// Has the main loop call the function in place of waiting, once its present turn is over.
     using HandOver = std::function<void(std::function<void()>)>;

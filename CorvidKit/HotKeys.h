@@ -16,8 +16,8 @@
 
 namespace corvid {
 
-/// Owns the platform's hot keys: installs the one handler, names the keys and runs what belongs to a pressed one. Main
-/// thread only, and without a lock. It must outlive the platform's event loop.
+/// Owns the platform's hot keys: installs the one handler, assigns ids to the keys and runs the action of a pressed
+/// one. Main thread only, and without a lock. It must outlive the platform's event loop.
 class HotKeyDispatcher {
 public:
     using Handler = std::function<void()>;
@@ -32,11 +32,11 @@ public:
     HotKeyDispatcher& operator=(const HotKeyDispatcher&) = delete;
     ~HotKeyDispatcher();
 
-    /// Registers a hot key; gives its id, or nothing where the platform refuses it for whatever reason. Every call
-    /// takes an id, successful or not, and no id is ever taken twice.
+    /// Registers a hot key; returns its id, or nothing if the platform refuses it for any reason. Every call uses up an
+    /// id, successful or not, and no id is ever used twice.
     [[nodiscard]] std::optional<std::uint32_t> registerHotKey(const Shortcut& shortcut, Handler handler);
 
-    /// Gives a hot key back and drops its handler. An unknown id is ignored.
+    /// Releases a hot key and destroys its handler. An unknown id is ignored.
     void unregister(std::uint32_t id);
 
 private:
@@ -109,7 +109,7 @@ public:
         }
     }
 
-    /// Gives all hot keys of this center back and forgets which had failed.
+    /// Releases all hot keys of this center and forgets which had failed.
     void unregister() {
         for (const auto& [action, id] : ids) {
             assertIsolated({.file = "CorvidKit/HotKeys", .line = 31});

@@ -11,7 +11,7 @@ namespace corvid {
 
 namespace {
 
-/// The text in the process's encoding as case-folded wide characters; nothing where it is not in that encoding.
+/// The text in the process's encoding as case-folded wide characters; empty if it is not in that encoding.
 std::optional<std::wstring> folded(std::string_view text) {
     const std::string terminated(text.substr(0, text.find('\0')));
     const char* source = terminated.c_str();

@@ -16,7 +16,8 @@ namespace corvid {
 /// Sorts by name; items whose names compare equal keep their order. For the few that a list on the screen has.
 template <typename Item, typename Name>
 void sortByName(std::vector<Item>& items, Name name) {
-    // By insertion: the standard stable sort asks for a buffer in a way that its own library no longer wants.
+    // An insertion sort, because the standard stable sort allocates its buffer through an interface that its own
+    // library has deprecated.
     for (auto next = items.begin(); next != items.end(); ++next) {
         const auto place = std::ranges::upper_bound(items.begin(), next, std::invoke(name, *next), goesBefore, name);
         std::rotate(place, next, std::next(next));

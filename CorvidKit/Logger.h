@@ -13,7 +13,7 @@ public:
         : subsystem(std::move(subsystem))
         , category(std::move(category)) {}
 
-    /// Reports that something went wrong; the message can be read by everybody who reads the log.
+    /// Logs an error; every reader of the log can read the message.
     void error(std::string_view message) const;
 
 private:

@@ -19,7 +19,7 @@ struct Parts {
 /// Makes the parts. Called once, on the main thread, when the event loop runs.
 using Launch = std::function<Parts()>;
 
-/// Runs the program until its end, and gives its exit status. Main thread only.
+/// Runs the program until its end, and returns its exit status. Main thread only.
 [[nodiscard]] int run(Launch launch);
 
 } // namespace corvid::MenuBarApp

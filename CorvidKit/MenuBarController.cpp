@@ -60,7 +60,7 @@ MenuBarController::MenuBarController(Made /*made*/, std::string title, std::shar
 
 void MenuBarController::follow(Publisher<>& changes) {
     changesSubscription = changes.subscribe([weak = weak_from_this()] {
-        // Told before the change: the symbol is the new state's in a later turn only.
+        // Notified before the change: the symbol is the new state's in a later turn only.
         platform::current().mainActor.post([weak] {
             if (const auto controller = weak.lock()) {
                 controller->updateIcon();

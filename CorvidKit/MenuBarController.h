@@ -45,22 +45,22 @@ public:
     MenuBarController& operator=(const MenuBarController&) = delete;
     ~MenuBarController() = default;
 
-    /// Opens the popover at the item, with the keyboard; where the panel does not say where that is, in the corner
-    /// where items are. Nothing happens while it is open.
+    /// Opens the popover at the item, with the keyboard focus; without the item's position, in the corner of the items.
+    /// Without effect while it is open.
     void open();
 
     /// Closes the popover if it is open.
     void close();
 
     /// Handles a click on the item: closes or opens the popover. `position` is the click's, in points in the screen
-    /// space; without one the popover opens at the item or, where that is not known either, at the pointer.
+    /// space; without one the popover opens at the item or, if the item's position is unknown too, at the pointer.
     void toggle(std::optional<CGPoint> position);
 
     /// Shows the dot whenever the center's reminder is due, in place of an earlier center's. The center may end before
     /// the controller.
     void showUpdateBadge(UpdateCenter& updates);
 
-    /// The item, for what others add to it.
+    /// The item, for further additions by the program.
     [[nodiscard]] platform::StatusItem& statusItem() { return *item; }
 
 private:

@@ -15,7 +15,7 @@ public:
 
     [[nodiscard]] const Value& get() const { return value; }
 
-    /// Tells the new value, then takes it; also when it is the same as before.
+    /// Notifies of the new value, then takes it; also if it is the same as before.
     void set(Value next) {
         changes.send(next);
         value = std::move(next);

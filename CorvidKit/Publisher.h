@@ -38,7 +38,7 @@ private:
     std::move_only_function<void()> end;
 };
 
-/// Tells subscribers of something, in the order in which they subscribed. Main thread only.
+/// Notifies subscribers of an event, in the order of their subscription. Main thread only.
 template <typename... Values>
 class Publisher {
 public:

@@ -9,7 +9,7 @@
 #include <optional>
 #include <string>
 
-/// Pictures of views, for people who have not got the program yet. Main thread only.
+/// Pictures of views, for people who do not have the program yet. Main thread only.
 namespace corvid::Snapshot {
 
 /// Whether pictures are being drawn: views then ask nothing of the system and follow no pointer. Never reset.
@@ -25,12 +25,12 @@ struct Surroundings {
     double backgroundWhite = 1;
 };
 
-/// Draws what `content` gives, once in light and once in dark, into `menu-LANGUAGE-VARIANT-SCHEME.png` (or without the
-/// variant) in the directory. What cannot be drawn or written is left out, silently.
+/// Draws the view that `content` returns, once in light and once in dark, into `menu-LANGUAGE-VARIANT-SCHEME.png` (or
+/// without the variant) in the directory. A picture that cannot be drawn or written is left out, silently.
 void renderMenu(const std::string& directory, const std::optional<std::string>& variant,
                 const std::function<std::shared_ptr<const platform::View>()>& content);
 
-/// Draws one view with two pixels a point into that file, over whatever is there.
+/// Draws one view with two pixels a point into that file, replacing any file there.
 void write(const platform::View& view, const Surroundings& surroundings, const std::filesystem::path& file);
 
 } // namespace corvid::Snapshot

@@ -27,13 +27,13 @@ public:
     /// A center for others to look at: it has this flag, reminds of nothing and stores nothing.
     [[nodiscard]] static UpdateCenter preview(std::string app, bool updateReminderDue);
 
-    /// Whether the reminder is to be shown.
+    /// Whether the reminder must be shown.
     [[nodiscard]] bool updateReminderDue() const { return due.get(); }
 
-    /// The same for those who follow it: the present value at subscription, then each new one before it is taken.
+    /// The same for observers: the present value at subscription, then each new one before it is taken.
     [[nodiscard]] Published<bool>& updateReminderDueFlag() { return due; }
 
-    /// Works the flag out anew.
+    /// Computes the flag again.
     void refresh();
 
     /// Opens the page where newer versions are found, and reminds again thirty days from now.

@@ -7,7 +7,7 @@ namespace corvid {
 
 namespace {
 
-// By hand: what counts as a letter must not depend on the user's locale.
+// Written here, because the definition of a letter must not depend on the user's locale.
 bool isLetter(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }

@@ -50,8 +50,8 @@ struct CGRect {
     friend bool operator==(const CGRect&, const CGRect&) = default;
 };
 
-/// The common part of two rectangles of the same space; nothing where they have no point in common. Rectangles that
-/// only touch share a rectangle of zero width or height. A rectangle with a NaN in it has nothing in common with any.
+/// The common part of two rectangles of the same space; empty if they have no point in common. Rectangles that only
+/// touch share a rectangle of zero width or height. A rectangle with a NaN in it has nothing in common with any.
 [[nodiscard]] constexpr std::optional<CGRect> intersection(const CGRect& a, const CGRect& b) {
     const bool acrossX = a.minX() <= a.maxX() && b.minX() <= b.maxX() && a.minX() <= b.maxX() && b.minX() <= a.maxX();
     const bool acrossY = a.minY() <= a.maxY() && b.minY() <= b.maxY() && a.minY() <= b.maxY() && b.minY() <= a.maxY();

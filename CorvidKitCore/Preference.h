@@ -6,8 +6,8 @@
 
 namespace corvid {
 
-/// A setting: the key under which a store keeps it, and what it is worth while the store has nothing that reads as its
-/// type. Known to the store by its key alone.
+/// A setting: its key in a store, and its value while the store has no value of its type. The store knows it by its key
+/// alone.
 template <PreferenceValue PreferredValue>
 struct Preference {
     using Value = PreferredValue;

@@ -22,7 +22,7 @@ public:
     PreferenceStore& operator=(const PreferenceStore&) = delete;
     virtual ~PreferenceStore() = default;
 
-    /// The value of a key; nothing where there is none.
+    /// The value of a key; empty without one.
     [[nodiscard]] virtual std::optional<PropertyListValue> object(std::string_view key) const = 0;
 
     /// Keeps a value under a key. Setting nothing removes the key.
@@ -37,7 +37,7 @@ public:
     /// Makes several changes, which a store that takes its time for each may keep all at once in the end.
     virtual void together(const std::function<void()>& changes) { changes(); }
 
-    /// A setting's value: what is stored, or its default when nothing is or what is stored cannot be read.
+    /// A setting's value: the stored one, or its default if there is none or it cannot be read.
     template <PreferenceValue Value>
     [[nodiscard]] Value operator[](const Preference<Value>& preference) const {
         if (const std::optional<PropertyListValue> stored = object(preference.key)) {
@@ -55,8 +55,8 @@ public:
     }
 };
 
-/// A setting in a store. Every read asks the store and every write reaches it: nothing is kept here, and a write does
-/// not compare with what was there.
+/// A setting in a store. Every read and every write goes to the store: nothing is cached here, and a write does not
+/// compare with the former value.
 template <PreferenceValue Value>
 class PreferenceReference {
 public:
@@ -84,7 +84,7 @@ public:
         return *this;
     }
 
-    /// Keeps a value that was made out of an earlier one, and leaves alone what does not differ between the two.
+    /// Stores the changes between a value and an earlier one that it was made from, and leaves everything else alone.
     void change(const Value& from, const Value& to) {
         const auto former = PreferenceConversion<Value>::propertyListValue(from);
         auto latter = PreferenceConversion<Value>::propertyListValue(to);
@@ -95,7 +95,7 @@ public:
         }
     }
 
-    /// A read, the change applied to what was read, and a write.
+    /// A read, the change applied to its result, and a write.
     template <std::invocable<Value&> Change>
     void modify(Change&& change) {
         Value changed = value();

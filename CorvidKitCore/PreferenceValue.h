@@ -71,7 +71,7 @@ private:
     static constexpr bool isNumber =
         std::same_as<Type, bool> || std::same_as<Type, std::int64_t> || std::same_as<Type, double>;
 
-    /// The number as the other kind has it; nothing where it has no such number.
+    /// The number in the other kind; empty if that kind has no such number.
     template <typename Stored>
     static std::optional<Value> exact(Stored number) {
         if constexpr (std::same_as<Stored, double> && std::same_as<Value, std::int64_t>) {

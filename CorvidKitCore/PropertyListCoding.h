@@ -43,7 +43,7 @@ private:
     std::optional<PropertyListValue> encoded;
 };
 
-/// Reads what `PropertyListEncoder` made. Refers to the given value, which must outlive it.
+/// Reads the output of `PropertyListEncoder`. Refers to the given value, which must outlive it.
 class PropertyListDecoder {
 public:
     using Error = DecodingError;

@@ -43,7 +43,7 @@ struct Shortcut {
                (down.control ? control : 0U);
     }
 
-    /// Whether Command, Option or Control is part of it. A bare key, or one with Shift alone, is somebody's typing.
+    /// Whether Command, Option or Control is part of it. A bare key, or one with Shift alone, belongs to typing.
     [[nodiscard]] constexpr bool isValid() const { return (modifiers & (command | option | control)) != 0; }
 
     /// The key caps in display order: ⌃ ⌥ ⇧ ⌘ as far as they are set, and always the key's name last. UTF-8.

@@ -9,21 +9,21 @@
 
 namespace corvid {
 
-/// Knows when a version has been in use for so long that the user is to be reminded to look for a newer one. The period
-/// is kept in a store; there is no other state. Used from the thread that uses the store.
+/// Reports when a version has been in use for so long that the user must be reminded to check for a newer one. The
+/// period is stored; there is no other state. Used from the thread that uses the store.
 class UpdateReminder {
 public:
-    /// Thirty days of 86,400 seconds, whatever the calendar says.
+    /// Thirty days of 86,400 seconds, independent of the calendar.
     static constexpr double interval = 2'592'000;
 
-    /// Starts a new period where another version runs than the stored one, or where the stored start is missing or lies
-    /// in the future: a clock set back must not put the reminder off for good. `store` must outlive the reminder.
+    /// Starts a new period if another version runs than the stored one, or if the stored start is missing or in the
+    /// future: a clock that was set back must not postpone the reminder for good. `store` must outlive the reminder.
     UpdateReminder(PreferenceStore& store, const std::string& version, Date now);
 
-    /// When the present period started; nothing where no start is stored.
+    /// The start of the present period; empty if none is stored.
     [[nodiscard]] std::optional<Date> since() const;
 
-    /// Starts the period anew, for the same version.
+    /// Starts the period again, for the same version.
     void restart(Date date);
 
     /// Whether the period that is stored has lasted for the interval.

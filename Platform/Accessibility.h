@@ -15,12 +15,12 @@
 
 namespace platform {
 
-/// A process as the desktop names it. Positive numbers are process ids of this machine; a backend gives a negative
-/// number, stable for as long as the owner lives, to an owner whose process it cannot know (a remote display client).
+/// A process id on the desktop. Positive numbers are process ids of this machine; a backend assigns a negative number,
+/// stable while the owner lives, to an owner whose process it cannot know (a remote display client).
 using ProcessIdentifier = std::int32_t;
 
-/// Why an accessibility operation failed. The logic treats every error as a missing value; the values are for logs and
-/// tests.
+/// The cause of a failed accessibility operation. The logic treats every error as a missing value; the values are for
+/// logs and tests.
 enum class AXError : std::int32_t {
     success = 0,
     failure = -25200,
@@ -32,7 +32,7 @@ enum class AXError : std::int32_t {
     noValue = -25212,
 };
 
-/// What a backend keeps behind an element. Derived by every backend; never seen by the logic.
+/// The backend's data of an element. Every backend derives from it; the logic never sees it.
 class AXElementStorage {
 public:
     AXElementStorage() = default;
@@ -45,7 +45,7 @@ public:
 };
 
 /// A retained, comparable reference to an application or to one of its windows. Copies share the storage. A reference
-/// outlives what it names: operations on a vanished window fail with `AXError::invalidUIElement`.
+/// outlives its object: operations on a vanished window fail with `AXError::invalidUIElement`.
 class AXUIElement {
 public:
     explicit AXUIElement(std::shared_ptr<const AXElementStorage> storage)
@@ -62,20 +62,20 @@ private:
 /// The value of an attribute. Points are in the accessibility space, sizes in points.
 using AXValue = std::variant<bool, std::string, corvid::CGPoint, corvid::CGSize, AXUIElement, std::vector<AXUIElement>>;
 
-/// The attributes that the logic uses, and what a backend answers.
+/// The attributes that the logic uses, and their values.
 namespace AXAttribute {
-/// Of an application: the `AXUIElement` of its window that has the keyboard focus. A desktop background, a panel or any
-/// other surface that is not a window of the user's is not a focused window: `noValue`.
+/// Of an application: the `AXUIElement` of its focused window. A desktop background, a panel or any other surface that
+/// is not a window of the user's is not a focused window: `noValue`.
 inline constexpr std::string_view focusedWindow = "AXFocusedWindow";
 /// Of an application: a list of `AXUIElement`, its managed windows of every kind, oldest first.
 inline constexpr std::string_view windows = "AXWindows";
 /// Of a window: a text; `AXSubrole::standardWindow` for a normal document window, anything else for the others.
 inline constexpr std::string_view subrole = "AXSubrole";
-/// Of a window: the top-left corner of the visible outer rectangle (decorations in, shadows out).
+/// Of a window: the top-left corner of the visible outer rectangle (with decorations, without shadows).
 inline constexpr std::string_view position = "AXPosition";
 /// Of a window: the size of the same rectangle.
 inline constexpr std::string_view size = "AXSize";
-/// Of an application: a boolean, present only where the platform animates or delays window moves while it is true.
+/// Of an application: a boolean, present only if the platform animates or delays window moves while it is true.
 inline constexpr std::string_view enhancedUserInterface = "AXEnhancedUserInterface";
 } // namespace AXAttribute
 
@@ -88,11 +88,11 @@ namespace AccessNotification {
 inline constexpr std::string_view didChange = "TesselAccessDidChangeNotification";
 } // namespace AccessNotification
 
-/// Other applications' windows: reading, writing, and whether the desktop lets us.
+/// Other applications' windows: reading, writing, and the permission for both.
 ///
-/// Main thread only. Every operation is synchronous and bounded: all that is asked of the desktop in one turn of the
-/// event loop takes at most 250 ms, even if the window's owner or the window manager hangs; what did not answer by then
-/// fails with `AXError::cannotComplete`.
+/// Main thread only. Every operation is synchronous and bounded: all waiting for the desktop in one turn of the event
+/// loop takes at most 250 ms, even if the window's owner or the window manager hangs; an operation without a reply by
+/// then fails with `AXError::cannotComplete`.
 class Accessibility {
 public:
     Accessibility() = default;
@@ -100,7 +100,7 @@ public:
     Accessibility& operator=(const Accessibility&) = delete;
     virtual ~Accessibility() = default;
 
-    /// The element of an application. Never fails: an element of a process that does not exist fails when it is used.
+    /// The element of an application. Never fails: an element of a missing process fails when it is used.
     [[nodiscard]] virtual AXUIElement applicationElement(ProcessIdentifier process) = 0;
 
     /// Reads an attribute. A position or size read after a write of the same turn is what the window settled on:
@@ -108,16 +108,16 @@ public:
     [[nodiscard]] virtual std::expected<AXValue, AXError> copyAttributeValue(const AXUIElement& element,
                                                                              std::string_view attribute) = 0;
 
-    /// Writes an attribute. A write is a request: the backend may hold it back and join it with later ones of the same
-    /// window, but sends it before the next read of that window, and at the latest when the event loop's turn ends.
+    /// Writes an attribute. A write is a request: the backend may delay it and join it with later ones of the same
+    /// window, but sends it before the next read of that window, and at the latest at the end of the event loop's turn.
     /// A window that must not be moved (fullscreen) refuses with `cannotComplete`.
     virtual AXError setAttributeValue(const AXUIElement& element, std::string_view attribute, const AXValue& value) = 0;
 
     /// The process that owns a window or that an application element was made for.
     [[nodiscard]] virtual std::expected<ProcessIdentifier, AXError> processIdentifier(const AXUIElement& element) = 0;
 
-    /// Boxes a point or a size for `setAttributeValue`; nothing where the platform cannot represent it (a coordinate
-    /// that is not a finite number).
+    /// Boxes a point or a size for `setAttributeValue`; empty if the platform cannot represent it (a coordinate that is
+    /// not a finite number).
     [[nodiscard]] virtual std::optional<AXValue> createValue(corvid::CGPoint point) = 0;
     [[nodiscard]] virtual std::optional<AXValue> createValue(corvid::CGSize size) = 0;
 

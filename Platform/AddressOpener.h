@@ -12,8 +12,8 @@ public:
     AddressOpener& operator=(const AddressOpener&) = delete;
     virtual ~AddressOpener() = default;
 
-    /// Hands an address over without waiting for it to be shown. False where it is not an address or nothing on this
-    /// desktop takes addresses of its scheme.
+    /// Passes an address on without waiting for it to be shown. False if it is not an address or the desktop has no
+    /// handler for its scheme.
     virtual bool open(std::string_view address) = 0;
 };
 

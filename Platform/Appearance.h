@@ -9,7 +9,7 @@ enum class ColorScheme {
     dark,
 };
 
-/// How the user wants programs to look. Main thread only.
+/// The user's settings for the appearance of programs. Main thread only.
 class Appearance {
 public:
     Appearance() = default;
@@ -17,14 +17,14 @@ public:
     Appearance& operator=(const Appearance&) = delete;
     virtual ~Appearance() = default;
 
-    /// Light where the desktop does not say.
+    /// Light if the desktop has no such setting.
     [[nodiscard]] virtual ColorScheme colorScheme() const = 0;
 
-    /// Whether things are to appear in place instead of moving there.
+    /// Whether animations are disabled.
     [[nodiscard]] virtual bool reducesMotion() const = 0;
 
-    /// Begins to follow the desktop's settings: `changed` is called, in place of an earlier one, after each change. The
-    /// program asks for this when it first shows a window; until then nothing is read.
+    /// Begins to follow the desktop's settings: `changed`, which replaces an earlier one, is called after each change.
+    /// The program calls this when it first shows a window; no setting is read before.
     virtual void follow(std::function<void()> changed) = 0;
 };
 

@@ -10,7 +10,7 @@
 
 namespace platform {
 
-/// The applications that are installed, running or not. Main thread only; every call looks afresh.
+/// The installed applications, running or not. Main thread only; every call reads them again.
 class ApplicationCatalogue {
 public:
     ApplicationCatalogue() = default;
@@ -18,22 +18,21 @@ public:
     ApplicationCatalogue& operator=(const ApplicationCatalogue&) = delete;
     virtual ~ApplicationCatalogue() = default;
 
-    /// Where all applications are described that are to be shown to people who choose among them, in no particular
-    /// order; each identifier once.
+    /// The descriptions of all applications that a chooser lists, in no particular order; each identifier once.
     [[nodiscard]] virtual std::vector<std::filesystem::path> locations() = 0;
 
-    /// Where the application of that identifier is described (on Linux its desktop entry's absolute path); nothing
-    /// where no such application is installed.
+    /// The description of the application with that identifier (on Linux its desktop entry's absolute path); empty if
+    /// no such application is installed.
     [[nodiscard]] virtual std::optional<std::filesystem::path> location(std::string_view bundleIdentifier) = 0;
 
-    /// The identifier of the application described there; nothing where that is not an application.
+    /// The identifier of the application described there; empty if that is not an application.
     [[nodiscard]] virtual std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) = 0;
 
-    /// The name of the application described there, in the user's language; the file's own name where that is not an
+    /// The name of the application described there, in the user's language; the file's own name if that is not an
     /// application.
     [[nodiscard]] virtual std::string displayName(const std::filesystem::path& location) = 0;
 
-    /// The icon of the application described there, a generic one where it has none.
+    /// The icon of the application described there, a generic one if it has none.
     [[nodiscard]] virtual Image icon(const std::filesystem::path& location) = 0;
 };
 

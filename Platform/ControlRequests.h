@@ -10,20 +10,20 @@
 
 namespace platform {
 
-/// How the running program stands, for whoever asks from outside.
+/// The status of the running program, for other processes.
 struct ControlStatus {
     struct Shortcut {
         /// The action's raw value.
         std::string action;
-        /// The keys as a user of this desktop writes them. UTF-8.
+        /// The keys in this desktop's notation. UTF-8.
         std::string keys;
-        /// "active", "taken" (another program holds it) or "off" (nothing is registered at all).
+        /// "active", "taken" (another program holds it) or "off" (no shortcut is registered).
         std::string state;
-        /// The holder of a taken one, and what the keys do there, in the user's language. UTF-8; empty where nobody
-        /// has said.
+        /// The holder of a taken one, and the keys' function there, in the user's language. UTF-8; empty if it is
+        /// unknown.
         std::string heldBy = {};
         std::string purpose = {};
-        /// An active one that is its holder's again when the program ends, and a taken one that could be had so.
+        /// Active and returned to its holder when the program ends, or taken and possible to borrow.
         bool isBorrowed = false;
         bool canBeBorrowed = false;
         /// Why a taken one cannot be borrowed: a word for programs, and a sentence in the user's language without its
@@ -39,9 +39,9 @@ struct ControlStatus {
     std::string statusText;
     bool isEnabled = false;
     bool isTrusted = false;
-    /// Whether the user lets the program borrow shortcuts.
+    /// Whether the user allows the program to borrow shortcuts.
     bool borrowsShortcuts = false;
-    /// Whether another build of the program has taken its place on the disk.
+    /// Whether another build of the program has replaced it on the disk.
     bool isReplaced = false;
     std::string version;
     /// The kind of desktop, as in "X11".
@@ -53,20 +53,20 @@ struct ControlStatus {
     friend bool operator==(const ControlStatus&, const ControlStatus&) = default;
 };
 
-/// Why a request was not carried out.
+/// The reason for a refused request.
 struct ControlRefusal {
     enum class Kind : std::uint8_t {
-        /// The request itself makes no sense.
+        /// The request itself is malformed.
         invalid,
         /// The program is switched off.
         paused,
-        /// The desktop does not let the program move windows.
+        /// The desktop does not allow the program to move windows.
         notTrusted,
         /// No window has the focus.
         noWindow,
-        /// There is no running program to ask.
+        /// There is no running program.
         notRunning,
-        /// The running program did not answer in time.
+        /// The running program did not reply in time.
         noAnswer,
         /// Anything else.
         failed,
@@ -82,8 +82,8 @@ struct ControlRefusal {
 template <typename Value>
 using ControlAnswer = std::expected<Value, ControlRefusal>;
 
-/// What can be asked of the running program from outside: the logic answers it, and on the other side of a bus or a
-/// socket a client offers the same functions. Main thread only.
+/// The requests that the running program accepts from other processes: the logic implements them, and on the other side
+/// of a bus or a socket a client offers the same functions. Main thread only.
 class ControlRequests {
 public:
     ControlRequests() = default;
@@ -91,7 +91,7 @@ public:
     ControlRequests& operator=(const ControlRequests&) = delete;
     virtual ~ControlRequests() = default;
 
-    /// Asks the program to show itself.
+    /// Makes the program show itself.
     virtual ControlAnswer<void> open() = 0;
 
     [[nodiscard]] virtual ControlAnswer<ControlStatus> status() = 0;
@@ -99,13 +99,13 @@ public:
     /// Carries out an action or a placement (its raw value) on the focused window, as a press of a shortcut would.
     virtual ControlAnswer<void> perform(std::string_view action) = 0;
 
-    /// Sets the rule of an application to an action's raw value, or takes it away for "none".
+    /// Sets the rule of an application to an action's raw value, or removes it for "none".
     virtual ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) = 0;
 
-    /// Lets the program borrow shortcuts that others hold, or has it give back those that it has borrowed.
+    /// Allows the program to borrow shortcuts that others hold, or makes it give back those that it has borrowed.
     virtual ControlAnswer<void> setBorrowsShortcuts(bool borrows) = 0;
 
-    /// Asks the program to end.
+    /// Ends the program.
     virtual ControlAnswer<void> quit() = 0;
 };
 

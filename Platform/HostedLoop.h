@@ -4,14 +4,14 @@
 
 namespace platform {
 
-/// An event loop that can turn within another one. Main thread only.
+/// An event loop that can run within another one. Main thread only.
 class HostedLoop {
 public:
-    /// The work that a turn has left to do.
+    /// The remaining work after a turn.
     enum class Outlook : std::uint8_t {
         /// Nothing until the descriptor is readable.
         idle,
-        /// Perhaps more to serve at once, of which the descriptor does not tell.
+        /// Perhaps further work, for which the descriptor does not become readable.
         unfinished,
         ended,
     };
@@ -21,12 +21,12 @@ public:
     HostedLoop& operator=(const HostedLoop&) = delete;
     virtual ~HostedLoop() = default;
 
-    /// Readable when there is something to serve.
+    /// Readable when there is work.
     [[nodiscard]] virtual int descriptor() const = 0;
 
-    /// Serves what there is to serve without waiting, and prepares to be waited for: to be called when the descriptor
-    /// is readable, each time before the other loop waits, and again, once that has had its turn, after `unfinished`.
-    /// Does nothing while it is being served already, and is idle then.
+    /// Handles the available work without waiting, and prepares for the wait. Call it when the descriptor is readable,
+    /// each time before the other loop waits, and, after `unfinished`, again once the other loop has had its turn. A
+    /// nested call does nothing and returns idle.
     [[nodiscard]] virtual Outlook serve() = 0;
 };
 

@@ -13,16 +13,16 @@ namespace platform {
 /// A platform status; zero is success.
 using OSStatus = std::int32_t;
 inline constexpr OSStatus noErr = 0;
-/// An event handler's answer for an event that is not its own.
+/// An event handler's result for an event that is not its own.
 inline constexpr OSStatus eventNotHandledErr = -9874;
-/// A hot key that somebody else holds.
+/// A hot key that another client holds.
 inline constexpr OSStatus eventHotKeyExistsErr = -9878;
-/// A hot key that the desktop cannot bind at all: no such key on the keyboard, or modifiers it does not have.
+/// A hot key that the desktop cannot bind at all: no such key on the keyboard, or modifiers that it does not have.
 inline constexpr OSStatus eventHotKeyInvalidErr = -9879;
-/// An event without the parameter that was asked for.
+/// An event without the requested parameter.
 inline constexpr OSStatus eventParameterNotFoundErr = -9870;
 
-/// The name that the caller gives to a hot key and finds again in its press.
+/// The id that the caller assigns to a hot key and finds again in its press.
 struct EventHotKeyID {
     std::uint32_t signature = 0;
     std::uint32_t id = 0;
@@ -45,16 +45,16 @@ public:
     HotKeyEvent& operator=(const HotKeyEvent&) = delete;
     virtual ~HotKeyEvent() = default;
 
-    /// The event's direct object: the name of the pressed hot key.
+    /// The event's direct object: the id of the pressed hot key.
     [[nodiscard]] virtual std::expected<EventHotKeyID, OSStatus> directObject() const = 0;
 };
 
-/// The handlers that would be asked after this one; no backend has any so far.
+/// The handlers after this one; no backend has any so far.
 class EventHandlerCall;
 
-/// Whether a combination that others hold can be had for as long as this program runs.
+/// Whether a combination that others hold can be borrowed while this program runs.
 enum class HotKeyLoan : std::uint8_t {
-    /// It is nobody else's, or not to be had.
+    /// It is free, or cannot be borrowed.
     none,
     /// It was refused, and would be granted to a program that borrows.
     possible,
@@ -97,9 +97,9 @@ using HotKeyEventHandler = OSStatus (*)(EventHandlerCall* nextHandler, const Hot
 
 /// Global keyboard shortcuts. Main thread only.
 ///
-/// Keys are positions on the keyboard, not letters: a key code names the key that carries the letter on an American
-/// layout, whatever layout is in use. A press counts once, however long the key is held, and whether or not a lock
-/// (CapsLock, NumLock, ScrollLock) is on.
+/// Keys are positions on the keyboard, not letters: a key code names the key with the letter on an American layout, in
+/// any layout. A press counts once, however long the key is held, and whether or not a lock (CapsLock, NumLock,
+/// ScrollLock) is on.
 class HotKeyEvents {
 public:
     /// `reference` is present exactly when `status` is `noErr`, unless the platform is at fault.
@@ -117,23 +117,23 @@ public:
     virtual OSStatus installHandler(HotKeyEventHandler handler, void* userData) = 0;
 
     /// Registers a key (Carbon virtual key code) with modifiers (Carbon mask: command 0x100, shift 0x200, option 0x800,
-    /// control 0x1000) under a name of the caller's choosing. All or nothing: a combination held by somebody else, in
-    /// any of its lock variants, leaves no trace.
+    /// control 0x1000) under an id that the caller chooses. All or nothing: if another client holds the combination, in
+    /// any of its lock variants, nothing is registered.
     [[nodiscard]] virtual Registration registerHotKey(std::uint32_t keyCode, std::uint32_t modifiers,
                                                       EventHotKeyID name) = 0;
 
-    /// Gives the combination back. An unknown reference is ignored.
+    /// Releases the combination. An unknown reference is ignored.
     virtual void unregisterHotKey(EventHotKeyRef reference) = 0;
 
-    /// Whether combinations that others hold are borrowed, where that can be done. Not at first: it takes the user's
-    /// consent. Acts on what is registered from now on.
+    /// Whether combinations that others hold are borrowed, if possible. Initially false, because it needs the user's
+    /// consent. Applies to later registrations.
     virtual void setBorrows(bool /*borrows*/) {}
 
-    /// Whether borrowing changes the desktop's settings until it is given back, so that a program which was killed has
-    /// to be started again to give it back. Elsewhere the desktop does that by itself.
+    /// Whether borrowing changes the desktop's settings until the key is given back, so that a killed program must be
+    /// started again to give it back. Elsewhere the desktop does that by itself.
     [[nodiscard]] virtual bool borrowingChangesSettings() const { return false; }
 
-    /// How a combination stands since it was last registered or refused.
+    /// The state of a combination at its last registration or refusal.
     [[nodiscard]] virtual HotKeyLoan loan(std::uint32_t /*keyCode*/, std::uint32_t /*modifiers*/) const {
         return HotKeyLoan::none;
     }

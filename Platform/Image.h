@@ -10,7 +10,7 @@
 
 namespace platform {
 
-/// An icon by its name in the desktop's icon theme, looked up when it is drawn, so that it follows a change of theme.
+/// An icon by its name in the desktop's icon theme, found when it is drawn, so that it follows a change of theme.
 struct ThemeIcon {
     std::string name;
 
@@ -33,18 +33,19 @@ struct SystemSymbol {
 
 using ImageSource = std::variant<ThemeIcon, ImageFile, SystemSymbol>;
 
-/// What to draw and how large; the pixels come into being where it is drawn, so that the resident decodes nothing.
+/// The source and the size of a picture; its pixels are made when it is drawn, so that the resident program decodes
+/// nothing.
 struct ImageDescription {
     ImageSource source;
-    /// In points. Drawn into this size whatever the source's own.
+    /// In points. Drawn into this size, at any size of the source.
     corvid::CGSize size;
     /// Pixels per point that a bitmap of it has.
     double scale = 1;
-    /// Only the shape counts: whoever shows it colours it to suit its background.
+    /// Only the shape counts: the drawing code colours it to suit its background.
     bool isTemplate = false;
     /// A dot of 5 by 5 points in the top-right corner, with 1.5 points around it cut out of the picture.
     bool isBadged = false;
-    /// What the picture says, for those who cannot see it.
+    /// The text of the picture for a screen reader.
     std::string accessibilityDescription;
 
     friend bool operator==(const ImageDescription&, const ImageDescription&) = default;

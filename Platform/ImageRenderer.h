@@ -10,7 +10,7 @@
 
 namespace platform {
 
-/// A view and what is around it while it is drawn.
+/// A view and its surroundings in a picture.
 struct PictureOfView {
     const View& view;
     ColorScheme colorScheme = ColorScheme::light;
@@ -30,8 +30,8 @@ public:
     ImageRenderer& operator=(const ImageRenderer&) = delete;
     virtual ~ImageRenderer() = default;
 
-    /// The view in the size that it wants to be, as a file in the Portable Network Graphics format; nothing where it
-    /// cannot be drawn. The same picture gives the same bytes on the same machine.
+    /// The view in its preferred size, as a file in the Portable Network Graphics format; empty if it cannot be drawn.
+    /// The same picture gives the same bytes on the same machine.
     [[nodiscard]] virtual std::optional<std::vector<std::byte>> png(const PictureOfView& picture) = 0;
 };
 

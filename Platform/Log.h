@@ -12,7 +12,7 @@ public:
     Log& operator=(const Log&) = delete;
     virtual ~Log() = default;
 
-    /// Reports that something went wrong. `subsystem` names the program (org.corvid.Tessel), `category` the part of it.
+    /// Logs an error. `subsystem` names the program (org.corvid.Tessel), `category` the part of it.
     virtual void error(std::string_view subsystem, std::string_view category, std::string_view message) = 0;
 };
 

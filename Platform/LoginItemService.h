@@ -9,7 +9,7 @@ namespace platform {
 enum class LoginItemStatus {
     notRegistered = 0,
     enabled = 1,
-    /// Registered, but switched off by the user or the system elsewhere.
+    /// Registered, but disabled elsewhere by the user or the system.
     requiresApproval = 2,
     /// The desktop has no such facility, or does not find this program.
     notFound = 3,
@@ -23,11 +23,11 @@ public:
     LoginItemService& operator=(const LoginItemService&) = delete;
     virtual ~LoginItemService() = default;
 
-    /// The state that holds now, read afresh: it may have been changed from outside.
+    /// The present state, read again each time: another program may have changed it.
     [[nodiscard]] virtual LoginItemStatus status() = 0;
 
-    /// Puts this program on the list, or takes it off; nothing to do is success. The error is a sentence that says what
-    /// went wrong, in the user's language. Success does not mean `enabled`: the user may have to approve.
+    /// Adds this program to the list, or removes it; if nothing changes, that is success. The error is a sentence with
+    /// the cause, in the user's language. Success does not mean `enabled`: the user may have to approve.
     virtual std::expected<void, std::string> registerItem() = 0;
     virtual std::expected<void, std::string> unregisterItem() = 0;
 };

@@ -7,8 +7,8 @@
 
 namespace platform {
 
-/// The clock that keeps counting while the machine sleeps. It has no `now` of its own: ask the `MainActor`, so that
-/// tests can turn it by hand.
+/// The clock that continues while the machine is suspended. It has no `now` of its own: use the `MainActor`'s, so that
+/// tests can advance it.
 struct ContinuousClock {
     using duration = std::chrono::nanoseconds;
     using rep = duration::rep;
@@ -19,8 +19,7 @@ struct ContinuousClock {
 using Duration = ContinuousClock::duration;
 using Instant = ContinuousClock::time_point;
 
-/// A piece of work that waits for its time. Dropping it before then cancels it; dropping it while it runs, or after, is
-/// harmless.
+/// A scheduled call. Destroying it before its time cancels it; destroying it while it runs, or after, is harmless.
 class ScheduledWork {
 public:
     ScheduledWork() = default;
@@ -45,16 +44,16 @@ public:
     /// The time now. Any thread.
     [[nodiscard]] virtual Instant now() const = 0;
 
-    /// Runs `work` in a later turn of the event loop, in the order of posting. Main thread; work still waiting when the
-    /// loop ends is dropped without running.
+    /// Runs `work` in a later turn of the event loop, in the order of posting. Main thread; work that is pending when
+    /// the loop ends is destroyed without running.
     virtual void post(Work work) = 0;
 
-    /// Runs `work` once on the main thread, not before `deadline` and, where the machine is awake and idle, at most
+    /// Runs `work` once on the main thread, not before `deadline` and, while the machine is awake and idle, at most
     /// `tolerance` later (the backend may use the leeway to join wake-ups). Main thread.
     [[nodiscard]] virtual std::unique_ptr<ScheduledWork> schedule(Instant deadline, Duration tolerance, Work work) = 0;
 
-    /// The same for work that belongs to nobody and cannot be cancelled; work still waiting when the loop ends is
-    /// dropped without running. Main thread.
+    /// The same for work without an owner, which cannot be cancelled; work that is pending when the loop ends is
+    /// destroyed without running. Main thread.
     virtual void runLater(Instant deadline, Duration tolerance, Work work) = 0;
 };
 

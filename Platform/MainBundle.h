@@ -8,7 +8,7 @@
 
 namespace platform {
 
-/// What the build says of this program.
+/// The build's facts about this program.
 struct MainBundle {
     /// The name under which it is installed (on Linux its desktop entry's id without ".desktop").
     std::optional<std::string> identifier;
@@ -16,8 +16,7 @@ struct MainBundle {
     corvid::PropertyListValue::Dictionary infoDictionary;
     /// The scheme and host of the maker's website, without a slash at the end.
     std::string website;
-    /// The languages that the user wants, of those in which there are texts, the most wanted first; empty means
-    /// English.
+    /// The languages that the user wants and that have texts, the most wanted first; empty means English.
     std::vector<std::string> preferredLocalizations = {};
 };
 

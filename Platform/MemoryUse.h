@@ -4,10 +4,10 @@
 
 namespace platform {
 
-/// How much of the machine's memory a process occupies, in bytes.
+/// A process's use of the machine's memory, in bytes.
 struct MemoryUse {
     std::uint64_t current = 0;
-    /// The most that it has been since the process started; never less than `current`.
+    /// The largest value since the process started; never less than `current`.
     std::uint64_t peak = 0;
 
     friend bool operator==(const MemoryUse&, const MemoryUse&) = default;

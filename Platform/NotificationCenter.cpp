@@ -23,7 +23,7 @@ void NotificationCenter::post(const Notification& notification) {
         }
     }
     for (const Token token : receivers) {
-        // Looked up again each time: a handler may remove observers, its own included.
+        // Looked up again each time, because a handler may remove observers, even its own.
         const auto found = std::ranges::find(observers, token, &Observer::token);
         if (found != observers.end()) {
             const Handler handler = found->handler;

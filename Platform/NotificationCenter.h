@@ -10,18 +10,18 @@
 
 namespace platform {
 
-/// Something that happened, by name, with what is known about it.
+/// An event, by name, with its data.
 struct Notification {
     std::string name;
     std::map<std::string, std::any, std::less<>> userInfo;
 };
 
-/// Tells observers what happened: an event bus by name. Main thread only, delivery included.
+/// Notifies observers of events: an event bus by name. Main thread only, including delivery.
 class NotificationCenter {
 public:
     using Handler = std::function<void(const Notification&)>;
 
-    /// Names one observer; never reused by the same center.
+    /// Identifies one observer; never reused by the same center.
     struct Token {
         std::uint64_t value = 0;
 
@@ -31,11 +31,11 @@ public:
     /// Calls `handler` for every notification of that name, from any sender, until the observer is removed.
     [[nodiscard]] Token addObserver(std::string_view name, Handler handler);
 
-    /// Ends the delivery at once, also of a notification that is being posted. An unknown token is ignored.
+    /// Ends the delivery at once, even of a notification that is being posted. An unknown token is ignored.
     void removeObserver(Token token);
 
-    /// Calls the observers of the notification's name in the order in which they were added. An observer added
-    /// meanwhile waits for the next notification.
+    /// Calls the observers of the notification's name in the order of their registration. An observer added meanwhile
+    /// gets the next notification.
     void post(const Notification& notification);
 
 private:

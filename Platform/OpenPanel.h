@@ -7,11 +7,11 @@
 
 namespace platform {
 
-/// What the user may choose.
+/// The choices of a panel.
 struct OpenPanelOptions {
-    /// Uniform types; what is of none of them cannot be chosen.
+    /// Uniform types; an item of any other type cannot be chosen.
     std::vector<std::string> allowedContentTypes;
-    /// Where the panel begins. A desktop whose applications are in no folder shows them all.
+    /// The panel's initial folder. A desktop whose applications are in no folder shows them all.
     std::filesystem::path directory;
     bool allowsMultipleSelection = false;
     /// The text of the button that confirms, before translation.
@@ -20,13 +20,13 @@ struct OpenPanelOptions {
     friend bool operator==(const OpenPanelOptions&, const OpenPanelOptions&) = default;
 };
 
-/// Any application; the one content type that the program asks for.
+/// Any application; the only content type that the program uses.
 inline constexpr const char* applicationContentType = "com.apple.application";
 
-/// Lets the user choose among what is on this machine. Main thread only.
+/// Lets the user choose among items on this machine. Main thread only.
 class OpenPanel {
 public:
-    /// What was chosen, in the order of the panel; nothing where the user cancelled.
+    /// The chosen items, in the panel's order; empty if the user cancelled.
     using Completion = std::move_only_function<void(std::vector<std::filesystem::path> chosen)>;
 
     OpenPanel() = default;
@@ -34,7 +34,7 @@ public:
     OpenPanel& operator=(const OpenPanel&) = delete;
     virtual ~OpenPanel() = default;
 
-    /// Brings this program to the front, whatever has the focus.
+    /// Brings this program to the front, regardless of the focus.
     virtual void activateIgnoringOtherApps() = 0;
 
     /// Shows the panel above everything else of the program. `completion` is called once, on the main thread, unless

@@ -28,7 +28,7 @@ class SystemClock;
 class ThisApplication;
 class Workspace;
 
-/// The table of operations that the logic works on. Everything in it is owned by whoever installed it.
+/// The table of operations that the logic works on. Its installer owns everything in it.
 struct Platform {
     Accessibility& accessibility;
     AccessibilityObservers& accessibilityObservers;
@@ -36,19 +36,19 @@ struct Platform {
     ApplicationCatalogue& applicationCatalogue;
     Beep& sound;
     HotKeyEvents& hotKeyEvents;
-    /// Null while nothing is loaded that could draw.
+    /// Null while no toolkit is loaded that could draw.
     ImageRenderer* imageRenderer;
     Localization& localization;
     Log& log;
     LoginItemService& loginItemService;
     MainActor& mainActor;
     const MainBundle& mainBundle;
-    /// Null while nothing is loaded that could show it.
+    /// Null while no toolkit is loaded that could show it.
     OpenPanel* openPanel;
     ProcessInfo& processInfo;
     RunningApplications& runningApplications;
     Screens& screens;
-    /// Null where nobody can say who holds a shortcut.
+    /// Null if no source knows the holders of shortcuts.
     ShortcutHolders* shortcutHolders;
     corvid::PreferenceStore& standardUserDefaults;
     StatusBar& statusBar;
@@ -57,11 +57,11 @@ struct Platform {
     Workspace& workspace;
 };
 
-/// The table in force. Asking for it before one is installed stops the process: it is a fault in the wiring.
+/// The current table. A call before one is installed stops the process: it is a fault in the wiring.
 [[nodiscard]] const Platform& current();
 
-/// Puts a table in force for as long as it lives and the one before it back afterwards. `main` installs the desktop's;
-/// a test installs its own. The table must outlive the installation.
+/// Makes a table the current one for its own lifetime, and restores the former one afterwards. `main` installs the
+/// desktop's; a test installs its own. The table must outlive the installation.
 class Installation {
 public:
     explicit Installation(const Platform& table);

@@ -8,18 +8,18 @@
 
 namespace platform {
 
-/// A window that hangs at something on the screen and holds one view, as large as that view wants to be. Main thread
+/// A window that is attached to an anchor on the screen and shows one view, in that view's preferred size. Main thread
 /// only.
 class Popover {
 public:
-    /// What closes it besides `performClose`.
+    /// Further causes that close it, besides `performClose`.
     enum class Behavior {
         applicationDefined = 0,
-        /// A click outside, Escape, and the loss of the keyboard.
+        /// A click outside, Escape, and the loss of the keyboard focus.
         transient = 1,
     };
 
-    /// The edge of what it hangs at.
+    /// The edge of its anchor.
     enum class Edge {
         minX = 0,
         minY = 1,
@@ -27,12 +27,12 @@ public:
         maxY = 3,
     };
 
-    /// What it hangs at.
+    /// Its anchor.
     struct Anchor {
-        /// In points in the screen space; a click has no size. Nothing where that is not known.
+        /// In points in the screen space; a click has no size. Empty if it is unknown.
         std::optional<corvid::CGRect> rect;
-        /// Where the rectangle is not known: whether the pointer is where the user asked for the popover. Otherwise it
-        /// goes to the corner of the screen where the panel has its items.
+        /// Without a rectangle: whether the pointer is at the place of the user's request. Otherwise it opens in the
+        /// corner of the screen where the panel has its items.
         bool isAtPointer = false;
 
         friend bool operator==(const Anchor&, const Anchor&) = default;
@@ -43,24 +43,24 @@ public:
     Popover& operator=(const Popover&) = delete;
     virtual ~Popover() = default;
 
-    /// What it shows from its next opening on. Nothing of it is made before the first.
+    /// Its content from its next opening on. The content is created at the first opening.
     virtual void setContentView(std::shared_ptr<const View> view) = 0;
 
     [[nodiscard]] virtual bool hasContentView() const = 0;
 
     virtual void setBehavior(Behavior behavior) = 0;
 
-    /// Whether it opens and closes with a transition, unless the user wants less motion.
+    /// Whether it opens and closes with an animation, unless the user has disabled animations.
     virtual void setAnimates(bool animates) = 0;
 
     /// Whether it is open or about to be.
     [[nodiscard]] virtual bool isShown() const = 0;
 
-    /// Opens it, wholly within the visible part of the anchor's screen: below the anchor for `minY`, above it where the
-    /// panel is at the bottom. A toolkit that cannot be had is logged, and nothing opens.
+    /// Opens it, wholly within the visible part of the anchor's screen: below the anchor for `minY`, above it if the
+    /// panel is at the bottom. If no toolkit is available, logs that, and opens nothing.
     virtual void show(const Anchor& anchor, Edge preferredEdge) = 0;
 
-    /// Gives its window the keyboard.
+    /// Gives its window the keyboard focus.
     virtual void makeKey() = 0;
 
     /// Closes it as its user would.

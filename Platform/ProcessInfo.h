@@ -18,7 +18,7 @@ public:
     /// This process's own id, in the numbering of `Accessibility::processIdentifier`.
     [[nodiscard]] virtual ProcessIdentifier processIdentifier() const = 0;
 
-    /// How much memory it takes; nothing where the kernel does not tell.
+    /// Its use of memory; empty if the kernel does not report it.
     [[nodiscard]] virtual std::optional<MemoryUse> memoryUse() const = 0;
 };
 

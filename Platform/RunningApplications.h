@@ -11,7 +11,7 @@
 
 namespace platform {
 
-/// How an application shows itself on the desktop.
+/// The presence of an application on the desktop.
 enum class ActivationPolicy {
     /// An ordinary application, with an entry in the dock or task list.
     regular,
@@ -21,8 +21,8 @@ enum class ActivationPolicy {
     prohibited,
 };
 
-/// An application that runs or ran. What it answers is true now, not when it was obtained; once it has terminated it
-/// stays terminated, also when its process id is given to another application. Main thread only.
+/// An application that runs or ran. Its answers are the present ones, not those of its creation; once it has terminated
+/// it stays terminated, even when another application gets its process id. Main thread only.
 class RunningApplication {
 public:
     RunningApplication() = default;
@@ -32,11 +32,11 @@ public:
 
     [[nodiscard]] virtual ProcessIdentifier processIdentifier() const = 0;
 
-    /// The name under which the application is installed (on Linux the desktop entry's id without ".desktop"); nothing
-    /// where it cannot be told.
+    /// The name under which the application is installed (on Linux the desktop entry's id without ".desktop"); empty if
+    /// it is unknown.
     [[nodiscard]] virtual std::optional<std::string> bundleIdentifier() const = 0;
 
-    /// The name for people, in their language; nothing where there is none.
+    /// The name for people, in their language; empty without one.
     [[nodiscard]] virtual std::optional<std::string> localizedName() const = 0;
 
     [[nodiscard]] virtual ActivationPolicy activationPolicy() const = 0;
@@ -46,10 +46,10 @@ public:
 
 using RunningApplicationReference = std::shared_ptr<const RunningApplication>;
 
-/// What `RunningApplications::notificationCenter` tells.
+/// The notifications of `RunningApplications::notificationCenter`.
 namespace WorkspaceNotification {
-/// An application has been launched. Posted once for each, when its bundle identifier can be told (or it is certain
-/// that it never can); applications that ran before this program are not told.
+/// An application has been launched. Posted once for each, when its bundle identifier is known (or will certainly stay
+/// unknown); not posted for applications that ran before this program.
 inline constexpr std::string_view didLaunchApplication = "NSWorkspaceDidLaunchApplicationNotification";
 /// An application has ended. Posted once for each, after `isTerminated` has become true.
 inline constexpr std::string_view didTerminateApplication = "NSWorkspaceDidTerminateApplicationNotification";
@@ -65,14 +65,14 @@ public:
     RunningApplications& operator=(const RunningApplications&) = delete;
     virtual ~RunningApplications() = default;
 
-    /// All of them, in the order in which they were launched, this program included where the desktop lists it.
+    /// All of them, in the order of their launch, including this program if the desktop lists it.
     [[nodiscard]] virtual std::vector<RunningApplicationReference> runningApplications() = 0;
 
-    /// The one with that process id that has not terminated; null where there is none.
+    /// The one with that process id that has not terminated; null without one.
     [[nodiscard]] virtual RunningApplicationReference runningApplication(ProcessIdentifier process) = 0;
 
-    /// Where launches and terminations are posted: on the main thread, in a turn of the event loop of their own. Always
-    /// the same center.
+    /// The center for launches and terminations: posted on the main thread, in a turn of the event loop of their own.
+    /// Always the same center.
     [[nodiscard]] virtual std::shared_ptr<NotificationCenter> notificationCenter() = 0;
 };
 

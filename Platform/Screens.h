@@ -10,7 +10,7 @@ namespace platform {
 /// screen, y up).
 struct Screen {
     corvid::CGRect frame;
-    /// The frame without the space that panels and docks keep for themselves.
+    /// The frame without the space that panels and docks reserve.
     corvid::CGRect visibleFrame;
 
     friend bool operator==(const Screen&, const Screen&) = default;
@@ -24,8 +24,8 @@ public:
     Screens& operator=(const Screens&) = delete;
     virtual ~Screens() = default;
 
-    /// The screens as they are at this moment, the primary one first; nothing is remembered between two turns of the
-    /// event loop. Empty where the desktop has none or does not answer.
+    /// The screens at this moment, the primary one first; nothing is cached between two turns of the event loop. Empty
+    /// if the desktop has none or does not reply.
     [[nodiscard]] virtual std::vector<Screen> screens() = 0;
 };
 

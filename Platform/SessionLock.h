@@ -5,7 +5,7 @@
 
 namespace platform {
 
-/// Being told of the session's locking. Dropping it ends that, also while it tells.
+/// A subscription to the session's locking. Destroying it ends that, even inside its callback.
 class LockWatch {
 public:
     LockWatch() = default;
@@ -22,10 +22,9 @@ public:
     SessionLock& operator=(const SessionLock&) = delete;
     virtual ~SessionLock() = default;
 
-    /// Calls `locked`, in a turn of the event loop of its own, when the session is to be locked and when it has been;
-    /// that may be twice for one lock. A session that is locked already is not told of. Nothing waits, and where nobody
-    /// says anything of locks, nothing is told. Costs something for as long as it lives only, and must not outlive
-    /// this.
+    /// Calls `locked`, in a turn of the event loop of its own, when the session is about to be locked and when it has
+    /// been; that may be twice for one lock. A session that is locked already causes no call. Nothing waits; if no
+    /// source reports locks, there is no call. It has a cost only while it lives, and must not outlive this.
     [[nodiscard]] virtual std::unique_ptr<LockWatch> watch(std::function<void()> locked) = 0;
 };
 

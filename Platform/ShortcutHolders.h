@@ -29,24 +29,24 @@ struct ShortcutHolder {
     struct Keys {
         /// Carbon's mask, as in `corvid::Shortcut`.
         std::uint32_t modifiers = 0;
-        /// The name of the other one as it stands on the key, or in its place. UTF-8.
+        /// The name of the key that is no modifier, from its label or its position. UTF-8.
         std::string name;
 
         friend bool operator==(const Keys&, const Keys&) = default;
     };
 
-    /// The desktop or program as people call it, as in "GNOME"; behind a comma the place in its configuration, if it
+    /// The desktop or program by its common name, as in "GNOME"; after a comma the place in its configuration, if it
     /// has one. UTF-8, never empty.
     std::string heldBy;
-    /// A common purpose, or the holder's own words in its own language. UTF-8; empty where it has none.
+    /// A common purpose, or the holder's own words in its own language. UTF-8; empty without one.
     std::variant<KeyPurpose, std::string> purpose;
-    /// Other keys that do the same there; nothing where there are none, or nobody has said.
+    /// Other keys with the same function there; empty if there are none, or it is unknown.
     std::optional<Keys> otherKeys = {};
 
     friend bool operator==(const ShortcutHolder&, const ShortcutHolder&) = default;
 };
 
-/// A search for holders. Dropping it ends it, and nobody is told any more.
+/// A search for holders. Destroying it ends it without a callback.
 class HolderSearch {
 public:
     HolderSearch() = default;
@@ -55,10 +55,10 @@ public:
     virtual ~HolderSearch() = default;
 };
 
-/// Finds out who holds combinations of keys that were refused. Main thread only.
+/// Finds the holders of refused combinations of keys. Main thread only.
 class ShortcutHolders {
 public:
-    /// One answer for each combination, in their order; nothing where nobody can say.
+    /// One result for each combination, in their order; empty if it is unknown.
     using Answers = std::vector<std::optional<ShortcutHolder>>;
     using Found = std::function<void(const Answers&)>;
 
@@ -67,9 +67,8 @@ public:
     ShortcutHolders& operator=(const ShortcutHolders&) = delete;
     virtual ~ShortcutHolders() = default;
 
-    /// Begins to look. `found` is called at most once, in a later turn of the event loop, and may drop the search;
-    /// never where there is nobody to ask or no answer comes. Null where a search cannot be begun. The search must not
-    /// outlive this.
+    /// Begins a search. `found` is called at most once, in a later turn of the event loop, and may destroy the search;
+    /// it is not called without a source or a reply. Null if a search is impossible. The search must not outlive this.
     [[nodiscard]] virtual std::unique_ptr<HolderSearch> find(const std::vector<corvid::Shortcut>& shortcuts,
                                                              Found found) = 0;
 };

@@ -17,18 +17,18 @@ struct StatusMenuLine {
     /// In the user's language; empty for a dividing line.
     std::string title;
     bool isEnabled = true;
-    /// With a check mark, on or off; nothing for a line that has none.
+    /// With a check mark, on or off; empty for a line without one.
     std::optional<bool> isChecked;
     /// Called on the main thread when the line is chosen.
     std::function<void()> action;
 };
 
-/// A small picture in the panel. Dropping it takes it away. Main thread only, callbacks included.
+/// A small picture in the panel. Destroying it removes it. Main thread only, including callbacks.
 ///
-/// Panels come and go: an item made before there is a panel appears when one does, and again after it was restarted.
+/// Panels start and end: an item created without a panel appears when a panel starts, and again after its restart.
 class StatusItem {
 public:
-    /// `position` is where the user clicked, in points in the screen space; nothing where the panel does not say.
+    /// `position` is the place of the click, in points in the screen space; empty if the panel does not report it.
     using Action = std::function<void(std::optional<corvid::CGPoint> position)>;
 
     StatusItem() = default;
@@ -39,7 +39,7 @@ public:
     /// Whether a panel shows it now.
     [[nodiscard]] virtual bool isShown() const = 0;
 
-    /// Where it is shown, in points in the screen space; nothing where the panel does not say.
+    /// Its frame, in points in the screen space; empty if the panel does not report it.
     [[nodiscard]] virtual std::optional<corvid::CGRect> frame() const = 0;
 
     virtual void setImage(const Image& image) = 0;
@@ -47,17 +47,17 @@ public:
     /// Its name for people: the heading of the tool tip, and the accessibility label.
     virtual void setTitle(std::string_view title) = 0;
 
-    /// What the tool tip says below the title; empty for nothing.
+    /// The tool tip's text below the title; empty for none.
     virtual void setToolTip(std::string_view text) = 0;
 
-    /// What a click does. The action may drop the item.
+    /// The effect of a click. The action may destroy the item.
     virtual void setAction(Action action) = 0;
 
     /// The menu of a secondary click; panels that show only menus show it on every click.
     virtual void setMenu(std::vector<StatusMenuLine> lines) = 0;
 };
 
-/// The panel's place for status items. Main thread only.
+/// The panel's area for status items. Main thread only.
 class StatusBar {
 public:
     StatusBar() = default;
@@ -65,12 +65,12 @@ public:
     StatusBar& operator=(const StatusBar&) = delete;
     virtual ~StatusBar() = default;
 
-    /// The symbol of that name as a picture for an item; nothing where there is no such symbol.
+    /// The symbol of that name as a picture for an item; empty if there is no such symbol.
     [[nodiscard]] virtual std::optional<Image> symbolImage(std::string_view name,
                                                            std::string_view accessibilityDescription) const = 0;
 
-    /// A square item without picture, title and action. The panel keeps the item's place under `autosaveName`. Never
-    /// null: without a panel the item is just not shown.
+    /// A square item without picture, title and action. The panel stores the item's position under `autosaveName`.
+    /// Never null: without a panel the item is merely not shown.
     [[nodiscard]] virtual std::unique_ptr<StatusItem> createStatusItem(std::string_view autosaveName) = 0;
 };
 

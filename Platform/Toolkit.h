@@ -6,8 +6,8 @@ class ImageRenderer;
 class OpenPanel;
 class Popover;
 
-/// What shows windows and draws pictures. It is large, so it is loaded when it is first needed, and kept. Main thread
-/// only.
+/// The library that shows windows and draws pictures. It is large, so it is loaded at its first use, and kept. Main
+/// thread only.
 class Toolkit {
 public:
     Toolkit() = default;
@@ -19,7 +19,7 @@ public:
     [[nodiscard]] virtual OpenPanel& openPanel() = 0;
     [[nodiscard]] virtual ImageRenderer& imageRenderer() = 0;
 
-    /// Runs its own event loop with the main loop in it, until the main loop is told to end.
+    /// Runs its own event loop with the main loop in it, until the main loop ends.
     virtual void run() = 0;
 };
 

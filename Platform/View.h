@@ -2,8 +2,8 @@
 
 namespace platform {
 
-/// What is to be shown in a window or drawn into a picture, described without any toolkit: a value that names the
-/// objects it shows. The toolkit that shows it knows the kinds of views there are, and makes them when they are needed.
+/// The content of a window or a picture, described without any toolkit: a value that names its objects. The toolkit
+/// knows the kinds of views, and creates them when they are needed.
 class View {
 public:
     View() = default;

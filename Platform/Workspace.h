@@ -14,7 +14,7 @@ public:
     Workspace& operator=(const Workspace&) = delete;
     virtual ~Workspace() = default;
 
-    /// The process of the application that has the keyboard focus; nothing while none has.
+    /// The process of the focused application; empty without one.
     [[nodiscard]] virtual std::optional<ProcessIdentifier> frontmostApplication() = 0;
 };
 

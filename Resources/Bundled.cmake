@@ -1,4 +1,4 @@
-# What the interface draws with, bundled into its plugin: symbols, the pictures' applications, and the font.
+# Resources that the interface's plugin contains: symbols, the icons of sample applications, and the font.
 function(tessel_bundle_resources target)
     qt_add_resources(${target} symbols PREFIX /symbols BASE ${PROJECT_SOURCE_DIR}/Resources/symbols FILES
         ${PROJECT_SOURCE_DIR}/Resources/symbols/app.dashed.svg

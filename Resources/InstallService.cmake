@@ -1,4 +1,4 @@
-# Writes the message bus's service file while the program is installed: the prefix may be another than was configured.
+# Writes the message bus's service file during the installation: its prefix may differ from the configured one.
 set(program "${CMAKE_INSTALL_PREFIX}/${bindir}/tessel")
 if(program MATCHES "[^A-Za-z0-9_./+-]")
     set(program "\"${program}\"")

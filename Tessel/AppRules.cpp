@@ -21,20 +21,20 @@ using platform::RunningApplicationReference;
 
 namespace {
 
-/// How long an application that cannot be watched yet is given before the next attempt, and how many more there are.
+/// The delay before the next attempt for an application that cannot be watched yet, and the number of further attempts.
 constexpr std::chrono::milliseconds retryDelay{250};
 constexpr std::int64_t mostRetries = 40;
 
-/// How long an application has to put its window elsewhere once a rule has been applied to it.
+/// The time in which an application may move its window again after a rule.
 constexpr std::chrono::milliseconds settleDelay{400};
 
-/// Runs work on the main thread after a delay, to the point; nothing ends it before.
+/// Runs a function on the main thread after an exact delay; it cannot be cancelled.
 void runAfter(platform::Duration delay, platform::MainActor::Work work) {
     platform::MainActor& mainActor = platform::current().mainActor;
     mainActor.runLater(mainActor.now() + delay, platform::Duration::zero(), std::move(work));
 }
 
-/// The application that a notification of the workspace is about; null where it carries none.
+/// The application in a notification of the workspace; null without one.
 RunningApplicationReference applicationIn(const platform::Notification& notification) {
     const auto found = notification.userInfo.find(platform::WorkspaceNotification::applicationKey);
     if (found == notification.userInfo.end()) {
@@ -49,7 +49,7 @@ std::optional<WindowAction> ruleFor(const Prefs::Rules& rules, const std::option
     return found == rules.end() ? std::nullopt : std::optional(found->second);
 }
 
-/// An observer of the process that tells `context` of new windows; null where the process is not ready for one.
+/// An observer of the process that notifies `context` of new windows; null if the process is not ready for one.
 std::unique_ptr<platform::AXObserver> observeWindows(ProcessIdentifier process, const AXUIElement& application,
                                                      platform::AXObserverCallback callback, void* context) {
     auto observer = platform::current().accessibilityObservers.createObserver(process, callback);

@@ -16,10 +16,9 @@
 
 namespace tessel {
 
-/// Carries out the app rules: applies each ruled application's action to its first standard window, as it is created or
-/// when it already stands there as the application has just been launched; and once more shortly afterwards if the
-/// application moved the window again. Every failure is silent. Main thread only; nothing reaches a watcher that has
-/// been dropped.
+/// Carries out the app rules: applies each ruled application's action to its first standard window, when the window is
+/// created or if it exists already when the application is launched; and again shortly afterwards if the application
+/// moved the window. Every failure is silent. Main thread only; no callback reaches a destroyed watcher.
 class AppRules {
 public:
     AppRules() = default;
@@ -30,26 +29,27 @@ public:
     /// Actions by bundle identifier.
     [[nodiscard]] const Prefs::Rules& rules() const { return currentRules; }
 
-    /// While running, applications that have a rule now are watched from now on, and those without one no longer;
-    /// windows that are open already stay as they are.
+    /// While running, starts watching applications that have a rule now, and stops watching those without one; open
+    /// windows stay as they are.
     void setRules(Prefs::Rules rules);
 
     [[nodiscard]] bool isRunning() const { return running; }
 
-    /// Starts watching; nothing happens to windows that are open already. Without effect while running.
+    /// Starts watching; open windows stay as they are. Without effect while running.
     void start();
 
-    /// Stops watching. A window that a rule was just applied to may still be put back once.
+    /// Stops watching. A window that a rule was just applied to may still be moved back once.
     void stop();
 
-    /// Told of every window that a rule was applied to. May be left out.
+    /// Notified of every window that a rule was applied to. Optional.
     std::function<void(const platform::AXUIElement&, const WindowMover::Attempt&)> onPlacement;
 
 private:
     /// Watches the running applications that have a rule, and no others.
     void syncObservers();
 
-    /// Watches an application for new windows. One that cannot be watched yet is tried again, `attempt` times so far.
+    /// Watches an application for new windows. Retries if it cannot be watched yet; `attempt` counts the retries so
+    /// far.
     void watch(const platform::RunningApplicationReference& application, bool justLaunched, std::int64_t attempt);
     void watchLater(const platform::RunningApplicationReference& application, bool justLaunched, std::int64_t attempt);
     void unwatch(platform::ProcessIdentifier process);
@@ -62,7 +62,8 @@ private:
 
     Prefs::Rules currentRules;
     bool running = false;
-    /// One for each watched process; its callbacks find the watcher by a plain pointer, which is why it goes first.
+    /// One for each watched process; its callbacks find the watcher by a plain pointer, so the observers are destroyed
+    /// first.
     std::map<platform::ProcessIdentifier, std::unique_ptr<platform::AXObserver>> observers;
     std::vector<corvid::NotificationObservation> workspaceObservations;
     corvid::Lifetime lifetime;

@@ -20,13 +20,13 @@ namespace tessel {
 
 namespace {
 
-/// The master switch, as it is kept in the user's defaults.
+/// The master switch, as stored in the user's defaults.
 const corvid::Preference<bool> enabledPreference{.key = "enabled", .defaultValue = true};
 
-/// Whether the user lets the program have shortcuts that the desktop holds.
+/// Whether the user allows the program to use shortcuts that the desktop holds.
 const corvid::Preference<bool> borrowsShortcutsPreference{.key = "borrowsShortcuts", .defaultValue = false};
 
-/// How often the permission is looked for.
+/// The interval between checks for the permission.
 constexpr platform::Duration permissionInterval = std::chrono::seconds(2);
 
 /// Several hot keys are lost together, and a desktop that was too busy to answer is left alone for a while.
@@ -58,7 +58,7 @@ bool isAddable(const platform::RunningApplication& application, const Prefs::Rul
 } // namespace
 
 AppState& AppState::shared() {
-    // Never released: whatever the desktop delivers last still finds it.
+    // Never released, so that the desktop's last callbacks still find it.
     static AppState& instance = *new AppState(platform::current().standardUserDefaults, false);
     return instance;
 }
@@ -97,7 +97,7 @@ AppState::AppState(corvid::PreferenceStore& preferences, bool preview, corvid::H
         missing = corvid::AccessibilityAccess::obstacle().value_or(platform::AccessObstacle{});
     }
     update();
-    // The watch ends with the state that it belongs to.
+    // The watch ends with its state.
     permissionWatch.emplace(permissionInterval, [this] { checkPermission(); });
 }
 
@@ -136,7 +136,7 @@ void AppState::setRules(Prefs::Rules value) {
     if (isPreview) {
         return;
     }
-    // Others may have stored rules meanwhile, some of which are not even known here.
+    // Other processes may have stored rules meanwhile, some of which are not even known here.
     preferences[Prefs::rules].change(former, currentRules);
     appRules.setRules(currentRules);
 }

@@ -33,11 +33,11 @@ namespace tessel {
 
 /// The program's state, and the one switch that turns hot keys and app rules on and off. Main thread only.
 ///
-/// Both are on exactly when `isEnabled` and `hasAccessibility` are true. A preview only holds values for others to
-/// show: it never registers a hot key, watches no application, never asks for permission and never looks for it.
+/// Both are on exactly when `isEnabled` and `hasAccessibility` are true. A preview only provides values for display: it
+/// registers no hot key, watches no application, and neither requests the permission nor checks it.
 class AppState {
 public:
-    /// The one of the program, over the user's settings. Made on first use, never released.
+    /// The program's own state, over the user's settings. Created on first use, never released.
     [[nodiscard]] static AppState& shared();
 
     /// `preferences` and `dispatcher` must outlive the state.
@@ -47,24 +47,24 @@ public:
     AppState& operator=(const AppState&) = delete;
     ~AppState() = default;
 
-    /// The master switch. Every assignment is stored and acted upon, also of the same value.
+    /// The master switch. Every assignment is stored and takes effect, even with the same value.
     [[nodiscard]] bool isEnabled() const { return enabled; }
 
     void setEnabled(bool value);
 
-    /// Actions by bundle identifier. Every assignment is stored (but for a preview's), also of the same value.
+    /// Actions by bundle identifier. Every assignment is stored (except in a preview), even with the same value.
     [[nodiscard]] const Prefs::Rules& rules() const { return currentRules; }
 
     void setRules(Prefs::Rules value);
 
-    /// Adds, changes or (with nothing) removes one rule.
+    /// Adds, changes or (with an empty action) removes one rule.
     void setRule(const std::string& bundleIdentifier, std::optional<WindowAction> action);
 
     /// To be called on the main thread when applications were installed, changed or removed: they may go by other names
     /// now, and be the ones that a rule has waited for. Nothing is stored.
     void applicationsChanged();
 
-    /// The rules as rows for people, by name.
+    /// The rules as rows for display, by name.
     [[nodiscard]] const std::vector<RuleApp>& ruleApps() const { return rows; }
 
     /// Whether the desktop lets us move windows, as far as is known.
@@ -73,22 +73,23 @@ public:
     /// The reason why it does not; nothing where it does.
     [[nodiscard]] const std::optional<platform::AccessObstacle>& obstacle() const { return missing; }
 
-    /// Only for previews: a real state finds out for itself.
+    /// Only for previews: a real state checks this itself.
     void setHasAccessibility(bool value);
 
     /// The actions whose shortcut could not be registered at the last registration.
     [[nodiscard]] const std::set<WindowAction>& failedShortcuts() const { return failed; }
 
-    /// The holders of those, as far as the desktop has said by now. It is asked once they are found to be taken.
+    /// The holders of those, as far as the desktop has reported them. It is asked once a shortcut turns out to be
+    /// taken.
     [[nodiscard]] const std::map<WindowAction, platform::ShortcutHolder>& shortcutHolders() const { return holders; }
 
-    /// Whether shortcuts that others hold are borrowed while the program runs, where the desktop can do that. Only ever
-    /// set by the user. Every assignment is stored (but for a preview's) and registers all shortcuts anew.
+    /// Whether shortcuts that others hold are borrowed while the program runs, if the desktop can do that. Only the
+    /// user sets it. Every assignment is stored (except in a preview) and registers all shortcuts again.
     [[nodiscard]] bool borrowsShortcuts() const { return borrows; }
 
     void setBorrowsShortcuts(bool value);
 
-    /// The actions whose shortcut stood so when it was last registered or refused.
+    /// The actions whose shortcut had that state when it was last registered or refused.
     [[nodiscard]] std::set<WindowAction> shortcutsOnLoan(platform::HotKeyLoan loan) const;
 
     /// The taken ones that cannot be borrowed, as far as the desktop says why.
@@ -96,15 +97,14 @@ public:
 
     [[nodiscard]] AppStatus status() const { return {enabled, hasAccessibility(), !failed.empty()}; }
 
-    /// The reminder to look for a newer version.
+    /// The reminder to check for a newer version.
     [[nodiscard]] corvid::UpdateCenter& updates() { return updateCenter; }
 
-    /// The ordinary applications that run and could be given a rule, by name: not this program itself, none without a
+    /// The ordinary running applications that a rule can be added for, by name: not this program itself, none without a
     /// bundle identifier, none that has a rule.
     [[nodiscard]] std::vector<platform::RunningApplicationReference> addableRunningApps() const;
 
-    /// Lets the user pick applications, and gives each of them the action. Nothing happens where nothing is there to
-    /// pick with.
+    /// Opens a chooser for applications, and gives each chosen one the action. Without effect if there is no chooser.
     void chooseApp(WindowAction action);
 
     /// Emits before every assignment of a value above. A subscriber reads the new value in a later turn.
@@ -120,14 +120,14 @@ private:
     /// The single place where the system is switched on or off.
     void update();
 
-    /// Asks the desktop whose the shortcuts are that could not be registered.
+    /// Asks the desktop for the holders of the shortcuts that could not be registered.
     void findHolders();
 
-    /// How each shortcut that is registered, or was refused, stands by now.
+    /// The present state of each shortcut that is registered, or was refused.
     [[nodiscard]] std::map<WindowAction, platform::HotKeyLoan> presentLoans() const;
     [[nodiscard]] std::map<WindowAction, platform::LoanObstacle> presentObstacles() const;
 
-    /// Looks whether the permission was given or taken away, and whether what is borrowed still has to be.
+    /// Checks whether the permission was granted or revoked, and whether each loan is still needed.
     void checkPermission();
 
     /// Registers all hot keys anew, after a pause.

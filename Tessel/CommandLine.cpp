@@ -23,28 +23,28 @@ Moves and resizes the focused window from the keyboard. Runs until it is told to
   Ctrl+Alt+D       almost maximize
   Ctrl+Alt+Down    maximize height
 
-Ask the Tessel that runs on this display:
-  --status         how it stands: shortcuts and app rules
-  --perform ACTION do with the focused window what a shortcut does: left-half, right-half, center, maximize,
-                   almost-maximize or maximize-height; or what has none: top-half, bottom-half, top-left, top-right,
-                   bottom-left, bottom-right, first-third, center-third, last-third, first-two-thirds,
+Control the Tessel that runs on this display:
+  --status         print its status: shortcuts and app rules
+  --perform ACTION act on the focused window as a shortcut does: left-half, right-half, center, maximize,
+                   almost-maximize or maximize-height; or without a shortcut: top-half, bottom-half, top-left,
+                   top-right, bottom-left, bottom-right, first-third, center-third, last-third, first-two-thirds,
                    last-two-thirds, next-display, previous-display or restore
   --rule APPLICATION ACTION
                    set the app rule of an application (its desktop entry's name without ".desktop"): maximize,
                    center or none
-  --take-shortcuts use the shortcuts that the desktop holds, for as long as Tessel runs
+  --take-shortcuts use the shortcuts that the desktop holds, while Tessel runs
   --give-back-shortcuts
-                   leave them to the desktop again
+                   return them to the desktop
   --quit           end it
   --json           answer in JSON; together with one of these, or with --forget
 
-Without an option while Tessel runs already, the running Tessel is asked to show itself.
+Without an option, a Tessel that runs already shows its window.
 
 Other options:
-  --forget         end it, and remove all that it keeps for you: settings, app rules, the start at login and the
-                   extension of GNOME Shell; for when it is being removed
+  --forget         end it, and remove its files from your home: settings, app rules, the start at login and the
+                   extension of GNOME Shell; run this before you uninstall it
   --snapshot DIRECTORY
-                   draw pictures of the interface into a directory that is there, in the user's language
+                   draw pictures of the interface into an existing directory, in the user's language
   --help           show this text
   --version        show the version
 )";
@@ -52,7 +52,7 @@ Other options:
 struct Command {
     std::string_view option;
     Ask::What what;
-    /// What its arguments are called.
+    /// The names of its arguments in the help text.
     std::vector<std::string_view> arguments;
 };
 
@@ -72,7 +72,7 @@ Refuse refuse(std::string_view what) {
     return {"tessel: " + std::string(what) + "; see tessel --help\n"};
 }
 
-/// The raw value of an action's word, which may also be written as in "left-half".
+/// The raw value of an action's word, which may also have the form "left-half".
 std::string rawValueOf(std::string_view word) {
     std::string value;
     bool isStart = false;
@@ -88,7 +88,7 @@ std::string rawValueOf(std::string_view word) {
     return value;
 }
 
-/// The other way around: "left-half" for "leftHalf".
+/// The reverse: "left-half" for "leftHalf".
 std::string wordOf(std::string_view rawValue) {
     std::string word;
     for (const char character : rawValue) {
@@ -114,7 +114,7 @@ std::string wordsOf(const auto& choice) {
     return words;
 }
 
-/// Puts raw values in the place of words.
+/// Replaces words by raw values.
 std::optional<Refuse> settleWords(Ask& ask) {
     if (ask.what == Ask::What::perform) {
         std::string& word = ask.arguments[0];
@@ -161,7 +161,7 @@ Request parse(std::span<const std::string> arguments, const std::string& version
         return Run{};
     }
     std::vector<std::string> words(arguments.begin() + 1, arguments.end());
-    // With a directory it would not have come here; without one it asks for nothing.
+    // `--snapshot` with a directory is handled before this; without one it is ignored.
     if (words.back() == "--snapshot") {
         words.pop_back();
         if (words.empty()) {

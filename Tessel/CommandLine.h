@@ -6,10 +6,10 @@
 #include <variant>
 #include <vector>
 
-/// What the command line asks for.
+/// The request of a command line.
 namespace tessel::CommandLine {
 
-/// Run until told to end.
+/// Run until a request or a signal ends the program.
 struct Run {
     friend bool operator==(const Run&, const Run&) = default;
 };
@@ -28,7 +28,7 @@ struct Refuse {
     friend bool operator==(const Refuse&, const Refuse&) = default;
 };
 
-/// Ask something of the running program, print its answer, and end.
+/// Send a request to the running program, print its reply, and exit.
 struct Ask {
     enum class What : std::uint8_t {
         status,
@@ -44,15 +44,15 @@ struct Ask {
 
     What what = What::status;
     std::vector<std::string> arguments;
-    /// Whether the answer is to be JSON, for programs.
+    /// Whether the answer has the form of JSON, for programs.
     bool json = false;
 
     friend bool operator==(const Ask&, const Ask&) = default;
 };
 
-/// End what runs, and remove everything that the program keeps for the user.
+/// End every running instance, and remove all files that the program keeps for the user.
 struct Forget {
-    /// Whether the answer is to be JSON, for programs.
+    /// Whether the answer has the form of JSON, for programs.
     bool json = false;
 
     friend bool operator==(const Forget&, const Forget&) = default;
@@ -60,7 +60,7 @@ struct Forget {
 
 using Request = std::variant<Run, Print, Refuse, Ask, Forget>;
 
-/// Reads the arguments, the program's own path first.
+/// Parses the arguments, the program's own path first.
 [[nodiscard]] Request parse(std::span<const std::string> arguments, const std::string& version);
 
 } // namespace tessel::CommandLine

@@ -6,8 +6,8 @@
 
 namespace tessel {
 
-/// The text with the values in the places that it has for them: "%1" is the first one, "%2" the second, and so on, and
-/// each "%lld" the next one in turn. A place without a value stays as it is; a value is not searched for places.
+/// The text with its placeholders replaced by the values: "%1" by the first one, "%2" by the second, and so on, and
+/// each "%lld" by the next one in turn. A placeholder without a value stays; values are not searched for placeholders.
 [[nodiscard]] std::string filled(std::string_view text, std::span<const std::string> values);
 
 } // namespace tessel

@@ -9,7 +9,7 @@
 namespace tessel {
 
 /// The purpose of a held shortcut, as the end of a sentence in the user's language, or in the holder's own words. Empty
-/// where nobody has said.
+/// if it is unknown.
 [[nodiscard]] std::string purposeText(const platform::ShortcutHolder& holder,
                                       const platform::Localization& localization);
 

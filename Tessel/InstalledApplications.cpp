@@ -15,7 +15,7 @@ namespace tessel {
 
 namespace {
 
-/// Whether a word goes on with this byte; those beyond ASCII are letters for this purpose.
+/// Whether this byte continues a word; bytes beyond ASCII count as letters here.
 bool isOfWord(char byte) {
     return (byte >= 'a' && byte <= 'z') || (byte >= '0' && byte <= '9') || static_cast<unsigned char>(byte) > '\x7F';
 }
@@ -57,7 +57,7 @@ std::vector<InstalledApplication> installedApplications() {
     platform::ApplicationCatalogue& catalogue = platform::current().applicationCatalogue;
     std::vector<InstalledApplication> applications;
     for (std::filesystem::path& location : catalogue.locations()) {
-        // One that was removed meanwhile is left out.
+        // An application that was removed meanwhile is left out.
         if (std::optional<std::string> bundleID = catalogue.bundleIdentifier(location)) {
             std::string name = AppName::display(catalogue.displayName(location), *bundleID);
             platform::Image icon = smallIcon(catalogue.icon(location));

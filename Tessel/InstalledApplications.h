@@ -13,7 +13,7 @@ namespace tessel {
 /// One of them; its identity is the bundle identifier.
 struct InstalledApplication {
     std::string bundleID;
-    /// What it is called, in the user's language.
+    /// Its name, in the user's language.
     std::string name;
     std::filesystem::path location;
     /// 20 by 20 points.
@@ -24,12 +24,11 @@ struct InstalledApplication {
     friend bool operator==(const InstalledApplication&, const InstalledApplication&) = default;
 };
 
-/// All that are to be shown, by name. Every call looks afresh. Main thread only.
+/// All that are listed, by name. Every call reads them again. Main thread only.
 [[nodiscard]] std::vector<InstalledApplication> installedApplications();
 
-/// Those whose names have every word of `text` in them, letter case and accents aside: first those that have words
-/// beginning with them all, then the others; within both the order stays. All of them where `text` has no word. Main
-/// thread only.
+/// Those whose names contain every word of `text`, ignoring letter case and accents: first those with words that begin
+/// with all of them, then the others; each group keeps its order. All of them if `text` has no word. Main thread only.
 [[nodiscard]] std::vector<InstalledApplication> matching(const std::vector<InstalledApplication>& applications,
                                                          std::string_view text);
 

@@ -8,8 +8,8 @@
 
 namespace tessel {
 
-/// Names the item's symbol: how the program stands at the time. `state` must outlive it. Asked on another thread, it
-/// stops the process.
+/// Names the item's symbol for the program's present state. `state` must outlive it. A call on another thread stops the
+/// process.
 [[nodiscard]] inline corvid::MenuBarController::Symbol menuBarSymbol(const AppState& state) {
     return [&state] {
         corvid::assertIsolated({.file = "Tessel/MenuBarSymbol", .line = __LINE__});

@@ -5,8 +5,8 @@
 
 namespace tessel {
 
-/// The plugin's one function, "tesselStartToolkit": starts the toolkit, which becomes the caller's. Null where it
-/// cannot connect to the desktop. At most one toolkit at a time, and the plugin stays loaded.
+/// The plugin's one function, "tesselStartToolkit": starts the toolkit, whose owner is the caller. Null if it cannot
+/// connect to the desktop. At most one toolkit at a time, and the plugin stays loaded.
 using StartToolkit = platform::Toolkit* (*)(const corvid::toolkit::Surroundings& surroundings);
 
 inline constexpr const char* startToolkitName = "tesselStartToolkit";

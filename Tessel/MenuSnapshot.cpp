@@ -27,7 +27,7 @@ const Prefs::Rules& previewRules() {
     return rules;
 }
 
-/// A state with the store that it reads, for as long as either is shown.
+/// A state with its store, while either is shown.
 struct PreviewState {
     corvid::InMemoryPreferenceStore preferences;
     AppState state{preferences, true};

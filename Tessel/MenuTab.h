@@ -9,7 +9,7 @@ namespace tessel {
 /// The two lists of the interface.
 enum class MenuTab : std::uint8_t { shortcuts, apps };
 
-/// Every tab, in the order in which they are shown.
+/// Every tab, in display order.
 inline constexpr std::array<MenuTab, 2> allMenuTabs{MenuTab::shortcuts, MenuTab::apps};
 
 /// The tab's name for programs.

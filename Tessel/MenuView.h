@@ -9,7 +9,7 @@
 
 namespace tessel {
 
-/// The root view of the interface: what it observes, and the tab that it begins with.
+/// The root view of the interface: the state that it observes, and its first tab.
 class MenuView final : public platform::View {
 public:
     /// `state` outlives every view of it.
@@ -17,7 +17,7 @@ public:
         : observed(&state)
         , tab(tab) {}
 
-    /// Over a state of its own, which goes with the view.
+    /// Over a state of its own, which is destroyed with the view.
     explicit MenuView(std::shared_ptr<AppState> state, MenuTab tab)
         : owned(std::move(state))
         , observed(owned.get())

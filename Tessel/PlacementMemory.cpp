@@ -16,7 +16,7 @@ using platform::ProcessIdentifier;
 
 namespace {
 
-/// The open windows of a process; nothing where it does not answer.
+/// The open windows of a process; empty if it does not answer.
 std::optional<std::vector<AXUIElement>> openWindows(ProcessIdentifier process) {
     platform::Accessibility& accessibility = platform::current().accessibility;
     const auto value =
@@ -80,7 +80,7 @@ std::vector<PlacementMemory::Remembered>::iterator PlacementMemory::find(const A
     return std::ranges::find(windows, window, &Remembered::window);
 }
 
-// Another application may be given the process id, and the numbers of the windows with it.
+// Another application may get the process id, and with it the ids of the windows.
 void PlacementMemory::forgetEnded(const platform::Notification& notification) {
     const auto found = notification.userInfo.find(platform::WorkspaceNotification::applicationKey);
     const auto* application = found == notification.userInfo.end()

@@ -11,12 +11,12 @@
 
 namespace tessel {
 
-/// Where the windows stood before they were placed, for `WindowPlacement::restore`. Kept in memory only, for the
-/// windows that were placed last; what is known of a window goes with its application, and at the latest when another
-/// window is placed after it was closed. Main thread only.
+/// The windows' frames before their placements, for `WindowPlacement::restore`. Kept in memory only, for the windows
+/// that were placed last. A window's entry is removed when its application ends, and at the latest when another window
+/// is placed after it was closed. Main thread only.
 class PlacementMemory {
 public:
-    /// Windows beyond these are forgotten, those first that were placed longest ago.
+    /// The limit: the windows whose last placement is the oldest are forgotten first.
     static constexpr std::size_t mostWindows = 64;
 
     PlacementMemory() = default;
@@ -24,19 +24,19 @@ public:
     PlacementMemory& operator=(const PlacementMemory&) = delete;
     ~PlacementMemory() = default;
 
-    /// The way back of a window; an empty one where nothing is known.
+    /// The trail of a window; an empty one for an unknown window.
     [[nodiscard]] const PlacementTrail& trail(const platform::AXUIElement& window) const;
 
-    /// A window was placed. What did not move it is of no account.
+    /// Records a placement of a window. One that did not move it is ignored.
     void add(const platform::AXUIElement& window, const WindowMover::Attempt& made);
 
-    /// A window was put back to where its trail led.
+    /// Records that a window was put back along its trail.
     void goBack(const platform::AXUIElement& window, const WindowMover::Attempt& made);
 
-    /// The last placement of a window was repeated.
+    /// Records that the last placement of a window was repeated.
     void amend(const platform::AXUIElement& window, const WindowMover::Attempt& made);
 
-    /// How many windows are remembered.
+    /// The number of remembered windows.
     [[nodiscard]] std::size_t count() const { return windows.size(); }
 
 private:
@@ -51,7 +51,7 @@ private:
     void forgetClosed();
     void forgetPointless();
 
-    /// The one that was placed last is the last.
+    /// In the order of their last placements.
     std::vector<Remembered> windows;
     std::optional<corvid::NotificationObservation> terminations;
 };

@@ -7,7 +7,7 @@
 #include <map>
 #include <string>
 
-/// The program's settings, as they are kept in the user's defaults.
+/// The program's settings, as stored in the user's defaults.
 namespace tessel::Prefs {
 
 /// Actions by bundle identifier: one rule for each application.

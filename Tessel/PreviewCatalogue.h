@@ -4,7 +4,7 @@
 
 namespace tessel {
 
-/// The made-up applications of the pictures, which are the same on every machine: their icons are resources of the
+/// The sample applications of the pictures, which are the same on every machine: their icons are resources of the
 /// interface (":/preview/…"), their names are in the catalogue of texts.
 class PreviewCatalogue final : public platform::ApplicationCatalogue {
 public:

@@ -5,10 +5,10 @@
 
 #include <string>
 
-/// The command line's side of the remote control: asks, and words the answer.
+/// The command line's side of the remote control: sends the request, and puts the reply into words.
 namespace tessel::RemoteCommand {
 
-/// What a command prints and ends with: 0 where it was carried out, 1 where not.
+/// A command's output and exit status: 0 for success, 1 for failure.
 struct Outcome {
     std::string output;
     std::string errors;
@@ -17,7 +17,7 @@ struct Outcome {
     friend bool operator==(const Outcome&, const Outcome&) = default;
 };
 
-/// Carries out what was asked. Waits for the answer as long as `program` does.
+/// Carries out the request. Waits for the reply as long as `program` does.
 [[nodiscard]] Outcome carryOut(const CommandLine::Ask& ask, platform::ControlRequests& program);
 
 } // namespace tessel::RemoteCommand

@@ -47,7 +47,7 @@ std::string wordOf(AppStatus status) {
     std::unreachable();
 }
 
-/// Whether a text can be the name of an application: what a file's name may hold, in one line.
+/// Whether a text can be the name of an application: one line with the characters of a file name.
 bool isIdentifier(std::string_view text) {
     constexpr auto isUnfit = [](char character) {
         return static_cast<unsigned char>(character) < ' ' || character == '/' || character == '\x7F';

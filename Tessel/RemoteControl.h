@@ -10,11 +10,11 @@
 
 namespace tessel {
 
-/// Answers what is asked from outside, out of the program's state and on the desktop in force. Main thread only.
+/// Answers requests from other processes, from the program's state and on the current desktop. Main thread only.
 ///
-/// An action asked for is like a press of its shortcut: while the program is switched off or is not allowed to move
-/// windows, it is refused. Unlike a press, one without a window is answered instead of beeped at. A request on another
-/// thread stops the process.
+/// A requested action is like a press of its shortcut: while the program is switched off or is not allowed to move
+/// windows, it is refused. Unlike a press, an action without a window gets an error reply instead of a beep. A request
+/// on another thread stops the process.
 class RemoteControl final : public platform::ControlRequests {
 public:
     /// All of it outlives this.
@@ -34,7 +34,7 @@ public:
     /// A rule's identifier is no longer than a file's name (NAME_MAX on Linux).
     static constexpr std::size_t longestIdentifier = 255;
 
-    /// More rules than this are not taken from outside.
+    /// Requests from outside cannot add more rules than this.
     static constexpr std::size_t mostRules = 1000;
 
     /// `state` must outlive this.

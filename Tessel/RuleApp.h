@@ -14,9 +14,9 @@ namespace tessel {
 /// One row of the list of app rules; its identity is the bundle identifier.
 struct RuleApp {
     std::string bundleID;
-    /// What the application is called, in the user's language.
+    /// The application's name, in the user's language.
     std::string name;
-    /// 20 by 20 points; nothing where the application is not installed.
+    /// 20 by 20 points; empty if the application is not installed.
     std::optional<platform::Image> icon;
     WindowAction action;
 
@@ -31,7 +31,7 @@ using RuleAppIcons = std::map<std::string, platform::Image, std::less<>>;
 /// The same picture at 20 by 20 points, with two pixels a point.
 [[nodiscard]] platform::Image smallIcon(const platform::Image& icon);
 
-/// The rows for these rules, by name. An icon is looked up once and kept in `icons`. Main thread only.
+/// The rows for these rules, by name. Each icon is read once and kept in `icons`. Main thread only.
 [[nodiscard]] std::vector<RuleApp> ruleApps(const Prefs::Rules& rules, RuleAppIcons& icons);
 
 } // namespace tessel

@@ -8,11 +8,10 @@
 
 namespace tessel {
 
-/// The keys by the names that stand on them on this desktop, as in "Ctrl+Alt+C": the Option key is Alt, the Command key
-/// Super.
+/// The keys by their labels on this desktop, as in "Ctrl+Alt+C": the Option key is Alt, the Command key Super.
 [[nodiscard]] std::string shortcutText(const corvid::Shortcut& shortcut);
 
-/// The same for modifiers and the name of a key that a shortcut of ours need not know.
+/// The same for modifiers and the name of any key, which need not be one of our shortcuts'.
 [[nodiscard]] std::string shortcutText(std::uint32_t modifiers, std::string_view key);
 
 } // namespace tessel

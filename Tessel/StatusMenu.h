@@ -14,8 +14,8 @@
 
 namespace tessel {
 
-/// Keeps the status item's menu and tool tip in step with the state: how the program stands, a switch, and the ways to
-/// the program and out of it; and, where it was replaced, the way to what is in its place. Main thread only.
+/// Updates the status item's menu and tool tip with the state: the program's status, a switch, and the entries that
+/// open and end the program; after an update, also the entry that starts the new version. Main thread only.
 class StatusMenu {
 public:
     /// All of it outlives the menu.
@@ -33,7 +33,7 @@ public:
     StatusMenu& operator=(const StatusMenu&) = delete;
     ~StatusMenu() = default;
 
-    /// Shows what has changed beside the state.
+    /// Shows changes that are not part of the state.
     void update();
 
 private:

@@ -7,7 +7,7 @@ namespace tessel::StatusReport {
 
 namespace {
 
-/// How many columns a text takes: every character but the continuation bytes of UTF-8 begins one. (None of the keys'
+/// The number of columns of a text: every character but the continuation bytes of UTF-8 begins one. (None of the keys'
 /// names is wide.)
 std::size_t columns(std::string_view text) {
     return static_cast<std::size_t>(
@@ -19,7 +19,7 @@ std::string padded(const std::string& text, std::size_t width) {
     return text + std::string(taken < width ? width - taken : 0, ' ');
 }
 
-/// Said behind the state of a shortcut that is or was somebody else's.
+/// The text after the state of a shortcut that is or was held elsewhere.
 std::string holderOf(const platform::ControlStatus::Shortcut& shortcut) {
     if (shortcut.isBorrowed) {
         return ", borrowed" + (shortcut.heldBy.empty() ? std::string() : " from " + shortcut.heldBy);

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/// Answers of the running program in words, each text with its line ends.
+/// Replies of the running program in words, each text with its line ends.
 namespace tessel::StatusReport {
 
 /// For people.
@@ -14,7 +14,7 @@ namespace tessel::StatusReport {
 /// For programs: one JSON object on one line.
 [[nodiscard]] std::string json(const platform::ControlStatus& status);
 
-/// Something was done, or was not: {"done": true}, or {"done": false, "error": …, "message": …}.
+/// The result of a request: {"done": true}, or {"done": false, "error": …, "message": …}.
 [[nodiscard]] std::string doneJson();
 [[nodiscard]] std::string json(const platform::ControlRefusal& refusal);
 

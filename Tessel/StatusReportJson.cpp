@@ -11,7 +11,7 @@ using Json = nlohmann::ordered_json;
 using Kind = platform::ControlRefusal::Kind;
 
 std::string line(const Json& json) {
-    // A text that is not UTF-8 would be an exception otherwise.
+    // Otherwise a text that is not UTF-8 would throw.
     return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -21,7 +21,7 @@ std::string countedText(std::size_t shortcutCount, std::size_t ruleCount, const 
     if (translation == activeText) {
         return filled(activeText, std::array{std::to_string(shortcutCount), std::to_string(ruleCount)});
     }
-    // Each number has a plural of its own, so a translation is put together from parts that are counted already.
+    // Each number has a plural of its own, so a translation joins parts that are counted separately.
     return filled(translation, std::array{localization.text(table, "%n shortcuts", shortcutCount),
                                           localization.text(table, "%n apps", ruleCount)});
 }

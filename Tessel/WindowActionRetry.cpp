@@ -11,7 +11,7 @@ namespace tessel {
 
 namespace {
 
-// Each attempt may hold the main thread for a whole turn's time, so the pauses grow.
+// Each attempt may block the main thread for a whole turn's time, so the pauses grow.
 constexpr std::array<std::chrono::milliseconds, 3> pauses{
     std::chrono::milliseconds(100), std::chrono::milliseconds(400), std::chrono::milliseconds(1600)};
 constexpr std::chrono::milliseconds pauseLeeway{10};
@@ -29,7 +29,7 @@ WindowMover::Outcome WindowActionRetry::perform(const WindowOrder& order, const 
     return attempt({.order = order, .window = window});
 }
 
-// The task by value: the attempt drops the work that it is called by, with all that the work holds.
+// The task is a copy: the attempt destroys the function that called it, with everything that it captured.
 WindowMover::Outcome WindowActionRetry::attempt(Task task) {
     forget(task.window);
     const WindowMover::Attempt made = task.made.goal
@@ -71,7 +71,7 @@ void WindowActionRetry::remember(Task& task, const WindowMover::Attempt& made) {
     task.isRemembered = true;
 }
 
-// By value for the same reason.
+// A copy for the same reason.
 void WindowActionRetry::forget(platform::AXUIElement window) { // NOLINT(performance-unnecessary-value-param)
     std::erase_if(waiting, [&](const Waiting& former) { return former.window == window; });
 }

@@ -12,24 +12,23 @@
 
 namespace tessel {
 
-/// Carries out actions and placements, and carries one out again where the desktop did not answer within the turn's
-/// time.
+/// Carries out actions and placements, and retries one if the desktop did not answer within the turn's time.
 ///
 /// Such an action leaves out the steps that depend on the answer: a window that rounds its size stays beside the edge
-/// of the screen. A repeated action brings the window to where the first one was to bring it, and changes nothing where
-/// that one was complete, so repeating it is safe. A window that was moved elsewhere meanwhile is left there. A later
-/// action on the same window replaces the one that waits. Main thread only.
+/// of the screen. A retry moves the window to the goal of the first attempt, and changes nothing if that attempt was
+/// complete, so it is safe. A window that was moved elsewhere meanwhile stays there. A later action on the same window
+/// replaces the pending one. Main thread only.
 class WindowActionRetry {
 public:
-    /// What is carried out is told to `memory`, which must outlive this, and which knows the way back.
+    /// `memory` records every order that is carried out, must outlive this, and provides the trail of a window.
     explicit WindowActionRetry(PlacementMemory& memory)
         : memory(memory) {}
 
-    /// Carries out the order now, and tells how far it got. If the desktop does not answer, the order is repeated three
-    /// times at most, within some three seconds: a window that moves later than that surprises the user.
+    /// Carries out the order now, and returns its result. If the desktop does not answer, retries the order at most
+    /// three times, within about three seconds: a window that moves later than that surprises the user.
     WindowMover::Outcome perform(const WindowOrder& order, const platform::AXUIElement& window);
 
-    /// Gives up everything that waits.
+    /// Cancels all pending orders.
     void cancel() { waiting.clear(); }
 
 private:
@@ -38,12 +37,12 @@ private:
         std::unique_ptr<platform::ScheduledWork> work;
     };
 
-    /// An order on its way.
+    /// A pending order.
     struct Task {
         WindowOrder order;
         platform::AXUIElement window;
         std::size_t retries = 0;
-        /// The last attempt for which the window answered; until then, an empty one.
+        /// The last attempt for which the window answered; empty before.
         WindowMover::Attempt made = {};
         bool isRemembered = false;
     };

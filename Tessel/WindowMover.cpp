@@ -36,7 +36,7 @@ void assertMainThread(unsigned line) {
     corvid::assertIsolated({.file = "Tessel/WindowMover", .line = line});
 }
 
-/// Whether a value is a boxed number, of whatever kind: what tells it from a text or an element before it is unboxed.
+/// Whether a value is a boxed number of any kind, as opposed to a text or an element, before it is unboxed.
 bool isBoxed(const AXValue& value) {
     return std::holds_alternative<CGPoint>(value) || std::holds_alternative<CGSize>(value);
 }
@@ -71,7 +71,7 @@ Outcome outcomeWithout(const std::expected<CGRect, AXError>& frame) {
     return frame.error() == AXError::cannotComplete ? Outcome::unanswered : Outcome::ended;
 }
 
-/// Boxes and writes; without a box nothing is written. Whether the window took it.
+/// Boxes and writes; without a box nothing is written. Returns whether the window accepted it.
 template <typename Payload>
 bool write(const AXUIElement& window, std::string_view attribute, const Payload& payload) {
     const std::optional<AXValue> value = accessibility().createValue(payload);
@@ -85,8 +85,8 @@ bool carryOut(const WindowMove& move, const AXUIElement& window) {
     return write(window, AXAttribute::position, std::get<WindowMove::SetPosition>(move.step).position);
 }
 
-/// Runs a block of work with the owning application's enhanced user interface switched off: while it is on, an
-/// application animates its windows and takes their writes late.
+/// Runs a function with the owning application's enhanced user interface switched off: while it is on, an application
+/// animates its windows and handles their writes late.
 template <typename Work>
 void withoutEnhancedUserInterface(const std::expected<platform::ProcessIdentifier, AXError>& process, Work work) {
     if (!process) {

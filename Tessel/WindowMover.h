@@ -10,51 +10,51 @@
 #include <optional>
 #include <vector>
 
-/// The only place that reads and writes other applications' windows. Rectangles are in points in the accessibility
+/// The only class that reads and writes other applications' windows. Rectangles are in points in the accessibility
 /// space.
 ///
-/// Every failure is silent: what cannot be read is missing, what cannot be written stays as it is. Main thread only,
-/// and checked; a call may block for as long as the platform waits for the window's application.
+/// Every failure is silent: a value that cannot be read is missing, a value that cannot be written stays as it is. Main
+/// thread only, and checked; a call may block for as long as the platform waits for the window's application.
 namespace tessel::WindowMover {
 
-/// The focused window of the frontmost application; nothing where that is this program.
+/// The focused window of the frontmost application; empty if that is this program.
 [[nodiscard]] std::optional<platform::AXUIElement> focusedWindow();
 
-/// Carries out an action: on the screen that the window is mostly on, once, and with one correction of the position
-/// where the application did not take the size.
+/// Carries out an action on the screen that shows most of the window, once, and with one correction of the position if
+/// the application did not take the size.
 void perform(WindowAction action, const platform::AXUIElement& window);
 
-/// How far an order got.
+/// The result of an order.
 enum class Outcome : std::uint8_t {
-    /// All its steps were made, or there is nothing that could be placed.
+    /// All its steps were made, or there is no window that could be placed.
     ended,
     /// The desktop did not answer in time, and the steps that depend on its answer were left out.
     unanswered,
-    /// The window was to go back, and its trail leads nowhere from where it stands.
+    /// The order was to restore the window, and its trail has no way back from its present frame.
     nothingToRestore,
 };
 
 /// An order that was carried out.
 struct Attempt {
     Outcome outcome = Outcome::ended;
-    /// The window's frame before, and what the order came to; nothing where the window was asked for nothing, as where
-    /// there is no other display to go to.
+    /// The window's frame before, and the goal of the order; empty if there was no request to the window, as without
+    /// another display to go to.
     std::optional<corvid::CGRect> before = {};
     std::optional<WindowGoal> goal = {};
-    /// Where the window stands now, as far as it has answered; nothing where it cannot be moved (fullscreen).
+    /// The window's present frame, as far as it has answered; empty if it cannot be moved (fullscreen).
     std::optional<corvid::CGRect> placed = {};
-    /// Whose window it is.
+    /// The window's process.
     std::optional<platform::ProcessIdentifier> process = {};
 };
 
-/// The same as `perform`, of any order, and tells how far it got. `trail` is the window's way back.
+/// The same as `perform`, for any order, and returns its result. `trail` is the window's own.
 [[nodiscard]] Attempt attempt(const WindowOrder& order, const platform::AXUIElement& window,
                               const PlacementTrail& trail = {});
 
-/// Brings a window to what an earlier attempt was to bring it to. On another display the order would lead to a third.
+/// Moves a window to the goal of an earlier attempt. On another display the order would lead to a third.
 [[nodiscard]] Attempt attempt(const WindowGoal& goal, const platform::AXUIElement& window);
 
-/// Where a window is.
+/// The frame of a window.
 [[nodiscard]] std::optional<corvid::CGRect> frame(const platform::AXUIElement& window);
 
 /// An application's normal document windows, in the order in which it reports them.

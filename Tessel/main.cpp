@@ -16,14 +16,14 @@
 
 namespace {
 
-/// Asks the program that runs in this session; without a display to name, the one on the user's message bus.
+/// Sends requests to the program that runs in this session; without a display, to the one on the user's message bus.
 int ask(const tessel::CommandLine::Ask& request) {
     using platform::linux::ControlClient;
     const auto session = tessel::sessionOf(tessel::SessionFacts::ofThisProcess());
     ControlClient client = session.display.empty() ? ControlClient::onBus(platform::linux::sessionBusAddress())
                                                    : ControlClient::ofSession(session);
     const tessel::RemoteCommand::Outcome outcome = tessel::RemoteCommand::carryOut(request, client);
-    // Nobody is to go on as if the answer had come.
+    // A script must not continue as if the reply had been printed.
     const bool isTold = platform::linux::printToStandardOutput(outcome.output);
     std::fputs(outcome.errors.c_str(), stderr);
     return isTold || outcome.status != EXIT_SUCCESS ? outcome.status : EXIT_FAILURE;

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// How an application is called in the list of rules.
+/// The application's name in the list of rules.
 namespace tessel::AppName {
 
 /// The application's file name without a final ".app" (letter case counts); the bundle identifier when the file name

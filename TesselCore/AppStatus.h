@@ -8,7 +8,7 @@
 
 namespace tessel {
 
-/// Whether the program is at work, in one word. An enumeration: its values are `AppStatus::paused` and so on.
+/// The program's state, in one word. An enumeration: its values are `AppStatus::paused` and so on.
 class AppStatus {
 public:
     enum class Case : std::uint8_t {
@@ -26,7 +26,7 @@ public:
     constexpr AppStatus(Case value)
         : value{value} {}
 
-    /// The status of a state. The first that holds wins: a paused program never reports a missing permission, and
+    /// The status of a state. The first matching one wins: a paused program never reports a missing permission, and
     /// shortcuts count only once the permission is there.
     constexpr AppStatus(bool isEnabled, bool hasAccessibility, bool hasTakenShortcuts)
         : value{!isEnabled          ? paused
@@ -36,7 +36,7 @@ public:
 
     constexpr operator Case() const { return value; }
 
-    /// The name of the status item's symbol. Taken shortcuts show the same one as when all is well.
+    /// The name of the status item's symbol. Taken shortcuts do not change it.
     [[nodiscard]] constexpr std::string_view menuBarSymbol() const {
         switch (value) {
         case paused:

@@ -10,7 +10,7 @@ namespace {
 
 using corvid::CGRect;
 
-// A window may be as far from where it was put as its size may be from the one asked for.
+// The tolerance for a window's position equals that for its size.
 constexpr double trailTolerance = WindowMove::sizeTolerance;
 
 bool isSameOrigin(const CGRect& a, const CGRect& b) {

@@ -8,39 +8,40 @@
 
 namespace tessel {
 
-/// Where one window stood before each of its last placements, for going back. The frames follow one another without a
-/// gap: a window that was moved by somebody else meanwhile begins anew. Frames in points in the accessibility space.
+/// The frames of one window before each of its last placements, for going back. They follow one another without a gap:
+/// a window that another client has moved meanwhile starts a new trail. Frames in points in the accessibility space.
 class PlacementTrail {
 public:
-    /// More placements than these are not remembered.
+    /// Older placements are forgotten.
     static constexpr std::size_t mostPlacements = 8;
 
-    /// Whether a window has told where a placement has put it.
+    /// Whether a window has reported its frame after a placement.
     enum class Answer : bool { missing, given };
 
-    /// The frame before the last placement; nothing where there was none, or where the window stands elsewhere now. A
-    /// window that is a point or two off, as one that rounds its size, still stands where it was put. One that has not
-    /// answered may have come to the place or the size that it was asked for, or have stayed.
+    /// The frame before the last placement; empty if there was none, or if the window has moved since. A window that is
+    /// a point or two off, such as one that rounds its size, has not moved. One that has not answered may have reached
+    /// the requested position or size, or have stayed.
     [[nodiscard]] std::optional<corvid::CGRect> former(const corvid::CGRect& present) const;
 
-    /// The window was put from one frame to another; without an answer that is the one that it was asked for. A
-    /// placement that changed nothing leaves the way back as it was.
+    /// Records that the window was put from one frame to another; without an answer, that is the requested one. A
+    /// placement that changed nothing leaves the trail unchanged.
     void add(const corvid::CGRect& before, const corvid::CGRect& placed, Answer answer = Answer::given);
 
-    /// The window was put from `present` to the frame that `former` gave for it, and came to stand at `placed`.
+    /// Records that the window was put from `present` to the frame that `former` returned for it, and came to rest at
+    /// `placed`.
     void goBack(const corvid::CGRect& present, const corvid::CGRect& placed, Answer answer = Answer::given);
 
-    /// The last placement, repeated, ended elsewhere.
+    /// Records that the last placement, repeated, ended elsewhere.
     void amend(const corvid::CGRect& placed, Answer answer = Answer::given);
 
-    /// Whether there is no way back, wherever the window stands.
+    /// Whether there is no way back, for any frame of the window.
     [[nodiscard]] bool isEmpty() const { return frames.empty(); }
 
 private:
-    /// Settles where an unanswered placement has left the window.
+    /// Resolves the result of an unanswered placement.
     void hear(const corvid::CGRect& present);
 
-    /// Oldest first; where the window was put is the last. Two at least, or none.
+    /// Oldest first; the last one is the window's present place. At least two, or none.
     std::vector<corvid::CGRect> frames;
     Answer lastAnswer = Answer::given;
 };

@@ -30,7 +30,7 @@ constexpr std::array<Description, 6> descriptions{{
      KeyCode::downArrow},
 }};
 
-// The table is looked up by the action's place in the declaration.
+// The index into the table is the action's position in the declaration.
 static_assert(std::ranges::equal(descriptions, WindowAction::allCases, {}, &Description::action));
 
 constexpr const Description& description(WindowAction action) {
@@ -64,7 +64,7 @@ std::map<WindowAction, Shortcut> WindowAction::shortcuts() {
     std::map<WindowAction, Shortcut> all;
     for (const WindowAction action : allCases) {
         if (!all.emplace(action, action.shortcut()).second) {
-            // An action listed twice would lose a shortcut without a word.
+            // An action listed twice would silently lose a shortcut.
             std::abort();
         }
     }

@@ -15,14 +15,14 @@
 
 namespace tessel {
 
-/// What can be done to a window. An enumeration: its values are `WindowAction::leftHalf` and so on, they can be
-/// compared, ordered as declared, hashed and switched over.
+/// An action on a window. An enumeration: its values are `WindowAction::leftHalf` and so on; they can be compared,
+/// ordered as declared, hashed and switched over.
 class WindowAction {
 public:
     enum class Case : std::uint8_t { leftHalf, rightHalf, center, maximize, almostMaximize, maximizeHeight };
     using enum Case;
 
-    /// What an action is stored as.
+    /// The type in which an action is stored.
     using RawValue = std::string;
 
     constexpr WindowAction(Case value)
@@ -30,13 +30,13 @@ public:
 
     constexpr operator Case() const { return value; }
 
-    /// The action of a raw value; nothing for any other text. Exact, letter case included.
+    /// The action of a raw value; empty for any other text. Exact, letter case included.
     [[nodiscard]] static std::optional<WindowAction> fromRawValue(std::string_view rawValue);
 
-    /// The text that stands for the action in settings.
+    /// The text for the action in settings.
     [[nodiscard]] std::string_view rawValue() const;
 
-    /// What the user calls it, in English: the key of its translations.
+    /// Its title for the user, in English: the key of its translations.
     [[nodiscard]] std::string_view title() const;
 
     /// The name of its symbol among the application's images.
@@ -60,13 +60,13 @@ public:
     /// The actions that an app rule may hold, in the order of the rules' picker.
     static const std::array<WindowAction, 2> ruleActions;
 
-    /// Writes the raw value as a lone text.
+    /// Writes the raw value as a single text.
     template <corvid::SingleValueEncoder Encoder>
     void encode(Encoder& encoder) const {
         encoder.encode(rawValue());
     }
 
-    /// Reads a lone text; the decoder's own error for anything else and for a text that is no raw value.
+    /// Reads a single text; returns the decoder's own error for anything else and for a text that is no raw value.
     template <corvid::SingleValueDecoder Decoder>
     [[nodiscard]] static std::expected<WindowAction, typename Decoder::Error> decode(const Decoder& decoder) {
         const auto text = decoder.decodeText();

@@ -25,7 +25,7 @@ struct Stretch {
     double length;
 };
 
-/// Neighbouring parts of a stretch that is cut into `count` equal ones: from `first` up to, not including, `end`.
+/// Adjacent parts of a stretch that is cut into `count` equal ones: from `first` up to, not including, `end`.
 struct Parts {
     int first = 0;
     int end = 1;
@@ -74,8 +74,8 @@ std::optional<Cell> cellOf(WindowPlacement placement) {
     std::unreachable();
 }
 
-/// How far into a stretch the cut behind so many of its parts is: at a whole number, halves down, so that the first of
-/// two halves has the size of the left half.
+/// The distance from the start of a stretch to the cut after that many parts: at a whole number, halves down, so that
+/// the first of two halves has the size of the left half.
 double cut(double length, int parts, int count) {
     if (parts == 0 || parts == count) {
         return parts == 0 ? 0 : length;
@@ -88,8 +88,8 @@ Stretch take(const Parts& parts, const Stretch& whole) {
     return {whole.start + start, cut(whole.length, parts.end, parts.count) - start};
 }
 
-/// A window that does not fill its parts stays at the end of the frame that they reach; in the middle where they reach
-/// both or none.
+/// A window that does not fill its parts goes to the end of the frame that they reach; to the middle if they reach both
+/// or none.
 double anchorOf(const Parts& parts) {
     const bool reachesStart = parts.first == 0;
     const bool reachesEnd = parts.end == parts.count;
@@ -117,21 +117,21 @@ WindowGoal goalIn(const Cell& cell, const CGRect& visible) {
             .anchor = Anchor{.across = anchorOf(cell.columns), .down = anchorOf(cell.rows)}};
 }
 
-/// The stretch shrunk to the whole where it is longer, and pulled inside it.
+/// The stretch shrunk to the whole if it is longer, and moved inside it.
 Stretch pulledInside(const Stretch& stretch, const Stretch& whole) {
     const double length = std::min(stretch.length, whole.length);
     const double latest = whole.start + whole.length - length;
     return {std::min(std::max(stretch.start, whole.start), latest), length};
 }
 
-/// How much of the space that a stretch inside the whole leaves over is before it.
+/// The share of the free space that lies before a stretch inside the whole.
 double shareBefore(const Stretch& stretch, const Stretch& whole) {
     const double left = whole.length - stretch.length;
     return left > 0 ? std::clamp((stretch.start - whole.start) / left, 0.0, 1.0) : 0.5;
 }
 
-/// The same part of another whole. Its ends, not its length, are rounded: what fills the whole, or meets another, still
-/// does there.
+/// The same part of another whole. Its ends, not its length, are rounded, so that a stretch that fills the whole, or
+/// meets another, still does so there.
 Stretch scaled(const Stretch& stretch, const Stretch& from, const Stretch& to) {
     const auto place = [&](double end) {
         return std::min(to.length, std::round((end - from.start) / from.length * to.length));
@@ -151,13 +151,13 @@ WindowGoal goalOn(const Display& to, const Display& from, const CGRect& window) 
     return {.target = rectangle(x, y), .visible = to.visible, .anchor = Anchor{.across = anchorX, .down = anchorY}};
 }
 
-/// The displays in the order in which they follow one another. Of those that show the same, the largest is left.
+/// The displays in their order. Of those that show the same contents, the largest remains.
 std::vector<Display> inOrder(std::span<const Display> displays) {
     const auto isBefore = [](const Display& a, const Display& b) {
         for (const auto& [first, second] :
              {std::pair(a.frame.minX(), b.frame.minX()), std::pair(a.frame.minY(), b.frame.minY()),
               std::pair(b.frame.width(), a.frame.width()), std::pair(b.frame.height(), a.frame.height())}) {
-            // An order even of what is no number.
+            // A defined order even for a NaN.
             if (const std::weak_ordering order = std::weak_order(first, second); order != 0) {
                 return order < 0;
             }
@@ -191,7 +191,7 @@ std::optional<WindowGoal> goalBeyond(const CGRect& window, std::span<const Displ
     return goalOn(ordered[(*place + step) % ordered.size()], ordered[*place], window);
 }
 
-/// Back to a frame that the window had. Where no display is there any more, it is pulled to the nearest one.
+/// Back to an earlier frame of the window. If no display is there any more, the frame moves to the nearest one.
 std::optional<WindowGoal> goalBack(const CGRect& former, std::span<const Display> displays) {
     const std::optional<std::size_t> place = displayOf(former, displays);
     if (!place) {
@@ -210,7 +210,7 @@ std::optional<WindowGoal> goalBack(const CGRect& former, std::span<const Display
                           Anchor{.across = shareBefore(x, across(visible)), .down = shareBefore(y, down(visible))}};
 }
 
-/// Where a stretch of that length begins, with so much of what the whole leaves over before it.
+/// The start of a stretch of that length, with that share of the free space before it.
 double anchored(double length, const Stretch& whole, double share) {
     if (share == 0) {
         return whole.start;

@@ -12,8 +12,8 @@ using corvid::CGSize;
 
 constexpr double almost = 0.9;
 
-// The standard library's min and max settle a NaN by the order of their arguments; here the second one counts when the
-// comparison says no.
+// The order of arguments decides how the standard library's min and max treat a NaN; here the second argument wins if
+// the comparison is false.
 constexpr double lesser(double a, double b) {
     return a < b ? a : b;
 }

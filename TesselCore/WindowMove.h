@@ -11,7 +11,7 @@ namespace tessel {
 
 /// One write to a window, in points of the accessibility space.
 struct WindowMove {
-    /// How far, in points, an application may be off before its window is placed anew.
+    /// The largest error, in points, that an application may make without a correction.
     static constexpr double sizeTolerance = 2.0;
 
     struct SetSize {
@@ -31,13 +31,13 @@ struct WindowMove {
 
     [[nodiscard]] static WindowMove setPosition(const corvid::CGPoint& position) { return {SetPosition{position}}; }
 
-    /// The writes that bring a window from one frame to another: its position alone when the size is exactly right,
-    /// otherwise size, position and size again. A window at its old place may be unable to take the new size (it is
-    /// held inside its screen), so the size is written once more where it ends up.
+    /// The writes that move a window from one frame to another: its position alone if the size is exactly right,
+    /// otherwise size, position and size again. At its old position a window may be unable to take the new size (it is
+    /// held inside its screen), so the size is written again at the new position.
     [[nodiscard]] static std::vector<WindowMove> steps(const corvid::CGRect& current, const corvid::CGRect& target);
 
-    /// Where a window has to go whose application made another size of the one asked for: `result` is the size it has
-    /// after the writes. Nothing when both dimensions came within two points.
+    /// The position of a window whose application has taken another size than the requested one: `result` is its size
+    /// after the writes. Empty if both dimensions came within two points.
     [[nodiscard]] static std::optional<corvid::CGPoint> correction(WindowAction action, const corvid::CGSize& result,
                                                                    const corvid::CGRect& target,
                                                                    const corvid::CGRect& visible);

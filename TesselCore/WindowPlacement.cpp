@@ -28,7 +28,7 @@ constexpr std::array<PlacementName, WindowPlacement::allCases.size()> placementN
     {WindowPlacement::restore, "restore"},
 }};
 
-// The table is looked up by the placement's place in the declaration.
+// The index into the table is the placement's position in the declaration.
 static_assert(std::ranges::equal(placementNames, WindowPlacement::allCases, {}, &PlacementName::placement));
 
 } // namespace

@@ -7,8 +7,8 @@
 
 namespace tessel {
 
-/// Where else a window can be put, by those who ask for it by name. None of these has a shortcut, a symbol or a rule.
-/// An enumeration: its values are `WindowPlacement::topHalf` and so on.
+/// Further places for a window, requested by name. None of these has a shortcut, a symbol or a rule. An enumeration:
+/// its values are `WindowPlacement::topHalf` and so on.
 class WindowPlacement {
 public:
     enum class Case : std::uint8_t {
@@ -23,8 +23,8 @@ public:
         lastThird,
         firstTwoThirds,
         lastTwoThirds,
-        /// The same place on another display. Displays follow each other from left to right, then from top to bottom,
-        /// and the first one follows the last.
+        /// The same place on another display. Displays are ordered from left to right, then from top to bottom; after
+        /// the last comes the first.
         nextDisplay,
         previousDisplay,
         /// The frame that the window had before its last placement.
@@ -37,10 +37,10 @@ public:
 
     constexpr operator Case() const { return value; }
 
-    /// The placement of a raw value; nothing for any other text. Exact, letter case included.
+    /// The placement of a raw value; empty for any other text. Exact, letter case included.
     [[nodiscard]] static std::optional<WindowPlacement> fromRawValue(std::string_view rawValue);
 
-    /// The text that stands for the placement where programs ask for it.
+    /// The text for the placement in requests of other programs.
     [[nodiscard]] std::string_view rawValue() const;
 
     /// Every placement, in declaration order.

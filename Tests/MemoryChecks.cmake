@@ -1,5 +1,5 @@
-# The tests of the logic once more under valgrind, which also sees what the sanitizers do not: uninitialized values. Not
-# of instrumented builds, and of one compiler only.
+# The tests of the logic again under valgrind, which finds uninitialized values in addition to the sanitizers' faults.
+# Only for builds without instrumentation, and for one compiler.
 find_program(VALGRIND valgrind)
 if(NOT VALGRIND OR TESSEL_SANITIZE OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     return()
@@ -14,5 +14,5 @@ function(tessel_memory_check program excluded)
 endfunction()
 
 tessel_memory_check(CoreTests "")
-# What stops its process on purpose leaks on purpose.
+# A test that stops its process on purpose leaks on purpose.
 tessel_memory_check(LogicTests "*Death*:*LongRun.*")

@@ -1,4 +1,4 @@
-# A language with an alphabet of its own, whatever this machine is set up for.
+# A locale with a collation order of its own, built here so that no test depends on the locales of this machine.
 find_program(LOCALEDEF localedef REQUIRED)
 set(TESSEL_TEST_LOCALES ${CMAKE_CURRENT_BINARY_DIR}/locales)
 add_custom_command(

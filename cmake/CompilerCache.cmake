@@ -1,5 +1,5 @@
-# Compiles go through ccache where it is installed. Paths are told from the sources' folder on; CMake still names the
-# sources that it joins by their whole path, so that builds at another place share only a part of what is kept.
+# Compiles through ccache if it is installed. Paths are relative to the sources' folder. CMake still names the joined
+# sources of the unity build by absolute path, so builds in another folder share only a part of the cache.
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
     set(launcher ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE_PROGRAM})

@@ -1,4 +1,4 @@
-# Sources that Qt's tools write are not ours to keep free of warnings.
+# Sources that Qt's tools generate may have warnings.
 function(tessel_accept_generated_sources target)
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources INCLUDE REGEX "/\\.rcc/|_qmltyperegistrations\\.cpp$")

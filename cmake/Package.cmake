@@ -6,7 +6,7 @@ set(CPACK_PACKAGE_CONTACT "Corvid <tessel@tessel.example>")
 set(CPACK_PACKAGE_HOMEPAGE_URL "${TESSEL_WEBSITE}")
 set(CPACK_VERBATIM_VARIABLES ON)
 
-# As `make install DESTDIR=...` does, so that what is written while installing knows its final place.
+# Like `make install DESTDIR=...`, so that files written during the installation contain their final path.
 set(CPACK_SET_DESTDIR ON)
 set(CPACK_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -26,19 +26,19 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "moves and resizes windows from the keyboa
 set(CPACK_PACKAGE_DESCRIPTION
 "Tessel puts the window you are working in where you want it: to the left or
 right half of its screen, to the center, over the whole screen or nearly so, or
-to the full height. It waits in the background for six shortcuts and needs next
-to nothing for it. Applications can have a rule, too: their first window opens
-maximized or centered. An item in the panel opens all there is to see and set.
+to the full height. It waits in the background for six shortcuts and costs next
+to nothing while it waits. Applications can have a rule, too: their first window
+opens maximized or centered. An item in the panel opens a window for all of it.
 .
 It works on KDE Plasma, GNOME (through an extension that comes with it) and
 sway, and on X11 desktops whose window manager moves windows on request.")
 
-# Libraries are found in the files themselves. What the interface loads by name is not.
+# CPack finds the libraries in the files themselves. It cannot see what the interface loads by name.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 if(TARGET tessel-menu)
     set(CPACK_DEBIAN_PACKAGE_DEPENDS "qml6-module-qtquick, qml6-module-qtqml-workerscript")
 endif()
-# Addresses are opened by the desktop's portal, or by the second. On Wayland, windows are shown through the third.
+# The desktop's portal or the second package opens addresses. The third shows windows on Wayland.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, xdg-utils, qt6-wayland")
 
 include(CPack)

@@ -1,14 +1,14 @@
-# The languages that the program speaks, the one it is written in first. Each has a file for either table of texts in
-# Resources/translations; docs/translating.md tells how to add one.
+# The program's languages, the source language first. Each has a file for either table of texts in
+# Resources/translations; docs/translating.md explains how to add one.
 set(TESSEL_LANGUAGES en de fr es it pt_BR ja ko zh_CN)
 set(TESSEL_TEXT_TABLES Tessel CorvidKit)
 
-# Where Resources/translations puts what it makes: TABLE_LANGUAGE.qm for the toolkit, and below share/locale, as it is
-# installed, one catalogue for each language, for the program that runs without it.
+# The output folder of Resources/translations: TABLE_LANGUAGE.qm for the toolkit, and below share/locale, as installed,
+# one catalogue for each language, for the program without a toolkit.
 set(TESSEL_QM_FOLDER ${CMAKE_BINARY_DIR}/translations)
 set(TESSEL_LOCALE_TREE ${CMAKE_BINARY_DIR}/share/locale)
 
-# Makes the translations part of a program or library that links Qt Core: ":/translations/TABLE_LANGUAGE.qm".
+# Adds the translations to a program or library that links Qt Core: ":/translations/TABLE_LANGUAGE.qm".
 function(tessel_embed_translations target)
     set(files)
     foreach(table IN LISTS TESSEL_TEXT_TABLES)

@@ -1,5 +1,4 @@
-# Makes C of the description of a Wayland protocol, for a target that is a client: NAME-client-protocol.h and what it
-# declares.
+# Generates C from the description of a Wayland protocol, for a client target: NAME-client-protocol.h and its code.
 function(tessel_wayland_protocol target name description)
     set(protocol ${CMAKE_CURRENT_BINARY_DIR}/${name})
     add_custom_command(

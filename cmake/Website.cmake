@@ -1,4 +1,4 @@
-# Where newer versions are found. Whoever only builds and tests may leave it open, and gets a place that leads nowhere.
+# The website with newer versions. Builds for tests may leave it unset, and get a placeholder.
 if(NOT TESSEL_WEBSITE)
     set(TESSEL_SITE https://tessel.example)
     message(STATUS "Newer versions are looked for at ${TESSEL_SITE}, which leads nowhere: TESSEL_WEBSITE is not set")

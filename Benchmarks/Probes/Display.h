@@ -15,11 +15,11 @@ struct FreeDeleter {
     void operator()(void* memory) const { std::free(memory); }
 };
 
-/// A reply, an error or an event: allocated by xcb, freed by us.
+/// A reply, an error or an event: allocated by xcb, freed by this program.
 template <typename Message>
 using Owned = std::unique_ptr<Message, FreeDeleter>;
 
-/// A place on the screen as X names it: pixels in root coordinates.
+/// A point on the screen in X's space: pixels in root coordinates.
 struct Placement {
     int x = 0;
     int y = 0;
@@ -29,7 +29,7 @@ struct Placement {
     friend bool operator==(const Placement&, const Placement&) = default;
 };
 
-/// A probe's only connection to the server that DISPLAY names.
+/// A probe's only connection to the server of DISPLAY.
 class Display {
 public:
     Display();
@@ -38,19 +38,19 @@ public:
 
     [[nodiscard]] xcb_window_t root() const { return rootWindow; }
 
-    /// The child of the root that a client's window is in: the frame that the window manager put around it, or the
-    /// window itself where it put none.
+    /// The child of the root that contains a client's window: the window manager's frame around it, or the window
+    /// itself without one.
     [[nodiscard]] xcb_window_t frameOf(xcb_window_t client) const;
 
-    /// Where a child of the root is now.
+    /// The present geometry of a child of the root.
     [[nodiscard]] Placement placementOf(xcb_window_t window) const;
 
-    /// Returns when the server has handled everything that was sent before.
+    /// Returns when the server has handled every earlier request.
     void synchronize() const;
 
     void flush() const { xcb_flush(raw()); }
 
-    /// The next event; nothing where none came until the limit.
+    /// The next event; empty if none arrives before the limit.
     [[nodiscard]] Owned<xcb_generic_event_t> eventUntil(Clock::time_point limit) const;
 
 private:

@@ -1,7 +1,7 @@
-// Presses two shortcuts in turn and tells for each press how long the active window's frame took to reach its place.
+// Presses two shortcuts in turn and reports for each press the time until the active window's frame reached its place.
 //
-// The clock runs from the moment before the key press is handed to the server (XTEST) to the arrival of the frame's
-// last ConfigureNotify with the wanted geometry. One connection, no polling, no other process in between.
+// The clock runs from the moment before the key press is sent to the server (XTEST) to the arrival of the frame's last
+// ConfigureNotify with the wanted geometry. There is one connection, no polling, and no other process in between.
 
 #include "Benchmarks/Probes/Display.h"
 
@@ -23,12 +23,12 @@ using benchmarks::Display;
 using benchmarks::fail;
 using benchmarks::Placement;
 
-// A press that has moved nothing by then is lost, not slow.
+// A press without an effect by then counts as lost, not as slow.
 constexpr std::chrono::seconds patience{2};
 // The frame has come to rest when it has not been configured for this long; clients repaint meanwhile.
 constexpr std::chrono::milliseconds calm{40};
-// The next press comes at another moment of a client's repaint cycle (60 Hz) each time: further by a step that shares
-// no factor with the cycle.
+// Each press comes at another moment of a client's repaint cycle (60 Hz): each is further by a step that shares no
+// factor with the cycle.
 constexpr std::chrono::microseconds repaintCycle{16'667};
 constexpr std::chrono::microseconds phaseStep{6'199};
 
@@ -45,7 +45,7 @@ struct Order {
     int presses = 0;
 };
 
-/// Takes a number off the front of a text, and the separator behind it if there is one.
+/// Removes a number from the front of a text, and the separator behind it if there is one.
 int takeNumber(std::string_view& text) {
     int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -126,7 +126,7 @@ private:
             sendKey(XCB_KEY_RELEASE, key);
         }
         display.flush();
-        // Where several requests are made for one press, the window may leave again: what counts is the last arrival.
+        // If one press causes several requests, the window may leave the place again: the last arrival counts.
         while (arrival && leaves(shortcut.wanted)) {
             arrival = arrivalAt(shortcut.wanted, start + patience);
         }
@@ -140,7 +140,7 @@ private:
         xcb_test_fake_input(display.raw(), kind, keyCode, XCB_CURRENT_TIME, display.root(), 0, 0, 0);
     }
 
-    /// When the frame was next configured to that place; nothing where it was not until the limit.
+    /// The time when the frame was next configured to that place; empty if it was not until the limit.
     [[nodiscard]] std::optional<Clock::time_point> arrivalAt(const Placement& wanted, Clock::time_point limit) const {
         while (const auto event = display.eventUntil(limit)) {
             if (const auto* configured = asConfigure(*event); configured != nullptr && isAt(*configured, wanted)) {

@@ -6,7 +6,7 @@ namespace benchmarks {
 
 using Clock = std::chrono::steady_clock;
 
-/// Ends the probe with a sentence on standard error: a measurement that cannot be made must not look like one.
+/// Ends the probe with a message on standard error: a failed measurement must not look like a result.
 [[noreturn]] void fail(const char* sentence);
 
 } // namespace benchmarks

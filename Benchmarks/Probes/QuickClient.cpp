@@ -1,5 +1,6 @@
-// A window that draws as soon as the server asks for it, as no toolkit manages to: the hardest case for whoever wants
-// to place a window before it is seen. Says on standard output which size its first picture had, and stays.
+// A window that draws as soon as the server requests it, faster than any toolkit: the hardest case for a program that
+// wants to place a window before it is drawn. It prints the size of its first picture on standard output, and stays
+// open.
 
 #include "Benchmarks/Probes/Display.h"
 
@@ -37,7 +38,7 @@ int main(int argumentCount, char** arguments) {
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual, XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
     const std::string name = arguments[1];
     setText(display, window, XCB_ATOM_WM_NAME, name);
-    // Instance and class, each with its end.
+    // Instance and class, each with its terminating zero.
     setText(display, window, XCB_ATOM_WM_CLASS, name + '\0' + name + '\0');
     const xcb_gcontext_t ink = xcb_generate_id(display.raw());
     xcb_create_gc(display.raw(), ink, window, XCB_GC_FOREGROUND, &screen.black_pixel);
@@ -52,7 +53,7 @@ int main(int argumentCount, char** arguments) {
         if (!event) {
             continue;
         }
-        // Everything that has come is taken in before anything is drawn, as toolkits do.
+        // Handles every pending event before it draws, as toolkits do.
         for (xcb_generic_event_t* next = event.get(); next != nullptr;
              next = xcb_poll_for_queued_event(display.raw())) {
             const benchmarks::Owned<xcb_generic_event_t> owned(next == event.get() ? nullptr : next);

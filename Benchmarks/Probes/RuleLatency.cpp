@@ -1,8 +1,8 @@
-// Launches a program again and again and tells for each launch how long its window's frame took from the window's
-// MapNotify to its final place.
+// Launches a program again and again and reports for each launch the time from its window's MapNotify until the
+// window's frame reached its final place.
 //
-// The final place is learned from the launches before the first that counts: where the frame comes to rest. The clock
-// runs from the arrival of the client's MapNotify to the arrival of the frame's last ConfigureNotify with that place.
+// The launches before the first that counts show the final place: where the frame comes to rest. The clock runs from
+// the arrival of the client's MapNotify to the arrival of the frame's last ConfigureNotify with that place.
 
 #include "Benchmarks/Probes/Display.h"
 
@@ -30,7 +30,7 @@ constexpr std::chrono::seconds patience{10};
 constexpr std::chrono::milliseconds calm{150};
 constexpr int warmUps = 3;
 
-/// What went wrong. Thrown, so that the launched program ends with its launch.
+/// The cause of a failure. Thrown, so that the launched program ends with its launch.
 struct Failure {
     std::string sentence;
 };
@@ -53,7 +53,7 @@ public:
         awaitDestruction();
     }
 
-    /// Waits until the client is mapped; follows its frame from then on.
+    /// Waits until the client is mapped, and follows its frame from then on.
     void awaitMapping() {
         const auto limit = Clock::now() + patience;
         while (client == XCB_WINDOW_NONE) {

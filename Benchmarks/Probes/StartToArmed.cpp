@@ -1,8 +1,7 @@
-// Starts a program and tells how long it took until it held a hot key: until another client's request for the same grab
-// is refused.
+// Starts a program and reports the time until it held a hot key: until the server refuses another client the same grab.
 //
-// The clock runs from the moment before the program's process is made. The question is put every tenth of a
-// millisecond, within a server grab, so that our own grab for the question can never be in the program's way.
+// The clock runs from the moment before the creation of the program's process. The probe tries the grab every tenth of
+// a millisecond, within a server grab, so that its own grab can never block the program's.
 
 #include "Benchmarks/Probes/Display.h"
 
@@ -73,7 +72,7 @@ int main(int argumentCount, char** arguments) {
     }
     const bool isArmed = waitUntilHeld(display, key, true);
     const std::chrono::duration<double, std::micro> taken = Clock::now() - start;
-    // Not a polite signal: one that comes before the program listens to it may be lost.
+    // SIGKILL, because a SIGTERM that arrives before the program handles it may be lost.
     kill(process, SIGKILL);
     waitpid(process, nullptr, 0);
     if (!isArmed) {

@@ -1,6 +1,7 @@
-"""What the measurements share. They run on the desktops that the tests build: fresh server, session and home each time.
+"""The common parts of the measurements.
 
-TESSEL_PROGRAM in the environment names another program to measure than the one of build/benchmarks.
+They run on the desktops that the tests build: a fresh server, session and home each time. TESSEL_PROGRAM in the
+environment names another program to measure than the one of build/benchmarks.
 """
 
 import os
@@ -15,5 +16,5 @@ sys.path.insert(0, str(ROOT / "Tests" / "Desktop"))
 
 
 def probe(name: str) -> str:
-    """The path of one of the programs that measure."""
+    """The path of one of the measuring programs."""
     return str(BUILD / "Benchmarks" / name)

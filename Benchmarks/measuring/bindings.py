@@ -1,4 +1,4 @@
-"""Window managers as they are measured: our keys free, their own bindings for both halves on other keys, no compositor."""
+"""The measured window managers: our keys free, their own bindings for both halves on other keys, no compositing."""
 
 from dataclasses import dataclass, replace
 from typing import Callable
@@ -8,7 +8,7 @@ from harness import freed_keys
 from harness.session import Session
 from harness.window_managers import WINDOW_MANAGERS, WindowManager
 
-# Control and Alt with these keys of the number row; the places are evdev keycodes.
+# Control and Alt with these keys of the number row, as evdev keycodes.
 LEFT_KEY, RIGHT_KEY = "1", "2"
 
 
@@ -51,9 +51,9 @@ def kwin(session: Session) -> None:
 @dataclass(frozen=True)
 class Measured:
     manager: WindowManager
-    # What its own binding is called.
+    # The name of its own binding.
     action: str
-    # A window that it has tiled is deaf to others until it is released.
+    # It ignores other clients' requests for a window that it has tiled until it releases the window.
     tiles_stick: bool = False
 
 
@@ -79,5 +79,5 @@ MEASURED = {
 
 
 def use_measured_window_managers() -> None:
-    """Makes the desktops of this process start the window managers as they are measured."""
+    """Makes the desktops of this process start the window managers with these settings."""
     WINDOW_MANAGERS.update({name: measured.manager for name, measured in MEASURED.items()})

@@ -1,4 +1,4 @@
-"""Figures made of samples."""
+"""Statistics of samples."""
 
 from statistics import median
 

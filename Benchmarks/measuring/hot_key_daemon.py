@@ -1,4 +1,4 @@
-"""sxhkd, the daemon that runs a command for a key, and whether it has taken its keys yet."""
+"""sxhkd, the daemon that runs a command for a key, and a check whether it holds its keys."""
 
 import subprocess
 
@@ -11,7 +11,7 @@ CONTROL_ALT = X.ControlMask | X.Mod1Mask
 ALT = X.Mod1Mask
 SUPER = X.Mod4Mask
 
-# The leanest shell there is, as someone would set it who cares about speed.
+# The leanest shell, as a user who cares about speed would set it.
 ENVIRONMENT = {"SXHKD_SHELL": "/bin/sh"}
 
 
@@ -26,7 +26,7 @@ def is_taken(desktop: Desktop, key_code: int, modifiers: int = CONTROL_ALT) -> b
 
 
 def configuration(desktop: Desktop, commands: dict[str, str]) -> str:
-    """Writes a configuration: commands by hot key. Gives its path."""
+    """Writes a configuration: commands by hot key. Returns its path."""
     desktop.session.configure(
         ".config/sxhkd/sxhkdrc", "".join(f"{hot_key}\n    {command}\n\n" for hot_key, command in commands.items())
     )

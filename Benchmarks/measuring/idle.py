@@ -1,4 +1,4 @@
-"""What programs cost while they wait."""
+"""The cost of programs while they wait."""
 
 import time
 from dataclasses import dataclass
@@ -27,7 +27,7 @@ class Memory:
 
 @dataclass(frozen=True)
 class Activity:
-    """Since the process began."""
+    """Since the start of the process."""
 
     wake_ups: int
     nanoseconds: int
@@ -49,7 +49,7 @@ class Cost:
     milliseconds_per_minute: float
 
     def cells(self) -> list[str]:
-        """A row's, as `COLUMNS` names them."""
+        """The values of a row, in the order of `COLUMNS`."""
         kibibytes = (self.memory.private_dirty, self.memory.proportional, self.memory.resident)
         return [
             *(f"{each:,}" for each in kibibytes), f"{self.wake_ups_per_second:.2f}",
@@ -61,7 +61,7 @@ COLUMNS = ["KiB", "PSS KiB", "RSS KiB", "wake-ups/s", "CPU ms/min"]
 
 
 def until_at_rest(process_id: int) -> None:
-    """Returns when what the use left to do is done: when the process has slept through a whole second."""
+    """Returns when the work after the use is done: when the process has slept through a whole second."""
     slept_since, wake_ups = time.monotonic(), -1
     while time.monotonic() - slept_since < 1:
         now = Activity.of(process_id).wake_ups
@@ -71,7 +71,7 @@ def until_at_rest(process_id: int) -> None:
 
 
 def watch(running: dict[str, int], seconds: float) -> dict[str, Cost]:
-    """By program, of which the process ids are given: what it costs in this time."""
+    """Maps each program, given with its process ids, to its cost in this time."""
     began = time.monotonic()
     before = {name: Activity.of(process_id) for name, process_id in running.items()}
     time.sleep(seconds)

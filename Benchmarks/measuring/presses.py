@@ -1,4 +1,4 @@
-"""Who takes part in a measurement of presses, in which order, and how the results are printed."""
+"""The contenders in a measurement of presses, their order, and the printed results."""
 
 from collections.abc import Iterator
 from dataclasses import dataclass
@@ -10,7 +10,7 @@ from .report import table
 from harness.product import Product, run_to_end
 from harness.waiting import STARTING, until
 
-# Before the presses that count.
+# Before the measured presses.
 WARM_UPS = 6
 
 # By contender, a list of milliseconds for each round.
@@ -42,7 +42,7 @@ def borrow_keys(desktop) -> Product:
 
 
 def turns(field: list[Contender], rounds: int) -> Iterator[Contender]:
-    """All of them in turns, forth and back."""
+    """All of them in turns, forwards and backwards."""
     for number in range(rounds):
         yield from field if number % 2 == 0 else reversed(field)
 
@@ -56,7 +56,7 @@ def print_results(field: list[Contender], samples: Samples) -> None:
 
 
 def print_ratios(native: str, samples: Samples) -> None:
-    """A row for each, with ratios to the one that is named first."""
+    """A row for each, with ratios to the first one."""
     everything = {name: sum(rounds, []) for name, rounds in samples.items()}
     rows = []
     for name, taken in everything.items():

@@ -1,4 +1,4 @@
-"""How results are printed: Markdown, the figure that counts in front."""
+"""Printed results: Markdown, the most important figure first."""
 
 import os
 import platform
@@ -7,7 +7,7 @@ from pathlib import Path
 
 from . import ROOT
 
-# What takes part in the measurements and is not ours.
+# The other programs in the measurements.
 PACKAGES = [
     "openbox", "xfwm4", "kwin-x11", "xvfb", "mousepad", "sxhkd", "wmctrl", "xdotool", "xbindkeys", "devilspie2",
     "kwin-wayland", "gnome-shell", "sway", "g++-12",
@@ -31,7 +31,7 @@ def table(columns: list[str], rows: list[list[str]]) -> None:
 
 
 def load() -> float:
-    """How many processes wanted a processor during the last minute, on average."""
+    """The average number of processes that wanted a processor during the last minute."""
     return os.getloadavg()[0]
 
 

@@ -1,4 +1,4 @@
-"""Wayland's desktops as they are measured: our keys free, their own bindings for both halves on other keys."""
+"""The measured Wayland desktops: our keys free, their own bindings for both halves on other keys."""
 
 import subprocess
 from pathlib import Path
@@ -14,11 +14,11 @@ from harness.rect import Rect
 from harness.sway import FIRST, SwayDesktop, SwayWindow
 from harness.waiting import until
 
-# As the others, for what a script binds where there is one.
+# The keys of a script's bindings, on desktops that have one.
 SCRIPT_LEFT_KEY, SCRIPT_RIGHT_KEY = "3", "4"
 NAME = "org.example.Probe"
 NATURAL = Rect(300, 200, 500, 400)
-# In the language of KWin's scripts.
+# In KWin's script language.
 PUT_BACK = (
     'find("{0}").tile = null; find("{0}").setMaximize(false, false);'
     ' find("{0}").frameGeometry = {{x: {1.x}, y: {1.y}, width: {1.width}, height: {1.height}}};'
@@ -37,7 +37,7 @@ class KWin:
         self.desktop = KWinDesktop(PROGRAM, has_keyboard=False)
         control_and_alt = 0x0C000000
         for side, key in (("Left", LEFT_KEY), ("Right", RIGHT_KEY)):
-            # As the system's settings change somebody else's shortcut.
+            # Sets another action's shortcut as the system's settings do.
             action = ["kwin", f"Window Quick Tile {side}", "KWin", f"Quick Tile Window to the {side}"]
             keys = [([control_and_alt + ord(key), 0, 0, 0],)]
             self.desktop.bus.call(ACCEL, "setForeignShortcutKeys", "(asa(ai))", action, keys)
@@ -54,7 +54,7 @@ class KWin:
         def is_back() -> bool:
             if self.frame(window) == NATURAL:
                 return True
-            # Asked again as long as the window still answers what it was told before.
+            # Repeated while the window still handles an earlier size.
             self.desktop.eyes.windows(PUT_BACK.format(window, NATURAL))
             return False
 
@@ -118,7 +118,7 @@ COMPOSITORS = {"kwin_wayland": KWin, "gnome-shell": GnomeShell, "sway": Sway}
 
 
 class Probe:
-    """A window that presses keys and notes when it is told of its size; Probes/Wayland/PressLatency.cpp tells more."""
+    """A window that presses keys and records when it receives its size; see Probes/Wayland/PressLatency.cpp."""
 
     def __init__(self, measured: Any):
         session = measured.desktop.session
@@ -129,16 +129,17 @@ class Probe:
         )
 
     def resize(self, key: int) -> tuple[float, float, tuple[int, int]]:
-        """Milliseconds from the press of a shortcut until the window is told its size and until it is painted; the size."""
+        """Milliseconds from the press of a shortcut until the window receives its size and until it is painted; the
+        size."""
         told, painted, width, height = self._ask(f"resize {key}")
         return told / 1000, painted / 1000, (round(width), round(height))
 
     def reach(self, key: int) -> float:
-        """Milliseconds from the press of a key that nobody holds until the window has it."""
+        """Milliseconds from the press of a free key until the window has it."""
         return self._ask(f"reach {key}")[0] / 1000
 
     def press(self, key: int) -> None:
-        """Presses a shortcut, whatever it does."""
+        """Presses a shortcut, with any effect."""
         self._ask(f"press {key}")
 
     def _ask(self, line: str) -> list[float]:

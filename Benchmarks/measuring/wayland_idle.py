@@ -1,4 +1,4 @@
-"""Tessel on one of Wayland's desktops, with ten rules, used first and then left alone."""
+"""Tessel on one of the Wayland desktops, with ten rules, used first and then left alone."""
 
 from harness.applications import APPLICATIONS
 from harness.waiting import until, until_equal
@@ -6,7 +6,7 @@ from harness.waiting import until, until_equal
 from .idle import RULED, Cost, until_at_rest, watch
 from .wayland import COMPOSITORS, NATURAL, Probe
 
-# The keys of the six actions, as the kernel numbers them (linux/input-event-codes.h).
+# The keys of the six actions, as kernel key codes (linux/input-event-codes.h).
 ACTION_KEYS = {"left half": 105, "right half": 106, "center": 46, "maximize": 103, "almost maximize": 32, "height": 108}
 
 

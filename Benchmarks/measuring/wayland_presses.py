@@ -1,6 +1,7 @@
 """Presses on Wayland: a window of its natural size takes the left and the right half of an empty screen in turns.
 
-It is put back in between by the compositor itself, so that each press changes its size, of which a window is told.
+The compositor itself moves it back in between, so that each press changes its size: a window only receives changed
+sizes.
 """
 
 from contextlib import ExitStack
@@ -13,7 +14,7 @@ from .wayland import COMPOSITORS, Probe
 from harness.rect import Rect
 from harness.waiting import until_equal
 
-# Keys as the kernel numbers them (linux/input-event-codes.h).
+# Kernel key codes (linux/input-event-codes.h).
 KEY_1, KEY_2, KEY_3, KEY_4, KEY_9, KEY_LEFT, KEY_RIGHT = 2, 3, 4, 5, 10, 105, 106
 
 
@@ -61,28 +62,28 @@ class Run:
         return [self.press(*shortcut) for shortcut in islice(shortcuts, WARM_UPS + presses)][WARM_UPS:]
 
     def press(self, key: int, half: Rect) -> tuple[float, float]:
-        """Milliseconds until the window is told its new size, and until it has been painted in its place."""
+        """Milliseconds until the window receives its new size, and until it has been painted in its place."""
         self.measured.reset(self.window)
         self.product.until_at_rest()
         told, painted, size = self.probe.resize(key)
         until_equal(lambda: self.measured.frame(self.window), half, "the frame")
-        # Nothing around it, so this was the size of the frame.
-        assert size == half.size, f"the window was told {size}"
+        # It has no decoration, so this was the size of the frame.
+        assert size == half.size, f"the window received {size}"
         return told, painted
 
     def way_of_a_key(self, presses: int) -> list[float]:
-        """Milliseconds of each press of a key that nobody holds until the window has it."""
+        """Milliseconds of each press of a free key until the window has it."""
         return [self.probe.reach(KEY_9) for _ in range(WARM_UPS + presses)][WARM_UPS:]
 
 
 def measure(name: str, rounds: int, presses: int) -> tuple[list[Contender], Samples, Samples]:
-    """Until the window is told, with the way of a key beside it, and until it is painted."""
+    """The results until the window is configured, with the time of a free key beside it, and until it is painted."""
     with ExitStack() as runs:
         run = runs.enter_context(Run(name))
         places = {False: run}
         if run.measured.lends:
             places[True] = runs.enter_context(Run(name, borrows=True))
-        reached = "a key that nobody holds, until the window has it"
+        reached = "a free key, until the window has it"
         told: Samples = {contender.name: [] for contender in run.field} | {reached: []}
         painted: Samples = {contender.name: [] for contender in run.field}
         for contender in turns(run.field, rounds):

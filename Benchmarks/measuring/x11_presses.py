@@ -17,7 +17,7 @@ from harness.waiting import STARTING
 from harness.windows import ADD, REMOVE
 
 LEFT, RIGHT = Rect(0, 0, 960, 1080), Rect(960, 0, 960, 1080)
-# The number row's places as evdev numbers them.
+# Keys of the number row as evdev numbers them.
 NUMBER_ROW = {"1": 10, "2": 11, "3": 12, "4": 13, "5": 14, "6": 15}
 
 
@@ -32,7 +32,7 @@ def contenders(measured: Measured) -> list[Contender]:
 
 
 def start_scripts(desktop: Desktop, window: int) -> None:
-    """The scripts' author has looked up what the decoration takes: they need not find out at every press."""
+    """The scripts contain the decoration's size, so they need not query it at every press."""
     require("wmctrl", "wmctrl")
     require("xdotool", "xdotool")
     left, right, top, bottom = desktop.windows.extents(window, "_NET_FRAME_EXTENTS")
@@ -88,7 +88,7 @@ def measure(measured: Measured, rounds: int, presses: int) -> tuple[list[Contend
 
 
 def lending_desktop(desktop: Desktop, measured: Measured) -> tuple[Desktop, int]:
-    """A second one with all that the first one has, whose window manager holds our keys as it does by itself."""
+    """A second desktop with everything that the first one has, whose window manager holds our keys by default."""
     desktop.start_window_manager(measured.manager.name, keys_free=False)
     window = desktop.open(APPLICATIONS["mousepad"]).window
     start_scripts(desktop, window)

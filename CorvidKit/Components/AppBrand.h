@@ -8,7 +8,7 @@
 
 namespace corvid {
 
-/// Whose program it is that the components are in, and how it looks.
+/// The program that the components belong to, and its appearance.
 class AppBrand : public QObject {
     Q_OBJECT
     QML_ELEMENT

@@ -41,13 +41,13 @@ public:
 
     void setReducesMotion(bool value);
 
-    /// Whether pictures are being drawn: nothing is asked of the system, and nothing follows the pointer.
+    /// Whether pictures are being drawn: then there are no requests to the system, and nothing follows the pointer.
     [[nodiscard]] bool isSnapshot() const;
 
     /// Whether the language is written from right to left.
     [[nodiscard]] bool isMirrored() const;
 
-    /// Whether the keyboard was used last, so that what has the focus is to be marked.
+    /// Whether the keyboard was used last, so that the focus must be visible.
     [[nodiscard]] bool isUsingKeyboard() const { return usingKeyboard; }
 
     void setUsingKeyboard(bool value);

@@ -1,7 +1,7 @@
 import QtQuick
 import CorvidKit
 
-// Marks what has the keyboard, for those who use it.
+// Marks the focused item for users of the keyboard.
 RoundedRectangle {
     required property Item control
 

@@ -14,8 +14,8 @@ QIcon drawable(const QIcon& icon) {
     return icon.pixmap(any).isNull() ? QIcon() : icon;
 }
 
-/// Whether a file can be one, so that it is opened. Qt complains of a drawing that is missing, waits at a pipe for as
-/// long as nobody writes into it, and reads a drawing whole.
+/// Whether a file can be a picture, and so may be opened. Qt warns about a missing drawing, blocks at a pipe without a
+/// writer, and reads a whole drawing.
 bool isPicture(const QFileInfo& file) {
     constexpr qint64 largest = qint64{16} << 20U;
     return file.isFile() && file.size() <= largest;

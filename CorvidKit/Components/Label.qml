@@ -6,7 +6,7 @@ Text {
     property real size: 12
     property int weight: Font.Normal
 
-    // Whole points, so that what comes below begins on a pixel.
+    // Whole points, so that the next item below begins on a pixel.
     height: Math.ceil(implicitHeight)
     font: Environment.font(size, weight)
     color: Style.primary

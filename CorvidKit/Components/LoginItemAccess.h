@@ -19,7 +19,7 @@ public:
 
     Q_INVOKABLE [[nodiscard]] bool isEnabled() const { return LoginItem::isEnabled(); }
 
-    /// Gives the state that holds afterwards.
+    /// Returns the state that holds afterwards.
     Q_INVOKABLE bool setEnabled(bool enabled) { return LoginItem::setEnabled(enabled); }
 };
 

@@ -14,7 +14,7 @@ ListView {
         return width + 44;
     }
 
-    // Where the pointer was seen last; null before that.
+    // The last position of the pointer; null before the first.
     property var pointer: null
 
     // To the line that the pointer is on. One that rests while the keys move the lines below it chooses nothing.

@@ -6,7 +6,7 @@ Pressable {
     id: picker
 
     property string symbol
-    // What the picker is for, for those who cannot see what it stands beside.
+    // The picker's purpose, for users who cannot see the text beside it.
     property string purpose
     property alias menu: popup
 

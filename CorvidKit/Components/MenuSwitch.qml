@@ -1,7 +1,8 @@
 import QtQuick
 import CorvidKit
 
-// An on/off switch. What it shows is what it is given: a change is asked for with `toggled`, and shown once it holds.
+// An on/off switch. It shows its given value: `toggled` requests a change, and the switch shows it once it has
+// happened.
 Item {
     id: menuSwitch
 

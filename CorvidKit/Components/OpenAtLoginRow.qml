@@ -5,7 +5,7 @@ import CorvidKit
 SettingRow {
     id: row
 
-    // Known once the row is there, and after each change; nothing is asked while pictures are drawn.
+    // Read once the row is there, and after each change; not while pictures are drawn.
     property bool isOn: Environment.isSnapshot ? false : LoginItem.isEnabled()
 
     // The setting may have been changed elsewhere.

@@ -1,15 +1,15 @@
 import QtQuick
 import CorvidKit
 
-// What is around a view that hangs as a window of its own: the rounded plate it lies on, and its shadow.
+// The frame of a view in a window of its own: the rounded plate under it, and its shadow.
 FocusScope {
     id: frame
 
-    // Where the window lets through what is behind it; elsewhere the plate fills the window.
+    // For a transparent window; otherwise the plate fills the window.
     property bool isBlended: true
     readonly property real margin: isBlended ? 20 : 0
     property Item content: null
-    // Whether it opens with a transition. Where nothing shines through, that would come out of black.
+    // Whether it opens with an animation. In an opaque window, that would fade in from black.
     property bool isAnimated: true
 
     signal dismissed

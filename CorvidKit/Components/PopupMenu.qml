@@ -1,7 +1,7 @@
 import QtQuick
 import CorvidKit
 
-// A menu within the window, beside what opens it. Its entries are objects with `title`, `symbol` or `icon`, `isChecked`,
+// A menu within the window, beside its opener. Its entries are objects with `title`, `symbol` or `icon`, `isChecked`,
 // `action`; one with only `section` is a heading, one with `isDivider` a line.
 Item {
     id: menu

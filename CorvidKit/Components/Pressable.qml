@@ -1,7 +1,7 @@
 import QtQuick
 import CorvidKit
 
-// What buttons of every look have in common: pointer, keyboard, focus and what assistive programs are told.
+// The common part of all buttons: pointer, keyboard, focus and accessibility.
 Item {
     id: pressable
 

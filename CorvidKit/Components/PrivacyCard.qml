@@ -1,7 +1,7 @@
 import QtQuick
 import CorvidKit
 
-// What the program does not do.
+// The program's promises about privacy.
 Card {
     id: card
 

@@ -4,7 +4,7 @@ import CorvidKit
 // Shows where a list is, and that there is more of it.
 RoundedRectangle {
     required property Flickable list
-    // What it keeps from the list's ends.
+    // Its distance from the list's ends.
     property real inset: 0
 
     parent: list

@@ -1,7 +1,7 @@
 import QtQuick
 import CorvidKit
 
-// One setting: icon, title, and at the end what changes it.
+// One setting: icon, title, and at the end the control that changes it.
 Item {
     id: row
 

@@ -17,8 +17,8 @@ SoftShadow::SoftShadow(QQuickItem* parent)
 void SoftShadow::paint(QPainter* painter) {
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
-    // Outlines of growing size on top of each other: each adds what is missing to the darkness at its distance, which
-    // falls off with the square.
+    // Outlines of growing size on top of each other: each adds the missing darkness at its distance, which falls off
+    // with the square.
     const int steps = std::max(2, static_cast<int>(std::ceil(blur * 2)));
     const QRectF bounds = boundingRect();
     qreal covered = 0;

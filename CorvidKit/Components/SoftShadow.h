@@ -16,7 +16,7 @@ class SoftShadow : public QQuickPaintedItem {
     Q_PROPERTY(qreal radius MEMBER radius NOTIFY changed)
     /// How far it reaches beyond the rectangle, in points.
     Q_PROPERTY(qreal blur MEMBER blur NOTIFY changed)
-    /// Where it is darkest.
+    /// Its darkest value.
     Q_PROPERTY(QColor color MEMBER color NOTIFY changed)
 
 public:

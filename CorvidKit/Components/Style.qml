@@ -20,7 +20,7 @@ QtObject {
     readonly property color menu: isDark ? "#3a3a3c" : "#fcfcfd"
     readonly property color menuBorder: isDark ? "#2effffff" : "#24000000"
 
-    // Faint fills of what lies on a surface.
+    // Faint fills of items on a surface.
     readonly property color fill: isDark ? "#14ffffff" : "#0e000000"
     readonly property color hoverFill: isDark ? "#17ffffff" : "#0f000000"
     readonly property color pressedFill: isDark ? "#24ffffff" : "#1a000000"

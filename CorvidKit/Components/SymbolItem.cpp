@@ -22,7 +22,7 @@ void SymbolItem::paint(QPainter* painter) {
     QSvgRenderer drawing(file);
     const QRectF bounds = boundingRect();
     painter->setRenderHint(QPainter::Antialiasing);
-    // The item's own picture is transparent, so what was drawn is all that the colour falls on.
+    // The item's own picture is transparent, so the colour falls only on the drawn symbol.
     drawing.render(painter, bounds);
     painter->setCompositionMode(QPainter::CompositionMode_SourceIn);
     if (endColor.alpha() > 0) {

@@ -1,7 +1,7 @@
 import QtQuick
 import CorvidKit
 
-// What is missing, and one button that leads to where it can be had, if there is such a place.
+// The missing requirement, and one button that leads to its remedy, if there is one.
 RoundedRectangle {
     id: card
 

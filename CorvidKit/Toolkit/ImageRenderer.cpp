@@ -21,7 +21,7 @@ bool isDrawable(const QSizeF& size) {
     return size.width() >= 1 && size.height() >= 1 && size.width() <= largestSide && size.height() <= largestSide;
 }
 
-/// Lets what is laid out in turns of the event loop, such as the rows of a list, take its place.
+/// Runs the layout that takes turns of the event loop, such as that of the rows of a list.
 void settle(QQuickRenderControl& control) {
     constexpr int enough = 3;
     for (int turn = 0; turn < enough; ++turn) {

@@ -20,7 +20,7 @@ void LoopPump::turn() {
     case platform::HostedLoop::Outlook::idle:
         break;
     case platform::HostedLoop::Outlook::unfinished:
-        // Behind what waits in Qt's loop, which would otherwise sleep until something comes from outside.
+        // Queued after the pending work in Qt's loop, which would otherwise sleep until an event from outside.
         nextTurn.start();
         break;
     case platform::HostedLoop::Outlook::ended:

@@ -8,8 +8,8 @@
 
 namespace corvid::toolkit {
 
-/// Lets the main loop turn within Qt's: whatever the one waits for, the other waits for too. Ends Qt's loop when the
-/// main loop ends. Made and dropped on the main thread, while Qt's application object lives.
+/// Runs the main loop inside Qt's: each waits for the other's events, too. Ends Qt's loop when the main loop ends.
+/// Created and destroyed on the main thread, while Qt's application object lives.
 class LoopPump final : public QObject {
     Q_OBJECT
 

@@ -8,7 +8,7 @@ namespace corvid::toolkit {
 
 namespace {
 
-/// Between the popover and what it hangs at, and the least between it and the edges of the visible frame.
+/// The distance between the popover and its anchor, and the smallest one between it and the edges of the visible frame.
 constexpr double gap = 6;
 
 double outside(double value, double least, double most) {
@@ -57,7 +57,7 @@ std::optional<CGRect> popoverFrame(const platform::Popover::Anchor& anchor, CGSi
     const double height = room > 0 ? std::min(size.height, room) : size.height;
     const bool isBelow = rect.midY() >= screen.frame.midY();
     const double y = isBelow ? rect.minY() - gap - height : rect.maxY() + gap;
-    // The upper edge counts more where there is no room at all: that is where it begins.
+    // If there is no room at all, the upper edge is the one that stays visible.
     const double top = std::min(visible.maxY() - gap, std::max(y + height, visible.minY() + gap + height));
     return CGRect{
         {fitted(rect.midX() - size.width / 2, size.width, visible.minX() + gap, visible.maxX() - gap), top - height},

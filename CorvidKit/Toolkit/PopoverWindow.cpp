@@ -19,8 +19,8 @@ namespace {
 
 const QUrl frameFile(QStringLiteral("qrc:/qt/qml/CorvidKit/PopoverFrame.qml"));
 
-/// Where every window is managed, the press on the panel that is to close the popover takes the keyboard from it first,
-/// and the click that it becomes asks for it again. A click takes no longer than this.
+/// On Wayland, the press on the panel that is to close the popover first takes the keyboard focus from it, and the
+/// click of that press requests it again. A click takes no longer than this.
 constexpr auto clickTime = std::chrono::milliseconds(300);
 
 bool movesFocus(int key) {
@@ -215,7 +215,7 @@ void PopoverWindow::followScale() {
     if (QScreen* screen = window->screen(); screen != nullptr && screen != followed) {
         disconnect(scaleFollowing);
         followed = screen;
-        // Not before the toolkit has dealt with the change itself.
+        // Not before the toolkit has handled the change itself.
         scaleFollowing =
             connect(screen, &QScreen::logicalDotsPerInchChanged, this, &PopoverWindow::showAnew, Qt::QueuedConnection);
     }

@@ -21,10 +21,10 @@ namespace corvid::toolkit {
 
 /// The popover as a window without a frame, above all others and at exactly its place.
 ///
-/// On X11 no window manager manages it, and it is gone with the next press beside it. So that the session can be
-/// locked, it is gone when that begins, and lets go of the pointer after a while without input. On Wayland, where all
-/// windows are managed and none can hold the pointer, the desktop puts it in its place, and it is gone when it loses
-/// the keyboard.
+/// On X11 no window manager manages it, and it closes with the next press beside it. A lock of the session closes it,
+/// because the lock needs the pointer; for the same reason it releases the pointer after some time without input. On
+/// Wayland, where all windows are managed and none can grab the pointer, the desktop positions it, and it closes when
+/// it loses the keyboard focus.
 class PopoverWindow final : public QObject, public platform::Popover {
     Q_OBJECT
 
@@ -45,7 +45,7 @@ public:
     void makeKey() override;
     void performClose() override;
 
-    /// Where it was last.
+    /// Shows it at its last anchor.
     void showAgain();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -66,8 +66,8 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     void followScale();
     void holdPointer();
     void followKeyboard();
-    /// Where the compositor gives the keyboard, another window may have taken it from a new one before the toolkit got
-    /// either event. The toolkit then reports nothing, or takes the window for the active one.
+    /// If the compositor assigns the keyboard focus, another window may have taken it from a new one before the toolkit
+    /// got either event. The toolkit then reports nothing, or takes the window for the active one.
     void expectKeyboard();
     [[nodiscard]] bool isOutside(const QPointF& position) const;
 
@@ -77,9 +77,9 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     std::shared_ptr<const platform::View> view;
     Behavior behavior = Behavior::applicationDefined;
     bool animates = false;
-    /// Where it was shown last.
+    /// The anchor of its last showing.
     std::optional<Anchor> anchor;
-    /// The screen that was worked on then, where it hangs at nothing.
+    /// The user's screen at that time, if there is no anchor.
     std::optional<CGRect> activeScreen;
     /// As they were when the desktop last answered.
     std::vector<platform::Screen> screens;
@@ -89,7 +89,7 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     PointerHold pointerHold{surroundings.mainActor,
                             [this](bool holds) { return window && window->setMouseGrabEnabled(holds); }};
     std::unique_ptr<platform::LockWatch> lockWatch;
-    /// Whose font scale is followed.
+    /// The screen whose font scale it follows.
     QPointer<QScreen> followed;
     QMetaObject::Connection scaleFollowing;
     std::unique_ptr<platform::ScheduledWork> pendingLook;

@@ -69,7 +69,7 @@ QuickToolkit::QuickToolkit(const Surroundings& surroundings, const ViewBuilder& 
     engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
     followAppearance();
     hanging = std::make_unique<PopoverWindow>(surroundings, *engine, build);
-    // The popover would close anyway when the panel takes the keyboard; it comes back to show what was added.
+    // The popover would close anyway when the panel takes the keyboard focus; it opens again to show the additions.
     panel = makePanel(*engine, {.opening = [this] { hanging->performClose(); },
                                 .closed =
                                     [this](bool hasChosen) {

@@ -17,10 +17,10 @@ struct Surroundings {
     platform::HostedLoop& mainLoop;
     platform::MainActor& mainActor;
     platform::Appearance& appearance;
-    /// Null where there is no desktop, and nothing but pictures can be had.
+    /// Null without a desktop, when only pictures can be drawn.
     platform::OwnWindows* ownWindows;
     platform::Screens& screens;
-    /// Null where nothing is shown that would be in the way of a lock.
+    /// Null if no window is shown that could block a lock.
     platform::SessionLock* sessionLock;
     /// The languages that the user wants, the best first.
     std::vector<std::string> languages;

@@ -14,9 +14,9 @@ namespace tessel {
 struct ShownState {
     std::string_view name;
     MenuTab tab;
-    /// Makes the desktop such that the program will be in that state.
+    /// Prepares the desktop so that the program will be in that state.
     void (*prepare)(platform::simulated::Desktop& desktop);
-    /// What happens while the program runs.
+    /// Runs while the program runs.
     void (*live)(platform::simulated::Desktop& desktop, AppState& state);
 };
 

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Pictures are drawn before any loop turns.
+/// Pictures are drawn before any loop runs.
 class NoLoop final : public platform::HostedLoop {
 public:
     [[nodiscard]] int descriptor() const override { return -1; }
@@ -23,7 +23,7 @@ public:
     [[nodiscard]] Outlook serve() override { return Outlook::ended; }
 };
 
-/// Gives the desktop the texts that the toolkit has: the status is put together out of its.
+/// Gives the desktop the toolkit's texts, from which it composes the status.
 void translateStatus(platform::simulated::Desktop& desktop, const tessel::AppState& state) {
     const auto translate = [&](const char* key, int count = -1) {
         desktop.localization.texts[std::string("Tessel/") + key] =
@@ -55,7 +55,7 @@ void draw(const tessel::ShownState& shown, const std::string& directory, const s
                                  [&] { return std::make_shared<tessel::MenuView>(state, shown.tab); });
 }
 
-/// Nothing is chosen while pictures are drawn.
+/// No file chooser opens while pictures are drawn.
 std::unique_ptr<platform::OpenPanel> noPanel(QQmlEngine& /*engine*/, const corvid::toolkit::OpenPanelHooks& /*hooks*/) {
     return nullptr;
 }
@@ -80,7 +80,7 @@ int main(int count, char** arguments) {
                                                                .sessionLock = nullptr,
                                                                .languages = {language}},
                                                               tessel::makeItem, noPanel);
-    // The language that nobody speaks from right to left has no country that Qt would know it from.
+    // Qt has no country for the artificial right-to-left language, and so no direction either.
     if (language == "xb") {
         QGuiApplication::setLayoutDirection(Qt::RightToLeft);
     }

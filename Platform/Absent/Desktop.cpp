@@ -4,7 +4,7 @@ namespace platform::absent {
 
 namespace {
 
-/// Nothing; equal to nothing but itself.
+/// An empty element, which equals only itself.
 class NoElement final : public AXElementStorage {
 public:
     [[nodiscard]] bool isEqual(const AXElementStorage& other) const override { return this == &other; }

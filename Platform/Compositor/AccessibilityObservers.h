@@ -5,7 +5,7 @@
 
 namespace platform::compositor {
 
-/// Tells of new windows. A window has arrived when the table has it.
+/// Notifies of new windows. A window is new when the table gets it.
 class AccessibilityObservers final : public linux::WindowObservers {
 public:
     AccessibilityObservers(const WindowTable& table, linux::Deliveries& deliveries)

@@ -18,9 +18,9 @@
 
 namespace platform::compositor {
 
-/// All that is done through a door, put together. A desktop of one kind of compositor derives from this, brings its
-/// door and its hot keys, and adds what else it has. It keeps the table and the door in a base class that comes before
-/// this one, so that they live for longer.
+/// Everything that works through a door, in one object. A desktop for one kind of compositor derives from this,
+/// provides its door and its hot keys, and adds its other parts. It keeps the table and the door in a base class before
+/// this one, so that they live longer.
 class Desktop : public linux::Desktop {
 public:
     ~Desktop() override;

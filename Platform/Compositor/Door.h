@@ -23,23 +23,23 @@ public:
     /// door that receives an event for every change has nothing to do.
     virtual void refresh(Instant deadline) = 0;
 
-    /// Asks for a window's frame; a maximized or tiled window is released. Waits until the window has come to rest and
-    /// the table has the frame that it has settled on, at the latest until `deadline`, and then gives `cannotComplete`.
-    /// With a deadline that has passed it only asks. `invalidUIElement` for a window that is gone.
+    /// Requests a window's frame; a maximized or tiled window is released. Waits until the window has come to rest and
+    /// the table has its final frame, at the latest until `deadline`, and then returns `cannotComplete`. With a
+    /// deadline in the past it only sends the request. `invalidUIElement` for a window that is gone.
     virtual AXError place(const WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) = 0;
 
-    /// Shows the user how to open the door, where it is closed and there is a way. Does not wait.
+    /// Shows the user how to open the door, if it is closed and the user can open it. Does not wait.
     virtual void prompt() = 0;
 
     /// The reason why the door is closed; without meaning while it is open.
     [[nodiscard]] virtual AccessObstacle obstacle() const = 0;
 
-    /// Where the pointer is; nothing where the compositor does not say.
+    /// The pointer's position; empty if the compositor does not report it.
     [[nodiscard]] virtual std::optional<corvid::CGPoint> pointer() = 0;
 
-    /// Where the window of this process that has the title is to be, with its visible top-left corner there: now if it
-    /// is shown, and otherwise as soon as it appears, before it is seen elsewhere where the compositor can do that. It
-    /// is above other windows, on all workspaces and in no task bar, and has the keyboard.
+    /// Sets the position of the window of this process with that title, by its visible top-left corner: at once if it
+    /// is shown, and otherwise when it appears, before it is drawn elsewhere if the compositor can do that. The window
+    /// is above other windows, on all workspaces and in no task bar, and gets the keyboard focus.
     virtual void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) = 0;
 };
 

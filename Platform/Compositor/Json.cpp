@@ -10,7 +10,7 @@ namespace platform::compositor {
 namespace {
 
 /// Whether nothing is nested deeper than in any layout, where each container is two levels. Some kilobytes of brackets
-/// would take the hundredfold; and the parser's own way to leave values out takes the square of their number.
+/// would take a hundred times their memory; and the parser's own filter takes time by the square of their number.
 bool isShallow(std::string_view text) {
     constexpr int deepest = 256;
     int depth = 0;
@@ -50,7 +50,7 @@ std::optional<Json> parsedJson(std::string_view text) {
         return std::nullopt;
     }
     Json value = Json::parse(text, nullptr, false);
-    // The parser refuses the whole text. It comes first nevertheless, so that nobody else pays for the repair.
+    // The parser refuses the whole text. It runs first nevertheless, so that valid messages do not pay for the repair.
     if (value.is_discarded()) {
         value = Json::parse(linux::validText(text), nullptr, false);
     }

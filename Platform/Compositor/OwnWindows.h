@@ -6,8 +6,8 @@
 
 namespace platform::compositor {
 
-/// Windows of this program, which the compositor knows by their titles: the door puts them in their place and gives
-/// them the keyboard.
+/// Windows of this program, which the compositor knows by their titles: the door positions them and gives them the
+/// keyboard focus.
 class OwnWindows final : public platform::OwnWindows {
 public:
     OwnWindows(Door& door, Turn& turn)
@@ -22,7 +22,7 @@ public:
 
     void takeKeyboard(Number /*window*/) override {}
 
-    /// The toolkit is told by the compositor itself, and knows.
+    /// The compositor itself sends the toolkit the focus.
     [[nodiscard]] bool hasKeyboard(Number /*window*/) override { return false; }
 
     [[nodiscard]] bool isKeyboardElsewhere() override;
@@ -30,7 +30,7 @@ public:
     [[nodiscard]] bool areBlended() override { return true; }
 
 private:
-    /// The primary output's frame, in the compositor's own space; nothing while that is not known.
+    /// The primary output's frame, in the compositor's own space; empty while it is unknown.
     [[nodiscard]] std::optional<corvid::CGRect> primary();
 
     Door& door;

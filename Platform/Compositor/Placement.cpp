@@ -7,7 +7,7 @@ namespace platform::compositor {
 
 namespace {
 
-/// The frame that is asked for, in whole points; what is not asked for stays as it is.
+/// The requested frame, in whole points; parts without a request keep their value.
 corvid::CGRect wholeFrame(const PlacementRequest& request, const corvid::CGRect& present) {
     const corvid::CGPoint origin = request.position.value_or(present.origin);
     const corvid::CGSize size = request.size.value_or(present.size);

@@ -12,23 +12,23 @@ namespace platform::compositor {
 
 using linux::PlacementRequest;
 
-/// Moves and resizes windows through the door. Requests of one window gather until they are carried out, so that a
-/// size, a position and a size again are the one frame that they amount to. Rectangles are in the compositor's own
-/// space; what is asked of the door is in whole points.
+/// Moves and resizes windows through the door. Collects the requests for a window until they are carried out, so that a
+/// size, a position and a size again become one frame. Rectangles are in the compositor's own space; requests to the
+/// door are in whole points.
 class Placement {
 public:
     Placement(Door& door, Turn& turn)
         : door(door)
         , turn(turn) {}
 
-    /// Adds to what is asked of a window.
+    /// Adds to the requests for a window.
     void request(const WindowIdentifier& window, const PlacementRequest& part);
 
-    /// Carries out what waits for this window, and waits until it has come to rest. Gives an error, in the same turn
-    /// again and again, where it has not, so that the frame in the table is not the one that it will have.
+    /// Carries out the pending requests for this window, and waits until it has come to rest. If it has not, returns
+    /// the same error again for the rest of the turn, because the frame in the table is not the final one.
     [[nodiscard]] AXError settle(const WindowIdentifier& window);
 
-    /// Ends the turn: asks for all that waits still, without waiting for any of it.
+    /// Ends the turn: sends all pending requests, without waiting for any of them.
     void finishTurn();
 
 private:

@@ -8,7 +8,8 @@
 
 namespace platform::compositor {
 
-/// The processes that own windows in the table, or have owned one and still run. Windows of nobody are left out.
+/// The processes that own windows in the table, or have owned one and still run. Windows without a known process are
+/// left out.
 class RunningApplications final : public linux::RunningProcesses, private WindowTable::Follower {
 public:
     /// Called when a window is ready.
@@ -17,7 +18,7 @@ public:
     RunningApplications(linux::MainLoop& mainLoop, WindowTable& table, linux::Deliveries& deliveries,
                         WindowReady windowReady);
 
-    /// Begins to follow the table. Both have to outlive this. To be called once.
+    /// Begins to follow the table. Both must outlive this. Call it once.
     void start(linux::ApplicationIdentification& identifier, ApplicationCatalogue& names);
 
 private:
@@ -30,7 +31,7 @@ private:
     [[nodiscard]] std::vector<linux::ApplicationClues> clues(ProcessIdentifier process) override;
     [[nodiscard]] ActivationPolicy activationPolicy(ProcessIdentifier process) override;
 
-    // The table tells of every change anyway, and keeps nothing of a process.
+    // The table reports every change anyway, and caches nothing of a process.
     void stopListening(ProcessIdentifier /*process*/) override {}
 
     void forget(ProcessIdentifier /*process*/) override {}
@@ -41,7 +42,7 @@ private:
 
     WindowTable& table;
     WindowReady windowReady;
-    /// Whose a window is, as far as that is known. It may be told late.
+    /// The process of a window, as far as it is known. It may be reported late.
     std::map<WindowIdentifier, ProcessIdentifier> owners;
 };
 

@@ -8,24 +8,24 @@
 
 namespace platform::compositor {
 
-/// The compositor's own name of a window. While the compositor runs it is never given to another window.
+/// The compositor's own id of a window. While the compositor runs, no other window gets the same id.
 using WindowIdentifier = std::string;
 
 using linux::WindowKind;
 
-/// What a compositor tells of one window.
+/// A compositor's data on one window.
 struct Window {
     linux::ApplicationClues clues;
     WindowKind kind = WindowKind::furniture;
     /// Whether it has no entry in task bars.
     bool skipsTaskBars = false;
     bool isFullscreen = false;
-    /// Whether the compositor has it in a layout, which it leaves as it is placed, even if its frame stays the same.
+    /// Whether the compositor has it in a layout, which it leaves when it is placed, even if its frame stays the same.
     bool isTiled = false;
-    /// Whether the compositor has finished taking it in, so that its kind and frame are final and it can be placed.
+    /// Whether the compositor has finished mapping it, so that its kind and frame are final and it can be placed.
     bool isReady = false;
-    /// The visible outer rectangle, decorations in and shadows out, in points of the compositor's own space: y grows
-    /// downwards, the origin is where the compositor has it.
+    /// The visible outer rectangle, with decorations and without shadows, in points of the compositor's own space: y
+    /// grows downwards, and the compositor chooses the origin.
     corvid::CGRect frame;
 
     friend bool operator==(const Window&, const Window&) = default;
@@ -34,9 +34,9 @@ struct Window {
 /// One screen, both rectangles in the compositor's own space.
 struct Output {
     corvid::CGRect frame;
-    /// The frame without what panels and docks keep for themselves.
+    /// The frame without the space that panels and docks reserve.
     corvid::CGRect workArea;
-    /// It is the one that the user works on. Only told by a compositor that does not tell where the pointer is.
+    /// Whether the user works on it. Set only by a compositor that does not report the pointer's position.
     bool isActive = false;
 
     friend bool operator==(const Output&, const Output&) = default;

@@ -112,7 +112,7 @@ void WindowTable::add(const WindowIdentifier& identifier, Window window, bool wa
 
 void WindowTable::change(const WindowIdentifier& identifier, Entry& entry, Window window) {
     const Window former = std::exchange(entry.window, std::move(window));
-    // A window that was ready once stays so.
+    // A window never stops being ready.
     entry.window.isReady = entry.window.isReady || former.isReady;
     if (follower == nullptr) {
         return;

@@ -11,8 +11,8 @@
 
 namespace platform::compositor {
 
-/// What is known of the windows of a compositor: its door keeps it up to date, and everybody else reads it without
-/// asking the compositor. Main thread only.
+/// The known state of a compositor's windows: its door keeps it up to date, and all other code reads it without a
+/// request to the compositor. Main thread only.
 class WindowTable {
 public:
     /// Called synchronously with each change; must not change the table.
@@ -23,17 +23,17 @@ public:
         Follower& operator=(const Follower&) = delete;
         virtual ~Follower() = default;
 
-        /// A window that was not known. `wasThere`: it was there when the door opened.
+        /// A new window. `wasThere`: it was there when the door opened.
         virtual void windowAppeared(const WindowIdentifier& identifier, const Window& window, bool wasThere) = 0;
         /// The clues that identify its application have changed.
         virtual void windowChangedIdentity(const WindowIdentifier& identifier, const Window& window) = 0;
-        /// It can be dealt with. Once for each window, after it appeared; at once for those that were there.
+        /// It is ready. Once for each window, after it appeared; at once for those that were there.
         virtual void windowBecameReady(const WindowIdentifier& identifier, const Window& window) = 0;
-        /// It is gone; `window` is what was known of it.
+        /// It is gone; `window` is its last state.
         virtual void windowVanished(const WindowIdentifier& identifier, const Window& window) = 0;
     };
 
-    /// All that a door learns when it opens.
+    /// The state that a door reads when it opens.
     struct Contents {
         /// Oldest first.
         std::vector<std::pair<WindowIdentifier, Window>> windows;
@@ -55,35 +55,35 @@ public:
 
     // For the door.
 
-    /// The door is open, and this is what there is. What was known and is not there any more has vanished; what was not
-    /// known counts as having been there.
+    /// The door is open, with this state. Known windows that are missing from it have vanished; unknown windows in it
+    /// count as having been there.
     void open(Contents contents);
-    /// The door is closed. The windows are not taken for gone: they are there again when it opens.
+    /// The door is closed. The windows do not count as gone: they are there again when it opens.
     void close();
-    /// A window that is new, or as it is now.
+    /// A new window, or the new state of one.
     void put(const WindowIdentifier& identifier, Window window);
     void remove(const WindowIdentifier& identifier);
     void setFocused(std::optional<WindowIdentifier> identifier) { focusedWindow = std::move(identifier); }
     void setOutputs(std::vector<Output> present) { presentOutputs = std::move(present); }
 
-    // For everybody.
+    // For all readers.
 
     [[nodiscard]] bool isOpen() const { return doorIsOpen; }
 
-    /// Null where no such window is known.
+    /// Null for an unknown window.
     [[nodiscard]] const Window* find(const WindowIdentifier& identifier) const;
     /// Oldest first.
     [[nodiscard]] std::vector<WindowIdentifier> windows() const;
     /// Those of one process, oldest first.
     [[nodiscard]] std::vector<WindowIdentifier> windowsOf(ProcessIdentifier process) const;
 
-    /// The window that has the keyboard; nothing while none has.
+    /// The focused window; empty without one.
     [[nodiscard]] const std::optional<WindowIdentifier>& focused() const { return focusedWindow; }
 
     /// The primary one first.
     [[nodiscard]] const std::vector<Output>& outputs() const { return presentOutputs; }
 
-    /// Rises from one new window to the next; zero for those that were there when the door opened.
+    /// Increases from one new window to the next; zero for those that were there when the door opened.
     [[nodiscard]] std::uint64_t arrivalOf(const WindowIdentifier& identifier) const;
     /// The arrival of the newest window.
     [[nodiscard]] std::uint64_t lastArrival() const { return arrivals; }
@@ -91,7 +91,7 @@ public:
 private:
     struct Entry {
         Window window;
-        /// The place in the order of appearance.
+        /// The index in the order of appearance.
         std::uint64_t order = 0;
         std::uint64_t arrival = 0;
     };

@@ -5,7 +5,7 @@
 
 namespace platform::compositor {
 
-/// The application that has the keyboard focus: the owner of the focused window.
+/// The application with the keyboard focus: the owner of the focused window.
 class Workspace final : public platform::Workspace {
 public:
     explicit Workspace(Turn& turn)

@@ -10,15 +10,15 @@
 
 namespace platform::gnomeshell {
 
-// What a message of the extension's consists of. Nothing where it is of another type; what was read is read no more.
+// The parts of the extension's messages. Empty for a value of another type; each read consumes its value.
 
-/// Lives as long as the message does; empty where it is of another type.
+/// Lives as long as the message does; empty for another type.
 [[nodiscard]] std::string_view textOf(sd_bus_message* message);
 
-/// In the space that the shell gives: pixels of the whole layout from its upper left corner.
+/// In the shell's space: pixels of the whole layout from its upper left corner.
 [[nodiscard]] std::optional<corvid::CGRect> rectangleOf(sd_bus_message* message);
 
-/// The number by which the shell knows a window.
+/// The shell's number of a window.
 [[nodiscard]] std::optional<std::uint64_t> windowOf(sd_bus_message* message);
 
 } // namespace platform::gnomeshell

@@ -26,7 +26,7 @@ struct Ground {
     Door door;
 };
 
-/// GNOME Shell on Wayland. Windows, keys and the item in the top bar are reached through an extension of ours.
+/// GNOME Shell on Wayland. Our own extension gives access to windows, keys and the item in the top bar.
 class Desktop final : private Ground, public compositor::Desktop {
 public:
     struct Folders {
@@ -36,7 +36,7 @@ public:
         std::filesystem::path icons;
     };
 
-    /// Waits a moment for the shell to answer. The loop must outlive the desktop.
+    /// Waits a moment for the shell's reply. The loop must outlive the desktop.
     Desktop(linux::MainLoop& mainLoop, const Folders& folders);
 
     [[nodiscard]] std::string_view name() const override { return "GNOME Shell"; }

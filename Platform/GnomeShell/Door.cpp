@@ -15,7 +15,7 @@ namespace platform::gnomeshell {
 
 namespace {
 
-/// A coordinate as it goes over the bus.
+/// A coordinate in the bus's format.
 std::int32_t whole(double value) {
     constexpr double most = 1e6;
     return static_cast<std::int32_t>(std::lround(std::clamp(value, -most, most)));
@@ -111,7 +111,7 @@ void Door::told(std::string_view signal, sd_bus_message* message) {
     if (signal == "WindowChanged") {
         if (auto window = parseWindow(textOf(message))) {
             table.put(window->first, std::move(window->second));
-            // What has been asked for since then is newer than this.
+            // A reply to a later request is newer than this.
             areFramesStale = true;
             showFocus();
         }
@@ -145,7 +145,7 @@ void Door::put(const compositor::WindowIdentifier& identifier, const corvid::CGR
 }
 
 void Door::showFocus() {
-    // Something else than a window may have the keyboard: the desktop's background, for one.
+    // The keyboard focus may be elsewhere than in a window, for example in the desktop's background.
     table.setFocused(focused && table.find(*focused) != nullptr ? focused : std::nullopt);
 }
 

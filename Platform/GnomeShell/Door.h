@@ -10,9 +10,9 @@
 
 namespace platform::gnomeshell {
 
-/// GNOME Shell's windows, through our extension in it. The extension says that windows have moved, once; where they are
-/// is asked for when somebody reads. Points of the shell's space are logical pixels; its origin is the top-left corner
-/// of the rectangle around all monitors.
+/// GNOME Shell's windows, through our extension in it. The extension reports once that windows have moved; the door
+/// requests their frames when they are read. Points of the shell's space are logical pixels; its origin is the top-left
+/// corner of the rectangle around all monitors.
 class Door final : public compositor::Door, private ShellLink::Listener {
 public:
     /// What is done about a closed door, and the reason why it is closed. Neither may be empty.
@@ -45,7 +45,7 @@ private:
     ShellLink& link;
     compositor::WindowTable& table;
     Way way;
-    /// Whatever has the keyboard, a window of the table or not.
+    /// The focused object, whether it is a window of the table or not.
     std::optional<compositor::WindowIdentifier> focused;
     bool areFramesStale = false;
 };

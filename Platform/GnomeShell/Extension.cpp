@@ -16,12 +16,12 @@ constexpr const char* shellTitle = "GNOME Shell";
 constexpr const char* extensionsInterface = "org.gnome.Shell.Extensions";
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 
-// How the shell counts the states of an extension (gnome-shell, js/misc/extensionUtils.js, ExtensionState).
+// The shell's states of an extension (gnome-shell, js/misc/extensionUtils.js, ExtensionState).
 constexpr double stateError = 3;
 constexpr double stateOutOfDate = 4;
 constexpr double stateEnabled = 1;
 
-/// Goes through a dictionary from names to values: `take` reads the value of a type that it knows and says so.
+/// Iterates over a dictionary from names to values: `take` reads a value of a type that it knows and returns true.
 template <typename Take>
 void readDictionary(sd_bus_message* message, const Take& take) {
     if (sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "{sv}") <= 0) {
@@ -223,7 +223,7 @@ void Extension::call(const char* interface, const char* method, const char* argu
     sd_bus_message_set_auto_start(raw, 0);
     if (sd_bus_message_append(raw, "s", argument) >= 0 &&
         (second == nullptr || sd_bus_message_append(raw, "s", second) >= 0)) {
-        // The shell may be asked anew how the extension stands while the way is being opened.
+        // Opening the door may request the extension's state from the shell again.
         auto& slot = handler == &Answers::generalSwitchTold || handler == &linux::ignoreReply ? opening : question;
         slot = linux::send(link.connection(), raw, handler, this);
     }

@@ -11,9 +11,8 @@
 
 namespace platform::gnomeshell {
 
-/// How our extension stands with the shell, and the way to have it work. The shell is asked whenever the extension
-/// comes or goes, and nothing is waited for; the user's copy of it is kept from being older than this program. Main
-/// thread only.
+/// The state of our extension in the shell, and the steps to make it work. The shell is asked without waiting whenever
+/// the extension appears or disappears; the user's copy is kept up to date with this program. Main thread only.
 class Extension final : private ShellLink::Listener {
 public:
     /// The link must outlive this.
@@ -30,17 +29,17 @@ public:
     /// connection's own work. One at a time; an empty function ends it.
     void onChange(std::function<void()> changed) { answered = std::move(changed); }
 
-    /// While it works: that the shell has yet to load this program's version of it, or that it was not tried on a shell
-    /// as new as this. In the same form; empty where all is as it should be.
+    /// While it works: a notice that the shell has not loaded this program's version of it yet, or that it was not
+    /// tested on a shell as new as this. In the same form; empty without a notice.
     [[nodiscard]] std::string caution() const;
 
-    /// Switches the extension on where the shell has it. Where it does not, or has one that does not run, puts the
-    /// extension into the user's home: the shell has it from the next login on. Where the user has all extensions
-    /// switched off, shows that switch.
+    /// Enables the extension if the shell has it. If the shell does not have it, or has one that does not run, copies
+    /// the extension into the user's home: the shell loads it at the next login. If the user has disabled all
+    /// extensions, shows that switch.
     ///
-    /// A request that comes first, before the extension has worked in this process, is the program's own as it starts.
-    /// It leaves an extension off that has worked for this user before: since then somebody has switched it off. All
-    /// other requests are the user's.
+    /// The first request, before the extension has worked in this process, is the program's own at its start. It leaves
+    /// an extension disabled that has worked for this user before, because the user has disabled it since. All other
+    /// requests are the user's.
     void switchOn();
 
 private:
@@ -51,7 +50,7 @@ private:
 
     void told(std::string_view /*signal*/, sd_bus_message* /*message*/) override {}
 
-    /// Asks the shell for its version, and then what it knows of the extension.
+    /// Requests the shell's version, and then the extension's state.
     void ask();
     void takeVersion(sd_bus_message* answer);
     void takeState(sd_bus_message* answer);
@@ -60,12 +59,12 @@ private:
     void call(const char* interface, const char* method, const char* argument, const char* second,
               sd_bus_message_handler_t handler);
 
-    /// Whether the next session will have another version of the extension than this one has.
+    /// Whether the next session will have another version of the extension than this one.
     [[nodiscard]] bool isOutdated() const;
 
-    /// The shell's answer.
+    /// The shell's reply.
     struct Known {
-        /// Nothing where the shell has no such extension.
+        /// Empty if the shell has no such extension.
         std::optional<double> state;
         std::string revision;
     };
@@ -76,7 +75,7 @@ private:
     ExtensionRecord record;
     std::string shellVersion;
     std::optional<Known> known;
-    /// As last seen among the files.
+    /// As last read from the files.
     std::optional<std::string> nextRevision;
     bool isWanted = false;
     /// No request has come yet, and the extension has not worked in this process.

@@ -36,7 +36,7 @@ bool isNamed(int shell, const compositor::Json& metadata) {
            });
 }
 
-/// Replaces the file in one step: at any time the file there is whole.
+/// Replaces the file in one step, so that the file is complete at any time.
 bool replaceFile(const fs::path& file, const std::string& contents) {
     const fs::path beside = file.string() + ".new";
     std::ofstream stream(beside, std::ios::binary | std::ios::trunc);
@@ -77,7 +77,7 @@ void ExtensionFiles::refresh(std::string_view shellVersion) const {
     if (copyForAll() == own) {
         remove();
     } else if (present != own) {
-        // Where it cannot be written, the former one still serves.
+        // If it cannot be written, the former one still works.
         static_cast<void>(write(*own));
     }
 }
@@ -127,7 +127,7 @@ bool ExtensionFiles::isLater(const Copy& copy, const Copy& than, int shell) {
 }
 
 std::optional<ExtensionFiles::Copy> ExtensionFiles::ownCopy(int shell) const {
-    // From then on, extensions are modules.
+    // From this version on, extensions are modules.
     constexpr int firstWithModules = 45;
     return copyIn(source / (shell >= firstWithModules ? "esm" : "legacy"));
 }
@@ -158,7 +158,7 @@ bool ExtensionFiles::write(const Copy& copy) const {
 
 void ExtensionFiles::remove() const {
     std::error_code error;
-    // In this order: without its description the shell passes a copy over. A folder with more in it stays.
+    // In this order: the shell ignores a copy without a description. A folder with further files stays.
     fs::remove(home() / metadataName, error);
     fs::remove(home() / scriptName, error);
     fs::remove(home(), error);

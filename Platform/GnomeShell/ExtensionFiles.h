@@ -8,29 +8,29 @@
 
 namespace platform::gnomeshell {
 
-/// The first number of what a shell says of its version, 48 of "48.7" and 51 of "51.rc"; 0 where there is none.
+/// The major version in the shell's version text, 48 of "48.7" and 51 of "51.rc"; 0 without one.
 [[nodiscard]] int majorVersion(std::string_view shellVersion);
 
-/// The extension's files: those that come with the program, and where shells look for extensions. A shell takes the
-/// user's copy before the one that is for all users, whichever is newer (gnome-shell, js/ui/extensionSystem.js). What
-/// is a link of the user's own making is never touched. Any thread.
+/// The extension's files: those of the program, and those in the shells' search path. A shell prefers the user's copy
+/// to the one for all users, even an older one (gnome-shell, js/ui/extensionSystem.js). A link of the user's is never
+/// touched. Any thread.
 class ExtensionFiles {
 public:
-    /// `source` holds the two forms of the extension, "legacy" and "esm"; `dataFolders` is where programs' data is, the
-    /// user's own folder first (XDG Base Directory Specification).
+    /// `source` contains the two forms of the extension, "legacy" and "esm"; `dataFolders` are the programs' data
+    /// folders, the user's own first (XDG Base Directory Specification).
     ExtensionFiles(std::filesystem::path source, std::vector<std::filesystem::path> dataFolders);
 
-    /// Where the user has a copy that is not this program's for a shell of that version: removes it if the one for all
-    /// users is, else replaces it. A copy of a later program stays if it names that version of the shell. Without a
-    /// copy nothing is written; where that fails, what is there stays.
+    /// If the user's copy is not this program's for a shell of that version: removes it if the one for all users is,
+    /// else replaces it. A copy of a later program stays if it names that version of the shell. Without a copy nothing
+    /// is written; on a failure the old copy stays.
     void refresh(std::string_view shellVersion) const;
 
-    /// Sees to it that the next session of a shell of that version has this program's extension: in the user's folder,
-    /// unless it is there for all users. False where it is in no folder afterwards.
+    /// Ensures that the next session of a shell of that version has this program's extension: in the user's folder,
+    /// unless the one for all users is this program's. False if it is in no folder afterwards.
     [[nodiscard]] bool install(std::string_view shellVersion) const;
 
-    /// The revision of the copy that the next session takes; empty where that copy does not name one, and nothing where
-    /// there is no copy.
+    /// The revision of the copy that the next session loads; an empty text if that copy does not name one, and no value
+    /// without a copy.
     [[nodiscard]] std::optional<std::string> nextRevision() const;
 
 private:
@@ -44,10 +44,10 @@ private:
 
     [[nodiscard]] static std::optional<Copy> copyIn(const std::filesystem::path& folder);
     [[nodiscard]] static bool isLater(const Copy& copy, const Copy& than, int shell);
-    /// This program's, in the form that the shell reads.
+    /// This program's, in the form that the shell loads.
     [[nodiscard]] std::optional<Copy> ownCopy(int shell) const;
     [[nodiscard]] std::optional<Copy> copyForAll() const;
-    /// The user's own folder of the extension; must not be asked for without data folders.
+    /// The user's own folder of the extension; must not be called without data folders.
     [[nodiscard]] std::filesystem::path home() const;
     [[nodiscard]] bool isUsersLink() const;
     [[nodiscard]] bool write(const Copy& copy) const;

@@ -6,9 +6,9 @@
 
 namespace platform::gnomeshell {
 
-/// Whether the extension has ever worked for this user: an empty file in the folder for what programs want to know when
-/// they are started again (XDG Base Directory Specification 0.8, `XDG_STATE_HOME`). Where it cannot be written, nothing
-/// is known the next time. Main thread only.
+/// Whether the extension has ever worked for this user: an empty file in the folder for programs' state (XDG Base
+/// Directory Specification 0.8, `XDG_STATE_HOME`). If it cannot be written, the record is missing the next time. Main
+/// thread only.
 class ExtensionRecord {
 public:
     /// Nothing is recorded without a folder.

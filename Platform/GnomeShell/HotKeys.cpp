@@ -9,7 +9,7 @@ namespace platform::gnomeshell {
 
 namespace {
 
-/// The two booleans of an answer; nothing where none came in time, false for both where it is an error.
+/// The two booleans of a reply; empty after a timeout, false for both after an error.
 std::optional<std::pair<bool, bool>> booleansIn(const ShellLink::Answer& answer, const char* types) {
     if (!answer && answer.error().name.empty()) {
         return std::nullopt;
@@ -100,7 +100,7 @@ void HotKeys::opened(const Hello& /*hello*/, bool isNew) {
     for (auto& [number, registered] : registrations) {
         registered.isConfirmed = false;
     }
-    // Not within the connection's own work: answers are waited for.
+    // Not inside the connection's own callbacks, because this waits for replies.
     confirmAt(mainLoop.now(), {});
 }
 

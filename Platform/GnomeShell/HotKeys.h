@@ -19,7 +19,7 @@ namespace platform::gnomeshell {
 /// when it is to be renewed, or that is no longer lent.
 class HotKeys final : public linux::HandledHotKeys, private ShellLink::Listener {
 public:
-    /// How long after a busy shell has not answered it is asked again for its keys.
+    /// The delay before a repeated request to a shell that was too busy to reply.
     static constexpr Duration untilRetry = std::chrono::milliseconds(500);
 
     /// Presses are handled in a later turn of the loop. Loop and link must outlive the hot keys.
@@ -44,7 +44,7 @@ private:
         Carbon carbon;
         std::string accelerator;
         EventHotKeyID name;
-        /// Whether the shell has said that the key is ours. One that is too busy to answer has refused nothing.
+        /// Whether the shell has confirmed that the key is ours. A shell that is too busy to reply has refused nothing.
         bool isConfirmed = false;
         bool isBorrowed = false;
     };
@@ -61,7 +61,7 @@ private:
     void closed() override;
     void told(std::string_view signal, sd_bus_message* message) override;
 
-    /// Asks for a key, and with consent borrows one that is not free; nothing where no answer came in time.
+    /// Requests a key, and with consent borrows one that is not free; empty if the reply timed out.
     [[nodiscard]] std::optional<Hold> take(std::uint32_t number, const std::string& accelerator);
     /// The answer for a key that is not ours: asks whether it would be lent.
     [[nodiscard]] std::optional<Hold> refusal(const std::string& accelerator);
@@ -72,13 +72,13 @@ private:
 
     linux::MainLoop& mainLoop;
     ShellLink& link;
-    /// By the numbers under which the extension knows them.
+    /// By the extension's numbers for them.
     std::map<std::uint32_t, Registered> registrations;
     std::uint32_t lastNumber = 0;
     bool borrows = false;
     linux::RefusedKeys<Carbon> refused;
     std::unique_ptr<ScheduledWork> confirmation;
-    /// Work that outlives the hot keys finds nothing here.
+    /// Calls that outlive the hot keys find null here.
     std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);
 };
 

@@ -44,7 +44,7 @@ std::optional<std::pair<WindowIdentifier, Window>> windowOf(const Json& object) 
     if (!identifier || !frame) {
         return std::nullopt;
     }
-    // The extension tells of a window only once it is shown.
+    // The extension reports a window only once it is shown.
     return std::pair(*std::move(identifier), Window{.clues = {.process = compositor::processOf(object, "pid"),
                                                               .applicationId = nameOf(object, "applicationId"),
                                                               .windowClass = nameOf(object, "windowClass"),

@@ -9,16 +9,16 @@
 #include <utility>
 #include <vector>
 
-/// The JSON that the extension sends, read with distrust: what lacks something, has a value of another type or is
-/// beyond all measure is left out, or is nothing as a whole. Rectangles are in the shell's space. Any thread.
+/// The JSON that the extension sends, with a check of every value: an entry that is incomplete, has a value of another
+/// type or exceeds a limit is left out, or the whole message is empty. Rectangles are in the shell's space. Any thread.
 namespace platform::gnomeshell {
 
-/// How the extension answers the first question.
+/// The extension's reply to Hello.
 struct Hello {
     int version = 0;
-    /// Another one whenever the extension begins anew, with no keys held and no item shown.
+    /// Differs whenever the extension starts again, with no keys held and no item shown.
     std::string session;
-    /// The last window that had the keyboard need not be among them.
+    /// The last focused window need not be among them.
     compositor::WindowTable::Contents contents;
 };
 

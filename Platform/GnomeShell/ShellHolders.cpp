@@ -71,7 +71,7 @@ private:
         return 0;
     }
 
-    /// In a turn of its own: the connection is also read while something else waits for it.
+    /// In a turn of its own, because the connection is also read while other code waits for it.
     void goOnWith(std::string answer) {
         next =
             holders.mainLoop.schedule(holders.mainLoop.now(), {}, [this, answer = std::move(answer)] { take(answer); });

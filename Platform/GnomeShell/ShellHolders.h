@@ -11,15 +11,15 @@
 
 namespace platform::gnomeshell {
 
-/// Asks the shell through the extension whose a combination is: it knows what is in force. What it keeps for others, as
-/// for the settings daemon, and everything where the extension cannot say, is looked for in the settings. Main thread
-/// only.
+/// Asks the shell through the extension for the holder of a combination: the shell knows the bindings in force. Keys
+/// that it holds for others, such as the settings daemon, are searched in the settings, and so is every key if the
+/// extension cannot answer. Main thread only.
 class ShellHolders final : public ShortcutHolders {
 public:
-    /// An answer that takes longer does not come.
+    /// A later reply is discarded.
     static constexpr std::chrono::seconds patience{5};
 
-    /// Both have to outlive this.
+    /// Both must outlive this.
     ShellHolders(linux::MainLoop& mainLoop, ShellLink& link)
         : mainLoop(mainLoop)
         , link(link)
@@ -28,14 +28,14 @@ public:
     [[nodiscard]] std::unique_ptr<HolderSearch> find(const std::vector<corvid::Shortcut>& shortcuts,
                                                      Found found) override;
 
-    /// The extension's answers for combinations, and the places of those that are to be looked for elsewhere.
+    /// The extension's replies for combinations, and the indexes of those that must be searched elsewhere.
     struct Said {
         Answers answers;
         std::vector<std::size_t> unknown;
     };
 
-    /// Reads the extension's answer: an array with null, or an object with the texts "binding" and "summary" and the
-    /// list "keys" of all that the binding has, for each. Of anything else all are unknown.
+    /// Reads the extension's reply: an array with null, or an object with the texts "binding" and "summary" and the
+    /// list "keys" of all keys of the binding, for each. For any other reply all are unknown.
     [[nodiscard]] static Said read(std::string_view json, const std::vector<corvid::Shortcut>& shortcuts);
 
 private:

@@ -23,7 +23,7 @@ std::string_view senderOf(sd_bus_message* message) {
 
 } // namespace
 
-/// What comes from the bus; `data` is the link.
+/// The bus's messages; `data` is the link.
 struct ShellLink::Answers {
     static ShellLink& self(void* data) { return *static_cast<ShellLink*>(data); }
 
@@ -170,7 +170,7 @@ OwnedMessage ShellLink::newCall(const char* method) const {
                                                          Protocol::interface, method) < 0) {
         return nullptr;
     }
-    // Nobody is started to answer.
+    // The call must not start a service.
     sd_bus_message_set_auto_start(raw, 0);
     return OwnedMessage(raw);
 }
@@ -184,7 +184,7 @@ ShellLink::Answer ShellLink::answerTo(sd_bus_message* message, Instant deadline)
     sd_bus_message* reply = nullptr;
     const int result = sd_bus_call(bus, message, static_cast<std::uint64_t>(left.count()), &error, &reply);
     OwnedMessage owned(reply);
-    // An error that the library makes itself when nobody answers bears this name, too.
+    // The library uses this name as well for its own error after a timeout.
     const std::string_view name = error.name == nullptr ? "" : error.name;
     Failure failure{.name = name == SD_BUS_ERROR_NO_REPLY || name == SD_BUS_ERROR_TIMEOUT ? "" : std::string(name)};
     sd_bus_error_free(&error);

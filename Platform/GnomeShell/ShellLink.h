@@ -15,13 +15,13 @@
 
 namespace platform::gnomeshell {
 
-/// The way to our extension in the shell: a connection of its own to the session bus, which owns the name that the
-/// extension serves. The program's other connection would not do: here answers are waited for.
+/// The connection to our extension in the shell: a separate connection to the session bus, which owns the name that the
+/// extension serves. The program's other connection is not suitable, because this one waits for replies.
 ///
-/// Whatever happens is followed: the bus, the shell and the extension may each end and come back. Main thread only.
+/// The link follows every change: the bus, the shell and the extension may each end and come back. Main thread only.
 class ShellLink final : private linux::SessionBus::Listener {
 public:
-    /// Somebody who works with the extension. Must end before the link.
+    /// A user of the extension. Must end before the link.
     class Listener {
     public:
         explicit Listener(ShellLink& link);
@@ -29,36 +29,36 @@ public:
         Listener& operator=(const Listener&) = delete;
         virtual ~Listener();
 
-        /// The extension is there. `isNew`: it has begun anew, and holds and shows nothing of ours. May be called
-        /// within the connection's own work: answers must not be waited for.
+        /// The extension is available. `isNew`: it has started again, and holds and shows nothing of ours. May run
+        /// inside the connection's own callbacks, so it must not wait for replies.
         virtual void opened(const Hello& hello, bool isNew) = 0;
-        /// It is gone, or never was there.
+        /// It is gone, or was never available.
         virtual void closed() = 0;
-        /// The extension has said something; the message is read from its beginning.
+        /// The extension has sent a signal; the message is read from its beginning.
         virtual void told(std::string_view signal, sd_bus_message* message) = 0;
 
     private:
         ShellLink& link;
     };
 
-    /// Why the extension does not answer.
+    /// The reason why the extension does not reply.
     enum class Obstacle {
         none,
-        /// Nobody knows yet.
+        /// Not known yet.
         unknown,
         noShell,
-        /// The shell is there without the extension.
+        /// The shell runs without the extension.
         noExtension,
         /// The extension is an earlier or a later one than this program's.
         otherVersion,
-        /// The extension serves somebody else, who has the program's name on the bus.
+        /// The extension serves another client, which owns the program's name on the bus.
         otherClient,
-        /// The shell lacks something that the extension uses, so that this does nothing.
+        /// The shell lacks a function that the extension uses, so the extension does nothing.
         unfitShell,
     };
 
     struct Failure {
-        /// The name of the error; empty where there was no answer in time.
+        /// The name of the error; empty after a timeout.
         std::string name;
     };
 
@@ -70,14 +70,14 @@ public:
     ShellLink& operator=(const ShellLink&) = delete;
     ~ShellLink() override;
 
-    /// Waits until it is known whether the extension is there, at the latest until `deadline`.
+    /// Waits until it is known whether the extension is available, at the latest until `deadline`.
     void await(Instant deadline);
 
     [[nodiscard]] bool isOpen() const { return obstacle() == Obstacle::none; }
 
     [[nodiscard]] Obstacle obstacle() const { return present; }
 
-    /// With `unfitShell`: the names of what the shell lacks, with commas between them.
+    /// With `unfitShell`: the names of the missing functions, separated by commas.
     [[nodiscard]] const std::string& missing() const { return missingNames; }
 
     /// The end of all waiting in this turn of the loop.
@@ -85,7 +85,7 @@ public:
 
     [[nodiscard]] bool isPast(Instant deadline) const;
 
-    /// Calls a method of the extension and waits for the answer.
+    /// Calls a method of the extension and waits for the reply.
     template <typename... Values>
     [[nodiscard]] Answer call(Instant deadline, const char* method, const char* types, Values... values) {
         const linux::OwnedMessage message = newCall(method);
@@ -95,7 +95,7 @@ public:
         return answerTo(message.get(), deadline);
     }
 
-    /// Calls a method of the extension; what becomes of it is its own affair.
+    /// Calls a method of the extension and ignores the result.
     template <typename... Values>
     void send(const char* method, const char* types, Values... values) {
         const linux::OwnedMessage message = newCall(method);
@@ -104,10 +104,10 @@ public:
         }
     }
 
-    /// A call of a method of the extension, for its values to be appended; null without a bus.
+    /// A call of a method of the extension, to which its arguments are appended; null without a bus.
     [[nodiscard]] linux::OwnedMessage newCall(const char* method) const;
 
-    /// The connection, for whatever else is asked of the shell; null without a bus.
+    /// The connection, for other requests to the shell; null without a bus.
     [[nodiscard]] sd_bus* connection() const { return bus; }
 
 private:
@@ -116,11 +116,11 @@ private:
     void busArrived(sd_bus* arrived) override;
     void busLeft() override;
 
-    /// Asks whether the extension is there; the answer comes later.
+    /// Asks whether the extension is available; the reply comes later.
     void ask();
     void ownerChanged();
     void take(sd_bus_message* answer);
-    /// Why the extension, or the bus in its stead, has not answered as it should.
+    /// The cause of a failed reply of the extension, or of the bus in its place.
     [[nodiscard]] Obstacle obstacleIn(sd_bus_message* answer, bool isFromBus);
     void close(Obstacle reason);
     [[nodiscard]] Answer answerTo(sd_bus_message* message, Instant deadline);
@@ -132,7 +132,7 @@ private:
     Obstacle present = Obstacle::unknown;
     sd_bus* bus = nullptr;
     linux::NameOwner owner;
-    /// The connection of the shell; empty where it is not known. The shell's first answer says it before the owner
+    /// The connection of the shell; empty if it is unknown. The shell's first reply has it before the owner's signal
     /// does.
     std::string shell;
     std::string session;

@@ -79,7 +79,7 @@ void TopBar::send() const {
     const std::string icon = contents->image ? linux::symbolicIconName(contents->image->description()) : std::string();
     const std::string file = icon.empty() ? "" : iconThemePath + "/hicolor/symbolic/apps/" + icon + ".svg";
     const nlohmann::json item{{"icon", file}, {"title", contents->title}, {"menu", std::move(menu)}};
-    // Whatever is no text goes as something that is.
+    // Invalid UTF-8 is replaced by valid text.
     const std::string text = item.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
     link.send("ShowItem", "s", text.c_str());
 }
@@ -89,7 +89,7 @@ void TopBar::clicked(const corvid::CGRect& item) const {
     if (contents == nullptr || !contents->action || !place) {
         return;
     }
-    // The middle of its lower edge. A copy: the item may be gone by then, its action included.
+    // The middle of its lower edge. A copy: the item may be gone by then, with its action.
     const corvid::CGPoint position{place->minX() + (place->size.width / 2), place->minY()};
     mainLoop.post([action = contents->action, position] { action(position); });
 }

@@ -10,11 +10,11 @@
 
 namespace platform::gnomeshell {
 
-/// The shell's top bar, which takes no status items of its own accord: our extension puts it there. A click is the
-/// item's action, a secondary click or the keyboard opens the menu. Main thread only.
+/// The shell's top bar, which shows no status items by itself: our extension adds the item. A click runs the item's
+/// action, a secondary click or the keyboard opens the menu. Main thread only.
 class TopBar final : public linux::TrayPlace, private ShellLink::Listener {
 public:
-    /// All of them must outlive the place. `iconThemePath` is where the program's own icons are.
+    /// All of them must outlive the place. `iconThemePath` is the folder of the program's own icons.
     TopBar(linux::MainLoop& mainLoop, ShellLink& link, const compositor::WindowTable& table, std::string iconThemePath);
 
     [[nodiscard]] bool isOffered() const override { return link.isOpen(); }

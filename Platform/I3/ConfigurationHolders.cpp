@@ -21,7 +21,7 @@ public:
         , shortcuts(shortcuts)
         , found(std::move(found)) {}
 
-    /// Asks which file it is, and then what is in it.
+    /// Requests the file's path, and then its contents.
     [[nodiscard]] bool begin() {
         return ask("get_version", [this](const i3ipc::Json& version) {
             path = i3ipc::textOf(version, "loaded_config_file_name");

@@ -5,11 +5,11 @@
 
 namespace platform::i3 {
 
-/// Looks for shortcuts in i3's configuration, which i3 itself tells: `i3-msg` is run for it, so that nothing waits for
-/// i3. Main thread only.
+/// Searches for shortcuts in i3's configuration, which i3 itself reports: through `i3-msg`, so that the program never
+/// waits for i3. Main thread only.
 class ConfigurationHolders final : public ShortcutHolders {
 public:
-    /// The loop has to outlive this.
+    /// The loop must outlive this.
     explicit ConfigurationHolders(linux::MainLoop& mainLoop)
         : mainLoop(mainLoop) {}
 

@@ -15,10 +15,10 @@ using i3ipc::Json;
 using i3ipc::numberOf;
 using i3ipc::textOf;
 
-/// More than any border or title bar has.
+/// Larger than any border or title bar.
 constexpr std::int64_t thickestBorder = 4096;
 
-/// A container that is still to be read, and the one around it.
+/// A pending container, and the one around it.
 struct Visit {
     const Json* node;
     const Json* parent;
@@ -49,14 +49,14 @@ void addChildren(std::vector<Visit>& waiting, const Json& node) {
     }
 }
 
-/// Of the title bar, or of the tab that stands for it, which is as high; nothing where the node has neither.
+/// The height of the title bar, or of the tab in its place, which is equal; empty if the node has neither.
 std::optional<std::int32_t> titleHeight(const Json& node) {
     const auto title = i3ipc::rectangleOf(node, "deco_rect");
     const bool isThere = title && title->size.height > 0 && title->size.height <= thickestBorder;
     return isThere ? std::optional(static_cast<std::int32_t>(title->size.height)) : std::nullopt;
 }
 
-/// The borders that i3 draws around the window where it floats. The layout may hide some of them.
+/// The borders that i3 draws around the window when it floats. The layout may hide some of them.
 std::optional<x11::Extents> bordersOutside(const Json& node) {
     const std::string_view style = textOf(node, "border");
     if (style == "none") {
@@ -90,7 +90,7 @@ void readWindow(const Visit& visit, x11::Layout& layout) {
     }
 }
 
-/// What is between the bars of an output: its workspaces.
+/// The area between the bars of an output: its workspaces.
 void readContent(const Json& content, x11::Layout& layout) {
     if (const Json* shown = i3ipc::shownWorkspace(content)) {
         if (const auto area = areaOf(*shown)) {
@@ -117,7 +117,7 @@ std::optional<x11::Layout> readLayout(const Json& answer) {
     std::vector<Visit> outputs;
     addChildren(outputs, answer);
     for (const Visit& output : outputs) {
-        // What is put away is on an output of this name, which no other can have.
+        // The scratchpad is on an output of this name, which no other output can have.
         if (!isOfType(*output.node, "output") || textOf(*output.node, "name") == "__i3") {
             continue;
         }

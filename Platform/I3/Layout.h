@@ -7,8 +7,8 @@
 
 namespace platform::i3 {
 
-/// Reads an answer to GET_TREE (i3's "IPC interface", "Tree reply"). What does not make sense is left out; nothing
-/// where there is no layout at all.
+/// Parses a reply to GET_TREE (i3's "IPC interface", "Tree reply"). Implausible entries are left out; empty without a
+/// layout.
 ///
 /// Unlike in sway, the rectangle of a window has its title bar in it, but for those of tabs and stacks, which are not a
 /// single window's. A floating window is in a container of its own: what is asked for becomes that one's rectangle at

@@ -14,7 +14,7 @@ namespace {
 using i3ipc::Json;
 using i3ipc::MessageType;
 
-/// Where i3 listens (i3 User's Guide, "Interprocess communication"); empty where it does not say.
+/// i3's socket (i3 User's Guide, "Interprocess communication"); empty if i3 does not name it.
 std::string socketPath(x11::Connection& display) {
     constexpr std::uint32_t longest = 1024;
     const auto request = x11::requestProperty(display, display.root(), display.atom(x11::Atom::i3SocketPath), longest);
@@ -24,7 +24,7 @@ std::string socketPath(x11::Connection& display) {
 } // namespace
 
 bool Manager::isReachable(x11::Connection& display) {
-    // Nothing is owed: what there is to read is the end, or of somebody who is not to be asked.
+    // No reply is pending: the readable data is the end of the connection, or comes from a peer that must not be used.
     if (connection && (connection->receive(Instant{}) || connection->isBroken())) {
         connection.reset();
     }

@@ -11,12 +11,12 @@
 
 namespace platform::i3 {
 
-/// i3, which is asked over its socket. One connection, made as it is needed and kept; where it breaks, as when i3
-/// restarts, the next question makes another one, to where i3 says on the display that it listens. Nothing is listened
-/// to in between: X11 tells of all that happens.
+/// Sends requests to i3 over its socket. There is one connection, opened when it is needed and kept. After a broken
+/// connection, as when i3 restarts, the next request opens another one, to the socket that i3 names on the display. No
+/// events are subscribed: X11 reports all changes.
 class Manager final : public x11::TilingManager {
 public:
-    /// `clock` has to outlive this.
+    /// `clock` must outlive this.
     explicit Manager(const MainActor& clock)
         : clock(clock) {}
 

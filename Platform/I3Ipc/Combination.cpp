@@ -13,7 +13,7 @@ constexpr unsigned bit(Modifier modifier) {
     return static_cast<unsigned>(modifier);
 }
 
-// sway/common/util, "modifiers", and what i3 and later versions call them; in lower case.
+// Names in sway/common/util, "modifiers", and those of i3 and later versions; in lower case.
 constexpr std::array modifierNames{
     std::pair{std::string_view("shift"), bit(Modifier::shift)},
     std::pair{std::string_view("lock"), bit(Modifier::lock)},
@@ -36,7 +36,7 @@ std::string lowered(std::string_view text) {
     return lower;
 }
 
-/// A group is no key: it says in which layout the binding holds. Nothing for a key.
+/// A group is no key: it is the layout in which the binding holds. Empty for a key.
 std::optional<unsigned> groupNamed(std::string_view name) {
     constexpr std::string_view prefix = "group";
     if (name == "mode_switch") {
@@ -86,7 +86,7 @@ std::string HotKeyCombination::text() const {
 }
 
 bool HotKeyCombination::isSame(const Combination& combination) const {
-    // Locks are not held down: the compositor leaves them out of what it compares.
+    // Locks are not held down: the compositor ignores them in its comparison.
     constexpr unsigned locks = bit(Modifier::lock) | bit(Modifier::mod2);
     const bool isKey =
         combination.isNumber ? combination.key == std::to_string(key->keymapCode()) : key->hasSymbol(combination.key);

@@ -21,24 +21,24 @@ enum class Modifier : unsigned {
     mod5 = 128,
 };
 
-/// A key with modifiers, as the configuration writes it down.
+/// A key with modifiers, as in the configuration.
 struct Combination {
     /// Bits of `Modifier`.
     unsigned modifiers = 0;
-    /// The key's number or, in lower case, the name of its symbol.
+    /// The key code or, in lower case, the name of its symbol.
     std::string key;
     bool isNumber = false;
-    /// The layout in which alone it holds, counted from one; zero for all.
+    /// The only layout in which it holds, counted from one; zero for all.
     unsigned group = 0;
 
     friend auto operator<=>(const Combination&, const Combination&) = default;
 };
 
-/// Reads "Control+Mod1+Left": modifiers by any of their names, in any order and case. Nothing where there is not
-/// exactly one key in it. `isNumber`: the key is given by its number.
+/// Parses "Control+Mod1+Left": modifiers by any of their names, in any order and case. Empty if there is not exactly
+/// one key in it. `isNumber`: the key is given by its key code.
 [[nodiscard]] std::optional<Combination> readCombination(std::string_view text, bool isNumber);
 
-/// A hot key: a key by its place, with modifiers.
+/// A hot key: a key by its position, with modifiers.
 struct HotKeyCombination {
     /// Bits of `Modifier`.
     unsigned modifiers = 0;
@@ -48,10 +48,10 @@ struct HotKeyCombination {
     /// The arguments are in the numbering of `corvid::Shortcut`. Nothing for a key code that no keyboard has.
     [[nodiscard]] static std::optional<HotKeyCombination> of(std::uint32_t keyCode, std::uint32_t modifiers);
 
-    /// As commands name it: "Ctrl+Mod1+113".
+    /// In the format of commands: "Ctrl+Mod1+113".
     [[nodiscard]] std::string text() const;
 
-    /// Whether that is the same keys held down.
+    /// Whether the same keys are held down.
     [[nodiscard]] bool isSame(const Combination& combination) const;
 
     friend bool operator==(const HotKeyCombination&, const HotKeyCombination&) = default;

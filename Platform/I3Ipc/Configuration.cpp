@@ -10,7 +10,7 @@ namespace platform::i3ipc {
 namespace {
 
 constexpr std::string_view blanks = " \t\r";
-/// Beyond these nobody has written it by hand.
+/// Larger than any configuration that was written by hand.
 constexpr std::size_t longestLine = 4096;
 constexpr std::size_t longestName = 64;
 constexpr std::size_t mostFiles = 256;
@@ -23,7 +23,7 @@ std::string_view trimmed(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-/// Takes the first word off a text. Quotation marks around it do not count.
+/// Removes the first word from a text. Quotation marks around it do not count.
 std::string_view takeWord(std::string_view& text) {
     text = trimmed(text);
     std::string_view word = text.substr(0, std::min(text.find_first_of(blanks), text.size()));
@@ -83,7 +83,7 @@ private:
 
     struct Block {
         std::string opening;
-        /// Whether its lines may bind: neither it nor one around it is another mode's, a bar's or a device's.
+        /// Whether its lines may bind: neither it nor a block around it belongs to another mode, a bar or a device.
         bool binds = false;
     };
 
@@ -96,7 +96,7 @@ private:
                 blocks.pop_back();
             }
         } else if (line.back() == '{') {
-            // It may stand on a line of its own.
+            // It may be on a line of its own.
             const std::string_view opening = trimmed(line.substr(0, line.size() - 1));
             std::string whole = replaced(opening.empty() ? std::string_view(former) : opening);
             const bool binds = (blocks.empty() || blocks.back().binds) && bindsInDefaultMode(whole);
@@ -109,8 +109,8 @@ private:
         former = line;
     }
 
-    /// Whether the lines of a block mean what they mean with the block's beginning before them, and may bind. Those of
-    /// other modes, of bars and devices do not.
+    /// Whether the lines of a block have the same meaning with the block's beginning before them, and may bind. Those
+    /// of other modes, of bars and devices do not.
     [[nodiscard]] static bool bindsInDefaultMode(std::string_view block) {
         const std::string_view command = takeWord(block);
         return command == "bindsym" || command == "bindcode" || (command == "mode" && takeDefaultMode(block));
@@ -163,7 +163,7 @@ private:
         }
     }
 
-    /// Takes the options and the combination off the arguments of a binding.
+    /// Removes the options and the combination from the arguments of a binding.
     [[nodiscard]] static std::optional<BindingKey> takeKey(std::string_view& arguments, bool isNumber) {
         BindingKey key;
         std::string_view word = takeWord(arguments);
@@ -179,7 +179,7 @@ private:
         return key;
     }
 
-    /// Options that are not named here make no other binding of it.
+    /// Other options make no different binding of it.
     static void takeOption(std::string_view option, bool isNumber, BindingKey& key) {
         constexpr std::string_view device = "--input-device=";
         if (option == "--release") {
@@ -197,7 +197,7 @@ private:
         }
     }
 
-    /// The text with its variables replaced, the longest name that fits first.
+    /// The text with its variables replaced; the longest matching name comes first.
     [[nodiscard]] std::string replaced(std::string_view text) const {
         std::string result;
         while (!text.empty() && result.size() <= longestLine) {
@@ -231,7 +231,7 @@ private:
     std::set<std::string> files;
     Variables variables;
     std::string former;
-    /// Of the line that is read.
+    /// Of the current line.
     Place place;
 };
 

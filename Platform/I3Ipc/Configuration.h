@@ -18,20 +18,20 @@ struct ConfigurationFile {
     std::string text;
 };
 
-/// The files that a pattern in a file of that folder means, read.
+/// Reads the files that a pattern in a file of that folder matches.
 using Includes = std::function<std::vector<ConfigurationFile>(const std::string& pattern, const std::string& folder)>;
 
-/// The keys of a line and the options that make it another binding than the others of these keys.
+/// The keys of a line, and the options that distinguish it from other bindings of these keys.
 struct BindingKey {
     Combination combination;
     bool isOnRelease = false;
     /// Also while the screen is locked.
     bool isWhileLocked = false;
-    /// Also while a program has asked for all keys.
+    /// Also while a program has requested all keys.
     bool isWhileInhibited = false;
-    /// The symbol stands for the place that it has when the line is read.
+    /// The symbol stands for the key that has it when the line is read.
     bool isByPlace = false;
-    /// The only keyboard that it is for; empty for all.
+    /// Its only keyboard; empty for all.
     std::string device;
 
     friend auto operator<=>(const BindingKey&, const BindingKey&) = default;
@@ -39,11 +39,12 @@ struct BindingKey {
 
 /// A line that binds a combination.
 struct ConfiguredBinding {
-    /// The command that the combination runs.
+    /// The command of the binding.
     std::string command;
-    /// The whole line with its variables replaced, and with the block's beginning before it: what would bind it again.
+    /// The whole line with its variables replaced, and with the block's beginning before it: a line that binds it
+    /// again.
     std::string definition;
-    /// Where the line begins, counted from one.
+    /// The number of its first line, counted from one.
     std::string path;
     std::size_t line = 0;
 
@@ -52,30 +53,30 @@ struct ConfiguredBinding {
 
 using ConfiguredBindings = std::map<BindingKey, ConfiguredBinding>;
 
-/// The combinations that a configuration binds as long as no other mode is entered (sway(5): "bindsym", "bindcode",
-/// "set", "include", "mode"). Reads not the whole language, but the lines that have a part in this; where it is in
-/// doubt, a combination counts as bound. Takes no more than a moment for any text.
+/// The combinations that a configuration binds in the default mode (sway(5): "bindsym", "bindcode", "set", "include",
+/// "mode"). It does not parse the whole language, but the lines that matter here; if in doubt, a combination counts as
+/// bound. Takes no more than a moment for any text.
 [[nodiscard]] ConfiguredBindings configuredBindings(const ConfigurationFile& main, const Includes& includes);
 
-/// The lines of a configuration that use the keys of a hot key; they live as long as the configuration.
+/// The lines of a configuration that use the keys of a hot key; valid as long as the configuration.
 struct KeyUse {
-    /// One of them; null where there is none.
+    /// One of them; null without any.
     const ConfiguredBinding* line = nullptr;
-    /// One that is for one keyboard or for one layout alone, and so comes before those for all; null where there is
-    /// none.
+    /// One that is for one keyboard or for one layout alone, and so takes precedence over those for all; null without
+    /// any.
     const ConfiguredBinding* particular = nullptr;
-    /// Whether one of them waits until the keys are let go.
+    /// Whether one of them acts at the release of the keys.
     bool isOnRelease = false;
 };
 
 [[nodiscard]] KeyUse useOf(const ConfiguredBindings& bindings, const HotKeyCombination& combination);
 
-/// The binding of the same keys held down; null where there is none.
+/// The binding of the same keys held down; null without one.
 [[nodiscard]] const ConfiguredBinding* bindingOf(const ConfiguredBindings& bindings,
                                                  const HotKeyCombination& combination);
 
-/// Reads from the disk what a pattern means: folders, wildcards, the home directory and the environment; commands are
-/// not carried out.
+/// Reads the files of a pattern from the disk: folders, wildcards, the home directory and the environment; commands are
+/// not run.
 [[nodiscard]] std::vector<ConfigurationFile> includedFiles(const std::string& pattern, const std::string& folder);
 
 } // namespace platform::i3ipc

@@ -64,7 +64,7 @@ bool Connection::await(short event, Instant deadline) const {
         return false;
     }
     pollfd state{.fd = socket.get(), .events = event, .revents = 0};
-    // An interrupted wait is begun again by the caller, who finds nothing.
+    // The caller restarts an interrupted wait, which finds nothing.
     return ::poll(&state, 1, static_cast<int>(left.count())) != 0;
 }
 

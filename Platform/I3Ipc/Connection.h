@@ -10,11 +10,11 @@
 
 namespace platform::i3ipc {
 
-/// One connection to the compositor's socket. Never blocks but in `send` and `receive`, and there only until their
-/// deadline. What goes wrong leaves it broken for good.
+/// One connection to the compositor's socket. It blocks only in `send` and `receive`, and only until their deadline.
+/// Any error breaks it permanently.
 class Connection {
 public:
-    /// Nothing where nobody listens, or too many wait to be listened to.
+    /// Empty if nothing listens there, or the listen queue is full.
     [[nodiscard]] static std::optional<Connection> open(const std::string& path, const MainActor& clock);
 
     Connection(linux::FileDescriptor socket, const MainActor& clock)
@@ -25,17 +25,17 @@ public:
 
     [[nodiscard]] bool isBroken() const { return broken; }
 
-    /// Whether the whole message was sent. A part of one leaves the connection broken.
+    /// Whether the whole message was sent. A partial message breaks the connection.
     bool send(MessageType type, std::string_view payload, Instant deadline);
 
-    /// The next message; nothing if there is none until then, or the connection broke. With a deadline that has passed
-    /// gives what has arrived.
+    /// The next message; empty if there is none until the deadline, or the connection broke. With a deadline in the
+    /// past it returns a message that has arrived.
     [[nodiscard]] std::optional<Message> receive(Instant deadline);
 
 private:
-    /// Waits for one of poll's events; no if the deadline comes first.
+    /// Waits for one of poll's events; false if the deadline comes first.
     [[nodiscard]] bool await(short event, Instant deadline) const;
-    /// Takes what has arrived; no if that is nothing.
+    /// Reads the data that has arrived; false without any.
     [[nodiscard]] bool read();
 
     linux::FileDescriptor socket;

@@ -10,7 +10,7 @@ ShortcutHolder lineHolder(std::string_view program, const ConfiguredBinding& bin
         path = "~" + path.substr(home.size());
     }
     std::string heldBy(program);
-    // Which file it is the program may not have said.
+    // The compositor may not have reported the file.
     if (!path.empty()) {
         heldBy += ", " + path + ":" + std::to_string(binding.line);
     }

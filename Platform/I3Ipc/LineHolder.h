@@ -7,8 +7,8 @@
 
 namespace platform::i3ipc {
 
-/// The holder of a combination that a line of the configuration binds. It is named by the program and the line, as in
-/// "sway, ~/.config/sway/config:12"; its purpose is the line's command. `home`: the user's folder, which goes by "~";
+/// The holder of a combination that a line of the configuration binds. Its name is the program and the line, as in
+/// "sway, ~/.config/sway/config:12"; its purpose is the line's command. `home`: the user's folder, abbreviated as "~";
 /// may be empty.
 [[nodiscard]] ShortcutHolder lineHolder(std::string_view program, const ConfiguredBinding& binding,
                                         std::string_view home);

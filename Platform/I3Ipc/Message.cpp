@@ -35,7 +35,7 @@ std::string encodedMessage(MessageType type, std::string_view payload) {
 
 std::optional<Message> MessageReader::next() {
     const std::string_view rest = std::string_view(unread).substr(used);
-    // The first wrong letter tells, before a whole header is there.
+    // The first wrong letter shows this, before a whole header is there.
     if (broken || rest.substr(0, magic.size()) != magic.substr(0, rest.size())) {
         broken = true;
         return std::nullopt;

@@ -8,7 +8,7 @@
 
 namespace platform::i3ipc {
 
-/// What a message asks for, or answers (sway-ipc(7), "Messages and replies"; i3's "IPC interface" has the same).
+/// The type of a request and of its reply (sway-ipc(7), "Messages and replies"; i3's "IPC interface" has the same).
 enum class MessageType : std::uint32_t {
     runCommand = 0,
     subscribe = 2,
@@ -18,7 +18,7 @@ enum class MessageType : std::uint32_t {
     getBindingState = 12,
 };
 
-/// What the compositor tells of its own accord ("Events").
+/// The compositor's events ("Events").
 enum class EventType : std::uint32_t {
     workspace = 0x80000000,
     output = 0x80000001,
@@ -27,7 +27,7 @@ enum class EventType : std::uint32_t {
     shutdown = 0x80000006,
 };
 
-/// A message as it came in.
+/// A received message.
 struct Message {
     std::uint32_t type = 0;
     std::string payload;
@@ -39,7 +39,8 @@ struct Message {
 /// payload ("Message format").
 [[nodiscard]] std::string encodedMessage(MessageType type, std::string_view payload);
 
-/// Cuts a stream of bytes into messages. Whatever comes, it holds no more than one message and what was read with it.
+/// Cuts a stream of bytes into messages. For any input, it keeps no more than one message and the data that was read
+/// with it.
 class MessageReader {
 public:
     /// A tree of a thousand windows has about one MiB.
@@ -47,15 +48,16 @@ public:
 
     void add(std::string_view bytes) { unread.append(bytes); }
 
-    /// The next message; nothing while it is incomplete, or once the stream is broken.
+    /// The next message; empty while it is incomplete, or once the stream is broken.
     [[nodiscard]] std::optional<Message> next();
 
-    /// Whether there was something that is no message, or one that is too long. What follows cannot be read.
+    /// Whether the stream contained bytes that are no message, or a message that is too long. The data after it cannot
+    /// be read.
     [[nodiscard]] bool isBroken() const { return broken; }
 
 private:
     std::string unread;
-    /// How much of it has been given out.
+    /// The length that has been returned already.
     std::size_t used = 0;
     bool broken = false;
 };

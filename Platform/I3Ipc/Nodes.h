@@ -19,11 +19,11 @@ using compositor::parsedJson;
 using compositor::rectangleOf;
 using compositor::textOf;
 
-/// The number of the node within that has the focus or had it last; nothing where there is none.
+/// The id of the node within that has the focus or had it last; empty without one.
 [[nodiscard]] std::optional<std::int64_t> focusedWithin(const Json& node);
 
-/// The workspace that an output shows: the first in the order of focus. In i3 there is a container between. Null where
-/// there is none.
+/// The visible workspace of an output: the first in the order of focus. In i3 there is a container in between. Null
+/// without one.
 [[nodiscard]] const Json* shownWorkspace(const Json& output);
 
 } // namespace platform::i3ipc

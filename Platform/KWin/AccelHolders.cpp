@@ -28,7 +28,7 @@ public:
         : mainLoop(mainLoop)
         , found(std::move(found)) {}
 
-    /// Whether anything is known or asked for.
+    /// Whether the holder is known or requested.
     [[nodiscard]] bool ask(sd_bus* connection, const std::vector<corvid::Shortcut>& shortcuts, const Lender& lenderOf) {
         answers.resize(shortcuts.size());
         questions.reserve(shortcuts.size());
@@ -82,7 +82,7 @@ private:
     }
 
     void finish() {
-        // Told in a turn of its own: the bus is also read while something else waits for it.
+        // Reported in a turn of its own, because the bus is also read while other code waits for it.
         end = mainLoop.schedule(mainLoop.now(), {}, [this] { tell(); });
     }
 

@@ -13,17 +13,17 @@
 
 namespace platform::kwin {
 
-/// Asks KGlobalAccel whose a combination is. It knows the names that people read in the system's settings. Nothing
-/// waits; main thread only.
+/// Asks KGlobalAccel for the holder of a combination. It knows the names that the system's settings show. Never waits;
+/// main thread only.
 class AccelHolders final : public ShortcutHolders, private linux::SessionBus::Listener {
 public:
-    /// An answer that takes longer does not come.
+    /// A later reply is discarded.
     static constexpr std::chrono::seconds patience{5};
 
-    /// Gives the action that one of Qt's keys is borrowed from; null where it is not.
+    /// Returns the action that one of Qt's keys is borrowed from; null if it is not borrowed.
     using Lender = std::function<const AccelAction*(std::int32_t key)>;
 
-    /// Everything has to outlive this. KGlobalAccel is not asked for a key that has a lender.
+    /// All arguments must outlive this. There is no request to KGlobalAccel for a key that has a lender.
     AccelHolders(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Lender lender = nullptr);
 
     [[nodiscard]] std::unique_ptr<HolderSearch> find(const std::vector<corvid::Shortcut>& shortcuts,

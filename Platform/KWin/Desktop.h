@@ -16,7 +16,7 @@ namespace platform::kwin {
 struct DesktopParts {
     DesktopParts(linux::MainLoop& mainLoop, const std::filesystem::path& script, HotKeys::Naming naming);
 
-    /// A connection of its own: a placement reads it while it waits.
+    /// A connection of its own, because a placement reads it while it waits.
     linux::SessionBus bus;
     compositor::WindowTable table;
     Door door;
@@ -24,15 +24,15 @@ struct DesktopParts {
     AccelHolders holders;
 };
 
-/// Plasma on Wayland: KWin, by a script of ours in it, and KGlobalAccel for the keys.
+/// Plasma on Wayland: KWin, through our own script in it, and KGlobalAccel for the keys.
 class Desktop final : private DesktopParts, public compositor::Desktop {
 public:
-    /// Everything that follows takes at most this when the program starts.
+    /// The limit for all waiting below when the program starts.
     static constexpr std::chrono::seconds startPatience{2};
 
-    /// Waits until KWin runs our script, so that the shortcuts are there at once; if it takes too long, the desktop
-    /// is one that does not let us work yet. `script` is the file that KWin loads, `naming` what the user reads of the
-    /// keys in the system's settings.
+    /// Waits until KWin runs our script, so that the shortcuts work at once. If that takes too long, the desktop starts
+    /// without the permission to move windows. `script` is the file that KWin loads, `naming` the text for the keys in
+    /// the system's settings.
     Desktop(linux::MainLoop& mainLoop, const std::filesystem::path& script, HotKeys::Naming naming);
 
     [[nodiscard]] std::string_view name() const override { return "KWin"; }

@@ -12,16 +12,16 @@ namespace platform::kwin {
 
 namespace {
 
-/// A window that takes another size than it was asked for may pass through a third one; it has come to rest when
-/// nothing has changed for so long.
+/// A window that takes another size than the requested one may pass through a third one; it has come to rest when
+/// nothing has changed for this long.
 constexpr std::chrono::milliseconds calm{40};
-/// An X11 window that counts its size in characters asks for a whole number of them after it was forced into another
-/// size. KWin does not tell of that wish beforehand.
+/// An X11 window that counts its size in characters requests a whole number of them after it was forced into another
+/// size. KWin does not report that request in advance.
 constexpr std::chrono::milliseconds timeToObject{120};
 
 constexpr std::chrono::milliseconds pointerPatience{100};
 
-/// Scaled screens make KWin round to their pixels.
+/// On scaled screens KWin rounds to their pixels.
 constexpr double roundingError = 1;
 
 bool isClose(double a, double b) {
@@ -58,7 +58,7 @@ AXError Door::place(const compositor::WindowIdentifier& window, const corvid::CG
     AXError error = request(window, frame, deadline);
     const compositor::Window* placed = table.find(window);
     if (error == AXError::success && placed != nullptr && !isClose(placed->frame.origin, frame.origin)) {
-        // It took another size and moved away with it: it keeps the size.
+        // It took another size and moved away with it, so it keeps that size.
         error = request(window, {.origin = frame.origin, .size = placed->frame.size}, deadline);
     }
     return error;
@@ -98,7 +98,7 @@ AXError Door::settle(Instant deadline) {
     case ScriptMessages::Outcome::done:
         break;
     }
-    // On Wayland a window has its new frame once its program has drawn it.
+    // On Wayland a window has its new frame only after its program has drawn it.
     const Instant begin = mainLoop.now();
     for (;;) {
         const compositor::Window* placed = table.find(placement->window);
@@ -159,7 +159,7 @@ void Door::scriptCarriedOut(const ScriptMessages::Result& result) {
     placement->outcome = result.outcome;
     placement->frame = result.asked.value_or(placement->frame);
     placement->mayBeCorrected = result.isForced && placement->frame.size != placement->formerFrame.size;
-    // What is done at once, as a mere move, needs no waiting.
+    // An immediate change, such as a mere move, needs no waiting.
     const compositor::Window* known = table.find(placement->window);
     if (known != nullptr && result.frame && known->frame != *result.frame) {
         compositor::Window present = *known;

@@ -13,7 +13,7 @@
 
 namespace platform::kwin {
 
-/// The way to KWin, through a script of ours in it. Serves KWin 5.27 and 6. Main thread only.
+/// The door to KWin, through our own script in it. Supports KWin 5.27 and 6. Main thread only.
 class Door final : public compositor::Door, private ScriptLink::Receiver {
 public:
     /// Everything has to outlive this; `script` is the file that KWin loads. The bus must be this desktop's own: a
@@ -21,12 +21,12 @@ public:
     Door(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, compositor::WindowTable& table,
          std::filesystem::path script, ScriptLink::Timing timing = {});
 
-    /// Waits until the door is open; gives whether it is.
+    /// Waits until the door is open; returns whether it is.
     bool waitUntilOpen(Instant deadline);
 
     /// Processes the messages that have arrived. KWin reports every change by itself.
     void refresh(Instant deadline) override;
-    /// A fullscreen window, or another that KWin does not let anybody move, is left alone: `cannotComplete`.
+    /// A window that KWin does not allow to move, such as a fullscreen one, stays as it is: `cannotComplete`.
     AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
     /// There is no permission to ask for.
     void prompt() override {}
@@ -47,15 +47,15 @@ private:
         corvid::CGRect frame;
         corvid::CGRect formerFrame;
         std::optional<ScriptMessages::Outcome> outcome;
-        /// Whether the window may ask for another size after it has got this one.
+        /// Whether the window may request another size after it has got this one.
         bool mayBeCorrected = false;
-        /// Whether the window's program has taken the window back to where it was before.
+        /// Whether the window's program has restored the window's former frame.
         bool isTakenBack = false;
-        /// When the window's frame last changed since the command was carried out.
+        /// The time of the last change of the window's frame since the command was carried out.
         std::optional<Instant> lastChange;
     };
 
-    /// A placement that the window's program has taken back.
+    /// A placement that the window's program has undone.
     struct Undoing {
         compositor::WindowIdentifier window;
         std::unique_ptr<ScheduledWork> telling;
@@ -75,9 +75,9 @@ private:
                                   Instant deadline);
     [[nodiscard]] AXError settle(Instant deadline);
 
-    /// Whether a window is told of that has gone back to its frame from before the present placement. That is no size
-    /// that it has settled on but something new, of which the table learns when the placement is over. One that refuses
-    /// a size may have its former one again as well, but stays at its new place.
+    /// Whether a report shows a window back at its frame from before the present placement. That frame is no size that
+    /// it has settled on but a new change, which the table gets when the placement is over. A window that refuses a
+    /// size may have its former size again as well, but it stays at its new position.
     [[nodiscard]] bool isUndone(const ScriptMessages::Told& told) const;
 
     linux::MainLoop& mainLoop;
@@ -86,7 +86,7 @@ private:
     std::optional<Placement> placement;
     std::optional<Undoing> undoing;
     std::optional<ScriptMessages::Result> pointerResult;
-    /// Where our own windows are to be, for a script that is loaded again.
+    /// The positions of our own windows, for a reloaded script.
     std::map<std::string, corvid::CGPoint> ownPlaces;
     ScriptLink link;
 };

@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* componentPath = "/component/org_corvid_Tessel";
 
-/// KGlobalAccel::SetPresent and NoAutoloading: it is in use, and the key given here counts.
+/// KGlobalAccel::SetPresent and NoAutoloading: the action is active, and the given key applies.
 constexpr std::uint32_t registerFlags = 2U | 4U;
 
 /// The order of the texts, as in KGlobalAccel::actionIdFields.
@@ -86,7 +86,8 @@ KeySequences readKeys(sd_bus_message* message) {
 }
 
 bool GlobalAccel::isOlderThanOwnChange(sd_bus_message* signal) const {
-    // Messages of one sender arrive in the order of their numbers, and a change is signalled before it is answered.
+    // Serial numbers give the order of one sender's messages. The signal of a change is sent before the reply to the
+    // change.
     const char* sender = sd_bus_message_get_sender(signal);
     std::uint64_t number = 0;
     return sender != nullptr && changedBy == sender && sd_bus_message_get_cookie(signal, &number) >= 0 &&
@@ -104,7 +105,7 @@ GlobalAccel::Answer<bool> GlobalAccel::registerKey(const AccelAction& action, st
     if (!granted) {
         return std::unexpected(NoAnswer{});
     }
-    // Up to Plasma 6.5, a key that another program has is left out of what was granted.
+    // Up to Plasma 6.5, the granted keys exclude a key of another program.
     const KeySequences keys = readKeys(granted.get());
     return !keys.empty() && keys.front().front() == key;
 }

@@ -15,9 +15,9 @@
 
 namespace platform::kwin {
 
-/// An action in KGlobalAccel, by the four texts that name it there. UTF-8.
+/// An action in KGlobalAccel, by its four names there. UTF-8.
 struct AccelAction {
-    /// The program, and the program's name for people.
+    /// The program's identifier, and its name for people.
     std::string component;
     std::string action;
     std::string componentTitle;
@@ -26,21 +26,21 @@ struct AccelAction {
     friend bool operator==(const AccelAction&, const AccelAction&) = default;
 };
 
-/// Up to four of Qt's keys in a row (`QKeySequence`); behind the last one, zeros.
+/// A sequence of up to four of Qt's keys (`QKeySequence`), filled up with zeros.
 using KeySequence = std::array<std::int32_t, 4>;
 using KeySequences = std::vector<KeySequence>;
 
-/// The sequence of a key alone.
+/// The sequence of a single key.
 [[nodiscard]] constexpr KeySequence sequenceOf(std::int32_t key) {
     return {key, 0, 0, 0};
 }
 
-/// Asks KGlobalAccel (org.kde.kglobalaccel, as in KDE's kglobalaccel, org.kde.KGlobalAccel.xml), which is part of KWin
-/// on Wayland and a program of its own on X11. Never starts it: while KWin is away, another one would come between it
-/// and its keys. Main thread only.
+/// Calls KGlobalAccel (org.kde.kglobalaccel, as in KDE's kglobalaccel, org.kde.KGlobalAccel.xml), which is part of KWin
+/// on Wayland and a program of its own on X11. Never starts it: while KWin is away, another instance would take KWin's
+/// keys. Main thread only.
 class GlobalAccel {
 public:
-    /// Under this the program stands in the system's settings.
+    /// The program's name in the system's settings.
     static constexpr const char* ownComponent = "org.corvid.Tessel";
     static constexpr const char* name = "org.kde.kglobalaccel";
     static constexpr const char* path = "/kglobalaccel";
@@ -59,7 +59,7 @@ public:
         : mainLoop(mainLoop)
         , timedOut(std::move(timedOut)) {}
 
-    /// The connection to ask on from now on; null for none.
+    /// The connection for all further calls; null for none.
     void use(sd_bus* connection) { bus = connection; }
 
     /// The end of all waiting for answers in this turn of the loop.
@@ -70,37 +70,38 @@ public:
         timedOut = [] {};
     }
 
-    /// A signal that was sent before the last change of somebody else's keys was made here: it tells of that change, or
-    /// of nothing that was not known when it was made.
+    /// Whether a signal was sent before our last change of another program's keys: it then reports that change, or
+    /// facts that were known when we made it.
     [[nodiscard]] bool isOlderThanOwnChange(sd_bus_message* signal) const;
 
-    /// Makes an action of ours known, and asks for a key. Gives whether it was granted; that of Plasma 6.7 grants a key
-    /// that another action has.
+    /// Registers an action of ours, and requests a key. Returns whether the key was granted; Plasma 6.7's KGlobalAccel
+    /// grants a key that another action has.
     [[nodiscard]] Answer<bool> registerKey(const AccelAction& action, std::int32_t key);
 
-    /// Gives back an action of ours and its key. Waits for nothing.
+    /// Removes an action of ours and its key. Does not wait.
     void unregister(const std::string& action);
 
-    /// The names of our own actions; empty where there are none.
+    /// The names of our own actions; empty without any.
     [[nodiscard]] std::vector<std::string> ownActions();
 
-    /// Takes what has no key out of the settings. Answered when all that was given back before is free.
+    /// Removes actions without a key from the settings. The reply arrives after everything that was removed before is
+    /// free.
     void cleanUp();
 
     /// The action that gets the presses of a key: of those that share it, the one that was registered first.
     [[nodiscard]] Answer<std::optional<AccelAction>> recipient(std::int32_t key);
 
-    /// All keys of an action, as the user has set them; empty for an action that is not known.
+    /// All keys of an action, as the user has set them; empty for an unknown action.
     [[nodiscard]] Answer<KeySequences> keysOf(const AccelAction& action);
 
-    /// Changes the keys of somebody else's action, as the system's settings do, and lastingly. A key that a third has
-    /// is left out, except by that of Plasma 6.7.
+    /// Changes the keys of another program's action permanently, as the system's settings do. A key that a third action
+    /// has is left out, except by Plasma 6.7's KGlobalAccel.
     [[nodiscard]] Answer<void> setKeysOf(const AccelAction& action, const KeySequences& keys);
 
 private:
-    /// A question about an action; null without a bus.
+    /// A call about an action; null without a bus.
     [[nodiscard]] linux::OwnedMessage about(const AccelAction& action, const char* method) const;
-    /// Waits for the answer; null without one.
+    /// Waits for the reply; null without one.
     [[nodiscard]] linux::OwnedMessage answerTo(const linux::OwnedMessage& question);
 
     linux::MainLoop& mainLoop;
@@ -111,12 +112,12 @@ private:
     std::uint64_t changedAt = 0;
 };
 
-/// The question for a key's recipient, to be asked without waiting; null without a bus. `readAction` reads the answer.
+/// The call for a key's recipient, for sending without waiting; null without a bus. `readAction` reads the reply.
 [[nodiscard]] linux::OwnedMessage newRecipientCall(sd_bus* bus, std::int32_t key);
 
-/// The four texts that name an action; nothing where they are not there.
+/// The four names of an action; empty if they are missing.
 [[nodiscard]] std::optional<AccelAction> readAction(sd_bus_message* message);
-/// The lists of keys at the message's present place.
+/// The lists of keys at the message's present position.
 [[nodiscard]] KeySequences readKeys(sd_bus_message* message);
 
 } // namespace platform::kwin

@@ -17,11 +17,11 @@ constexpr const char* componentTitle = "Tessel";
 
 constexpr const char* keyMatch = "type='signal',sender='org.kde.kglobalaccel',path='/component/org_corvid_Tessel',"
                                  "interface='org.kde.kglobalaccel.Component'";
-// Sent when the system's settings have changed the keys of a program, whichever it is.
+// Emitted when the system's settings have changed the keys of any program.
 constexpr const char* settingsMatch = "type='signal',sender='org.kde.kglobalaccel',path='/kglobalaccel',"
                                       "interface='org.kde.KGlobalAccel',member='yourShortcutsChanged'";
 
-/// No more presses than this wait to be acted on.
+/// The limit for pending presses.
 constexpr std::size_t mostPresses = 64;
 
 } // namespace
@@ -47,7 +47,7 @@ HotKeys::~HotKeys() {
         clearLeftovers();
         loans.giveBackAll();
     }
-    // Waited for, behind all that was given back: when this program has ended, the keys are free.
+    // Waits, after everything that was removed, so that the keys are free when this program has ended.
     accel.cleanUp();
 }
 
@@ -197,7 +197,7 @@ int HotKeys::settingsSignalled(sd_bus_message* signal, void* data, sd_bus_error*
 }
 
 void HotKeys::keyPressed(const char* action) {
-    // A key that is held repeats its press without a release between.
+    // A held key repeats its press without a release in between.
     if (std::exchange(heldAction, action) == action || pressedActions.size() >= mostPresses) {
         return;
     }

@@ -20,15 +20,16 @@
 
 namespace platform::kwin {
 
-/// Global hot keys through KGlobalAccel (org.kde.KGlobalAccel), which KWin holds on Wayland and a program of its own on
-/// X11. The keys stand in the system's settings under the program's name while they are registered, and are taken out
-/// of there again: after the program has ended nothing holds them.
+/// Global hot keys through KGlobalAccel (org.kde.KGlobalAccel), which is part of KWin on Wayland and a program of its
+/// own on X11. The system's settings list the keys under the program's name while they are registered, and no longer:
+/// after the program has ended nothing holds them.
 ///
-/// KGlobalAccel knows letters, not places: a key is what an American layout has at its place.
+/// KGlobalAccel identifies keys by their symbol, not by position: a key is the symbol that an American layout has at
+/// its position.
 ///
-/// That of Plasma up to 6.5 refuses a key that another program has. That of Plasma 6.7 grants it to both, and tells
-/// only the one that registered first of its presses. To whom a key goes is therefore asked for; one that goes to
-/// another program counts as held by somebody else, everywhere.
+/// Up to Plasma 6.5, KGlobalAccel refuses a key that another program has. Plasma 6.7's grants it to both, and sends
+/// presses only to the one that registered first. So this class asks who gets a key's presses; a key whose presses go
+/// to another program counts as held, with every version.
 ///
 /// A borrowed key is taken out of the list of its holder's action in the system's settings (see `KeyLoans`) and put
 /// back when it is not registered any more, when this ends, and after the next start of a program that was killed. A
@@ -38,11 +39,11 @@ namespace platform::kwin {
 /// another program, or for which KGlobalAccel did not answer in time. Main thread only.
 class HotKeys final : public linux::HandledHotKeys, private linux::SessionBus::Listener {
 public:
-    /// What the user reads in the system's settings beside a combination (Carbon key code and modifiers).
+    /// The text for a combination (Carbon key code and modifiers) in the system's settings.
     using Naming = std::function<std::string(std::uint32_t keyCode, std::uint32_t modifiers)>;
 
-    /// Everything has to outlive this. Registering waits for the bus's answers. `loans` is the absolute path of the
-    /// note of what is borrowed; nothing is without one.
+    /// All arguments must outlive this. Registering waits for the bus's replies. `loans` is the absolute path of the
+    /// note of borrowed keys; without one, none is borrowed.
     HotKeys(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Naming naming,
             std::optional<std::string> loans = std::nullopt, linux::Log log = linux::logToStandardError);
     /// Gives all keys back.
@@ -52,7 +53,7 @@ public:
                                               EventHotKeyID name) override;
     void unregisterHotKey(EventHotKeyRef reference) override;
 
-    /// A consent that is given once more is a new one.
+    /// A repeated consent counts as a new one.
     void setBorrows(bool consent) override;
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
     [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
@@ -60,7 +61,7 @@ public:
 
     [[nodiscard]] bool borrowingChangesSettings() const override { return true; }
 
-    /// The action that a combination is borrowed from; null where it is not.
+    /// The action that a combination is borrowed from; null if it is not borrowed.
     [[nodiscard]] const AccelAction* lender(std::int32_t key) const;
 
 
@@ -84,13 +85,13 @@ private:
     void renew();
     void actOnPresses();
 
-    /// Registers, and borrows where that is needed and wanted.
+    /// Registers a key, and borrows it if that is needed and allowed.
     [[nodiscard]] OSStatus take(const Registered& registered);
     [[nodiscard]] OSStatus establish(const Registered& registered);
     /// The same for a key that another program has.
     [[nodiscard]] OSStatus borrow(const Registered& registered);
     void clearLeftovers();
-    /// Gives back, in a later turn, what is borrowed and not registered by then.
+    /// Gives back, in a later turn, the keys that are borrowed but not registered by then.
     void settleLater();
     void settle();
     void keepReassigned();

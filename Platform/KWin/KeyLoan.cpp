@@ -17,13 +17,13 @@ bool isBorrowedSequence(const KeySequence& sequence, const std::vector<std::int3
     return std::ranges::any_of(borrowed, [&](std::int32_t key) { return sequence == sequenceOf(key); });
 }
 
-/// KGlobalAccel keeps a place without a key for one that it did not grant.
+/// KGlobalAccel keeps an empty place for a key that it did not grant.
 KeySequences withoutEmpty(KeySequences keys) {
     std::erase(keys, KeySequence{});
     return keys;
 }
 
-/// The numbers of a list; nothing for anything else, also where one is no key's.
+/// The numbers of a list; empty for any other value, also if a number is no key.
 std::optional<std::vector<std::int32_t>> readNumbers(const Json* list) {
     if (list == nullptr || !list->is_array()) {
         return std::nullopt;

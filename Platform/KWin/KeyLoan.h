@@ -13,17 +13,17 @@ namespace platform::kwin {
 /// The keys that were borrowed from one action. Qt's keys.
 struct KeyLoan {
     AccelAction holder;
-    /// Its list before anything was borrowed.
+    /// Its list before the first loan.
     KeySequences keys;
-    /// Those of them that are, or are about to be, taken out of it. Each stands in the list, alone in its sequence.
+    /// Those of them that are, or are about to be, removed from it. Each is in the list, alone in its sequence.
     std::vector<std::int32_t> borrowed;
 
     /// The list while those keys are borrowed.
     [[nodiscard]] KeySequences remainder() const;
 
-    /// Whether a list is one that borrowing and giving back leave behind: the former one without some of the borrowed
-    /// keys, in any order: that of Plasma 6.7 keeps none. A program that was killed between writing down and acting
-    /// leaves one of these, too. Anything else is the user's own change.
+    /// Whether a list is a result of borrowing and giving back: the former list without some of the borrowed keys, in
+    /// any order, because Plasma 6.7's KGlobalAccel keeps none. A program that was killed between writing the note and
+    /// acting on it leaves such a list, too. Any other list is the user's own change.
     [[nodiscard]] bool accountsFor(const KeySequences& present) const;
 
     friend bool operator==(const KeyLoan&, const KeyLoan&) = default;
@@ -35,14 +35,14 @@ struct KeyLoanNote {
     /// Keys that the user has given to another program since the consent to borrow.
     std::vector<std::int32_t> left;
 
-    /// As JSON; nothing for a text that is not as `text` writes it.
+    /// As JSON; empty for a text that does not have the format of `text`.
     [[nodiscard]] static std::optional<KeyLoanNote> read(std::string_view text);
     [[nodiscard]] std::string text() const;
 
     friend bool operator==(const KeyLoanNote&, const KeyLoanNote&) = default;
 };
 
-/// The list without one key. Nothing where the key is not in it, or only with others in a row.
+/// The list without one key. Empty if the key is not in it, or only in a sequence with others.
 [[nodiscard]] std::optional<KeySequences> without(const KeySequences& keys, std::int32_t key);
 
 } // namespace platform::kwin

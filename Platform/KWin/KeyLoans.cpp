@@ -14,7 +14,7 @@ namespace platform::kwin {
 
 namespace {
 
-/// So many programs may share a key that is granted to all who ask.
+/// The limit for programs that share a key that is granted to all of them.
 constexpr int mostHolders = 8;
 
 bool isOurs(const AccelAction& action) {
@@ -60,7 +60,7 @@ KeyLoans::KeyLoans(GlobalAccel& accel, std::optional<std::string> noteFile, linu
     this->log("the note of borrowed shortcuts cannot be read (" + reason + "); " +
               (beside && *beside ? "it is kept as " + **beside : "it stays where it is"));
     if (!beside) {
-        // Writing another one would lose it.
+        // Writing another note would lose it.
         file.reset();
     }
 }
@@ -122,7 +122,7 @@ std::optional<LoanObstacle> KeyLoans::borrow(std::int32_t key) {
         }
         const KeyLoanNote former = note;
         if (holders == 0) {
-            // An earlier lender has lost the key to this holder while nobody was there to see it.
+            // An earlier lender has lost the key to this holder while this program was not running.
             dropFromAllBut(**holder, key);
         }
         writeDown(**holder, *present, key);
@@ -138,7 +138,7 @@ std::optional<LoanObstacle> KeyLoans::borrow(std::int32_t key) {
 }
 
 void KeyLoans::giveBack(std::int32_t key) {
-    // Those who shared a key all get it, in the order in which they had it.
+    // All programs that shared a key get it back, in their former order.
     std::vector<AccelAction> owners;
     for (KeyLoan& loan : note.loans) {
         if (!has(loan, key)) {
@@ -233,8 +233,7 @@ bool KeyLoans::restore(KeyLoan& loan, const KeySequences& present, std::int32_t 
     if (!accel.setKeysOf(loan.holder, missing.remainder())) {
         return false;
     }
-    // An action that is not known now, such as that of a program that is not installed, cannot be given anything; it
-    // may be known again later.
+    // An unknown action, such as that of an uninstalled program, cannot get a key; it may be known again later.
     const auto restored = accel.keysOf(loan.holder);
     if (restored && !restored->empty()) {
         loan = rest;

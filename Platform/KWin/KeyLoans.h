@@ -12,24 +12,24 @@
 
 namespace platform::kwin {
 
-/// Borrows keys from other actions in KGlobalAccel. That changes the system's settings lastingly, so what is to be
-/// given back is written down before: a program that is killed gives it back when it is started the next time. A list
-/// that somebody else has changed meanwhile is left as it is. Waits for answers; main thread only.
+/// Borrows keys from other actions in KGlobalAccel. That changes the system's settings permanently, so a note of every
+/// loan is written first: after a crash, the next start of the program gives the keys back. A list that was changed
+/// elsewhere meanwhile stays as it is. Waits for replies; main thread only.
 class KeyLoans {
 public:
-    /// `file` is where the note is kept, absolute; nothing is ever borrowed without one. Reads it. A note that cannot
-    /// be read is kept beside, and nothing of it is given back.
+    /// `file` is the absolute path of the note; without one, nothing is borrowed. Reads it. A note that cannot be read
+    /// is kept under another name, and none of its keys is given back.
     KeyLoans(GlobalAccel& accel, std::optional<std::string> file, linux::Log log);
 
-    /// The file of this user; nothing without a home folder. Reads the environment.
+    /// This user's file; empty without a home folder. Reads the environment.
     [[nodiscard]] static std::optional<std::string> standardFile();
 
-    /// The keys that are borrowed, according to the note.
+    /// The borrowed keys, according to the note.
     [[nodiscard]] std::vector<std::int32_t> borrowed() const;
 
     [[nodiscard]] bool isBorrowed(std::int32_t key) const { return lender(key) != nullptr; }
 
-    /// The action that a key is borrowed from, the one that got its presses before; null where it is not borrowed.
+    /// The action that a key is borrowed from, the former receiver of its presses; null if it is not borrowed.
     [[nodiscard]] const AccelAction* lender(std::int32_t key) const;
 
     /// What keeps a key that was refused from being lent, as far as that is known before; nothing where it could be.
@@ -39,30 +39,30 @@ public:
     /// that; nothing where nobody but us has the key now. What was done of it is in the note either way.
     [[nodiscard]] std::optional<LoanObstacle> borrow(std::int32_t key);
 
-    /// Gives a key back. Ours must have let go of it: a key that anybody has by now stays with them. Without an answer
-    /// the note stays, and so does the duty.
+    /// Gives a key back. Ours must have released it: if another action has the key by now, that action keeps it.
+    /// Without a reply the note stays, and the key is given back later.
     void giveBack(std::int32_t key);
 
-    /// Gives back all that is borrowed.
+    /// Gives all borrowed keys back.
     void giveBackAll();
 
-    /// Forgets a loan whose list somebody else has changed, where one is there for this key.
+    /// Forgets the loan of this key if its list was changed elsewhere.
     void confirm(std::int32_t key);
 
     /// Whether the user has given the key to another program since the consent.
     [[nodiscard]] bool isLeft(std::int32_t key) const;
-    /// The user has given a key to this action: it stays there, and nobody else gets it back.
+    /// The user has given a key to this action: it stays there, and no former holder gets it back.
     void leave(std::int32_t key, const AccelAction& owner);
-    /// The consent was given anew, or is gone.
+    /// The user has given the consent again, or withdrawn it.
     void forgetLeft();
 
 private:
     void writeDown(const AccelAction& holder, const KeySequences& present, std::int32_t key);
     void dropFromAllBut(const AccelAction& owner, std::int32_t key);
     void removeEmpty();
-    /// Whether KGlobalAccel answered.
+    /// Whether KGlobalAccel replied.
     bool restore(KeyLoan& loan, const KeySequences& present, std::int32_t key);
-    /// Writes the note, if it is another one by now; gives whether it is on the disk.
+    /// Writes the note if it has changed; returns whether it is on the disk.
     bool keep();
 
     GlobalAccel& accel;

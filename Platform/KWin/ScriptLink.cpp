@@ -11,7 +11,7 @@ namespace platform::kwin {
 
 namespace {
 
-// What Resources/kwin/tessel.js calls.
+// The methods that Resources/kwin/tessel.js calls.
 constexpr const char* serviceName = "org.corvid.Tessel.KWin";
 constexpr const char* objectPath = "/org/corvid/Tessel/KWin";
 constexpr const char* interfaceName = "org.corvid.Tessel.KWin1";
@@ -115,7 +115,7 @@ int ScriptLink::tell(sd_bus_message* call, void* data, sd_bus_error* /*error*/) 
 
 void ScriptLink::arrive(Arrival arrival) {
     if (arrivals.size() >= mostArrivals) {
-        // What was not heard would be missing for good.
+        // A dropped event would be missing for good.
         arrivals.clear();
         arrivals.emplace_back(LoadFailed());
     }
@@ -152,7 +152,7 @@ void ScriptLink::act(News arrived) {
 
 void ScriptLink::act(Call arrived) {
     if (run.empty() || arrived.run != run) {
-        // One that was left over, or was given up.
+        // A reply to an earlier command, or to one that was given up.
         sd_bus_reply_method_return(arrived.message.get(), "s", ScriptMessages::end().c_str());
         return;
     }
@@ -180,7 +180,7 @@ void ScriptLink::act(const LoadFailed& /*arrived*/) {
 
 void ScriptLink::load() {
     if (bus == nullptr || kwin.owner().empty()) {
-        // There is nobody to load it; both tell when they are there.
+        // KWin or the bus is missing; both report when they are back.
         return;
     }
     if (!hasName) {
@@ -239,9 +239,9 @@ void ScriptLink::dismiss() {
 
 void ScriptLink::awaitNextCall() {
     setAlarm(timing.patience, patienceLeeway, [this] {
-        // The call may wait unread where this program itself was held up. The loop reads it before the next alarm.
+        // The call may be unread if this program itself was delayed. The loop reads it before the next timeout.
         setAlarm(timing.patience / 4, patienceLeeway, [this] {
-            // A call that was read and not acted on yet counts as well.
+            // A call that was read but not yet handled counts as well.
             actOnArrivals();
             if (!waiting && !run.empty()) {
                 lose();
@@ -252,7 +252,7 @@ void ScriptLink::awaitNextCall() {
 }
 
 void ScriptLink::setAlarm(Duration delay, Duration leeway, MainActor::Work work) {
-    // As the program ends, its windows may still have something to ask for.
+    // When the program ends, its windows may still send commands.
     if (sd_event_get_state(mainLoop.handle()) != SD_EVENT_FINISHED) {
         alarm = mainLoop.schedule(mainLoop.now() + delay, leeway, std::move(work));
     }

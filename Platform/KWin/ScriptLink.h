@@ -19,15 +19,15 @@
 
 namespace platform::kwin {
 
-/// The line to our script in KWin: loads the script, hands it commands and takes what it tells, and loads it again when
-/// it fell silent or KWin is another.
+/// The connection to our script in KWin: loads the script, sends it commands and receives its reports. It loads the
+/// script again after a timeout, or for another KWin.
 ///
-/// KWin's scripts cannot be called. Ours calls us and is answered when there is something to do, at the latest after
-/// `Timing::keepAlive`: KWin gives a call up after 25 seconds, and the script with it. Only the owner of KWin's name is
-/// listened to. What arrives is read and queued while the bus is being read, and acted on afterwards. Main thread only.
+/// No program can call KWin's scripts. Our script calls us and gets a reply when there is a command, at the latest
+/// after `Timing::keepAlive`: KWin drops a call after 25 seconds, and with it the script. Only messages of the owner of
+/// KWin's name count. Messages are queued while the bus is being read, and handled afterwards. Main thread only.
 class ScriptLink final : private linux::SessionBus::Listener {
 public:
-    /// Told of what the script says, in its order.
+    /// Receives the script's reports, in their order.
     class Receiver {
     public:
         Receiver() = default;
@@ -35,40 +35,41 @@ public:
         Receiver& operator=(const Receiver&) = delete;
         virtual ~Receiver() = default;
 
-        /// `ScriptMessages::Opened` comes first, and again whenever the script was loaded again.
+        /// `ScriptMessages::Opened` comes first, and again after every reload of the script.
         virtual void scriptTold(ScriptMessages::News news) = 0;
         virtual void scriptCarriedOut(const ScriptMessages::Result& result) = 0;
-        /// Nothing is heard of KWin any more, until it is opened again.
+        /// No more reports from KWin arrive until it is opened again.
         virtual void scriptLost() = 0;
     };
 
     struct Timing {
-        /// How long a call of the script is left waiting, and the leeway that joins wake-ups.
+        /// How long a call of the script stays pending, and the leeway that joins wake-ups.
         Duration keepAlive = std::chrono::seconds(15);
         Duration keepAliveLeeway = std::chrono::seconds(4);
-        /// How long the script takes at most until it calls again. A quarter of that is left for reading its call.
+        /// The timeout for the script's next call. A quarter of it is left for reading the call.
         Duration patience = std::chrono::seconds(2);
-        /// How long the script takes at most to tell how things are, after it was to be loaded.
+        /// The timeout for the script's first report after it was loaded.
         Duration loading = std::chrono::seconds(10);
-        /// When to try again what failed, at most; the first times sooner. KWin takes its name before it takes scripts.
+        /// The longest delay before a retry; the first retries come sooner. KWin takes its name before it accepts
+        /// scripts.
         Duration retry = std::chrono::seconds(10);
         /// How long the end of this program waits for KWin.
         Duration farewell = std::chrono::milliseconds(500);
     };
 
-    /// Everything has to outlive this. Nobody else may use the bus for anything that waits.
+    /// All arguments must outlive this. No other code may wait on this bus.
     ScriptLink(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, std::filesystem::path script,
                Receiver& receiver, Timing timing);
-    /// Takes the script out of KWin.
+    /// Unloads the script from KWin.
     ~ScriptLink() override;
 
-    /// Hands the script a command as soon as it calls. Does not wait.
+    /// Sends the script a command as soon as it calls. Does not wait.
     void ask(std::string command);
 
-    /// Reads the bus, and only that, until the condition holds; gives whether it does. Ends at the deadline.
+    /// Reads the bus, and no other source, until the condition holds; returns whether it does. Ends at the deadline.
     bool waitFor(const std::function<bool()>& condition, Instant deadline);
 
-    /// Acts on what was read already.
+    /// Handles the messages that were read already.
     void actOnArrivals();
 
 private:
@@ -108,7 +109,7 @@ private:
     void retryLater();
     void lose();
     void answer(const std::vector<std::string>& given);
-    /// Answers the call that waits, if there is one, so that the script ends.
+    /// Replies to the pending call, if there is one, so that the script ends.
     void dismiss();
     void awaitNextCall();
     void setAlarm(Duration delay, Duration leeway, MainActor::Work work);
@@ -124,9 +125,9 @@ private:
     bool hasName = false;
     std::deque<Arrival> arrivals;
     bool isTurnPosted = false;
-    /// Names the run of the script that is listened to; empty while there is none.
+    /// The name of the script's present run; messages of other runs are ignored. Empty without one.
     std::string run;
-    /// The script's call that was not answered yet.
+    /// The script's pending call.
     linux::OwnedMessage waiting;
     std::vector<std::string> commands;
     std::unique_ptr<ScheduledWork> alarm;

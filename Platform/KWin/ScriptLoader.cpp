@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* scriptingPath = "/Scripting";
 constexpr const char* scriptingInterface = "org.kde.kwin.Scripting";
-/// What KWin calls our script.
+/// The name of our script in KWin.
 constexpr const char* scriptName = "org.corvid.Tessel";
 
 constexpr linux::BusMember scripting(const char* method) {
@@ -48,7 +48,7 @@ void ScriptLoader::unload(sd_bus* bus, Duration atMost) {
 
 int ScriptLoader::unloaded(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
     auto& self = *static_cast<ScriptLoader*>(data);
-    // Whether there was one does not matter.
+    // It does not matter whether there was one.
     self.step = linux::call(sd_bus_message_get_bus(reply), scripting("loadScript"), &loaded, data, "ss",
                             self.script.c_str(), scriptName);
     if (self.step == nullptr) {

@@ -8,26 +8,26 @@
 
 namespace platform::kwin {
 
-/// Puts a script into KWin and takes it out again, by org.kde.kwin.Scripting. Main thread only.
+/// Loads a script into KWin and unloads it, by org.kde.kwin.Scripting. Main thread only.
 ///
-/// The script is started with all others that wait for it: KWin 5 gives out numbers that are in use already when a
-/// script was unloaded before, so starting one by its number may start another.
+/// The script is started together with all others that wait: after a script was unloaded, KWin 5 assigns numbers that
+/// are in use already, so a start by number may start another script.
 class ScriptLoader {
 public:
     /// KWin's own name on the bus.
     static constexpr const char* kwinName = "org.kde.KWin";
 
-    /// `failed` is called while the bus is being read; it must only take note.
+    /// `failed` is called while the bus is being read, and must only record the failure.
     ScriptLoader(std::filesystem::path script, std::function<void()> failed);
     ScriptLoader(const ScriptLoader&) = delete;
     ScriptLoader& operator=(const ScriptLoader&) = delete;
     ~ScriptLoader() = default;
 
-    /// Takes a former one out, puts ours in and starts it; does not wait. That it works shows when it calls.
+    /// Unloads an earlier script, loads ours and starts it; does not wait. The script's first call shows success.
     void load(sd_bus* bus);
-    /// Does not go on with loading.
+    /// Cancels the loading.
     void abandon() { step.reset(); }
-    /// Takes the script out, and waits until KWin has done so or the time is over.
+    /// Unloads the script, and waits until KWin has done so or the timeout is over.
     void unload(sd_bus* bus, Duration atMost);
 
 private:

@@ -40,7 +40,7 @@ std::optional<Told> window(const Json& object) {
                            .kind = *itsKind,
                            .skipsTaskBars = isSet(object, "skipsTaskBars"),
                            .isFullscreen = isSet(object, "isFullscreen"),
-                           // KWin tells of a window once it is shown.
+                           // KWin's script reports a window once it is shown.
                            .isReady = true,
                            .frame = *frame}};
 }
@@ -105,7 +105,7 @@ std::optional<Outcome> outcome(const Json& object) {
     return std::nullopt;
 }
 
-/// As a text; what is not text in the title becomes a mark that stands for it.
+/// As a text; a replacement character stands for each invalid part of the title.
 std::string written(const Json& value) {
     return value.dump(-1, ' ', false, Json::error_handler_t::replace);
 }

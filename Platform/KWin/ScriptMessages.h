@@ -12,15 +12,15 @@
 #include <variant>
 #include <vector>
 
-/// What goes between this program and its script in KWin (Resources/kwin/tessel.js), as JSON texts. Rectangles are in
-/// KWin's own space: logical pixels, y down. What comes from the script is checked: a text that is too long or not as
-/// the script writes it is no message at all, and texts within it that are too long to be a name are empty.
+/// The messages between this program and its script in KWin (Resources/kwin/tessel.js), as JSON texts. Rectangles are
+/// in KWin's own space: logical pixels, y down. Messages from the script are checked: a text that is too long or not in
+/// the script's format is dropped, and texts within it that are too long for a name are read as empty.
 namespace platform::kwin::ScriptMessages {
 
-/// All that there is; the first that a script tells.
+/// The whole state; a script's first report.
 using Opened = compositor::WindowTable::Contents;
 
-/// A window that is new, or as it is now.
+/// A new window, or the new state of one.
 struct Told {
     compositor::WindowIdentifier identifier;
     compositor::Window window;
@@ -31,7 +31,7 @@ struct Gone {
 };
 
 struct Focused {
-    /// Nothing where no window of the user's has the keyboard.
+    /// Empty if no window of the user has the keyboard focus.
     std::optional<compositor::WindowIdentifier> identifier;
 };
 
@@ -50,15 +50,15 @@ enum class Outcome {
     failed,
 };
 
-/// What became of one command.
+/// The result of one command.
 struct Result {
     std::uint64_t number = 0;
     Outcome outcome = Outcome::failed;
-    /// What the window was asked for: the frame of the command, within the sizes that it says it can take.
+    /// The frame that was requested of the window: the command's, within the window's size limits.
     std::optional<corvid::CGRect> asked;
-    /// The window's frame right after; it may not have taken the one that it was asked for yet.
+    /// The window's frame right after the command; it may not have the requested one yet.
     std::optional<corvid::CGRect> frame;
-    /// Whether KWin has given the window the frame without asking it; the window may still ask for another.
+    /// Whether KWin has forced the frame on the window; the window may still request another.
     bool isForced = false;
     std::optional<corvid::CGPoint> pointer;
 };
@@ -73,9 +73,9 @@ struct Result {
                                    corvid::CGPoint topLeft);
 [[nodiscard]] std::string pointer(std::uint64_t number);
 
-/// What a call of the script is answered with: commands, or none just to keep it calling.
+/// The reply to a call of the script: commands, or none to make it call again.
 [[nodiscard]] std::string answer(const std::vector<std::string>& commands);
-/// The answer after which the script neither calls nor tells again.
+/// After this reply the script neither calls nor reports again.
 [[nodiscard]] std::string end();
 
 } // namespace platform::kwin::ScriptMessages

@@ -18,7 +18,7 @@ public:
     explicit AddressOpener(SessionBus& bus);
     ~AddressOpener() override;
 
-    /// Never waits: true means that somebody was found to hand the address to.
+    /// Never waits: true means that there is a program to pass the address to.
     bool open(std::string_view address) override;
 
 private:

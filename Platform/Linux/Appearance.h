@@ -8,11 +8,11 @@
 
 namespace platform::linux {
 
-/// How the user wants programs to look, as far as anybody says: first the desktop portal, then `GTK_THEME` in the
-/// environment, then the desktop itself. Each wish is taken from the first that has it.
+/// The user's settings for the appearance of programs, from the first source that has each: the desktop portal, then
+/// `GTK_THEME` in the environment, then the desktop itself.
 class Appearance final : public platform::Appearance {
 public:
-    /// Both must outlive this; `desktop` is null where the desktop itself says nothing.
+    /// Both must outlive this; `desktop` is null if the desktop itself has no such settings.
     Appearance(SessionBus& bus, AppearanceSource* desktop);
 
     [[nodiscard]] ColorScheme colorScheme() const override;

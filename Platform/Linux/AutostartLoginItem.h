@@ -17,11 +17,11 @@ namespace platform::linux {
 class AutostartLoginItem final : public LoginItemService {
 public:
     struct Places {
-        /// Where the user's entry belongs; nothing without a home folder.
+        /// The folder of the user's entry; empty without a home folder.
         std::optional<std::string> userFolder;
-        /// Where entries for all users are, the most important folder first.
+        /// The folders of entries for all users, the most important folder first.
         std::vector<std::string> systemFolders;
-        /// The program to start, an absolute path; nothing where it is unknown.
+        /// The program to start, an absolute path; empty if it is unknown.
         std::optional<std::string> program;
         /// The names in `XDG_CURRENT_DESKTOP`.
         std::vector<std::string> currentDesktops;
@@ -37,7 +37,7 @@ public:
     [[nodiscard]] LoginItemStatus status() override;
     std::expected<void, std::string> registerItem() override;
 
-    /// Removes the user's entry. Where there is one for all users, a hidden one of the user's takes its place.
+    /// Removes the user's entry. If there is one for all users, a hidden entry of the user's overrides it.
     std::expected<void, std::string> unregisterItem() override;
 
 private:

@@ -21,8 +21,8 @@ struct BaseFolders {
     };
 
     std::optional<std::string> home = {};
-    /// `$XDG_DATA_HOME`, `$XDG_DATA_DIRS`, and behind them, where a session does not name them itself, the folders into
-    /// which Flatpak and Snap put what they install.
+    /// `$XDG_DATA_HOME`, `$XDG_DATA_DIRS`, and after them, unless the session names them itself, the folders into which
+    /// Flatpak and Snap install programs.
     std::vector<std::string> data = {};
     /// `$XDG_CONFIG_HOME`; nothing without a home folder.
     std::optional<std::string> userConfiguration = {};
@@ -37,7 +37,7 @@ struct BaseFolders {
     /// `g_get_user_config_dir` and the like, which take relative paths as well.
     [[nodiscard]] static BaseFolders ofThisProcess();
 
-    /// Where desktop entries are: "applications" in the data folders.
+    /// The folders of desktop entries: "applications" in the data folders.
     [[nodiscard]] std::vector<std::string> applications() const;
 };
 
@@ -54,7 +54,7 @@ struct BaseFolders {
 /// The parts of a text between colons, without empty ones.
 [[nodiscard]] std::vector<std::string> partsBetweenColons(std::string_view text);
 
-/// A variable of this process's environment; nothing where it is not set. Main thread.
+/// A variable of this process's environment; empty if it is not set. Main thread.
 [[nodiscard]] std::optional<std::string> environmentVariable(const char* name);
 
 } // namespace platform::linux

@@ -52,13 +52,13 @@ public:
 
     [[nodiscard]] virtual Workspace& workspace() = 0;
 
-    /// The desktop's own source for how programs are to look; null where it has none.
+    /// The desktop's own source for the appearance of programs; null without one.
     [[nodiscard]] virtual AppearanceSource* appearanceSource() = 0;
 
-    /// Where this desktop takes status items, if it has a way of its own beside the one that all share; else null.
+    /// This desktop's own place for status items, beside the common one; null without one.
     [[nodiscard]] virtual TrayPlace* trayPlace() = 0;
 
-    /// Whether its own way is the better one where both are open.
+    /// Whether its own way is better if both are available.
     [[nodiscard]] virtual bool prefersOwnTrayPlace() const { return false; }
 };
 

@@ -9,8 +9,8 @@
 
 namespace platform::linux {
 
-/// The bytes of a note in a program's or library's file (elf(5), "Notes"). Reads the file alone and runs nothing of it.
-/// Nothing where the file has no such note or is not one that this process could load. Any thread.
+/// The bytes of a note in a program's or library's file (elf(5), "Notes"). Only reads the file and runs none of its
+/// code. Empty if the file has no such note or is not one that this process could load. Any thread.
 [[nodiscard]] std::optional<std::string> elfNote(const FileDescriptor& file, std::string_view owner,
                                                  std::uint32_t type);
 

@@ -35,7 +35,7 @@ public:
 
     [[nodiscard]] int get() const { return number; }
 
-    /// Gives the descriptor away.
+    /// Releases the descriptor to the caller.
     [[nodiscard]] int release() { return std::exchange(number, -1); }
 
 private:

@@ -10,7 +10,7 @@
 
 namespace platform::linux {
 
-/// Tells one file from another, also one that has come in the place of a former one while that is still open.
+/// Identifies a file, also when another one has replaced it while it is still open.
 struct FileIdentity {
     dev_t device = 0;
     ino_t number = 0;

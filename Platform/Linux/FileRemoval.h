@@ -20,7 +20,7 @@ struct MadeFiles {
 
 /// The outcome of a removal of such files.
 struct Removal {
-    /// The paths of what was there and is no more.
+    /// The paths that have been removed.
     std::vector<std::string> removed;
     /// Sentences without their full stop.
     std::vector<std::string> failures;
@@ -28,8 +28,8 @@ struct Removal {
     friend bool operator==(const Removal&, const Removal&) = default;
 };
 
-/// Removes such files, and the folders that were made for them unless something else is in them. Of a symbolic link the
-/// link goes, and what it leads to stays. A file that cannot be removed does not keep the others. Any thread.
+/// Removes such files, and their own folders unless these contain other files. Of a symbolic link, only the link is
+/// removed. A failure at one file does not affect the others. Any thread.
 [[nodiscard]] Removal removeFiles(std::span<const MadeFiles> all);
 
 } // namespace platform::linux

@@ -44,7 +44,7 @@ public:
 protected:
     [[nodiscard]] bool hasHandler() const { return handler != nullptr; }
 
-    /// Tells the handler of a press; nothing where there is none.
+    /// Passes a press to the handler; without a handler, nothing happens.
     void tellOfPress(EventHotKeyID name) const {
         if (handler != nullptr) {
             const Press press(name);

@@ -5,7 +5,7 @@
 namespace platform::linux {
 
 void keepLargeBlocksApart() {
-    // The value is the usual one; that it is set is what ends its moving.
+    // The usual value; setting it explicitly stops the allocator from adapting it.
     constexpr int threshold = 128 * 1024;
     ::mallopt(M_MMAP_THRESHOLD, threshold);
 }

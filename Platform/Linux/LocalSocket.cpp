@@ -19,7 +19,7 @@ bool isListenedTo(const std::string& path) {
     address.sun_family = AF_UNIX;
     std::ranges::copy(path, std::begin(address.sun_path));
     const FileDescriptor socket{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)};
-    // Where others wait already, somebody is there who will take them in (connect(2)).
+    // If other clients wait already, there is a listener that will accept them (connect(2)).
     return socket && (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0 ||
                       errno == EAGAIN);
 }

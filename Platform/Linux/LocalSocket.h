@@ -4,7 +4,7 @@
 
 namespace platform::linux {
 
-/// Whether somebody listens at the Unix socket of that path. Does not wait.
+/// Whether a process listens at the Unix socket of that path. Does not wait.
 [[nodiscard]] bool isListenedTo(const std::string& path);
 
 } // namespace platform::linux

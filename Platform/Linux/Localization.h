@@ -12,8 +12,8 @@
 
 namespace platform::linux {
 
-/// The texts of gettext's catalogues: one domain, in which the table is the message's context. Which languages they
-/// come in is said here, and nowhere else: not by the locale in force, nor by `LANGUAGE`.
+/// The texts of gettext's catalogues: one domain, in which the table is the message's context. Only this class sets
+/// their languages: neither the current locale nor `LANGUAGE` does.
 class Localization final : public platform::Localization {
 public:
     /// Reads `LANGUAGE/LC_MESSAGES/DOMAIN.mo` in `folder`; none of it needs to exist. Each text comes in the first of

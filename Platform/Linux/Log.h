@@ -5,11 +5,11 @@
 
 namespace platform::linux {
 
-/// Where a line for the log goes: one text without a line end.
+/// The destination of a line for the log: one text without a line end.
 using Log = std::function<void(std::string_view line)>;
 
-/// Writes the line to standard error after the program's name, in one piece. A desktop session keeps what its programs
-/// write there in the user's journal. Failures are ignored.
+/// Writes the line to standard error after the program's name, in one piece. A desktop session keeps its programs'
+/// standard error in the user's journal. Failures are ignored.
 void logToStandardError(std::string_view line);
 
 } // namespace platform::linux

@@ -51,7 +51,7 @@ public:
         source.reset(raw);
     }
 
-    /// Gives the timer to the loop, which drops it once it has run or when the loop itself goes.
+    /// Passes the timer to the loop, which destroys it once it has run or when the loop itself is destroyed.
     static void leaveToLoop(std::unique_ptr<Timer> timer) {
         Timer* left = timer.release();
         left->isLoops = true;
@@ -63,8 +63,8 @@ public:
 
 private:
     static int fire(sd_event_source* source, std::uint64_t /*time*/, void* data) {
-        // Taken out first: the work may drop this timer, unless it is the loop's. A source that was dropped is out of
-        // the loop, and later versions of the library end the process that asks anything of it.
+        // Removed first: the work may destroy this timer, unless it is the loop's. A destroyed source is out of the
+        // loop, and later versions of the library abort a process that uses it.
         auto* timer = static_cast<Timer*>(data);
         const bool isLoops = timer->isLoops;
         Work work = std::move(timer->work);
@@ -91,8 +91,8 @@ void MainLoop::Soon::arm() {
         soon->work();
         return 0;
     };
-    // Made anew each time: the loop serves the source that has waited longest, and this kind counts from its creation.
-    // An old one would always come first.
+    // Created again each time: the loop serves the source that has waited longest, and this kind counts from its
+    // creation. An old one would always come first.
     sd_event_source* raw = nullptr;
     require(sd_event_add_defer(loop, &raw, run, this), "cannot use the event loop");
     source.reset(raw);

@@ -43,7 +43,7 @@ public:
     MainLoop& operator=(const MainLoop&) = delete;
     ~MainLoop() override;
 
-    /// Runs until `end`; gives the status that it was given. A loop that cannot go on ends with status 1.
+    /// Runs until `end`; returns its status. A loop that cannot go on ends with status 1.
     [[nodiscard]] int run();
 
     /// Goes on in another loop: once the present turn is over, `run` calls `host` instead of waiting itself. The host

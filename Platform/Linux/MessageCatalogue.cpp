@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::uint32_t magic = 0x950412DE;
 
-// Where the header has what is read of it.
+// The offsets of the header's fields.
 constexpr std::size_t countPlace = 8;
 constexpr std::size_t originalsPlace = 12;
 constexpr std::size_t translationsPlace = 16;

@@ -17,13 +17,13 @@ public:
     /// No file of ours is nearly that large, in bytes.
     static constexpr std::size_t largestFile = std::size_t{1} << 20U;
 
-    /// Nothing where there is no such file or it is of another kind.
+    /// Empty if the file is missing or of another kind.
     [[nodiscard]] static std::optional<MessageCatalogue> read(const std::string& path);
 
     /// The same from the contents of a file, however malformed.
     [[nodiscard]] static std::optional<MessageCatalogue> parse(std::string contents);
 
-    /// The translation of a text in a context; nothing where there is none. Valid as long as this is. UTF-8.
+    /// The translation of a text in a context; empty without one. Valid as long as this is. UTF-8.
     [[nodiscard]] std::optional<std::string_view> text(std::string_view context, std::string_view key) const;
 
     /// The form of it for a number of things.

@@ -45,8 +45,8 @@ std::expected<void*, std::string> PluginFile::function(const char* name) {
         }
         file = std::move(present);
     }
-    // The very file that was looked at, whatever has its name now. Everything is resolved at once, so that what is
-    // missing shows now and not in the middle of something.
+    // The very file that was checked, even if another one has its name now. All symbols are resolved at once, so that a
+    // missing one shows now and not in the middle of an operation.
     const std::string opened = "/proc/self/fd/" + std::to_string(file.get());
     void* library = dlopen(opened.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     void* function = library == nullptr ? nullptr : dlsym(library, name);

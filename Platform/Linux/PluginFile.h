@@ -18,8 +18,8 @@ public:
     /// The file need not be there yet.
     explicit PluginFile(std::filesystem::path path);
 
-    /// The address of a function in it. The library is loaded if it is not yet, and stays loaded; of one that belongs
-    /// to another build nothing runs. The error is a sentence that says what is wrong with the file.
+    /// The address of a function in it. The library is loaded if it is not yet, and stays loaded; no code of another
+    /// build's library runs. The error is a sentence with the fault of the file.
     [[nodiscard]] std::expected<void*, std::string> function(const char* name);
 
 private:

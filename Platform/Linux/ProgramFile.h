@@ -10,8 +10,8 @@
 
 namespace platform::linux {
 
-/// The path of this program's file. An upgrade may have put another file there since the start. Absolute; nothing where
-/// the kernel does not report it (/proc/self/exe, proc_pid_exe(5)). Any thread.
+/// The path of this program's file. An upgrade may have put another file there since the start. Absolute; empty if the
+/// kernel does not report it (/proc/self/exe, proc_pid_exe(5)). Any thread.
 [[nodiscard]] std::optional<std::string> programPath();
 
 /// This program's own file, which the kernel keeps as long as it runs, open for reading. Any thread.

@@ -12,7 +12,7 @@ namespace platform::linux {
 
 namespace {
 
-/// Waits for an ended program without stopping for it: one that the kernel has not let go yet is looked for again.
+/// Reaps an ended program without blocking: if the kernel has not released it yet, tries again.
 void collectLater(MainLoop& mainLoop, pid_t process) {
     constexpr std::chrono::milliseconds interval{100};
     if (::waitpid(process, nullptr, WNOHANG) == 0) {

@@ -25,8 +25,8 @@ public:
     /// One that prints more is ended.
     static constexpr std::size_t most = std::size_t{1} << 20U;
 
-    /// Called once, in a turn of the loop, with the program's standard output; with nothing where it failed, took too
-    /// long or printed too much. May drop this.
+    /// Called once, in a turn of the loop, with the program's standard output; empty if it failed, took too long or
+    /// printed too much. May destroy this.
     using Done = std::function<void(const std::optional<std::string>& printed)>;
 
     /// Null where it cannot be started. The loop must outlive this.

@@ -10,10 +10,10 @@
 
 namespace platform::linux {
 
-/// Starts a program, found in `PATH` unless the name has a slash, with arguments: in a session of its own, with the
-/// environment that this program was started with, with no other descriptor and no blocked signal of ours. It reads
-/// from `input`, a descriptor of ours, or nothing where that is negative; it writes nothing. It is no child of this
-/// process, so that nobody has to wait for it. False where there is no such program or it cannot be started; its later
+/// Starts a program, found in `PATH` unless the name has a slash, with arguments: in a session of its own, with this
+/// program's original environment, and without any other descriptor or blocked signal of ours. It reads from `input`, a
+/// descriptor of ours, or from an empty input if that is negative; its output is discarded. It is no child of this
+/// process, so that no code has to wait for it. False if there is no such program or it cannot be started; its later
 /// failures are not reported. Main thread only.
 bool startProgram(const std::string& program, const std::vector<std::string>& arguments, int input = -1);
 

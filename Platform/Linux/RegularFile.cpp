@@ -12,7 +12,8 @@
 namespace platform::linux {
 
 std::optional<std::string> readRegularFile(const std::string& path, std::size_t most, Excess excess) {
-    // Opening a device can have effects, so it is looked at first; and again afterwards, as it may have been exchanged.
+    // Opening a device can have effects, so the file is checked first; and again afterwards, as it may have been
+    // replaced.
     struct stat file{};
     if (::stat(path.c_str(), &file) != 0 || !S_ISREG(file.st_mode)) {
         return std::nullopt;

@@ -4,11 +4,11 @@
 
 namespace platform::linux {
 
-/// Tells the service manager that started this process, if any, that it is ready, and what state it is in
-/// (sd_notify(3)). Nothing happens where nobody listens.
+/// Notifies the service manager that started this process, if any, that it is ready, with its status (sd_notify(3)).
+/// Without effect if none listens.
 void notifyReady(const std::string& status);
 
-/// Tells the service manager another state.
+/// Sends the service manager another status.
 void notifyStatus(const std::string& status);
 
 } // namespace platform::linux

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-/// Where desktops keep the settings that links of the scheme "x-apple.systempreferences" name.
+/// The desktops' settings pages for links of the scheme "x-apple.systempreferences".
 namespace platform::linux::SettingsPages {
 
 /// A program with its arguments that shows a page of settings.
@@ -19,8 +19,8 @@ struct Page {
 /// Whether an address is a link to a page of settings, be it one that is known or not.
 [[nodiscard]] bool isLink(std::string_view address);
 
-/// The pages nearest to what a link names, on the desktop that `XDG_CURRENT_DESKTOP` names (a list with colons: Desktop
-/// Entry Specification, OnlyShowIn): the best first. None for a link or a desktop that is not known.
+/// The best pages for a link, on the desktop that `XDG_CURRENT_DESKTOP` names (a list with colons: Desktop Entry
+/// Specification, OnlyShowIn): the best first. None for an unknown link or desktop.
 [[nodiscard]] std::vector<Page> pages(std::string_view link, std::string_view currentDesktop);
 
 } // namespace platform::linux::SettingsPages

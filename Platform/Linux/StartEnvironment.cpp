@@ -36,7 +36,8 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
 void becomeProgram(const std::string& path) {
     std::vector<std::string> words{path};
     std::vector<std::string> environment = startEnvironment();
-    // The loop takes some signals in its own way, and writing to nobody is no reason to end here; both are inherited.
+    // The loop handles some signals in its own way, and a write without a reader must not end this program; both
+    // settings are inherited.
     sigset_t none;
     sigemptyset(&none);
     ::sigprocmask(SIG_SETMASK, &none, nullptr); // NOLINT(concurrency-mt-unsafe)

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view separators = "-:_ ";
 
-/// The same text in ASCII, whatever the case of its letters.
+/// The same text in ASCII, without regard to letter case.
 bool isDark(std::string_view word) {
     constexpr std::string_view dark = "dark";
     return std::ranges::equal(word, dark, [](char left, char right) {

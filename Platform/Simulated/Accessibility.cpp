@@ -108,7 +108,7 @@ AXError write(Window& window, std::string_view attribute, const AXValue& value) 
 
 using Target = std::variant<Application*, Window*>;
 
-/// The application or the window that an element names, or why there is none.
+/// The application or the window of an element, or the error.
 std::expected<Target, AXError> resolve(const Applications& applications, const AXUIElement& element) {
     const auto* ours = dynamic_cast<const Element*>(&element.contents());
     if (ours == nullptr) {

@@ -45,23 +45,23 @@ public:
     /// Tells observers that trust or its reason has changed.
     void announceChange();
 
-    /// How often the user was asked.
+    /// The number of prompts.
     [[nodiscard]] int promptCount() const { return prompts; }
 
     /// The number of operations so far.
     [[nodiscard]] std::size_t operationCount() const { return operations; }
 
-    /// Does something to the desktop just before operation number `operation`.
+    /// Runs `change` just before operation number `operation`.
     void interrupt(std::size_t operation, std::function<void()> interruption);
 
-    /// Lets operation number `operation` fail.
+    /// Makes operation number `operation` fail.
     void failOperation(std::size_t operation, AXError error);
 
-    /// Lets the boxing of points or sizes fail from now on.
+    /// Makes the boxing of points or sizes fail from now on.
     bool failsToBoxPoints = false;
     bool failsToBoxSizes = false;
 
-    /// Lets one boxing fail, counted from 0 over points and sizes.
+    /// Makes one boxing fail, counted from 0 over points and sizes.
     void failBoxing(std::size_t boxing) { failingBoxings.insert(boxing); }
 
 private:

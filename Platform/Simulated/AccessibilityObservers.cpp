@@ -56,7 +56,7 @@ private:
     AccessibilityObservers& owner;
     ProcessIdentifier process;
     AXObserverCallback callback;
-    /// The contexts subscribed with. Dies with the observer, by which posted work can tell.
+    /// The contexts of the subscriptions. Destroyed with the observer, so that posted work can detect that.
     std::shared_ptr<std::vector<void*>> subscriptions = std::make_shared<std::vector<void*>>();
 };
 

@@ -23,10 +23,10 @@ public:
     [[nodiscard]] std::expected<std::unique_ptr<AXObserver>, AXError>
     createObserver(ProcessIdentifier process, AXObserverCallback callback) override;
 
-    /// What creating an observer of the process meets from now on; `success` gives a null observer.
+    /// The result of creating an observer of the process from now on; `success` returns a null observer.
     void failCreation(ProcessIdentifier process, AXError error) { creationErrors.insert_or_assign(process, error); }
 
-    /// What subscribing to the process's elements meets from now on.
+    /// The result of subscribing to the process's elements from now on.
     void failSubscription(ProcessIdentifier process, AXError error) {
         subscriptionErrors.insert_or_assign(process, error);
     }
@@ -37,7 +37,7 @@ public:
         subscriptionErrors.erase(process);
     }
 
-    /// The number of observers that are alive.
+    /// The number of living observers.
     [[nodiscard]] std::size_t count() const { return observers.size(); }
 
 private:
@@ -49,7 +49,7 @@ private:
     platform::MainActor& mainActor;
     std::map<ProcessIdentifier, AXError> creationErrors;
     std::map<ProcessIdentifier, AXError> subscriptionErrors;
-    /// Those that are alive, oldest first; each takes itself out.
+    /// The living ones, oldest first; each removes itself.
     std::vector<Observer*> observers;
 };
 

@@ -21,7 +21,7 @@ public:
         return !refused.contains(address);
     }
 
-    /// From now on nothing takes that address.
+    /// From now on that address has no handler.
     void refuse(std::string_view address) { refused.emplace(address); }
 
 private:

@@ -7,7 +7,7 @@
 
 namespace platform::simulated {
 
-/// A user who changes his mind.
+/// A user who changes the settings.
 class Appearance final : public platform::Appearance {
 public:
     [[nodiscard]] ColorScheme colorScheme() const override { return scheme; }

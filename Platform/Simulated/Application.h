@@ -13,7 +13,7 @@ namespace platform::simulated {
 
 class Applications;
 
-/// What an application is like when it starts.
+/// The properties of an application at its start.
 struct ApplicationOptions {
     ProcessIdentifier process = 0;
     std::optional<std::string> bundleIdentifier{};
@@ -21,7 +21,7 @@ struct ApplicationOptions {
     ActivationPolicy activationPolicy = ActivationPolicy::regular;
 };
 
-/// An application on the simulated desktop; `Applications` makes it and keeps it, also after its end.
+/// An application on the simulated desktop; `Applications` creates it and keeps it, also after its end.
 class Application final : public RunningApplication {
 public:
     Application(Applications& desktop, ApplicationOptions options);
@@ -32,13 +32,13 @@ public:
     [[nodiscard]] ActivationPolicy activationPolicy() const override { return options.activationPolicy; }
     [[nodiscard]] bool isTerminated() const override { return terminated; }
 
-    /// Gives it a window that nobody is told of; it has the focus if the application had no focused window.
+    /// Opens a window without a notification; it has the focus if the application had no focused window.
     Window& addWindow(WindowOptions windowOptions = {});
 
-    /// The same, and observers are told in a turn of their own.
+    /// The same, and observers are notified in a turn of their own.
     Window& openWindow(WindowOptions windowOptions = {});
 
-    /// It is known by that identifier from now on.
+    /// From now on its identifier is that one.
     void setBundleIdentifier(std::string identifier) { options.bundleIdentifier = std::move(identifier); }
 
     /// The windows that are open, oldest first.

@@ -21,7 +21,7 @@ public:
         std::string bundleIdentifier;
         std::string displayName;
         std::string iconName;
-        /// Among those to choose from.
+        /// Whether a chooser lists it.
         bool isShown = true;
     };
 

@@ -19,17 +19,17 @@ public:
     explicit Applications(platform::MainActor& mainActor)
         : mainActor(mainActor) {}
 
-    /// An application that ran all along: nobody is told.
+    /// An application that ran before: without a notification.
     Application& add(ApplicationOptions options);
 
-    /// Starts an application; observers are told in a turn of their own.
+    /// Starts an application; observers are notified in a turn of their own.
     Application& launch(ApplicationOptions options);
 
-    /// Ends an application and closes its windows; observers are told in a turn of their own.
+    /// Ends an application and closes its windows; observers are notified in a turn of their own.
     void terminate(Application& application);
 
-    /// Lets go of the applications that have ended and the windows that were closed: of no interest to anybody, they
-    /// would otherwise be kept for as long as the desktop lives.
+    /// Frees the applications that have ended and the windows that were closed, which are otherwise kept as long as the
+    /// desktop lives.
     void forgetEnded();
 
     /// The application with the keyboard focus, or null.
@@ -58,7 +58,7 @@ private:
     std::vector<std::shared_ptr<Application>> applications;
     std::vector<std::unique_ptr<Window>> windows;
     int lastWindowNumber = 0;
-    /// Called for every window that opens for all to see.
+    /// Called for every window that opens visibly.
     std::function<void(const Window&)> windowOpened;
 };
 

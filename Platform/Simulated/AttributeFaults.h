@@ -11,12 +11,12 @@
 
 namespace platform::simulated {
 
-/// What goes wrong with the attributes of one element.
+/// The faults in the attributes of one element.
 class AttributeFaults {
 public:
     using Answer = std::expected<AXValue, AXError>;
 
-    /// The name under which the query of an element's process is found here and in the trace.
+    /// The name for the query of an element's process, here and in the trace.
     static constexpr std::string_view process = "process";
 
     /// From now on the attribute reads as this error.
@@ -24,12 +24,12 @@ public:
         answers.insert_or_assign(std::string(attribute), Answer(std::unexpected(error)));
     }
 
-    /// From now on the attribute reads as this value, of whatever type.
+    /// From now on the attribute reads as this value, of any type.
     void answer(std::string_view attribute, AXValue value) {
         answers.insert_or_assign(std::string(attribute), Answer(std::move(value)));
     }
 
-    /// From now on a write of the attribute has no effect and gives this error.
+    /// From now on a write of the attribute has no effect and returns this error.
     void failWrites(std::string_view attribute, AXError error) {
         refusals.insert_or_assign(std::string(attribute), error);
     }

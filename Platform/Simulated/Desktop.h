@@ -30,9 +30,9 @@
 
 namespace platform::simulated {
 
-/// A whole desktop in memory, in force for as long as it lives: what a test does to its parts, the logic meets through
-/// `platform::current()`. Everything that the logic asks for is in one trace. What uses the desktop must be gone before
-/// the desktop is.
+/// A whole desktop in memory, which is the current platform while it lives: the logic sees a test's changes to its
+/// parts through `platform::current()`. One trace records every request of the logic. Users of the desktop must be
+/// destroyed before it.
 class Desktop {
 public:
     Trace trace;

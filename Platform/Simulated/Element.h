@@ -4,7 +4,7 @@
 
 namespace platform::simulated {
 
-/// What is behind the simulated desktop's elements: a window by its number, or an application (number 0).
+/// The data of the simulated desktop's elements: a window by its number, or an application (number 0).
 class Element final : public AXElementStorage {
 public:
     static constexpr int applicationItself = 0;

@@ -54,13 +54,13 @@ public:
     /// Whether borrowing changes the desktop's settings.
     bool lendsThroughSettings = false;
 
-    /// What installing the handler gives from now on; it is installed only with `noErr`.
+    /// The result of installing the handler from now on; it is installed only with `noErr`.
     OSStatus installStatus = noErr;
 
     /// From now on the combination is refused with that status; with `noErr` it is "registered" without a reference.
     void refuse(std::uint32_t keyCode, std::uint32_t modifiers, OSStatus status = eventHotKeyExistsErr);
 
-    /// Whether a refusal comes with a reference all the same, one that means nothing.
+    /// Whether a refusal returns a meaningless reference all the same.
     bool refusesWithReference = false;
 
     /// From now on the combination is free again.
@@ -72,16 +72,16 @@ public:
     /// Presses a combination. Gives the handler's answer; nothing where nobody registered it or no handler is there.
     std::optional<OSStatus> press(std::uint32_t keyCode, std::uint32_t modifiers);
 
-    /// Calls the handler with an event of that name; with one whose parameter cannot be read; with none at all. Gives
-    /// its answer, nothing where no handler is there.
+    /// Calls the handler with an event of that name; with one whose parameter cannot be read; with none at all. Returns
+    /// its result, empty without a handler.
     std::optional<OSStatus> deliver(EventHotKeyID name);
     std::optional<OSStatus> deliverWithoutParameter(OSStatus status = eventParameterNotFoundErr);
     std::optional<OSStatus> deliverWithoutEvent();
 
-    /// The user data that the handler was installed with; null without a handler.
+    /// The user data from the handler's installation; null without a handler.
     [[nodiscard]] const void* handlerData() const { return userData; }
 
-    /// The hot keys that are registered, oldest first.
+    /// The registered hot keys, oldest first.
     [[nodiscard]] const std::vector<Registered>& registered() const { return hotKeys; }
 
 private:

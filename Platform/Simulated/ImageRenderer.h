@@ -12,7 +12,7 @@
 
 namespace platform::simulated {
 
-/// Draws nothing: what a picture holds is up to the test.
+/// Draws nothing: the test supplies the contents of pictures.
 ///
 /// Trace: "draw light on 0.93 in en at 2".
 class ImageRenderer final : public platform::ImageRenderer {
@@ -31,7 +31,7 @@ public:
         return std::vector<std::byte>(bytes.begin(), bytes.end());
     }
 
-    /// What is in the file of a picture; nothing for one that cannot be drawn.
+    /// The contents of a picture's file; empty for one that cannot be drawn.
     std::function<std::optional<std::string>(const PictureOfView&)> draw = [](const PictureOfView&) {
         return "a picture";
     };

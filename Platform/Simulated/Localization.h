@@ -8,7 +8,7 @@
 
 namespace platform::simulated {
 
-/// The texts that a test gives, and everything else in English.
+/// The texts of a test, and all other texts in English.
 class Localization final : public platform::Localization {
 public:
     [[nodiscard]] std::string text(std::string_view table, std::string_view key) const override {

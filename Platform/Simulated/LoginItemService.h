@@ -30,10 +30,10 @@ public:
     /// Changes the state from outside.
     void setStatus(LoginItemStatus status) { current = status; }
 
-    /// Whether the user must approve before registering counts.
+    /// Whether the user must approve before registering takes effect.
     bool requiresApproval = false;
 
-    /// What both operations fail with, without an effect.
+    /// The failure of both operations, without an effect.
     std::optional<std::string> error;
 
 private:

@@ -22,7 +22,7 @@ struct MainActor::Schedule {
         return exhaustsTolerance ? entry.waiting.deadline + entry.waiting.tolerance : entry.waiting.deadline;
     }
 
-    /// Takes out the entry that is due first, if that is not after `end`; of several due together, the oldest.
+    /// Removes the entry with the earliest time, if that is not after `end`; of several with the same time, the oldest.
     std::optional<std::pair<Instant, Work>> takeFirst(Instant end) {
         const auto first = std::ranges::min_element(entries, {}, [this](const Entry& entry) { return due(entry); });
         if (first == entries.end() || due(*first) > end) {
@@ -38,7 +38,7 @@ struct MainActor::Schedule {
         if (found == entries.end()) {
             return;
         }
-        // Destroyed only after the list is whole again: what the work holds may cancel other work.
+        // Destroyed only after the list is consistent again, because destroying the work may cancel other work.
         const Work dropped = std::move(found->work);
         entries.erase(found);
     }
@@ -69,7 +69,7 @@ MainActor::MainActor()
 
 MainActor::~MainActor() = default;
 
-// The thread first: only the main thread may look at `elsewhere`.
+// The thread first: only the main thread may read `elsewhere`.
 bool MainActor::isCurrent() const {
     return std::this_thread::get_id() == thread && elsewhere == 0;
 }

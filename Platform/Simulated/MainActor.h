@@ -12,11 +12,11 @@
 
 namespace platform::simulated {
 
-/// A main thread whose clock stands still until it is turned. It is the thread that makes it; its event loop turns only
-/// inside `run` and `advance`.
+/// A main thread whose clock stands still until a test advances it. Its thread is the creating one; its event loop runs
+/// only inside `run` and `advance`.
 class MainActor final : public platform::MainActor {
 public:
-    /// A piece of scheduled work that still waits.
+    /// A pending scheduled call.
     struct Waiting {
         Instant deadline;
         Duration tolerance{};
@@ -24,7 +24,7 @@ public:
         friend bool operator==(const Waiting&, const Waiting&) = default;
     };
 
-    /// While it lives, the thread that made the actor is told that it is not the main thread.
+    /// While it lives, `isCurrent` is false on the thread that made the actor.
     class Elsewhere {
     public:
         explicit Elsewhere(MainActor& actor)
@@ -50,19 +50,19 @@ public:
     [[nodiscard]] std::unique_ptr<ScheduledWork> schedule(Instant deadline, Duration tolerance, Work work) override;
     void runLater(Instant deadline, Duration tolerance, Work work) override;
 
-    /// Runs posted work, also what it posts itself, until none is left. Gives the number of pieces run.
+    /// Runs posted work, including work that it posts itself, until none is left. Returns the number of calls.
     std::size_t run();
 
-    /// Turns the clock by `duration` and runs on the way, in the order of time, whatever falls due.
+    /// Advances the clock by `duration` and runs due work on the way, in the order of time.
     void advance(Duration duration);
 
-    /// Turns the clock without turning the event loop: what work does that takes its time.
+    /// Advances the clock without running the event loop, like work that takes time.
     void pass(Duration duration);
 
     /// Whether scheduled work runs at its deadline (as at first) or as late as its tolerance allows.
     void setExhaustsTolerance(bool exhausts);
 
-    /// The scheduled work that still waits, in the order of scheduling.
+    /// The pending scheduled work, in the order of scheduling.
     [[nodiscard]] std::vector<Waiting> waiting() const;
 
 private:

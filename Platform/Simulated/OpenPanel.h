@@ -29,7 +29,7 @@ public:
     /// Confirms the choice of these, or cancels with none.
     void choose(std::vector<std::filesystem::path> chosen) { std::exchange(waiting, nullptr)(std::move(chosen)); }
 
-    /// What the panel was shown with last.
+    /// The arguments of the panel's last showing.
     std::optional<OpenPanelOptions> shown;
 
 private:

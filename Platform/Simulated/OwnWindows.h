@@ -38,12 +38,12 @@ public:
 
     [[nodiscard]] bool areBlended() override { return hasCompositor; }
 
-    /// In points in the screen space; nothing for a desktop that does not say.
+    /// In points in the screen space; empty for a desktop that does not report it.
     std::optional<corvid::CGPoint> pointerPosition = corvid::CGPoint{960, 540};
     std::optional<corvid::CGRect> activeScreenFrame;
     bool hasCompositor = true;
     Protocol spoken = Protocol::x11;
-    /// Nothing while another program has it.
+    /// Empty while another program has it.
     std::optional<Number> keyboardOwner;
 
 private:

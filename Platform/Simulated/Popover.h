@@ -48,11 +48,11 @@ public:
         anchor.reset();
     }
 
-    /// What its user does outside.
+    /// Closes it like a click outside.
     void clickOutside() { anchor.reset(); }
 
     std::shared_ptr<const View> content;
-    /// Where it is open; nothing while it is closed.
+    /// Its present anchor; empty while it is closed.
     std::optional<Anchor> anchor;
 
 private:

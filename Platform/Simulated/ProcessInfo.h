@@ -13,7 +13,7 @@ public:
 
     [[nodiscard]] std::optional<MemoryUse> memoryUse() const override { return use; }
 
-    /// What the kernel tells of the memory that this program takes.
+    /// The kernel's report on this program's memory.
     std::optional<MemoryUse> use{{.current = 4 << 20, .peak = 6 << 20}};
 };
 

@@ -18,7 +18,7 @@ public:
         return attached;
     }
 
-    /// Plugs and unplugs: replaces all screens, the primary one first.
+    /// Replaces all screens, the primary one first.
     void attach(std::vector<Screen> screens) { attached = std::move(screens); }
 
 private:

@@ -9,18 +9,18 @@
 
 namespace platform::simulated {
 
-/// A session that is locked when the test says so.
+/// A session that the test locks.
 class SessionLock final : public platform::SessionLock {
 public:
     [[nodiscard]] std::unique_ptr<LockWatch> watch(std::function<void()> locked) override {
         return std::make_unique<Watch>(*this, std::move(locked));
     }
 
-    /// Tells everybody who watches at this moment.
+    /// Notifies every present subscriber.
     void lock() const {
         const std::vector<Watch*> told = watches;
         for (Watch* each : told) {
-            // It may drop the watch, and itself with it.
+            // It may destroy the subscription, and itself with it.
             const std::function<void()> locked = each->locked;
             locked();
         }

@@ -12,12 +12,12 @@
 
 namespace platform::simulated {
 
-/// Says who holds a combination as a test wants it, after a while of the simulated clock.
+/// Returns the holders of combinations that a test has set, after some time of the simulated clock.
 ///
 /// Trace: "find holders of 1".
 class ShortcutHolders final : public platform::ShortcutHolders {
 public:
-    /// How long an answer takes.
+    /// The delay of a reply.
     static constexpr Duration delay = std::chrono::milliseconds(30);
 
     ShortcutHolders(Trace& trace, MainActor& mainActor)

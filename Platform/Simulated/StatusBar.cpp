@@ -47,7 +47,7 @@ void StatusBar::Item::setMenu(std::vector<StatusMenuLine> lines) {
 }
 
 void StatusBar::Item::click(std::optional<corvid::CGPoint> position) const {
-    // A copy: the action may drop the item.
+    // A copy: the action may destroy the item.
     const Action copy = action;
     if (bar.hasPanel && copy) {
         copy(position);

@@ -13,7 +13,7 @@
 
 namespace platform::simulated {
 
-/// A panel that can be taken away.
+/// A panel that can be removed.
 ///
 /// Trace: "create status item Item-0", "set status item image", "remove status item Item-0".
 class StatusBar final : public platform::StatusBar {
@@ -27,15 +27,15 @@ public:
                                                    std::string_view accessibilityDescription) const override;
     [[nodiscard]] std::unique_ptr<StatusItem> createStatusItem(std::string_view autosaveName) override;
 
-    /// The items that are alive, oldest first.
+    /// The living items, oldest first.
     [[nodiscard]] const std::vector<Item*>& items() const { return alive; }
 
-    /// Those that there are.
+    /// The names of the existing symbols.
     std::set<std::string, std::less<>> symbols{"exclamationmark.triangle.fill", "rectangle.split.2x1",
                                                "uiwindow.split.2x1"};
     /// Whether there is a panel.
     bool hasPanel = true;
-    /// Where the panel shows every item, if it says so.
+    /// The panel's frame for every item, if it reports one.
     std::optional<corvid::CGRect> itemFrame = corvid::CGRect{{1800, 1056}, {24, 24}};
 
 private:
@@ -43,7 +43,7 @@ private:
     std::vector<Item*> alive;
 };
 
-/// What a panel knows of an item.
+/// A panel's data on an item.
 class StatusBar::Item final : public StatusItem {
 public:
     Item(StatusBar& bar, std::string_view autosaveName);
@@ -62,7 +62,7 @@ public:
     /// Clicks the item; without a panel nothing happens.
     void click(std::optional<corvid::CGPoint> position = std::nullopt) const;
 
-    /// Chooses a line of the menu; a disabled one does nothing.
+    /// Activates a line of the menu; a disabled one does nothing.
     void choose(std::size_t line) const;
 
     const std::string autosaveName;

@@ -8,7 +8,7 @@
 
 namespace platform::simulated {
 
-/// The time of day, which goes on with the main actor's clock and can be set.
+/// The time of day, which advances with the main actor's clock and can be set.
 class SystemClock final : public platform::SystemClock {
 public:
     explicit SystemClock(const platform::MainActor& mainActor)

@@ -16,7 +16,7 @@ public:
         : trace(trace)
         , mainActor(mainActor) {}
 
-    /// Turns the loop until it has nothing to do.
+    /// Runs the loop until no work is left.
     [[nodiscard]] int run(std::function<void()> didFinishLaunching) override {
         trace.record("run this program");
         mainActor.post(std::move(didFinishLaunching));

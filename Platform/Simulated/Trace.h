@@ -9,7 +9,7 @@
 
 namespace platform::simulated {
 
-/// What was asked of the desktop, in order: one line for every attempt, whether or not it succeeded.
+/// The requests to the desktop, in order: one line for every attempt, successful or not.
 class Trace {
 public:
     void record(std::string line) { recorded.push_back(std::move(line)); }
@@ -19,7 +19,7 @@ public:
     /// The lines so far; the next ones start a new trace.
     std::vector<std::string> take() { return std::exchange(recorded, {}); }
 
-    /// Those of them that begin so; the others are dropped.
+    /// Those of them with that beginning; the others are dropped.
     std::vector<std::string> take(std::string_view beginning) {
         std::erase_if(recorded, [beginning](const std::string& line) { return !line.starts_with(beginning); });
         return take();

@@ -37,7 +37,7 @@ public:
         trace.record("keep settings");
     }
 
-    /// What is stored, to look at and to change without a trace.
+    /// The stored values, for reading and changing without a trace.
     corvid::InMemoryPreferenceStore store;
 
 private:

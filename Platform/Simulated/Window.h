@@ -12,7 +12,7 @@
 
 namespace platform::simulated {
 
-/// Which sizes a window takes, as its application decides.
+/// The sizes that a window takes, by its application's rules.
 struct SizeRules {
     corvid::CGSize minimum{0, 0};
     corvid::CGSize maximum{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
@@ -21,19 +21,19 @@ struct SizeRules {
     /// The window never changes its size.
     bool isFixed = false;
 
-    /// The size that a window of size `current` takes when it is asked for `asked`.
+    /// The size that a window of size `current` takes for a requested one, `asked`.
     [[nodiscard]] corvid::CGSize settle(corvid::CGSize asked, corvid::CGSize current) const;
 };
 
-/// How long a window takes until it shows that it was moved.
+/// The delay until a window shows that it was moved.
 struct Lateness {
-    /// So many readings of its position or size still give the old ones.
+    /// That many readings of its position or size still return the old ones.
     int readings = 0;
-    /// So much time has to pass.
+    /// That much time has to pass.
     Duration time{};
 };
 
-/// What a window is like when it opens.
+/// The properties of a window at its opening.
 struct WindowOptions {
     /// In points in the accessibility space.
     corvid::CGRect frame{{100, 100}, {800, 600}};
@@ -51,16 +51,16 @@ public:
     [[nodiscard]] ProcessIdentifier process() const { return owner; }
     [[nodiscard]] AXUIElement element() const;
 
-    /// The frame that the window has now, in points in the accessibility space.
+    /// The window's present frame, in points in the accessibility space.
     [[nodiscard]] corvid::CGRect frame();
 
-    /// The frame as somebody sees it who asks through the accessibility interface: a reading that lateness counts.
+    /// The frame as the accessibility interface returns it: a reading that the delay counts.
     [[nodiscard]] corvid::CGRect readFrame();
 
-    /// Moves the window at once, whatever its rules, as its application or the user does.
+    /// Moves the window at once, regardless of its rules, as its application or the user does.
     void moveTo(corvid::CGRect frame);
 
-    /// Asks the window for a position or size, as the accessibility interface does.
+    /// Requests a position or size from the window, as the accessibility interface does.
     void request(std::variant<corvid::CGPoint, corvid::CGSize> wish);
 
     void close() { closed = true; }
@@ -78,7 +78,7 @@ private:
         Instant due;
     };
 
-    /// Fulfils the wishes whose time has come, in the order in which they were made.
+    /// Fulfils the due requests, in their order.
     void settle();
 
     int ownNumber;

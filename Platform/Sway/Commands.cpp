@@ -11,8 +11,8 @@ bool isPlain(char character) {
            (character >= '0' && character <= '9') || character == ' ';
 }
 
-/// A character of UTF-8 is one byte or more; a dot stands for any of them where the expression is for bytes, and for
-/// the whole where it is for characters.
+/// A character of UTF-8 is one byte or more; a dot matches any of these bytes if the expression is for bytes, and the
+/// whole character if it is for characters.
 bool continuesCharacter(char character) {
     return (static_cast<unsigned char>(character) & 0xc0U) == 0x80U;
 }

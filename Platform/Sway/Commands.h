@@ -13,12 +13,12 @@ namespace platform::sway {
 [[nodiscard]] std::string placingCommands(const compositor::WindowIdentifier& window, const corvid::CGRect& frame,
                                           const std::string& hiddenWorkspace);
 
-/// What makes a window of ours a popover with its top-left corner there: above the layout, without a border of the
+/// Makes a window of ours a popover with its top-left corner there: above the layout, without a border of the
 /// compositor's, on every workspace.
 [[nodiscard]] std::string popoverCommands(corvid::CGPoint topLeft);
 
-/// The criteria that a process's window of this title fits ("CRITERIA"); letters and digits of ASCII count, and any
-/// other character stands for one of some kind.
+/// The criteria for a process's window of this title ("CRITERIA"); only ASCII letters and digits are compared, and any
+/// other character matches any one character.
 [[nodiscard]] std::string ownWindowCriteria(ProcessIdentifier process, const std::string& title);
 
 } // namespace platform::sway

@@ -11,10 +11,10 @@
 
 namespace platform::sway {
 
-/// Knows shortcuts that sway's configuration has: it was read when they were refused. Main thread only.
+/// Finds shortcuts in sway's configuration, which was read when they were refused. Main thread only.
 class ConfigurationHolders final : public ShortcutHolders {
 public:
-    /// Both have to outlive this.
+    /// Both must outlive this.
     ConfigurationHolders(linux::MainLoop& mainLoop, const HotKeys& hotKeys)
         : mainLoop(mainLoop)
         , hotKeys(hotKeys) {}

@@ -37,7 +37,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
 }
 
 void Desktop::sessionClosed() {
-    // It closes its connections first and takes its socket along then.
+    // It closes its connections first and removes its socket then.
     end = mainLoop.schedule(mainLoop.now() + patienceAfterLeaving, endingLeeway, [this] {
         std::error_code ignored;
         endAfter(std::filesystem::exists(socketPath, ignored) ? patience - patienceAfterLeaving : Duration::zero());

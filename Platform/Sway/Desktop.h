@@ -29,14 +29,14 @@ struct DesktopParts {
 /// A sway desktop. When its socket has had no listener for a while, sway counts as gone and the loop ends.
 class Desktop final : private DesktopParts, public compositor::Desktop, private Session::Follower {
 public:
-    /// A compositor that is started anew, as by a supervisor, listens at the same socket before this is over.
+    /// A compositor that a supervisor restarts listens at the same socket before this is over.
     static constexpr std::chrono::seconds patience{15};
-    /// One that ends as the user leaves takes its socket along. The user may be back soon, with another sway whose
-    /// program would find this one in its place.
+    /// An ending compositor removes its socket when the user logs out. The user may be back soon, with another sway
+    /// whose program would find this one still running.
     static constexpr std::chrono::seconds patienceAfterLeaving{2};
 
-    /// `socketPath`: where sway listens, as the environment says (SWAYSOCK). Opens the door at once if it is there,
-    /// else when it comes.
+    /// `socketPath`: sway's socket, from the environment (SWAYSOCK). Opens the door at once if it is there, else when
+    /// it appears.
     Desktop(linux::MainLoop& mainLoop, const std::string& socketPath);
 
     [[nodiscard]] std::string_view name() const override { return "sway"; }

@@ -20,7 +20,7 @@ using i3ipc::MessageType;
 using i3ipc::numberOf;
 using i3ipc::textOf;
 
-/// How often a frame is looked at while it may still change.
+/// The interval between readings of a frame that may still change.
 constexpr std::chrono::milliseconds step{4};
 constexpr std::chrono::milliseconds retryLeeway{100};
 
@@ -65,7 +65,7 @@ AXError Door::place(const WindowIdentifier& window, const corvid::CGRect& frame,
     constexpr int tries = 2;
     std::optional<corvid::CGRect> settled;
     for (int count = 0; count < tries && settled != asked; ++count) {
-        // Some of it may be refused, as for a window that is gone by now: what became of it is read.
+        // Some commands may be refused, as for a window that is gone by now: the following reading shows their result.
         session.run(commands, deadline);
         settled = settledFrame(window, deadline);
         if (!settled) {
@@ -100,9 +100,9 @@ std::optional<corvid::CGRect> Door::settledFrame(const WindowIdentifier& window,
 
 void Door::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
     ownPlaces[title] = {.topLeft = topLeft, .isDue = true};
-    // So that it is never seen elsewhere, nor the layout making room for it, and has the keyboard from the beginning: a
-    // command that came later could take it from who has got it meanwhile. What was told for another place is told
-    // first and does no harm.
+    // This way the window never appears elsewhere, the layout makes no room for it, and it has the focus from the
+    // beginning: a later command could take the focus from a window that has got it meanwhile. An earlier rule for
+    // another position runs first and does no harm.
     const std::string rule =
         "for_window " + ownWindowCriteria(ownProcess, title) + " \"" + popoverCommands(topLeft) + ", focus\"";
     if (!ownWindowRules.contains(rule) && session.run(rule, session.deadline())) {
@@ -130,7 +130,7 @@ void Door::sessionClosed() {
     retry.reset();
     isStale = false;
     ownWindowRules.clear();
-    // Another compositor gives the same numbers to other windows.
+    // Another compositor assigns the same numbers to other windows.
     kinds.clear();
     table.close();
 }
@@ -196,8 +196,8 @@ void Door::takeKinds(Tree& tree) {
         if (const auto known = kinds.find(each.identifier); known != kinds.end()) {
             kind = known->second;
         } else if (!each.window.isTiled && processes.contains(each.window.clues.process)) {
-            // Programs of Wayland do not say what their windows are. One that floats from the beginning, beside an
-            // older one of its program, is a dialog.
+            // Wayland programs do not declare the kind of their windows. A window that floats from the beginning,
+            // beside an older one of its program, is a dialog.
             kind = WindowKind::auxiliary;
         }
         if (each.window.clues.process > 0) {
@@ -224,7 +224,7 @@ void Door::tellTable(Tree tree) {
             table.remove(known);
         }
     }
-    // Before windows are told as new: whoever is told may ask for the rest.
+    // Before the notifications of new windows, because an observer may request the rest.
     table.setOutputs(std::move(tree.outputs));
     for (TreeWindow& each : tree.windows) {
         table.put(each.identifier, std::move(each.window));

@@ -19,11 +19,11 @@ namespace platform::sway {
 /// come or gone or that the focus has moved, upon which it is read once for all of them.
 class Door final : public compositor::Door, private Session::Follower {
 public:
-    /// How long a window has to keep its frame to count as having settled: programs answer within some milliseconds,
-    /// and one that puts itself back does so then.
+    /// How long a window must keep its frame to count as settled: programs reply within some milliseconds, and one that
+    /// restores its frame does so then.
     static constexpr std::chrono::milliseconds rest{40};
 
-    /// All have to outlive this. `ownProcess`: this program's.
+    /// All must outlive this. `ownProcess`: this program's.
     Door(Session& session, compositor::WindowTable& table, linux::MainLoop& mainLoop, ProcessIdentifier ownProcess);
 
     void refresh(Instant deadline) override;
@@ -51,14 +51,14 @@ private:
     void sessionIsQuiet() override;
 
     [[nodiscard]] std::optional<Tree> readLayout(Instant deadline);
-    /// Takes over what is read; no if it could not be read.
+    /// Stores the state that was read; false if the reading failed.
     bool update(Instant deadline);
     void updateOnceAnswering();
     void takeKinds(Tree& tree);
     void takeHiddenWorkspaces(const Tree& tree);
     void tellTable(Tree tree);
     void placeOwnWindows(const Tree& tree);
-    /// Waits until the window keeps its frame; nothing if it does not in time.
+    /// Waits until the window keeps its frame; empty if it does not in time.
     [[nodiscard]] std::optional<corvid::CGRect> settledFrame(const compositor::WindowIdentifier& window,
                                                              Instant deadline);
 
@@ -68,9 +68,10 @@ private:
     ProcessIdentifier ownProcess;
     bool isStale = false;
     std::unique_ptr<ScheduledWork> retry;
-    /// Of what kind a window is shows as it appears: later a person, or we, may have taken it out of the layout.
+    /// The kind of each window, which shows only when it appears: later a person, or we, may have taken it out of the
+    /// layout.
     std::map<compositor::WindowIdentifier, compositor::WindowKind> kinds;
-    /// The workspaces of windows that are on one that is not shown.
+    /// The hidden workspaces of windows.
     std::map<compositor::WindowIdentifier, std::string> hiddenWorkspaces;
     std::map<std::string, OwnPlace> ownPlaces;
     /// The rules for windows of ours that the compositor has already.

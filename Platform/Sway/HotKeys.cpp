@@ -81,7 +81,7 @@ HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::u
     const OSStatus status = isOurs ? eventHotKeyExistsErr : bind(registered, lastReference + 1);
     if (status != noErr) {
         if (loan(keyCode, modifiers) == HotKeyLoan::possible) {
-            // A program that was killed has left those that it had borrowed.
+            // A program that was killed has left its borrowed keys.
             unbind(bindingsOver(*combination, true));
         }
         return {.status = status, .reference = std::nullopt};
@@ -273,7 +273,7 @@ bool HotKeys::runInDefaultMode(const std::vector<std::string>& commands) {
         MessageType::runCommand,
         isElsewhere ? "mode \"default\"; " + list + "; mode \"" + std::string(mode) + "\"" : list, deadline);
     if (!results) {
-        // A compositor that is too busy to answer has refused nothing.
+        // A compositor that is too busy to reply has refused nothing.
         return true;
     }
     const std::size_t first = isElsewhere ? 1 : 0;

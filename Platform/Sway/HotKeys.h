@@ -15,13 +15,12 @@
 
 namespace platform::sway {
 
-/// Global hot keys as bindings that do nothing, made while sway runs (sway(5), "bindcode"), of whose use an event
-/// tells.
+/// Global hot keys as bindings without effect, made while sway runs (sway(5), "bindcode"); an event reports each press.
 ///
-/// A binding that is there already would be replaced without a word, so the configuration is read first, and what it
-/// binds stays the user's. Bindings of keys by number hold in every layout, and locks do not matter to them. Reading
-/// the configuration again makes sway forget them; they are then made anew. A program that ends without taking them
-/// back leaves keys that do nothing, until it starts again or the configuration is read again.
+/// sway would silently replace an existing binding, so the configuration is read first, and its keys stay the user's.
+/// Bindings by key code hold in every layout, and ignore locks. When sway reloads the configuration it forgets them;
+/// they are then made again. A program that ends without removing them leaves keys without effect, until it starts
+/// again or the configuration is reloaded.
 ///
 /// A borrowed key is bound once for each layout ("Group1+"). For sway these are other bindings than the user's, which
 /// stay as they are, and come before those that name no layout (sway/input/keyboard.c, get_active_binding; measured
@@ -57,7 +56,7 @@ public:
 
 private:
     struct Binding {
-        /// As commands name them: "Group1+Ctrl+Mod1+113".
+        /// In the format of commands: "Group1+Ctrl+Mod1+113".
         std::string keys;
         bool isOnRelease = false;
     };
@@ -104,9 +103,9 @@ private:
     std::optional<i3ipc::ConfiguredBindings> bound;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
-    /// What the configuration bound when it was to be registered, by its text.
+    /// The configuration's bindings of the refused combinations, by the combination's text.
     std::map<std::string, Refused> refused;
-    /// The commands that take away what is borrowed, by its text.
+    /// The commands that remove the bindings of each borrowed combination, by the combination's text.
     std::map<std::string, std::string> left;
     bool borrows = false;
 };

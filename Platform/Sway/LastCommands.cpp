@@ -14,8 +14,8 @@ namespace platform::sway {
 
 namespace {
 
-/// Takes lists of commands, a line each. At the end of them, which is the end of who wrote them, the last one counts.
-/// The mode that is entered then is left for as long as that takes. Given: sway's socket, and the path of swaymsg.
+/// Reads lists of commands, a line each. At the end of file, which is the end of the writing program, it runs the last
+/// list. It leaves the current mode for that time. Arguments: sway's socket, and the path of swaymsg.
 constexpr const char* script = R"sh(
 while read -r line; do list=$line; done
 test -n "$list" || exit 0
@@ -37,7 +37,7 @@ void LastCommands::set(const std::string& commands) {
         }
         return;
     }
-    // The shell may have been ended by somebody.
+    // Another program may have ended the shell.
     if ((!way || !send(commands)) && start()) {
         static_cast<void>(send(commands));
     }
@@ -45,7 +45,7 @@ void LastCommands::set(const std::string& commands) {
 
 bool LastCommands::start() {
     std::array<int, 2> ends{};
-    // Not a pipe: writing to one that nobody reads would end this program.
+    // Not a pipe: a write to one without a reader would end this program.
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
         way = {};
         return false;
@@ -61,7 +61,7 @@ bool LastCommands::start() {
 
 bool LastCommands::send(const std::string& commands) {
     const std::string line = commands + "\n";
-    // A few kilobytes at most, of which the socket takes a hundred.
+    // A few kilobytes at most; the socket's buffer is about a hundred.
     return ::send(way.get(), line.data(), line.size(), MSG_NOSIGNAL | MSG_DONTWAIT) ==
            static_cast<ssize_t>(line.size());
 }

@@ -6,16 +6,16 @@
 
 namespace platform::sway {
 
-/// Commands that are carried out in sway's default mode as soon as this program is gone, however it ends: by a shell
-/// that waits for that, and `swaymsg`. There is no shell while there are no commands. One that is killed together with
-/// this program carries out nothing. Main thread only.
+/// Commands that run in sway's default mode as soon as this program is gone, however it ends: by a shell that waits for
+/// that, and `swaymsg`. Without commands there is no shell. A shell that is killed together with this program runs
+/// nothing. Main thread only.
 class LastCommands {
 public:
-    /// `socketPath`: of sway.
+    /// `socketPath`: sway's.
     explicit LastCommands(std::string socketPath);
 
-    /// A list of commands without line breaks, in the place of the former one; empty for none. Dropping this while
-    /// there are some has them carried out.
+    /// A list of commands without line breaks, which replaces the former one; empty for none. If this is destroyed with
+    /// commands left, they run.
     void set(const std::string& commands);
 
 private:
@@ -23,7 +23,7 @@ private:
     [[nodiscard]] bool send(const std::string& commands);
 
     std::string socketPath;
-    /// Where the shell reads; none while there is no shell.
+    /// The shell's input; none while there is no shell.
     linux::FileDescriptor way;
 };
 

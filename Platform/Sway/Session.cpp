@@ -18,10 +18,10 @@ using i3ipc::parsedJson;
 
 constexpr std::chrono::milliseconds connectingLeeway{100};
 
-/// A compositor that leaves so many questions unanswered answers none.
+/// A compositor with that many unanswered requests hangs.
 constexpr int mostAnswersOwed = 16;
 
-/// However many events have come, others are served between.
+/// After that many events, other sources of the loop get their turn.
 constexpr int mostEventsAtOnce = 64;
 
 constexpr Instant atOnce{};
@@ -58,7 +58,7 @@ void Session::open() {
         mainLoop.watch(connections->requests.descriptor(), [] { return false; }, [this] { dropLateAnswers(); });
     connections->eventsWatch =
         mainLoop.watch(connections->events.descriptor(), [this] { return hasMore; }, [this] { serveEvents(); });
-    // What came with the answers to the subscriptions does not make the descriptor readable.
+    // Events that came with the replies to the subscriptions do not make the descriptor readable.
     hasMore = true;
     for (Follower* follower : followers) {
         follower->sessionOpened();
@@ -66,15 +66,15 @@ void Session::open() {
 }
 
 bool Session::subscribe(Connection& connection) {
-    // One by one: where an event is not known, a list of them is refused as a whole. A compositor that cannot tell of
-    // its end is found to be gone all the same.
+    // One by one, because a list with an unknown event is refused as a whole. Without the shutdown event, the broken
+    // connection shows a compositor's end.
     constexpr std::array<std::pair<std::string_view, bool>, 4> wanted{
         {{R"(["window"])", true}, {R"(["workspace"])", true}, {R"(["binding"])", true}, {R"(["shutdown"])", false}}};
     for (const auto& [list, isNeeded] : wanted) {
         if (!connection.send(MessageType::subscribe, list, deadline())) {
             return false;
         }
-        // Events of the former subscriptions may come first: whoever is told that this is open reads everything anyway.
+        // Events of the former subscriptions may come first: the receiver of this notification reads everything anyway.
         std::optional<Message> answer;
         do {
             answer = connection.receive(deadline());
@@ -127,7 +127,7 @@ std::optional<Json> Session::ask(MessageType type, std::string_view payload, Ins
 }
 
 std::optional<Message> Session::awaitAnswer(Instant deadline) {
-    // Answers come in the order of the questions.
+    // Replies come in the order of the requests.
     while (auto answer = connections->requests.receive(deadline)) {
         if (--connections->answersOwed == 0) {
             return answer;
@@ -168,7 +168,7 @@ void Session::dropLateAnswers() {
     while (isOpen() && connections->requests.receive(atOnce)) {
         --connections->answersOwed;
     }
-    // Nor does a compositor answer what it was not asked.
+    // A reply without a request is an error as well.
     if (connections->requests.isBroken() || connections->answersOwed < 0) {
         closeSoon();
     }

@@ -12,11 +12,11 @@
 
 namespace platform::sway {
 
-/// The way to a compositor that speaks the IPC of i3: one connection to ask, another one to be told. Where one of them
-/// breaks, both are closed, and opened again after a pause. Main thread only.
+/// The connections to a compositor that uses i3's IPC: one for requests, another one for events. If one of them breaks,
+/// both are closed, and opened again after a pause. Main thread only.
 class Session {
 public:
-    /// Told in the main loop; may ask.
+    /// Notified in the main loop; may send requests.
     class Follower {
     public:
         Follower() = default;
@@ -34,13 +34,13 @@ public:
 
     static constexpr std::chrono::seconds untilRetry{1};
 
-    /// `path`: of the compositor's socket. Nothing is opened yet.
+    /// `path`: of the compositor's socket. Opens nothing yet.
     Session(linux::MainLoop& mainLoop, std::string path);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
     ~Session() = default;
 
-    /// Has to outlive this.
+    /// Must outlive this.
     void follow(Follower& told) { followers.push_back(&told); }
 
     /// Opens it, now if the compositor is there, else as soon as it is.
@@ -55,7 +55,7 @@ public:
     /// thrown away. With a deadline that has passed it only asks.
     [[nodiscard]] std::optional<i3ipc::Json> ask(i3ipc::MessageType type, std::string_view payload, Instant deadline);
 
-    /// Runs a list of commands; whether all were carried out. See `ask`.
+    /// Runs a list of commands; returns whether all succeeded. See `ask`.
     bool run(std::string_view commands, Instant deadline);
 
 private:
@@ -64,7 +64,7 @@ private:
         i3ipc::Connection events;
         std::unique_ptr<linux::DescriptorWatch> requestsWatch;
         std::unique_ptr<linux::DescriptorWatch> eventsWatch;
-        /// How many answers are still to come that nobody waits for any more.
+        /// The number of pending replies that will be discarded.
         int answersOwed = 0;
     };
 

@@ -22,8 +22,8 @@ using i3ipc::rectangleOf;
 using i3ipc::shownWorkspace;
 using i3ipc::textOf;
 
-/// The rectangle of a window goes down from its title bar, which is told of separately and by the place that it has in
-/// the container around: only the height counts.
+/// The rectangle of a window starts below its title bar, whose rectangle is separate and relative to the container
+/// around: only its height counts.
 CGRect frameOf(const Json& node) {
     CGRect frame = rectangleOf(node, "rect").value_or(CGRect{});
     const double titleBar = rectangleOf(node, "deco_rect").value_or(CGRect{}).size.height;
@@ -32,7 +32,7 @@ CGRect frameOf(const Json& node) {
     return frame;
 }
 
-/// Only windows of X11 programs say what they are.
+/// Only windows of X11 programs declare their kind.
 WindowKind declaredKind(const Json& node) {
     const std::string_view type = textOf(node, "window_type");
     const Json* properties = member(node, "window_properties");
@@ -46,13 +46,13 @@ std::string identifierOf(const Json& node) {
     return number ? std::to_string(*number) : std::string();
 }
 
-/// A node that is still to be read, and what it inherits from those around it.
+/// A pending node, and the properties that it inherits from those around it.
 struct Visit {
     const Json* node;
     bool isFloating = false;
     /// Of the output around.
     const Json* shownWorkspace = nullptr;
-    /// The workspace around, if it is not that one.
+    /// The workspace around, if it is not the visible one.
     const Json* hiddenWorkspace = nullptr;
 };
 
@@ -85,7 +85,7 @@ bool isWindow(const Json& node) {
 }
 
 std::optional<Output> outputOf(const Json& node) {
-    // The place of hidden windows is an output as well, of a name that no other can have.
+    // Hidden windows are on an output, too, of a name that no other can have.
     const auto frame = rectangleOf(node, "rect");
     if (!frame || frame->size.width <= 0 || frame->size.height <= 0 || textOf(node, "name") == "__i3") {
         return std::nullopt;
@@ -106,12 +106,12 @@ void sortOutputs(std::vector<Output>& outputs) {
 }
 
 bool isOlder(const TreeWindow& one, const TreeWindow& other) {
-    // Numbers are given in order of appearance; a longer one is larger.
+    // Ids increase in the order of appearance; a longer one is larger.
     return std::pair(one.identifier.size(), std::string_view(one.identifier)) <
            std::pair(other.identifier.size(), std::string_view(other.identifier));
 }
 
-/// The visits to what is in a node, each with what it inherits.
+/// Adds the nodes inside a node, each with its inherited properties.
 void addChildren(std::vector<Visit>& waiting, const Visit& visit, const char* name) {
     const Json* children = listIn(*visit.node, name);
     if (children == nullptr) {
@@ -138,7 +138,7 @@ std::optional<Tree> readTree(const Json& answer) {
         return std::nullopt;
     }
     Tree tree;
-    // Even where it shows no window.
+    // Even if it shows no window.
     const auto active = focusedWithin(answer);
     std::vector<Visit> waiting{{.node = &answer}};
     while (!waiting.empty()) {

@@ -12,10 +12,10 @@ namespace platform::sway {
 /// A window in the layout.
 struct TreeWindow {
     compositor::WindowIdentifier identifier;
-    /// Its kind is what is known of it for certain: `auxiliary` where the window says so, else `standard`.
+    /// Its kind, as far as it is certain: `auxiliary` if the window declares it, else `standard`.
     compositor::Window window;
     std::string title;
-    /// The name of its workspace, where that is not shown; empty where it is, or has no name to go by.
+    /// The name of its workspace, if that is hidden; empty if it is visible, or has no usable name.
     std::string hiddenWorkspace;
 
     friend bool operator==(const TreeWindow&, const TreeWindow&) = default;
@@ -26,8 +26,8 @@ struct Tree {
     /// Oldest first.
     std::vector<TreeWindow> windows;
     std::optional<compositor::WindowIdentifier> focused;
-    /// The one at the origin of the layout first: it stays the same whatever has the focus. Its work area is that of
-    /// the workspace it shows, without bars, docks and the gaps that are kept at the edges.
+    /// The one at the origin of the layout first, because it does not change with the focus. Its work area is that of
+    /// its visible workspace, without bars, docks and outer gaps.
     std::vector<compositor::Output> outputs;
 
     friend bool operator==(const Tree&, const Tree&) = default;

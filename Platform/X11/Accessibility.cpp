@@ -37,7 +37,7 @@ std::expected<std::vector<xcb_window_t>, AXError> Accessibility::windows(Process
     if (root == nullptr) {
         return std::unexpected(AXError::cannotComplete);
     }
-    // Windows that are known to be another process's need not be asked.
+    // No request is needed for windows that are known to belong to another process.
     std::vector<xcb_window_t> clients = root->clients;
     std::erase_if(clients, [&](xcb_window_t client) {
         const ManagedWindow* known = managedWindows.find(client);

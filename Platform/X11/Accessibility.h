@@ -11,7 +11,7 @@
 namespace platform::x11 {
 
 /// Windows and applications as the X server and the window manager know them. An application is a process that owns
-/// windows. Trust means that a window manager is in charge and can place windows on request.
+/// windows. Trust means that a window manager runs and can place windows on request.
 class Accessibility final : public linux::WindowAccessibility<xcb_window_t> {
 public:
     /// `managedWindows` may know the owner of a window without asking. `findObstacle` answers `obstacle`.

@@ -22,8 +22,7 @@ bool AccessibilityObservers::exists(xcb_window_t window) {
     if (facts == nullptr || !facts->isListed) {
         return false;
     }
-    // What is read here is what the callback asks for next. A server that is slow to answer says nothing about the
-    // window.
+    // The callback asks for the same facts next, so they are read here. A slow server means nothing for the window.
     return turn.window(window) != nullptr || connection.isOutOfTime();
 }
 

@@ -6,8 +6,8 @@
 
 namespace platform::x11 {
 
-/// Tells of new windows. A window has arrived when it is in the list of managed windows as we last read it, and is
-/// ready when the window manager has finished with it.
+/// Notifies of new windows. A window is new when it appears in the list of managed windows, and ready when the window
+/// manager has finished mapping it.
 class AccessibilityObservers final : public linux::WindowObservers {
 public:
     AccessibilityObservers(Connection& connection, Turn& turn, const ManagedWindows& windows,

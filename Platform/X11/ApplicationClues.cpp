@@ -9,7 +9,7 @@ namespace platform::x11 {
 
 namespace {
 
-// In units of four bytes. Names of applications are shorter; what is longer names none.
+// In units of four bytes. Names of applications are shorter; a longer property names none.
 constexpr std::uint32_t longestClass = 128;
 constexpr std::uint32_t longestId = 64;
 

@@ -18,25 +18,25 @@ struct WindowClass {
     friend bool operator==(const WindowClass&, const WindowClass&) = default;
 };
 
-/// Takes `WM_CLASS` apart: two texts, each with a zero behind it (ICCCM 4.1.2.5). A zero that is missing, or more than
-/// two, is forgiven; a half that is missing is empty.
+/// Parses `WM_CLASS`: two texts, each followed by a zero (ICCCM 4.1.2.5). A missing zero or additional ones are
+/// tolerated; a missing half is empty.
 [[nodiscard]] WindowClass parseWindowClass(std::string_view bytes);
 
-/// The id of a desktop entry that a window names, from `_GTK_APPLICATION_ID`, or else from `_KDE_NET_WM_DESKTOP_FILE`,
-/// which some give as a file with its folder and suffix. Empty where neither says anything.
+/// The id of the desktop entry that a window names, from `_GTK_APPLICATION_ID`, or else from
+/// `_KDE_NET_WM_DESKTOP_FILE`, which some programs set to a file with its folder and suffix. Empty without either.
 [[nodiscard]] std::string namedApplicationId(std::string_view gtkApplicationId, std::string_view kdeDesktopFile);
 
-/// Whether a change of that property may tell more about the application behind the window.
+/// Whether a change of that property may identify the application of the window.
 [[nodiscard]] bool isApplicationClue(const AtomTable& atoms, xcb_atom_t property);
 
-/// What a window tells of its application, in a single round trip: construct to ask, `read` to collect. However long
-/// the properties are, little of them is read.
+/// The properties that identify a window's application, in a single round trip: construct to request, `read` to
+/// collect. It reads only the beginning of long properties.
 class ApplicationCluesRequest {
 public:
     ApplicationCluesRequest(Connection& connection, xcb_window_t window);
 
-    /// Nothing where the window is gone, is no top-level window of a client (override-redirect), or the server did not
-    /// answer within the turn's time. To be called once.
+    /// Empty if the window is gone, is no top-level window of a client (override-redirect), or the server did not reply
+    /// within the turn's time. Call it once.
     [[nodiscard]] std::optional<linux::ApplicationClues> read(Connection& connection) const;
 
 private:

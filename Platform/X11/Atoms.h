@@ -105,7 +105,7 @@ inline constexpr std::array<std::string_view, 44> atomNames{
 
 static_assert(atomNames.size() == static_cast<std::size_t>(Atom::xembedInfo) + 1);
 
-/// The server's numbers of the atoms, `XCB_ATOM_NONE` for one that could not be interned.
+/// The server's ids of the atoms, `XCB_ATOM_NONE` for one that could not be interned.
 class AtomTable {
 public:
     void set(Atom atom, xcb_atom_t number) { numbers[static_cast<std::size_t>(atom)] = number; }

@@ -33,7 +33,7 @@ std::expected<Connection, std::string> Connection::open(const std::string& displ
     }
     opened.screen = findScreen(raw, screenNumber);
     if (opened.screen == nullptr || !opened.internAtoms()) {
-        return std::unexpected("the X server does not answer as one should");
+        return std::unexpected("the X server sends no valid reply");
     }
     return opened;
 }
@@ -67,7 +67,7 @@ bool Connection::isBacklogged() const {
 }
 
 std::optional<bool> Connection::succeeded(const std::vector<xcb_void_cookie_t>& cookies) {
-    // The answer to a later request tells that all earlier ones have been handled, so that the checks cannot wait.
+    // The reply to a later request shows that all earlier ones have been handled, so the checks below do not block.
     const auto barrier = reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(raw()));
     if (!barrier) {
         for (const xcb_void_cookie_t cookie : cookies) {
@@ -110,7 +110,7 @@ void* Connection::waitForReply(unsigned sequence) {
             std::free(error);
             return answer;
         }
-        // A kept event means that something was read, and the reply may have been part of it.
+        // A kept event means that data was read, and the reply may have been part of it.
         if (keepArrivedEvents()) {
             continue;
         }

@@ -19,10 +19,10 @@ namespace platform::x11 {
 /// buffers in between hold some 200 KiB.
 inline constexpr std::size_t largestBurst = std::size_t{64} << 10U;
 
-/// One connection to an X server: requests, replies within a time limit, and the events that came meanwhile.
+/// One connection to an X server: requests, replies within a time limit, and the events that arrive meanwhile.
 ///
-/// Main thread only. No wait here is unbounded: a server that is held by somebody else (XGrabServer) must not hold the
-/// main thread. A reply that did not come in time reads as absent and is thrown away when it comes.
+/// Main thread only. Every wait has a limit: a server that another client has grabbed (XGrabServer) must not block the
+/// main thread. A reply that did not come in time reads as absent and is discarded when it comes.
 class Connection {
 public:
     /// Connects to `display` (empty: the environment's DISPLAY). Every wait ends at `deadline`, which has to outlive
@@ -48,16 +48,16 @@ public:
 
     [[nodiscard]] xcb_atom_t atom(Atom name) const { return atoms[name]; }
 
-    /// The connection's descriptor; readable when the server has sent something.
+    /// The connection's descriptor; readable when the server has sent data.
     [[nodiscard]] int descriptor() const { return xcb_get_file_descriptor(connection.get()); }
 
-    /// Whether the server has the extension. What is asked of one that it lacks breaks the connection.
+    /// Whether the server has the extension. A request of an extension that it lacks breaks the connection.
     [[nodiscard]] bool has(xcb_extension_t& extension) const {
         const xcb_query_extension_reply_t* answer = xcb_get_extension_data(connection.get(), &extension);
         return answer != nullptr && answer->present != 0;
     }
 
-    /// Whether the server is gone.
+    /// Whether the connection is broken.
     [[nodiscard]] bool isBroken() const { return xcb_connection_has_error(connection.get()) != 0; }
 
     void flush() { xcb_flush(connection.get()); }
@@ -72,28 +72,29 @@ public:
     /// expected.
     [[nodiscard]] bool isExhausted() const { return isOutOfTime() || isBacklogged(); }
 
-    /// Whether the server has left so much unread that sending more might wait for it, for as long as somebody holds
-    /// it. Whoever sends more than a few requests at once asks before, and sends at most `largestBurst` bytes.
+    /// Whether the server has left so much unread that sending more might block, for as long as another client grabs
+    /// the server. Code that sends more than a few requests at once checks this before, and sends at most
+    /// `largestBurst` bytes.
     [[nodiscard]] bool isBacklogged() const;
 
-    /// The reply to a request, or null where it failed or did not come within the turn's time.
+    /// The reply to a request, or null if it failed or did not come within the turn's time.
     template <typename Reply, typename Cookie>
     [[nodiscard]] Owned<Reply> reply(Cookie cookie) {
         return Owned<Reply>(static_cast<Reply*>(waitForReply(cookie.sequence)));
     }
 
-    /// Whether checked requests without replies have all succeeded, for the price of one wait; nothing where the server
-    /// did not answer within the turn's time.
+    /// Whether checked requests without replies have all succeeded, with a single wait; empty if the server did not
+    /// reply within the turn's time.
     [[nodiscard]] std::optional<bool> succeeded(const std::vector<xcb_void_cookie_t>& cookies);
 
-    /// The next event that has come, or null. Does not wait.
+    /// The next event that has arrived, or null. Does not wait.
     [[nodiscard]] Owned<xcb_generic_event_t> nextEvent();
 
-    /// Whether `nextEvent` would give one without reading from the server.
+    /// Whether `nextEvent` would return an event without reading from the server.
     [[nodiscard]] bool hasPendingEvents();
 
-    /// Waits for an event that `matches`, at most until `limit` and the end of the turn's time, and takes it; false if
-    /// none came. Events that do not match are kept for `nextEvent`.
+    /// Waits for an event that `matches`, at most until `limit` and the end of the turn's time, and removes it; false
+    /// if none came. Events that do not match are kept for `nextEvent`.
     template <typename Predicate>
     [[nodiscard]] bool waitForEvent(Instant limit, Predicate matches) {
         std::size_t seen = 0;

@@ -17,27 +17,26 @@ namespace platform::x11 {
 
 namespace {
 
-// A new keyboard or layout comes as a burst of notices; one reading after the burst serves them all.
+// A new keyboard or layout causes a burst of events; one reading after the burst serves them all.
 constexpr std::chrono::milliseconds keyboardCalm{50};
-// A window manager announces itself before it has taken its own keys.
+// A window manager announces itself before it has grabbed its keys.
 constexpr std::chrono::milliseconds windowManagerCalm{500};
-// A server that did not answer in time is asked again after this.
+// The delay before a repeated request to a server that did not reply in time.
 constexpr std::chrono::seconds untilNextQuestion{1};
 constexpr std::chrono::milliseconds leeway{10};
 // The holder of a borrowed key may grab it anew without any event.
 constexpr std::chrono::seconds betweenBorrowedRenewals{2};
 constexpr std::chrono::seconds borrowedLeeway{10};
 
-/// Asks for all extensions at once, so that the first use of each need not wait.
+/// Queries all extensions at once, so that the first use of each need not wait.
 void prefetchExtensions(Connection& connection) {
     for (xcb_extension_t* extension : {&xcb_xkb_id, &xcb_randr_id, &xcb_res_id, &xcb_input_id}) {
         xcb_prefetch_extension_data(connection.raw(), extension);
     }
 }
 
-/// Whether clients have a reason to send an event of the kind: announcements, where a window manager says that a window
-/// is (ICCCM 4.1.5), and clicks that a panel hands on to its items. All else is believed of the server alone; a key
-/// press above all.
+/// Whether clients may send an event of this kind: a window manager's report of a window's position (ICCCM 4.1.5), and
+/// clicks that a panel forwards to its items. Any other event counts only from the server; a key press above all.
 bool mayBeSent(const xcb_generic_event_t& event) {
     const std::uint8_t kind = eventKind(event);
     return kind == XCB_CLIENT_MESSAGE || kind == XCB_CONFIGURE_NOTIFY || kind == XCB_BUTTON_PRESS;

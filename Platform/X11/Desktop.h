@@ -31,21 +31,21 @@
 
 namespace platform::x11 {
 
-/// An X11 desktop: one connection and all that is done through it, fed by the main loop.
+/// An X11 desktop: one connection and everything that uses it, driven by the main loop.
 class Desktop final : public linux::Desktop {
 public:
-    /// Connects to the environment's DISPLAY. The error is a sentence for the user. `tiling`: a window manager that is
-    /// asked in its own way while it is the one in charge; may be null.
+    /// Connects to the environment's DISPLAY. The error is a sentence for the user. `tiling`: a window manager with a
+    /// protocol of its own, which is used while it is the window manager; may be null.
     [[nodiscard]] static std::expected<std::unique_ptr<Desktop>, std::string>
     open(linux::MainLoop& mainLoop, std::unique_ptr<TilingManager> tiling = {});
 
     Desktop(linux::MainLoop& mainLoop, Connection opened, std::unique_ptr<TilingManager> tiling);
 
-    /// Names the session among those that the user may have: the environment's display and its screen, whether or not
-    /// they answer. Empty where DISPLAY names none.
+    /// The session's name among those that the user may have: the environment's display and its screen, even if they do
+    /// not answer. Empty if DISPLAY names none.
     [[nodiscard]] static std::string sessionName();
 
-    /// That of the window manager, if it is one that is asked in its own way.
+    /// The present window manager's own, if it is such a tiling one.
     [[nodiscard]] std::string_view name() const override;
 
     void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) override;
@@ -69,7 +69,7 @@ public:
 
     [[nodiscard]] WindowManagerHolders* shortcutHolders() override { return &holders; }
 
-    /// Where older panels take status items.
+    /// The tray of older panels.
     [[nodiscard]] linux::TrayPlace* trayPlace() override { return &tray; }
 
     [[nodiscard]] Workspace& workspace() override { return applications; }

@@ -6,18 +6,18 @@
 
 namespace platform::x11 {
 
-/// The kind of an event without the mark of one that another client sent.
+/// The kind of an event without the flag for events that another client sent.
 [[nodiscard]] inline std::uint8_t eventKind(const xcb_generic_event_t& event) {
     constexpr unsigned sentByClient = 0x80;
     return static_cast<std::uint8_t>(event.response_type & ~sentByClient);
 }
 
-/// Whether another client made the event up (SendEvent).
+/// Whether another client sent the event (SendEvent).
 [[nodiscard]] inline bool isSentByClient(const xcb_generic_event_t& event) {
     return event.response_type != eventKind(event);
 }
 
-/// The event as what its kind says it is; null if it is of another kind.
+/// The event as the type of its kind; null if it is of another kind.
 template <typename Event>
 [[nodiscard]] const Event* eventAs(const xcb_generic_event_t& event, std::uint8_t kind) {
     return eventKind(event) == kind ? reinterpret_cast<const Event*>(&event) : nullptr;

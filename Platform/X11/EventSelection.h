@@ -7,8 +7,8 @@
 
 namespace platform::x11 {
 
-/// Which events the server sends us of foreign windows. A client has a single mask for each window, so that all who
-/// want something of it have to agree; here they do.
+/// The events that the server sends us of foreign windows. A client has a single mask for each window, so all users of
+/// a window must share it; this class combines their masks.
 class EventSelection {
 public:
     explicit EventSelection(Connection& connection)
@@ -18,14 +18,14 @@ public:
     /// that is gone is no error.
     void select(xcb_window_t window, std::uint32_t mask);
 
-    /// Selects these events of a window next to those, independent of them; an empty mask ends that. For one user of
-    /// each window.
+    /// Selects these events of a window in addition, independent of the others; an empty mask ends that. For one user
+    /// of each window.
     void selectBeside(xcb_window_t window, std::uint32_t mask);
 
-    /// Selects these events as well, until this is called with an empty mask. For one user at a time.
+    /// Selects these events in addition, until a call with an empty mask. For one user at a time.
     void selectForNow(xcb_window_t window, std::uint32_t mask);
 
-    /// Drops what is known of a window that is destroyed.
+    /// Drops the masks of a window that is destroyed.
     void forget(xcb_window_t window);
 
 private:

@@ -24,7 +24,7 @@ bool Fence::wait() {
 }
 
 std::uint16_t Fence::send() {
-    // Another width each time, so that the late answer to an abandoned wait is not taken for this one's.
+    // A different width each time, so that the late reply to an abandoned wait is not taken for this one's.
     constexpr std::uint16_t widest = 1000;
     width = width < widest ? static_cast<std::uint16_t>(width + 1) : std::uint16_t{1};
     const std::uint32_t value = width;

@@ -7,12 +7,12 @@
 
 namespace platform::x11 {
 
-/// Tells when the window manager has handled everything that was sent before.
+/// Reports when the window manager has handled every earlier request.
 ///
-/// A configure of a top-level window is redirected by the server to the window manager (ICCCM 4.1.5), which handles its
-/// requests in order; when the change comes back as a ConfigureNotify, all earlier requests have been handled too. The
-/// window is our own and never mapped, so no window manager shows it. Without a window manager the server answers
-/// itself. A plain round trip to the server tells nothing of the kind.
+/// The server redirects a configure request for a top-level window to the window manager (ICCCM 4.1.5), which handles
+/// its requests in order; when the change comes back as a ConfigureNotify, all earlier requests have been handled too.
+/// The window is our own and never mapped, so no window manager shows it. Without a window manager the server answers
+/// itself. A plain round trip to the server cannot show this.
 class Fence {
 public:
     explicit Fence(Connection& connection);
@@ -20,14 +20,15 @@ public:
     Fence& operator=(const Fence&) = delete;
     ~Fence();
 
-    /// Waits until all that was sent before is handled; false if that did not happen within the turn's time.
+    /// Waits until every earlier request is handled; false if that did not happen within the turn's time.
     [[nodiscard]] bool wait();
 
-    /// Asks without waiting; `answer` of a later event gives the same number, in the order of asking. A window manager
-    /// that ends meanwhile answers never. One fence is either waited for or asked this way, not both.
+    /// Sends the request without waiting; `answer` of a later event returns the same number, in the order of the
+    /// requests. A window manager that ends meanwhile never answers. Use one fence either for waiting or this way, not
+    /// both.
     [[nodiscard]] std::uint16_t send();
 
-    /// Which question the event answers; nothing where it is no answer.
+    /// The number of the request that the event answers; empty if it is no answer.
     [[nodiscard]] std::optional<std::uint16_t> answer(const xcb_generic_event_t& event) const;
 
 private:

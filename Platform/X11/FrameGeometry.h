@@ -20,36 +20,36 @@ struct Extents {
     friend bool operator==(const Extents&, const Extents&) = default;
 };
 
-/// The extents with as much more on each side.
+/// The extents enlarged by that much on each side.
 [[nodiscard]] Extents widened(const Extents& extents, std::int32_t width);
 
-/// A client window with what surrounds it.
+/// A client window with its decoration and shadow.
 struct FrameGeometry {
     /// The client's own rectangle.
     corvid::CGRect client;
-    /// What the window manager drew around the client: `_NET_FRAME_EXTENTS` (EWMH, Application Window Properties).
+    /// The window manager's decoration around the client: `_NET_FRAME_EXTENTS` (EWMH, Application Window Properties).
     Extents decoration;
-    /// What the client drew around its window as a shadow: `_GTK_FRAME_EXTENTS`.
+    /// The shadow that the client draws around its window: `_GTK_FRAME_EXTENTS`.
     Extents shadow;
 
     friend bool operator==(const FrameGeometry&, const FrameGeometry&) = default;
 };
 
-/// The rectangle that a person takes for the window: decoration in, shadow out.
+/// The visible window: with decoration, without shadow.
 [[nodiscard]] corvid::CGRect visibleRectangle(const FrameGeometry& geometry);
 
 /// The rectangle with decoration and shadow.
 [[nodiscard]] corvid::CGRect outerRectangle(const FrameGeometry& geometry);
 
-/// The geometry of a client in the frame that its window manager says it has, where no property tells: the decoration
-/// is what lies between the client and the frame as it was last drawn. A window that is to be elsewhere when it is
-/// shown has its client there.
+/// The geometry of a client in the frame that its window manager reports, if no property has it: the decoration is the
+/// difference between the client and the last drawn frame. A window that will be elsewhere when it is shown has its
+/// client there.
 [[nodiscard]] FrameGeometry geometryInside(const corvid::CGRect& frame, const corvid::CGRect& drawn,
                                            const FrameGeometry& present);
 
 using linux::PlacementRequest;
 
-/// Whether a visible rectangle is what is asked for, to the pixel.
+/// Whether a visible rectangle equals the requested one, to the pixel.
 [[nodiscard]] bool isFulfilled(const PlacementRequest& request, const corvid::CGRect& visible);
 
 /// The data of a `_NET_MOVERESIZE_WINDOW` message (EWMH, Root Window Messages).
@@ -63,21 +63,21 @@ struct MoveResizeMessage {
     friend bool operator==(const MoveResizeMessage&, const MoveResizeMessage&) = default;
 };
 
-/// The message that makes a window's visible rectangle what is asked for, given its present extents. Gravity is always
-/// NorthWest, so that x and y name the outer corner whatever gravity the client has set. Values are rounded to whole
-/// pixels and kept inside what the protocol can carry; a size is at least one pixel.
+/// The message that gives a window's visible rectangle the requested value, for its present extents. Gravity is always
+/// NorthWest, so that x and y name the outer corner with any gravity that the client has set. Values are rounded to
+/// whole pixels and limited to the protocol's range; a size is at least one pixel.
 [[nodiscard]] MoveResizeMessage moveResizeMessage(const FrameGeometry& present, const PlacementRequest& request);
 
-/// The size that the client takes if the window manager keeps to its hints.
+/// The size that the client takes if the window manager respects its hints.
 [[nodiscard]] corvid::CGSize roundedSize(const FrameGeometry& geometry, const SizeHints& hints,
                                          const PlacementRequest& whole);
 
-/// The geometry of a window that is put where it is asked to be, with a client of that size.
+/// The geometry of a window at its requested position, with a client of that size.
 [[nodiscard]] FrameGeometry geometryAfter(const FrameGeometry& before, const PlacementRequest& whole,
                                           corvid::CGSize size);
 
-/// The geometry of a window that is taken out of a layout, its corner left where it is: with that decoration, and with
-/// a size that its hints allow. In a layout a window fills its part, whatever its hints say.
+/// The geometry of a window that is taken out of a layout without moving its corner: with that decoration, and with a
+/// size that its hints allow. In a layout a window fills its part, regardless of its hints.
 [[nodiscard]] FrameGeometry geometryOutsideLayout(const FrameGeometry& laidOut, const Extents& decoration,
                                                   const SizeHints& hints);
 

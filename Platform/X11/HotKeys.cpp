@@ -89,7 +89,7 @@ void HotKeys::handle(const xcb_generic_event_t& event) {
 }
 
 void HotKeys::press(const KeyCombination& pressed) {
-    // A key that is held repeats its press without a release between.
+    // A held key repeats its press without a release in between.
     if (heldKey == pressed.keyCode) {
         return;
     }

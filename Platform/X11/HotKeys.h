@@ -32,14 +32,14 @@ public:
     [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
                                                            std::uint32_t modifiers) const override;
 
-    /// An event that came from the server, of whatever kind.
+    /// An event of any kind from the server.
     void handle(const xcb_generic_event_t& event);
 
-    /// Reads the keyboard again and renews the grabs if keys or modifiers have moved. False where the server did not
-    /// answer in time; then all is as it was.
+    /// Reads the keyboard again and renews the grabs if keys or modifiers have moved. False if the server did not reply
+    /// in time; then nothing has changed.
     [[nodiscard]] bool followKeyboard();
 
-    /// Grabs all keys again: a grab that another program made since may hide ours, and only a new one comes before it.
+    /// Grabs all keys again: a later grab of another program may hide ours, and only a new one precedes it.
     void renew();
 
     /// The same for borrowed keys alone; whether there is one. Their holder may grab them anew at any time without any
@@ -56,10 +56,10 @@ private:
         Carbon carbon;
         EventHotKeyID name;
         KeyCombination key;
-        /// Nothing while the keyboard lacks the key or somebody else holds it.
+        /// Empty while the keyboard lacks the key or another client holds it.
         std::optional<KeyGrabs::Kind> grab;
-        /// The kind of grab by which it was borrowed, for as long as it is registered: one of the other kind would keep
-        /// the holder from having its key back.
+        /// The kind of grab by which it was borrowed, for as long as it is registered: a grab of the other kind would
+        /// prevent the holder from renewing its own.
         std::optional<KeyGrabs::Kind> borrowedThrough;
     };
 
@@ -68,7 +68,7 @@ private:
     [[nodiscard]] const KeyboardMap* keyboardMap();
     [[nodiscard]] std::optional<KeyCombination> combinationFor(const Carbon& carbon);
     void take(Registered& registered);
-    /// Grabs again, where the key is now.
+    /// Grabs again, at the key's present position.
     void renew(Registered& registered);
     void release(Registered& registered);
 
@@ -77,7 +77,7 @@ private:
     std::optional<KeyboardMap> keyboard;
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
-    /// The key whose press was acted on and that is still down.
+    /// The key that has been down since its handled press.
     std::optional<xcb_keycode_t> heldKey;
     bool borrows = false;
     linux::RefusedKeys<Carbon> refused;

@@ -6,7 +6,7 @@ namespace platform::x11 {
 
 namespace {
 
-/// The modifiers with each combination of locks, as the extension wants them.
+/// The modifiers with each combination of locks, in the extension's format.
 std::vector<std::uint32_t> extensionModifiers(const KeyCombination& key, std::uint16_t locks) {
     std::vector<std::uint32_t> modifiers;
     for (const std::uint16_t variant : lockVariants(locks)) {
@@ -20,7 +20,7 @@ std::vector<std::uint32_t> extensionModifiers(const KeyCombination& key, std::ui
 KeyGrabs::Outcome KeyGrabs::take(const KeyCombination& key, std::uint16_t locks, bool borrows) {
     const std::optional<ExtensionGrab> throughExtension = grabThroughExtension(key, locks);
     if (throughExtension && !borrows) {
-        // Only the answer is wanted. Given back before the core grab is asked for, so that no press goes this way.
+        // Only the reply matters. The grab is released before the core grab is requested, so that it receives no press.
         release(key, locks, Kind::extension);
     }
     const bool isCoreGranted = connection.succeeded(grabCore(key, locks)).value_or(true);
@@ -46,7 +46,7 @@ KeyGrabs::Outcome KeyGrabs::take(const KeyCombination& key, std::uint16_t locks,
 }
 
 bool KeyGrabs::renew(const KeyCombination& key, std::uint16_t locks, Kind kind) {
-    // Not released first, so that no press falls between.
+    // Not released before, so that no press is lost in between.
     const bool isGranted = kind == Kind::core ? connection.succeeded(grabCore(key, locks)).value_or(true)
                                               : !isRefused(grabThroughExtension(key, locks));
     if (!isGranted) {

@@ -10,7 +10,7 @@
 
 namespace platform::x11 {
 
-/// A key with the modifiers that must be held, locks aside.
+/// A key with the modifiers that must be held, without locks.
 struct KeyCombination {
     xcb_keycode_t keyCode = 0;
     std::uint16_t modifiers = 0;
@@ -21,16 +21,15 @@ struct KeyCombination {
 /// Passive grabs on the root window, one for each combination of locks: those of the core (X11 protocol, GrabKey) and
 /// those of the X Input extension (XI2, XIPassiveGrabDevice). Main thread only.
 ///
-/// Two grabs of one kind collide, which the server reports. Grabs of different kinds do not: the later one gets the
-/// press, and the earlier one is in force again when the later one ends, also by the end of its client. So a key that
-/// somebody holds can be borrowed by a grab of the other kind. An equal grab of the same client replaces the former one
-/// and is then the latest.
+/// Two grabs of one kind conflict, which the server reports. Grabs of different kinds do not: the later one gets the
+/// press, and the earlier one applies again when the later one ends, also by the end of its client. So a grab of the
+/// other kind can borrow a held key. An equal grab of the same client replaces the former one and is then the latest.
 class KeyGrabs {
 public:
     enum class Kind : std::uint8_t { core, extension };
 
     struct Outcome {
-        /// The grab that is in force; nothing where it was refused.
+        /// The active grab; empty if it was refused.
         std::optional<Kind> kind;
         /// Another client holds the combination by a grab of the other kind.
         bool isHeldByOthers = false;
@@ -41,22 +40,22 @@ public:
     explicit KeyGrabs(Connection& connection)
         : connection(connection) {}
 
-    /// Takes a combination that nobody holds. `borrows`: takes one that others hold by one kind of grab as well. Leaves
-    /// nothing behind where it is refused. A refused combination whose outcome is `isHeldByOthers` could be borrowed.
-    /// A server that does not answer within the turn's time has refused nothing.
+    /// Grabs a free combination. `borrows`: grabs one as well that others hold by one kind of grab. A refused grab
+    /// leaves nothing behind. A refused combination whose outcome is `isHeldByOthers` could be borrowed. A server that
+    /// does not reply within the turn's time has refused nothing.
     [[nodiscard]] Outcome take(const KeyCombination& key, std::uint16_t locks, bool borrows);
 
-    /// Makes a grab that is in force the latest one; false where somebody else has it by now.
+    /// Makes an active grab the latest one; false if another client has the combination by now.
     [[nodiscard]] bool renew(const KeyCombination& key, std::uint16_t locks, Kind kind);
 
-    /// Gives it back. Does not flush.
+    /// Releases it. Does not flush.
     void release(const KeyCombination& key, std::uint16_t locks, Kind kind);
 
 private:
     using ExtensionGrab = xcb_input_xi_passive_grab_device_cookie_t;
 
     [[nodiscard]] std::vector<xcb_void_cookie_t> grabCore(const KeyCombination& key, std::uint16_t locks);
-    /// Nothing where there is no extension.
+    /// Empty without the extension.
     [[nodiscard]] std::optional<ExtensionGrab> grabThroughExtension(const KeyCombination& key, std::uint16_t locks);
     [[nodiscard]] bool isRefused(const std::optional<ExtensionGrab>& grab);
 

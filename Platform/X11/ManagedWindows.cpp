@@ -10,11 +10,11 @@ namespace platform::x11 {
 
 namespace {
 
-// As many as are answered well within a turn's time.
+// A number that the server answers well within a turn's time.
 constexpr std::size_t mostChangesAtOnce = 256;
-// A window manager that hangs, or that ended with our question unanswered, holds a window back no longer than this.
+// A hanging window manager, or one that ended with our request pending, delays a window no longer than this.
 constexpr std::chrono::seconds longestUnfinished{1};
-// A server that did not answer in time is asked again after this.
+// The delay before a repeated request to a server that did not reply in time.
 constexpr std::chrono::seconds untilNextReading{1};
 constexpr std::chrono::milliseconds timerLeeway{50};
 
@@ -62,7 +62,7 @@ void ManagedWindows::follow(const std::vector<xcb_window_t>& clients) {
         const std::vector<xcb_window_t> there = clients.empty() ? readShownWindows(connection) : clients;
         unaskedFromStart.insert(there.begin(), there.end());
     }
-    // Under the same id there may be another window by now than the one that was already gone when it was asked.
+    // Another window may have the id by now if the first one was already gone at the request.
     if (list != clients || !unknown.empty()) {
         list = clients;
         unknown.clear();
@@ -100,7 +100,7 @@ ManagedWindows::Changes ManagedWindows::findChanges() {
             changes.arrived.push_back(window);
         }
     }
-    // What is there goes before what has left the list since.
+    // Present windows are handled before those that have left the list since.
     for (const xcb_window_t window : unaskedFromStart) {
         if (isUnlisted(window)) {
             changes.arrived.push_back(window);
@@ -129,7 +129,7 @@ void ManagedWindows::askAndTell(const Changes& changes) {
     std::vector<ApplicationCluesRequest> arrivalRequests;
     arrivalRequests.reserve(changes.arrived.size());
     for (const xcb_window_t window : changes.arrived) {
-        // Selected before it is asked, so that no change goes unnoticed in between.
+        // Selected before the request, so that no change in between goes unnoticed.
         selection.selectForNow(window, identityEvents);
         arrivalRequests.emplace_back(connection, window);
     }
@@ -150,7 +150,7 @@ void ManagedWindows::askAndTell(const Changes& changes) {
     }
     connection.flush();
 
-    // New windows come first: an application that closes one and opens another is not without windows in between.
+    // New windows come first: an application that closes one and opens another always has a window.
     std::vector<xcb_window_t> awaited;
     bool isComplete = true;
     for (const xcb_window_t window : changes.returned) {
@@ -326,7 +326,7 @@ void ManagedWindows::finish(std::size_t count) {
     }
     for (const xcb_window_t window : finished) {
         const auto found = windows.find(window);
-        // One that has left the list meanwhile is awaited again when it comes back.
+        // A window that has left the list meanwhile is awaited again when it comes back.
         if (found != windows.end() && found->second.isListed && !found->second.isReady) {
             found->second.isReady = true;
             follower->windowBecameReady(window, found->second);

@@ -16,37 +16,37 @@
 
 namespace platform::x11 {
 
-/// What somebody wants to know of a window beyond its being managed. Both cost wake-ups, so they are for the few
-/// windows that need them.
+/// Further events of a window that an observer needs. Both cost wake-ups, so they are for the few windows that need
+/// them.
 struct WindowInterest {
-    /// Changes of what identifies its application.
+    /// Changes of the properties that identify its application.
     bool identity = false;
-    /// Its destruction, at once and while it is managed. Also brings events whenever it is moved.
+    /// Its destruction, at once and while it is managed. This also sends an event at every move.
     bool destruction = false;
 };
 
-/// A window that the window manager has managed and that exists.
+/// An existing window that the window manager has managed.
 struct ManagedWindow {
     ProcessIdentifier process = 0;
-    /// Rises from one new window to the next; zero for those that were there from the start.
+    /// Increases from one new window to the next; zero for those that were there at the start.
     std::uint64_t arrival = 0;
-    /// Whether it is in `_NET_CLIENT_LIST` now. A window that its program hides, or whose window manager is just being
-    /// replaced, is not, and comes back as the same window.
+    /// Whether it is in `_NET_CLIENT_LIST` now. A hidden window leaves the list, and so does every window while its
+    /// window manager is replaced; it comes back as the same window.
     bool isListed = true;
-    /// Whether the window manager has finished taking it in, so that its kind and frame are final.
+    /// Whether the window manager has finished mapping it, so that its kind and frame are final.
     bool isReady = false;
     WindowInterest interest;
 };
 
-/// Follows `_NET_CLIENT_LIST`: which windows are new, when they can be dealt with, and which are gone.
+/// Follows `_NET_CLIENT_LIST`: which windows are new, when they are ready, and which are gone.
 ///
-/// A list that has changed costs one round trip, whatever has changed in it. A new window is asked for its application
-/// there and then; that the window manager has finished with it is learned from a fence, without waiting. A window that
-/// has left the list is gone only if it does not exist any more. What the list claims is not taken for granted: it may
-/// name windows that are gone, and their ids may be another program's by now.
+/// A changed list costs one round trip, for any number of changes. This round trip also reads the application of a new
+/// window; a fence shows without waiting when the window manager has finished with it. A window that has left the list
+/// is gone only if it no longer exists. The list is not trusted: it may name windows that are gone, and their ids may
+/// be another program's by now.
 class ManagedWindows {
 public:
-    /// Told synchronously; must not call `work` or `handle`.
+    /// Notified synchronously; must not call `work` or `handle`.
     class Follower {
     public:
         Follower() = default;
@@ -54,46 +54,45 @@ public:
         Follower& operator=(const Follower&) = delete;
         virtual ~Follower() = default;
 
-        /// A window that was not known is in the list. `wasThere`: it was at the very start.
+        /// A new window is in the list. `wasThere`: it was there at the very start.
         virtual WindowInterest windowAppeared(xcb_window_t window, const linux::ApplicationClues& clues,
                                               bool wasThere) = 0;
-        /// What identifies its application has changed, and there was an interest in that.
+        /// The properties that identify its application have changed, and an observer needs that.
         virtual void windowChangedIdentity(xcb_window_t window, const linux::ApplicationClues& clues) = 0;
         /// The window manager has finished with a new window. Once for each, in the order of appearance.
         virtual void windowBecameReady(xcb_window_t window, const ManagedWindow& facts) = 0;
-        /// A window is destroyed. `facts` are what was known of it.
+        /// A window is destroyed. `facts` are its last known ones.
         virtual void windowVanished(xcb_window_t window, const ManagedWindow& facts) = 0;
     };
 
     ManagedWindows(Connection& connection, EventSelection& selection, MainActor& mainActor);
 
-    /// Whom to tell. Before that nothing is followed.
+    /// Sets the follower. Before that no window is followed.
     void start(Follower& told) { follower = &told; }
 
-    /// The list as it has just been read. The first one is the start; where it is empty because no window manager is in
-    /// charge yet, or not any more, the windows that are shown count as having been there.
+    /// The list as just read. The first one is the start; if it is empty because there is no window manager yet, or any
+    /// more, the shown windows count as having been there.
     void follow(const std::vector<xcb_window_t>& clients);
 
-    /// Whether `work` has something to do.
+    /// Whether `work` has pending work.
     [[nodiscard]] bool hasWork() const { return isDue; }
 
-    /// Finds out about what has changed, in one round trip within the turn's time. Very many changes take several
-    /// calls.
+    /// Reads the changes, in one round trip within the turn's time. Very many changes take several calls.
     void work();
 
-    /// Looks whether the event is about one of these windows.
+    /// Handles the event if it is about one of these windows.
     void handle(const xcb_generic_event_t& event);
 
-    /// The window's facts; null where it is not known.
+    /// The window's facts; null for an unknown window.
     [[nodiscard]] const ManagedWindow* find(xcb_window_t window) const;
 
     /// The arrival of the newest window.
     [[nodiscard]] std::uint64_t lastArrival() const { return arrivals; }
 
-    /// Ends the interest in changes of what identifies its application.
+    /// Ends the notifications of changed identification.
     void endIdentityInterest(xcb_window_t window);
 
-    /// Forgets the windows of a process that has ended. One that lingers is not taken for a new one.
+    /// Forgets the windows of a process that has ended. A window that remains does not count as new.
     void forgetOwner(ProcessIdentifier process);
 
 private:
@@ -104,7 +103,7 @@ private:
         std::vector<xcb_window_t> renamed;
     };
 
-    /// New windows that wait for the answer to one question of the fence.
+    /// New windows that wait for one answer of the fence.
     struct Unfinished {
         std::uint16_t question = 0;
         std::vector<xcb_window_t> windows;
@@ -131,12 +130,12 @@ private:
     std::optional<std::vector<xcb_window_t>> list;
     std::map<xcb_window_t, ManagedWindow> windows;
     std::uint64_t arrivals = 0;
-    /// Those that were there from the start and were not asked yet.
+    /// Those that were there at the start and have not been read yet.
     std::set<xcb_window_t> unaskedFromStart;
     /// Windows in the list whose process has ended, and that process.
     std::map<xcb_window_t, ProcessIdentifier> orphans;
-    /// Windows in the list that were nobody's when they were asked. Not asked again before the list is read again: it
-    /// may name as many as it likes.
+    /// Windows in the list that did not exist at their request. There is no further request before the list is read
+    /// again, because it may name any number of them.
     std::set<xcb_window_t> unknown;
     std::set<xcb_window_t> renamed;
     std::deque<Unfinished> unfinished;

@@ -6,11 +6,11 @@
 
 namespace platform::x11 {
 
-/// Looks for shortcuts in openbox's configuration: the file that openbox names on the root window (`_OB_CONFIG_FILE`),
-/// or the first "openbox/rc.xml" in the folders of configurations. Main thread only.
+/// Searches for shortcuts in openbox's configuration: the file that openbox names on the root window
+/// (`_OB_CONFIG_FILE`), or the first "openbox/rc.xml" in the folders of configurations. Main thread only.
 class OpenboxHolders final : public ShortcutHolders {
 public:
-    /// Both have to outlive this.
+    /// Both must outlive this.
     OpenboxHolders(linux::MainLoop& mainLoop, Connection& connection)
         : mainLoop(mainLoop)
         , connection(connection) {}

@@ -7,7 +7,7 @@ namespace platform::x11 {
 
 namespace {
 
-/// How much is kept free at each edge of the root window.
+/// The reserved space at each edge of the root window.
 struct Margins {
     double left = 0;
     double right = 0;
@@ -36,7 +36,7 @@ Margins marginsOfStruts(const WorkSpace& space) {
     return margins;
 }
 
-/// What the work area keeps free beyond the struts; zero at an edge that they explain.
+/// The work area's margins beyond the struts; zero at an edge that struts explain.
 Margins unexplainedMargins(const WorkSpace& space) {
     const Margins area = marginsOfWorkArea(space);
     const Margins struts = marginsOfStruts(space);

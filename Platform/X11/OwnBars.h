@@ -6,10 +6,10 @@
 #include <vector>
 
 /// The bars that some window managers draw themselves (IceWM's taskbar, Fluxbox's toolbar): windows without a property,
-/// told of only by the work area, which is one box for all monitors and does not say where the bar is.
+/// which only show in the work area. That is one box for all monitors and does not give the bar's position.
 namespace platform::x11 {
 
-/// Whether the work area keeps more free at an edge of the root window than any strut asks for there.
+/// Whether the work area reserves more at an edge of the root window than any strut requests there.
 [[nodiscard]] bool hasUnexplainedMargin(const WorkSpace& space);
 
 /// Struts for the windows among `windows` (root coordinates) that explain such a margin: those that fill it exactly,
@@ -18,7 +18,7 @@ namespace platform::x11 {
 [[nodiscard]] std::vector<Strut> strutsOfBars(const WorkSpace& space, const std::vector<corvid::CGRect>& windows);
 
 /// The outer rectangles of the visible windows that no window manager manages (override-redirect), in root coordinates.
-/// Two round trips; empty where the server did not answer within the turn's time.
+/// Two round trips; empty if the server did not reply within the turn's time.
 [[nodiscard]] std::vector<corvid::CGRect> readUnmanagedWindows(Connection& connection);
 
 } // namespace platform::x11

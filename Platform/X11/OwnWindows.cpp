@@ -45,7 +45,7 @@ void OwnWindows::place(Number window, const std::string& /*title*/, corvid::CGPo
 
 void OwnWindows::takeKeyboard(Number window) {
     stopWaiting();
-    // Selected before it is asked, so that its showing does not go unnoticed in between.
+    // Selected before the request, so that a map event in between does not go unnoticed.
     awaited = static_cast<xcb_window_t>(window);
     selectEvents(awaited);
     endOfPatience = mainActor.schedule(mainActor.now() + patience, patience / 10, [this] { stopWaiting(); });
@@ -56,8 +56,8 @@ void OwnWindows::takeKeyboard(Number window) {
 void OwnWindows::takeOnceViewable() {
     const std::optional<bool> answer = isViewable(awaited);
     if (!answer) {
-        // The turn may have been long, as when a toolkit has just been loaded in it, and leave no time to ask. No event
-        // may come any more, so it is asked again in the next one.
+        // The turn may have been long, for example because it has just loaded a toolkit, and leave no time for a
+        // request. No event may follow, so the next turn repeats the request.
         nextLook = mainActor.schedule(mainActor.now(), std::chrono::milliseconds(1), [this] { takeOnceViewable(); });
     } else if (*answer) {
         take(awaited);
@@ -95,7 +95,7 @@ void OwnWindows::handle(const xcb_generic_event_t& event) {
             takeOnceViewable();
         }
     } else if (const auto* unmapped = eventAs<xcb_unmap_notify_event_t>(event, XCB_UNMAP_NOTIFY)) {
-        // It may have been shown again since, and be where the keyboard belongs.
+        // It may have been shown again since, and then it keeps the keyboard focus.
         if (loanOf(unmapped->window) != loans.end() && !isViewable(unmapped->window).value_or(false)) {
             giveBack(unmapped->window);
         }
@@ -113,7 +113,7 @@ std::optional<bool> OwnWindows::isViewable(xcb_window_t window) {
     if (attributes) {
         return attributes->map_state == XCB_MAP_STATE_VIEWABLE;
     }
-    // A window that is gone is not answered for either.
+    // The request for a window that is gone has no reply either.
     return connection.isOutOfTime() ? std::nullopt : std::optional(false);
 }
 
@@ -122,7 +122,8 @@ void OwnWindows::take(xcb_window_t window) {
     const xcb_timestamp_t time = clock.now();
     const auto focus = connection.reply<xcb_get_input_focus_reply_t>(question);
     const auto known = loanOf(window);
-    // What the server gave it to when the window was hidden has no right to it: the owner is still to get it back.
+    // A window to which the server passed the focus when ours was hidden has no right to it: the former owner still
+    // gets it back.
     const auto hasNoOwner = [&] {
         return focus->focus == XCB_INPUT_FOCUS_NONE || focus->focus == XCB_INPUT_FOCUS_POINTER_ROOT ||
                focus->focus == connection.root();
@@ -153,7 +154,7 @@ void OwnWindows::giveBack(xcb_window_t window) {
             other.owner = ended.owner;
             other.ownersRevertTo = ended.ownersRevertTo;
         }
-        // The window that has it again has it by a newer right.
+        // The window that has the focus again has it by a newer request.
         if (other.window == ended.owner) {
             other.time = ended.time;
         }
@@ -173,7 +174,7 @@ void OwnWindows::selectEvents(xcb_window_t window) {
     if (loanOf(window) != loans.end()) {
         mask |= XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     }
-    // A window in a frame is mapped before it can be seen.
+    // A window inside a frame is mapped before it is visible.
     if (window == awaited) {
         mask |= XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_VISIBILITY_CHANGE;
     }
@@ -181,7 +182,7 @@ void OwnWindows::selectEvents(xcb_window_t window) {
 }
 
 void OwnWindows::setFocus(xcb_window_t window, std::uint8_t revertTo, xcb_timestamp_t time) {
-    // A window that has just been hidden cannot have it: that is no error of ours.
+    // A window that has just been hidden cannot have it: that error is not ours.
     const xcb_void_cookie_t request = xcb_set_input_focus_checked(connection.raw(), revertTo, window, time);
     xcb_discard_reply(connection.raw(), request.sequence);
     connection.flush();

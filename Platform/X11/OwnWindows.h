@@ -12,14 +12,14 @@
 
 namespace platform::x11 {
 
-/// The windows that a toolkit of the program has made through a connection of its own, by their XIDs. The window has to
-/// exist: the toolkit must have sent what makes it.
+/// The windows that a toolkit of the program has made over a connection of its own, by their XIDs. The window must
+/// exist: the toolkit must have sent the request that creates it.
 ///
-/// The keyboard is taken with the server's time of that moment, and given back with the same: whatever anybody has done
-/// to the focus since then is newer, and holds (X11 protocol, SetInputFocus).
+/// The keyboard focus is taken with the server's present time, and given back with the same time: any later change of
+/// the focus by another client is newer, and wins (X11 protocol, SetInputFocus).
 class OwnWindows final : public platform::OwnWindows {
 public:
-    /// How long a window that is to have the keyboard may take to be shown.
+    /// The timeout for the mapping of a window that is to get the keyboard focus.
     static constexpr std::chrono::seconds patience{1};
 
     OwnWindows(Connection& connection, EventSelection& selection, Turn& turn, MainActor& mainActor);
@@ -32,11 +32,11 @@ public:
     [[nodiscard]] bool hasKeyboard(Number window) override;
     [[nodiscard]] bool areBlended() override;
 
-    /// Looks whether the event is about one of these windows.
+    /// Handles the event if it is about one of these windows.
     void handle(const xcb_generic_event_t& event);
 
 private:
-    /// A window that has the keyboard, or had it and may still be shown, and whom it took it from.
+    /// A window that has the keyboard focus, or had it and may still be shown, and the focus before it.
     struct Loan {
         xcb_window_t window = XCB_WINDOW_NONE;
         xcb_window_t owner = XCB_WINDOW_NONE;
@@ -44,7 +44,7 @@ private:
         xcb_timestamp_t time = XCB_CURRENT_TIME;
     };
 
-    /// Nothing where the server has not answered in time.
+    /// Empty if the server has not replied in time.
     [[nodiscard]] std::optional<bool> isViewable(xcb_window_t window);
     void takeOnceViewable();
     void take(xcb_window_t window);
@@ -60,7 +60,7 @@ private:
     MainActor& mainActor;
     ServerClock clock;
     xcb_atom_t compositorSelection = XCB_ATOM_NONE;
-    /// The window that gets the keyboard once it is shown.
+    /// The window that gets the keyboard focus once it is shown.
     xcb_window_t awaited = XCB_WINDOW_NONE;
     std::unique_ptr<ScheduledWork> endOfPatience;
     std::unique_ptr<ScheduledWork> nextLook;

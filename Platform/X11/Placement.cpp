@@ -13,7 +13,7 @@ namespace platform::x11 {
 
 namespace {
 
-// How long a client that draws its own shadow is given to draw another one; 8 to 75 ms have been measured.
+// The time for a client that draws its own shadow to change it; 8 to 75 ms have been measured.
 constexpr std::chrono::milliseconds shadowPatience{100};
 
 constexpr std::uint32_t stateRemove = 0;
@@ -24,7 +24,7 @@ PlacementRequest wholeRequest(const PlacementRequest& request, const corvid::CGR
     return {request.position.value_or(visible.origin), request.size.value_or(visible.size)};
 }
 
-/// The size that the client would take if it had no hints.
+/// The size that the client would take without hints.
 corvid::CGSize plainSize(const FrameGeometry& geometry, const PlacementRequest& whole) {
     const MoveResizeMessage message = moveResizeMessage(geometry, whole);
     return {static_cast<double>(message.width), static_cast<double>(message.height)};
@@ -77,7 +77,7 @@ void Placement::setWindowManager(WindowManager manager) {
 }
 
 bool Placement::foresee() {
-    // A tiling window manager is asked for sizes that the window takes, so it has nothing to round.
+    // A tiling window manager only gets sizes that the window takes, so it has nothing to round.
     const bool isRoundingKnown = roundsByHints || turn.tilingManager() != nullptr;
     if (!isRoundingKnown || !waiting->request.size) {
         return false;
@@ -96,7 +96,8 @@ bool Placement::foresee() {
     WindowFacts after = *facts;
     after.geometry = geometryAfter(facts->geometry, whole, size);
     turn.takeWindow(waiting->window, after);
-    // Asked for as it will be: with more than the window takes, it may be thought to stick out of the screen.
+    // The request has the final size: with a larger one, the window manager may find that the window exceeds the
+    // screen.
     waiting->request.size = visibleRectangle(after.geometry).size;
     return true;
 }
@@ -141,17 +142,17 @@ std::optional<Placement::Sent> Placement::sendJob(const std::optional<Foreseen>&
               .sizeHints = facts->sizeHints,
               .wasMaximized = facts->isMaximized()};
     const corvid::CGRect visible = visibleRectangle(facts->geometry);
-    // On a layout the same frame is another thing: a place of the window's own.
+    // For a tiled window the same frame still means a change: it gets a position of its own.
     if (!facts->isTiled && isFulfilled(job.request, visible)) {
         return std::nullopt;
     }
-    // What is not asked for has to stay as it is, so it is asked for: a released window takes its former size, and
-    // Fluxbox adds the height of the title to a window that is only moved.
+    // The unchanged parts are requested, too: a released window takes its former size, and Fluxbox adds the height of
+    // the title to a window that is only moved.
     sent.job.request = wholeRequest(job.request, visible);
     if (sent.wasMaximized) {
         changeMaximized(job.window, stateRemove);
-        // The decoration may be another one now. Where the answer does not come in time, the message still follows
-        // the release, reckoned with the decoration that was: better a few pixels off than left in between.
+        // The decoration may have changed. If the reply does not come in time, the message still follows the release,
+        // computed with the former decoration: a few pixels off is better than a half-finished release.
         if (const WindowFacts* released = fence.wait() ? readAgain(job.window) : nullptr) {
             sent.reckoned = released->geometry;
         }
@@ -161,8 +162,8 @@ std::optional<Placement::Sent> Placement::sendJob(const std::optional<Foreseen>&
 }
 
 bool Placement::untile(const Sent& sent) {
-    // KWin ignores requests for a window that it has tiled to an edge and tells nobody of the tiling. Maximizing ends
-    // it; so does nothing else.
+    // KWin ignores requests for a window that it has tiled to an edge, and no property shows the tiling. Only
+    // maximizing ends it.
     if (windowManager.name != "KWin" || sent.wasMaximized) {
         return false;
     }
@@ -183,7 +184,7 @@ bool Placement::untile(const Sent& sent) {
     }
     changeMaximized(sent.job.window, stateAdd);
     changeMaximized(sent.job.window, stateRemove);
-    // As for a maximized window: an answer that comes too late is no reason to leave it in its former place.
+    // As for a maximized window: a late reply is no reason to leave the window at its former position.
     const WindowFacts* released = fence.wait() ? readAgain(sent.job.window) : nullptr;
     ask(sent, released != nullptr ? released->geometry : sent.before);
     static_cast<void>(fence.wait());
@@ -209,7 +210,7 @@ void Placement::awaitShadow(const Sent& sent, bool wasTiled) {
     }
     const Instant limit = connection.deadline().now() + shadowPatience;
     const ScopedPropertyWatch watch(connection, selection, window);
-    // Read after the watch began, so that no change falls between.
+    // Read after the watch began, so that no change in between goes unnoticed.
     facts = readAgain(window);
     while (facts != nullptr) {
         if (!isFulfilled(sent.job.request, visibleRectangle(facts->geometry))) {
@@ -219,7 +220,7 @@ void Placement::awaitShadow(const Sent& sent, bool wasTiled) {
             }
             facts = readAgain(window);
         }
-        // A window that was tiled goes through the state of a maximized one: its shadow goes and comes back.
+        // A window that was tiled passes through the maximized state: its shadow goes and comes back.
         if (facts == nullptr || (!wasTiled && facts->geometry.shadow != sent.before.shadow) ||
             !watch.waitForChange(Atom::gtkFrameExtents, limit)) {
             return;
@@ -236,7 +237,7 @@ const WindowFacts* Placement::readAgain(xcb_window_t window) {
 void Placement::ask(const Sent& sent, const FrameGeometry& present) {
     const auto& [window, whole] = sent.job;
     if (TilingManager* tiling = turn.tilingManager()) {
-        // In steps that the window takes, so that nobody rounds up and over the edge of the screen.
+        // In steps that the window takes, so that no window manager rounds up and beyond the edge of the screen.
         const FrameGeometry wanted = geometryAfter(present, whole, roundedSize(present, sent.sizeHints, whole));
         tiling->place(connection, window, outerRectangle(wanted));
         turn.forgetWindows();

@@ -12,10 +12,10 @@
 
 namespace platform::x11 {
 
-/// Moves and resizes one window at a time through the window manager, and sees to it that it really happens.
+/// Moves and resizes one window at a time through the window manager, and ensures that the request takes effect.
 ///
-/// Requests of one window gather until they are sent, so that a size, a position and a size again travel as the one
-/// message that they amount to. Rectangles are in root coordinates.
+/// Requests for one window are collected until they are sent, so that a size, a position and a size again are sent as
+/// one message. Rectangles are in root coordinates.
 class Placement {
 public:
     Placement(Connection& connection, EventSelection& selection, Turn& turn, Fence& fence)
@@ -24,21 +24,22 @@ public:
         , turn(turn)
         , fence(fence) {}
 
-    /// Adds to what is asked of a window. Requests of another window that still wait are sent first.
+    /// Adds to the requests for a window. Pending requests for another window are sent first.
     void request(xcb_window_t window, const PlacementRequest& part);
 
-    /// Sends what waits, if anything; does not wait for the outcome. A maximized window is released first, which does
-    /// take waiting, and so does an outcome that was foreseen.
+    /// Sends the pending requests, if any; does not wait for the result. A maximized window is released first, which
+    /// does wait, and so does a predicted result.
     void send();
 
-    /// Sends what waits for this window and waits until the window has come to rest. Does nothing where nothing waits.
+    /// Sends the pending requests for this window and waits until the window has come to rest. Does nothing without
+    /// pending requests.
     ///
-    /// A window that grows in steps rounds its size, and then has to be moved once more. Where the window manager is
-    /// known to round as the window's hints say, the outcome is foreseen: the window's facts are from now on what they
-    /// will be, nothing is sent yet, and what is asked for next travels in the same message.
+    /// A window that grows in steps rounds its size, and then must be moved once more. If the window manager is known
+    /// to round by the window's hints, the result is predicted: the window's facts are the predicted ones from now on,
+    /// nothing is sent yet, and the next request is part of the same message.
     void settle(xcb_window_t window);
 
-    /// Which window manager to deal with, asked anew when it changes.
+    /// The window manager in use, read again when it changes.
     void setWindowManager(WindowManager manager);
 
 private:
@@ -47,20 +48,20 @@ private:
         PlacementRequest request;
     };
 
-    /// What is known of the window after the message was sent.
+    /// The known state of the window after the message was sent.
     struct Sent {
         Job job;
         FrameGeometry before;
-        /// The geometry whose extents the message was reckoned with.
+        /// The geometry whose extents were used for the message.
         FrameGeometry reckoned;
         SizeHints sizeHints;
         bool wasMaximized = false;
     };
 
     struct Foreseen {
-        /// The window as it still is.
+        /// The window's state before the prediction.
         WindowFacts before;
-        /// Something else was asked for since: the outcome is another one.
+        /// There was another request since, so the result differs.
         bool isOutdated = false;
     };
 
@@ -73,7 +74,7 @@ private:
     void correctForChangedExtents(const Sent& sent);
     void awaitShadow(const Sent& sent, bool wasTiled);
     [[nodiscard]] const WindowFacts* readAgain(xcb_window_t window);
-    /// Asks for what the job wants of a window that has this geometry now.
+    /// Requests the job's frame of a window that has this geometry now.
     void ask(const Sent& sent, const FrameGeometry& present);
     void sendMoveResize(xcb_window_t window, const MoveResizeMessage& message);
     void changeMaximized(xcb_window_t window, std::uint32_t action);
@@ -85,9 +86,9 @@ private:
     Fence& fence;
     WindowManager windowManager;
     std::optional<Job> waiting;
-    /// What is expected of the job that waits.
+    /// The predicted result of the pending job.
     std::optional<Foreseen> expectation;
-    /// Whether the present window manager has been seen to round a size as the window's hints say.
+    /// Whether the present window manager was observed to round a size by the window's hints.
     bool roundsByHints = false;
 };
 

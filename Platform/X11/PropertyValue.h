@@ -10,15 +10,15 @@
 
 namespace platform::x11 {
 
-/// Asks for a property of at most `maximumLength` 32-bit units, whatever its type. Send first, read later.
+/// Requests at most `maximumLength` 32-bit units of a property of any type. Send first, read later.
 [[nodiscard]] xcb_get_property_cookie_t requestProperty(Connection& connection, xcb_window_t window,
                                                         xcb_atom_t property, std::uint32_t maximumLength);
 
-/// The values of a property in 32-bit format: cardinals, atoms and windows. Empty where the property is absent, of
-/// another format, or did not come in time: other programs write these, so nothing about them is taken for granted.
+/// The values of a property in 32-bit format: cardinals, atoms and windows. Empty if the property is absent, of another
+/// format, or did not come in time. Other programs write these properties, so they are not trusted.
 [[nodiscard]] std::vector<std::uint32_t> readWords(Connection& connection, xcb_get_property_cookie_t cookie);
 
-/// The same, where an absent property and an empty one differ.
+/// The same, but distinguishes an absent property from an empty one.
 [[nodiscard]] std::optional<std::vector<std::uint32_t>> readOptionalWords(Connection& connection,
                                                                           xcb_get_property_cookie_t cookie);
 

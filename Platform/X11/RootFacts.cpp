@@ -9,7 +9,7 @@ namespace platform::x11 {
 
 namespace {
 
-// More windows than any desktop has; a list that claims more is cut off rather than believed.
+// More windows than any desktop has; a longer list is cut off.
 constexpr std::uint32_t mostClients = 4096;
 constexpr std::uint32_t mostWorkAreaValues = 4 * 1024;
 

@@ -11,7 +11,7 @@
 
 namespace platform::x11 {
 
-/// What the root window says about the desktop at one moment.
+/// The root window's properties at one moment.
 struct RootFacts {
     /// `_NET_ACTIVE_WINDOW` (EWMH, Root Window Properties); `XCB_WINDOW_NONE` while no window is active.
     xcb_window_t activeWindow = XCB_WINDOW_NONE;
@@ -21,19 +21,19 @@ struct RootFacts {
     std::uint32_t currentDesktop = 0;
     /// `_NET_WORKAREA`: four values (x, y, width, height) for each desktop.
     std::vector<std::uint32_t> workAreas;
-    /// The size of the root window, in whose terms struts are given.
+    /// The size of the root window, to which struts refer.
     corvid::CGSize size;
     /// The monitors (RandR 1.5), the primary one first, in root coordinates. Without RandR: the root window. Never
     /// empty.
     std::vector<corvid::CGRect> monitors;
 };
 
-/// The root's facts in a single round trip: construct to ask, `read` to collect.
+/// The root's facts in a single round trip: construct to request, `read` to collect.
 class RootFactsRequest {
 public:
     explicit RootFactsRequest(Connection& connection);
 
-    /// Nothing where the server did not answer within the turn's time. To be called once.
+    /// Empty if the server did not reply within the turn's time. Call it once.
     [[nodiscard]] std::optional<RootFacts> read(Connection& connection);
 
 private:

@@ -7,7 +7,7 @@ namespace platform::x11 {
 
 namespace {
 
-// Windows read at a time while looking for one of a certain kind.
+// The number of windows per reading in the search for one of a certain kind.
 constexpr std::size_t windowsAtOnce = 16;
 
 } // namespace

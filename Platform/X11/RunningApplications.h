@@ -10,9 +10,9 @@
 
 namespace platform::x11 {
 
-/// The processes that own managed windows, or have owned one and still run. To listen to a window costs wake-ups: for
-/// what identifies its application as long as the launch waits for that, for its destruction where the end of the
-/// process cannot be had otherwise.
+/// The processes that own managed windows, or have owned one and still run. Each subscription to a window costs
+/// wake-ups. There is one for the identification of its application while the launch waits for that, and one for its
+/// destruction if the end of the process cannot be watched otherwise.
 class RunningApplications final : public linux::RunningProcesses, private ManagedWindows::Follower {
 public:
     /// Called when a window that is new is ready.
@@ -21,7 +21,7 @@ public:
     RunningApplications(Connection& connection, Turn& turn, linux::MainLoop& mainLoop, ManagedWindows& windows,
                         linux::Deliveries& deliveries, WindowReady windowReady);
 
-    /// Begins to follow. Both have to outlive this.
+    /// Begins to follow. Both must outlive this.
     void start(linux::ApplicationIdentification& identifier, ApplicationCatalogue& names);
 
 private:
@@ -42,7 +42,7 @@ private:
     Turn& turn;
     ManagedWindows& windows;
     WindowReady windowReady;
-    /// Those that exist of each process, oldest first.
+    /// The existing ones of each process, oldest first.
     std::map<ProcessIdentifier, std::vector<xcb_window_t>> owned;
 };
 

@@ -4,8 +4,7 @@
 
 namespace platform::x11 {
 
-/// Asks the server to tell of a foreign window's property changes for as long as it lives, next to what is selected
-/// there lastingly.
+/// Subscribes to a foreign window's property changes while it lives, in addition to the permanent subscriptions.
 class ScopedPropertyWatch {
 public:
     ScopedPropertyWatch(Connection& connection, EventSelection& selection, xcb_window_t window);

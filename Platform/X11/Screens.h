@@ -5,7 +5,7 @@
 
 namespace platform::x11 {
 
-/// The monitors of an X screen, asked for afresh in every turn of the event loop.
+/// The monitors of an X screen, read again in every turn of the event loop.
 class Screens final : public platform::Screens {
 public:
     explicit Screens(Turn& turn)

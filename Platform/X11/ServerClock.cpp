@@ -17,7 +17,7 @@ xcb_timestamp_t ServerClock::now() {
         xcb_create_window(connection.raw(), XCB_COPY_FROM_PARENT, window, connection.root(), -1, -1, 1, 1, 0,
                           XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
     }
-    // The answer bears the number of the request: one that comes too late is not taken for the next one's.
+    // The reply has the number of the request, so that a late one is not taken for the next one's.
     const auto number = static_cast<std::uint16_t>(xcb_change_property(connection.raw(), XCB_PROP_MODE_APPEND, window,
                                                                        XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0, nullptr)
                                                        .sequence);

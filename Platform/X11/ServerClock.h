@@ -4,7 +4,7 @@
 
 namespace platform::x11 {
 
-/// The time of the X server, by which it orders what several clients ask of the focus and of selections.
+/// The X server's time, by which the server orders several clients' requests for the focus and for selections.
 class ServerClock {
 public:
     explicit ServerClock(Connection& connection)
@@ -14,13 +14,13 @@ public:
     ServerClock& operator=(const ServerClock&) = delete;
     ~ServerClock();
 
-    /// The time now, for one round trip: a property changes, and the server says when (ICCCM 2.1). `XCB_CURRENT_TIME`
-    /// where the server did not answer within the turn's time.
+    /// The present time, for one round trip: a property changes, and the server's event has the time (ICCCM 2.1).
+    /// `XCB_CURRENT_TIME` if the server did not reply within the turn's time.
     [[nodiscard]] xcb_timestamp_t now();
 
 private:
     Connection& connection;
-    /// Never mapped; made when it is first needed.
+    /// Never mapped; created at its first use.
     xcb_window_t window = XCB_WINDOW_NONE;
 };
 

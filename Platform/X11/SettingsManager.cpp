@@ -14,7 +14,7 @@ namespace platform::x11 {
 
 namespace {
 
-/// Some ten times what desktops have, in 32-bit units.
+/// Ten times the size on usual desktops, in 32-bit units.
 constexpr std::uint32_t mostWords = 16384;
 
 template <typename Value>
@@ -38,7 +38,7 @@ linux::AppearanceWishes wishesOf(const XSettings& settings) {
 
 void SettingsManager::follow(std::function<void()> newChanged) {
     internNames();
-    // A manager that comes says so to whoever follows the root window (ICCCM 2.8).
+    // A new manager announces itself with an event on the root window (ICCCM 2.8).
     selection.selectBeside(connection.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     find();
     changed = std::move(newChanged);

@@ -7,8 +7,8 @@
 
 namespace platform::x11 {
 
-/// What an X11 desktop's settings manager says of the user's wishes (XSETTINGS): whether its theme is a dark one, and
-/// whether things are to be animated. Managers come, go and replace each other; each is followed.
+/// The user's settings from an X11 desktop's settings manager (XSETTINGS): whether its theme is a dark one, and whether
+/// animations are enabled. Follows managers as they start, end and replace each other.
 class SettingsManager final : public linux::AppearanceSource {
 public:
     SettingsManager(Connection& connection, EventSelection& selection)
@@ -19,12 +19,12 @@ public:
 
     void follow(std::function<void()> changed) override;
 
-    /// Looks whether the event is about the manager.
+    /// Handles the event if it is about the manager.
     void handle(const xcb_generic_event_t& event);
 
 private:
     void internNames();
-    /// Finds who manages now, and what it says.
+    /// Finds the present manager, and reads its settings.
     void find();
     void read();
 

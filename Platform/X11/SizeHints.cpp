@@ -52,9 +52,9 @@ SizeHints sizeHintsFromValues(const std::vector<std::uint32_t>& values) {
     const bool minimumIsGiven = take(hasMinimum, 5, hints.minimumWidth, hints.minimumHeight);
     take(hasMaximum, 7, hints.maximumWidth, hints.maximumHeight);
     take(hasIncrement, 9, hints.widthIncrement, hints.heightIncrement);
-    // A client may have nothing but steps in one dimension, and something beside them in the other.
+    // A client may have only steps in one dimension, and a minimum as well in the other.
     const bool baseIsGiven = isGiven(hasBase, 15) && isSensibleBase(values[15], values[16]);
-    // Each of base and minimum stands in for the other where only one is given (ICCCM 4.1.2.3).
+    // Each of base and minimum replaces the other if only one is set (ICCCM 4.1.2.3).
     if (baseIsGiven) {
         hints.baseWidth = values[15];
         hints.baseHeight = values[16];

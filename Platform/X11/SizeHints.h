@@ -7,7 +7,7 @@
 
 namespace platform::x11 {
 
-/// The sizes that a client is willing to take (ICCCM 4.1.2.3, `WM_NORMAL_HINTS`), in pixels of the client window.
+/// The sizes that a client accepts (ICCCM 4.1.2.3, `WM_NORMAL_HINTS`), in pixels of the client window.
 struct SizeHints {
     std::uint32_t minimumWidth = 1;
     std::uint32_t minimumHeight = 1;
@@ -24,10 +24,10 @@ struct SizeHints {
     friend bool operator==(const SizeHints&, const SizeHints&) = default;
 };
 
-/// The hints from the property's values; what is missing or makes no sense is as if it had not been set.
+/// The hints from the property's values; a missing or implausible value counts as unset.
 [[nodiscard]] SizeHints sizeHintsFromValues(const std::vector<std::uint32_t>& values);
 
-/// Asks for a window's hints; the values of the answer are for `sizeHintsFromValues`.
+/// Requests a window's hints; the values of the reply are for `sizeHintsFromValues`.
 [[nodiscard]] xcb_get_property_cookie_t requestSizeHints(Connection& connection, xcb_window_t window);
 
 struct ClientSize {
@@ -37,7 +37,7 @@ struct ClientSize {
     friend bool operator==(const ClientSize&, const ClientSize&) = default;
 };
 
-/// The size that a window manager which keeps to the hints gives a client that asked for `wanted`.
+/// The size that a window manager which respects the hints gives a client that requested `wanted`.
 [[nodiscard]] ClientSize constrainedSize(const SizeHints& hints, ClientSize wanted);
 
 } // namespace platform::x11

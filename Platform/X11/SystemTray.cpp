@@ -16,12 +16,12 @@ namespace platform::x11 {
 
 namespace {
 
-/// The smallest that panels make the item, in pixels.
+/// The smallest item size of panels, in pixels.
 constexpr std::uint16_t leastSize = 22;
 
 constexpr std::uint8_t transparentDepth = 32;
 
-/// The depth of a visual of the screen; nought if there is no such visual.
+/// The depth of a visual of the screen; zero without such a visual.
 std::uint8_t depthOf(const xcb_screen_t& screen, xcb_visualid_t visual) {
     for (auto depths = xcb_screen_allowed_depths_iterator(&screen); depths.rem > 0; xcb_depth_next(&depths)) {
         const std::span<const xcb_visualtype_t> visuals(
@@ -33,7 +33,8 @@ std::uint8_t depthOf(const xcb_screen_t& screen, xcb_visualid_t visual) {
     return 0;
 }
 
-/// Whether pixels of that depth are 32 bits each in this processor's order, as they are wherever a tray is to be found.
+/// Whether pixels of that depth are 32 bits each in this processor's byte order, as they are on every system with a
+/// tray.
 bool takesWholePixels(const Connection& connection, std::uint8_t depth) {
     const xcb_setup_t* setup = xcb_get_setup(connection.raw());
     const bool isLittle = setup->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST;
@@ -98,7 +99,7 @@ void SystemTray::lookForOwner() {
         return;
     }
     if (found != XCB_WINDOW_NONE) {
-        // Its end must be told. It may have come before the request: then it is not the owner any more.
+        // Subscribes to its end. It may have ended before the request: then it is no longer the owner.
         selection.select(found, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
         if (const auto present = readOwner(); present != found) {
             selection.forget(found);
@@ -139,7 +140,7 @@ void SystemTray::handle(const xcb_generic_event_t& event) {
 
 void SystemTray::handleOwnWindow(const xcb_generic_event_t& event) {
     if (const auto* press = eventAs<xcb_button_press_event_t>(event, XCB_BUTTON_PRESS)) {
-        constexpr xcb_button_t lastButton = 3; // the others are the wheel
+        constexpr xcb_button_t lastButton = 3; // The others are the wheel.
         if (press->event == window && press->detail <= lastButton) {
             clicked({static_cast<double>(press->root_x), static_cast<double>(press->root_y)});
         }
@@ -160,7 +161,7 @@ void SystemTray::handleOwnWindow(const xcb_generic_event_t& event) {
     } else if (const auto* parted = eventAs<xcb_reparent_notify_event_t>(event, XCB_REPARENT_NOTIFY)) {
         if (parted->window == window) {
             if (isEmbedded && parted->parent == connection.root()) {
-                // The panel has let go of it; by itself it must not stand on the screen.
+                // The panel has reparented it to the root; it must not appear on the screen by itself.
                 undock();
                 return;
             }
@@ -315,7 +316,7 @@ void SystemTray::paint() const {
     std::vector<std::uint32_t> background(picture->alpha.size());
     if (!behind ||
         static_cast<std::size_t>(xcb_get_image_data_length(behind.get())) != background.size() * sizeof background[0]) {
-        // It is not on the screen; it is painted when it comes there.
+        // It is not on the screen; it is painted when it is mapped.
         return;
     }
     std::memcpy(background.data(), xcb_get_image_data(behind.get()), background.size() * sizeof background[0]);
@@ -328,7 +329,7 @@ void SystemTray::clicked(corvid::CGPoint root) const {
     }
     const auto place = inScreenSpace({root, {}});
     const auto position = place ? std::optional(place->origin) : std::nullopt;
-    // A copy: the item may be gone by then, its action included.
+    // A copy: the item may be gone by then, with its action.
     mainActor.post([action = contents->action, position] { action(position); });
 }
 

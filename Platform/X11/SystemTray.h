@@ -13,21 +13,21 @@
 
 namespace platform::x11 {
 
-/// Panels that take small windows into their tray (System Tray Protocol Specification 0.3, XEmbed Protocol
-/// Specification 0.5): the owner of the selection `_NET_SYSTEM_TRAY_Sn` is asked to take one, and again whenever there
-/// is another owner. The window shows the picture; every click on it is the item's action, as a menu would take a
-/// toolkit. Main thread only.
+/// Panels that embed small windows in their tray (System Tray Protocol Specification 0.3, XEmbed Protocol Specification
+/// 0.5): this requests docking from the owner of the selection `_NET_SYSTEM_TRAY_Sn`, and again from each new owner.
+/// The window shows the picture; every click on it runs the item's action, because a menu would need a toolkit. Main
+/// thread only.
 class SystemTray final : public linux::TrayPlace {
 public:
     /// All of them must outlive the tray.
     SystemTray(Connection& connection, EventSelection& selection, Turn& turn, MainActor& mainActor);
 
-    /// Looks for the panel that there is now, and listens for the next from here on: events of the kind
-    /// `XCB_EVENT_MASK_STRUCTURE_NOTIFY` are selected of the root by then. A server that does not answer in time is
-    /// asked again. To be called once.
+    /// Searches for the present panel, and listens for the next from now on: events of the kind
+    /// `XCB_EVENT_MASK_STRUCTURE_NOTIFY` of the root must be selected by then. A request to a server that does not
+    /// reply in time is repeated. Call it once.
     void start();
 
-    /// Takes note of an event, whatever it is of.
+    /// Handles an event of any kind.
     void handle(const xcb_generic_event_t& event);
 
     [[nodiscard]] bool isOffered() const override { return owner != XCB_WINDOW_NONE; }
@@ -45,9 +45,9 @@ private:
         [[nodiscard]] bool isTransparent() const { return visual != XCB_NONE; }
     };
 
-    /// Finds out who owns the selection now; does nothing if that is known already.
+    /// Finds the present owner of the selection; does nothing if it is known already.
     void lookForOwner();
-    /// Nothing where the server does not answer in time.
+    /// Empty if the server does not reply in time.
     [[nodiscard]] std::optional<xcb_window_t> readOwner() const;
     void askAgain();
     [[nodiscard]] Looks readLooks() const;

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-/// The pixels of a status item's picture as an X server takes them. Any thread.
+/// The pixels of a status item's picture in the X server's format. Any thread.
 namespace platform::x11 {
 
 /// A colour of 8 bits each, as in a pixel of 24 or 32 bits.
@@ -18,12 +18,12 @@ struct TrayColour {
     friend bool operator==(const TrayColour&, const TrayColour&) = default;
 };
 
-/// The colour for symbols out of `_NET_SYSTEM_TRAY_COLORS` (System Tray Protocol Specification: first of the values
-/// are the red, green and blue of symbols, 16 bits each). Where the panel gives none, the grey that stands out as much
-/// from black as from white.
+/// The colour for symbols from `_NET_SYSTEM_TRAY_COLORS` (System Tray Protocol Specification: the first values are the
+/// red, green and blue of symbols, 16 bits each). If the panel sets none, the grey with equal contrast to black and
+/// white.
 [[nodiscard]] TrayColour symbolColour(const std::vector<std::uint32_t>& trayColours);
 
-/// For a window that lets through what is behind it: the colour times its coverage, and the coverage itself.
+/// For a transparent window: the colour times its coverage, and the coverage itself.
 [[nodiscard]] std::vector<std::uint32_t> premultipliedPixels(const linux::SymbolPicture& picture, TrayColour colour);
 
 /// For any other window: the picture on this background, which has as many pixels.

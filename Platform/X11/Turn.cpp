@@ -37,7 +37,7 @@ const RootFacts* Turn::root() {
     }
 
     rootFacts = rootRequest.read(connection);
-    // Replies come in the order of the requests, so that these are here as well; reading them also throws them away.
+    // Replies come in the order of the requests, so these have arrived as well; reading them also frees them.
     std::optional<WorkSpace> guessedSpace;
     if (rootFacts && guessedWorkSpaceIsRight()) {
         guessedSpace = guessedSpaceRequest.read(connection, *rootFacts);
@@ -85,12 +85,12 @@ const WindowFacts* Turn::windowWithFrame(xcb_window_t window) {
     laidOut.geometry = geometryInside(frame, drawn, facts->geometry);
     laidOut.isTiled = isTiled;
     if (isTiled) {
-        // As it will be placed. An action that keeps the size keeps this one, and finds the same when it is repeated.
+        // Its future size. An action that keeps the size keeps this one, and finds the same when it is repeated.
         const Extents decoration =
             bordersOutside ? widened(*bordersOutside, facts->borderWidth) : laidOut.geometry.decoration;
         laidOut.geometry = geometryOutsideLayout(laidOut.geometry, decoration, facts->sizeHints);
     }
-    // i3 4.24 says this of windows that fill their part of the layout. There is nothing to release them from.
+    // i3 4.24 sets this on windows that fill their part of the layout. There is no state to release.
     laidOut.isMaximizedHorizontally = false;
     laidOut.isMaximizedVertically = false;
     laidOut.isLaidOut = true;
@@ -142,7 +142,7 @@ const WorkSpace* Turn::workSpace() {
 }
 
 void Turn::takeWorkSpace(WorkSpace read) {
-    // On a single monitor the work area says it all.
+    // On a single monitor the work area is sufficient.
     if (read.monitors.size() > 1 && hasUnexplainedMargin(read)) {
         const std::vector<Strut> bars = strutsOfBars(read, readUnmanagedWindows(connection));
         read.struts.insert(read.struts.end(), bars.begin(), bars.end());
@@ -177,7 +177,7 @@ xcb_atom_t Turn::monitorWorkAreasName(std::uint32_t desktop) {
     if (known != monitorWorkAreasNames.end()) {
         return known->second;
     }
-    // An unbelievable number must not fill the server with atoms, which are never freed.
+    // An implausible number must not fill the server with atoms, which are never freed.
     constexpr std::uint32_t mostDesktops = 256;
     if (desktop >= mostDesktops) {
         return XCB_ATOM_NONE;

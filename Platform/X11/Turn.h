@@ -11,12 +11,12 @@
 
 namespace platform::x11 {
 
-/// What has been read from the server in the present turn of the event loop, so that nothing is asked for twice in a
-/// turn and nothing is remembered beyond it.
+/// The server's state as read in the present turn of the event loop: no request is sent twice in a turn, and nothing is
+/// cached beyond it.
 ///
-/// One round trip serves a whole press: with the first question goes a guess of the second one, which is for the active
-/// window and the struts of the managed windows as the root named them last. The answer to the first question tells
-/// whether the guess was right; if not, the second question is asked properly.
+/// One round trip serves a whole press: the first request goes out together with a guess of the second one, for the
+/// active window and the struts of the managed windows as the root last named them. The reply to the first request
+/// shows whether the guess was right; if not, the correct second request follows.
 class Turn {
 public:
     explicit Turn(Connection& connection)
@@ -25,36 +25,36 @@ public:
     /// Forgets what was read.
     void begin();
 
-    /// Who lays the windows out now; null where nobody does. Has to outlive this, or be taken back.
+    /// The present tiling window manager; null without one. Must outlive this, or be reset.
     void setTilingManager(TilingManager* inCharge) { tiling = inCharge; }
 
     [[nodiscard]] TilingManager* tilingManager() const { return tiling; }
 
-    /// Forgets what was read about windows, because one of them was written to.
+    /// Drops the cached state of windows, because one of them was written to.
     void forgetWindows();
 
-    /// The root's facts; null where the server did not answer in time.
+    /// The root's facts; null if the server did not reply in time.
     [[nodiscard]] const RootFacts* root();
 
-    /// A window's facts; null where it is gone or the server did not answer in time.
+    /// A window's facts; null if it is gone or the server did not reply in time.
     [[nodiscard]] const WindowFacts* window(xcb_window_t window);
 
-    /// The same with a geometry that says where the window is in a person's eyes. Where windows are laid out, their
-    /// decoration is known only to who does that; null also where that one does not tell. A window in a layout has the
-    /// geometry that it will have outside, with its corner where it is: no action leaves it inside.
+    /// The same with the visible geometry of the window. For a tiling window manager, only that window manager knows
+    /// the decoration; null also if it does not reply. A tiled window has the geometry that it will have outside the
+    /// layout, with its present corner: every action takes it out.
     [[nodiscard]] const WindowFacts* windowWithFrame(xcb_window_t window);
 
-    /// Takes these for the window's facts until they are forgotten: they are what it is about to become.
+    /// Uses these as the window's facts until they are dropped: they are its predicted state.
     void takeWindow(xcb_window_t window, const WindowFacts& facts) { windows.insert_or_assign(window, facts); }
 
-    /// Reads the facts of several windows in a single round trip, so that `window` need not ask for each.
+    /// Reads the facts of several windows in a single round trip, so that `window` need not request each.
     void readWindows(const std::vector<xcb_window_t>& wanted);
 
-    /// Monitors and what takes space from them; null where the server did not answer in time.
+    /// Monitors and the panels on them; null if the server did not reply in time.
     [[nodiscard]] const WorkSpace* workSpace();
 
     /// Reads the root again because its active window, client list or desktop changed, so that the next press's guess
-    /// is right. Gives the managed windows, oldest first; null where the server did not answer in time.
+    /// is right. Returns the managed windows, oldest first; null if the server did not reply in time.
     [[nodiscard]] const std::vector<xcb_window_t>* renewGuess();
 
 private:
@@ -65,7 +65,7 @@ private:
     };
 
     void takeWorkSpace(WorkSpace read);
-    /// Null where nobody lays windows out, or does not answer.
+    /// Null without a tiling window manager, or without its reply.
     [[nodiscard]] const Layout* layout();
     void rememberGuess(const RootFacts& facts);
     [[nodiscard]] bool guessedWorkSpaceIsRight() const;
@@ -76,7 +76,7 @@ private:
     std::optional<WorkSpace> space;
     std::map<xcb_window_t, std::optional<WindowFacts>> windows;
     TilingManager* tiling = nullptr;
-    /// Asked for once, whether or not there is an answer.
+    /// Requested once, with or without a reply.
     std::optional<std::optional<Layout>> readLayout;
     Guess guess;
     std::map<std::uint32_t, xcb_atom_t> monitorWorkAreasNames;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint32_t mostAtoms = 64;
 
-// Borders beyond this are no borders but a broken property, and adding them up must stay far from overflow.
+// A larger border means a broken property, and adding borders up must not overflow.
 constexpr std::uint32_t widestBorder = 32767;
 
 Extents extents(const std::vector<std::uint32_t>& words) {

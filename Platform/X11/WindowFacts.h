@@ -14,7 +14,7 @@ namespace platform::x11 {
 
 using linux::WindowKind;
 
-/// What the server and the window's properties say about a window at one moment.
+/// The server's data and the properties of a window at one moment.
 struct WindowFacts {
     FrameGeometry geometry;
     /// The border that the server draws around the client, on each side.
@@ -27,7 +27,7 @@ struct WindowFacts {
     bool isFullscreen = false;
     /// Whether a tiling window manager has it in its layout; see `Turn::windowWithFrame`.
     bool isTiled = false;
-    /// Whether the decoration is what a tiling window manager said.
+    /// Whether the decoration comes from a tiling window manager.
     bool isLaidOut = false;
     /// Whether it has no entry in task bars (`_NET_WM_STATE_SKIP_TASKBAR`).
     bool skipsTaskBars = false;
@@ -38,16 +38,16 @@ struct WindowFacts {
 };
 
 /// The kind of a window by its `_NET_WM_WINDOW_TYPE` (the first type known to us counts; EWMH, Application Window
-/// Properties) or, where it says nothing, by whether it is transient for another.
+/// Properties) or, without that, by whether it is transient for another.
 [[nodiscard]] WindowKind windowKind(const AtomTable& atoms, const std::vector<std::uint32_t>& types, bool isTransient);
 
-/// Everything about one window in a single round trip: construct to ask, `read` to collect.
+/// Everything about one window in a single round trip: construct to request, `read` to collect.
 class WindowFactsRequest {
 public:
     WindowFactsRequest(Connection& connection, xcb_window_t window);
 
-    /// Nothing where the window is gone, is no top-level window of a client (override-redirect), or the server did not
-    /// answer within the turn's time. To be called once.
+    /// Empty if the window is gone, is no top-level window of a client (override-redirect), or the server did not reply
+    /// within the turn's time. Call it once.
     [[nodiscard]] std::optional<WindowFacts> read(Connection& connection);
 
 private:

@@ -7,16 +7,16 @@
 
 namespace platform::x11 {
 
-/// The window manager in charge, as it identifies itself (EWMH, Root Window Properties, `_NET_SUPPORTING_WM_CHECK`).
+/// The present window manager, as it identifies itself (EWMH, Root Window Properties, `_NET_SUPPORTING_WM_CHECK`).
 struct WindowManager {
-    /// The window that proves it is alive; `XCB_WINDOW_NONE` while none is in charge.
+    /// The window that proves that it runs; `XCB_WINDOW_NONE` without a window manager.
     xcb_window_t checkWindow = XCB_WINDOW_NONE;
-    /// `_NET_WM_NAME` of that window; empty where it gives none.
+    /// `_NET_WM_NAME` of that window; empty if it is not set.
     std::string name;
-    /// Whether it can do what placing windows takes: name the active window and the managed ones, and move and resize
-    /// on request.
+    /// Whether it can do everything that placing windows needs: name the active window and the managed ones, and move
+    /// and resize on request.
     bool supportsPlacement = false;
-    /// Whether it knows of shadows that clients draw themselves (`_GTK_FRAME_EXTENTS`).
+    /// Whether it supports shadows that clients draw themselves (`_GTK_FRAME_EXTENTS`).
     bool supportsClientShadows = false;
 
     friend bool operator==(const WindowManager&, const WindowManager&) = default;

@@ -10,7 +10,7 @@
 
 namespace platform::x11 {
 
-/// Asks whoever knows the shortcuts of the window manager in charge. Main thread only.
+/// Asks the source of holders for the present window manager. Main thread only.
 class WindowManagerHolders final : public ShortcutHolders {
 public:
     struct Source {
@@ -21,7 +21,7 @@ public:
 
     void add(Source source) { sources.push_back(std::move(source)); }
 
-    /// Names the one that is in charge from now on.
+    /// Sets the present window manager's name.
     void setWindowManager(const std::string& name) { windowManager = name; }
 
     [[nodiscard]] std::unique_ptr<HolderSearch> find(const std::vector<corvid::Shortcut>& shortcuts,

@@ -10,18 +10,18 @@
 
 namespace platform::x11 {
 
-/// The struts of all managed windows and the window manager's own boxes for each monitor: construct to ask, `read` to
-/// collect or `drop` to let it be. A single round trip, but for lists of more windows than desktops have.
+/// The struts of all managed windows and the window manager's own boxes for each monitor: construct to request, `read`
+/// to collect or `drop` to discard. A single round trip, except for lists of more windows than desktops have.
 class WorkSpaceRequest {
 public:
-    /// `monitorWorkAreas` is the atom `_GTK_WORKAREAS_D<n>` of the current desktop. `clients` has to outlive this.
+    /// `monitorWorkAreas` is the atom `_GTK_WORKAREAS_D<n>` of the current desktop. `clients` must outlive this.
     WorkSpaceRequest(Connection& connection, std::span<const xcb_window_t> clients, xcb_atom_t monitorWorkAreas);
 
-    /// What the requests and the root's facts say together. A window that vanished meanwhile counts for nothing, nor do
-    /// those for which the turn's time does not suffice. To be called once.
+    /// The combination of the replies and the root's facts. A window that vanished meanwhile is ignored, and so are
+    /// those for which the turn's time does not suffice. Call it once.
     [[nodiscard]] WorkSpace read(Connection& connection, const RootFacts& root);
 
-    /// Throws the answers away. To be called once, instead.
+    /// Discards the replies. Call it once, instead.
     void drop(Connection& connection);
 
 private:
@@ -31,7 +31,7 @@ private:
         xcb_get_property_cookie_t desktop;
     };
 
-    /// Asks about the next of the clients, as many as may be asked about at once.
+    /// Sends requests for the next clients, as many as are allowed at once.
     void askOn(Connection& connection);
     void readAsked(Connection& connection, std::uint32_t currentDesktop, WorkSpace& space);
 

@@ -5,7 +5,7 @@
 
 namespace platform::x11 {
 
-/// The application that has the keyboard focus: the owner of the active window.
+/// The application with the keyboard focus: the owner of the active window.
 class Workspace final : public platform::Workspace {
 public:
     explicit Workspace(Turn& turn)

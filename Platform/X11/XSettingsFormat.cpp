@@ -19,7 +19,7 @@ enum class Kind : std::uint8_t {
     color = 2,
 };
 
-/// Takes values from the front of some bytes. Nothing is taken where too few are left.
+/// Reads values from the front of a byte sequence. A read fails if too few bytes are left.
 class Reader {
 public:
     explicit Reader(std::span<const std::byte> bytes)
@@ -27,7 +27,7 @@ public:
 
     void setOrder(ByteOrder newOrder) { order = newOrder; }
 
-    /// A number of so many bytes.
+    /// A number of that many bytes.
     [[nodiscard]] std::optional<std::uint32_t> number(std::size_t width) {
         const auto bytes = take(width);
         if (!bytes) {
@@ -42,7 +42,7 @@ public:
         return value;
     }
 
-    /// A text of so many bytes, and what fills it up to the next multiple of four.
+    /// A text of that many bytes, and the padding up to the next multiple of four.
     [[nodiscard]] std::optional<std::string> text(std::size_t length) {
         constexpr std::size_t unit = 4;
         const auto bytes = take(length);
@@ -68,7 +68,7 @@ private:
     ByteOrder order = ByteOrder::leastFirst;
 };
 
-/// Reads a setting into `settings`; false where it makes no sense.
+/// Reads a setting into `settings`; false if it is malformed.
 bool readSetting(Reader& reader, XSettings& settings) {
     constexpr std::size_t sizeOfColor = 8;
     const auto kind = reader.number(1);

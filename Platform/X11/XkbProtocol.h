@@ -2,7 +2,8 @@
 
 #include <xcb/xcb.h>
 
-// The protocol header names a field `explicit`, which C++ keeps for itself. clang minds a keyword as a macro's name.
+// The protocol header names a field `explicit`, which is a C++ keyword. clang warns about a macro with a keyword's
+// name.
 #ifdef __clang__
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wkeyword-macro"

@@ -20,13 +20,13 @@ function __tessel_place
 end
 
 complete -c tessel -f
-complete -c tessel -n '__tessel_place 0' -l status -d 'Show how Tessel stands'
+complete -c tessel -n '__tessel_place 0' -l status -d 'Show the status'
 complete -c tessel -n '__tessel_place 0' -l perform -d 'Place the focused window'
 complete -c tessel -n '__tessel_place 0' -l rule -d 'Set an app rule'
 complete -c tessel -n '__tessel_place 0' -l take-shortcuts -d 'Use the shortcuts that the desktop holds'
-complete -c tessel -n '__tessel_place 0' -l give-back-shortcuts -d 'Leave them to the desktop again'
+complete -c tessel -n '__tessel_place 0' -l give-back-shortcuts -d 'Return them to the desktop'
 complete -c tessel -n '__tessel_place 0' -l quit -d 'End the running Tessel'
-complete -c tessel -n '__tessel_place 0' -l forget -d 'End Tessel and remove all that it keeps for you'
+complete -c tessel -n '__tessel_place 0' -l forget -d 'End Tessel and remove its files from your home'
 complete -c tessel -n '__tessel_place 0' -l help -d 'Show a summary'
 complete -c tessel -n '__tessel_place 0' -l version -d 'Show the version'
 complete -c tessel -n '__tessel_place 0' -l snapshot -d 'Draw pictures of the interface'

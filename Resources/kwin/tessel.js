@@ -1,22 +1,22 @@
-// What Tessel does inside KWin: tells of windows and screens, and carries out what it is asked to. Serves KWin 5 and 6,
-// which call many things differently.
+// Tessel's script inside KWin: it reports windows and screens, and carries out commands. It supports KWin 5 and 6,
+// which have different names for many functions.
 //
-// A script cannot be called from outside, so it calls Tessel and is answered as soon as there is something to do; then it
-// calls again. Tessel answers at the latest after twenty seconds, for KWin forgets a call after twenty-five.
+// A script cannot be called from outside, so it calls Tessel, which replies as soon as there is a command; then the
+// script calls again. Tessel replies at the latest after twenty seconds, because KWin drops a call after twenty-five.
 
 const service = "org.corvid.Tessel.KWin";
 const path = "/org/corvid/Tessel/KWin";
 const face = "org.corvid.Tessel.KWin1";
-// Tells this run of the script from others.
+// Distinguishes this run of the script from others.
 const run = Date.now() + "-" + Math.random();
 const isSix = typeof workspace.windowList === "function";
 
 let isSilent = false;
 let toldFocus = null;
 let toldScreens = null;
-// What was told last of each window, by its id.
+// The last report of each window, by its id.
 const toldWindows = new Map();
-// Where Tessel's own windows go, by their titles.
+// The positions of Tessel's own windows, by their titles.
 const ownPlaces = new Map();
 
 function tell(news) {
@@ -58,7 +58,7 @@ function identifier(window) {
     return String(window.internalId);
 }
 
-// Empty for what a person would not call a window: it is never told of.
+// Empty for anything that is no window for its user: it is never reported.
 function kind(window) {
     const furniture = [
         "desktopWindow", "dock", "notification", "criticalNotification", "onScreenDisplay", "tooltip", "popupMenu",
@@ -118,8 +118,8 @@ function tellScreens() {
     }
 }
 
-// KWin settles the space that panels keep for themselves only after the signals that may change it: KWin 6.7 two turns
-// of its loop after them. No signal tells of that itself.
+// KWin updates the reserved space of panels only after the signals that may change it: KWin 6.7 two turns of its loop
+// after them. The update itself has no signal.
 const screensLater = timer(20, tellScreens);
 const screensSoon = timer(0, () => {
     tellScreens();
@@ -127,7 +127,7 @@ const screensSoon = timer(0, () => {
 });
 
 function tellWindow(window) {
-    // While it is dragged it is nowhere in particular.
+    // While it is dragged its frame is not final.
     if (window.deleted || window.move || window.resize || kind(window) === "") {
         return;
     }
@@ -142,7 +142,7 @@ function tellWindow(window) {
 function placeOwn(window) {
     for (const [title, place] of ownPlaces) {
         const caption = String(window.caption);
-        // A toolkit may add its program's name, and KWin a number.
+        // A toolkit may append its program's name, and KWin a number.
         if (window.pid !== place.process || (caption !== title && !caption.startsWith(title + " "))) {
             continue;
         }
@@ -182,14 +182,14 @@ function isOfX11(window) {
     return window.windowId !== undefined || /X11|Xwayland/.test(String(window));
 }
 
-// The size within what the window says that it can take: KWin would force an X11 window into any, and a Wayland window
-// does not tell that it refuses.
+// The size within the window's limits: KWin would force any size on an X11 window, and a Wayland window does not report
+// that it refuses.
 function fitting(window, [width, height]) {
     const frame = window.frameGeometry;
     if (!window.resizeable) {
         return [frame.width, frame.height];
     }
-    // KWin 5 does not tell how thick the frame of an X11 window is.
+    // KWin 5 does not report the decoration of an X11 window.
     const inner = window.clientGeometry || (isOfX11(window) ? frame : window.bufferGeometry);
     const limit = (wanted, smallest, largest, border) =>
         Math.max(Math.min(wanted, largest > 0 ? largest + border : wanted), smallest + border);
@@ -241,7 +241,7 @@ function carryOut(command) {
     return result;
 }
 
-// Without an answer for so long there is nobody to tell anything: Tessel ended without taking this script along.
+// A missing reply for this long means that Tessel ended without unloading this script.
 const abandoned = timer(40000, () => { isSilent = true; });
 
 function poll(results) {

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes a language that nobody speaks out of the English texts, to look at layouts with.
+"""Makes an artificial language out of the English texts, for checking layouts.
 
 usage: pseudo.py xl|xb ENGLISH.ts RESULT.ts
 
@@ -35,7 +35,7 @@ def from_right_to_left(text: str) -> str:
 def main() -> None:
     language, english, result = sys.argv[1:]
     change = {"xl": longer, "xb": from_right_to_left}[language]
-    # The language of the file stays English: with it comes how many plural forms there are.
+    # The language of the file stays English, and with it the number of plural forms.
     tree = ElementTree.parse(english)
     for translation in tree.iter("translation"):
         for text in translation.findall("numerusform") or [translation]:

@@ -2,7 +2,7 @@ import QtQuick
 import CorvidKit
 import Tessel
 
-// Gives a rule to an application that runs, or to one chosen from all that are installed.
+// Gives a rule to a running application, or to one chosen from all installed ones.
 Pressable {
     id: button
 

@@ -2,7 +2,7 @@ import QtQuick
 import CorvidKit
 import Tessel
 
-// The rows of the rules; as many as there are, a few at a time.
+// The rows of the rules; the list creates them as they become visible.
 ListView {
     id: list
 

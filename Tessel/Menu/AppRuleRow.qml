@@ -2,7 +2,7 @@ import QtQuick
 import CorvidKit
 import Tessel
 
-// One application and what happens to its first window.
+// One application and the action for its first window.
 Item {
     id: row
 
@@ -15,14 +15,14 @@ Item {
     property bool hovering: false
     readonly property var action: appState.ruleActions.find(action => action.id === actionID) ?? appState.actions.find(action => action.id === actionID)
 
-    // Another action, or none ("") to take the rule away.
+    // Another action, or none ("") to remove the rule.
     signal changed(string action)
     signal focused
 
     implicitHeight: 30
     Accessible.role: Accessible.ListItem
     Accessible.name: name
-    // A row that is gone is kept for another application.
+    // The list reuses a removed row for another application.
     ListView.onPooled: picker.menu.close()
 
     TrackingHover {
@@ -56,7 +56,7 @@ Item {
     MenuPicker {
         id: picker
         anchors.right: parent.right
-        // Six more are the picker's own, around what it shows.
+        // Six more are the picker's own, around its contents.
         anchors.rightMargin: 4
         anchors.verticalCenter: parent.verticalCenter
         title: row.action?.title ?? ""

@@ -2,7 +2,7 @@ import QtQuick
 import CorvidKit
 import Tessel
 
-// Finds applications among those that are installed.
+// Searches the installed applications.
 FocusScope {
     id: chooser
 
@@ -14,7 +14,7 @@ FocusScope {
     signal confirmed
     signal cancelled
 
-    // The one that is marked, if none was chosen: typing a name and pressing Enter is enough.
+    // The marked application, if none was chosen: typing a name and pressing Enter is enough.
     function confirm() {
         if (!canConfirm)
             applications.choose(list.currentIndex);
@@ -49,7 +49,7 @@ FocusScope {
         onMoved: step => list.currentIndex = Math.max(0, Math.min(list.count - 1, list.currentIndex + step))
     }
     Card {
-        // As high as there is room.
+        // As high as the window allows.
         implicitHeight: 0
         anchors.left: parent.left
         anchors.right: parent.right

@@ -12,12 +12,12 @@
 
 namespace tessel {
 
-/// The installed applications for a list to choose from: those that the search text finds, each chosen or not. What is
-/// chosen stays so while the text changes.
+/// The installed applications for a list to choose from: those that match the search text, each chosen or not. A chosen
+/// one stays chosen while the text changes.
 class ApplicationList final : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by whoever makes the view")
+    QML_UNCREATABLE("created together with the view")
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
     Q_PROPERTY(int chosenCount READ chosenCount NOTIFY chosenCountChanged)
@@ -35,13 +35,13 @@ public:
 
     [[nodiscard]] int chosenCount() const { return static_cast<int>(chosen.size()); }
 
-    /// Chooses one that was not chosen, and the other way round. A row that is not there is ignored.
+    /// Toggles whether it is chosen. An index without a row is ignored.
     Q_INVOKABLE void toggle(int row);
 
-    /// Chooses it, whether or not it was.
+    /// Chooses it, even if it is chosen already.
     Q_INVOKABLE void choose(int row);
 
-    /// Where the chosen ones are described, in the order of their names.
+    /// The files that describe the chosen ones, in the order of their names.
     [[nodiscard]] std::vector<std::filesystem::path> chosenLocations() const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;

@@ -74,7 +74,7 @@ void ApplicationPanel::finish(std::vector<std::filesystem::path> chosen) {
     }
     window->removeEventFilter(this);
     window->hide();
-    // They may be in the middle of what led here.
+    // Their own signal may have led to this call.
     content.release()->deleteLater();
     list.release()->deleteLater();
     window.release()->deleteLater();

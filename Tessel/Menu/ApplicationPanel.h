@@ -11,8 +11,8 @@
 
 namespace tessel {
 
-/// A window that lists the installed applications. They are in no folder that a user knows, so the directory that the
-/// panel is to begin in is not used. Another request while it is open cancels the one before.
+/// A window that lists the installed applications. Users know no folder that contains them, so the panel ignores its
+/// initial directory. Another request while it is open cancels the one before.
 class ApplicationPanel final : public QObject, public platform::OpenPanel {
     Q_OBJECT
 

@@ -2,7 +2,7 @@ import QtQuick
 import CorvidKit
 import Tessel
 
-// The applications that have a rule, and the way to give one to another.
+// The applications with a rule, and a button to add another.
 Card {
     id: card
 

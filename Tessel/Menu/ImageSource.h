@@ -6,7 +6,8 @@
 
 namespace tessel {
 
-/// What an `IconItem` draws the picture from: a file's path, or a name in the icon theme; empty for other pictures.
+/// The source from which an `IconItem` draws the picture: a file's path, or a name in the icon theme; empty for other
+/// pictures.
 [[nodiscard]] inline QString imageSource(const platform::Image& image) {
     const auto& source = image.description().source;
     if (const auto* file = std::get_if<platform::ImageFile>(&source)) {

@@ -159,7 +159,7 @@ QString MenuState::lendableShortcuts() const {
     for (const WindowAction action : state.shortcutsOnLoan(platform::HotKeyLoan::possible)) {
         shortcuts.append(QString::fromStdString(shortcutText(action.shortcut())));
         const auto holder = state.shortcutHolders().find(action);
-        // Each line of a configuration is a place of its own, and the card is short.
+        // Each line of a configuration is a holder of its own, and the card is short.
         const QString name = holder == state.shortcutHolders().end()
                                  ? QString()
                                  : QString::fromStdString(holder->second.heldBy).section(", ", 0, 0);

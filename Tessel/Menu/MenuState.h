@@ -13,12 +13,12 @@
 
 namespace tessel {
 
-/// Shows the program's state to views: what they may read, and what they may ask for. Holds nothing of its own but what
-/// it last told. Main thread only.
+/// Exposes the program's state to views: the values that they read, and the requests that they make. Stores only the
+/// last notified values. Main thread only.
 class MenuState final : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("made by whoever makes the view")
+    QML_UNCREATABLE("created together with the view")
     Q_PROPERTY(Status status READ status NOTIFY changed)
     Q_PROPERTY(QString statusText READ statusText NOTIFY changed)
     Q_PROPERTY(bool isEnabled READ isEnabled WRITE setEnabled NOTIFY changed)
@@ -51,16 +51,16 @@ public:
     [[nodiscard]] bool hasAccessibility() const;
     [[nodiscard]] bool updateReminderDue() const;
 
-    /// Whether another build of the program has taken its place on the disk.
+    /// Whether another build of the program has replaced it on the disk.
     [[nodiscard]] bool isReplaced() const;
 
-    /// The text for each shortcut that is taken, by the raw value of its action.
+    /// The text for each taken shortcut, by the raw value of its action.
     [[nodiscard]] QVariantMap takenShortcuts() const;
 
-    /// The text for the shortcuts that are taken and could be borrowed; empty where there is none.
+    /// The text for the taken shortcuts that could be borrowed; empty without any.
     [[nodiscard]] QString lendableShortcuts() const;
 
-    /// How many shortcuts are borrowed.
+    /// The number of borrowed shortcuts.
     [[nodiscard]] int borrowedCount() const;
 
     [[nodiscard]] QAbstractItemModel* ruleApps() { return &rows; }
@@ -68,7 +68,7 @@ public:
     /// The actions in the order of the menu, each with `id`, `title`, `symbol`, `keys` and `spokenKeys`.
     [[nodiscard]] QVariantList actions() const;
 
-    /// Those that a rule may hold.
+    /// The actions that a rule can have.
     [[nodiscard]] QVariantList ruleActions() const;
 
     [[nodiscard]] QString version() const;
@@ -80,7 +80,7 @@ public:
     /// The title of the button that does something about it; empty where only the user can.
     [[nodiscard]] QString permissionButton() const;
 
-    /// The running applications that could be given a rule, each with `bundleID`, `title` and `icon`.
+    /// The running applications that a rule can be added for, each with `bundleID`, `title` and `icon`.
     Q_INVOKABLE [[nodiscard]] QVariantList addableRunningApps() const;
 
     Q_INVOKABLE void addRunningApp(const QString& bundleID);
@@ -92,7 +92,7 @@ public:
     Q_INVOKABLE void dismissUpdateReminder();
     Q_INVOKABLE void openAccessibilitySettings();
 
-    /// Tells what may have changed unnoticed while nothing was shown.
+    /// Emits the values that may have changed unnoticed while nothing was shown.
     Q_INVOKABLE void lookAgain();
     Q_INVOKABLE void restart();
     Q_INVOKABLE void quit();

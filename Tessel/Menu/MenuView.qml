@@ -2,7 +2,7 @@ import QtQuick
 import CorvidKit
 import Tessel
 
-// The whole interface: what the program does, and everything that can be changed about it.
+// The whole interface: the program's state and all its settings.
 Item {
     id: view
 
@@ -18,7 +18,7 @@ Item {
     Accessible.name: brand.name
     Component.onCompleted: Environment.appBrand = brand
 
-    // What may have changed while the view was not shown.
+    // Values that may have changed while the view was hidden.
     function appear() {
         loginRow.refresh();
         view.appState.lookAgain();

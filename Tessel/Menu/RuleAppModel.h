@@ -7,7 +7,7 @@
 
 namespace tessel {
 
-/// The rows of the rules for a list view, which keeps its place while rows come, go and change.
+/// The rows of the rules for a list view, which keeps its position while rows come, go and change.
 class RuleAppModel final : public QAbstractListModel {
     Q_OBJECT
 

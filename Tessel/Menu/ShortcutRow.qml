@@ -27,7 +27,7 @@ Item {
         anchors.left: icon.right
         anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
-        // As much as icon, keys and sign leave, with the gaps beside them.
+        // The remaining width beside icon, keys and sign, with the gaps.
         width: Math.min(implicitWidth, row.width - icon.width - caps.width - 40 - (row.isTaken ? sign.width + 6 : 0))
         text: row.title
         size: 12

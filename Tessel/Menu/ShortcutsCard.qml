@@ -2,7 +2,7 @@ import QtQuick
 import CorvidKit
 import Tessel
 
-// What each shortcut does.
+// The six shortcuts with their actions.
 Card {
     id: card
 

@@ -8,7 +8,7 @@ Pressable {
     property string symbol
     property bool isSelected
 
-    // To a neighbour, with an arrow key.
+    // Moves to a neighbour, with an arrow key.
     signal moved(int step)
 
     ringRadius: Style.tabRadius + 2

@@ -49,7 +49,7 @@ RoundedRectangle {
                 onMoved: step => {
                     const count = switcher.tabs.length;
                     const next = (index + step + count) % count;
-                    // In this order: what has the focus cannot leave the order of the Tab key.
+                    // In this order: a focused item cannot leave the order of the Tab key.
                     buttons.itemAt(next).forceActiveFocus(Qt.TabFocusReason);
                     switcher.selected(switcher.tabs[next].id);
                 }

@@ -1,7 +1,7 @@
 import QtQuick
 import CorvidKit
 
-// How Tessel looks.
+// The appearance of Tessel.
 AppBrand {
     name: "Tessel"
     symbol: "uiwindow.split.2x1"

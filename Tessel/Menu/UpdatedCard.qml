@@ -1,7 +1,7 @@
 import QtQuick
 import CorvidKit
 
-// Another version has been installed, and what runs is the former one.
+// Another version has been installed, and the former one still runs.
 WarningCard {
     symbol: "arrow.down.circle.fill"
     title: qsTranslate("Tessel", "Tessel was updated")

@@ -24,7 +24,7 @@ using platform::linux::MainLoop;
 using platform::linux::SessionBus;
 using Opened = std::expected<std::unique_ptr<platform::linux::Desktop>, std::string>;
 
-/// How a desktop of one kind is known, and how it is opened.
+/// The condition for a desktop of one kind, and its construction.
 struct Candidate {
     DesktopKind kind;
     bool (*isThere)(const SessionFacts& facts);
@@ -48,7 +48,7 @@ bool isX11(const SessionFacts& facts) {
     return !facts.isWayland() && !facts.display.empty();
 }
 
-/// Adds the sources of the holders of taken shortcuts, by the window manager's name for itself.
+/// Adds the sources of the holders of taken shortcuts, by the window manager's name.
 void addHolders(platform::x11::Desktop& desktop, MainLoop& mainLoop, SessionBus& sessionBus) {
     using platform::linux::SettingsFamily;
     struct Family {
@@ -123,7 +123,7 @@ Opened openNothing(const DesktopNeeds& /*needs*/, const SessionFacts& /*facts*/)
     return std::unexpected("there is no desktop to work on (neither WAYLAND_DISPLAY nor DISPLAY is set)");
 }
 
-/// The first that is there is the one.
+/// The first candidate whose condition holds is chosen.
 constexpr std::array<Candidate, 6> candidates{{
     {DesktopKind::sway, isSway, openSway},
     {DesktopKind::kwin, isKWin, openKWin},

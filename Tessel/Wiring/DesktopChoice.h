@@ -14,7 +14,7 @@
 
 namespace tessel {
 
-/// Where the program's own files are that a desktop shows or is given.
+/// The paths of the program's own files that a desktop shows or gets.
 struct ProgramFolders {
     std::filesystem::path icons;
     /// The forms of the extension for GNOME Shell.
@@ -36,7 +36,7 @@ enum class DesktopKind : std::uint8_t {
     kwin,
     gnomeShell,
     x11,
-    /// A Wayland session of a compositor that offers us no way to its windows.
+    /// A Wayland session of a compositor without an interface to its windows for us.
     unsupported,
     /// Nothing shows windows here.
     none,

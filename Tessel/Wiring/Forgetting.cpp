@@ -31,7 +31,7 @@ using platform::linux::ControlClient;
 using platform::linux::MadeFiles;
 using platform::linux::Session;
 
-/// Whether none runs any more; else why.
+/// Whether no instance runs any more; otherwise the reason.
 ControlAnswer<void> endAll() {
     const Session own = sessionOf(SessionFacts::ofThisProcess());
     std::vector<Session> sessions = platform::linux::sessionsWithSockets(own.runtimeFolder);
@@ -47,7 +47,8 @@ ControlAnswer<void> endAll() {
     return {};
 }
 
-/// Gives back what a killed program had borrowed on Plasma. Afterwards the note of it is there only if nobody took it.
+/// Gives back the shortcuts that a killed program had borrowed on Plasma. Afterwards the note of them exists only if
+/// giving back failed.
 void giveBackShortcuts(const std::string& note) {
     constexpr std::chrono::seconds patience{2};
     platform::linux::MainLoop loop;
@@ -80,12 +81,12 @@ std::vector<MadeFiles> filesOfUser(const platform::linux::BaseFolders& folders) 
     }
     if (folders.userState) {
         all.push_back({.folder = std::filesystem::path(*folders.userState) / "tessel",
-                       // The note of borrowed shortcuts goes when they are given back.
+                       // Giving the borrowed shortcuts back removes their note.
                        .names = {"gnome-shell-extension-has-worked", ".borrowed-shortcuts.json.new",
                                  "borrowed-shortcuts.json.unreadable-*"},
                        .isOwnFolder = true});
     }
-    // The first is the user's own, where there is a home at all.
+    // The first is the user's own, if there is a home at all.
     if (folders.home && !folders.data.empty()) {
         const std::filesystem::path extension = std::filesystem::path(folders.data.front()) / "gnome-shell" /
                                                 "extensions" / platform::gnomeshell::Protocol::extension;

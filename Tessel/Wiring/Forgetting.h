@@ -8,11 +8,11 @@
 
 namespace tessel {
 
-/// All files that this program makes for a user, but for those in the runtime folder, which go with the session.
+/// All files that this program makes for a user, except those in the runtime folder, which the session removes.
 [[nodiscard]] std::vector<platform::linux::MadeFiles> filesOfUser(const platform::linux::BaseFolders& folders);
 
-/// Ends every running program of this user, removes those files, and says what was removed. Gives the exit status:
-/// where a program does not end, nothing is removed, for it would write them anew. Main thread.
+/// Ends every running instance of this user, removes those files, and prints what was removed. Returns the exit status:
+/// if an instance does not end, nothing is removed, because it would write them again. Main thread.
 [[nodiscard]] int forget(const CommandLine::Forget& request);
 
 } // namespace tessel

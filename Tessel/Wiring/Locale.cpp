@@ -8,7 +8,7 @@ namespace tessel {
 void enterLocale() {
     for (const int category : {LC_CTYPE, LC_COLLATE, LC_MESSAGES}) {
         const char* entered = std::setlocale(category, "");
-        // In the locale "C" texts are never translated, whatever LANGUAGE says, and hold nothing but ASCII.
+        // The locale "C" never translates texts, with any LANGUAGE, and supports only ASCII.
         if (entered == nullptr || entered == std::string_view("C") || entered == std::string_view("POSIX")) {
             std::setlocale(category, "C.UTF-8");
         }

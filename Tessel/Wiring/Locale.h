@@ -2,7 +2,7 @@
 
 namespace tessel {
 
-/// Lets names be sorted and texts be shown in the user's language; numbers stay as programs write them.
+/// Sets the user's language for sorting names and for texts; numbers keep the format of programs.
 void enterLocale();
 
 } // namespace tessel

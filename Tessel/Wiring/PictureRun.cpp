@@ -39,7 +39,7 @@ namespace tessel {
 
 namespace {
 
-/// Pictures are drawn in both colour schemes, whatever the user has.
+/// Draws pictures in both colour schemes, independent of the user's setting.
 class NoAppearance final : public platform::Appearance {
 public:
     [[nodiscard]] platform::ColorScheme colorScheme() const override { return platform::ColorScheme::light; }
@@ -49,7 +49,7 @@ public:
     void follow(std::function<void()> /*changed*/) override {}
 };
 
-/// Libraries that draw have their own ideas of what is worth saying.
+/// Drawing libraries log messages that do not matter here.
 void beSilent() {
     const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
     if (nowhere >= 0) {
@@ -62,7 +62,7 @@ void beSilent() {
 using Count = std::atomic<unsigned>;
 static_assert(Count::is_always_lock_free, "it is shared between processes");
 
-/// Leaves out the pictures that another process has begun already, and counts those that this one begins.
+/// Skips the pictures that another process has begun already, and counts those that this one begins.
 class ResumedRenderer final : public platform::ImageRenderer {
 public:
     ResumedRenderer(platform::ImageRenderer& renderer, Count& begun)
@@ -85,7 +85,7 @@ private:
     unsigned left;
 };
 
-/// Whether a process ended by itself, all done.
+/// Whether a process exited by itself, with all pictures done.
 bool isDone(pid_t process) {
     int status = 0;
     while (::waitpid(process, &status, 0) < 0) {
@@ -159,8 +159,8 @@ void drawPictures(const std::string& directory, Count& begun) {
 
 } // namespace
 
-// A library that gives up takes its process with it. So pictures are drawn in another one and, should it end before the
-// last is there, in one more, from the picture after the one that was its end.
+// A library that aborts ends its process. So another process draws the pictures. If it ends before the last one, a
+// further process starts with the picture after the one that failed.
 void runPictures(const std::string& directory) {
     beSilent();
     void* const shared = ::mmap(nullptr, sizeof(Count), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
@@ -175,7 +175,7 @@ void runPictures(const std::string& directory) {
             drawPictures(directory, begun);
             ::_exit(EXIT_SUCCESS);
         }
-        // One that did not even come to a picture would not the next time either.
+        // A process that did not reach any picture would not do so the next time either.
         if (process < 0 || isDone(process) || begun == before) {
             return;
         }

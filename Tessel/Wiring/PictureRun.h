@@ -4,8 +4,8 @@
 
 namespace tessel {
 
-/// Draws the pictures of the interface into that directory. Needs neither a display nor a message bus, touches no
-/// settings and says nothing.
+/// Draws the pictures of the interface into that directory. Needs neither a display nor a message bus, changes no
+/// settings and prints nothing.
 void runPictures(const std::string& directory);
 
 } // namespace tessel

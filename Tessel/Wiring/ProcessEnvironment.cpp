@@ -13,15 +13,15 @@ namespace tessel {
 
 namespace {
 
-/// Where there is nothing to be read, and nothing can be made.
+/// A path where nothing can be read, and nothing can be created.
 constexpr const char* nowhere = "/dev/null";
 
-/// Where Qt is on machines that have it in an unusual place.
+/// The location of Qt on machines with an unusual one.
 constexpr std::array<std::string_view, 4> placesOfQt{"QT_PLUGIN_PATH", "QT_QPA_PLATFORM_PLUGIN_PATH", "QML_IMPORT_PATH",
                                                      "QML2_IMPORT_PATH"};
 
-/// How fonts are found and drawn (fontconfig's manual, "Environment variables"; FreeType's, "Properties"), where the
-/// desktop is, and where programs are asked to tell what they show.
+/// Variables for finding and drawing fonts (fontconfig's manual, "Environment variables"; FreeType's, "Properties"),
+/// for the location of the desktop, and for exposing contents to a screen reader.
 constexpr std::array<std::string_view, 9> others{"FONTCONFIG_FILE",     "FONTCONFIG_PATH", "FONTCONFIG_SYSROOT",
                                                  "FREETYPE_PROPERTIES", "DISPLAY",         "WAYLAND_DISPLAY",
                                                  "WAYLAND_SOCKET",      "XDG_RUNTIME_DIR", "DBUS_SESSION_BUS_ADDRESS"};
@@ -39,7 +39,7 @@ bool isOfUser(std::string_view variable) {
 // The process has one thread as yet.
 // NOLINTBEGIN(concurrency-mt-unsafe)
 void settleEnvironment() {
-    // A session manager knows of programs by their windows; ours comes and goes.
+    // A session manager knows programs by their windows; ours opens and closes.
     unsetenv("SESSION_MANAGER");
     unsetenv("QT_STYLE_OVERRIDE");
 }

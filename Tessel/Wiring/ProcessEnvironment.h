@@ -2,16 +2,16 @@
 
 namespace tessel {
 
-// Each is called before anything else is started, at most one of them. Nothing writes the environment afterwards: other
-// threads, which come with Qt, may be reading it.
+// Call at most one of these, before anything else starts. Nothing writes the environment afterwards, because other
+// threads, which Qt starts, may read it.
 
-/// Takes out of this process's environment what would make the toolkit behave as if it were a program of its own.
-/// Programs that are started get what this one was given (see `startProgram`).
+/// Removes the variables from this process's environment that would make the toolkit behave as if it were a program of
+/// its own. Started programs get this program's original environment (see `startProgram`).
 void settleEnvironment();
 
-/// Takes out of this process's environment what would make pictures differ from user to user: where the desktop is, how
-/// the user has set up fonts, and what is said to Qt; and tells Qt how large a point is. The language stays, and so do
-/// the folders in which Qt itself and the user's fonts are.
+/// Removes the variables from this process's environment that would make pictures differ from user to user: the
+/// location of the desktop, the user's settings for fonts, and settings for Qt; and sets the size of a point for Qt.
+/// The language stays, and so do the folders of Qt itself and of the user's fonts.
 void settleEnvironmentForPictures(int pixelsPerPoint);
 
 } // namespace tessel

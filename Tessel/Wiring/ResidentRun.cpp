@@ -31,7 +31,7 @@ namespace {
 
 /// Runs the program until it ends. `next`: the program to become then, if any.
 int runUntilTheEnd(std::optional<std::string>& next) {
-    // Opened first: an upgrade may put another build's file in its place later.
+    // Opened first, because an upgrade may later replace the file by another build's.
     platform::linux::PluginFile plugin(menuPlugin());
     platform::linux::MainLoop mainLoop;
     mainLoop.endOnTerminationSignals();

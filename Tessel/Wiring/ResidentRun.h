@@ -2,7 +2,7 @@
 
 namespace tessel {
 
-/// Runs the program until it is told to end, and gives its exit status: everything is wired here, and nowhere else.
+/// Runs the program until it is ended, and returns its exit status: all wiring is here.
 [[nodiscard]] int runResident();
 
 } // namespace tessel

@@ -39,7 +39,7 @@ std::string SessionFacts::name() const {
     if (waylandDisplay.empty()) {
         return platform::x11::Desktop::sessionName();
     }
-    // As Wayland's own library finds the socket (wl_display_connect).
+    // The same search for the socket as in Wayland's own library (wl_display_connect).
     return waylandDisplay.starts_with('/') ? waylandDisplay : runtimeFolder + "/" + waylandDisplay;
 }
 

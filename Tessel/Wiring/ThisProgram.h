@@ -6,22 +6,22 @@
 
 namespace tessel {
 
-/// What the build says of this program.
+/// The build's facts about this program.
 [[nodiscard]] platform::MainBundle mainBundle();
 
-/// Where the translations of the resident program are.
+/// The folder of the resident program's translations.
 [[nodiscard]] std::filesystem::path localeFolder();
 
-/// Where the icons of this program are.
+/// The folder of this program's icons.
 [[nodiscard]] std::filesystem::path iconFolder();
 
-/// Where the forms of the extension for GNOME Shell are.
+/// The folder of the forms of the extension for GNOME Shell.
 [[nodiscard]] std::filesystem::path shellExtensionFolder();
 
-/// What runs inside KWin.
+/// The script that runs inside KWin.
 [[nodiscard]] std::filesystem::path kwinScript();
 
-/// The interface's plugin: where it is installed, or beside the program in a build tree.
+/// The interface's plugin: its installed path, or the one beside the program in a build tree.
 [[nodiscard]] std::filesystem::path menuPlugin();
 
 } // namespace tessel

@@ -8,7 +8,7 @@
 
 namespace tessel {
 
-/// Loads the interface's plugin and starts the toolkit in it; null, and a line in the log, where that cannot be done.
+/// Loads the interface's plugin and starts the toolkit in it; null, and a line in the log, if that fails.
 [[nodiscard]] std::unique_ptr<platform::Toolkit> startToolkit(platform::linux::PluginFile& plugin,
                                                               const corvid::toolkit::Surroundings& surroundings);
 

@@ -5,8 +5,8 @@
 
 namespace tessel {
 
-/// A Wayland session of a compositor that offers us no way to its windows. The program runs, shows its item and its
-/// window as far as the compositor lets it, keeps its settings, and waits for a permission that never comes.
+/// A Wayland session of a compositor without an interface to its windows for us. The program runs, shows its item and
+/// its window as far as the compositor allows, keeps its settings, and never gets the permission to move windows.
 class UnsupportedDesktop final : public platform::linux::Desktop {
 public:
     [[nodiscard]] std::string_view name() const override { return "none"; }

@@ -1,6 +1,6 @@
 #!/bin/bash
-# The manual page and the completions of the shells know every option and every word that the program's own help names,
-# and are sound.
+# The manual page and the shells' completions contain every option and every word that the program's own help names, and
+# are valid.
 # usage: command_line_texts.sh PROGRAM RESOURCES
 set -euo pipefail
 cd "$2"
@@ -11,7 +11,7 @@ failed=0
 
 # An option in mdoc is a hyphen after the macro; in fish a word after -l.
 mapfile -t options < <(grep --only-matching --extended-regexp -- '--[a-z]+' <<<"$help" | sort --unique)
-# The program lists its words where it is given one that it does not know.
+# The program lists its words when it gets an unknown one.
 words_after() {
     { "$@" 2>&1 || true; } | sed 's/.*there are //; s/,//g' | tr ' ' '\n'
 }
@@ -34,7 +34,7 @@ for text in "${texts[@]}"; do
     done
 done
 
-# What bash offers, given the words so far; the last one is being completed.
+# The completions that bash offers after the given words; the last word is being completed.
 offered() {
     # shellcheck source=/dev/null
     (source completions/tessel.bash && COMP_WORDS=(tessel "$@") COMP_CWORD=$# && _tessel && echo "${COMPREPLY[*]-}")

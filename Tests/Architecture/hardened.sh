@@ -1,5 +1,5 @@
 #!/bin/bash
-# A fault in the program must be hard to exploit: it is compiled and linked as distributions compile what they ship.
+# The program and its libraries are compiled and linked with the hardening flags that distributions use.
 # usage: hardened.sh PROGRAM LIBRARY...
 set -euo pipefail
 
@@ -20,6 +20,6 @@ for file in "$@"; do
     expect "$file" 'a stack that cannot be executed' grep --extended-regexp 'GNU_STACK.* RW +0x' <<<"$headers"
     expect "$file" 'guarding the stack (-fstack-protector-strong)' grep __stack_chk_fail <<<"$imported"
 done
-# The interface calls none of the C library's functions that are fortified.
+# The interface calls none of the C library's functions that have fortified variants.
 expect "$1" 'fortified functions (-D_FORTIFY_SOURCE)' grep --extended-regexp ' __[a-z]+_chk(@|$)' <<<"$(nm --dynamic --undefined-only "$1")"
 exit "$missing"

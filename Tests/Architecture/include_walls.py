@@ -1,11 +1,11 @@
 #!/usr/bin/python3
-"""The walls between the folders, held by reading every #include.
+"""The walls between the folders, checked in every #include.
 
 usage: include_walls.py ROOT
 
 Prints one line for each include that breaks a wall, and fails if there is any. An include in quotation marks is one of
-ours, written from the root; one in angle brackets is the standard library's unless it looks like a C header (a slash or
-".h" in it), and those each folder has to be allowed by name.
+ours, written from the root. One in angle brackets belongs to the standard library unless it looks like a C header (with
+a slash or ".h"); each folder must name its C headers.
 """
 
 import re
@@ -18,9 +18,9 @@ SYSTEM = r"(sys/.*|linux/.*|arpa/.*|netinet/.*|\w+\.h)"
 
 @dataclass(frozen=True)
 class Wall:
-    """What the sources of one folder may include; both are regular expressions that match the whole name."""
+    """The allowed includes of one folder's sources; both are regular expressions that match the whole name."""
 
-    folder: str  # the most particular wall comes first and decides
+    folder: str  # The most specific wall comes first and decides.
     ours: str
     libraries: str = ""
 
@@ -56,11 +56,11 @@ WALLS = [
     Wall("Platform/I3", rf"{SEAM}|Platform/(I3|I3Ipc|X11|Linux)/.*|CorvidKitCore/.*",
          rf"xcb/.*|nlohmann/json\.hpp|{SYSTEM}"),
     Wall("Platform", rf"{SEAM}|CorvidKitCore/.*"),
-    # What shows windows; nothing else knows the toolkit.
+    # The code that shows windows; nothing else knows the toolkit.
     Wall("CorvidKit/Components", r"(CorvidKit|CorvidKitCore)/.*", QT),
     Wall("CorvidKit/Toolkit", rf"{SEAM}|(CorvidKit|CorvidKitCore)/.*", QT),
     Wall("CorvidKit", rf"{SEAM}|(CorvidKit|CorvidKitCore)/.*"),
-    # Only main knows the desktops: it chooses one and hands it on.
+    # Only main knows the desktops: it chooses one and passes it on.
     Wall("Tessel/Wiring", r"(Tessel|TesselCore|CorvidKit|CorvidKitCore|Platform)/.*", SYSTEM),
     Wall("Tessel/Menu", rf"{SEAM}|(Tessel|TesselCore|CorvidKit|CorvidKitCore)/.*", QT),
     Wall("Tessel/main.cpp", r"(Tessel|TesselCore|CorvidKit|CorvidKitCore|Platform)/.*"),
@@ -85,7 +85,7 @@ def sources(root: Path) -> list[Path]:
 
 
 def breaches(root: Path) -> list[str]:
-    """One line for each broken wall below `root`: where, what was included, and what may be."""
+    """One line for each broken wall below `root`: the place, the include, and the allowed includes."""
     found = []
     for path in map(Path.as_posix, sources(root)):
         wall = wall_of(path)

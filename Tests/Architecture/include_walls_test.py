@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The check of the walls sees what it is there to see: each case plants a source in an empty tree."""
+"""The check of the walls finds each fault: every case plants a source in an empty tree."""
 
 import tempfile
 import unittest

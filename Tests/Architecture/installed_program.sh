@@ -1,6 +1,6 @@
 #!/bin/bash
-# Installs a build into a folder of its own; the program there has to start without a desktop and tell its version, and
-# what belongs to it has to be where it is looked for.
+# Installs a build into a folder of its own. The program there must start without a desktop and print its version, and
+# its files must be in their places.
 # usage: installed_program.sh BUILD VERSION
 set -euo pipefail
 
@@ -31,7 +31,7 @@ for file in share/man/man1/tessel.1 share/bash-completion/completions/tessel sha
     fi
 done
 
-# What the menus read has to be what its readers expect, and to start the program that was installed.
+# The files for menus must be valid, and start the installed program.
 desktop-file-validate "$prefix/$entry"
 appstreamcli validate --no-net --no-color "$prefix/$metainfo"
 for icon in "${icons[@]}"; do

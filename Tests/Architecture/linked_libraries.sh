@@ -1,5 +1,5 @@
 #!/bin/bash
-# What stays in memory all day is kept small by what it links: a library that is not listed here needs a good reason.
+# Each linked library stays in memory all day, so a library that is not listed here needs a good reason.
 # usage: linked_libraries.sh PROGRAM
 set -euo pipefail
 

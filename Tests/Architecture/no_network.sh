@@ -1,5 +1,5 @@
 #!/bin/bash
-# The program has nothing to do on the internet, so it looks up no names and opens no connection to other machines.
+# The program does not use the internet, so it resolves no names and opens no connection to other machines.
 # usage: no_network.sh PROGRAM
 set -euo pipefail
 

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Reads every shell and Python script for mistakes, whether or not its name tells the language.
+# Checks every shell and Python script for mistakes, also those without a suffix in their name.
 # usage: scripts.sh ROOT
 set -euo pipefail
 cd "$1"

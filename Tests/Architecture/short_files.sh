@@ -1,5 +1,5 @@
 #!/bin/bash
-# Names every source that has grown beyond 400 lines: such a file holds more than one idea.
+# Lists every source of more than 400 lines: such a file holds more than one idea.
 # usage: short_files.sh ROOT
 set -euo pipefail
 cd "$1"

@@ -20,7 +20,7 @@ using Lines = std::vector<std::string>;
 using Anchor = platform::Popover::Anchor;
 using Edge = platform::Popover::Edge;
 
-/// A toolkit whose parts outlive it, and whose loop turns as long as there is something to do.
+/// A toolkit whose parts outlive it. Its loop runs until no work is left.
 class Toolkit final : public platform::Toolkit {
 public:
     Toolkit(platform::Popover& hanging, platform::simulated::Desktop& desktop)
@@ -45,7 +45,7 @@ private:
 
 class Deferred : public testing::Test {
 protected:
-    /// The main loop's present turn ends.
+    /// Ends the current turn of the main loop.
     void endTurn() {
         if (const auto next = std::exchange(host, nullptr)) {
             next();
@@ -82,7 +82,7 @@ TEST_F(Deferred, NothingIsStartedBeforeThePopoverIsShown) {
     EXPECT_EQ(toolkit.started(), nullptr);
 }
 
-TEST_F(Deferred, TheFirstShowingStartsTheToolkitAndTellsThePopoverWhatItWasTold) {
+TEST_F(Deferred, TheFirstShowingStartsTheToolkitAndPassesTheEarlierSettingsOn) {
     popover.setContentView(view);
     popover.setBehavior(platform::Popover::Behavior::transient);
     popover.setAnimates(true);

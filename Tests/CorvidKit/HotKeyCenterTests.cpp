@@ -50,7 +50,7 @@ protected:
     std::string pressed;
 };
 
-/// What an action need not be is ordered.
+/// An action without an order: HotKeyCenter must not need one.
 struct HashedAction {
     std::string name;
 

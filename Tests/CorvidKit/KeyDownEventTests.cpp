@@ -16,7 +16,7 @@ struct FlagAndBit {
     std::uint32_t bit;
 };
 
-// By number: these are the toolkit's and the hot-key interface's, whatever they are called here.
+// By number: these values are fixed by the toolkit and the hot-key interface, whatever their names here.
 constexpr std::array<FlagAndBit, 4> flagsAndBits{{
     {0x100000, 0x100},
     {0x20000, 0x200},

@@ -13,7 +13,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-/// Puts a locale in force for a test.
+/// Sets a locale for the duration of a test.
 class InLocale {
 public:
     explicit InLocale(const char* name)
@@ -60,7 +60,7 @@ TEST(LocalizedComparison, IsOneOrderAlsoOfNamesInAnotherEncoding) {
 }
 
 TEST(LocalizedComparison, FollowsTheUsersLanguage) {
-    // The C library looks here first.
+    // The C library reads this variable first.
     ASSERT_EQ(setenv("LOCPATH", TESSEL_TEST_LOCALES, 1), 0);
     const InLocale locale("de_DE.UTF-8");
     unsetenv("LOCPATH");

@@ -15,7 +15,7 @@ namespace {
 
 constexpr Shortcut shortcut{.keyCode = 123, .modifiers = Shortcut::control | Shortcut::option};
 
-/// The whole of what the process says when it stops.
+/// The complete message of the process when it stops.
 auto lastWords(const std::string& location) {
     return testing::Eq(location + ": Fatal error: Incorrect actor executor assumption; Expected same executor as "
                                   "MainActor\n");
@@ -27,7 +27,7 @@ void onAnotherThread(const std::function<void()>& work) {
 
 class MainActorAssumption : public testing::Test {
 protected:
-    // The second thread must not be started in a mere copy of this process.
+    // The second thread must not be started in a mere fork of this process.
     void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
     platform::simulated::Desktop desktop;

@@ -36,7 +36,7 @@ TEST_F(Shell, LaunchesOnceTheLoopRunsAndShowsWhatIsDue) {
     EXPECT_EQ(MenuBarApp::run([this, &wasBadged] {
                   EXPECT_EQ(desktop.trace.take(), (Lines{"run this program"}));
                   MenuBarApp::Parts parts = launch();
-                  // What the launch posts runs before what the shell posts afterwards.
+                  // Calls that the launch posts run before calls that the shell posts afterwards.
                   desktop.mainActor.post([this, &wasBadged] {
                       desktop.mainActor.post([this, &wasBadged] {
                           wasBadged = desktop.statusBar.items().front()->image->description().isBadged;

@@ -26,7 +26,7 @@ protected:
         return MenuBarController::make("Tessel", content, popover, changes, [this] { return symbol; });
     }
 
-    /// A controller after the trace of its making.
+    /// A controller whose trace starts after its construction.
     std::shared_ptr<MenuBarController> made() {
         auto controller = make();
         desktop.trace.clear();

@@ -26,7 +26,7 @@ protected:
     int told = 0;
 };
 
-TEST_F(Observations, AreToldOfTheirNameAndOfNoOther) {
+TEST_F(Observations, AreNotifiedOfTheirNameAndOfNoOther) {
     const NotificationObservation observation("launch", center, count());
     center->post({.name = "launch", .userInfo = {}});
     center->post({.name = "end", .userInfo = {}});
@@ -41,7 +41,7 @@ TEST_F(Observations, AreHandedTheNotification) {
     EXPECT_EQ(name, "launch");
 }
 
-TEST_F(Observations, DroppedAreNotToldAnyMore) {
+TEST_F(Observations, AreNotNotifiedAfterTheirEnd) {
     std::optional<NotificationObservation> observation;
     observation.emplace("launch", center, count());
     observation.reset();
@@ -49,7 +49,7 @@ TEST_F(Observations, DroppedAreNotToldAnyMore) {
     EXPECT_EQ(told, 0);
 }
 
-TEST_F(Observations, DroppedDuringADeliveryAreNotToldOfIt) {
+TEST_F(Observations, DestroyedDuringADeliveryAreNotNotifiedOfIt) {
     std::optional<NotificationObservation> second;
     const NotificationObservation first("launch", center, [&](const Notification&) { second.reset(); });
     second.emplace("launch", center, count());

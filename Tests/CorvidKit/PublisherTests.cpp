@@ -12,7 +12,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-TEST(Publisher, TellsSubscribersInOrderUntilTheyEnd) {
+TEST(Publisher, NotifiesSubscribersInOrderUntilTheyEnd) {
     Publisher<int> publisher;
     Lines told;
     const Subscription first = publisher.subscribe([&](int value) { told.push_back("a" + std::to_string(value)); });

@@ -95,7 +95,7 @@ TEST_F(SnapshotOfAView, IsInEnglishWhereTheUserWantsNoneOfTheLanguages) {
     EXPECT_EQ(names(), (std::set<std::string>{"menu-en-apps-light.png", "menu-en-apps-dark.png"}));
 }
 
-TEST_F(SnapshotOfAView, TellsViewsBeforeTheFirstIsMadeAndForGood) {
+TEST_F(SnapshotOfAView, SetsThePictureModeBeforeTheFirstViewIsMadeAndForGood) {
     EXPECT_FALSE(Snapshot::isActive);
     bool wasActive = false;
     Snapshot::renderMenu(folder, "apps", [&] {

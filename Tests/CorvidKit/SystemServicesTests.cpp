@@ -106,7 +106,7 @@ TEST_F(SystemServices, TheMemoryFootprintIsTheKernels) {
     EXPECT_EQ(reading.peakMB(), 1.5);
 }
 
-TEST_F(SystemServices, AMemoryFootprintThatTheKernelDoesNotTellIsZero) {
+TEST_F(SystemServices, AnUnknownMemoryFootprintIsZero) {
     desktop.processInfo.use.reset();
     const MemoryFootprint::Reading reading = MemoryFootprint::read();
     EXPECT_EQ(reading, (MemoryFootprint::Reading{.current = 0, .peak = 0}));

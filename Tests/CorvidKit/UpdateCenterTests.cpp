@@ -101,7 +101,7 @@ TEST_F(Updates, DismissedStartThePeriodAnewWithoutThePage) {
     EXPECT_EQ(storedSince(), present());
 }
 
-TEST_F(Updates, TellTheirFlagAtSubscriptionAndBeforeEachChange) {
+TEST_F(Updates, ReportTheirFlagAtSubscriptionAndBeforeEachChange) {
     storePeriod("1.2", Days(31));
     UpdateCenter& center = make();
     std::vector<std::pair<bool, bool>> told;

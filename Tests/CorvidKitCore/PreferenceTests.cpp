@@ -237,7 +237,7 @@ TEST(PreferenceStore, UsesTheKeyAsItIs) {
     EXPECT_EQ(store.values, (Dictionary{{"a key.with: anything", true}}));
 }
 
-/// Notes what reaches the store.
+/// Records the writes to the store.
 class RecordingStore final : public PreferenceStore {
 public:
     [[nodiscard]] std::optional<PropertyListValue> object(std::string_view key) const override {

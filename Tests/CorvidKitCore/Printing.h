@@ -9,7 +9,7 @@
 #include <ostream>
 #include <string>
 
-/// How values of the core show in a failed test.
+/// Printing of the core's values in a failed test.
 namespace corvid {
 
 inline std::ostream& operator<<(std::ostream& out, const CGPoint& point) {

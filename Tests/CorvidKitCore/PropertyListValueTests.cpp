@@ -16,7 +16,7 @@ using corvid::Data;
 using corvid::PropertyListValue;
 using Dictionary = PropertyListValue::Dictionary;
 
-/// How many of the accessors claim the value as theirs.
+/// The number of accessors that return a value for it.
 int kinds(const PropertyListValue& value) {
     return int{value.boolean().has_value()} + int{value.integer().has_value()} + int{value.real().has_value()} +
            int{value.text() != nullptr} + int{value.data() != nullptr} + int{value.dictionary() != nullptr};
@@ -62,7 +62,7 @@ TEST(PropertyListValue, CannotBeMadeFromWhatWouldTurnIntoAnotherKind) {
     static_assert(!std::constructible_from<PropertyListValue, const int*>);
     static_assert(!std::constructible_from<PropertyListValue, const void*>);
     static_assert(std::is_nothrow_move_constructible_v<PropertyListValue>);
-    // A text literal is the one to watch: a pointer would gladly become a boolean.
+    // A string literal is the risk: a pointer converts to a boolean.
     EXPECT_EQ(PropertyListValue{"false"}.boolean(), std::nullopt);
 }
 

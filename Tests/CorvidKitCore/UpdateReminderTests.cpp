@@ -19,7 +19,7 @@ using Dictionary = PropertyListValue::Dictionary;
 constexpr double present = 1'700'000'000;
 constexpr double day = 86'400;
 
-/// A store that notes what is written to it.
+/// A store that records the writes to it.
 class NotingStore final : public PreferenceStore {
 public:
     explicit NotingStore(Dictionary values = {})

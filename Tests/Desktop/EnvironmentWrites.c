@@ -1,5 +1,5 @@
-/* Preloaded into a program: notes who writes its environment, and when. One line for each write: the process, how many
- * threads it has, the function, and the variable. */
+/* Preloaded into a program: records the writes to its environment, and when they happen. One line for each write: the
+ * process, the number of its threads, the function, and the variable. */
 
 #define _GNU_SOURCE
 #include <dirent.h>

@@ -1,6 +1,6 @@
-/* Presses keys in KWin as a keyboard would, through its protocol for that (org_kde_kwin_fake_input). Reads one word and
-   its numbers a line from standard input: "press KEY", "release KEY" (evdev key numbers), "point X Y". Answers each
-   with "done" once KWin has dealt with it. */
+/* Presses keys in KWin as a keyboard would, through KWin's own protocol for that (org_kde_kwin_fake_input). Reads one
+ * word and its numbers a line from standard input: "press KEY", "release KEY" (evdev key codes), "point X Y". Answers
+ * each with "done" once KWin has handled it. */
 
 #include "fake-input-client-protocol.h"
 

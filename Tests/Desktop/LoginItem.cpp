@@ -1,4 +1,4 @@
-/// Puts a program on the list of what opens at login, or takes it off: what the program will do when it is told to.
+/// Adds a program to the programs that open at login, or removes it, with the code that the program itself uses.
 #include "Platform/Linux/AutostartLoginItem.h"
 
 #include <cstdio>

@@ -1,5 +1,5 @@
-/* The interface of another build of the program, as an upgrade may put it in the place of the right one. Anything of it
- * that runs leaves a file. */
+/* The interface of another build of the program, as an upgrade may install it instead of the right one. If any of its
+ * code runs, it leaves a file. */
 
 #include <fcntl.h>
 #include <stdlib.h>

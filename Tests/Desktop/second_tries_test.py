@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""A case that failed at first is tried once more, and leaves a trace by which that becomes known."""
+"""A case that failed at first runs again, and leaves a record of that."""
 
 import os
 import sys
@@ -20,11 +20,11 @@ class SecondTries(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
-        # The folder is made by the first case that leaves something.
+        # The first case that leaves a file creates the folder.
         self.folder = Path(folder.name, "second-tries")
 
     def status(self, failures: int, tries: int = 2) -> int:
-        """How a case ends that fails that often before it passes."""
+        """The exit status and output of a case that fails that often before it passes."""
         attempts = []
 
         def planted() -> None:
@@ -49,7 +49,7 @@ class SecondTries(unittest.TestCase):
         self.assertEqual(self.status(failures=0), PASSED)
         self.assertEqual(self.traces(), {})
 
-    def test_a_case_that_passes_at_the_second_try_leaves_the_end_of_what_the_first_one_saw(self):
+    def test_a_case_that_passes_at_the_second_try_leaves_the_end_of_the_first_ones_output(self):
         self.assertEqual(self.status(failures=1), PASSED)
         self.assertEqual(list(self.traces()), [NAME])
         lines = self.traces()[NAME].splitlines()

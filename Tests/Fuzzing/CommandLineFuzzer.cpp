@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-/// Takes the bytes for arguments, one a line.
+/// Treats the bytes as arguments, one a line.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     std::vector<std::string> arguments{"tessel"};
     std::string_view rest(reinterpret_cast<const char*>(bytes), size);

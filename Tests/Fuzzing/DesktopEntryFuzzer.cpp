@@ -8,7 +8,8 @@
 #include <string_view>
 #include <vector>
 
-/// Takes the bytes for a desktop entry and follows its Exec line to the program; what is quoted is read back as it was.
+/// Treats the bytes as a desktop entry and follows its Exec line to the program; a quoted text must be read back
+/// unchanged.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace platform::linux;
     const std::string_view contents(reinterpret_cast<const char*>(bytes), size);

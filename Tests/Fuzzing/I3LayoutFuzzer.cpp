@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
-/// Takes the bytes for a layout: whatever it says, what is read of it has a place and a size.
+/// Treats the bytes as a layout: every window read from it has a position and a size.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are characters.
     const std::string_view text(reinterpret_cast<const char*>(bytes), size);

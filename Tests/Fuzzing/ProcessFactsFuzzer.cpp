@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string_view>
 
-/// Takes the bytes for what the kernel tells of a process: its control groups, its security label, its command line.
+/// Treats the bytes as the kernel's data on a process: its control groups, its security label, its command line.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace platform::linux;
     const std::string_view text(reinterpret_cast<const char*>(bytes), size);

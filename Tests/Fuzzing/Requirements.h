@@ -5,14 +5,14 @@
 #include <cmath>
 #include <cstdlib>
 
-/// Stops the fuzzer where the condition does not hold.
+/// Stops the fuzzer if the condition does not hold.
 inline void require(bool condition) {
     if (!condition) {
         std::abort();
     }
 }
 
-/// The same where a frame is one that no desktop can have.
+/// Stops the fuzzer if the frame is one that no desktop can have.
 inline void requireWithin(const corvid::CGRect& frame) {
     constexpr double farthest = 1e6;
     require(std::abs(frame.origin.x) <= farthest && std::abs(frame.origin.y) <= farthest);

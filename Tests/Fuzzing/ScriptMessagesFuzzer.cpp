@@ -19,7 +19,7 @@ void requireSound(const compositor::WindowIdentifier& identifier, const composit
 
 } // namespace
 
-/// Takes the bytes for news and for results: whatever they say, what is read of them is within bounds.
+/// Treats the bytes as events and as results: every value read from them is within bounds.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are characters.
     const std::string_view text(reinterpret_cast<const char*>(bytes), size);

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string_view>
 
-/// Takes the bytes for a settings file: what can be read can be changed, written, and read back.
+/// Treats the bytes as a settings file: settings that can be read can be changed, written, and read back.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using platform::linux::PropertyListDocument;
     auto document = PropertyListDocument::parse({reinterpret_cast<const char*>(bytes), size});

@@ -18,7 +18,7 @@ void requireSound(const compositor::WindowIdentifier& identifier, const composit
 
 } // namespace
 
-/// Takes the bytes for each of the messages in turn: whatever they say, what is read of them is within bounds.
+/// Treats the bytes as each of the messages in turn: every value read from them is within bounds.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are characters.
     const std::string_view text(reinterpret_cast<const char*>(bytes), size);

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-/// Takes the bytes for what each of the desktops has written its shortcuts into.
+/// Treats the bytes as the file or output in which each desktop stores its shortcuts.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace platform::linux;
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are characters.

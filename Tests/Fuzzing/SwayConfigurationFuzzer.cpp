@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-/// Takes the bytes for a configuration that includes itself.
+/// Treats the bytes as a configuration that includes itself.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are characters.
     const std::string text(reinterpret_cast<const char*>(bytes), size);

@@ -16,7 +16,7 @@ void require(bool condition) {
     }
 }
 
-/// Takes the text for a layout: whatever it says, what is read of it is within bounds.
+/// Treats the text as a layout: every value read from it is within bounds.
 void readAsTree(std::string_view text) {
     const auto json = platform::i3ipc::parsedJson(text);
     const auto tree = json ? platform::sway::readTree(*json) : std::nullopt;
@@ -36,7 +36,7 @@ void readAsTree(std::string_view text) {
 
 } // namespace
 
-/// Takes the bytes for a stream of messages, which comes in pieces as long as the first byte says, and for a layout.
+/// Treats the bytes as a stream of messages, in pieces as long as the first byte says, and as a layout.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     if (size == 0) {
         return 0;

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
-/// Takes the bytes for WM_CLASS, and their halves for the two properties that name an application.
+/// Treats the bytes as WM_CLASS, and their halves as the two properties that name an application.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     using namespace platform::x11;
     const std::string_view text(reinterpret_cast<const char*>(bytes), size);

@@ -7,7 +7,7 @@
 #include <string>
 #include <variant>
 
-/// Takes the bytes for the property of a settings manager: all settings together are no longer than it.
+/// Treats the bytes as the property of a settings manager: all settings together are no longer than the property.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     std::size_t length = 0;
     for (const auto& [name, value] : platform::x11::readXSettings(std::as_bytes(std::span(bytes, size)))) {

@@ -46,7 +46,7 @@ TEST_F(Chooser, ShowsAllUntilSomethingIsSought) {
     EXPECT_EQ(list.count(), 4);
 }
 
-TEST_F(Chooser, WhatIsChosenStaysChosenWhileOtherThingsAreSought) {
+TEST_F(Chooser, AChosenApplicationStaysChosenDuringOtherSearches) {
     list.setSearchText("maps");
     list.toggle(0);
     list.setSearchText("calc");

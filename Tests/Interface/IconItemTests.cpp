@@ -22,7 +22,7 @@ QColor middleOf(IconItem& item) {
     return image.pixelColor(10, 10);
 }
 
-/// A theme with nothing in it but the icons that a test puts there.
+/// A theme that contains only the icons that a test adds.
 class Icons : public testing::Test {
 protected:
     void SetUp() override {
@@ -53,7 +53,7 @@ protected:
     IconItem item;
 };
 
-TEST_F(Icons, WhatIsNotThereIsEmpty) {
+TEST_F(Icons, AMissingIconIsEmpty) {
     EXPECT_TRUE(item.isEmpty());
     for (const QString& source : {QStringLiteral("/nowhere/icon.png"), QStringLiteral("no-such-icon"),
                                   QStringLiteral(":/nowhere.svg"), QString()}) {
@@ -63,7 +63,7 @@ TEST_F(Icons, WhatIsNotThereIsEmpty) {
     }
 }
 
-TEST_F(Icons, WhatIsNoRegularFileIsNotOpened) {
+TEST_F(Icons, OnlyRegularFilesAreOpened) {
     for (const char* ending : {".png", ".svg", ""}) {
         const QString pipe = folder.filePath(QStringLiteral("pipe") + QLatin1String(ending));
         ASSERT_EQ(::mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);

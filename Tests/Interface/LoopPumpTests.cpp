@@ -20,7 +20,7 @@ TEST(LoopPump, TimersOfTheMainLoopFireInQtsLoop) {
     MainLoop mainLoop;
     int count = 0;
     std::unique_ptr<platform::ScheduledWork> timer;
-    // Each one sets the next, so that none can do without the one before.
+    // Each timer sets the next, so each needs the one before.
     std::function<void()> next = [&] {
         if (++count == 5) {
             mainLoop.end(0);
@@ -42,7 +42,7 @@ TEST(LoopPump, BothLoopsTurnSideBySide) {
     std::vector<std::string> order;
     mainLoop.continueIn([&] {
         const LoopPump pump(mainLoop);
-        // A piece of work of the one leads to a piece of work of the other, and back.
+        // A task of one loop posts a task to the other, and back.
         mainLoop.post([&] {
             order.emplace_back("main loop");
             QTimer::singleShot(0, [&] {
@@ -82,8 +82,8 @@ TEST(LoopPump, AMainLoopThatHasALotToDoLeavesQtItsTurns) {
     EXPECT_GT(turns, 0);
 }
 
-/// Gives whether `count` turns of the main loop, each posted by the one before, come to an end within `patience`
-/// although nothing happens outside.
+/// Returns whether `count` turns of the main loop, each posted by the one before, end within `patience` without any
+/// event from outside.
 bool endsByItself(int count, std::chrono::milliseconds patience) {
     MainLoop mainLoop;
     int turns = 0;
@@ -104,7 +104,7 @@ bool endsByItself(int count, std::chrono::milliseconds patience) {
 }
 
 TEST(LoopPump, AMainLoopThatAlwaysHasMoreToDoWaitsForNothingFromOutside) {
-    // One more than a power of two that some loop may serve at once, and many times that.
+    // One more than a power of two, which some loop may use as the size of a batch, and many times that.
     for (const int count : {1, 65, 129, 257, 10'001}) {
         EXPECT_TRUE(endsByItself(count, 10s)) << count << " turns";
     }

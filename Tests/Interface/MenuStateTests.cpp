@@ -168,7 +168,7 @@ TEST_F(Menu, SaysWhetherBorrowingChangesTheSettings) {
               "time.");
 }
 
-TEST_F(Menu, TellsOfAChangeOnceItIsThere) {
+TEST_F(Menu, ReportsAChangeAfterItHappened) {
     MenuState& menu = make();
     desktop.mainActor.run();
     QString told;
@@ -248,7 +248,7 @@ TEST_F(Menu, QuittingEndsTheProgram) {
     EXPECT_EQ(desktop.trace.take(), std::vector<std::string>{"terminate this program"});
 }
 
-TEST_F(Menu, MayGoBeforeItCouldTell) {
+TEST_F(Menu, MayBeDestroyedBeforeItsReport) {
     make();
     state->setEnabled(false);
     shown.reset();

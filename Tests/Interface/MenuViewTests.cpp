@@ -131,7 +131,7 @@ TEST_F(View, KeysThatTheHolderKeepsAreNamedBeforeOneBorrows) {
         "Other keys for the same keep working: Super+Page Up, Super+Page Down.");
 }
 
-TEST_F(View, WhoseConfigurationHoldsTheShortcutsIsSaidOnce) {
+TEST_F(View, NamesTheHoldingConfigurationOnce) {
     int line = 40;
     for (const WindowAction action : {WindowAction::leftHalf, WindowAction::center}) {
         desktop.hotKeyEvents.lend(action.shortcut().keyCode, action.shortcut().modifiers);

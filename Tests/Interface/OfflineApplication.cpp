@@ -3,7 +3,7 @@
 #include <QGuiApplication>
 #include <QQuickWindow>
 
-/// The tests draw into memory, in light and in English, whatever the user has.
+/// The tests draw into memory, in light and in English, independent of the user's settings.
 int main(int argumentCount, char** arguments) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);

@@ -70,7 +70,7 @@ protected:
     QQmlEngine engine;
     QQuickItem* content = nullptr;
     int made = 0;
-    /// What happens while the content is made.
+    /// Runs while the content is made.
     std::function<void()> meanwhile;
     PopoverWindow popover{{.mainLoop = loop,
                            .mainActor = desktop.mainActor,
@@ -153,7 +153,7 @@ TEST_F(Hanging, OnALowScreenItScrollsToWhatHasTheKeyboard) {
 
 TEST_F(Hanging, IsPlacedHoweverLongItsContentTakesToMake) {
     desktop.screens.attach({{.frame = {{0, 0}, {1920, 1080}}, .visibleFrame = {{0, 0}, {1920, 1056}}}});
-    // The desktop answers no more questions in this turn.
+    // The desktop answers no more requests in this turn.
     meanwhile = [this] {
         desktop.screens.attach({});
         desktop.ownWindows.hasCompositor = false;
@@ -201,7 +201,7 @@ TEST_F(Hanging, ALockOfTheSessionClosesItAndIsWatchedForOnlyWhileItIsOpen) {
 
 TEST_F(Hanging, ComesWithATransitionUnlessItsUserWantsLessMotion) {
     popover.setAnimates(true);
-    // The content lies in a holder on the plate, which scrolls.
+    // The content is in a scrolling holder on the plate.
     const auto plate = [this] { return content->parentItem()->parentItem()->parentItem(); };
     open();
     EXPECT_LT(plate()->opacity(), 1) << "it is there at once";
@@ -246,7 +246,7 @@ protected:
         desktop.screens.attach({{.frame = {{0, 0}, {1920, 1080}}, .visibleFrame = {{0, 0}, {1920, 1056}}}});
     }
 
-    /// Opens it with the keyboard, as its compositor gives it.
+    /// Opens it with the keyboard focus that its compositor assigns.
     void openWithKeyboard() {
         open();
         ASSERT_NE(window(), nullptr);
@@ -255,7 +255,7 @@ protected:
         ASSERT_TRUE(window()->isActive());
     }
 
-    /// Another program takes the keyboard, of which no window of ours hears more.
+    /// Another program takes the keyboard focus; our windows get no further event.
     void loseKeyboard() {
         desktop.ownWindows.keyboardOwner.reset();
         QWindow other;

@@ -56,7 +56,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     }
 
-    /// Opens it as with the keyboard or with the pointer.
+    /// Opens it as the keyboard or the pointer does.
     void open(bool isUsingKeyboard) {
         Environment::of(engine).setUsingKeyboard(isUsingKeyboard);
         QMetaObject::invokeMethod(opener.get(), "open");
@@ -65,7 +65,7 @@ protected:
         draw();
     }
 
-    /// Lines are made, and the pointer's whereabouts told, as a frame is drawn.
+    /// Creates the lines and reports the pointer's position, which happens when a frame is drawn.
     void draw() { window.grabWindow(); }
 
     void press(Qt::Key key) {

@@ -79,7 +79,7 @@ RC_GTEST_PROP(RuleAppModel, EndsUpWithAnyRowsWhateverCameBefore, ()) {
             all.push_back(row(std::to_string(name), *rc::gen::element(WindowAction(WindowAction::maximize),
                                                                       WindowAction(WindowAction::center))));
         }
-        // In any order: names decide about it, and they change.
+        // In any order: the model sorts by name, and names change.
         const int turn = all.empty() ? 0 : *rc::gen::inRange(0, static_cast<int>(all.size()));
         std::ranges::rotate(all, all.begin() + turn);
         return all;

@@ -12,7 +12,7 @@
 namespace tessel {
 namespace {
 
-/// What a menu offers: a section in brackets, a divider as a dash.
+/// The entries of a menu: a section in brackets, a divider as a dash.
 std::vector<std::string> offered(const QQuickItem& menu) {
     std::vector<std::string> lines;
     const QJSValue entries = menu.property("entries").value<QJSValue>();
@@ -25,7 +25,7 @@ std::vector<std::string> offered(const QQuickItem& menu) {
     return lines;
 }
 
-/// The view as it hangs in a window, which is kept while it is hidden: with room for a shadow around it.
+/// The view in a window that is kept while it is hidden, with room for a shadow around it.
 class ShownView : public View {
 protected:
     static constexpr double shadow = 20;
@@ -43,7 +43,7 @@ protected:
 
     void TearDown() override { item.reset(); }
 
-    /// Lists make and drop their rows as they are drawn.
+    /// Lists create and delete their rows while they draw.
     void draw() {
         settle();
         ASSERT_FALSE(shown.grabWindow().isNull());
@@ -54,7 +54,7 @@ protected:
 
     static bool isOpen(QQuickItem& button) { return menuOf(button).property("isOpen").toBool(); }
 
-    /// Where the open menu is in the window; its list is drawn above everything, with five points around it.
+    /// The open menu's rectangle in the window; its list is drawn above everything, with five points around it.
     QRectF placeOfMenu() {
         for (QQuickItem* list : itemsOfType(*shown.contentItem(), "MenuList")) {
             if (list->isVisible()) {
@@ -116,7 +116,7 @@ TEST_F(ShownView, AnApplicationWhoseRuleIsRemovedIsAmongTheOpenOnesAgain) {
               (std::vector<std::string>{"[Open apps]", "Editor", "-", "Choose from Applications…"}));
 }
 
-/// Pictures are drawn as long as it lives.
+/// Pictures are drawn while it lives.
 class Drawing {
 public:
     Drawing() { corvid::Snapshot::isActive = true; }
@@ -125,7 +125,7 @@ public:
     ~Drawing() { corvid::Snapshot::isActive = false; }
 };
 
-TEST_F(ShownView, WhatIsUnderThePointerIsHighlightedButNotWhileDrawing) {
+TEST_F(ShownView, TheItemUnderThePointerIsHighlightedButNotWhileDrawing) {
     for (const bool isDrawing : {false, true}) {
         std::optional<Drawing> drawing;
         if (isDrawing) {

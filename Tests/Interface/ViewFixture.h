@@ -22,7 +22,7 @@
 
 namespace tessel {
 
-/// All items below this one whose type has that name, in the order in which they are drawn.
+/// All items below this one with that type name, in drawing order.
 inline std::vector<QQuickItem*> itemsOfType(const QQuickItem& root, const std::string& type) {
     std::vector<QQuickItem*> found;
     for (QQuickItem* child : root.childItems()) {
@@ -53,7 +53,7 @@ protected:
         return *item;
     }
 
-    /// What is posted and laid out later takes its place.
+    /// Runs pending calls and layouts.
     void settle() {
         desktop.mainActor.run();
         for (int turn = 0; turn < 3; ++turn) {
@@ -70,7 +70,7 @@ protected:
         return *found.front();
     }
 
-    /// The two cards that say what is missing, in their order.
+    /// The two cards for missing requirements, in their order.
     QQuickItem& permissionCard() { return *itemsOfType(*item, "WarningCard").at(0); }
     QQuickItem& borrowingCard() { return *itemsOfType(*item, "WarningCard").at(1); }
 

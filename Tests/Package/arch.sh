@@ -1,5 +1,5 @@
 #!/bin/bash
-# The PKGBUILD makes a package of a release, without a repository, and that has what the Debian package has.
+# The PKGBUILD makes a package of a release, without a repository, with the files of the Debian package.
 # usage: arch.sh SOURCES LIST...
 set -euo pipefail
 
@@ -10,19 +10,18 @@ take_arguments "$@"
 skip_without makepkg bsdtar
 make_release "$folder"
 cp "$sources/packaging/PKGBUILD" "$folder"
-# makepkg does not work for root.
-# It looks for pacman, which it does not need here.
+# makepkg refuses to run as root. It checks for pacman, which it does not need here.
 as_somebody=(env HOME="$folder" PACMAN=true)
 if ((EUID == 0)); then
     chown --recursive nobody "$folder"
     as_somebody+=(setpriv --reuid nobody --regid nogroup --clear-groups)
 fi
-# What it needs is named as Arch names it, and installed here under other names.
+# The dependencies have Arch's names, and are installed here under other names.
 if ! (cd "$folder" && "${as_somebody[@]}" makepkg --nodeps --skipinteg --noconfirm >"$folder/log" 2>&1); then
     tail --lines=40 "$folder/log"
     exit 1
 fi
 package=$(echo "$folder"/tessel-[0-9]*.pkg.tar*)
-# What begins with a dot is the package's own.
+# Files that begin with a dot are the package's own metadata.
 bsdtar --list --file "$package" | sed '/^\./d; /\/$/d' >"$folder/files"
 check_package "$package" usr/lib

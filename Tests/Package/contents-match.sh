@@ -1,7 +1,7 @@
 #!/bin/bash
-# Whether the files of a package are those that the lists name, and no others.
+# Checks that a package's files are exactly those that the lists name.
 # usage: contents-match.sh FILES LIBRARIES LIST...
-# FILES has a path per line, relative to the root; LIBRARIES is what the word stands for in the lists.
+# FILES has a path per line, relative to the root; LIBRARIES replaces that word in the lists.
 set -euo pipefail
 
 files=$1 libraries=$2

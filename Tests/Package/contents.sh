@@ -1,5 +1,5 @@
 #!/bin/bash
-# The package is what its name says, and has what it needs, where Debian has it, and nothing else.
+# The package matches its name and has exactly its files, in Debian's places.
 # usage: contents.sh FOLDER VERSION LIST...
 set -euo pipefail
 
@@ -39,7 +39,7 @@ newest=$(dpkg-parsechangelog --file "$folder/changelog" --show-field Version)
 grep --quiet --line-regexp 'Source: https://tessel.example' "$root/usr/share/doc/tessel/copyright" ||
     complain 'its copyright file names another source'
 
-# Each library that a program or plugin names, and all that these load by name.
+# Each library that a program or plugin links, and each module that these load by name.
 needed='libc6 libglib2.0-0 libplist3 libsystemd0 libxcb1 libxcb-randr0'
 if [[ -e $root/usr/lib/$triplet/tessel/tessel-menu.so ]]; then
     needed+=' libqt6core6 libqt6gui6 libqt6qml6 libqt6quick6 libqt6svg6 qml6-module-qtquick'

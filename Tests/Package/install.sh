@@ -1,6 +1,6 @@
 #!/bin/bash
-# Installs the package with dpkg, uses it, and removes it again: in a copy of this system that is made of what is written
-# to it alone, and gone with this script.
+# Installs the package with dpkg, uses it, and removes it again: in an overlay of this system that is removed with this
+# script.
 # usage: install.sh FOLDER VERSION
 set -euo pipefail
 
@@ -44,7 +44,7 @@ inside() {
         chroot "$root" "$@" </dev/null
 }
 
-# One that is installed here already is not the one to look at.
+# Tessel may be installed on this system already; that copy must not be tested.
 inside dpkg --purge tessel >/dev/null 2>&1 || true
 cp "$package" "$root/tmp/tessel.deb"
 cp "$here/keep-dependencies.sh" "$here/use.sh" "$root/tmp"
@@ -53,7 +53,7 @@ cp --archive "$written" "$mounts/before"
 
 inside dpkg --install /tmp/tessel.deb
 inside /tmp/use.sh "$version"
-# As long as its user has it, too.
+# A user's first day with it, if this system can run that case.
 cp --recursive "$here/../Desktop" "$root/tmp/desktop"
 used=0
 inside env PYTHONDONTWRITEBYTECODE=1 TESSEL_DESKTOP_TRIES="${TESSEL_DESKTOP_TRIES:-1}" \
@@ -63,16 +63,16 @@ if ((used != 0 && used != 77)); then
 fi
 inside dpkg --purge tessel
 
-# What dpkg and the readers of menus and icons keep for themselves.
+# Files that dpkg and the readers of menus and icons keep for themselves.
 caches='var/(lib/dpkg|log|cache)/.*|usr/share/(applications/mimeinfo\.cache|icons/hicolor/icon-theme\.cache)'
 left=0
 while read -r -d '' path; do
-    # A file that was written anew and says the same is none that was left.
+    # A file that was rewritten with the same contents is not left over.
     before=/$path
     if [[ -e $mounts/before/$path ]]; then
         before=$mounts/before/$path
     fi
-    # What was taken away stands there as a device.
+    # In an overlay, a deleted file is a character device.
     if [[ $path =~ ^($caches)$ || (-d $written/$path && -d $before) || (-c $written/$path && -c $before) ]] ||
         cmp --quiet "$written/$path" "$before"; then
         continue

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Takes away from this system what the toolkit loads by name and the package does not depend on: so that the interface
-# shows itself on a system that has nothing more. Runs as root in a system of its own.
+# Removes from this system every module that the toolkit loads by name and the package does not depend on, so that the
+# interface must work with its dependencies alone. Runs as root in a system of its own.
 # usage: keep-dependencies.sh PACKAGE
 set -euo pipefail
 
@@ -9,7 +9,7 @@ if [[ ! -d $toolkit ]]; then
     exit
 fi
 read -ra depends < <(dpkg-deb --field "$1" Depends | sed 's/([^)]*)//g; s/[,|]/ /g')
-# A name on each line, behind what it is to the one before.
+# One name a line, after its kind of dependency.
 apt-cache depends --recurse --installed --no-recommends --no-suggests --no-conflicts --no-breaks --no-replaces \
     --no-enhances "${depends[@]}" | sed 's/^[ |]*\([A-Za-z]*: \)\?//; s/[<>]//g; s/:.*//' | sort --unique >/tmp/depended
 # A package, a colon and a path on each line.

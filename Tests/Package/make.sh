@@ -1,5 +1,5 @@
 #!/bin/bash
-# Makes the package of what is built, as one of that website.
+# Makes the package of the build, for that website.
 # usage: make.sh CPACK BUILD FOLDER WEBSITE
 set -euo pipefail
 

@@ -1,5 +1,5 @@
 #!/bin/bash
-# nix's parser understands the derivation. Without nixpkgs, which are not at hand, that is all that can be asked.
+# nix's parser accepts the derivation. Nothing more can be checked without nixpkgs, which is not available here.
 # usage: nix.sh SOURCES
 set -euo pipefail
 

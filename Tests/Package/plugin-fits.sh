@@ -1,6 +1,6 @@
 #!/bin/bash
-# The plugin of an unpacked package belongs to its program: its note has the program's build identity, which a packing
-# tool may have computed anew.
+# The plugin of an unpacked package belongs to its program: its note has the program's build identity, which a packaging
+# tool may have recomputed.
 # usage: plugin-fits.sh ROOT LIBRARIES
 set -euo pipefail
 

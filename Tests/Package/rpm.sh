@@ -1,5 +1,5 @@
 #!/bin/bash
-# tessel.spec makes a package of a release, without a repository, and that has what the Debian package has.
+# tessel.spec makes a package of a release, without a repository, with the files of the Debian package.
 # usage: rpm.sh SOURCES LIST...
 set -euo pipefail
 
@@ -16,7 +16,7 @@ if ! rpmbuild --define "_topdir $folder" --nodeps -bb "$sources/packaging/tessel
     exit 1
 fi
 package=$(echo "$folder"/RPMS/*/tessel-[0-9]*.rpm)
-# A folder is named with a mode that begins with d.
+# A folder's mode begins with d.
 rpm --query --package --queryformat '[%{FILEMODES:perms} %{FILENAMES}\n]' "$package" | sed -n 's|^-[^ ]* /||p' >"$folder/files"
 libraries=$(rpm --eval '%{_libdir}')
 check_package "$package" "${libraries#/}"

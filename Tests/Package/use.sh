@@ -1,6 +1,6 @@
 #!/bin/bash
-# Uses the installed program as its user's session does. Runs as root in a system of its own, with which everything that
-# is started here ends.
+# Uses the installed program as its user's session does. Runs as root in a system of its own; all processes started here
+# end with it.
 # usage: use.sh VERSION
 set -euo pipefail
 
@@ -15,7 +15,7 @@ if [[ $told != "tessel $version" ]]; then
     exit 1
 fi
 
-# The interface finds all that it loads.
+# The interface finds everything that it loads.
 if [[ -e /usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/tessel/tessel-menu.so ]]; then
     mkdir /tmp/pictures
     tessel --snapshot /tmp/pictures

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Without a website there is no package, and one line says what is missing.
+# Without a website, making a package fails with one line that names the missing setting.
 # usage: without-website.sh CPACK BUILD FOLDER
 set -euo pipefail
 

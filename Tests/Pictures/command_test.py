@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""What asking for pictures does and leaves alone, whatever is missing."""
+"""The effects of the command that draws pictures, also with missing requirements."""
 
 import os
 import shutil
@@ -57,7 +57,7 @@ class AskingForPictures(PictureCase):
         self.run_program("--snapshot", self.shots, LANGUAGE="tlh")
         self.assertEqual(sorted(self.digests()), sorted(names("it") + names("en")))
 
-    def test_what_cannot_be_written_is_left_out_in_silence(self):
+    def test_a_picture_that_cannot_be_written_is_left_out_silently(self):
         missing = self.folder / "missing"
         self.assert_silent_success(self.run_program("--snapshot", missing))
         self.assertFalse(missing.exists())
@@ -88,7 +88,7 @@ class AskingForPictures(PictureCase):
         self.assertEqual(self.digests(), {})
 
     def test_a_qt_that_gives_up_is_no_complaint_either(self):
-        # Qt reads this file beside the program, finds no platform to work on, and stops the process.
+        # Qt reads this file beside the program, finds no platform, and aborts the process.
         (self.folder / "qt.conf").write_text("[Paths]\nPlugins=/nowhere\n", encoding="ascii")
         for name in (PROGRAM.name, "tessel-menu.so"):
             shutil.copy2(PROGRAM.parent / name, self.folder)
@@ -106,7 +106,7 @@ class AskingForPictures(PictureCase):
             os.kill(drawer, signal.SIGABRT)
             self.assertEqual(drawing.wait(timeout=120), 0)
         whole = [name for name in names() if (self.shots / name).exists() and (self.shots / name).stat().st_size > 0]
-        # Whichever it was busy with.
+        # Whichever picture it was drawing.
         self.assertGreaterEqual(len(whole), 3, whole)
         self.assertIn(names()[-1], whole)
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The pictures have the sizes, places and colours that the interface is meant to have, measured on the pictures."""
+"""The pictures have the intended sizes, positions and colours of the interface, measured on the pictures."""
 
 import unittest
 
@@ -12,7 +12,7 @@ from measuring import (ACCENT, BACKGROUND, CARD, CARD_HEIGHT, CARD_TOP, DIVIDER,
 
 
 class Content:
-    """What holds in either scheme."""
+    """Checks for both colour schemes."""
 
     scheme: str
 
@@ -58,7 +58,7 @@ class Content:
                 line = [picture.getpixel((x, y)) for x in range(2 * 60, 2 * 80)]
                 widths += [end - start for start, end in runs(line, GREEN[scheme])]
             self.assertTrue(widths, "there is no dot")
-            # Its edges are mixed with what is behind it.
+            # Its edges are blended with the background.
             self.assertAlmostEqual(max(widths), 7, delta=1)
 
     def test_the_master_switch_is_on_in_the_accent(self):
@@ -130,7 +130,7 @@ class Content:
 
     def test_the_rows_of_the_rules_end_ten_points_from_the_edge(self):
         for scheme, picture in self.each("apps"):
-            # Further out is nothing but the mark of a list that can be scrolled.
+            # The area outside contains only the mark of a scrollable list.
             left, right = RIGHT - 30, RIGHT - 7
             ends = picture.crop((2 * left, 2 * 170, 2 * right, 2 * 315))
             inked = [x for x in range(ends.width)
@@ -140,7 +140,7 @@ class Content:
 
     def test_the_rules_have_an_icon_each(self):
         for scheme, picture in self.each("apps"):
-            # The rows that are whole, from below the texts to above the button.
+            # The complete rows, from below the texts to above the button.
             icons = picture.crop((2 * (LEFT + 10), 2 * 170, 2 * (LEFT + 30), 2 * 315))
             coloured = [any(max(colour) - min(colour) > 60 for _, colour in icons.crop((0, y, 40, y + 1)).getcolors(40))
                         for y in range(icons.height)]

@@ -1,4 +1,4 @@
-"""The pictures of the program under test: has them drawn, and reads them."""
+"""Makes the program under test draw its pictures, and reads them."""
 
 import functools
 import os
@@ -14,19 +14,19 @@ SCHEMES = ("light", "dark")
 
 
 def names(language: str = "en") -> list[str]:
-    """The files of one run, in the order in which they are written."""
+    """The files of one run, in the order of their creation."""
     return [f"menu-{language}-{tab}-{scheme}.png" for tab in TABS for scheme in SCHEMES]
 
 
 def bare_environment(home: Path) -> dict[str, str]:
-    """What a program has that nobody has set up anything for: no display, no bus, no session."""
-    # A sanitizer is told by its variable how to report, and has to go on being told.
+    """The environment without any setup: no display, no bus, no session."""
+    # A sanitizer's options come from its variable, so that one is kept.
     kept = {name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")}
     return kept | {"HOME": str(home), "PATH": "/usr/bin:/bin", "LANG": "C.UTF-8"}
 
 
 def draw(folder: Path, **variables: str) -> None:
-    """Has the four pictures drawn into a folder."""
+    """Draws the four pictures into a folder."""
     subprocess.run([PROGRAM, "--snapshot", folder], env=bare_environment(folder.parent / "home") | variables,
                    stdin=subprocess.DEVNULL, timeout=120, check=True)
 

@@ -1,6 +1,7 @@
 #!/usr/bin/python3
-"""The pictures look as they did when somebody last looked at them. scripts/golden-pictures makes them anew, for a person
-to look at and to commit.
+"""The pictures look like the reviewed ones.
+
+scripts/golden-pictures draws those again, for a person to review and commit.
 """
 
 import unittest
@@ -12,7 +13,7 @@ from drawing import PROGRAM, names, pictures
 from likeness import difference
 
 GOLDEN = Path(__file__).with_name("golden")
-# A failure leaves the picture here.
+# A failure saves the picture here.
 FOUND = PROGRAM.parent.parent / "pictures"
 
 

@@ -1,11 +1,11 @@
-"""How much two pictures differ to the eye.
+"""A measure of how much two pictures differ to the eye.
 
-Fonts and curves come out a little different with every version of what draws them: edges are a shade darker or lighter,
-a letter begins a fraction of a pixel further on. Nobody sees that. What one sees is that something is missing, has moved
-or has another colour. So the pictures are compared as from a step back, in patches instead of pixels, and in a colour
-space where distances are about what the eye makes of them (CIE 1976 L*a*b*). They are compared twice: in small patches,
-for shapes, and in large ones, in which edges do not count any more, for colours. What counts is the worst place, because
-a fault in a small place is a fault.
+Fonts and curves differ a little with every version of the libraries that draw them: edges are a shade darker or
+lighter, a letter begins a fraction of a pixel further on. A person does not see that. A person sees that something is
+missing, has moved or has another colour. So the pictures are compared as from a step back, in patches instead of
+pixels, and in a colour space whose distances match the eye's (CIE 1976 L*a*b*). They are compared twice: in small
+patches, for shapes, and in large ones, in which edges no longer matter, for colours. The result is the worst place,
+because a fault in a small place is a fault.
 """
 
 import functools
@@ -16,11 +16,11 @@ from PIL import Image
 
 @dataclass(frozen=True)
 class Scale:
-    """One way to look: sizes in pixels of the picture, two of which are a point."""
+    """One way of comparison: sizes in pixels of the picture, two of which are a point."""
 
     patch: int
     tile: int
-    # The mean distance over a tile from which on it counts. likeness_test.py shows what is on either side.
+    # The limit for the mean distance over a tile. likeness_test.py has examples on both sides.
     limit: float
 
 
@@ -29,7 +29,7 @@ SCALES = (Scale(patch=4, tile=16, limit=6), Scale(patch=40, tile=40, limit=1.6))
 
 @dataclass(frozen=True)
 class Difference:
-    """The worst tile: how far apart, in limits, and where its top-left corner is, in pixels."""
+    """The worst tile: its distance in units of the limit, and its top-left corner in pixels."""
 
     ratio: float = 0
     x: int = 0
@@ -55,7 +55,7 @@ def lab(colour: tuple[int, int, int]) -> tuple[float, float, float]:
 
 
 def _distances(one: Image.Image, other: Image.Image, patch: int) -> list[list[float]]:
-    """How far apart the patches are, row by row."""
+    """The distances of the patches, row by row."""
     small, small_other = (picture.convert("RGB").reduce(patch) for picture in (one, other))
     distances = []
     for colour, other_colour in zip(small.getdata(), small_other.getdata(), strict=True):
@@ -68,7 +68,7 @@ def _distances(one: Image.Image, other: Image.Image, patch: int) -> list[list[fl
 
 
 def difference(one: Image.Image, other: Image.Image) -> Difference:
-    """Pictures of different sizes are as different as can be."""
+    """Pictures of different sizes get the largest possible difference."""
     if one.size != other.size:
         return Difference(float("inf"))
     worst = Difference()
@@ -78,7 +78,7 @@ def difference(one: Image.Image, other: Image.Image) -> Difference:
         step = max(1, side // 2)
         for top in range(0, len(distances), step):
             for left in range(0, len(distances[0]), step):
-                # At the edges a tile is cut off; what is missing counts as alike.
+                # At the edges a tile is cut off; the missing part counts as equal.
                 tile = [distance for row in distances[top:top + side] for distance in row[left:left + side]]
                 ratio = sum(tile) / side ** 2 / scale.limit
                 if ratio > worst.ratio:

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The comparison of pictures sees what a person would see, and nothing else: each case plants a change."""
+"""The comparison of pictures finds each difference that a person sees, and nothing else: each case plants a change."""
 
 import unittest
 from pathlib import Path
@@ -9,7 +9,7 @@ from PIL import Image, ImageChops, ImageDraw, ImageFilter
 from likeness import difference
 
 GOLDEN = Path(__file__).with_name("golden")
-# A row of the shortcuts, without the edges of its card, and the places of some things in it and elsewhere, in pixels.
+# A row of the shortcuts, without the edges of its card, and the positions of some parts in it and elsewhere, in pixels.
 ROW = (60, 300, 640, 372)
 TEXTS = (100, 200, 420, 700)
 CAP = (508, 240, 530, 260)
@@ -25,14 +25,14 @@ def moved(picture: Image.Image, box: tuple[int, int, int, int], across: int, dow
 
 
 def without(picture: Image.Image, box: tuple[int, int, int, int]) -> Image.Image:
-    """What is in the box is not there: only what it lies on."""
+    """Removes the contents of the box, so that only the background remains."""
     changed = picture.copy()
     ImageDraw.Draw(changed).rectangle(box, fill=picture.getpixel(box[:2]))
     return changed
 
 
 def recoloured(picture: Image.Image, box: tuple[int, int, int, int], order: tuple[int, int, int]) -> Image.Image:
-    """The box with its red, green and blue traded."""
+    """The box with its red, green and blue exchanged."""
     channels = picture.crop(box).split()
     changed = picture.copy()
     changed.paste(Image.merge("RGB", [channels[index] for index in order]), box[:2])

@@ -1,6 +1,6 @@
-"""Where what is in the interface, which colour it has, and how that is found on a picture.
+"""Positions and colours of the interface, and how to find them on a picture.
 
-Places are in points from the top left; a point is two pixels.
+Positions are in points from the top left; a point is two pixels.
 """
 
 from PIL import Image
@@ -12,7 +12,7 @@ ACCENT = {"light": (0, 122, 255), "dark": (10, 132, 255)}
 GREEN = {"light": (40, 184, 76), "dark": (48, 209, 88)}
 PRIMARY = {"light": (29, 29, 31), "dark": (245, 245, 247)}
 CARD = {"light": (251, 251, 252), "dark": (54, 54, 55)}
-# What lies faintly on a card: a colour, and how much of it.
+# A faint overlay on a card: a colour, and its opacity.
 HAIRLINE = {"light": ((0, 0, 0), 0x17 / 255), "dark": ((255, 255, 255), 0x14 / 255)}
 DIVIDER = {"light": ((0, 0, 0), 0x14 / 255), "dark": ((255, 255, 255), 0x16 / 255)}
 
@@ -32,7 +32,7 @@ def at(picture: Image.Image, x: float, y: float) -> Colour:
 
 
 def runs(line: list[Colour], colour: Colour, slack: int = 0) -> list[tuple[float, float]]:
-    """Where a line of pixels has that colour without a break, as start and end in points."""
+    """All runs of that colour in a line of pixels, as start and end in points."""
     found, start = [], None
     for place, pixel in enumerate([*line, None]):
         is_it = pixel is not None and all(abs(a - b) <= slack for a, b in zip(pixel, colour, strict=True))

@@ -1,4 +1,4 @@
-"""A test that has pictures drawn in a folder of its own."""
+"""A test that draws pictures in a folder of its own."""
 
 import hashlib
 import subprocess
@@ -11,7 +11,7 @@ from drawing import PROGRAM, bare_environment
 
 class PictureCase(unittest.TestCase):
     def setUp(self) -> None:
-        # Everything that is made here goes with the test.
+        # Everything made here is removed with the test.
         self._folder = tempfile.TemporaryDirectory()
         self.addCleanup(self._folder.cleanup)
         self.folder = Path(self._folder.name)

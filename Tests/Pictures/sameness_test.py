@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The pictures are the same, byte for byte, whoever asks for them and however that user has set up everything else."""
+"""The pictures are equal, byte for byte, for every user and with any settings of that user."""
 
 import unittest
 
@@ -24,7 +24,7 @@ FONT_SETTINGS = """<?xml version="1.0"?>
 
 
 class SamePictures(PictureCase):
-    def test_the_bytes_are_the_same_whoever_asks(self):
+    def test_the_bytes_are_the_same_for_every_user(self):
         draw(self.shots)
         expected = self.digests()
         self.assertEqual(len(expected), 4)

@@ -1,6 +1,5 @@
 #!/usr/bin/python3
-"""The interface in the states that it can be in, also in the languages that nobody speaks: texts twice as long, and texts
-from right to left.
+"""The interface in each of its states, also in the two artificial languages: texts twice as long, and right to left.
 """
 
 import os
@@ -23,7 +22,7 @@ ORANGE = {"light": (240, 140, 0), "dark": (255, 159, 10)}
 
 
 def drawn(language: str) -> tuple[dict[tuple[str, str], Image.Image], str]:
-    """The pictures by state and scheme, and what was complained of."""
+    """The pictures by state and scheme, and the warnings."""
     with tempfile.TemporaryDirectory() as folder:
         environment = bare_environment(Path(folder)) | {"XDG_RUNTIME_DIR": folder}
         finished = subprocess.run([os.environ["TESSEL_STATE_PICTURES"], folder, language], env=environment,
@@ -53,7 +52,7 @@ class States(unittest.TestCase):
             self.assertEqual(len({picture.tobytes() for picture in pictures.values()}), len(pictures), language)
             for place, picture in pictures.items():
                 self.assertEqual((picture.width, picture.height % 2), (2 * WIDTH, 0), (language, place))
-                # Down to its last row it is painted.
+                # It is painted down to its last row.
                 corners = {at(picture, x, y) for x in (0, WIDTH - 1) for y in (0, picture.height / 2 - 0.5)}
                 self.assertEqual(len(corners), 1, (language, place))
 
@@ -65,7 +64,7 @@ class States(unittest.TestCase):
                 marked = [has(picture, ORANGE[scheme], (LEFT, top, RIGHT, top + ROW_HEIGHT)) for top in rows]
                 self.assertEqual(marked, [True, False, False, False, True, False])
 
-    def test_what_is_missing_and_what_is_due_take_their_own_room(self):
+    def test_each_card_takes_its_own_room(self):
         for language, (pictures, _) in self.languages.items():
             for scheme in SCHEMES:
                 usual = pictures["active", scheme].height
@@ -85,7 +84,8 @@ class States(unittest.TestCase):
                 top = CARD_TOP + number * (ROW_HEIGHT + 1)
                 icon = at(picture, RIGHT - 20, top + 29)
                 self.assertTrue(all(abs(a - b) <= 8 for a, b in zip(icon, ACCENT[scheme])), f"{icon} in row {number}")
-                # The first key cap begins where the card's padding ends; between the keys and the title is nothing.
+                # The first key cap begins where the card's padding ends; the space between the keys and the title is
+                # empty.
                 line = row(picture, top + 12)
                 self.assertNotEqual(line[2 * (LEFT + 11)], CARD[scheme])
                 self.assertEqual(set(line[200:300]), {CARD[scheme]})

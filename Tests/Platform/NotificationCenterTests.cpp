@@ -11,7 +11,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-TEST(NotificationCenter, TellsTheObserversOfANameInTheOrderInWhichTheyWereAdded) {
+TEST(NotificationCenter, NotifiesTheObserversOfANameInTheOrderOfTheirRegistration) {
     NotificationCenter center;
     Lines told;
     const auto first = center.addObserver("launch", [&](const Notification&) { told.emplace_back("first"); });
@@ -36,7 +36,7 @@ TEST(NotificationCenter, HandsOverWhatWasPosted) {
     EXPECT_EQ(number, 7);
 }
 
-TEST(NotificationCenter, AnObserverRemovedDuringAPostIsNotTold) {
+TEST(NotificationCenter, AnObserverRemovedDuringAPostIsNotNotified) {
     NotificationCenter center;
     int told = 0;
     NotificationCenter::Token second;

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The program's texts are there in every language, whole and well-formed.
+"""Every language has all of the program's texts, complete and well-formed.
 
 usage: catalogues.py ROOT
 
@@ -12,26 +12,26 @@ import xml.etree.ElementTree as ElementTree
 from dataclasses import dataclass, field
 from pathlib import Path
 
-# How many forms a counted text has (Qt Linguist's rules, which are those of gettext for these languages).
+# The number of plural forms of a counted text (Qt Linguist's rules, which are gettext's for these languages).
 PLURAL_FORMS = {"de": 2, "en": 2, "es": 2, "fr": 2, "it": 2, "ja": 1, "ko": 1, "pt_BR": 2, "zh_CN": 1}
 
 COUNTED = re.compile(r"%lld")
 PLACEHOLDER = re.compile(r"%(?:n|\d)")
 SOURCES = {".h", ".cpp", ".qml"}
 FOLDERS = ["CorvidKit", "Tessel"]
-# Where texts are that are asked for by what holds them, such as an action's title.
+# Sources whose texts are requested through their holder, such as an action's title.
 MORE_FOLDERS = ["TesselCore"]
 LITERALS = re.compile(r'(?:"(?:[^"\\\n]|\\.)*"\s*)+')
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 ASKED_FOR = re.compile(r'\b(?:text|translate|qsTranslate)\(\s*"(Tessel|CorvidKit)",\s*"((?:[^"\\]|\\.)*)"')
 
-Key = tuple[str, str]  # the English text, and what tells it from the same text elsewhere
+Key = tuple[str, str]  # The English text, and the comment that distinguishes it from the same text elsewhere.
 
 
 @dataclass
 class Catalogue:
     translations: dict[Key, list[str]] = field(default_factory=dict)  # all plural forms
-    counted: set[Key] = field(default_factory=set)  # texts with a number, that have plural forms
+    counted: set[Key] = field(default_factory=set)  # Texts with a number, which have plural forms.
     faults: list[str] = field(default_factory=list)
 
 
@@ -62,7 +62,8 @@ def read(text: str, table: str, language: str) -> Catalogue:
 
 
 def placeholders(source: str) -> list[str]:
-    """What a translation has to have: a counted part of the English text is a text of its own in the others."""
+    """The required placeholders of a translation: a counted part of the English text is a separate text in the
+    others."""
     return sorted([f"%{number}" for number, _ in enumerate(COUNTED.findall(source), start=1)]
                   + PLACEHOLDER.findall(source))
 
@@ -96,19 +97,19 @@ def sources(root: Path, folders: list[str]) -> list[Path]:
 
 
 def asked_for(root: Path) -> list[tuple[str, str, str]]:
-    """File, table and English text wherever the sources below `root` ask for one by its words."""
+    """File, table and English text of each request for a literal text in the sources below `root`."""
     return [(file.relative_to(root).as_posix(), table, text.replace('\\"', '"')) for file in sources(root, FOLDERS)
             for table, text in ASKED_FOR.findall(file.read_text(encoding="utf-8"))]
 
 
 def written(root: Path) -> set[str]:
-    """All texts in the sources below `root`; literals that follow each other are one."""
+    """All texts in the sources below `root`; consecutive literals are one."""
     return {"".join(LITERAL.findall(literals)).replace('\\"', '"') for file in sources(root, FOLDERS + MORE_FOLDERS)
             for literals in LITERALS.findall(file.read_text(encoding="utf-8"))}
 
 
 def listed(root: Path, name: str) -> list[str]:
-    """A list that the build has, by its name."""
+    """A list of the build, by its name."""
     text = (root / "cmake/Translations.cmake").read_text(encoding="utf-8")
     found = re.search(rf"^set\({name} ([^)]+)\)", text, re.MULTILINE)
     return found[1].split() if found else []

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The check of the catalogues sees what it is there to see: each case plants a fault."""
+"""The check of the catalogues finds each fault: every case plants one."""
 
 import tempfile
 import unittest
@@ -29,7 +29,7 @@ GERMAN = [message("Paused", "Pausiert"), message("Paused", "Keine Tasten", "X11"
           counted("%n apps", "%n App", "%n Apps"), message("On · %lld keys", "An · %1")]
 
 
-# A literal may go on in the next line, and need not be asked for where it is written.
+# A literal may continue in the next line, and the request for it may be elsewhere.
 CODE = 'text("Tessel", "Paused");\nconstexpr auto counted = "%n "\n    "apps"; // and\n"On · %lld keys"\n'
 
 
@@ -53,7 +53,7 @@ class Catalogues(unittest.TestCase):
     def test_sound_catalogues_have_no_fault(self):
         self.assertEqual(self.found(catalogue("de", *GERMAN)), [])
 
-    def test_what_is_missing_or_too_much_is_found(self):
+    def test_missing_and_additional_texts_are_found(self):
         self.assert_fault("lacks 'Paused' X11", GERMAN[0], *GERMAN[2:])
         self.assert_fault("English has not", *GERMAN, message("Started", "Gestartet"))
         self.assert_fault("twice", *GERMAN, GERMAN[0])
@@ -86,7 +86,7 @@ class Catalogues(unittest.TestCase):
         self.assertIn("other words", self.found(catalogue("de", *GERMAN),
                                                 catalogue("en", message("Paused", "Halted"), *ENGLISH[1:]))[0])
 
-    def test_a_text_that_the_code_asks_for_and_nobody_has_is_found(self):
+    def test_a_text_that_only_the_code_has_is_found(self):
         german = catalogue("de", *GERMAN)
         for name, call in {"Tessel/Row.qml": 'qsTranslate("Tessel", "{}")',
                            "Tessel/Menu.cpp": 'text("Tessel",\n"{}")'}.items():
@@ -94,7 +94,7 @@ class Catalogues(unittest.TestCase):
                              [f"{name}: asks Tessel for 'Gone', which it has not"])
             self.assertEqual(self.found(german, more={name: call.format("Paused")}), [])
 
-    def test_a_text_that_nobody_asks_for_is_found(self):
+    def test_an_unused_text_is_found(self):
         unused = message("Started", "Started")
         self.assertEqual(self.found(catalogue("de", *GERMAN, unused), catalogue("en", *ENGLISH, unused)),
                          ["Tessel_en.ts: has 'Started', which nobody asks for"])

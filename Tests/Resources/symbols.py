@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""Every symbol that the code names is there, and is drawn with what every reader of SVG Tiny 1.2 knows.
+"""Every symbol that the code names exists, and uses only SVG Tiny 1.2.
 
 usage: symbols.py ROOT
 
 Prints one line for each fault and fails if there is any. A text in quotation marks counts as the name of a symbol if
-its first word is that of a symbol ("rectangle.…") or if its line speaks of a symbol.
+its first word is that of a symbol ("rectangle.…") or if its line mentions a symbol.
 """
 
 import re
@@ -32,7 +32,7 @@ PATH_ATTRIBUTES = {
 
 
 def drawing_faults(text: str) -> list[str]:
-    """What is wrong with a symbol's file."""
+    """The faults in a symbol's file."""
     try:
         root = ElementTree.fromstring(text)
     except ElementTree.ParseError as error:
@@ -54,14 +54,14 @@ def drawing_faults(text: str) -> list[str]:
 
 
 def named_symbols(root: Path, families: set[str]) -> list[tuple[str, int, str]]:
-    """File, line and name of each symbol that the sources below `root` ask for."""
+    """File, line and name of each symbol that the sources below `root` request."""
     found = []
     files = (file for folder in FOLDERS for file in (root / folder).rglob("*") if file.suffix in SOURCES)
     for file in sorted(files):
         for number, line in enumerate(file.read_text(encoding="utf-8").splitlines(), start=1):
             is_about_symbols = SPEAKS_OF_A_SYMBOL.search(line) is not None
             for name in QUOTED.findall(line):
-                # The property that holds a name is not one.
+                # The property that holds a name is not one itself.
                 if name != "symbol" and is_about_symbols or ("." in name and name.split(".")[0] in families):
                     found.append((file.relative_to(root).as_posix(), number, name))
     return found

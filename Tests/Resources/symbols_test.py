@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The check of the symbols sees what it is there to see: each case plants a fault."""
+"""The check of the symbols finds each fault: every case plants one."""
 
 import tempfile
 import unittest

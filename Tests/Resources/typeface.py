@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""The typeface that comes with the program has every character of its texts and key caps.
+"""The program's typeface has every character of its texts and key caps.
 
 usage: typeface.py ROOT
 
-Writing that it does not claim to have (Chinese, Japanese, Korean) is the system's business.
+The system's fonts cover the scripts that the typeface does not have (Chinese, Japanese, Korean).
 """
 
 import sys

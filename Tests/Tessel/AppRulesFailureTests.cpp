@@ -50,7 +50,7 @@ TEST_F(AppRulesFailures, LeaveAWindowAloneWhoseApplicationIsGone) {
     EXPECT_EQ(window.frame(), natural);
 }
 
-/// Whatever a step meets, nothing worse comes of it than a window that stays where it is.
+/// The worst result of a failed step is a window that does not move.
 TEST_F(AppRulesFailures, AreSilentAtEveryStep) {
     std::size_t operations = 0;
     {

@@ -21,7 +21,7 @@ protected:
     static constexpr platform::ProcessIdentifier editorProcess = 10;
     static constexpr platform::ProcessIdentifier terminalProcess = 20;
 
-    /// Where a maximized window stands on the simulated screen.
+    /// The frame of a maximized window on the simulated screen.
     static constexpr corvid::CGRect maximized{{0, 25}, {1920, 1055}};
     static constexpr corvid::CGRect natural{{100, 100}, {800, 600}};
 
@@ -45,7 +45,7 @@ protected:
     std::size_t observerCount() const { return desktop.accessibilityObservers.count(); }
 
     platform::simulated::Desktop desktop;
-    /// On the heap, where a use after its end is noticed.
+    /// On the heap, so that a use after its end is detected.
     std::unique_ptr<AppRules> watcher = std::make_unique<AppRules>();
 };
 

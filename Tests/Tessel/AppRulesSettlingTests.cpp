@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 using platform::AXError;
 namespace AXAttribute = platform::AXAttribute;
 
-/// What happens in the 0.4 s after a rule was applied, and then.
+/// The 0.4 s after a rule was applied, and the check at their end.
 class AppRulesSettling : public AppRulesTest {
 protected:
     AppRulesSettling() {
@@ -74,7 +74,7 @@ TEST_F(AppRulesSettling, LetsAClosedWindowBe) {
 TEST_F(AppRulesSettling, AppliesTheRuleAgainWhereTheFirstReadingFailed) {
     window->close();
     desktop.mainActor.advance(1s);
-    // The third reading of the position is that of the settled frame: before are the mover's two.
+    // The third reading of the position is that of the settled frame; the first two are the mover's.
     Window& late = editor.openWindow();
     late.faults.failReads(AXAttribute::size, AXError::cannotComplete);
     desktop.mainActor.run();

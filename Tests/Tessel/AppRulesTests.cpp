@@ -13,7 +13,7 @@ namespace WorkspaceNotification = platform::WorkspaceNotification;
 
 class AppRulesWatcher : public AppRulesTest {};
 
-TEST_F(AppRulesWatcher, WatchesNobodyUntilItIsStarted) {
+TEST_F(AppRulesWatcher, WatchesNothingUntilItIsStarted) {
     addEditor();
     launchEditor();
     desktop.mainActor.advance(20s);
@@ -255,7 +255,7 @@ TEST_F(AppRulesWatcher, ForgetsAnApplicationThatEndsAndWatchesItsNumberAgainLate
     EXPECT_EQ(observerCount(), 1U);
 }
 
-TEST_F(AppRulesWatcher, IgnoresAnApplicationThatEndedBeforeItsLaunchWasTold) {
+TEST_F(AppRulesWatcher, IgnoresAnApplicationThatEndedBeforeItsLaunchWasReported) {
     watcher->start();
     desktop.applications.terminate(launchEditor());
     desktop.mainActor.advance(20s);

@@ -70,7 +70,7 @@ TEST_F(Borrowing, ConsentHoldsAtTheNextStart) {
     EXPECT_EQ(made->shortcutsOnLoan(HotKeyLoan::made), held);
 }
 
-TEST_F(Borrowing, WhatIsGivenBackIsTakenAgainByItsHolder) {
+TEST_F(Borrowing, AKeyThatIsGivenBackIsTakenAgainByItsHolder) {
     AppState& state = make();
     state.setBorrowsShortcuts(true);
     state.setBorrowsShortcuts(false);
@@ -81,10 +81,10 @@ TEST_F(Borrowing, WhatIsGivenBackIsTakenAgainByItsHolder) {
     EXPECT_EQ(stored(), PropertyListValue(false));
 }
 
-TEST_F(Borrowing, WhatIsBorrowedIsLookedAtAgainNowAndThen) {
+TEST_F(Borrowing, BorrowedKeysAreCheckedPeriodically) {
     AppState& state = make();
     state.setBorrowsShortcuts(true);
-    desktop.mainActor.advance(12s); // which brings the holders
+    desktop.mainActor.advance(12s); // This also brings the holders.
     int changes = 0;
     const auto subscription = state.objectWillChange().subscribe([&] { ++changes; });
     desktop.mainActor.advance(12s);

@@ -23,7 +23,7 @@ using Lines = std::vector<std::string>;
 constexpr corvid::CGRect natural{{100, 100}, {800, 600}};
 constexpr corvid::CGRect maximized{{0, 25}, {1920, 1055}};
 
-/// What the state makes of applications.
+/// The state's handling of applications.
 class StateOfRules : public testing::Test {
 protected:
     AppState& make() {
@@ -226,7 +226,7 @@ TEST_F(StateOfRules, RemindsOfUpdatesOverTheUsersSettingsWhateverItsOwnStore) {
     EXPECT_TRUE(state.updates().updateReminderDue());
 }
 
-TEST_F(StateOfRules, InAPreviewWatchesNobodyAndRemindsOfNothing) {
+TEST_F(StateOfRules, InAPreviewWatchesNothingAndRemindsOfNothing) {
     corvid::InMemoryPreferenceStore own{{{"rules", PropertyListValue::Dictionary{{"org.example.Editor", "maximize"}}}}};
     AppState preview(own, true, dispatcher);
     EXPECT_EQ(preview.ruleApps().size(), 1U);

@@ -25,7 +25,7 @@ using platform::simulated::Application;
 using platform::simulated::Window;
 using Lines = std::vector<std::string>;
 
-// What a first run asks for, in this order.
+// The requests of a first run, in this order.
 const Lines construction{"read setting enabled",
                          "read setting rules",
                          "read setting borrowsShortcuts",
@@ -311,7 +311,7 @@ TEST_F(State, TriesAgainAtTheNextUpdateWhenEveryShortcutWasRefused) {
     EXPECT_EQ(registeredCount(), 1U);
 }
 
-TEST_F(State, TellsBeforeEachChangeSoThatTheOldValueIsStillThere) {
+TEST_F(State, NotifiesBeforeEachChangeSoThatTheOldValueIsStillThere) {
     AppState& state = make();
     Lines seen;
     const auto subscription = state.objectWillChange().subscribe([&] {
@@ -439,7 +439,7 @@ TEST_F(State, EndsItsWatchWithItself) {
 using StateDeathTest = State;
 
 TEST_F(StateDeathTest, TheSharedOneIsMadeOnceOverTheUsersSettings) {
-    // It lives as long as its process does, hence in one of its own.
+    // It lives as long as its process, hence it runs in a process of its own.
     EXPECT_EXIT(
         {
             store("enabled", false);

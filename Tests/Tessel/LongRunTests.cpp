@@ -15,17 +15,18 @@ namespace {
 using namespace std::chrono_literals;
 using platform::simulated::Application;
 
-/// Bytes in use on the heap; zero under a sanitizer, whose allocator does not tell.
+/// Bytes in use on the heap; zero under a sanitizer, whose allocator does not report them.
 std::size_t heapInUse() {
     return mallinfo2().uordblks;
 }
 
-/// A long time of use: applications that come and go, and presses.
+/// Long use: applications that start and end, and presses.
 class LongRun : public testing::Test {
 protected:
     LongRun() { state.setRule("org.example.Editor", WindowAction::maximize); }
 
-    /// An application is launched, its window placed and moved back by the application, a key pressed, and it ends.
+    /// An application is launched, its window is placed and moved back by the application, a key is pressed, and the
+    /// application ends.
     void live(int rounds) {
         for (int round = 0; round < rounds; ++round) {
             Application& editor =
@@ -45,9 +46,9 @@ protected:
         }
     }
 
-    /// After as many rounds the heap is as it was.
+    /// After that many rounds the heap has its former size.
     void expectNoGrowthIn(int rounds) {
-        // Process numbers repeat after these.
+        // Process ids repeat after these.
         live(1000);
         const std::size_t before = heapInUse();
         live(rounds);
@@ -68,7 +69,7 @@ TEST_F(LongRun, OfLaunchesAndPressesTakesNoMemory) {
 
 using WholeLongRun = LongRun;
 
-/// What is lost once in hundreds of rounds shows here only.
+/// Shows leaks that happen once in hundreds of rounds.
 TEST_F(WholeLongRun, OfAHundredThousandLaunchesAndPressesTakesNoMemory) {
     if (heapInUse() == 0) {
         GTEST_SKIP() << "a sanitizer's allocator does not tell what is in use";

@@ -16,10 +16,10 @@
 namespace tessel {
 namespace {
 
-/// What the desktop calls, called from somewhere else.
+/// The desktop's callbacks, called from another thread.
 class CallbackDeathTest : public testing::Test {
 protected:
-    /// Whether the process stops there, before anything is done.
+    /// Whether the process stops there, before any effect.
     void stopsAt(const std::string& file, const std::function<void()>& callback) {
         EXPECT_DEATH(
             {

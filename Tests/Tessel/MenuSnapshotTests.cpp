@@ -23,7 +23,7 @@ using Lines = std::vector<std::string>;
 
 class MenuSnapshotPictures : public testing::Test {
 protected:
-    /// What was shown in one picture.
+    /// The contents of one picture.
     struct Shown {
         MenuTab tab;
         platform::ColorScheme colorScheme;
@@ -50,7 +50,7 @@ protected:
                              .isEnabled = state.isEnabled(),
                              .updateReminderDue = state.updates().updateReminderDue(),
                              .status = state.status()});
-            // What one picture does to its state, the next must not see.
+            // Changes to the state of one picture must not reach the next.
             state.setRules({});
             state.setHasAccessibility(false);
             state.setEnabled(false);
@@ -63,7 +63,7 @@ protected:
         corvid::Snapshot::isActive = false;
     }
 
-    /// The names of the files by their number in the order in which they were drawn.
+    /// The file names by their number in drawing order.
     std::map<int, std::string> files() {
         std::map<int, std::string> found;
         for (const auto& entry : std::filesystem::directory_iterator(folder)) {

@@ -16,8 +16,8 @@ using platform::simulated::Window;
 using Lines = std::vector<std::string>;
 namespace AXAttribute = platform::AXAttribute;
 
-/// What is asked for by name, on one screen whose visible frame is (0, 25) of 1920 by 1055, with a window at (100, 100)
-/// of 800 by 600 points.
+/// Places by name, on one screen whose visible frame is (0, 25) of 1920 by 1055, with a window at (100, 100) of 800 by
+/// 600 points.
 class Placing : public testing::Test {
 protected:
     WindowMover::Outcome perform(const WindowOrder& order) { return orders.perform(order, window.element()); }

@@ -16,7 +16,7 @@ protected:
     PreviewCatalogue catalogue;
 };
 
-TEST_F(PreviewApplications, AreFoundByTheirIdentifierAndTellIt) {
+TEST_F(PreviewApplications, AreFoundByTheirIdentifierAndReturnIt) {
     std::set<std::string> names;
     for (const std::filesystem::path& location : catalogue.locations()) {
         const auto identifier = catalogue.bundleIdentifier(location);

@@ -18,7 +18,7 @@ using RemoteCommand::Outcome;
 using Kind = ControlRefusal::Kind;
 using testing::HasSubstr;
 
-/// A running program that answers everything alike.
+/// A running program with the same answer to all requests.
 class Program final : public platform::ControlRequests {
 public:
     ControlAnswer<void> open() override { return answer("open"); }

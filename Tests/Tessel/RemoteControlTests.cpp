@@ -54,7 +54,7 @@ protected:
     std::string caution;
 };
 
-TEST_F(Remote, TellsHowThingsStand) {
+TEST_F(Remote, ReportsTheStatus) {
     desktop.hotKeyEvents.refuse(WindowAction(WindowAction::center).shortcut().keyCode,
                                 WindowAction(WindowAction::center).shortcut().modifiers);
     control();
@@ -77,7 +77,7 @@ TEST_F(Remote, TellsHowThingsStand) {
     EXPECT_EQ(control().status(), expected);
 }
 
-TEST_F(Remote, TellsWhoseATakenShortcutIsInTheLanguageOfTheUser) {
+TEST_F(Remote, NamesTheHolderOfATakenShortcutInTheLanguageOfTheUser) {
     const corvid::Shortcut taken = WindowAction(WindowAction::center).shortcut();
     desktop.hotKeyEvents.refuse(taken.keyCode, taken.modifiers);
     desktop.shortcutHolders.holders = {{taken, {.heldBy = "GNOME", .purpose = platform::KeyPurpose::showDesktop}}};
@@ -91,7 +91,7 @@ TEST_F(Remote, TellsWhoseATakenShortcutIsInTheLanguageOfTheUser) {
     EXPECT_EQ(center(), (ControlStatus::Shortcut{"center", "Ctrl+Alt+C", "off", "", ""}));
 }
 
-TEST_F(Remote, TellsOfEveryShortcutThatItIsOffWhilePausedOrWithoutPermission) {
+TEST_F(Remote, ReportsEveryShortcutAsOffWhilePausedOrWithoutPermission) {
     control();
     state->setEnabled(false);
     const auto paused = control().status();
@@ -101,7 +101,7 @@ TEST_F(Remote, TellsOfEveryShortcutThatItIsOffWhilePausedOrWithoutPermission) {
     EXPECT_EQ(paused->shortcuts.size(), WindowAction::allCases.size());
 }
 
-TEST_F(Remote, TellsThatAnotherBuildIsInItsPlace) {
+TEST_F(Remote, ReportsThatAnotherBuildIsInItsPlace) {
     control();
     EXPECT_FALSE(control().status()->isReplaced);
     desktop.thisApplication.isUpdated = true;
@@ -310,7 +310,7 @@ TEST_F(Remote, SaysWhichShortcutsCouldNotBeBorrowedWhenThatWasTried) {
 }
 
 TEST_F(Remote, KeepsTheConsentWhereNothingSpeaksAgainstIt) {
-    // Nothing is taken, or it cannot be told whether it is: the consent is for then.
+    // No shortcut is taken, or that is unknown: the consent applies later.
     EXPECT_TRUE(control().setBorrowsShortcuts(true));
     EXPECT_TRUE(state->borrowsShortcuts());
     EXPECT_TRUE(control().setBorrowsShortcuts(false));

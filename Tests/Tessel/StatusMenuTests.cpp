@@ -89,7 +89,7 @@ TEST_F(StatusMenuOfAnItem, CountsTheRules) {
 }
 
 TEST_F(StatusMenuOfAnItem, StaysAsItIsWhenNothingOfItHasChanged) {
-    // What a panel was given stays there until another menu is set.
+    // A panel keeps its menu until another one is set.
     item->setMenu({});
     state.setEnabled(true);
     desktop.mainActor.run();

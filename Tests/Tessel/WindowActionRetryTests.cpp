@@ -26,7 +26,7 @@ namespace AXAttribute = platform::AXAttribute;
 /// what is read after the writes.
 class Retry : public testing::Test {
 protected:
-    /// How many reads and writes of an action come before its frame is read again.
+    /// The number of an action's reads and writes before its frame is read again.
     static constexpr std::size_t beforeTheLastReading = 7;
 
     void failTheLastReadingOfTheNextAction(AXError error) {
@@ -131,7 +131,7 @@ TEST_F(Retry, AWindowThatWasMovedElsewhereMeanwhileIsForgottenAtOnce) {
     const std::weak_ptr<const platform::simulated::Element> kept = storage;
     failTheLastReadingOfTheNextAction(AXError::cannotComplete);
     actions.perform(WindowAction::rightHalf, platform::AXUIElement(std::move(storage)));
-    // The memory of placements has one, whatever waits.
+    // The memory of placements has a retry of its own, independent of pending ones.
     EXPECT_GT(kept.use_count(), static_cast<long>(memory.count())) << "nothing waits";
     window.moveTo({{400, 300}, {700, 500}});
     desktop.mainActor.advance(5s);
@@ -181,7 +181,7 @@ TEST_F(Retry, AWindowThatAnswersLateGoesBackOneStepAndNoMore) {
     EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));
 }
 
-TEST_F(Retry, AWindowThatHangsBeforeItIsToldToGoBackIsAskedAgain) {
+TEST_F(Retry, ARestoreOfAHangingWindowIsRetried) {
     actions.perform(WindowAction::leftHalf, window.element());
     answerNothing(window);
     EXPECT_EQ(actions.perform(WindowPlacement::restore, window.element()), WindowMover::Outcome::unanswered);

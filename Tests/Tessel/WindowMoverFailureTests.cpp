@@ -29,7 +29,7 @@ using platform::simulated::Window;
 namespace AXAttribute = platform::AXAttribute;
 using Lines = std::vector<std::string>;
 
-/// What a left half writes when nothing goes wrong, for a window of fixed size of an application with an enhanced user
+/// The writes of a left half without failures, for a window of fixed size of an application with an enhanced user
 /// interface.
 const Lines everything{"write application 10 AXEnhancedUserInterface false",
                        "write window 1 AXSize (960, 1055)",
@@ -38,7 +38,7 @@ const Lines everything{"write application 10 AXEnhancedUserInterface false",
                        "write application 10 AXEnhancedUserInterface true",
                        "write window 1 AXPosition (0, 253)"};
 
-/// What it reads and writes, by number.
+/// Its reads and writes, by number.
 enum Operation : std::size_t {
     readPosition,
     readSize,
@@ -71,7 +71,7 @@ struct Scene {
         editor.enhancedUserInterface = true;
     }
 
-    /// What it writes.
+    /// Its writes.
     Lines perform(WindowAction action = WindowAction::leftHalf) {
         desktop.trace.clear();
         WindowMover::perform(action, window.element());
@@ -89,7 +89,7 @@ TEST(MoverFailures, WithoutAnyEverythingIsDone) {
     EXPECT_EQ(scene.desktop.accessibility.operationCount(), operationCount);
 }
 
-/// What is left of everything when one operation fails.
+/// The remaining operations when one fails.
 Lines afterFailureOf(std::size_t operation) {
     switch (operation) {
     case readPosition:
@@ -120,10 +120,10 @@ TEST(MoverFailures, AnOperationThatFailsStopsOnlyWhatNeedsIt) {
     }
 }
 
-/// What is left of everything when the window is gone from one operation on. Writes to what is gone are tried.
+/// The remaining operations when the window is gone from one operation on. Writes to the missing window are tried.
 Lines afterVanishingBefore(std::size_t operation) {
     if (operation == readProcess) {
-        // Whose application is to be asked is not known any more.
+        // The application of the window is not known any more.
         return without(without(everything, enhancedWrites), correctionOnly);
     }
     if (operation > readProcess && operation <= readSizeAgain) {

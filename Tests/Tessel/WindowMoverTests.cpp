@@ -126,7 +126,7 @@ TEST_F(Mover, CorrectsATerminalWhoseSizeIsTooFarOff) {
 }
 
 TEST_F(Mover, CorrectsOnceAndDoesNotLookAgain) {
-    // A window that answers every request by shrinking a little would never be satisfied.
+    // A window that answers every request by shrinking a little would never reach the requested size.
     window.sizes.maximum = {900, 900};
     desktop.accessibility.interrupt(8, [&] { window.sizes.maximum = {500, 500}; });
     WindowMover::perform(WindowAction::maximize, window.element());

@@ -9,7 +9,7 @@
 #include <ostream>
 #include <variant>
 
-/// How values of the core show in a failed test.
+/// Printing of the core's values in a failed test.
 namespace tessel {
 
 inline std::ostream& operator<<(std::ostream& out, WindowAction action) {

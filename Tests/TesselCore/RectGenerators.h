@@ -34,7 +34,7 @@ inline rc::Gen<corvid::CGRect> anyWindow() {
     return rect(multiples(-9000, 9000, 8), multiples(0, 9000, 8));
 }
 
-/// Numbers of every sort, those included that no desktop should ever report.
+/// Numbers of every kind, including those that no desktop should ever report.
 inline rc::Gen<double> anyNumber() {
     using Limits = std::numeric_limits<double>;
     return rc::gen::oneOf(rc::gen::element(Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), 0.0, -0.0,
@@ -43,7 +43,7 @@ inline rc::Gen<double> anyNumber() {
                           multiples(-9000, 9000, 8), rc::gen::arbitrary<double>());
 }
 
-/// Whether a rectangle lies inside another one, but for so much.
+/// Whether a rectangle lies inside another one, within this tolerance.
 inline bool inside(const corvid::CGRect& inner, const corvid::CGRect& outer, double slack) {
     return inner.minX() >= outer.minX() - slack && inner.maxX() <= outer.maxX() + slack &&
            inner.minY() >= outer.minY() - slack && inner.maxY() <= outer.maxY() + slack;

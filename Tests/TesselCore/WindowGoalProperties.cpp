@@ -25,7 +25,7 @@ using tessel::WindowPlacement;
 using namespace tessel::generators;
 using Placements = std::vector<WindowPlacement>;
 
-// Those that are parts of the visible frame, wherever the window stands.
+// The places that are parts of the visible frame, independent of the window's position.
 const Placements cells(WindowPlacement::allCases.begin(), WindowPlacement::allCases.begin() + 11);
 
 rc::Gen<WindowPlacement> anyPlacement() {
@@ -40,8 +40,8 @@ CGRect target(WindowPlacement placement, const CGRect& visible) {
     return goalAlone(placement, visible, visible).value().target;
 }
 
-/// Whether the targets cover the visible frame, without a gap or an overlap: each point of the grid that is made of all
-/// edges and the places between them belongs to exactly one.
+/// Whether the targets cover the visible frame, without a gap or an overlap: each point of the grid of all edges and
+/// their midpoints belongs to exactly one.
 void coverTogether(const Placements& placements, const CGRect& visible) {
     std::vector<CGRect> parts;
     std::vector<double> xs{visible.minX(), visible.maxX()};
@@ -142,7 +142,7 @@ RC_GTEST_PROP(WindowGoalProperties, WindowsThatMeetStillMeetOnTheOtherDisplay, (
     const CGRect left = *rect(multiples(-6000, 6000, 1), multiples(300, 6000, 1));
     const std::vector<Display> displays = pair(left, (*rect(multiples(0, 1, 1), multiples(300, 6000, 1))).size);
     const int width = static_cast<int>(left.width());
-    // Three windows side by side, each wide enough to be more than nothing there.
+    // Three windows side by side, each wide enough for a nonzero width there.
     const int firstEnd = *rc::gen::inRange(50, width - 100);
     const int secondEnd = *rc::gen::inRange(firstEnd + 50, width - 49);
     double end = displays[1].visible.minX();

@@ -24,7 +24,7 @@ using Displays = std::vector<Display>;
 
 constexpr CGRect anyWhere{{300, 200}, {640, 480}};
 
-/// One display, all of it visible but for what is told.
+/// One display, all of it visible except the given parts.
 Displays only(const CGRect& visible) {
     return {{.frame = {{visible.minX(), 0}, {visible.width(), visible.maxY()}}, .visible = visible}};
 }
@@ -35,7 +35,8 @@ struct CellRow {
     /// In a visible frame of (10, 25) 1001 by 701, and in one of (0, 0) 1920 by 1080.
     CGRect odd;
     CGRect even;
-    /// Where a window of 400 by 300 stands in the first, and one of 1200 by 900, larger than it.
+    /// The expected positions in the first frame: of a window of 400 by 300, and of one of 1200 by 900, larger than the
+    /// frame.
     CGPoint small;
     CGPoint large;
 
@@ -165,7 +166,7 @@ TEST(WindowGoal, IsMissingWithoutADisplay) {
     }
 }
 
-// Three displays in a row of which the one in the middle is the primary one, listed first, and has a panel at its top.
+// Three displays in a row. The middle one is the primary one, is listed first, and has a panel at its top.
 const Displays row{{.frame = {{0, 0}, {1920, 1080}}, .visible = {{0, 30}, {1920, 1050}}},
                    {.frame = {{1920, 100}, {1280, 800}}, .visible = {{1920, 100}, {1280, 800}}},
                    {.frame = {{-1000, 0}, {1000, 700}}, .visible = {{-1000, 0}, {1000, 700}}}};

@@ -34,7 +34,7 @@ RC_GTEST_PROP(WindowLayoutProperties, TheTargetLiesInsideAVisibleFrameOfWholePoi
     RC_ASSERT(inside(target, visible, 0));
 }
 
-// Where the visible frame starts at a fraction of a point, rounding a centred origin may cost up to half a point.
+// If the visible frame starts at a fraction of a point, rounding a centred origin may cost up to half a point.
 RC_GTEST_PROP(WindowLayoutProperties, TheTargetLiesInsideAnyVisibleFrameButForRounding, ()) {
     const CGRect visible = *anyVisibleFrame();
     const WindowAction action = *anyAction();
@@ -88,7 +88,7 @@ RC_GTEST_PROP(WindowLayoutProperties, ACorrectionIsTheOriginOfTheFallbackFrame, 
 }
 
 /// A screen's claim to a window: a larger overlap beats a smaller one, any overlap beats none, without any the smaller
-/// distance beats the larger, and of equal claims the one listed first wins. Written from the definition, for whole
+/// distance beats the larger, and of equal claims the one listed first wins. Implemented from the definition, for whole
 /// numbers, as a sort of all claims.
 struct Claim {
     std::int64_t missingOverlap;

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Draws actions.png, the picture in the README, from the demonstration's pictures.
 
-usage: draw_actions.py FOLDER        where FOLDER is what Demo/show --pictures was given
+usage: draw_actions.py FOLDER        (FOLDER is the one that was given to Demo/show --pictures)
 
 Run the demonstration as an ordinary user: the editor warns root, in red.
 """

@@ -13,7 +13,7 @@
 
 namespace benchmarks::wayland {
 
-/// Ends a C object of Wayland's with its owner.
+/// Frees a Wayland C object together with its owner.
 struct Destroy {
     void operator()(wl_display* raw) const { wl_display_disconnect(raw); }
     void operator()(wl_registry* raw) const { wl_registry_destroy(raw); }
@@ -35,7 +35,7 @@ struct Destroy {
 template <typename Object>
 using Owned = std::unique_ptr<Object, Destroy>;
 
-/// A probe's only connection to the compositor that WAYLAND_DISPLAY names, and what the compositor offers.
+/// A probe's only connection to the compositor of WAYLAND_DISPLAY, and the globals that the compositor offers.
 class Connection {
 public:
     Connection();
@@ -44,15 +44,15 @@ public:
 
     void flush() const { wl_display_flush(raw()); }
 
-    /// Returns when the compositor has handled everything that was sent before.
+    /// Returns when the compositor has handled every earlier request.
     void synchronize() const;
 
-    /// Handles what arrives until something has arrived, the descriptor can be read, or the limit is there. Whether it
-    /// can be read; -1: none.
+    /// Handles events until an event has arrived, the descriptor is readable, or the limit has passed. Returns whether
+    /// the descriptor is readable; -1 stands for no descriptor.
     bool handleEvents(Clock::time_point limit, int descriptor = -1) const;
 
 private:
-    // The registry is the first to go.
+    // The registry is destroyed first.
     Owned<wl_display> display;
 
 public:

@@ -49,7 +49,7 @@ public:
         keyboard.reset(
             zwp_virtual_keyboard_manager_v1_create_virtual_keyboard(connection.keyboards.get(), connection.seat.get()));
         const platform::linux::FileDescriptor file(::memfd_create("keymap", MFD_CLOEXEC));
-        // The zero behind the text belongs to it.
+        // The terminating zero belongs to the text.
         const std::size_t size = keymap.size() + 1;
         if (!file || ::write(file.get(), keymap.data(), size) != static_cast<ssize_t>(size)) {
             fail("there is no memory for a keymap");

@@ -7,8 +7,8 @@
 
 namespace benchmarks::wayland {
 
-/// A person at the keyboard, by a door that the compositor has for that: what it does to keys goes the way of a
-/// device's. Keys are numbered as the kernel does.
+/// A person's keyboard, over the compositor's own protocol for that: its keys take the path of a device's keys. Keys
+/// have the kernel's key codes.
 class Hand {
 public:
     Hand() = default;
@@ -16,11 +16,11 @@ public:
     Hand& operator=(const Hand&) = delete;
     virtual ~Hand() = default;
 
-    /// The key's message has left the process when this returns; nobody has been waited for.
+    /// On return, the key's message has left the process; there is no wait for the compositor.
     virtual void move(unsigned key, bool isDown) = 0;
 };
 
-/// "fake-input" for KWin, "remote-desktop" for GNOME Shell, "virtual-keyboard" for sway and its kin.
+/// "fake-input" for KWin, "remote-desktop" for GNOME Shell, "virtual-keyboard" for sway and related compositors.
 std::unique_ptr<Hand> handOf(std::string_view kind, const Connection& connection);
 
 } // namespace benchmarks::wayland

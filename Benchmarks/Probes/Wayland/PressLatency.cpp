@@ -1,16 +1,15 @@
-// A window on Wayland that presses keys and tells how long it took until it had its new size.
+// A window on Wayland that presses keys and reports the time until it had its new size.
 //
 // usage: WaylandPressLatency HAND NAME    (the hands: Hand.h)
 //
 // Reads a line at a time from standard input and answers each with one:
-//
 //   resize KEY    presses Control, Alt and the key; answers with microseconds, microseconds, width and height: from the
-//                 moment before the key's message leaves until the window is told the size that it then keeps, and
+//                 moment before the key's message leaves until the window receives the size that it then keeps, and
 //                 until the compositor has painted it in that size; and the size
-//   reach KEY     the same with a key that nobody holds; answers with microseconds until the window has the key
-//   press KEY     the same without looking; answers with 0
+//   reach KEY     the same with a free key; answers with microseconds until the window has the key
+//   press KEY     the same without a measurement; answers with 0
 //
-// One process and one clock: the window of which the compositor tells is that of the process that presses.
+// There is one process and one clock: the process that presses owns the window that the compositor configures.
 
 #include "Benchmarks/Probes/Wayland/Hand.h"
 #include "Benchmarks/Probes/Wayland/Window.h"
@@ -36,12 +35,12 @@ using benchmarks::wayland::Hand;
 using benchmarks::wayland::Size;
 using benchmarks::wayland::Window;
 
-// A press that has done nothing by then is lost, not slow.
+// A press without an effect by then counts as lost, not as slow.
 constexpr std::chrono::seconds patience{2};
-// The window has come to rest when it has not been told anything for this long.
+// The window has come to rest when it has received no event for this long.
 constexpr std::chrono::milliseconds calm{40};
-// The next press comes at another moment of the compositor's repaint cycle (60 Hz) each time: further by a step that
-// shares no factor with the cycle.
+// Each press comes at another moment of the compositor's repaint cycle (60 Hz): each is further by a step that shares
+// no factor with the cycle.
 constexpr std::chrono::microseconds repaintCycle{16'667};
 constexpr std::chrono::microseconds phaseStep{6'199};
 
@@ -94,7 +93,7 @@ private:
         }
     }
 
-    /// When the key was pressed; it and the modifiers have been released when this returns.
+    /// The time of the key press; the key and the modifiers have been released on return.
     template <typename Condition>
     Clock::time_point press(unsigned key, const Condition& hasHappened) {
         untilCalm();

@@ -8,7 +8,7 @@ namespace benchmarks::wayland {
 
 namespace {
 
-// As large as any screen here. Nobody writes to the pixels, so they take no memory.
+// As large as any screen here. The pixels are never written, so they take no memory.
 constexpr int mostPixels = 4096 * 2304;
 constexpr int bytesOfPixel = 4;
 
@@ -38,7 +38,7 @@ Window::Window(const Connection& connection, const char* name, Size size)
     static constexpr xdg_toplevel_listener toplevelListener{
         .configure =
             [](void* data, xdg_toplevel*, int width, int height, wl_array*) {
-                // Nothing: as the window likes.
+                // A size of zero leaves the choice to the window.
                 if (width > 0 && height > 0) {
                     windowOf(data).announced = {.width = width, .height = height};
                 }

@@ -15,28 +15,28 @@ struct Size {
     friend bool operator==(const Size&, const Size&) = default;
 };
 
-/// A window without contents, which takes every size at once and notes when it is told and when it is shown.
+/// A window without contents, which takes every size at once and records the times when it is configured and shown.
 class Window {
 public:
     /// Returns when it is shown.
     Window(const Connection& connection, const char* name, Size size);
 
-    /// The size that it was told last, in points.
+    /// The last configured size, in points.
     [[nodiscard]] Size size() const { return present; }
 
-    /// When it was first told this size, with no other one in between.
+    /// The first time when it received this size, with no other one in between.
     [[nodiscard]] Clock::time_point told() const { return sizeArrived; }
 
-    /// When the compositor had painted its picture in this size. Nothing before.
+    /// The time when the compositor had painted its picture in this size; empty before.
     [[nodiscard]] std::optional<Clock::time_point> painted() const { return pictureShown; }
 
-    /// When it was told anything at all about its size or state.
+    /// The last time when it received any size or state.
     [[nodiscard]] Clock::time_point lastWord() const { return wordArrived; }
 
-    /// The modifiers held down while it has the keyboard, by the bits of XKB.
+    /// The modifiers held down while it has the keyboard focus, as XKB's bits.
     [[nodiscard]] std::uint32_t modifiers() const { return heldModifiers; }
 
-    /// When a key that is not a modifier last went down in it.
+    /// The time of the last press in it of a key that is not a modifier.
     [[nodiscard]] std::optional<Clock::time_point> keyArrival() const { return keyArrived; }
 
     Window(const Window&) = delete;

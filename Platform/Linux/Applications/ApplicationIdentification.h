@@ -22,7 +22,7 @@ struct ApplicationClues {
     friend bool operator==(const ApplicationClues&, const ApplicationClues&) = default;
 };
 
-/// Tells which installed application a window or process belongs to. Main thread only.
+/// Identifies the installed application of a window or process. Main thread only.
 class ApplicationIdentification {
 public:
     ApplicationIdentification() = default;
@@ -30,8 +30,8 @@ public:
     ApplicationIdentification& operator=(const ApplicationIdentification&) = delete;
     virtual ~ApplicationIdentification() = default;
 
-    /// The bundle identifier: the id of a desktop entry without ".desktop". Nothing where none fits; more clues may
-    /// then give one later.
+    /// The bundle identifier: the id of a desktop entry without ".desktop". Empty if none fits; more clues may then
+    /// find one later.
     [[nodiscard]] virtual std::optional<std::string> bundleIdentifier(const ApplicationClues& clues) = 0;
 };
 

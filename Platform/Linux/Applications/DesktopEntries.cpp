@@ -24,7 +24,7 @@ DesktopEntries::DesktopEntries(MainLoop& loop, Places places, Duration coalescin
 }
 
 const DesktopEntryIndex& DesktopEntries::index() {
-    // Where the kernel does not report changes, a reading is valid for a few seconds.
+    // If the kernel does not report changes, a reading is valid for a few seconds.
     constexpr Duration trusted = std::chrono::seconds(5);
     bool isCurrent = watch.has_value() && !watch->takeChange();
     if (!watch) {

@@ -11,8 +11,8 @@
 
 namespace platform::linux {
 
-/// The desktop entries of this session, as they are now. Read when they are first asked for and again after a change,
-/// 500 of them in some 50 ms. Main thread; must not outlive the loop.
+/// The present desktop entries of this session. Read at the first use and again after a change, 500 of them in some 50
+/// ms. Main thread; must not outlive the loop.
 class DesktopEntries {
 public:
     struct Places {

@@ -15,7 +15,7 @@ struct DesktopEntry {
     bool isApplication = false;
     /// `Hidden`: as if the entry did not exist, nor one of the same name in a folder that comes later.
     bool isHidden = false;
-    /// Not `NoDisplay`: it is to be listed among the applications to choose from.
+    /// Not `NoDisplay`: choosers list it.
     bool isListed = true;
     /// `OnlyShowIn` and `NotShowIn` leave this desktop in.
     bool isForThisDesktop = true;
@@ -35,7 +35,7 @@ struct DesktopEntry {
     /// Larger files are no desktop entries. One with all the world's translations has a twentieth of it.
     static constexpr std::size_t largestFile = std::size_t{1} << 20U;
 
-    /// Nothing where that is no desktop entry. `currentDesktops` are the names in `XDG_CURRENT_DESKTOP`.
+    /// Empty if the file is no desktop entry. `currentDesktops` are the names in `XDG_CURRENT_DESKTOP`.
     [[nodiscard]] static std::optional<DesktopEntry> parse(std::string_view contents,
                                                            std::span<const std::string> currentDesktops = {});
 

@@ -119,7 +119,7 @@ std::string_view DesktopEntryIndex::text(Place place) const {
 }
 
 DesktopEntryIndex::Place DesktopEntryIndex::keep(std::string_view text) {
-    // Nothing that names an application is longer; longer ones would never be asked for.
+    // No name of an application is longer, so a longer one would never be searched for.
     constexpr std::size_t longest = 4096;
     constexpr std::size_t room = std::size_t{64} << 20U;
     if (text.empty() || text.size() > longest || texts.size() > room) {

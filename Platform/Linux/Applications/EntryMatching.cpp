@@ -39,7 +39,7 @@ bool isPreferred(const Entry& a, const Entry& b) {
     return key(a) < key(b);
 }
 
-/// The best of the entries by what `rank` says of each.
+/// The best of the entries by the value of `rank` for each.
 template <typename RankOf>
 std::optional<std::string> best(const DesktopEntryIndex& index, const RankOf& rank) {
     std::optional<Entry> found;

@@ -21,8 +21,8 @@ namespace platform::linux::EntryMatching {
 [[nodiscard]] std::optional<std::string>
 bySnap(const DesktopEntryIndex& index, const ProcessFacts::SnapApplication& snap, const ApplicationClues& clues);
 
-/// The application of a systemd unit, if the program or the window fits it as well: what is started from a terminal, a
-/// file manager or an editor is in that one's unit and must not be taken for it.
+/// The application of a systemd unit, if the program or the window fits it as well: a program that is started from a
+/// terminal, a file manager or an editor is in that one's unit and must not be taken for it.
 [[nodiscard]] std::optional<std::string> byScope(const DesktopEntryIndex& index, std::string_view application,
                                                  const std::optional<ProcessFacts::Program>& program,
                                                  const ApplicationClues& clues);

@@ -43,7 +43,7 @@ std::vector<std::string> words(const std::string& line) {
     return {parts.begin(), parts.end()};
 }
 
-/// "%f", "%U" and so on, which stand for what is to be opened.
+/// "%f", "%U" and so on, the placeholders of the files to open.
 bool isFieldCode(std::string_view word) {
     return word.size() == 2 && word.front() == '%' && word.back() != '%';
 }

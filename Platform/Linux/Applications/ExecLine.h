@@ -19,19 +19,19 @@ struct Program {
     friend bool operator==(const Program&, const Program&) = default;
 };
 
-/// The program of a line, behind `env` and the variables that it sets. Nothing where the line is malformed, or where it
-/// hands a text to an interpreter.
+/// The program of a line, after `env` and its variables. Empty if the line is malformed, or passes a text to an
+/// interpreter.
 [[nodiscard]] std::optional<Program> program(const std::string& line);
 
-/// The script that a command line has an interpreter (a shell, Python, Java and the like) read; an empty text where it
-/// is an interpreter that reads none; nothing where it is no interpreter. `words` begins with the interpreter.
+/// The script that an interpreter (a shell, Python, Java and the like) reads by its command line; an empty text for an
+/// interpreter that reads none; no value without an interpreter. `words` begins with the interpreter.
 [[nodiscard]] std::optional<std::string> script(std::span<const std::string> words);
 
 /// A word as it has to stand in the line.
 [[nodiscard]] std::string quoted(std::string_view word);
 
-/// Where a program named so is: the path itself, or the first match in `searchPath` (colons between the folders).
-/// Nothing where there is no such program that may be executed.
+/// The path of a program with that name: the path itself, or the first match in `searchPath` (colons between the
+/// folders). Empty if there is no such executable program.
 [[nodiscard]] std::optional<std::string> locate(const std::string& program, std::string_view searchPath);
 
 } // namespace platform::linux::ExecLine

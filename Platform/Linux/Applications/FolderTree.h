@@ -10,7 +10,7 @@ namespace platform::linux {
 struct FolderTree {
     /// The folder itself and those below, as absolute paths; none where it does not exist.
     std::vector<std::string> folders;
-    /// Whatever else has a name that ends as asked, relative to the folder, in alphabetical order.
+    /// Every other file whose name has that ending, relative to the folder, in alphabetical order.
     std::vector<std::string> files;
 
     [[nodiscard]] static FolderTree read(const std::string& root, const std::string& ending);

@@ -20,8 +20,8 @@ namespace {
 // files.
 constexpr std::uint32_t ofInterest =
     IN_CREATE | IN_CLOSE_WRITE | IN_ATTRIB | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE | IN_DELETE_SELF | IN_MOVE_SELF;
-// Where a folder is only waited for, such as the home folder, most of what happens must not wake the program. The
-// folder may be watched for everything as well; that stays.
+// In a folder that is only watched for the creation of another one, such as the home folder, most events must not wake
+// the program. The folder may have a full watch as well; that stays.
 constexpr std::uint32_t arrivals = IN_CREATE | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF | IN_MASK_ADD;
 
 bool isFolder(const std::string& path) {
@@ -52,7 +52,7 @@ bool FolderWatch::takeChange() {
     if (!std::exchange(hasChanged, false)) {
         return false;
     }
-    // Now, before the caller reads the folders: what changes while it reads is a change again.
+    // Now, before the caller reads the folders: a change during that reading counts as a new change.
     renewWatches();
     return true;
 }
@@ -160,7 +160,7 @@ void FolderWatch::tellLater() {
     }
     telling = loop.schedule(loop.now() + coalescing, coalescing / 2, [this] {
         telling.reset();
-        // Folders may have come; nobody else might look at them before they fill.
+        // Folders may have appeared; no other event may follow before they have contents.
         renewWatches();
         changed();
     });

@@ -15,9 +15,8 @@
 
 namespace platform::linux {
 
-/// Notices changes to files with a certain ending in folders and what is below them (see `FolderTree`), through
-/// inotify. A folder that does not exist is waited for in the nearest one above it that does. Main thread; must not
-/// outlive the loop.
+/// Watches folders and their subfolders (see `FolderTree`) for changes to files with a certain ending, through inotify.
+/// For a missing folder it watches the nearest existing one above it. Main thread; must not outlive the loop.
 class FolderWatch {
 public:
     /// Changes within `coalescing` of the first are reported by one call of `changed`, in a turn of the event loop of

@@ -6,7 +6,7 @@
 
 namespace platform::linux {
 
-/// Gives back what GLib allocated.
+/// Frees memory that GLib allocated.
 struct GLibFree {
     void operator()(char* text) const { g_free(text); }
 

@@ -19,7 +19,7 @@ public:
     /// A file without groups.
     KeyFile();
 
-    /// Nothing where a line is neither a group, a key with a value, a comment nor empty.
+    /// Empty if a line is neither a group, a key with a value, a comment nor empty.
     [[nodiscard]] static std::optional<KeyFile> parse(std::string_view contents);
 
     [[nodiscard]] bool hasGroup(const char* group) const;

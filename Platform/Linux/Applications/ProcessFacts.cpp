@@ -114,7 +114,7 @@ std::optional<SnapApplication> snapOfLabel(std::string_view label) {
 }
 
 std::optional<SnapApplication> snapApplication(const std::string& folder, ProcessIdentifier process) {
-    // The older file belongs to whichever security module came first, so the module's own is asked before it.
+    // The older file belongs to the security module that came first, so the module's own file is read before it.
     for (const std::string_view name : {"attr/apparmor/current", "attr/current"}) {
         const std::optional<std::string> label = readFact(folder, process, name);
         if (std::optional<SnapApplication> snap = snapOfLabel(label.value_or(""))) {
@@ -156,7 +156,7 @@ std::optional<Program> program(const std::string& folder, ProcessIdentifier proc
         path->resize(path->size() - deleted.size());
     }
     std::vector<std::string> words = commandWords(readFact(folder, process, "cmdline").value_or(""));
-    // A process calls itself what it likes, the kernel knows the program.
+    // A process can choose its own name; the kernel knows the program.
     if (words.empty()) {
         words.emplace_back();
     }

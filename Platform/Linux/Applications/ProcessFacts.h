@@ -11,7 +11,7 @@
 /// bounded, and a missing fact gives nothing. Process ids are positive. Any thread.
 namespace platform::linux::ProcessFacts {
 
-/// Where the kernel shows its processes; tests have their own.
+/// The kernel's folder of processes; tests have their own.
 inline constexpr std::string_view standardFolder = "/proc";
 
 /// The id of the Flatpak application whose sandbox the process is in (`[Application] name` in the sandbox's

@@ -37,7 +37,7 @@ bool hasOwnerOnBus(const std::optional<std::string>& address, const std::string&
                                  "org.freedesktop.DBus", "NameHasOwner", &take, &answer, "s", name.c_str()) < 0) {
         return false;
     }
-    // The library's own calls wait a minute and a half for a bus that does not greet, whatever time they are given.
+    // The library's own calls wait a minute and a half for a bus that sends no greeting, with any timeout.
     while (!answer) {
         const auto left = std::chrono::duration_cast<std::chrono::microseconds>(deadline - Clock::now());
         const int progress = left.count() > 0 ? sd_bus_process(rawBus, nullptr) : -ETIMEDOUT;

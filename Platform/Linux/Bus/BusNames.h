@@ -5,8 +5,8 @@
 
 namespace platform::linux {
 
-/// Whether somebody has that name on the bus (D-Bus Specification, NameHasOwner). Asks over a connection of its own and
-/// waits, for at most half a second; no where there is no bus or it does not answer.
+/// Whether that name has an owner on the bus (D-Bus Specification, NameHasOwner). Uses a connection of its own and
+/// waits, for at most half a second; false without a bus or a reply.
 [[nodiscard]] bool hasOwnerOnBus(const std::optional<std::string>& address, const std::string& name);
 
 } // namespace platform::linux

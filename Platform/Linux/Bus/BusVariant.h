@@ -7,8 +7,8 @@
 
 namespace platform::linux {
 
-/// Reads a variant that holds a value of that basic type, or steps over one that holds something else: what others
-/// write may be anything. A Boolean is an `int`.
+/// Reads a variant that holds a value of that basic type, or skips one of another type, because other programs may send
+/// any value. A Boolean is an `int`.
 template <typename Value>
 std::optional<Value> readVariant(sd_bus_message* message, const char* type) {
     const char* contents = nullptr;

@@ -17,12 +17,12 @@ struct BusMember {
     return {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", name};
 }
 
-/// Whether the message comes from the bus itself. Its own signals need that looked at: others may send theirs to this
-/// connection alone.
+/// Whether the message comes from the bus itself. Its own signals need that check: other clients may send the same
+/// signals to this connection.
 [[nodiscard]] bool isFromBus(sd_bus_message* message);
 
-// None of these waits. Each gives what it began, which ends with it: no handler is called any more. Null where the
-// library refuses, as without memory.
+// None of these waits. Each returns the pending operation; destroying that cancels it, and no handler is called any
+// more. Null if the library refuses, for example without memory.
 
 /// Calls a method with these values; the handler gets the answer.
 template <typename... Values>

@@ -7,7 +7,7 @@
 
 namespace platform::linux {
 
-/// Follows who owns a name on a message bus (D-Bus Specification, NameOwnerChanged). Main thread only.
+/// Follows the owner of a name on a message bus (D-Bus Specification, NameOwnerChanged). Main thread only.
 class NameOwner {
 public:
     /// `changed` is called while the bus is being read, after each change and after the first answer; it must not wait
@@ -17,7 +17,7 @@ public:
     NameOwner& operator=(const NameOwner&) = delete;
     ~NameOwner() = default;
 
-    /// Begins to follow on this connection, and asks who the owner is; does not wait.
+    /// Begins to follow on this connection, and requests the present owner; does not wait.
     void follow(sd_bus* bus);
     /// The same without asking: the owner is not known before it changes.
     void followChanges(sd_bus* bus);

@@ -141,7 +141,7 @@ bool SessionBus::awaitArrival(Instant deadline) {
 }
 
 void SessionBus::connectLater() {
-    // Nobody waits for a lost bus: the wake-up may be joined with others.
+    // No code waits for a lost bus, so this wake-up may be joined with others.
     pending = mainLoop.schedule(mainLoop.now() + interval, interval / 10, [this] { connect(); });
 }
 

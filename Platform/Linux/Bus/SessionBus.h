@@ -12,12 +12,13 @@
 
 namespace platform::linux {
 
-/// Where the user's message bus is: `DBUS_SESSION_BUS_ADDRESS`, or `bus` in `XDG_RUNTIME_DIR` (D-Bus Specification,
-/// Well-known Message Bus Instances). Of the former, only local sockets are taken: this program opens no connection to
-/// another machine and starts no program to reach a bus. Nothing where neither names one. Reads the environment.
+/// The address of the user's message bus: `DBUS_SESSION_BUS_ADDRESS`, or `bus` in `XDG_RUNTIME_DIR` (D-Bus
+/// Specification, Well-known Message Bus Instances). Of the former, only local sockets are used: this program opens no
+/// connection to another machine and starts no program to reach a bus. Empty if neither names one. Reads the
+/// environment.
 [[nodiscard]] std::optional<std::string> sessionBusAddress();
 
-/// Where the system's message bus is: `DBUS_SYSTEM_BUS_ADDRESS`, or its well-known place, by the same rules.
+/// The address of the system's message bus: `DBUS_SYSTEM_BUS_ADDRESS`, or its well-known place, by the same rules.
 [[nodiscard]] std::optional<std::string> systemBusAddress();
 
 /// The connection to a message bus, the user's or the system's, for as long as there is one: a bus that is missing,
@@ -25,7 +26,7 @@ namespace platform::linux {
 /// thread only.
 class SessionBus {
 public:
-    /// Somebody who uses the bus while it is there. The bus object must outlive its listeners.
+    /// A user of the bus while it is available. The bus object must outlive its listeners.
     class Listener {
     public:
         explicit Listener(SessionBus& bus);
@@ -44,7 +45,7 @@ public:
         SessionBus& bus;
     };
 
-    /// How often a missing bus is looked for.
+    /// The interval of the search for a missing bus.
     static constexpr Duration usualInterval = std::chrono::seconds(10);
 
     /// Without an address there is never a bus. The loop must outlive the bus.
@@ -54,12 +55,12 @@ public:
     SessionBus& operator=(const SessionBus&) = delete;
     ~SessionBus() = default;
 
-    /// Serves the bus alone until the condition holds, at the latest until `deadline`; what comes in is dealt with
-    /// meanwhile. Not while it is being dealt with.
+    /// Handles the bus alone until the condition holds, at the latest until `deadline`; messages are dispatched
+    /// meanwhile. Not from inside a message's handler.
     void await(Instant deadline, const std::function<bool()>& condition);
 
-    /// Waits until the bus is there and its listeners know, or until the deadline; gives whether it is. For programs
-    /// that have nothing to begin with without it; nothing else of the loop is served meanwhile.
+    /// Waits until the bus is available and its listeners are notified, or until the deadline; returns whether it is.
+    /// For programs that cannot start without it; no other source of the loop is served meanwhile.
     bool awaitArrival(Instant deadline);
 
 private:

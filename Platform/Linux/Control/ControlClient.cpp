@@ -47,7 +47,7 @@ int keepReply(sd_bus_message* message, void* data, sd_bus_error* /*error*/) {
 ControlClient ControlClient::ofSession(const Session& session) {
     const auto deadline = Clock::now() + patience;
     std::expected<FileDescriptor, int> connection = SingleInstance::connect(session);
-    // Where the queue is full, nothing announces a free place.
+    // If the listen queue is full, no event announces a free place.
     while (!connection && connection.error() == EAGAIN && Clock::now() < deadline) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
         connection = SingleInstance::connect(session);

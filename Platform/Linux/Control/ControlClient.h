@@ -32,7 +32,7 @@ public:
     ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) override;
     ControlAnswer<void> setBorrowsShortcuts(bool borrows) override;
 
-    /// Where it can be seen (on a session's socket), also waits until the program has gone.
+    /// If that is observable (on a session's socket), also waits until the program has ended.
     ControlAnswer<void> quit() override;
 
 private:
@@ -43,7 +43,7 @@ private:
     [[nodiscard]] ControlAnswer<OwnedMessage> call(const char* member,
                                                    std::initializer_list<std::string_view> arguments);
     [[nodiscard]] ControlAnswer<void> order(const char* member, std::initializer_list<std::string_view> arguments);
-    /// Lets the library do the next thing, or wait where there is none. Negative: an errno.
+    /// Makes the library's next step, or waits if there is none. Negative: an errno.
     [[nodiscard]] int turn();
 
     OwnedBus bus;

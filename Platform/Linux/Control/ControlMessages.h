@@ -17,7 +17,7 @@ inline constexpr const char* interfaceName = "org.corvid.Tessel1";
 /// Appends a status as a{sv}. Negative: an errno.
 [[nodiscard]] int append(sd_bus_message* message, const ControlStatus& status);
 
-/// Reads a status from a{sv}; entries of unknown names are skipped. Nothing where the message holds something else.
+/// Reads a status from a{sv}; entries of unknown names are skipped. Empty if the message has other contents.
 [[nodiscard]] std::optional<ControlStatus> readStatus(sd_bus_message* message);
 
 /// The D-Bus error that stands for a refusal.

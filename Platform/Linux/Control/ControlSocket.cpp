@@ -33,7 +33,7 @@ public:
         }
         feed = FileDescriptor{ends[0]};
         FileDescriptor requestsEnd{ends[1]};
-        // The library closes what it is given.
+        // The library closes its descriptor.
         FileDescriptor answersEnd{::fcntl(connection.get(), F_DUPFD_CLOEXEC, 0)};
         sd_id128_t identity{};
         sd_bus* raw = nullptr;
@@ -48,7 +48,7 @@ public:
         [[maybe_unused]] const std::array given{requestsEnd.release(), answersEnd.release()};
         isReady = sd_bus_set_server(raw, 1, identity) >= 0 && sd_bus_negotiate_fds(raw, 0) >= 0 &&
                   offerControl(raw, requests) && sd_bus_start(raw) >= 0;
-        // The library asks for as much as it can get. This holds the longest answer.
+        // The library sets the largest possible buffer. This size holds the longest reply.
         constexpr int unreadBytes = 256 << 10; // the kernel doubles it
         ::setsockopt(connection.get(), SOL_SOCKET, SO_SNDBUF, &unreadBytes, sizeof(unreadBytes));
         watch = mainLoop.watch(connection.get(), [this] { return hasMore; }, [this] { serve(); });
@@ -99,7 +99,7 @@ private:
     OwnedBus bus;
     bool isReady = false;
     bool isRefused = false;
-    /// The library may have more to do with what it has got.
+    /// The library may have unprocessed data.
     bool hasMore = false;
     std::size_t received = 0;
     std::unique_ptr<DescriptorWatch> watch;
@@ -135,7 +135,7 @@ void ControlSocket::stayReachable() {
         if (renewed) {
             listen();
         } else if (!isLost) {
-            logToStandardError("cannot be asked any more: " + renewed.error().reason);
+            logToStandardError("the remote control has stopped: " + renewed.error().reason);
         }
         isLost = !renewed;
     }
@@ -151,8 +151,8 @@ void ControlSocket::accept() {
     FileDescriptor accepted{::accept4(instance.listeningSocket(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)};
     if (!accepted) {
         if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
-            // The connection stays where it is, and keeps the socket readable: to go on watching it would be to try
-            // without end.
+            // The connection stays in the queue and keeps the socket readable: watching it further would loop without
+            // end.
             pause = mainLoop.schedule(mainLoop.now() + std::chrono::seconds(1), std::chrono::seconds(1),
                                       [this] { listen(); });
         }

@@ -15,9 +15,9 @@ namespace platform::linux {
 /// Answers the requests on the socket of `SingleInstance`, with or without a message bus: each connection carries the
 /// same D-Bus object as the bus does, peer to peer.
 ///
-/// Only processes of the same user are listened to, and none of them is trusted to behave: the number of connections is
-/// limited (a new one takes the place of the oldest), a connection carries only so many bytes in its life, and who does
-/// not read the answers is cut off. A socket that somebody has removed is made anew. Main thread only.
+/// Only processes of the same user are accepted, and none of them is trusted: the number of connections is limited (a
+/// new one replaces the oldest), a connection has a limit for all its bytes, and a client that does not read its
+/// replies is disconnected. A removed socket is created again. Main thread only.
 class ControlSocket {
 public:
     static constexpr std::size_t mostConnections = 16;
@@ -39,7 +39,7 @@ public:
     ControlSocket& operator=(const ControlSocket&) = delete;
     ~ControlSocket();
 
-    /// Answers from now on. Nothing is asked of `answering` but by the running loop.
+    /// Answers from now on. `answering` is only called from the running loop.
     void serve(ControlRequests& answering);
 
 private:

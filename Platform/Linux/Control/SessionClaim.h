@@ -15,8 +15,8 @@ struct SessionRefusal {
     std::string reason;
 };
 
-/// Takes the right to be the session's only Tessel, or asks the holder to show itself. A holder that is about to end is
-/// followed rather than asked. Waits for at most `ControlClient::patience`.
+/// Takes the right to be the session's only Tessel, or makes the holder show itself. If the holder is about to end,
+/// this takes its place instead. Waits for at most `ControlClient::patience`.
 [[nodiscard]] std::expected<SingleInstance, SessionRefusal> claimSession(const Session& session);
 
 } // namespace platform::linux

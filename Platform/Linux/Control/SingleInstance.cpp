@@ -51,12 +51,12 @@ std::optional<uid_t> peerUser(int descriptor) {
 
 } // namespace
 
-/// The socket and what keeps others from it. In a folder, the files go with it.
+/// The socket and the lock that protects it. In a folder, the files are removed with it.
 class SingleInstance::Place {
 public:
     using Taken = std::expected<void, Hindrance>;
 
-    /// Once. Where it fails, this is to be dropped.
+    /// Call it once. After a failure, destroy this.
     [[nodiscard]] Taken take(const Session& wanted) {
         folder = openSocketFolder(wanted, Missing::isMade);
         return folder ? takeInFolder(wanted) : takeAbstract(wanted);
@@ -102,7 +102,7 @@ private:
             if (::flock(taking.get(), LOCK_EX | LOCK_NB) != 0) {
                 return errno == EWOULDBLOCK ? taken() : failure();
             }
-            // The former owner may have removed the file meanwhile; then this lock excludes nobody.
+            // The former owner may have removed the file meanwhile; then this lock protects nothing.
         } while (FileIdentity::of(taking) != FileIdentity::of(folder, lockName));
         lock = std::move(taking);
         // A process that was killed leaves its socket behind.

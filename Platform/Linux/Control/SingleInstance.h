@@ -9,16 +9,15 @@
 
 namespace platform::linux {
 
-/// The right to be the only Tessel of a session, held for as long as the object lives, and a socket at which its holder
-/// can be reached.
+/// The right to be the only Tessel of a session, held while the object lives, and the socket of its holder.
 ///
 /// Both are files in the folder "tessel" of the session's runtime folder, named after the display: a socket, and beside
-/// it a lock (flock(2)), which the kernel frees with the process, however that ends. So a socket that was left behind
-/// is nobody's, and the next holder replaces it. Only a folder that is the user's own and open to nobody else counts,
-/// so that neither another user nor a sandbox gets there.
+/// it a lock (flock(2)), which the kernel frees when the process ends in any way. So a socket that was left behind has
+/// no owner, and the next holder replaces it. The folder must be the user's own and closed to all others, so that
+/// neither another user nor a sandbox gets there.
 ///
-/// Where there is no such folder, both are an abstract Unix socket's name (unix(7)), made of the user and the display:
-/// that goes with the process, too, but everybody on the machine's network can take it.
+/// Without such a folder, both are an abstract Unix socket's name (unix(7)), made of the user and the display: it is
+/// freed with the process, too, but every process in the machine's network namespace can take it.
 ///
 /// Main thread only.
 class SingleInstance {
@@ -35,8 +34,8 @@ public:
     [[nodiscard]] static std::expected<SingleInstance, Hindrance> acquire(const Session& session);
 
     /// A connection to the holder of a session's right, not blocking. The error is an errno: ECONNREFUSED or ENOENT
-    /// where nobody has the right, EPERM where a process of another user has its name, EAGAIN where the holder does not
-    /// listen to those who wait already.
+    /// without a holder, EPERM if a process of another user has its name, EAGAIN if the holder does not accept the
+    /// connections that wait already.
     [[nodiscard]] static std::expected<FileDescriptor, int> connect(const Session& session);
 
     SingleInstance(SingleInstance&&) noexcept;
@@ -52,7 +51,8 @@ public:
 
     [[nodiscard]] bool isInFolder() const;
 
-    /// Takes the right anew, in the place where others look for it now. The listening socket is another afterwards.
+    /// Takes the right again, at the place where other programs search for it now. The listening socket is another one
+    /// afterwards.
     [[nodiscard]] std::expected<void, Hindrance> renew();
 
     /// The folder whose changes may have made this unreachable, or reachable in another place; empty: none.

@@ -19,8 +19,8 @@ enum class Missing : std::uint8_t { isLeft, isMade };
 /// The path of the folder of a session's sockets, "tessel" in its runtime folder; empty without one.
 [[nodiscard]] std::string socketFolder(const Session& session);
 
-/// That folder, open (O_PATH). None where the runtime folder is not there, is not this user's, or is open to others,
-/// who could put something in the socket's place.
+/// That folder, open (O_PATH). None if the runtime folder is missing, is not this user's, or is open to others, who
+/// could replace the socket.
 [[nodiscard]] FileDescriptor openSocketFolder(const Session& session, Missing missing);
 
 /// The end of the name of a session's socket.
@@ -29,7 +29,7 @@ inline constexpr std::string_view socketEnding = ".socket";
 /// The name of a file that belongs to a session, in the folder of sockets.
 [[nodiscard]] std::string socketFileName(const Session& session, std::string_view ending);
 
-/// The sessions of this user that have a socket in that runtime folder, whether or not anybody listens at it.
+/// The sessions of this user that have a socket in that runtime folder, with or without a listener.
 [[nodiscard]] std::vector<Session> sessionsWithSockets(const std::string& runtimeFolder);
 
 /// The address of a Unix socket (unix(7)).

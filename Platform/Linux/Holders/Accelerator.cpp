@@ -61,8 +61,8 @@ std::optional<std::uint32_t> numberIn(std::string_view key) {
     return error == std::errc() && end == key.data() + key.size() ? std::optional(number) : std::nullopt;
 }
 
-/// The symbol's name as it stands on the key, or in its place: "page_up" is "Page Up". Empty for those of another part
-/// of the keyboard, and for what is no symbol.
+/// The symbol's name on the key's label, or for its position: "page_up" is "Page Up". Empty for symbols of another part
+/// of the keyboard, and for names that are no symbol.
 std::string keyName(std::string_view symbol) {
     constexpr std::array arrows{std::pair{"left", "←"}, std::pair{"right", "→"}, std::pair{"up", "↑"},
                                 std::pair{"down", "↓"}};

@@ -21,9 +21,9 @@ struct Accelerator {
     friend bool operator==(const Accelerator&, const Accelerator&) = default;
 };
 
-/// Reads "<Primary><Alt>Left": GTK's form, which the settings of GNOME, Cinnamon, MATE and Xfce use (GTK,
-/// gtk_accelerator_parse; mutter, src/core/meta-accel-parse.c). Modifiers go by any of their names, in any order and
-/// case. Nothing where there is no key, or a modifier that no hot key of ours has.
+/// Parses "<Primary><Alt>Left": GTK's form, which the settings of GNOME, Cinnamon, MATE and Xfce use (GTK,
+/// gtk_accelerator_parse; mutter, src/core/meta-accel-parse.c). Modifiers may have any of their names, in any order and
+/// case. Empty without a key, or with a modifier that no hot key of ours has.
 [[nodiscard]] std::optional<Accelerator> readAccelerator(std::string_view text);
 
 /// Reads "C-A-Left", openbox's form (openbox, openbox/translate.c). Otherwise the same.
@@ -38,8 +38,8 @@ struct Accelerator {
 /// is a place.
 [[nodiscard]] bool isSame(const Accelerator& accelerator, const corvid::Shortcut& shortcut);
 
-/// Of the keys of a binding, in GTK's form, the first that are none of the shortcuts. Nothing where there are none, or
-/// none that have a name for people.
+/// Of the keys of a binding, in GTK's form, the first that are none of the shortcuts. Empty if there are none, or none
+/// with a name for people.
 [[nodiscard]] std::optional<ShortcutHolder::Keys> otherKeys(const std::vector<std::string>& accelerators,
                                                             const std::vector<corvid::Shortcut>& shortcuts);
 

@@ -11,8 +11,8 @@
 
 namespace platform::linux {
 
-/// A search whose answers can be had at once: asks `holderOf` for each of the shortcuts in a later turn of the loop.
-/// Both functions have to be callable as long as the search lives.
+/// A search whose results are available at once: calls `holderOf` for each of the shortcuts in a later turn of the
+/// loop. Both functions must be callable as long as the search lives.
 [[nodiscard]] inline std::unique_ptr<HolderSearch>
 answerLater(MainLoop& mainLoop, const std::vector<corvid::Shortcut>& shortcuts, ShortcutHolders::Found found,
             std::function<std::optional<ShortcutHolder>(const corvid::Shortcut&)> holderOf) {

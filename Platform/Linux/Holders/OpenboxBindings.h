@@ -20,8 +20,8 @@ struct OpenboxBinding {
     friend bool operator==(const OpenboxBinding&, const OpenboxBinding&) = default;
 };
 
-/// The bindings in a configuration of openbox (rc.xml; openbox.org/wiki/Help:Bindings), the last one first, which is
-/// the one that counts. A key that begins a chain is bound, too. Of text that is no XML what was read before the fault.
+/// The bindings in a configuration of openbox (rc.xml; openbox.org/wiki/Help:Bindings), the last one first, because it
+/// takes precedence. A key that begins a chain is bound, too. Of malformed XML, the bindings before the fault.
 [[nodiscard]] std::vector<OpenboxBinding> readOpenboxBindings(std::string_view xml);
 
 } // namespace platform::linux

@@ -19,7 +19,7 @@ struct SettingLine {
     friend bool operator==(const SettingLine&, const SettingLine&) = default;
 };
 
-/// Reads what was printed. Lines of another form are left out.
+/// Parses the printed lines. Lines of another form are left out.
 [[nodiscard]] std::vector<SettingLine> readSettingLines(std::string_view printed);
 
 } // namespace platform::linux

@@ -14,7 +14,7 @@ namespace platform::linux {
 
 namespace {
 
-/// No more shortcuts of the user's own than this are looked at.
+/// The limit for the user's own shortcuts; further ones are ignored.
 constexpr std::size_t mostOwn = 64;
 
 bool holds(const SettingLine& setting, const corvid::Shortcut& shortcut) {
@@ -45,7 +45,7 @@ public:
     }
 
 private:
-    /// A run of the tool, and what is done with what it prints.
+    /// A run of the tool, and the handler of its output.
     struct Step {
         std::vector<std::string> arguments;
         std::function<void(const std::string& printed)> take;
@@ -54,7 +54,7 @@ private:
     [[nodiscard]] bool run(const Step& step) {
         running = ProgramOutput::of(mainLoop, "gsettings", step.arguments,
                                     [this, take = step.take](const std::optional<std::string>& printed) {
-                                        // Everything that is known otherwise is told all the same.
+                                        // The results from the other settings are reported all the same.
                                         take(printed.value_or(""));
                                         goOn();
                                     });

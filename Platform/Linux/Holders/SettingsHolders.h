@@ -11,15 +11,15 @@
 
 namespace platform::linux {
 
-/// Where the desktops of one family keep their shortcuts in GSettings.
+/// The GSettings schemas of one family of desktops for their shortcuts.
 struct SettingsFamily {
     /// The beginnings of the names of schemas with shortcuts, the window manager's own first.
     std::span<const std::string_view> schemas;
-    /// The setting that lists the user's own shortcuts, by their paths or by what their paths end with; empty where
-    /// there is none.
+    /// The setting that lists the user's own shortcuts, by their paths or by the ends of their paths; empty without
+    /// one.
     std::string_view listSchema = {};
     std::string_view listKey = {};
-    /// The schema of one of them, and what its path begins with where only the end is listed.
+    /// The schema of one of them, and the beginning of its path if only the end is listed.
     std::string_view ownSchema = {};
     std::string_view ownPath = {};
 };
@@ -49,12 +49,12 @@ inline constexpr SettingsFamily mate{.schemas = mateSchemas};
 
 } // namespace settings
 
-/// Looks for shortcuts in the settings of GNOME, Cinnamon or MATE by their own tool, `gsettings`, run as another
-/// program: the library behind it, GIO, would stay in memory, and ends the program that asks for what is not installed.
-/// Main thread only.
+/// Searches for shortcuts in the settings of GNOME, Cinnamon or MATE by their own tool, `gsettings`, run as another
+/// program: the library behind it, GIO, would stay in memory, and aborts a program that requests a missing schema. Main
+/// thread only.
 class SettingsHolders final : public ShortcutHolders {
 public:
-    /// `heldBy`: what people call the desktop. The loop has to outlive this, the family's texts as well.
+    /// `heldBy`: the desktop's common name. The loop must outlive this, and so must the family's texts.
     SettingsHolders(MainLoop& mainLoop, std::string heldBy, const SettingsFamily& family)
         : mainLoop(mainLoop)
         , heldBy(std::move(heldBy))

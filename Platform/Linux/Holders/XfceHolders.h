@@ -9,11 +9,12 @@
 namespace platform::linux {
 
 /// The holder of a shortcut by Xfce's channel "xfce4-keyboard-shortcuts", as `xfconf-query --list --verbose` prints it.
-/// The name of a property ends with the keys, its value is what they do. "custom" comes before "default", which does
-/// not count where "custom/override" is set.
+/// The name of a property ends with the keys, its value is their function. "custom" precedes "default", which is
+/// ignored if "custom/override" is set.
 [[nodiscard]] std::optional<ShortcutHolder> xfceHolder(std::string_view printed, const corvid::Shortcut& shortcut);
 
-/// Looks for shortcuts in Xfce's settings by their own tool, `xfconf-query`, run as another program. Main thread only.
+/// Searches for shortcuts in Xfce's settings by their own tool, `xfconf-query`, run as another program. Main thread
+/// only.
 class XfceHolders final : public ShortcutHolders {
 public:
     /// The loop has to outlive this.

@@ -159,7 +159,7 @@ std::expected<std::string, std::string> followLinks(std::string path) {
         std::array<char, PATH_MAX> buffer{};
         const ssize_t length = ::readlink(path.c_str(), buffer.data(), buffer.size());
         if (length < 0) {
-            return path; // no link; whatever else is the matter shows when the file is used
+            return path; // No link; any other fault shows when the file is used.
         }
         std::string target{buffer.data(), static_cast<std::size_t>(length)};
         path = target.starts_with('/') ? std::move(target) : folderOf(path).append("/").append(target);
@@ -233,7 +233,7 @@ std::expected<std::optional<std::string>, std::string> keepBeside(const std::str
     const std::string base = path + ".unreadable-" + timestamp();
     std::string kept = base;
     for (int number = 2;; ++number) {
-        // Making the name first, and only if it is free, is what keeps the rename from replacing another file.
+        // Creating the name first, and only if it is free, prevents the rename from replacing another file.
         const FileDescriptor name{::open(kept.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR)};
         if (name) {
             if (::rename(path.c_str(), kept.c_str()) == 0) {

@@ -9,8 +9,8 @@
 
 namespace platform::linux {
 
-/// The dictionary of a property-list file as libplist holds it, so that what the program has no use for (dates, arrays,
-/// integers beyond the signed 64-bit range) is written back as it was read.
+/// The dictionary of a property-list file as libplist holds it, so that values that the program does not use (dates,
+/// arrays, integers beyond the signed 64-bit range) are written back unchanged.
 class PropertyListDocument {
 public:
     /// A document without entries.
@@ -26,15 +26,16 @@ public:
     /// Within a dictionary, entries of such a kind are left out.
     [[nodiscard]] std::optional<corvid::PropertyListValue> value(std::string_view key) const;
 
-    /// Whether there is anything under a key, of whatever kind.
+    /// Whether there is a value of any kind under a key.
     [[nodiscard]] bool contains(std::string_view key) const;
 
-    /// Puts a value under a key in place of what was there. A text or key ends at its first NUL: the format has none.
+    /// Sets the value of a key, replacing the former one. A text or key ends at its first NUL: the format has none.
     void set(const corvid::PropertyListValue& value, std::string_view key);
 
     void remove(std::string_view key);
 
-    /// Does the same to one entry of the dictionary under a key; whatever else is there is replaced by a dictionary.
+    /// Does the same to one entry of the dictionary under a key; a value of another kind there is replaced by a
+    /// dictionary.
     void setEntry(const corvid::PropertyListValue& value, std::string_view key, std::string_view entry);
     void removeEntry(std::string_view key, std::string_view entry);
 

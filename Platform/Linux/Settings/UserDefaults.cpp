@@ -153,7 +153,7 @@ std::expected<PropertyListDocument, std::string> UserDefaults::renewed(const std
     }
     next = PropertyListDocument::parse(document.xml());
     return next ? std::expected<PropertyListDocument, std::string>(*std::move(next))
-                : std::unexpected("the settings cannot be written down");
+                : std::unexpected("the settings cannot be written as XML");
 }
 
 void UserDefaults::save() {

@@ -15,13 +15,12 @@ namespace platform::linux {
 
 /// The user's settings: an XML property list, `tessel/preferences.plist` in the configuration folder.
 ///
-/// The file is read here, and again at each write, which changes in it what was changed here and nothing else: what
-/// others have put there meanwhile stays, be it another session or somebody with an editor. (Where the file is gone,
-/// all that is known here is written.) Every write replaces the file whole and durably, with mode 0600, before `set`
-/// returns, or `together` does. A symbolic link stays one: the file that it leads to is replaced. Entries of kinds that
-/// the program does not know read as absent and stay in the file.
+/// The file is read here, and again at each write, which applies only the changes made here: changes by another session
+/// or with an editor stay. (If the file is gone, all known settings are written.) Every write replaces the file whole
+/// and durably, with mode 0600, before `set` returns, or `together` does. A symbolic link stays one: its target is
+/// replaced. Entries of kinds that the program does not know read as absent and stay in the file.
 ///
-/// Nothing here stops the program. A file that cannot be read, is malformed or holds no dictionary is kept beside as
+/// Nothing here stops the program. A file that cannot be read, is malformed or holds no dictionary is renamed to
 /// `preferences.plist.unreadable-<time>`, and the settings start from their defaults or, at a write, go on as they are.
 /// When a write fails, the change holds in memory, a line goes to the log, and the next write tries again with all
 /// changes. One thread at a time.

@@ -18,8 +18,8 @@ constexpr const char* itemInterface = "org.kde.StatusNotifierItem";
 /// from white (a contrast of 4.6 each way).
 constexpr std::uint8_t middleGrey = 0x75;
 
-/// Pixels as a panel reads them (StatusNotifierItem specification, Icons): alpha, red, green and blue, each a byte,
-/// whatever the processor's order.
+/// Pixels in the format of panels (StatusNotifierItem specification, Icons): alpha, red, green and blue, each a byte,
+/// on any processor.
 int appendPixels(sd_bus_message* message, const SymbolPicture& picture) {
     std::vector<std::uint8_t> bytes;
     bytes.reserve(picture.alpha.size() * 4);
@@ -103,7 +103,7 @@ struct NotifierItem::Methods {
         return sd_bus_message_append(reply, "o", NotifierMenu::objectPath);
     }
 
-    /// A click; also the one that asks for a menu, from a panel that cannot show ours.
+    /// A click; also a request for a menu, from a panel that cannot show ours.
     static int activate(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
         std::int32_t x = 0;
         std::int32_t y = 0;

@@ -30,7 +30,7 @@ public:
     [[nodiscard]] bool offer(sd_bus* bus, const TrayContents& contents);
     void withdraw();
 
-    /// Tells panels what to read again.
+    /// Signals panels which properties to read again.
     void announce(TrayPlace::Change change) const;
 
 private:

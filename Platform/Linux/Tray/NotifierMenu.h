@@ -9,9 +9,9 @@
 
 namespace platform::linux {
 
-/// The menu of a status item, as panels read it: an object of the interface com.canonical.dbusmenu (version 3 of the
-/// DBusMenu protocol). The root has the id 0, the lines count up from 1. What is asked of an id that is not there, or
-/// with values of the wrong types, is answered with an error. Main thread only.
+/// The menu of a status item for panels: an object of the interface com.canonical.dbusmenu (version 3 of the DBusMenu
+/// protocol). The root has the id 0, the lines count up from 1. A request with an unknown id, or with values of the
+/// wrong types, gets an error. Main thread only.
 class NotifierMenu {
 public:
     /// Actions are run through `mainActor`, which must outlive this, after the panel has its answer.

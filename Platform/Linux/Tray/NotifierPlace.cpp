@@ -16,7 +16,7 @@ constexpr const char* watcherPath = "/StatusNotifierWatcher";
 constexpr const char* hostRule = "type='signal',path='/StatusNotifierWatcher',"
                                  "interface='org.kde.StatusNotifierWatcher'";
 
-/// A call to the watcher; null where the library refuses. Nobody is started to answer it.
+/// A call to the watcher; null if the library refuses. It starts no service.
 OwnedMessage callTo(sd_bus* bus, const char* interface, const char* method) {
     sd_bus_message* raw = nullptr;
     if (sd_bus_message_new_method_call(bus, &raw, watcherName, watcherPath, interface, method) < 0) {
@@ -28,12 +28,12 @@ OwnedMessage callTo(sd_bus* bus, const char* interface, const char* method) {
 
 } // namespace
 
-/// The handlers of what the bus sends; `data` is the place.
+/// The handlers of the bus's messages; `data` is the place.
 struct NotifierPlace::Answers {
     static NotifierPlace& self(void* data) { return *static_cast<NotifierPlace*>(data); }
 
     static int hostsChanged(sd_bus_message* signal, void* data, sd_bus_error* /*error*/) {
-        // Any sender will do: the watcher is asked for the present state.
+        // The sender does not matter, because this requests the present state from the watcher.
         if (std::string_view(sd_bus_message_get_member(signal)).starts_with("StatusNotifierHost")) {
             self(data).askForHost();
         }
@@ -142,7 +142,7 @@ void NotifierPlace::registerItem() {
     }
     ++tries;
     const OwnedMessage call = callTo(bus, watcherName, "RegisterStatusNotifierItem");
-    // By the connection's own name, which needs no further name to be had (and may be all that a sandbox allows).
+    // By the connection's own name, which needs no other name (and may be all that a sandbox allows).
     if (call != nullptr && sd_bus_message_append(call.get(), "s", name) >= 0) {
         registration = send(bus, call.get(), &Answers::registered, this);
     }
@@ -168,7 +168,7 @@ void NotifierPlace::setHasHost(bool has) {
 
 void NotifierPlace::clicked(std::int32_t x, std::int32_t y) {
     if (contents != nullptr && contents->action) {
-        // After the panel has its answer. A copy: the item may be gone by then, its action included.
+        // After the panel has its reply. A copy: the item may be gone by then, with its action.
         mainLoop.post([action = contents->action, position = inScreenSpace(x, y)] { action(position); });
     }
 }

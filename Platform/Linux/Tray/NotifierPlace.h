@@ -19,7 +19,7 @@ namespace platform::linux {
 /// for the bus. Main thread only.
 class NotifierPlace final : public TrayPlace, private SessionBus::Listener {
 public:
-    /// A watcher that refuses or does not answer is asked this often, and so long after the last time.
+    /// The number of retries for a watcher that refuses or does not reply, and the delay before each.
     static constexpr int mostTries = 5;
     static constexpr Duration untilRetry = std::chrono::milliseconds(300);
 

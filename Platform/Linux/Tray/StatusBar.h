@@ -36,8 +36,8 @@ public:
 private:
     class Item;
 
-    /// Takes the item that is to be shown from where it does not belong, and shows it where it does: in the first place
-    /// at once, in another after a while.
+    /// Moves the item from a place where it does not belong to the one where it does: to the first place at once, to
+    /// another after some time.
     void settle();
     void showIn(TrayPlace& place);
     void leave();

@@ -10,7 +10,7 @@ namespace platform::linux {
 
 /// The present contents of a status item, for any kind of panel.
 struct TrayContents {
-    /// Tells it from other programs' items, and is the same in every session.
+    /// Distinguishes it from other programs' items, and is the same in every session.
     std::string identifier;
     std::string title;
     std::string toolTip;

@@ -25,7 +25,7 @@ public:
     TrayPlace& operator=(const TrayPlace&) = delete;
     virtual ~TrayPlace() = default;
 
-    /// Whether a panel is there that would show an item. Nothing is waited for: it is what is known by now.
+    /// Whether there is a panel that would show an item. Does not wait: this is the state known by now.
     [[nodiscard]] virtual bool isOffered() const = 0;
 
     /// Shows an item, as soon as there is a panel and whenever there is one again, until it is hidden. `contents` must
@@ -39,7 +39,7 @@ public:
     /// Whether a panel shows the item.
     [[nodiscard]] virtual bool isShown() const = 0;
 
-    /// Where, in points in the screen space; nothing where that is not known.
+    /// Its frame, in points in the screen space; empty if it is unknown.
     [[nodiscard]] virtual std::optional<corvid::CGRect> frame() const = 0;
 
     /// `follower` is called whenever `isOffered` has changed.

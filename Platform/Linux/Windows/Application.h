@@ -12,7 +12,7 @@ namespace platform::linux {
 /// One process that owns windows, or did. `RunningApplications` makes it; a reference to it may outlive that.
 class Application final : public platform::RunningApplication {
 public:
-    /// Where an application that runs looks up what it is asked.
+    /// The sources from which a running application's properties are read.
     class Directory {
     public:
         Directory() = default;
@@ -20,19 +20,19 @@ public:
         Directory& operator=(const Directory&) = delete;
         virtual ~Directory() = default;
 
-        /// Looks at the application's windows for what identifies it.
+        /// Reads the properties of the application's windows that identify it.
         [[nodiscard]] virtual std::optional<std::string> identify(ProcessIdentifier process) = 0;
         [[nodiscard]] virtual std::optional<std::string> displayName(const std::string& bundleIdentifier) = 0;
         [[nodiscard]] virtual ActivationPolicy activationPolicy(ProcessIdentifier process) = 0;
     };
 
-    /// Once the directory's owner drops it, there is nobody to ask any more.
+    /// After the directory's owner has reset it, there is no source any more.
     Application(std::weak_ptr<Directory*> directory, ProcessIdentifier process)
         : directory(std::move(directory))
         , process(process) {}
 
     [[nodiscard]] ProcessIdentifier processIdentifier() const override { return process; }
-    /// Found once, it stays the same. Until then every call asks the windows again.
+    /// Found once, it stays the same. Until then every call reads the windows again.
     [[nodiscard]] std::optional<std::string> bundleIdentifier() const override;
     [[nodiscard]] std::optional<std::string> localizedName() const override;
     [[nodiscard]] ActivationPolicy activationPolicy() const override;

@@ -7,8 +7,8 @@
 
 namespace platform::linux {
 
-/// Delivers what has happened, in order and each in a turn of the event loop of its own, so that a thousand windows at
-/// once do not keep a key press waiting. What waits when it is destroyed is never delivered.
+/// Delivers events, in order and each in a turn of the event loop of its own, so that a thousand windows at once do not
+/// delay a key press. Events that are pending at its destruction are never delivered.
 class Deliveries {
 public:
     explicit Deliveries(MainActor& mainActor)

@@ -13,7 +13,7 @@ struct PlacementRequest {
 
     [[nodiscard]] bool isEmpty() const { return !position && !size; }
 
-    /// Adds what is asked later; the last word counts.
+    /// Adds a later request, which overrides earlier ones.
     void add(const PlacementRequest& part) {
         position = part.position ? part.position : position;
         size = part.size ? part.size : size;

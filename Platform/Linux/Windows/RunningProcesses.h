@@ -47,12 +47,13 @@ protected:
     /// Sets the sources of identities and names; to be called before anything below. Both must outlive this.
     void setNames(ApplicationIdentification& identifier, ApplicationCatalogue& names);
 
-    /// A window has come. `wasThere`: it was there at the very start. The desktop adds the window to what it knows of
-    /// the process after this: the process may turn out to be another one than that of the same number before.
+    /// A window has appeared. `wasThere`: it was there at the very start. The desktop adds the window to its data on
+    /// the process after this, because the process may turn out to be another one than the former process of the same
+    /// id.
     Interest windowAppeared(const ApplicationClues& clues, bool wasThere);
     /// The clues to a window's application have changed.
     void windowChangedIdentity(const ApplicationClues& clues);
-    /// A window of the process can be dealt with.
+    /// A window of the process is ready.
     void windowBecameReady(ProcessIdentifier process);
     /// The process has no windows any more.
     void lastWindowVanished(ProcessIdentifier process);
@@ -71,13 +72,13 @@ private:
 
     // Answered by the desktop.
 
-    /// Whether one of the process's windows can be dealt with now.
+    /// Whether one of the process's windows is ready now.
     [[nodiscard]] virtual bool hasReadyWindow(ProcessIdentifier process) = 0;
     /// The clues that the process's windows give now, oldest first.
     [[nodiscard]] virtual std::vector<ApplicationClues> clues(ProcessIdentifier process) = 0;
-    /// Nobody wants to know any more what the process's windows say of its application.
+    /// The windows' identification of the process's application is no longer needed.
     virtual void stopListening(ProcessIdentifier process) = 0;
-    /// The process has ended: what is left of its windows is nobody's.
+    /// The process has ended: its remaining windows have no owner.
     virtual void forget(ProcessIdentifier process) = 0;
 
     [[nodiscard]] std::optional<std::string> identify(ProcessIdentifier process) final;

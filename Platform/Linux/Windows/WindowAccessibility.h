@@ -18,8 +18,8 @@
 
 namespace platform::linux {
 
-/// Elements and their attributes where an application is a process that owns windows. What is asked becomes one of a
-/// few questions about a process or a window, which each desktop answers in its own way.
+/// Elements and their attributes for desktops where an application is a process that owns windows. Each request becomes
+/// one of a few requests about a process or a window, which each desktop implements in its own way.
 template <typename Name>
 class WindowAccessibility : public platform::Accessibility {
 public:
@@ -84,7 +84,7 @@ private:
     [[nodiscard]] virtual std::expected<WindowKind, AXError> kind(const Name& window) = 0;
     /// The visible rectangle that the window has settled on, in the accessibility space.
     [[nodiscard]] virtual std::expected<corvid::CGRect, AXError> frame(const Name& window) = 0;
-    /// Why the window is not to be placed now; `success` where it may be.
+    /// The reason why the window must not be placed now; `success` if it may be.
     [[nodiscard]] virtual AXError refusalToPlace(const Name& window) = 0;
     /// Takes the request, in the accessibility space; when it is carried out is up to the desktop.
     virtual AXError place(const Name& window, const PlacementRequest& part) = 0;

@@ -25,8 +25,8 @@ public:
                                                                                      AXObserverCallback callback) final;
 
 protected:
-    /// A new window of the process is ready. `element` is called at the delivery: it gives nothing where the window
-    /// does not exist any more. It must be possible to call it for as long as the deliveries live.
+    /// A new window of the process is ready. `element` is called at the delivery: it returns nothing if the window no
+    /// longer exists. It must be callable for as long as the deliveries live.
     void tell(ProcessIdentifier process, std::uint64_t arrival,
               const std::function<std::optional<AXUIElement>()>& element);
 

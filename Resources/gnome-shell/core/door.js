@@ -1,4 +1,4 @@
-/** All that is done for the program while it is there. `process` is the one whose connection it is. */
+/** Everything that the extension does for a connected program. `process` is the process of the connection. */
 class Service {
     constructor(tell, session, process) {
         this._session = session;
@@ -71,8 +71,8 @@ class Service {
 }
 
 /**
- * The object on the session bus. It serves the connection that owns the program's name, from the moment that this has
- * said Hello, and nobody else. Before, and once the name is gone, nothing is followed, held or shown for anybody.
+ * The object on the session bus. It serves only the connection that owns the program's name, from its call of Hello on.
+ * Before that, and after the name is lost, it follows, holds and shows nothing for any client.
  */
 class Door {
     enable() {
@@ -95,7 +95,7 @@ class Door {
         this._object = null;
     }
 
-    /** Forgets everything of the former owner of the name, and tells the new one that it may say Hello. */
+    /** Drops all state of the former owner of the name, and signals the new one to call Hello. */
     _expect(client) {
         if (this._client === client)
             return;
@@ -113,7 +113,7 @@ class Door {
         Gio.DBus.session.emit_signal(client, OBJECT_PATH, INTERFACE_NAME, signal, parameters);
     }
 
-    /** Lets the caller have its work done, if it is the program. */
+    /** Runs `work` for the caller if the caller is the program. */
     _admit(invocation, work) {
         try {
             if (!this._service || invocation.get_sender() !== this._client)
@@ -124,7 +124,7 @@ class Door {
         }
     }
 
-    /** Answers a call with what `work` gives. */
+    /** Replies to a call with the result of `work`. */
     _answer(invocation, types, work) {
         this._admit(invocation, service => {
             const values = work(service);
@@ -142,7 +142,7 @@ class Door {
             this._welcome(sender, invocation);
             return;
         }
-        // It may have got its name so recently that this has not been told.
+        // The name may be so new that its signal has not arrived.
         this._askBus('GetNameOwner', BUS_NAME, '(s)', owner => {
             if (owner === sender && this._object)
                 this._expect(owner);
@@ -150,7 +150,7 @@ class Door {
         });
     }
 
-    /** Begins to serve the owner of the name, unless that has begun. */
+    /** Starts to serve the owner of the name, unless it is served already. */
     _welcome(sender, invocation) {
         const answer = () => this._answer(invocation, '(s)', service => [service.hello()]);
         if (sender !== this._client || this._service) {
@@ -159,7 +159,7 @@ class Door {
             this._refuse(invocation, new Refusal('Unusable', this._missing.join(', ')));
         } else {
             this._askBus('GetConnectionUnixProcessID', sender, '(u)', process => {
-                // The name may be somebody else's by now, and somebody may have said Hello twice.
+                // Another client may own the name by now, and Hello may have been called twice.
                 if (sender === this._client)
                     this._begin(process);
                 answer();
@@ -173,7 +173,7 @@ class Door {
         this._service ??= new Service(tell, this._session, process);
     }
 
-    /** Asks the bus about a name, and hands on the answer; nothing where the bus knows nothing. */
+    /** Asks the bus about a name, and passes the reply on; nothing if the bus reports an error. */
     _askBus(method, name, types, then) {
         Gio.DBus.session.call(
             'org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus', method,
@@ -183,7 +183,7 @@ class Door {
                 try {
                     [known] = bus.call_finish(result).deepUnpack();
                 } catch (error) {
-                    // The bus has no such name any more.
+                    // The bus no longer has the name.
                 }
                 then(known);
             });

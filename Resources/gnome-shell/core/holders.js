@@ -1,4 +1,4 @@
-// Where the shell's own bindings are: their settings go by the names of its actions.
+// The schemas of the shell's own bindings: their settings are named after its actions.
 const BINDING_SCHEMAS = [
     'org.gnome.desktop.wm.keybindings', 'org.gnome.shell.keybindings', 'org.gnome.mutter.keybindings',
     'org.gnome.mutter.wayland.keybindings',
@@ -26,9 +26,9 @@ function settingOf(binding) {
 }
 
 /**
- * The holders of combinations of keys, each a number of XKB's and a mask of X's: nothing for those that the shell has
- * no use for; names without letters for those that it keeps for somebody else. The bindings in force count, whatever
- * settings say. A shell that cannot be asked has said of all that it keeps them for others.
+ * The holders of combinations of keys, each an XKB key code and a mask of X's: nothing for those that the shell does
+ * not use; names without letters for those that it keeps for other programs. The bindings in force count, not the
+ * settings. A shell that offers no such query is taken to keep all keys for others.
  */
 function holdersOf(combinations) {
     return combinations.map(([key, modifiers]) => {

@@ -1,9 +1,9 @@
-// Ctrl+Alt, as the X protocol counts modifiers.
+// Ctrl+Alt, in the X protocol's modifier mask.
 const CONTROL_ALT = 12;
-// The arrows, C and D with them, by the numbers of the keys: all that the program ever takes.
+// The arrows, C and D with them, by key code: no other key is ever grabbed for the program.
 const COMBINATIONS = new Map([0x71, 0x72, 0x6f, 0x74, 0x36, 0x28].map(key => [`<Control><Alt>0x${key.toString(16)}`, key]));
 
-/** The key's number of XKB's. */
+/** The XKB key code. */
 function keyOf(accelerator) {
     const key = COMBINATIONS.get(accelerator);
     if (key === undefined)
@@ -11,12 +11,12 @@ function keyOf(accelerator) {
     return key;
 }
 
-/** The keys that the shell gives to the program, each under a number of the program's choice. */
+/** The keys that the shell gives to the program, each under a number that the program chose. */
 class Keys {
     constructor(tell) {
         this._tell = tell;
         this._held = new Map();
-        // These are there for as long as the program has asked for a key that it may borrow.
+        // These exist while the program has requested a key that it may borrow.
         this._loans = null;
         this._watch = null;
         global.display.connectObject('accelerator-activated', (_display, action) => {
@@ -38,7 +38,10 @@ class Keys {
         return this._begin(number, {accelerator, key: keyOf(accelerator), mayBorrow: false}).isHeld;
     }
 
-    /** The same for a key that is borrowed from the shell if it is not free: gives whether it is held, and so. */
+    /**
+     * The same for a key that is borrowed from the shell if it is not free: returns whether it is held, and whether it
+     * is borrowed.
+     */
     borrow(number, accelerator) {
         const mayBorrow = missingToBorrow().length === 0;
         const {isHeld, isBorrowed} = this._begin(number, {accelerator, key: keyOf(accelerator), mayBorrow});

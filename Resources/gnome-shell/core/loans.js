@@ -1,5 +1,5 @@
-// Bindings that can be lent, by whose handler they have without us. Nobody can ask a binding for its handler, so one that
-// neither of these has given could not be given back.
+// Bindings that can be lent, grouped by their original handler. The handler of a binding cannot be read, so a binding
+// with any other handler could not be restored.
 const LENT_BY_SHELL = /^(?:switch|move)-to-workspace-(?:left|right|up|down|last|\d+)$/;
 const LENT_BY_MUTTER = new Set([
     'always-on-top', 'begin-move', 'begin-resize', 'close', 'lower', 'maximize', 'maximize-horizontally',
@@ -27,9 +27,9 @@ function loanObstacle(key) {
 }
 
 /**
- * Keys that the shell lends. Its settings stay as they are, and so does the handler of a binding until one of these keys
- * is pressed: it is another one for that press. So the binding's other keys, and all of them in the overview, do what
- * they always do.
+ * Keys that the shell lends. Its settings stay unchanged, and a binding keeps its handler until one of these keys is
+ * pressed, when it gets another one for that press. So the binding's other keys, and all of them in the overview, keep
+ * their function.
  */
 class Loans {
     /** `pressed` is called with the number of a key, once for each press however long it is held. */
@@ -38,7 +38,7 @@ class Loans {
         this._numbers = new Map();
         this._replaced = null;
         this._restoring = 0;
-        // The shell asks this of every key that has a binding, and goes on to the binding's handler.
+        // The shell emits this for every key with a binding, and then calls the binding's handler.
         global.window_manager.connectObject('filter-keybinding', (_manager, binding) => {
             this._giveBack();
             const event = Clutter.get_current_event();
@@ -56,7 +56,7 @@ class Loans {
         this._giveBack();
     }
 
-    /** Borrows a key, by its number of XKB's. False where it is borrowed already. */
+    /** Borrows a key, by its XKB key code. False if it is borrowed already. */
     add(key, number) {
         if (this._numbers.has(key))
             return false;
@@ -74,7 +74,7 @@ class Loans {
             if (!isRepeated)
                 this._pressed(number);
         });
-        // Not by the handler itself, which must outlive its call.
+        // Not inside the handler itself, which must outlive its call.
         this._restoring = GLib.idle_add(GLib.PRIORITY_DEFAULT, () => {
             this._restoring = 0;
             this._giveBack();
@@ -95,9 +95,9 @@ class Loans {
 }
 
 /**
- * Tells of changes of the shell's bindings. At changed settings it calls `leaves` before the shell has read them, for what
- * is grabbed then hides the binding that a key gets, for as long as the shell runs. It calls `returns` when the shell has
- * read them, and when another layout of the keyboard may have moved bindings to other keys.
+ * Reports changes of the shell's bindings. When settings change it calls `leaves` before the shell has read them,
+ * because a grabbed key then hides the binding that gets this key, for as long as the shell runs. It calls `returns`
+ * when the shell has read them, and when another keyboard layout may have moved bindings to other keys.
  */
 class BindingWatch {
     constructor(leaves, returns) {
@@ -126,7 +126,7 @@ class BindingWatch {
     }
 
     _returnSoon() {
-        // The shell reads its bindings when it has nothing better to do; this comes after that.
+        // The shell reads its bindings when it is idle; this runs after that.
         this._waiting ||= GLib.idle_add(GLib.PRIORITY_LOW, () => {
             this._waiting = 0;
             this._returns();

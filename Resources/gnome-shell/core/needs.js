@@ -1,5 +1,5 @@
-// All that is used of the shell: where it is, and the names. Of names with a bar between them one is enough, for versions
-// of the shell differ there.
+// Every member of the shell that the extension uses: its path, and the names. Of names with a bar between them one is
+// enough, because versions of the shell differ there.
 const NEEDED = [
     ['global', 'get_pointer get_window_actors'],
     ['', 'global.compositor.get_laters|Meta.later_add'],
@@ -54,11 +54,11 @@ const NEEDED_SIGNALS_TO_BORROW = [
 const missingOfTheShell = () => missingOf(NEEDED, NEEDED_SIGNALS);
 const missingToBorrow = () => missingOf(NEEDED_TO_BORROW, NEEDED_SIGNALS_TO_BORROW);
 
-/** The names of what is needed of the shell and not there: all is, in the versions that the extension was tried on. */
+/** The names of needed members that the shell lacks; none in the versions that the extension was tested on. */
 function missingOf(needed, neededSignals) {
     const roots = {Clutter, Main, Meta, PanelMenu, PopupMenu, Shell, St, global};
     const find = path => path.split('.').reduce((owner, name) => owner?.[name], roots);
-    // The getter of a property would fail on a prototype: it is asked for, and not called.
+    // The getter of a property would fail on a prototype, so this checks for it without a call.
     const has = path => {
         const end = path.lastIndexOf('.');
         const owner = find(path.slice(0, end));

@@ -1,4 +1,4 @@
-/** Where a window of the program itself is to be: the next one of a process that has the title. */
+/** The position of the program's own next window: that of a process with the title. */
 class OwnWindow {
     constructor() {
         this._plan = null;
@@ -19,8 +19,8 @@ class OwnWindow {
             this._carryOut(shown.metaWindow);
             return;
         }
-        // It may have been made already, and be about to be shown. Before, the shell has yet to find a place for it, in
-        // which it would end up; that it has a size says nothing of that.
+        // It may exist already, and be about to be shown. Before that, the shell still has to choose a position for it,
+        // which would override this one; having a size does not mean that the shell has done so.
         const made = own.find(actor => !actor.visible);
         if (made)
             this._await(made.metaWindow);
@@ -35,7 +35,7 @@ class OwnWindow {
             return;
         this._stopAwaiting();
         this._awaited = window;
-        // It is on no screen yet, so it is seen nowhere else before.
+        // It is on no screen yet, so it never appears at another place.
         this._shown = window.connect('shown', () => {
             this._stopAwaiting();
             if (this._isMeant(window))

@@ -19,7 +19,7 @@ class Placement {
         const isComing = this._release();
         this._isAsking = false;
         if (isComing && isOwnSize) {
-            // The size that it is about to leave is not asked for as long as it has it.
+            // If the window is about to leave the wanted size, the request waits until it has left it.
             this._isReleasing = true;
             this._wait(80, () => this._ask());
         } else {
@@ -32,7 +32,10 @@ class Placement {
         this._wait(0, null);
     }
 
-    /** Maximized or tiled it would keep its size. Whether its new size has yet to come. */
+    /**
+     * A maximized or tiled window would keep its size, so it is released. Returns whether its new size is still
+     * pending.
+     */
     _release() {
         const window = this._window;
         const flags = window.get_maximize_flags ? window.get_maximize_flags() : window.get_maximized();
@@ -51,12 +54,12 @@ class Placement {
         this._isAsking = true;
         this._triesLeft--;
         this._wait(0, null);
-        // A window of an X11 program would keep its place if it rounds the size.
+        // A window of an X11 program would keep its position if it rounds the size.
         if (this._isX11)
             this._window.move_frame(true, this._wanted[0], this._wanted[1]);
         const before = rectangle(this._window.get_frame_rect());
         this._window.move_resize_frame(true, ...this._wanted);
-        // What the shell does at once it does without the application, whose limits allow no other size.
+        // An immediate change of the shell happens without the application, whose limits allow no other size.
         this._isDecided = !this._window.allows_resize() || !isEqual(before, rectangle(this._window.get_frame_rect()));
         this._isAsking = false;
         this._look();
@@ -76,22 +79,23 @@ class Placement {
     _look() {
         const frame = rectangle(this._window.get_frame_rect());
         if (isEqual(this._wanted, frame) && this._isReleasing)
-            // It was asked without having left its size. The answer to the release takes it elsewhere if it still comes.
+            // The request went out before the window had left its size. A late reply to the release still moves the
+            // window elsewhere.
             this._wait(2000, () => this._finish());
         else if (isEqual(this._wanted, frame))
             this._finish();
         else if (this._isX11 && this._triesLeft === 0 && isEqual(this._wanted.slice(0, 2), frame.slice(0, 2)))
-            // The shell has rounded the size as the program wishes. A busy shell would be long in coming back to it.
+            // The shell has rounded the size by the program's hints. A busy shell would take long to check again.
             this._finish();
         else if (this._isX11 || this._isDecided || !isEqual(this._former.slice(2), frame.slice(2)))
-            // It has taken another size; a little later that is final.
+            // It has taken another size, which becomes final a little later.
             this._wait(50, () => this._settle());
         else if (!isEqual(this._former, frame))
-            // Some programs say that they have heard before they have drawn their new size. The shell's word that
-            // something has changed would not do: it is said as well when a former request is dealt with.
+            // Some programs acknowledge before they have drawn their new size. The shell's signal of a change is not
+            // sufficient: it also comes for an earlier request.
             this._wait(150, () => this._settle());
         else
-            // The application has yet to answer. Whoever asked does not wait as long.
+            // The application has not replied yet. The caller does not wait that long.
             this._wait(2000, () => this._finish());
     }
 
@@ -102,7 +106,7 @@ class Placement {
         }
         const before = rectangle(this._window.get_frame_rect());
         this._ask();
-        // The shell knows at once what a window of an X11 program takes: another answer would be the same.
+        // The shell knows the size of an X11 program's window at once: a repeated request would get the same result.
         if (this._timeout && this._isX11 && isEqual(before, rectangle(this._window.get_frame_rect())))
             this._finish();
     }

@@ -1,13 +1,14 @@
-// What the extension does is the same for every version of the shell. Its parts, of which this is the first, are put into
-// one file, after the names of the shell's modules.
+// The extension works the same in every version of the shell. The build joins its parts, of which this is the first,
+// into one file, after the imports of the shell's modules.
 
 const BUS_NAME = 'org.corvid.Tessel.Windows';
 const OBJECT_PATH = '/org/corvid/Tessel/Windows';
 const INTERFACE_NAME = 'org.corvid.Tessel.Windows1';
-// Rises with every change of the interface that the program must know of.
+// Increases with every change of the interface that concerns the program.
 const INTERFACE_VERSION = 1;
 
-// Structures go as JSON. Rectangles are x, y, width and height in the shell's own space. Signals go to the program only.
+// Structures are sent as JSON. Rectangles are x, y, width and height in the shell's own space. Signals go to the
+// program only.
 const INTERFACE = `<node><interface name="${INTERFACE_NAME}">
     <method name="Hello"><arg type="s" direction="out"/></method>
     <method name="Frames"><arg type="s" direction="out"/></method>
@@ -59,7 +60,7 @@ const INTERFACE = `<node><interface name="${INTERFACE_NAME}">
 const rectangle = r => [r.x, r.y, r.width, r.height];
 const isEqual = (a, b) => a.every((value, index) => value === b[index]);
 
-/** An answer that is an error of the interface's own. */
+/** A reply with an error of the interface's own. */
 class Refusal extends Error {
     constructor(name, message) {
         super(message);
@@ -67,7 +68,7 @@ class Refusal extends Error {
     }
 }
 
-/** What the program calls the kind of a window; see WindowKind there. */
+/** The program's name for the kind of a window; see WindowKind there. */
 function kindOf(window) {
     if (window.is_override_redirect())
         return 'furniture';

@@ -5,7 +5,7 @@ class Windows {
         this._known = new Map();
         this._placements = new Map();
         this._isMoveTold = false;
-        // A window that is closing has been taken leave of already: nothing would tell of its end.
+        // A closing window counts as gone already: no later signal would report its end.
         for (const {metaWindow} of global.get_window_actors().filter(actor => !actor.is_destroyed()))
             this._follow(metaWindow, metaWindow.get_frame_rect().width > 0);
         global.display.connectObject(
@@ -13,7 +13,7 @@ class Windows {
             'notify::focus-window', () => this._tell('Focused', '(t)', [this.focused() ?? 0]),
             'workareas-changed', () => this._tellOutputs(), this);
         Main.layoutManager.connectObject('monitors-changed', () => this._tellOutputs(), this);
-        // Windows of X11 programs do not say that they are shown.
+        // Windows of X11 programs send no signal when they are shown.
         global.window_manager.connectObject('map', (_manager, {metaWindow}) => {
             this._known.get(metaWindow.get_id())?.becomesReady?.();
         }, this);
@@ -30,7 +30,7 @@ class Windows {
         this._known.clear();
     }
 
-    /** All that a person could place, oldest first. */
+    /** All windows that a person could place, oldest first. */
     all() {
         return [...this._known.values()]
             .filter(entry => this._isPlaceable(entry))
@@ -51,7 +51,7 @@ class Windows {
         return this.all().map(window => [window.get_id(), ...rectangle(window.get_frame_rect()), window.is_fullscreen()]);
     }
 
-    /** Calls `settled` with the frame that the window has come to, or with nothing if it goes meanwhile. */
+    /** Calls `settled` with the final frame of the window, or with nothing if the window vanishes meanwhile. */
     place(id, wanted, settled) {
         const entry = this._known.get(id);
         if (!entry || !this._isPlaceable(entry))
@@ -90,7 +90,7 @@ class Windows {
             'notify::fullscreen', tell, 'notify::skip-taskbar', tell,
             'size-changed', moved, 'position-changed', moved, this);
         if (!isShown) {
-            // Only now is everything known of it.
+            // Only now are all its properties known.
             entry.becomesReady = () => {
                 entry.becomesReady = null;
                 entry.isShown = true;
@@ -102,12 +102,12 @@ class Windows {
         }
     }
 
-    /** A window that opens on a workspace that is not in sight is not shown, but has been given its place there. */
+    /** A window that opens on a hidden workspace is not shown, but has its position there. */
     _lookElsewhere(entry) {
         if (!entry.becomesReady || entry.isLookedFor)
             return;
         entry.isLookedFor = true;
-        // Which windows are in sight is settled before the next picture, and with that their place.
+        // The shell decides before the next frame which windows are shown, and thereby their position.
         const look = () => {
             entry.isLookedFor = false;
             const {window} = entry;
@@ -136,7 +136,7 @@ class Windows {
             this._tell('WindowChanged', '(s)', [JSON.stringify(factsOf(entry.window))]);
     }
 
-    /** Said once; where the windows are is asked for when somebody wants to know. */
+    /** Sent once; a reader requests the positions when it needs them. */
     _tellMove(id, entry) {
         this._lookElsewhere(entry);
         if (!entry.isShown || this._isMoveTold || this._placements.has(id))

@@ -11,7 +11,7 @@ from harness.window_managers import WINDOW_MANAGERS
 
 from . import case_for_each
 
-# Where a person might have put a window: off every edge, no round number, odd and even mixed.
+# Where a person might have put a window: away from every edge, no round number, odd and even mixed.
 NATURAL = Rect(311, 173, 762, 503)
 
 
@@ -54,8 +54,8 @@ def press_twice(desktop: Desktop, product, one: RunningApplication, action: str,
     desktop.holds_frame(one.window, wanted, "frame after a repeat")
     changes = watcher.changes()
     watcher.close()
-    # Where the window has taken the size that it was asked for, or rounds it as is known by then, nothing is left to do,
-    # not even for a moment.
+    # If the window has taken the requested size, or rounds it in a known way by then, nothing moves, not even for a
+    # moment.
     takes_any_size = wanted.size == expected(action, wanted, desktop.visible_frame(), lambda size: size).size
     if takes_any_size or one.application.has_increments:
         assert not changes, f"the repeat moved the window through {', '.join(map(str, changes))}"

@@ -1,5 +1,6 @@
-"""Keys that the window manager holds, borrowed with the user's consent: they are ours while the program runs, and the
-window manager's again however that ends."""
+"""Keys that the window manager holds, borrowed with the user's consent.
+
+They are ours while the program runs, and the window manager's again however the program ends."""
 
 import signal
 import time
@@ -22,7 +23,7 @@ from .window_manager_changes import HOLDING, POLL, taken, works
 # muffin alone keeps the workspaces' keys for Cinnamon's shell, which is not there to act on them: it has a case of its own.
 LENDING = [manager for manager in HOLDING if manager != "muffin"]
 
-# The program renews its grabs for the last time half a second after the last notice of a keyboard.
+# The program renews its grabs for the last time half a second after the last keyboard event.
 CALM = 1.0
 
 
@@ -35,7 +36,7 @@ def desktop_acts(desktop: Desktop, when: str) -> None:
     for action, wanted in (("rightHalf", 1), ("leftHalf", 0)):
 
         def acts(action=action, wanted=wanted) -> bool:
-            # The server may still be at the grabs of a program that has just ended.
+            # The server may still be releasing the grabs of a program that has just ended.
             if workspace(desktop) != wanted:
                 desktop.keyboard.press(action)
                 desktop.windows.fence()
@@ -50,8 +51,9 @@ def asks(desktop: Desktop, program, option: str) -> None:
 
 
 def until_ours(desktop: Desktop, product: Product, seconds: float) -> None:
-    """Window managers grab their keys when they begin, and anew whenever another keyboard is used; here that is the one
-    of the tests. The program comes after them each time: the keys are ours once they have been for a while."""
+    """Window managers grab their keys at the start, and again whenever another keyboard is used; here that is the
+    tests' own. The program renews its grabs after them each time: the keys are ours once they have been ours for some
+    time."""
     came = time.monotonic()
 
     def is_ours() -> bool:

@@ -1,5 +1,6 @@
-"""Keys that the user's own configuration of a tiling window manager binds, borrowed with consent: the user's lines rest
-while the program runs, and act again as they did however that ends."""
+"""Keys that the user's own configuration of a tiling window manager binds, borrowed with consent.
+
+The user's lines are inactive while the program runs, and active again however it ends."""
 
 import json
 import os
@@ -22,8 +23,8 @@ from .borrowed import CALM
 from .i3_life import works as works_on_i3
 from .sway_keys import NATURAL, POLL, open_editor, taken, works
 
-# The lines are of all kinds that sway keeps apart. The last one is of keys that are nobody else's, and tells that those
-# before it have been dealt with.
+# The lines cover all kinds of bindings that sway distinguishes. The last one uses a combination that nothing else
+# binds: its command shows that those before it have been handled.
 LINES = """
 set $both Control+Mod1
 bindsym $both+Left nop left, nop "of; the 'user'"
@@ -48,7 +49,7 @@ def ask(desktop, program, *options: str) -> str:
 
 
 def borrowed(desktop, program) -> set[str]:
-    """The actions whose shortcut the program says it has borrowed."""
+    """The actions whose shortcut is borrowed, by the program's own report."""
     shortcuts = json.loads(ask(desktop, program, "--status", "--json"))["shortcuts"]
     return {shortcut["action"] for shortcut in shortcuts if shortcut.get("borrowed")}
 
@@ -63,7 +64,7 @@ def heard(desktop: SwayDesktop, listener: Listener) -> list[str]:
 
 
 def used(desktop: SwayDesktop, listener: Listener, actions=LENT) -> list[str]:
-    """What the user's lines do at the keys of these actions, one after the other."""
+    """The commands of the user's lines at the keys of these actions, one after the other."""
     heard(desktop, listener)
     for action in actions:
         desktop.keyboard.press(action)
@@ -143,7 +144,7 @@ def lines_of_sways_configuration_rest_while_their_keys_are_borrowed(program):
 
 
 def who_waits(desktop: SwayDesktop) -> list[Path]:
-    """The shells that wait for the end of a program on this desktop; they are nobody's children."""
+    """The shells that wait for the end of a program on this desktop; their parent has ended."""
     waiting = []
     for process in Path("/proc").glob("[0-9]*"):
         try:
@@ -156,7 +157,7 @@ def who_waits(desktop: SwayDesktop) -> list[Path]:
 
 
 def has_ended(process: Path) -> bool:
-    """Also if nobody has waited for it yet."""
+    """Also if its parent has not yet waited for it."""
     try:
         return (process / "cmdline").read_bytes() == b""
     except OSError:
@@ -185,7 +186,8 @@ def lines_of_sways_configuration_act_again_when_the_program_is_killed(program):
             users_lines_act(desktop, window, listener, own, f"after the program was killed in mode {mode}")
             product = desktop.launch()
 
-        # Both are killed: sway keeps what is laid over the user's lines, and the next start of the program ends that.
+        # Both are killed: sway keeps the bindings over the user's lines until the next start of the program removes
+        # them.
         product.until_status("Active")
         (waiting,) = who_waits(desktop)
         os.kill(int(waiting.name), signal.SIGKILL)
@@ -214,7 +216,7 @@ def users_bindings_act(desktop: I3Desktop, window: int, when: str) -> None:
     for action, mark in BOUND_ACTIONS.items():
 
         def acts(action=action, mark=mark) -> bool:
-            # The server may still be at the grabs of a program that has just ended.
+            # The server may still be releasing the grabs of a program that has just ended.
             desktop.keyboard.press(action)
             desktop.windows.fence()
             return mark in desktop.marks()
@@ -225,7 +227,7 @@ def users_bindings_act(desktop: I3Desktop, window: int, when: str) -> None:
 
 
 def works_alone_on_i3(desktop: I3Desktop, product: Product, window: int, when: str, seconds: float = 5.0) -> None:
-    """i3 takes its keys anew at a reload, and for another keyboard; the program comes after it each time."""
+    """i3 renews its grabs at a reload, and for another keyboard; the program renews its own after it each time."""
     came = time.monotonic()
 
     def is_ours() -> bool:

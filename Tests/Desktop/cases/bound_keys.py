@@ -1,4 +1,4 @@
-"""Keys that a user gives to the program's command, as docs/keys.md says, on each desktop that it names."""
+"""Keys that a user binds to the program's command, as docs/keys.md describes, on each of its desktops."""
 
 from harness import keys_page
 from harness.applications import APPLICATIONS
@@ -17,12 +17,12 @@ from . import case
 from .gnome_actions import open_application
 
 NATURAL = Rect(211, 173, 662, 503)
-# Grabs the keys of GNOME's settings.
+# This daemon grabs the keys of GNOME's settings.
 MEDIA_KEYS = "/usr/libexec/gsd-media-keys"
 
 
 def press_until_placed(press, frame, area: Rect) -> None:
-    """Presses the key, again where nobody holds it yet, until the window is where the page says."""
+    """Presses the key, again if nothing grabs it yet, until the window has the frame that the page describes."""
     wanted = part("top-left", area)
 
     def is_placed() -> bool:
@@ -63,7 +63,7 @@ def a_key_of_xfce(program):
         window = desktop.open(APPLICATIONS["mousepad"]).window
         follow_page(desktop, "Xfce")
         press_on_x11(desktop, window)
-        # The next login.
+        # Simulates the next login.
         desktop.session.processes.end(present)
         desktop.session.start(settings, "xfsettingsd")
         desktop.windows.place(window, NATURAL)
@@ -83,7 +83,7 @@ def a_key_of_mate(program):
 def a_key_of_cinnamon(program):
     require("cinnamon", "cinnamon")
     with Desktop(program, name="bound-keys.cinnamon") as desktop:
-        # Muffin is in it, with a panel of its own.
+        # Cinnamon includes muffin and a panel of its own.
         desktop.manager = WINDOW_MANAGERS["muffin"]
         desktop.manager.free_keys(desktop.session)
         desktop.manager_process = desktop.session.start(["cinnamon"], "cinnamon")
@@ -135,7 +135,7 @@ def a_key_of_gnome(program):
 def a_key_of_plasma(program):
     with KWinDesktop(program, has_keyboard=False) as desktop:
         follow_page(desktop, "Plasma")
-        # The next login.
+        # Simulates the next login.
         desktop.stop_kwin()
         desktop.start_kwin()
         desktop.renew_keyboard()

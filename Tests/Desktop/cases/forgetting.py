@@ -1,4 +1,4 @@
-"""What the program keeps for its user, and how all of it goes."""
+"""The files that the program keeps for its user, and their removal."""
 
 import json
 import os
@@ -15,14 +15,14 @@ EXTENSION = ".local/share/gnome-shell/extensions/tessel@corvid.org"
 
 
 def kept_at(home):
-    """All in a home that is named after the program."""
+    """Everything in a home that is named after the program."""
     return sorted(
         str(path.relative_to(home)) for path in home.rglob("*") if "tessel" in str(path.relative_to(home)).lower()
     )
 
 
 def keeps_everything(session, program):
-    """What a user has who has used all of it."""
+    """The files of a user who has used every function."""
     session.settings("<key>enabled</key><true/>")
     session.configure(".config/tessel/preferences.plist.unreadable-20260101T000000Z", "broken")
     session.configure(".local/state/tessel/gnome-shell-extension-has-worked", "")
@@ -58,7 +58,7 @@ def it_ends_and_leaves_nothing_in_the_home(program):
         named = [line.removeprefix("removed ") for line in told]
         assert f"{session.home}/.config/autostart/org.corvid.Tessel.desktop" in named, told
         assert set(named) <= {f"{session.home}/{path}" for path in kept}, told
-        # The files that were not the program's are still there.
+        # Files that were not the program's are still there.
         assert [path for path in before if not path.exists()] == []
         assert ask(first, "--forget") == "there was nothing to forget\n"
         assert json.loads(ask(first, "--forget", "--json")) == {"done": True, "removed": []}

@@ -1,4 +1,4 @@
-"""GNOME Shell on Wayland: every action on windows of each kind, on both monitors; who holds the keys; what is left."""
+"""GNOME Shell on Wayland: every action on each kind of window, on both monitors; holders of keys; cleanup."""
 
 import signal
 
@@ -10,7 +10,7 @@ from harness.waiting import throughout, until, until_equal
 
 from . import case, case_for_each
 
-# Where a person might have put a window: off every edge, no round number, odd and even mixed.
+# Where a person might have put a window: away from every edge, no round number, odd and even mixed.
 NATURAL = Rect(211, 173, 662, 503)
 
 APPLICATIONS = {
@@ -69,13 +69,13 @@ def a_maximized_or_tiled_window_is_released_first(program):
                 desktop.hands.press(action)
                 wanted = expected(action, before, area, lambda size: size)
                 desktop.holds_frame(window, wanted, f"{action} from maximized {state}")
-                # What is where it belongs stays as it is.
+                # A window that is in place already does not move.
                 if wanted != before:
                     until(lambda: not desktop.see(f"isMaximized(one({window}))"), "the window to be released")
 
 
 @case("desktop.gnome.tiled")
-def what_the_shell_maximized_or_tiled_stays_or_is_released(program):
+def windows_that_the_shell_maximized_or_tiled_stay_or_are_released(program):
     with Gnome(program, "gnome.tiled") as desktop:
         product = desktop.launch()
         product.until_status("Active")
@@ -95,12 +95,12 @@ def what_the_shell_maximized_or_tiled_stays_or_is_released(program):
                         desktop.hands.press(action)
                         asked = target(action, shown, area)
                         stays = asked == shown
-                        # A terminal fills what it is maximized to, and counts in characters once it is released.
+                        # A terminal fills the area when it is maximized, and counts in characters once it is released.
                         wanted = shown if stays else corrected(action, sizes(asked.size), asked, area)
                         what = f"{name} after {'+'.join(keys)} and {action} in {area}"
                         desktop.holds_frame(window, wanted, what)
                         product.until_at_rest()
-                        # A program that answers late to its release takes the window back for a moment.
+                        # A program that handles its release late resizes the window back for a moment.
                         until_equal(lambda: desktop.at_rest(window), wanted, f"where {what} comes to rest")
                         is_held = desktop.see(f"isMaximized(one({window}))")
                         assert is_held == stays, f"{what} is maximized: {is_held}"
@@ -121,7 +121,7 @@ def a_fullscreen_window_is_left_alone(program):
 
 
 @case("desktop.gnome.taken")
-def keys_that_the_shell_holds_are_told_and_left_to_it(program):
+def keys_that_the_shell_holds_are_reported_and_left_to_it(program):
     with Gnome(program, "gnome.taken", keys_free=False) as desktop:
         _, window = open_application(desktop, "mousepad")
         # The shell itself names the holders of the keys, without the tool that prints settings.
@@ -147,7 +147,7 @@ def a_key_that_is_held_counts_once(program):
         before = desktop.place(window, NATURAL)
         desktop.hands.hold("Control", "Alt", "Left")
         desktop.holds_frame(window, expected("leftHalf", before, area, lambda size: size), "the left half")
-        # Longer than the shell waits before it repeats a key.
+        # Longer than the shell's delay before it repeats a key.
         desktop.place(window, NATURAL)
         throughout(2 * repeating, lambda: desktop.frame(window) == NATURAL, "left alone while the key was held",
                    lambda: desktop.frame(window))
@@ -161,7 +161,7 @@ def nothing_is_left_in_the_shell_when_the_program_ends(program, name):
         product.until_status("Active")
         until(desktop.has_item, "the item in the top bar")
         keys = [("Control", "Alt", key) for key in SHORTCUTS.values()]
-        # A shell that is busy as the program starts is asked for them once more.
+        # If the shell is busy when the program starts, the program repeats its request for them.
         until(lambda: all(desktop.is_bound(*key) for key in keys), "the keys to be held")
         desktop.session.processes.end(product.process, getattr(signal, name))
         until(lambda: not any(desktop.is_bound(*key) for key in keys), "the keys to be free")
@@ -188,11 +188,11 @@ def the_extension_may_be_switched_off_and_on(program):
 
 
 @case("desktop.gnome.switched-shortly")
-def a_key_that_somebody_took_meanwhile_becomes_known(program):
+def a_key_that_another_client_took_meanwhile_becomes_known(program):
     with Gnome(program, "gnome.switched-shortly") as desktop:
         product = desktop.launch()
         product.until_status("Active")
-        # The shell switches it off at once up to version 48, and in a later turn of its loop since.
+        # The shell disables it at once up to version 48, and in a later turn of its loop since.
         desktop.see(f"""(uuid => {{
             const inactive = 2;
             const meanwhile = () => {{
@@ -243,7 +243,7 @@ def the_program_brings_its_extension_for_the_next_login(program):
         until(lambda: (folder / "extension.js").exists(), "the extension to be installed")
         assert (folder / "extension.js").read_text() == (desktop.extension_folder() / "extension.js").read_text()
         product.terminate()
-        # The next login.
+        # Simulates the next login.
         desktop.end_shell()
         desktop.start_shell()
         desktop.launch().until_status("Active", 20.0)

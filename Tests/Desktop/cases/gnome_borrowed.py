@@ -1,4 +1,5 @@
-"""Keys that GNOME Shell itself holds, borrowed with the user's consent: each of them alone, and for no longer than that."""
+"""Keys that GNOME Shell itself holds, borrowed with the user's consent: single keys, and only while the program
+runs."""
 
 import json
 import signal
@@ -16,12 +17,12 @@ from .gnome_extension import LEFT, Stranger
 WINDOW_KEYS = "org.gnome.desktop.wm.keybindings"
 SHELL_KEYS = "org.gnome.shell.keybindings"
 HELD = {"leftHalf", "rightHalf", "maximize", "maximizeHeight", "almostMaximize"}
-# The program looks at its desktop every two seconds, and with time to spare.
+# The program checks its desktop every two seconds, with leeway.
 LOOK = 20.0
 
 
 class Lending(Gnome):
-    """A shell with three workspaces that holds the arrows, and D as that of Ubuntu does."""
+    """A shell with three workspaces that holds the arrows, and D as Ubuntu's shell does."""
 
     def _prepare(self, keys_free: bool, extension: str) -> None:
         super()._prepare(keys_free, extension)
@@ -36,7 +37,7 @@ class Lending(Gnome):
         return self.see("global.workspace_manager.get_active_workspace_index()")
 
     def actions(self, mark: str) -> set[str]:
-        """Those whose shortcut has the mark in what the program says."""
+        """The actions whose shortcut has the mark in the program's status."""
         return {shortcut["action"] for shortcut in self.status()["shortcuts"] if shortcut.get(mark)}
 
     def key_settings(self) -> list[str]:
@@ -49,7 +50,7 @@ class Lending(Gnome):
         assert (ended, errors) == (0, ""), f"{option}: {ended}, {errors}"
 
     def switches(self, when: str, *keys: tuple[str, ...]) -> None:
-        """The shell's bindings to the right and to the left act."""
+        """Checks that the shell's bindings to the right and to the left act."""
         for chord, wanted in zip(keys or (("Control", "Alt", "Right"), ("Control", "Alt", "Left")), (1, 0)):
             self.hands.chord(*chord)
             until_equal(self.workspace, wanted, f"the workspace after {'+'.join(chord)} {when}")
@@ -72,7 +73,7 @@ class Lending(Gnome):
         self.shows_desktop(window, when, "Control", "Alt", "D")
 
     def works(self, product: Product, window: int, when: str, actions=ACTIONS) -> None:
-        """The program's actions are done, and nothing else."""
+        """Checks that the program's actions act, and nothing else."""
         area = self.work_areas()[0]
         for action in actions:
             before = self.place(window, NATURAL)
@@ -142,7 +143,7 @@ def held_keys_are_ours_with_consent_and_the_shells_again_afterwards(program):
 
 
 @case("desktop.gnome.borrowed.settings")
-def what_is_borrowed_follows_the_shells_settings(program):
+def borrowed_keys_follow_the_shells_settings(program):
     with Lending(program, "gnome.borrowed.settings") as desktop:
         _, window = open_application(desktop, "mousepad")
         product = desktop.launch()
@@ -150,7 +151,7 @@ def what_is_borrowed_follows_the_shells_settings(program):
         desktop.asks("--take-shortcuts")
         until_borrowed(desktop, product)
 
-        # Removed: the key is free, and taken as such.
+        # Removed: the key is free, and the program grabs it as a free key.
         desktop.change_setting(WINDOW_KEYS, "switch-to-workspace-left", "['<Super>Page_Up']")
         until_borrowed(desktop, product, HELD - {"leftHalf"})
         desktop.works(product, window, "after a binding was removed")
@@ -159,12 +160,12 @@ def what_is_borrowed_follows_the_shells_settings(program):
         desktop.change_setting(WINDOW_KEYS, "switch-to-workspace-last", "['<Control><Alt>c']")
         until_borrowed(desktop, product, HELD | {"center"})
         desktop.works(product, window, "after bindings were added")
-        # Changed: it does something else in the shell, and is ours all the same.
+        # Changed: it has another function in the shell, and stays ours.
         desktop.change_setting(WINDOW_KEYS, "show-desktop", "['<Super>d']")
         desktop.change_setting(WINDOW_KEYS, "toggle-fullscreen", "['<Control><Alt>d']")
         until_borrowed(desktop, product, HELD | {"center"})
         desktop.works(product, window, "after a binding was changed")
-        # A binding that cannot be lent has its key, and the program says whose it is.
+        # A binding that cannot be borrowed has its key, and the program names the holder.
         desktop.change_setting(WINDOW_KEYS, "switch-to-workspace-last", "[]")
         desktop.change_setting(SHELL_KEYS, "toggle-message-tray", "['<Control><Alt>c']")
         until(lambda: desktop.taken() == {"center"}, "the loss of C to be told", LOOK, desktop.status)
@@ -225,7 +226,7 @@ def an_extension_that_is_switched_off_gives_back_and_borrows_anew(program):
 
 
 @case("desktop.gnome.borrowed.strangers")
-def nobody_but_the_program_borrows(program):
+def only_the_program_borrows(program):
     with Lending(program, "gnome.borrowed.strangers") as desktop:
         _, window = open_application(desktop, "mousepad")
         stranger = Stranger(desktop)

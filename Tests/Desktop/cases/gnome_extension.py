@@ -1,4 +1,5 @@
-"""The program's extension in GNOME Shell: whom it serves, which copy of it runs, and in which shell it does nothing."""
+"""The program's extension in GNOME Shell: its clients, the copy that the shell loads, and shells in which it does
+nothing."""
 
 import json
 
@@ -18,13 +19,13 @@ LEFT = "<Control><Alt>0x71"
 
 
 class Stranger:
-    """Somebody else of the same session, who speaks the extension's language."""
+    """Another client of the same session that uses the extension's interface."""
 
     def __init__(self, desktop: Gnome):
         self.bus = Bus(desktop.session.environment["DBUS_SESSION_BUS_ADDRESS"])
 
     def ask(self, method: str, types: str = "()", *values) -> str | tuple:
-        """The answer, or the last part of the name of the error."""
+        """The reply, or the last part of the name of the error."""
         try:
             return self.bus.call("org.gnome.Shell", "/org/corvid/Tessel/Windows", NAME + "1", method, types, *values)
         except GLib.Error as error:
@@ -32,7 +33,7 @@ class Stranger:
             return error.message.split(":")[1].split(".")[-1]
 
     def take_name(self) -> int:
-        """1 where it is the owner then, 2 where it waits behind another one."""
+        """Requests the name: 1 if it owns the name then, 2 if it waits in the queue behind another client."""
         bus = "org.freedesktop.DBus"
         return self.bus.call(bus, "/org/freedesktop/DBus", bus, "RequestName", "(su)", NAME, 0)[0]
 
@@ -41,7 +42,7 @@ class Stranger:
         self.bus.call(bus, "/org/freedesktop/DBus", bus, "ReleaseName", "(s)", NAME)
 
     def is_denied_all(self, window: int) -> None:
-        """Asks for everything but Hello."""
+        """Calls every method but Hello."""
         item = json.dumps({"icon": "/icon.svg", "title": "Not Tessel", "menu": []})
         for call in (("Frames",), ("Place", "(tiiii)", window, 0, 0, 300, 300), ("Grab", "(us)", 1, LEFT),
                      ("Borrow", "(us)", 1, LEFT), ("LoanObstacle", "(s)", LEFT), ("Pointer",), ("PlaceOwn", "(isii)", 1, "Title", 0, 0), ("Beep",), ("ShowItem", "(s)", item), ("ItemFrame",)):
@@ -60,10 +61,10 @@ def a_stranger_gets_little_and_leaves_nothing(program):
         before = desktop.place(window, NATURAL)
         stranger = Stranger(desktop)
 
-        # Without the name there is nothing, neither beside the program nor while it is away.
+        # A client without the name is refused, both beside the program and while the program is away.
         assert stranger.ask("Hello") == "Denied"
         stranger.is_denied_all(window)
-        # With the name there is nothing before Hello, and no more than the program needs after it.
+        # With the name there is no access before Hello, and no more than the program needs after it.
         assert stranger.take_name() == 1
         stranger.is_denied_all(window)
         assert "windows" in json.loads(stranger.ask("Hello")[0])
@@ -78,7 +79,7 @@ def a_stranger_gets_little_and_leaves_nothing(program):
         stranger.ask("ShowItem", "(s)", json.dumps({"icon": "/icon.svg", "title": "Not Tessel", "menu": []}))
         until(desktop.has_item, "the stranger's item")
 
-        # The program says who stands in its way, and comes into its own when the stranger goes.
+        # The program names the client that has its name, and takes the name over when that client ends.
         product = desktop.launch()
         product.until_status("Waiting for permission")
         until(lambda: f"another program has Tessel's name on the message bus ({NAME})" in status_text(desktop),
@@ -86,12 +87,12 @@ def a_stranger_gets_little_and_leaves_nothing(program):
         stranger.give_name_back()
         product.until_status("Active", 20.0)
         stranger.is_denied_all(window)
-        # In a queue, behind the program.
+        # In the queue, behind the program.
         assert stranger.take_name() == 2
         assert desktop.see("Main.panel.statusArea.tessel.accessible_name") == "Tessel"
         assert desktop.frame(window) == before
 
-        # The next in the queue is served no sooner than it says Hello, and inherits nothing.
+        # The next client in the queue gets access only with its own Hello, and inherits nothing.
         product.terminate()
         until(lambda: not desktop.has_item(), "the item to be gone")
         until(lambda: not any(desktop.is_bound("Control", "Alt", key) for key in SHORTCUTS.values()), "the keys to be free")
@@ -111,12 +112,12 @@ def an_older_copy_in_the_home_is_replaced(program):
         until(lambda: "log out and in once" in status_text(desktop), "the user to be told",
               saw=lambda: status_text(desktop))
         product.terminate()
-        # It is still so for whoever starts the program again in the same session.
+        # It is still so for the next start of the program in the same session.
         product = desktop.launch()
         until(lambda: "log out and in once" in status_text(desktop), "the user to be told again",
               saw=lambda: status_text(desktop))
         product.terminate()
-        # The next login.
+        # Simulates the next login.
         desktop.end_shell()
         desktop.start_shell()
         desktop.launch().until_status("Active", 20.0)
@@ -136,8 +137,8 @@ def a_shell_that_lacks_something_is_left_alone(program):
 
 
 @case("desktop.gnome.untried")
-def a_shell_of_a_version_to_come_is_told_of(program):
-    # As somebody who works on it has it: the form of it is none of the program's business then.
+def a_shell_of_a_future_version_is_reported(program):
+    # A developer's link: the program then leaves the extension's form alone.
     with Gnome(program, "gnome.untried", extension="linked") as desktop:
         desktop.see("Object.defineProperty(Object.getPrototypeOf(Main.shellDBusService), 'ShellVersion', "
                     "{get: () => '60.1'}) !== null")

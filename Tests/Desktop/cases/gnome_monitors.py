@@ -1,4 +1,4 @@
-"""GNOME Shell with monitors of different scales, and with monitors that come and go."""
+"""GNOME Shell with monitors of different scales, and with monitors that are connected and disconnected."""
 
 from harness.applications import APPLICATIONS
 from harness.gnome import TOP_BAR, Gnome
@@ -12,10 +12,10 @@ from .gnome_actions import NATURAL, open_application
 
 KINDS = {
     "mousepad": {"GDK_BACKEND": "wayland"},
-    # Decorated by itself, through Xwayland.
+    # With its own decoration, through Xwayland.
     "mousepad-csd": {"GTK_CSD": "1", "GDK_BACKEND": "x11"},
 }
-# In the space of a monitor: off every edge, odd and even mixed, and within half a monitor of scale two.
+# In the space of a monitor: away from every edge, odd and even mixed, and within half a monitor of scale two.
 SMALL = Rect(91, 83, 562, 403)
 
 
@@ -28,7 +28,7 @@ def every_action_is_exact_whatever_the_scale(program, kind):
         _, window = desktop.open(list(APPLICATIONS[kind].command), kind, extra)
         failures = []
         for scales in ((1.25, 1.0), (1.25, 2.0)):
-            # While the program runs, as a user does who changes his settings.
+            # While the program runs, as a user does who changes the settings.
             first, second = arrange(desktop, *(Monitor(number, scale) for number, scale in enumerate(scales)))
             areas = [first.grown(0, 0, -TOP_BAR, 0), second]
             until_equal(desktop.work_areas, areas, "work areas")
@@ -61,7 +61,7 @@ def a_window_is_placed_on_the_monitor_that_is_left(program):
 
         both = arrange(desktop, Monitor(0), Monitor(1))
         placed(both[1], "rightHalf")
-        # The one that it stands on is pulled out; the shell takes it to the other, and no place of it has to be known.
+        # The window's monitor is disconnected; the shell moves the window to the other, at any place.
         (left,) = arrange(desktop, Monitor(0))
         area = left.grown(0, 0, -TOP_BAR, 0)
         until(lambda: contains(left, desktop.frame(window)), "the window to be on the monitor that is left",
@@ -70,14 +70,14 @@ def a_window_is_placed_on_the_monitor_that_is_left(program):
         desktop.hands.press("rightHalf")
         desktop.holds_frame(window, Rect(800, TOP_BAR, 800, area.height), "rightHalf on the monitor that is left")
         placed(area, "leftHalf")
-        # The primary one is pulled out as the other one is plugged in: what was the second one is all there is.
+        # The primary monitor is disconnected while another one is connected: only the former second monitor remains.
         (left,) = arrange(desktop, Monitor(1))
         area = left.grown(0, 0, -TOP_BAR, 0)
         placed(area, "almostMaximize")
         process, opened = open_application(desktop, "mousepad")
         desktop.holds_frame(opened, area, "a window by its rule")
         desktop.session.processes.end(process)
-        # Plugged in again, on the other side.
+        # Connected again, on the other side.
         second, first = arrange(desktop, Monitor(1), Monitor(0))
         assert first.x == second.width
         desktop.activate(window)

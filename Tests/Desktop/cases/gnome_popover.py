@@ -1,4 +1,4 @@
-"""The item in GNOME Shell's top bar, and the window that hangs below it."""
+"""The item in GNOME Shell's top bar, and the window below it."""
 
 from harness.gnome import MONITORS, Gnome
 from harness.rect import Rect
@@ -6,13 +6,13 @@ from harness.waiting import until, until_equal
 
 from . import case
 
-# In points; what the window's shadow takes on each side, and how far the plate is from the bar.
+# In points: the width of the window's shadow on each side, and the distance of the plate from the bar.
 SHADOW = 20
 GAP = 6
 
 
 def open_popover(desktop: Gnome, product) -> tuple[int, Rect]:
-    """Clicks on the item; gives the window, and the plate in it as its user sees it."""
+    """Clicks on the item. Returns the window, and the visible plate in it."""
     item = desktop.item_frame()
     desktop.hands.click(item.x + item.width // 2, item.y + item.height // 2)
     (window,) = until(lambda: desktop.windows_of(product.process.pid), "the popover to open")

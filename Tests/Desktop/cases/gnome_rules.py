@@ -1,4 +1,4 @@
-"""App rules under GNOME Shell: the first window of a ruled application is placed as it is launched, and no other."""
+"""App rules under GNOME Shell: the first window of a ruled application is placed at its launch, and no other."""
 
 import sys
 from typing import NamedTuple
@@ -13,7 +13,7 @@ from harness.waiting import STARTING, until, until_equal
 from . import case
 from .gnome_actions import APPLICATIONS, open_application
 
-# What the applications are called in a rule.
+# The applications' names in a rule.
 IDENTIFIERS = {"mousepad": "org.xfce.mousepad", "featherpad": "featherpad", "xterm": "debian-xterm"}
 OWN = "org.example.Own"
 OWN_SIZE = (420, 300)
@@ -38,7 +38,7 @@ def change_rule(desktop: Gnome, identifier: str, action: str) -> None:
 
 
 def start_own(desktop: Gnome, *wishes: str):
-    """Starts a window of ours, an X11 client."""
+    """Starts our own test window, an X11 client."""
     return desktop.session.start([sys.executable, OWN_WINDOW, *wishes], "own", desktop.x11_environment())
 
 
@@ -52,7 +52,7 @@ def launch(desktop: Gnome, name: str) -> Launched:
 
 
 def another(desktop: Gnome, process, ask) -> int:
-    """One more window of the process, which `ask` makes it open."""
+    """One more window of the process, which opens after a call of `ask`."""
     before = desktop.windows_of(process.pid)
     ask()
     (window,) = until(lambda: [each for each in desktop.windows_of(process.pid) if each not in before],
@@ -81,7 +81,7 @@ def is_placed(desktop: Gnome, window: int, action: str, monitor: int = 0, sizes=
 
 
 def stays(desktop: Gnome, product, window: int, what: str) -> None:
-    """Whatever was to happen to the window has happened, and it is not where a rule would have put it."""
+    """Checks that no placement is pending for the window, and that it is not where a rule would have put it."""
     product.until_at_rest()
     frame = desktop.at_rest(window)
     product.until_at_rest()
@@ -93,14 +93,14 @@ def the_first_window_of_every_kind_of_application_is_placed(program):
     with Gnome(program, "gnome.rules.first-window") as desktop:
         product = start_with_rules(desktop, {identifier: "maximize" for identifier in IDENTIFIERS.values()})
         for name in APPLICATIONS:
-            # The second time it remembers what it was.
+            # The second time it restores its last position.
             for action in ("maximize", "center", "maximize"):
                 change_rule(desktop, IDENTIFIERS[name], action)
                 launched = launch(desktop, name)
                 sizes = desktop.sizes_of_steps(launched.window) if name == "xterm" else lambda asked: asked
                 is_placed(desktop, launched.window, action, sizes=sizes)
                 end(desktop, launched)
-        # A rule that is gone holds no more, for those that were just placed by it either.
+        # A removed rule no longer applies, not even to windows that it has just placed.
         change_rule(desktop, OWN, "maximize")
         launched = window_of(desktop, start_own(desktop))
         is_placed(desktop, launched.window, "maximize")
@@ -123,7 +123,7 @@ def a_window_that_its_application_puts_back_is_placed_once_more(program):
 def other_windows_and_windows_of_other_kinds_are_left_alone(program):
     with Gnome(program, "gnome.rules.only-the-first") as desktop:
         product = start_with_rules(desktop, {OWN: "maximize", IDENTIFIERS["mousepad"]: "maximize"})
-        # What is no window to work in does not use the rule up.
+        # Windows that are no ordinary windows do not use the rule up.
         for kind in ("DIALOG", "SPLASH", "UTILITY"):
             launched = window_of(desktop, start_own(desktop, "--type", kind))
             stays(desktop, product, launched.window, f"a {kind.lower()}")
@@ -136,7 +136,7 @@ def other_windows_and_windows_of_other_kinds_are_left_alone(program):
         close_window(desktop, first, dialog)
         desktop.activate(first.window)
         second = another(desktop, first.process, lambda: desktop.hands.chord("Control", "Shift", "N"))
-        # An application may open its windows in the size of the one before.
+        # An application may open a window in the size of the previous one.
         desktop.place(second, Rect(211, 173, 662, 503))
         desktop.activate(second)
         third = another(desktop, first.process, lambda: desktop.hands.chord("Control", "Shift", "N"))
@@ -144,7 +144,7 @@ def other_windows_and_windows_of_other_kinds_are_left_alone(program):
         is_placed(desktop, first.window, "maximize")
         for window in (third, second, first.window):
             close_window(desktop, first, window)
-        # All are closed; the next first one is placed again.
+        # All are closed, so the next window is a first window again.
         until(lambda: first.process.poll() is not None, "the application to end with its last window")
         is_placed(desktop, launch(desktop, "mousepad").window, "maximize")
 
@@ -178,7 +178,7 @@ def a_rule_holds_from_the_moment_that_it_is_made(program):
         change_rule(desktop, IDENTIFIERS["mousepad"], "maximize")
         placed = launch(desktop, "mousepad")
         is_placed(desktop, placed.window, "maximize")
-        # A rule that is changed moves nothing that is there.
+        # A changed rule moves no open window.
         change_rule(desktop, IDENTIFIERS["mousepad"], "center")
         stays(desktop, product, launched.window, "a window that was open before the rule")
         is_placed(desktop, placed.window, "maximize")
@@ -188,7 +188,7 @@ def a_rule_holds_from_the_moment_that_it_is_made(program):
 def a_window_is_placed_on_the_monitor_and_the_workspace_that_it_opens_on(program):
     with Gnome(program, "gnome.rules.elsewhere") as desktop:
         start_with_rules(desktop, {OWN: "maximize", IDENTIFIERS["mousepad"]: "maximize"})
-        # The shell opens windows where the pointer is, unless they know their place.
+        # The shell opens windows at the pointer, unless they specify a position.
         for number, place in ((1, ("1810", "190")), (0, ("240", "180"))):
             area = desktop.work_areas()[number]
             desktop.hands.point(area.x + area.width // 2, area.y + area.height // 2)
@@ -196,7 +196,7 @@ def a_window_is_placed_on_the_monitor_and_the_workspace_that_it_opens_on(program
                              window_of(desktop, start_own(desktop, "--place", *place, *map(str, OWN_SIZE)))):
                 is_placed(desktop, launched.window, "maximize", number)
                 end(desktop, launched)
-        # As an extension does that keeps an application on a workspace of its own.
+        # Like an extension that keeps an application on a workspace of its own.
         desktop.see("(globalThis.mover = global.display.connect('window-created', "
                     "(_display, window) => window.change_workspace_by_index(1, true))) > 0")
         windows = []
@@ -206,12 +206,12 @@ def a_window_is_placed_on_the_monitor_and_the_workspace_that_it_opens_on(program
                 lambda: desktop.see(f"windows().filter(w => w.get_pid() === {process.pid}).map(w => w.get_id())"),
                 "a window on another workspace", 15.0)
             windows.append(window)
-        # A program of X11 is moved at once; one of Wayland draws nothing while nobody sees it.
+        # An X11 program is moved at once; a Wayland program does not draw a hidden window.
         is_placed(desktop, windows[0], "maximize")
         for window in windows:
             until_equal(lambda: desktop.see(f"one({window}).get_workspace().index()"), 1, "the workspace of the window")
         assert desktop.see("global.workspace_manager.get_active_workspace_index()") == 0, "another workspace is shown"
-        # Brought into sight by itself: the shell's own picture of changing workspaces stumbles over what moves in it.
+        # Shown without an animation: the shell's animation between workspaces misbehaves when a window in it moves.
         for window in windows:
             desktop.see(f"one({window}).change_workspace_by_index(0, false)")
             is_placed(desktop, window, "maximize")
@@ -219,7 +219,7 @@ def a_window_is_placed_on_the_monitor_and_the_workspace_that_it_opens_on(program
 
 
 @case("desktop.gnome.rules.present")
-def what_is_open_already_stays_where_it_is(program):
+def open_windows_stay_in_place(program):
     with Gnome(program, "gnome.rules.present") as desktop:
         launched = launch(desktop, "mousepad")
         before = desktop.at_rest(launched.window)

@@ -16,12 +16,12 @@ from . import case_for_each
 NATURAL = Rect(311, 173, 762, 503)
 LEFT = Rect(0, 0, 960, 1080)
 RIGHT = Rect(960, 0, 960, 1080)
-# For how long one press may keep the program from the next one, on a machine that is busy with other tests.
+# The longest time for which one press may delay the next one, on a machine that is busy with other tests.
 PATIENCE = 2.0
 
 
 def until_free(product, what: str) -> None:
-    """The program has come back from the press, and in time."""
+    """Checks that the program has finished handling the press, and in time."""
     started = time.monotonic()
     product.until_at_rest()
     spent = time.monotonic() - started
@@ -29,7 +29,7 @@ def until_free(product, what: str) -> None:
 
 
 @case_for_each("desktop.hanging-application", WINDOW_MANAGERS)
-def an_application_that_hangs_holds_up_nobody(program, manager):
+def a_hanging_application_delays_no_other(program, manager):
     with Desktop(program, name=f"hanging-application.{manager}") as desktop:
         desktop.start_window_manager(manager)
         hung = desktop.start(APPLICATIONS["mousepad"])

@@ -1,4 +1,4 @@
-"""Applications and window managers that are broken or mean harm: the program goes on, at once, and says nothing."""
+"""Broken and hostile applications and window managers: the program continues without delay and logs nothing."""
 
 import os
 import random
@@ -35,9 +35,9 @@ VALUES = (
 
 @contextmanager
 def abused(program, name: str, limit: float = LIMIT):
-    """A desktop with an editor in front, rules for our own window, the program, and one who means harm.
+    """A desktop with an editor in front, rules for our own window, the program, and a hostile client.
 
-    What is done to it inside must not hold it up; afterwards it has to be as it was.
+    The actions inside must not delay the program; afterwards it must be in its former state.
     """
     with Desktop(program, name=name) as desktop:
         desktop.start_window_manager("openbox")
@@ -54,7 +54,7 @@ def abused(program, name: str, limit: float = LIMIT):
 
 
 def unharmed(desktop, product, editor) -> None:
-    """It rests, has printed nothing, and does what it is there for."""
+    """Checks that it is idle, has printed nothing, and still works."""
     product.until_at_rest()
     assert product.process.poll() is None, f"the program ended with {product.process.returncode}"
     assert product.errors() == "", f"printed {product.errors()!r}"
@@ -69,7 +69,7 @@ def unharmed(desktop, product, editor) -> None:
 
 
 @case("desktop.hostile.properties")
-def properties_that_are_not_what_they_should_be_do_no_harm(program):
+def malformed_properties_do_no_harm(program):
     with abused(program, "hostile.properties") as (desktop, product, editor, client):
         running = launch(desktop, own_window())
         is_placed(desktop, running, "maximize")
@@ -81,7 +81,7 @@ def properties_that_are_not_what_they_should_be_do_no_harm(program):
                 product.until_at_rest()
             client.remove(target, name)
         desktop.end(running)
-        # The same before the window is there for anybody.
+        # The same before the window is mapped.
         for name in PROPERTIES:
             for kind, width, value in VALUES:
                 window = client.root.create_window(240, 180, 420, 300, 0, 0)
@@ -170,8 +170,8 @@ def a_list_without_a_window_manager_does_no_harm(program):
 
 @case("desktop.hostile.endless-texts")
 def a_title_and_a_class_without_end_do_no_harm(program):
-    # The server answers nobody while it puts such a text together, and the window manager reads titles whole: neither is
-    # of interest here.
+    # The server handles no other request while it assembles such a text, and the window manager reads titles whole.
+    # Neither is the subject here.
     with abused(program, "hostile.endless-texts", 4 * LIMIT) as (desktop, product, editor, client):
         for name in ("WM_CLASS", "_GTK_APPLICATION_ID", "_KDE_NET_WM_DESKTOP_FILE", "_NET_WM_STATE"):
             window = client.root.create_window(240, 180, 420, 300, 0, 0)
@@ -186,7 +186,7 @@ def a_title_and_a_class_without_end_do_no_harm(program):
             client.put(client.root, "_NET_CLIENT_LIST", "WINDOW", 32, right)
             window.destroy()
             client.connection.sync()
-        # The titles of a window that is in use.
+        # The titles of a window in use.
         running = launch(desktop, own_window())
         target = client.window(running.window)
         for name in ("WM_NAME", "_NET_WM_NAME"):
@@ -202,7 +202,7 @@ def a_title_and_a_class_without_end_do_no_harm(program):
 
 
 @case("desktop.hostile.stopped")
-def an_application_that_stops_as_it_is_launched_holds_up_nobody(program):
+def an_application_that_stops_at_its_launch_delays_no_other(program):
     with abused(program, "hostile.stopped") as (desktop, product, editor, client):
         stopping = desktop.start(own_window())
         log = desktop.session.logs / "own.log"
@@ -211,7 +211,7 @@ def an_application_that_stops_as_it_is_launched_holds_up_nobody(program):
         try:
             window = until(lambda: desktop.windows.of_process(stopping.process.pid), "the window to be managed")
             until(lambda: desktop.windows.frame(window).size[0] == 1920, "the stopped one to be placed")
-            # Another one of the same kind is placed beside it.
+            # Another window of the same kind is placed beside it.
             another = launch(desktop, own_window())
             is_placed(desktop, another, "maximize")
             desktop.end(another)
@@ -231,7 +231,7 @@ def presses_that_gather_behind_a_window_manager_that_hangs_do_not_keep_the_progr
         editor = desktop.open(APPLICATIONS["mousepad"])
         os.kill(desktop.manager_process.pid, signal.SIGSTOP)
         try:
-            # Each takes the whole time that there is for it; all together take several seconds.
+            # Each uses its whole timeout; all together take several seconds.
             for _ in range(6):
                 for action in ("leftHalf", "rightHalf", "center"):
                     desktop.keyboard.press(action)
@@ -244,8 +244,8 @@ def presses_that_gather_behind_a_window_manager_that_hangs_do_not_keep_the_progr
 
 @case("desktop.hostile.destroyed")
 def windows_that_are_destroyed_at_random_while_they_are_launched_and_moved(program):
-    # Each press waits for a window manager that is busy with the others, and an answer takes several turns of the loop,
-    # between which there may be such a wait.
+    # Each press waits for a window manager that is busy with the others, and a reply takes several turns of the loop,
+    # each of which may wait like that.
     with abused(program, "hostile.destroyed", 4 * LIMIT) as (desktop, product, editor, client):
         chance = random.Random(20)
         living = []

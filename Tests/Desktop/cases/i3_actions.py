@@ -1,4 +1,4 @@
-"""Every action on i3, on windows in the layout and beside it, on either monitor."""
+"""Every action on i3, on windows in the layout and on floating ones, on either monitor."""
 
 from harness import servers
 from harness.applications import APPLICATIONS, own_window
@@ -14,7 +14,7 @@ from . import case, case_for_each
 
 FIRST = Plug("DUMMY0", Rect(0, 0, 1920, 1080), primary=True)
 SECOND = Plug("DUMMY1", Rect(1920, 0, 1280, 1024))
-# Off every edge, no round number, odd and even mixed; on the first monitor and on the second.
+# Away from every edge, no round number, odd and even mixed; on the first monitor and on the second.
 NATURAL = (Rect(311, 173, 762, 503), Rect(2131, 173, 762, 503))
 
 KINDS = ("mousepad", "featherpad", "xterm")
@@ -26,15 +26,15 @@ def arrange(desktop: I3Desktop) -> None:
 
 
 def presses_come_out(desktop: I3Desktop, product, running, action: str, output: int, what: str) -> None:
-    """Presses twice, and the second press changes nothing. The window is where it was put, or in the layout."""
+    """Presses twice; the second press changes nothing. The window was floating there, or in the layout."""
     window = running.window
     before, border = desktop.windows.frame(window), desktop.node(window)
     area = desktop.work_area(output)
     desktop.press(product, action)
-    # The borders of a floating window may be others than in the layout, and terminals count rows only when they float.
+    # A floating window may have other borders than a tiled one, and terminals count rows only when they float.
     until(lambda: desktop.node(window).floating, f"{action} {what} to take the window out of the layout")
     settles = settles_on(desktop.windows, window, running.application, desktop.manager)
-    # What fills its part of the layout has a size of its own only outside: the one that it takes instead.
+    # A window that fills its part of the layout has its own size only outside: the one that it takes instead.
     asked = target(action, Rect(before.x, before.y, *settles(before.size)), area)
     wanted = corrected(action, settles(asked.size), asked, area)
     desktop.holds_frame(window, wanted, f"{action} {what}, from {before}")
@@ -57,7 +57,7 @@ def every_action_places_a_floating_window_on_either_monitor(program, kind):
         product = desktop.launch()
         product.until_status("Active")
         desktop.place(running.window, NATURAL[0])
-        # What is left of the layout has the room now.
+        # The remaining window of the layout has the room now.
         elsewhere = desktop.windows.frame(other.window)
         failures = []
         for output in (0, 1):
@@ -121,7 +121,7 @@ def a_window_leaves_a_container_that_floats_with_others(program):
         until(lambda: desktop.windows.active() == running.window, "the window to have the focus")
         place = desktop.windows.frame(stays)
         presses_come_out(desktop, product, running, "leftHalf", 0, "out of a floating group")
-        # It has the group's room to itself now, and the group is where it was.
+        # It fills the group's room now, and the group has not moved.
         assert desktop.windows.frame(stays)[:3] == place[:3], f"the group went to {desktop.windows.frame(stays)}"
 
 
@@ -147,7 +147,8 @@ def borders_and_gaps_stay_as_the_user_has_them(program, kind):
             presses_come_out(desktop, product, one, "maximize", 0, f"with {kind} borders out of the layout")
 
 
-# Two typefaces, two sizes: neither titles nor bars are of the same height. Both have made a second press move the window.
+# Two typefaces, two sizes, so neither titles nor bars have the same height. Both have made a second press move the
+# window.
 FONTS = {"mono": "DejaVu Sans Mono 12", "serif": "DejaVu Serif 14"}
 
 

@@ -1,4 +1,4 @@
-"""i3 and the program beside each other: keys that the user has bound, restarts, replacements, ends, an i3 that hangs."""
+"""i3 and the program together: keys that the user has bound, restarts, replacements, ends, an i3 that hangs."""
 
 import json
 import os
@@ -23,7 +23,7 @@ BOUND = "bindsym Control+Mod1+Left mark left\nbindsym Mod1+Ctrl+c mark c\n"
 
 
 def works(desktop: I3Desktop, product, window: int, when: str, actions=ACTIONS) -> None:
-    """On a window in the layout each time."""
+    """Presses all shortcuts, each time on a window in the layout."""
     for action in actions:
         desktop.tile(window)
         before = desktop.windows.frame(window)
@@ -40,7 +40,7 @@ def backend(desktop: I3Desktop, program) -> str:
 
 
 @case("desktop.i3.taken")
-def what_the_user_has_bound_stays_his_and_the_others_work(program):
+def keys_that_the_user_has_bound_stay_the_users_and_the_others_work(program):
     with I3Desktop(program, BOUND, "i3.taken") as desktop:
         window = desktop.open(APPLICATIONS["mousepad"]).window
         product = desktop.launch()
@@ -57,7 +57,7 @@ def what_the_user_has_bound_stays_his_and_the_others_work(program):
             desktop.press(product, action)
             until(lambda mark=mark: mark in desktop.marks(), f"the user's own binding, {mark}")
         assert desktop.windows.frame(window) == frame, "a key of the user's moved the window"
-        # A shortcut that the user frees is there for whoever asks next.
+        # A shortcut that the user frees is available to the next client.
         product.terminate()
         desktop.configure("")
         desktop.reload()
@@ -90,7 +90,7 @@ def i3_that_ends_and_comes_back_is_found(program):
         works(desktop, product, editor.window, "before", ("maximize",))
         desktop.stop_window_manager(signal.SIGKILL)
         product.until_status("Waiting for permission", POLL)
-        # It listens at another place now.
+        # It listens at another socket now.
         desktop.start_i3()
         desktop.adopt(editor)
         product.until_status("Active", POLL)

@@ -49,7 +49,7 @@ def is_placed(desktop: I3Desktop, running: RunningApplication, action: str, outp
 
 
 def stays_in_layout(desktop: I3Desktop, product, window: int, what: str) -> None:
-    # What is to happen to a window happens as it is told of, and once more within half a second.
+    # A placement follows a window's events at once, and is repeated within half a second.
     product.until_at_rest()
     assert not desktop.node(window).floating, f"{what} was placed: {desktop.windows.frame(window)}"
 
@@ -64,7 +64,7 @@ def the_first_window_of_every_kind_of_program_is_placed(program):
         for application, action in (
             (APPLICATIONS["mousepad"], "maximize"), (APPLICATIONS["featherpad"], "center"),
             (APPLICATIONS["xterm"], "maximize"), (tk_window(), "maximize"), (own_window(), "maximize"),
-            # Once more, as it remembers what it was.
+            # Again, when it restores its last position.
             (APPLICATIONS["mousepad"], "maximize"),
         ):
             running = launch(desktop, application)
@@ -86,7 +86,7 @@ def further_windows_and_dialogs_are_left_alone(program):
             windows.fence()
             return window
 
-        # What comes before the first window does not use the rule up.
+        # Windows before the first ordinary window do not use the rule up.
         running = launch(desktop, own_window("--type", "SPLASH"))
         splash = windows.frame(running.window)
         splash_window = running.window
@@ -118,7 +118,7 @@ ASSIGNED = 'assign [class="^OwnWindow$"] workspace 9\n'
 
 
 @case("desktop.i3.rules.elsewhere")
-def a_window_that_opens_on_a_workspace_that_nobody_sees_stays_there(program):
+def a_window_that_opens_on_a_hidden_workspace_stays_there(program):
     with I3Desktop(program, ASSIGNED, "i3.rules.elsewhere") as desktop:
         product = start_with_rules(desktop, {OWN: "maximize"})
         desktop.open(APPLICATIONS["featherpad"])
@@ -126,7 +126,7 @@ def a_window_that_opens_on_a_workspace_that_nobody_sees_stays_there(program):
         until(lambda: desktop.node(running.window).floating, "the window to leave the layout")
         product.until_at_rest()
         assert desktop.node(running.window).workspace == "9", desktop.node(running.window)
-        # Where it is to be, i3 shows when somebody looks.
+        # i3 applies the frame when the workspace is shown.
         desktop.command("workspace 9")
         is_placed(desktop, running, "maximize")
 
@@ -174,7 +174,7 @@ def a_rule_holds_from_the_moment_that_it_is_made_until_it_is_removed(program):
         running = launch(desktop, own_window())
         is_placed(desktop, running, "maximize")
         stays_in_layout(desktop, product, open_before.window, "a window that was open before the rule")
-        # A window manager that starts anew opens nothing anew.
+        # After a window manager's restart, open windows do not count as new.
         desktop.restart_in_place()
         stays_in_layout(desktop, product, open_before.window, "a window that was open before the restart")
         rule("none")

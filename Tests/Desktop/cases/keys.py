@@ -1,4 +1,4 @@
-"""Shortcuts under everything that happens to a keyboard: lock keys, layouts, a key that is held down."""
+"""Shortcuts with lock keys, other layouts, and a key that is held down."""
 
 from Xlib import X
 
@@ -58,7 +58,7 @@ def shortcuts_are_places_in_every_layout(program):
         product = desktop.launch()
         for layout in ("us", "fr", "de", "ru", "dvorak", "gr", "us"):
             desktop.session.run(["setxkbmap", layout])
-            # The change reaches the program as an event; it answers a press that comes after it.
+            # The change reaches the program as an event, which it handles before any later press.
             every_action_works(desktop, product, editor.window, f"in layout {layout}, switched to while running")
         for layout in ("ru", "fr"):
             product.terminate()
@@ -86,15 +86,15 @@ def a_key_held_for_two_seconds_is_one_press(program):
         desktop.start_window_manager("openbox")
         desktop.session.run(["xset", "r", "rate", "150", "40"])
         window = desktop.open(own_window("--place", "300", "200", "500", "400")).window
-        # Otherwise nothing is tested.
+        # Otherwise the test would check nothing.
         until_repeated(desktop, window, 10)
         product = desktop.launch()
         desktop.keyboard.hold("Control", "Alt", "Left")
         left = Rect(0, 0, 960, 1080)
         desktop.holds_frame(window, left, "frame after the press")
-        # It still looks at what became of the window.
+        # The program still checks the result of its placement.
         product.until_at_rest()
-        # Wherever the window goes while the key is held, it stays there.
+        # Wherever the window moves while the key is held, it stays there.
         away = Rect(700, 300, 640, 480)
         desktop.windows.place(window, away)
         hold_and_expect(desktop, window, away, 2.0)
@@ -107,7 +107,7 @@ def a_key_held_for_two_seconds_is_one_press(program):
 
 
 def until_repeated(desktop: Desktop, window: int, times: int) -> None:
-    """Holds a key over the focused window until the server has pressed it that often."""
+    """Holds a key over the focused window until the server has repeated it that often."""
     connection = desktop.keyboard.connection
     target = connection.create_resource_object("window", window)
     target.change_attributes(event_mask=X.KeyPressMask)

@@ -1,4 +1,4 @@
-"""KWin on Wayland: every action on windows of GTK, of Qt and of X11, to the pixel, and what is left alone."""
+"""KWin on Wayland: every action on windows of GTK, of Qt and of X11, to the pixel, and windows that must not move."""
 
 import sys
 
@@ -12,14 +12,14 @@ from Xlib import X, display
 
 from . import case, case_for_each
 
-# Where a person might have put a window: off every edge, no round number, odd and even mixed.
+# Where a person might have put a window: away from every edge, no round number, odd and even mixed.
 NATURAL = Rect(311, 173, 862, 603)
 COMMANDS = {name: APPLICATIONS[name].command for name in ("mousepad", "featherpad", "xterm")}
 THICKNESS = 40
 
 
 def own_window(*wishes: str) -> tuple[str, ...]:
-    """A window of ours, an X11 client, with these manners."""
+    """Our own test window with these options, an X11 client."""
     return (sys.executable, OWN_WINDOW, *wishes)
 
 
@@ -32,9 +32,9 @@ def any_size(size: tuple[int, int]) -> tuple[int, int]:
 
 
 def whole_characters(desktop: KWinDesktop, client: Client):
-    """What xterm makes of a size: rows and columns, as its hints tell, and what is around them."""
+    """The size that xterm takes for a requested one: rows and columns by its hints, plus the space around them."""
     if desktop.eyes.look()["is_six"]:
-        # There it keeps the size that it is given (measured with 6.3).
+        # There it keeps the requested size (measured with 6.3).
         return any_size
     connection = display.Display(desktop.session.environment["DISPLAY"])
     (window,) = windows_of(connection, client.process.pid)
@@ -52,7 +52,7 @@ def whole_characters(desktop: KWinDesktop, client: Client):
 
 
 def windows_of(connection, process_id: int) -> list:
-    """The X windows that a process has told to be its own and that have hints for their size."""
+    """The X windows with size hints that a process has declared as its own."""
     found, waiting = [], [connection.screen().root]
     while waiting:
         window = waiting.pop()
@@ -67,7 +67,7 @@ def every_action(
     desktop: KWinDesktop, product, client: Client, natural: Rect, visible: Rect, settles=any_size,
     without: tuple[str, ...] = (),
 ) -> None:
-    """Each action puts the window where it belongs, twice; those of `without` do nothing."""
+    """Each action places the window correctly, twice; those of `without` have no effect."""
     for action in ACTIONS:
         desktop.eyes.place(client.window, natural, settles)
         before = desktop.eyes.frame(client.window)
@@ -138,7 +138,7 @@ def maximized_and_tiled_windows_are_released(program):
             product.until_at_rest()
             desktop.press(product, "rightHalf")
             desktop.holds_frame(client.window, Rect(800, 0, 800, 900), f"frame of a window that was {name}")
-            # It is free: it takes its own size, and the screen's edge does not hold it.
+            # Released: it takes its own size, and no screen edge holds it.
             desktop.eyes.place(client.window, NATURAL)
 
 
@@ -156,7 +156,7 @@ def fullscreen_windows_refusing_windows_and_no_window_at_all(program):
         assert desktop.eyes.frame(client.window) == SCREENS[0], "a fullscreen window was moved"
         assert desktop.eyes.find(client.window).is_full, "it is not fullscreen any more"
         desktop.end(client)
-        # One that keeps its size stands at its edge.
+        # A window that keeps its size goes to its edge.
         fixed = desktop.open(*own_window("--fixed", "--type", "NORMAL", "--place", "400", "300", "301", "203"))
         before = desktop.eyes.frame(fixed.window)
         for action in ("rightHalf", "leftHalf", "maximize", "almostMaximize"):
@@ -164,11 +164,12 @@ def fullscreen_windows_refusing_windows_and_no_window_at_all(program):
             desktop.press(product, action)
             desktop.holds_frame(fixed.window, wanted, f"frame of a fixed window after {action}")
         desktop.end(fixed)
-        # One with a smallest size, asked for less: the smallest size, at its edge.
+        # A window with a smallest size, requested smaller: it gets the smallest size, at its edge.
         editor = open_application(desktop, "featherpad")
         desktop.eyes.look(f'find("{editor.window}").frameGeometry = {{x: 50, y: 60, width: 10, height: 100}};')
         until(lambda: desktop.eyes.frame(editor.window)[:2] == (50, 60), "the window to be small")
-        # In KWin 6 a program of Qt 6 is as small as it is made, until it is asked for its size by somebody who knows it.
+        # In KWin 6 a Qt 6 program takes any requested size, however small, until a client that knows its smallest size
+        # requests one.
         seen = desktop.eyes.find(editor.window)
         small = Rect(50, 60, *map(round, map(max, seen.frame.size, seen.smallest)))
         desktop.press(product, "center")

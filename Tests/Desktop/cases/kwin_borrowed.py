@@ -1,5 +1,7 @@
-"""Keys that another program has in KGlobalAccel, borrowed with the user's consent: that changes the system's settings,
-so what is taken is given back however the program ends, at the latest when it is started again."""
+"""Keys that another program has in KGlobalAccel, borrowed with the user's consent.
+
+That changes the system's settings, so a borrowed key is given back however the program ends, at the latest at its next
+start."""
 
 import json
 import plistlib
@@ -22,7 +24,7 @@ NOTE = ".local/state/tessel/borrowed-shortcuts.json"
 
 
 class Lenders:
-    """Two actions of another program that hold shortcuts, one of them with a key that is none."""
+    """Two actions of another program that hold shortcuts; one of them also has a key that is not ours."""
 
     def __init__(self, desktop: KWinDesktop):
         self.desktop = desktop
@@ -33,7 +35,7 @@ class Lenders:
         return self.first.keys(), self.second.keys()
 
     def have_all(self, when: str) -> None:
-        """Their keys are theirs, and act for them."""
+        """Checks that their keys are theirs, and act for them."""
         until_equal(self.keys, ({LEFT, N}, {C}), f"the keys of the other program {when}")
         first, second = self.first.told(), self.second.told()
         for action in sorted(HELD):
@@ -42,7 +44,7 @@ class Lenders:
         self.second.until_told(second + 1, when)
 
     def have_lent(self, product: Product, client: Client, when: str) -> None:
-        """All six shortcuts act, and what they act for is the program alone; the other key does what it did."""
+        """Checks that all six shortcuts act, for the program alone, and that the other key keeps its function."""
         assert self.keys() == ({N}, set()), f"{self.keys()} {when}"
         first, second = self.first.told(), self.second.told()
         every_action(self.desktop, product, client, NATURAL, SCREENS[0])
@@ -52,7 +54,7 @@ class Lenders:
 
 
 def shortcuts(desktop: KWinDesktop, program, what: str) -> set[str]:
-    """The actions whose shortcut is `what`, as the program says."""
+    """The actions whose shortcut is in the state `what`, by the program's own report."""
     ended, output, errors, _ = run_to_end(desktop.session, program, "--status", "--json")
     assert ended == 0, errors
     return {each["action"] for each in json.loads(output)["shortcuts"] if each.get(what)}
@@ -152,7 +154,7 @@ def a_key_of_a_sequence_stays_taken_and_says_so(program):
 
 
 @case("desktop.kwin.borrowed.killed")
-def what_a_killed_program_had_borrowed_is_given_back_at_the_next_start_unless_the_consent_holds(program):
+def keys_that_a_killed_program_had_borrowed_are_given_back_at_the_next_start_unless_the_consent_holds(program):
     with Borrowing(program) as desktop:
         editor = open_application(desktop, "mousepad")
         lenders = Lenders(desktop)
@@ -174,7 +176,7 @@ def what_a_killed_program_had_borrowed_is_given_back_at_the_next_start_unless_th
 
 
 @case("desktop.kwin.borrowed.forgotten")
-def what_a_killed_program_had_borrowed_is_given_back_when_all_is_forgotten(program):
+def keys_that_a_killed_program_had_borrowed_are_given_back_by_forget(program):
     with Borrowing(program) as desktop:
         lenders = Lenders(desktop)
         kill(desktop, desktop.launch_and_borrow())

@@ -1,4 +1,4 @@
-"""KWin on Wayland: the shortcuts in KGlobalAccel, whoever else holds them, and how the program comes and goes."""
+"""KWin on Wayland: the shortcuts in KGlobalAccel, other holders, and starts and ends of the program."""
 
 import signal
 import time
@@ -15,8 +15,8 @@ from .kwin_actions import NATURAL, every_action, open_application
 CONTROL_ALT = 0x0C000000
 QT_LEFT = CONTROL_ALT | 0x01000012
 LETTERS = ("center", "almostMaximize")
-# The program looks whether its keys were lost every two seconds, up to ten seconds late, and then registers all anew at
-# the next look.
+# The program checks every two seconds, up to ten seconds late, whether its keys were lost, and registers all of them
+# again at the next check.
 LOOK = 13.0
 LEFT = Rect(0, 0, 800, 900)
 
@@ -46,7 +46,7 @@ def a_key_held_is_one_press(program):
         desktop.holds_frame(client.window, LEFT, "frame after the press")
         away = Rect(700, 300, 640, 480)
         desktop.eyes.place(client.window, away)
-        # What this is about is that time passes.
+        # Passing time is the subject of this case.
         end = time.monotonic() + 1.5
         while time.monotonic() < end:
             assert desktop.eyes.frame(client.window) == away, "moved while the key was held"
@@ -64,7 +64,7 @@ def shortcuts_work_in_other_layouts(program, layout):
         if "," in layout:
             keyboard = ("org.kde.keyboard", "/Layouts", "org.kde.KeyboardLayouts")
             assert desktop.bus.call(keyboard, "setLayout", "(u)", 1)[0], "the second layout cannot be chosen"
-        # KWin knows no letters where the keys have none of ours.
+        # KWin finds no keys for our letters in a layout without them.
         every_action(desktop, product, client, NATURAL, SCREENS[0], without=LETTERS if layout == "ru" else ())
 
 
@@ -96,11 +96,11 @@ def a_key_of_ours_goes_to_another_program_only_when_the_settings_give_it_away(pr
         product = desktop.launch()
         other = ["org.example.Other", "theirs", "Another program", "Their action"]
         desktop.bus.call(ACCEL, "doRegister", "(as)", other)
-        # Granted by KWin 6.7, and refused by those before; ours is the older one.
+        # KWin 6.7 grants it, earlier versions refuse it; our registration is the older one.
         desktop.bus.call(ACCEL, "setShortcutKeys", "(asa(ai)u)", other, [([QT_LEFT, 0, 0, 0],)], 6)
         works(desktop, product, client.window)
         assert product.status == "Active", product.status
-        # As the system's settings do it: it is taken from the one and given to the other.
+        # As the system's settings do it: the key is taken from one action and given to the other.
         (ours,) = (each for each in desktop.bus.call(ACCEL, "allActionsForComponent", "(as)", [COMPONENT, "", "", ""])[0]
                    if desktop.bus.call(ACCEL, "shortcutKeys", "(as)", each)[0] == [([QT_LEFT, 0, 0, 0],)])
         desktop.bus.call(ACCEL, "setForeignShortcutKeys", "(asa(ai))", ours, [])
@@ -114,13 +114,13 @@ def a_key_of_ours_goes_to_another_program_only_when_the_settings_give_it_away(pr
 
 
 @case("desktop.kwin.script-unloaded")
-def a_script_that_somebody_unloads_is_loaded_again(program):
+def an_unloaded_script_is_loaded_again(program):
     with KWinDesktop(program) as desktop:
         client = open_application(desktop, "mousepad")
         product = desktop.launch()
         assert desktop.has_our_script(), "the script is not loaded"
         assert desktop.bus.call(KWIN, "unloadScript", "(s)", OUR_SCRIPT)[0], "it could not be unloaded"
-        # The next press finds out, and the one after it works.
+        # The next press detects the loss, and the one after it works.
         desktop.eyes.place(client.window, NATURAL)
         desktop.press(product, "leftHalf")
         until(desktop.has_our_script, "the script to be loaded again")
@@ -145,7 +145,7 @@ def it_works_with_the_kwin_that_comes_after(program):
 
 
 @case("desktop.kwin.killed")
-def what_a_killed_program_leaves_is_taken_over_by_the_next(program):
+def the_next_program_takes_over_the_keys_of_a_killed_one(program):
     with KWinDesktop(program) as desktop:
         client = open_application(desktop, "mousepad")
         killed = desktop.launch()

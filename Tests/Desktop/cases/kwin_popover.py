@@ -1,4 +1,4 @@
-"""KWin on Wayland: the program's own window is where it belongs, above everything and out of the way of everything."""
+"""KWin on Wayland: the program's own window is at its place, above all others and out of all lists."""
 
 from harness.kwin import SCREENS, KWinDesktop, SeenWindow
 from harness.popover import GAP, SHADOW, WIDTH
@@ -8,7 +8,7 @@ from harness.waiting import until, until_equal
 from . import case
 from .kwin_actions import open_application
 
-# Tells of where the program's window is at the very moment that KWin takes it in, after all scripts that came before.
+# Reports the position of the program's window at the very moment when KWin adds it, after all earlier scripts.
 WATCH = """
 const six = typeof workspace.windowList === "function";
 (six ? workspace.windowAdded : workspace.clientAdded).connect((window) => {
@@ -36,7 +36,7 @@ def a_second_start_opens_it_in_its_place_and_it_closes_when_it_is_left(program):
             assert status == 0, errors
             until(lambda: own_window(desktop, product), f"the window, to be closed by {way}", 20.0)
             until(lambda: own_window(desktop, product).is_active, "it to have the keyboard")
-            # It has been told, too.
+            # It has received the event, too.
             product.until_at_rest()
             shown = own_window(desktop, product)
             plate = shown.frame.grown(-SHADOW, -SHADOW, -SHADOW, -SHADOW)

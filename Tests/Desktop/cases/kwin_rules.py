@@ -11,7 +11,7 @@ from harness.waiting import until
 from . import case
 
 OWN = "org.example.Own"
-# No character of a terminal is larger, in points.
+# No terminal's character is larger, in points.
 CHARACTER = 25
 
 
@@ -22,7 +22,7 @@ def start_with_rules(desktop: KWinDesktop, rules: dict[str, str]):
 
 
 def launch(desktop: KWinDesktop, *wishes: str) -> Client:
-    """Starts a window of ours, an X11 client."""
+    """Starts our own test window, an X11 client."""
     return desktop.wait_for(desktop.start(sys.executable, OWN_WINDOW, *wishes))
 
 
@@ -31,7 +31,7 @@ def is_placed(desktop: KWinDesktop, client: Client, action: str, visible: Rect =
         frame = desktop.eyes.frame(client.window)
         if action == "center":
             return frame == centred(frame.size, visible)
-        # A terminal counts in characters, and stands in the middle of what is left over.
+        # A terminal counts in characters, and is centred in the remaining space.
         missing = max(visible.width - frame.width, visible.height - frame.height)
         return 0 <= missing < CHARACTER and frame == corrected(action, frame.size, visible, visible)
 

@@ -14,10 +14,10 @@ from . import case_for_each
 KINDS = {
     "mousepad": ("mousepad", {}),
     "featherpad": ("featherpad", {}),
-    # Decorated by itself, through Xwayland, where it stands on whole pixels of the screen: no whole points.
+    # With its own decoration, through Xwayland, at whole pixels of the screen, which are not whole points.
     "mousepad-csd": ("mousepad-csd", {"GTK_CSD": "1", "GDK_BACKEND": "x11"}),
 }
-# Each in the space of a screen: off every edge, no round number, odd and even mixed.
+# Each in the space of a screen: away from every edge, no round number, odd and even mixed.
 NATURAL = Rect(111, 53, 562, 403)
 
 
@@ -33,11 +33,11 @@ def every_action_is_exact_whatever_the_scale(program, kind):
         client = desktop.open(*application.command, package=application.package, environment=environment)
         for scales in ((1.5, 1.0), (1.0, 1.25)):
             screens = [scaled(screen, scale) for screen, scale in zip(SCREENS, scales)]
-            # While the program runs, as a user does who changes his settings.
+            # While the program runs, as a user does who changes the settings.
             outputs = (each["name"] for each in outputs_by_place(desktop))
             desktop.session.run(["kscreen-doctor", *(f"output.{name}.scale.{scale}" for name, scale in zip(outputs, scales))])
             until_equal(lambda: frames_of_screens(desktop), screens, "the screens")
-            # At one and a half a screen is no whole number of points wide.
+            # At a scale of one and a half a screen is no whole number of points wide.
             leeway = 1 if kind == "mousepad-csd" or 1.5 in scales else pixel
             for screen in screens:
                 natural = NATURAL._replace(x=NATURAL.x + screen.x, height=min(NATURAL.height, screen.height - 100))
@@ -56,7 +56,7 @@ def scaled(screen: Rect, scale: float) -> Rect:
 
 
 def outputs_by_place(desktop: KWinDesktop) -> list[dict]:
-    """From left to right, as they are told to whoever changes their settings. KWin 6.7 numbers them from the right."""
+    """From left to right, as KWin reports them to configuration clients. KWin 6.7 numbers them from the right."""
     told = json.loads(desktop.session.run(["kscreen-doctor", "--json"]))
     return sorted(told["outputs"], key=lambda each: each["pos"]["x"])
 

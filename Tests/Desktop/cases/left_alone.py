@@ -1,4 +1,4 @@
-"""Windows that no key may move: those without the focus, the desktop itself, panels, the minimized."""
+"""Windows that no key may move: unfocused windows, the desktop itself, panels, minimized windows."""
 
 from harness.applications import APPLICATIONS, own_window
 from harness.desktop import Desktop
@@ -65,7 +65,7 @@ def a_dialog_moves_without_its_parent(desktop: Desktop, product) -> None:
         "--type", "DIALOG", "--fixed", "--title", "Dialog", "--transient-for", str(parent.window),
         "--place", "400", "300", "301", "203",
     ))
-    # A size asked for within its limits; some window managers give a fixed window any size that a pager asks for.
+    # A size within its limits; some window managers give a fixed window any size that a pager requests.
     settles = settles_on(windows, dialog.window, APPLICATIONS["fixed"], desktop.manager)
     wanted = expected("rightHalf", windows.frame(dialog.window), desktop.visible_frame(), settles)
     desktop.press(product, "rightHalf")

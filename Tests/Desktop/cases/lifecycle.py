@@ -67,7 +67,7 @@ def a_second_start_says_so_and_leaves_the_first_alone(program):
         assert status == 0, f"the second ended with {status}"
         assert (output + errors).count("\n") == 1, f"not one line: {output!r} {errors!r}"
         product.until_status("Active")
-        # It has opened the popover. While that has the keyboard, no window is active.
+        # It has opened the popover. While the popover has the keyboard, no window is active.
         popover = Popover(desktop, product)
         popover.until_open()
         popover.close()

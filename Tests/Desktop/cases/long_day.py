@@ -1,4 +1,4 @@
-"""24 hours in the small, in a short form; `Tests/Desktop/long-day` is the whole."""
+"""The short form of the simulated day; `Tests/Desktop/long-day` is the whole one."""
 
 from harness.long_day import Amounts, live_a_day
 

@@ -1,4 +1,4 @@
-"""Two monitors: of different sizes, each with a panel, unplugged, and in unusual places."""
+"""Two monitors: of different sizes, each with a panel, disconnected, and in unusual positions."""
 
 from harness import servers
 from harness.applications import APPLICATIONS
@@ -17,7 +17,7 @@ SMALL_RIGHT = Plug("DUMMY1", Rect(1920, 0, 1280, 800))
 def every_action(
     desktop: Desktop, product, window: int, start: Rect, visible: Rect, where: str, actions=ACTIONS
 ) -> list[str]:
-    """Presses each action with the window at `start`; gives what did not come out as the rules say."""
+    """Presses each action with the window at `start`. Returns the results that differ from the rules."""
     failures = []
     for action in actions:
         desktop.windows.place(window, start)
@@ -65,7 +65,7 @@ def a_window_comes_back_from_an_unplugged_monitor(program, manager):
         for action in ("leftHalf", "rightHalf", "almostMaximize"):
             desktop.windows.place(window, Rect(2111, 93, 762, 503))
             monitors.arrange(FIRST)
-            # Where the window manager forgets the focus a person clicks.
+            # If the window manager forgets the focus, a person clicks.
             desktop.windows.activate(window)
             before = desktop.windows.frame(window)
             desktop.press(product, action)

@@ -1,4 +1,5 @@
-"""The program speaks to the X server, the message bus and its own command line, and to nothing beyond this machine."""
+"""The program communicates with the X server, the message bus and its own command line, and with nothing beyond this
+machine."""
 
 import os
 import socket
@@ -43,7 +44,7 @@ def of_the_internet(process_id: int) -> list[str]:
 
 @case("desktop.no-internet")
 def it_has_no_socket_of_the_internet(program):
-    # Without its being seen here, nothing that follows would mean anything.
+    # If this socket is not found here, the checks below prove nothing.
     with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as witness:
         witness.bind(("127.0.0.1", 0))
         assert of_the_internet(os.getpid()), "a socket of the internet is not recognized"

@@ -1,4 +1,4 @@
-"""Places that have no shortcut, asked for by name on each kind of desktop: parts of the screen, the other screen, back."""
+"""Places without a shortcut, requested by name on each kind of desktop: parts of the screen, the other screen, back."""
 
 import sys
 from typing import Callable, NamedTuple
@@ -25,21 +25,21 @@ from .gnome_actions import open_application
 
 FIRST = Plug("DUMMY0", Rect(0, 0, 1920, 1080), primary=True)
 SECOND = Plug("DUMMY1", Rect(1920, 0, 1280, 1024))
-# In the space of a screen: off every edge, no round number, odd and even mixed.
+# In the space of a screen: away from every edge, no round number, odd and even mixed.
 NATURAL = Rect(211, 173, 662, 503)
 THICKNESS = 41
 MAXIMIZED = ("MAXIMIZED_VERT", "MAXIMIZED_HORZ")
 
 
 class Scene(NamedTuple):
-    """A window with the focus on a desktop with two screens side by side, as the desktop itself tells of them."""
+    """A focused window on a desktop with two screens side by side, as the desktop itself reports them."""
 
     desktop: object
     product: object
     areas: list[Rect]
     frame: Callable[[], Rect]
     place: Callable[[Rect], object]
-    # Frame size asked for to frame size taken, now.
+    # Maps a requested frame size to the one that it takes now.
     settles: Callable[[], Callable]
 
     def perform(self, name: str, status: int = 0) -> None:
@@ -55,14 +55,14 @@ class Scene(NamedTuple):
         until_equal(self.frame, wanted, what, 5.0)
 
     def start_at(self, rect: Rect) -> Rect:
-        """Puts the window there as a person might; gives where it stands."""
+        """Moves the window there as a person might. Returns its frame."""
         self.place(rect)
         self.product.until_at_rest()
         return self.frame()
 
 
 def every_part(scene: Scene) -> list[str]:
-    """Each part on either screen, twice, and back; gives what did not come out as the rules say."""
+    """Each part on either screen, twice, and back. Returns the results that differ from the rules."""
     failures = []
     for area in scene.areas:
         for name in PARTS:
@@ -91,7 +91,7 @@ def the_other_screen(scene: Scene) -> list[str]:
                   NATURAL._replace(x=right, y=bottom), NATURAL._replace(x=right, y=here.y)):
         places = [scene.start_at(start)]
         try:
-            # The first screen follows the last.
+            # After the last screen comes the first.
             for name, former, area in (("next-display", here, there), ("previous-display", there, here),
                                        ("next-display", here, there), ("next-display", there, here)):
                 places.append(elsewhere(places[-1], former, area, scene.settles()))
@@ -107,7 +107,7 @@ def the_other_screen(scene: Scene) -> list[str]:
 
 
 def what_was_moved_meanwhile(scene: Scene) -> list[str]:
-    """A window that its user has moved after it was placed is not taken back."""
+    """`restore` does not move a window that its user has moved after its placement."""
     area = scene.areas[0]
     scene.start_at(NATURAL._replace(x=area.x + 211, y=area.y + 73))
     scene.perform("left-half")
@@ -128,7 +128,8 @@ def any_size(size):
 
 
 def at_least_its_smallest(desktop: Desktop, window: int, application: Application):
-    """What a window of X11 makes of a size: no less than it says, and rows and columns where it counts in those."""
+    """The size that an X11 window takes: at least its smallest size, and whole rows and columns if it counts in
+    those."""
     hints, frame, client = (
         desktop.windows.size_hints(window), desktop.windows.frame(window), desktop.windows.client_rect(window)
     )
@@ -162,7 +163,7 @@ def one_screen_has_no_other(program):
             lambda rect: desktop.windows.place(window, rect), lambda: any_size,
         )
         scene.product.until_status("Active")
-        # Maximized by its user, it would be released by a placement.
+        # A placement would release it if its user had maximized it.
         desktop.windows.change_state(window, ADD, *MAXIMIZED)
         for name in ("next-display", "previous-display"):
             scene.perform(name)

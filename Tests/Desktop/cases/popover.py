@@ -1,4 +1,4 @@
-"""The popover: where it opens, what closes it, and that the program goes on with everything else."""
+"""The popover: where it opens, what closes it, and that the program handles everything else meanwhile."""
 
 import os
 from pathlib import Path
@@ -22,14 +22,14 @@ from .session import keys_and_rules_work
 
 ACTIVE = "uiwindow.split.2x1"
 XFCE = "xfce4-panel"
-# In the item, and far from everything.
+# Inside the item, and far from everything.
 ITEM = (16, 16)
 OUTSIDE = (1500, 900)
 TOOLKIT = ("libQt6Core", "libQt6Quick", "tessel-menu")
 
 
 def with_panel(desktop: Desktop):
-    """The program with its item in a panel along the upper edge, and the popover that will open there."""
+    """The program with its item in a panel along the upper edge, at which the popover will open."""
     start_panel(desktop, XFCE)
     product = desktop.launch()
     product.until_status("Active")
@@ -38,14 +38,14 @@ def with_panel(desktop: Desktop):
 
 
 def click_item(desktop: Desktop) -> None:
-    """Clicks it as a hand does, that is there before it clicks."""
+    """Clicks it like a hand, whose pointer arrives before it clicks."""
     desktop.keyboard.point(*ITEM)
     desktop.windows.fence()
     desktop.keyboard.click(*ITEM)
 
 
 def mapped(product, *names: str) -> list[str]:
-    """Which of the libraries the process has in its memory."""
+    """The libraries in the memory of the process."""
     maps = Path(f"/proc/{product.process.pid}/maps").read_text()
     return [name for name in names if name in maps]
 
@@ -58,7 +58,7 @@ def is_within(inner: Rect, outer: Rect) -> bool:
 
 
 def stays_closed(desktop: Desktop, product, popover: Popover, when: str = "") -> None:
-    """What was clicked or pressed has been dealt with, and nothing has opened it again."""
+    """Waits until the click or press has been handled, and checks that the popover has not opened again."""
     popover.until_closed(when=when)
     desktop.windows.fence()
     product.until_at_rest()
@@ -150,7 +150,7 @@ def the_toolkit_comes_with_the_first_opening_and_all_else_goes_on(program):
         for action, x in (("rightHalf", 960), ("leftHalf", 0)):
             run_to_end(desktop.session, program)
             popover.until_open()
-            # As long as the popover has the keyboard there is no window for a shortcut to act on.
+            # While the popover has the keyboard there is no window for a shortcut.
             before = desktop.windows.frame(editor.window)
             desktop.press(product, action)
             assert desktop.windows.frame(editor.window) == before, "a shortcut moved a window without the keyboard"
@@ -161,7 +161,7 @@ def the_toolkit_comes_with_the_first_opening_and_all_else_goes_on(program):
             desktop.press(product, action)
             until_equal(lambda: desktop.windows.frame(editor.window).x, x, "the editor's place after it was open")
         assert mapped(product, *TOOLKIT) == list(TOOLKIT)
-        # A window opens while the popover is there, and is placed.
+        # A window that opens beside the popover is placed.
         run_to_end(desktop.session, program)
         popover.until_open()
         running = desktop.start(own_window("--no-focus"))
@@ -170,7 +170,7 @@ def the_toolkit_comes_with_the_first_opening_and_all_else_goes_on(program):
         desktop.end(running)
         desktop.windows.activate(editor.window)
         popover.until_closed()
-        # Timers, bus and X events all still come.
+        # Timers, bus and X events all still arrive.
         keys_and_rules_work(desktop, product)
         desktop.stop_window_manager()
         product.until_status("Waiting for permission", 13.0)
@@ -186,7 +186,7 @@ def a_second_start_opens_it_and_quit_ends_the_program_with_it_open(program):
         popover = Popover(desktop, product)
         assert run_to_end(desktop.session, program)[0] == 0
         frame = popover.until_open()
-        # Without a panel there is still a corner for it.
+        # Without a panel the popover opens in a corner.
         assert frame[:2] == (1920 - WIDTH - GAP, GAP), f"{frame} is not in the corner"
         assert run_to_end(desktop.session, program)[0] == 0
         product.until_at_rest()
@@ -238,13 +238,13 @@ def when_the_server_dies_with_it_open_the_program_ends_by_itself(program):
 
 @case("desktop.popover.environment")
 def nothing_writes_the_environment_once_it_has_begun(program):
-    # Other threads, which come with the popover, may be reading it.
+    # Other threads, which the popover starts, may read it at the same time.
     with Desktop(program, name="popover.environment") as desktop:
         notes = desktop.session.directory / "environment-writes"
         desktop.start_window_manager("openbox")
         product = start_with_rules(desktop, {OWN: "maximize"}, {
             "LD_PRELOAD": os.environ["TESSEL_NOTES_ENVIRONMENT_WRITES"], "TESSEL_ENVIRONMENT_WRITES": str(notes),
-            # Variables that have to be kept from the toolkit; and texts that are not in the language of the locale.
+            # Variables that must not reach the toolkit, and texts in another language than the locale's.
             "SESSION_MANAGER": "local/nowhere:/nonexistent", "QT_STYLE_OVERRIDE": "windows", "LANGUAGE": "de:fr",
         })
 

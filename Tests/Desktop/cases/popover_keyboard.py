@@ -1,4 +1,4 @@
-"""The popover worked with from the keyboard alone, and read as a screen reader does."""
+"""The popover used with the keyboard alone, and read as a screen reader does."""
 
 from harness.accessibility import Accessibility, Node
 from harness.applications import APPLICATIONS
@@ -20,7 +20,7 @@ UPDATES, QUIT = ("push button", "Check for Updates"), ("push button", "Quit")
 
 
 class Reader:
-    """The opened popover, as who cannot see it knows it."""
+    """The opened popover, as a screen reader presents it."""
 
     def __init__(self, desktop: Desktop, environment=None):
         self.desktop = desktop
@@ -37,7 +37,8 @@ class Reader:
         return self.accessibility.until_tree(self.product.process.pid, condition, what)
 
     def focused(self, tree: Node) -> tuple[str, str] | None:
-        """Role and name of what has the keyboard; None for nothing, or for several. A list has it with its row."""
+        """Role and name of the focused widget; None for no widget, or for several. A list has the focus together with
+        its row."""
         has_it = lambda node: "focused" in node.states
         found = [node for node in tree.all() if has_it(node) and sum(map(has_it, node.all())) == 1]
         return (found[0].role, found[0].name) if len(found) == 1 else None
@@ -55,7 +56,7 @@ class Reader:
         return self.until(there, f"{role} {name!r} {states}, not {without!r}")
 
     def tab_to(self, wanted: tuple[str, str]) -> None:
-        """Presses Tab until it is there; each press goes on to another control."""
+        """Presses Tab until that control has the focus; each press moves to another control."""
         last = self.focused(self.until(lambda tree: True, "the tree"))
         for _ in range(12):
             if last == wanted:
@@ -68,7 +69,7 @@ class Reader:
         raise AssertionError(f"Tab does not come to {wanted}")
 
     def choose(self, entry: str) -> None:
-        """In the open menu: goes down to that entry and chooses it."""
+        """In the open menu: moves down to that entry and activates it."""
         tree = self.until(lambda tree: self.focused(tree) and self.focused(tree)[0] == "menu item", "an open menu")
         for _ in range(sum(node.role == "menu item" for node in tree.all())):
             if self.focused(tree) == ("menu item", entry):
@@ -140,7 +141,7 @@ def space_switches_the_program_and_its_start_off_and_on(program):
         desktop.keyboard.chord("Space")
         reader.until_node(*LOGIN, "focused", without="checked")
         assert not entry.exists() or "Hidden=true" in entry.read_text(), entry.read_text()
-        # What was changed elsewhere is there when it opens again.
+        # A change from elsewhere is visible at the next opening.
         reader.popover.type("Space", "Escape")
         reader.popover.until_closed()
         entry.unlink()

@@ -1,4 +1,4 @@
-"""The popover holds the pointer, which a screen locker has to have to itself."""
+"""The popover holds the pointer; a screen locker needs the pointer for itself."""
 
 from contextlib import closing
 
@@ -12,7 +12,7 @@ from harness.waiting import until
 from . import case
 
 SESSION, SESSION_PATH = "c7", "/org/freedesktop/login1/session/c7"
-# The program lets go after half a minute; a machine may be busy.
+# The program releases the pointer after half a minute; a machine may be busy.
 LATE = 60.0
 
 
@@ -46,7 +46,8 @@ def it_is_gone_when_the_session_locks(program):
                 open_and_held(popover, locker)
 
                 def told() -> bool:
-                    # The program listens once it is connected to the bus, which nobody else sees.
+                    # The program receives signals once it is connected to the bus, which cannot be observed from
+                    # outside.
                     say()
                     return not popover.is_open()
 

@@ -1,4 +1,4 @@
-"""How the popover looks: light and dark, as large as the desktop's fonts, and as lean after a day as after a minute."""
+"""The appearance of the popover: light and dark, scaled with the desktop's fonts, and its use of memory after a day."""
 
 import os
 import sys
@@ -18,15 +18,15 @@ from . import case, case_for_each
 from .popover import is_within
 
 SETTINGS_PORTAL = str(Path(__file__).resolve().parent.parent / "harness" / "settings_portal.py")
-# Private dirty memory after so many openings may be that much more than after the first ten, in KiB.
+# Limit in KiB for the growth of private dirty memory after so many openings, compared with the first ten.
 WARM, MANY, MARGIN = 10, 500, 1024
 CARD_COLOUR = (0xFB, 0xFB, 0xFC)
-# Of the card of the shortcuts without its border, in points; between the titles and the keys there are only lines.
+# The card of the shortcuts without its border, in points; between the titles and the keys there are only lines.
 CARD_TOP, CARD_BOTTOM = 109, 349
 
 
 def lines_across(picture, x: int, top: int, bottom: int) -> list[int]:
-    """How thick the lines are that a column of the card goes through, in pixels."""
+    """The thickness, in pixels, of the lines that a column of the card crosses."""
     column = [picture.getpixel((x, y)) for y in range(top, bottom)]
     return [len(list(line)) for is_card, line in groupby(column, CARD_COLOUR.__eq__) if not is_card]
 
@@ -47,7 +47,7 @@ def it_follows_the_colour_scheme_while_it_is_open(program):
             scheme.write_text(preference)
             popover.until_background(background)
             assert popover.is_open(), "it closed"
-        # One that ends has not changed its mind.
+        # An ending portal does not change the setting.
         desktop.session.processes.end(portal)
         product.until_at_rest()
         assert popover.background() == DARK, popover.background()
@@ -69,11 +69,11 @@ def it_is_as_large_as_the_fonts_of_the_desktop(program, dots):
         frame = popover.until_open()
         assert frame.width == round(WIDTH * scale), f"{frame.width} wide"
         assert is_within(frame, screen), f"{frame} is not on the screen"
-        # Drawn as large, not stretched: its background reaches its edges.
+        # Drawn in that size, not stretched: its background reaches its edges.
         picture = popover.picture()
         far = (picture.width - round(7 * scale), picture.height - round(30 * scale))
         assert picture.getpixel(far) == LIGHT, picture.getpixel(far)
-        # The lines between the rows are all as thick, wherever they fall among the pixels.
+        # All lines between the rows have the same thickness, at any alignment to pixels.
         dividers = lines_across(picture, round(215 * scale), round(CARD_TOP * scale), round(CARD_BOTTOM * scale))
         assert dividers == [round(scale)] * 5, f"{dividers} pixels thick"
 
@@ -100,11 +100,11 @@ def it_grows_and_shrinks_with_the_fonts_while_it_is_open(program):
             wide = round(WIDTH * popover.scale)
             until(lambda: (frame := popover.frame()) and frame.width == wide, f"a width of {wide}", saw=popover.frame)
             popover.until_open()
-            # Drawn as large, not stretched: its background reaches its edges.
+            # Drawn in that size, not stretched: its background reaches its edges.
             picture = popover.picture()
             far = (picture.width - round(7 * popover.scale), picture.height - round(30 * popover.scale))
             assert picture.getpixel(far) == LIGHT, picture.getpixel(far)
-            # Its upper right corner stays where it was.
+            # Its upper right corner has not moved.
             frame = popover.frame()
             assert (frame.x + frame.width, frame.y) == (3840 - GAP, GAP), frame
         until(lambda: popover.picture() == plain, "the popover to be what it was")
@@ -118,7 +118,7 @@ def where_nothing_shines_through_it_is_all_there_at_once(program):
         desktop.windows.paint_background(backdrop[0] << 16 | backdrop[1] << 8 | backdrop[2])
         product = desktop.launch()
         popover = Popover(desktop, product)
-        # Where it will be: there is no panel.
+        # The place where it will open: there is no panel.
         place = (1920 - GAP - WIDTH + BACKGROUND_AT[0], GAP + BACKGROUND_AT[1])
         for number in range(8):
             until(lambda: desktop.windows.pixel(*place) == backdrop, "the screen to be empty")
@@ -136,7 +136,7 @@ def where_nothing_shines_through_it_is_all_there_at_once(program):
 
 
 def private_dirty(process_id: int) -> int:
-    """KiB."""
+    """In KiB."""
     rollup = Path(f"/proc/{process_id}/smaps_rollup").read_text().splitlines()
     return int(next(line.split()[1] for line in rollup if line.startswith("Private_Dirty:")))
 

@@ -1,4 +1,4 @@
-"""The program asked from outside: by the command line, and over the message bus."""
+"""Remote control of the program: by the command line, and over the message bus."""
 
 import json
 import os
@@ -27,7 +27,7 @@ NO_BUS = {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent"}
 
 
 def ask(desktop, *options, status=0, environment=None):
-    """Runs the program with options that ask the running one; gives what it prints where it should."""
+    """Runs the program with options that address the running one. Returns its output from the expected stream."""
     ended, output, errors, seconds = run_to_end(desktop.session, desktop.program, *options, environment=environment)
     seen = f"{options}: status {ended}, {output!r}, {errors!r}, {seconds:.2f} s"
     assert ended == status and seconds < 1.0, seen
@@ -54,9 +54,9 @@ def owner_on_bus(desktop):
 
 
 @case("desktop.remote.status")
-def it_tells_how_it_stands(program):
+def it_reports_its_status(program):
     with Desktop(program, name="remote.status") as desktop:
-        # Its own configuration: the arrows are openbox's.
+        # Its own configuration: openbox binds the arrows.
         desktop.start_window_manager("openbox", keys_free=False)
         assert ask(desktop, "--status", "--json", status=1) == '{"running":false}\n'
         assert "not running" in ask(desktop, "--status", status=1)
@@ -123,7 +123,7 @@ def it_keeps_a_rule(program):
         ask(desktop, "--rule", "org.example.Player", "none")
         product.terminate()
         assert "org.example.Player" not in settings.read_text(), "the rule is still there"
-        # The next one finds what was written.
+        # The next process reads the written settings.
         desktop.launch().until_status("Active")
         assert status_of(desktop)["rules"] == {"org.example.Editor": "maximize"}
 
@@ -136,7 +136,7 @@ def it_ends_and_frees_its_keys(program):
         product.until_status("Active")
         assert set(held_by_others(desktop.server.display)) == set(SHORTCUTS)
         ask(desktop, "--quit")
-        # At once: that is what the answer was waited for.
+        # At once: the reply means that the keys are free.
         assert not held_by_others(desktop.server.display), "a grab outlived the program"
         assert product.ended() == 0 and product.errors() == "", product.errors()
         assert "not running" in ask(desktop, "--quit", status=1)
@@ -182,7 +182,7 @@ def it_survives_its_bus_and_finds_the_next(program):
         bus = next(process for process in desktop.session.processes.started if process.args[0] == "dbus-daemon")
         desktop.session.processes.end(bus, signal.SIGKILL)
         socket.unlink()
-        # It works on meanwhile.
+        # It keeps working meanwhile.
         assert status_of(desktop)["status"] == "active"
         keys_and_rules_work(desktop, product)
         desktop.session.start(bus.args, "bus")
@@ -193,12 +193,12 @@ def it_survives_its_bus_and_finds_the_next(program):
 
 
 def abstract_names():
-    """The abstract names that the program has on this machine's network, whoever started it."""
+    """The program's abstract socket names on this machine, whoever started it."""
     return [line.split()[-1] for line in Path("/proc/net/unix").read_text().splitlines() if "@org.corvid.Tessel" in line]
 
 
 def session_of(desktop):
-    """What the program calls the session: its display and screen."""
+    """The program's name of the session: its display and screen."""
     return f"{desktop.server.display}.0"
 
 
@@ -218,7 +218,7 @@ def it_is_found_in_the_runtime_folder_whatever_happens_there(program):
             return sorted(file.name for file in folder.glob("*")) if folder.exists() else None
 
         assert named() == files, named()
-        # The files that a killed program leaves behind count for nothing.
+        # Files that a killed program has left do not count.
         os.kill(product.process.pid, signal.SIGKILL)
         product.ended()
         assert named() == files, named()
@@ -226,7 +226,7 @@ def it_is_found_in_the_runtime_folder_whatever_happens_there(program):
         product = desktop.launch()
         product.until_status("Active")
         assert status_of(desktop)["status"] == "active"
-        # A cleaning program may remove the folder.
+        # A cleanup program may remove the folder.
         shutil.rmtree(folder)
         until(lambda: named() == files, "the socket to be back", saw=named)
         assert status_of(desktop)["status"] == "active"
@@ -301,13 +301,13 @@ def of_two_on_one_bus_each_answers_its_own_display(program):
 
 
 @case("desktop.remote.streams")
-def it_works_without_its_standard_streams_and_tells_of_an_answer_that_is_lost(program):
+def it_works_without_its_standard_streams_and_reports_a_lost_answer(program):
     with Desktop(program, name="remote.streams") as desktop:
         desktop.start_window_manager("openbox")
         for closed in ("2>&-", ">&- 2>&-", "<&- >&- 2>&-"):
             running = desktop.session.start(["sh", "-c", f'exec "$0" {closed}', str(program)], "closed")
             until(lambda: run_to_end(desktop.session, program, "--status")[0] == 0, f"it to run with {closed}")
-            # What it has to say of settings that cannot be written is lost, and nothing else.
+            # It cannot log that the settings are not writable. Nothing else is lost.
             settings = desktop.session.home / ".config/tessel"
             settings.rename(settings.with_name("away"))
             settings.write_text("in the way of the folder")

@@ -1,4 +1,4 @@
-"""App rules: the first window of a ruled application is placed as it is launched, and nothing else is."""
+"""App rules: the first window of a ruled application is placed at its launch, and nothing else is."""
 
 import signal
 from dataclasses import replace
@@ -21,7 +21,7 @@ OWN_PLACE = (240, 180, 420, 300)
 
 
 def start_with_rules(desktop: Desktop, rules: dict[str, str], environment=None, status: str = "Active"):
-    """The program with these rules, and with our own window and the one made with Tk installed."""
+    """The program with these rules; our own window and the one made with Tk are installed as applications."""
     desktop.session.install(OWN, "StartupWMClass=OwnWindow")
     desktop.session.install("org.example.Tk", "StartupWMClass=Tkwindow")
     desktop.session.rules(rules)
@@ -31,14 +31,14 @@ def start_with_rules(desktop: Desktop, rules: dict[str, str], environment=None, 
 
 
 def launch(desktop: Desktop, application: Application) -> RunningApplication:
-    # A window that fills its screen may draw no shadow.
+    # A window that fills its screen may have no shadow.
     running = desktop.start(replace(application, draws_shadow=False))
     desktop.wait_for(running)
     return running
 
 
 def open_another(desktop: Desktop, running: RunningApplication, kind: str = "NORMAL") -> int:
-    """Lets our own application open one more window of that type; gives it once it is managed."""
+    """Makes our own application open one more window of that type. Returns the window once it is managed."""
     windows = desktop.windows
     before = windows.all_of_process(running.process.pid)
     windows.tell(before[0], "_OWN_WINDOW_OPEN", kind)
@@ -49,7 +49,7 @@ def open_another(desktop: Desktop, running: RunningApplication, kind: str = "NOR
 
 
 def stays(desktop: Desktop, product, window: int, what: str) -> None:
-    """The window is where its application opened it, and whatever was to happen to it has happened."""
+    """Checks that the window is at its application's position, and that no placement is pending."""
     product.until_at_rest()
     desktop.windows.fence()
     rect = desktop.windows.client_rect(window)
@@ -57,7 +57,7 @@ def stays(desktop: Desktop, product, window: int, what: str) -> None:
 
 
 def is_placed(desktop: Desktop, running: RunningApplication, action: str, visible: Rect | None = None) -> None:
-    """The application's window comes to stand where the action puts it."""
+    """Waits until the application's window has the frame of the action."""
     visible = visible or desktop.visible_frame()
     settles = settles_on(desktop.windows, running.window, running.application, desktop.manager)
 
@@ -106,7 +106,7 @@ def other_windows_and_windows_of_other_kinds_are_left_alone(program, manager):
     with Desktop(program, name=f"rules.only-the-first.{manager}") as desktop:
         desktop.start_window_manager(manager)
         product = start_with_rules(desktop, {OWN: "maximize"})
-        # What comes before the first window does not use the rule up.
+        # Windows before the first ordinary window do not use the rule up.
         running = launch(desktop, own_window("--type", "SPLASH"))
         splash = running.window
         stays(desktop, product, splash, "the splash screen")
@@ -167,7 +167,7 @@ def a_rule_holds_from_the_moment_that_it_is_made_until_it_is_removed(program, ma
 
 
 @case_for_each("desktop.rules.late-class", MANAGERS)
-def an_application_that_says_late_what_it_is_called_is_recognized(program, manager):
+def an_application_that_sets_its_name_late_is_recognized(program, manager):
     with Desktop(program, name=f"rules.late-class.{manager}") as desktop:
         desktop.start_window_manager(manager)
         start_with_rules(desktop, {OWN: "maximize"})

@@ -1,4 +1,5 @@
-"""The life of a session: frozen and thawed, locked, without its window manager for a while, begun in any order."""
+"""The life of a session: suspended and resumed, locked, without its window manager for some time, started in any
+order."""
 
 import json
 import os
@@ -22,27 +23,27 @@ from .rules import OWN, is_placed, launch, start_with_rules, stays
 from .window_manager_changes import POLL
 
 LEFT = Rect(0, 0, 960, 1080)
-# How long after it has placed a window by a rule the program looks whether it was put back.
+# The time after a placement by a rule at which the program checks whether the window was moved back.
 LOOKS_AGAIN_AFTER = 0.4
-# Longer than the program ever waits for anybody, and than it waits between two looks at the window manager.
+# Longer than the program's timeouts, and than the time between two checks for the window manager.
 FROZEN = 3.0
 
 
 def until_passed(seconds: float) -> None:
-    """Waits for nothing but time, where it is time that matters."""
+    """Waits for a fixed time, where time is the subject."""
     over = time.monotonic() + seconds
     until(lambda: time.monotonic() >= over, "the time to pass", 2 * seconds)
 
 
 def is_placed_for_good(desktop: Desktop, product, running: RunningApplication, action: str) -> None:
-    """The window comes to stand where the action puts it, and from now on may be moved without being put there again."""
+    """Waits until the window has the frame of the action. From then on a user may move it and it stays."""
     is_placed(desktop, running, action)
     until_passed(2 * LOOKS_AGAIN_AFTER)
     product.until_at_rest()
 
 
 def keys_and_rules_work(desktop: Desktop, product) -> None:
-    """Our own window is placed by its rule as it is launched, and moved by a press; it is ended again."""
+    """Our own window is placed by its rule at its launch, and moved by a press; then it ends."""
     running = launch(desktop, own_window())
     is_placed_for_good(desktop, product, running, "maximize")
     desktop.windows.activate(running.window)
@@ -71,7 +72,7 @@ def frozen_and_thawed_it_works_at_once(program):
 
 
 @case_for_each("desktop.session.locked", ("openbox", "metacity", "kwin_x11"))
-def a_locked_screen_keeps_the_keys_and_what_is_launched_behind_it_is_placed(program, manager):
+def a_locked_screen_keeps_the_keys_and_windows_behind_it_are_placed(program, manager):
     with Desktop(program, name=f"session.locked.{manager}") as desktop:
         desktop.start_window_manager(manager)
         editor = desktop.open(APPLICATIONS["featherpad"])
@@ -101,7 +102,7 @@ def a_restart_of_the_window_manager_fires_no_rule_anew(program, manager):
         product = start_with_rules(desktop, {OWN: "maximize"})
         running = launch(desktop, own_window())
         is_placed_for_good(desktop, product, running, "maximize")
-        # Once so fast that the program does not see it without a window manager, and once so that it does.
+        # Once so fast that the program never sees a time without a window manager, and once slowly enough.
         for noticed in (False, True):
             desktop.windows.place(running.window, Rect(311, 173, 420, 300))
             size = desktop.windows.client_rect(running.window).size
@@ -132,18 +133,18 @@ def windows_that_were_there_before_the_window_manager_are_left_alone(program):
 
 
 @case("desktop.session.terminal-closed")
-def with_its_terminal_it_ends_unless_told_otherwise(program):
+def it_ends_with_its_terminal_unless_hang_up_is_ignored(program):
     with Desktop(program, name="session.terminal-closed") as desktop:
         require("xterm", "xterm")
         desktop.start_window_manager("openbox")
-        # The second is what nohup does, which also lets go of the terminal.
+        # The second is like nohup, which also detaches from the terminal.
         for command, stays_behind in (f"exec {program}", False), (f"trap '' HUP; exec {program}", True):
             terminal = desktop.open(
                 Application("terminal", "xterm", ("xterm", "-fa", "Monospace", "-e", "sh", "-c", command))
             )
             until(lambda: is_running(desktop), f"{command} to run")
             until(lambda: held_by_others(desktop.server.display) == all_held(), "the shortcuts to be taken")
-            # The kernel hangs up for it.
+            # The kernel sends SIGHUP for it.
             desktop.end(terminal)
             if stays_behind:
                 assert is_running(desktop), "it ended with its terminal"
@@ -154,12 +155,12 @@ def with_its_terminal_it_ends_unless_told_otherwise(program):
 
 
 @case("desktop.session.login-item")
-def what_is_written_to_open_at_login_starts_the_program(program):
+def the_login_item_starts_the_program(program):
     with Desktop(program, name="session.login-item") as desktop:
         require("gio", "libglib2.0-bin")
         require("desktop-file-validate", "desktop-file-utils")
         session = desktop.session
-        # A place whose name has all that is special in such entries.
+        # A path with every special character of such entries.
         installed = session.directory / "a place" / "'half' of $HOME \"and\" `more`" / "tessel"
         installed.parent.mkdir(parents=True)
         shutil.copy2(program, installed)

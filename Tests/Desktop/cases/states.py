@@ -25,9 +25,9 @@ def open_all(desktop: Desktop, *names: str):
 
 
 class Shadow:
-    """The shadow that an application draws around itself; it changes with the window's state in the application's time.
+    """The shadow that an application draws around itself; the application changes it late, after the window's state.
 
-    To be made while the window is active and floats.
+    Created while the window is active and floats.
     """
 
     def __init__(self, desktop: Desktop, one):
@@ -43,7 +43,8 @@ class Shadow:
         self.windows.fence()
 
     def until_attached(self) -> None:
-        """Until it is that of a window which fills the screen's height; no other state changes it everywhere."""
+        """Waits until it is that of a window which fills the screen's height; no other state changes the shadow in
+        every application."""
         if any(self.floating) and "MAXIMIZED_VERT" in self.windows.states(self.window):
             until(lambda: self._now() != self.floating, "the shadow to change", saw=self._now)
             self.windows.fence()
@@ -110,7 +111,7 @@ def a_fullscreen_window_is_left_alone(program, manager):
         desktop.holds_frame(one.window, natural, "frame after fullscreen")
 
 
-# The key by which each window manager puts a window on the left half itself, where it has one.
+# The key by which each window manager tiles a window to the left half itself, if it has one.
 NATIVE_TILING = {
     "kwin_x11": ("Super", "Left"),
     "mutter": ("Super", "Left"),
@@ -122,15 +123,15 @@ NATIVE_TILING = {
 
 
 def tile_left_natively(desktop: Desktop, one, wanted: Rect) -> None:
-    """Puts the window at NATURAL and then presses the window manager's own key, from there and nowhere else."""
+    """Moves the window to NATURAL and then presses the window manager's own key, from no other place."""
     windows, key = desktop.windows, NATIVE_TILING[desktop.manager.name]
     windows.place(one.window, NATURAL)
     if windows.frame(one.window) == wanted:
-        # Tiled still, and not to be moved while it is: the same key ends that.
+        # Still tiled, and not to be moved meanwhile: the same key releases it.
         desktop.keyboard.chord(*key)
         until(lambda: windows.frame(one.window) != wanted, f"{one.application.name} to be let go by its own key")
         windows.place(one.window, NATURAL)
-    # Twice where it believes a window that was placed tiled still, and ends that at first.
+    # Twice if the window manager still takes a placed window for tiled, and releases it first.
     for _ in range(2):
         desktop.keyboard.chord(*key)
         try:
@@ -148,7 +149,7 @@ LEFT, RIGHT, ALMOST = Rect(0, 0, 960, 1080), Rect(960, 0, 960, 1080), Rect(96, 5
 def a_window_tiled_by_the_window_manager_is_released_and_placed(program, manager):
     with Desktop(program, name=f"tiled.{manager}") as desktop:
         if manager == "marco":
-            # The only one that has no such key until its user asks for it.
+            # The only one without such a key in its default configuration.
             freed_keys.add_settings(
                 desktop.session, "org/mate/marco/window-keybindings", tile_to_side_w="'<Mod4>Left'"
             )
@@ -159,7 +160,7 @@ def a_window_tiled_by_the_window_manager_is_released_and_placed(program, manager
         for one in running:
             windows.activate(one.window)
             shadow = Shadow(desktop, one)
-            # Where it is already in place nothing needs to be released, so that comes last.
+            # A window that is in place already needs no release, so that comes last.
             for action, wanted in (("rightHalf", RIGHT), ("almostMaximize", ALMOST), ("leftHalf", LEFT)):
                 tile_left_natively(desktop, one, LEFT)
                 shadow.until_attached()

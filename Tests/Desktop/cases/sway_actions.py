@@ -1,4 +1,4 @@
-"""Every action on sway, on programs of Wayland and of X11, on either output."""
+"""Every action on sway, on Wayland and X11 programs, on either output."""
 
 from dataclasses import replace
 
@@ -9,7 +9,7 @@ from harness.sway import SwayDesktop
 
 from . import case_for_each
 
-# Off every edge, no round number, odd and even mixed; on the first output and on the second.
+# Away from every edge, no round number, odd and even mixed; on the first output and on the second.
 NATURAL = (Rect(311, 173, 762, 503), Rect(2131, 173, 762, 503))
 
 WAYLAND = {name: APPLICATIONS[name] for name in ("mousepad", "featherpad")}
@@ -25,7 +25,7 @@ def every_action_moves_a_window_on_either_output(program, kind):
         product.until_status("Active")
         elsewhere = desktop.frame(other.number)
         desktop.place(running.number, NATURAL[0])
-        # What is left of the layout has the room now.
+        # The remaining windows of the layout have the room now.
         elsewhere = desktop.frame(other.number)
         failures = []
         for output in (0, 1):

@@ -1,4 +1,4 @@
-"""What the program costs on sway while nothing happens."""
+"""The program's cost on sway while nothing happens."""
 
 from pathlib import Path
 
@@ -10,7 +10,7 @@ from . import case
 
 
 def switches(process_id: int) -> int:
-    """How often the process has gone to sleep by itself."""
+    """The number of voluntary context switches of the process."""
     for line in Path(f"/proc/{process_id}/status").read_text().splitlines():
         if line.startswith("voluntary_ctxt_switches"):
             return int(line.split()[1])
@@ -25,6 +25,6 @@ def it_sleeps_while_nothing_happens(program):
         product.until_status("Active")
         product.until_at_rest()
         before = switches(product.process.pid)
-        # The looks after the permission, every two seconds and up to ten late, are what is left.
+        # Only the periodic checks for the permission remain, every two seconds and up to ten late.
         woken = lambda: switches(product.process.pid) - before
         throughout(12.0, lambda: woken() <= 12, "asleep but for 12 times in 12 s", woken)

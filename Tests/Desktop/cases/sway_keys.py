@@ -1,4 +1,4 @@
-"""Shortcuts on sway: whatever the keyboard does, and beside what the user has bound."""
+"""Shortcuts on sway: with every state of the keyboard, and beside the user's bindings."""
 
 import signal
 
@@ -14,8 +14,8 @@ from harness.waiting import throughout, until, until_equal
 from . import case
 
 NATURAL = Rect(311, 173, 762, 503)
-# The program looks every two seconds whether it may work, and may look up to ten seconds late; twice until keys are
-# registered anew.
+# The program checks its permission every two seconds, up to ten seconds late; keys are registered again after two
+# checks.
 POLL = 26.0
 
 CONFLICTS = """
@@ -37,7 +37,7 @@ bindsym --no-repeat {
 
 
 def place_of(desktop: SwayDesktop, end: str) -> str:
-    """File and number of the line of the configuration that ends so, as a person names them."""
+    """File and number of the configuration's line that ends in this text, in the form for people."""
     folder = desktop.configuration.parent
     (place,) = [f"{file}:{number}" for file in (desktop.configuration, folder / "more/keys")
                 for number, line in enumerate(file.read_text().splitlines(), start=1) if line.endswith(end)]
@@ -118,7 +118,7 @@ def without_a_window_the_bell_of_the_sound_theme_is_heard(program):
 
 
 @case("desktop.sway.keys.taken")
-def what_the_user_has_bound_stays_his_and_the_others_work(program):
+def keys_that_the_user_has_bound_stay_the_users_and_the_others_work(program):
     with SwayDesktop(program, CONFLICTS, name="sway.keys.taken") as desktop:
         more = desktop.configuration.parent / "more"
         more.mkdir()
@@ -203,7 +203,7 @@ def the_program_ends_and_leaves_no_binding(program):
                 desktop.command('mode "default"')
             for action in ACTIONS:
                 desktop.keyboard.press(action)
-            # What was bound would be told of before this.
+            # An event of an earlier binding would have arrived before this one.
             desktop.command("bindsym Ctrl+Alt+F12 nop the end")
             desktop.keyboard.chord("Control", "Alt", "F12")
             heard: list[str] = []
@@ -233,6 +233,6 @@ def the_program_ends_after_its_compositor(program):
         product = desktop.launch()
         product.until_status("Active")
         desktop.stop()
-        # Before the user can have logged in again: a program of the next session would find this one in its place.
+        # Before the user can log in again: otherwise a program of the next session would find this one still running.
         assert product.ended(10.0) == 1
         assert "sway is gone" in product.errors()

@@ -11,7 +11,7 @@ from . import case
 
 
 def open_popover(desktop: SwayDesktop, program, product) -> Window:
-    """Opens it by a second start; gives it once it has the keyboard."""
+    """Opens it by a second start. Returns it once it has the keyboard."""
     status, _, errors, _ = run_to_end(desktop.session, program, prefix=desktop.session.prefix)
     assert (status, errors) == (0, ""), f"the second start ended with {status}: {errors}"
     (popover,) = until(
@@ -35,12 +35,12 @@ def a_second_start_opens_the_popover_and_leaving_closes_it(program):
         def stands_in_the_corner(output: int) -> bool:
             area = desktop.work_area(output)
             (shown,) = own_windows(desktop, product)
-            # The shadow around is drawn by the program, in a window that is larger than what is seen of it.
+            # The program draws the shadow itself, so its window is larger than the visible plate.
             x, y = shown.frame.x + SHADOW, shown.frame.y + SHADOW
             corner = (area.x + area.width - WIDTH - GAP, area.y + GAP)
             return shown.floating and shown.border == "none" and (x, y) == corner
 
-        # It opens where its user is, even if there is no window yet.
+        # It opens on the user's output, even without a window there.
         for output, leave in ((1, "by Escape"), (0, "by Escape"), (0, "by another window")):
             desktop.command(f"focus output HEADLESS-{output + 1}")
             open_popover(desktop, program, product)
@@ -54,5 +54,5 @@ def a_second_start_opens_the_popover_and_leaving_closes_it(program):
             until(lambda: not own_windows(desktop, product), f"the popover to close {leave}", saw=desktop.windows)
             if output == 0:
                 until(lambda: desktop.window(editor.number).focused, "the editor to have the keyboard")
-            # A click that closes it is not to open it again.
+            # A click that closes it must not open it again.
             product.until_at_rest()

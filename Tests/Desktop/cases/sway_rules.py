@@ -40,7 +40,7 @@ def is_placed(desktop: SwayDesktop, running: SwayWindow, action: str, output: in
 
 
 def stays_in_layout(desktop: SwayDesktop, product, number: int, what: str) -> None:
-    # What is to happen to a window happens as it is told of, and once more within half a second.
+    # A placement follows a window's events at once, and is repeated within half a second.
     product.until_at_rest()
     assert not desktop.window(number).floating, f"{what} was placed: {desktop.window(number)}"
 
@@ -53,7 +53,7 @@ def the_first_window_of_every_kind_of_program_is_placed(program):
         })
         for application, action in (
             (APPLICATIONS["mousepad"], "maximize"), (APPLICATIONS["featherpad"], "center"), (XTERM, "maximize"),
-            # Once more, as it remembers what it was.
+            # Again, when it restores its last position.
             (APPLICATIONS["mousepad"], "maximize"),
         ):
             running = launch(desktop, application)
@@ -99,7 +99,7 @@ def a_window_is_placed_on_the_output_that_it_opens_on(program):
 
 @case("desktop.sway.rules.not-utf8")
 def a_window_whose_title_is_not_utf8_is_a_window_like_another(program):
-    # In its locale, xterm hands the title on byte by byte.
+    # In its locale, xterm passes the title on byte by byte.
     latin = replace(
         XTERM, command=(*XTERM.command, "-T", "caf\udce9"), environment=XTERM.environment | {"LC_ALL": "C"}
     )

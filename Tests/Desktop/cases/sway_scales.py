@@ -13,10 +13,10 @@ from . import case_for_each
 KINDS = {
     "mousepad": APPLICATIONS["mousepad"],
     "featherpad": APPLICATIONS["featherpad"],
-    # Decorated by itself, through Xwayland.
+    # With its own decoration, through Xwayland.
     "mousepad-csd": replace(APPLICATIONS["mousepad-csd"], environment={"GTK_CSD": "1", "GDK_BACKEND": "x11"}),
 }
-# Each in the space of an output: off every edge, no round number, odd and even mixed.
+# Each in the space of an output: away from every edge, no round number, odd and even mixed.
 NATURAL = Rect(111, 73, 662, 403)
 
 
@@ -31,7 +31,7 @@ def every_action_is_exact_whatever_the_scale(program, kind):
         running = desktop.open(KINDS[kind])
         failures = []
         for first, second in ((1.5, 1.0), (1.25, 2.0)):
-            # While the program runs, as a user does who changes his settings.
+            # While the program runs, as a user does who changes the settings.
             desktop.command(f"output HEADLESS-1 scale {first}")
             desktop.command(f"output HEADLESS-2 scale {second}")
             until_equal(desktop.outputs, [scaled(FIRST, first), scaled(SECOND, second)], "the outputs")

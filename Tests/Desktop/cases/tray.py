@@ -1,4 +1,4 @@
-"""The item in the panel: that it is there, what it shows, and that it comes back."""
+"""The item in the panel: that it appears, its contents, and that it reappears."""
 
 import signal
 
@@ -15,12 +15,12 @@ from . import case, case_for_each
 ACTIVE, PAUSED, WAITING = "uiwindow.split.2x1", "rectangle.split.2x1", "exclamationmark.triangle.fill"
 XFCE = "xfce4-panel"
 
-# The program looks for the permission every two seconds, and may be ten late.
+# The program checks the permission every two seconds, up to ten late.
 POLL = 13.0
 
 
 def until_registered(desktop, seconds=5.0):
-    """The item is known to the panel, once."""
+    """Waits until the panel knows the item, exactly once."""
     until(lambda: len(registered_items(desktop) or ()) == 1, "the item to be registered", seconds)
 
 
@@ -49,7 +49,7 @@ def a_panel_that_comes_later_or_is_killed_and_started_again_shows_it(program, pa
         for _ in range(3):
             running = start_panel(desktop, panel)
             if PANELS[panel].reads_bus:
-                # A second from when there is somebody to register with.
+                # A second after a panel has appeared on the bus.
                 until(lambda: registered_items(desktop) is not None, "the panel to be there")
                 until_registered(desktop, 1.0)
             until_icon(desktop, panel, ACTIVE)

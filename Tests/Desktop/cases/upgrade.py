@@ -22,12 +22,12 @@ UPDATED = "Tessel was updated"
 
 
 class Installed:
-    """The program in a folder of its own, as a package has it there."""
+    """The program in a folder of its own, with the layout of a package."""
 
     def __init__(self, desktop: Desktop):
         self.folder = desktop.session.directory / "installed/bin"
         self.folder.mkdir(parents=True)
-        # Its icons and the like are where a build has them.
+        # Its icons and other resources are where a build has them.
         (self.folder.parent / "share").symlink_to(desktop.program.parent.parent / "share")
         self.program = self.folder / "tessel"
         self.plugin = self.folder / "tessel-menu.so"
@@ -38,13 +38,13 @@ class Installed:
         self.environment = {"TESSEL_OTHER_BUILD_HAS_RUN": str(self.trace)}
 
     def put(self, file: Path, contents: Path) -> None:
-        """Puts another file in the place of one, as dpkg does."""
+        """Replaces a file by another one, as dpkg does."""
         beside = file.with_name(file.name + ".dpkg-new")
         shutil.copy2(contents, beside)
         beside.rename(file)
 
     def upgrade(self) -> None:
-        """Puts another build there: the same program with another identity, and an interface that must not run."""
+        """Installs another build there: the same program with another identity, and an interface that must not run."""
         identity = self.folder / "identity"
         subprocess.run(
             ["objcopy", "--dump-section", f".note.gnu.build-id={identity}", self.program, "/dev/null"], check=True
@@ -73,7 +73,7 @@ def it_goes_on_as_it_is_and_says_so(program):
         product.until_status("Active")
         until_icon(desktop, XFCE, ACTIVE)
         assert not status_of(desktop)["updated"] and UPDATED not in menu(desktop)
-        # The same build once more, as when a package is installed again: nothing has changed.
+        # The same build again, like a reinstalled package: nothing has changed.
         again = installed.folder / "again"
         shutil.copy2(installed.program, again)
         installed.put(installed.program, again)
@@ -94,7 +94,7 @@ def it_goes_on_as_it_is_and_says_so(program):
         desktop.press(product, "leftHalf")
         visible = until(desktop.windows.work_area, "the work area")
         desktop.holds_frame(editor.window, Rect(0, visible.y, 960, visible.height), "frame")
-        # The program in its place takes over, in the same process.
+        # The program in its place continues in the same process.
         choose(desktop, "Restart Tessel")
         process = product.process.pid
         until(lambda: not executable(process).endswith(" (deleted)"), "the new one to run", saw=product.errors)
@@ -112,7 +112,7 @@ def an_interface_of_another_build_is_refused(program):
         desktop.start_window_manager("openbox")
         product = desktop.launch(environment=installed.environment)
         product.until_status("Active")
-        # Into the very file that it has open, as no package manager would.
+        # Writes into the very file that it has open, as no package manager would.
         with open(installed.plugin, "r+b") as plugin:
             plugin.write(Path(os.environ["TESSEL_OTHER_BUILD"]).read_bytes())
             plugin.truncate()
@@ -123,7 +123,7 @@ def an_interface_of_another_build_is_refused(program):
         editor = desktop.open(APPLICATIONS["mousepad"])
         desktop.press(product, "leftHalf")
         desktop.holds_frame(editor.window, Rect(0, 0, 960, 1080), "frame")
-        # The right one is taken as soon as it is there.
+        # It loads the right one as soon as that is back.
         installed.put(installed.plugin, program.parent / "tessel-menu.so")
         popover.ask_to_open()
         popover.until_open()

@@ -1,4 +1,4 @@
-"""A first day with the program, from its start to its end, by hand alone: everything is clicked or typed."""
+"""A first day with the program, from its start to its end, by hand alone: only clicks and keys."""
 
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
@@ -19,14 +19,14 @@ PAUSED = "rectangle.split.2x1"
 
 
 class Hand(Reader):
-    """Opens the popover at its item, and clicks what it finds there."""
+    """Opens the popover at its item, and clicks on its contents."""
 
     def open(self) -> None:
         click_item(self.desktop)
         self.popover.until_open()
 
     def click(self, role: str, name: str) -> None:
-        """Clicks the middle of what is shown, once it has come to rest there."""
+        """Clicks the middle of the control, once it has come to rest there."""
         seen: list[Rect] = []
 
         def rests() -> bool:
@@ -70,7 +70,7 @@ def a_day_with_the_program(program):
         hand.product.until_status("Active")
         assert held_by_others(desktop.server.display) == all_held()
 
-        # A rule for what is open, tried at the next launch of it.
+        # A rule for an open application, checked at its next launch.
         hand.click(*APPS_TAB)
         hand.click(*ADD)
         hand.click("menu item", "Mousepad")
@@ -90,19 +90,19 @@ def a_day_with_the_program(program):
         hand.close()
         editor = launch(desktop, APPLICATIONS["mousepad"])
         is_placed(desktop, editor, "center", desktop.windows.work_area())
-        # A window is placed by a key as well.
+        # A key places a window as well.
         desktop.windows.activate(editor.window)
         desktop.press(hand.product, "leftHalf")
         area = desktop.windows.work_area()
         desktop.holds_frame(editor.window, Rect(area.x, area.y, area.width // 2, area.height), "the left half")
 
-        # The rule goes.
+        # The rule is removed.
         hand.open()
         hand.click(*PICKER)
         hand.click("menu item", "Remove")
         until_equal(lambda: rules(desktop), {}, "the rules")
 
-        # At login.
+        # Opening at login.
         entry = desktop.session.home / ".config/autostart/org.corvid.Tessel.desktop"
         hand.click(*LOGIN)
         hand.until_node(*LOGIN, "checked")

@@ -1,4 +1,4 @@
-"""Window managers that hold the keys, give them back, go, come back, or are replaced while the program runs."""
+"""Window managers that hold the keys, release them, end, start, or are replaced while the program runs."""
 
 import signal
 
@@ -13,7 +13,7 @@ from harness.window_managers import WINDOW_MANAGERS
 from . import case, case_for_each
 
 NATURAL = Rect(311, 173, 762, 503)
-# The program looks for a window manager every two seconds, and may look up to ten seconds late.
+# The program checks for a window manager every two seconds, up to ten seconds late.
 POLL = 13.0
 HOLDING = [name for name, manager in WINDOW_MANAGERS.items() if manager.holds]
 
@@ -22,7 +22,7 @@ def works(desktop: Desktop, product, window: int, actions=ACTIONS, when: str = "
     for action in actions:
         desktop.windows.place(window, NATURAL)
         if desktop.manager.forgets_focus:
-            # It gives the focus to nobody a while after its start as well.
+            # It leaves no window focused some time after its start as well.
             desktop.windows.activate(window)
         before = desktop.windows.frame(window)
         desktop.press(product, action)
@@ -35,7 +35,7 @@ def taken(actions) -> str:
 
 
 @case_for_each("desktop.taken", HOLDING)
-def keys_that_the_window_manager_holds_are_told_and_the_others_work(program, manager):
+def keys_that_the_window_manager_holds_are_reported_and_the_others_work(program, manager):
     with Desktop(program, name=f"taken.{manager}") as desktop:
         desktop.start_window_manager(manager, keys_free=False)
         held = desktop.manager.holds

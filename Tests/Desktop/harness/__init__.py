@@ -1,5 +1,5 @@
-"""A real desktop for tests: server, session, window manager, applications, keys that are really pressed, and eyes.
+"""A real desktop for tests: server, session, window manager, applications, key presses, and ways to read the result.
 
-Nothing in here knows how the program under test works. It is started, it gets key presses from the X server, and what
-it did is read back from the X server.
+The harness knows nothing about how the program under test works. It starts the program, the X server sends it key
+presses, and the harness reads the result from the X server.
 """

@@ -18,7 +18,7 @@ SERVICE = Path("/usr/share/dbus-1/services/org.a11y.Bus.service")
 REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
 ACCESSIBLE = "org.a11y.atspi.Accessible"
 
-# The places of the bits, from AtspiStateType.
+# Bit numbers from AtspiStateType.
 STATES = {
     1: "active", 4: "checked", 7: "editable", 8: "enabled", 11: "focusable", 12: "focused", 22: "selectable",
     23: "selected", 25: "showing", 30: "visible", 41: "checkable",
@@ -31,12 +31,12 @@ class Node:
     name: str
     description: str
     states: frozenset[str]
-    # Where to ask for it: a name and a path on the accessibility bus.
+    # Bus name and path of the accessibility bus's address.
     place: tuple[str, str] = ("", "")
     children: list["Node"] = field(default_factory=list)
 
     def all(self) -> Iterator["Node"]:
-        """This one and everything below it, in the order of the tree."""
+        """This widget and all widgets below it, in tree order."""
         yield self
         for child in self.children:
             yield from child.all()
@@ -101,7 +101,7 @@ class Accessibility:
         )
 
     def extents(self, node: Node) -> Rect:
-        """Where it is on the screen, in pixels."""
+        """Its frame on the screen, in pixels."""
         name, path = node.place
         on_the_screen = GLib.Variant("(u)", (0,))
         reply = self.bus.call_sync(
@@ -110,7 +110,7 @@ class Accessibility:
         return Rect(*reply.unpack()[0])
 
     def tree(self, process_id: int) -> Node | None:
-        """That process's widgets; None where it is not on the bus, or changed while it was read."""
+        """The widgets of that process. None if it is not on the bus, or changed during the reading."""
         try:
             for application in self._call(REGISTRY, ACCESSIBLE, "GetChildren")[0]:
                 if self._process(application[0]) == process_id:
@@ -120,7 +120,7 @@ class Accessibility:
         return None
 
     def until_tree(self, process_id: int, condition, what: str, seconds: float = PATIENCE) -> Node:
-        """The tree for which the condition holds."""
+        """The tree, as soon as the condition holds for it."""
         def fitting() -> Node | None:
             tree = self.tree(process_id)
             return tree if tree and condition(tree) else None

@@ -1,4 +1,4 @@
-"""The applications whose windows are moved, chosen for how they differ."""
+"""The applications whose windows the tests move. Each differs from the others in its window."""
 
 import sys
 from dataclasses import dataclass, field
@@ -15,11 +15,11 @@ class Application:
     package: str
     command: tuple[str, ...]
     environment: dict[str, str] = field(default_factory=dict)
-    # It decorates itself, and draws a shadow around itself where the window manager composites.
+    # Draws its own decoration, and its own shadow if the window manager composites.
     draws_shadow: bool = False
-    # Its window has a size and keeps it.
+    # Its window has a fixed size.
     fixed_size: bool = False
-    # It counts its size in rows and columns.
+    # Its size is in rows and columns.
     has_increments: bool = False
 
 
@@ -40,7 +40,7 @@ APPLICATIONS = {
 
 
 def own_window(*wishes: str) -> Application:
-    """A window of ours with these manners."""
+    """Our own test window with these options."""
     return Application("own", "", (sys.executable, OWN_WINDOW, *wishes))
 
 

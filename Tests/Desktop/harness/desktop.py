@@ -1,4 +1,4 @@
-"""A whole desktop of one test, put together and taken apart again."""
+"""A whole desktop for one test: started, used, and ended again."""
 
 import os
 import signal
@@ -42,7 +42,7 @@ class Desktop:
             self.server = server(self.session)
             self.session.enter_display(self.server.display)
             self.windows = Windows(self.server.display)
-            # Whatever the machine's own keyboard is; the numbering of keys is that of desktops.
+            # Independent of the machine's own keyboard: the key codes are those of desktops.
             self.session.run(["setxkbmap", "-rules", "evdev", "-model", "pc105", "-layout", "us", "-option", ""])
             self.keyboard = Keyboard(self.server.display)
         except BaseException:
@@ -55,7 +55,7 @@ class Desktop:
     # Window manager
 
     def start_window_manager(self, name: str, keys_free: bool = True, *options: str) -> None:
-        """Starts it and waits until it has settled: all that it publishes at the start is there, and it answers."""
+        """Starts it and waits until it has settled: it has published its initial properties, and it answers."""
         manager = WINDOW_MANAGERS[name]
         require(manager.program, manager.package)
         if keys_free and manager.free_keys:
@@ -78,7 +78,7 @@ class Desktop:
             return not manager.composites or windows.composited()
 
         until(manages, f"{manager.name} to manage the screen", seconds)
-        # Some window managers announce themselves before they listen, and lose what is asked in between.
+        # Some window managers announce themselves before they listen, and lose requests in between.
         until(lambda: windows.answers(0.1), f"{manager.name} to answer", seconds)
         if manager.bar:
             until_equal(windows.work_area, self.visible_frame(), f"work area above {manager.name}'s bar")
@@ -88,11 +88,11 @@ class Desktop:
         self.manager = self.manager_process = None
 
     def replace_window_manager(self, name: str) -> None:
-        """Lets another window manager take the screen over from the present one, which ends."""
+        """Lets another window manager replace the present one, which ends."""
         former = self.manager_process
         self.start_window_manager(name, True, "--replace")
         until(lambda: former.poll() is not None, "the replaced window manager to end")
-        # The former window manager may have given the answers so far.
+        # The replies so far may be those of the former window manager.
         self.until_settled()
 
     # Applications
@@ -105,7 +105,7 @@ class Desktop:
         return RunningApplication(application, process, 0)
 
     def wait_for(self, running: RunningApplication, seconds: float = STARTING) -> int:
-        """Waits until the window is managed and its place no longer changes; gives the window."""
+        """Waits until the window is managed and its position no longer changes. Returns the window."""
         windows, process = self.windows, running.process
 
         def appeared():
@@ -134,7 +134,7 @@ class Desktop:
     def adopt(self, running: RunningApplication) -> None:
         """Waits until a newly started window manager has taken over a decorated window, and gives it the focus.
 
-        Properties of a former window manager may still be there, so they do not count.
+        A former window manager's properties may still be there, so they do not count.
         """
         until(lambda: self.windows.is_decorated(running.window), f"{self.manager.name} to decorate the window")
         self.wait_for(running)
@@ -153,12 +153,12 @@ class Desktop:
         return product
 
     def press(self, product: Product, action: str) -> None:
-        """Presses an action's shortcut and waits until program and window manager have dealt with it."""
+        """Presses an action's shortcut and waits until program and window manager have handled it."""
         self.keyboard.press(action)
         product.until_at_rest()
         self.windows.fence()
 
-    # What there is room for
+    # Visible areas
 
     def visible_frame(self) -> Rect:
         """The single screen without the window manager's bar."""
@@ -196,14 +196,14 @@ class Desktop:
             print(f"--- picture: {path}", file=sys.stderr)
 
     def close(self) -> None:
-        """Ends everything that runs; nothing is left behind."""
+        """Ends everything that runs."""
         for product in self.products:
             product.close()
         for connection in (self.windows, self.keyboard):
             try:
                 connection.close()
             except ConnectionClosedError:
-                # The server went first, as some tests want it.
+                # Some tests end the server first.
                 pass
         self.session.close()
         self.server.clear_away()

@@ -1,4 +1,4 @@
-"""How a user takes Control+Alt+arrows and Control+Alt+D away from each window manager: in its own configuration."""
+"""How a user removes Control+Alt+arrows and Control+Alt+D from each window manager's own configuration."""
 
 import re
 from pathlib import Path
@@ -18,7 +18,7 @@ def openbox(session: Session) -> None:
 
 
 def xfwm4(session: Session) -> None:
-    """A shortcut list of the user's own, which replaces the system's: the same without ours."""
+    """A user's own shortcut list, which replaces the system's: a copy without our keys."""
     system = ElementTree.parse("/etc/xdg/xfce4/xfconf/xfce-perchannel-xml/xfce4-keyboard-shortcuts.xml").getroot()
     defaults = system.find("property[@name='xfwm4']/property[@name='default']")
     assert defaults is not None
@@ -37,7 +37,7 @@ def xfwm4(session: Session) -> None:
 
 
 def add_settings(session: Session, group: str, **entries: str) -> None:
-    """Sets keys of one group of the desktop's settings, beside those that are set already."""
+    """Sets keys of one group of the desktop's settings and keeps the others."""
     text = "\n".join([f"[{group}]", *(f"{name.replace('_', '-')}={value}" for name, value in entries.items())]) + "\n"
     file = session.home / KEYFILE
     present = file.read_text() if file.exists() else ""

@@ -1,7 +1,7 @@
-"""A headless GNOME Shell of one test, as a user's session has it: the shell runs without its unsafe mode.
+"""A headless GNOME Shell for one test, as in a user's session: without the shell's unsafe mode.
 
-What the tests know of windows comes from a small extension of their own in the shell (gnome_eyes); keys and pointer are
-Mutter's remote desktop, which goes the way of real devices.
+The tests read windows through a small extension of their own in the shell (gnome_eyes). Keys and pointer come from
+Mutter's remote desktop, whose events take the path of real devices.
 """
 
 import json
@@ -29,7 +29,7 @@ MONITORS = (Rect(0, 0, 1600, 900), Rect(1600, 0, 1280, 1024))
 TOP_BAR = 32
 SHELL = ("org.gnome.Shell", "/org/gnome/Shell")
 
-# Keys as the kernel numbers them (linux/input-event-codes.h).
+# Key codes of the kernel (linux/input-event-codes.h).
 KEYS = {
     "Control": 29, "Alt": 56, "Left": 105, "Right": 106, "Up": 103, "Down": 108, "C": 46, "D": 32, "Escape": 1,
     "P": 25, "N": 49, "O": 24, "Q": 16, "W": 17, "Shift": 42, "Super": 125,
@@ -65,13 +65,13 @@ class Bus:
 
 
 class Hands:
-    """Keys and pointer of a person who sits elsewhere."""
+    """Keys and pointer of a remote desktop session."""
 
     def __init__(self, bus: Bus, pointer):
         self.bus, self.pointer = bus, pointer
         (self.path,) = self._call("/org/gnome/Mutter/RemoteDesktop", "CreateSession")
         self._session("Start")
-        # The seat gets its keyboard with the first key; programs know of none before, and do not hear that one.
+        # The seat gets its keyboard with the first key. Programs know of no keyboard before, and miss that key.
         self.chord("Control")
 
     def _call(self, path: str, method: str, types: str = "()", *values):
@@ -111,7 +111,7 @@ class Hands:
 
 
 class Gnome:
-    """A context manager; see Desktop, which is the same on an X server."""
+    """A context manager, the counterpart of Desktop on an X server."""
     monitors = MONITORS
 
     def __init__(self, program: Path, name: str, keys_free: bool = True, extension: str = "enabled"):
@@ -142,7 +142,7 @@ class Gnome:
         environment |= {
             "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "GNOME", "XDG_SESSION_DESKTOP": "gnome",
             "WAYLAND_DISPLAY": "wayland-tessel",
-            # Qt 6.11 complains in a session without a portal, and this is one.
+            # Qt 6.11 logs a warning in a session without a portal, and this session has none.
             "QT_LOGGING_RULES": "qt.qpa.services.warning=false;qt.qpa.theme.gnome.warning=false",
             "DBUS_SESSION_BUS_ADDRESS": f"unix:path={session.runtime}/bus",
         }
@@ -157,7 +157,7 @@ class Gnome:
         enabled = [EYES] if extension in ("absent", "off") else [EYES, EXTENSION]
         self.change_setting("org.gnome.shell", "enabled-extensions", str(enabled))
         self.change_setting("org.gnome.shell", "welcome-dialog-last-shown-version", "'99'")
-        # The hand leaps out of a corner, in which GNOME 51 takes it for somebody who wants the overview.
+        # The pointer leaves a corner, in which GNOME 51 would open the overview.
         for key in ("enable-animations", "enable-hot-corners"):
             self.change_setting("org.gnome.desktop.interface", key, "false")
         if keys_free:
@@ -171,7 +171,7 @@ class Gnome:
         return self.session.home / ".local/share/gnome-shell/extensions" / extension
 
     def change_setting(self, schema: str, key: str, value: str) -> None:
-        """Changes a setting as its user would."""
+        """Changes a setting as its user does."""
         self.session.run(["gsettings", "set", schema, key, value])
 
     def start_shell(self) -> None:
@@ -198,11 +198,11 @@ class Gnome:
         self.hands = None
 
     def switch_extension(self, is_on: bool) -> None:
-        """As the Extensions application does."""
+        """Enables or disables an extension as the Extensions application does."""
         method = "EnableExtension" if is_on else "DisableExtension"
         assert self.bus.call(*SHELL, "org.gnome.Shell.Extensions", method, "(s)", EXTENSION) == (True,)
 
-    # What the shell knows
+    # The shell's state
 
     def see(self, expression: str):
         (answer,) = self.bus.call(
@@ -231,13 +231,13 @@ class Gnome:
         until_equal(self.focused, window, "the focused window")
 
     def place(self, window: int, rect: Rect) -> Rect:
-        """Puts a window there as a person would with the mouse; gives where it has come to rest."""
-        # The shell takes a window with size steps for one whose corner is dragged, unless it is moved by itself.
+        """Puts a window there as a person does with the mouse. Returns the frame at which it has come to rest."""
+        # The shell treats a window with size steps as one whose corner is dragged, unless it is moved separately.
         ask = (f"(w => {{ w.unmaximize(Meta.MaximizeFlags.BOTH); w.move_frame(true, {rect.x}, {rect.y}); "
                f"w.move_resize_frame(true, {rect.x}, {rect.y}, {rect.width}, {rect.height}); }})(one({window}))")
 
         def is_there() -> bool:
-            # A program that answers an earlier request late takes the window back.
+            # A program that handles an earlier request late resizes the window back.
             if self.frame(window)[:2] != rect[:2]:
                 self.see(ask)
             return self.frame(window)[:2] == rect[:2]
@@ -247,7 +247,7 @@ class Gnome:
         return self.at_rest(window)
 
     def at_rest(self, window: int) -> Rect:
-        """The frame, once the shell has shown it unchanged for some frames."""
+        """The frame, after the shell has shown it unchanged for some frames."""
         seen: list[Rect] = []
 
         def steady() -> bool:
@@ -261,7 +261,7 @@ class Gnome:
         until_equal(lambda: self.frame(window), frame, what, seconds)
 
     def is_bound(self, *keys: str) -> bool:
-        """Whether somebody holds the combination: nobody else can take it then."""
+        """Whether another client holds the combination: then nobody else can take it."""
         modifiers = "".join(f"<{key}>" for key in keys[:-1])
         return self.see(
             f"(action => {{ if (action) global.display.ungrab_accelerator(action); return !action; }})"
@@ -269,7 +269,7 @@ class Gnome:
         )
 
     def sizes_of_steps(self, window: int):
-        """Frame size asked for to frame size taken, for an X11 window that counts its size in rows and columns."""
+        """Maps a requested frame size to the resulting one, for an X11 window whose size is in rows and columns."""
         environment = {**self.session.environment, **self.x11_environment()}
         tree = self.session.processes.run(["xwininfo", "-root", "-tree"], environment)
         (xid,) = re.findall(r"(0x[0-9a-f]+) .*XTerm", tree)
@@ -291,7 +291,7 @@ class Gnome:
         return rounded_down
 
     def time_to_repeat(self) -> float:
-        """How long a key is held until the shell has repeated it, in seconds: tried with one that is the tests' own."""
+        """Seconds that a key must be held until the shell repeats it, measured with a key of the tests' own."""
         self.see("globalThis.repeats = {count: 0, action: global.display.grab_accelerator('<Control><Alt>p', 0)}, "
                  "Main.wm.allowKeybinding(Meta.external_binding_name_for_action(repeats.action), -1), "
                  "repeats.signal = global.display.connect('accelerator-activated', "
@@ -305,7 +305,7 @@ class Gnome:
         return took
 
     def has_item(self) -> bool:
-        """Whether it is there and has its place."""
+        """Whether it is shown at its position."""
         return self.see("(item => item?.mapped && item.has_allocation())(Main.panel.statusArea.tessel)")
 
     def item_frame(self) -> Rect:
@@ -318,22 +318,22 @@ class Gnome:
     # Applications and the program
 
     def x11_environment(self) -> dict[str, str]:
-        """What X11 programs need here."""
+        """The environment that X11 programs need here."""
         return {name: self.see(f"GLib.getenv('{name}')") for name in ("DISPLAY", "XAUTHORITY")}
 
     def status(self) -> dict:
-        """What the program says when it is asked."""
+        """The program's answer to a command."""
         return json.loads(self.session.run([str(self.program), "--status", "--json"]))
 
     def taken(self) -> set[str]:
-        """The actions whose keys somebody else has, as the program says."""
+        """The actions whose keys another program holds, by the program's own report."""
         return {shortcut["action"] for shortcut in self.status()["shortcuts"] if shortcut["state"] == "taken"}
 
     def setting(self, schema: str, key: str) -> str:
         return self.session.run(["gsettings", "get", schema, key])
 
     def open(self, command: list[str], log: str, extra: dict[str, str] | None = None):
-        """Starts an application; gives its process and its window, which has the focus."""
+        """Starts an application. Returns its process and its window, which has the focus."""
         process = self.session.start(command, log, extra)
 
         def appeared():
@@ -368,7 +368,7 @@ class Gnome:
             self.close()
 
     def _check_log(self) -> None:
-        """The shell has found nothing wrong with the extension."""
+        """Checks that the shell has logged no fault of the extension."""
         log = (self.session.logs / "gnome-shell.log").read_text(errors="replace")
         complaints = [line for line in log.splitlines() if "JS ERROR" in line or EXTENSION in line]
         assert not complaints, "\n".join(complaints)

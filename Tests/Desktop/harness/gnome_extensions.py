@@ -1,17 +1,17 @@
-"""Extensions of GNOME Shell, which reads scripts before version 45 and modules since."""
+"""Extensions of GNOME Shell, which loads scripts before version 45 and modules since."""
 
 import json
 import re
 import shutil
 from pathlib import Path
 
-# The tests' own.
+# The tests' own extension.
 EYES = "eyes@example.org"
 SOURCES = Path(__file__).resolve().parent / "gnome_eyes"
 
 
 def form_of(version: str) -> str:
-    """The form that a shell reads, by what it says of its version."""
+    """The form that a shell loads, by its version."""
     return "legacy" if int(re.search(r"GNOME Shell (\d+)", version)[1]) < 45 else "esm"
 
 
@@ -27,7 +27,8 @@ def install_eyes(folder: Path, form: str) -> None:
 
 
 def put_extension(source: Path, place: Path, how: str) -> None:
-    """The program's own, into the home: "absent", "linked" as its developer has it, "outdated", or as it is."""
+    """Puts the program's extension into the home: "absent", "linked" as its developer has it, "outdated", or
+    current."""
     if how == "linked":
         place.symlink_to(source)
     elif how != "absent":

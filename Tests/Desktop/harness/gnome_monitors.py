@@ -1,4 +1,4 @@
-"""The monitors of GNOME Shell, arranged as its settings do."""
+"""The monitors of GNOME Shell, arranged in the way its settings do."""
 
 from typing import NamedTuple
 
@@ -7,33 +7,34 @@ from .rect import Rect
 from .waiting import until_equal
 
 DISPLAY_CONFIG = ("org.gnome.Mutter.DisplayConfig", "/org/gnome/Mutter/DisplayConfig", "org.gnome.Mutter.DisplayConfig")
-# For as long as the shell runs, without asking whether to keep it.
+# Temporary configuration: until the shell ends, without a question to keep it.
 TEMPORARY = 1
 UPRIGHT = 0
 
 
 class ScalableGnome(Gnome):
-    """Its monitors may have any scale. They are large enough for two: the shell allows none that leaves little room."""
+    """Monitors with any scale. They are large enough for two: the shell refuses a scale that leaves little room."""
 
     monitors = (Rect(0, 0, 2400, 1350), Rect(2400, 0, 2240, 1200))
 
     def _prepare(self, keys_free: bool, extension: str) -> None:
         super()._prepare(keys_free, extension)
-        # Without it GNOME 43 and 48 offer whole scales only, and one for all monitors; 51 knows no such choice.
+        # Without it GNOME 43 and 48 offer whole scales only, and one for all monitors; 51 has no such setting.
         schema, key, feature = "org.gnome.mutter", "experimental-features", "scale-monitor-framebuffer"
         if key in self.session.run(["gsettings", "list-keys", schema]).split():
             self.change_setting(schema, key, f"['{feature}']")
 
 
 class Monitor(NamedTuple):
-    """One that is plugged in: its number in the order of the virtual monitors, and the scale that it is to have."""
+    """A connected monitor: its number in the order of the virtual monitors, and its wanted scale."""
 
     number: int
     scale: float = 1.0
 
 
 def arrange(desktop: Gnome, *wanted: Monitor) -> list[Rect]:
-    """Leaves these monitors, side by side, the first of them primary; gives their frames once the shell shows them so.
+    """Leaves these monitors, side by side, the first of them primary. Returns their frames once the shell shows them
+    so.
 
     The shell rounds a scale to one that leaves whole points.
     """
@@ -41,7 +42,7 @@ def arrange(desktop: Gnome, *wanted: Monitor) -> list[Rect]:
     logical, frames, left = [], [], 0
     for each in wanted:
         (connector, *_), modes, _ = sorted(plugged)[each.number]
-        # One that is left out at the moment has no current mode.
+        # A disabled monitor has no current mode.
         mode, width, height, _, _, scales, _ = max(modes, key=lambda offered: offered[6].get("is-preferred", False))
         scale = min(scales, key=lambda offered: abs(offered - each.scale))
         assert abs(scale - each.scale) < 0.01, f"{connector} may be scaled by {scales} only"

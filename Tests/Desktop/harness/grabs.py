@@ -10,7 +10,7 @@ LOCKS = (0, X.LockMask, X.Mod2Mask, X.LockMask | X.Mod2Mask)
 
 
 def held_by_others(name: str) -> dict[str, set[int]]:
-    """The actions whose shortcut another client holds, each with the combinations of lock keys it holds it under."""
+    """The actions whose shortcut another client holds, each with the combinations of lock keys of its grabs."""
     connection = display.Display(name)
     root = connection.screen().root
     held: dict[str, set[int]] = {}

@@ -26,9 +26,9 @@ def told_holders(session: Session, program: Path, prefix=()) -> dict[str, tuple[
 
 
 def until_holders(session: Session, program: Path, wanted: dict[str, tuple[str, str]], prefix=()) -> None:
-    """Waits until the program says this and nothing else; it finds out on its own time.
+    """Waits until the program reports exactly this; it finds holders in its own time.
 
-    `prefix`: what starts the program that asks.
+    `prefix`: the command that runs the asking program.
     """
     until(lambda: told_holders(session, program, prefix) == wanted, f"the holders {wanted}",
           saw=lambda: told_holders(session, program, prefix))

@@ -1,4 +1,4 @@
-"""A program that gives its windows and the root window whatever it likes, over a connection of its own."""
+"""A client that sets any properties on its windows and the root window, over a connection of its own."""
 
 from Xlib import X, Xutil, display
 
@@ -11,7 +11,7 @@ CHUNK = 200_000
 class HostileClient:
     def __init__(self, name: str):
         self.connection = display.Display(name)
-        # Windows go when they like; requests for them fail, and that is nobody's business.
+        # Windows may vanish at any time, so failed requests for them are no fault.
         self.connection.set_error_handler(lambda *_: None)
         self.root = self.connection.screen().root
 
@@ -22,11 +22,11 @@ class HostileClient:
         return self.connection.create_resource_object("window", identifier)
 
     def open(self, class_name: str | None = None, place=(240, 180, 420, 300)):
-        """A window that is mapped when the server gets to it."""
+        """A window that is mapped as soon as the server handles the request."""
         window = self.root.create_window(*place, 0, X.CopyFromParent)
-        # To look for a free place among thousands takes window managers long.
+        # Without a position of its own: window managers take long to find a free place among thousands.
         window.set_wm_normal_hints(flags=Xutil.USPosition)
-        # Nor is it of interest how long they take to pass the focus on.
+        # The time that they take to pass the focus on does not matter either.
         window.set_wm_hints(flags=Xutil.InputHint, input=0)
         if class_name is not None:
             window.set_wm_class(class_name.lower(), class_name)
@@ -35,13 +35,13 @@ class HostileClient:
         return window
 
     def put(self, window, name: str, kind: str, width: int, value: bytes | list[int]) -> None:
-        """Gives a window a property of that type, in items of that many bits."""
+        """Sets a property of a window, of that type, in items of that many bits."""
         atom, kind = self.connection.intern_atom(name), self.connection.intern_atom(kind)
         window.change_property(atom, kind, width, value)
         self.connection.sync()
 
     def put_endless(self, window, name: str, mebibytes: int) -> int:
-        """Gives a window as long a text as the server takes; gives its length."""
+        """Sets the longest text that the server accepts as a property. Returns its length."""
         atom, kind = self.connection.intern_atom(name), self.connection.intern_atom("STRING")
         chunk = b"x" * CHUNK
         window.change_property(atom, kind, 8, b"")

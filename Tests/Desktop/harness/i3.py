@@ -1,4 +1,4 @@
-"""An X11 desktop with i3: its own language to arrange things, the server's windows to see what became of them."""
+"""An X11 desktop with i3. The harness arranges windows over i3's IPC and reads the results from the X server."""
 
 from pathlib import Path
 from typing import Any, NamedTuple
@@ -30,7 +30,7 @@ bar {
 
 
 class Node(NamedTuple):
-    """A window's properties in i3, beside its place."""
+    """A window's properties in i3, apart from its frame."""
 
     floating: bool
     border: str
@@ -40,7 +40,7 @@ class Node(NamedTuple):
 
 
 class I3Windows(Windows):
-    """i3 does not report the width of its borders; a person sees the window that i3 put around the client's."""
+    """i3 does not report the width of its borders; the visible frame is that of i3's window around the client's."""
 
     def frame(self, identifier: int) -> Rect:
         window = self.window(identifier)
@@ -70,11 +70,11 @@ class I3Desktop(Desktop):
     # The window manager
 
     def configure(self, text: str) -> None:
-        """Gives i3 this configuration beside what every test needs; it is read at the next start or reload."""
+        """Gives i3 this configuration in addition to the tests' own; the next start or reload reads it."""
         self.session.configure(".config/i3/config", CONFIGURATION + self.bar + text)
 
     def line_of(self, end: str) -> int:
-        """The number of the line of i3's configuration that ends so."""
+        """The number of the line of i3's configuration that ends in this text."""
         lines = (self.session.home / ".config/i3/config").read_text().splitlines()
         (number,) = [number for number, line in enumerate(lines, start=1) if line.endswith(end)]
         return number
@@ -95,7 +95,7 @@ class I3Desktop(Desktop):
         super().stop_window_manager(*arguments)
 
     def connect(self) -> None:
-        """Connects to the i3 that runs now, once it listens and its bars are there."""
+        """Connects to the current i3 once it listens and its bars are there."""
         def listens() -> bool:
             self.disconnect()
             value = self.windows.root.get_full_property(self.windows.atom("I3_SOCKET_PATH"), X.AnyPropertyType)
@@ -114,8 +114,8 @@ class I3Desktop(Desktop):
         self.connection = None
 
     def restart_in_place(self) -> None:
-        """As `i3-msg restart` does: the same process, the same windows, everything else anew."""
-        # Gone with the former i3.
+        """Like `i3-msg restart`: the same process and windows, everything else new."""
+        # The bars of the former i3 are gone.
         check = self.windows.cardinals(self.windows.root, "_NET_SUPPORTING_WM_CHECK")[0]
         self.connection.ask_only(RUN_COMMAND, "restart")
 
@@ -131,7 +131,7 @@ class I3Desktop(Desktop):
         self.connect()
 
     def reload(self) -> None:
-        """Has the configuration read again; i3's bars make their windows anew then."""
+        """Makes i3 reload the configuration; its bars then create their windows again."""
         before = set(self._bars())
         self.command("reload")
         until(lambda: self._has_bars() and before.isdisjoint(self._bars()), "the bars to be there again", 15.0)
@@ -150,13 +150,13 @@ class I3Desktop(Desktop):
         return self.connection.ask(GET_TREE)
 
     def marks(self) -> list[str]:
-        """Those that bindings of a test set."""
+        """The marks that a test's bindings set."""
         return self.connection.ask(GET_MARKS)
 
     # Outputs and windows
 
     def _outputs(self) -> list[tuple[Rect, Rect]]:
-        """Each output with the room that bars and docks leave of it."""
+        """Each output with the area that bars and docks leave free."""
         found = []
         for node in self.tree()["nodes"]:
             if node["name"] != "__i3":
@@ -169,7 +169,7 @@ class I3Desktop(Desktop):
         return self._outputs()[output][1]
 
     def put_dock(self, monitor: Rect, thickness: int) -> Rect:
-        """Puts a panel at a monitor's lower edge and gives what it leaves of the monitor. i3 lists no docks."""
+        """Puts a panel at a monitor's lower edge. Returns the free area of the monitor. i3 lists no docks."""
         screen = self.windows.root.get_geometry()
         bottom = monitor.y + monitor.height
         before = self._outputs()
@@ -182,11 +182,11 @@ class I3Desktop(Desktop):
         return monitor._replace(height=monitor.height - thickness)
 
     def bar_height(self) -> int:
-        """Of i3's own bars, as the server shows them."""
+        """The frames of i3's own bars, from the server."""
         return self.windows.frame(self._bar()).height
 
     def bar_items(self) -> int:
-        """How many programs' items are in i3's own bar."""
+        """The number of programs' items in i3's own bar."""
         return len(self.windows.window(self._bar()).query_tree().children)
 
     def _bar(self) -> int:
@@ -206,7 +206,7 @@ class I3Desktop(Desktop):
         raise AssertionError(f"i3 has no window {window:#x}")
 
     def place(self, window: int, frame: Rect) -> None:
-        """Takes a window out of the layout and puts it there, as a person might, and gives it the focus."""
+        """Takes a window out of the layout, moves it there and gives it the focus, as a person might."""
         self.command(
             f"[id={window}] floating enable, resize set width {frame.width} px height {frame.height} px,"
             f" move absolute position {frame.x} px {frame.y} px, focus"

@@ -1,12 +1,12 @@
-"""A person at the keyboard: keys that the X server itself presses and releases, so that every grab sees them.
+"""A person's keyboard: the X server itself presses and releases the keys, so that every grab sees them.
 
-Keys are named by their place on the keyboard, not by what the layout makes of them.
+Keys are named by their position on the keyboard, not by the symbol that the layout gives them.
 """
 
 from Xlib import X, display
 from Xlib.ext import xtest
 
-# Places of a PC keyboard as the evdev keycodes number them.
+# Positions of a PC keyboard as evdev keycodes.
 PLACES = {
     "Control": 37,
     "Alt": 64,
@@ -37,7 +37,7 @@ PLACES = {
     "F12": 96,
 }
 
-# The last key of each action's shortcut; Control and Alt come before it.
+# The last key of each action's shortcut, after Control and Alt.
 SHORTCUTS = {
     "leftHalf": "Left",
     "rightHalf": "Right",
@@ -62,7 +62,7 @@ class Keyboard:
         xtest.fake_input(self.connection, kind, PLACES[key])
 
     def press(self, action: str) -> None:
-        """Presses and releases an action's shortcut; when it returns, its events are with those that wait for them."""
+        """Presses and releases an action's shortcut. On return, its events have reached the clients' sockets."""
         self.chord("Control", "Alt", SHORTCUTS[action])
 
     def chord(self, *keys: str) -> None:
@@ -80,7 +80,8 @@ class Keyboard:
         self.delivered()
 
     def delivered(self) -> None:
-        """Returns once all clients have their events: the server writes what it has for them before it reads on."""
+        """Returns after all clients have their events: the server writes pending events before it reads further
+        requests."""
         self.connection.sync()
         self.connection.sync()
 

@@ -1,4 +1,4 @@
-"""KWin on Wayland without a screen: its session, a keyboard that it takes for real, and eyes of our own in it."""
+"""KWin on Wayland without a screen: its session, a keyboard that KWin treats as real, and our own script in KWin."""
 
 import json
 import os
@@ -22,7 +22,7 @@ WIDTH, HEIGHT = 1600, 900
 # The two screens stand side by side.
 SCREENS = (Rect(0, 0, WIDTH, HEIGHT), Rect(WIDTH, 0, WIDTH, HEIGHT))
 
-# The keys by their places, as evdev numbers them.
+# Keys by position, as evdev numbers them.
 KEYS = {
     "Control": 29, "Alt": 56, "Left": 105, "Right": 106, "Up": 103, "Down": 108, "C": 46, "D": 32, "Escape": 1,
     "CapsLock": 58, "NumLock": 69, "N": 49, "Shift": 42,
@@ -34,8 +34,8 @@ SHORTCUTS = {
 
 KWIN = ("org.kde.KWin", "/Scripting", "org.kde.kwin.Scripting")
 ACCEL = ("org.kde.kglobalaccel", "/kglobalaccel", "org.kde.KGlobalAccel")
-# What the session's programs are told and KWin is not: where it is itself, and that there is a whole Plasma. Without one
-# Qt 6 has a theme of its own for it, with which KWin 6 crashes.
+# Variables for the session's programs, not for KWin: KWin's own display, and the mark of a whole Plasma session. That
+# mark makes Qt 6 use a theme of its own where Plasma is missing, and KWin 6 crashes with that theme.
 NOT_OF_KWIN = ("WAYLAND_DISPLAY", "DISPLAY", "QT_QPA_PLATFORM", "KDE_FULL_SESSION")
 COMPONENT = "org.corvid.Tessel"
 OUR_SCRIPT = "org.corvid.Tessel"
@@ -44,7 +44,7 @@ EYES_NAME = "org.example.TesselEyes"
 EYES = Gio and Gio.DBusNodeInfo.new_for_xml(
     f"<node><interface name='{EYES_NAME}'><method name='Saw'><arg type='s' direction='in'/></method></interface></node>"
 )
-# Run in KWin each time that something is to be seen, independently of the program's own script.
+# KWin runs this for each reading of its windows, independently of the program's own script.
 LOOK = """
 const six = typeof workspace.windowList === "function";
 const windows = six ? workspace.windowList() : workspace.clientList();
@@ -76,7 +76,7 @@ class SeenWindow:
     y: float
     width: float
     height: float
-    # With its frame, except in KWin 5, which does not report its width.
+    # With its frame, except in KWin 5, which does not report the frame's width.
     smallest: list[float]
     is_active: bool
     is_above: bool
@@ -92,7 +92,7 @@ class SeenWindow:
 
 
 class Bus:
-    """The session's message bus, as somebody else on it."""
+    """Another client of the session's message bus."""
 
     def __init__(self, address: str):
         flags = Gio.DBusConnectionFlags
@@ -114,7 +114,7 @@ class Bus:
 
 
 class Eyes:
-    """Sees what KWin has, by scripts that it runs for us."""
+    """Reads KWin's state through scripts that KWin runs for the tests."""
 
     def __init__(self, bus: Bus, folder: Path):
         self.bus = bus
@@ -134,7 +134,7 @@ class Eyes:
         self.bus.call(KWIN, "start")
 
     def look(self, first: str = "") -> dict:
-        """The windows, after KWin has run `first` as a script."""
+        """The windows, after KWin has run the script `first`."""
         self.count += 1
         name = f"look-{self.count}"
         file = self.folder / f"{name}.js"
@@ -169,7 +169,7 @@ class Eyes:
         return next((each.id for each in self.windows() if each.is_active), None)
 
     def place(self, window: str, frame: Rect, settles=lambda size: size, leeway: int = 0) -> None:
-        """Puts a window there as its user might, and waits until it is, with the size that it settles on."""
+        """Moves a window there as its user might, and waits until it has settled on a size."""
         self.windows(
             f'find("{window}").setMaximize(false, false);'
             f' find("{window}").frameGeometry = {{x: {frame.x}, y: {frame.y}, width: {frame.width},'
@@ -185,7 +185,7 @@ class Eyes:
 
 
 class FakeKeyboard:
-    """Keys that KWin itself takes for pressed."""
+    """Keys that KWin accepts as pressed."""
 
     def __init__(self, session: Session):
         self.session = session
@@ -232,7 +232,7 @@ class Client:
 
 
 class KWinDesktop:
-    """A session of KWin with two screens; applications and the program under test are started by the test."""
+    """A KWin session with two screens. The test starts applications and the program under test."""
 
     def __init__(self, program: Path, layout: str = "us", has_keyboard: bool = True):
         if Gio is None:
@@ -283,7 +283,7 @@ class KWinDesktop:
         script.chmod(0o755)
         environment = {name: value for name, value in self.session.environment.items()
                        if name not in NOT_OF_KWIN}
-        # KWin takes keys from a client only where its check of the client is off.
+        # KWin accepts keys from a client only if its check of the client is off.
         environment["KWIN_WAYLAND_NO_PERMISSION_CHECKS"] = "1"
         self.kwin = self.session.processes.start(
             [str(binary), "--virtual", "--width", str(WIDTH), "--height", str(HEIGHT), "--output-count", "2",
@@ -303,7 +303,7 @@ class KWinDesktop:
         self.kwin = None
 
     def renew_keyboard(self) -> None:
-        """After another KWin was started."""
+        """Reconnects after another KWin was started."""
         self.keyboard = FakeKeyboard(self.session)
 
     # Applications
@@ -342,7 +342,7 @@ class KWinDesktop:
         return product
 
     def press(self, product: Product, action: str) -> None:
-        """Presses an action's shortcut; returns when program and KWin have dealt with it."""
+        """Presses an action's shortcut. Returns when program and KWin have handled it."""
         self.keyboard.press(action)
         self.eyes.look()
         product.until_at_rest()
@@ -351,7 +351,7 @@ class KWinDesktop:
         until_equal(lambda: self.eyes.frame(window), frame, what, seconds)
 
     def held_keys(self) -> list[str]:
-        """The actions of the program that have a key, as KGlobalAccel lists them."""
+        """The program's actions that have a key, as KGlobalAccel lists them."""
         try:
             place = ("org.kde.kglobalaccel", "/component/org_corvid_Tessel", "org.kde.kglobalaccel.Component")
             infos = self.bus.call(place, "allShortcutInfos")[0]
@@ -392,7 +392,7 @@ class KWinDesktop:
             self._close_session()
 
     def _close_session(self) -> None:
-        # Asked politely, it takes its X server and their files along.
+        # After a normal end request it removes its X server and their files.
         if self.kwin is not None and self.kwin.poll() is None:
             self.stop_kwin()
         self.session.close()

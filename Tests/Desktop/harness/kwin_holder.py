@@ -1,4 +1,4 @@
-"""Another program that holds keys in KGlobalAccel, and what the system's settings do with keys."""
+"""Another program that holds keys in KGlobalAccel, and the key changes of the system's settings."""
 
 from .kwin import ACCEL, Gio, GLib, KWinDesktop
 from .waiting import until
@@ -6,7 +6,7 @@ from .waiting import until
 CONTROL_ALT = 0x0C000000
 LEFT, C, N = CONTROL_ALT | 0x01000012, CONTROL_ALT | ord("C"), CONTROL_ALT | ord("N")
 COMPONENT_INTERFACE = "org.kde.kglobalaccel.Component"
-# In use, and the keys given here count.
+# Flags of KGlobalAccel: the action is active, and the keys given here apply.
 REGISTER = 6
 
 
@@ -15,7 +15,7 @@ def sequences(*keys: int) -> list:
 
 
 class KeyHolder:
-    """One action of another program: the keys that it has, and the presses that it was told of."""
+    """One action of another program: its keys, and the presses that were reported to it."""
 
     def __init__(self, desktop: KWinDesktop, action: str, *keys: int, program: str = "org.example.Other"):
         self.desktop = desktop
@@ -37,12 +37,12 @@ class KeyHolder:
         assert sorted(granted) == sorted(sequences(*keys)), f"{self.name} got {granted}"
 
     def begin_again(self) -> None:
-        """As the program does that is started anew: it takes what the settings have for it."""
+        """Registers like a newly started program: it takes the keys that the settings have for it."""
         self.desktop.bus.call(ACCEL, "doRegister", "(as)", self.name)
         self.desktop.bus.call(ACCEL, "setShortcutKeys", "(asa(ai)u)", self.name, [], 2)
 
     def set_in_settings(self, *keys: int) -> None:
-        """As the system's settings do it: each key is taken from whoever has it before."""
+        """Changes keys as the system's settings do: each key is first taken from its present holder."""
         for key in keys:
             owner = self.desktop.bus.call(ACCEL, "actionList", "((ai))", ([key, 0, 0, 0],))[0]
             if owner and owner[:2] != self.name[:2]:
@@ -52,11 +52,11 @@ class KeyHolder:
         self.desktop.bus.call(ACCEL, "setForeignShortcutKeys", "(asa(ai))", self.name, sequences(*keys))
 
     def keys(self) -> set[int]:
-        """Its keys; KWin 6.7 keeps no order, and those before it the place of one that was not granted."""
+        """Its keys. KWin 6.7 keeps no order, and earlier versions keep the place of a key that was not granted."""
         return {each[0][0] for each in self.desktop.bus.call(ACCEL, "shortcutKeys", "(as)", self.name)[0]} - {0}
 
     def told(self) -> int:
-        """How often it was told of a press so far. What KWin has signalled before an answer has come before it."""
+        """The number of presses reported so far. KWin's signals arrive before any later reply."""
         self.desktop.bus.call(ACCEL, "shortcutKeys", "(as)", self.name)
         while GLib.MainContext.default().iteration(False):
             pass

@@ -1,4 +1,4 @@
-"""A screen locker: what it takes is taken from everybody else until it is unlocked."""
+"""A screen locker: its grabs exclude all other clients until it unlocks."""
 
 from Xlib import X, display
 
@@ -6,7 +6,7 @@ from .waiting import until
 
 
 class Locker:
-    """Covers the whole screen and has keyboard and pointer to itself, as lockers do."""
+    """Covers the whole screen and grabs keyboard and pointer, as lockers do."""
 
     def __init__(self, name: str):
         self.connection = display.Display(name)
@@ -20,7 +20,7 @@ class Locker:
         self.curtain.map()
         self.curtain.raise_window()
         now, later = X.CurrentTime, X.GrabModeAsync
-        # Somebody else may just hold a key or a menu.
+        # Another client may hold a key or a menu at this moment.
         until(lambda: self.curtain.grab_keyboard(False, later, later, now) == X.GrabSuccess, "the keyboard to be free")
         until(
             lambda: self.curtain.grab_pointer(False, 0, later, later, X.NONE, X.NONE, now) == X.GrabSuccess,
@@ -28,7 +28,7 @@ class Locker:
         )
 
     def could_take_pointer(self) -> bool:
-        """Whether nobody else holds it at this moment."""
+        """Whether no other client holds the grab at this moment."""
         later = X.GrabModeAsync
         free = self.connection.screen().root.grab_pointer(False, 0, later, later, X.NONE, X.NONE, X.CurrentTime) == X.GrabSuccess
         self.connection.ungrab_pointer(X.CurrentTime)
@@ -36,7 +36,7 @@ class Locker:
         return free
 
     def typed(self) -> int:
-        """How many keys it was given since it was last asked."""
+        """The number of keys that it has received since the last call."""
         self.connection.sync()
         events = [self.connection.next_event() for _ in range(self.connection.pending_events())]
         return sum(event.type == X.KeyPress for event in events)

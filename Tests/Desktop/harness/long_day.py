@@ -1,8 +1,8 @@
-"""A day of use in a small time: what the program holds afterwards, and whether any setting is lost.
+"""A day of use in a short time: checks the program's resources afterwards, and that no setting is lost.
 
-Two parts. In the first one process lives through everything that a user does in a day, all mixed; its memory and
-descriptors are sampled on the way and must become flat. In the second the program is killed while rules are written;
-every rule whose writing was answered must be in the file, which must be whole.
+There are two parts. In the first, one process handles all that a user does in a day, all mixed. Its memory and
+descriptors are sampled on the way and must stop growing. In the second, the program is killed while it writes rules;
+every rule whose writing was confirmed must be in the file, which must be complete.
 """
 
 import json
@@ -26,14 +26,14 @@ from .product import Product, run_to_end
 from .settling import settles_on
 from .waiting import PATIENCE, until
 
-# The most that a process's memory may grow after its first half. The allocator's own unevenness is less.
+# The limit for the growth of a process's memory after its first half. The allocator's own variation is smaller.
 MEMORY_MARGIN = 512  # KiB
 SAMPLES = 40
 
 
 @dataclass(frozen=True)
 class Amounts:
-    """How much happens."""
+    """The number of each operation."""
 
     presses: int
     openings: int
@@ -57,7 +57,8 @@ class Holdings:
         rollup = Path(f"/proc/{process_id}/smaps_rollup").read_text().splitlines()[1:]
         kibibytes = {line.split()[0]: int(line.split()[1]) for line in rollup}
         return Holdings(
-            # Clean pages are those of files, which are private or not as other programs use the same libraries.
+            # Clean pages belong to files; whether they are private depends on other programs that use the same
+            # libraries.
             kibibytes["Private_Dirty:"] + kibibytes["SwapPss:"],
             len(os.listdir(f"/proc/{process_id}/fd")),
             len(os.listdir(f"/proc/{process_id}/task")),
@@ -80,12 +81,12 @@ COLUMNS = ["presses", "openings", "restarts", "rules", "private dirty KiB", "des
 
 
 def share(total: int, number: int, rounds: int) -> int:
-    """How many of `total` fall to that one of the rounds, when they are spread evenly."""
+    """The share of `total` in one round, spread evenly."""
     return total * (number + 1) // rounds - total * number // rounds
 
 
 def set_rule(desktop: Desktop, identifier: str, action: str) -> None:
-    """Over the command line. It waits two seconds for an answer, which a busy machine may exceed."""
+    """Over the command line. It waits two seconds for an answer; a busy machine may exceed that."""
     answer = lambda: run_to_end(desktop.session, desktop.program, "--rule", identifier, action, seconds=PATIENCE)
     until(lambda: answer()[0] == 0, f"the rule of {identifier} to be set", saw=answer)
 
@@ -116,7 +117,7 @@ class Mixture:
                 self._take_sample(Amounts(**done, kills=0), number + 1)
 
     def _press(self, first: int, count: int) -> None:
-        """Presses the six in turn, each before the last ones have been dealt with; the effect of the last is looked at."""
+        """Presses the six shortcuts in turn, each before the earlier ones are handled; checks the last effect."""
         names = list(SHORTCUTS)
         for number in range(first, first + count):
             action = names[number % len(names)]
@@ -144,7 +145,7 @@ class Mixture:
     def _restart(self) -> None:
         self.desktop.replace_window_manager("openbox")
         self.desktop.adopt(self.editor)
-        # Where it looked just when there was none, it has freed its keys until it looks again.
+        # If the program checked just when there was no window manager, its keys stay free until its next check.
         self.product.until_at_rest()
         self.product.until_status("Active")
 
@@ -159,7 +160,7 @@ class Mixture:
         self.told(sample)
 
     def check(self) -> None:
-        """Fails where what the process holds has not become flat."""
+        """Fails if the resources of the process kept growing."""
         half = self.samples[len(self.samples) // 2 : len(self.samples) * 3 // 4]
         last = self.samples[len(self.samples) * 3 // 4 :]
         middle = [statistics.median(sample.holdings.private for sample in part) for part in (half, last)]
@@ -199,7 +200,7 @@ class Kills:
         wanted = {f"org.example.Application{one}": self.ACTIONS[number % 2] for one in chosen}
         asking = {identifier: self._ask(identifier, action) for identifier, action in wanted.items()}
         until(lambda: any(process.poll() == 0 for process in asking.values()), "a rule to be written")
-        # The kill comes at any moment of the writing: the wait is the experiment, nothing is awaited.
+        # The kill comes at a random moment of the writing: this delay is the experiment and replaces no condition.
         time.sleep(self.random.uniform(0.0, 0.02))
         os.kill(product.process.pid, signal.SIGKILL)
         product.ended()
@@ -218,7 +219,7 @@ class Kills:
         self.rules = stored
 
     def check(self) -> None:
-        """Fails where a process that comes after all of them has other rules, or finds other files."""
+        """Fails if a process that starts after all the kills reads other rules, or finds other files."""
         product = self.desktop.launch()
         set_rule(self.desktop, "org.example.Last", "center")
         told = json.loads(run_to_end(self.desktop.session, self.desktop.program, "--status", "--json")[1])["rules"]
@@ -229,7 +230,7 @@ class Kills:
 
 
 def live_a_day(program: Path, amounts: Amounts, told: Callable[[Sample], None], seed: int) -> Kills:
-    """Everything; `told` is given each sample of the first part. Fails where something is not flat, or lost."""
+    """Runs both parts; `told` receives each sample of the first part. Fails if a resource grows, or a rule is lost."""
     with Desktop(program, name="long-day") as desktop:
         desktop.start_window_manager("openbox")
         # It draws next to nothing: an editor would take most of the time for itself.

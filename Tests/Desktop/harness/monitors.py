@@ -1,4 +1,4 @@
-"""Monitors that are plugged, placed and unplugged, on a server whose hardware is imaginary."""
+"""Monitors that are connected, placed and disconnected, on a server with dummy hardware."""
 
 from typing import NamedTuple
 
@@ -11,7 +11,7 @@ OUTPUTS = ("DUMMY0", "DUMMY1")
 
 
 class Plug(NamedTuple):
-    """One lit monitor."""
+    """One enabled monitor."""
 
     output: str
     frame: Rect
@@ -23,13 +23,13 @@ class Monitors:
         self.desktop = desktop
 
     def now(self) -> list[Rect]:
-        """The monitors that the server has, primary first and then in its own order."""
+        """The server's monitors: the primary first, then in the server's own order."""
         found = self.desktop.windows.root.xrandr_get_monitors().monitors
         ordered = sorted(found, key=lambda monitor: not monitor.primary)
         return [Rect(one.x, one.y, one.width_in_pixels, one.height_in_pixels) for one in ordered]
 
     def arrange(self, *plugs: Plug) -> None:
-        """Lights exactly these monitors, and waits until window manager and server agree on them."""
+        """Enables exactly these monitors, and waits until window manager and server agree on them."""
         windows = self.desktop.windows
         wanted = sorted(plug.frame for plug in plugs)
         focused = windows.active() if sorted(self.now()) != wanted else 0
@@ -37,7 +37,8 @@ class Monitors:
         def in_place() -> bool:
             if sorted(self.now()) == wanted:
                 return True
-            # A window manager may answer a new monitor with an arrangement of its own; then ours is asked for again.
+            # A window manager may react to a new monitor with an arrangement of its own; then this one is requested
+            # again.
             self._ask(plugs)
             windows.fence()
             return False
@@ -62,11 +63,11 @@ class Monitors:
             else:
                 command += ["--off"]
         self.desktop.session.run(command)
-        # Only a query that probes the outputs makes the imaginary monitor count as connected.
+        # Only a query that probes the outputs makes the dummy monitor count as connected.
         self.desktop.session.run(["xrandr"])
 
     def put_panel(self, monitor: Rect, thickness: int) -> Rect:
-        """Puts a panel at a monitor's lower edge and gives what it leaves of the monitor."""
+        """Puts a panel at a monitor's lower edge. Returns the free area of the monitor."""
         screen = self.desktop.windows.root.get_geometry()
         bottom = monitor.y + monitor.height
         panel = self.desktop.start(own_window(

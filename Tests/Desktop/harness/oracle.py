@@ -9,7 +9,7 @@ The visible frame V is the monitor without panels and bars. The rules, with w an
   almostMaximize   90 % of V, each rounded to the nearest, centred
   maximizeHeight   own width but not above V's, own x but not left of V and then not right of it, V.y, V.h
 
-A window that settles on a size more than 2 away from the one asked for is moved once more: flush left or right for the
+A window that settles on a size more than 2 away from the requested one is moved once more: flush left or right for the
 halves and centred vertically, centred in both directions for all others.
 """
 
@@ -33,7 +33,7 @@ def centred(size: tuple[int, int], visible: Rect) -> Rect:
 
 
 def target(action: str, window: Rect, visible: Rect) -> Rect:
-    """Where the action asks the window to be."""
+    """The frame that the action requests."""
     half = visible.width // 2
     right = visible.x + visible.width
     match action:
@@ -55,7 +55,7 @@ def target(action: str, window: Rect, visible: Rect) -> Rect:
 
 
 def corrected(action: str, size: tuple[int, int], asked: Rect, visible: Rect) -> Rect:
-    """Where a window ends that took `size` when it was asked for `asked`."""
+    """The final frame of a window that took `size` after a request for `asked`."""
     if abs(size[0] - asked.width) <= 2 and abs(size[1] - asked.height) <= 2:
         return Rect(asked.x, asked.y, *size)
     middle = centred(size, visible)
@@ -71,7 +71,7 @@ Size = tuple[int, int]
 
 
 def expected(action: str, window: Rect, visible: Rect, settles_on: Callable[[Size], Size]) -> Rect:
-    """Where the window ends. `settles_on` gives the frame size that the window takes for a requested one."""
+    """The final frame of the window. `settles_on` returns the frame size that the window takes for a requested one."""
     asked = target(action, window, visible)
     if asked.size == window.size:
         return asked

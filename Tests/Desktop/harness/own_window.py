@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""A window of our own whose manners are given on the command line: fixed in size, a panel, a dialog, shy of the focus.
+"""Our own window with options on the command line: fixed in size, a panel, a dialog, shy of the focus.
 
-Ends when its last window is closed. Says a window's number on standard output once it is mapped, and "restored" when it
-has put a window back that somebody else had moved. Opens another window when it is sent the message _OWN_WINDOW_OPEN
-with a window type.
+The program ends when its last window is closed. It prints a window's number on standard output once the window is
+mapped, and "restored" after it has moved back a window that another client had moved. It opens another window when it
+receives the message _OWN_WINDOW_OPEN with a window type.
 """
 
 import argparse
@@ -15,9 +15,9 @@ from Xlib import X, Xatom, Xutil, display
 
 BACKGROUND, INK = 0xE9E4D8, 0x4A4540
 PANEL_BACKGROUND = 0x35424F
-# In the order in which the strut properties name them.
-# As long as applications take to remember where they were.
+# As long as applications take to restore their last position.
 RESTORING_TAKES = 0.05
+# In the order of the strut properties.
 STRUT_SIDES = ("left", "right", "top", "bottom")
 
 
@@ -75,7 +75,7 @@ class OwnWindow:
             hints = {"flags": hints["flags"] | Xutil.PMinSize | Xutil.PMaxSize,
                      "min_width": width, "max_width": width, "min_height": height, "max_height": height}
         window.set_wm_normal_hints(**hints)
-        # The library leaves out where older clients say the place; i3 reads it there, and takes nothing for zeros.
+        # The library leaves out the position fields of older clients; i3 reads the position there, and ignores zeros.
         flags, _, _, _, _, *others = window.get_full_property(Xatom.WM_NORMAL_HINTS, Xatom.WM_SIZE_HINTS).value
         window.change_property(Xatom.WM_NORMAL_HINTS, Xatom.WM_SIZE_HINTS, 32, [flags, *self.place, *others])
         window.set_wm_hints(flags=Xutil.InputHint | Xutil.StateHint, input=not wishes.no_focus,
@@ -93,7 +93,7 @@ class OwnWindow:
         self.window.set_wm_class(self.wishes.class_name.lower(), self.wishes.class_name)
 
     def restore(self) -> None:
-        """Puts the window back where it was opened."""
+        """Moves the window back to its first position."""
         x, y, width, height = self.place
         self.window.configure(x=x, y=y, width=width, height=height)
         self.connection.flush()
@@ -131,7 +131,7 @@ def serve(connection, wishes, windows: dict[int, OwnWindow]) -> None:
         if event.type == X.MapNotify:
             print(own.window.id, flush=True)
         elif event.type == X.PropertyNotify:
-            # The window manager says so when it has taken the window on.
+            # The window manager sets this when it has started to manage the window.
             if says_class and event.atom == connection.intern_atom("WM_STATE"):
                 says_class = False
                 own.say_class()
@@ -154,7 +154,7 @@ def serve(connection, wishes, windows: dict[int, OwnWindow]) -> None:
                 connection.flush()
                 del windows[own.window.id]
                 continue
-            # A ping goes back to the root window unchanged but for its addressee.
+            # A ping returns to the root window; only its addressee changes.
             event.window = connection.screen().root
             connection.screen().root.send_event(event, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
             connection.flush()

@@ -10,7 +10,7 @@ from .waiting import until
 
 
 def screen(name: str, part: Rect | None = None) -> Image.Image:
-    """A picture of that display, all of it or a part. Pixels arrive slowly, so a part is worth asking for."""
+    """A picture of that display or of a part of it. Reading pixels is slow, so a part is faster."""
     connection = display.Display(name)
     try:
         root = connection.screen().root
@@ -22,13 +22,13 @@ def screen(name: str, part: Rect | None = None) -> Image.Image:
         picture = Image.frombytes("RGB", seen.size, image.data, "raw", "BGRX")
     finally:
         connection.close()
-    # Beside the screen it is black.
+    # Pixels outside of the screen are black.
     x, y = part.x - seen.x, part.y - seen.y
     return picture.crop((x, y, x + part.width, y + part.height))
 
 
 def settled_screen(name: str) -> Image.Image:
-    """A picture of that display once its windows are drawn: several looks in a row are the same."""
+    """A picture of that display once its windows are drawn: several readings in a row are equal."""
     looks: list[Image.Image] = []
 
     def same() -> bool:

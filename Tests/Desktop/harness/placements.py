@@ -1,12 +1,11 @@
-"""Where a window must end that was asked for a place by name, worked out in whole numbers from the written rules.
+"""The final frame of a window after a request for a named place, computed in whole numbers from the written rules.
 
 The visible frame V is the monitor without panels and bars. It is cut at half its width and height, rounded down, and at
-the thirds of its width, rounded to the nearest; a part reaches from cut to cut, and the parts cover V. A window that settles
-on a size more than 2 away from the one asked for keeps to the edges of V that the part reaches, and is centred between
-those that it reaches both or none of; its top stays inside V.
-
-On another monitor each edge of the window has the same share of V, rounded to the nearest; a window that keeps a size of
-its own has the same share of the space that it leaves free in V.
+the thirds of its width, rounded to the nearest; a part reaches from cut to cut, and the parts cover V. A window that
+settles on a size more than 2 away from the requested one keeps to the edges of V that the part reaches, and is centred
+between those that it reaches both or none of; its top stays inside V. On another monitor each edge of the window has
+the same share of V, rounded to the nearest; a window that keeps its own size has the same share of the space that it
+leaves free in V.
 """
 
 import math
@@ -26,7 +25,7 @@ PARTS = {
 
 
 def part(name: str, visible: Rect) -> Rect:
-    """Where the part asks the window to be."""
+    """The frame that the part requests."""
     half_width, half_height = visible.width // 2, visible.height // 2
     third, two_thirds = (2 * visible.width + 3) // 6, (4 * visible.width + 3) // 6
     left, right = {
@@ -46,7 +45,7 @@ def is_taken(size: Size, asked: Rect) -> bool:
 
 
 def placed(name: str, before: Rect, visible: Rect, settles_on) -> Rect:
-    """Where the window ends. `settles_on` tells which size it takes when it is asked for one."""
+    """The final frame of the window. `settles_on` returns the size that it takes for a requested one."""
     asked = part(name, visible)
     size = before.size if asked.size == before.size else settles_on(asked.size)
     if is_taken(size, asked):
@@ -66,7 +65,7 @@ def placed(name: str, before: Rect, visible: Rect, settles_on) -> Rect:
 
 
 def elsewhere(window: Rect, here: Rect, there: Rect, settles_on) -> Rect:
-    """Where a window that stands inside the visible frame `here` ends on the monitor of `there`."""
+    """The final frame, on the monitor of `there`, of a window that is inside the visible frame `here`."""
 
     def rounded(number: Fraction) -> int:
         return math.floor(number + Fraction(1, 2))

@@ -1,4 +1,4 @@
-"""The program's window at the panel: found, opened, looked at and worked with as its user does."""
+"""The program's window at the panel: how its user finds, opens, reads and uses it."""
 
 from Xlib import X, error
 
@@ -7,24 +7,24 @@ from .rect import Rect
 from .tray import call
 from .waiting import PATIENCE, until
 
-# In points; the plate's shadow lies around it where the window lets through what is behind.
+# In points. The shadow lies around the plate, in the transparent part of the window.
 WIDTH, SHADOW = 340, 20
-# A smaller distance to the panel would look like touching it.
+# A smaller distance to the panel would look like contact.
 GAP = 6
-# Inside the plate, where nothing is drawn but its background: below the rounded corner, left of everything.
+# Inside the plate, at a place with nothing but its background: below the rounded corner, left of all contents.
 BACKGROUND_AT = (7, 30)
 LIGHT, DARK = (0xED, 0xED, 0xED), (0x29, 0x29, 0x29)
 
 
 class Popover:
-    """Not a window that the window manager knows of; it is looked for among all of the screen's."""
+    """The window manager does not know this window, so it is searched among all windows of the screen."""
 
     def __init__(self, desktop, product, scale: float = 1.0):
         self.desktop = desktop
         self.product = product
         self.scale = scale
 
-    # Where it is
+    # Position
 
     def window(self) -> Rect | None:
         """The window with its shadow, or None while it is not shown."""
@@ -53,7 +53,7 @@ class Popover:
         return self.window() is not None
 
     def until_open(self, seconds: float = PATIENCE, when: str = "") -> Rect:
-        """Its frame, once it is there, has the keyboard and is drawn."""
+        """Its frame, once it is shown, focused and drawn."""
         until(self.frame, f"the popover to open{when}", seconds, self.product.errors)
         until(self.has_keyboard, f"the popover to have the keyboard{when}", seconds)
         self.until_drawn(seconds)
@@ -66,7 +66,7 @@ class Popover:
         focused = self.desktop.windows.connection.get_input_focus().focus
         return not isinstance(focused, int) and self.desktop.windows.process_of(focused.id) == self.product.process.pid
 
-    # What it shows
+    # Contents
 
     def picture(self):
         frame = self.frame()
@@ -74,7 +74,7 @@ class Popover:
         return screen(self.desktop.server.display, frame)
 
     def background(self, picture=None) -> tuple[int, int, int]:
-        """Now, or in a picture that was made of it."""
+        """The pixels now, or those of an earlier picture."""
         return (picture or self.picture()).getpixel(tuple(round(place * self.scale) for place in BACKGROUND_AT))
 
     def until_background(self, colour: tuple[int, int, int], seconds: float = PATIENCE) -> None:
@@ -90,16 +90,16 @@ class Popover:
     def until_drawn(self, seconds: float = PATIENCE) -> None:
         until(self.is_drawn, "the popover to be drawn", seconds, lambda: self.is_open() and self.background())
 
-    # How it is opened and used
+    # Opening and use
 
     def ask_to_open(self) -> None:
-        """Asks for it over the bus."""
+        """Opens it by a request over the bus."""
         answer = call(self.desktop, "org.corvid.Tessel", "/org/corvid/Tessel", "org.corvid.Tessel1.Open")
         assert answer == "()", f"asked to open, it answered {answer!r}"
 
     def close(self) -> None:
-        """Closes it with Escape, and waits until the window manager knows that the keyboard has gone elsewhere: one that
-        has yet to deal with that may take it from the next who has it."""
+        """Closes it with Escape, and waits until the window manager knows that the focus has moved: a window manager
+        that has not handled that yet may take the focus from the next window."""
         self.desktop.keyboard.chord("Escape")
         self.until_closed()
         until(lambda: not self.has_keyboard(), "the keyboard to be given back")
@@ -107,7 +107,7 @@ class Popover:
         self.product.until_at_rest()
 
     def type(self, *keys: str) -> None:
-        """Presses keys one after the other and waits until they have been dealt with."""
+        """Presses keys one after the other and waits until the program has handled them."""
         for key in keys:
             self.desktop.keyboard.chord(*key.split("+"))
         self.product.until_at_rest()

@@ -1,7 +1,7 @@
-"""The processes of one test: started in groups of their own, ended by id, and none of them left behind.
+"""The processes of one test: started in process groups of their own, ended by id, all ended with the test.
 
-Every process carries a mark in its environment, and so does whatever it starts, however it detaches itself: services
-that the session bus activates, helpers that fork away. At the end the mark finds them all.
+Every process carries a mark in its environment. Everything that it starts inherits the mark, however it detaches
+itself: services that the session bus activates, helpers that fork away. At the end the mark finds them all.
 """
 
 import ctypes
@@ -30,7 +30,7 @@ class Processes:
         self.mark = uuid.uuid4().hex
         self.logs = logs
         self.started: list[subprocess.Popen] = []
-        # Orphans of what we start come to us, so that they can be waited for.
+        # This process adopts their orphans, so that it can wait for them.
         _libc.prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
 
     def start(self, command: list[str], environment: dict[str, str], log: str, **options) -> subprocess.Popen:
@@ -99,10 +99,10 @@ class Processes:
         return found
 
     def end_all(self) -> None:
-        """Ends everything; nothing that carries the mark is alive afterwards.
+        """Ends everything; no process with the mark survives.
 
-        The first process is the server, which takes its files away when it is asked politely. The others have nothing
-        to tidy up that outlives the test's directory.
+        The first process is the server, which removes its files on a normal end request. The others leave nothing
+        outside the test's directory.
         """
         for process in self.started[1:]:
             self._kill_group(process)
@@ -124,7 +124,7 @@ class Processes:
             pass
 
     def _reap(self) -> None:
-        """Collects orphans that ended; the processes that we started ourselves are left to their owners."""
+        """Reaps orphans that ended. The harness waits elsewhere for the processes that it started itself."""
         own = {process.pid for process in self.started}
         for entry in Path("/proc/self/task", str(os.getpid()), "children").read_text().split():
             if int(entry) in own:

@@ -1,4 +1,4 @@
-"""The program under test, seen from outside: its process, its messages to the service manager, its output."""
+"""The program under test from outside: its process, its messages to the service manager, its output."""
 
 import os
 import signal
@@ -10,8 +10,9 @@ from pathlib import Path
 from .session import Session
 from .waiting import PATIENCE, Expired, until
 
-# Waiting for events with nothing to do, on this processor: the system calls by number. The second ones are those of the
-# toolkit's loop, which turns once the window was opened; it waits for several things, an answer comes through one.
+# The system calls, by number on this processor, in which a process waits for events. The second set is that of the
+# toolkit's loop, which runs once the window was opened; a loop waits for several descriptors, a reply comes through
+# one.
 WAITING_CALLS = {"x86_64": {"232", "281", "441"}, "aarch64": {"22", "441"}}[os.uname().machine]
 POLLING_CALLS = {"x86_64": {"7", "271"}, "aarch64": {"73"}}[os.uname().machine]
 
@@ -32,7 +33,7 @@ class Product:
                 {"NOTIFY_SOCKET": str(address), **(environment or {})}, stderr=errors,
             )
 
-    # Its messages
+    # Messages
 
     def _listen(self) -> None:
         while True:
@@ -47,7 +48,7 @@ class Product:
 
     @property
     def status(self) -> str | None:
-        """The last status it gave, or None."""
+        """The last status that it reported, or None."""
         self._listen()
         return self.statuses[-1] if self.statuses else None
 
@@ -73,31 +74,31 @@ class Product:
     def errors(self) -> str:
         return self._errors.read_text(errors="replace")
 
-    # What it does
+    # Activity
 
     def waits_for_events(self) -> bool:
-        """Whether it has nothing to do: it sleeps in the call in which an event loop sleeps."""
+        """Whether it is idle: it sleeps in the system call in which an event loop sleeps."""
         call = Path(f"/proc/{self.process.pid}/syscall").read_text().split()
         return call[0] in WAITING_CALLS or call[0] in POLLING_CALLS and int(call[2], 16) > 1
 
     def until_at_rest(self, seconds: float = PATIENCE) -> None:
-        """Returns when it has dealt with every event delivered before. (A delivered event wakes it at once.)"""
+        """Returns when it has handled every event delivered before. (A delivered event wakes it at once.)"""
         until(self.waits_for_events, "the program to be at rest", seconds, self._doing)
 
     def _doing(self) -> str:
         return Path(f"/proc/{self.process.pid}/syscall").read_text().strip()
 
-    # How it ends
+    # End
 
     def ended(self, seconds: float = 5.0) -> int:
-        """Its exit status; waits for it."""
+        """Waits for its end. Returns its exit status."""
         try:
             return self.process.wait(seconds)
         except subprocess.TimeoutExpired:
             raise Expired(f"the program did not end within {seconds:g} s") from None
 
     def terminate(self, silently: bool = True) -> None:
-        """Asks it to end as a session does, and checks that it ends well, and has printed nothing if `silently`."""
+        """Ends it as a session does, and checks that it exits with 0, and has printed nothing if `silently`."""
         os.kill(self.process.pid, signal.SIGTERM)
         status = self.ended()
         assert status == 0, f"ended with {status} on SIGTERM: {self.errors()}"
@@ -108,9 +109,10 @@ class Product:
 
 
 def run_to_end(session: Session, program: Path, *options: str, seconds: float = 5.0, environment=None, prefix=()):
-    """Starts the program where it must end by itself; gives exit status, standard output, standard error, seconds.
+    """Starts the program in a case where it must end by itself. Returns exit status, standard output, standard error,
+    seconds.
 
-    `prefix`: what starts it in its turn.
+    `prefix`: the command that starts it in turn.
     """
     started = time.monotonic()
     variables = {**session.environment, **(environment or {})}

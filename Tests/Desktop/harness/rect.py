@@ -14,11 +14,11 @@ class Rect(NamedTuple):
         return (self.width, self.height)
 
     def grown(self, left: int, right: int, top: int, bottom: int) -> "Rect":
-        """The rectangle with that much more on each side; negative numbers take away."""
+        """The rectangle extended by that much on each side; negative numbers shrink it."""
         return Rect(self.x - left, self.y - top, self.width + left + right, self.height + top + bottom)
 
     def within(self, other: "Rect") -> "Rect":
-        """The intersection of both; at least a pixel of the other one."""
+        """The intersection of both, at least one pixel of the other rectangle."""
         x, y = (max(outer, min(inner, outer + length - 1))
                 for inner, outer, length in zip(self[:2], other[:2], other.size))
         right = min(self.x + self.width, other.x + other.width)

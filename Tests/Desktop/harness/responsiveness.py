@@ -1,4 +1,4 @@
-"""Whether the program answers at once while others misbehave, found out by asking it over its socket all the time."""
+"""Checks that the program replies at once while other clients misbehave, by continuous requests over its socket."""
 
 import os
 import subprocess
@@ -8,14 +8,14 @@ from pathlib import Path
 from .product import run_to_end
 from .session import Session
 
-# For how long the program may be held up, beside what starting the one that asks takes. How many times as long
-# everything takes for a program that was built to be slow is in the environment.
+# The longest delay allowed for a reply, in addition to the start of the asking program. The environment has the factor
+# for a slower build, such as one with sanitizers.
 LIMIT = 0.25
 SLOWNESS = float(os.environ.get("TESSEL_DESKTOP_SLOWNESS", "1"))
 
 
 class Responsiveness:
-    """A context manager: asks again and again until it is left, and fails then if an answer took too long."""
+    """A context manager: it sends requests until it is left, and fails then if a reply took too long."""
 
     def __init__(self, session: Session, program: Path, limit: float = LIMIT):
         self.session, self.program, self.limit = session, program, limit
@@ -24,11 +24,11 @@ class Responsiveness:
         self._failure: str | None = None
         self._is_over = threading.Event()
         self._thread = threading.Thread(target=self._ask)
-        # The longest start, in between the questions: what goes on meanwhile takes time from both.
+        # The longest start between the requests: the load at that time slows down both.
         self._start = 0.0
 
     def _start_takes(self) -> float:
-        """The seconds that it takes to start the program and end it again."""
+        """The seconds for a start and an end of the program."""
         return run_to_end(self.session, self.program, "--version")[3]
 
     def _ask(self) -> None:

@@ -11,7 +11,7 @@ CONFIGURATION = Path(__file__).resolve().parent.parent / "two-monitors.conf"
 
 
 def _identity(path: str) -> tuple[int, int] | None:
-    """The identity of a file, which a later one of the same name does not have; inode numbers alone are reused."""
+    """The identity of a file, which a later file of the same name does not share; inode numbers alone are reused."""
     try:
         status = os.stat(path)
     except FileNotFoundError:
@@ -26,7 +26,7 @@ class Server:
         reading, writing = os.pipe()
         self.session = session
         self.process = session.start(
-            # The server's own fonts, whichever others are installed.
+            # Only the server's own fonts, not those installed in addition.
             [*command, "-displayfd", str(writing), "-noreset", "-nolisten", "tcp", "-fp", "built-ins"],
             "server", pass_fds=(writing,),
         )
@@ -53,15 +53,15 @@ class Server:
         self._made = _identity(self._socket)
 
     def kill(self) -> None:
-        """Ends the server as a crash does, and clears away what it could not clear away itself."""
+        """Ends the server like a crash, and removes the files that it could not remove itself."""
         self.process.kill()
         self.process.wait()
         self.clear_away()
 
     def clear_away(self) -> None:
-        """Removes what the server has left; it may when another one looks for a free number at the same moment.
+        """Removes the files that the server has left. It may do so while another server looks for a free number.
 
-        That one may have taken this server's number since.
+        That server may have taken the number meanwhile.
         """
         if _identity(self._socket) == self._made:
             Path(self._socket).unlink(missing_ok=True)
@@ -77,7 +77,7 @@ def virtual(session: Session, width: int = 1920, height: int = 1080) -> Server:
 
 
 def two_monitors(session: Session) -> Server:
-    """One lit monitor of 1920x1080, DUMMY0, and unplugged ones, DUMMY1 and up."""
+    """One enabled monitor of 1920x1080, DUMMY0, and disconnected ones, DUMMY1 and up."""
     log = str(session.logs / "xorg.log")
     command = ["Xorg", "-config", str(CONFIGURATION), "-logfile", log, "-sharevts", "-novtswitch"]
     try:

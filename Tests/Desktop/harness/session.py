@@ -1,4 +1,4 @@
-"""A user's session: a home nobody has used before, a runtime directory, an environment and a message bus."""
+"""A user's session: a fresh home, a runtime directory, an environment and a message bus."""
 
 import os
 import plistlib
@@ -29,9 +29,9 @@ class Session:
             "XDG_CONFIG_HOME": str(self.home / ".config"),
             "XDG_RUNTIME_DIR": str(self.runtime),
             "XDG_SESSION_TYPE": "x11",
-            # Not the machine's, whose session may be locked meanwhile. A test that wants one starts it there.
+            # Not the machine's login manager, whose session may be locked. A test that needs one starts it there.
             "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={self.runtime}/system-bus",
-            # Settings live in files of the fresh home, without a settings service.
+            # Settings are in files of the fresh home, without a settings service.
             "GSETTINGS_BACKEND": "keyfile",
             "NO_AT_BRIDGE": "1",
             "QT_QPA_PLATFORM": "xcb",
@@ -81,7 +81,7 @@ class Session:
 
     @staticmethod
     def settings_of(path: Path) -> dict:
-        """The user's settings, by a reader of the test's own. The program's notes for itself are left out."""
+        """The user's settings, read by the tests' own parser, without the program's notes for itself."""
         values = plistlib.loads(path.read_bytes())
         return {key: value for key, value in values.items() if not key.startswith("updateReminder")}
 

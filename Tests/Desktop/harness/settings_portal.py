@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""A desktop's settings portal that knows one setting, the colour scheme: the number in the file that it is started with.
+"""A desktop's settings portal with one setting, the colour scheme: the number in the file on its command line.
 
-Tells whenever the number changes (XDG Desktop Portal, org.freedesktop.portal.Settings).
+It emits a signal whenever the number changes (XDG Desktop Portal, org.freedesktop.portal.Settings).
 """
 
 import sys
@@ -30,7 +30,7 @@ def main() -> None:
 
     def look() -> bool:
         nonlocal told
-        # A file that is being written is empty for a moment.
+        # The file is empty for a moment while it is written.
         if file.read_text() and told != (told := file.read_text()):
             change = GLib.Variant("(ssv)", (SPACE, KEY, scheme()))
             bus.emit_signal(None, PLACE, interface.name, "SettingChanged", change)

@@ -1,4 +1,4 @@
-"""Which size a window takes when it is asked for one: what the window and its window manager make of it."""
+"""The size that a window takes for a requested one, by the rules of the window and its window manager."""
 
 from typing import Callable
 
@@ -12,7 +12,7 @@ from .windows import Windows
 def settles_on(
     windows: Windows, window: int, application: Application, manager: WindowManager
 ) -> Callable[[tuple[int, int]], tuple[int, int]]:
-    """Frame size asked for to frame size taken, for the window as it is decorated now."""
+    """Maps a requested frame size to the resulting one, for the window with its present decoration."""
     frame = windows.frame(window)
     if application.fixed_size and manager.honours_limits:
         return lambda _: frame.size

@@ -1,10 +1,10 @@
-"""A test that cannot run on this machine says so and is counted as skipped, never as passed."""
+"""A test that cannot run on this machine reports so and counts as skipped, never as passed."""
 
 import shutil
 
 
 class Skipped(Exception):
-    """The reason, in words for people."""
+    """The reason, for the reader of the test's output."""
 
 
 def require(program: str, package: str) -> None:
@@ -14,7 +14,7 @@ def require(program: str, package: str) -> None:
 
 
 def require_module(name: str, version: str, package: str) -> None:
-    """Skips the test unless the library's description for Python is installed."""
+    """Skips the test unless Python's introspection data of the library is installed."""
     try:
         import gi
 

@@ -1,7 +1,7 @@
-"""The surroundings of a session: fonts, languages, themes, installed applications. The same on every machine.
+"""The surroundings of a session: fonts, languages, themes, installed applications. They are the same on every machine.
 
-Nothing is taken from who runs the tests, and nothing of the machine but what is named here: a font, an application or a
-program that starts by itself must not change what a test sees.
+They take nothing from the environment of the caller, and from the machine only what is named here: another font,
+application or autostarted program must not change the result of a test.
 """
 
 import os
@@ -10,7 +10,7 @@ from pathlib import Path
 # The fonts of fonts-dejavu-core.
 FONTS = ("DejaVuSans", "DejaVuSans-Bold", "DejaVuSansMono", "DejaVuSansMono-Bold", "DejaVuSerif", "DejaVuSerif-Bold")
 
-# Fonts look as Debian has them look.
+# Fonts are rendered with Debian's defaults.
 FONT_SETTINGS = """<?xml version="1.0"?>
 <!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">
 <fontconfig>
@@ -40,7 +40,7 @@ gtk-font-name=Sans 10
 gtk-cursor-blink=false
 """
 
-# The applications that the tests move; the desktops have entries of their own, by which they know themselves.
+# The applications that the tests move. Desktops have their own entries, by which they recognize themselves.
 APPLICATIONS = ("debian-xterm", "featherpad", "org.xfce.mousepad")
 DESKTOPS = (
     "i3", "kwin", "marco", "metacity", "mutter", "openbox", "org.gnome.Shell", "org.kde.kded", "org.kde.kwin", "sway",
@@ -48,7 +48,7 @@ DESKTOPS = (
 
 
 def surround(directory: Path, home: Path) -> dict[str, str]:
-    """Lays everything out in a session's directory and its new home; gives the variables that name it."""
+    """Creates the surroundings in a session's directory and its new home. Returns the variables that name them."""
     fonts = directory / "fonts.conf"
     accepted = "".join(f"<glob>*/{name}.ttf</glob>" for name in FONTS)
     fonts.write_text(FONT_SETTINGS.format(accepted=accepted))
@@ -68,7 +68,7 @@ def surround(directory: Path, home: Path) -> dict[str, str]:
     return {
         "FONTCONFIG_FILE": str(fonts),
         "LANG": "C.UTF-8",
-        # Qt 6.11 complains in every session without a portal, and none of these has one.
+        # Qt 6.11 logs a warning in every session without a portal, and these sessions have none.
         "QT_LOGGING_RULES": "qt.qpa.services.warning=false",
         "XDG_CONFIG_DIRS": str(configuration),
         "XDG_DATA_DIRS": str(data),
@@ -79,7 +79,7 @@ def surround(directory: Path, home: Path) -> dict[str, str]:
 
 
 def _mirror(original: Path, mirror: Path, left_out: str) -> None:
-    """Makes a folder with all that is in another one, but for one entry."""
+    """Makes a folder with all entries of another one except one."""
     mirror.mkdir()
     if original.is_dir():
         for entry in os.scandir(original):

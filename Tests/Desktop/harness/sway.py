@@ -1,4 +1,4 @@
-"""A sway of one test on outputs that nobody sees, with its session, keys and eyes."""
+"""A private sway with headless outputs, its session, keys and state."""
 
 import os
 import signal
@@ -30,15 +30,15 @@ bar {
 exec echo "$DISPLAY" >"$XDG_RUNTIME_DIR/display"
 """
 
-# Programs answer within some milliseconds.
+# Programs reply within some milliseconds.
 STAYING = 0.1
 
-# Nobody's files are in danger from a test.
+# The tests' files are not confidential.
 UNPRIVILEGED = 65534
 
 
 class UnprivilegedSession(Session):
-    """A session that is not the superuser's: sway refuses to be run by him."""
+    """A session of another user than root: sway refuses to run as root."""
 
     def __init__(self) -> None:
         super().__init__()
@@ -50,7 +50,7 @@ class UnprivilegedSession(Session):
         if os.geteuid() == 0:
             require("setpriv", "util-linux")
             user = str(UNPRIVILEGED)
-            # The end of this process is to end the others; a change of user would undo that.
+            # The end of this process must end the others; a change of user would clear that setting.
             self.prefix = ["setpriv", f"--reuid={user}", f"--regid={user}", "--clear-groups", "--pdeathsig=KILL"]
 
     def start(self, command: list[str], log: str, extra: dict[str, str] | None = None, **options):
@@ -62,7 +62,7 @@ class UnprivilegedSession(Session):
         return super().run([*self.prefix, *command], extra)
 
     def can_read(self, path: Path) -> bool:
-        """Whether the session's user can, who may be somebody else than who runs the tests."""
+        """Whether the session's user can do this. It may be another user than the one who runs the tests."""
         command = [*self.prefix, "test", "-r", str(path)]
         return subprocess.run(command, stdin=subprocess.DEVNULL, timeout=10, check=False).returncode == 0
 
@@ -70,13 +70,13 @@ class UnprivilegedSession(Session):
         if self.prefix:
             for folder, folders, files in os.walk(self.directory):
                 for name in (".", *folders, *files):
-                    # Programs that run already make files and remove them.
+                    # Running programs create and remove files meanwhile.
                     with suppress(FileNotFoundError):
                         os.chown(Path(folder, name), UNPRIVILEGED, UNPRIVILEGED, follow_symlinks=False)
 
 
 class SwayWindow:
-    """A window of a program that was started."""
+    """A window of a started program."""
 
     def __init__(self, application: Application, process):
         self.application = application
@@ -85,7 +85,7 @@ class SwayWindow:
 
 
 class SwayDesktop:
-    """A context manager, as `Desktop` is."""
+    """A context manager, the counterpart of `Desktop`."""
 
     def __init__(self, program: Path | None = None, configuration: str = "", name: str = "sway"):
         require("sway", "sway")
@@ -111,7 +111,7 @@ class SwayDesktop:
     # The compositor
 
     def configure(self, text: str) -> None:
-        """Gives sway this configuration beside what every test needs; it is read at the next start or reload."""
+        """Gives sway this configuration in addition to the tests' own; the next start or reload reads it."""
         self.configuration.parent.mkdir(parents=True, exist_ok=True)
         self.configuration.write_text(CONFIGURATION + text)
 
@@ -132,12 +132,12 @@ class SwayDesktop:
         }
         until_equal(self.outputs, [FIRST, SECOND], "the outputs")
         until(lambda: self.work_area(1).y > 0, "the bars to be there", STARTING)
-        # Versions differ in which one has the focus at first.
+        # The output that has the focus at first differs between versions.
         self.command(f"focus output {self._output_nodes()[0]['name']}")
         self.keyboard = WaylandKeyboard(str(self.session.runtime / display))
 
     def restart(self) -> None:
-        """Starts it again after it has ended, at the same places."""
+        """Starts it again at the same sockets after it has ended."""
         self._disconnect()
         for path in self.session.runtime.glob("wayland-*"):
             path.unlink()
@@ -146,7 +146,7 @@ class SwayDesktop:
         self.start()
 
     def stop(self) -> None:
-        """Ends it as a user does who leaves."""
+        """Ends it as a logout does."""
         self._disconnect()
         self.session.processes.end(self.compositor, signal.SIGTERM)
         # At times sway 1.7 does not end and is killed; then its socket stays, as after a crash.
@@ -224,9 +224,9 @@ class SwayDesktop:
         until(lambda: all(window.number != running.number for window in self.windows()), "the window to be gone")
 
     def place(self, number: int, frame: Rect) -> None:
-        """Takes a window out of the layout and puts it there, as a person might; when it returns it stays there.
+        """Takes a window out of the layout and moves it there, as a person might. Returns when it stays there.
 
-        A program that still answers an earlier request takes the window back to that.
+        A program that still handles an earlier request resizes the window back to that.
         """
         since = 0.0
 
@@ -254,7 +254,7 @@ class SwayDesktop:
         return product
 
     def press(self, product: Product, action: str) -> None:
-        """Presses an action's shortcut and waits until the program has dealt with it."""
+        """Presses an action's shortcut and waits until the program has handled it."""
         self.keyboard.press(action)
         product.until_at_rest()
 

@@ -1,4 +1,4 @@
-"""What sway says of its windows, and what it is told: a client of its socket that is not the program's (sway-ipc(7))."""
+"""sway's state and commands over its socket, by a client that is independent of the program's (sway-ipc(7))."""
 
 import json
 import select
@@ -60,14 +60,14 @@ class Connection:
 
 
 class Listener:
-    """Hears which bindings are carried out."""
+    """Receives the events of used bindings."""
 
     def __init__(self, path: Path):
         self.connection = Connection(path)
         assert self.connection.ask(SUBSCRIBE, '["binding"]')["success"]
 
     def commands(self) -> list[str]:
-        """The commands of all bindings used since this was last asked."""
+        """The commands of all bindings used since the last call."""
         heard = []
         while self.connection.has_something():
             heard.append(self.connection.read()[1]["binding"]["command"])
@@ -90,7 +90,7 @@ def nodes(tree: dict, workspace: str = "") -> Iterator[tuple[dict, str]]:
 
 
 def windows_of(tree: dict) -> list[Window]:
-    """The windows; the frame of each is what is drawn of it, with the title bar above."""
+    """The windows; each frame is the drawn part, with the title bar above."""
     found = []
     for node, workspace in nodes(tree):
         if node.get("pid"):

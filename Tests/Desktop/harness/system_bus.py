@@ -1,4 +1,4 @@
-"""A system's message bus of a test's own, and the login manager on it, as far as its word on locking goes."""
+"""A private system bus with a login manager, as far as its signals for locking go."""
 
 import socket
 
@@ -20,18 +20,18 @@ CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Con
 
 
 def listens(path: str) -> bool:
-    """Whether somebody takes connections there. The socket is there before that."""
+    """Whether a server accepts connections there. The socket exists before that."""
     with socket.socket(socket.AF_UNIX) as connection:
         return connection.connect_ex(path) == 0
 
 
 def boolean(value: bool):
-    """A value of that type, for what may be of any."""
+    """A value of that type, for arguments of any type."""
     return GLib.Variant("b", value)
 
 
 def start_system_bus(session: Session) -> str:
-    """Starts it where the session's environment says; gives its address."""
+    """Starts it at the address in the session's environment. Returns the address."""
     address = session.environment["DBUS_SYSTEM_BUS_ADDRESS"]
     configuration = session.directory / "system-bus.conf"
     configuration.write_text(CONFIGURATION.format(address=address))
@@ -41,7 +41,7 @@ def start_system_bus(session: Session) -> str:
 
 
 class Speaker:
-    """Somebody on a bus who says things, under a name if one is given."""
+    """A client on a bus that sends messages, under a name if one is given."""
 
     def __init__(self, address: str, name: str = ""):
         if Gio is None:

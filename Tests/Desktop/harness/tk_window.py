@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""A window made with the Tk toolkit, which maps it before it says what it is called and moves it about while it starts."""
+"""A window made with the Tk toolkit, which maps it before it sets its name and moves it while it starts."""
 
 import tkinter
 

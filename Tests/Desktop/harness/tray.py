@@ -1,4 +1,4 @@
-"""Panels with a place for status items, and what is to be seen there."""
+"""Panels with an area for status items, and the items that they show."""
 
 import ast
 import subprocess
@@ -16,7 +16,7 @@ from .waiting import PATIENCE, until
 SYMBOLS = ("uiwindow.split.2x1", "rectangle.split.2x1", "exclamationmark.triangle.fill")
 BADGED = ".badged"
 
-# A bar of 32 pixels along an edge of a monitor with nothing in it but the place for status items.
+# A bar of 32 pixels along an edge of a monitor, with nothing but the area for status items.
 XFCE_EDGES = {"top": 6, "bottom": 8}
 XFCE_PANEL = """<?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
@@ -43,7 +43,7 @@ class Panel:
     package: str
     command: tuple[str, ...]
     height: int
-    # Whether it reads items from the message bus, or takes their windows.
+    # Whether it reads items from the message bus, or embeds their windows.
     reads_bus: bool
     configuration: tuple[str, str] | None = None
 
@@ -66,7 +66,7 @@ PANELS = {
 
 
 def start_panel(desktop, name: str, edge: str = "top", output: str = "Automatic") -> subprocess.Popen:
-    """Where it can be chosen, along that edge of the monitor at that output."""
+    """Starts a panel along that edge of the monitor at that output, as far as the panel has such settings."""
     panel = PANELS[name]
     require(panel.command[0], panel.package)
     if panel.configuration:
@@ -76,7 +76,7 @@ def start_panel(desktop, name: str, edge: str = "top", output: str = "Automatic"
 
 
 def call(desktop, destination: str, path: str, method: str, *arguments: str) -> str | None:
-    """The answer of a method on the session's bus, as GVariant text; None for an error."""
+    """The reply of a method on the session's bus, as GVariant text; None for an error."""
     done = subprocess.run(
         ["gdbus", "call", "--session", "--dest", destination, "--object-path", path, "--method", method, *arguments],
         stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=10, check=False,
@@ -86,7 +86,7 @@ def call(desktop, destination: str, path: str, method: str, *arguments: str) -> 
 
 
 def registered_items(desktop) -> list[str] | None:
-    """The bus names of the items that the panel knows; None where no panel answers."""
+    """The bus names of the items that the panel knows; None if no panel answers."""
     answer = call(
         desktop, "org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher", "org.freedesktop.DBus.Properties.Get",
         "org.kde.StatusNotifierWatcher", "RegisteredStatusNotifierItems",
@@ -100,7 +100,7 @@ def registered_items(desktop) -> list[str] | None:
 
 
 def menu(desktop) -> dict[str, int]:
-    """The lines of the item's menu and their ids, as the panel reads them: a label to an id."""
+    """The lines of the item's menu and their ids, as the panel reads them: maps a label to an id."""
     (item,) = registered_items(desktop)
     lines = {}
     for number in range(1, 20):
@@ -113,7 +113,7 @@ def menu(desktop) -> dict[str, int]:
 
 
 def choose(desktop, label: str) -> None:
-    """Chooses a line of the item's menu, as a panel does when its user clicks there."""
+    """Activates a line of the item's menu, as a panel does when its user clicks there."""
     (item,) = registered_items(desktop)
     answer = call(
         desktop, item, "/StatusNotifierMenu", "com.canonical.dbusmenu.Event", str(menu(desktop)[label]), "clicked",
@@ -123,7 +123,7 @@ def choose(desktop, label: str) -> None:
 
 
 def _drawing(program: Path, name: str, size: tuple[int, int]) -> Image.Image:
-    """The shape of one of the program's icons without its margins, stretched to a size: white on black."""
+    """The shape of one of the program's icons without its margins, scaled to a size: white on black."""
     icons = program.parent.parent / "share/icons/hicolor/symbolic/apps"
     done = subprocess.run(
         ["rsvg-convert", "--width", "192", "--height", "192", str(icons / f"org.corvid.Tessel.{name}-symbolic.svg")],
@@ -134,12 +134,12 @@ def _drawing(program: Path, name: str, size: tuple[int, int]) -> Image.Image:
 
 
 def _shape_in(strip: Image.Image) -> Image.Image | None:
-    """The part of the strip that differs from its most frequent colour; None where nothing does."""
+    """The part of the strip that differs from its most frequent colour; None if nothing differs."""
     grey = strip.convert("L")
     background = max(grey.getcolors(strip.width * strip.height))[1]
     shape = ImageChops.difference(grey, Image.new("L", grey.size, background))
     strongest = shape.getextrema()[1]
-    # The theme's faint lines and shades are no picture.
+    # The theme's faint lines and shades do not belong to the icon.
     if strongest < 60:
         return None
     shape = shape.point(lambda value: value * 255 // strongest)
@@ -152,8 +152,8 @@ def _difference(one: Image.Image, other: Image.Image) -> float:
 
 
 def shown_icon(desktop, name: str) -> str | None:
-    """Which of the program's icons that panel shows: the one that looks most like it. None where nothing is shown that
-    looks like one."""
+    """The program's icon that the panel shows: the one with the best match. None if nothing there matches any of
+    them."""
     panel = PANELS[name]
     # A border of the bar is not part of an item.
     shape = _shape_in(screen(desktop.server.display, Rect(0, 2, 190, panel.height - 5)))

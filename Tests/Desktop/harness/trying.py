@@ -1,7 +1,7 @@
-"""Tries a case, and once more if it failed and the environment allows a second try, which leaves a trace.
+"""Runs a case, and again if it failed and the environment allows a second try. A second try leaves a trace.
 
-TESSEL_DESKTOP_TRIES says how many tries there are. TESSEL_DESKTOP_SECOND_TRIES names a folder: every case that needed
-another try leaves a file of its name there, with the end of what the failed one saw.
+TESSEL_DESKTOP_TRIES is the number of tries. TESSEL_DESKTOP_SECOND_TRIES names a folder: every case that needed another
+try leaves a file of its name there, with the end of the failed try's output.
 """
 
 import io
@@ -15,12 +15,12 @@ from typing import Callable, TextIO
 from .skipping import Skipped
 
 PASSED, FAILED, CANNOT_RUN = 0, 1, 77
-# Of a traceback, and of the logs.
+# Lengths of the traceback and of the logs in that file.
 TRACE_LINES, LOG_LINES = 8, 30
 
 
 class Copying(io.TextIOBase):
-    """Passes on what is printed and keeps it."""
+    """Passes output on and keeps a copy."""
 
     def __init__(self, output: TextIO):
         self.output = output

@@ -1,13 +1,13 @@
-"""Waiting for a condition, never for a time to pass."""
+"""Waiting for a condition, never for a fixed time."""
 
 import time
 from typing import Any, Callable
 
-# Polling finer than this only takes processor time from what is being waited for.
+# Finer polling only takes processor time from the process that is awaited.
 INTERVAL = 0.004
 
-# Deadlines for what is no fault to be slow on a busy machine, in seconds: an answer, the start of a desktop or an
-# application. They cost nothing unless something is broken. Where time itself is what a case is about, it says how much.
+# Deadlines, in seconds, for an answer, the start of a desktop or an application. They allow for a busy machine and cost
+# nothing unless there is a fault. A case about time itself sets its own limits.
 PATIENCE = 15.0
 STARTING = 60.0
 
@@ -30,12 +30,12 @@ def until(condition: Callable[[], Any], what: str, seconds: float = PATIENCE, sa
 
 
 def until_equal(read: Callable[[], Any], expected: Any, what: str, seconds: float = PATIENCE) -> None:
-    """Waits until `read` gives `expected`."""
+    """Waits until `read` returns `expected`."""
     until(lambda: read() == expected, f"{what} to be {expected}", seconds, read)
 
 
 def throughout(seconds: float, condition: Callable[[], Any], what: str, saw: Callable[[], Any] | None = None) -> None:
-    """Watches for that time, and fails as soon as `condition` does not hold: for what must not happen."""
+    """Watches for that time, and fails as soon as `condition` does not hold: for events that must not happen."""
     end = time.monotonic() + seconds
 
     def is_over() -> bool:

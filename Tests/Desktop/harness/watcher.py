@@ -1,4 +1,4 @@
-"""Watches one window and remembers every geometry it went through on the way."""
+"""Records every geometry of one window."""
 
 from Xlib import X, display
 
@@ -20,8 +20,8 @@ class GeometryWatcher:
     def changes(self) -> list[Rect]:
         """The client rectangles since the last call, in order, each different from the one before it.
 
-        The server tells a size with a place inside the decoration; where that is on the screen the window manager tells
-        with an event of its own. So the place counts only from the latter.
+        The server's event has the position inside the decoration; the window manager sends the position on the screen
+        in an event of its own. So only the latter event counts for the position.
         """
         self.connection.sync()
         found = []

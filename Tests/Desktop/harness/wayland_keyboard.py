@@ -1,8 +1,8 @@
-"""A person at the keyboard of a Wayland compositor that takes virtual keyboards (virtual-keyboard-unstable-v1).
+"""A person's keyboard on a Wayland compositor with virtual keyboards (virtual-keyboard-unstable-v1).
 
-Keys are named by their place and have the numbers that every keyboard's keys have, so that the compositor takes them for
-those of a real one; tools that type texts make numbers up. The protocol is spoken as it stands (The Wayland Protocol,
-"Wire Format"): it is half a dozen messages.
+Keys are named by their position and have the usual key codes, so that the compositor treats them as those of a real
+keyboard; tools that type texts make key codes up. This file implements the wire format itself (The Wayland Protocol,
+"Wire Format"), because it needs only half a dozen messages.
 """
 
 import array
@@ -13,10 +13,10 @@ import time
 
 from .keyboard import PLACES, SHORTCUTS
 
-# Numbers of the X world are those of the kernel and eight.
+# X key codes are those of the kernel plus eight.
 OFFSET = 8
 
-# Bits of a keymap's real modifiers, and the keys that hold them down or switch them.
+# Bits of a keymap's real modifiers, and the keys that hold or toggle them.
 HELD = {"Shift": 1, "Control": 4, "Alt": 8, "Super": 64}
 LOCKED = {"CapsLock": 2, "NumLock": 16}
 
@@ -50,7 +50,7 @@ class WaylandKeyboard:
         self.use(layout)
 
     def use(self, layout: str) -> None:
-        """Gives the keys the meaning that they have in this layout."""
+        """Gives the keys their symbols in this layout."""
         text = keymap(layout).encode() + b"\0"
         file = os.memfd_create("keymap")
         os.write(file, text)
@@ -63,7 +63,7 @@ class WaylandKeyboard:
         self.socket.close()
 
     def press(self, action: str) -> None:
-        """Presses and releases an action's shortcut; when it returns, the compositor has dealt with the keys."""
+        """Presses and releases an action's shortcut. On return, the compositor has handled the keys."""
         self.chord("Control", "Alt", SHORTCUTS[action])
 
     def chord(self, *keys: str) -> None:
@@ -87,7 +87,7 @@ class WaylandKeyboard:
         self.delivered()
 
     def delivered(self) -> None:
-        """Returns once the compositor has handled all that was sent."""
+        """Returns after the compositor has handled all messages."""
         callback = self._new_object()
         self._send(DISPLAY, 0, struct.pack("=I", callback))
         while not self._read_until(callback):
@@ -122,7 +122,7 @@ class WaylandKeyboard:
         self.socket.sendmsg([message], rights)
 
     def _read_until(self, callback: int) -> bool:
-        """Reads one message; whether it is the answer that is awaited."""
+        """Reads one message. Returns whether it is the awaited reply."""
         while len(self.unread) < 8 or len(self.unread) < self._length():
             received = self.socket.recv(65536)
             assert received, "the compositor has closed the connection"

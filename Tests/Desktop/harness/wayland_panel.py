@@ -1,7 +1,7 @@
 #!/usr/bin/python3
-"""A panel of Wayland: along the upper edge of the screen at the origin, as thick as the argument says, and kept free.
+"""A Wayland panel along the upper edge of the screen at the origin. Its argument is its thickness, which it reserves.
 
-Ends when it is killed. KWin 6.7 on Wayland keeps no space for panels of X11 any more.
+It ends when it is killed. KWin 6.7 on Wayland no longer reserves space for X11 panels.
 """
 
 import sys

@@ -1,4 +1,4 @@
-"""The window managers that the tests run, and how each behaves where window managers differ."""
+"""The window managers of the tests, and their differences."""
 
 from dataclasses import dataclass, field
 from typing import Callable
@@ -12,13 +12,13 @@ class WindowManager:
     name: str
     package: str
     command: tuple[str, ...]
-    # Writes the configuration by which a user takes our keys away from it; None where it holds none of them.
+    # Writes the configuration by which a user frees our keys from it; None if it holds none of them.
     free_keys: Callable[[Session], None] | None
-    # The actions whose keys it grabs with its own defaults.
+    # The actions whose keys it grabs by default.
     holds: frozenset[str] = frozenset()
-    # Their holder, as the program says; empty where it cannot know.
+    # Their holder, as the program reports it; empty if it cannot know.
     held_by: str = ""
-    # Those grabs are of the X Input extension, with which the core protocol's do not collide.
+    # Those grabs are of the X Input extension; core protocol grabs do not conflict with them.
     holds_through_extension: bool = False
     environment: dict[str, str] = field(default_factory=dict)
     # It draws shadows, so applications that decorate themselves draw theirs too.
@@ -27,9 +27,9 @@ class WindowManager:
     bar: int = 0
     # It rounds sizes down to a terminal's rows and columns.
     honours_increments: bool = True
-    # It keeps a pager's requests within the window's own least and greatest size.
+    # It limits a pager's requests to the window's own minimum and maximum size.
     honours_limits: bool = True
-    # It takes the focus from the window a while after monitors have changed, and a while after its start.
+    # It takes the focus from the window some time after monitors have changed, and some time after its start.
     forgets_focus: bool = False
 
     @property
@@ -66,7 +66,7 @@ WINDOW_MANAGERS = {
             "mutter", "mutter", ("mutter", "--x11", "--sm-disable"), freed_keys.mutter,
             holds=ARROWS, held_by="Mutter", holds_through_extension=True, composites=True,
         ),
-        # The window manager that Cinnamon is made of, on its own.
+        # Cinnamon's window manager without the rest of Cinnamon.
         WindowManager(
             "muffin", "muffin", ("muffin", "--sm-disable"), freed_keys.muffin,
             holds=ARROWS, holds_through_extension=True, composites=True,

@@ -1,6 +1,6 @@
-"""Windows as the X server and the window manager tell of them: which there are, where they are, what state they are in.
+"""The windows as X server and window manager report them: their number, geometry and state.
 
-A window's frame is what a person sees of it: the client's rectangle with the window manager's decoration around it
+A window's frame is its visible part: the client's rectangle with the window manager's decoration around it
 (_NET_FRAME_EXTENTS) and without the shadow that the application draws itself (_GTK_FRAME_EXTENTS).
 """
 
@@ -18,7 +18,7 @@ from .waiting import PATIENCE, Expired, until
 NORTH_WEST = 1
 FROM_A_PAGER = 2
 REMOVE, ADD = 0, 1
-# How long a fence waits before it asks once more, in seconds, and how wide its window becomes.
+# The time in seconds after which a fence sends its request again, and the largest width of its window.
 FENCE_INTERVAL = 1.0
 WIDEST_FENCE = 1000
 
@@ -26,7 +26,8 @@ WIDEST_FENCE = 1000
 class Windows:
     def __init__(self, name: str):
         self.connection = display.Display(name)
-        # A window may go between a question and its answer; whoever asked gets the exception, nobody the printout.
+        # A window may vanish between a request and its reply. The caller gets the exception; Xlib's printed message is
+        # suppressed.
         self.connection.set_error_handler(lambda *_: None)
         self.root = self.connection.screen().root
         self._fence = self.root.create_window(-2000, -50, 10, 10, 0, X.CopyFromParent, event_mask=X.StructureNotifyMask)
@@ -43,7 +44,7 @@ class Windows:
     def cardinals(self, window, name: str) -> list[int] | None:
         """A property of 32-bit items, or None without it or without the window."""
         try:
-            # In one request: a property that goes away between two would be half of each.
+            # One request, because a property that is deleted between two would give half of each state.
             value = window.get_property(self.atom(name), X.AnyPropertyType, 0, 1 << 16)
         except (error.BadWindow, error.BadDrawable):
             return None
@@ -53,11 +54,11 @@ class Windows:
         return self.atom(name) in (self.cardinals(self.root, "_NET_SUPPORTED") or [])
 
     def composited(self) -> bool:
-        """Whether somebody has announced to draw the screen with shadows."""
+        """Whether a compositing manager has announced itself."""
         return self.connection.get_selection_owner(self.atom("_NET_WM_CM_S0")) != X.NONE
 
     def selection_property(self, selection: str, name: str) -> bytes:
-        """A property of the window that owns the selection; empty where nobody does, or it has none."""
+        """A property of the window that owns the selection; empty without an owner or the property."""
         owner = self.connection.get_selection_owner(self.atom(selection))
         found = owner.get_full_property(self.atom(name), X.AnyPropertyType) if owner != X.NONE else None
         return bytes(found.value) if found else b""
@@ -85,7 +86,7 @@ class Windows:
         if claimed:
             return claimed[0]
         try:
-            # The number of a window that is gone may name another client by now.
+            # The id of a closed window may belong to another client by now.
             self.window(identifier).get_geometry()
         except (error.BadWindow, error.BadDrawable):
             return None
@@ -94,7 +95,7 @@ class Windows:
         return next((number for entry in answer.ids for number in entry.value), None)
 
     def is_decorated(self, identifier: int) -> bool:
-        """Whether a window manager that runs has put a frame around it."""
+        """Whether a running window manager has put a frame around it."""
         return self.window(identifier).query_tree().parent != self.root
 
     def states(self, identifier: int) -> set[str]:
@@ -111,7 +112,7 @@ class Windows:
         return Rect(place.x, place.y, geometry.width, geometry.height)
 
     def extents(self, identifier: int, name: str) -> tuple[int, int, int, int]:
-        """Left, right, top, bottom; zeros where nobody set any."""
+        """Left, right, top, bottom; zeros if they are not set."""
         values = self.cardinals(self.window(identifier), name)
         return tuple(values) if values and len(values) == 4 else (0, 0, 0, 0)
 
@@ -121,7 +122,7 @@ class Windows:
         return self.client_rect(identifier).grown(*decoration).grown(*(-side for side in shadow))
 
     def work_area(self) -> Rect | None:
-        """What bars and panels leave of a single screen, as the window manager says; None where it does not say."""
+        """The area that bars and panels leave of a single screen, by the window manager's property; None without it."""
         values = self.cardinals(self.root, "_NET_WORKAREA")
         return Rect(*values[:4]) if values else None
 
@@ -135,11 +136,11 @@ class Windows:
         self.connection.sync()
 
     def pixel(self, x: int, y: int) -> tuple[int, int, int]:
-        """What the screen shows there: red, green, blue."""
+        """The screen's pixel there: red, green, blue."""
         data = self.root.get_image(x, y, 1, 1, X.ZPixmap, 0xFFFFFFFF).data
         return (data[2], data[1], data[0])
 
-    # Requests, as a pager makes them
+    # Requests, as a pager sends them
 
     def _ask(self, identifier: int, message: str, data: list[int]) -> None:
         request = event.ClientMessage(
@@ -149,13 +150,14 @@ class Windows:
         self.connection.flush()
 
     def show_workspace(self, number: int) -> None:
-        """Asks for that workspace, as a pager does; does not wait."""
+        """Requests that workspace, as a pager does; does not wait."""
         self._ask(self.root.id, "_NET_CURRENT_DESKTOP", [number, X.CurrentTime])
 
     def activate(self, identifier: int, seconds: float = PATIENCE) -> None:
-        """Brings a window to the front and waits until window manager and server both say that it has the focus.
+        """Brings a window to the front and waits until window manager and server both report that it has the focus.
 
-        Asks again every second: a window manager that has just started may give the focus to another window afterwards.
+        Repeats the request every second: a window manager that has just started may give the focus to another window
+        afterwards.
         """
         asked = -math.inf
 
@@ -196,7 +198,7 @@ class Windows:
         self.connection.flush()
 
     def place(self, identifier: int, frame: Rect) -> None:
-        """Asks for that frame and waits until the window manager has dealt with it, whatever it made of it."""
+        """Requests that frame and waits until the window manager has handled the request, with any result."""
         decoration = self.extents(identifier, "_NET_FRAME_EXTENTS")
         shadow = self.extents(identifier, "_GTK_FRAME_EXTENTS")
         left, right, top, bottom = (outer - inner for outer, inner in zip(decoration, shadow))
@@ -221,7 +223,7 @@ class Windows:
         self.fence()
 
     def minimize(self, identifier: int) -> None:
-        """Minimizes a window and waits until it is out of sight and out of focus."""
+        """Minimizes a window and waits until it is hidden and has lost the focus."""
         self._ask(identifier, "WM_CHANGE_STATE", [Xutil.IconicState])
         window = self.window(identifier)
         until(lambda: (self.cardinals(window, "WM_STATE") or [0])[0] == Xutil.IconicState, "the window to be minimized")
@@ -229,7 +231,7 @@ class Windows:
         self.fence()
 
     def focus(self, identifier: int) -> None:
-        """Gives a window the keyboard focus as a program could, and asks the window manager to make it active."""
+        """Gives a window the keyboard focus as a program could, and requests that the window manager activates it."""
         self._ask(identifier, "_NET_ACTIVE_WINDOW", [FROM_A_PAGER, X.CurrentTime, 0])
         self.fence()
         self.window(identifier).set_input_focus(X.RevertToPointerRoot, X.CurrentTime)
@@ -239,24 +241,24 @@ class Windows:
         until(lambda: focused() == identifier, what, saw=lambda: hex(focused()))
 
     def fence(self, seconds: float = PATIENCE) -> None:
-        """Returns when the window manager has handled everything that was asked before.
+        """Returns when the window manager has handled every earlier request.
 
-        A configure request for an unmapped window of ours goes to the window manager, which answers it in its turn.
+        A configure request for an unmapped window of ours goes to the window manager, which replies in order.
         """
         if not self.answers(seconds):
             raise Expired(f"the window manager did not answer within {seconds:g} s")
 
     def answers(self, seconds: float) -> bool:
-        """Whether the window manager handles a request of now within that time."""
+        """Whether the window manager handles a new request within that time."""
         deadline = time.monotonic() + seconds
         asked: set[int] = set()
         ask_again = 0.0
         while True:
             now = time.monotonic()
             if now >= ask_again:
-                # A window manager that is replaced takes what it was asked with it.
+                # When a window manager is replaced, its pending requests are lost.
                 ask_again = now + FENCE_INTERVAL
-                # Another width each time: a request for the width that is there is not answered.
+                # A different width each time, because a request for the present width gets no reply.
                 self._fence_width = self._fence_width % WIDEST_FENCE + 1
                 asked.add(self._fence_width)
                 self._fence.configure(width=self._fence_width)

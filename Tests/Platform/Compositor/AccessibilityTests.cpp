@@ -19,8 +19,8 @@ using corvid::CGSize;
 using std::chrono::milliseconds;
 using Trace = std::vector<std::string>;
 
-/// Two windows of process 7, "a" and "b", and one of process 8, "c", which has the keyboard. The compositor's origin is
-/// the corner of the output on the left; the primary one is beside it and lower.
+/// Two windows of process 7, "a" and "b", and one of process 8, "c", which has the keyboard focus. The compositor's
+/// origin is the corner of the output on the left; the primary output is beside it and lower.
 class CompositorAccessibility : public testing::Test {
 protected:
     void SetUp() override { open(); }
@@ -67,13 +67,13 @@ protected:
         return accessibility.setAttributeValue(element(window), AXAttribute::size, wanted);
     }
 
-    /// What keeps the window's size from being read.
+    /// The fault that prevents reading the window's size.
     AXError failure(const WindowIdentifier& window) {
         const auto answer = accessibility.copyAttributeValue(element(window), AXAttribute::size);
         return answer ? AXError::success : answer.error();
     }
 
-    /// What was asked of the door, besides news.
+    /// The requests to the door, without refreshes.
     Trace asked() {
         Trace trace = door.takeTrace();
         std::erase(trace, "refresh");
@@ -95,7 +95,7 @@ TEST_F(CompositorAccessibility, FramesAreCountedFromThePrimaryOutputsCorner) {
     EXPECT_EQ(position("b"), (CGPoint{220, -20}));
 }
 
-TEST_F(CompositorAccessibility, WhatIsWrittenToAWindowIsOneRequestBeforeItIsReadAgain) {
+TEST_F(CompositorAccessibility, WritesToAWindowBecomeOneRequestBeforeItIsReadAgain) {
     EXPECT_EQ(resize("a", {960, 1050}), AXError::success);
     EXPECT_EQ(move("a", {0, 30}), AXError::success);
     EXPECT_EQ(resize("a", {960, 1049.6}), AXError::success);
@@ -107,14 +107,14 @@ TEST_F(CompositorAccessibility, WhatIsWrittenToAWindowIsOneRequestBeforeItIsRead
     EXPECT_EQ(asked(), Trace{});
 }
 
-TEST_F(CompositorAccessibility, AReadTellsWhatTheWindowHasSettledOn) {
+TEST_F(CompositorAccessibility, AReadReturnsTheFinalFrame) {
     door.leastSizes["a"] = {800, 100};
     resize("a", {400, 500});
     EXPECT_EQ(size("a"), (CGSize{800, 500}));
     EXPECT_EQ(position("a"), (CGPoint{100, 100}));
 }
 
-TEST_F(CompositorAccessibility, WhatNobodyReadsIsAskedForAtTheEndOfTheTurnWithoutWaiting) {
+TEST_F(CompositorAccessibility, WritesWithoutAReadAreSentAtTheEndOfTheTurnWithoutWaiting) {
     move("a", {10, 20});
     move("b", {30, 40});
     endTurn();
@@ -267,7 +267,7 @@ TEST_F(CompositorAccessibility, TheFocusedWindowIsTheOwnersAndNoFurniture) {
     EXPECT_EQ(workspace.frontmostApplication(), std::nullopt);
 }
 
-TEST_F(CompositorAccessibility, ASubroleTellsAStandardWindowFromTheOthers) {
+TEST_F(CompositorAccessibility, ASubroleDistinguishesAStandardWindowFromTheOthers) {
     const std::vector<std::pair<WindowKind, std::string>> cases{{WindowKind::standard, "AXStandardWindow"},
                                                                 {WindowKind::auxiliary, "AXDialog"},
                                                                 {WindowKind::furniture, "AXUnknown"}};
@@ -280,7 +280,7 @@ TEST_F(CompositorAccessibility, ASubroleTellsAStandardWindowFromTheOthers) {
     EXPECT_EQ(read<std::string>(element("gone"), AXAttribute::subrole), std::nullopt);
 }
 
-TEST_F(CompositorAccessibility, WhatMakesNoSenseIsRefused) {
+TEST_F(CompositorAccessibility, ImplausibleValuesAreRefused) {
     const AXUIElement application = accessibility.applicationElement(7);
     EXPECT_EQ(accessibility.setAttributeValue(element("a"), AXAttribute::position, CGSize{1, 2}),
               AXError::illegalArgument);

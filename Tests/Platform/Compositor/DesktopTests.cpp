@@ -36,7 +36,7 @@ protected:
     Identifiers seen;
 };
 
-TEST_F(CompositorDesktop, NewWindowsOfAnObservedProcessAreToldWhenTheyAreReady) {
+TEST_F(CompositorDesktop, NewWindowsOfAnObservedProcessAreReportedWhenTheyAreReady) {
     WindowTable::Contents contents;
     contents.windows = {{"1", readyWindow(editor)}};
     start(std::move(contents));
@@ -61,7 +61,7 @@ TEST_F(CompositorDesktop, NewWindowsOfAnObservedProcessAreToldWhenTheyAreReady) 
     EXPECT_EQ(seen, (Identifiers{"3", "2"}));
 }
 
-TEST_F(CompositorDesktop, WindowsThatCameWhileTheDoorWasClosedAreNotTold) {
+TEST_F(CompositorDesktop, WindowsThatAppearedWhileTheDoorWasClosedAreNotReported) {
     start();
     std::unique_ptr<AXObserver> observer;
     watch(observer);
@@ -85,7 +85,7 @@ TEST_F(CompositorDesktop, AnObserverThatOutlivesTheDesktopIsHarmless) {
     EXPECT_EQ(seen, Identifiers{});
 }
 
-TEST_F(CompositorDesktop, WhatIsWrittenIsAskedForWhenTheTurnOfTheLoopEnds) {
+TEST_F(CompositorDesktop, WritesAreSentWhenTheTurnOfTheLoopEnds) {
     WindowTable::Contents contents;
     contents.windows = {{"1", readyWindow(editor)}};
     contents.outputs = {{.frame = {{0, 0}, {800, 600}}, .workArea = {{0, 0}, {800, 600}}}};
@@ -101,7 +101,7 @@ TEST_F(CompositorDesktop, WhatIsWrittenIsAskedForWhenTheTurnOfTheLoopEnds) {
     EXPECT_EQ(door.takeTrace(), Trace{"refresh"}) << "a turn of its own";
 }
 
-TEST_F(CompositorDesktop, ScreensAreToldInTheScreenSpaceThePrimaryOneFirst) {
+TEST_F(CompositorDesktop, ScreensAreInTheScreenSpaceThePrimaryOneFirst) {
     WindowTable::Contents contents;
     contents.outputs = {{.frame = {{1280, 100}, {1920, 1080}}, .workArea = {{1280, 132}, {1920, 1048}}},
                         {.frame = {{0, 0}, {1280, 1024}}, .workArea = {{0, 0}, {1280, 1000}}}};
@@ -131,7 +131,7 @@ TEST_F(CompositorDesktop, OwnWindowsAndThePointerAreCountedFromThePrimaryOutput)
     EXPECT_EQ(door.takeTrace(), Trace{});
 }
 
-TEST_F(CompositorDesktop, TheActiveScreenIsToldInTheScreenSpace) {
+TEST_F(CompositorDesktop, TheActiveScreenIsInTheScreenSpace) {
     WindowTable::Contents contents;
     contents.outputs = {{.frame = {{1280, 100}, {1920, 1080}}, .workArea = {{1280, 132}, {1920, 1048}}},
                         {.frame = {{0, 0}, {1280, 1024}}, .workArea = {{0, 0}, {1280, 1000}}, .isActive = true}};

@@ -14,7 +14,7 @@
 
 namespace platform::compositor {
 
-/// A desktop behind a simulated door, with the real event loop. What it tells of applications is written down.
+/// A desktop behind a simulated door, with the real event loop. It records the application events.
 class FollowedCompositor : public testing::Test {
 protected:
     class PlainDesktop final : public Desktop {
@@ -29,16 +29,16 @@ protected:
 
     FollowedCompositor();
 
-    /// Opens the door to these windows, and begins to follow applications.
+    /// Opens the door with these windows, and begins to follow applications.
     void start(WindowTable::Contents contents = {});
 
     /// A window of the process with that class, ready.
     void openWindow(const WindowIdentifier& identifier, ProcessIdentifier process, const std::string& className);
 
-    /// Turns the event loop until the condition holds; false if it does not within some seconds.
+    /// Runs the event loop until the condition holds; false if it does not within some seconds.
     [[nodiscard]] bool runUntil(const std::function<bool()>& condition);
 
-    /// Turns the event loop until it has nothing to do.
+    /// Runs the event loop until no work is left.
     void drain();
 
     linux::MainLoop mainLoop;
@@ -46,7 +46,7 @@ protected:
     SimulatedDoor door{table, [this] { return mainLoop.now(); }, [](Duration /*time*/) {}};
     linux::PlainIdentification identification;
     linux::PlainCatalogue catalogue;
-    /// "launch editor", "terminate editor"; "nobody" for one that is not identified.
+    /// "launch editor", "terminate editor"; "nobody" for an unidentified application.
     std::vector<std::string> told;
     std::unique_ptr<PlainDesktop> desktop = std::make_unique<PlainDesktop>(mainLoop, table, door);
 };

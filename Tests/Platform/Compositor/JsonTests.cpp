@@ -29,7 +29,7 @@ TEST(CompositorJson, BytesThatAreNotUtf8AreReplacedWhereTheyStand) {
     }
 }
 
-TEST(CompositorJson, WhatIsNoJsonIsNothing) {
+TEST(CompositorJson, TextThatIsNoJsonIsNothing) {
     for (const char* text : {"", "{", "garbage", "\xff", "{\"a\":\"\xff", "{\"a\":1}\xe9", "[\xc3]"}) {
         EXPECT_EQ(parsedJson(text), std::nullopt) << text;
     }

@@ -22,7 +22,7 @@ protected:
     linux::Sleeper browser;
 };
 
-TEST_F(CompositorApplications, ALaunchIsToldOnceWhenTheFirstWindowIsReady) {
+TEST_F(CompositorApplications, ALaunchIsReportedOnceWhenTheFirstWindowIsReady) {
     start();
     Window window = readyWindow(editor.number());
     window.clues.applicationId = "editor";
@@ -43,7 +43,7 @@ TEST_F(CompositorApplications, ALaunchIsToldOnceWhenTheFirstWindowIsReady) {
 TEST_F(CompositorApplications, OneWhoseLaunchIsStillToBeDeliveredIsNotListed) {
     start();
     openWindow("1", editor.number(), "Editor");
-    // Who looks at the list now, as when a rule is made, must not take it for one that was there before.
+    // A reader of the list at this moment, such as a new rule, must not take it for an old application.
     EXPECT_TRUE(desktop->runningApplications().runningApplications().empty());
     EXPECT_NE(application(editor.number()), nullptr);
     std::size_t listed = 0;

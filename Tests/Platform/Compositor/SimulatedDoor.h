@@ -12,14 +12,14 @@
 
 namespace platform::compositor {
 
-/// A compositor in memory and the way to it: windows that refuse sizes, answers that come late or never. Whatever is
-/// asked is written down.
+/// A compositor in memory and its door: windows that refuse sizes, replies that come late or never. It records every
+/// request.
 ///
 /// Trace: "refresh", "place a at (10, 20) 300 x 200", the same with " without waiting", "prompt", "place own Title at
 /// (10, 20)".
 class SimulatedDoor final : public Door {
 public:
-    /// `now` tells the time, and `pass` lets it go by.
+    /// `now` returns the time, and `pass` advances it.
     SimulatedDoor(WindowTable& table, std::function<Instant()> now, std::function<void(Duration)> pass)
         : table(table)
         , now(std::move(now))
@@ -32,16 +32,16 @@ public:
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override { return pointerPosition; }
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
 
-    /// What was asked of the door since this was called last.
+    /// The requests to the door since the last call.
     [[nodiscard]] std::vector<std::string> takeTrace() { return std::exchange(trace, {}); }
 
-    /// What has happened in the compositor and is told with the next `refresh`.
+    /// Events in the compositor, reported with the next `refresh`.
     std::function<void()> untold;
-    /// The least size of windows that refuse smaller ones.
+    /// The minimum size of windows that refuse smaller ones.
     std::map<WindowIdentifier, corvid::CGSize> leastSizes;
-    /// Windows whose programs hang: they never come to rest.
+    /// Windows of hanging programs: they never come to rest.
     std::set<WindowIdentifier> silent;
-    /// How long the others take.
+    /// The time that the other windows take.
     Duration settling = std::chrono::milliseconds(5);
     std::optional<corvid::CGPoint> pointerPosition;
     AccessObstacle reason{.kind = AccessObstacle::Kind::silentCompositor, .desktop = "Simulated"};
@@ -53,7 +53,7 @@ private:
     std::vector<std::string> trace;
 };
 
-/// A standard window of a process that can be dealt with.
+/// A standard window of a process, ready for use.
 [[nodiscard]] Window readyWindow(ProcessIdentifier process, const corvid::CGRect& frame = {{0, 0}, {300, 200}});
 
 } // namespace platform::compositor

@@ -13,7 +13,7 @@
 namespace platform::compositor {
 namespace {
 
-/// Writes down what it is told: "+a" (new), "*a" (was there), "~a" (identity), "!a" (ready), "-a" (gone).
+/// Records its notifications: "+a" (new), "*a" (was there), "~a" (identity), "!a" (ready), "-a" (gone).
 class Diary final : public WindowTable::Follower {
 public:
     void windowAppeared(const WindowIdentifier& identifier, const Window& /*window*/, bool wasThere) override {
@@ -55,7 +55,7 @@ WindowTable::Contents contents(const Identifiers& identifiers) {
     return all;
 }
 
-TEST(WindowTable, WhatIsThereWhenTheDoorOpensWasThere) {
+TEST(WindowTable, WindowsAtTheOpeningOfTheDoorWereThere) {
     WindowTable table;
     Diary diary;
     table.setFollower(diary);
@@ -68,7 +68,7 @@ TEST(WindowTable, WhatIsThereWhenTheDoorOpensWasThere) {
     EXPECT_EQ(table.lastArrival(), 0U);
 }
 
-TEST(WindowTable, WhoComesLateIsToldWhatIsKnownAlready) {
+TEST(WindowTable, ALateFollowerIsNotifiedOfKnownWindows) {
     WindowTable table;
     table.open(contents({"b"}));
     table.put("a", unreadyWindow());
@@ -77,7 +77,7 @@ TEST(WindowTable, WhoComesLateIsToldWhatIsKnownAlready) {
     EXPECT_EQ(diary.take(), (Told{"*b", "!b", "*a"}));
 }
 
-TEST(WindowTable, ANewWindowIsToldWhenItAppearsAndWhenItIsReady) {
+TEST(WindowTable, ANewWindowIsReportedWhenItAppearsAndWhenItIsReady) {
     WindowTable table;
     Diary diary;
     table.setFollower(diary);

@@ -56,7 +56,7 @@ TEST_F(ADoorToTheShell, FollowsWindowsFocusAndScreens) {
     EXPECT_FALSE(table.focused());
 }
 
-TEST_F(ADoorToTheShell, KnowsTheFocusThatIsToldBeforeItsWindow) {
+TEST_F(ADoorToTheShell, KnowsAFocusThatIsReportedBeforeItsWindow) {
     tellNumber("Focused", 9);
     ASSERT_TRUE(until([&] { return !table.focused(); }));
     tellText("WindowChanged", R"({"id":9,"kind":"standard","frame":[1,2,3,4]})");
@@ -145,14 +145,14 @@ TEST_F(ADoorToTheShell, ClosesWithTheExtensionAndKeepsTheWindows) {
     EXPECT_EQ(table.arrivalOf("7"), 0U);
 }
 
-TEST_F(ADoorToTheShell, TellsWhereThePointerIs) {
+TEST_F(ADoorToTheShell, ReportsThePointersPosition) {
     shell->answerWith("Pointer", "ii", 12, -5);
     EXPECT_EQ(door.pointer(), (corvid::CGPoint{12, -5}));
     shell->answerWithText("Pointer", "there");
     EXPECT_EQ(door.pointer(), std::nullopt);
 }
 
-TEST_F(ADoorToTheShell, TellsWhereAWindowOfThisProcessBelongs) {
+TEST_F(ADoorToTheShell, SendsThePositionOfAWindowOfThisProcess) {
     door.placeOwnWindow("A \"title\"", {20.4, 31.6});
     const std::string call = "PlaceOwn " + std::to_string(::getpid()) + " A \"title\" 20 32";
     EXPECT_TRUE(until([&] { return shell->wasCalled(call); })) << shell->calls().back();
@@ -163,7 +163,7 @@ TEST_F(ADoorToTheShell, ShowsTheWayWhenItIsAsked) {
     EXPECT_EQ(prompts, 1);
 }
 
-TEST_F(ADoorToTheShell, OutlivesWhateverIsTold) {
+TEST_F(ADoorToTheShell, SurvivesAnyMessage) {
     const std::string huge(1 << 19, 'x');
     for (const std::string& text : {std::string(), std::string("{"), std::string("null"), huge,
                                     R"({"id":7,"frame":")" + huge + "\"}", std::string(200'000, '[')}) {

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* inData = "/gnome-shell/extensions/tessel@corvid.org";
 
-/// A copy of the extension: who made it, of which version, for which versions of the shell.
+/// A copy of the extension: its maker, its version, and the versions of the shell that it supports.
 struct Made {
     std::string maker;
     std::string version = "1.5";
@@ -63,7 +63,7 @@ TEST_F(FilesOfTheExtension, AreInstalledInTheFormThatTheShellReads) {
     }
 }
 
-/// Follows the user's copy, whatever there is for all users.
+/// Each state of both copies, and the copy in the home after a refresh and after an installation.
 TEST_F(FilesOfTheExtension, AreKeptFromBeingStale) {
     const Made own{.maker = "esm"};
     const Made older{.maker = "older", .version = "1.4"};
@@ -75,7 +75,7 @@ TEST_F(FilesOfTheExtension, AreKeptFromBeingStale) {
         const char* what;
         std::optional<Made> inHome;
         std::optional<Made> forAll;
-        /// The maker of the copy in the home afterwards; empty where there is none.
+        /// The maker of the copy in the home afterwards; empty without one.
         std::string refreshed;
         std::string installed;
     };
@@ -127,7 +127,7 @@ TEST_F(FilesOfTheExtension, AreKeptFromBeingStale) {
     }
 }
 
-TEST_F(FilesOfTheExtension, TellWhichCopyTheNextSessionTakes) {
+TEST_F(FilesOfTheExtension, ShowWhichCopyTheNextSessionLoads) {
     put(forAll, {.maker = "everybody's"});
     EXPECT_EQ(files.nextRevision(), "everybody's");
     put(place, {.maker = "mine"});

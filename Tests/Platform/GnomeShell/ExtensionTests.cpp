@@ -30,7 +30,7 @@ protected:
         write(place + "/extension.js", revision + " script");
     }
 
-    /// The shell's version, and how it answers for the one other property that is asked for, a switch.
+    /// The shell's version, and its reply for the one other requested property, a switch.
     void setVersion(const std::string& version, FakeShell::Answer generalSwitch) {
         shell->answer("Get", [version, generalSwitch = std::move(generalSwitch)](sd_bus_message* call) {
             const char* interface = nullptr;
@@ -51,7 +51,7 @@ protected:
         });
     }
 
-    /// Returns once the shell has been asked how the extension stands, for the one time that its arrival brings about.
+    /// Returns after the one request for the extension's state that its arrival causes.
     void openTheLink(const std::string& session = "first") {
         const auto questions = [&] {
             const auto calls = shell->calls();
@@ -162,7 +162,7 @@ TEST_F(TheExtension, IsSwitchedOnAlsoWhereTheShellIsAskedAgainMeanwhile) {
     extension.switchOn();
     ASSERT_TRUE(until([&] { return shell->wasCalled("Get org.gnome.Shell.Extensions UserExtensionsEnabled"); }));
 
-    // Something else is there now that is not the extension either.
+    // The object there now is not the extension either.
     shell->answerWithText("Hello", R"({"version":99,"session":"x","windows":[],"outputs":[]})");
     shell->setExtension(true);
     ASSERT_TRUE(until([&] { return link->obstacle() == ShellLink::Obstacle::otherVersion; }));
@@ -200,7 +200,7 @@ TEST_F(TheExtension, IsReplacedInTheHomeWhereTheShellFindsItOutOfDate) {
     EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
     EXPECT_EQ(contentsOf(installed), "new script") << "without being asked to";
 
-    // The shell refuses the very one that the next session would have: that would not help.
+    // The shell refuses the very version that the next session would have: logging out would not help.
     setState(outOfDate, "new");
     extension.switchOn();
     EXPECT_TRUE(until([&] { return present() == Kind::extensionRefused; }));
@@ -272,7 +272,7 @@ TEST_F(TheExtension, IsToBeLoadedAnewWhereOnlyTheOldOneDoesNotFit) {
     EXPECT_EQ(contentsOf(installed), "new script");
 }
 
-TEST_F(TheExtension, SaysThatSomebodyElseHasItsServices) {
+TEST_F(TheExtension, ReportsThatAnotherClientHasItsServices) {
     setState(1);
     refuseHello(Protocol::denied, "This object serves Tessel only");
     shell->setExtension(true);

@@ -108,7 +108,7 @@ void FakeShell::run(const std::function<void()>& job) {
 
 void FakeShell::serve() {
     while (!isEnding) {
-        // Sending may take in what has come meanwhile, of which the socket then says nothing.
+        // Sending may read pending messages, which the socket then no longer signals.
         do {
             sd_bus_flush(bus.get());
         } while (sd_bus_process(bus.get(), nullptr) > 0);

@@ -12,30 +12,30 @@
 #include <thread>
 #include <vector>
 
-/// GNOME Shell as far as the bus sees it, by hand, in a thread of its own: the program waits for some of its answers.
+/// GNOME Shell as the bus sees it, simulated in a thread of its own, because the program waits for some of its replies.
 class FakeShell {
 public:
-    /// Answers a call, or does not. In the shell's thread.
+    /// Answers a call, or leaves it pending. Runs in the shell's thread.
     using Answer = std::function<void(sd_bus_message* call)>;
     /// Writes the arguments of a signal.
     using Arguments = std::function<void(sd_bus_message* signal)>;
 
-    /// Without the extension: calls to it are answered with the error that there is no such object.
+    /// Starts without the extension: calls to it get the error for a missing object.
     explicit FakeShell(const std::string& address);
     FakeShell(const FakeShell&) = delete;
     FakeShell& operator=(const FakeShell&) = delete;
     ~FakeShell();
 
-    /// Has the extension, from now on or no longer. It says so if it is there when its client is.
+    /// Adds or removes the extension. An added extension announces itself if its client is there.
     void setExtension(bool isOn, const std::string& session = "first");
 
-    /// What the extension says of windows and screens, as the members of a JSON object.
+    /// The extension's data on windows and screens, as the members of a JSON object.
     void setContents(const std::string& members);
 
-    /// How a method is answered from now on, in the extension or in the shell itself.
+    /// Sets the reply to a method, in the extension or in the shell itself.
     void answer(const std::string& method, Answer answer);
 
-    /// An answer with values.
+    /// A reply with values.
     template <typename... Values>
     void answerWith(const std::string& method, const char* types, Values... values) {
         answer(method, [=](sd_bus_message* call) { sd_bus_reply_method_return(call, types, values...); });
@@ -45,16 +45,16 @@ public:
         answer(method, [=](sd_bus_message* call) { sd_bus_reply_method_return(call, "s", text.c_str()); });
     }
 
-    /// Says something to the program alone.
+    /// Sends a signal to the program alone.
     void tell(const std::string& signal, const Arguments& arguments = nullptr);
-    /// The same, by somebody who is not the shell.
+    /// The same, from a connection that is not the shell.
     void tellAsStranger(const std::string& signal, const Arguments& arguments = nullptr);
 
     /// The calls so far, as "METHOD arguments".
     [[nodiscard]] std::vector<std::string> calls();
     [[nodiscard]] bool wasCalled(const std::string& call);
 
-    /// Does something in the shell's thread, and returns when it is done.
+    /// Runs a function in the shell's thread, and returns when it is done.
     void run(const std::function<void()>& job);
 
 private:

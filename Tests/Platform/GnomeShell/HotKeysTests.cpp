@@ -58,7 +58,7 @@ protected:
     std::optional<linux::HotKeyLosses> losses;
 };
 
-TEST_F(HotKeysOfTheShell, AreTakenByTheirPlaceOnTheKeyboardAndTellOfTheirPresses) {
+TEST_F(HotKeysOfTheShell, AreGrabbedByTheirPositionOnTheKeyboardAndReportTheirPresses) {
     ASSERT_EQ(take(keyLeft, 31).status, noErr);
     ASSERT_EQ(take(keyC, 32).status, noErr);
     EXPECT_TRUE(shell->wasCalled("Grab 1 <Control><Alt>0x71"));
@@ -70,7 +70,7 @@ TEST_F(HotKeysOfTheShell, AreTakenByTheirPlaceOnTheKeyboardAndTellOfTheirPresses
     EXPECT_EQ(pressed, (std::vector<std::uint32_t>{32, 31}));
 }
 
-TEST_F(HotKeysOfTheShell, ThatSomebodyHoldsAreRefused) {
+TEST_F(HotKeysOfTheShell, ThatAnotherClientHoldsAreRefused) {
     shell->answerWith("Grab", "b", 0);
     const auto registration = take(keyLeft, 31);
     EXPECT_EQ(registration.status, eventHotKeyExistsErr);
@@ -155,7 +155,7 @@ TEST_F(HotKeysOfTheShell, AreTakenAgainWhenTheExtensionBeginsAnew) {
     EXPECT_FALSE(losses->take());
 }
 
-TEST_F(HotKeysOfTheShell, ThatSomebodyTookMeanwhileAreALossThatIsToldOnce) {
+TEST_F(HotKeysOfTheShell, ThatAnotherClientTookMeanwhileAreReportedLostOnce) {
     ASSERT_EQ(take(keyLeft, 31).status, noErr);
     shell->answerWith("Grab", "b", 0);
     shell->setExtension(true, "second");

@@ -10,7 +10,7 @@ namespace {
 
 using compositor::WindowKind;
 
-TEST(ShellMessages, AWindowIsReadWithAllThatIsToldOfIt) {
+TEST(ShellMessages, AWindowIsReadWithAllItsProperties) {
     const auto window = parseWindow(
         R"({"id":18446744073709551615,"pid":42,"applicationId":"org.example.Editor","windowClass":"Editor",)"
         R"("windowInstance":"editor","kind":"auxiliary","skipsTaskBars":true,"isFullscreen":true,)"
@@ -53,7 +53,7 @@ TEST(ShellMessages, AWindowWithoutNumberOrFrameIsNone) {
     }
 }
 
-TEST(ShellMessages, WhatIsNotUtf8InATextIsReplaced) {
+TEST(ShellMessages, InvalidUtf8InATextIsReplaced) {
     const auto window = parseWindow("{\"id\":7,\"frame\":[1,2,3,4],\"applicationId\":\"caf\xe9\"}");
     ASSERT_TRUE(window);
     EXPECT_EQ(window->second.clues.applicationId, "caf\uFFFD");
@@ -79,7 +79,7 @@ TEST(ShellMessages, ProcessesAreTakenOnlyWhereTheyCanBe) {
     }
 }
 
-TEST(ShellMessages, TheFirstAnswerTellsWindowsFocusAndScreens) {
+TEST(ShellMessages, TheFirstReplyHasWindowsFocusAndScreens) {
     const auto hello = parseHello(
         R"({"version":1,"session":"abc","windows":[{"id":3,"kind":"standard","frame":[1,2,3,4]},{"id":"no"}],)"
         R"("focused":3,"outputs":[{"frame":[0,0,1600,900],"workArea":[0,32,1600,868]},{"frame":[0,0,0,0]}]})");

@@ -19,7 +19,7 @@ inline constexpr const char* oneWindow =
     R"("windows":[{"id":7,"pid":42,"applicationId":"org.example.Editor","kind":"standard","frame":[10,20,300,200]}],)"
     R"("focused":7,"outputs":[{"frame":[0,0,1600,900],"workArea":[0,32,1600,868]}])";
 
-/// A message bus, a shell on it by hand, and a link to that.
+/// A message bus, a simulated shell on it, and a link to that.
 class ShellTest : public testing::Test {
 protected:
     ShellTest() {
@@ -29,7 +29,7 @@ protected:
         link.emplace(loop, *sessionBus);
     }
 
-    /// Turns the loop until the condition holds; false if it does not within some seconds.
+    /// Runs the loop until the condition holds; false if it does not within some seconds.
     bool until(const std::function<bool()>& condition) {
         constexpr std::uint64_t shortWait = 10'000;
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
@@ -42,7 +42,7 @@ protected:
         return true;
     }
 
-    /// Returns once everything that the shell has said so far is dealt with.
+    /// Returns when every message that the shell has sent so far has been handled.
     void catchUp() {
         const std::string call = "Ping " + std::to_string(++pings);
         link->send("Ping", "u", pings);
@@ -59,7 +59,7 @@ protected:
             &isBack, "");
         const linux::OwnedSlot owned(slot);
         ASSERT_TRUE(until([&] { return isBack; }));
-        // What was posted meanwhile is done as well.
+        // Posted calls have run as well.
         bool isDone = false;
         loop.post([&] { isDone = true; });
         ASSERT_TRUE(until([&] { return isDone; }));

@@ -79,7 +79,7 @@ TEST_F(AskedShell, IsAskedByTheNumbersOfKeysAndKnowsWhatIsInForce) {
     EXPECT_TRUE(shell->wasCalled("Holders [(113, 12), (54, 12)]")) << testing::PrintToString(shell->calls());
 }
 
-TEST_F(AskedShell, WhatItKeepsForOthersIsLookedForInTheSettings) {
+TEST_F(AskedShell, KeysThatItKeepsForOthersAreSearchedInTheSettings) {
     openExtension();
     shell->answerWithText("Holders", R"([{"binding":"switch-to-workspace-left"},{"binding":"","summary":""}])");
     ShortcutHolder ofC = inSettings;
@@ -96,7 +96,7 @@ TEST_F(AskedShell, AnEarlierExtensionOrNoneLeavesAllToTheSettings) {
     EXPECT_EQ(found(), (Answers{inSettings, inSettings}));
 }
 
-TEST_F(AskedShell, ASearchThatIsDroppedTellsNobody) {
+TEST_F(AskedShell, ADestroyedSearchCallsNothing) {
     openExtension();
     shell->answerWithText("Holders", "[null]");
     holders.find({heldC}, [](const Answers&) { FAIL(); }).reset();

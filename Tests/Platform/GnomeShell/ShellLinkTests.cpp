@@ -11,7 +11,7 @@ namespace {
 using std::chrono::milliseconds;
 using Obstacle = ShellLink::Obstacle;
 
-/// Notes what it is told.
+/// Records its notifications.
 class Notebook final : public ShellLink::Listener {
 public:
     using Listener::Listener;
@@ -82,7 +82,7 @@ TEST_F(ALinkToTheShell, LearnsThatTheExtensionBeganAnewWithoutHavingClosed) {
     EXPECT_EQ(notes.lines, (Lines{"opened first anew", "opened second anew"}));
 }
 
-TEST_F(ALinkToTheShell, IsNotToldTwiceOfTheSameBeginning) {
+TEST_F(ALinkToTheShell, ReportsTheSameStartOnlyOnce) {
     shell->setExtension(true);
     link->await(soon());
     shell->setExtension(true);

@@ -61,7 +61,7 @@ TEST_F(AnItemInTheTopBar, IsClickedInTheMiddleOfItsLowerEdge) {
     EXPECT_EQ(clicks, (std::vector<std::optional<corvid::CGPoint>>{corvid::CGPoint{1420, 868}}));
 }
 
-TEST_F(AnItemInTheTopBar, TellsWhereItIs) {
+TEST_F(AnItemInTheTopBar, ReportsItsPosition) {
     EXPECT_EQ(topBar.frame(), std::nullopt);
     topBar.show(contents);
     shell->answerWith("ItemFrame", "iiii", 1400, 0, 40, 32);

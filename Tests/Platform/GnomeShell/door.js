@@ -1,5 +1,5 @@
-// Whom the extension serves, over a bus and a shell that are played: door.js FOLDER, which has the parts of the
-// extension. Fails with the first thing that is not as it should be.
+// The clients that the extension serves, over a simulated bus and shell: door.js FOLDER, which has the parts of the
+// extension. Exits with an error at the first wrong result.
 
 imports.searchPath.unshift(imports.gi.GLib.path_get_dirname(imports.system.programInvocationName));
 const {PlayedBus, PlayedShell, equal, extensionFrom} = imports.playedShell;
@@ -21,7 +21,7 @@ class Scene {
         this.door.enable();
     }
 
-    /** The program is there as usual. */
+    /** The program is connected as usual. */
     static served() {
         const scene = new Scene();
         scene.bus.give(PROGRAM);
@@ -29,7 +29,7 @@ class Scene {
         return scene;
     }
 
-    /** Everything that can be asked for, but for the first question. */
+    /** Every call except the first, Hello. */
     askAll(sender) {
         const calls = [
             ['Frames'], ['Place', 1, 0, 0, 100, 100], ['Grab', 1, LEFT], ['Borrow', 1, LEFT], ['LoanObstacle', LEFT],

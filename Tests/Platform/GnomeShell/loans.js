@@ -1,5 +1,5 @@
-// The keys that the extension borrows, over a shell that is played: loans.js FOLDER, which has the parts of the extension.
-// Fails with the first thing that is not as it should be.
+// The keys that the extension borrows, over a simulated shell: loans.js FOLDER, which has the parts of the extension.
+// Exits with an error at the first wrong result.
 
 imports.searchPath.unshift(imports.gi.GLib.path_get_dirname(imports.system.programInvocationName));
 const {PlayedBus, PlayedShell, equal, extensionFrom} = imports.playedShell;
@@ -11,7 +11,7 @@ const [LEFT, RIGHT, UP, DOWN, C, D] = [LEFT_KEY, RIGHT_KEY, UP_KEY, DOWN_KEY, C_
 const [CONTROL_ALT, SUPER] = [12, 64];
 const REPEATED = 4;
 
-/** A shell that switches workspaces by the arrows, and shows the desktop by D; the program is there. */
+/** A shell that switches workspaces by the arrows, and shows the desktop by D; the program is connected. */
 class Scene {
     constructor() {
         this.shell = new PlayedShell();
@@ -107,7 +107,7 @@ for (const end of [scene => scene.door.disable(), scene => scene.bus.give(null),
     scene.ask('Borrow', 1, LEFT);
     scene.ask('Borrow', 2, D);
     scene.ask('Borrow', 3, C);
-    // The press is not yet over when the end comes.
+    // The end comes before the press is over.
     scene.shell.press(D_KEY, CONTROL_ALT);
     end(scene);
     equal(scene.shell.handlers.get('show-desktop'), 'of Mutter', 'the handler when the end comes');

@@ -1,5 +1,5 @@
-// Tests the extension in a shell that lacks something, over a shell of version 60 that is played: needs.js FOLDER,
-// which has the parts of the extension. Fails with the first thing that is not as it should be.
+// The extension in a shell that lacks a function, over a simulated shell of version 60: needs.js FOLDER, which has the
+// parts of the extension. Exits with an error at the first wrong result.
 
 imports.searchPath.unshift(imports.gi.GLib.path_get_dirname(imports.system.programInvocationName));
 const {PlayedBus, PlayedShell, equal, extensionFrom, extensionSource} = imports.playedShell;
@@ -7,7 +7,7 @@ const System = imports.system;
 
 const PROGRAM = ':1.7';
 
-/** Switches the extension on in the shell; gives the bus, to which the program has come. */
+/** Enables the extension in the shell. Returns the bus, to which the program has connected. */
 function switchedOn(shell) {
     const bus = new PlayedBus('org.corvid.Tessel.Windows');
     bus.processes.set(PROGRAM, 4242);
@@ -63,7 +63,7 @@ for (const [type, names] of NEEDED_SIGNALS) {
         'Main.wm.allowKeybinding, PopupMenu.Ornament.CHECK, PopupMenu.Ornament.NONE', 'all that is missing is named');
 }
 
-// A shell that lacks something of what borrowing takes lends nothing. All else goes on.
+// A shell that lacks a function for borrowing lends nothing. Everything else works.
 const [LEFT, RIGHT] = ['<Control><Alt>0x71', '<Control><Alt>0x72'];
 function lendsNothing(shell, what) {
     shell.bind('switch-to-workspace-left', 0x71, 12);
@@ -91,11 +91,11 @@ for (const [type, names] of NEEDED_SIGNALS_TO_BORROW) {
     }
 }
 
-// The extension asks for everything of the shell that its parts use.
+// The extension checks every member of the shell that its parts use.
 const asked = [...needed, ...neededToBorrow].flat();
 const isAsked = path => asked.some(each => each === path || each.startsWith(`${path}.`));
 const lastNames = new Set(asked.map(path => path.split('.').pop()));
-// GNOME 49 has it, and it is done without before.
+// GNOME 49 has it, and the extension does not need it before.
 lastNames.add('hide_from_window_list');
 const unasked = [];
 for (const [part, text] of extensionSource(ARGV[0])) {
@@ -104,7 +104,7 @@ for (const [part, text] of extensionSource(ARGV[0])) {
     const code = text.replace(/\/\/.*$/mg, '').replace(/\/\*[^]*?\*\//g, '');
     for (const [path] of code.matchAll(/\b(?:Clutter|Main|Meta|PanelMenu|PopupMenu|Shell|St|global)(?:\??\.\w+)+/g)) {
         const plain = path.replaceAll('?', '');
-        // A constructor that is called by name needs nothing but the name; a member is asked for under its type.
+        // A constructor that is called by name needs only its name; a member is checked under its type.
         if (!isAsked(plain) && !asked.some(each => plain.startsWith(`${each}.`)))
             unasked.push(`${part}: ${plain}`);
     }

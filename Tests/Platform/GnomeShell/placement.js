@@ -1,5 +1,5 @@
-// How the extension places a window, over a window that is played here: placement.js FOLDER, which has the parts of the
-// extension. Fails with the first thing that is not as it should be.
+// Placement of a window by the extension, over a simulated window: placement.js FOLDER, which has the parts of the
+// extension. Exits with an error at the first wrong result.
 
 const {GLib} = imports.gi;
 const System = imports.system;
@@ -10,9 +10,14 @@ const Meta = {WindowClientType: {WAYLAND: 0, X11: 1}, MaximizeFlags: {BOTH: 3}};
 const Placement = new Function('Meta', 'GLib', `${read('protocol.js')}${read('placement.js')}; return Placement;`)(
     Meta, GLib);
 
-/** A window as the shell has it: what it takes at once is in `rounded` and `held`, what its program does comes later. */
+/**
+ * A window as the shell sees it: `rounded` and `held` are its immediate effects, its program's reaction comes later.
+ */
 class PlayedWindow {
-    /** `restored`: where the window goes at once when it is released; without, it keeps the frame of its tile. */
+    /**
+     * `restored`: the frame that the window gets at once when it is released; without it, it keeps the frame of its
+     * tile.
+     */
     constructor({type, rounded = size => size, held = null, frame = [0, 0, 640, 480], isTiled = false, restored = null}) {
         Object.assign(this, {type, rounded, held, frame, isTiled: isTiled || restored !== null, restored, asked: [],
             listeners: null});

@@ -1,4 +1,4 @@
-// A GNOME Shell and a message bus that are played, for the parts of the extension: imported by the tests beside it.
+// A simulated GNOME Shell and message bus for the parts of the extension; the tests beside it import this.
 /* exported PlayedShell, PlayedBus, equal, extensionSource, extensionFrom */
 
 const {Gio, GLib} = imports.gi;
@@ -19,7 +19,7 @@ function extensionSource(folder) {
         GLib.file_get_contents(GLib.build_filenamev([folder, `${part}.js`]))[1])]));
 }
 
-/** The named parts of the extension, over a shell and a bus that are played. */
+/** The named parts of the extension, over a simulated shell and bus. */
 function extensionFrom(folder, shell, bus, names) {
     const surroundings = {
         ...shell.modules, GLib, Gio: bus.Gio, GObject: shell.GObject, console: {warn: text => bus.log.push(text)},
@@ -28,7 +28,7 @@ function extensionFrom(folder, shell, bus, names) {
     return new Function(...Object.keys(surroundings), `${source}; return {${names}};`)(...Object.values(surroundings));
 }
 
-/** A source of signals; callers connect to it in either of the shell's ways. */
+/** A source of signals; callers connect to it by either API of the shell. */
 class Emitter {
     constructor() {
         this.handlers = [];
@@ -48,7 +48,7 @@ class Emitter {
         this.connectObject(signal, handler, {});
     }
 
-    /** Gives what the handlers give. */
+    /** Returns the handlers' results. */
     emit(signal, ...values) {
         return this.handlers.filter(each => each.signal === signal).map(({handler}) => handler(this, ...values));
     }
@@ -154,7 +154,7 @@ class PlayedBinding {
     get_name() { return this.name; }
 }
 
-/** The type once more, with all members as its own: one that is taken away is gone from it alone. */
+/** A copy of the type with all members as its own, so that removing one affects this copy alone. */
 function own(type) {
     const made = class extends type {};
     for (let from = type.prototype; from !== Object.prototype; from = Object.getPrototypeOf(from)) {
@@ -167,11 +167,13 @@ function own(type) {
     return made;
 }
 
-/** All that the extension uses of the newest shell that it was tried on. `windows` can be changed at any time. */
+/**
+ * Every member that the extension uses of the newest shell that it was tested on. `windows` can be changed at any time.
+ */
 var PlayedShell = class PlayedShell {
     constructor() {
         this.windows = [];
-        /** The handlers of the bindings by name, and the event of the key that is being pressed. */
+        /** The handlers of the bindings by name, and the event of the pressed key. */
         this.handlers = new Map([['show-desktop', 'of Mutter']]);
         this.event = null;
         const Meta = {
@@ -244,7 +246,10 @@ var PlayedShell = class PlayedShell {
         return window;
     }
 
-    /** Binds a key; the shell has its own handlers for workspaces and for switching windows, Mutter for all else. */
+    /**
+     * Binds a key. The shell has its own handlers for workspaces and for switching windows, Mutter for all other
+     * functions.
+     */
     bind(name, key, modifiers) {
         const {KeyBinding, KeyBindingAction} = this.modules.Meta;
         const action = KeyBindingAction[name.replace(/^switch-to-/, '').replaceAll('-', '_').toUpperCase()];
@@ -253,7 +258,7 @@ var PlayedShell = class PlayedShell {
             this.handlers.set(name, () => 'of the shell');
     }
 
-    /** Presses a key: gives what its binding does, or nothing where it has none. */
+    /** Presses a key. Returns the result of its binding, or nothing without one. */
     press(key, modifiers, flags = 0) {
         const binding = this.display.bindings.find(each => each.key === key && each.modifiers === modifiers);
         if (!binding)
@@ -266,14 +271,14 @@ var PlayedShell = class PlayedShell {
         return done ?? 'ours';
     }
 
-    /** Lets everything happen that waits for its turn. */
+    /** Runs all pending callbacks. */
     catchUp() {
         while (GLib.MainContext.default().iteration(false)) {
             // That was one.
         }
     }
 
-    /** How many listen to what the shell tells. */
+    /** The number of handlers connected to the shell's signals. */
     listeners() {
         const {backend, display, window_manager: manager} = this.modules.global;
         return [backend, display, manager, this.modules.Main.layoutManager, ...this.windows]
@@ -284,7 +289,7 @@ var PlayedShell = class PlayedShell {
         return this.items.filter(item => !item.isGone).length;
     }
 
-    /** From now on the shell has no such thing. */
+    /** Removes the member from the shell. */
     lose(path) {
         const names = path.split('.');
         const last = names.pop();
@@ -294,7 +299,7 @@ var PlayedShell = class PlayedShell {
     }
 };
 
-/** A session bus on which one object is exported, and the names and processes of whoever calls it. */
+/** A session bus with one exported object, and the names and processes of its callers. */
 var PlayedBus = class PlayedBus {
     constructor(name) {
         this.name = name;
@@ -302,7 +307,7 @@ var PlayedBus = class PlayedBus {
         this.processes = new Map();
         this.told = [];
         this.log = [];
-        /** The answers that the bus has yet to give, while it takes its time. */
+        /** The bus's pending replies, while it is slow. */
         this.held = null;
         /** The settings that the extension has opened, by their schemas. */
         this.settings = new Map();
@@ -357,19 +362,19 @@ var PlayedBus = class PlayedBus {
             this.vanished?.();
     }
 
-    /** Gives the name to a connection, or to none. `isTold`: the extension hears of it at once. */
+    /** Gives the name to a connection, or to none. `isTold`: the extension gets the signal at once. */
     give(owner, isTold = true) {
         this.owner = owner;
         if (isTold)
             this.tellOwner();
     }
 
-    /** Answers all that it has held so far. */
+    /** Sends all replies that it has held back. */
     answerHeld() {
         this.held.splice(0).forEach(answer => answer());
     }
 
-    /** The answer to a call: its values, or the name of an error; nothing as long as it is not answered. */
+    /** The reply to a call: its values, or the name of an error; nothing while it is pending. */
     call(sender, method, ...values) {
         const answer = {};
         this.object[`${method}Async`](values, {

@@ -1,5 +1,5 @@
-// Reads a form of the extension as the shell does, without running it: readable.js FOLDER. Fails where the script is no
-// script, uses a name that nobody gives it, or where the description lacks what the shell asks for.
+// Parses a form of the extension as the shell does, without running it: readable.js FOLDER. Fails if the script is no
+// valid script, uses an undefined name, or if the description lacks a field that the shell requires.
 
 const {GLib} = imports.gi;
 const System = imports.system;
@@ -20,7 +20,7 @@ if (/@\w+@/.test(source))
 const isModule = /^export default /m.test(source);
 const script = source.replace(/^import .*;$/mg, '').replace(/^export default /m, '');
 const names = [...source.matchAll(/^import (?:\* as )?\{?(\w+)\}?/mg)].map(match => match[1]);
-// Nothing is done by reading it, so it can be called; what it builds on is not there, and not touched.
+// Reading it has no effect, so it can be called; the shell's modules are missing, and not used.
 const stubs = names.map(name => name === 'Extension' ? class {} : null);
 const door = isModule
     ? new Function(...names, `${script}; return new TesselExtension();`)(...stubs)

@@ -1,12 +1,12 @@
-// Which windows the extension follows, over a shell that is played here: windows.js FOLDER, which has the parts of the
-// extension. Fails with the first thing that is not as it should be.
+// The windows that the extension follows, over a simulated shell: windows.js FOLDER, which has the parts of the
+// extension. Exits with an error at the first wrong result.
 
 const {GLib} = imports.gi;
 const System = imports.system;
 
 const read = file => new TextDecoder().decode(GLib.file_get_contents(GLib.build_filenamev([ARGV[0], file]))[1]);
 
-/** Has every function that is connected to, and does nothing. */
+/** Has every function that is connected to, without effect. */
 class Played {
     connectObject() {}
     disconnectObject() {}
@@ -28,7 +28,7 @@ class PlayedWindow extends Played {
 }
 
 const open = {metaWindow: new PlayedWindow(1), is_destroyed: () => false};
-// Its picture is fading; the window has been taken leave of, and tells nothing any more.
+// Its picture is fading; the window counts as closed, and its events are ignored.
 const closing = {metaWindow: new PlayedWindow(2), is_destroyed: () => true};
 const global = {
     display: new Played(), window_manager: new Played(), get_window_actors: () => [open, closing],

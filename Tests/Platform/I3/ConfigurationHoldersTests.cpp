@@ -20,7 +20,7 @@ using testing::ElementsAre;
 constexpr Shortcut ctrlAltC{.keyCode = 8, .modifiers = Shortcut::control | Shortcut::option};
 constexpr Shortcut ctrlAltD{.keyCode = 2, .modifiers = Shortcut::control | Shortcut::option};
 
-/// i3's own tool, played: it prints the file of what it is asked for.
+/// A simulation of i3's own tool: it prints the file for its arguments.
 class PlayedI3 : public testing::Test {
 protected:
     TemporaryFolder folder;

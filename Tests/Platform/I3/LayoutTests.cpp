@@ -48,13 +48,13 @@ TEST(I3Layout, AWindowInTheLayoutHasAllOfItsBordersOutside) {
 
     for (const Example& example : std::vector<Example>{
              {"none", 0, 0, x11::Extents{}},
-             // The tab that stands for the title where there are tabs has no part in it.
+             // The tab that replaces the title bar does not belong to the frame.
              {"none", 2, 18, x11::Extents{}},
              {"pixel", 3, 0, x11::Extents{.left = 3, .right = 3, .top = 3, .bottom = 3}},
              {"pixel", 3, 18, x11::Extents{.left = 3, .right = 3, .top = 3, .bottom = 3}},
              {"normal", 4, 22, x11::Extents{.left = 4, .right = 4, .top = 22, .bottom = 4}},
              {"normal", 0, 22, x11::Extents{.left = 0, .right = 0, .top = 22, .bottom = 0}},
-             // Not drawn yet, or by the default of windows that float, or not to be believed.
+             // Not drawn yet, or with the default border of floating windows, or not plausible.
              {"normal", 4, 0, std::nullopt},
              {"normal", -1, 22, std::nullopt},
              {"pixel", 100000, 0, std::nullopt},
@@ -73,7 +73,7 @@ TEST(I3Layout, AWindowInTheLayoutHasAllOfItsBordersOutside) {
 }
 
 TEST(I3Layout, TheFrameOfAFloatingWindowIsItsContainers) {
-    // On a workspace that is not shown, only that one follows what is asked for.
+    // On a hidden workspace, only that one follows the requests.
     const Layout layout =
         readOne("", around("floating_con", rect(100, 110, 500, 300), window(5, rect(30, 40, 200, 150))));
     ASSERT_EQ(layout.windows.size(), 1U);

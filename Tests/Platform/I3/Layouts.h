@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// Layouts as i3 tells of them, with what the tests do not look at left out.
+/// Layouts as i3 reports them, without the members that the tests ignore.
 namespace layouts {
 
 inline std::string rect(int x, int y, int width, int height) {
@@ -10,7 +10,7 @@ inline std::string rect(int x, int y, int width, int height) {
            R"(,"height":)" + std::to_string(height) + "}";
 }
 
-/// The container of a window, with that style of border, the width of it, and the height of the title or the tab.
+/// The container of a window, with that border style and width, and the height of the title or the tab.
 inline std::string decorated(int number, const std::string& rect, const std::string& border, int width, int title) {
     return R"({"id":)" + std::to_string(90000 + number) + R"(,"type":"con","window":)" + std::to_string(number) +
            R"(,"window_properties":{"class":"XTerm"},"border":")" + border + R"(","current_border_width":)" +
@@ -18,7 +18,7 @@ inline std::string decorated(int number, const std::string& rect, const std::str
            R"(,"nodes":[],"floating_nodes":[]})";
 }
 
-/// The container of a window, decorated as i3 does by itself.
+/// The container of a window with i3's default decoration.
 inline std::string window(int number, const std::string& rect) {
     return decorated(number, rect, "normal", 2, 18);
 }

@@ -17,7 +17,7 @@ using corvid::CGRect;
 using Manners = FakeSway::Manners;
 using testing::ElementsAre;
 
-/// What a machine that does other things takes beyond.
+/// The additional time that a busy machine takes.
 constexpr std::chrono::milliseconds slack{150};
 
 class I3Manager : public testing::Test {
@@ -30,7 +30,7 @@ protected:
         say(i3.path());
     }
 
-    /// Where i3 says on the display that it listens.
+    /// The socket that i3 names on the display.
     void say(const std::string& path) { hand.setText(display().root(), "I3_SOCKET_PATH", path); }
 
     [[nodiscard]] x11::Connection& display() { return hand.connection(); }
@@ -41,7 +41,7 @@ protected:
         return layout && layout->windows.contains(5);
     }
 
-    /// Whether it comes to hold: an end takes a moment to arrive.
+    /// Whether it becomes true: the end of a connection takes a moment to arrive.
     [[nodiscard]] bool becomes(const std::function<bool()>& condition) {
         const Instant end = loop.now() + std::chrono::seconds(10);
         while (loop.now() < end) {
@@ -106,7 +106,7 @@ TEST_F(I3Manager, FollowsI3ToAnotherPlace) {
     FakeSway another;
     another.setTree(layouts::root(""));
     say(another.path());
-    // The one that was asked so far goes on until it ends.
+    // The former connection stays until it ends.
     EXPECT_TRUE(answers());
     i3.stop();
     EXPECT_TRUE(becomes([&] { return manager.readLayout(display()) == x11::Layout{}; }));
@@ -149,7 +149,7 @@ TEST_F(I3Manager, APeerThatIsNotI3DoesNoHarm) {
     }
 }
 
-TEST_F(I3Manager, WhatNobodyAskedForIsNoAnswer) {
+TEST_F(I3Manager, AnUnrequestedReplyIsIgnored) {
     i3.behave(Manners::twice);
     EXPECT_TRUE(answers());
     i3.behave(Manners::good);

@@ -115,7 +115,7 @@ TEST(SwayConfiguration, ACombinationIsRecognizedHoweverItIsWritten) {
     }
 }
 
-TEST(SwayConfiguration, WhatIsBoundToSomethingElseIsFree) {
+TEST(SwayConfiguration, AKeyThatIsOnlyBoundElsewhereIsFree) {
     for (const char* text : {
              "",
              "# bindsym Ctrl+Mod1+Left nop",
@@ -151,7 +151,7 @@ TEST(SwayConfiguration, LettersAndDigitsGoByTheirPlaceOnAnAmericanKeyboard) {
     EXPECT_FALSE(isBound("bindsym Ctrl+Mod1+v nop", c));
     EXPECT_TRUE(isBound("bindsym Mod4+1 workspace 1", one, command));
     EXPECT_TRUE(isBound("bindsym Mod4+Shift+exclam nop", one, command | shift));
-    // Keys by number are none by name.
+    // Keys by key code do not count as keys by name.
     EXPECT_FALSE(isBound("bindcode Mod4+1 nop", one, command));
 }
 
@@ -193,7 +193,7 @@ TEST(SwayConfiguration, LinesOfTheSameKeysAndOtherOptionsAreSeveral) {
 TEST(SwayConfiguration, IncludedFilesAreReadWhereTheyAreNamed) {
     const std::map<std::string, std::string> texts{
         {"/home/user/.config/sway/keys", "bindsym $both+Left nop\ninclude more"},
-        // What includes itself is read once.
+        // A file that includes itself is read once.
         {"/home/user/.config/sway/more", "bindcode $both+54 nop\ninclude keys"},
     };
     const Includes includes = [&](const std::string& pattern, const std::string& folder) {
@@ -224,7 +224,7 @@ TEST(SwayConfiguration, PatternsAreFoundOnTheDisk) {
     EXPECT_THAT(textsOf(folder / "other"), ElementsAre("three"));
     EXPECT_THAT(textsOf("missing/*"), IsEmpty());
     EXPECT_THAT(textsOf("other a.conf"), ElementsAre("three"));
-    // A command is not carried out.
+    // A command is not run.
     EXPECT_THAT(textsOf("$(touch " + folder / "made" + ")"), IsEmpty());
     EXPECT_THAT(namesIn(folder.path), ElementsAre("a.conf", "b.conf", "other"));
 }

@@ -12,25 +12,25 @@
 #include <thread>
 #include <vector>
 
-/// A peer that speaks as sway does, or does not, on a socket of its own. It answers on a thread of its own, since who
-/// asks waits for it.
+/// A peer that behaves like sway, or violates the protocol, on a socket of its own. It answers on a thread of its own,
+/// because the requester waits for it.
 class FakeSway {
 public:
     enum class Manners : std::uint8_t {
         good,
-        /// It gives each answer twice.
+        /// It sends each reply twice.
         twice,
-        /// It takes what it is asked and says nothing.
+        /// It accepts requests and never replies.
         silent,
-        /// It answers with something that is no message.
+        /// It replies with bytes that are no message.
         garbled,
-        /// It answers with a message that is no JSON.
+        /// It replies with a message that is no JSON.
         malformed,
-        /// It answers with JSON of another kind.
+        /// It replies with JSON of another kind.
         nonsense,
-        /// It announces an answer that is too long.
+        /// It announces a reply that is too long.
         endless,
-        /// It answers nothing but closes.
+        /// It closes the connection instead of a reply.
         closing,
         /// It refuses subscriptions.
         refusing,
@@ -48,25 +48,25 @@ public:
     void stop();
     void start();
 
-    /// What GET_TREE, GET_CONFIG and GET_BINDING_STATE give.
+    /// The replies to GET_TREE, GET_CONFIG and GET_BINDING_STATE.
     void setTree(std::string json);
     void setConfiguration(std::string text);
     void setMode(std::string name);
     /// Called with each list of commands, on the other thread; may set the tree.
     void onCommands(std::function<void(const std::string&)> carryOut);
-    /// Called before each answer to GET_TREE, likewise.
+    /// Called before each reply to GET_TREE, likewise.
     void onTree(std::function<void()> change);
-    /// The results of lists that have these words in them: failure instead of success.
+    /// The results of lists that contain these words: failure instead of success.
     void refuse(std::string words);
 
-    /// Tells everybody who has subscribed to anything.
+    /// Sends an event to every connection with any subscription.
     void tell(std::uint32_t event, std::string_view json);
-    /// Sends bytes as they are to those.
+    /// Sends raw bytes to those.
     void tellRaw(std::string_view bytes);
 
-    /// The lists of commands since this was last called.
+    /// The lists of commands since the last call.
     [[nodiscard]] std::vector<std::string> takeCommands();
-    /// How often the tree was asked for.
+    /// The number of requests for the tree.
     [[nodiscard]] int treeReadings();
     [[nodiscard]] int connections();
 
@@ -83,7 +83,7 @@ private:
     void wake() const;
 
     TemporaryFolder folder;
-    /// Whoever carries commands out may set what is told next.
+    /// The handler of commands may set the next event.
     std::recursive_mutex mutex;
     Manners manners = Manners::good;
     std::string tree = R"({"type":"root","nodes":[]})";

@@ -100,7 +100,7 @@ TEST_F(AccelHoldersTest, ABorrowedKeyIsItsLenders) {
     EXPECT_THAT(*told, ElementsAre(other));
 }
 
-TEST_F(AccelHoldersTest, NobodyIsToldWhenTheSearchWasDropped) {
+TEST_F(AccelHoldersTest, ADestroyedSearchCallsNothing) {
     kwin->accel.hold({"org.example.Other", "theirs", "Other", "Theirs"}, {ctrlAltLetterC});
     kwin->start();
     auto dropped = find({letter});
@@ -111,7 +111,7 @@ TEST_F(AccelHoldersTest, NobodyIsToldWhenTheSearchWasDropped) {
     EXPECT_EQ(times, 1);
 }
 
-TEST_F(AccelHoldersTest, WhereNobodyAnswersNobodyIsStartedAndNothingIsKnown) {
+TEST_F(AccelHoldersTest, WithoutAServerNoneIsStartedAndNothingIsKnown) {
     const auto search = find({letter});
     ASSERT_TRUE(runUntil([&] { return told.has_value(); }));
     EXPECT_THAT(*told, ElementsAre(std::nullopt));

@@ -25,18 +25,18 @@ namespace {
 
 using KeyList = std::vector<std::int32_t>;
 
-/// Those of the program under test, by the codes of their places; and keys that are none of its shortcuts.
+/// The keys of the program under test, by position; and keys that are none of its shortcuts.
 const std::map<std::uint32_t, std::int32_t> shortcutKeys{{123, 0x0d000012}, {124, 0x0d000014}, {8, 0x0c000043}};
 constexpr std::uint32_t shortcutModifiers = 0x1800;
 const std::vector<FakeAccel::Action> holders{
     {"org.example.One", "a", "One", "A"}, {"org.example.One", "b", "One", "B"}, {"org.example.Two", "c", "Two", "C"}};
 
-/// A key of each holder's own that nobody else asks for.
+/// A key of each holder's own that no other program requests.
 std::int32_t ownKey(std::size_t holder, int number) {
     return static_cast<std::int32_t>(0x0c000030 + 2 * holder) + number;
 }
 
-/// A user with their programs, and one of ours that is started, killed, ended and told what to do, at any time.
+/// A user with other programs, and an instance of ours that starts, ends, is killed and gets requests, at any time.
 class BorrowingSession {
 public:
     BorrowingSession(MessageBus& daemon, bool sharesKeys)
@@ -45,7 +45,7 @@ public:
         kwin.start();
     }
 
-    /// Begins anew: the shortcuts are spread over the holders by chance.
+    /// Starts again: the shortcuts are distributed over the holders at random.
     void deal() {
         kill();
         std::filesystem::remove_all(daemon.folder / "state");
@@ -107,7 +107,7 @@ public:
         kwin.accel.callsLeft = std::numeric_limits<int>::max();
     }
 
-    /// Without the consent all is the others' again, and stays so.
+    /// Without the consent all keys are the others' again, and stay so.
     void settle() {
         keys ? choose(false) : begin(false);
         turns();
@@ -206,7 +206,7 @@ private:
         kwin.accel.callsLeft = std::numeric_limits<int>::max();
     }
 
-    /// What has been posted is done, and what has come over the bus is read.
+    /// Runs the posted calls, and reads the pending bus messages.
     void turns() {
         for (int idle = 0; idle < 3;) {
             constexpr std::uint64_t moment = 500;
@@ -237,7 +237,7 @@ private:
         kwin.tellOfChange(holders[holder], list);
     }
 
-    /// As the system's settings do it: whoever has the key is asked to let go of it.
+    /// As the system's settings do it: the present holder is asked to release the key.
     void userGives(std::int32_t key, std::size_t holder) {
         for (const auto& [action, own] : kwin.accel.ownKeys()) {
             if (own == key) {
@@ -267,7 +267,7 @@ private:
     std::unique_ptr<linux::HotKeyLosses> losses;
     std::vector<EventHotKeyRef> references;
     bool hasConsent = false;
-    /// What each holder has by its user's wish; what is borrowed while the user changes the list is given up by that.
+    /// Each holder's keys by its user's wish; if the user changes the list meanwhile, the borrowed key is given up.
     std::map<std::size_t, KeyList> wanted;
     std::map<std::size_t, std::set<std::int32_t>> had;
     /// Whether the user has changed nothing so far.

@@ -50,7 +50,7 @@ TEST_F(BorrowingTest, TheConsentActsAtOnceInEitherDirection) {
     }
 }
 
-TEST_F(BorrowingTest, WhatIsNotRegisteredAnyMoreIsGivenBack) {
+TEST_F(BorrowingTest, AKeyThatIsNoLongerRegisteredIsGivenBack) {
     begin(true);
     unregisterAll();
     EXPECT_TRUE(runUntil([&] { return !hasNote(); }));
@@ -103,7 +103,7 @@ TEST_F(BorrowingTest, AKilledProgramsNextStartWithoutConsentGivesTheKeysBack) {
 TEST_F(BorrowingTest, AKilledProgramsNextStartGivesBackWhatItDoesNotRegister) {
     begin(true);
     kill();
-    // As a program that is paused: the choice is read, and nothing is registered.
+    // As in a paused program: the choice is read, and nothing is registered.
     start();
     keys->setBorrows(true);
     EXPECT_TRUE(runUntil([&] { return !hasNote(); }));
@@ -213,7 +213,7 @@ TEST_F(BorrowingTest, AKeyThatAThirdHasTakenAfterAKillIsThatOnesAtTheEnd) {
     }
 }
 
-TEST_F(BorrowingTest, WhatIsTakenIsOnTheDiskBeforeItIsTaken) {
+TEST_F(BorrowingTest, ALoanIsOnTheDiskBeforeTheKeyIsTaken) {
     std::vector<std::string> written;
     kwin->accel.beforeForeignChange = [&] { written.push_back(hasNote() ? contentsOf(note) : "nothing"); };
     begin(true);

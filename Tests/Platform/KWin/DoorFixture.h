@@ -37,7 +37,7 @@ inline std::string told(const nlohmann::json& window) {
     return nlohmann::json{{"window", window}}.dump();
 }
 
-/// A door to a KWin that the test plays, with one window.
+/// A door to a simulated KWin with one window.
 class DoorTest : public testing::Test {
 protected:
     static constexpr ScriptLink::Timing quick{.keepAlive = std::chrono::milliseconds(20),
@@ -50,7 +50,7 @@ protected:
     MessageBus daemon;
     linux::MainLoop loop;
     compositor::WindowTable table;
-    // Made once the daemon runs.
+    // Created once the daemon runs.
     std::unique_ptr<FakeKWin> kwin;
     std::unique_ptr<linux::SessionBus> bus;
     std::unique_ptr<Door> door;
@@ -92,7 +92,7 @@ protected:
 
     [[nodiscard]] Instant soon() const { return loop.now() + std::chrono::seconds(10); }
 
-    /// The script answers a placement with `result` (number added) and then does what `then` says.
+    /// The script replies to a placement with `result` (with its number added) and then sends `then`.
     void onPlace(const nlohmann::json& result, std::function<void(FakeKWin::Script&)> then = nullptr) {
         kwin->carryOut = [result, then = std::move(then)](FakeKWin::Script& script, const std::string& text) {
             nlohmann::json results = nlohmann::json::array();

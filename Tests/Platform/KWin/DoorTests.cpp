@@ -10,7 +10,7 @@ using std::chrono::milliseconds;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-TEST_F(DoorTest, OpensWithWhatTheScriptTells) {
+TEST_F(DoorTest, OpensWithTheStateFromTheScript) {
     open();
     EXPECT_THAT(kwin->history(), ElementsAre("unload", "load /somewhere/tessel.js as org.corvid.Tessel", "start"));
     ASSERT_THAT(table.windows(), ElementsAre(editor));
@@ -61,7 +61,7 @@ TEST_F(DoorTest, AMereMoveIsDoneAtOnce) {
 }
 
 TEST_F(DoorTest, AWindowThatSaysWhatItRefusesIsNotWaitedFor) {
-    // It is as small as it can be, and stays where it is: nothing will ever change.
+    // It has its smallest size and does not move: no change will ever come.
     onPlace({{"outcome", "done"}, {"asked", {100, 100, 640, 480}}, {"frame", {100, 100, 640, 480}}});
     open();
     EXPECT_EQ(door->place(editor, {{100, 100}, {10, 10}}, soon()), AXError::success);
@@ -97,7 +97,7 @@ TEST_F(DoorTest, AWindowThatKeepsItsFormerSizeInItsNewPlaceHasSettledOnIt) {
     EXPECT_EQ(table.find(editor)->frame, settled);
 }
 
-TEST_F(DoorTest, AWindowThatGoesBackToItsFormerFrameIsToldOfAfterwards) {
+TEST_F(DoorTest, AWindowThatRestoresItsFormerFrameIsReportedAfterwards) {
     onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {0, 30, 800, 870}}, {"isForced", true}},
             [&](FakeKWin::Script& script) { script.tell(told(windowAt(startFrame))); });
     open();
@@ -127,7 +127,7 @@ TEST_F(DoorTest, AWindowThatWentBackOnceIsWaitedForTheNextTimeAsAnyOther) {
     ASSERT_EQ(door->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
     ASSERT_TRUE(runUntil([&] { return table.find(editor)->frame == startFrame; }));
 
-    // Now it stays where it is.
+    // Now it stops moving.
     kwin->run(
         [&] { onPlace({{"outcome", "done"}, {"asked", asked}, {"frame", {100, 100, 640, 480}}, {"isForced", true}}); });
     const linux::Stopwatch stopwatch;
@@ -143,7 +143,7 @@ TEST_F(DoorTest, AWindowThatMovedAwayWithItsSizeIsPutBackOnce) {
             for (const json& command : json::parse(text)) {
                 const json frame = command["frame"];
                 const bool isFirst = frame[2] == 800;
-                // Never where it was asked to.
+                // Never at the requested place.
                 const double x = isFirst ? 50 : 60;
                 script.tell(told(windowAt({{x, 30}, {790, 860}})));
                 results.push_back({{"number", command["number"]},
@@ -200,7 +200,7 @@ TEST_F(DoorTest, WithADeadlineThatHasPassedItOnlyAsks) {
     EXPECT_TRUE(runUntil([&] { return count("answer [{") == 1; }));
 }
 
-TEST_F(DoorTest, WhatCannotBePlacedIsAnError) {
+TEST_F(DoorTest, AWindowThatCannotBePlacedIsAnError) {
     open();
     EXPECT_EQ(door->place("{unknown}", startFrame, soon()), AXError::invalidUIElement);
     for (const auto& [outcome, error] :
@@ -219,7 +219,7 @@ TEST_F(DoorTest, WhatCannotBePlacedIsAnError) {
     EXPECT_EQ(count("answer [{"), before);
 }
 
-TEST_F(DoorTest, TheScriptTellsWhereThePointerIs) {
+TEST_F(DoorTest, TheScriptReportsThePointersPosition) {
     onPlace({{"outcome", "done"}, {"pointer", {12.5, 34}}});
     open();
     EXPECT_EQ(door->pointer(), (corvid::CGPoint{12.5, 34}));

@@ -143,7 +143,7 @@ FakeAccel::Sequences FakeAccel::set(Held& held, const Sequences& keys) {
         held.keys.push_back(isGranted ? each : KeySequence{});
     }
     if (sharesKeys) {
-        // Nor does that of Plasma 6.7 keep the order (6.7.4).
+        // Plasma 6.7's KGlobalAccel does not keep the order either (6.7.4).
         std::ranges::sort(held.keys);
     }
     return held.keys;

@@ -12,15 +12,16 @@
 #include <string>
 #include <vector>
 
-/// The keys of a session's programs, as KGlobalAccel has them. Any thread.
+/// A session's KGlobalAccel: the keys of its programs. Any thread.
 class FakeAccel {
 public:
     using Action = platform::kwin::AccelAction;
     using Sequences = platform::kwin::KeySequences;
 
-    /// Grants a key that another action has, as that of Plasma 6.7 does; of two, the older action gets the presses.
+    /// Grants a key that another action has, as Plasma 6.7's KGlobalAccel does; of two, the older action gets the
+    /// presses.
     std::atomic<bool> sharesKeys = false;
-    /// After so many calls every further one is refused, as if it came from a program that was killed then.
+    /// Refuses every call after this number of calls, as if it came from a program that was killed then.
     std::atomic<int> callsLeft = std::numeric_limits<int>::max();
     /// Leaves the keys of other programs as they are, whatever it is asked.
     std::atomic<bool> keepsForeignKeys = false;
@@ -34,14 +35,14 @@ public:
     void hold(const Action& action, const std::vector<std::int32_t>& keys);
 
     [[nodiscard]] Sequences keysOf(const Action& action);
-    /// The component that gets the presses of a key; empty for nobody.
+    /// The component that gets the presses of a key; empty if none does.
     [[nodiscard]] std::string recipient(std::int32_t key);
     /// Our own actions, each with its key.
     [[nodiscard]] std::map<std::string, int> ownKeys();
-    /// Forgets all keys that other programs hold.
+    /// Forgets all keys of other programs.
     void forgetOthers();
 
-    /// Answers a call; `note` is told of registrations. Gives 0 for what is no call of KGlobalAccel.
+    /// Answers a call; `note` gets the registrations. Returns 0 for a call that is not KGlobalAccel's.
     int answer(sd_bus_message* call, const std::function<void(std::string)>& note);
 
 private:
@@ -66,7 +67,7 @@ private:
     std::vector<Held> all;
 };
 
-/// Sends what the system's settings send when they have changed an action's keys.
+/// Emits the signal of the system's settings for changed keys of an action.
 void signalChange(sd_bus* bus, const FakeAccel::Action& action, const FakeAccel::Sequences& keys);
 
 [[nodiscard]] FakeAccel::Sequences alone(const std::vector<std::int32_t>& keys);

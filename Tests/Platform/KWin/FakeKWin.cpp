@@ -17,7 +17,7 @@ constexpr const char* ours = "org.corvid.Tessel.KWin";
 constexpr const char* ourPath = "/org/corvid/Tessel/KWin";
 constexpr const char* ourInterface = "org.corvid.Tessel.KWin1";
 
-/// How soon the thread looks whether there is an errand, in microseconds.
+/// The interval in microseconds at which the thread checks for a posted function.
 constexpr std::uint64_t errandInterval = 1000;
 
 } // namespace
@@ -40,7 +40,7 @@ void FakeKWin::Script::next(const std::string& results) {
 int FakeKWin::Script::answered(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
     auto& self = *static_cast<Script*>(data);
     const char* commands = nullptr;
-    // KWin does not tell a script of errors.
+    // KWin reports no errors to a script.
     if (sd_bus_message_is_method_error(reply, nullptr) == 0 && sd_bus_message_read(reply, "s", &commands) > 0) {
         self.kwin.note(std::string("answer ") + commands);
         if (std::string(commands) != "\"end\"") {
@@ -122,8 +122,8 @@ void FakeKWin::work() {
             break;
         }
     }
-    // The bus has dealt with this when it returns. A call that reaches a connection on its way out is answered like one
-    // that took too long.
+    // On return the bus has handled this. A call that reaches a closing connection gets the same reply as after a
+    // timeout.
     sd_bus_release_name(raw, "org.kde.kglobalaccel");
     sd_bus_release_name(raw, "org.kde.KWin");
     script = nullptr;

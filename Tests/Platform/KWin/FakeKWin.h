@@ -12,18 +12,18 @@
 #include <thread>
 #include <vector>
 
-/// A KWin of a test's own on a message bus: takes scripts, and plays the one that it was told to start. In a thread of
-/// its own, for whoever asks it waits. It holds the hot keys, too, as KWin does.
+/// A private KWin on a message bus: it accepts scripts, and simulates the started one. It has a thread of its own,
+/// because its callers wait for it. It holds the hot keys, too, as KWin does.
 class FakeKWin {
 public:
-    /// Plays our script as far as it can be seen from outside. All on the fake's thread.
+    /// Simulates our script's visible behaviour. All on the fake's thread.
     class Script {
     public:
         explicit Script(FakeKWin& kwin, std::string run)
             : kwin(kwin)
             , run(std::move(run)) {}
 
-        /// Calls Tell, and Next: the answer is given to `carryOut`.
+        /// Calls Tell, and Next: `carryOut` gets the reply.
         void tell(const std::string& news);
         void next(const std::string& results);
 
@@ -35,11 +35,11 @@ public:
         std::vector<platform::linux::OwnedSlot> calls;
     };
 
-    /// What the script does as it starts, and with each answer (a JSON text). The usual ones open with `opened` and
+    /// The script's actions at its start, and for each reply (a JSON text). The default ones open with `opened` and
     /// call, and report every command as done.
     std::function<void(Script&)> begin;
     std::function<void(Script&, const std::string& commands)> carryOut;
-    /// Told first by the usual script.
+    /// The first message of the default script.
     std::string opened = R"({"opened":{"windows":[],"focused":"","screens":[)"
                          R"({"frame":[0,0,1600,900],"workArea":[0,30,1600,870]}]}})";
     /// Refuses to load scripts.
@@ -57,20 +57,20 @@ public:
     void start();
     void stop();
 
-    /// Runs something on the fake's thread, and returns when it has.
+    /// Runs a function on the fake's thread, and returns when it is done.
     void run(const std::function<void()>& work);
 
-    /// The script that runs; null while none does. On the fake's thread.
+    /// The running script; null without one. On the fake's thread.
     Script* script = nullptr;
-    /// Tells of the press of a key with this Qt number, if somebody has it, of its repeats and of its release.
+    /// Reports the press of a key with this Qt number to its holder, if any, and its repeats and its release.
     void press(int key, int repeats = 0);
-    /// Gives a key to another program, as the system's settings do, which take it from everybody else before; and
-    /// tells everybody.
+    /// Gives a key to another program as the system's settings do: it is first taken from all others, and a signal
+    /// reports the change.
     void assignElsewhere(int key);
-    /// Tells everybody that the keys of an action were set.
+    /// Emits the signal that an action's keys were set.
     void tellOfChange(const FakeAccel::Action& action, const std::vector<std::int32_t>& keys);
 
-    /// What it was asked for, in order: "load", "start", "unload", "unregister …".
+    /// The requests, in order: "load", "start", "unload", "unregister …".
     [[nodiscard]] std::vector<std::string> history();
     /// The names of our actions, each with its key.
     [[nodiscard]] std::map<std::string, int> keys() { return accel.ownKeys(); }

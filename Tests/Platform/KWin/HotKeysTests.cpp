@@ -36,7 +36,7 @@ protected:
     MessageBus daemon;
     linux::MainLoop loop;
     std::vector<std::uint32_t> presses;
-    // Made once the daemon runs.
+    // Created once the daemon runs.
     std::unique_ptr<FakeKWin> kwin;
     std::unique_ptr<linux::SessionBus> bus;
     std::unique_ptr<HotKeys> keys;
@@ -84,7 +84,7 @@ TEST_F(HotKeysTest, AreRegisteredUnderNamesForPeople) {
     EXPECT_THAT(kwin->history(), ElementsAre("register org.corvid.Tessel|hot-key-123-6144|Tessel|Key 123"));
 }
 
-TEST_F(HotKeysTest, EachPressIsToldOnceWithItsName) {
+TEST_F(HotKeysTest, EachPressIsReportedOnceWithItsId) {
     ASSERT_EQ(add(left, 5).status, noErr);
     ASSERT_EQ(add(letterC, 6).status, noErr);
     kwin->press(ctrlAltC);
@@ -155,7 +155,7 @@ TEST_F(HotKeysTest, AKeyOfOursIsRefusedAndStays) {
     EXPECT_THAT(presses, ElementsAre(1));
 }
 
-TEST_F(HotKeysTest, WhatIsGivenBackIsGone) {
+TEST_F(HotKeysTest, AReleasedKeyIsGone) {
     const auto registration = add(left, 1);
     ASSERT_TRUE(registration.reference);
     keys->unregisterHotKey(*registration.reference);
@@ -173,7 +173,7 @@ TEST_F(HotKeysTest, NothingIsHeldAfterTheEnd) {
     EXPECT_THAT(kwin->keys(), IsEmpty());
 }
 
-TEST_F(HotKeysTest, WhatAKilledProgramLeftIsTakenAway) {
+TEST_F(HotKeysTest, KeysOfAKilledProgramAreRemoved) {
     ASSERT_EQ(add(left, 1).status, noErr);
     auto otherBus = std::make_unique<linux::SessionBus>(loop, daemon.address());
     HotKeys next(loop, *otherBus, [](std::uint32_t, std::uint32_t) { return std::string(); });
@@ -230,7 +230,7 @@ TEST_F(HotKeysTest, AServerThatHangsTakesNoMoreThanATurn) {
     EXPECT_LT(stopwatch.elapsed(), milliseconds(400));
     permission.set_value();
     hanging.join();
-    // What it did when it came to itself was taken back.
+    // The registrations that it carried out late were undone.
     EXPECT_TRUE(runUntil([&] { return kwin->keys().empty(); }));
     // It has refused nothing, so all is to be registered anew.
     EXPECT_TRUE(losses->take());
@@ -241,7 +241,7 @@ TEST_F(HotKeysTest, AServerThatHangsTakesNoMoreThanATurn) {
     }));
 }
 
-TEST_F(HotKeysTest, NobodyIsStartedToHoldThem) {
+TEST_F(HotKeysTest, NoServiceIsStartedToHoldThem) {
     keys.reset();
     kwin->stop();
     daemon.stop();
@@ -250,7 +250,7 @@ TEST_F(HotKeysTest, NobodyIsStartedToHoldThem) {
           "[D-BUS Service]\nName=org.kde.kglobalaccel\nExec=/usr/bin/touch " + started + "\n");
     daemon.start();
     connect();
-    // Whoever is started has ended when such a call is answered.
+    // A started program has ended when such a call is answered.
     EXPECT_EQ(add(left, 1).status, eventHotKeyInvalidErr);
     EXPECT_FALSE(std::filesystem::exists(started));
     keys.reset();
@@ -265,7 +265,7 @@ TEST_F(HotKeysTest, OnlyTheServersPressesCount) {
     ASSERT_GE(sd_bus_set_address(raw, daemon.address().c_str()), 0);
     ASSERT_GE(sd_bus_set_bus_client(raw, 1), 0);
     ASSERT_GE(sd_bus_start(raw), 0);
-    // To everybody, and to each connection alone, which no match keeps away.
+    // To all connections, and to each one directly, which no match rule filters.
     std::vector<std::string> destinations{""};
     char** names = nullptr;
     ASSERT_GE(sd_bus_list_names(raw, &names, nullptr), 0);

@@ -18,7 +18,7 @@ using testing::HasSubstr;
 
 using ScriptLinkTest = DoorTest;
 
-TEST_F(ScriptLinkTest, WhatIsAskedWhileTheScriptIsBusyIsJoined) {
+TEST_F(ScriptLinkTest, CommandsForABusyScriptAreJoined) {
     kwin->begin = [&](FakeKWin::Script& script) { script.tell(kwin->opened); };
     open();
     door->placeOwnWindow("One", {1, 2});
@@ -30,7 +30,7 @@ TEST_F(ScriptLinkTest, WhatIsAskedWhileTheScriptIsBusyIsJoined) {
                                                           HasSubstr("\"process\":" + std::to_string(::getpid())))));
 }
 
-TEST_F(ScriptLinkTest, OwnWindowsAreToldAgainToAScriptThatWasLoadedAgain) {
+TEST_F(ScriptLinkTest, AReloadedScriptGetsOwnWindowsAgain) {
     open();
     door->placeOwnWindow("Mine", {1, 2});
     ASSERT_TRUE(runUntil([&] { return count("answer [{") == 1; }));
@@ -57,7 +57,7 @@ TEST_F(ScriptLinkTest, AScriptThatFallsSilentIsLoadedAgain) {
     EXPECT_TRUE(runUntil([&] { return count("answer [{") == 1; }));
 }
 
-/// Keeps the connection, to see whether something has arrived on it that nobody has read.
+/// Keeps the connection, to check for unread messages on it.
 class Onlooker final : public linux::SessionBus::Listener {
 public:
     explicit Onlooker(linux::SessionBus& sessionBus)
@@ -83,8 +83,8 @@ TEST_F(ScriptLinkTest, ACallThatWaitsUnreadAsPatienceEndsIsHeard) {
     open(timing);
     const Onlooker onlooker(*bus);
     ASSERT_TRUE(runUntil([&] { return count("answer []") == 1; }));
-    // The script calls at once. The main thread is busy elsewhere until patience is over; what was told before the call
-    // is still unread, too.
+    // The script calls at once. The main thread is busy elsewhere until the timeout; the message before the call is
+    // still unread, too.
     kwin->run([&] {
         for (int told = 0; told < 20; ++told) {
             kwin->script->tell(R"({"focused":""})");
@@ -171,7 +171,7 @@ TEST_F(ScriptLinkTest, OnlyKWinIsListenedTo) {
     EXPECT_EQ(count("answer"), 0) << "the script's call was answered for somebody else's";
 }
 
-TEST_F(ScriptLinkTest, WhatIsMalformedChangesNothing) {
+TEST_F(ScriptLinkTest, MalformedMessagesChangeNothing) {
     open();
     const std::vector<std::string> texts{
         "",
@@ -241,7 +241,7 @@ TEST_F(ScriptLinkTest, TheScriptIsTakenAlongAtTheEnd) {
     EXPECT_EQ(count("answer \"end\""), 1);
 }
 
-TEST_F(ScriptLinkTest, WhatIsAskedAfterTheLoopHasEndedDoesNoHarm) {
+TEST_F(ScriptLinkTest, CommandsAfterTheEndOfTheLoopDoNoHarm) {
     open(quick);
     loop.end(0);
     EXPECT_EQ(loop.run(), 0);
@@ -268,7 +268,7 @@ TEST_F(ScriptLinkTest, AKWinThatHangsDoesNotHoldUpTheEnd) {
     hanging.join();
 }
 
-TEST_F(ScriptLinkTest, SomebodyElseWithItsNameIsWaitedOut) {
+TEST_F(ScriptLinkTest, WaitsWhileAnotherClientHasItsName) {
     sd_bus* raw = nullptr;
     ASSERT_GE(sd_bus_new(&raw), 0);
     linux::OwnedBus other(raw);

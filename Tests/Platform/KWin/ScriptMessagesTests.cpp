@@ -47,7 +47,7 @@ TEST(ScriptMessages, NamesThatAreTooLongOrHoldAZeroAreEmpty) {
     }
 }
 
-TEST(ScriptMessages, WhatIsNotUtf8InANameIsReplaced) {
+TEST(ScriptMessages, InvalidUtf8InANameIsReplaced) {
     const auto news = readNews(window(whole + ",\"class\":\"X\xe9\""));
     ASSERT_TRUE(news);
     EXPECT_EQ(std::get<ScriptMessages::Told>(*news).window.clues.windowClass, "X\uFFFD");

@@ -22,7 +22,7 @@ using std::chrono::milliseconds;
 
 constexpr const char* portalName = "org.freedesktop.portal.Desktop";
 
-/// A desktop portal that notes what it is to open.
+/// A desktop portal that records the addresses to open.
 class Portal final : private SessionBus::Listener {
 public:
     explicit Portal(SessionBus& bus)
@@ -60,7 +60,7 @@ private:
     }
 };
 
-/// Programs of the test's own in the path, each of which notes its name and arguments.
+/// The tests' own programs in PATH, each of which records its name and arguments.
 class Programs {
 public:
     explicit Programs(const std::vector<std::string>& names) {
@@ -72,7 +72,7 @@ public:
         ::setenv("PATH", folder.path.c_str(), 1);
     }
 
-    /// What has run, or an empty text.
+    /// The record of the programs that have run, or an empty text.
     [[nodiscard]] std::string ran() const {
         const bool isThere = ::access((folder / "ran").c_str(), F_OK) == 0;
         return isThere ? contentsOf(folder / "ran") : "";
@@ -82,7 +82,7 @@ private:
     TemporaryFolder folder;
 };
 
-/// Runs the loop until a condition holds; says whether it came to hold.
+/// Runs the loop until a condition holds; returns whether it came to hold.
 bool runUntil(MainLoop& loop, const std::function<bool()>& holds) {
     const Instant deadline = loop.now() + std::chrono::seconds(10);
     bool hasEnded = false;
@@ -92,7 +92,7 @@ bool runUntil(MainLoop& loop, const std::function<bool()>& holds) {
     return holds();
 }
 
-/// A test's body, in a process whose environment it may change.
+/// Runs a test's body in a process whose environment it may change.
 void onDesktop(const std::vector<std::string>& names, const std::function<void(MainLoop&, const Programs&)>& body) {
     inChildProcess([&] {
         const Programs programs(names);
@@ -136,9 +136,9 @@ TEST(AddressOpener, WithoutAnybodyItSaysSo) {
     });
 }
 
-/// Opens an address on a bus with a portal; gives what the portal opened once `isDone`.
+/// Opens an address on a bus with a portal. Returns the portal's record once `isDone`.
 void withPortal(bool isUnwilling, const std::function<void(MainLoop&, Portal&, AddressOpener&)>& body) {
-    // Before the test's programs take the place of the path.
+    // Before the tests' own programs replace PATH.
     MessageBus daemon;
     daemon.start();
     onDesktop({"xdg-open"}, [&](MainLoop& loop, const Programs& programs) {
@@ -154,7 +154,7 @@ void withPortal(bool isUnwilling, const std::function<void(MainLoop&, Portal&, A
     });
 }
 
-/// Opens the address once whatever was sent to the bus has been answered.
+/// Opens the address after every earlier bus message has been answered.
 void openWhenSettled(MainLoop& loop, AddressOpener& opener) {
     for (int turns = 0; turns < 50; ++turns) {
         sd_event_run(loop.handle(), std::uint64_t{2000});
@@ -170,7 +170,7 @@ TEST(AddressOpener, APortalThatRunsTakesTheAddress) {
     });
 }
 
-TEST(AddressOpener, WhatThePortalRefusesXdgOpenTakes) {
+TEST(AddressOpener, XdgOpenGetsAddressesThatThePortalRefuses) {
     withPortal(true, [](MainLoop& loop, Portal& /*portal*/, AddressOpener& opener) { openWhenSettled(loop, opener); });
 }
 

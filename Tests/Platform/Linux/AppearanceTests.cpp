@@ -14,7 +14,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// A desktop that says what it is told to.
+/// A desktop with the given answers.
 class SaidByHand final : public AppearanceSource {
 public:
     [[nodiscard]] AppearanceWishes wishes() const override { return changed ? said : AppearanceWishes(); }
@@ -67,7 +67,7 @@ TEST(Appearance, NothingCountsBeforeItIsFollowed) {
     });
 }
 
-TEST(Appearance, EachChangeIsToldOnceAndToTheLastWhoFollows) {
+TEST(Appearance, EachChangeIsReportedOnceToTheLastFollower) {
     withoutBus(nullptr, [](Appearance& appearance, SaidByHand& desktop) {
         int first = 0;
         int second = 0;

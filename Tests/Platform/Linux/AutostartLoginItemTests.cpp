@@ -111,7 +111,7 @@ TEST_F(AutostartLoginItemTest, StartsNothingOnceTheProgramIsRemoved) {
     EXPECT_EQ(status(), notFound);
 }
 
-TEST_F(AutostartLoginItemTest, TellsWhatOthersMadeOfTheEntry) {
+TEST_F(AutostartLoginItemTest, ReportsOtherProgramsChangesToTheEntry) {
     struct Case {
         std::string contents;
         LoginItemStatus expected;
@@ -188,7 +188,7 @@ TEST_F(AutostartLoginItemTest, LeavesEverythingAsItIsWhereItMayNotWrite) {
     writeBelow(own, entry("Hidden=true\n"));
     const std::string autostart = folder / "home/.config/autostart";
     asOrdinaryUser(folder, [&] {
-        // Where the superuser runs the tests, this folder stays his anyway, and the change fails.
+        // If root runs the tests, this folder stays root's anyway, and the change fails.
         static_cast<void>(::chmod(autostart.c_str(), 0500));
         const auto registered = item().registerItem();
         ASSERT_FALSE(registered);

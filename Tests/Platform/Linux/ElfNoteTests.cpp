@@ -23,13 +23,13 @@ FileDescriptor opened(const std::string& path) {
     return FileDescriptor{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
 }
 
-/// The first bytes of this program, which hold its headers and its notes.
+/// The first bytes of this program, which contain its headers and its notes.
 std::string beginning() {
     constexpr std::size_t enough = 4096;
     return readRegularFile("/proc/self/exe", enough, Excess::cutOff).value_or("");
 }
 
-TEST(ElfNote, TellsOneBuildFromAnother) {
+TEST(ElfNote, DistinguishesBuilds) {
     const std::optional<std::string> own = buildIdentity(openProgram());
     ASSERT_TRUE(own);
     EXPECT_GE(own->size(), 8U);
@@ -40,7 +40,7 @@ TEST(ElfNote, TellsOneBuildFromAnother) {
     EXPECT_EQ(elfNote(openProgram(), "Tessel", 1), std::nullopt);
 }
 
-/// A file that is nowhere on the disk.
+/// A file in memory only.
 FileDescriptor holding(const std::string& contents) {
     FileDescriptor file{::memfd_create("file", MFD_CLOEXEC)};
     EXPECT_EQ(::write(file.get(), contents.data(), contents.size()), static_cast<ssize_t>(contents.size()));

@@ -36,7 +36,7 @@ TEST(ErrorLog, MakesOneLineOfAnyMessage) {
                 AllOf(SizeIs(testing::Le(std::size_t{PIPE_BUF})), EndsWith("b\n")));
 }
 
-/// A view of the file system in which a folder lies at /run. False where that is not allowed here.
+/// A mount namespace with a folder mounted at /run. False if that is not allowed here.
 bool haveOwnRunFolder(const std::string& folder) {
     const bool isIsolated = ::unshare(CLONE_NEWNS) == 0 || ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
     return isIsolated && ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
@@ -59,14 +59,14 @@ std::string receive(const FileDescriptor& descriptor) {
     return {buffer.data(), length < 0 ? 0 : static_cast<std::size_t>(length)};
 }
 
-/// What is logged to standard error, which is no terminal here.
+/// The log on standard error, which is no terminal here.
 std::string standardErrorOf(const std::function<void()>& body) {
     testing::internal::CaptureStderr();
     body();
     return testing::internal::GetCapturedStderr();
 }
 
-/// Runs the body where /run is empty.
+/// Runs the body with an empty /run.
 void withOwnRunFolder(const std::function<void()>& body, bool& isAllowed) {
     const TemporaryFolder run;
     inChildProcess([&] {
@@ -115,10 +115,10 @@ TEST(ErrorLog, DoesNotWaitForAJournalThatIsStuck) {
     withOwnRunFolder(
         [] {
             constexpr unsigned int longEnough = 20;
-            ::alarm(longEnough); // ends a process that waits
+            ::alarm(longEnough); // Ends a process that waits.
             const FileDescriptor journal = journalSocket();
             std::string lines;
-            // Nobody reads: sooner or later the socket is full, and would hold up whoever sends more.
+            // There is no reader: the socket fills up, and would block a sender.
             constexpr int many = 2000;
             for (int i = 0; i < many && lines.empty(); ++i) {
                 lines = standardErrorOf([] { logError("org.example", "login", "It failed."); });
@@ -134,7 +134,7 @@ TEST(ErrorLog, DoesNotWaitForAJournalThatIsStuck) {
 TEST(ErrorLog, DoesNotWaitForAReaderOfStandardError) {
     inChildProcess([] {
         constexpr unsigned int longEnough = 20;
-        ::alarm(longEnough); // ends a process that waits
+        ::alarm(longEnough); // Ends a process that waits.
         std::array<int, 2> ends{};
         ASSERT_EQ(::pipe(ends.data()), 0);
         ASSERT_EQ(::fcntl(ends[1], F_SETPIPE_SZ, 4096), 4096);

@@ -36,7 +36,7 @@ TEST(Languages, AreNoneInAnEmptyEnvironment) {
     EXPECT_THAT(userLanguages({.language = "::", .all = "", .messages = "", .lang = ""}), IsEmpty());
 }
 
-/// Puts other words into this process's environment for a test.
+/// Replaces this process's environment variables for a test.
 class WithVariables {
 public:
     explicit WithVariables(const std::map<std::string, std::string>& variables) {

@@ -13,17 +13,18 @@ namespace {
 
 constexpr std::size_t windowSized = 800 * 1024;
 
-/// How many blocks with pages of their own come with one of that size, while it is there.
+/// The number of blocks with pages of their own that one allocation of that size adds.
 std::size_t pagesOfItsOwn() {
     const std::size_t before = ::mallinfo2().hblks;
-    // Volatile, or a compiler does without both.
+    // Volatile, because a compiler removes both otherwise.
     void* volatile block = std::malloc(windowSized);
     const std::size_t during = ::mallinfo2().hblks;
     std::free(block);
     return during - before;
 }
 
-/// In a process of its own, for it changes how all of it allocates. Gives how a block lies after one like it was freed.
+/// Runs in a process of its own, because it changes the allocation of the whole process. Returns how a block is placed
+/// after a similar one was freed.
 int afterTheFirst(bool isKeptApart) {
     if (isKeptApart) {
         keepLargeBlocksApart();

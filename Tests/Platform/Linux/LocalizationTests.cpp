@@ -14,16 +14,16 @@ using Languages = std::vector<std::string>;
 
 constexpr const char* activeKey = "Active · %lld shortcuts · %lld apps";
 
-/// The catalogues that this build made, in the given languages.
+/// The catalogues of this build, in the given languages.
 Localization localization(const Languages& languages) {
     return {"tessel", TESSEL_TEST_LOCALE_TREE, languages};
 }
 
-/// Reads the catalogues with this locale and this `LANGUAGE` in force.
+/// Reads the catalogues with this locale and this `LANGUAGE` set.
 class LocalizationIn : public testing::TestWithParam<const char*> {
 protected:
     void SetUp() override {
-        // The C library looks here first.
+        // The C library reads this variable first.
         setenv("LOCPATH", TESSEL_TEST_LOCALES, 1);
         ASSERT_NE(std::setlocale(LC_ALL, GetParam()), nullptr);
         unsetenv("LOCPATH");
@@ -101,7 +101,7 @@ TEST(Localization, KeepsTheTablesApart) {
 }
 
 TEST(Localization, HasTheTextsOfAllDesktopsNotThoseOfOne) {
-    // The catalogue has two texts for this one, of which one has a comment.
+    // The catalogue has two translations of this text, one with a comment.
     EXPECT_EQ(localization({"en"}).text("Tessel", "Allow Accessibility access"), "Allow Accessibility access");
     EXPECT_EQ(localization({"de"}).text("Tessel", "Allow Accessibility access"),
               "Zugriff auf Bedienungshilfen erlauben");

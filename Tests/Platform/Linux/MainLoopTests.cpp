@@ -58,7 +58,7 @@ TEST(MainLoop, EndsWithTheFirstStatusThatItIsGiven) {
     EXPECT_EQ(loop.run(), 3);
 }
 
-TEST(MainLoop, WhoeverAlwaysHasMoreToDoKeepsNobodyElseWaiting) {
+TEST(MainLoop, ABusySourceDoesNotDelayTheOthers) {
     constexpr int often = 1000;
     MainLoop loop;
     const Pipe busy;
@@ -131,7 +131,7 @@ TEST(MainLoop, LetsScheduledWorkDropItsOwnHandle) {
     EXPECT_TRUE(didRun);
 }
 
-TEST(MainLoop, RunsWorkThatBelongsToNobodyOnceItsTimeHasComeAndKeepsNothingOfIt) {
+TEST(MainLoop, RunsWorkWithoutAnOwnerAtItsTimeAndFreesIt) {
     MainLoop loop;
     const auto held = std::make_shared<int>(0);
     const Instant start = loop.now();
@@ -145,7 +145,7 @@ TEST(MainLoop, RunsWorkThatBelongsToNobodyOnceItsTimeHasComeAndKeepsNothingOfIt)
     EXPECT_EQ(held.use_count(), 1);
 }
 
-TEST(MainLoop, DropsWorkThatBelongsToNobodyWhenItGoes) {
+TEST(MainLoop, DestroysPendingWorkWithoutAnOwnerAtItsEnd) {
     const auto held = std::make_shared<int>(0);
     {
         MainLoop loop;
@@ -192,7 +192,7 @@ TEST(MainLoop, IsCurrentOnItsOwnThreadOnly) {
     EXPECT_FALSE(elsewhere);
 }
 
-/// In a process of its own: it changes which signals are blocked.
+/// In a process of its own, because it changes the blocked signals.
 int runUntilSignal(int signal) {
     MainLoop loop;
     loop.endOnTerminationSignals();
@@ -206,7 +206,7 @@ TEST(MainLoopDeathTest, EndsWithStatusZeroOnTerminationSignals) {
     EXPECT_EXIT(_exit(runUntilSignal(SIGHUP)), testing::ExitedWithCode(0), "");
 }
 
-TEST(MainLoopDeathTest, LivesOnWhenItsSessionHangsUpIfItWasToldTo) {
+TEST(MainLoopDeathTest, SurvivesAHangUpOfItsSessionIfHangUpIsIgnored) {
     const auto hangUp = [] {
         signal(SIGHUP, SIG_IGN);
         MainLoop loop;
@@ -218,7 +218,7 @@ TEST(MainLoopDeathTest, LivesOnWhenItsSessionHangsUpIfItWasToldTo) {
     EXPECT_EXIT(_exit(hangUp()), testing::ExitedWithCode(5), "");
 }
 
-/// The clocks on which the kernel holds timers for this process.
+/// The clocks of the kernel's timers for this process.
 std::multiset<std::string> clocksOfTimers() {
     std::multiset<std::string> clocks;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fdinfo")) {
@@ -247,9 +247,8 @@ TEST(MainLoop, HoldsItsTimersOnTheClockThatCountsOnWhileTheMachineSleeps) {
     EXPECT_EQ(during, expected);
 }
 
-/// Runs `main` in a process whose machine has slept for an hour, as far as it can tell: the clock that counts on while
-/// the machine sleeps is that much ahead of the one that does not (time_namespaces(7)). Gives the status with which it
-/// ended; nothing where such a process cannot be had.
+/// Runs `main` in a process for which the machine seems to have slept for an hour: CLOCK_BOOTTIME is that much ahead of
+/// CLOCK_MONOTONIC (time_namespaces(7)). Returns its exit status; empty if no such process is possible.
 std::optional<int> statusAfterAnHourOfSleep(const std::function<int()>& main) {
     constexpr int impossible = 99;
     const pid_t outer = fork();
@@ -258,7 +257,7 @@ std::optional<int> statusAfterAnHourOfSleep(const std::function<int()>& main) {
             _exit(impossible);
         }
         std::ofstream("/proc/self/timens_offsets") << "boottime 3600 0\n";
-        // The new clock is that of the children.
+        // The new clock applies to the children.
         const pid_t inner = fork();
         if (inner == 0) {
             alarm(10);
@@ -280,7 +279,7 @@ TEST(MainLoop, CountsTheTimeThatTheMachineWasAsleep) {
         if (loop.now() < before + std::chrono::hours(1)) {
             return 1;
         }
-        // On the other clock this would have an hour to go.
+        // On the other clock this would take another hour.
         const auto end = loop.schedule(loop.now() + milliseconds(10), milliseconds(1), [&] { loop.end(0); });
         return loop.run();
     });

@@ -11,7 +11,7 @@
 namespace platform::linux {
 namespace {
 
-TEST(MemoryUse, IsWhatTheKernelTells) {
+TEST(MemoryUse, IsTheKernelsReport) {
     const TemporaryFolder folder;
     const std::string path = folder / "status";
     struct Case {

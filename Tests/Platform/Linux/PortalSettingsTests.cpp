@@ -21,7 +21,7 @@ protected:
     MessageBus daemon;
     MainLoop loop;
     int changes = 0;
-    // Made once the daemon runs.
+    // Created once the daemon runs.
     std::unique_ptr<SessionBus> portalBus;
     std::unique_ptr<SettingsPortal> portal;
     std::unique_ptr<SessionBus> bus;
@@ -79,7 +79,7 @@ TEST_F(PortalSettingsTest, NothingIsAskedBeforeItIsFollowed) {
     daemon.start();
     startPortal({{{appearance, "color-scheme"}, 1U}});
     connect();
-    // Whoever listens after it is told of the bus after it.
+    // Observers are notified in the order of their registration, the bus's own first.
     SettingsPortal later(*bus, {});
     ASSERT_TRUE(runUntil([&] { return later.knowsBus; }));
     portal->set({appearance, "color-scheme"}, 2U);
@@ -104,7 +104,7 @@ TEST_F(PortalSettingsTest, OtherNumbersAndKindsAreNoWishes) {
     };
     daemon.start();
     for (std::size_t index = 0; index < cases.size(); ++index) {
-        // Something to wait for that none of the cases says.
+        // A value to wait for that none of the cases sends.
         startPortal({{{appearance, "color-scheme"}, 1U}, {{gnome, "enable-animations"}, true}});
         connect();
         follow();
@@ -118,7 +118,7 @@ TEST_F(PortalSettingsTest, OtherNumbersAndKindsAreNoWishes) {
             portal->set({gnome, "enable-animations"}, std::string("neither"));
         }
         EXPECT_TRUE(becomes(cases[index].second)) << index;
-        // The same when they are read at once.
+        // The same for settings that are read at once.
         connect();
         follow();
         const int before = portal->questions;

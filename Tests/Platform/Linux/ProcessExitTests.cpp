@@ -13,14 +13,14 @@
 namespace platform::linux {
 namespace {
 
-/// Turns the loop until it has ended, or for some seconds.
+/// Runs the loop until it has ended, or for some seconds.
 int runBounded(MainLoop& loop) {
     constexpr int tooLate = 99;
     const auto limit = loop.schedule(loop.now() + std::chrono::seconds(10), {}, [&] { loop.end(tooLate); });
     return loop.run();
 }
 
-TEST(ProcessExit, TheEndIsToldOnceAndTheWatchMayBeDroppedThen) {
+TEST(ProcessExit, TheEndIsReportedOnceAndTheCallbackMayDestroyTheWatch) {
     MainLoop loop;
     Sleeper sleeper;
     int told = 0;
@@ -28,7 +28,7 @@ TEST(ProcessExit, TheEndIsToldOnceAndTheWatchMayBeDroppedThen) {
         ++told;
         EXPECT_TRUE(exit->hasHappened());
         exit.reset();
-        // A watch that went on would be called again before this.
+        // A watch that still existed would be called again before this.
         loop.post([&] { loop.post([&] { loop.end(0); }); });
     });
     ASSERT_NE(exit, nullptr);
@@ -53,7 +53,7 @@ TEST(ProcessExit, AWatchThatIsKeptIsNotCalledAgain) {
     EXPECT_EQ(told, 1);
 }
 
-TEST(ProcessExit, AWatchThatIsDroppedTellsNothing) {
+TEST(ProcessExit, ADestroyedWatchReportsNothing) {
     MainLoop loop;
     Sleeper first;
     Sleeper second;

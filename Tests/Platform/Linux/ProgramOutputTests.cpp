@@ -53,7 +53,7 @@ protected:
         return holds();
     }
 
-    /// Whether every program that was started is waited for.
+    /// Whether every started program has been reaped.
     bool hasNoChildren() {
         return runUntil([] { return ::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD; });
     }
@@ -89,7 +89,7 @@ TEST_F(ProgramOutputTest, EndsAProgramThatPrintsTooMuch) {
     EXPECT_TRUE(hasNoChildren());
 }
 
-TEST_F(ProgramOutputTest, EndsWithItsOwnerAndTellsNobody) {
+TEST_F(ProgramOutputTest, EndsWithItsOwnerWithoutACallback) {
     start("echo early; exec sleep 1000");
     output.reset();
     EXPECT_TRUE(hasNoChildren());

@@ -23,7 +23,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// Writes a script that can be run.
+/// Writes an executable script.
 void writeScript(const std::string& path, const std::string& commands) {
     write(path, "#!/bin/sh\n" + commands);
     ASSERT_EQ(::chmod(path.c_str(), S_IRWXU), 0);
@@ -67,7 +67,7 @@ TEST(ProgramStart, FindsInThePathWhatCanBeRun) {
 TEST(ProgramStart, HandsOnNoDescriptorAndNoSession) {
     inChildProcess([] {
         const TemporaryFolder folder;
-        // Not marked for closing, as some library's might be.
+        // Without close-on-exec, as a library might open it.
         const int leaked = ::open("/dev/null", O_RDONLY);
         ASSERT_GE(::fcntl(leaked, F_DUPFD, 20), 20);
         MainLoop loop;
@@ -88,7 +88,7 @@ TEST(ProgramStart, HandsOnNoDescriptorAndNoSession) {
         runLoopUntil(loop, [&] { return ::access((folder / "made").c_str(), F_OK) == 0; });
         const std::string told = contentsOf(folder / "made");
         EXPECT_THAT(told, testing::StartsWith("one argument|$HOME; `ls`\n/dev/null\n/dev/null\n/dev/null\n"));
-        // The two above the ordinary signals are the C library's own.
+        // The two signals above the ordinary ones are the C library's own.
         EXPECT_THAT(told, testing::ContainsRegex("SigIgn:\t[0-9]+0000000\n"));
         EXPECT_THAT(told, testing::HasSubstr("own session\n"));
         // 9 is the script's own; a shell keeps the script itself open above it.
@@ -101,7 +101,7 @@ TEST(ProgramStart, HandsOnTheEnvironmentThatThisProgramWasStartedWith) {
     inChildProcess([] {
         const TemporaryFolder folder;
         MainLoop loop;
-        // As a toolkit does for its own sake.
+        // As a toolkit does for its own purposes.
         ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
         const std::string home = std::getenv("HOME");
         ::unsetenv("HOME");
@@ -119,7 +119,7 @@ TEST(ProgramStart, HandsOnNoBlockedSignal) {
         sigemptyset(&blocked);
         sigaddset(&blocked, SIGUSR1);
         ASSERT_EQ(::sigprocmask(SIG_BLOCK, &blocked, nullptr), 0);
-        // No shell: one unblocks all signals for itself.
+        // No shell, because a shell unblocks all signals for itself.
         const auto program = startPrinting("grep", {"SigBlk", "/proc/self/status"});
         ASSERT_TRUE(program);
         int status = 0;

@@ -15,7 +15,7 @@
 namespace platform::linux {
 namespace {
 
-/// A service manager's end of the notifications, named in the environment as sd_notify(3) says.
+/// A service manager's socket for notifications, named in the environment as in sd_notify(3).
 class ServiceManager {
 public:
     ServiceManager()
@@ -37,7 +37,7 @@ public:
         close(descriptor);
     }
 
-    /// The message that has come, or an empty text.
+    /// The message that has arrived, or an empty text.
     [[nodiscard]] std::string received() const {
         std::array<char, 256> buffer{};
         const auto length = recv(descriptor, buffer.data(), buffer.size(), MSG_DONTWAIT);
@@ -48,13 +48,13 @@ private:
     int descriptor;
 };
 
-TEST(ServiceNotification, TellsThatTheProgramIsReadyWithItsStatus) {
+TEST(ServiceNotification, ReportsThatTheProgramIsReadyWithItsStatus) {
     const ServiceManager manager;
     notifyReady("Active");
     EXPECT_EQ(manager.received(), "READY=1\nSTATUS=Active");
 }
 
-TEST(ServiceNotification, TellsALaterStatusAlone) {
+TEST(ServiceNotification, ReportsALaterStatusAlone) {
     const ServiceManager manager;
     notifyStatus("Paused");
     EXPECT_EQ(manager.received(), "STATUS=Paused");

@@ -79,7 +79,7 @@ public:
             [&](sd_bus_message* signal) { sd_bus_message_append(signal, "b", static_cast<int>(isActive)); });
     }
 
-    /// The connections that the bus has now.
+    /// The present connections of the bus.
     [[nodiscard]] std::set<std::string> names() const {
         char** raw = nullptr;
         EXPECT_GE(sd_bus_list_names(bus.get(), &raw, nullptr), 0);
@@ -94,7 +94,7 @@ public:
         return found;
     }
 
-    /// Asks a connection for a sign of life, which it gives once it has read all that it was told before.
+    /// Pings a connection, which replies once it has read every earlier message.
     void ping(const std::string& name) {
         hasPong = false;
         sd_bus_slot* slot = nullptr;
@@ -114,7 +114,7 @@ public:
         return hasPong;
     }
 
-    /// How many matches the bus has been asked for by all of its clients.
+    /// The number of match rules that all clients have added to the bus.
     [[nodiscard]] std::uint32_t matches() const {
         sd_bus_message* raw = nullptr;
         EXPECT_GE(sd_bus_call_method(bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
@@ -156,7 +156,7 @@ protected:
         nameOnUsers = *Speaker(userDaemon).names().begin();
     }
 
-    /// Returns when whatever is said is heard.
+    /// Returns when its signals are received.
     void watch(const std::string& name = "2") {
         locks = std::make_unique<SessionLock>(loop, *user, systemDaemon.address(), name);
         const Speaker onSystem(systemDaemon);
@@ -171,8 +171,7 @@ protected:
         std::ranges::set_difference(onSystem.names(), others, std::back_inserter(ownNames));
     }
 
-    /// How often the lock was told of by the time that all has been dealt with that was said before on the bus of the
-    /// speaker.
+    /// The number of reported locks when every earlier message on the sender's bus has been handled.
     int toldAfter(Speaker& speaker, const std::string& listener) {
         speaker.ping(listener);
         EXPECT_TRUE(runUntil([&] { return speaker.isAnswered(); }));
@@ -194,7 +193,7 @@ protected:
     MessageBus userDaemon;
     MainLoop loop;
     int told = 0;
-    // Made once the daemons run.
+    // Created once the daemons run.
     std::unique_ptr<SessionBus> user;
     std::unique_ptr<SessionLock> locks;
     std::unique_ptr<LockWatch> watching;
@@ -238,7 +237,7 @@ TEST_F(SessionLockTest, OtherWordsOfTheLoginManagerDoNot) {
     }
 }
 
-TEST_F(SessionLockTest, NobodyElseOnTheSystemsBusIsListenedTo) {
+TEST_F(SessionLockTest, OtherSendersOnTheSystemBusAreIgnored) {
     Speaker speaker(systemDaemon, loginManager);
     Speaker stranger(systemDaemon);
     watch();
@@ -280,14 +279,14 @@ TEST_F(SessionLockTest, WithoutASystemsBusOrALoginTheScreensaverIsStillHeard) {
     EXPECT_TRUE(runUntil([&] { return told == 2; }));
 }
 
-TEST_F(SessionLockTest, TheWatchCanBeDroppedByWhoeverIsTold) {
+TEST_F(SessionLockTest, TheCallbackMayDestroyTheWatch) {
     const Speaker speaker(systemDaemon, loginManager);
     watch();
     watching = locks->watch([this] {
         watching.reset();
         ++told;
     });
-    // The one that was dropped just now may still be connected for a moment.
+    // The connection that was just closed may still be registered for a moment.
     ASSERT_TRUE(runUntil([&] { return speaker.matches() == 2; }));
     speaker.sayLock();
     speaker.sayHint(true);
@@ -297,7 +296,7 @@ TEST_F(SessionLockTest, TheWatchCanBeDroppedByWhoeverIsTold) {
     EXPECT_EQ(told, 1);
 }
 
-TEST_F(SessionLockTest, NothingIsHeldWhileNobodyWatches) {
+TEST_F(SessionLockTest, WithoutAWatchThereAreNoConnectionsAndMatches) {
     const Speaker onUser(userDaemon);
     const std::uint32_t matches = onUser.matches();
     const std::ptrdiff_t descriptors = openDescriptors();

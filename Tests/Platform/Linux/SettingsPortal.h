@@ -10,7 +10,7 @@
 
 namespace platform::linux {
 
-/// A desktop portal of a test's own, for as long as it lives, with settings that can be set.
+/// A private desktop portal, while it lives, with settings that can be set.
 class SettingsPortal final : private SessionBus::Listener {
 public:
     /// Namespace and name.
@@ -24,20 +24,20 @@ public:
         : Listener(bus)
         , settings(std::move(settings)) {}
 
-    /// Sets it, and tells everybody.
+    /// Sets it, and emits the signal.
     void set(const Key& key, const Value& value);
 
-    /// Does not tell.
+    /// Sets it without a signal.
     void remove(const Key& key) { settings.erase(key); }
 
-    /// Whether all that it was told to say has been sent.
+    /// Whether all its messages have been sent.
     [[nodiscard]] bool hasFlushed() const;
 
     bool isThere = false;
     bool knowsBus = false;
-    /// Answers every question with an error.
+    /// Answers every request with an error.
     bool isUnwilling = false;
-    /// How often all settings were asked for.
+    /// The number of requests for all settings.
     int questions = 0;
 
 private:

@@ -54,7 +54,7 @@ TEST(StandardStreamsDeathTest, ThoseThatAreOpenStayWhatTheyAre) {
     EXPECT_EXIT(look(), testing::ExitedWithCode(EXIT_SUCCESS), "");
 }
 
-/// Puts a pipe that nobody reads in the place of standard error.
+/// Replaces standard error with a pipe without a reader.
 void loseReader() {
     std::array<int, 2> ends{};
     ASSERT_EQ(::pipe(ends.data()), 0);
@@ -81,7 +81,7 @@ TEST(StandardStreamsDeathTest, AReaderThatGoesStillEndsTheProgramsThatAreStarted
     EXPECT_EXIT(start(), testing::KilledBySignal(SIGPIPE), "");
 }
 
-TEST(StandardStreamsDeathTest, WhatIsLostIsTold) {
+TEST(StandardStreamsDeathTest, LostOutputIsReported) {
     const auto print = [](const char* where) {
         ::dup2(::open(where, O_WRONLY), STDOUT_FILENO);
         std::_Exit(printToStandardOutput("an answer") ? EXIT_SUCCESS : EXIT_FAILURE);

@@ -6,10 +6,10 @@
 
 namespace platform::linux {
 
-/// How long this thread has run or waited since the stopwatch was made or started again. The time for which the thread
-/// was ready to run, and other processes had the processors, is left out: a busy machine is no fault of what is timed.
-/// Where the kernel does not count that time, it is not left out (/proc/PID/schedstat, second number, in nanoseconds).
-/// For the thread that made it alone.
+/// The time for which this thread has run or waited since the stopwatch was made or restarted. It excludes the time for
+/// which the thread was ready to run while other processes had the processors, because a busy machine is no fault of
+/// the measured code. If the kernel does not count that time, it is included (/proc/PID/schedstat, second number, in
+/// nanoseconds). For the creating thread alone.
 class Stopwatch {
 public:
     [[nodiscard]] std::chrono::nanoseconds elapsed() const {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-/// A folder of its own for a test, removed with everything in it.
+/// A temporary folder for a test, removed with its contents.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -31,7 +31,7 @@ void write(const std::string& file, std::string_view contents);
 /// The permission bits of a file, a link not followed.
 [[nodiscard]] mode_t modeOf(const std::string& path);
 
-/// Lines that were logged.
+/// The logged lines.
 struct LogRecord {
     std::vector<std::string> lines;
 
@@ -40,10 +40,10 @@ struct LogRecord {
     }
 };
 
-/// Runs a test's body in a child process, whose changes to itself end with it. What fails in the body is reported as
-/// this test's failure.
+/// Runs a test's body in a child process, so that its changes to the process end with it. Failures in the body are
+/// reported as this test's failures.
 void inChildProcess(const std::function<void()>& body);
 
-/// Runs a test's body in a child process as an ordinary user, because no permission stops the superuser; the folder
-/// is given to that user.
+/// Runs a test's body in a child process as an ordinary user, because root ignores permissions; the folder is given to
+/// that user.
 void asOrdinaryUser(const TemporaryFolder& folder, const std::function<void()>& body);

@@ -16,7 +16,7 @@ TEST(ThemeName, TheDarkVariantHasDarkAsAWordOfItsName) {
         {"Adwaita:dark", ColorScheme::dark},
         {"Adwaita:light", ColorScheme::light},
         {"Arc-Dark", ColorScheme::dark},
-        {"Arc-Darker", ColorScheme::light}, // only its title bars are dark
+        {"Arc-Darker", ColorScheme::light}, // Only its title bars are dark.
         {"Arc-Lighter", ColorScheme::light},
         {"Mint-Y-Dark-Aqua", ColorScheme::dark},
         {"Breeze Dark", ColorScheme::dark},

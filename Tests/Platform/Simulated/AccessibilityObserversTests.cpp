@@ -11,7 +11,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-/// What the callbacks below are given as their context.
+/// The context of the callbacks below.
 struct Witness {
     std::vector<AXUIElement> windows;
     Lines notifications;
@@ -43,7 +43,7 @@ protected:
     Witness witness;
 };
 
-TEST_F(SimulatedObservers, TellOfNewWindowsOfTheirProcessInATurnOfTheirOwn) {
+TEST_F(SimulatedObservers, ReportNewWindowsOfTheirProcessInATurnOfTheirOwn) {
     editor.openWindow({});
     const auto observer = observe(10);
     Window& window = editor.openWindow({});
@@ -54,7 +54,7 @@ TEST_F(SimulatedObservers, TellOfNewWindowsOfTheirProcessInATurnOfTheirOwn) {
     EXPECT_EQ(witness.notifications, (Lines{"AXWindowCreated"}));
 }
 
-TEST_F(SimulatedObservers, TellNothingAfterTheyWereDroppedNotEvenWhatHappenedBefore) {
+TEST_F(SimulatedObservers, ReportNothingAfterTheyWereDestroyedNotEvenEarlierEvents) {
     auto observer = observe(10);
     EXPECT_EQ(desktop.accessibilityObservers.count(), 1U);
     editor.openWindow({});

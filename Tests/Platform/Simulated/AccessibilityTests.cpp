@@ -96,7 +96,7 @@ TEST_F(SimulatedAccessibility, AClosedWindowAndAnEndedApplicationAreInvalid) {
     EXPECT_EQ(read(editor.element(), AXAttribute::windows), Answer(std::unexpected(AXError::invalidUIElement)));
 }
 
-TEST_F(SimulatedAccessibility, AttributesFailAndLieAsTold) {
+TEST_F(SimulatedAccessibility, AttributesFailAndLieOnRequest) {
     window.faults.failReads(AXAttribute::position, AXError::cannotComplete);
     window.faults.answer(AXAttribute::size, std::string("large"));
     window.faults.failWrites(AXAttribute::size, AXError::failure);
@@ -139,7 +139,7 @@ TEST_F(SimulatedAccessibility, NothingWorksWithoutTrust) {
     EXPECT_EQ(desktop.accessibility.promptCount(), 1);
 }
 
-TEST_F(SimulatedAccessibility, BoxesWhatIsFiniteUnlessItIsToldToFail) {
+TEST_F(SimulatedAccessibility, BoxesFiniteValuesUnlessAFailureIsSet) {
     auto& accessibility = desktop.accessibility;
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     accessibility.failBoxing(2);

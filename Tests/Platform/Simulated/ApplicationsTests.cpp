@@ -10,7 +10,7 @@
 namespace platform::simulated {
 namespace {
 
-/// Notes the notifications of both names: the name, the process and whether it had terminated by then.
+/// Records the notifications of both names: the name, the process and whether it had terminated by then.
 class Listener {
 public:
     explicit Listener(NotificationCenter& center) {
@@ -49,7 +49,7 @@ TEST(SimulatedApplications, DescribesWhatRuns) {
     EXPECT_EQ(desktop.applications.runningApplication(12), nullptr);
 }
 
-TEST(SimulatedApplications, TellsOfLaunchesAndEndsInATurnOfTheirOwn) {
+TEST(SimulatedApplications, ReportsLaunchesAndEndsInATurnOfTheirOwn) {
     Desktop desktop;
     Listener listener(*desktop.applications.notificationCenter());
     desktop.applications.add({.process = 10});

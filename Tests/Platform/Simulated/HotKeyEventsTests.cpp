@@ -14,7 +14,7 @@ using Lines = std::vector<std::string>;
 constexpr EventHotKeyID firstName{.signature = 0x41424344, .id = 1};
 constexpr EventHotKeyID secondName{.signature = 0x41424344, .id = 2};
 
-/// Notes what it is called with; answers with the id.
+/// Records its arguments; returns the id.
 OSStatus note(EventHandlerCall* /*nextHandler*/, const HotKeyEvent* event, void* userData) {
     auto& heard = *static_cast<Lines*>(userData);
     if (event == nullptr) {

@@ -139,7 +139,7 @@ TEST(SimulatedMainActor, WorkThatTakesTimeMakesOtherWorkLate) {
     EXPECT_EQ(actor.now(), at(6s));
 }
 
-TEST(SimulatedMainActor, RunsWorkThatBelongsToNobodyAtItsTime) {
+TEST(SimulatedMainActor, RunsWorkWithoutAnOwnerAtItsTime) {
     MainActor actor;
     std::vector<int> order;
     const auto held = actor.schedule(at(2s), 0s, [&] { order.push_back(2); });

@@ -50,7 +50,7 @@ TEST(SimulatedOwnWindows, AreKnownByWhatIsAskedOfThem) {
     EXPECT_EQ(windows.pointer(), std::nullopt);
 }
 
-TEST(SimulatedAppearance, TellsOfEachChangeOnceItIsFollowed) {
+TEST(SimulatedAppearance, ReportsEachChangeOnceItIsFollowed) {
     Desktop desktop;
     const platform::Appearance& appearance = desktop.appearance;
     desktop.appearance.setColorScheme(ColorScheme::dark);

@@ -43,7 +43,7 @@ protected:
 
 constexpr const char* leftIsUsers = "bindsym Ctrl+Mod1+Left nop of the user\n";
 
-/// The commands that lay a binding over the user's, and those that take it away.
+/// The commands that put a binding over the user's, and those that remove it.
 std::string laidOver(int key, int reference) {
     std::string list;
     for (const char layout : {'1', '2', '3', '4'}) {
@@ -151,7 +151,7 @@ TEST_F(SwayBorrowing, ReadingTheConfigurationAgainChangesNothing) {
     EXPECT_EQ(loan(), HotKeyLoan::made);
 }
 
-TEST_F(SwayBorrowing, AKeyThatTheUserFreesMeanwhileIsOursAndToldOnce) {
+TEST_F(SwayBorrowing, AKeyThatTheUserFreesMeanwhileIsOursAndReportedOnce) {
     openToBorrow(leftIsUsers);
     add(leftKey, 1);
     static_cast<void>(desktop.sway.takeCommands());
@@ -163,7 +163,7 @@ TEST_F(SwayBorrowing, AKeyThatTheUserFreesMeanwhileIsOursAndToldOnce) {
     EXPECT_EQ(loan(), HotKeyLoan::none);
 }
 
-TEST_F(SwayBorrowing, AKeyThatTheUserBindsMeanwhileIsBorrowedAtOnceAndToldOnce) {
+TEST_F(SwayBorrowing, AKeyThatTheUserBindsMeanwhileIsBorrowedAtOnceAndReportedOnce) {
     openToBorrow("");
     add(leftKey, 1);
     static_cast<void>(desktop.sway.takeCommands());
@@ -175,7 +175,7 @@ TEST_F(SwayBorrowing, AKeyThatTheUserBindsMeanwhileIsBorrowedAtOnceAndToldOnce) 
     EXPECT_FALSE(losses->take());
 }
 
-TEST_F(SwayBorrowing, ALineThatIsLentNoLongerIsToldOnce) {
+TEST_F(SwayBorrowing, ALineThatIsNoLongerLentIsReportedOnce) {
     open(leftIsUsers);
     EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr);
     desktop.sway.setConfiguration("bindsym Group1+Ctrl+Mod1+Left nop of the user\n");
@@ -214,7 +214,7 @@ TEST_F(SwayBorrowing, ACompositorThatStartsAnewLendsAgain) {
     EXPECT_EQ(loan(), HotKeyLoan::made);
 }
 
-TEST_F(SwayBorrowing, WhatIsBorrowedIsLeftToBeTakenAwayAndNothingElse) {
+TEST_F(SwayBorrowing, OnlyBorrowedBindingsAreLeftForRemoval) {
     openToBorrow(std::string(leftIsUsers) + "bindcode Ctrl+Mod1+54 kill\n");
     const auto registration = add(leftKey, 1);
     add(2, 2);
@@ -241,7 +241,7 @@ TEST_F(SwayBorrowing, NothingIsLeftAfterTheEnd) {
     EXPECT_EQ(left.back(), "");
 }
 
-TEST_F(SwayBorrowing, WhatAKilledProgramHasLeftIsTakenAwayWithoutConsent) {
+TEST_F(SwayBorrowing, BindingsOfAKilledProgramAreRemovedWithoutConsent) {
     open(leftIsUsers);
     EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr);
     const std::vector<std::string> commands = desktop.sway.takeCommands();

@@ -44,7 +44,7 @@ protected:
         ASSERT_TRUE(desktop.table.isOpen());
     }
 
-    /// Carries out what is asked as sway does for window 7, as far as the window lets it.
+    /// Carries out commands as sway does for window 7, as far as the window allows.
     void obey(std::function<CGRect(const CGRect& asked)> settle) {
         desktop.sway.onCommands([this, settle](const std::string& commands) {
             double width = 0;
@@ -116,7 +116,7 @@ TEST_F(SwayDoor, TakesNoNoteOfTitlesOfOthers) {
     for (int count = 0; count < 20; ++count) {
         desktop.sway.tell(windowEvent, R"({"change":"title","container":{"id":7,"pid":100}})");
     }
-    // What comes after them is read once they are.
+    // Later messages are read once these are.
     ASSERT_TRUE(desktop.refresh());
     EXPECT_EQ(desktop.sway.treeReadings(), before + 1);
 }
@@ -156,7 +156,7 @@ TEST_F(SwayDoor, AsksAWindowThatTookAnotherFrameOnceMore) {
     EXPECT_EQ(desktop.table.find("7")->frame, frame);
 }
 
-TEST_F(SwayDoor, TellsWhatAWindowSettledOnThatRefuses) {
+TEST_F(SwayDoor, ReportsTheFinalFrameOfAWindowThatRefuses) {
     open(layouts::oneOutput({{.number = 7}}));
     obey([](const CGRect& asked) { return CGRect{asked.origin, {351, asked.size.height}}; });
     EXPECT_EQ(desktop.door.place("7", {{0, 23}, {200, 1057}}, desktop.soon()), AXError::success);
@@ -175,7 +175,7 @@ TEST_F(SwayDoor, PutsAWindowBackOnItsHiddenWorkspace) {
 
 TEST_F(SwayDoor, LeavesFullscreenWindowsAndThoseThatAreGoneAlone) {
     open(layouts::oneOutput({{.number = 7, .more = R"(,"fullscreen_mode":1)"}}));
-    // The later of two members of a name counts.
+    // Of two members with the same name, the later counts.
     ASSERT_TRUE(desktop.table.find("7")->isFullscreen);
     EXPECT_EQ(desktop.door.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::cannotComplete);
     EXPECT_EQ(desktop.door.place("8", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::invalidUIElement);
@@ -215,10 +215,10 @@ TEST_F(SwayDoor, OwnWindowsBecomePopoversAsTheyAppear) {
         commands = desktop.sway.takeCommands();
         return !commands.empty();
     }));
-    // Who has got the keyboard meanwhile keeps it.
+    // The window that has got the focus meanwhile keeps it.
     EXPECT_THAT(commands, ElementsAre("[con_id=9] floating enable, border none, sticky enable, "
                                       "move absolute position 1500 px 30 px"));
-    // Shown already, it is moved at once; and nothing is told twice.
+    // It is shown already, so it moves at once, and no event is sent twice.
     desktop.door.placeOwnWindow("Tessel", {1500, 30});
     EXPECT_THAT(desktop.sway.takeCommands(), ElementsAre(HasSubstr("[con_id=9]")));
     ASSERT_TRUE(desktop.refresh());

@@ -19,7 +19,7 @@ inline constexpr std::uint32_t leftKey = 123;
 inline constexpr std::uint32_t cKey = 8;
 inline constexpr std::uint32_t signature = 0x43576b79;
 
-/// Hot keys at a peer of the test, with what they tell.
+/// Hot keys at a simulated peer, with their reported presses.
 class SwayHotKeys : public testing::Test {
 protected:
     void open(const std::string& configuration = "") {

@@ -46,7 +46,7 @@ TEST_F(SwayHotKeys, ArePressedOnceForEachEventOfTheirs) {
     EXPECT_THAT(pressed, ElementsAre(2U, 1U, 2U));
 }
 
-TEST_F(SwayHotKeys, WhatTheUserHasBoundIsRefused) {
+TEST_F(SwayHotKeys, AKeyThatTheUserHasBoundIsRefused) {
     open("set $mod Mod1\nbindsym Control+$mod+Left workspace prev\n");
     EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr);
     EXPECT_THAT(desktop.sway.takeCommands(), Not(Contains(StartsWith("bind"))));
@@ -64,7 +64,7 @@ TEST_F(SwayHotKeys, AKeyThatNoKeyboardHasIsInvalid) {
     EXPECT_EQ(add(200, 1).status, eventHotKeyInvalidErr);
 }
 
-TEST_F(SwayHotKeys, WhatSwayRefusesIsInvalid) {
+TEST_F(SwayHotKeys, ABindingThatSwayRefusesIsInvalid) {
     open();
     desktop.sway.refuse("bindcode");
     EXPECT_EQ(add(leftKey, 1).status, eventHotKeyInvalidErr);
@@ -96,7 +96,7 @@ TEST_F(SwayHotKeys, AreBoundAnewAfterTheConfigurationWasReadAgain) {
     EXPECT_FALSE(losses->take());
 }
 
-TEST_F(SwayHotKeys, OneThatTheUserBindsIsLostAndToldOnce) {
+TEST_F(SwayHotKeys, OneThatTheUserBindsIsLostAndReportedOnce) {
     open();
     const auto lost = add(leftKey, 1);
     add(cKey, 2);
@@ -113,7 +113,7 @@ TEST_F(SwayHotKeys, OneThatTheUserBindsIsLostAndToldOnce) {
     EXPECT_THAT(desktop.sway.takeCommands(), IsEmpty());
 }
 
-TEST_F(SwayHotKeys, OneThatTheUserGivesBackIsToldOnce) {
+TEST_F(SwayHotKeys, OneThatTheUserFreesIsReportedOnce) {
     open("bindsym Ctrl+Mod1+Left nop\n");
     EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr);
     EXPECT_FALSE(losses->take());

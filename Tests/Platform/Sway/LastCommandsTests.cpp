@@ -39,12 +39,12 @@ void turnUntil(linux::MainLoop& loop, const std::function<bool()>& holds) {
     EXPECT_TRUE(holds());
 }
 
-/// The shell is nobody's child, so that nobody has to wait for it; from now on it is this process's.
+/// The shell's parent has ended, so nobody reaps it; from now on this process does.
 void adoptShells() {
     ASSERT_EQ(::prctl(PR_SET_CHILD_SUBREAPER, 1), 0);
 }
 
-/// Waits for those that have ended.
+/// Reaps the ended processes.
 bool hasNoChild() {
     pid_t process = 0;
     do {
@@ -53,7 +53,7 @@ bool hasNoChild() {
     return process < 0 && errno == ECHILD;
 }
 
-/// A folder with a `swaymsg` that tells the mode and writes down what else it is given, and is the first in the path.
+/// A folder with a `swaymsg` that prints the mode and records its other arguments, first in PATH.
 class SwayLastCommands : public testing::Test {
 protected:
     SwayLastCommands() {
@@ -140,7 +140,7 @@ TEST_F(SwayLastCommands, AreLeftToAnotherShellWhereTheFirstOneWasEnded) {
     });
 }
 
-TEST_F(SwayLastCommands, WithoutSwaymsgThereIsNobodyToCarryThemOut) {
+TEST_F(SwayLastCommands, WithoutSwaymsgTheyDoNotRun) {
     inChildProcess([&] {
         ::setenv("PATH", "/nonexistent", 1);
         adoptShells();

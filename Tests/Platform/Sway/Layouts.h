@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-/// Layouts as sway tells of them, with what the tests do not look at left out.
+/// Layouts as sway reports them, without the members that the tests ignore.
 namespace layouts {
 
 struct Rect {
@@ -38,7 +38,7 @@ inline std::string text(const Window& window) {
            R"(,"nodes":[],"floating_nodes":[])" + window.more + "}";
 }
 
-/// A workspace on the output, which it fills but for a bar of 23 points at the top.
+/// A workspace that fills the output except for a bar of 23 points at the top.
 struct Workspace {
     int number = 0;
     std::string name = {};

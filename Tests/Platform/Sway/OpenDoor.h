@@ -8,16 +8,16 @@
 #include <string>
 #include <vector>
 
-/// A door to a peer of the test, with the loop that it lives in.
+/// A door to a simulated peer, with its loop.
 struct OpenDoor {
     static constexpr platform::ProcessIdentifier ownProcess = 4711;
 
     OpenDoor();
 
-    /// Turns the loop until it holds; no if it does not within some seconds.
+    /// Runs the loop until it holds; false if it does not within some seconds.
     [[nodiscard]] bool runUntil(const std::function<bool()>& condition);
 
-    /// An event that tells of nothing but makes the layout be read, and waits for that.
+    /// Sends an event without contents that triggers a reading of the layout, and waits for that.
     [[nodiscard]] bool refresh();
 
     [[nodiscard]] platform::Instant soon() const { return loop.now() + std::chrono::milliseconds(250); }

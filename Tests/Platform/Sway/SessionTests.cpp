@@ -62,7 +62,7 @@ TEST_F(SwaySession, ASilentPeerCostsNoMoreThanATurn) {
     });
     EXPECT_GE(taken, turn / 2);
     EXPECT_LT(taken, turn + slack);
-    // It is only late: nothing is given up.
+    // It is only late: the connection stays.
     EXPECT_TRUE(desktop.session.isOpen());
 }
 
@@ -163,7 +163,7 @@ TEST_F(SwaySession, AFloodOfEventsLeavesTheLoopToOthers) {
         flood += FakeSway::message(0x80000003, R"({"change":"title","container":{"id":7}})");
     }
     std::atomic<bool> isSent = false;
-    // Whoever sends so much waits for the reader.
+    // A sender of that much data waits for the reader.
     const std::jthread sender([&] {
         desktop.sway.tellRaw(flood);
         isSent = true;

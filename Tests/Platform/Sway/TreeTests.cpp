@@ -32,7 +32,7 @@ TEST(SwayTree, TheFrameOfAWindowHasItsTitleBarInIt) {
     EXPECT_FALSE(tree.windows[0].window.isFullscreen);
 }
 
-TEST(SwayTree, WindowsAreToldApartByWhereTheyLie) {
+TEST(SwayTree, WindowsAreDistinguishedByTheirPlaceInTheTree) {
     const Tree tree = treeOf(layouts::oneOutput({{.number = 7}, {.number = 8, .isFloating = true, .isFocused = true}}));
     ASSERT_EQ(tree.windows.size(), 2U);
     EXPECT_TRUE(tree.windows[0].window.isTiled);
@@ -64,7 +64,7 @@ TEST(SwayTree, TheOutputAtTheOriginIsTheFirst) {
     const Tree tree = treeOf(layouts::text({{"A", {-1280, 0, 1280, 1024}, {}}, {"B", {0, 0, 1920, 1080}, {}}}));
     ASSERT_EQ(tree.outputs.size(), 2U);
     EXPECT_EQ(tree.outputs[0].frame.origin.x, 0);
-    // Without a workspace nothing is known to be kept free.
+    // Without a workspace the reserved area is unknown.
     EXPECT_EQ(tree.outputs[0].workArea, tree.outputs[0].frame);
 }
 

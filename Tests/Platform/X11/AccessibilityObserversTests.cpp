@@ -8,7 +8,7 @@ namespace {
 
 using Windows = std::vector<xcb_window_t>;
 
-/// Subscribes to a process's new windows and writes them down.
+/// Subscribes to a process's new windows and records them.
 struct Watcher {
     Watcher(Desktop& desktop, ProcessIdentifier process)
         : observer(*desktop.accessibilityObservers().createObserver(process, &Watcher::created)) {
@@ -51,7 +51,7 @@ protected:
     }
 };
 
-TEST_F(AccessibilityObserversTest, NewWindowsAreToldOnceInTheirOrderAndThoseThatWereThereAreNot) {
+TEST_F(AccessibilityObserversTest, NewWindowsAreReportedOnceInTheirOrderAndOldOnesAreNot) {
     followed.start();
     launchEditor();
     const Watcher watcher(*followed.desktop, editor.process());
@@ -67,7 +67,7 @@ TEST_F(AccessibilityObserversTest, NewWindowsAreToldOnceInTheirOrderAndThoseThat
     EXPECT_EQ(watcher.windows, (Windows{third, second, fourth}));
 }
 
-TEST_F(AccessibilityObserversTest, AWindowIsToldWhenTheWindowManagerHasFinishedWithItAndEachInATurnOfItsOwn) {
+TEST_F(AccessibilityObserversTest, AWindowIsReportedWhenTheWindowManagerHasFinishedWithItAndEachInATurnOfItsOwn) {
     followed.start();
     launchEditor();
     Watcher watcher(*followed.desktop, editor.process());
@@ -86,7 +86,7 @@ TEST_F(AccessibilityObserversTest, AWindowIsToldWhenTheWindowManagerHasFinishedW
     EXPECT_LT(turns.front(), turns.back());
 }
 
-TEST_F(AccessibilityObserversTest, AWindowThatIsInTheListAtTheTimeOfSubscribingIsNotToldThoughItIsNotReady) {
+TEST_F(AccessibilityObserversTest, AWindowThatIsListedAtTheSubscriptionIsNotReportedThoughItIsNotReady) {
     followed.start();
     launchEditor();
     followed.hand.becomeWindowManager();
@@ -100,7 +100,7 @@ TEST_F(AccessibilityObserversTest, AWindowThatIsInTheListAtTheTimeOfSubscribingI
     EXPECT_EQ(watcher.windows, Windows{next});
 }
 
-TEST_F(AccessibilityObserversTest, AWindowThatIsToldIsInTheListAndCanBeDealtWith) {
+TEST_F(AccessibilityObserversTest, AReportedWindowIsInTheListAndReadyForUse) {
     followed.start();
     Watcher watcher(*followed.desktop, editor.process());
     ASSERT_EQ(watcher.error, AXError::success) << "a process without windows can be observed";
@@ -120,7 +120,7 @@ TEST_F(AccessibilityObserversTest, AWindowThatIsToldIsInTheListAndCanBeDealtWith
     EXPECT_TRUE(isRight);
 }
 
-TEST_F(AccessibilityObserversTest, AWindowThatIsGoneByThenIsNotTold) {
+TEST_F(AccessibilityObserversTest, AWindowThatIsGoneByThenIsNotReported) {
     followed.start();
     launchEditor();
     const Watcher watcher(*followed.desktop, editor.process());
@@ -141,13 +141,13 @@ TEST_F(AccessibilityObserversTest, AWindowThatIsGoneByThenIsNotTold) {
     followed.settle();
     EXPECT_EQ(watcher.windows, Windows{remaining});
 
-    // It was only hidden, and is new when it comes back.
+    // It was only hidden, and is new when it is shown again.
     followed.managed.push_back(hidden);
     followed.settle();
     EXPECT_EQ(watcher.windows, (Windows{remaining, hidden}));
 }
 
-TEST_F(AccessibilityObserversTest, ARestartOfTheWindowManagerTellsNothing) {
+TEST_F(AccessibilityObserversTest, ARestartOfTheWindowManagerReportsNothing) {
     followed.start();
     launchEditor();
     const Watcher watcher(*followed.desktop, editor.process());
@@ -182,7 +182,7 @@ TEST_F(AccessibilityObserversTest, AnObserverMayBeDroppedFromWithinItsCallbackAn
     EXPECT_EQ(third.windows.size(), 2U);
 }
 
-TEST_F(AccessibilityObserversTest, EverySubscriptionIsToldWithItsContext) {
+TEST_F(AccessibilityObserversTest, EverySubscriptionIsNotifiedWithItsContext) {
     followed.start();
     const ProcessIdentifier process = editor.process();
     Watcher watcher(*followed.desktop, process);

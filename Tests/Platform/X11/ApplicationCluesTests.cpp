@@ -7,7 +7,7 @@ using namespace std::string_view_literals;
 
 namespace platform::x11 {
 
-// Shows a class that is not as expected.
+// Prints a class in a failed test.
 static void PrintTo(const WindowClass& value, std::ostream* stream) {
     *stream << '"' << value.instance << "\" \"" << value.className << '"';
 }

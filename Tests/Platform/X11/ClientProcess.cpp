@@ -14,7 +14,7 @@ namespace platform::x11 {
 
 namespace {
 
-/// The other program: makes a window for every byte that it is sent, and answers with the window's id.
+/// The other program: makes a window for every byte that it receives, and answers with the window's id.
 [[noreturn]] void serve(const std::string& display, int commands) {
     xcb_connection_t* connection = xcb_connect(display.c_str(), nullptr);
     if (xcb_connection_has_error(connection) != 0) {

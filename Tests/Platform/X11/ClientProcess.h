@@ -8,8 +8,8 @@
 
 namespace platform::x11 {
 
-/// Another program: a process with a connection of its own, that opens windows when it is told to. What else is to
-/// happen to its windows any client can do.
+/// Another program: a process with a connection of its own that opens windows on request. Any client can do the rest
+/// with its windows.
 class ClientProcess {
 public:
     explicit ClientProcess(const std::string& display);

@@ -20,7 +20,7 @@ using std::chrono::milliseconds;
 constexpr std::uint32_t leftArrow = 123;
 constexpr std::uint32_t controlAndOption = 0x1000 | 0x800;
 
-/// What a person presses for the same.
+/// The keys that a person presses for the same.
 xcb_key_press_event_t pressOf(Hand& hand) {
     hand.connection().deadline().begin();
     static_cast<void>(prepareKeyboard(hand.connection()));
@@ -65,7 +65,7 @@ TEST(X11Desktop, AKeyPressThatAnotherClientMakesUpIsNone) {
     const std::vector<xcb_window_t> windows = windowsOfOthers(followed.hand.connection());
     ASSERT_FALSE(windows.empty());
     for (const xcb_window_t window : windows) {
-        // Without a mask an event goes to whoever has made the window (X11 protocol, SendEvent).
+        // Without a mask the server sends an event to the client that created the window (X11 protocol, SendEvent).
         xcb_send_event(followed.hand.connection().raw(), 0, window, XCB_EVENT_MASK_NO_EVENT,
                        reinterpret_cast<const char*>(&press));
     }
@@ -144,7 +144,7 @@ protected:
 
 TEST_F(SlowX11Desktop, StartsHoweverManyAnswersItTakes) {
     const TrayOwner panel(followed.server.display());
-    // Three of them are more than a turn of the loop has.
+    // Three of them exceed the time of a turn of the loop.
     start(milliseconds(100));
     linux::HotKeyLosses losses(followed.desktop->hotKeyEvents());
     EXPECT_TRUE(followed.desktop->trayPlace()->isOffered());

@@ -96,7 +96,7 @@ void FollowedDesktop::settle() {
 }
 
 void FollowedDesktop::drain() {
-    // Long enough for what the server has sent to arrive.
+    // Long enough for the server's messages to arrive.
     constexpr std::uint64_t quiet = 30'000;
     const auto end = std::chrono::steady_clock::now() + patience;
     while (sd_event_run(mainLoop.handle(), quiet) > 0) {

@@ -17,11 +17,11 @@
 
 namespace platform::x11 {
 
-/// A server, a window manager played by hand, and the desktop under test with its event loop. What the desktop tells of
-/// applications is written down.
+/// A server, a simulated window manager, and the desktop under test with its event loop. It records the application
+/// events.
 class FollowedDesktop {
 public:
-    /// `lacking` names extensions that the server is to go without.
+    /// `lacking` names extensions that the server starts without.
     explicit FollowedDesktop(const std::vector<std::string>& lacking = {})
         : server(lacking) {}
 
@@ -30,7 +30,7 @@ public:
     linux::MainLoop mainLoop;
     linux::PlainIdentification identification;
     linux::PlainCatalogue catalogue;
-    /// "launch editor", "terminate editor"; "nobody" for one that is not identified.
+    /// "launch editor", "terminate editor"; "nobody" for an unidentified application.
     std::vector<std::string> told;
     std::vector<RunningApplicationReference> toldApplications;
     std::unique_ptr<Desktop> desktop;
@@ -38,31 +38,32 @@ public:
     /// Opens the desktop and begins to follow applications.
     void start(std::unique_ptr<TilingManager> tiling = {});
 
-    /// A window of that program with that class, managed from now on. Nothing is told before the loop turns.
+    /// Opens a window of that program with that class, managed from now on. Events are delivered only when the loop
+    /// runs.
     xcb_window_t openWindow(const ClientProcess& client, const std::string& className);
 
     /// The same, but not managed yet.
     xcb_window_t makeWindow(const ClientProcess& client, const std::string& className);
 
-    /// Destroys a window and takes it from the list.
+    /// Destroys a window and removes it from the list.
     void closeWindow(xcb_window_t window);
 
     /// The windows that are managed, oldest first; `list` makes it so.
     std::vector<xcb_window_t> managed;
     void list() { hand.list(managed); }
 
-    /// Turns the event loop until the condition holds; false if it does not within some seconds.
+    /// Runs the event loop until the condition holds; false if it does not within some seconds.
     [[nodiscard]] bool runUntil(const std::function<bool()>& condition);
 
-    /// Turns the event loop until all that has happened so far has had its effect. A program that nobody knows opens a
-    /// window and is told last: what was to come before it has come.
+    /// Runs the event loop until every earlier event has had its effect: a new program opens a window, whose launch is
+    /// reported last.
     void settle();
 
-    /// Turns the event loop until it has nothing to do; stops the test with an exception if it never comes to rest.
+    /// Runs the event loop until no work is left; stops the test with an exception if it never comes to rest.
     void drain();
 
-    /// The longest that one turn of the event loop has taken, its wait included, which is of 10 ms at most; without the
-    /// time for which other processes had the processors.
+    /// The longest turn of the event loop, including its wait of at most 10 ms, but without the time for which other
+    /// processes had the processors.
     [[nodiscard]] std::chrono::steady_clock::duration longestTurn() const { return longest; }
 
     /// All waiting of a turn, and what has to be done with what came.

@@ -29,11 +29,11 @@ TEST(FrameGeometry, TheOuterRectangleHasBothInIt) {
     EXPECT_EQ(outerRectangle(shadowed), (CGRect{{74, 77}, {852, 652}}));
 }
 
-TEST(FrameGeometry, WhatLiesBetweenClientAndFrameIsDecoration) {
+TEST(FrameGeometry, TheDifferenceBetweenClientAndFrameIsDecoration) {
     const FrameGeometry untold{.client = decorated.client, .decoration = {}, .shadow = {}};
     const CGRect drawn{{100, 100}, {800, 600}};
     EXPECT_EQ(geometryInside(drawn, drawn, untold), decorated);
-    // Elsewhere as soon as it is shown.
+    // At another place as soon as it is shown.
     const CGRect frame{{10, 20}, {400, 300}};
     const FrameGeometry there = geometryInside(frame, drawn, untold);
     EXPECT_EQ(there.client, (CGRect{{11, 40}, {398, 275}}));

@@ -10,7 +10,7 @@
 
 namespace platform::x11 {
 
-/// A client that the test moves by hand: writes properties, removes windows, and plays the window manager.
+/// A client under the test's control: it writes properties, removes windows, and acts as the window manager.
 class Hand {
 public:
     explicit Hand(const std::string& display);
@@ -19,35 +19,35 @@ public:
 
     [[nodiscard]] xcb_atom_t atom(std::string_view name);
 
-    /// Each of these is done when it returns.
+    /// Each of these has taken effect on return.
     void setText(xcb_window_t window, std::string_view property, std::string_view text);
     void setWords(xcb_window_t window, std::string_view property, std::string_view type,
                   const std::vector<std::uint32_t>& words);
     void removeProperty(xcb_window_t window, std::string_view property);
     void destroy(xcb_window_t window);
 
-    /// Waits until a window is gone, whose client has ended.
+    /// Waits until a window of an ended client is gone.
     void awaitEnd(xcb_window_t window);
 
-    /// Says which windows are managed (`_NET_CLIENT_LIST`).
+    /// Sets the managed windows (`_NET_CLIENT_LIST`).
     void list(const std::vector<xcb_window_t>& windows);
 
-    /// The same, and takes the list away.
+    /// The same, and deletes the list.
     void unlist() { removeProperty(link.root(), "_NET_CLIENT_LIST"); }
 
-    /// Takes the window manager's place: requests to configure top-level windows come here.
+    /// Becomes the window manager: it receives the requests to configure top-level windows.
     void becomeWindowManager();
 
-    /// Leaves that place again; what was asked meanwhile stays unanswered.
+    /// Stops being the window manager; the requests so far stay unanswered.
     void resign();
 
-    /// The number of requests that have come and not been answered.
+    /// The number of received requests without an answer.
     [[nodiscard]] std::size_t waitingRequests();
 
-    /// Does what was asked.
+    /// Carries the requests out.
     void answerRequests();
 
-    /// Waits until the server has done all that was asked of it on this connection.
+    /// Waits until the server has handled every request of this connection.
     void finish();
 
 private:

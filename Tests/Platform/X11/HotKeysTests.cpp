@@ -19,8 +19,8 @@ constexpr std::uint32_t borrowedKey = 123;
 constexpr std::uint32_t freeKey = 8;
 constexpr std::uint32_t heldModifiers = 0x1000 | 0x800;
 
-/// Hot keys on a server whose window manager holds one of them by a core grab. Events are made up: they are handed over
-/// as they come from the server.
+/// Hot keys on a server whose window manager holds one of them by a core grab. The tests construct events in the
+/// server's format.
 class X11HotKeys : public testing::Test {
 protected:
     X11HotKeys() {
@@ -185,7 +185,7 @@ TEST_F(X11HotKeys, BothKindsOfEventsAreOfOneKeyboard) {
     EXPECT_EQ(takePressed(), (Ids{7, 8, 8}));
 }
 
-TEST_F(X11HotKeys, ABorrowedKeyThatSomebodyElseTakesInTheSameWayIsLost) {
+TEST_F(X11HotKeys, ABorrowedKeyThatAnotherClientGrabsInTheSameWayIsLost) {
     keys.setBorrows(true);
     ASSERT_EQ(add(borrowedKey, 7).status, noErr);
     EXPECT_FALSE(losses.take());

@@ -17,7 +17,7 @@ namespace {
 using corvid::CGRect;
 using tessel::WindowAction;
 
-/// The logic on an X server with a window manager that people use. Only the clock is turned by hand.
+/// The logic on an X server with a real window manager. Only the clock is the test's.
 class InterruptedLaunchTest : public testing::Test {
 protected:
     FollowedDesktop followed;
@@ -72,7 +72,7 @@ protected:
         return root ? root->activeWindow : xcb_window_t{XCB_WINDOW_NONE};
     }
 
-    /// Where a window's frame is, as anybody can read it.
+    /// A window's frame, as any client can read it.
     std::optional<CGRect> frame(xcb_window_t window) {
         Connection& connection = followed.hand.connection();
         connection.deadline().begin();
@@ -80,7 +80,7 @@ protected:
         return facts ? std::optional(visibleRectangle(facts->geometry)) : std::nullopt;
     }
 
-    /// A program that opens a window is told of after everything that happened before.
+    /// A program that opens a window is reported after every earlier event.
     void settle() {
         const ClientProcess last(followed.server.display());
         show(last, "Terminal");
@@ -88,8 +88,8 @@ protected:
     }
 };
 
-/// An editor is launched, its rule is carried out, it is looked at once more, and its shortcut is pressed: on the way
-/// its window is destroyed before each of the requests that this takes, once in every round.
+/// An editor is launched, its rule is applied and checked once more, and its shortcut is pressed: on the way its window
+/// is destroyed before each of the requests that this takes, once in every round.
 TEST_F(InterruptedLaunchTest, AWindowMayBeDestroyedBetweenAnyTwoRequests) {
     const CGRect screen{{0, 0}, {1280, 800}};
     const CGRect leftHalf{{0, 0}, {640, 800}};
@@ -112,7 +112,7 @@ TEST_F(InterruptedLaunchTest, AWindowMayBeDestroyedBetweenAnyTwoRequests) {
                 return interruption.hasHappened() ||
                        (isTold("launch editor") && active() == window && frame(window) == screen);
             }));
-            // By then the rule has had its effect, and is not yet looked at again.
+            // By then the rule has had its effect, and is not yet checked again.
             inATurn([&] { logic->other.mainActor.advance(std::chrono::milliseconds(500)); });
             press(WindowAction::leftHalf);
             wasInterrupted = interruption.hasHappened();
@@ -120,7 +120,7 @@ TEST_F(InterruptedLaunchTest, AWindowMayBeDestroyedBetweenAnyTwoRequests) {
         EXPECT_EQ(frame(window), wasInterrupted ? std::nullopt : std::optional(leftHalf)) << "request " << number;
         settle();
         editor.end();
-        // Whoever was told of the launch is told of the end, and nobody else.
+        // Every observer of the launch is notified of the end, and no other.
         EXPECT_TRUE(followed.runUntil([&] {
             return followed.applications().runningApplications().empty() &&
                    isTold("launch editor") == isTold("terminate editor");
@@ -129,7 +129,7 @@ TEST_F(InterruptedLaunchTest, AWindowMayBeDestroyedBetweenAnyTwoRequests) {
     }
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
-    // Fewer would mean that hardly anything was interrupted.
+    // Fewer would mean that hardly any request was interrupted.
     EXPECT_GT(number, 50U);
     RecordProperty("requests", static_cast<int>(number));
 }

@@ -25,12 +25,12 @@ struct GrabbingClient {
     KeyGrabs::Outcome take(bool borrows = false) {
         connection.deadline().begin();
         const KeyGrabs::Outcome outcome = grabs.take(combination, capsLock, borrows);
-        // So that the server has dealt with what was given back.
+        // The server has then released the returned grabs.
         static_cast<void>(connection.succeeded({}));
         return outcome;
     }
 
-    /// Takes the combination whoever holds it by the other kind of grab.
+    /// Grabs the combination against any holder, by the other kind of grab.
     bool hold(Kind kind) {
         connection.deadline().begin();
         return grabs.renew(combination, capsLock, kind);
@@ -83,7 +83,7 @@ TEST_F(Grabs, ACombinationIsBorrowedByTheOtherKindAlone) {
         const KeyGrabs::Outcome outcome = ours.take(true);
         EXPECT_EQ(outcome.kind, borrowed);
         EXPECT_TRUE(outcome.isHeldByOthers);
-        // A holder that lets go and comes back, as at a reload, is not kept out.
+        // A holder that releases and grabs again, as at a reload, is not blocked.
         manager.release(theirs);
         EXPECT_TRUE(manager.hold(theirs));
         manager.release(theirs);
@@ -100,7 +100,7 @@ TEST_F(Grabs, ACombinationThatIsHeldByBothKindsCannotBeBorrowed) {
     EXPECT_FALSE(outcome.isHeldByOthers);
 }
 
-TEST_F(Grabs, ABorrowedGrabIsRenewedUntilSomebodyElseHasThatKindAsWell) {
+TEST_F(Grabs, ABorrowedGrabIsRenewedUntilAnotherClientHasThatKindAsWell) {
     ASSERT_TRUE(manager.hold(Kind::core));
     ASSERT_EQ(ours.take(true).kind, Kind::extension);
     EXPECT_TRUE(ours.hold(Kind::extension));

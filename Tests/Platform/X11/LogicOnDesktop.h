@@ -8,14 +8,14 @@
 
 namespace platform::x11 {
 
-/// Has the logic work on a desktop that has been started, for as long as this lives. What an X server has no part in is
-/// simulated, the clock with it.
+/// Runs the logic on a started desktop, while this lives. The parts that do not need an X server are simulated,
+/// including the clock.
 class LogicOnDesktop {
 public:
     explicit LogicOnDesktop(FollowedDesktop& followed)
         : followed(followed) {}
 
-    /// Does it in a turn of the event loop, as a key press or a timer would; false if that does not come.
+    /// Runs a function in a turn of the event loop, as a key press or a timer would; false if that turn does not come.
     [[nodiscard]] bool inATurn(const std::function<void()>& work) {
         bool isDone = false;
         followed.mainLoop.post([&] {

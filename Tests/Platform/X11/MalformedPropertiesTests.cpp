@@ -11,7 +11,7 @@ namespace {
 
 using Told = std::vector<std::string>;
 
-/// A value as a broken or hostile program may give a property.
+/// A property's value as a broken or hostile program may set it.
 struct Value {
     const char* what;
     std::uint8_t format;
@@ -70,7 +70,7 @@ protected:
         static_cast<void>(hand.atom("a round trip"));
     }
 
-    /// Everything that a press and a rule ask for, and a write, in a turn of its own. Gives the window's place.
+    /// Everything that a press and a rule read, and a write, in a turn of its own. Returns the window's frame.
     std::optional<corvid::CGRect> useEverything() {
         std::optional<corvid::CGRect> frame;
         bool isDone = false;
@@ -97,7 +97,7 @@ protected:
         return frame;
     }
 
-    /// Nobody decorates the window or moves it, so this is its frame whatever it is said to be.
+    /// No client decorates the window or moves it, so this is its frame despite its properties.
     static constexpr corvid::CGRect natural{{10, 10}, {200, 100}};
 };
 
@@ -142,12 +142,12 @@ TEST_F(MalformedProperties, OfAWindowLeaveItWhereItIsAndItsApplicationWhatItIs) 
     EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
 }
 
-TEST_F(MalformedProperties, OfANewWindowIdentifyNobodyElse) {
+TEST_F(MalformedProperties, OfANewWindowIdentifyNoOtherApplication) {
     testing::internal::CaptureStderr();
     for (const char* property : {"WM_CLASS", "_GTK_APPLICATION_ID", "_KDE_NET_WM_DESKTOP_FILE", "_NET_WM_PID"}) {
         std::size_t next = 0;
         for (const Value& value : malformedValues()) {
-            // Text in bytes may be anybody's name, and is nobody's here.
+            // Text in bytes may be any name, and is none here.
             ClientProcess stranger(followed.server.display());
             const xcb_window_t strange = followed.makeWindow(stranger, "Browser");
             set(strange, property, types.at(next++ % types.size()), value);
@@ -184,7 +184,7 @@ TEST_F(MalformedProperties, OfTheRootCountUntilTheyAreGoneAndNoLonger) {
         std::size_t next = 0;
         for (const Value& value : malformedValues()) {
             set(root, property, types.at(next++ % types.size()), value);
-            // To ask thousands of windows may take longer than there is time for; then nothing is told.
+            // Requests for thousands of windows may exceed the deadline; then nothing is reported.
             EXPECT_EQ(useEverything().value_or(natural), natural) << property << ": " << value.what;
         }
         hand.removeProperty(root, property);
@@ -202,7 +202,7 @@ TEST_F(MalformedProperties, OfTheRootCountUntilTheyAreGoneAndNoLonger) {
 
 TEST_F(MalformedProperties, AListOfThousandsThatDoNotExistIsGoneThroughOnce) {
     constexpr std::uint32_t many = 4000;
-    // A program's own numbers, of which it has used none but the first.
+    // A program's own ids, of which it has used only the first.
     const ClientProcess stranger(followed.server.display());
     const xcb_window_t first = stranger.makeWindow() + 1;
     followed.managed.clear();
@@ -217,12 +217,12 @@ TEST_F(MalformedProperties, AListOfThousandsThatDoNotExistIsGoneThroughOnce) {
     followed.drain();
     EXPECT_EQ(useEverything().value_or(natural), natural);
 
-    // One that begins with such a list does not wait for it to change either.
+    // A desktop that opens with such a list must not wait for its change either.
     linux::MainLoop loop;
     const auto another = Desktop::open(loop);
     ASSERT_TRUE(another.has_value());
     (*another)->followApplications(followed.identification, followed.catalogue);
-    // A server that is busy is asked again.
+    // The request to a busy server is repeated.
     EXPECT_TRUE(followed.runUntil([&] {
         sd_event_run(loop.handle(), 0);
         return (*another)->runningApplications().runningApplications().size() == 2;
@@ -251,7 +251,7 @@ TEST_F(MalformedProperties, AServerThatIsHeldStallsNothingHoweverLongTheListIs) 
     static_cast<void>(hand.atom("a round trip"));
     EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
     followed.drain();
-    // A server that is busy is asked again.
+    // The request to a busy server is repeated.
     EXPECT_TRUE(followed.runUntil([&] { return useEverything() == natural; }));
 }
 

@@ -50,7 +50,7 @@ TEST(EventSelection, AMomentaryWatchLeavesTheLastingSelectionAlone) {
     EXPECT_FALSE(isToldOfChange());
 }
 
-/// Writes down what it is told.
+/// Records its notifications.
 class Notes final : public ManagedWindows::Follower {
 public:
     std::vector<xcb_window_t> appeared;
@@ -68,7 +68,7 @@ public:
     void windowVanished(xcb_window_t window, const ManagedWindow& /*facts*/) override { vanished.push_back(window); }
 };
 
-/// A server that another client keeps from answering for as long as this lives.
+/// A server that another client blocks while this lives.
 class HeldServer {
 public:
     explicit HeldServer(Hand& hand)
@@ -89,7 +89,7 @@ private:
     Hand& hand;
 };
 
-/// Windows of one client, followed from a server on which nobody else is.
+/// Windows of one client, followed on a server without other clients.
 class FollowedWindows : public testing::Test {
 protected:
     FollowedWindows() { managed.start(notes); }
@@ -156,7 +156,7 @@ TEST_F(FollowedWindows, ThatAreThereGoBeforeThousandsThatHaveGone) {
     managed.follow({there});
     work();
     EXPECT_EQ(notes.appeared, std::vector<xcb_window_t>{there});
-    // The server has answered for each of those before; that it had not read everything by then says nothing.
+    // The server has answered for each of those before, even if the client had not read every reply by then.
     int turns = 0;
     for (; managed.hasWork() && turns < 100; ++turns) {
         work();

@@ -4,7 +4,7 @@
 
 namespace platform::x11 {
 
-/// A window manager that people use, on the environment's DISPLAY. Ends with this.
+/// A real window manager, on the environment's DISPLAY. Ends with this.
 class Openbox {
 public:
     /// Starts it with an option of its command line.

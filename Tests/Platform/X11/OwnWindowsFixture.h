@@ -20,7 +20,7 @@
 
 namespace platform::x11 {
 
-/// A server, a toolkit with windows, and what is under test, with a clock turned by hand.
+/// A server, a toolkit with windows, and the class under test, with the test's own clock.
 class OwnWindowsTest : public testing::Test {
 protected:
     using CGPoint = corvid::CGPoint;
@@ -71,14 +71,14 @@ protected:
         finish();
     }
 
-    /// The server serves its clients in no order: what is asked here is done before anybody goes on.
+    /// The server serves its clients in any order: this request is handled before any client continues.
     void takeKeyboard(xcb_window_t window) {
         beginTurn();
         windows.takeKeyboard(window);
         awaitServer();
     }
 
-    /// Waits until the server's clock, which counts milliseconds, has gone on: people are not faster.
+    /// Waits until the server's clock, in milliseconds, has advanced: people are not faster.
     void awaitTick() {
         ServerClock clock(connection);
         beginTurn();
@@ -123,11 +123,11 @@ protected:
         finish();
     }
 
-    /// libxcb 1.15 counts the bytes of this request wrongly.
+    /// libxcb 1.15 miscounts the bytes of this request.
     void sendMonitor(xcb_randr_monitor_info_t monitor) {
         xcb_randr_set_monitor_request_t request{};
         request.window = hand.connection().root();
-        // The library wants room for its own in front.
+        // The library needs space for its own data in front.
         std::array<iovec, 4> parts{};
         parts[2] = {.iov_base = &request, .iov_len = sizeof request};
         parts[3] = {.iov_base = &monitor, .iov_len = sizeof monitor};
@@ -136,7 +136,7 @@ protected:
         xcb_send_request(raw(), 0, &parts[2], &protocol);
     }
 
-    /// Hands on what the server has told, until the condition holds; false if it does not within some seconds.
+    /// Passes on the server's events, until the condition holds; false if it does not within some seconds.
     [[nodiscard]] bool handleUntil(const std::function<bool()>& condition) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
         while (!condition()) {
@@ -150,7 +150,7 @@ protected:
         return true;
     }
 
-    /// Hands on all that the server has told so far.
+    /// Passes on all events of the server so far.
     void handleAll() {
         beginTurn();
         awaitServer();

@@ -116,7 +116,7 @@ TEST_F(OwnWindowsTest, AHiddenWindowGivesTheKeyboardBack) {
     }
 }
 
-TEST_F(OwnWindowsTest, WhatTheUserHasFocusedMeanwhileKeepsTheKeyboard) {
+TEST_F(OwnWindowsTest, AWindowThatTheUserHasFocusedMeanwhileKeepsTheKeyboard) {
     const xcb_window_t editor = makeShownWindow();
     const xcb_window_t browser = makeShownWindow();
     const xcb_window_t window = makeShownWindow();
@@ -159,7 +159,7 @@ TEST_F(OwnWindowsTest, WindowsThatTakeItFromEachOtherGiveItBackInAnyOrder) {
     }
 }
 
-TEST_F(OwnWindowsTest, WhatOthersWantToKnowOfAWindowIsToldAsWell) {
+TEST_F(OwnWindowsTest, OtherSubscriptionsToAWindowKeepWorking) {
     const xcb_window_t window = makeShownWindow();
     selection.select(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
     takeKeyboard(window);

@@ -11,7 +11,7 @@ namespace {
 
 using corvid::CGPoint;
 
-TEST_F(OwnWindowsTest, ThePointerIsToldInTheScreenSpace) {
+TEST_F(OwnWindowsTest, ThePointerIsInTheScreenSpace) {
     const std::vector<std::pair<CGPoint, CGPoint>> cases{
         {{0, 0}, {0, 800}}, {{1279, 799}, {1279, 1}}, {{300, 200}, {300, 600}}};
     for (const auto& [root, screen] : cases) {

@@ -16,13 +16,13 @@ TEST_F(OwnWindowsTest, AShownWindowGetsTheKeyboardAfterATurnThatLeftNoTimeToAsk)
     EXPECT_TRUE(windows.hasKeyboard(window)) << "it is about to get it";
     beginTurn();
     mainActor.advance(std::chrono::milliseconds(1));
-    // Asked on another connection, which the server may serve first.
+    // A request on another connection, which the server may handle first.
     awaitServer();
     EXPECT_EQ(focused(), window);
     EXPECT_TRUE(mainActor.waiting().empty());
 }
 
-TEST_F(OwnWindowsTest, WhoHasTheKeyboardIsToldAsTheServerKnowsIt) {
+TEST_F(OwnWindowsTest, TheFocusIsTheServersOwn) {
     const xcb_window_t editor = makeShownWindow();
     const xcb_window_t window = makeShownWindow();
     focus(editor);
@@ -34,7 +34,7 @@ TEST_F(OwnWindowsTest, WhoHasTheKeyboardIsToldAsTheServerKnowsIt) {
     EXPECT_FALSE(windows.hasKeyboard(window));
 }
 
-TEST_F(OwnWindowsTest, AWindowThatIsShownAgainBeforeItsHidingIsToldOfKeepsTheKeyboard) {
+TEST_F(OwnWindowsTest, AWindowThatIsShownAgainBeforeItsUnmapEventKeepsTheKeyboard) {
     const xcb_window_t editor = makeShownWindow();
     const xcb_window_t window = makeShownWindow();
     focus(editor);

@@ -10,7 +10,7 @@ namespace {
 
 using Told = std::vector<std::string>;
 
-/// Everything that can be read of a window, and which windows its application has.
+/// Every readable attribute of a window, and the windows of its application.
 std::vector<AXValue> everything(Accessibility& accessibility, const AXUIElement& window) {
     std::vector<AXValue> values;
     for (const std::string_view attribute : {AXAttribute::subrole, AXAttribute::position, AXAttribute::size}) {
@@ -39,7 +39,7 @@ protected:
         startManager("--sm-disable");
     }
 
-    /// Starts another one, and waits until it is in charge.
+    /// Starts another one, and waits until it is the window manager.
     void startManager(const char* option) {
         const xcb_window_t former = inCharge();
         auto next = std::make_unique<Openbox>(option);
@@ -71,7 +71,7 @@ protected:
     }
 };
 
-TEST_F(RealWindowManagerTest, ALaunchAndANewWindowAreToldWhenTheirFramesAreFinal) {
+TEST_F(RealWindowManagerTest, ALaunchAndANewWindowAreReportedWhenTheirFramesAreFinal) {
     followed.start();
     const ClientProcess editor(followed.server.display());
     Accessibility& accessibility = followed.desktop->accessibility();
@@ -113,7 +113,7 @@ TEST_F(RealWindowManagerTest, ALaunchAndANewWindowAreToldWhenTheirFramesAreFinal
     EXPECT_EQ(witness.atCreation, everything(accessibility, witness.windows.front()));
 }
 
-TEST_F(RealWindowManagerTest, AnotherWindowManagerTakesOverAndNothingIsToldAgain) {
+TEST_F(RealWindowManagerTest, AnotherWindowManagerTakesOverAndNothingIsReportedAgain) {
     ClientProcess before(followed.server.display());
     show(before, "Browser");
     ASSERT_TRUE(followed.runUntil([&] {
@@ -131,7 +131,7 @@ TEST_F(RealWindowManagerTest, AnotherWindowManagerTakesOverAndNothingIsToldAgain
     ASSERT_TRUE(isTold(2));
     EXPECT_EQ(followed.told, (Told{"launch editor", "launch terminal"}));
 
-    // The one that restarts may also be one that died, with nobody in charge for a while.
+    // A restart looks like a crash without a window manager for some time.
     manager.reset();
     followed.drain();
     startManager("--sm-disable");

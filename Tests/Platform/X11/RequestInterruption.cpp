@@ -43,7 +43,7 @@ void RequestInterruption::count(xcb_connection_t* connection) {
 
 } // namespace platform::x11
 
-// The functions of xcb for the single requests all come by here, and find this one before the library's own.
+// xcb's functions for the single requests all call this one, and find it before the library's own.
 extern "C" unsigned int xcb_send_request(xcb_connection_t* connection, int flags, iovec* parts,
                                          const xcb_protocol_request_t* request) {
     static const auto send = reinterpret_cast<decltype(&xcb_send_request)>(dlsym(RTLD_NEXT, "xcb_send_request"));

@@ -7,10 +7,9 @@
 
 namespace platform::x11 {
 
-/// Lets something happen on the server between two requests of this process, as another program could at that moment:
-/// when the server has dealt with everything before the request of that number, counted from 1 and from now on.
-/// Requests over the connection of `other`, through which it happens, do not count. For as long as it lives; one at a
-/// time.
+/// Runs a function on the server between two requests of this process, as another program could at that moment: when
+/// the server has handled everything before the request of that number, counted from 1 and from now on. Requests over
+/// the connection of `other`, through which it acts, do not count. While it lives; one at a time.
 class RequestInterruption {
 public:
     RequestInterruption(xcb_connection_t* other, std::size_t number, std::function<void()> happening);
@@ -18,10 +17,10 @@ public:
     RequestInterruption& operator=(const RequestInterruption&) = delete;
     ~RequestInterruption();
 
-    /// Whether there were as many requests.
+    /// Whether that many requests were sent.
     [[nodiscard]] bool hasHappened() const { return isOver; }
 
-    /// Called for every request that is about to be sent over any connection.
+    /// Called before every request over any connection.
     static void beforeRequest(xcb_connection_t* connection);
 
 private:

@@ -11,7 +11,7 @@ namespace {
 
 using Told = std::vector<std::string>;
 
-TEST(RunningApplicationsHostility, PropertiesThatAreNotWhatTheyShouldBeIdentifyNobodyAndHarmNothing) {
+TEST(RunningApplicationsHostility, MalformedPropertiesIdentifyNoApplicationAndDoNoHarm) {
     FollowedDesktop followed;
     followed.start();
     Hand& hand = followed.hand;

@@ -28,7 +28,7 @@ protected:
     }
 };
 
-TEST_F(RunningApplicationsTest, ALaunchIsToldOnceWhenTheFirstWindowIsManaged) {
+TEST_F(RunningApplicationsTest, ALaunchIsReportedOnceWhenTheFirstWindowIsManaged) {
     followed.start();
     const xcb_window_t window = followed.makeWindow(editor, "Editor");
     followed.settle();
@@ -154,7 +154,7 @@ TEST_F(RunningApplicationsTest, ALaterWindowThatIdentifiesTheApplicationLaunches
 
 using WholeRunningApplicationsTest = RunningApplicationsTest;
 
-// It takes the ten seconds that a name is waited for.
+// It takes the ten seconds of the timeout for a name.
 TEST_F(WholeRunningApplicationsTest,
        AnApplicationThatNothingIdentifiesIsToldOnceAfterAWhileAndAnswersAfreshAfterwards) {
     followed.start();
@@ -167,7 +167,7 @@ TEST_F(WholeRunningApplicationsTest,
     EXPECT_EQ(followed.toldApplications.front()->bundleIdentifier(), "editor");
 }
 
-TEST_F(RunningApplicationsTest, TheEndOfAProcessIsToldWhateverTheListSays) {
+TEST_F(RunningApplicationsTest, TheEndOfAProcessIsReportedIndependentlyOfTheList) {
     followed.start();
     followed.openWindow(editor, "Editor");
     ASSERT_TRUE(isTold(1));
@@ -242,7 +242,7 @@ TEST_F(RunningApplicationsTest, AProcessThatTakesOverTheIdsOfOneThatEndedIsLaunc
     ASSERT_TRUE(isTold(1));
     editor.end();
     followed.hand.awaitEnd(window);
-    // The server gives the next client the ids that have become free.
+    // The server gives the next client the free ids.
     ClientProcess next(followed.server.display());
     ASSERT_EQ(followed.makeWindow(next, "Terminal"), window);
     followed.list();
@@ -251,7 +251,7 @@ TEST_F(RunningApplicationsTest, AProcessThatTakesOverTheIdsOfOneThatEndedIsLaunc
     EXPECT_EQ(followed.told, (Told{"launch editor", "terminate editor", "launch terminal"}));
 }
 
-TEST_F(RunningApplicationsTest, AProcessThatEndsBeforeItsLaunchIsToldNeitherWay) {
+TEST_F(RunningApplicationsTest, AProcessThatEndsBeforeItsLaunchIsNeverReported) {
     followed.start();
     const xcb_window_t window = followed.openWindow(editor, "Nothing");
     followed.settle();
@@ -273,7 +273,7 @@ TEST_F(RunningApplicationsTest, AnApplicationIsRegularWhileItHasAStandardWindowI
     ASSERT_TRUE(isTold(1));
     const auto application = followed.toldApplications.front();
     const auto policy = [&] {
-        // What was read in the turn before counts no more.
+        // The readings of the turn before no longer count.
         followed.settle();
         return application->activationPolicy();
     };

@@ -12,7 +12,7 @@ using linux::AppearanceWishes;
 
 constexpr AppearanceWishes nothing;
 
-/// A desktop whose settings a manager of the test's own keeps.
+/// A desktop with a simulated settings manager.
 class SettingsManagerTest : public testing::Test {
 protected:
     FollowedDesktop followed;
@@ -38,7 +38,7 @@ protected:
         followed.hand.connection().flush();
     }
 
-    /// Takes the selection and says so, as a manager does (ICCCM 2.8).
+    /// Takes the selection and announces it, as a manager does (ICCCM 2.8).
     void takeOver(xcb_window_t manager) {
         Connection& hand = followed.hand.connection();
         const xcb_atom_t selection = followed.hand.atom("_XSETTINGS_S0");
@@ -80,7 +80,7 @@ TEST_F(SettingsManagerTest, NothingIsReadBeforeItIsFollowed) {
     EXPECT_EQ(changes, 0) << "it was there already";
 }
 
-TEST_F(SettingsManagerTest, ChangesAreFollowedAndToldOnce) {
+TEST_F(SettingsManagerTest, ChangesAreFollowedAndReportedOnce) {
     const ClientProcess desktop(followed.server.display());
     const xcb_window_t manager = desktop.makeWindow();
     write(manager, theme("Adwaita"));

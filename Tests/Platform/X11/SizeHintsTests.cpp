@@ -47,7 +47,7 @@ TEST(SizeHints, TheMinimumStandsInForAMissingBaseAndTheBaseForAMissingMinimum) {
     EXPECT_EQ(constrainedSize(onlyBase, {1, 1}), (ClientSize{20, 10}));
 }
 
-TEST(SizeHints, WhatMakesNoSenseIsAsIfItHadNotBeenSet) {
+TEST(SizeHints, ImplausibleValuesCountAsUnset) {
     std::vector<std::uint32_t> values = hintValues(hasMinimum | hasMaximum | hasIncrement);
     values[7] = 0xffffffff;
     values[9] = 0;

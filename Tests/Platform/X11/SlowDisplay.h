@@ -8,8 +8,8 @@
 
 namespace platform::x11 {
 
-/// A display whose server is far away or busy: hands on what goes between one client at a time and the server, the
-/// server's part with a delay.
+/// A display with a remote or busy server: forwards the messages between one client at a time and the server, the
+/// server's with a delay.
 class SlowDisplay {
 public:
     /// In front of the display that listens at 127.0.0.1.
@@ -20,7 +20,7 @@ public:
 
     [[nodiscard]] const std::string& display() const { return name; }
 
-    /// Holds for whatever the server says from now on.
+    /// Applies to all messages of the server from now on.
     void setDelay(std::chrono::milliseconds newDelay) { delay = newDelay; }
 
 private:

@@ -25,7 +25,7 @@ Image symbol(bool isBadged = false) {
                   .accessibilityDescription = "Tessel"});
 }
 
-/// What the picture looks like in a box of the tray's colour.
+/// The picture in a box of the tray's colour.
 Pixels expectedPixels(bool isBadged, TrayColour colour) {
     const auto picture = linux::pictureFor(symbol(isBadged).description(), size);
     return blendedPixels(*picture, colour, Pixels(picture->alpha.size(), TrayOwner::boxColour));
@@ -47,7 +47,7 @@ protected:
         return owner.emplace(followed.server.display(), depth, std::move(colours));
     }
 
-    /// Waits for one more window that asks to be taken, and takes it.
+    /// Waits for one more window that requests docking, and docks it.
     xcb_window_t takeNext() {
         const std::size_t before = owner->asked().size();
         if (!followed.runUntil([&] { return owner->asked().size() > before; })) {
@@ -151,7 +151,7 @@ TEST_F(TrayOfOlderPanels, LetsThePanelShineThroughWhereItCan) {
     EXPECT_TRUE(untilPixels(window, premultipliedPixels(*picture, grey)));
 }
 
-TEST_F(TrayOfOlderPanels, TellsOfClicksWithTheirPlace) {
+TEST_F(TrayOfOlderPanels, ReportsClicksWithTheirPosition) {
     place().show(contents);
     newOwner();
     const xcb_window_t window = takeNext();

@@ -22,16 +22,16 @@ namespace {
 using corvid::CGRect;
 using tessel::WindowAction;
 
-/// One dimension of a window: its size is `base` and any number of steps.
+/// One dimension of a window: its size is `base` plus any number of steps.
 struct Steps {
     int base = 0;
     int step = 1;
 
-    /// The next size that the window takes; a window manager that is asked for another one gives it more.
+    /// The next size that the window takes; a window manager rounds any other requested size up to it.
     [[nodiscard]] int roundedUp(int size) const { return base + ((size - base + step - 1) / step * step); }
 };
 
-/// A window, how it is decorated, and where it is laid out.
+/// A window, its decoration, and its place in the layout.
 struct Decorated {
     std::string style;
     int title = 0;
@@ -95,7 +95,7 @@ Decorated anyDecorated(const CGRect& screen) {
     return window;
 }
 
-/// Lays one window out as i3 does, and has it float with all its borders where it is asked to.
+/// Lays one window out as i3 does, and makes it float with all its borders on request.
 class DecoratingManager final : public TilingManager {
 public:
     struct State {
@@ -130,7 +130,7 @@ public:
         return true;
     }
 
-    /// Has the window in its part of the layout, and says or not which borders it has outside.
+    /// Puts the window into its part of the layout, and reports or hides its borders outside.
     static void tile(Hand& hand, State& state, const Decorated& decorated, bool tellsBorders) {
         state.decorated = decorated;
         state.placings = 0;
@@ -145,7 +145,7 @@ public:
     }
 
 private:
-    /// Has the client within that frame and those borders.
+    /// Puts the client into that frame and those borders.
     static void show(Hand& hand, const State& state, const CGRect& frame, const Extents& borders) {
         const auto word = [](double value) { return static_cast<std::uint32_t>(static_cast<std::int32_t>(value)); };
         const int ownBorder = state.decorated.clientBorder;
@@ -186,7 +186,7 @@ protected:
     void tile(const Decorated& decorated, bool tellsBorders) {
         const auto word = [](int value) { return static_cast<std::uint32_t>(value); };
         const auto& [columns, rows] = std::pair(decorated.columns, decorated.rows);
-        // Flags for steps and a base size; where these are in the property tells ICCCM 4.1.2.3.
+        // Flags for steps and a base size; ICCCM 4.1.2.3 gives their places in the property.
         followed.hand.setWords(state.window, "WM_NORMAL_HINTS", "WM_SIZE_HINTS",
                                {(1U << 6U) | (1U << 8U), 0, 0, 0, 0, 0, 0, 0, 0, word(columns.step), word(rows.step), 0,
                                 0, 0, 0, word(columns.base), word(rows.base), 0});
@@ -200,13 +200,13 @@ protected:
             tessel::WindowMover::perform(action, linux::windowElement(state.window));
             wasInTime = followed.mainLoop.now() - begin < linux::TurnDeadline::turnLimit / 2;
         }));
-        // What is left to be sent is sent as the turn ends.
+        // Pending requests are sent at the end of the turn.
         RC_ASSERT(logic->inATurn([] {}));
         // A turn that takes too long is given up on the way.
         RC_PRE(wasInTime);
     }
 
-    /// Presses twice: the second time, nothing is asked for.
+    /// Presses twice: the second time, no request is sent.
     void expectNothingOfARepeat(const std::vector<WindowAction>& actions, bool tellsBorders) {
         EXPECT_TRUE(rc::check([&] {
             const Decorated decorated = anyDecorated(screen);

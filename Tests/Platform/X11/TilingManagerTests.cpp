@@ -20,7 +20,7 @@ struct Placed {
     friend bool operator==(const Placed&, const Placed&) = default;
 };
 
-/// A window manager as the test wishes it to be. Its windows have a border of 2 and a title bar of 18, and float where
+/// A window manager with the test's settings. Its windows have a border of 2 and a title bar of 18, and float where
 /// they are put.
 class PlayedManager final : public TilingManager {
 public:
@@ -50,7 +50,7 @@ public:
         return true;
     }
 
-    /// Has the window there, with its client inside.
+    /// Puts the window there, with its client inside.
     static void show(Hand& hand, State& state, xcb_window_t window, const Layout::Window& shown) {
         const auto [x, y] = shown.drawn.origin;
         const auto [width, height] = shown.drawn.size;
@@ -78,7 +78,7 @@ protected:
         EXPECT_TRUE(accessibility().isProcessTrusted());
     }
 
-    /// Has a window manager of that name in charge.
+    /// Makes a window manager of that name the current one.
     void identify(const std::string& name) {
         Hand& hand = followed.hand;
         const xcb_window_t root = hand.connection().root();
@@ -109,7 +109,7 @@ protected:
         return accessibility().copyAttributeValue(element(), attribute);
     }
 
-    /// Where the window is seen; nothing where that cannot be told.
+    /// The window's frame; empty if it cannot be found out.
     [[nodiscard]] std::optional<CGRect> frame() {
         const auto position = read(AXAttribute::position);
         const auto size = read(AXAttribute::size);
@@ -158,27 +158,27 @@ TEST_F(TilingManagerTest, IsTrustedWhileItCanBeAsked) {
     EXPECT_EQ(accessibility().obstacle(), std::nullopt);
 }
 
-TEST_F(TilingManagerTest, TellsWhereAWindowIsSeen) {
+TEST_F(TilingManagerTest, ReportsTheVisibleFrameOfAWindow) {
     show({{100, 200}, {700, 500}}, true);
     EXPECT_EQ(frame(), (CGRect{{100, 200}, {700, 500}}));
     EXPECT_EQ(state.readings, 1) << "once in a turn";
 }
 
-TEST_F(TilingManagerTest, AWindowThatNobodySeesIsWhereItWillBe) {
+TEST_F(TilingManagerTest, AHiddenWindowHasItsFutureFrame) {
     PlayedManager::show(followed.hand, state, window,
                         {.frame = {{100, 200}, {700, 500}}, .drawn = {{30, 40}, {300, 200}}, .isTiled = false});
     settle();
     EXPECT_EQ(frame(), (CGRect{{100, 200}, {700, 500}}));
 }
 
-TEST_F(TilingManagerTest, AWindowOfWhichItDoesNotTellIsNotPlaced) {
+TEST_F(TilingManagerTest, AWindowThatItDoesNotReportIsNotPlaced) {
     EXPECT_EQ(read(AXAttribute::position).error(), AXError::cannotComplete);
     write({{0, 0}, {800, 600}});
     settle();
     EXPECT_EQ(state.placed, std::vector<Placed>{});
     state.layout.reset();
     EXPECT_EQ(frame(), std::nullopt);
-    // Which kind of window it is X11 tells all the same.
+    // X11 provides the window's kind all the same.
     EXPECT_TRUE(read(AXAttribute::subrole).has_value());
 }
 
@@ -226,7 +226,7 @@ TEST_F(TilingManagerTest, AWindowInTheLayoutIsPlacedForGoodAlsoIfItIsCalledMaxim
     EXPECT_EQ(state.placed.size(), 1U) << "how it rounds is known, and it is there already";
 }
 
-TEST_F(TilingManagerTest, WhatNobodyReadsIsAskedForAsTheTurnEnds) {
+TEST_F(TilingManagerTest, WritesWithoutAReadAreSentAtTheEndOfTheTurn) {
     show({{100, 200}, {700, 500}}, true);
     write({{10, 20}, {800, 600}});
     EXPECT_EQ(state.placed, std::vector<Placed>{});
@@ -234,7 +234,7 @@ TEST_F(TilingManagerTest, WhatNobodyReadsIsAskedForAsTheTurnEnds) {
     EXPECT_EQ(state.placed, (std::vector<Placed>{{window, {{10, 20}, {800, 600}}}}));
 }
 
-TEST_F(TilingManagerTest, TellsWhatBarsLeaveFree) {
+TEST_F(TilingManagerTest, ReportsTheAreaThatBarsLeaveFree) {
     const auto visible = [this] { return followed.desktop->screens().screens().front().visibleFrame; };
     const CGRect whole = followed.desktop->screens().screens().front().frame;
     EXPECT_EQ(visible(), whole);

@@ -8,7 +8,7 @@
 
 namespace platform::x11 {
 
-/// A panel's tray by hand: owns the selection, and takes the windows that ask for it into a box of its own.
+/// A simulated tray: owns the selection, and docks the windows that request it into a box of its own.
 class TrayOwner {
 public:
     /// Becomes the tray and announces itself. A depth of 32 offers a visual with transparency.
@@ -17,22 +17,22 @@ public:
     TrayOwner& operator=(const TrayOwner&) = delete;
     ~TrayOwner() { leave(); }
 
-    /// The windows that have asked to be taken, whose end is noticed.
+    /// The windows that have requested docking; it notices their end.
     [[nodiscard]] const std::vector<xcb_window_t>& asked();
 
-    /// Takes a window into the box, which is at (300, 200) in root coordinates and of this colour.
+    /// Docks a window into the box, which is at (300, 200) in root coordinates and of this colour.
     void embed(xcb_window_t window, std::uint16_t size);
 
-    /// Puts a window back to the root window.
+    /// Reparents a window to the root window.
     void letGo(xcb_window_t window);
 
-    /// Ends; windows in its box go with it, as when a panel has forgotten to save them.
+    /// Ends; windows in its box are destroyed, as when a panel fails to save them.
     void leave();
 
-    /// Clicks, as the server would tell it.
+    /// Clicks, as the server reports it.
     void click(xcb_window_t window, std::uint8_t button, std::int16_t rootX, std::int16_t rootY);
 
-    /// The pixels of a window, row by row; empty where it is not to be seen.
+    /// The pixels of a window, row by row; empty if it is not visible.
     [[nodiscard]] std::vector<std::uint32_t> pixels(xcb_window_t window, std::uint16_t size);
 
     [[nodiscard]] std::uint8_t depthOf(xcb_window_t window);

@@ -5,7 +5,7 @@
 namespace platform::x11 {
 namespace {
 
-/// Every atom with a number of its own, as a server would give.
+/// Every atom with an id of its own, as a server would assign it.
 AtomTable numberedAtoms() {
     AtomTable atoms;
     for (std::size_t index = 0; index < atomNames.size(); ++index) {
@@ -27,7 +27,7 @@ TEST(WindowKind, TheFirstKnownTypeCounts) {
     EXPECT_EQ(windowKind(atoms, {unknown, normal, dialog}, false), WindowKind::standard);
     EXPECT_EQ(windowKind(atoms, {dialog, normal}, false), WindowKind::auxiliary);
     EXPECT_EQ(windowKind(atoms, {unknown}, false), WindowKind::standard);
-    // A type that is given counts more than being transient.
+    // An explicit type takes precedence over being transient.
     EXPECT_EQ(windowKind(atoms, {normal}, true), WindowKind::standard);
 }
 

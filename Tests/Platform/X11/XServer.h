@@ -7,11 +7,11 @@
 
 namespace platform::x11 {
 
-/// An X server of the test's own, without a screen and without a window manager. Ends with it.
+/// A private X server, without a screen and without a window manager. Ends with it.
 class XServer {
 public:
-    /// Starts it and makes it the environment's DISPLAY. A test without one cannot go on: stops it with an exception.
-    /// `lacking` names extensions that it is to go without.
+    /// Starts it and makes it the environment's DISPLAY. Throws if there is none, which stops the test. `lacking` names
+    /// extensions that it starts without.
     explicit XServer(const std::vector<std::string>& lacking = {});
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;
@@ -20,7 +20,7 @@ public:
     /// Its name for clients on this machine.
     [[nodiscard]] const std::string& display() const { return name; }
 
-    /// Its name for clients that come over the network, of whose processes it knows nothing.
+    /// Its name for clients over the network, whose processes it does not know.
     [[nodiscard]] std::string remoteDisplay() const { return "127.0.0.1" + name; }
 
 private:

@@ -11,7 +11,7 @@ XSettings read(std::string_view bytes) {
     return readXSettings(std::as_bytes(std::span(bytes)));
 }
 
-/// The first settings of a list, as many as are asked for.
+/// The first settings of a list, up to the requested number.
 XSettings firstOf(const XSettingsList& list, std::size_t count) {
     XSettings settings;
     for (std::size_t index = 0; index < count; ++index) {
@@ -30,7 +30,7 @@ TEST(XSettingsFormat, NumbersAndTextsAreReadInEitherByteOrder) {
     EXPECT_EQ(read(writeXSettings(list, true)), firstOf(list, list.size()));
 }
 
-TEST(XSettingsFormat, WhatMakesNoSenseEndsTheReading) {
+TEST(XSettingsFormat, AMalformedSettingEndsTheReading) {
     const std::string whole = writeXSettings({{"First", 1}, {"Second", "two"}});
     const auto changed = [&](std::size_t index, char value) {
         std::string bytes = whole;

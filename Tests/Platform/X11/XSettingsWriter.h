@@ -11,7 +11,7 @@ namespace platform::x11 {
 /// Settings in the order in which they are written.
 using XSettingsList = std::vector<std::pair<std::string, std::variant<std::int32_t, std::string>>>;
 
-/// What a settings manager writes, in either byte order, with a color behind every setting.
+/// The bytes of a settings manager, in either byte order, with a color after every setting.
 [[nodiscard]] std::string writeXSettings(const XSettingsList& settings, bool isMostFirst = false);
 
 } // namespace platform::x11

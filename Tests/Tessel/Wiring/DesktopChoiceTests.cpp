@@ -12,7 +12,7 @@ namespace {
 
 using Kind = DesktopKind;
 
-/// A session as its environment tells of it, with somebody at these sockets and these names on the bus.
+/// A session as its environment describes it, with servers at these sockets and owners of these bus names.
 struct Session {
     std::string what;
     Kind expected;
@@ -96,7 +96,7 @@ const std::vector<Session> sessions{
     {.what = "an unknown compositor", .expected = Kind::unsupported, .display = ":0", .waylandDisplay = "wayland-1"},
 };
 
-TEST(DesktopChoice, IsMadeByWhatTheSessionTellsOfItself) {
+TEST(DesktopChoice, FollowsTheFactsOfTheSession) {
     for (const Session& session : sessions) {
         EXPECT_EQ(desktopKind(session.facts()), session.expected) << session.what;
     }

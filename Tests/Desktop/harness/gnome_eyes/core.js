@@ -1,5 +1,5 @@
-// The tests' own eyes and hands in the shell: evaluates an expression and answers in JSON. It serves every version of the
-// shell: the harness puts it into the form that this one reads, in place of @CORE@.
+// The tests' own access to the shell: evaluates an expression and replies in JSON. It works in every version of the
+// shell: the harness inserts it at @CORE@ in the form that this version loads.
 
 const INTERFACE = `<node><interface name="org.example.Eyes">
     <method name="Evaluate"><arg type="s" direction="in"/><arg type="s" direction="out"/></method>
@@ -23,7 +23,7 @@ class Eyes {
         const windows = () => global.get_window_actors().map(actor => actor.meta_window);
         const one = id => windows().find(window => window.get_id() === id);
         const rect = r => [r.x, r.y, r.width, r.height];
-        // The first of each two is of GNOME 49 and later, which lack the second.
+        // The first function of each pair is that of GNOME 49 and later, which lack the second.
         const isMaximized = window => (window.get_maximize_flags?.() ?? window.get_maximized()) !== 0;
         const maximize = (window, flags) => window.set_maximize_flags
             ? window.set_maximize_flags(flags) : window.maximize(flags);

@@ -18,7 +18,7 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 struct DesktopEntriesTest : testing::Test {
-    /// Runs the loop until the entries tell of a change; fails when they do not.
+    /// Runs the loop until the entries report a change; fails when they do not.
     void awaitChange(const std::function<void()>& cause) {
         bool isTold = false;
         entries.onChange([&] { isTold = true; });
@@ -83,7 +83,8 @@ TEST_F(DesktopEntriesTest, NoticeAFolderThatComesLater) {
 TEST_F(DesktopEntriesTest, AreNotReadAgainWithoutReason) {
     install(second + "/a.desktop", "StartupWMClass=Old");
     ASSERT_EQ(entries.index()[0].windowClass, "Old");
-    // What is written through another folder's name for the file is not noticed, so it tells whether files were read.
+    // A write through another folder's name for the file is not noticed, so its result shows whether files were read
+    // again.
     std::filesystem::create_directory(folder / "elsewhere");
     std::filesystem::create_hard_link(second + "/a.desktop", folder / "elsewhere/a.desktop");
     ASSERT_EQ(entries.index()[0].windowClass, "Old");
@@ -95,20 +96,20 @@ TEST_F(DesktopEntriesTest, AreNotReadAgainWithoutReason) {
     EXPECT_EQ(entries.index()[0].windowClass, "New");
 }
 
-TEST_F(DesktopEntriesTest, TellOfChangesInALaterTurn) {
+TEST_F(DesktopEntriesTest, ReportChangesInALaterTurn) {
     std::filesystem::create_directories(second);
     ASSERT_EQ(entries.index().size(), 0U);
     awaitChange([&] { install(second + "/a.desktop"); });
     EXPECT_TRUE(has("a"));
 }
 
-TEST_F(DesktopEntriesTest, TellOfAFolderThatComesLater) {
+TEST_F(DesktopEntriesTest, ReportAFolderThatAppearsLater) {
     ASSERT_EQ(entries.index().size(), 0U);
     awaitChange([&] { install(first + "/a.desktop"); });
     EXPECT_TRUE(has("a"));
 }
 
-TEST_F(DesktopEntriesTest, TellOfManyChangesTogether) {
+TEST_F(DesktopEntriesTest, ReportManyChangesTogether) {
     std::filesystem::create_directories(second);
     DesktopEntries patient(loop, {.folders = {second}, .currentDesktops = {}, .searchPath = ""}, milliseconds(200));
     ASSERT_EQ(patient.index().size(), 0U);
@@ -127,14 +128,14 @@ TEST_F(DesktopEntriesTest, TellOfManyChangesTogether) {
     EXPECT_EQ(patient.index().size(), 50U);
 }
 
-TEST(FolderWatch, KnowsWhenTheKernelWillNotTellOfChanges) {
+TEST(FolderWatch, KnowsWhenTheKernelWillNotReportChanges) {
     const TemporaryFolder folder;
     inChildProcess([&] {
         MainLoop loop;
         rlimit limit{};
         ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
         const rlimit before = limit;
-        limit.rlim_cur = 3; // no descriptor is left for a watch
+        limit.rlim_cur = 3; // No descriptor is left for a watch.
         ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
         FolderWatch blind(loop, {folder.path}, ".desktop", milliseconds(1), [] {});
         ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);

@@ -6,13 +6,13 @@
 #include <string>
 #include <string_view>
 
-/// Writes a file, with the folders that it needs.
+/// Writes a file, and creates its folders.
 inline void writeBelow(const std::string& path, std::string_view contents) {
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());
     write(path, contents);
 }
 
-/// Writes the desktop entry of an application: its lines behind `Type` and `Name`.
+/// Writes the desktop entry of an application: its lines after `Type` and `Name`.
 inline void install(const std::string& path, std::string_view lines = "") {
     writeBelow(path, "[Desktop Entry]\nType=Application\nName=" + std::filesystem::path(path).stem().string() + "\n" +
                          std::string(lines) + "\n");

@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Applications in two folders, and processes in one that looks like the kernel's.
+/// Applications in two folders, and processes in an imitation of /proc.
 struct DesktopEntryIdentificationTest : testing::Test {
     void add(const std::string& identifier, std::string_view lines = "") const {
         install(folder / "applications/" + identifier + ".desktop", lines);
@@ -37,7 +37,7 @@ struct DesktopEntryIdentificationTest : testing::Test {
         process("cgroup", "0::/user.slice/user-1.slice/user@1.service/app.slice/" + unit + "\n");
     }
 
-    /// The empty text where nothing is identified.
+    /// Empty if no application is identified.
     [[nodiscard]] std::string identify(const ApplicationClues& clues) {
         return identification.bundleIdentifier(clues).value_or("");
     }
@@ -75,7 +75,7 @@ TEST_F(DesktopEntryIdentificationTest, KnowsAFlatpakByItsSandbox) {
         << "an application outside bears the same names";
 }
 
-TEST_F(DesktopEntryIdentificationTest, TellsTheApplicationsOfOneSandboxApartByTheirWindows) {
+TEST_F(DesktopEntryIdentificationTest, DistinguishesTheApplicationsOfOneSandboxByTheirWindows) {
     add("org.example.Office", "X-Flatpak=org.example.Office");
     add("org.example.Office.writer", "X-Flatpak=org.example.Office\nStartupWMClass=office-writer");
     process("root/.flatpak-info", "[Application]\nname=org.example.Office\n");
@@ -156,7 +156,7 @@ TEST_F(DesktopEntryIdentificationTest, KnowsTheClassOfAWindow) {
     EXPECT_EQ(identifyClass("", ""), "");
 }
 
-TEST_F(DesktopEntryIdentificationTest, TellsWebApplicationsFromTheirBrowser) {
+TEST_F(DesktopEntryIdentificationTest, DistinguishesWebApplicationsFromTheirBrowser) {
     add("browser", "Exec=/usr/bin/browser %U\nStartupWMClass=Browser");
     add("browser-mail", "Exec=/usr/bin/browser --app-id=mail\nStartupWMClass=crx_mail");
     program("/usr/bin/browser");

@@ -25,7 +25,7 @@ std::vector<std::string> identifiers(const DesktopEntryIndex& index) {
     return result;
 }
 
-/// Two folders of desktop entries, the first of which comes first.
+/// Two folders of desktop entries; the first one takes precedence.
 struct DesktopEntryIndexTest : testing::Test {
     [[nodiscard]] DesktopEntryIndex read(const std::vector<std::string>& desktops = {}) const {
         return DesktopEntryIndex::read(std::array{first, second}, desktops);
@@ -50,7 +50,7 @@ TEST_F(DesktopEntryIndexTest, MakesIdsOfThePathsBelowTheFolder) {
     EXPECT_EQ(index.find(""), std::nullopt);
 }
 
-TEST_F(DesktopEntryIndexTest, KeepsWhatTellsAnApplication) {
+TEST_F(DesktopEntryIndexTest, KeepsTheFieldsThatIdentifyAnApplication) {
     install(second + "/tool.desktop", "Exec=env A=1 /usr/bin/tool --fast\nTryExec=tool\nStartupWMClass=Tool\n"
                                       "X-Flatpak=org.example.Tool\nX-SnapInstanceName=tool\nTerminal=true");
     const DesktopEntryIndex index = read();
@@ -93,7 +93,7 @@ TEST_F(DesktopEntryIndexTest, PassesOverWhatIsNoApplication) {
     EXPECT_THAT(identifiers(read()), UnorderedElementsAre("broken", "folder.desktop-inner"));
 }
 
-TEST_F(DesktopEntryIndexTest, TellsWhichAreListedOnThisDesktop) {
+TEST_F(DesktopEntryIndexTest, KnowsWhichEntriesThisDesktopLists) {
     install(first + "/a.desktop");
     install(first + "/b.desktop", "NoDisplay=true");
     install(first + "/c.desktop", "OnlyShowIn=KDE;");

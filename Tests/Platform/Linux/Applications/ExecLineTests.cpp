@@ -11,7 +11,7 @@
 namespace platform::linux {
 namespace {
 
-TEST(ExecLine, TellsTheProgramThatIsStarted) {
+TEST(ExecLine, FindsTheStartedProgram) {
     struct Case {
         std::string line;
         std::optional<ExecLine::Program> expected;
@@ -44,7 +44,7 @@ TEST(ExecLine, TellsTheProgramThatIsStarted) {
     }
 }
 
-TEST(ExecLine, TellsWhatAnInterpreterReads) {
+TEST(ExecLine, FindsTheFileThatAnInterpreterReads) {
     using Words = std::vector<std::string>;
     EXPECT_EQ(ExecLine::script(Words{"/usr/bin/bash", "-l", "/home/me/start"}), "/home/me/start");
     EXPECT_EQ(ExecLine::script(Words{"/usr/bin/bash"}), "");

@@ -12,7 +12,7 @@
 
 namespace platform::linux {
 
-/// Takes the application id as it stands, else the class in lower case, if that application is "installed".
+/// Uses the application id unchanged, else the class in lower case, if that application is "installed".
 class PlainIdentification final : public ApplicationIdentification {
 public:
     std::set<std::string> installed{"editor", "browser", "terminal"};
@@ -20,7 +20,7 @@ public:
     [[nodiscard]] std::optional<std::string> bundleIdentifier(const ApplicationClues& clues) override;
 };
 
-/// Knows where every application is, and calls it by its identifier.
+/// Knows a path for every application, and uses the identifier as its name.
 class PlainCatalogue final : public ApplicationCatalogue {
 public:
     [[nodiscard]] std::vector<std::filesystem::path> locations() override { return {}; }

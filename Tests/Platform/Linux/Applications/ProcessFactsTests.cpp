@@ -88,7 +88,7 @@ RC_GTEST_PROP(ProcessFactsProperties, NoTextDoesHarm, (const std::string& text))
     RC_ASSERT(length <= text.size());
 }
 
-/// A folder that looks like the kernel's, with one process in it.
+/// An imitation of /proc with one process in it.
 struct ProcessFolder : testing::Test {
     void program(const std::string& path, std::string_view commandLine = "") const {
         writeBelow(process + "/cmdline", commandLine);
@@ -105,7 +105,7 @@ struct ProcessFolder : testing::Test {
 
 using ProcessFactsTest = ProcessFolder;
 
-TEST_F(ProcessFactsTest, TellTheProgramOrTheScriptThatItReads) {
+TEST_F(ProcessFactsTest, NameTheProgramOrTheScriptThatItReads) {
     using Program = ProcessFacts::Program;
     program("/usr/bin/xterm", "whatever\0-e\0"sv);
     EXPECT_EQ(program(), (Program{.path = "/usr/bin/xterm", .script = ""}));
@@ -136,7 +136,7 @@ TEST_F(ProcessFactsTest, AreNotThereForAProcessThatIsNot) {
     }
 }
 
-TEST_F(ProcessFactsTest, TellTheFlatpakOfASandbox) {
+TEST_F(ProcessFactsTest, NameTheFlatpakOfASandbox) {
     writeBelow(process + "/root/.flatpak-info", "[Application]\nname=org.example.Editor\nruntime=x\n");
     EXPECT_EQ(flatpak(), "org.example.Editor");
     for (const std::string_view contents : {""sv, "[Runtime]\nname=a\n"sv, "[Application]\nname=\n"sv, "name=a\n"sv}) {
@@ -155,7 +155,7 @@ TEST_F(ProcessFactsTest, FollowNoLinkAndWaitForNoPipeInASandbox) {
     EXPECT_EQ(flatpak(), std::nullopt);
 }
 
-TEST_F(ProcessFactsTest, TellTheSnapOfWhicheverLabelThereIs) {
+TEST_F(ProcessFactsTest, NameTheSnapOfEitherLabel) {
     writeBelow(process + "/attr/current", "snap.a.b (enforce)\n");
     EXPECT_EQ(ProcessFacts::snapApplication(folder.path, 7), (ProcessFacts::SnapApplication{"a", "b"}));
     writeBelow(process + "/attr/apparmor/current", "snap.c.d (enforce)\n");
@@ -168,7 +168,7 @@ TEST_F(ProcessFactsTest, DoNotReadOnForEver) {
     EXPECT_LE(program()->name().size(), 65536U);
 }
 
-TEST(ProcessFacts, TellTheProgramOfThisVeryProcess) {
+TEST(ProcessFacts, NameTheProgramOfThisVeryProcess) {
     const auto program = ProcessFacts::program(std::string(ProcessFacts::standardFolder), ::getpid());
     ASSERT_TRUE(program);
     EXPECT_EQ(program->path, std::filesystem::read_symlink("/proc/self/exe"));

@@ -38,7 +38,7 @@ ControlServer::Setup called(const std::string& version) {
     return [version](RecordedRequests& requests) { requests.report.version = version; };
 }
 
-/// The version that the owner of the name tells, once it does.
+/// The version that the owner of the name reports, as soon as it does.
 std::string versionOnBus(const MessageBus& bus, const std::string& wanted) {
     const auto deadline = std::chrono::steady_clock::now() + seconds(10);
     std::string told;
@@ -49,7 +49,7 @@ std::string versionOnBus(const MessageBus& bus, const std::string& wanted) {
     return told;
 }
 
-TEST(SessionBus, WhoeverKnowsTheNameCanAskTheProgram) {
+TEST(SessionBus, AClientThatKnowsTheNameCanCallTheProgram) {
     MessageBus bus;
     bus.start();
     ControlServer server(onBus(bus.address()), called("1"));
@@ -61,7 +61,7 @@ TEST(SessionBus, WhoeverKnowsTheNameCanAskTheProgram) {
     EXPECT_EQ(asked.at(asked.size() - 2), "perform center");
 }
 
-/// What `gdbus` and desktops do to start an application; gives the name of the error, or an empty text.
+/// The call with which `gdbus` and desktops start an application. Returns the name of the error, or an empty text.
 std::string callApplication(const MessageBus& bus, const char* member, const char* types, const char* first) {
     sd_bus* raw = nullptr;
     EXPECT_GE(sd_bus_new(&raw), 0);
@@ -140,7 +140,7 @@ TEST(SessionBus, TheNameGoesToTheNextInLineWhenItsOwnerEnds) {
     EXPECT_TRUE(ControlClient::onBus(bus.address()).quit());
 }
 
-/// Runs a loop with a bus object for a while; gives the number of the loop's turns.
+/// Runs a loop with a bus object for some time. Returns the number of the loop's turns.
 int turnsWithin(Duration time, const std::string& address, Duration interval) {
     MainLoop loop;
     int turns = 0;
@@ -170,7 +170,7 @@ TEST(SessionBus, AMissingBusIsLookedForCalmly) {
 
 TEST(SessionBus, SomethingElseBehindTheAddressIsLeftCalmly) {
     const Session session = uniqueSession("not-a-bus");
-    // It accepts connections and never says a word.
+    // It accepts connections and never sends anything.
     const auto silent = SingleInstance::acquire(session);
     const std::string address = "unix:path=" + session.runtimeFolder + "/tessel/" + session.display + ".socket";
     EXPECT_LT(turnsWithin(milliseconds(300), address, milliseconds(100)), 10);

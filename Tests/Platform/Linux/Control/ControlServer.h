@@ -12,7 +12,7 @@
 #include <thread>
 #include <vector>
 
-/// A handler that notes what it is asked, and answers what it is told to.
+/// A handler that records its requests, and returns the configured replies.
 class RecordedRequests final : public platform::ControlRequests {
 public:
     explicit RecordedRequests(std::function<void()> end)
@@ -29,7 +29,7 @@ public:
 
     std::vector<std::string> asked;
     platform::ControlStatus report;
-    /// What `perform` answers to an action; nothing: that it is done.
+    /// The reply of `perform` to an action; empty: it succeeds.
     std::map<std::string, platform::ControlRefusal, std::less<>> refusals;
 
 private:
@@ -38,14 +38,13 @@ private:
     std::function<void()> end;
 };
 
-/// A program that answers requests, on a thread of its own with a loop of its own, until it is asked to quit or
-/// dropped.
+/// A program that answers requests, on a thread of its own with a loop of its own, until a quit request or its
+/// destruction.
 class ControlServer {
 public:
     using Setup = std::function<void(RecordedRequests&)>;
 
-    /// `serve` offers the requests and then runs the loop (with the function it is given); it is on the server's
-    /// thread.
+    /// `serve` offers the requests and then runs the loop (with the given function); it runs on the server's thread.
     using Serve = std::function<void(platform::linux::MainLoop&, RecordedRequests&, const std::function<void()>& run)>;
 
     /// Returns when the server is about to run its loop.
@@ -59,13 +58,13 @@ public:
 
     ~ControlServer();
 
-    /// Ends the server; gives what it was asked.
+    /// Ends the server. Returns the requests that it got.
     [[nodiscard]] std::vector<std::string> asked();
 
 private:
     void end();
 
-    /// Readable when the server is to end.
+    /// Readable when the server must end.
     platform::linux::FileDescriptor ending;
     std::vector<std::string> record;
     std::thread thread;

@@ -33,7 +33,7 @@ using Kind = ControlRefusal::Kind;
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
-/// For what happens within milliseconds unless the machine is busy, in milliseconds.
+/// Limit, in milliseconds, for an event that takes some milliseconds unless the machine is busy.
 constexpr int patience = 30'000;
 
 ControlAnswer<void> quit(const Session& session) {
@@ -96,7 +96,7 @@ TEST(ControlSocket, ARefusalArrivesWithItsKindAndReason) {
     EXPECT_TRUE(quit(session));
 }
 
-TEST(ControlSocket, WhereNothingRunsEveryRequestSaysSo) {
+TEST(ControlSocket, WithoutARunningProgramEveryRequestReportsThat) {
     const Session session = uniqueSession("nobody");
     EXPECT_EQ(ControlClient::ofSession(session).open().error().kind, Kind::notRunning);
     EXPECT_EQ(ControlClient::ofSession(session).status().error().kind, Kind::notRunning);
@@ -122,7 +122,7 @@ TEST(ControlSocket, AProgramThatEndsBeforeItAnswersIsNotRunning) {
     EXPECT_EQ(client.status().error().kind, Kind::notRunning);
 }
 
-/// Leaves this process no descriptor, until it is dropped.
+/// Uses up this process's descriptors while it lives.
 class NoDescriptor {
 public:
     NoDescriptor() {
@@ -151,11 +151,11 @@ TEST(ControlSocket, WithoutADescriptorForItAConnectionWaitsAndCostsNothing) {
     socket.serve(requests);
     int turns = 0;
     const auto turnEnd = loop.atEndOfTurn([&] { ++turns; });
-    // A sanitizer asks the kernel with a pipe whether it may look at an object. It does so once for each type.
+    // A sanitizer checks through a pipe whether it may read an object. It does so once for each type.
     const FileDescriptor something(::eventfd(0, EFD_CLOEXEC));
     loop.watch(something.get(), [] { return false; }, [] {}).reset();
 
-    // Connected to the socket, and waiting there to be taken in.
+    // Connected to the socket, in the listen queue.
     const std::expected<FileDescriptor, int> connection = SingleInstance::connect(session);
     ASSERT_TRUE(connection);
     std::optional<NoDescriptor> exhausted(std::in_place);
@@ -175,7 +175,7 @@ TEST(ControlSocket, WithoutADescriptorForItAConnectionWaitsAndCostsNothing) {
     EXPECT_GT(::recv(connection->get(), bytes.data(), bytes.size(), MSG_DONTWAIT), 0);
 }
 
-/// Asks for the status until there is an answer, from the socket in the runtime folder or from the abstract name.
+/// Requests the status until there is a reply, from the socket in the runtime folder or from the abstract name.
 bool isAnsweredInTheEnd(const Session& session, bool isInFolder) {
     const auto deadline = Clock::now() + std::chrono::seconds(10);
     while (Clock::now() < deadline) {
@@ -188,7 +188,7 @@ bool isAnsweredInTheEnd(const Session& session, bool isInFolder) {
     return false;
 }
 
-TEST(ControlSocket, AnswersAgainWhereSomebodyHasEmptiedTheRuntimeFolder) {
+TEST(ControlSocket, RepliesAgainAfterTheRuntimeFolderWasEmptied) {
     const TemporaryFolder runtime;
     const Session session{.display = ":emptied", .runtimeFolder = runtime.path};
     const ControlServer server(session);
@@ -224,7 +224,7 @@ TEST(ControlSocket, AnArgumentThatIsNoTextIsRefusedBeforeItIsSent) {
     EXPECT_EQ(server.asked(), std::vector<std::string>{"quit"});
 }
 
-/// A peer that does not play by the rules, on a server that has to stay well.
+/// A peer that violates the protocol, on a server that must keep working.
 class HostilePeer : public testing::Test {
 protected:
     HostilePeer()
@@ -239,7 +239,7 @@ protected:
         return report;
     }
 
-    /// The server answers others within the time for which they wait.
+    /// The server answers other clients within their timeout.
     void expectWell() {
         const auto status = ControlClient::ofSession(session).status();
         EXPECT_TRUE(status) << status.error().reason;
@@ -260,7 +260,7 @@ protected:
         }
     }
 
-    /// Whether the server closes the connection, given that nothing more is sent.
+    /// Whether the server closes the connection if nothing more is sent.
     [[nodiscard]] static bool isCutOff(const FileDescriptor& connection) {
         std::array<char, 4096> bytes{};
         pollfd wanted{.fd = connection.get(), .events = POLLIN, .revents = 0};
@@ -272,7 +272,7 @@ protected:
         return false;
     }
 
-    /// Sends as much as is taken; gives how much that was.
+    /// Sends until the socket is full. Returns the number of bytes.
     static std::size_t pour(const FileDescriptor& connection, std::string_view bytes) {
         std::size_t sent = 0;
         while (sent < bytes.size()) {
@@ -287,11 +287,11 @@ protected:
         return sent;
     }
 
-    /// What precedes the messages: a client that is known by its peer's credentials (D-Bus Specification,
+    /// The handshake before the messages: a client that is known by its peer's credentials (D-Bus Specification,
     /// Authentication Protocol), all sent at once.
     static std::string greeting() { return std::string(1, '\0') + "AUTH EXTERNAL\r\nDATA\r\nBEGIN\r\n"; }
 
-    /// A call of Status with a body of a declared length that does not come.
+    /// A call of Status with a body whose declared length never arrives.
     static std::string callOfLength(std::uint32_t length) {
         std::string call{'l', 1, 0, 1};
         call.append(reinterpret_cast<const char*>(&length), sizeof(length));
@@ -316,7 +316,7 @@ TEST_F(HostilePeer, IsCutOffForALineWithoutEnd) {
 
 TEST_F(HostilePeer, IsCutOffLongBeforeAGiantMessageIsComplete) {
     const FileDescriptor connection = connect();
-    // The library has room for the whole of it from the beginning; with AddressSanitizer each reading copies that room.
+    // The library allocates all of it from the beginning; with AddressSanitizer each read copies that buffer.
     constexpr std::size_t size = 4U << 20U;
     const std::size_t sent = pour(connection, greeting() + callOfLength(size) + std::string(size, 'x'));
     EXPECT_LT(sent, std::size_t{2} << 20U);
@@ -345,7 +345,7 @@ TEST_F(HostilePeer, InThousandsTakesNoPlaceFromOthers) {
         }
     }
     expectWell();
-    // All but the last few have been sent away.
+    // All but the last few have been rejected.
     for (std::size_t kept = held.size(); kept > ControlSocket::mostConnections; --kept) {
         EXPECT_TRUE(isCutOff(held.front()));
         held.pop_front();
@@ -359,7 +359,7 @@ TEST_F(HostilePeer, IsCutOffForNeverReadingTheAnswers) {
     const FileDescriptor connection = connect();
     ASSERT_EQ(sd_bus_set_fd(raw, ::dup(connection.get()), ::dup(connection.get())), 0);
     ASSERT_GE(sd_bus_start(raw), 0);
-    // Far below what a connection may send, far above what the kernel keeps of the answers.
+    // Far below the limit for a connection's messages, far above the kernel's buffer for the replies.
     for (int count = 0; count < 200; ++count) {
         sd_bus_message* call = nullptr;
         ASSERT_GE(sd_bus_message_new_method_call(raw, &call, nullptr, ControlMessages::objectPath,

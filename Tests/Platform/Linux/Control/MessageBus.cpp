@@ -43,13 +43,13 @@ void MessageBus::start() {
     platform::linux::FileDescriptor telling(told[1]);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    // It complains about limits that do not matter here.
+    // It warns about limits that do not matter here.
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
     posix_spawn_file_actions_adddup2(&actions, telling.get(), addressDescriptor);
     ASSERT_EQ(::posix_spawnp(&process, "dbus-daemon", &actions, nullptr, words.data(), environ), 0);
     posix_spawn_file_actions_destroy(&actions);
     telling = platform::linux::FileDescriptor();
-    // It tells its address once it listens there; its end would only close the pipe.
+    // It prints its address once it listens there; at its end the pipe is only closed.
     constexpr int patience = 10'000;
     pollfd listening{.fd = address.get(), .events = POLLIN, .revents = 0};
     ASSERT_EQ(::poll(&listening, 1, patience), 1) << "the message bus does not listen";

@@ -6,7 +6,7 @@
 
 #include <string>
 
-/// A message bus of a test's own, at the same address whenever it runs.
+/// A private message bus, at the same address whenever it runs.
 class MessageBus {
 public:
     /// Does not run yet.
@@ -15,11 +15,11 @@ public:
     MessageBus& operator=(const MessageBus&) = delete;
     ~MessageBus();
 
-    /// Runs it, and returns when it can be connected to.
+    /// Starts it, and returns when clients can connect.
     void start();
     void stop();
 
-    /// Makes the bus believe that it could start a service of that name. Before `start`.
+    /// Makes the bus offer a service of that name for activation. Before `start`.
     void offerToStart(const std::string& name) const;
 
     [[nodiscard]] std::string address() const { return "unix:path=" + folder / "bus"; }

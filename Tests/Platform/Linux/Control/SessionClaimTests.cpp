@@ -41,7 +41,7 @@ TEST(SessionClaim, TheSecondFollowsAFirstThatEndsWithoutAnAnswer) {
     std::optional first = SingleInstance::acquire(session);
     ASSERT_TRUE(*first);
     std::thread ending([&] {
-        // A program about to end still has the socket, but nobody there accepts: it ends once the second has come.
+        // An ending program still has the socket, but accepts no connection: it ends once the second has connected.
         constexpr int patience = 10'000;
         pollfd second{.fd = (*first)->listeningSocket(), .events = POLLIN, .revents = 0};
         EXPECT_EQ(::poll(&second, 1, patience), 1);

@@ -32,7 +32,7 @@ namespace {
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-/// Where the right is kept.
+/// The lock's place.
 enum class Kept : std::uint8_t { inFolder, asAbstractName };
 
 class SingleInstanceAnywhere : public testing::TestWithParam<Kept> {
@@ -82,7 +82,7 @@ TEST_P(SingleInstanceAnywhere, ASessionIsFreeAgainWhenItsHoldersProcessIsKilled)
     EXPECT_TRUE(SingleInstance::connect(held));
 }
 
-TEST_P(SingleInstanceAnywhere, LongSessionNamesAreToldApartByTheirEnds) {
+TEST_P(SingleInstanceAnywhere, LongSessionNamesAreDistinguishedByTheirEnds) {
     Session path = session("wayland");
     path.display = "/" + std::string(500, 'x') + "/" + path.display;
     Session other = path;
@@ -101,7 +101,7 @@ TEST_P(SingleInstanceAnywhere, ALongSessionNameIsCutOffRatherThanRefused) {
     EXPECT_TRUE(SingleInstance::connect(path));
 }
 
-/// A runtime folder of a test's own.
+/// A private runtime folder.
 class SingleInstanceFiles : public testing::Test {
 protected:
     [[nodiscard]] Session session(const std::string& display = ":7") const {
@@ -124,7 +124,7 @@ TEST_F(SingleInstanceFiles, AreNamedAfterTheDisplayAndGoWithTheHolder) {
     EXPECT_THAT(files(), IsEmpty());
 }
 
-TEST_F(SingleInstanceFiles, TellWhichSessionsThereAre) {
+TEST_F(SingleInstanceFiles, ListTheSessions) {
     EXPECT_THAT(sessionsWithSockets(runtime.path), IsEmpty());
     const auto first = SingleInstance::acquire(session());
     const auto second = SingleInstance::acquire(session("/run/user/7/wayland-1"));
@@ -165,7 +165,7 @@ TEST_F(SingleInstanceFiles, AreNotPutBehindALink) {
     EXPECT_THAT(namesIn(elsewhere.path), IsEmpty());
 }
 
-TEST_F(SingleInstanceFiles, AreMadeAnewWhereSomebodyHasRemovedThem) {
+TEST_F(SingleInstanceFiles, AreMadeAgainAfterTheirRemoval) {
     auto holder = SingleInstance::acquire(session());
     ASSERT_TRUE(holder);
     const auto removals = std::to_array<std::function<void()>>({
@@ -204,7 +204,7 @@ TEST_F(SingleInstanceFiles, AreAnAbstractNameWhileTheRuntimeFolderIsAway) {
     EXPECT_TRUE(SingleInstance::connect(session()));
 }
 
-TEST_F(SingleInstanceFiles, OfWhoeverHasTakenTheSessionMeanwhileAreLeftAlone) {
+TEST_F(SingleInstanceFiles, OfALaterOwnerOfTheSessionAreLeftAlone) {
     std::optional first = SingleInstance::acquire(session());
     ASSERT_TRUE(*first);
     std::filesystem::remove_all(runtime / "tessel");
@@ -220,7 +220,7 @@ TEST_F(SingleInstanceFiles, OfWhoeverHasTakenTheSessionMeanwhileAreLeftAlone) {
     EXPECT_TRUE(SingleInstance::connect(session()));
 }
 
-/// A process of another user that does what it is told at once, and then waits to be ended. Needs the superuser.
+/// A process of another user that runs a function at once, and then waits to be ended. Needs root.
 class Stranger {
 public:
     static constexpr uid_t user = 65534;
@@ -279,7 +279,7 @@ TEST(SingleInstanceStranger, OnTheNameIsCalledWhatItIs) {
     EXPECT_EQ(SingleInstance::connect(session).error(), EPERM);
 }
 
-TEST(SingleInstanceStranger, OnTheNameHindersNobodyWhoHasARuntimeFolder) {
+TEST(SingleInstanceStranger, OnTheNameDoesNotBlockAUserWithARuntimeFolder) {
     if (::getuid() != 0) {
         GTEST_SKIP() << "takes the superuser";
     }

@@ -25,7 +25,7 @@ constexpr Shortcut arrowUp{.keyCode = 126, .modifiers = ctrlAlt};
 constexpr Shortcut keyC{.keyCode = 8, .modifiers = ctrlAlt};
 constexpr Shortcut keyD{.keyCode = 2, .modifiers = ctrlAlt};
 
-/// A tool of the desktop's settings that a test plays: each command line prints a file of that name.
+/// A simulation of the desktop's settings tool: each command line prints a file of that name.
 class PlayedTools : public testing::Test {
 protected:
     TemporaryFolder folder;

@@ -42,7 +42,7 @@ std::optional<PropertyListValue> parsed(std::string_view entry) {
     return read ? read->value("key") : std::nullopt;
 }
 
-/// A value after a journey through a file.
+/// A value after a write to a file and a read.
 std::optional<PropertyListValue> returned(const PropertyListValue& value) {
     PropertyListDocument written;
     written.set(value, "key");
@@ -98,7 +98,8 @@ TEST(PropertyListDocument, KeepsFloatsExact) {
     EXPECT_TRUE(std::isnan(*nan->real()));
 }
 
-/// Makes a locale with a decimal comma in the folder: few machines that build have one installed. Whether it worked.
+/// Makes a locale with a decimal comma in the folder, because few build machines have one installed. Returns whether it
+/// worked.
 bool makeDecimalCommaLocale(const TemporaryFolder& folder) {
     write(folder / "source", "LC_NUMERIC\ndecimal_point \",\"\nthousands_sep \"\"\ngrouping -1\nEND LC_NUMERIC\n");
     std::string program = "localedef";

@@ -28,7 +28,7 @@ using Rules = std::map<std::string, std::string>;
 
 const Preference<Rules> rules{"rules", {}};
 
-/// Settings that more than one hand writes to.
+/// Settings with more than one writer.
 class SharedUserDefaults : public testing::Test {
 protected:
     [[nodiscard]] UserDefaults open() { return UserDefaults{path, log.sink()}; }
@@ -59,7 +59,7 @@ TEST_F(SharedUserDefaults, TakeOverTheLastWordOnOneRule) {
     EXPECT_EQ(open()[rules].value(), (Rules{}));
 }
 
-TEST_F(SharedUserDefaults, LeaveWhatSomebodyWroteIntoTheFileMeanwhile) {
+TEST_F(SharedUserDefaults, KeepOtherWritersChangesToTheFile) {
     UserDefaults defaults = open();
     defaults.set(true, "enabled");
     UserDefaults(path, log.sink()).set(false, "enabled");
@@ -134,7 +134,7 @@ TEST_F(SharedUserDefaults, AreWrittenWholeWhereTheFileIsGone) {
     EXPECT_EQ(open().object("other"), PropertyListValue(2));
 }
 
-TEST_F(SharedUserDefaults, KeepAFileBesideThatSomebodyHasBroken) {
+TEST_F(SharedUserDefaults, KeepABrokenFileUnderAnotherName) {
     UserDefaults defaults = open();
     defaults.set(1, "key");
     write(path, "<plist><dict><key>cut");
@@ -159,7 +159,7 @@ TEST_F(SharedUserDefaults, LoseNoneOfTheRulesThatTwoProcessesAddAtTheSameTime) {
                 own.emplace(std::to_string(writer) + "." + std::to_string(rule), "center");
                 defaults[rules].change(former, own);
             }
-            // A write that did not get its turn is made up for by the next.
+            // A write that was skipped is caught up by the next.
             for (std::size_t told = 0; told != log.lines.size();) {
                 told = log.lines.size();
                 defaults.set(std::nullopt, "nothing");

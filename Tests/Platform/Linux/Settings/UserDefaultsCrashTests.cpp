@@ -32,7 +32,7 @@ using corvid::PropertyListValue;
 using platform::linux::UserDefaults;
 using Dictionary = PropertyListValue::Dictionary;
 
-/// A value that shows when it was put together from two writes: every entry is the same number.
+/// A value that reveals a mixture of two writes: every entry is the same number.
 PropertyListValue generation(std::int64_t number) {
     Dictionary entries;
     for (int index = 0; index < 200; ++index) {
@@ -41,7 +41,7 @@ PropertyListValue generation(std::int64_t number) {
     return PropertyListValue{entries};
 }
 
-/// Which write a stored value is from; nothing when it is no whole one.
+/// The number of the write that a stored value comes from; empty for an incomplete one.
 std::optional<std::int64_t> generationOf(const std::optional<PropertyListValue>& value) {
     if (!value || value->dictionary() == nullptr || value->dictionary()->empty()) {
         return std::nullopt;
@@ -61,7 +61,7 @@ protected:
 
 constexpr int cannotFilter = 77;
 
-/// A step of a write by the system call that it begins with, told apart from other uses by a bit of an argument.
+/// A step of a write by its first system call, distinguished from other uses by a bit of an argument.
 struct Step {
     const char* name;
     std::uint32_t call;
@@ -70,7 +70,7 @@ struct Step {
     std::int64_t survivor = 1;
 };
 
-/// From here on, the first call of that sort ends the process before the kernel does anything.
+/// From here on, the first call of that kind ends the process before the kernel executes it.
 void dieAt(const Step& step) {
     const rlimit noCore{.rlim_cur = 0, .rlim_max = 0};
     ::setrlimit(RLIMIT_CORE, &noCore);
@@ -156,7 +156,8 @@ TEST_F(WholeUserDefaultsCrash, LeaveAWholeFileWithEveryFinishedWriteWhereverTheP
         }
         ::close(finished[1]);
         std::int64_t number = 0;
-        // The kill comes at any moment after the first write: the wait is the experiment, nothing is awaited.
+        // The kill comes at a random moment after the first write: this delay is the experiment and replaces no
+        // condition.
         ASSERT_EQ(::read(finished[0], &number, sizeof number), static_cast<ssize_t>(sizeof number));
         std::this_thread::sleep_for(std::chrono::microseconds{microseconds(random)});
         ::kill(child, SIGKILL);
@@ -169,7 +170,7 @@ TEST_F(WholeUserDefaultsCrash, LeaveAWholeFileWithEveryFinishedWriteWhereverTheP
 
         const std::optional<std::int64_t> stored = generationOf(open().object("key"));
         ASSERT_TRUE(stored) << "round " << round;
-        // The process may have died between the end of a write and telling of it.
+        // The process may have died between the end of a write and its report.
         ASSERT_TRUE(*stored == last || *stored == last + 1) << "round " << round << ": " << *stored << ", " << last;
         last = *stored;
     }

@@ -28,7 +28,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using Names = std::vector<std::string>;
 
-/// Names in a folder that say that a file was kept beside.
+/// Names in a folder of files that were kept as unreadable.
 Names keptIn(const std::string& folder) {
     Names names = namesIn(folder);
     std::erase_if(names, [](const std::string& name) { return !name.starts_with("preferences.plist.unreadable-"); });
@@ -68,7 +68,7 @@ INSTANTIATE_TEST_SUITE_P(Contents, UnreadableUserDefaults,
                                          "{\"enabled\": false}"));
 
 TEST_F(UserDefaultsFailure, KeepEveryUnreadableFileUnderANameOfItsOwn) {
-    constexpr int files = 4; // within one second, most likely, so that the names collide
+    constexpr int files = 4; // Most likely within one second, so that the names collide.
     for (int number = 0; number < files; ++number) {
         write(path, "unreadable " + std::to_string(number));
         EXPECT_EQ(open().object("key"), std::nullopt);
@@ -117,7 +117,7 @@ TEST_F(UserDefaultsFailure, TryAgainEvenWhenTheNextChangeHasNothingToRemove) {
     EXPECT_EQ(open().object("first"), PropertyListValue{1});
 }
 
-/// As long as it lives, no file grows beyond a few bytes: to a program that writes, much the same as a full disk.
+/// While it lives, no file grows beyond a few bytes: for a writing program the same as a full disk.
 class FullDisk {
 public:
     FullDisk() {

@@ -26,7 +26,7 @@ protected:
 
     [[nodiscard]] UserDefaults open() { return UserDefaults{path, log.sink()}; }
 
-    /// What must hold after a write whatever the link looked like.
+    /// The state after a write, for any kind of link.
     void expectWrittenThrough(const std::string& file) {
         EXPECT_TRUE(filesystem::is_symlink(path));
         ASSERT_TRUE(filesystem::exists(file));

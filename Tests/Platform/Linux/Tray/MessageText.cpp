@@ -7,7 +7,7 @@ namespace {
 
 std::string valueText(sd_bus_message* message, char type, const char* contents);
 
-/// The values up to the end of the container that the message stands in.
+/// The values up to the end of the message's current container.
 std::string valuesText(sd_bus_message* message, std::string_view separator) {
     std::string text;
     char type = 0;

@@ -4,6 +4,6 @@
 
 #include <string>
 
-/// What a message holds, in one line: "text", numbers, true and false, [arrays], (structs), {dictionaries: ...};
-/// variants as what is in them, and bytes by their number.
+/// The contents of a message, in one line: "text", numbers, true and false, [arrays], (structs), {dictionaries: ...};
+/// variants as their contents, and bytes as numbers.
 [[nodiscard]] std::string messageText(sd_bus_message* message);

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// A panel by hand: a connection of its own to a message bus, that can be the watcher, and calls what it is told to. It
+/// A simulated panel: a connection of its own to a message bus, which can be the watcher, and makes the given calls. It
 /// lives in the loop of the item under test.
 class NotifierPanel {
 public:
@@ -18,27 +18,27 @@ public:
 
     /// Becomes the watcher, with or without a host.
     void watch(bool withHost);
-    /// Is no longer the watcher, but stays.
+    /// Gives up being the watcher, but stays connected.
     void unwatch();
-    /// A host comes or goes.
+    /// Adds or removes a host.
     void setHost(bool has);
 
-    /// Calls a method of the item; gives the answer's text, or "error: NAME".
+    /// Calls a method of the item. Returns the reply's text, or "error: NAME".
     std::string call(const char* path, const char* interface, const char* method, const char* types = "", ...);
 
     /// The value of a property as text, or "error: NAME".
     std::string property(const char* path, const char* interface, const char* name);
 
-    /// Who has registered, in order.
+    /// The registered items, in order.
     std::vector<std::string> registered;
     /// The signals of items, as "NAME arguments".
     std::vector<std::string> signals;
     /// The first registrations are answered with an error.
     int refusals = 0;
-    /// Calls are left without an answer.
+    /// Calls get no reply.
     bool isSilent = false;
 
-    /// Turns the loop until the condition holds; false if it does not within some seconds.
+    /// Runs the loop until the condition holds; false if it does not within some seconds.
     bool until(const std::function<bool()>& condition);
 
 private:

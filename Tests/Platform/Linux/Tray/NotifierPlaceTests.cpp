@@ -36,7 +36,7 @@ Image symbol(const char* name, bool isBadged = false) {
                   .accessibilityDescription = "Tessel"});
 }
 
-/// An item on a bus; panels are made by the test.
+/// An item on a bus; the tests make the panels.
 class NotifierItemOnABus : public testing::Test {
 protected:
     NotifierItemOnABus() {
@@ -100,7 +100,7 @@ TEST_F(NotifierItemOnABus, ComesBackWithinASecondWhenThePanelIsStartedAgain) {
     first.unwatch();
     ASSERT_TRUE(first.until([this] { return !place->isOffered(); }));
     EXPECT_FALSE(place->isShown());
-    // And once more with a crash: the connection ends.
+    // Once more with a crash: the connection ends.
     for (int round = 0; round < 3; ++round) {
         NotifierPanel& next = newPanel();
         const auto begin = std::chrono::steady_clock::now();
@@ -171,7 +171,7 @@ TEST_F(NotifierItemOnABus, SurvivesTheEndOfTheBus) {
     EXPECT_EQ(panel->property(itemPath, itemInterface, "Title"), "Tessel");
 }
 
-TEST_F(NotifierItemOnABus, TellsWhatItIs) {
+TEST_F(NotifierItemOnABus, HasTheExpectedProperties) {
     const std::vector<std::pair<const char*, std::string>> rows{
         {"Category", "ApplicationStatus"},
         {"Id", "org.corvid.Tessel.Item-0"},
@@ -197,7 +197,7 @@ TEST_F(NotifierItemOnABus, TellsWhatItIs) {
     }
 }
 
-TEST_F(NotifierItemOnABus, TellsPanelsWhatToReadAgain) {
+TEST_F(NotifierItemOnABus, SignalsPanelsWhichPropertiesToReadAgain) {
     NotifierPanel& panel = showingPanel();
     contents.image = symbol("rectangle.split.2x1", true);
     place->update(TrayPlace::Change::image);
@@ -328,7 +328,7 @@ TEST_F(NotifierItemOnABus, AChosenLineActsOnceThePanelHasItsAnswer) {
     EXPECT_EQ(chosen, "on checked ");
 }
 
-TEST_F(NotifierItemOnABus, TellsPanelsOfAnotherMenu) {
+TEST_F(NotifierItemOnABus, SignalsPanelsAChangedMenu) {
     NotifierPanel& panel = showingPanel();
     const std::string before = panel.call(menuPath, menuInterface, "GetLayout", "iias", 0, 0, 0);
     contents.menu = {{.title = "Only", .isChecked = false, .action = nullptr}};

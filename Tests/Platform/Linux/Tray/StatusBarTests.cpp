@@ -15,7 +15,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-/// A kind of panel that comes and goes as the test says; what it is told it writes down.
+/// A kind of panel that the test adds and removes; it records its calls.
 class Place final : public TrayPlace {
 public:
     Place(std::string name, Lines& record)
@@ -116,7 +116,7 @@ TEST_F(CombinedStatusBar, NeverTwoPlacesShowTheItemAtOnce) {
 TEST_F(CombinedStatusBar, APanelThatOffersSeveralPlacesIsWaitedFor) {
     const auto item = bar.createStatusItem("Item-0");
     take();
-    // Twice: the first time the better place comes, the second time the panel goes again.
+    // Twice: the first time the better place appears, the second time the panel disappears again.
     for (const bool comes : {true, false}) {
         other.offer(true);
         best.offer(comes);
@@ -132,7 +132,7 @@ TEST_F(CombinedStatusBar, APanelThatOffersSeveralPlacesIsWaitedFor) {
     }
 }
 
-TEST_F(CombinedStatusBar, WhatAnItemIsGivenComesToThePlacesThatHaveIt) {
+TEST_F(CombinedStatusBar, ChangesOfAnItemReachEachPlaceThatShowsIt) {
     const auto item = bar.createStatusItem("Item-0");
     moveToOther();
     take();
