@@ -2,6 +2,7 @@
 
 #include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/Linux/HandledHotKeys.h"
+#include "Platform/Linux/LaterWork.h"
 
 #include <chrono>
 #include <cstdint>
@@ -82,7 +83,7 @@ private:
     std::set<Carbon> lendable;
     std::unique_ptr<ScheduledWork> confirmation;
     /// Work that outlives the hot keys finds nothing here.
-    std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);
+    linux::LaterWork later{mainLoop};
 };
 
 } // namespace platform::gnomeshell
