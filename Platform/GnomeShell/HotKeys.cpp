@@ -112,11 +112,7 @@ void HotKeys::told(std::string_view signal, sd_bus_message* message) {
     std::uint32_t number = 0;
     int isBorrowed = 0; // the library's boolean
     if (signal == "Activated" && sd_bus_message_read(message, "u", &number) > 0) {
-        mainLoop.post([hotKeys = std::weak_ptr(self), number] {
-            if (const auto present = hotKeys.lock()) {
-                (*present)->press(number);
-            }
-        });
+        later.post([this, number] { press(number); });
     } else if (signal == "KeyHeld" && sd_bus_message_read(message, "ub", &number, &isBorrowed) > 0) {
         if (const auto found = registrations.find(number); found != registrations.end()) {
             found->second.isBorrowed = isBorrowed != 0;

@@ -2,6 +2,7 @@
 
 #include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/Linux/HandledHotKeys.h"
+#include "Platform/Linux/LaterWork.h"
 
 #include <chrono>
 #include <cstdint>
@@ -78,8 +79,8 @@ private:
     bool borrows = false;
     linux::RefusedKeys<Carbon> refused;
     std::unique_ptr<ScheduledWork> confirmation;
-    /// Calls that outlive the hot keys find null here.
-    std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);
+    /// Work that outlives the hot keys finds nothing here.
+    linux::LaterWork later{mainLoop};
 };
 
 } // namespace platform::gnomeshell

@@ -21,9 +21,6 @@ constexpr const char* keyMatch = "type='signal',sender='org.kde.kglobalaccel',pa
 constexpr const char* settingsMatch = "type='signal',sender='org.kde.kglobalaccel',path='/kglobalaccel',"
                                       "interface='org.kde.KGlobalAccel',member='yourShortcutsChanged'";
 
-/// The limit for pending presses.
-constexpr std::size_t mostPresses = 64;
-
 } // namespace
 
 HotKeys::HotKeys(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Naming naming,
@@ -140,7 +137,7 @@ void HotKeys::ownerChanged() {
     const bool isAnother = !std::exchange(server, owner.owner()).empty();
     areLeftoversCleared = false;
     if (isAnother) {
-        later(&HotKeys::renew);
+        later.post([this] { renew(); });
     }
     settleLater();
 }
@@ -190,7 +187,7 @@ int HotKeys::settingsSignalled(sd_bus_message* signal, void* data, sd_bus_error*
         self.tellOfLoss();
         if (self.borrows) {
             self.reassigned.emplace_back(registered.key, *changed);
-            self.later(&HotKeys::keepReassigned);
+            self.later.post([&self] { self.keepReassigned(); });
         }
     }
     return 0;
@@ -198,11 +195,11 @@ int HotKeys::settingsSignalled(sd_bus_message* signal, void* data, sd_bus_error*
 
 void HotKeys::keyPressed(const char* action) {
     // A held key repeats its press without a release in between.
-    if (std::exchange(heldAction, action) == action || pressedActions.size() >= mostPresses) {
+    if (std::exchange(heldAction, action) == action) {
         return;
     }
     pressedActions.emplace_back(action);
-    later(&HotKeys::actOnPresses);
+    later.post([this] { actOnPresses(); });
 }
 
 void HotKeys::actOnPresses() {
@@ -274,7 +271,7 @@ void HotKeys::clearLeftovers() {
 
 void HotKeys::settleLater() {
     if (!loans.borrowed().empty()) {
-        later(&HotKeys::settle);
+        later.post([this] { settle(); });
     }
 }
 
@@ -292,14 +289,6 @@ void HotKeys::keepReassigned() {
     for (const auto& [key, action] : std::exchange(reassigned, {})) {
         loans.leave(key, action);
     }
-}
-
-void HotKeys::later(void (HotKeys::*work)()) {
-    mainLoop.post([keys = std::weak_ptr(self), work] {
-        if (const auto alive = keys.lock()) {
-            ((*alive)->*work)();
-        }
-    });
 }
 
 bool HotKeys::isRegistered(std::int32_t key) const {

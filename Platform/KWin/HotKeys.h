@@ -5,6 +5,7 @@
 #include "Platform/Linux/Bus/NameOwner.h"
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/HandledHotKeys.h"
+#include "Platform/Linux/LaterWork.h"
 #include "Platform/Linux/Log.h"
 #include "Platform/Linux/MainLoop.h"
 
@@ -95,7 +96,6 @@ private:
     void settleLater();
     void settle();
     void keepReassigned();
-    void later(void (HotKeys::*work)());
     [[nodiscard]] bool isRegistered(std::int32_t key) const;
 
     linux::MainLoop& mainLoop;
@@ -118,7 +118,7 @@ private:
     /// The action whose press was reported and whose key is still down.
     std::string heldAction;
     std::deque<std::string> pressedActions;
-    std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);
+    linux::LaterWork later{mainLoop};
 };
 
 } // namespace platform::kwin

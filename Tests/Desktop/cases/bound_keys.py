@@ -53,6 +53,13 @@ def press_until_in_corner(desktop: Desktop, window: int, area: Rect | None = Non
     )
 
 
+def press_in_layout(desktop: I3Desktop | SwayDesktop, window: int, frame) -> None:
+    """Presses on a desktop that has bound the keys in its configuration."""
+    desktop.launch().until_status("Active")
+    desktop.place(window, NATURAL)
+    press_until_placed(lambda: desktop.keyboard.chord(*keys_page.CHORD), frame, desktop.work_area())
+
+
 @case("desktop.bound-keys.xfce")
 def a_key_of_xfce(program):
     with Desktop(program, name="bound-keys.xfce") as desktop:
@@ -98,11 +105,7 @@ def a_key_of_i3(program):
     line = keys_page.block("sway and i3", program)
     with I3Desktop(program, line, "bound-keys.i3") as desktop:
         window = desktop.open(APPLICATIONS["mousepad"]).window
-        desktop.launch().until_status("Active")
-        desktop.place(window, NATURAL)
-        press_until_placed(
-            lambda: desktop.keyboard.chord(*keys_page.CHORD), lambda: desktop.windows.frame(window), desktop.work_area()
-        )
+        press_in_layout(desktop, window, lambda: desktop.windows.frame(window))
 
 
 @case("desktop.bound-keys.sway")
@@ -110,11 +113,7 @@ def a_key_of_sway(program):
     line = keys_page.block("sway and i3", program)
     with SwayDesktop(program, line, "bound-keys.sway") as desktop:
         number = desktop.open(APPLICATIONS["mousepad"]).number
-        desktop.launch().until_status("Active")
-        desktop.place(number, NATURAL)
-        press_until_placed(
-            lambda: desktop.keyboard.chord(*keys_page.CHORD), lambda: desktop.frame(number), desktop.work_area()
-        )
+        press_in_layout(desktop, number, lambda: desktop.frame(number))
 
 
 @case("desktop.bound-keys.gnome")

@@ -136,22 +136,26 @@ def keys_that_the_shell_holds_are_reported_and_left_to_it(program):
         desktop.holds_frame(window, expected("center", before, area, lambda size: size), "the centred frame")
 
 
+def hold_left_half(desktop: Gnome, window: int) -> None:
+    """The keys of the left half, held for longer than the shell waits before it repeats them, act once."""
+    area = desktop.work_areas()[0]
+    repeating = desktop.time_to_repeat()
+    before = desktop.place(window, NATURAL)
+    desktop.hands.hold("Control", "Alt", "Left")
+    desktop.holds_frame(window, expected("leftHalf", before, area, lambda size: size), "the left half")
+    desktop.place(window, NATURAL)
+    throughout(2 * repeating, lambda: desktop.frame(window) == NATURAL, "left alone while the key was held",
+               lambda: desktop.frame(window))
+    desktop.hands.release("Control", "Alt", "Left")
+
+
 @case("desktop.gnome.held")
 def a_key_that_is_held_counts_once(program):
     with Gnome(program, "gnome.held") as desktop:
         _, window = open_application(desktop, "mousepad")
         product = desktop.launch()
         product.until_status("Active")
-        area = desktop.work_areas()[0]
-        repeating = desktop.time_to_repeat()
-        before = desktop.place(window, NATURAL)
-        desktop.hands.hold("Control", "Alt", "Left")
-        desktop.holds_frame(window, expected("leftHalf", before, area, lambda size: size), "the left half")
-        # Longer than the shell's delay before it repeats a key.
-        desktop.place(window, NATURAL)
-        throughout(2 * repeating, lambda: desktop.frame(window) == NATURAL, "left alone while the key was held",
-                   lambda: desktop.frame(window))
-        desktop.hands.release("Control", "Alt", "Left")
+        hold_left_half(desktop, window)
 
 
 @case_for_each("desktop.gnome.ends", ("SIGTERM", "SIGKILL"))

@@ -8,10 +8,10 @@ from harness.gnome import Gnome
 from harness.holders import COMMON_PURPOSES, until_holders
 from harness.oracle import ACTIONS, expected
 from harness.product import Product, run_to_end
-from harness.waiting import throughout, until, until_equal
+from harness.waiting import until, until_equal
 
 from . import case
-from .gnome_actions import NATURAL, open_application
+from .gnome_actions import NATURAL, hold_left_half, open_application
 from .gnome_extension import LEFT, Stranger
 
 WINDOW_KEYS = "org.gnome.desktop.wm.keybindings"
@@ -99,6 +99,16 @@ def until_borrowed(desktop: Lending, product: Product, wanted=frozenset(HELD)) -
     assert product.status == "Active", product.status
 
 
+def launch_and_borrow(desktop: Lending) -> tuple[Product, int]:
+    """The program with all that the shell can lend it, and a window to act on."""
+    _, window = open_application(desktop, "mousepad")
+    product = desktop.launch()
+    until_taken(desktop, product)
+    desktop.asks("--take-shortcuts")
+    until_borrowed(desktop, product)
+    return product, window
+
+
 @case("desktop.gnome.borrowed.life")
 def held_keys_are_ours_with_consent_and_the_shells_again_afterwards(program):
     with Lending(program, "gnome.borrowed.life") as desktop:
@@ -145,11 +155,7 @@ def held_keys_are_ours_with_consent_and_the_shells_again_afterwards(program):
 @case("desktop.gnome.borrowed.settings")
 def borrowed_keys_follow_the_shells_settings(program):
     with Lending(program, "gnome.borrowed.settings") as desktop:
-        _, window = open_application(desktop, "mousepad")
-        product = desktop.launch()
-        until_taken(desktop, product)
-        desktop.asks("--take-shortcuts")
-        until_borrowed(desktop, product)
+        product, window = launch_and_borrow(desktop)
 
         # Removed: the key is free, and the program grabs it as a free key.
         desktop.change_setting(WINDOW_KEYS, "switch-to-workspace-left", "['<Super>Page_Up']")
@@ -190,30 +196,14 @@ def borrowed_keys_follow_the_shells_settings(program):
 @case("desktop.gnome.borrowed.held")
 def a_borrowed_key_that_is_held_counts_once(program):
     with Lending(program, "gnome.borrowed.held") as desktop:
-        _, window = open_application(desktop, "mousepad")
-        product = desktop.launch()
-        until_taken(desktop, product)
-        desktop.asks("--take-shortcuts")
-        until_borrowed(desktop, product)
-        area = desktop.work_areas()[0]
-        repeating = desktop.time_to_repeat()
-        before = desktop.place(window, NATURAL)
-        desktop.hands.hold("Control", "Alt", "Left")
-        desktop.holds_frame(window, expected("leftHalf", before, area, lambda size: size), "the left half")
-        desktop.place(window, NATURAL)
-        throughout(2 * repeating, lambda: desktop.frame(window) == NATURAL, "left alone while the key was held",
-                   lambda: desktop.frame(window))
-        desktop.hands.release("Control", "Alt", "Left")
+        _, window = launch_and_borrow(desktop)
+        hold_left_half(desktop, window)
 
 
 @case("desktop.gnome.borrowed.switched")
 def an_extension_that_is_switched_off_gives_back_and_borrows_anew(program):
     with Lending(program, "gnome.borrowed.switched") as desktop:
-        _, window = open_application(desktop, "mousepad")
-        product = desktop.launch()
-        until_taken(desktop, product)
-        desktop.asks("--take-shortcuts")
-        until_borrowed(desktop, product)
+        product, window = launch_and_borrow(desktop)
         desktop.works(product, window, "before the extension is switched off")
         desktop.switch_extension(False)
         until(lambda: not desktop.has_item(), "the extension to be off")
