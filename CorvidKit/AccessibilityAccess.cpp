@@ -1,7 +1,7 @@
 #include "CorvidKit/AccessibilityAccess.h"
 
-#include "Platform/Accessibility.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
+#include "Platform/Seam/Platform.h"
 
 namespace corvid::AccessibilityAccess {
 

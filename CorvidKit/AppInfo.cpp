@@ -1,7 +1,7 @@
 #include "CorvidKit/AppInfo.h"
 
-#include "Platform/MainBundle.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Desktop/MainBundle.h"
+#include "Platform/Seam/Platform.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "CorvidKit/Concurrency.h"
 
-#include "Platform/Platform.h"
+#include "Platform/Seam/Platform.h"
 
 namespace corvid {
 

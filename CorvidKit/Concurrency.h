@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CorvidKit/FatalError.h"
-#include "Platform/MainActor.h"
-#include "Platform/NotificationCenter.h"
+#include "Platform/Seam/Desktop/MainActor.h"
+#include "Platform/Seam/Desktop/NotificationCenter.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CorvidKit/DeferredToolkit.h"
-#include "Platform/OpenPanel.h"
+#include "Platform/Seam/Toolkit/OpenPanel.h"
 
 #include <memory>
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CorvidKit/DeferredToolkit.h"
-#include "Platform/Popover.h"
+#include "Platform/Seam/Toolkit/Popover.h"
 
 #include <memory>
 #include <optional>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/MainActor.h"
-#include "Platform/Toolkit.h"
+#include "Platform/Seam/Desktop/MainActor.h"
+#include "Platform/Seam/Toolkit/Toolkit.h"
 
 #include <functional>
 #include <memory>

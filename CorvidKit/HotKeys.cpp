@@ -1,6 +1,6 @@
 #include "CorvidKit/HotKeys.h"
 
-#include "Platform/Platform.h"
+#include "Platform/Seam/Platform.h"
 
 #include <limits>
 #include <utility>

@@ -2,7 +2,7 @@
 
 #include "CorvidKit/Concurrency.h"
 #include "CorvidKitCore/Shortcut.h"
-#include "Platform/HotKeyEvents.h"
+#include "Platform/Seam/Desktop/HotKeyEvents.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,7 +1,7 @@
 #include "CorvidKit/Logger.h"
 
-#include "Platform/Log.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Desktop/Log.h"
+#include "Platform/Seam/Platform.h"
 
 namespace corvid {
 

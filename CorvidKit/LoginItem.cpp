@@ -1,8 +1,8 @@
 #include "CorvidKit/LoginItem.h"
 
 #include "CorvidKit/AppInfo.h"
-#include "Platform/LoginItemService.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Desktop/LoginItemService.h"
+#include "Platform/Seam/Platform.h"
 
 #include <expected>
 #include <string>

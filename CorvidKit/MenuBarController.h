@@ -2,9 +2,9 @@
 
 #include "CorvidKit/Publisher.h"
 #include "CorvidKit/UpdateCenter.h"
-#include "Platform/Popover.h"
-#include "Platform/StatusItem.h"
-#include "Platform/View.h"
+#include "Platform/Seam/Toolkit/Popover.h"
+#include "Platform/Seam/Desktop/StatusItem.h"
+#include "Platform/Seam/Toolkit/View.h"
 
 #include <functional>
 #include <memory>

@@ -1,9 +1,9 @@
 #include "CorvidKit/Snapshot.h"
 
-#include "Platform/ImageRenderer.h"
-#include "Platform/MainActor.h"
-#include "Platform/MainBundle.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Toolkit/ImageRenderer.h"
+#include "Platform/Seam/Desktop/MainActor.h"
+#include "Platform/Seam/Desktop/MainBundle.h"
+#include "Platform/Seam/Platform.h"
 
 #include <array>
 #include <fstream>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Appearance.h"
-#include "Platform/View.h"
+#include "Platform/Seam/Desktop/Appearance.h"
+#include "Platform/Seam/Toolkit/View.h"
 
 #include <filesystem>
 #include <functional>

@@ -1,8 +1,8 @@
 #include "CorvidKit/SystemSettings.h"
 
 #include "CorvidKitCore/Address.h"
-#include "Platform/AddressOpener.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Desktop/AddressOpener.h"
+#include "Platform/Seam/Platform.h"
 
 #include <array>
 #include <span>

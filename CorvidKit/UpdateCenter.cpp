@@ -3,9 +3,9 @@
 #include "CorvidKit/AppInfo.h"
 #include "CorvidKit/FatalError.h"
 #include "CorvidKitCore/Address.h"
-#include "Platform/AddressOpener.h"
-#include "Platform/MainBundle.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Desktop/AddressOpener.h"
+#include "Platform/Seam/Desktop/MainBundle.h"
+#include "Platform/Seam/Platform.h"
 
 #include <chrono>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/AccessObstacle.h"
+#include "Platform/Seam/Desktop/AccessObstacle.h"
 
 #include <string>
 

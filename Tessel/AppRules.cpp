@@ -1,8 +1,8 @@
 #include "Tessel/AppRules.h"
 
-#include "Platform/Accessibility.h"
-#include "Platform/MainActor.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
+#include "Platform/Seam/Desktop/MainActor.h"
+#include "Platform/Seam/Platform.h"
 #include "TesselCore/AppRule.h"
 
 #include <any>

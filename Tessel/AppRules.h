@@ -2,8 +2,8 @@
 
 #include "CorvidKit/Concurrency.h"
 #include "CorvidKit/Lifetime.h"
-#include "Platform/AccessibilityObserver.h"
-#include "Platform/RunningApplications.h"
+#include "Platform/Seam/Desktop/AccessibilityObserver.h"
+#include "Platform/Seam/Desktop/RunningApplications.h"
 #include "Tessel/Prefs.h"
 #include "Tessel/WindowMover.h"
 

@@ -3,11 +3,11 @@
 #include "CorvidKit/AccessibilityAccess.h"
 #include "CorvidKit/AppInfo.h"
 #include "CorvidKit/LocalizedComparison.h"
-#include "Platform/ApplicationCatalogue.h"
-#include "Platform/Beep.h"
-#include "Platform/OpenPanel.h"
-#include "Platform/Platform.h"
-#include "Platform/SystemClock.h"
+#include "Platform/Seam/Desktop/ApplicationCatalogue.h"
+#include "Platform/Seam/Desktop/Beep.h"
+#include "Platform/Seam/Toolkit/OpenPanel.h"
+#include "Platform/Seam/Platform.h"
+#include "Platform/Seam/Desktop/SystemClock.h"
 
 #include <algorithm>
 #include <chrono>

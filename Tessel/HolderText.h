@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CorvidKitCore/Shortcut.h"
-#include "Platform/Localization.h"
-#include "Platform/ShortcutHolders.h"
+#include "Platform/Seam/Desktop/Localization.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 
 #include <string>
 

@@ -1,9 +1,9 @@
 #include "Tessel/InstalledApplications.h"
 
 #include "CorvidKit/LocalizedComparison.h"
-#include "Platform/ApplicationCatalogue.h"
-#include "Platform/Localization.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Desktop/ApplicationCatalogue.h"
+#include "Platform/Seam/Desktop/Localization.h"
+#include "Platform/Seam/Platform.h"
 #include "Tessel/RuleApp.h"
 #include "TesselCore/AppName.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CorvidKit/Toolkit/Surroundings.h"
-#include "Platform/Toolkit.h"
+#include "Platform/Seam/Toolkit/Toolkit.h"
 
 namespace tessel {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/View.h"
+#include "Platform/Seam/Toolkit/View.h"
 #include "Tessel/AppState.h"
 #include "Tessel/MenuTab.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/HotKeyEvents.h"
-#include "Platform/Localization.h"
+#include "Platform/Seam/Desktop/HotKeyEvents.h"
+#include "Platform/Seam/Desktop/Localization.h"
 
 #include <string>
 #include <string_view>

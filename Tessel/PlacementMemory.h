@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CorvidKit/Concurrency.h"
-#include "Platform/Accessibility.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
 #include "Tessel/WindowMover.h"
 #include "TesselCore/PlacementTrail.h"
 

@@ -1,7 +1,7 @@
 #include "Tessel/PreviewCatalogue.h"
 
-#include "Platform/Localization.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Desktop/Localization.h"
+#include "Platform/Seam/Platform.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/ApplicationCatalogue.h"
+#include "Platform/Seam/Desktop/ApplicationCatalogue.h"
 
 namespace tessel {
 

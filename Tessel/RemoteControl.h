@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/ControlRequests.h"
-#include "Platform/Localization.h"
-#include "Platform/ThisApplication.h"
+#include "Platform/Seam/Requests/ControlRequests.h"
+#include "Platform/Seam/Desktop/Localization.h"
+#include "Platform/Seam/Desktop/ThisApplication.h"
 #include "Tessel/AppState.h"
 
 #include <functional>

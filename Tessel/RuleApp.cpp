@@ -1,8 +1,8 @@
 #include "Tessel/RuleApp.h"
 
 #include "CorvidKit/LocalizedComparison.h"
-#include "Platform/ApplicationCatalogue.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Desktop/ApplicationCatalogue.h"
+#include "Platform/Seam/Platform.h"
 #include "TesselCore/AppName.h"
 
 #include <filesystem>

@@ -2,10 +2,10 @@
 
 #include "CorvidKit/Lifetime.h"
 #include "CorvidKit/Publisher.h"
-#include "Platform/Localization.h"
-#include "Platform/MainActor.h"
-#include "Platform/StatusItem.h"
-#include "Platform/ThisApplication.h"
+#include "Platform/Seam/Desktop/Localization.h"
+#include "Platform/Seam/Desktop/MainActor.h"
+#include "Platform/Seam/Desktop/StatusItem.h"
+#include "Platform/Seam/Desktop/ThisApplication.h"
 #include "Tessel/AppState.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Localization.h"
+#include "Platform/Seam/Desktop/Localization.h"
 #include "TesselCore/AppStatus.h"
 #include "TesselCore/WindowAction.h"
 

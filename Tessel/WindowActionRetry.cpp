@@ -1,6 +1,6 @@
 #include "Tessel/WindowActionRetry.h"
 
-#include "Platform/Platform.h"
+#include "Platform/Seam/Platform.h"
 #include "Tessel/WindowMover.h"
 
 #include <array>

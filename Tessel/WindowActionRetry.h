@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Accessibility.h"
-#include "Platform/MainActor.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
+#include "Platform/Seam/Desktop/MainActor.h"
 #include "Tessel/PlacementMemory.h"
 #include "Tessel/WindowMover.h"
 #include "TesselCore/WindowOrder.h"

@@ -1,10 +1,10 @@
 #include "Tessel/WindowMover.h"
 
 #include "CorvidKit/Concurrency.h"
-#include "Platform/Platform.h"
-#include "Platform/ProcessInfo.h"
-#include "Platform/Screens.h"
-#include "Platform/Workspace.h"
+#include "Platform/Seam/Platform.h"
+#include "Platform/Seam/Desktop/ProcessInfo.h"
+#include "Platform/Seam/Desktop/Screens.h"
+#include "Platform/Seam/Desktop/Workspace.h"
 #include "TesselCore/WindowLayout.h"
 #include "TesselCore/WindowMove.h"
 

@@ -1,7 +1,7 @@
 #include "CorvidKitCore/CommandLineOption.h"
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Control/ControlClient.h"
-#include "Platform/Linux/StandardStreams.h"
+#include "Platform/Linux/Processes/StandardStreams.h"
 #include "Tessel/CommandLine.h"
 #include "Tessel/RemoteCommand.h"
 #include "Tessel/Wiring/Forgetting.h"

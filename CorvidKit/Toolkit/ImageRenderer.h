@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CorvidKit/Toolkit/ViewBuilder.h"
-#include "Platform/ImageRenderer.h"
+#include "Platform/Seam/Toolkit/ImageRenderer.h"
 
 namespace corvid::toolkit {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/HostedLoop.h"
+#include "Platform/Seam/Desktop/HostedLoop.h"
 
 #include <QObject>
 #include <QSocketNotifier>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/MainActor.h"
+#include "Platform/Seam/Desktop/MainActor.h"
 
 #include <chrono>
 #include <functional>

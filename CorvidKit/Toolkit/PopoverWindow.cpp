@@ -4,7 +4,7 @@
 #include "CorvidKit/Toolkit/ItemFile.h"
 #include "CorvidKit/Toolkit/PopoverPlacement.h"
 #include "CorvidKit/Toolkit/ScreenPixels.h"
-#include "Platform/MainActor.h"
+#include "Platform/Seam/Desktop/MainActor.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>

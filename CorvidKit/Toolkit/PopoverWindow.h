@@ -4,10 +4,10 @@
 #include "CorvidKit/Toolkit/Surroundings.h"
 #include "CorvidKit/Toolkit/ViewBuilder.h"
 #include "CorvidKitCore/Geometry.h"
-#include "Platform/MainActor.h"
-#include "Platform/Popover.h"
-#include "Platform/Screens.h"
-#include "Platform/SessionLock.h"
+#include "Platform/Seam/Desktop/MainActor.h"
+#include "Platform/Seam/Toolkit/Popover.h"
+#include "Platform/Seam/Desktop/Screens.h"
+#include "Platform/Seam/Desktop/SessionLock.h"
 
 #include <QObject>
 #include <QPointer>

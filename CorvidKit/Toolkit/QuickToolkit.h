@@ -6,7 +6,7 @@
 #include "CorvidKit/Toolkit/PopoverWindow.h"
 #include "CorvidKit/Toolkit/Surroundings.h"
 #include "CorvidKit/Toolkit/ViewBuilder.h"
-#include "Platform/Toolkit.h"
+#include "Platform/Seam/Toolkit/Toolkit.h"
 
 #include <QGuiApplication>
 #include <QQmlEngine>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "Platform/Appearance.h"
-#include "Platform/HostedLoop.h"
-#include "Platform/MainActor.h"
-#include "Platform/OwnWindows.h"
-#include "Platform/Screens.h"
-#include "Platform/SessionLock.h"
+#include "Platform/Seam/Desktop/Appearance.h"
+#include "Platform/Seam/Desktop/HostedLoop.h"
+#include "Platform/Seam/Desktop/MainActor.h"
+#include "Platform/Seam/Desktop/OwnWindows.h"
+#include "Platform/Seam/Desktop/Screens.h"
+#include "Platform/Seam/Desktop/SessionLock.h"
 
 #include <string>
 #include <vector>

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "Platform/Accessibility.h"
-#include "Platform/AccessibilityObserver.h"
-#include "Platform/Beep.h"
-#include "Platform/HotKeyEvents.h"
-#include "Platform/NotificationCenter.h"
-#include "Platform/OwnWindows.h"
-#include "Platform/RunningApplications.h"
-#include "Platform/Screens.h"
-#include "Platform/StatusItem.h"
-#include "Platform/Workspace.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
+#include "Platform/Seam/Desktop/AccessibilityObserver.h"
+#include "Platform/Seam/Desktop/Beep.h"
+#include "Platform/Seam/Desktop/HotKeyEvents.h"
+#include "Platform/Seam/Desktop/NotificationCenter.h"
+#include "Platform/Seam/Desktop/OwnWindows.h"
+#include "Platform/Seam/Desktop/RunningApplications.h"
+#include "Platform/Seam/Desktop/Screens.h"
+#include "Platform/Seam/Desktop/StatusItem.h"
+#include "Platform/Seam/Desktop/Workspace.h"
 
 #include <memory>
 #include <optional>

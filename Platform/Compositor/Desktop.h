@@ -11,7 +11,7 @@
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/Compositor/Workspace.h"
 #include "Platform/Linux/Desktop.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Windows/Deliveries.h"
 
 #include <memory>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "CorvidKitCore/Geometry.h"
-#include "Platform/Accessibility.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/Compositor/Window.h"
-#include "Platform/MainActor.h"
+#include "Platform/Seam/Desktop/MainActor.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "Platform/Compositor/Json.h"
 
-#include "Platform/Linux/ValidText.h"
+#include "Platform/Linux/Text/ValidText.h"
 
 #include <cmath>
 #include <utility>

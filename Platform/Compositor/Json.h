@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CorvidKitCore/Geometry.h"
-#include "Platform/Accessibility.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
 
 #include <cstddef>
 #include <cstdint>

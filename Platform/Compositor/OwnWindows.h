@@ -2,7 +2,7 @@
 
 #include "Platform/Compositor/Door.h"
 #include "Platform/Compositor/Turn.h"
-#include "Platform/OwnWindows.h"
+#include "Platform/Seam/Desktop/OwnWindows.h"
 
 namespace platform::compositor {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Compositor/Turn.h"
-#include "Platform/Screens.h"
+#include "Platform/Seam/Desktop/Screens.h"
 
 namespace platform::compositor {
 

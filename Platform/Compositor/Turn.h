@@ -2,7 +2,7 @@
 
 #include "Platform/Compositor/Door.h"
 #include "Platform/Compositor/WindowTable.h"
-#include "Platform/Linux/TurnDeadline.h"
+#include "Platform/Linux/Loop/TurnDeadline.h"
 
 namespace platform::compositor {
 

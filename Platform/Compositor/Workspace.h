@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Compositor/Turn.h"
-#include "Platform/Workspace.h"
+#include "Platform/Seam/Desktop/Workspace.h"
 
 namespace platform::compositor {
 

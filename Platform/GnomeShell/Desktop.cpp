@@ -1,6 +1,6 @@
 #include "Platform/GnomeShell/Desktop.h"
 
-#include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/Files/BaseFolders.h"
 
 #include <string>
 #include <vector>

@@ -2,7 +2,7 @@
 
 #include "Platform/GnomeShell/Protocol.h"
 #include "Platform/Linux/Bus/Calls.h"
-#include "Platform/Linux/ProgramStart.h"
+#include "Platform/Linux/Processes/ProgramStart.h"
 
 #include <string>
 #include <utility>

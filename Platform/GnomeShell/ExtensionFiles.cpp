@@ -2,7 +2,7 @@
 
 #include "Platform/Compositor/Json.h"
 #include "Platform/GnomeShell/Protocol.h"
-#include "Platform/Linux/RegularFile.h"
+#include "Platform/Linux/Files/RegularFile.h"
 
 #include <algorithm>
 #include <charconv>

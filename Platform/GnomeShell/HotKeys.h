@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/GnomeShell/ShellLink.h"
-#include "Platform/Linux/HandledHotKeys.h"
-#include "Platform/Linux/LaterWork.h"
+#include "Platform/Linux/HotKeys/HandledHotKeys.h"
+#include "Platform/Linux/Loop/LaterWork.h"
 
 #include <chrono>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Beep.h"
+#include "Platform/Seam/Desktop/Beep.h"
 #include "Platform/GnomeShell/ShellLink.h"
 
 namespace platform::gnomeshell {

@@ -2,8 +2,8 @@
 
 #include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/Linux/Holders/SettingsHolders.h"
-#include "Platform/Linux/MainLoop.h"
-#include "Platform/ShortcutHolders.h"
+#include "Platform/Linux/Loop/MainLoop.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 
 #include <chrono>
 #include <cstddef>

@@ -4,7 +4,7 @@
 #include "Platform/Linux/Bus/BusHandles.h"
 #include "Platform/Linux/Bus/NameOwner.h"
 #include "Platform/Linux/Bus/SessionBus.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 
 #include <expected>
 #include <memory>

@@ -3,8 +3,8 @@
 #include "Platform/I3Ipc/Configuration.h"
 #include "Platform/I3Ipc/LineHolder.h"
 #include "Platform/I3Ipc/Nodes.h"
-#include "Platform/Linux/BaseFolders.h"
-#include "Platform/Linux/ProgramOutput.h"
+#include "Platform/Linux/Files/BaseFolders.h"
+#include "Platform/Linux/Processes/ProgramOutput.h"
 
 #include <string>
 #include <utility>

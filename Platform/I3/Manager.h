@@ -2,7 +2,7 @@
 
 #include "Platform/I3Ipc/Connection.h"
 #include "Platform/I3Ipc/Nodes.h"
-#include "Platform/MainActor.h"
+#include "Platform/Seam/Desktop/MainActor.h"
 #include "Platform/X11/TilingManager.h"
 
 #include <optional>

@@ -1,5 +1,5 @@
 #include "Platform/I3Ipc/Configuration.h"
-#include "Platform/Linux/RegularFile.h"
+#include "Platform/Linux/Files/RegularFile.h"
 
 #include <wordexp.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/I3Ipc/Message.h"
-#include "Platform/Linux/FileDescriptor.h"
-#include "Platform/MainActor.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
+#include "Platform/Seam/Desktop/MainActor.h"
 
 #include <expected>
 #include <optional>

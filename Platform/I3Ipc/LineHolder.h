@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/I3Ipc/Configuration.h"
-#include "Platform/ShortcutHolders.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 
 #include <string_view>
 

@@ -2,8 +2,8 @@
 
 #include "Platform/KWin/GlobalAccel.h"
 #include "Platform/Linux/Bus/SessionBus.h"
-#include "Platform/Linux/MainLoop.h"
-#include "Platform/ShortcutHolders.h"
+#include "Platform/Linux/Loop/MainLoop.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 
 #include <chrono>
 #include <cstdint>

@@ -4,7 +4,7 @@
 #include "Platform/KWin/AccelHolders.h"
 #include "Platform/KWin/Door.h"
 #include "Platform/KWin/HotKeys.h"
-#include "Platform/Linux/SoundThemeBeep.h"
+#include "Platform/Linux/Services/SoundThemeBeep.h"
 
 #include <filesystem>
 #include <memory>

@@ -4,10 +4,10 @@
 #include "Platform/KWin/KeyLoans.h"
 #include "Platform/Linux/Bus/NameOwner.h"
 #include "Platform/Linux/Bus/SessionBus.h"
-#include "Platform/Linux/HandledHotKeys.h"
-#include "Platform/Linux/LaterWork.h"
-#include "Platform/Linux/Log.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/HotKeys/HandledHotKeys.h"
+#include "Platform/Linux/Loop/LaterWork.h"
+#include "Platform/Linux/Log/Log.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 
 #include <cstdint>
 #include <deque>

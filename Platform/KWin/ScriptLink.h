@@ -4,8 +4,8 @@
 #include "Platform/KWin/ScriptMessages.h"
 #include "Platform/Linux/Bus/NameOwner.h"
 #include "Platform/Linux/Bus/SessionBus.h"
-#include "Platform/Linux/LaterWork.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/LaterWork.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 
 #include <chrono>
 #include <deque>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Bus/BusHandles.h"
-#include "Platform/MainActor.h"
+#include "Platform/Seam/Desktop/MainActor.h"
 
 #include <filesystem>
 #include <functional>

@@ -1,18 +1,18 @@
 #pragma once
 
-#include "Platform/Accessibility.h"
-#include "Platform/AccessibilityObserver.h"
-#include "Platform/ApplicationCatalogue.h"
-#include "Platform/Beep.h"
-#include "Platform/HotKeyEvents.h"
-#include "Platform/Linux/AppearanceSource.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
+#include "Platform/Seam/Desktop/AccessibilityObserver.h"
+#include "Platform/Seam/Desktop/ApplicationCatalogue.h"
+#include "Platform/Seam/Desktop/Beep.h"
+#include "Platform/Seam/Desktop/HotKeyEvents.h"
+#include "Platform/Linux/Services/AppearanceSource.h"
 #include "Platform/Linux/Applications/ApplicationIdentification.h"
 #include "Platform/Linux/Tray/TrayPlace.h"
-#include "Platform/OwnWindows.h"
-#include "Platform/RunningApplications.h"
-#include "Platform/Screens.h"
-#include "Platform/ShortcutHolders.h"
-#include "Platform/Workspace.h"
+#include "Platform/Seam/Desktop/OwnWindows.h"
+#include "Platform/Seam/Desktop/RunningApplications.h"
+#include "Platform/Seam/Desktop/Screens.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
+#include "Platform/Seam/Desktop/Workspace.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/AccessibilityObserver.h"
-#include "Platform/MainActor.h"
+#include "Platform/Seam/Desktop/AccessibilityObserver.h"
+#include "Platform/Seam/Desktop/MainActor.h"
 #include "Platform/Simulated/Applications.h"
 #include "Platform/Simulated/Trace.h"
 

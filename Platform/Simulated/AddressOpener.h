@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/AddressOpener.h"
+#include "Platform/Seam/Desktop/AddressOpener.h"
 #include "Platform/Simulated/Trace.h"
 
 #include <functional>

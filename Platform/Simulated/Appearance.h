@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Appearance.h"
+#include "Platform/Seam/Desktop/Appearance.h"
 
 #include <functional>
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Accessibility.h"
-#include "Platform/RunningApplications.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
+#include "Platform/Seam/Desktop/RunningApplications.h"
 #include "Platform/Simulated/AttributeFaults.h"
 #include "Platform/Simulated/Window.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/MainActor.h"
-#include "Platform/NotificationCenter.h"
-#include "Platform/RunningApplications.h"
+#include "Platform/Seam/Desktop/MainActor.h"
+#include "Platform/Seam/Desktop/NotificationCenter.h"
+#include "Platform/Seam/Desktop/RunningApplications.h"
 #include "Platform/Simulated/Application.h"
 #include "Platform/Simulated/Window.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Beep.h"
+#include "Platform/Seam/Desktop/Beep.h"
 #include "Platform/Simulated/Trace.h"
 
 namespace platform::simulated {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/MainBundle.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Desktop/MainBundle.h"
+#include "Platform/Seam/Platform.h"
 #include "Platform/Simulated/Accessibility.h"
 #include "Platform/Simulated/AccessibilityObservers.h"
 #include "Platform/Simulated/AddressOpener.h"

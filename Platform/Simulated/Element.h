@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Accessibility.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
 
 namespace platform::simulated {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/HotKeyEvents.h"
+#include "Platform/Seam/Desktop/HotKeyEvents.h"
 #include "Platform/Simulated/Trace.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/ImageRenderer.h"
+#include "Platform/Seam/Toolkit/ImageRenderer.h"
 #include "Platform/Simulated/Trace.h"
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Log.h"
+#include "Platform/Seam/Desktop/Log.h"
 #include "Platform/Simulated/Trace.h"
 
 #include <string>

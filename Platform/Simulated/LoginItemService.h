@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/LoginItemService.h"
+#include "Platform/Seam/Desktop/LoginItemService.h"
 #include "Platform/Simulated/Trace.h"
 
 #include <expected>

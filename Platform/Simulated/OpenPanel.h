@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/OpenPanel.h"
+#include "Platform/Seam/Toolkit/OpenPanel.h"
 #include "Platform/Simulated/Trace.h"
 
 #include <filesystem>

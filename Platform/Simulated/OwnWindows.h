@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/OwnWindows.h"
+#include "Platform/Seam/Desktop/OwnWindows.h"
 #include "Platform/Simulated/Trace.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Popover.h"
+#include "Platform/Seam/Toolkit/Popover.h"
 #include "Platform/Simulated/Trace.h"
 
 #include <memory>

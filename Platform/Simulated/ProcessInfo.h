@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/ProcessInfo.h"
+#include "Platform/Seam/Desktop/ProcessInfo.h"
 
 namespace platform::simulated {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/SessionLock.h"
+#include "Platform/Seam/Desktop/SessionLock.h"
 
 #include <functional>
 #include <memory>

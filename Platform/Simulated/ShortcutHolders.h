@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/ShortcutHolders.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 #include "Platform/Simulated/MainActor.h"
 #include "Platform/Simulated/Trace.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CorvidKitCore/Date.h"
-#include "Platform/MainActor.h"
-#include "Platform/SystemClock.h"
+#include "Platform/Seam/Desktop/MainActor.h"
+#include "Platform/Seam/Desktop/SystemClock.h"
 
 #include <chrono>
 

@@ -2,7 +2,7 @@
 
 #include "Platform/Simulated/MainActor.h"
 #include "Platform/Simulated/Trace.h"
-#include "Platform/ThisApplication.h"
+#include "Platform/Seam/Desktop/ThisApplication.h"
 
 #include <functional>
 #include <utility>

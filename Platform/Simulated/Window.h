@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CorvidKitCore/Geometry.h"
-#include "Platform/Accessibility.h"
-#include "Platform/MainActor.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
+#include "Platform/Seam/Desktop/MainActor.h"
 #include "Platform/Simulated/AttributeFaults.h"
 
 #include <deque>

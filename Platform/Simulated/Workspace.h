@@ -2,7 +2,7 @@
 
 #include "Platform/Simulated/Applications.h"
 #include "Platform/Simulated/Trace.h"
-#include "Platform/Workspace.h"
+#include "Platform/Seam/Desktop/Workspace.h"
 
 #include <optional>
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Platform/I3Ipc/LineHolder.h"
-#include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/Files/BaseFolders.h"
 #include "Platform/Linux/Holders/LaterAnswer.h"
-#include "Platform/Linux/MainLoop.h"
-#include "Platform/ShortcutHolders.h"
+#include "Platform/Linux/Loop/MainLoop.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 #include "Platform/Sway/HotKeys.h"
 
 #include <utility>

@@ -1,6 +1,6 @@
 #include "Platform/Sway/Desktop.h"
 
-#include "Platform/Linux/Log.h"
+#include "Platform/Linux/Log/Log.h"
 
 #include <unistd.h>
 

@@ -2,8 +2,8 @@
 
 #include "Platform/Compositor/Desktop.h"
 #include "Platform/Compositor/WindowTable.h"
-#include "Platform/Linux/MainLoop.h"
-#include "Platform/Linux/SoundThemeBeep.h"
+#include "Platform/Linux/Loop/MainLoop.h"
+#include "Platform/Linux/Services/SoundThemeBeep.h"
 #include "Platform/Sway/ConfigurationHolders.h"
 #include "Platform/Sway/Door.h"
 #include "Platform/Sway/HotKeys.h"

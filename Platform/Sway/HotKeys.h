@@ -3,7 +3,7 @@
 #include "CorvidKitCore/Shortcut.h"
 #include "Platform/I3Ipc/Combination.h"
 #include "Platform/I3Ipc/Configuration.h"
-#include "Platform/Linux/HandledHotKeys.h"
+#include "Platform/Linux/HotKeys/HandledHotKeys.h"
 #include "Platform/Sway/Session.h"
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include "Platform/Sway/LastCommands.h"
 
 #include "Platform/Linux/Applications/ExecLine.h"
-#include "Platform/Linux/BaseFolders.h"
-#include "Platform/Linux/ProgramStart.h"
+#include "Platform/Linux/Files/BaseFolders.h"
+#include "Platform/Linux/Processes/ProgramStart.h"
 
 #include <sys/socket.h>
 #include <unistd.h>

@@ -2,7 +2,7 @@
 
 #include "Platform/I3Ipc/Connection.h"
 #include "Platform/I3Ipc/Nodes.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 
 #include <chrono>
 #include <memory>

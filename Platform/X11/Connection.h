@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/TurnDeadline.h"
+#include "Platform/Linux/Loop/TurnDeadline.h"
 #include "Platform/X11/Atoms.h"
 #include "Platform/X11/Reply.h"
 

@@ -1,6 +1,6 @@
 #include "Platform/X11/Desktop.h"
 
-#include "Platform/Linux/Log.h"
+#include "Platform/Linux/Log/Log.h"
 #include "Platform/X11/Event.h"
 #include "Platform/X11/OpenboxHolders.h"
 #include "Platform/X11/PropertyValue.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Desktop.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Windows/Deliveries.h"
 #include "Platform/X11/Accessibility.h"
 #include "Platform/X11/AccessibilityObservers.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/HandledHotKeys.h"
+#include "Platform/Linux/HotKeys/HandledHotKeys.h"
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/KeyGrabs.h"
 #include "Platform/X11/Keyboard.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/MainActor.h"
-#include "Platform/OwnWindows.h"
+#include "Platform/Seam/Desktop/MainActor.h"
+#include "Platform/Seam/Desktop/OwnWindows.h"
 #include "Platform/X11/EventSelection.h"
 #include "Platform/X11/ServerClock.h"
 #include "Platform/X11/Turn.h"

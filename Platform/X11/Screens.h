@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Screens.h"
+#include "Platform/Seam/Desktop/Screens.h"
 #include "Platform/X11/Turn.h"
 
 namespace platform::x11 {

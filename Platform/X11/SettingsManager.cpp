@@ -1,6 +1,6 @@
 #include "Platform/X11/SettingsManager.h"
 
-#include "Platform/Linux/ThemeName.h"
+#include "Platform/Linux/Services/ThemeName.h"
 #include "Platform/X11/Event.h"
 #include "Platform/X11/PropertyValue.h"
 #include "Platform/X11/XSettingsFormat.h"

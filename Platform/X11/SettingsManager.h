@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/AppearanceSource.h"
+#include "Platform/Linux/Services/AppearanceSource.h"
 #include "Platform/X11/EventSelection.h"
 
 #include <functional>

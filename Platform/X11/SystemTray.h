@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Tray/TrayPlace.h"
-#include "Platform/MainActor.h"
+#include "Platform/Seam/Desktop/MainActor.h"
 #include "Platform/X11/EventSelection.h"
 #include "Platform/X11/TrayPicture.h"
 #include "Platform/X11/Turn.h"

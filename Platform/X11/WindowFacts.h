@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Accessibility.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/Linux/Windows/WindowKind.h"
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/FrameGeometry.h"

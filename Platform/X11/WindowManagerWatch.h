@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/MainActor.h"
+#include "Platform/Seam/Desktop/MainActor.h"
 #include "Platform/X11/EventSelection.h"
 #include "Platform/X11/WindowManager.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Workspace.h"
+#include "Platform/Seam/Desktop/Workspace.h"
 #include "Platform/X11/Turn.h"
 
 namespace platform::x11 {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CorvidKit/Toolkit/OpenPanelFactory.h"
-#include "Platform/OpenPanel.h"
+#include "Platform/Seam/Toolkit/OpenPanel.h"
 #include "Tessel/Menu/ApplicationList.h"
 
 #include <QObject>

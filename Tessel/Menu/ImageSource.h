@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Image.h"
+#include "Platform/Seam/Desktop/Image.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/View.h"
+#include "Platform/Seam/Toolkit/View.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>

@@ -2,8 +2,8 @@
 
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Desktop.h"
-#include "Platform/Linux/MainLoop.h"
-#include "Platform/Localization.h"
+#include "Platform/Linux/Loop/MainLoop.h"
+#include "Platform/Seam/Desktop/Localization.h"
 #include "Tessel/Wiring/SessionFacts.h"
 
 #include <cstdint>

@@ -6,8 +6,8 @@
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Control/ControlClient.h"
 #include "Platform/Linux/Control/SocketAddress.h"
-#include "Platform/Linux/MainLoop.h"
-#include "Platform/Linux/StandardStreams.h"
+#include "Platform/Linux/Loop/MainLoop.h"
+#include "Platform/Linux/Processes/StandardStreams.h"
 #include "Tessel/StatusReport.h"
 #include "Tessel/Wiring/SessionFacts.h"
 

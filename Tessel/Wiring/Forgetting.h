@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Linux/BaseFolders.h"
-#include "Platform/Linux/FileRemoval.h"
+#include "Platform/Linux/Files/BaseFolders.h"
+#include "Platform/Linux/Files/FileRemoval.h"
 #include "Tessel/CommandLine.h"
 
 #include <vector>

@@ -1,7 +1,7 @@
 #include "Tessel/Wiring/ResidentProgram.h"
 
 #include "CorvidKit/MenuBarController.h"
-#include "Platform/Linux/ServiceNotification.h"
+#include "Platform/Linux/Processes/ServiceNotification.h"
 #include "Tessel/MenuBarSymbol.h"
 #include "Tessel/MenuView.h"
 #include "Tessel/StatusText.h"

@@ -1,9 +1,9 @@
 #include "Tessel/Wiring/SessionFacts.h"
 
-#include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/Files/BaseFolders.h"
 #include "Platform/Linux/Bus/BusNames.h"
 #include "Platform/Linux/Bus/SessionBus.h"
-#include "Platform/Linux/LocalSocket.h"
+#include "Platform/Linux/Files/LocalSocket.h"
 #include "Platform/X11/Desktop.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #include "Tessel/Wiring/ThisProgram.h"
 
 #include "CorvidKitCore/PreferredLocalizations.h"
-#include "Platform/Linux/BaseFolders.h"
-#include "Platform/Linux/Languages.h"
-#include "Platform/Linux/ProgramFolder.h"
+#include "Platform/Linux/Files/BaseFolders.h"
+#include "Platform/Linux/Text/Languages.h"
+#include "Platform/Linux/Program/ProgramFolder.h"
 
 #include <system_error>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/MainBundle.h"
+#include "Platform/Seam/Desktop/MainBundle.h"
 
 #include <filesystem>
 

@@ -1,7 +1,7 @@
 #include "Tessel/Wiring/ToolkitPlugin.h"
 
-#include "Platform/Linux/LargeBlocks.h"
-#include "Platform/Linux/Log.h"
+#include "Platform/Linux/Processes/LargeBlocks.h"
+#include "Platform/Linux/Log/Log.h"
 #include "Tessel/MenuPlugin.h"
 
 #include <string>

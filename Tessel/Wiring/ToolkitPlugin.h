@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CorvidKit/Toolkit/Surroundings.h"
-#include "Platform/Linux/PluginFile.h"
-#include "Platform/Toolkit.h"
+#include "Platform/Linux/Program/PluginFile.h"
+#include "Platform/Seam/Toolkit/Toolkit.h"
 
 #include <memory>
 

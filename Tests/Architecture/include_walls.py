@@ -32,34 +32,40 @@ class Wall:
 
 
 QT = r"Q\w+|QtQml/.*"
-SEAM = r"Platform/\w+\.h"
+# The seam's three directions: what is asked of a desktop, what the toolkit offers, and what is asked of us from outside.
+DESKTOP = r"Platform/Seam/(Desktop/\w+|Platform)\.h"
+TOOLKIT = r"Platform/Seam/Toolkit/\w+\.h"
+REQUESTS = r"Platform/Seam/Requests/\w+\.h"
+SEAM = rf"{DESKTOP}|{TOOLKIT}|{REQUESTS}"
 WALLS = [
     Wall("CorvidKitCore", r"CorvidKitCore/.*"),
     Wall("TesselCore", r"(TesselCore|CorvidKitCore)/.*"),
-    Wall("Platform/Absent", rf"{SEAM}|(Platform/Absent|CorvidKitCore)/.*"),
+    Wall("Platform/Absent", rf"{DESKTOP}|(Platform/Absent|CorvidKitCore)/.*"),
     Wall("Platform/Simulated", rf"{SEAM}|(Platform/Simulated|CorvidKitCore)/.*"),
-    Wall("Platform/Linux", rf"{SEAM}|(Platform/Linux|CorvidKitCore)/.*", rf"glib\.h|systemd/.*|plist/.*|{SYSTEM}"),
-    Wall("Platform/X11", rf"{SEAM}|(Platform/X11|Platform/Linux|CorvidKitCore)/.*", rf"xcb/.*|{SYSTEM}"),
-    Wall("Platform/Compositor", rf"{SEAM}|(Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
+    Wall("Platform/Linux", rf"{DESKTOP}|{REQUESTS}|(Platform/Linux|CorvidKitCore)/.*", rf"glib\.h|systemd/.*|plist/.*|{SYSTEM}"),
+    Wall("Platform/X11", rf"{DESKTOP}|(Platform/X11|Platform/Linux|CorvidKitCore)/.*", rf"xcb/.*|{SYSTEM}"),
+    Wall("Platform/Compositor", rf"{DESKTOP}|(Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
          rf"nlohmann/json\.hpp|{SYSTEM}"),
     # The IPC that sway has from i3.
-    Wall("Platform/I3Ipc", rf"{SEAM}|(Platform/I3Ipc|Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
+    Wall("Platform/I3Ipc", rf"{DESKTOP}|(Platform/I3Ipc|Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
          rf"nlohmann/json\.hpp|{SYSTEM}"),
     *(
-        Wall(folder, rf"{SEAM}|({folder}|Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
+        Wall(folder, rf"{DESKTOP}|({folder}|Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
              rf"systemd/.*|nlohmann/json\.hpp|{SYSTEM}")
         for folder in ("Platform/KWin", "Platform/GnomeShell")
     ),
-    Wall("Platform/Sway", rf"{SEAM}|Platform/(Sway|I3Ipc|Compositor|Linux)/.*|CorvidKitCore/.*",
+    Wall("Platform/Sway", rf"{DESKTOP}|Platform/(Sway|I3Ipc|Compositor|Linux)/.*|CorvidKitCore/.*",
          rf"nlohmann/json\.hpp|{SYSTEM}"),
     # An X11 desktop whose windows are placed over that IPC.
-    Wall("Platform/I3", rf"{SEAM}|Platform/(I3|I3Ipc|X11|Linux)/.*|CorvidKitCore/.*",
+    Wall("Platform/I3", rf"{DESKTOP}|Platform/(I3|I3Ipc|X11|Linux)/.*|CorvidKitCore/.*",
          rf"xcb/.*|nlohmann/json\.hpp|{SYSTEM}"),
-    Wall("Platform", rf"{SEAM}|CorvidKitCore/.*"),
+    Wall("Platform/Seam/Desktop", rf"{DESKTOP}|CorvidKitCore/.*"),
+    Wall("Platform/Seam", rf"{SEAM}|CorvidKitCore/.*"),
+    Wall("Platform", rf"{DESKTOP}|CorvidKitCore/.*"),
     # The code that shows windows; nothing else knows the toolkit.
     Wall("CorvidKit/Components", r"(CorvidKit|CorvidKitCore)/.*", QT),
-    Wall("CorvidKit/Toolkit", rf"{SEAM}|(CorvidKit|CorvidKitCore)/.*", QT),
-    Wall("CorvidKit", rf"{SEAM}|(CorvidKit|CorvidKitCore)/.*"),
+    Wall("CorvidKit/Toolkit", rf"{DESKTOP}|{TOOLKIT}|(CorvidKit|CorvidKitCore)/.*", QT),
+    Wall("CorvidKit", rf"{DESKTOP}|{TOOLKIT}|(CorvidKit|CorvidKitCore)/.*"),
     # Only main knows the desktops: it chooses one and passes it on.
     Wall("Tessel/Wiring", r"(Tessel|TesselCore|CorvidKit|CorvidKitCore|Platform)/.*", SYSTEM),
     Wall("Tessel/Menu", rf"{SEAM}|(Tessel|TesselCore|CorvidKit|CorvidKitCore)/.*", QT),

@@ -26,11 +26,11 @@ class IncludeWalls(unittest.TestCase):
 
     def test_each_folder_keeps_to_what_lies_below_it(self):
         self.assert_broken("CorvidKitCore/Shortcut.h", '"TesselCore/WindowAction.h"')
-        self.assert_broken("TesselCore/WindowLayout.cpp", '"Platform/Screens.h"')
-        self.assert_broken("Platform/Screens.h", '"CorvidKit/HotKeys.h"')
+        self.assert_broken("TesselCore/WindowLayout.cpp", '"Platform/Seam/Desktop/Screens.h"')
+        self.assert_broken("Platform/Seam/Desktop/Screens.h", '"CorvidKit/HotKeys.h"')
         self.assert_broken("CorvidKit/HotKeys.cpp", '"TesselCore/WindowAction.h"')
         self.assert_sound("TesselCore/WindowLayout.cpp", '"CorvidKitCore/Geometry.h"')
-        self.assert_sound("CorvidKit/HotKeys.cpp", '"Platform/HotKeyEvents.h"')
+        self.assert_sound("CorvidKit/HotKeys.cpp", '"Platform/Seam/Desktop/HotKeyEvents.h"')
         self.assert_sound("Tessel/WindowMover.cpp", '"TesselCore/WindowLayout.h"')
 
     def test_a_desktop_never_knows_the_logic(self):
@@ -38,12 +38,12 @@ class IncludeWalls(unittest.TestCase):
             self.assert_broken(f"Platform/{desktop}/Windows.cpp", '"Tessel/WindowMover.h"')
             self.assert_broken(f"Platform/{desktop}/Windows.cpp", '"TesselCore/WindowLayout.h"')
             self.assert_broken(f"Platform/{desktop}/Windows.cpp", '"CorvidKit/HotKeys.h"')
-            self.assert_sound(f"Platform/{desktop}/Windows.cpp", '"Platform/Screens.h"')
+            self.assert_sound(f"Platform/{desktop}/Windows.cpp", '"Platform/Seam/Desktop/Screens.h"')
 
     def test_the_logic_never_knows_a_desktop(self):
         self.assert_broken("Tessel/WindowMover.cpp", '"Platform/X11/Connection.h"')
         self.assert_broken("CorvidKit/HotKeys.cpp", '"Platform/Simulated/Desktop.h"')
-        self.assert_broken("Platform/Platform.cpp", '"Platform/X11/Connection.h"')
+        self.assert_broken("Platform/Seam/Platform.cpp", '"Platform/X11/Connection.h"')
         self.assert_sound("Tessel/main.cpp", '"Platform/X11/Connection.h"')
 
     def test_libraries_stay_in_the_folder_that_wraps_them(self):
@@ -51,9 +51,9 @@ class IncludeWalls(unittest.TestCase):
         self.assert_broken("CorvidKit/MainLoop.cpp", "<systemd/sd-event.h>")
         self.assert_broken("Platform/Simulated/Desktop.cpp", "<unistd.h>")
         self.assert_broken("Platform/X11/Connection.cpp", "<systemd/sd-event.h>")
-        self.assert_broken("Platform/Linux/MainLoop.cpp", "<xcb/xcb.h>")
+        self.assert_broken("Platform/Linux/Loop/MainLoop.cpp", "<xcb/xcb.h>")
         self.assert_sound("Platform/X11/Connection.cpp", "<xcb/randr.h>")
-        self.assert_sound("Platform/Linux/MainLoop.cpp", "<sys/timerfd.h>")
+        self.assert_sound("Platform/Linux/Loop/MainLoop.cpp", "<sys/timerfd.h>")
         self.assert_sound("CorvidKitCore/Geometry.h", "<vector>")
 
     def test_spelling_does_not_hide_an_include(self):

@@ -2,7 +2,7 @@
 #include "CorvidKit/LoginItem.h"
 #include "CorvidKit/MemoryFootprint.h"
 #include "CorvidKit/SystemSettings.h"
-#include "Platform/LoginItemService.h"
+#include "Platform/Seam/Desktop/LoginItemService.h"
 #include "Platform/Simulated/Desktop.h"
 
 #include <gtest/gtest.h>

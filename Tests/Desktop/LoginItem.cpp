@@ -1,5 +1,5 @@
 /// Adds a program to the programs that open at login, or removes it, with the code that the program itself uses.
-#include "Platform/Linux/AutostartLoginItem.h"
+#include "Platform/Linux/Services/AutostartLoginItem.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 #include "CorvidKit/Toolkit/LoopPump.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 
 #include <gtest/gtest.h>
 

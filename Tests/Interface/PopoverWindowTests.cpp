@@ -1,6 +1,6 @@
 #include "CorvidKit/Components/Environment.h"
 #include "CorvidKit/Toolkit/PopoverWindow.h"
-#include "Platform/HostedLoop.h"
+#include "Platform/Seam/Desktop/HostedLoop.h"
 #include "Platform/Simulated/Desktop.h"
 
 #include <gtest/gtest.h>

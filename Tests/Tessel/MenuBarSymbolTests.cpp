@@ -2,7 +2,7 @@
 #include "CorvidKit/MenuBarController.h"
 #include "Platform/Simulated/Desktop.h"
 #include "Platform/Simulated/Popover.h"
-#include "Platform/View.h"
+#include "Platform/Seam/Toolkit/View.h"
 #include "Tessel/AppState.h"
 #include "Tessel/MenuBarSymbol.h"
 

@@ -1,6 +1,6 @@
 #include "Benchmarks/Probes/Wayland/Hand.h"
 
-#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
 
 #include <systemd/sd-bus.h>
 

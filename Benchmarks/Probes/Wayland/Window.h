@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Benchmarks/Probes/Wayland/Connection.h"
-#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
 
 #include <cstdint>
 #include <optional>

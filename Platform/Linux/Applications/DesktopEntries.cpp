@@ -1,6 +1,6 @@
 #include "Platform/Linux/Applications/DesktopEntries.h"
 
-#include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/Files/BaseFolders.h"
 
 #include <malloc.h>
 

@@ -2,7 +2,7 @@
 
 #include "Platform/Linux/Applications/DesktopEntryIndex.h"
 #include "Platform/Linux/Applications/FolderWatch.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 
 #include <functional>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Applications/DesktopEntry.h"
 
 #include "Platform/Linux/Applications/KeyFile.h"
-#include "Platform/Linux/RegularFile.h"
+#include "Platform/Linux/Files/RegularFile.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Applications/ExecLine.h"
 
 #include "Platform/Linux/Applications/GLibMemory.h"
-#include "Platform/Linux/RegularFile.h"
+#include "Platform/Linux/Files/RegularFile.h"
 
 #include <algorithm>
 #include <array>

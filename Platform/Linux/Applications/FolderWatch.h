@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Linux/FileDescriptor.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 
 #include <sys/inotify.h>
 

@@ -2,7 +2,7 @@
 
 #include "Platform/Linux/Applications/ExecLine.h"
 #include "Platform/Linux/Applications/KeyFile.h"
-#include "Platform/Linux/RegularFile.h"
+#include "Platform/Linux/Files/RegularFile.h"
 
 #include <unistd.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Bus/BusHandles.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 
 #include <chrono>
 #include <functional>

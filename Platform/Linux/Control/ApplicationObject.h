@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/ControlRequests.h"
+#include "Platform/Seam/Requests/ControlRequests.h"
 
 #include <systemd/sd-bus.h>
 

@@ -2,8 +2,8 @@
 
 #include "Platform/Linux/Bus/BusHandles.h"
 #include "Platform/Linux/Control/ControlObject.h"
-#include "Platform/Linux/FileDescriptor.h"
-#include "Platform/Linux/Log.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
+#include "Platform/Linux/Log/Log.h"
 
 #include <systemd/sd-id128.h>
 

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Control/SingleInstance.h"
 
 #include "Platform/Linux/Control/SocketAddress.h"
-#include "Platform/Linux/FileIdentity.h"
+#include "Platform/Linux/Files/FileIdentity.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Control/Session.h"
-#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CorvidKitCore/Shortcut.h"
-#include "Platform/ShortcutHolders.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/ShortcutHolders.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 
 #include <optional>
 #include <string_view>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Holders/Accelerator.h"
-#include "Platform/ShortcutHolders.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 
 #include <optional>
 #include <string>

@@ -3,7 +3,7 @@
 #include "Platform/Linux/Holders/Accelerator.h"
 #include "Platform/Linux/Holders/CommonPurpose.h"
 #include "Platform/Linux/Holders/SettingLines.h"
-#include "Platform/Linux/ProgramOutput.h"
+#include "Platform/Linux/Processes/ProgramOutput.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Linux/MainLoop.h"
-#include "Platform/ShortcutHolders.h"
+#include "Platform/Linux/Loop/MainLoop.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 
 #include <array>
 #include <cstdint>

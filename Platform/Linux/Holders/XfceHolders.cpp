@@ -2,7 +2,7 @@
 
 #include "Platform/Linux/Holders/Accelerator.h"
 #include "Platform/Linux/Holders/CommonPurpose.h"
-#include "Platform/Linux/ProgramOutput.h"
+#include "Platform/Linux/Processes/ProgramOutput.h"
 
 #include <algorithm>
 #include <array>

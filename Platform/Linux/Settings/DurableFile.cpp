@@ -1,6 +1,6 @@
 #include "Platform/Linux/Settings/DurableFile.h"
 
-#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Settings/UserDefaults.h"
 
-#include "Platform/Linux/BaseFolders.h"
+#include "Platform/Linux/Files/BaseFolders.h"
 #include "Platform/Linux/Settings/DurableFile.h"
 
 #include <expected>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CorvidKitCore/PreferenceStore.h"
-#include "Platform/Linux/Log.h"
+#include "Platform/Linux/Log/Log.h"
 #include "Platform/Linux/Settings/PropertyListDocument.h"
 
 #include <expected>

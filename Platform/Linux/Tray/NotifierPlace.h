@@ -2,11 +2,11 @@
 
 #include "Platform/Linux/Bus/NameOwner.h"
 #include "Platform/Linux/Bus/SessionBus.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Tray/NotifierItem.h"
 #include "Platform/Linux/Tray/NotifierMenu.h"
 #include "Platform/Linux/Tray/TrayPlace.h"
-#include "Platform/Screens.h"
+#include "Platform/Seam/Desktop/Screens.h"
 
 #include <memory>
 #include <optional>

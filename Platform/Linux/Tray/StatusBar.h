@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/Linux/Tray/TrayPlace.h"
-#include "Platform/MainActor.h"
-#include "Platform/StatusItem.h"
+#include "Platform/Seam/Desktop/MainActor.h"
+#include "Platform/Seam/Desktop/StatusItem.h"
 
 #include <chrono>
 #include <memory>

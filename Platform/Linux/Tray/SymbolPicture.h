@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Image.h"
+#include "Platform/Seam/Desktop/Image.h"
 #include "Platform/Linux/Tray/SymbolMasks.h"
 
 #include <cstdint>

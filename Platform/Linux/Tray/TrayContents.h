@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/StatusItem.h"
+#include "Platform/Seam/Desktop/StatusItem.h"
 
 #include <optional>
 #include <string>

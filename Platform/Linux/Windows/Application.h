@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/RunningApplications.h"
+#include "Platform/Seam/Desktop/RunningApplications.h"
 
 #include <memory>
 #include <optional>

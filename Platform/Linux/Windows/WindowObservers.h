@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/AccessibilityObserver.h"
+#include "Platform/Seam/Desktop/AccessibilityObserver.h"
 #include "Platform/Linux/Windows/Deliveries.h"
 
 #include <cstdint>

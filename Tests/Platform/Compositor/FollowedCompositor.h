@@ -2,7 +2,7 @@
 
 #include "../Linux/Applications/PlainApplications.h"
 #include "Platform/Compositor/Desktop.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "SimulatedDoor.h"
 
 #include <gtest/gtest.h>

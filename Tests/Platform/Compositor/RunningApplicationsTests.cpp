@@ -1,4 +1,4 @@
-#include "../Linux/Sleeper.h"
+#include "../Linux/Processes/Sleeper.h"
 #include "FollowedCompositor.h"
 
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Bus/BusHandles.h"
-#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
 
 #include <condition_variable>
 #include <deque>

@@ -2,7 +2,7 @@
 #include "Platform/GnomeShell/Door.h"
 #include "Platform/GnomeShell/HotKeys.h"
 #include "Tests/Platform/GnomeShell/ShellFixture.h"
-#include "Tests/Platform/Linux/HotKeyLosses.h"
+#include "Tests/Platform/Linux/HotKeys/HotKeyLosses.h"
 #include "Tests/Platform/Linux/Stopwatch.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/Linux/Bus/SessionBus.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Tests/Platform/GnomeShell/FakeShell.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"
 

@@ -1,5 +1,5 @@
 #include "Platform/I3/Manager.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Tests/Platform/I3/Layouts.h"
 #include "Tests/Platform/I3Ipc/FakeSway.h"
 #include "Tests/Platform/X11/Hand.h"

@@ -1,7 +1,7 @@
 #include "FakeKWin.h"
 #include "Platform/KWin/HotKeys.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"
-#include "Tests/Platform/Linux/HotKeyLosses.h"
+#include "Tests/Platform/Linux/HotKeys/HotKeyLosses.h"
 
 #include <gtest/gtest.h>
 

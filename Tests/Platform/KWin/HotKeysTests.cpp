@@ -3,7 +3,7 @@
 #include "Platform/KWin/HotKeys.h"
 #include "Platform/KWin/QtKeys.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"
-#include "Tests/Platform/Linux/HotKeyLosses.h"
+#include "Tests/Platform/Linux/HotKeys/HotKeyLosses.h"
 #include "Tests/Platform/Linux/Stopwatch.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Log.h"
+#include "Platform/Linux/Log/Log.h"
 
 #include <sys/types.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Tests/Platform/Linux/HotKeyLosses.h"
+#include "Tests/Platform/Linux/HotKeys/HotKeyLosses.h"
 #include "Tests/Platform/Sway/OpenDoor.h"
 
 #include <gtest/gtest.h>

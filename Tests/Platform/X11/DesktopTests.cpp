@@ -1,7 +1,7 @@
 #include "CorvidKitCore/Keys.h"
 #include "FollowedDesktop.h"
 #include "SlowDisplay.h"
-#include "Tests/Platform/Linux/HotKeyLosses.h"
+#include "Tests/Platform/Linux/HotKeys/HotKeyLosses.h"
 #include "Tests/Platform/Linux/Stopwatch.h"
 #include "TrayOwner.h"
 

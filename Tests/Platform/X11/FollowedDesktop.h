@@ -3,7 +3,7 @@
 #include "../Linux/Applications/PlainApplications.h"
 #include "ClientProcess.h"
 #include "Hand.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/Desktop.h"
 #include "XServer.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/X11/Connection.h"
 
 #include <span>

@@ -1,6 +1,6 @@
 #include "CorvidKitCore/Keys.h"
 #include "Platform/X11/HotKeys.h"
-#include "Tests/Platform/Linux/HotKeyLosses.h"
+#include "Tests/Platform/Linux/HotKeys/HotKeyLosses.h"
 #include "XServer.h"
 
 #include <gtest/gtest.h>

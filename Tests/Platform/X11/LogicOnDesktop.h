@@ -1,7 +1,7 @@
 #pragma once
 
 #include "FollowedDesktop.h"
-#include "Platform/Platform.h"
+#include "Platform/Seam/Platform.h"
 #include "Platform/Simulated/Desktop.h"
 
 #include <functional>

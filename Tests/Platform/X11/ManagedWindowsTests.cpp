@@ -1,6 +1,6 @@
 #include "ClientProcess.h"
 #include "Hand.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/X11/Event.h"
 #include "Platform/X11/ManagedWindows.h"
 #include "Platform/X11/ScopedPropertyWatch.h"

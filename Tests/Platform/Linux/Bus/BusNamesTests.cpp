@@ -1,5 +1,5 @@
 #include "Platform/Linux/Bus/BusNames.h"
-#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"
 
 #include <gtest/gtest.h>

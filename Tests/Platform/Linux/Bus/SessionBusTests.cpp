@@ -2,7 +2,7 @@
 #include "Platform/Linux/Control/ControlBusName.h"
 #include "Platform/Linux/Control/ControlClient.h"
 #include "Platform/Linux/Control/SingleInstance.h"
-#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
 #include "Tests/Platform/Linux/Control/ControlServer.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Platform/ControlRequests.h"
+#include "Platform/Seam/Requests/ControlRequests.h"
 #include "Platform/Linux/Control/Session.h"
-#include "Platform/Linux/FileDescriptor.h"
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 
 #include <functional>
 #include <map>

@@ -1,6 +1,6 @@
 #include "Tests/Platform/Linux/Control/MessageBus.h"
 
-#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
 
 #include <gtest/gtest.h>
 

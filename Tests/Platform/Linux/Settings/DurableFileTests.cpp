@@ -1,5 +1,5 @@
-#include "Platform/Linux/FileDescriptor.h"
-#include "Platform/Linux/Log.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
+#include "Platform/Linux/Log/Log.h"
 #include "Platform/Linux/Settings/DurableFile.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/MainLoop.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Tray/StatusBar.h"
 
 #include <gtest/gtest.h>

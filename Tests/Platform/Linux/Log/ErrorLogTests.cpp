@@ -1,0 +1,151 @@
+#include "Platform/Linux/Log/ErrorLog.h"
+#include "Platform/Linux/Files/FileDescriptor.h"
+#include "Tests/Platform/Linux/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <array>
+#include <climits>
+#include <cstring>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+namespace platform::linux {
+namespace {
+
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::SizeIs;
+
+TEST(ErrorLog, MakesOneLineOfAnyMessage) {
+    EXPECT_EQ(errorLine("login", "It failed."), "tessel: [login] It failed.\n");
+    EXPECT_EQ(errorLine("", ""), "tessel: [] \n");
+    EXPECT_EQ(errorLine("a\nb", "c\r\n\x1b[31md\x7f"), "tessel: [a b] c   [31md \n");
+    EXPECT_EQ(errorLine("a", "caf\xc3\xa9"), "tessel: [a] caf\xc3\xa9\n");
+    EXPECT_THAT(errorLine(std::string(100'000, 'a'), std::string(100'000, 'b')),
+                AllOf(SizeIs(testing::Le(std::size_t{PIPE_BUF})), EndsWith("b\n")));
+}
+
+/// A mount namespace with a folder mounted at /run. False if that is not allowed here.
+bool haveOwnRunFolder(const std::string& folder) {
+    const bool isIsolated = ::unshare(CLONE_NEWNS) == 0 || ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
+    return isIsolated && ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           ::mount(folder.c_str(), "/run", nullptr, MS_BIND, nullptr) == 0;
+}
+
+FileDescriptor journalSocket() {
+    std::filesystem::create_directories("/run/systemd/journal");
+    FileDescriptor descriptor{::socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0)};
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strcpy(address.sun_path, "/run/systemd/journal/socket");
+    EXPECT_EQ(::bind(descriptor.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    return descriptor;
+}
+
+std::string receive(const FileDescriptor& descriptor) {
+    std::array<char, 16384> buffer{};
+    const ssize_t length = ::recv(descriptor.get(), buffer.data(), buffer.size(), 0);
+    return {buffer.data(), length < 0 ? 0 : static_cast<std::size_t>(length)};
+}
+
+/// The log on standard error, which is no terminal here.
+std::string standardErrorOf(const std::function<void()>& body) {
+    testing::internal::CaptureStderr();
+    body();
+    return testing::internal::GetCapturedStderr();
+}
+
+/// Runs the body with an empty /run.
+void withOwnRunFolder(const std::function<void()>& body, bool& isAllowed) {
+    const TemporaryFolder run;
+    inChildProcess([&] {
+        if (!haveOwnRunFolder(run.path)) {
+            write(run / "refused", "");
+            return;
+        }
+        body();
+    });
+    isAllowed = !std::filesystem::exists(run / "refused");
+}
+
+TEST(ErrorLog, GoesToStandardErrorWithoutAJournal) {
+    bool isAllowed = false;
+    withOwnRunFolder(
+        [] {
+            EXPECT_EQ(standardErrorOf([] { logError("org.example", "login", "It failed."); }),
+                      "tessel: [login] It failed.\n");
+        },
+        isAllowed);
+    if (!isAllowed) {
+        GTEST_SKIP() << "needs a view of the file system of its own";
+    }
+}
+
+TEST(ErrorLog, GoesToTheJournalWithItsFields) {
+    bool isAllowed = false;
+    withOwnRunFolder(
+        [] {
+            const FileDescriptor journal = journalSocket();
+            EXPECT_EQ(standardErrorOf([] { logError("org.example", "login", "It failed.\nTwice."); }), "");
+            const std::string entry = receive(journal);
+            for (const char* field : {"PRIORITY=3\n", "SYSLOG_IDENTIFIER=tessel\n", "TESSEL_SUBSYSTEM=org.example\n",
+                                      "TESSEL_CATEGORY=login\n", "It failed.\nTwice."}) {
+                EXPECT_THAT(entry, HasSubstr(field));
+            }
+        },
+        isAllowed);
+    if (!isAllowed) {
+        GTEST_SKIP() << "needs a view of the file system of its own";
+    }
+}
+
+TEST(ErrorLog, DoesNotWaitForAJournalThatIsStuck) {
+    bool isAllowed = false;
+    withOwnRunFolder(
+        [] {
+            constexpr unsigned int longEnough = 20;
+            ::alarm(longEnough); // Ends a process that waits.
+            const FileDescriptor journal = journalSocket();
+            std::string lines;
+            // There is no reader: the socket fills up, and would block a sender.
+            constexpr int many = 2000;
+            for (int i = 0; i < many && lines.empty(); ++i) {
+                lines = standardErrorOf([] { logError("org.example", "login", "It failed."); });
+            }
+            EXPECT_EQ(lines, "tessel: [login] It failed.\n");
+        },
+        isAllowed);
+    if (!isAllowed) {
+        GTEST_SKIP() << "needs a view of the file system of its own";
+    }
+}
+
+TEST(ErrorLog, DoesNotWaitForAReaderOfStandardError) {
+    inChildProcess([] {
+        constexpr unsigned int longEnough = 20;
+        ::alarm(longEnough); // Ends a process that waits.
+        std::array<int, 2> ends{};
+        ASSERT_EQ(::pipe(ends.data()), 0);
+        ASSERT_EQ(::fcntl(ends[1], F_SETPIPE_SZ, 4096), 4096);
+        const std::string full(4096, 'x');
+        ASSERT_EQ(::write(ends[1], full.data(), full.size()), 4096);
+        const int standardError = ::dup(STDERR_FILENO);
+        ASSERT_EQ(::dup2(ends[1], STDERR_FILENO), STDERR_FILENO);
+        logError("org.example", "login", "It failed.");
+        ::dup2(standardError, STDERR_FILENO);
+    });
+}
+
+} // namespace
+} // namespace platform::linux
