@@ -1,7 +1,7 @@
 #include "CorvidKit/MemoryFootprint.h"
 
-#include "Platform/Seam/Platform.h"
 #include "Platform/Seam/Desktop/ProcessInfo.h"
+#include "Platform/Seam/Platform.h"
 
 namespace corvid::MemoryFootprint {
 

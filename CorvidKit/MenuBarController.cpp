@@ -1,8 +1,8 @@
 #include "CorvidKit/MenuBarController.h"
 
 #include "CorvidKit/Concurrency.h"
-#include "Platform/Seam/Platform.h"
 #include "Platform/Seam/Desktop/ThisApplication.h"
+#include "Platform/Seam/Platform.h"
 
 #include <utility>
 

@@ -2,8 +2,8 @@
 
 #include "CorvidKit/Publisher.h"
 #include "CorvidKit/UpdateCenter.h"
-#include "Platform/Seam/Toolkit/Popover.h"
 #include "Platform/Seam/Desktop/StatusItem.h"
+#include "Platform/Seam/Toolkit/Popover.h"
 #include "Platform/Seam/Toolkit/View.h"
 
 #include <functional>

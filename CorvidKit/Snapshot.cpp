@@ -1,9 +1,9 @@
 #include "CorvidKit/Snapshot.h"
 
-#include "Platform/Seam/Toolkit/ImageRenderer.h"
 #include "Platform/Seam/Desktop/MainActor.h"
 #include "Platform/Seam/Desktop/MainBundle.h"
 #include "Platform/Seam/Platform.h"
+#include "Platform/Seam/Toolkit/ImageRenderer.h"
 
 #include <array>
 #include <fstream>
@@ -17,12 +17,12 @@ constexpr double pixelsPerPoint = 2;
 
 struct Scheme {
     std::string_view name;
-    Surroundings surroundings;
+    RenderOptions options;
 };
 
 constexpr std::array<Scheme, 2> schemes{{
-    {.name = "light", .surroundings = {.colorScheme = platform::ColorScheme::light, .backgroundWhite = 0.93}},
-    {.name = "dark", .surroundings = {.colorScheme = platform::ColorScheme::dark, .backgroundWhite = 0.16}},
+    {.name = "light", .options = {.colorScheme = platform::ColorScheme::light, .backgroundWhite = 0.93}},
+    {.name = "dark", .options = {.colorScheme = platform::ColorScheme::dark, .backgroundWhite = 0.16}},
 }};
 
 } // namespace
@@ -44,18 +44,18 @@ void renderMenu(const std::string& directory, const std::optional<std::string>& 
             name += "-" + *variant;
         }
         name += "-" + std::string(scheme.name) + ".png";
-        write(*view, scheme.surroundings, std::filesystem::path(directory) / name);
+        write(*view, scheme.options, std::filesystem::path(directory) / name);
     }
 }
 
-void write(const platform::View& view, const Surroundings& surroundings, const std::filesystem::path& file) {
+void write(const platform::View& view, const RenderOptions& options, const std::filesystem::path& file) {
     platform::ImageRenderer* renderer = platform::current().imageRenderer;
     if (renderer == nullptr) {
         return;
     }
     const auto png = renderer->png({.view = view,
-                                    .colorScheme = surroundings.colorScheme,
-                                    .backgroundWhite = surroundings.backgroundWhite,
+                                    .colorScheme = options.colorScheme,
+                                    .backgroundWhite = options.backgroundWhite,
                                     .locale = language(),
                                     .scale = pixelsPerPoint});
     if (!png) {

@@ -19,7 +19,7 @@ extern bool isActive;
 [[nodiscard]] std::string language();
 
 /// How the view is drawn.
-struct Surroundings {
+struct RenderOptions {
     platform::ColorScheme colorScheme = platform::ColorScheme::light;
     /// The grey behind it in the sRGB colour space; 1 is white.
     double backgroundWhite = 1;
@@ -31,6 +31,6 @@ void renderMenu(const std::string& directory, const std::optional<std::string>& 
                 const std::function<std::shared_ptr<const platform::View>()>& content);
 
 /// Draws one view with two pixels a point into that file, replacing any file there.
-void write(const platform::View& view, const Surroundings& surroundings, const std::filesystem::path& file);
+void write(const platform::View& view, const RenderOptions& options, const std::filesystem::path& file);
 
 } // namespace corvid::Snapshot

@@ -5,9 +5,9 @@
 #include "CorvidKit/LocalizedComparison.h"
 #include "Platform/Seam/Desktop/ApplicationCatalogue.h"
 #include "Platform/Seam/Desktop/Beep.h"
-#include "Platform/Seam/Toolkit/OpenPanel.h"
-#include "Platform/Seam/Platform.h"
 #include "Platform/Seam/Desktop/SystemClock.h"
+#include "Platform/Seam/Platform.h"
+#include "Platform/Seam/Toolkit/OpenPanel.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,7 +1,7 @@
 #include "Tessel/PlacementMemory.h"
 
-#include "Platform/Seam/Platform.h"
 #include "Platform/Seam/Desktop/RunningApplications.h"
+#include "Platform/Seam/Platform.h"
 
 #include <algorithm>
 #include <any>

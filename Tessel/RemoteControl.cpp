@@ -73,14 +73,14 @@ std::string reasons(const AppState& state, const std::set<WindowAction>& actions
 
 } // namespace
 
-RemoteControl::RemoteControl(AppState& state, Surroundings surroundings)
+RemoteControl::RemoteControl(AppState& state, Context context)
     : state(state)
-    , surroundings(std::move(surroundings)) {
+    , context(std::move(context)) {
 }
 
 ControlAnswer<void> RemoteControl::open() {
     assertRequestOnMainThread(__LINE__);
-    surroundings.open();
+    context.open();
     return {};
 }
 
@@ -92,9 +92,9 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
         .isEnabled = state.isEnabled(),
         .isTrusted = state.hasAccessibility(),
         .borrowsShortcuts = state.borrowsShortcuts(),
-        .isReplaced = surroundings.application.isReplaced(),
-        .version = surroundings.version,
-        .backend = surroundings.backend(),
+        .isReplaced = context.application.isReplaced(),
+        .version = context.version,
+        .backend = context.backend(),
         .shortcuts = {},
         .rules = {},
     };
@@ -102,7 +102,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
         report.statusText += ": " + accessText(*state.obstacle());
     }
     const bool isOn = state.isEnabled() && state.hasAccessibility();
-    if (const std::string caution = isOn && surroundings.caution ? surroundings.caution() : ""; !caution.empty()) {
+    if (const std::string caution = isOn && context.caution ? context.caution() : ""; !caution.empty()) {
         report.statusText += "; " + caution;
     }
     const std::set<WindowAction> borrowed = state.shortcutsOnLoan(platform::HotKeyLoan::made);
@@ -116,7 +116,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
                                                                       : "active"};
         if (const auto holder = state.shortcutHolders().find(action); holder != state.shortcutHolders().end()) {
             shortcut.heldBy = holder->second.heldBy;
-            shortcut.purpose = purposeText(holder->second, surroundings.localization);
+            shortcut.purpose = purposeText(holder->second, context.localization);
         }
         shortcut.isBorrowed = borrowed.contains(action);
         shortcut.canBeBorrowed = lendable.contains(action);
@@ -201,7 +201,7 @@ ControlAnswer<void> RemoteControl::setBorrowsShortcuts(bool borrows) {
 
 ControlAnswer<void> RemoteControl::quit() {
     assertRequestOnMainThread(__LINE__);
-    surroundings.application.terminate();
+    context.application.terminate();
     return {};
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Seam/Requests/ControlRequests.h"
 #include "Platform/Seam/Desktop/Localization.h"
 #include "Platform/Seam/Desktop/ThisApplication.h"
+#include "Platform/Seam/Requests/ControlRequests.h"
 #include "Tessel/AppState.h"
 
 #include <functional>
@@ -18,7 +18,7 @@ namespace tessel {
 class RemoteControl final : public platform::ControlRequests {
 public:
     /// All of it outlives this.
-    struct Surroundings {
+    struct Context {
         std::string version;
         const platform::Localization& localization;
         platform::ThisApplication& application;
@@ -38,7 +38,7 @@ public:
     static constexpr std::size_t mostRules = 1000;
 
     /// `state` must outlive this.
-    RemoteControl(AppState& state, Surroundings surroundings);
+    RemoteControl(AppState& state, Context context);
 
     platform::ControlAnswer<void> open() override;
     [[nodiscard]] platform::ControlAnswer<platform::ControlStatus> status() override;
@@ -49,7 +49,7 @@ public:
 
 private:
     AppState& state;
-    Surroundings surroundings;
+    Context context;
 };
 
 } // namespace tessel

@@ -20,14 +20,14 @@ std::function<void()> onMainThread(std::function<void()> action) {
 
 } // namespace
 
-StatusMenu::StatusMenu(AppState& state, platform::StatusItem& item, Surroundings surroundings)
+StatusMenu::StatusMenu(AppState& state, platform::StatusItem& item, Context context)
     : state(state)
     , item(item)
-    , surroundings(std::move(surroundings)) {
+    , context(std::move(context)) {
     update();
     changes = state.objectWillChange().subscribe([this] {
         // Sent before the change.
-        this->surroundings.mainActor.post([this, watch = lifetime.watch()] {
+        this->context.mainActor.post([this, watch = lifetime.watch()] {
             if (!watch.isOver()) {
                 update();
             }
@@ -36,11 +36,11 @@ StatusMenu::StatusMenu(AppState& state, platform::StatusItem& item, Surroundings
 }
 
 void StatusMenu::update() {
-    const platform::Localization& localization = surroundings.localization;
+    const platform::Localization& localization = context.localization;
     const bool isEnabled = state.isEnabled();
     std::string text = statusText(state.status(), state.rules().size(), localization);
     // A panel reads the whole menu again after each change of it.
-    const bool isReplaced = surroundings.application.isReplaced();
+    const bool isReplaced = context.application.isReplaced();
     if (shownSwitch == isEnabled && shownText == text && showsReplacement == isReplaced) {
         return;
     }
@@ -57,7 +57,7 @@ void StatusMenu::update() {
                          .action = nullptr});
         lines.push_back({.title = localization.text("Tessel", "Restart Tessel"),
                          .isChecked = std::nullopt,
-                         .action = onMainThread([&application = surroundings.application] { application.restart(); })});
+                         .action = onMainThread([&application = context.application] { application.restart(); })});
     }
     lines.push_back({.title = localization.text("Tessel", isEnabled ? "Turn off" : "Turn on"),
                      .isChecked = std::nullopt,
@@ -65,10 +65,10 @@ void StatusMenu::update() {
     lines.push_back({.title = "", .isChecked = std::nullopt, .action = nullptr});
     lines.push_back({.title = localization.text("Tessel", "Open Tessel"),
                      .isChecked = std::nullopt,
-                     .action = onMainThread(surroundings.open)});
+                     .action = onMainThread(context.open)});
     lines.push_back({.title = localization.text("CorvidKit", "Quit"),
                      .isChecked = std::nullopt,
-                     .action = onMainThread([&application = surroundings.application] { application.terminate(); })});
+                     .action = onMainThread([&application = context.application] { application.terminate(); })});
     item.setMenu(std::move(lines));
 }
 

@@ -19,7 +19,7 @@ namespace tessel {
 class StatusMenu {
 public:
     /// All of it outlives the menu.
-    struct Surroundings {
+    struct Context {
         platform::MainActor& mainActor;
         const platform::Localization& localization;
         platform::ThisApplication& application;
@@ -28,7 +28,7 @@ public:
     };
 
     /// `state` and `item` must outlive the menu, and the state the item.
-    StatusMenu(AppState& state, platform::StatusItem& item, Surroundings surroundings);
+    StatusMenu(AppState& state, platform::StatusItem& item, Context context);
     StatusMenu(const StatusMenu&) = delete;
     StatusMenu& operator=(const StatusMenu&) = delete;
     ~StatusMenu() = default;
@@ -39,7 +39,7 @@ public:
 private:
     AppState& state;
     platform::StatusItem& item;
-    Surroundings surroundings;
+    Context context;
     /// The text of the item at present.
     std::string shownText;
     std::optional<bool> shownSwitch;

@@ -1,10 +1,10 @@
 #include "Tessel/WindowMover.h"
 
 #include "CorvidKit/Concurrency.h"
-#include "Platform/Seam/Platform.h"
 #include "Platform/Seam/Desktop/ProcessInfo.h"
 #include "Platform/Seam/Desktop/Screens.h"
 #include "Platform/Seam/Desktop/Workspace.h"
+#include "Platform/Seam/Platform.h"
 #include "TesselCore/WindowLayout.h"
 #include "TesselCore/WindowMove.h"
 

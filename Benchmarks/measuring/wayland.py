@@ -27,7 +27,7 @@ PUT_BACK = (
 
 class KWin:
     action = "Window Quick Tile"
-    hand = "fake-input"
+    keySender = "fake-input"
     script = ""
     lends = False
     # Without panels.
@@ -63,7 +63,7 @@ class KWin:
 
 class GnomeShell:
     action = "toggle-tiled-left, toggle-tiled-right"
-    hand = "remote-desktop"
+    keySender = "remote-desktop"
     script = ""
     lends = False
     work_area = MONITORS[0]._replace(y=TOP_BAR, height=MONITORS[0].height - TOP_BAR)
@@ -89,7 +89,7 @@ class GnomeShell:
 
 class Sway:
     action = "resize set, move position"
-    hand = "virtual-keyboard"
+    keySender = "virtual-keyboard"
     script = "exec swaymsg"
     lends = True
 
@@ -124,7 +124,7 @@ class Probe:
         session = measured.desktop.session
         self.log: Path = session.logs / "probe.log"
         self.process = session.start(
-            [probe("WaylandPressLatency"), measured.hand, NAME], "probe",
+            [probe("WaylandPressLatency"), measured.keySender, NAME], "probe",
             stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, bufsize=1,
         )
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CorvidKitCore/Geometry.h"
-#include "Platform/Seam/Toolkit/Popover.h"
 #include "Platform/Seam/Desktop/Screens.h"
+#include "Platform/Seam/Toolkit/Popover.h"
 
 #include <optional>
 #include <span>

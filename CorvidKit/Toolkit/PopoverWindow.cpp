@@ -39,8 +39,8 @@ bool movesFocus(int key) {
 
 } // namespace
 
-PopoverWindow::PopoverWindow(Surroundings surroundings, QQmlEngine& engine, ViewBuilder build)
-    : surroundings(std::move(surroundings))
+PopoverWindow::PopoverWindow(Dependencies dependencies, QQmlEngine& engine, ViewBuilder build)
+    : dependencies(std::move(dependencies))
     , engine(engine)
     , build(std::move(build)) {
 }
@@ -69,7 +69,7 @@ void PopoverWindow::dropWindow() {
 }
 
 bool PopoverWindow::isManaged() const {
-    return surroundings.ownWindows->protocol() == platform::OwnWindows::Protocol::wayland;
+    return dependencies.ownWindows->protocol() == platform::OwnWindows::Protocol::wayland;
 }
 
 bool PopoverWindow::isShown() const {
@@ -115,7 +115,7 @@ bool PopoverWindow::makeFrame() {
 
 PopoverWindow::Anchor PopoverWindow::withPointer(const Anchor& wanted) const {
     if (!wanted.rect && wanted.isAtPointer) {
-        if (const std::optional<CGPoint> pointer = surroundings.ownWindows->pointer()) {
+        if (const std::optional<CGPoint> pointer = dependencies.ownWindows->pointer()) {
             return {.rect = CGRect{*pointer, {0, 0}}, .isAtPointer = true};
         }
     }
@@ -123,15 +123,15 @@ PopoverWindow::Anchor PopoverWindow::withPointer(const Anchor& wanted) const {
 }
 
 void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
-    const auto now = surroundings.mainActor.now();
-    if (isShown() || (keyboardLoss && now - *keyboardLoss < clickTime) || surroundings.ownWindows == nullptr) {
+    const auto now = dependencies.mainActor.now();
+    if (isShown() || (keyboardLoss && now - *keyboardLoss < clickTime) || dependencies.ownWindows == nullptr) {
         return;
     }
     // Asked before anything is made: that may take all the time that one turn has for questions to the desktop.
     anchor = withPointer(newAnchor);
-    activeScreen = anchor->rect ? std::nullopt : surroundings.ownWindows->activeScreen();
-    screens = surroundings.screens.screens();
-    const bool isBlended = surroundings.ownWindows->areBlended();
+    activeScreen = anchor->rect ? std::nullopt : dependencies.ownWindows->activeScreen();
+    screens = dependencies.screens.screens();
+    const bool isBlended = dependencies.ownWindows->areBlended();
     if (!prepare()) {
         return;
     }
@@ -174,7 +174,7 @@ void PopoverWindow::place() {
     followScale();
     QSizeF size(frame->implicitWidth(), frame->implicitHeight());
     const double margin = frame->property("margin").toDouble();
-    if (std::vector<platform::Screen> present = surroundings.screens.screens(); !present.empty()) {
+    if (std::vector<platform::Screen> present = dependencies.screens.screens(); !present.empty()) {
         screens = std::move(present);
     }
     const double primaryTop = screens.empty() ? 0 : screens.front().frame.maxY();
@@ -208,7 +208,7 @@ void PopoverWindow::place() {
     if (!isManaged()) {
         window->setGeometry(QRect(fromPixels(topLeft), size.toSize()));
     }
-    surroundings.ownWindows->place(window->winId(), window->title().toStdString(), topLeft);
+    dependencies.ownWindows->place(window->winId(), window->title().toStdString(), topLeft);
 }
 
 void PopoverWindow::followScale() {
@@ -225,7 +225,7 @@ void PopoverWindow::makeKey() {
     if (!isShown()) {
         return;
     }
-    surroundings.ownWindows->takeKeyboard(window->winId());
+    dependencies.ownWindows->takeKeyboard(window->winId());
     frame->forceActiveFocus(Qt::PopupFocusReason);
 }
 
@@ -234,8 +234,8 @@ void PopoverWindow::holdPointer() {
         return;
     }
     pointerHold.begin();
-    if (surroundings.sessionLock != nullptr) {
-        lockWatch = surroundings.sessionLock->watch([this] { performClose(); });
+    if (dependencies.sessionLock != nullptr) {
+        lockWatch = dependencies.sessionLock->watch([this] { performClose(); });
     }
 }
 
@@ -243,10 +243,10 @@ void PopoverWindow::followKeyboard() {
     // Qt learns late that a window has lost the keyboard. The event may date from before the window was closed and
     // opened again; then the window has the keyboard by now, or is about to.
     if (!window->isActive() && isShown() && behavior == Behavior::transient &&
-        !surroundings.ownWindows->hasKeyboard(window->winId())) {
+        !dependencies.ownWindows->hasKeyboard(window->winId())) {
         performClose();
         if (isManaged()) {
-            keyboardLoss = surroundings.mainActor.now();
+            keyboardLoss = dependencies.mainActor.now();
         }
     }
 }
@@ -258,8 +258,8 @@ void PopoverWindow::expectKeyboard() {
     if (!isManaged() || behavior != Behavior::transient || ++looks > mostLooks) {
         return;
     }
-    pendingLook = surroundings.mainActor.schedule(surroundings.mainActor.now() + pause, pause / 10, [this] {
-        if (surroundings.ownWindows->isKeyboardElsewhere()) {
+    pendingLook = dependencies.mainActor.schedule(dependencies.mainActor.now() + pause, pause / 10, [this] {
+        if (dependencies.ownWindows->isKeyboardElsewhere()) {
             performClose();
         } else {
             expectKeyboard();

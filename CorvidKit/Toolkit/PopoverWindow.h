@@ -1,13 +1,13 @@
 #pragma once
 
+#include "CorvidKit/Toolkit/Dependencies.h"
 #include "CorvidKit/Toolkit/PointerHold.h"
-#include "CorvidKit/Toolkit/Surroundings.h"
 #include "CorvidKit/Toolkit/ViewBuilder.h"
 #include "CorvidKitCore/Geometry.h"
 #include "Platform/Seam/Desktop/MainActor.h"
-#include "Platform/Seam/Toolkit/Popover.h"
 #include "Platform/Seam/Desktop/Screens.h"
 #include "Platform/Seam/Desktop/SessionLock.h"
+#include "Platform/Seam/Toolkit/Popover.h"
 
 #include <QObject>
 #include <QPointer>
@@ -29,7 +29,7 @@ class PopoverWindow final : public QObject, public platform::Popover {
     Q_OBJECT
 
 public:
-    PopoverWindow(Surroundings surroundings, QQmlEngine& engine, ViewBuilder build);
+    PopoverWindow(Dependencies dependencies, QQmlEngine& engine, ViewBuilder build);
     ~PopoverWindow() override;
 
     void setContentView(std::shared_ptr<const platform::View> view) override;
@@ -71,7 +71,7 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     void expectKeyboard();
     [[nodiscard]] bool isOutside(const QPointF& position) const;
 
-    Surroundings surroundings;
+    Dependencies dependencies;
     QQmlEngine& engine;
     ViewBuilder build;
     std::shared_ptr<const platform::View> view;
@@ -86,7 +86,7 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     std::unique_ptr<QQuickWindow> window;
     std::unique_ptr<QQuickItem> frame;
     std::unique_ptr<QQuickItem> content;
-    PointerHold pointerHold{surroundings.mainActor,
+    PointerHold pointerHold{dependencies.mainActor,
                             [this](bool holds) { return window && window->setMouseGrabEnabled(holds); }};
     std::unique_ptr<platform::LockWatch> lockWatch;
     /// The screen whose font scale it follows.

@@ -36,19 +36,19 @@ void choosePlatform(const platform::OwnWindows* ownWindows) {
 
 } // namespace
 
-std::unique_ptr<QuickToolkit> QuickToolkit::start(const Surroundings& surroundings, const ViewBuilder& build,
+std::unique_ptr<QuickToolkit> QuickToolkit::start(const Dependencies& dependencies, const ViewBuilder& build,
                                                   const OpenPanelFactory& makePanel) {
-    choosePlatform(surroundings.ownWindows);
-    auto toolkit = std::make_unique<QuickToolkit>(surroundings, build, makePanel);
-    if (surroundings.ownWindows != nullptr && QGuiApplication::platformName() == QStringLiteral("offscreen")) {
+    choosePlatform(dependencies.ownWindows);
+    auto toolkit = std::make_unique<QuickToolkit>(dependencies, build, makePanel);
+    if (dependencies.ownWindows != nullptr && QGuiApplication::platformName() == QStringLiteral("offscreen")) {
         return nullptr;
     }
     return toolkit;
 }
 
-QuickToolkit::QuickToolkit(const Surroundings& surroundings, const ViewBuilder& build,
+QuickToolkit::QuickToolkit(const Dependencies& dependencies, const ViewBuilder& build,
                            const OpenPanelFactory& makePanel)
-    : surroundings(surroundings) {
+    : dependencies(dependencies) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     // Qt 6.8 complains where a compositor says twice that a window has lost the keyboard, as GNOME Shell and sway do.
@@ -61,14 +61,14 @@ QuickToolkit::QuickToolkit(const Surroundings& surroundings, const ViewBuilder& 
     QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     loadFonts();
-    if (surroundings.ownWindows == nullptr) {
+    if (dependencies.ownWindows == nullptr) {
         Environment::setFontFamily(keyFontFamily);
     }
-    translators = loadTranslations(surroundings.languages);
+    translators = loadTranslations(dependencies.languages);
     engine = std::make_unique<QQmlEngine>();
     engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
     followAppearance();
-    hanging = std::make_unique<PopoverWindow>(surroundings, *engine, build);
+    hanging = std::make_unique<PopoverWindow>(dependencies, *engine, build);
     // The popover would close anyway when the panel takes the keyboard focus; it opens again to show the additions.
     panel = makePanel(*engine, {.opening = [this] { hanging->performClose(); },
                                 .closed =
@@ -81,23 +81,23 @@ QuickToolkit::QuickToolkit(const Surroundings& surroundings, const ViewBuilder& 
 }
 
 QuickToolkit::~QuickToolkit() {
-    surroundings.appearance.follow([] {});
+    dependencies.appearance.follow([] {});
 }
 
 void QuickToolkit::followAppearance() {
     const auto take = [this] {
         Environment& environment = Environment::of(*engine);
-        environment.setDark(surroundings.appearance.colorScheme() == platform::ColorScheme::dark);
-        environment.setReducesMotion(surroundings.appearance.reducesMotion());
+        environment.setDark(dependencies.appearance.colorScheme() == platform::ColorScheme::dark);
+        environment.setReducesMotion(dependencies.appearance.reducesMotion());
     };
-    if (surroundings.ownWindows != nullptr) {
-        surroundings.appearance.follow(take);
+    if (dependencies.ownWindows != nullptr) {
+        dependencies.appearance.follow(take);
     }
     take();
 }
 
 void QuickToolkit::run() {
-    const LoopPump pump(surroundings.mainLoop);
+    const LoopPump pump(dependencies.mainLoop);
     QGuiApplication::exec();
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "CorvidKit/Toolkit/Dependencies.h"
 #include "CorvidKit/Toolkit/ImageRenderer.h"
 #include "CorvidKit/Toolkit/LoopPump.h"
 #include "CorvidKit/Toolkit/OpenPanelFactory.h"
 #include "CorvidKit/Toolkit/PopoverWindow.h"
-#include "CorvidKit/Toolkit/Surroundings.h"
 #include "CorvidKit/Toolkit/ViewBuilder.h"
 #include "Platform/Seam/Toolkit/Toolkit.h"
 
@@ -20,10 +20,10 @@ namespace corvid::toolkit {
 class QuickToolkit final : public platform::Toolkit {
 public:
     /// Null where Qt cannot connect to the desktop.
-    [[nodiscard]] static std::unique_ptr<QuickToolkit> start(const Surroundings& surroundings, const ViewBuilder& build,
+    [[nodiscard]] static std::unique_ptr<QuickToolkit> start(const Dependencies& dependencies, const ViewBuilder& build,
                                                              const OpenPanelFactory& makePanel);
 
-    QuickToolkit(const Surroundings& surroundings, const ViewBuilder& build, const OpenPanelFactory& makePanel);
+    QuickToolkit(const Dependencies& dependencies, const ViewBuilder& build, const OpenPanelFactory& makePanel);
     ~QuickToolkit() override;
 
     [[nodiscard]] platform::Popover& popover() override { return *hanging; }
@@ -37,7 +37,7 @@ public:
 private:
     void followAppearance();
 
-    Surroundings surroundings;
+    Dependencies dependencies;
     std::unique_ptr<QGuiApplication> application;
     std::vector<std::unique_ptr<QTranslator>> translators;
     std::unique_ptr<QQmlEngine> engine;

@@ -6,22 +6,22 @@
 
 namespace platform::compositor {
 
-Accessibility::Accessibility(const WindowTable& table, Door& door, Turn& turn, Placement& placement)
+Accessibility::Accessibility(const WindowTable& table, WindowAccess& access, Turn& turn, Placement& placement)
     : known(table)
-    , door(door)
+    , access(access)
     , turn(turn)
     , placement(placement) {
 }
 
 std::optional<AccessObstacle> Accessibility::obstacle() const {
-    return known.isOpen() ? std::nullopt : std::optional(door.obstacle());
+    return known.isOpen() ? std::nullopt : std::optional(access.obstacle());
 }
 
 bool Accessibility::isProcessTrustedWithPrompt() {
     if (isProcessTrusted()) {
         return true;
     }
-    door.prompt();
+    access.prompt();
     return false;
 }
 
@@ -32,7 +32,7 @@ std::expected<WindowIdentifier, AXError> Accessibility::focusedWindow(ProcessIde
     }
     const std::optional<WindowIdentifier>& focused = table->focused();
     const Window* window = focused ? table->find(*focused) : nullptr;
-    if (window == nullptr || window->clues.process != process || window->kind == WindowKind::furniture) {
+    if (window == nullptr || window->clues.process != process || window->kind == WindowKind::ignored) {
         return std::unexpected(AXError::noValue);
     }
     return *focused;

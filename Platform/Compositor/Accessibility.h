@@ -14,7 +14,7 @@ namespace platform::compositor {
 class Accessibility final : public linux::WindowAccessibility<WindowIdentifier> {
 public:
     /// All outlive this.
-    Accessibility(const WindowTable& table, Door& door, Turn& turn, Placement& placement);
+    Accessibility(const WindowTable& table, WindowAccess& access, Turn& turn, Placement& placement);
 
     /// A door that is closed.
     [[nodiscard]] std::optional<AccessObstacle> obstacle() const override;
@@ -32,7 +32,7 @@ private:
     [[nodiscard]] std::expected<const Window*, AXError> find(const WindowIdentifier& window);
 
     const WindowTable& known;
-    Door& door;
+    WindowAccess& access;
     Turn& turn;
     Placement& placement;
 };

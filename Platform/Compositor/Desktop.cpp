@@ -4,13 +4,13 @@
 
 namespace platform::compositor {
 
-Desktop::Desktop(linux::MainLoop& mainLoop, WindowTable& table, Door& door)
+Desktop::Desktop(linux::MainLoop& mainLoop, WindowTable& table, WindowAccess& access)
     : mainLoop(mainLoop)
     , table(table)
-    , turn(table, door, mainLoop.turnDeadline())
-    , placement(door, turn)
-    , windows(table, door, turn, placement)
-    , own(door, turn)
+    , turn(table, access, mainLoop.turnDeadline())
+    , placement(access, turn)
+    , windows(table, access, turn, placement)
+    , own(access, turn)
     , deliveries(mainLoop)
     , observers(table, deliveries)
     , processes(mainLoop, table, deliveries,

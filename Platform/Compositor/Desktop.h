@@ -2,12 +2,12 @@
 
 #include "Platform/Compositor/Accessibility.h"
 #include "Platform/Compositor/AccessibilityObservers.h"
-#include "Platform/Compositor/Door.h"
 #include "Platform/Compositor/OwnWindows.h"
 #include "Platform/Compositor/Placement.h"
 #include "Platform/Compositor/RunningApplications.h"
 #include "Platform/Compositor/Screens.h"
 #include "Platform/Compositor/Turn.h"
+#include "Platform/Compositor/WindowAccess.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/Compositor/Workspace.h"
 #include "Platform/Linux/Desktop.h"
@@ -45,7 +45,7 @@ public:
 
 protected:
     /// All three outlive this.
-    Desktop(linux::MainLoop& mainLoop, WindowTable& table, Door& door);
+    Desktop(linux::MainLoop& mainLoop, WindowTable& table, WindowAccess& access);
 
     /// Notifies, in a later turn of the loop, that the answer of `Accessibility::obstacle` may have changed. The door's
     /// opening and closing are noticed here.

@@ -10,7 +10,7 @@ namespace platform::compositor {
 
 std::optional<corvid::CGPoint> OwnWindows::pointer() {
     const auto frame = primary();
-    const auto position = frame ? door.pointer() : std::nullopt;
+    const auto position = frame ? access.pointer() : std::nullopt;
     return position ? std::optional(linux::inScreenSpace(*position, *frame)) : std::nullopt;
 }
 
@@ -27,7 +27,7 @@ std::optional<corvid::CGRect> OwnWindows::activeScreen() {
 
 void OwnWindows::place(Number /*window*/, const std::string& title, corvid::CGPoint topLeft) {
     if (const auto frame = primary()) {
-        door.placeOwnWindow(title, linux::fromAccessibilitySpace(topLeft, *frame));
+        access.placeOwnWindow(title, linux::fromAccessibilitySpace(topLeft, *frame));
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Compositor/Door.h"
 #include "Platform/Compositor/Turn.h"
+#include "Platform/Compositor/WindowAccess.h"
 #include "Platform/Seam/Desktop/OwnWindows.h"
 
 namespace platform::compositor {
@@ -10,8 +10,8 @@ namespace platform::compositor {
 /// keyboard focus.
 class OwnWindows final : public platform::OwnWindows {
 public:
-    OwnWindows(Door& door, Turn& turn)
-        : door(door)
+    OwnWindows(WindowAccess& access, Turn& turn)
+        : access(access)
         , turn(turn) {}
 
     [[nodiscard]] Protocol protocol() const override { return Protocol::wayland; }
@@ -33,7 +33,7 @@ private:
     /// The primary output's frame, in the compositor's own space; empty while it is unknown.
     [[nodiscard]] std::optional<corvid::CGRect> primary();
 
-    Door& door;
+    WindowAccess& access;
     Turn& turn;
 };
 

@@ -64,7 +64,7 @@ AXError Placement::carryOut(const Job& job, Instant deadline) {
     }
     const corvid::CGRect frame = wholeFrame(request, present->frame);
     const bool isThere = frame == present->frame && !present->isTiled;
-    return isThere ? AXError::success : door.place(window, frame, deadline);
+    return isThere ? AXError::success : access.place(window, frame, deadline);
 }
 
 } // namespace platform::compositor

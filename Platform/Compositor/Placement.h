@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Compositor/Door.h"
 #include "Platform/Compositor/Turn.h"
+#include "Platform/Compositor/WindowAccess.h"
 #include "Platform/Linux/Windows/PlacementRequest.h"
 
 #include <map>
@@ -17,8 +17,8 @@ using linux::PlacementRequest;
 /// door are in whole points.
 class Placement {
 public:
-    Placement(Door& door, Turn& turn)
-        : door(door)
+    Placement(WindowAccess& access, Turn& turn)
+        : access(access)
         , turn(turn) {}
 
     /// Adds to the requests for a window.
@@ -36,7 +36,7 @@ private:
 
     [[nodiscard]] AXError carryOut(const Job& job, Instant deadline);
 
-    Door& door;
+    WindowAccess& access;
     Turn& turn;
     /// The oldest first, one for each window.
     std::vector<Job> waiting;

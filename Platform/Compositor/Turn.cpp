@@ -5,7 +5,7 @@ namespace platform::compositor {
 const WindowTable* Turn::table() {
     if (!isRead && windows.isOpen()) {
         isRead = true;
-        door.refresh(limit.end());
+        access.refresh(limit.end());
     }
     return windows.isOpen() ? &windows : nullptr;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Compositor/Door.h"
+#include "Platform/Compositor/WindowAccess.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/Linux/Loop/TurnDeadline.h"
 
@@ -11,9 +11,9 @@ namespace platform::compositor {
 class Turn {
 public:
     /// All have to outlive this.
-    Turn(const WindowTable& windows, Door& door, linux::TurnDeadline& limit)
+    Turn(const WindowTable& windows, WindowAccess& access, linux::TurnDeadline& limit)
         : windows(windows)
-        , door(door)
+        , access(access)
         , limit(limit) {}
 
     /// A new turn: what was read is read again.
@@ -27,7 +27,7 @@ public:
 
 private:
     const WindowTable& windows;
-    Door& door;
+    WindowAccess& access;
     linux::TurnDeadline& limit;
     bool isRead = false;
 };

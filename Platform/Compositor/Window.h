@@ -16,7 +16,7 @@ using linux::WindowKind;
 /// A compositor's data on one window.
 struct Window {
     linux::ApplicationClues clues;
-    WindowKind kind = WindowKind::furniture;
+    WindowKind kind = WindowKind::ignored;
     /// Whether it has no entry in task bars.
     bool skipsTaskBars = false;
     bool isFullscreen = false;

@@ -18,7 +18,7 @@ void WindowTable::setFollower(Follower& told) {
 }
 
 void WindowTable::open(Contents contents) {
-    const bool wasOpen = std::exchange(doorIsOpen, true);
+    const bool wasOpen = std::exchange(accessIsOpen, true);
     std::set<WindowIdentifier> present;
     for (const auto& [identifier, window] : contents.windows) {
         present.insert(identifier);
@@ -44,7 +44,7 @@ void WindowTable::open(Contents contents) {
 
 void WindowTable::close() {
     focusedWindow.reset();
-    if (std::exchange(doorIsOpen, false) && doorChanged) {
+    if (std::exchange(accessIsOpen, false) && doorChanged) {
         doorChanged();
     }
 }

@@ -68,7 +68,7 @@ public:
 
     // For all readers.
 
-    [[nodiscard]] bool isOpen() const { return doorIsOpen; }
+    [[nodiscard]] bool isOpen() const { return accessIsOpen; }
 
     /// Null for an unknown window.
     [[nodiscard]] const Window* find(const WindowIdentifier& identifier) const;
@@ -101,7 +101,7 @@ private:
 
     Follower* follower = nullptr;
     std::function<void()> doorChanged;
-    bool doorIsOpen = false;
+    bool accessIsOpen = false;
     std::map<WindowIdentifier, Entry> entries;
     std::optional<WindowIdentifier> focusedWindow;
     std::vector<Output> presentOutputs;

@@ -16,22 +16,22 @@ std::vector<std::filesystem::path> dataFolders() {
 
 } // namespace
 
-Ground::Ground(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder)
+ShellParts::ShellParts(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder)
     : bus(mainLoop)
     , link(mainLoop, bus)
     , extension(link, ExtensionFiles(extensionFolder, dataFolders()),
                 ExtensionRecord(linux::BaseFolders::ofThisProcess().userState))
-    , door(link, table,
-           {.show = [this] { extension.switchOn(); },
-            .obstacle = [this] { return extension.obstacle().value_or(Extension::silence()); }}) {
+    , access(link, table,
+             {.show = [this] { extension.switchOn(); },
+              .obstacle = [this] { return extension.obstacle().value_or(Extension::silence()); }}) {
 }
 
 Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
-    : Ground(mainLoop, folders.extension)
-    , compositor::Desktop(mainLoop, Ground::table, door)
+    : ShellParts(mainLoop, folders.extension)
+    , compositor::Desktop(mainLoop, ShellParts::table, access)
     , hotKeys(mainLoop, link)
     , holders(mainLoop, link)
-    , topBar(mainLoop, link, Ground::table, folders.icons.string())
+    , topBar(mainLoop, link, ShellParts::table, folders.icons.string())
     , bell(link) {
     extension.onChange([this] { announceAccess(); });
     // So that the first question for trust has an answer.

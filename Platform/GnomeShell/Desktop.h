@@ -1,13 +1,13 @@
 #pragma once
 
 #include "Platform/Compositor/Desktop.h"
-#include "Platform/GnomeShell/Door.h"
 #include "Platform/GnomeShell/Extension.h"
 #include "Platform/GnomeShell/HotKeys.h"
 #include "Platform/GnomeShell/ShellBell.h"
 #include "Platform/GnomeShell/ShellHolders.h"
 #include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/GnomeShell/TopBar.h"
+#include "Platform/GnomeShell/WindowAccess.h"
 #include "Platform/Linux/Bus/SessionBus.h"
 
 #include <filesystem>
@@ -16,18 +16,18 @@
 namespace platform::gnomeshell {
 
 /// The members that live longer than the rest of the desktop.
-struct Ground {
-    Ground(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder);
+struct ShellParts {
+    ShellParts(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder);
 
     linux::SessionBus bus;
     ShellLink link;
     compositor::WindowTable table;
     Extension extension;
-    Door door;
+    WindowAccess access;
 };
 
 /// GNOME Shell on Wayland. Our own extension gives access to windows, keys and the item in the top bar.
-class Desktop final : private Ground, public compositor::Desktop {
+class Desktop final : private ShellParts, public compositor::Desktop {
 public:
     struct Folders {
         /// The forms of the extension, "legacy" and "esm".

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/AccessObstacle.h"
 #include "Platform/GnomeShell/ExtensionFiles.h"
 #include "Platform/GnomeShell/ExtensionRecord.h"
 #include "Platform/GnomeShell/ShellLink.h"
+#include "Platform/Seam/Desktop/AccessObstacle.h"
 
 #include <functional>
 #include <optional>

@@ -35,7 +35,7 @@ WindowKind kindOf(const Json& object) {
     if (kind == "standard") {
         return WindowKind::standard;
     }
-    return kind == "auxiliary" ? WindowKind::auxiliary : WindowKind::furniture;
+    return kind == "auxiliary" ? WindowKind::auxiliary : WindowKind::ignored;
 }
 
 std::optional<std::pair<WindowIdentifier, Window>> windowOf(const Json& object) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/Beep.h"
 #include "Platform/GnomeShell/ShellLink.h"
+#include "Platform/Seam/Desktop/Beep.h"
 
 namespace platform::gnomeshell {
 

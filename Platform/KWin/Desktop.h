@@ -2,8 +2,8 @@
 
 #include "Platform/Compositor/Desktop.h"
 #include "Platform/KWin/AccelHolders.h"
-#include "Platform/KWin/Door.h"
 #include "Platform/KWin/HotKeys.h"
+#include "Platform/KWin/WindowAccess.h"
 #include "Platform/Linux/Services/SoundThemeBeep.h"
 
 #include <filesystem>
@@ -19,7 +19,7 @@ struct DesktopParts {
     /// A connection of its own, because a placement reads it while it waits.
     linux::SessionBus bus;
     compositor::WindowTable table;
-    Door door;
+    WindowAccess access;
     HotKeys hotKeys;
     AccelHolders holders;
 };

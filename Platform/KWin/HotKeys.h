@@ -5,8 +5,8 @@
 #include "Platform/Linux/Bus/NameOwner.h"
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/HotKeys/HandledHotKeys.h"
-#include "Platform/Linux/Loop/LaterWork.h"
 #include "Platform/Linux/Log/Log.h"
+#include "Platform/Linux/Loop/LaterWork.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 
 #include <cstdint>
@@ -64,7 +64,6 @@ public:
 
     /// The action that a combination is borrowed from; null if it is not borrowed.
     [[nodiscard]] const AccelAction* lender(std::int32_t key) const;
-
 
 private:
     struct Registered {

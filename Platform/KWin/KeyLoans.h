@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/HotKeyEvents.h"
 #include "Platform/KWin/GlobalAccel.h"
 #include "Platform/KWin/KeyLoan.h"
 #include "Platform/Linux/Log/Log.h"
+#include "Platform/Seam/Desktop/HotKeyEvents.h"
 
 #include <cstdint>
 #include <optional>

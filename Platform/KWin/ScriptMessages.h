@@ -1,9 +1,9 @@
 #pragma once
 
 #include "CorvidKitCore/Geometry.h"
-#include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/Compositor/Window.h"
 #include "Platform/Compositor/WindowTable.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "Platform/Linux/Applications/ApplicationIdentification.h"
+#include "Platform/Linux/Services/AppearanceSource.h"
+#include "Platform/Linux/Tray/TrayPlace.h"
 #include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/Seam/Desktop/AccessibilityObserver.h"
 #include "Platform/Seam/Desktop/ApplicationCatalogue.h"
 #include "Platform/Seam/Desktop/Beep.h"
 #include "Platform/Seam/Desktop/HotKeyEvents.h"
-#include "Platform/Linux/Services/AppearanceSource.h"
-#include "Platform/Linux/Applications/ApplicationIdentification.h"
-#include "Platform/Linux/Tray/TrayPlace.h"
 #include "Platform/Seam/Desktop/OwnWindows.h"
 #include "Platform/Seam/Desktop/RunningApplications.h"
 #include "Platform/Seam/Desktop/Screens.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Simulated/Trace.h"
 #include "Platform/Seam/Desktop/StatusItem.h"
+#include "Platform/Simulated/Trace.h"
 
 #include <cstddef>
 #include <memory>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Platform/Seam/Desktop/ThisApplication.h"
 #include "Platform/Simulated/MainActor.h"
 #include "Platform/Simulated/Trace.h"
-#include "Platform/Seam/Desktop/ThisApplication.h"
 
 #include <functional>
 #include <utility>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Platform/Seam/Desktop/Workspace.h"
 #include "Platform/Simulated/Applications.h"
 #include "Platform/Simulated/Trace.h"
-#include "Platform/Seam/Desktop/Workspace.h"
 
 #include <optional>
 

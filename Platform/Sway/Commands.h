@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CorvidKitCore/Geometry.h"
-#include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/Compositor/Window.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
 
 #include <string>
 

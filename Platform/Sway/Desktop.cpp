@@ -21,12 +21,12 @@ constexpr std::chrono::milliseconds endingLeeway{500};
 
 DesktopParts::DesktopParts(linux::MainLoop& mainLoop, const std::string& socketPath)
     : session(mainLoop, socketPath)
-    , door(session, windowTable, mainLoop, ::getpid()) {
+    , access(session, windowTable, mainLoop, ::getpid()) {
 }
 
 Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
     : DesktopParts(mainLoop, socketPath)
-    , compositor::Desktop(mainLoop, windowTable, door)
+    , compositor::Desktop(mainLoop, windowTable, access)
     , mainLoop(mainLoop)
     , socketPath(socketPath)
     , lastCommands(socketPath)

@@ -5,10 +5,10 @@
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Services/SoundThemeBeep.h"
 #include "Platform/Sway/ConfigurationHolders.h"
-#include "Platform/Sway/Door.h"
 #include "Platform/Sway/HotKeys.h"
 #include "Platform/Sway/LastCommands.h"
 #include "Platform/Sway/Session.h"
+#include "Platform/Sway/WindowAccess.h"
 
 #include <chrono>
 #include <memory>
@@ -23,7 +23,7 @@ struct DesktopParts {
 
     compositor::WindowTable windowTable;
     Session session;
-    Door door;
+    WindowAccess access;
 };
 
 /// A sway desktop. When its socket has had no listener for a while, sway counts as gone and the loop ends.

@@ -31,14 +31,14 @@ LastCommands::LastCommands(std::string socketPath)
 
 void LastCommands::set(const std::string& commands) {
     if (commands.empty()) {
-        if (way) {
+        if (pipe) {
             static_cast<void>(send(commands));
-            way = {};
+            pipe = {};
         }
         return;
     }
     // Another program may have ended the shell.
-    if ((!way || !send(commands)) && start()) {
+    if ((!pipe || !send(commands)) && start()) {
         static_cast<void>(send(commands));
     }
 }
@@ -47,22 +47,22 @@ bool LastCommands::start() {
     std::array<int, 2> ends{};
     // Not a pipe: a write to one without a reader would end this program.
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
-        way = {};
+        pipe = {};
         return false;
     }
-    way = linux::FileDescriptor(ends[0]);
+    pipe = linux::FileDescriptor(ends[0]);
     const linux::FileDescriptor theirs(ends[1]);
     const auto messenger = linux::ExecLine::locate("swaymsg", linux::programSearchPath());
     if (!messenger || !linux::startProgram("sh", {"-c", script, socketPath, *messenger}, theirs.get())) {
-        way = {};
+        pipe = {};
     }
-    return static_cast<bool>(way);
+    return static_cast<bool>(pipe);
 }
 
 bool LastCommands::send(const std::string& commands) {
     const std::string line = commands + "\n";
     // A few kilobytes at most; the socket's buffer is about a hundred.
-    return ::send(way.get(), line.data(), line.size(), MSG_NOSIGNAL | MSG_DONTWAIT) ==
+    return ::send(pipe.get(), line.data(), line.size(), MSG_NOSIGNAL | MSG_DONTWAIT) ==
            static_cast<ssize_t>(line.size());
 }
 

@@ -24,7 +24,7 @@ private:
 
     std::string socketPath;
     /// The shell's input; none while there is no shell.
-    linux::FileDescriptor way;
+    linux::FileDescriptor pipe;
 };
 
 } // namespace platform::sway

@@ -26,7 +26,7 @@ std::expected<xcb_window_t, AXError> Accessibility::focusedWindow(ProcessIdentif
     if (!active) {
         return std::unexpected(active.error());
     }
-    if ((*active)->process != process || (*active)->kind == WindowKind::furniture) {
+    if ((*active)->process != process || (*active)->kind == WindowKind::ignored) {
         return std::unexpected(AXError::noValue);
     }
     return root->activeWindow;
@@ -69,7 +69,7 @@ std::expected<WindowKind, AXError> Accessibility::kind(const xcb_window_t& windo
         return std::unexpected(present ? AXError::cannotComplete : present.error());
     }
     const bool isManaged = std::ranges::find(root->clients, window) != root->clients.end();
-    return isManaged ? (*present)->kind : WindowKind::furniture;
+    return isManaged ? (*present)->kind : WindowKind::ignored;
 }
 
 std::expected<corvid::CGRect, AXError> Accessibility::frame(const xcb_window_t& window) {

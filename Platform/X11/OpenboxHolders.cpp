@@ -1,9 +1,9 @@
 #include "Platform/X11/OpenboxHolders.h"
 
 #include "Platform/Linux/Files/BaseFolders.h"
+#include "Platform/Linux/Files/RegularFile.h"
 #include "Platform/Linux/Holders/LaterAnswer.h"
 #include "Platform/Linux/Holders/OpenboxBindings.h"
-#include "Platform/Linux/Files/RegularFile.h"
 #include "Platform/X11/PropertyValue.h"
 
 #include <algorithm>

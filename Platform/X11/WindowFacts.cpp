@@ -36,14 +36,14 @@ std::optional<WindowKind> kindOfType(const AtomTable& atoms, xcb_atom_t type) {
         KnownType{Atom::netWmWindowTypeToolbar, WindowKind::auxiliary},
         KnownType{Atom::netWmWindowTypeMenu, WindowKind::auxiliary},
         KnownType{Atom::netWmWindowTypeSplash, WindowKind::auxiliary},
-        KnownType{Atom::netWmWindowTypeDesktop, WindowKind::furniture},
-        KnownType{Atom::netWmWindowTypeDock, WindowKind::furniture},
-        KnownType{Atom::netWmWindowTypeDropdownMenu, WindowKind::furniture},
-        KnownType{Atom::netWmWindowTypePopupMenu, WindowKind::furniture},
-        KnownType{Atom::netWmWindowTypeTooltip, WindowKind::furniture},
-        KnownType{Atom::netWmWindowTypeNotification, WindowKind::furniture},
-        KnownType{Atom::netWmWindowTypeCombo, WindowKind::furniture},
-        KnownType{Atom::netWmWindowTypeDnd, WindowKind::furniture},
+        KnownType{Atom::netWmWindowTypeDesktop, WindowKind::ignored},
+        KnownType{Atom::netWmWindowTypeDock, WindowKind::ignored},
+        KnownType{Atom::netWmWindowTypeDropdownMenu, WindowKind::ignored},
+        KnownType{Atom::netWmWindowTypePopupMenu, WindowKind::ignored},
+        KnownType{Atom::netWmWindowTypeTooltip, WindowKind::ignored},
+        KnownType{Atom::netWmWindowTypeNotification, WindowKind::ignored},
+        KnownType{Atom::netWmWindowTypeCombo, WindowKind::ignored},
+        KnownType{Atom::netWmWindowTypeDnd, WindowKind::ignored},
     };
     const auto* known =
         std::ranges::find_if(knownTypes, [&](const KnownType& entry) { return atoms[entry.name] == type; });

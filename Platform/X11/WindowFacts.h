@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/Linux/Windows/WindowKind.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/FrameGeometry.h"
 #include "Platform/X11/SizeHints.h"

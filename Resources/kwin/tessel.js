@@ -60,11 +60,11 @@ function identifier(window) {
 
 // Empty for anything that is no window for its user: it is never reported.
 function kind(window) {
-    const furniture = [
+    const ignored = [
         "desktopWindow", "dock", "notification", "criticalNotification", "onScreenDisplay", "tooltip", "popupMenu",
         "dropdownMenu", "comboBox", "dndIcon", "popupWindow", "appletPopup", "outline", "inputMethod", "deleted"
     ];
-    if (window.managed === false || furniture.some((name) => window[name])) {
+    if (window.managed === false || ignored.some((name) => window[name])) {
         return "";
     }
     return window.normalWindow && !window.transient ? "standard" : "auxiliary";

@@ -5,8 +5,8 @@
 
 /// The program calls this when it first needs the toolkit (see `MenuPlugin`).
 extern "C" [[gnu::visibility("default")]] platform::Toolkit*
-tesselStartToolkit(const corvid::toolkit::Surroundings& surroundings) {
-    return corvid::toolkit::QuickToolkit::start(surroundings, tessel::makeItem,
+tesselStartToolkit(const corvid::toolkit::Dependencies& dependencies) {
+    return corvid::toolkit::QuickToolkit::start(dependencies, tessel::makeItem,
                                                 [](QQmlEngine& engine, corvid::toolkit::OpenPanelHooks hooks) {
                                                     return std::make_unique<tessel::ApplicationPanel>(engine,
                                                                                                       std::move(hooks));

@@ -95,10 +95,10 @@ corvid::MenuBarApp::Parts ResidentProgram::launch() {
     auto menuBar = corvid::MenuBarController::make("Tessel", std::make_shared<MenuView>(state), popover,
                                                    state.objectWillChange(), menuBarSymbol(state));
     statusMenu.emplace(state, menuBar->statusItem(),
-                       StatusMenu::Surroundings{.mainActor = foundation.mainLoop,
-                                                .localization = foundation.localization,
-                                                .application = application,
-                                                .open = openPopover});
+                       StatusMenu::Context{.mainActor = foundation.mainLoop,
+                                           .localization = foundation.localization,
+                                           .application = application,
+                                           .open = openPopover});
     programFile.onChange([this] { statusMenu->update(); });
     followStatus(state);
     entries.onChange([&state] { state.applicationsChanged(); });
@@ -123,7 +123,7 @@ void ResidentProgram::followStatus(AppState& state) {
 }
 
 void ResidentProgram::serveRequests(AppState& state) {
-    remoteControl.emplace(state, RemoteControl::Surroundings{
+    remoteControl.emplace(state, RemoteControl::Context{
                                      .version = TESSEL_VERSION,
                                      .localization = foundation.localization,
                                      .application = application,

@@ -1,8 +1,8 @@
 #include "Tessel/Wiring/SessionFacts.h"
 
-#include "Platform/Linux/Files/BaseFolders.h"
 #include "Platform/Linux/Bus/BusNames.h"
 #include "Platform/Linux/Bus/SessionBus.h"
+#include "Platform/Linux/Files/BaseFolders.h"
 #include "Platform/Linux/Files/LocalSocket.h"
 #include "Platform/X11/Desktop.h"
 

@@ -2,8 +2,8 @@
 
 #include "CorvidKitCore/PreferredLocalizations.h"
 #include "Platform/Linux/Files/BaseFolders.h"
-#include "Platform/Linux/Text/Languages.h"
 #include "Platform/Linux/Program/ProgramFolder.h"
+#include "Platform/Linux/Text/Languages.h"
 
 #include <system_error>
 

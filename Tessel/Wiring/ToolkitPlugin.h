@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CorvidKit/Toolkit/Surroundings.h"
+#include "CorvidKit/Toolkit/Dependencies.h"
 #include "Platform/Linux/Program/PluginFile.h"
 #include "Platform/Seam/Toolkit/Toolkit.h"
 
@@ -10,6 +10,6 @@ namespace tessel {
 
 /// Loads the interface's plugin and starts the toolkit in it; null, and a line in the log, if that fails.
 [[nodiscard]] std::unique_ptr<platform::Toolkit> startToolkit(platform::linux::PluginFile& plugin,
-                                                              const corvid::toolkit::Surroundings& surroundings);
+                                                              const corvid::toolkit::Dependencies& dependencies);
 
 } // namespace tessel

@@ -1,8 +1,8 @@
 #include "CorvidKit/HotKeys.h"
 #include "CorvidKit/MenuBarController.h"
+#include "Platform/Seam/Toolkit/View.h"
 #include "Platform/Simulated/Desktop.h"
 #include "Platform/Simulated/Popover.h"
-#include "Platform/Seam/Toolkit/View.h"
 #include "Tessel/AppState.h"
 #include "Tessel/MenuBarSymbol.h"
 

@@ -24,12 +24,12 @@ protected:
     RemoteControl& control() {
         if (!made) {
             state.emplace(desktop.standardUserDefaults, false, dispatcher);
-            made.emplace(*state, RemoteControl::Surroundings{.version = "1.2",
-                                                             .localization = desktop.localization,
-                                                             .application = desktop.thisApplication,
-                                                             .backend = [] { return std::string("Simulated"); },
-                                                             .caution = [this] { return caution; },
-                                                             .open = [this] { calls.emplace_back("open"); }});
+            made.emplace(*state, RemoteControl::Context{.version = "1.2",
+                                                        .localization = desktop.localization,
+                                                        .application = desktop.thisApplication,
+                                                        .backend = [] { return std::string("Simulated"); },
+                                                        .caution = [this] { return caution; },
+                                                        .open = [this] { calls.emplace_back("open"); }});
         }
         return *made;
     }

@@ -33,10 +33,10 @@ protected:
     std::unique_ptr<platform::StatusItem> item = desktop.statusBar.createStatusItem("Item-0");
     int opened = 0;
     std::optional<StatusMenu> menu{std::in_place, state, *item,
-                                   StatusMenu::Surroundings{.mainActor = desktop.mainActor,
-                                                            .localization = desktop.localization,
-                                                            .application = desktop.thisApplication,
-                                                            .open = [this] { ++opened; }}};
+                                   StatusMenu::Context{.mainActor = desktop.mainActor,
+                                                       .localization = desktop.localization,
+                                                       .application = desktop.thisApplication,
+                                                       .open = [this] { ++opened; }}};
 };
 
 TEST_F(StatusMenuOfAnItem, SaysHowTheProgramStandsAndWhatCanBeDone) {

@@ -1,6 +1,6 @@
 // A window on Wayland that presses keys and reports the time until it had its new size.
 //
-// usage: WaylandPressLatency HAND NAME    (the hands: Hand.h)
+// usage: WaylandPressLatency SENDER NAME    (the hands: KeySender.h)
 //
 // Reads a line at a time from standard input and answers each with one:
 //   resize KEY    presses Control, Alt and the key; answers with microseconds, microseconds, width and height: from the
@@ -11,7 +11,7 @@
 //
 // There is one process and one clock: the process that presses owns the window that the compositor configures.
 
-#include "Benchmarks/Probes/Wayland/Hand.h"
+#include "Benchmarks/Probes/Wayland/KeySender.h"
 #include "Benchmarks/Probes/Wayland/Window.h"
 
 #include <linux/input-event-codes.h>
@@ -31,7 +31,7 @@ namespace {
 using benchmarks::Clock;
 using benchmarks::fail;
 using benchmarks::wayland::Connection;
-using benchmarks::wayland::Hand;
+using benchmarks::wayland::KeySender;
 using benchmarks::wayland::Size;
 using benchmarks::wayland::Window;
 
@@ -53,7 +53,7 @@ class Presser {
 public:
     Presser(std::string_view kind, const char* name)
         : window(connection, name, natural)
-        , hand(handOf(kind, connection)) {}
+        , keySender(keySenderOf(kind, connection)) {}
 
     void serve() {
         std::array<char, 64> line{};
@@ -98,16 +98,16 @@ private:
     Clock::time_point press(unsigned key, const Condition& hasHappened) {
         untilCalm();
         for (const unsigned modifier : modifierKeys) {
-            hand->move(modifier, true);
+            keySender->move(modifier, true);
         }
         until([this] { return (window.modifiers() & controlAndAlt) == controlAndAlt; },
               "the window does not have the keyboard");
         const Clock::time_point start = Clock::now();
-        hand->move(key, true);
+        keySender->move(key, true);
         until(hasHappened, "a press had no effect");
-        hand->move(key, false);
+        keySender->move(key, false);
         for (const unsigned modifier : modifierKeys | std::views::reverse) {
-            hand->move(modifier, false);
+            keySender->move(modifier, false);
         }
         until([this] { return (window.modifiers() & controlAndAlt) == 0; }, "the window has lost the keyboard");
         return start;
@@ -139,7 +139,7 @@ private:
 
     Connection connection;
     Window window;
-    std::unique_ptr<Hand> hand;
+    std::unique_ptr<KeySender> keySender;
     std::chrono::microseconds phase{};
 };
 
@@ -147,7 +147,7 @@ private:
 
 int main(int argumentCount, char** arguments) {
     if (argumentCount != 3) {
-        fail("usage: WaylandPressLatency HAND NAME");
+        fail("usage: WaylandPressLatency SENDER NAME");
     }
     Presser(arguments[1], arguments[2]).serve();
 }

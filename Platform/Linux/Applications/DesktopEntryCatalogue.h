@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/ApplicationCatalogue.h"
 #include "Platform/Linux/Applications/DesktopEntries.h"
+#include "Platform/Seam/Desktop/ApplicationCatalogue.h"
 
 namespace platform::linux {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Seam/Requests/ControlRequests.h"
 #include "Platform/Linux/Bus/SessionBus.h"
+#include "Platform/Seam/Requests/ControlRequests.h"
 
 namespace platform::linux {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Platform/Seam/Requests/ControlRequests.h"
 #include "Platform/Linux/Applications/FolderWatch.h"
 #include "Platform/Linux/Control/SingleInstance.h"
 #include "Platform/Linux/Loop/MainLoop.h"
+#include "Platform/Seam/Requests/ControlRequests.h"
 
 #include <chrono>
 #include <cstddef>

@@ -11,7 +11,7 @@ namespace platform::linux {
 std::expected<SingleInstance, SessionRefusal> claimSession(const Session& session) {
     const auto deadline = std::chrono::steady_clock::now() + ControlClient::patience;
     for (;;) {
-        std::expected<SingleInstance, SingleInstance::Hindrance> instance = SingleInstance::acquire(session);
+        std::expected<SingleInstance, SingleInstance::Refusal> instance = SingleInstance::acquire(session);
         if (instance) {
             return *std::move(instance);
         }

@@ -20,7 +20,7 @@ namespace {
 
 constexpr const char* lockEnding = ".lock";
 
-using Hindrance = SingleInstance::Hindrance;
+using Refusal = SingleInstance::Refusal;
 
 FileDescriptor newSocket() {
     return FileDescriptor{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)};
@@ -32,13 +32,13 @@ bool listenAt(const FileDescriptor& socket, const SocketAddress& address) {
            ::listen(socket.get(), mostWaiting) == 0;
 }
 
-std::unexpected<Hindrance> failure() {
+std::unexpected<Refusal> failure() {
     return std::unexpected(
-        Hindrance{.reason = "cannot make the control socket: " + std::generic_category().message(errno)});
+        Refusal{.reason = "cannot make the control socket: " + std::generic_category().message(errno)});
 }
 
-std::unexpected<Hindrance> taken() {
-    return std::unexpected(Hindrance{.isTaken = true, .reason = "already running in this session, but not answering"});
+std::unexpected<Refusal> taken() {
+    return std::unexpected(Refusal{.isTaken = true, .reason = "already running in this session, but not answering"});
 }
 
 /// The user of the process at the other end.
@@ -54,7 +54,7 @@ std::optional<uid_t> peerUser(int descriptor) {
 /// The socket and the lock that protects it. In a folder, the files are removed with it.
 class SingleInstance::Place {
 public:
-    using Taken = std::expected<void, Hindrance>;
+    using Taken = std::expected<void, Refusal>;
 
     /// Call it once. After a failure, destroy this.
     [[nodiscard]] Taken take(const Session& wanted) {
@@ -128,9 +128,9 @@ private:
         const bool isConnected = probe && ::connect(probe.get(), address.get(), address.size()) == 0;
         const std::optional<uid_t> user = isConnected ? peerUser(probe.get()) : std::nullopt;
         if (user && *user != ::getuid()) {
-            return std::unexpected(Hindrance{.reason = "a process of another user (uid " + std::to_string(*user) +
-                                                       ") has taken the name of this session's control socket; "
-                                                       "XDG_RUNTIME_DIR names no folder to keep it in"});
+            return std::unexpected(Refusal{.reason = "a process of another user (uid " + std::to_string(*user) +
+                                                     ") has taken the name of this session's control socket; "
+                                                     "XDG_RUNTIME_DIR names no folder to keep it in"});
         }
         return taken();
     }
@@ -143,7 +143,7 @@ private:
     std::optional<FileIdentity> socketFile;
 };
 
-std::expected<SingleInstance, Hindrance> SingleInstance::acquire(const Session& session) {
+std::expected<SingleInstance, Refusal> SingleInstance::acquire(const Session& session) {
     auto place = std::make_unique<Place>();
     if (Place::Taken taken = place->take(session); !taken) {
         return std::unexpected(std::move(taken.error()));
@@ -172,7 +172,7 @@ bool SingleInstance::isInFolder() const {
     return place && place->isInFolder();
 }
 
-std::expected<void, Hindrance> SingleInstance::renew() {
+std::expected<void, Refusal> SingleInstance::renew() {
     place.reset();
     auto renewed = std::make_unique<Place>();
     Place::Taken taken = renewed->take(session);

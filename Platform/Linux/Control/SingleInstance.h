@@ -23,7 +23,7 @@ namespace platform::linux {
 class SingleInstance {
 public:
     /// Why the right cannot be had.
-    struct Hindrance {
+    struct Refusal {
         /// Whether the holder may be a Tessel of this user, which can be asked.
         bool isTaken = false;
         /// A sentence without its full stop.
@@ -31,7 +31,7 @@ public:
     };
 
     /// Takes the right for a session.
-    [[nodiscard]] static std::expected<SingleInstance, Hindrance> acquire(const Session& session);
+    [[nodiscard]] static std::expected<SingleInstance, Refusal> acquire(const Session& session);
 
     /// A connection to the holder of a session's right, not blocking. The error is an errno: ECONNREFUSED or ENOENT
     /// without a holder, EPERM if a process of another user has its name, EAGAIN if the holder does not accept the
@@ -53,7 +53,7 @@ public:
 
     /// Takes the right again, at the place where other programs search for it now. The listening socket is another one
     /// afterwards.
-    [[nodiscard]] std::expected<void, Hindrance> renew();
+    [[nodiscard]] std::expected<void, Refusal> renew();
 
     /// The folder whose changes may have made this unreachable, or reachable in another place; empty: none.
     [[nodiscard]] std::string folder() const;

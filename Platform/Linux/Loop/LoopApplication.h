@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Platform/Linux/Files/RegularFile.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Program/ProgramFile.h"
-#include "Platform/Linux/Files/RegularFile.h"
 #include "Platform/Seam/Desktop/ThisApplication.h"
 
 #include <cstdlib>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/HostedLoop.h"
 #include "Platform/Linux/Loop/TurnDeadline.h"
+#include "Platform/Seam/Desktop/HostedLoop.h"
 #include "Platform/Seam/Desktop/MainActor.h"
 
 #include <systemd/sd-event.h>

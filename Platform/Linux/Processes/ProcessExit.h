@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/Linux/Files/FileDescriptor.h"
 #include "Platform/Linux/Loop/MainLoop.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
 
 #include <functional>
 #include <memory>

@@ -1,8 +1,8 @@
 #include "Platform/Linux/Program/ProgramFile.h"
 
-#include "Platform/Linux/Program/ElfNote.h"
 #include "Platform/Linux/Files/FileIdentity.h"
 #include "Platform/Linux/Files/RegularFile.h"
+#include "Platform/Linux/Program/ElfNote.h"
 
 #include <fcntl.h>
 #include <sys/inotify.h>

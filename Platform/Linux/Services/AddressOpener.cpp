@@ -1,10 +1,10 @@
 #include "Platform/Linux/Services/AddressOpener.h"
 
 #include "CorvidKitCore/Address.h"
-#include "Platform/Linux/Files/BaseFolders.h"
 #include "Platform/Linux/Bus/Calls.h"
-#include "Platform/Linux/Services/DesktopPortal.h"
+#include "Platform/Linux/Files/BaseFolders.h"
 #include "Platform/Linux/Processes/ProgramStart.h"
+#include "Platform/Linux/Services/DesktopPortal.h"
 #include "Platform/Linux/Services/SettingsPages.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/AddressOpener.h"
 #include "Platform/Linux/Bus/NameOwner.h"
 #include "Platform/Linux/Bus/SessionBus.h"
+#include "Platform/Seam/Desktop/AddressOpener.h"
 
 #include <list>
 #include <string_view>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/Appearance.h"
 #include "Platform/Linux/Services/AppearanceSource.h"
 #include "Platform/Linux/Services/PortalSettings.h"
+#include "Platform/Seam/Desktop/Appearance.h"
 
 #include <functional>
 

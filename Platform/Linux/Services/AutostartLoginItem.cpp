@@ -4,8 +4,8 @@
 #include "Platform/Linux/Applications/ExecLine.h"
 #include "Platform/Linux/Applications/KeyFile.h"
 #include "Platform/Linux/Files/BaseFolders.h"
-#include "Platform/Linux/Program/ProgramFile.h"
 #include "Platform/Linux/Files/RegularFile.h"
+#include "Platform/Linux/Program/ProgramFile.h"
 #include "Platform/Linux/Settings/DurableFile.h"
 
 #include <sys/stat.h>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Linux/Services/AppearanceSource.h"
 #include "Platform/Linux/Bus/NameOwner.h"
 #include "Platform/Linux/Bus/SessionBus.h"
+#include "Platform/Linux/Services/AppearanceSource.h"
 
 #include <cstdint>
 #include <functional>

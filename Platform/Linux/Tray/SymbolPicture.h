@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/Image.h"
 #include "Platform/Linux/Tray/SymbolMasks.h"
+#include "Platform/Seam/Desktop/Image.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/ApplicationCatalogue.h"
 #include "Platform/Linux/Applications/ApplicationIdentification.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Processes/ProcessExit.h"
 #include "Platform/Linux/Windows/Application.h"
 #include "Platform/Linux/Windows/Deliveries.h"
+#include "Platform/Seam/Desktop/ApplicationCatalogue.h"
 #include "Platform/Seam/Desktop/RunningApplications.h"
 
 #include <memory>

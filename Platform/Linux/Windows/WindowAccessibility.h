@@ -1,10 +1,10 @@
 #pragma once
 
 #include "CorvidKitCore/Geometry.h"
-#include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/Linux/Windows/Elements.h"
 #include "Platform/Linux/Windows/PlacementRequest.h"
 #include "Platform/Linux/Windows/WindowKind.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
 
 #include <cmath>
 #include <expected>
@@ -101,7 +101,7 @@ private:
             return std::string(AXSubrole::standardWindow);
         case WindowKind::auxiliary:
             return std::string("AXDialog");
-        case WindowKind::furniture:
+        case WindowKind::ignored:
             break;
         }
         return std::string("AXUnknown");

@@ -8,7 +8,7 @@ enum class WindowKind {
     /// A dialog, utility or splash window, or one that belongs to another: can be placed, but is not a document window.
     auxiliary,
     /// A desktop background, panel, menu, tooltip: nothing that a person would call a window.
-    furniture,
+    ignored,
 };
 
 } // namespace platform::linux

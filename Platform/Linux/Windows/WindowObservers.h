@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/AccessibilityObserver.h"
 #include "Platform/Linux/Windows/Deliveries.h"
+#include "Platform/Seam/Desktop/AccessibilityObserver.h"
 
 #include <cstdint>
 #include <functional>

@@ -71,7 +71,7 @@ class Refusal extends Error {
 /** The program's name for the kind of a window; see WindowKind there. */
 function kindOf(window) {
     if (window.is_override_redirect())
-        return 'furniture';
+        return 'ignored';
     switch (window.get_window_type()) {
     case Meta.WindowType.NORMAL:
         return window.get_transient_for() ? 'auxiliary' : 'standard';
@@ -81,7 +81,7 @@ function kindOf(window) {
     case Meta.WindowType.SPLASHSCREEN:
         return 'auxiliary';
     default:
-        return 'furniture';
+        return 'ignored';
     }
 }
 

@@ -39,7 +39,7 @@ class Windows {
     }
 
     _isPlaceable({window, isShown}) {
-        return isShown && kindOf(window) !== 'furniture';
+        return isShown && kindOf(window) !== 'ignored';
     }
 
     focused() {

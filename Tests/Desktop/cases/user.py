@@ -1,4 +1,4 @@
-"""A first day with the program, from its start to its end, by hand alone: only clicks and keys."""
+"""A first day with the program, from its start to its end, by user alone: only clicks and keys."""
 
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
@@ -18,7 +18,7 @@ PICKER = ("button menu", "Action for Mousepad")
 PAUSED = "rectangle.split.2x1"
 
 
-class Hand(Reader):
+class User(Reader):
     """Opens the popover at its item, and clicks on its contents."""
 
     def open(self) -> None:
@@ -54,28 +54,28 @@ def a_day_with_the_program(program):
     with Desktop(program, name="as-its-user") as desktop:
         desktop.start_window_manager("xfwm4")
         start_panel(desktop, XFCE)
-        hand = Hand(desktop)
-        hand.product.until_status("Active")
+        user = User(desktop)
+        user.product.until_status("Active")
         until_icon(desktop, XFCE, ACTIVE)
         editor = launch(desktop, APPLICATIONS["mousepad"])
         before = desktop.windows.frame(editor.window)
 
         # Off and on.
-        hand.open()
-        hand.click(*MASTER_SWITCH)
-        hand.product.until_status("Paused")
+        user.open()
+        user.click(*MASTER_SWITCH)
+        user.product.until_status("Paused")
         until_icon(desktop, XFCE, PAUSED)
         assert not held_by_others(desktop.server.display), "keys are held while the program is switched off"
-        hand.click(*MASTER_SWITCH)
-        hand.product.until_status("Active")
+        user.click(*MASTER_SWITCH)
+        user.product.until_status("Active")
         assert held_by_others(desktop.server.display) == all_held()
 
         # A rule for an open application, checked at its next launch.
-        hand.click(*APPS_TAB)
-        hand.click(*ADD)
-        hand.click("menu item", "Mousepad")
+        user.click(*APPS_TAB)
+        user.click(*ADD)
+        user.click("menu item", "Mousepad")
         until_equal(lambda: rules(desktop), {EDITOR: "maximize"}, "the rules")
-        hand.close()
+        user.close()
         assert desktop.windows.frame(editor.window) == before, "a rule moved a window that was open already"
         desktop.end(editor)
         editor = launch(desktop, APPLICATIONS["mousepad"])
@@ -83,37 +83,37 @@ def a_day_with_the_program(program):
         desktop.end(editor)
 
         # The same application is to be centered.
-        hand.open()
-        hand.click(*PICKER)
-        hand.click("menu item", "Center")
+        user.open()
+        user.click(*PICKER)
+        user.click("menu item", "Center")
         until_equal(lambda: rules(desktop), {EDITOR: "center"}, "the rules")
-        hand.close()
+        user.close()
         editor = launch(desktop, APPLICATIONS["mousepad"])
         is_placed(desktop, editor, "center", desktop.windows.work_area())
         # A key places a window as well.
         desktop.windows.activate(editor.window)
-        desktop.press(hand.product, "leftHalf")
+        desktop.press(user.product, "leftHalf")
         area = desktop.windows.work_area()
         desktop.holds_frame(editor.window, Rect(area.x, area.y, area.width // 2, area.height), "the left half")
 
         # The rule is removed.
-        hand.open()
-        hand.click(*PICKER)
-        hand.click("menu item", "Remove")
+        user.open()
+        user.click(*PICKER)
+        user.click("menu item", "Remove")
         until_equal(lambda: rules(desktop), {}, "the rules")
 
         # Opening at login.
         entry = desktop.session.home / ".config/autostart/org.corvid.Tessel.desktop"
-        hand.click(*LOGIN)
-        hand.until_node(*LOGIN, "checked")
+        user.click(*LOGIN)
+        user.until_node(*LOGIN, "checked")
         assert str(program) in entry.read_text(), entry.read_text()
-        hand.click(*LOGIN)
-        hand.until_node(*LOGIN, without="checked")
+        user.click(*LOGIN)
+        user.until_node(*LOGIN, without="checked")
         assert not entry.exists() or "Hidden=true" in entry.read_text(), entry.read_text()
 
-        hand.click(*QUIT)
-        assert hand.product.ended() == 0, hand.product.errors()
-        assert hand.product.errors() == "", hand.product.errors()
+        user.click(*QUIT)
+        assert user.product.ended() == 0, user.product.errors()
+        assert user.product.errors() == "", user.product.errors()
         until_icon(desktop, XFCE, None)
         assert not held_by_others(desktop.server.display), "a grab outlived the program"
         assert desktop.session.settings_of(desktop.session.home / ".config/tessel/preferences.plist").get("rules") in (

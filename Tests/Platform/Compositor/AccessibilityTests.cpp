@@ -1,7 +1,7 @@
 #include "Platform/Compositor/Accessibility.h"
 #include "Platform/Compositor/Workspace.h"
 #include "Platform/Simulated/MainActor.h"
-#include "SimulatedDoor.h"
+#include "SimulatedWindowAccess.h"
 
 #include <gtest/gtest.h>
 
@@ -75,18 +75,19 @@ protected:
 
     /// The requests to the door, without refreshes.
     Trace asked() {
-        Trace trace = door.takeTrace();
+        Trace trace = access.takeTrace();
         std::erase(trace, "refresh");
         return trace;
     }
 
     simulated::MainActor mainActor;
     WindowTable table;
-    SimulatedDoor door{table, [this] { return mainActor.now(); }, [this](Duration time) { mainActor.pass(time); }};
+    SimulatedWindowAccess access{table, [this] { return mainActor.now(); },
+                                 [this](Duration time) { mainActor.pass(time); }};
     linux::TurnDeadline deadline{mainActor};
-    Turn turn{table, door, deadline};
-    Placement placement{door, turn};
-    Accessibility accessibility{table, door, turn, placement};
+    Turn turn{table, access, deadline};
+    Placement placement{access, turn};
+    Accessibility accessibility{table, access, turn, placement};
 };
 
 TEST_F(CompositorAccessibility, FramesAreCountedFromThePrimaryOutputsCorner) {
@@ -108,7 +109,7 @@ TEST_F(CompositorAccessibility, WritesToAWindowBecomeOneRequestBeforeItIsReadAga
 }
 
 TEST_F(CompositorAccessibility, AReadReturnsTheFinalFrame) {
-    door.leastSizes["a"] = {800, 100};
+    access.leastSizes["a"] = {800, 100};
     resize("a", {400, 500});
     EXPECT_EQ(size("a"), (CGSize{800, 500}));
     EXPECT_EQ(position("a"), (CGPoint{100, 100}));
@@ -137,14 +138,14 @@ TEST_F(CompositorAccessibility, AWindowThatIsInItsPlaceIsLeftAlone) {
 }
 
 TEST_F(CompositorAccessibility, TheTableIsBroughtUpToDateOnceInATurnAndOnlyWhenItIsRead) {
-    EXPECT_EQ(door.takeTrace(), Trace{});
-    door.untold = [this] { table.put("a", readyWindow(7, {{1280, 120}, {50, 60}})); };
+    EXPECT_EQ(access.takeTrace(), Trace{});
+    access.untold = [this] { table.put("a", readyWindow(7, {{1280, 120}, {50, 60}})); };
     EXPECT_EQ(size("a"), (CGSize{50, 60}));
     static_cast<void>(size("b"));
-    EXPECT_EQ(door.takeTrace(), Trace{"refresh"});
+    EXPECT_EQ(access.takeTrace(), Trace{"refresh"});
     endTurn();
     static_cast<void>(size("b"));
-    EXPECT_EQ(door.takeTrace(), Trace{"refresh"});
+    EXPECT_EQ(access.takeTrace(), Trace{"refresh"});
 }
 
 TEST_F(CompositorAccessibility, AFullscreenWindowIsNotToBePlaced) {
@@ -171,7 +172,7 @@ TEST_F(CompositorAccessibility, AWindowThatBecomesFullscreenOrVanishesBeforeItIs
 }
 
 TEST_F(CompositorAccessibility, HungProgramsTakeTheTurnsTimeOnceAndNoMore) {
-    door.silent = {"a", "b"};
+    access.silent = {"a", "b"};
     const Instant begin = mainActor.now();
     move("a", {1, 2});
     EXPECT_EQ(failure("a"), AXError::cannotComplete);
@@ -187,7 +188,7 @@ TEST_F(CompositorAccessibility, HungProgramsTakeTheTurnsTimeOnceAndNoMore) {
 }
 
 TEST_F(CompositorAccessibility, AWindowThatTakesItsTimeIsWaitedForWithinTheTurns) {
-    door.settling = milliseconds(120);
+    access.settling = milliseconds(120);
     move("a", {1, 2});
     EXPECT_EQ(position("a"), (CGPoint{1, 2}));
     move("a", {3, 4});
@@ -196,7 +197,7 @@ TEST_F(CompositorAccessibility, AWindowThatTakesItsTimeIsWaitedForWithinTheTurns
     EXPECT_EQ(position("a"), std::nullopt) << "10 ms are left";
 }
 
-TEST_F(CompositorAccessibility, BehindAClosedDoorNothingIsReadOrWrittenAndThereIsNoTrust) {
+TEST_F(CompositorAccessibility, WithoutAccessNothingIsReadOrWrittenAndThereIsNoTrust) {
     move("a", {1, 2});
     table.close();
     EXPECT_EQ(failure("a"), AXError::apiDisabled);
@@ -215,11 +216,11 @@ TEST_F(CompositorAccessibility, BehindAClosedDoorNothingIsReadOrWrittenAndThereI
     EXPECT_EQ(position("a"), (CGPoint{100, 100}));
 }
 
-TEST_F(CompositorAccessibility, TheUserIsShownHowToOpenAClosedDoorAndOnlyThen) {
+TEST_F(CompositorAccessibility, OnlyWithoutAccessTheUserIsShownHowToGrantIt) {
     EXPECT_TRUE(accessibility.isProcessTrustedWithPrompt());
     EXPECT_EQ(accessibility.obstacle(), std::nullopt);
     table.close();
-    EXPECT_EQ(accessibility.obstacle(), door.reason);
+    EXPECT_EQ(accessibility.obstacle(), access.reason);
     EXPECT_EQ(asked(), Trace{});
     EXPECT_FALSE(accessibility.isProcessTrustedWithPrompt());
     EXPECT_EQ(asked(), Trace{"prompt"});
@@ -233,7 +234,7 @@ TEST_F(CompositorAccessibility, WithoutAnOutputThereIsNothingToCountFrom) {
 
 TEST_F(CompositorAccessibility, AnApplicationsWindowsAreAllOfItsOwnOldestFirst) {
     Window panel = readyWindow(7);
-    panel.kind = WindowKind::furniture;
+    panel.kind = WindowKind::ignored;
     table.put("0", panel);
     EXPECT_EQ(read<std::vector<AXUIElement>>(accessibility.applicationElement(7), AXAttribute::windows),
               (std::vector{element("b"), element("a"), element("0")}));
@@ -251,7 +252,7 @@ TEST_F(CompositorAccessibility, TheFocusedWindowIsTheOwnersAndNoFurniture) {
     EXPECT_EQ(workspace.frontmostApplication(), 8);
 
     Window panel = readyWindow(8);
-    panel.kind = WindowKind::furniture;
+    panel.kind = WindowKind::ignored;
     table.put("c", panel);
     EXPECT_EQ(focused(8), std::unexpected(AXError::noValue));
 
@@ -270,7 +271,7 @@ TEST_F(CompositorAccessibility, TheFocusedWindowIsTheOwnersAndNoFurniture) {
 TEST_F(CompositorAccessibility, ASubroleDistinguishesAStandardWindowFromTheOthers) {
     const std::vector<std::pair<WindowKind, std::string>> cases{{WindowKind::standard, "AXStandardWindow"},
                                                                 {WindowKind::auxiliary, "AXDialog"},
-                                                                {WindowKind::furniture, "AXUnknown"}};
+                                                                {WindowKind::ignored, "AXUnknown"}};
     for (const auto& [kind, subrole] : cases) {
         Window window = readyWindow(7);
         window.kind = kind;

@@ -95,10 +95,10 @@ TEST_F(CompositorDesktop, WritesAreSentWhenTheTurnOfTheLoopEnds) {
                                                    CGPoint{10, 20});
     });
     drain();
-    EXPECT_EQ(door.takeTrace().back(), "place 1 at (10, 20) 300 x 200 without waiting");
+    EXPECT_EQ(access.takeTrace().back(), "place 1 at (10, 20) 300 x 200 without waiting");
     mainLoop.post([&] { static_cast<void>(desktop->screens().screens()); });
     drain();
-    EXPECT_EQ(door.takeTrace(), Trace{"refresh"}) << "a turn of its own";
+    EXPECT_EQ(access.takeTrace(), Trace{"refresh"}) << "a turn of its own";
 }
 
 TEST_F(CompositorDesktop, ScreensAreInTheScreenSpaceThePrimaryOneFirst) {
@@ -121,14 +121,14 @@ TEST_F(CompositorDesktop, OwnWindowsAndThePointerAreCountedFromThePrimaryOutput)
     start(std::move(contents));
     platform::OwnWindows& own = desktop->ownWindows();
     EXPECT_EQ(own.pointer(), std::nullopt) << "the compositor does not say";
-    door.pointerPosition = CGPoint{1300, 150};
+    access.pointerPosition = CGPoint{1300, 150};
     EXPECT_EQ(own.pointer(), (CGPoint{20, 1030}));
     own.place(0, "Title", {30, 40});
-    EXPECT_EQ(door.takeTrace().back(), "place own Title at (1310, 140)");
+    EXPECT_EQ(access.takeTrace().back(), "place own Title at (1310, 140)");
     table.close();
     EXPECT_EQ(own.pointer(), std::nullopt);
     own.place(0, "Title", {30, 40});
-    EXPECT_EQ(door.takeTrace(), Trace{});
+    EXPECT_EQ(access.takeTrace(), Trace{});
 }
 
 TEST_F(CompositorDesktop, TheActiveScreenIsInTheScreenSpace) {

@@ -3,7 +3,7 @@
 #include "../Linux/Applications/PlainApplications.h"
 #include "Platform/Compositor/Desktop.h"
 #include "Platform/Linux/Loop/MainLoop.h"
-#include "SimulatedDoor.h"
+#include "SimulatedWindowAccess.h"
 
 #include <gtest/gtest.h>
 
@@ -19,8 +19,8 @@ class FollowedCompositor : public testing::Test {
 protected:
     class PlainDesktop final : public Desktop {
     public:
-        PlainDesktop(linux::MainLoop& mainLoop, WindowTable& table, Door& door)
-            : Desktop(mainLoop, table, door) {}
+        PlainDesktop(linux::MainLoop& mainLoop, WindowTable& table, WindowAccess& access)
+            : Desktop(mainLoop, table, access) {}
 
         [[nodiscard]] std::string_view name() const override { return "simulated"; }
         [[nodiscard]] platform::Beep& sound() override { std::abort(); }
@@ -43,12 +43,12 @@ protected:
 
     linux::MainLoop mainLoop;
     WindowTable table;
-    SimulatedDoor door{table, [this] { return mainLoop.now(); }, [](Duration /*time*/) {}};
+    SimulatedWindowAccess access{table, [this] { return mainLoop.now(); }, [](Duration /*time*/) {}};
     linux::PlainIdentification identification;
     linux::PlainCatalogue catalogue;
     /// "launch editor", "terminate editor"; "nobody" for an unidentified application.
     std::vector<std::string> told;
-    std::unique_ptr<PlainDesktop> desktop = std::make_unique<PlainDesktop>(mainLoop, table, door);
+    std::unique_ptr<PlainDesktop> desktop = std::make_unique<PlainDesktop>(mainLoop, table, access);
 };
 
 } // namespace platform::compositor

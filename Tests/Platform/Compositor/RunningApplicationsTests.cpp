@@ -139,7 +139,7 @@ TEST_F(CompositorApplications, AProcessThatCannotBeWatchedEndsWithItsLastWindow)
     EXPECT_EQ(told, (Told{"launch editor", "terminate editor"}));
 }
 
-TEST_F(CompositorApplications, ADoorThatClosesAndOpensAgainLaunchesAndTerminatesNothing) {
+TEST_F(CompositorApplications, AccessThatEndsAndBeginsAgainLaunchesAndTerminatesNothing) {
     start();
     openWindow("1", editor.number(), "Editor");
     drain();
@@ -151,7 +151,7 @@ TEST_F(CompositorApplications, ADoorThatClosesAndOpensAgainLaunchesAndTerminates
     table.open(std::move(contents));
     drain();
     EXPECT_EQ(told, Told{"launch editor"});
-    EXPECT_NE(application(browser.number()), nullptr) << "it came while the door was closed";
+    EXPECT_NE(application(browser.number()), nullptr) << "it came while the access was closed";
 }
 
 TEST_F(CompositorApplications, OnlyAStandardWindowInTheTaskBarMakesARegularApplication) {
@@ -166,7 +166,7 @@ TEST_F(CompositorApplications, OnlyAStandardWindowInTheTaskBarMakesARegularAppli
     EXPECT_EQ(policyWith(WindowKind::standard, false), ActivationPolicy::regular);
     EXPECT_EQ(policyWith(WindowKind::standard, true), ActivationPolicy::accessory);
     EXPECT_EQ(policyWith(WindowKind::auxiliary, false), ActivationPolicy::accessory);
-    EXPECT_EQ(policyWith(WindowKind::furniture, false), ActivationPolicy::accessory);
+    EXPECT_EQ(policyWith(WindowKind::ignored, false), ActivationPolicy::accessory);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "Platform/Compositor/WindowTable.h"
-#include "SimulatedDoor.h"
+#include "SimulatedWindowAccess.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -101,7 +101,7 @@ TEST(WindowTable, ANewWindowIsReportedWhenItAppearsAndWhenItIsReady) {
     EXPECT_EQ(table.lastArrival(), 2U);
 }
 
-TEST(WindowTable, AClosedDoorMakesNoWindowVanish) {
+TEST(WindowTable, LostAccessMakesNoWindowVanish) {
     WindowTable table;
     Diary diary;
     table.open(contents({"a", "b"}));

@@ -1,6 +1,6 @@
 #include "Platform/Compositor/Turn.h"
-#include "Platform/GnomeShell/Door.h"
 #include "Platform/GnomeShell/HotKeys.h"
+#include "Platform/GnomeShell/WindowAccess.h"
 #include "Tests/Platform/GnomeShell/ShellFixture.h"
 #include "Tests/Platform/Linux/HotKeys/HotKeyLosses.h"
 #include "Tests/Platform/Linux/Stopwatch.h"
@@ -100,12 +100,12 @@ TEST_F(HotKeysOfTheShell, WaitWithinTheSameLimitAsTheWindowsOfTheirTurn) {
     shell->answer("Grab", silence);
     shell->answer("Frames", silence);
     compositor::WindowTable table;
-    Door door(*link, table, {.show = [] {}, .requirement = [] { return AccessRequirement::compositor; }});
+    WindowAccess access(*link, table, {.show = [] {}, .requirement = [] { return AccessRequirement::compositor; }});
     shell->setExtension(true, "second");
     ASSERT_TRUE(until([&] { return table.isOpen(); }));
     shell->tell("Moved");
     catchUp();
-    compositor::Turn turn(table, door, loop.turnDeadline());
+    compositor::Turn turn(table, access, loop.turnDeadline());
     loop.turnDeadline().begin();
     const linux::Stopwatch stopwatch;
     EXPECT_NE(turn.table(), nullptr);

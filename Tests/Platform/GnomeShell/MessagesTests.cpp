@@ -66,7 +66,7 @@ TEST(ShellMessages, ValuesOfOtherTypesCountAsUntold) {
                                     R"("frame":[1,2,3,4]})");
     ASSERT_TRUE(window);
     const compositor::Window expected{
-        .clues = {}, .kind = WindowKind::furniture, .isReady = true, .frame = {{1, 2}, {3, 4}}};
+        .clues = {}, .kind = WindowKind::ignored, .isReady = true, .frame = {{1, 2}, {3, 4}}};
     EXPECT_EQ(window->second, expected);
 }
 

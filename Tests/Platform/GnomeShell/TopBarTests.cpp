@@ -1,5 +1,5 @@
-#include "Platform/GnomeShell/Door.h"
 #include "Platform/GnomeShell/TopBar.h"
+#include "Platform/GnomeShell/WindowAccess.h"
 #include "Tests/Platform/GnomeShell/ShellFixture.h"
 
 #include <algorithm>
@@ -35,7 +35,7 @@ protected:
     }
 
     compositor::WindowTable table;
-    Door door{*link, table, {.show = [] {}, .obstacle = [] { return AccessObstacle{}; }}};
+    WindowAccess access{*link, table, {.show = [] {}, .obstacle = [] { return AccessObstacle{}; }}};
     TopBar topBar{loop, *link, table, "/icons"};
     linux::TrayContents contents;
     std::vector<bool> offers;

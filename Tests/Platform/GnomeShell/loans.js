@@ -23,9 +23,9 @@ class Scene {
         this.shell.bind('show-desktop', D_KEY, SUPER);
         this.bus = new PlayedBus('org.corvid.Tessel.Windows');
         this.bus.processes.set(PROGRAM, 4242);
-        const {Door} = extensionFrom(ARGV[0], this.shell, this.bus, ['Door']);
-        this.door = new Door();
-        this.door.enable();
+        const {BusObject} = extensionFrom(ARGV[0], this.shell, this.bus, ['BusObject']);
+        this.busObject = new BusObject();
+        this.busObject.enable();
         this.bus.give(PROGRAM);
         this.bus.call(PROGRAM, 'Hello');
         this.listeners = this.shell.listeners();
@@ -102,7 +102,7 @@ const remove = key => display => {
     [0, 1, 2].forEach(number => scene.ask('Ungrab', number));
     scene.isTheShells('given back');
 }
-for (const end of [scene => scene.door.disable(), scene => scene.bus.give(null), scene => scene.bus.give(':1.66')]) {
+for (const end of [scene => scene.busObject.disable(), scene => scene.bus.give(null), scene => scene.bus.give(':1.66')]) {
     const scene = new Scene();
     scene.ask('Borrow', 1, LEFT);
     scene.ask('Borrow', 2, D);
@@ -162,7 +162,7 @@ for (const end of [scene => scene.door.disable(), scene => scene.bus.give(null),
     scene.shell.catchUp();
     equal([scene.told(), scene.shell.display.grabbed.length], [[], grabs], 'a free key when the layout has changed');
     scene.bus.settings.get('org.gnome.shell.keybindings').emit('changed');
-    scene.door.disable();
+    scene.busObject.disable();
     scene.shell.catchUp();
     equal(scene.shell.display.grabbed.filter(Boolean), [], 'the keys when the end comes while the shell reads');
 }

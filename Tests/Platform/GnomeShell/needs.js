@@ -11,9 +11,9 @@ const PROGRAM = ':1.7';
 function switchedOn(shell) {
     const bus = new PlayedBus('org.corvid.Tessel.Windows');
     bus.processes.set(PROGRAM, 4242);
-    const {Door} = extensionFrom(ARGV[0], shell, bus, ['Door']);
-    bus.door = new Door();
-    bus.door.enable();
+    const {BusObject} = extensionFrom(ARGV[0], shell, bus, ['BusObject']);
+    bus.busObject = new BusObject();
+    bus.busObject.enable();
     bus.give(PROGRAM);
     return bus;
 }
@@ -44,7 +44,7 @@ for (const choice of needed) {
     equal(bus.log.map(line => line.includes(name)), [true], `what is logged without ${name}`);
     equal(bus.call(PROGRAM, 'Frames').error, 'Denied', `a further call without ${name}`);
     equal(shell.listeners(), 0, `who listens to a shell without ${name}`);
-    bus.door.disable();
+    bus.busObject.disable();
 }
 for (const [type, names] of NEEDED_SIGNALS) {
     for (const name of names.split(' ')) {
@@ -75,7 +75,7 @@ function lendsNothing(shell, what) {
     equal(bus.call(PROGRAM, 'Borrow', 2, RIGHT).values, [true, false], `a free key without ${what}`);
     equal(shell.listeners(), listeners, `who listens for loans without ${what}`);
     equal(bus.log, [], `what is logged without ${what}`);
-    bus.door.disable();
+    bus.busObject.disable();
 }
 for (const [path] of neededToBorrow) {
     const shell = new PlayedShell();

@@ -4,7 +4,7 @@
 const {Gio, GLib} = imports.gi;
 
 const PARTS = [
-    'protocol', 'needs', 'placement', 'windows', 'keys', 'holders', 'loans', 'ownWindow', 'item', 'door',
+    'protocol', 'needs', 'placement', 'windows', 'keys', 'holders', 'loans', 'ownWindow', 'item', 'busObject',
 ];
 const CONTROL_ALT = 12;
 

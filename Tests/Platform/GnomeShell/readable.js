@@ -22,11 +22,11 @@ const script = source.replace(/^import .*;$/mg, '').replace(/^export default /m,
 const names = [...source.matchAll(/^import (?:\* as )?\{?(\w+)\}?/mg)].map(match => match[1]);
 // Reading it has no effect, so it can be called; the shell's modules are missing, and not used.
 const stubs = names.map(name => name === 'Extension' ? class {} : null);
-const door = isModule
+const busObject = isModule
     ? new Function(...names, `${script}; return new TesselExtension();`)(...stubs)
     : new Function('imports', `${script}; return init();`)({gi: {}, ui: {}});
 for (const method of ['enable', 'disable']) {
-    if (typeof door[method] !== 'function')
+    if (typeof busObject[method] !== 'function')
         throw new Error(`the extension has no ${method}()`);
 }
 System.exit(0);

@@ -2,7 +2,7 @@
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Tests/Platform/I3/Layouts.h"
 #include "Tests/Platform/I3Ipc/FakeSway.h"
-#include "Tests/Platform/X11/Hand.h"
+#include "Tests/Platform/X11/TestClient.h"
 #include "Tests/Platform/X11/XServer.h"
 
 #include <gmock/gmock.h>
@@ -31,9 +31,9 @@ protected:
     }
 
     /// The socket that i3 names on the display.
-    void say(const std::string& path) { hand.setText(display().root(), "I3_SOCKET_PATH", path); }
+    void say(const std::string& path) { testClient.setText(display().root(), "I3_SOCKET_PATH", path); }
 
-    [[nodiscard]] x11::Connection& display() { return hand.connection(); }
+    [[nodiscard]] x11::Connection& display() { return testClient.connection(); }
 
     [[nodiscard]] bool answers() {
         display().deadline().begin();
@@ -54,7 +54,7 @@ protected:
     }
 
     x11::XServer server;
-    x11::Hand hand{server.display()};
+    x11::TestClient testClient{server.display()};
     FakeSway i3;
     linux::MainLoop loop;
     Manager manager{loop};
@@ -118,7 +118,7 @@ TEST_F(I3Manager, IsNotReachableWhereI3DoesNotSayWhere) {
         display().deadline().begin();
         EXPECT_FALSE(manager.isReachable(display())) << path.substr(0, 20);
     }
-    hand.removeProperty(display().root(), "I3_SOCKET_PATH");
+    testClient.removeProperty(display().root(), "I3_SOCKET_PATH");
     display().deadline().begin();
     EXPECT_FALSE(manager.isReachable(display()));
 }

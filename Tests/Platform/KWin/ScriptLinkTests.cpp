@@ -1,4 +1,4 @@
-#include "DoorFixture.h"
+#include "WindowAccessFixture.h"
 
 #include <poll.h>
 #include <unistd.h>
@@ -16,13 +16,13 @@ using std::chrono::milliseconds;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-using ScriptLinkTest = DoorTest;
+using ScriptLinkTest = WindowAccessTest;
 
 TEST_F(ScriptLinkTest, CommandsForABusyScriptAreJoined) {
     kwin->begin = [&](FakeKWin::Script& script) { script.tell(kwin->opened); };
     open();
-    door->placeOwnWindow("One", {1, 2});
-    door->placeOwnWindow("Two", {3, 4});
+    access->placeOwnWindow("One", {1, 2});
+    access->placeOwnWindow("Two", {3, 4});
     kwin->run([&] { kwin->script->next("[]"); });
     ASSERT_TRUE(runUntil([&] { return count("answer [{") == 1; }));
     const auto history = kwin->history();
@@ -32,7 +32,7 @@ TEST_F(ScriptLinkTest, CommandsForABusyScriptAreJoined) {
 
 TEST_F(ScriptLinkTest, AReloadedScriptGetsOwnWindowsAgain) {
     open();
-    door->placeOwnWindow("Mine", {1, 2});
+    access->placeOwnWindow("Mine", {1, 2});
     ASSERT_TRUE(runUntil([&] { return count("answer [{") == 1; }));
     kwin->stop();
     ASSERT_TRUE(runUntil([&] { return !table.isOpen(); }));
@@ -53,7 +53,7 @@ TEST_F(ScriptLinkTest, AScriptThatFallsSilentIsLoadedAgain) {
     EXPECT_EQ(table.find(editor)->frame, startFrame) << "its windows are not taken for gone";
     kwin->run([&] { kwin->carryOut = [](FakeKWin::Script& script, const std::string&) { script.next("[]"); }; });
     ASSERT_TRUE(runUntil([&] { return table.isOpen() && count("start") == 2; }));
-    EXPECT_EQ(door->place(editor, {{0, 0}, {800, 900}}, Instant()), AXError::cannotComplete);
+    EXPECT_EQ(access->place(editor, {{0, 0}, {800, 900}}, Instant()), AXError::cannotComplete);
     EXPECT_TRUE(runUntil([&] { return count("answer [{") == 1; }));
 }
 
@@ -114,7 +114,7 @@ TEST_F(ScriptLinkTest, AnotherKWinIsOpenedAnew) {
     open();
     kwin->stop();
     ASSERT_TRUE(runUntil([&] { return !table.isOpen(); }));
-    EXPECT_EQ(door->place(editor, {{0, 0}, {800, 900}}, soon()), AXError::cannotComplete);
+    EXPECT_EQ(access->place(editor, {{0, 0}, {800, 900}}, soon()), AXError::cannotComplete);
     openWith({windowAt(startFrame, "{other}")}, "");
     kwin->start();
     ASSERT_TRUE(runUntil([&] { return table.isOpen(); }));
@@ -134,9 +134,9 @@ TEST_F(ScriptLinkTest, ABusThatEndsAndComesBackIsSurvived) {
 
 TEST_F(ScriptLinkTest, WithoutKWinItStaysClosed) {
     connect();
-    EXPECT_FALSE(door->waitUntilOpen(loop.now() + milliseconds(30)));
-    EXPECT_EQ(door->place(editor, startFrame, soon()), AXError::invalidUIElement);
-    EXPECT_EQ(door->pointer(), std::nullopt);
+    EXPECT_FALSE(access->waitUntilOpen(loop.now() + milliseconds(30)));
+    EXPECT_EQ(access->place(editor, startFrame, soon()), AXError::invalidUIElement);
+    EXPECT_EQ(access->pointer(), std::nullopt);
     kwin->start();
     EXPECT_TRUE(runUntil([&] { return table.isOpen(); }));
 }
@@ -210,9 +210,9 @@ TEST_F(ScriptLinkTest, AnAnswerThatIsMalformedIsNoAnswer) {
                              R"([{"number":1,"outcome":"perhaps"}])", R"([{"number":1}])"}) {
         kwin->carryOut = [text](FakeKWin::Script& script, const std::string&) { script.next(text); };
         open(quick);
-        EXPECT_EQ(door->place(editor, {{0, 0}, {800, 900}}, loop.now() + milliseconds(30)), AXError::cannotComplete)
+        EXPECT_EQ(access->place(editor, {{0, 0}, {800, 900}}, loop.now() + milliseconds(30)), AXError::cannotComplete)
             << text;
-        door.reset();
+        access.reset();
         kwin->stop();
     }
 }
@@ -234,9 +234,9 @@ TEST_F(ScriptLinkTest, TheScriptIsTakenAlongAtTheEnd) {
     onPlace({{"outcome", "done"}, {"asked", {7, 8, 640, 480}}, {"frame", {7, 8, 640, 480}}});
     open();
     // The script has called again.
-    ASSERT_EQ(door->place(editor, {{7, 8}, {640, 480}}, soon()), AXError::success);
+    ASSERT_EQ(access->place(editor, {{7, 8}, {640, 480}}, soon()), AXError::success);
     ASSERT_TRUE(kwin->isScriptLoaded());
-    door.reset();
+    access.reset();
     EXPECT_FALSE(kwin->isScriptLoaded());
     EXPECT_EQ(count("answer \"end\""), 1);
 }
@@ -245,8 +245,8 @@ TEST_F(ScriptLinkTest, CommandsAfterTheEndOfTheLoopDoNoHarm) {
     open(quick);
     loop.end(0);
     EXPECT_EQ(loop.run(), 0);
-    door->placeOwnWindow("Mine", {1, 2});
-    door.reset();
+    access->placeOwnWindow("Mine", {1, 2});
+    access.reset();
     EXPECT_FALSE(kwin->isScriptLoaded());
 }
 
@@ -262,7 +262,7 @@ TEST_F(ScriptLinkTest, AKWinThatHangsDoesNotHoldUpTheEnd) {
     });
     beginning.get_future().wait();
     const Instant begin = loop.now();
-    door.reset();
+    access.reset();
     EXPECT_LT(loop.now() - begin, std::chrono::seconds(2));
     permission.set_value();
     hanging.join();
@@ -278,7 +278,7 @@ TEST_F(ScriptLinkTest, WaitsWhileAnotherClientHasItsName) {
     ASSERT_GE(sd_bus_request_name(raw, "org.corvid.Tessel.KWin", 0), 0);
     kwin->start();
     connect(quick);
-    EXPECT_FALSE(door->waitUntilOpen(loop.now() + milliseconds(100)));
+    EXPECT_FALSE(access->waitUntilOpen(loop.now() + milliseconds(100)));
     EXPECT_EQ(count("load"), 0);
     other.reset();
     EXPECT_TRUE(runUntil([&] { return table.isOpen(); }));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Tests/Platform/Linux/HotKeys/HotKeyLosses.h"
-#include "Tests/Platform/Sway/OpenDoor.h"
+#include "Tests/Platform/Sway/OpenWindowAccess.h"
 
 #include <gtest/gtest.h>
 
@@ -49,7 +49,7 @@ protected:
 
     void reload() { desktop.sway.tell(workspaceEvent, R"({"change":"reload","current":null})"); }
 
-    OpenDoor desktop;
+    OpenWindowAccess desktop;
     /// The commands for the time after the program, in order.
     std::vector<std::string> left;
     std::unique_ptr<HotKeys> keys;

@@ -1,5 +1,5 @@
 #include "Tests/Platform/Sway/Layouts.h"
-#include "Tests/Platform/Sway/OpenDoor.h"
+#include "Tests/Platform/Sway/OpenWindowAccess.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -32,7 +32,7 @@ protected:
         return desktop.loop.now() - begin;
     }
 
-    OpenDoor desktop;
+    OpenWindowAccess desktop;
 };
 
 TEST_F(SwaySession, WaitsForACompositorThatIsNotThereYet) {
@@ -117,10 +117,10 @@ INSTANTIATE_TEST_SUITE_P(Hostile, SwaySessionWith,
 TEST_F(SwaySession, AnswersOfAnotherKindChangeNothing) {
     open();
     desktop.sway.behave(Manners::nonsense);
-    desktop.door.refresh(desktop.soon());
+    desktop.access.refresh(desktop.soon());
     EXPECT_TRUE(desktop.table.isOpen());
     EXPECT_NE(desktop.table.find("7"), nullptr);
-    EXPECT_EQ(desktop.door.place("7", {{0, 0}, {100, 100}}, desktop.soon()), AXError::cannotComplete);
+    EXPECT_EQ(desktop.access.place("7", {{0, 0}, {100, 100}}, desktop.soon()), AXError::cannotComplete);
 }
 
 TEST_F(SwaySession, GarbageAmongTheEventsClosesIt) {

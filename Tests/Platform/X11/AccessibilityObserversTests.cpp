@@ -71,17 +71,17 @@ TEST_F(AccessibilityObserversTest, AWindowIsReportedWhenTheWindowManagerHasFinis
     followed.start();
     launchEditor();
     Watcher watcher(*followed.desktop, editor.process());
-    followed.hand.becomeWindowManager();
+    followed.testClient.becomeWindowManager();
     followed.openWindow(editor, "Editor");
     followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() > 0; }));
+    ASSERT_TRUE(followed.runUntil([&] { return followed.testClient.waitingRequests() > 0; }));
     followed.drain();
     EXPECT_EQ(watcher.windows, Windows{});
 
     int turn = 0;
     std::vector<int> turns;
     watcher.whenTold = [&] { turns.push_back(turn); };
-    followed.hand.answerRequests();
+    followed.testClient.answerRequests();
     ASSERT_TRUE(followed.runUntil([&] { return ++turn > 0 && turns.size() == 2; }));
     EXPECT_LT(turns.front(), turns.back());
 }
@@ -89,13 +89,13 @@ TEST_F(AccessibilityObserversTest, AWindowIsReportedWhenTheWindowManagerHasFinis
 TEST_F(AccessibilityObserversTest, AWindowThatIsListedAtTheSubscriptionIsNotReportedThoughItIsNotReady) {
     followed.start();
     launchEditor();
-    followed.hand.becomeWindowManager();
+    followed.testClient.becomeWindowManager();
     followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() == 1; }));
+    ASSERT_TRUE(followed.runUntil([&] { return followed.testClient.waitingRequests() == 1; }));
     const Watcher watcher(*followed.desktop, editor.process());
     const xcb_window_t next = followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() == 2; }));
-    followed.hand.answerRequests();
+    ASSERT_TRUE(followed.runUntil([&] { return followed.testClient.waitingRequests() == 2; }));
+    followed.testClient.answerRequests();
     ASSERT_TRUE(isTold(watcher, 1));
     EXPECT_EQ(watcher.windows, Windows{next});
 }
@@ -124,20 +124,20 @@ TEST_F(AccessibilityObserversTest, AWindowThatIsGoneByThenIsNotReported) {
     followed.start();
     launchEditor();
     const Watcher watcher(*followed.desktop, editor.process());
-    followed.hand.becomeWindowManager();
+    followed.testClient.becomeWindowManager();
     const xcb_window_t closed = followed.openWindow(editor, "Editor");
     const xcb_window_t destroyed = followed.openWindow(editor, "Editor");
     const xcb_window_t hidden = followed.openWindow(editor, "Editor");
     const xcb_window_t remaining = followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() > 0; }));
+    ASSERT_TRUE(followed.runUntil([&] { return followed.testClient.waitingRequests() > 0; }));
     followed.closeWindow(closed);
-    followed.hand.destroy(destroyed);
+    followed.testClient.destroy(destroyed);
     std::erase(followed.managed, hidden);
     followed.list();
     followed.drain();
-    followed.hand.answerRequests();
+    followed.testClient.answerRequests();
     ASSERT_TRUE(isTold(watcher, 1));
-    followed.hand.resign();
+    followed.testClient.resign();
     followed.settle();
     EXPECT_EQ(watcher.windows, Windows{remaining});
 
@@ -153,9 +153,9 @@ TEST_F(AccessibilityObserversTest, ARestartOfTheWindowManagerReportsNothing) {
     const Watcher watcher(*followed.desktop, editor.process());
     followed.openWindow(editor, "Editor");
     ASSERT_TRUE(isTold(watcher, 1));
-    followed.hand.unlist();
+    followed.testClient.unlist();
     followed.drain();
-    followed.hand.list({followed.managed.back()});
+    followed.testClient.list({followed.managed.back()});
     followed.drain();
     followed.list();
     followed.settle();

@@ -21,14 +21,14 @@ constexpr std::uint32_t leftArrow = 123;
 constexpr std::uint32_t controlAndOption = 0x1000 | 0x800;
 
 /// The keys that a person presses for the same.
-xcb_key_press_event_t pressOf(Hand& hand) {
-    hand.connection().deadline().begin();
-    static_cast<void>(prepareKeyboard(hand.connection()));
-    const auto map = readKeyboardMap(hand.connection()).value();
+xcb_key_press_event_t pressOf(TestClient& testClient) {
+    testClient.connection().deadline().begin();
+    static_cast<void>(prepareKeyboard(testClient.connection()));
+    const auto map = readKeyboardMap(testClient.connection()).value();
     xcb_key_press_event_t press{};
     press.response_type = XCB_KEY_PRESS;
     press.detail = map.keyCode(corvid::keyOf(leftArrow)->xkbName).value();
-    press.root = press.event = hand.connection().root();
+    press.root = press.event = testClient.connection().root();
     press.same_screen = 1;
     press.state = coreModifiers(map, controlAndOption);
     return press;
@@ -61,15 +61,15 @@ TEST(X11Desktop, AKeyPressThatAnotherClientMakesUpIsNone) {
         },
         &presses);
     ASSERT_EQ(keys.registerHotKey(leftArrow, controlAndOption, {}).status, noErr);
-    const xcb_key_press_event_t press = pressOf(followed.hand);
-    const std::vector<xcb_window_t> windows = windowsOfOthers(followed.hand.connection());
+    const xcb_key_press_event_t press = pressOf(followed.testClient);
+    const std::vector<xcb_window_t> windows = windowsOfOthers(followed.testClient.connection());
     ASSERT_FALSE(windows.empty());
     for (const xcb_window_t window : windows) {
         // Without a mask the server sends an event to the client that created the window (X11 protocol, SendEvent).
-        xcb_send_event(followed.hand.connection().raw(), 0, window, XCB_EVENT_MASK_NO_EVENT,
+        xcb_send_event(followed.testClient.connection().raw(), 0, window, XCB_EVENT_MASK_NO_EVENT,
                        reinterpret_cast<const char*>(&press));
     }
-    followed.hand.connection().flush();
+    followed.testClient.connection().flush();
     followed.settle();
     EXPECT_EQ(presses, 0);
 }
@@ -88,7 +88,7 @@ TEST(X11Desktop, WithoutXResourceAWindowsOwnerIsTheOneThatItNames) {
     followed.start();
     const ClientProcess editor{followed.server.display()};
     const xcb_window_t window = followed.makeWindow(editor, "Editor");
-    followed.hand.setWords(window, "_NET_WM_PID", "CARDINAL", {static_cast<std::uint32_t>(editor.process())});
+    followed.testClient.setWords(window, "_NET_WM_PID", "CARDINAL", {static_cast<std::uint32_t>(editor.process())});
     followed.managed.push_back(window);
     followed.list();
     ASSERT_TRUE(followed.runUntil([&] { return !followed.told.empty(); }));
@@ -105,8 +105,8 @@ TEST(X11Desktop, AllThatOneTurnWaitsForEndsAtOneDeadline) {
     followed.openWindow(editor, "Editor");
     TrayOwner panel(followed.server.display());
     EXPECT_TRUE(panel.asked().empty());
-    xcb_grab_server(followed.hand.connection().raw());
-    followed.hand.finish();
+    xcb_grab_server(followed.testClient.connection().raw());
+    followed.testClient.finish();
     // The loop serves its sources in turn: this is how long any other source waits.
     std::chrono::nanoseconds longest{};
     linux::Stopwatch sinceLast;
@@ -118,8 +118,8 @@ TEST(X11Desktop, AllThatOneTurnWaitsForEndsAtOneDeadline) {
     again();
     ASSERT_TRUE(followed.runUntil([&] { return longest >= linux::TurnDeadline::turnLimit / 2; }));
     EXPECT_LT(longest, FollowedDesktop::longestAllowedTurn);
-    xcb_ungrab_server(followed.hand.connection().raw());
-    followed.hand.finish();
+    xcb_ungrab_server(followed.testClient.connection().raw());
+    followed.testClient.finish();
     EXPECT_TRUE(followed.runUntil([&] { return !followed.told.empty(); })) << "what was put off is never read";
     EXPECT_EQ(followed.told, std::vector<std::string>{"launch editor"});
 }

@@ -39,7 +39,7 @@ void FollowedDesktop::start(std::unique_ptr<TilingManager> tiling) {
 xcb_window_t FollowedDesktop::makeWindow(const ClientProcess& client, const std::string& className) {
     const xcb_window_t window = client.makeWindow();
     if (!className.empty()) {
-        hand.setText(window, "WM_CLASS", "instance" + std::string(1, '\0') + className + std::string(1, '\0'));
+        testClient.setText(window, "WM_CLASS", "instance" + std::string(1, '\0') + className + std::string(1, '\0'));
     }
     return window;
 }
@@ -51,7 +51,7 @@ xcb_window_t FollowedDesktop::openWindow(const ClientProcess& client, const std:
 }
 
 void FollowedDesktop::closeWindow(xcb_window_t window) {
-    hand.destroy(window);
+    testClient.destroy(window);
     std::erase(managed, window);
     list();
 }
@@ -74,7 +74,7 @@ void FollowedDesktop::settle() {
     const std::string name = "settled" + std::to_string(++settlings);
     ClientProcess last(server.display());
     const xcb_window_t window = makeWindow(last, "");
-    hand.setText(window, "_GTK_APPLICATION_ID", name);
+    testClient.setText(window, "_GTK_APPLICATION_ID", name);
     managed.push_back(window);
     list();
     const auto saw = [&](const std::string& what) { return std::ranges::find(told, what) != told.end(); };

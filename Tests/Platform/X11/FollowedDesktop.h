@@ -2,10 +2,10 @@
 
 #include "../Linux/Applications/PlainApplications.h"
 #include "ClientProcess.h"
-#include "Hand.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/Desktop.h"
+#include "TestClient.h"
 #include "XServer.h"
 
 #include <chrono>
@@ -26,7 +26,7 @@ public:
         : server(lacking) {}
 
     XServer server;
-    Hand hand{server.display()};
+    TestClient testClient{server.display()};
     linux::MainLoop mainLoop;
     linux::PlainIdentification identification;
     linux::PlainCatalogue catalogue;
@@ -50,7 +50,7 @@ public:
 
     /// The windows that are managed, oldest first; `list` makes it so.
     std::vector<xcb_window_t> managed;
-    void list() { hand.list(managed); }
+    void list() { testClient.list(managed); }
 
     /// Runs the event loop until the condition holds; false if it does not within some seconds.
     [[nodiscard]] bool runUntil(const std::function<bool()>& condition);

@@ -55,7 +55,8 @@ protected:
     }
 
     /// An event of the X Input extension.
-    void hand(std::uint16_t type, const KeyCombination& key, std::optional<std::uint8_t> extension = std::nullopt) {
+    void testClient(std::uint16_t type, const KeyCombination& key,
+                    std::optional<std::uint8_t> extension = std::nullopt) {
         xcb_input_key_press_event_t event{};
         event.response_type = XCB_GE_GENERIC;
         event.extension = extension.value_or(inputExtension());
@@ -133,12 +134,12 @@ TEST_F(X11HotKeys, APressOfABorrowedKeyCountsOnceUntilItIsReleased) {
     keys.setBorrows(true);
     ASSERT_EQ(add(borrowedKey, 7).status, noErr);
     const KeyCombination key = combinationOf(borrowedKey);
-    hand(XCB_INPUT_KEY_PRESS, key);
+    testClient(XCB_INPUT_KEY_PRESS, key);
     EXPECT_EQ(takePressed(), (Ids{7}));
-    hand(XCB_INPUT_KEY_PRESS, key);
+    testClient(XCB_INPUT_KEY_PRESS, key);
     EXPECT_EQ(takePressed(), Ids{}) << "held down, it repeats";
-    hand(XCB_INPUT_KEY_RELEASE, key);
-    hand(XCB_INPUT_KEY_PRESS, key);
+    testClient(XCB_INPUT_KEY_RELEASE, key);
+    testClient(XCB_INPUT_KEY_PRESS, key);
     EXPECT_EQ(takePressed(), (Ids{7}));
 }
 
@@ -148,8 +149,8 @@ TEST_F(X11HotKeys, LocksDoNotMatterToABorrowedKeyAndOtherModifiersDo) {
     KeyCombination key = combinationOf(borrowedKey);
     const auto withModifiers = [&](unsigned modifiers) {
         const KeyCombination each{.keyCode = key.keyCode, .modifiers = static_cast<std::uint16_t>(modifiers)};
-        hand(XCB_INPUT_KEY_PRESS, each);
-        hand(XCB_INPUT_KEY_RELEASE, each);
+        testClient(XCB_INPUT_KEY_PRESS, each);
+        testClient(XCB_INPUT_KEY_RELEASE, each);
         return takePressed();
     };
     EXPECT_EQ(withModifiers(unsigned{key.modifiers} | map->lockModifiers), (Ids{7}));
@@ -164,11 +165,11 @@ TEST_F(X11HotKeys, OtherEventsAreNoPress) {
     keys.setBorrows(true);
     ASSERT_EQ(add(borrowedKey, 7).status, noErr);
     const KeyCombination key = combinationOf(borrowedKey);
-    hand(XCB_INPUT_KEY_PRESS, key, static_cast<std::uint8_t>(inputExtension() + 1));
-    hand(XCB_INPUT_KEY_RELEASE, key);
-    hand(XCB_INPUT_RAW_KEY_PRESS, key);
-    hand(XCB_INPUT_BUTTON_PRESS, key);
-    hand(XCB_INPUT_KEY_PRESS, combinationOf(freeKey));
+    testClient(XCB_INPUT_KEY_PRESS, key, static_cast<std::uint8_t>(inputExtension() + 1));
+    testClient(XCB_INPUT_KEY_RELEASE, key);
+    testClient(XCB_INPUT_RAW_KEY_PRESS, key);
+    testClient(XCB_INPUT_BUTTON_PRESS, key);
+    testClient(XCB_INPUT_KEY_PRESS, combinationOf(freeKey));
     EXPECT_EQ(takePressed(), Ids{});
 }
 
@@ -176,11 +177,11 @@ TEST_F(X11HotKeys, BothKindsOfEventsAreOfOneKeyboard) {
     keys.setBorrows(true);
     ASSERT_EQ(add(borrowedKey, 7).status, noErr);
     ASSERT_EQ(add(freeKey, 8).status, noErr);
-    hand(XCB_INPUT_KEY_PRESS, combinationOf(borrowedKey));
+    testClient(XCB_INPUT_KEY_PRESS, combinationOf(borrowedKey));
     handCore(XCB_KEY_PRESS, combinationOf(freeKey));
     handCore(XCB_KEY_PRESS, combinationOf(freeKey));
     handCore(XCB_KEY_RELEASE, combinationOf(freeKey));
-    hand(XCB_INPUT_KEY_RELEASE, combinationOf(borrowedKey));
+    testClient(XCB_INPUT_KEY_RELEASE, combinationOf(borrowedKey));
     handCore(XCB_KEY_PRESS, combinationOf(freeKey));
     EXPECT_EQ(takePressed(), (Ids{7, 8, 8}));
 }
@@ -199,7 +200,7 @@ TEST_F(X11HotKeys, ABorrowedKeyThatAnotherClientGrabsInTheSameWayIsLost) {
     EXPECT_TRUE(keys.renewBorrowed());
     EXPECT_TRUE(losses.take());
     EXPECT_EQ(loan(borrowedKey), HotKeyLoan::none);
-    hand(XCB_INPUT_KEY_PRESS, combinationOf(borrowedKey));
+    testClient(XCB_INPUT_KEY_PRESS, combinationOf(borrowedKey));
     EXPECT_EQ(takePressed(), Ids{});
 }
 

@@ -33,9 +33,9 @@ protected:
         followed.start();
         ASSERT_TRUE(followed.runUntil([&] { return followed.desktop->accessibility().isProcessTrusted(); }));
         // It announces itself before it listens.
-        Fence fence(followed.hand.connection());
+        Fence fence(followed.testClient.connection());
         ASSERT_TRUE(followed.runUntil([&] {
-            followed.hand.connection().deadline().begin();
+            followed.testClient.connection().deadline().begin();
             return fence.wait();
         }));
         logic = std::make_unique<LogicOnDesktop>(followed);
@@ -46,8 +46,8 @@ protected:
 
     xcb_window_t show(const ClientProcess& client, const std::string& className) {
         const xcb_window_t window = followed.makeWindow(client, className);
-        xcb_map_window(followed.hand.connection().raw(), window);
-        followed.hand.connection().flush();
+        xcb_map_window(followed.testClient.connection().raw(), window);
+        followed.testClient.connection().flush();
         return window;
     }
 
@@ -66,7 +66,7 @@ protected:
     }
 
     xcb_window_t active() {
-        Connection& connection = followed.hand.connection();
+        Connection& connection = followed.testClient.connection();
         connection.deadline().begin();
         const auto root = RootFactsRequest(connection).read(connection);
         return root ? root->activeWindow : xcb_window_t{XCB_WINDOW_NONE};
@@ -74,7 +74,7 @@ protected:
 
     /// A window's frame, as any client can read it.
     std::optional<CGRect> frame(xcb_window_t window) {
-        Connection& connection = followed.hand.connection();
+        Connection& connection = followed.testClient.connection();
         connection.deadline().begin();
         const auto facts = WindowFactsRequest(connection, window).read(connection);
         return facts ? std::optional(visibleRectangle(facts->geometry)) : std::nullopt;
@@ -104,10 +104,10 @@ TEST_F(InterruptedLaunchTest, AWindowMayBeDestroyedBetweenAnyTwoRequests) {
         ClientProcess editor(followed.server.display());
         const xcb_window_t window = followed.makeWindow(editor, "Editor");
         {
-            const RequestInterruption interruption(followed.hand.connection().raw(), number,
-                                                   [&] { followed.hand.destroy(window); });
-            xcb_map_window(followed.hand.connection().raw(), window);
-            followed.hand.connection().flush();
+            const RequestInterruption interruption(followed.testClient.connection().raw(), number,
+                                                   [&] { followed.testClient.destroy(window); });
+            xcb_map_window(followed.testClient.connection().raw(), window);
+            followed.testClient.connection().flush();
             ASSERT_TRUE(followed.runUntil([&] {
                 return interruption.hasHappened() ||
                        (isTold("launch editor") && active() == window && frame(window) == screen);

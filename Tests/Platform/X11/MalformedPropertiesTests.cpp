@@ -50,7 +50,7 @@ std::vector<Value> malformedValues() {
 class MalformedProperties : public testing::Test {
 protected:
     FollowedDesktop followed;
-    Hand& hand = followed.hand;
+    TestClient& testClient = followed.testClient;
     std::unique_ptr<ClientProcess> editor;
     xcb_window_t window = XCB_WINDOW_NONE;
 
@@ -59,15 +59,15 @@ protected:
         editor = std::make_unique<ClientProcess>(followed.server.display());
         window = followed.openWindow(*editor, "Editor");
         ASSERT_TRUE(followed.runUntil([&] { return !followed.told.empty(); }));
-        hand.setWords(hand.connection().root(), "_NET_ACTIVE_WINDOW", "WINDOW", {window});
+        testClient.setWords(testClient.connection().root(), "_NET_ACTIVE_WINDOW", "WINDOW", {window});
     }
 
     void set(xcb_window_t target, std::string_view property, std::string_view type, const Value& value) {
         constexpr std::size_t bitsInByte = 8;
         const auto count = static_cast<std::uint32_t>(value.bytes.size() / (value.format / bitsInByte));
-        xcb_change_property(hand.connection().raw(), XCB_PROP_MODE_REPLACE, target, hand.atom(property),
-                            hand.atom(type), value.format, count, value.bytes.data());
-        static_cast<void>(hand.atom("a round trip"));
+        xcb_change_property(testClient.connection().raw(), XCB_PROP_MODE_REPLACE, target, testClient.atom(property),
+                            testClient.atom(type), value.format, count, value.bytes.data());
+        static_cast<void>(testClient.atom("a round trip"));
     }
 
     /// Everything that a press and a rule read, and a write, in a turn of its own. Returns the window's frame.
@@ -133,7 +133,7 @@ TEST_F(MalformedProperties, OfAWindowLeaveItWhereItIsAndItsApplicationWhatItIs) 
             set(window, property, types.at(next++ % types.size()), value);
             EXPECT_EQ(useEverything(), natural) << property << ": " << value.what;
         }
-        hand.removeProperty(window, property);
+        testClient.removeProperty(window, property);
     }
     EXPECT_EQ(useEverything(), natural);
     EXPECT_EQ(followed.told, Told{"launch editor"});
@@ -179,7 +179,7 @@ TEST_F(MalformedProperties, OfTheRootCountUntilTheyAreGoneAndNoLonger) {
         "_NET_SUPPORTED",     "_NET_SUPPORTING_WM_CHECK", "_GTK_WORKAREAS_D0",    "_NET_NUMBER_OF_DESKTOPS",
     };
     testing::internal::CaptureStderr();
-    const xcb_window_t root = hand.connection().root();
+    const xcb_window_t root = testClient.connection().root();
     for (const char* property : properties) {
         std::size_t next = 0;
         for (const Value& value : malformedValues()) {
@@ -187,10 +187,10 @@ TEST_F(MalformedProperties, OfTheRootCountUntilTheyAreGoneAndNoLonger) {
             // Requests for thousands of windows may exceed the deadline; then nothing is reported.
             EXPECT_EQ(useEverything().value_or(natural), natural) << property << ": " << value.what;
         }
-        hand.removeProperty(root, property);
+        testClient.removeProperty(root, property);
         followed.drain();
     }
-    hand.setWords(root, "_NET_ACTIVE_WINDOW", "WINDOW", {window});
+    testClient.setWords(root, "_NET_ACTIVE_WINDOW", "WINDOW", {window});
     followed.list();
     followed.drain();
     EXPECT_EQ(followed.desktop->workspace().frontmostApplication(), editor->process());
@@ -242,13 +242,13 @@ TEST_F(MalformedProperties, AServerThatIsHeldStallsNothingHoweverLongTheListIs) 
     followed.list();
     followed.drain();
     followed.forgetLongestTurn();
-    xcb_grab_server(hand.connection().raw());
-    static_cast<void>(hand.atom("a round trip"));
+    xcb_grab_server(testClient.connection().raw());
+    static_cast<void>(testClient.atom("a round trip"));
     for (int press = 0; press < 5; ++press) {
         EXPECT_EQ(useEverything(), std::nullopt);
     }
-    xcb_ungrab_server(hand.connection().raw());
-    static_cast<void>(hand.atom("a round trip"));
+    xcb_ungrab_server(testClient.connection().raw());
+    static_cast<void>(testClient.atom("a round trip"));
     EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
     followed.drain();
     // The request to a busy server is repeated.

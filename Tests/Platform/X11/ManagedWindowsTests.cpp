@@ -1,9 +1,9 @@
 #include "ClientProcess.h"
-#include "Hand.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/X11/Event.h"
 #include "Platform/X11/ManagedWindows.h"
 #include "Platform/X11/ScopedPropertyWatch.h"
+#include "TestClient.h"
 #include "XServer.h"
 
 #include <gtest/gtest.h>
@@ -24,14 +24,14 @@ TEST(EventSelection, AMomentaryWatchLeavesTheLastingSelectionAlone) {
     const XServer server;
     linux::MainLoop loop;
     Connection connection = connect(server, loop);
-    Hand hand(server.display());
+    TestClient testClient(server.display());
     const ClientProcess client(server.display());
     const xcb_window_t window = client.makeWindow();
     EventSelection selection(connection);
     const auto isToldOfChange = [&] {
         connection.deadline().begin();
         std::free(xcb_get_input_focus_reply(connection.raw(), xcb_get_input_focus(connection.raw()), nullptr));
-        hand.setText(window, "WM_CLASS", "changed");
+        testClient.setText(window, "WM_CLASS", "changed");
         return connection.waitForEvent(connection.deadline().end(), [&](const xcb_generic_event_t& event) {
             return eventKind(event) == XCB_PROPERTY_NOTIFY;
         });
@@ -71,22 +71,22 @@ public:
 /// A server that another client blocks while this lives.
 class HeldServer {
 public:
-    explicit HeldServer(Hand& hand)
-        : hand(hand) {
-        xcb_grab_server(hand.connection().raw());
-        static_cast<void>(hand.atom("a round trip"));
+    explicit HeldServer(TestClient& testClient)
+        : testClient(testClient) {
+        xcb_grab_server(testClient.connection().raw());
+        static_cast<void>(testClient.atom("a round trip"));
     }
 
     HeldServer(const HeldServer&) = delete;
     HeldServer& operator=(const HeldServer&) = delete;
 
     ~HeldServer() {
-        xcb_ungrab_server(hand.connection().raw());
-        static_cast<void>(hand.atom("a round trip"));
+        xcb_ungrab_server(testClient.connection().raw());
+        static_cast<void>(testClient.atom("a round trip"));
     }
 
 private:
-    Hand& hand;
+    TestClient& testClient;
 };
 
 /// Windows of one client, followed on a server without other clients.
@@ -97,7 +97,7 @@ protected:
     XServer server;
     linux::MainLoop mainLoop;
     Connection connection = connect(server, mainLoop);
-    Hand hand{server.display()};
+    TestClient testClient{server.display()};
     EventSelection selection{connection};
     ManagedWindows managed{connection, selection, mainLoop};
     Notes notes;
@@ -123,14 +123,14 @@ TEST_F(FollowedWindows, ThatAServerDidNotAnswerForInTimeAreAskedForAgain) {
     work();
     ASSERT_EQ(notes.appeared, Windows{first});
     {
-        const HeldServer held(hand);
+        const HeldServer held(testClient);
         managed.follow({second});
         work();
         EXPECT_FALSE(managed.hasWork()) << "a server that is held must not be asked again at once";
     }
     EXPECT_EQ(notes.appeared, Windows{first});
     EXPECT_EQ(notes.vanished, Windows{});
-    hand.destroy(first);
+    testClient.destroy(first);
     awaitWork();
     ASSERT_TRUE(managed.hasWork());
     work();
@@ -188,7 +188,7 @@ TEST_F(FollowedWindows, ThatAreHiddenAreKnownUntilTheyAreDestroyed) {
     managed.work();
     ASSERT_NE(managed.find(window), nullptr);
     EXPECT_FALSE(managed.find(window)->isListed);
-    hand.destroy(window);
+    testClient.destroy(window);
     EXPECT_TRUE(connection.waitForEvent(connection.deadline().end(), [&](const xcb_generic_event_t& event) {
         managed.handle(event);
         return !notes.vanished.empty();

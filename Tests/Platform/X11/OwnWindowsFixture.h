@@ -1,9 +1,9 @@
 #pragma once
 
 #include "ClientProcess.h"
-#include "Hand.h"
 #include "Platform/Simulated/MainActor.h"
 #include "Platform/X11/OwnWindows.h"
+#include "TestClient.h"
 #include "XServer.h"
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ protected:
     using CGPoint = corvid::CGPoint;
 
     XServer server;
-    Hand hand{server.display()};
+    TestClient testClient{server.display()};
     ClientProcess toolkit{server.display()};
     linux::MainLoop clock;
     Connection connection = connect(server.display(), clock.turnDeadline());
@@ -89,26 +89,26 @@ protected:
     }
 
     xcb_window_t focused() {
-        hand.connection().deadline().begin();
-        const auto reply = hand.connection().reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(raw()));
+        testClient.connection().deadline().begin();
+        const auto reply = testClient.connection().reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(raw()));
         return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
     }
 
     CGPoint origin(xcb_window_t window) {
-        hand.connection().deadline().begin();
-        const auto reply = hand.connection().reply<xcb_get_geometry_reply_t>(xcb_get_geometry(raw(), window));
+        testClient.connection().deadline().begin();
+        const auto reply = testClient.connection().reply<xcb_get_geometry_reply_t>(xcb_get_geometry(raw(), window));
         return reply ? CGPoint{static_cast<double>(reply->x), static_cast<double>(reply->y)} : CGPoint{-1, -1};
     }
 
     void movePointer(std::int16_t x, std::int16_t y) {
-        xcb_warp_pointer(raw(), XCB_WINDOW_NONE, hand.connection().root(), 0, 0, 0, 0, x, y);
+        xcb_warp_pointer(raw(), XCB_WINDOW_NONE, testClient.connection().root(), 0, 0, 0, 0, x, y);
         finish();
     }
 
     /// Two monitors side by side, of which the right one is the primary one.
     void splitScreen() {
         for (const bool isPrimary : {false, true}) {
-            xcb_randr_monitor_info_t monitor{.name = hand.atom(isPrimary ? "RIGHT" : "LEFT"),
+            xcb_randr_monitor_info_t monitor{.name = testClient.atom(isPrimary ? "RIGHT" : "LEFT"),
                                              .primary = isPrimary,
                                              .automatic = 0,
                                              .nOutput = 0,
@@ -126,7 +126,7 @@ protected:
     /// libxcb 1.15 miscounts the bytes of this request.
     void sendMonitor(xcb_randr_monitor_info_t monitor) {
         xcb_randr_set_monitor_request_t request{};
-        request.window = hand.connection().root();
+        request.window = testClient.connection().root();
         // The library needs space for its own data in front.
         std::array<iovec, 4> parts{};
         parts[2] = {.iov_base = &request, .iov_len = sizeof request};
@@ -175,7 +175,7 @@ protected:
         return *std::move(opened);
     }
 
-    xcb_connection_t* raw() { return hand.connection().raw(); }
+    xcb_connection_t* raw() { return testClient.connection().raw(); }
 
     void finish() { static_cast<void>(focused()); }
 };

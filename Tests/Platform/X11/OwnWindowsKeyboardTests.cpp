@@ -93,12 +93,12 @@ TEST_F(OwnWindowsTest, AWindowThatIsGoneIsLeftAlone) {
     const xcb_window_t gone = makeShownWindow();
     const xcb_window_t vanishing = makeWindow();
     focus(editor);
-    hand.destroy(gone);
+    testClient.destroy(gone);
     windows.place(gone, "", {1, 2});
     takeKeyboard(gone);
     takeKeyboard(vanishing);
     handleAll();
-    hand.destroy(vanishing);
+    testClient.destroy(vanishing);
     ASSERT_TRUE(handleUntil([&] { return mainActor.waiting().empty(); }));
     EXPECT_EQ(focused(), editor);
 }
@@ -111,7 +111,7 @@ TEST_F(OwnWindowsTest, AHiddenWindowGivesTheKeyboardBack) {
         takeKeyboard(window);
         takeKeyboard(window);
         ASSERT_EQ(focused(), window);
-        isDestroyed ? hand.destroy(window) : hide(window);
+        isDestroyed ? testClient.destroy(window) : hide(window);
         EXPECT_TRUE(handleUntil([&] { return focused() == editor; })) << isDestroyed;
     }
 }
@@ -182,12 +182,12 @@ TEST(OwnWindowsOfTheDesktop, GetTheKeyboardWhenTheyAreShown) {
     const ClientProcess toolkit(followed.server.display());
     const xcb_window_t window = toolkit.makeWindow();
     followed.desktop->ownWindows().takeKeyboard(window);
-    Connection& hand = followed.hand.connection();
-    xcb_map_window(hand.raw(), window);
-    hand.flush();
+    Connection& testClient = followed.testClient.connection();
+    xcb_map_window(testClient.raw(), window);
+    testClient.flush();
     EXPECT_TRUE(followed.runUntil([&] {
-        hand.deadline().begin();
-        const auto focus = hand.reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(hand.raw()));
+        testClient.deadline().begin();
+        const auto focus = testClient.reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(testClient.raw()));
         return focus && focus->focus == window;
     }));
 }

@@ -45,11 +45,11 @@ TEST_F(OwnWindowsTest, AWindowIsPlacedFromThePrimaryScreensCorner) {
 TEST_F(OwnWindowsTest, TransparencyNeedsACompositor) {
     EXPECT_FALSE(windows.areBlended());
     const xcb_window_t compositor = toolkit.makeWindow();
-    const xcb_atom_t name = hand.atom("_NET_WM_CM_S0");
+    const xcb_atom_t name = testClient.atom("_NET_WM_CM_S0");
     xcb_set_selection_owner(raw(), compositor, name, XCB_CURRENT_TIME);
     finish();
     EXPECT_TRUE(windows.areBlended());
-    hand.destroy(compositor);
+    testClient.destroy(compositor);
     EXPECT_FALSE(windows.areBlended());
 }
 

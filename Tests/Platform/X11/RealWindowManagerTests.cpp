@@ -46,23 +46,23 @@ protected:
         ASSERT_TRUE(followed.runUntil([&] { return inCharge() != XCB_WINDOW_NONE && inCharge() != former; }));
         manager = std::move(next);
         // It announces itself before it listens.
-        Fence fence(followed.hand.connection());
+        Fence fence(followed.testClient.connection());
         ASSERT_TRUE(followed.runUntil([&] {
-            followed.hand.connection().deadline().begin();
+            followed.testClient.connection().deadline().begin();
             return fence.wait();
         }));
     }
 
     xcb_window_t inCharge() {
-        followed.hand.connection().deadline().begin();
-        return readWindowManager(followed.hand.connection()).checkWindow;
+        followed.testClient.connection().deadline().begin();
+        return readWindowManager(followed.testClient.connection()).checkWindow;
     }
 
     /// The program's next window, shown.
     xcb_window_t show(const ClientProcess& client, const std::string& className) {
         const xcb_window_t window = followed.makeWindow(client, className);
-        xcb_map_window(followed.hand.connection().raw(), window);
-        followed.hand.connection().flush();
+        xcb_map_window(followed.testClient.connection().raw(), window);
+        followed.testClient.connection().flush();
         return window;
     }
 
@@ -117,8 +117,10 @@ TEST_F(RealWindowManagerTest, AnotherWindowManagerTakesOverAndNothingIsReportedA
     ClientProcess before(followed.server.display());
     show(before, "Browser");
     ASSERT_TRUE(followed.runUntil([&] {
-        followed.hand.connection().deadline().begin();
-        return RootFactsRequest(followed.hand.connection()).read(followed.hand.connection())->clients.size() == 1;
+        followed.testClient.connection().deadline().begin();
+        return RootFactsRequest(followed.testClient.connection())
+                   .read(followed.testClient.connection())
+                   ->clients.size() == 1;
     }));
     followed.start();
     ClientProcess editor(followed.server.display());

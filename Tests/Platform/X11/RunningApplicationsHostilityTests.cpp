@@ -14,24 +14,24 @@ using Told = std::vector<std::string>;
 TEST(RunningApplicationsHostility, MalformedPropertiesIdentifyNoApplicationAndDoNoHarm) {
     FollowedDesktop followed;
     followed.start();
-    Hand& hand = followed.hand;
+    TestClient& testClient = followed.testClient;
     const ClientProcess client(followed.server.display());
     const xcb_window_t window = followed.makeWindow(client, "");
     const std::string endless(1U << 20U, 'x');
-    hand.setText(window, "WM_CLASS", endless);
-    hand.setWords(window, "_GTK_APPLICATION_ID", "ATOM", std::vector<std::uint32_t>(1000, 0x41414141));
-    hand.setWords(window, "_KDE_NET_WM_DESKTOP_FILE", "WINDOW", {});
-    hand.setText(window, "_NET_WM_PID", "not a number");
+    testClient.setText(window, "WM_CLASS", endless);
+    testClient.setWords(window, "_GTK_APPLICATION_ID", "ATOM", std::vector<std::uint32_t>(1000, 0x41414141));
+    testClient.setWords(window, "_KDE_NET_WM_DESKTOP_FILE", "WINDOW", {});
+    testClient.setText(window, "_NET_WM_PID", "not a number");
     followed.managed = {window};
     followed.settle();
     EXPECT_EQ(followed.told, Told{});
 
     for (const std::string& value : {std::string(), std::string(1, '\0'), std::string(600, '\0'), endless}) {
-        hand.setText(window, "WM_CLASS", value);
+        testClient.setText(window, "WM_CLASS", value);
         followed.settle();
         EXPECT_EQ(followed.told, Told{});
     }
-    hand.setText(window, "WM_CLASS", std::string("without ends\0Editor", 19));
+    testClient.setText(window, "WM_CLASS", std::string("without ends\0Editor", 19));
     followed.settle();
     EXPECT_EQ(followed.told, Told{"launch editor"});
 }
@@ -41,19 +41,20 @@ TEST(RunningApplicationsHostility, AListMayNameWhatItLikes) {
     followed.start();
     ClientProcess editor(followed.server.display());
     const xcb_window_t dead = editor.makeWindow();
-    followed.hand.destroy(dead);
+    followed.testClient.destroy(dead);
     const xcb_window_t window = followed.makeWindow(editor, "Editor");
     const xcb_window_t popup = followed.makeWindow(editor, "Editor");
     const std::uint32_t overrideRedirect = 1;
-    xcb_change_window_attributes(followed.hand.connection().raw(), popup, XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
-    followed.hand.list({0, dead, followed.hand.connection().root(), popup, 0xffffffff, 1, popup});
+    xcb_change_window_attributes(followed.testClient.connection().raw(), popup, XCB_CW_OVERRIDE_REDIRECT,
+                                 &overrideRedirect);
+    followed.testClient.list({0, dead, followed.testClient.connection().root(), popup, 0xffffffff, 1, popup});
     followed.drain();
     EXPECT_TRUE(followed.applications().runningApplications().empty());
     followed.managed = {dead, window, window, dead, 0xffffffff, window};
     followed.settle();
     EXPECT_EQ(followed.told, Told{"launch editor"});
     EXPECT_EQ(followed.applications().runningApplications().size(), 1U);
-    followed.hand.setText(followed.hand.connection().root(), "_NET_CLIENT_LIST", "no windows at all");
+    followed.testClient.setText(followed.testClient.connection().root(), "_NET_CLIENT_LIST", "no windows at all");
     followed.drain();
     followed.settle();
     EXPECT_EQ(followed.told, Told{"launch editor"});
@@ -65,7 +66,7 @@ TEST(RunningApplicationsHostility, AWindowThatWasGoneWhenItWasAskedMayBeAnotherO
     auto first = std::make_unique<ClientProcess>(followed.server.display());
     const xcb_window_t window = first->makeWindow();
     first.reset();
-    followed.hand.awaitEnd(window);
+    followed.testClient.awaitEnd(window);
     followed.managed = {window};
     followed.list();
     followed.drain();
@@ -83,9 +84,9 @@ TEST(RunningApplicationsHostility, AListThatCouldNotBeReadBecauseTheServerWasHel
     followed.start();
     const ClientProcess editor(followed.server.display());
     const xcb_window_t window = followed.makeWindow(editor, "Editor");
-    xcb_connection_t* holder = followed.hand.connection().raw();
+    xcb_connection_t* holder = followed.testClient.connection().raw();
     xcb_grab_server(holder);
-    followed.hand.list({window});
+    followed.testClient.list({window});
     followed.drain();
     EXPECT_EQ(followed.told, Told{});
     xcb_ungrab_server(holder);
@@ -130,7 +131,7 @@ TEST(WholeRunningApplicationsHostility, TwoThousandWindowsAtOnceStallNothingAndL
 
         for (const xcb_window_t window : followed.managed) {
             if (window != first) {
-                xcb_destroy_window(followed.hand.connection().raw(), window);
+                xcb_destroy_window(followed.testClient.connection().raw(), window);
             }
         }
         followed.managed = {first};

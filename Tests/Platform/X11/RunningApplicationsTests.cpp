@@ -66,7 +66,7 @@ TEST_F(RunningApplicationsTest, ApplicationsThatRanBeforeAreKnownInTheOrderOfThe
 
 TEST_F(RunningApplicationsTest, WindowsThatAreShownBeforeAWindowManagerComesWereThereBefore) {
     const xcb_window_t shown = followed.makeWindow(editor, "Editor");
-    xcb_map_window(followed.hand.connection().raw(), shown);
+    xcb_map_window(followed.testClient.connection().raw(), shown);
     const xcb_window_t helper = followed.makeWindow(browser, "Browser");
     followed.start();
     EXPECT_EQ(processes(followed.applications().runningApplications()),
@@ -88,37 +88,37 @@ TEST_F(RunningApplicationsTest, NothingIsKnownBeforeItIsFollowed) {
 
 TEST_F(RunningApplicationsTest, ALaunchWaitsUntilTheWindowManagerHasFinishedWithTheWindow) {
     followed.start();
-    followed.hand.becomeWindowManager();
+    followed.testClient.becomeWindowManager();
     followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() == 1; }));
+    ASSERT_TRUE(followed.runUntil([&] { return followed.testClient.waitingRequests() == 1; }));
     followed.drain();
     EXPECT_EQ(followed.told, Told{});
-    followed.hand.answerRequests();
+    followed.testClient.answerRequests();
     ASSERT_TRUE(isTold(1));
     EXPECT_EQ(followed.told, Told{"launch editor"});
 }
 
 TEST_F(RunningApplicationsTest, AnIdentityThatComesBeforeTheWindowManagerHasFinishedWaitsForThat) {
     followed.start();
-    followed.hand.becomeWindowManager();
+    followed.testClient.becomeWindowManager();
     const xcb_window_t window = followed.openWindow(editor, "");
-    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() == 1; }));
-    followed.hand.setText(window, "_GTK_APPLICATION_ID", "editor");
+    ASSERT_TRUE(followed.runUntil([&] { return followed.testClient.waitingRequests() == 1; }));
+    followed.testClient.setText(window, "_GTK_APPLICATION_ID", "editor");
     followed.drain();
     EXPECT_EQ(followed.applications().runningApplication(editor.process())->bundleIdentifier(), "editor");
     followed.drain();
     EXPECT_EQ(followed.told, Told{});
-    followed.hand.answerRequests();
+    followed.testClient.answerRequests();
     ASSERT_TRUE(isTold(1));
     EXPECT_EQ(followed.told, Told{"launch editor"});
 }
 
 TEST_F(RunningApplicationsTest, AWindowManagerThatEndsWithoutAnAnswerHoldsNoLaunchBackForLong) {
     followed.start();
-    followed.hand.becomeWindowManager();
+    followed.testClient.becomeWindowManager();
     followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(followed.runUntil([&] { return followed.hand.waitingRequests() == 1; }));
-    followed.hand.resign();
+    ASSERT_TRUE(followed.runUntil([&] { return followed.testClient.waitingRequests() == 1; }));
+    followed.testClient.resign();
     ASSERT_TRUE(isTold(1));
     followed.settle();
     EXPECT_EQ(followed.told, Told{"launch editor"});
@@ -134,9 +134,10 @@ TEST_F(RunningApplicationsTest, AnIdentityThatComesLateLaunchesThen) {
         EXPECT_EQ(desktop.told, Told{}) << property;
         EXPECT_EQ(desktop.applications().runningApplication(client.process())->bundleIdentifier(), std::nullopt);
 
-        desktop.hand.setText(window, property, property == "WM_CLASS" ? std::string("e\0Editor\0", 9) : "editor");
+        desktop.testClient.setText(window, property, property == "WM_CLASS" ? std::string("e\0Editor\0", 9) : "editor");
         ASSERT_TRUE(desktop.runUntil([&] { return !desktop.told.empty(); })) << property;
-        desktop.hand.setText(window, property, property == "WM_CLASS" ? std::string("b\0Browser\0", 10) : "browser");
+        desktop.testClient.setText(window, property,
+                                   property == "WM_CLASS" ? std::string("b\0Browser\0", 10) : "browser");
         desktop.settle();
         EXPECT_EQ(desktop.told, Told{"launch editor"}) << property;
     }
@@ -161,7 +162,7 @@ TEST_F(WholeRunningApplicationsTest,
     const xcb_window_t window = followed.openWindow(editor, "Nothing");
     ASSERT_TRUE(isTold(1));
     EXPECT_EQ(followed.told, Told{"launch nobody"});
-    followed.hand.setText(window, "_GTK_APPLICATION_ID", "editor");
+    followed.testClient.setText(window, "_GTK_APPLICATION_ID", "editor");
     followed.settle();
     EXPECT_EQ(followed.told, Told{"launch nobody"});
     EXPECT_EQ(followed.toldApplications.front()->bundleIdentifier(), "editor");
@@ -208,11 +209,11 @@ TEST_F(RunningApplicationsTest, ARestartOfTheWindowManagerLaunchesAndTerminatesN
     ASSERT_TRUE(isTold(3));
     const Told before = followed.told;
     const std::vector<xcb_window_t> all = followed.managed;
-    followed.hand.unlist();
+    followed.testClient.unlist();
     followed.drain();
-    followed.hand.list({all[2]});
+    followed.testClient.list({all[2]});
     followed.drain();
-    followed.hand.list({all[2], all[0], all[1]});
+    followed.testClient.list({all[2], all[0], all[1]});
     followed.settle();
     EXPECT_EQ(followed.told, before);
     EXPECT_EQ(followed.applications().runningApplications().size(), 3U);
@@ -226,10 +227,10 @@ TEST_F(RunningApplicationsTest, ARemoteApplicationEndsWithItsLastWindowAndNotWhe
     ASSERT_TRUE(isTold(1));
     EXPECT_LT(followed.toldApplications.front()->processIdentifier(), 0);
     followed.closeWindow(first);
-    followed.hand.unlist();
+    followed.testClient.unlist();
     followed.settle();
     EXPECT_EQ(followed.told, Told{"launch terminal"});
-    followed.hand.destroy(second);
+    followed.testClient.destroy(second);
     ASSERT_TRUE(isTold(2));
     EXPECT_EQ(followed.told, (Told{"launch terminal", "terminate terminal"}));
 }
@@ -241,7 +242,7 @@ TEST_F(RunningApplicationsTest, AProcessThatTakesOverTheIdsOfOneThatEndedIsLaunc
     const xcb_window_t window = followed.openWindow(editor, "Editor");
     ASSERT_TRUE(isTold(1));
     editor.end();
-    followed.hand.awaitEnd(window);
+    followed.testClient.awaitEnd(window);
     // The server gives the next client the free ids.
     ClientProcess next(followed.server.display());
     ASSERT_EQ(followed.makeWindow(next, "Terminal"), window);
@@ -264,10 +265,10 @@ TEST_F(RunningApplicationsTest, AProcessThatEndsBeforeItsLaunchIsNeverReported) 
 }
 
 TEST_F(RunningApplicationsTest, AnApplicationIsRegularWhileItHasAStandardWindowInTheTaskBars) {
-    Hand& hand = followed.hand;
+    TestClient& testClient = followed.testClient;
     followed.start();
     const xcb_window_t window = followed.makeWindow(editor, "Editor");
-    hand.setWords(window, "_NET_WM_WINDOW_TYPE", "ATOM", {hand.atom("_NET_WM_WINDOW_TYPE_SPLASH")});
+    testClient.setWords(window, "_NET_WM_WINDOW_TYPE", "ATOM", {testClient.atom("_NET_WM_WINDOW_TYPE_SPLASH")});
     followed.managed = {window};
     followed.list();
     ASSERT_TRUE(isTold(1));
@@ -278,9 +279,9 @@ TEST_F(RunningApplicationsTest, AnApplicationIsRegularWhileItHasAStandardWindowI
         return application->activationPolicy();
     };
     EXPECT_EQ(policy(), ActivationPolicy::accessory);
-    hand.setWords(window, "_NET_WM_WINDOW_TYPE", "ATOM", {hand.atom("_NET_WM_WINDOW_TYPE_NORMAL")});
+    testClient.setWords(window, "_NET_WM_WINDOW_TYPE", "ATOM", {testClient.atom("_NET_WM_WINDOW_TYPE_NORMAL")});
     EXPECT_EQ(policy(), ActivationPolicy::regular);
-    hand.setWords(window, "_NET_WM_STATE", "ATOM", {hand.atom("_NET_WM_STATE_SKIP_TASKBAR")});
+    testClient.setWords(window, "_NET_WM_STATE", "ATOM", {testClient.atom("_NET_WM_STATE_SKIP_TASKBAR")});
     EXPECT_EQ(policy(), ActivationPolicy::accessory);
     followed.openWindow(editor, "Editor");
     EXPECT_EQ(policy(), ActivationPolicy::regular);

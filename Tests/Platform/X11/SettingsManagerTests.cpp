@@ -31,29 +31,29 @@ protected:
     }
 
     void write(xcb_window_t manager, const std::string& contents) {
-        xcb_connection_t* raw = followed.hand.connection().raw();
-        const xcb_atom_t property = followed.hand.atom("_XSETTINGS_SETTINGS");
+        xcb_connection_t* raw = followed.testClient.connection().raw();
+        const xcb_atom_t property = followed.testClient.atom("_XSETTINGS_SETTINGS");
         xcb_change_property(raw, XCB_PROP_MODE_REPLACE, manager, property, property, 8,
                             static_cast<std::uint32_t>(contents.size()), contents.data());
-        followed.hand.connection().flush();
+        followed.testClient.connection().flush();
     }
 
     /// Takes the selection and announces it, as a manager does (ICCCM 2.8).
     void takeOver(xcb_window_t manager) {
-        Connection& hand = followed.hand.connection();
-        const xcb_atom_t selection = followed.hand.atom("_XSETTINGS_S0");
-        xcb_set_selection_owner(hand.raw(), manager, selection, XCB_CURRENT_TIME);
+        Connection& testClient = followed.testClient.connection();
+        const xcb_atom_t selection = followed.testClient.atom("_XSETTINGS_S0");
+        xcb_set_selection_owner(testClient.raw(), manager, selection, XCB_CURRENT_TIME);
         xcb_client_message_event_t message{.response_type = XCB_CLIENT_MESSAGE,
                                            .format = 32,
                                            .sequence = 0,
-                                           .window = hand.root(),
-                                           .type = followed.hand.atom("MANAGER"),
+                                           .window = testClient.root(),
+                                           .type = followed.testClient.atom("MANAGER"),
                                            .data = {}};
         message.data.data32[1] = selection;
         message.data.data32[2] = manager;
-        xcb_send_event(hand.raw(), 0, hand.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY,
+        xcb_send_event(testClient.raw(), 0, testClient.root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY,
                        reinterpret_cast<const char*>(&message));
-        hand.flush();
+        testClient.flush();
     }
 };
 
@@ -113,7 +113,7 @@ TEST_F(SettingsManagerTest, ManagersComeAndGo) {
     first.end();
     followed.drain();
     EXPECT_EQ(settings().wishes(), (AppearanceWishes{ColorScheme::light, false})) << "who was replaced counts no more";
-    followed.hand.destroy(light);
+    followed.testClient.destroy(light);
     EXPECT_TRUE(becomes(nothing));
     EXPECT_EQ(changes, 3);
 }
@@ -124,7 +124,7 @@ TEST_F(SettingsManagerTest, NonsenseIsNoWish) {
     write(manager, theme("Dark"));
     takeOver(manager);
     follow();
-    followed.hand.setWords(manager, "_XSETTINGS_SETTINGS", "CARDINAL", {0, 1, 0xffffffff, 0xffffffff});
+    followed.testClient.setWords(manager, "_XSETTINGS_SETTINGS", "CARDINAL", {0, 1, 0xffffffff, 0xffffffff});
     EXPECT_TRUE(becomes(nothing));
     write(manager, theme("Dark").substr(0, 20));
     write(manager, theme("Dark"));

@@ -189,12 +189,12 @@ TEST_F(TrayOfOlderPanels, AreNotTakenFromOtherAnnouncements) {
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
-    message.window = followed.hand.connection().root();
-    message.type = followed.hand.atom("MANAGER");
-    message.data.data32[1] = followed.hand.atom("WM_S0");
-    xcb_send_event(followed.hand.connection().raw(), 0, message.window, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
+    message.window = followed.testClient.connection().root();
+    message.type = followed.testClient.atom("MANAGER");
+    message.data.data32[1] = followed.testClient.atom("WM_S0");
+    xcb_send_event(followed.testClient.connection().raw(), 0, message.window, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&message));
-    followed.hand.connection().flush();
+    followed.testClient.connection().flush();
     followed.drain();
     EXPECT_FALSE(place().isOffered());
     EXPECT_TRUE(offers.empty());

@@ -105,8 +105,8 @@ public:
         int placings = 0;
     };
 
-    DecoratingManager(Hand& hand, State& state)
-        : hand(hand)
+    DecoratingManager(TestClient& testClient, State& state)
+        : testClient(testClient)
         , state(state) {}
 
     [[nodiscard]] std::string_view name() const override { return "tiler"; }
@@ -125,16 +125,16 @@ public:
         const CGRect taken{frame.origin,
                            {rounded(decorated.columns, frame.width(), around.left + around.right),
                             rounded(decorated.rows, frame.height(), around.top + around.bottom)}};
-        show(hand, state, taken, decorated.borders());
+        show(testClient, state, taken, decorated.borders());
         state.layout.windows[state.window] = {.frame = taken, .drawn = taken};
         return true;
     }
 
     /// Puts the window into its part of the layout, and reports or hides its borders outside.
-    static void tile(Hand& hand, State& state, const Decorated& decorated, bool tellsBorders) {
+    static void tile(TestClient& testClient, State& state, const Decorated& decorated, bool tellsBorders) {
         state.decorated = decorated;
         state.placings = 0;
-        show(hand, state, decorated.part, decorated.isBareInLayout ? Extents{} : decorated.borders());
+        show(testClient, state, decorated.part, decorated.isBareInLayout ? Extents{} : decorated.borders());
         state.layout = {
             .windows = {{state.window,
                          {.frame = decorated.part,
@@ -146,37 +146,37 @@ public:
 
 private:
     /// Puts the client into that frame and those borders.
-    static void show(Hand& hand, const State& state, const CGRect& frame, const Extents& borders) {
+    static void show(TestClient& testClient, const State& state, const CGRect& frame, const Extents& borders) {
         const auto word = [](double value) { return static_cast<std::uint32_t>(static_cast<std::int32_t>(value)); };
         const int ownBorder = state.decorated.clientBorder;
         const std::array<std::uint32_t, 5> values{word(frame.minX() + borders.left), word(frame.minY() + borders.top),
                                                   word(frame.width() - borders.left - borders.right - (2 * ownBorder)),
                                                   word(frame.height() - borders.top - borders.bottom - (2 * ownBorder)),
                                                   word(ownBorder)};
-        xcb_configure_window(hand.connection().raw(), state.window,
+        xcb_configure_window(testClient.connection().raw(), state.window,
                              XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
                                  XCB_CONFIG_WINDOW_HEIGHT | XCB_CONFIG_WINDOW_BORDER_WIDTH,
                              values.data());
-        hand.finish();
+        testClient.finish();
     }
 
-    Hand& hand;
+    TestClient& testClient;
     State& state;
 };
 
 class TilingManagerProperties : public testing::Test {
 protected:
     TilingManagerProperties() {
-        Hand& hand = followed.hand;
-        const xcb_window_t root = hand.connection().root();
+        TestClient& testClient = followed.testClient;
+        const xcb_window_t root = testClient.connection().root();
         const xcb_window_t check = manager.makeWindow();
-        hand.setText(check, "_NET_WM_NAME", "tiler");
-        hand.setWords(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
-        hand.setWords(root, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
-        hand.setWords(
-            root, "_NET_SUPPORTED", "ATOM",
-            {hand.atom("_NET_ACTIVE_WINDOW"), hand.atom("_NET_CLIENT_LIST"), hand.atom("_NET_MOVERESIZE_WINDOW")});
-        followed.start(std::make_unique<DecoratingManager>(hand, state));
+        testClient.setText(check, "_NET_WM_NAME", "tiler");
+        testClient.setWords(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+        testClient.setWords(root, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+        testClient.setWords(root, "_NET_SUPPORTED", "ATOM",
+                            {testClient.atom("_NET_ACTIVE_WINDOW"), testClient.atom("_NET_CLIENT_LIST"),
+                             testClient.atom("_NET_MOVERESIZE_WINDOW")});
+        followed.start(std::make_unique<DecoratingManager>(testClient, state));
         state.window = followed.openWindow(client, "Terminal");
         logic.emplace(followed);
         EXPECT_TRUE(followed.desktop->accessibility().isProcessTrusted());
@@ -187,10 +187,10 @@ protected:
         const auto word = [](int value) { return static_cast<std::uint32_t>(value); };
         const auto& [columns, rows] = std::pair(decorated.columns, decorated.rows);
         // Flags for steps and a base size; ICCCM 4.1.2.3 gives their places in the property.
-        followed.hand.setWords(state.window, "WM_NORMAL_HINTS", "WM_SIZE_HINTS",
-                               {(1U << 6U) | (1U << 8U), 0, 0, 0, 0, 0, 0, 0, 0, word(columns.step), word(rows.step), 0,
-                                0, 0, 0, word(columns.base), word(rows.base), 0});
-        DecoratingManager::tile(followed.hand, state, decorated, tellsBorders);
+        followed.testClient.setWords(state.window, "WM_NORMAL_HINTS", "WM_SIZE_HINTS",
+                                     {(1U << 6U) | (1U << 8U), 0, 0, 0, 0, 0, 0, 0, 0, word(columns.step),
+                                      word(rows.step), 0, 0, 0, 0, word(columns.base), word(rows.base), 0});
+        DecoratingManager::tile(followed.testClient, state, decorated, tellsBorders);
     }
 
     void press(WindowAction action) {

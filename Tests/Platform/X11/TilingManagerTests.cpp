@@ -31,8 +31,8 @@ public:
         int readings = 0;
     };
 
-    PlayedManager(Hand& hand, State& state)
-        : hand(hand)
+    PlayedManager(TestClient& testClient, State& state)
+        : testClient(testClient)
         , state(state) {}
 
     [[nodiscard]] std::string_view name() const override { return "tiler"; }
@@ -46,26 +46,26 @@ public:
 
     bool place(Connection& /*connection*/, xcb_window_t window, const CGRect& frame) override {
         state.placed.push_back({.window = window, .frame = frame});
-        show(hand, state, window, {.frame = frame, .drawn = frame, .isTiled = false});
+        show(testClient, state, window, {.frame = frame, .drawn = frame, .isTiled = false});
         return true;
     }
 
     /// Puts the window there, with its client inside.
-    static void show(Hand& hand, State& state, xcb_window_t window, const Layout::Window& shown) {
+    static void show(TestClient& testClient, State& state, xcb_window_t window, const Layout::Window& shown) {
         const auto [x, y] = shown.drawn.origin;
         const auto [width, height] = shown.drawn.size;
         const auto word = [](double value) { return static_cast<std::uint32_t>(static_cast<std::int32_t>(value)); };
         const std::array<std::uint32_t, 4> values{word(x + 2), word(y + 18), word(width - 4), word(height - 20)};
-        xcb_configure_window(hand.connection().raw(), window,
+        xcb_configure_window(testClient.connection().raw(), window,
                              XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
                                  XCB_CONFIG_WINDOW_HEIGHT,
                              values.data());
-        hand.connection().flush();
+        testClient.connection().flush();
         state.layout->windows.insert_or_assign(window, shown);
     }
 
 private:
-    Hand& hand;
+    TestClient& testClient;
     State& state;
 };
 
@@ -73,28 +73,28 @@ class TilingManagerTest : public testing::Test {
 protected:
     TilingManagerTest() {
         identify("tiler");
-        followed.start(std::make_unique<PlayedManager>(followed.hand, state));
+        followed.start(std::make_unique<PlayedManager>(followed.testClient, state));
         window = followed.openWindow(client, "Editor");
         EXPECT_TRUE(accessibility().isProcessTrusted());
     }
 
     /// Makes a window manager of that name the current one.
     void identify(const std::string& name) {
-        Hand& hand = followed.hand;
-        const xcb_window_t root = hand.connection().root();
+        TestClient& testClient = followed.testClient;
+        const xcb_window_t root = testClient.connection().root();
         if (check == XCB_WINDOW_NONE) {
             check = manager.makeWindow();
         }
-        hand.setText(check, "_NET_WM_NAME", name);
-        hand.setWords(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
-        hand.setWords(root, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
-        hand.setWords(
-            root, "_NET_SUPPORTED", "ATOM",
-            {hand.atom("_NET_ACTIVE_WINDOW"), hand.atom("_NET_CLIENT_LIST"), hand.atom("_NET_MOVERESIZE_WINDOW")});
+        testClient.setText(check, "_NET_WM_NAME", name);
+        testClient.setWords(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+        testClient.setWords(root, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+        testClient.setWords(root, "_NET_SUPPORTED", "ATOM",
+                            {testClient.atom("_NET_ACTIVE_WINDOW"), testClient.atom("_NET_CLIENT_LIST"),
+                             testClient.atom("_NET_MOVERESIZE_WINDOW")});
     }
 
     void show(const CGRect& frame, bool isTiled) {
-        PlayedManager::show(followed.hand, state, window, {.frame = frame, .drawn = frame, .isTiled = isTiled});
+        PlayedManager::show(followed.testClient, state, window, {.frame = frame, .drawn = frame, .isTiled = isTiled});
         settle();
     }
 
@@ -121,8 +121,8 @@ protected:
 
     /// The window has a base size of 4 by 4, and steps of 10 by 20.
     void countInSteps() {
-        followed.hand.setWords(window, "WM_NORMAL_HINTS", "WM_SIZE_HINTS",
-                               {(1U << 6U) | (1U << 8U), 0, 0, 0, 0, 0, 0, 0, 0, 10, 20, 0, 0, 0, 0, 4, 4, 0});
+        followed.testClient.setWords(window, "WM_NORMAL_HINTS", "WM_SIZE_HINTS",
+                                     {(1U << 6U) | (1U << 8U), 0, 0, 0, 0, 0, 0, 0, 0, 10, 20, 0, 0, 0, 0, 4, 4, 0});
     }
 
     void write(const CGRect& wanted) {
@@ -165,7 +165,7 @@ TEST_F(TilingManagerTest, ReportsTheVisibleFrameOfAWindow) {
 }
 
 TEST_F(TilingManagerTest, AHiddenWindowHasItsFutureFrame) {
-    PlayedManager::show(followed.hand, state, window,
+    PlayedManager::show(followed.testClient, state, window,
                         {.frame = {{100, 200}, {700, 500}}, .drawn = {{30, 40}, {300, 200}}, .isTiled = false});
     settle();
     EXPECT_EQ(frame(), (CGRect{{100, 200}, {700, 500}}));
@@ -213,12 +213,12 @@ TEST_F(TilingManagerTest, IsAskedForSizesThatTheWindowTakes) {
 
 TEST_F(TilingManagerTest, AWindowInTheLayoutIsPlacedForGoodAlsoIfItIsCalledMaximized) {
     countInSteps();
-    Hand& hand = followed.hand;
-    hand.setWords(window, "_NET_WM_STATE", "ATOM", {hand.atom("_NET_WM_STATE_MAXIMIZED_VERT")});
+    TestClient& testClient = followed.testClient;
+    testClient.setWords(window, "_NET_WM_STATE", "ATOM", {testClient.atom("_NET_WM_STATE_MAXIMIZED_VERT")});
     show({{100, 0}, {708, 604}}, true);
     write({{0, 0}, {800, 600}});
     EXPECT_EQ(frame(), (CGRect{{0, 0}, {798, 584}}));
-    hand.setWords(window, "_NET_WM_STATE", "ATOM", {});
+    testClient.setWords(window, "_NET_WM_STATE", "ATOM", {});
     settle();
     write({{0, 0}, {800, 600}});
     EXPECT_EQ(frame(), (CGRect{{0, 0}, {798, 584}}));

@@ -21,9 +21,9 @@ xcb_visualid_t visualOfDepth(const xcb_screen_t& screen, std::uint8_t depth) {
 } // namespace
 
 TrayOwner::TrayOwner(const std::string& display, std::uint8_t depth, std::vector<std::uint32_t> colours)
-    : hand(display) {
-    xcb_connection_t* raw = hand.connection().raw();
-    const xcb_window_t root = hand.connection().root();
+    : testClient(display) {
+    xcb_connection_t* raw = testClient.connection().raw();
+    const xcb_window_t root = testClient.connection().root();
     owner = xcb_generate_id(raw);
     xcb_create_window(raw, XCB_COPY_FROM_PARENT, owner, root, -10, -10, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
                       XCB_COPY_FROM_PARENT, 0, nullptr);
@@ -33,34 +33,34 @@ TrayOwner::TrayOwner(const std::string& display, std::uint8_t depth, std::vector
                       XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values.data());
     xcb_map_window(raw, box);
     if (depth != 0) {
-        hand.setWords(owner, "_NET_SYSTEM_TRAY_VISUAL", "VISUALID",
-                      {visualOfDepth(hand.connection().screenSetup(), depth)});
+        testClient.setWords(owner, "_NET_SYSTEM_TRAY_VISUAL", "VISUALID",
+                            {visualOfDepth(testClient.connection().screenSetup(), depth)});
     }
     if (!colours.empty()) {
-        hand.setWords(owner, "_NET_SYSTEM_TRAY_COLORS", "CARDINAL", colours);
+        testClient.setWords(owner, "_NET_SYSTEM_TRAY_COLORS", "CARDINAL", colours);
     }
     announce();
 }
 
 void TrayOwner::announce() {
-    xcb_connection_t* raw = hand.connection().raw();
-    const xcb_atom_t selection = hand.atom("_NET_SYSTEM_TRAY_S0");
+    xcb_connection_t* raw = testClient.connection().raw();
+    const xcb_atom_t selection = testClient.atom("_NET_SYSTEM_TRAY_S0");
     xcb_set_selection_owner(raw, owner, selection, XCB_CURRENT_TIME);
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
-    message.window = hand.connection().root();
-    message.type = hand.atom("MANAGER");
+    message.window = testClient.connection().root();
+    message.type = testClient.atom("MANAGER");
     message.data.data32[1] = selection;
     message.data.data32[2] = owner;
-    xcb_send_event(raw, 0, hand.connection().root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY,
+    xcb_send_event(raw, 0, testClient.connection().root(), XCB_EVENT_MASK_STRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&message));
-    hand.connection().flush();
+    testClient.connection().flush();
 }
 
 const std::vector<xcb_window_t>& TrayOwner::asked() {
-    const xcb_atom_t opcode = hand.atom("_NET_SYSTEM_TRAY_OPCODE");
-    while (const auto event = hand.connection().nextEvent()) {
+    const xcb_atom_t opcode = testClient.atom("_NET_SYSTEM_TRAY_OPCODE");
+    while (const auto event = testClient.connection().nextEvent()) {
         const auto* message = eventAs<xcb_client_message_event_t>(*event, XCB_CLIENT_MESSAGE);
         if (message != nullptr && message->type == opcode && message->window == owner && message->data.data32[1] == 0) {
             requests.push_back(message->data.data32[2]);
@@ -70,23 +70,23 @@ const std::vector<xcb_window_t>& TrayOwner::asked() {
 }
 
 void TrayOwner::embed(xcb_window_t window, std::uint16_t size) {
-    xcb_connection_t* raw = hand.connection().raw();
+    xcb_connection_t* raw = testClient.connection().raw();
     const std::array<std::uint32_t, 2> sizes{size, size};
     xcb_configure_window(raw, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, sizes.data());
     xcb_reparent_window(raw, window, box, 10, 5);
     xcb_map_window(raw, window);
-    hand.connection().flush();
+    testClient.connection().flush();
 }
 
 void TrayOwner::letGo(xcb_window_t window) {
-    xcb_reparent_window(hand.connection().raw(), window, hand.connection().root(), 0, 0);
-    hand.connection().flush();
+    xcb_reparent_window(testClient.connection().raw(), window, testClient.connection().root(), 0, 0);
+    testClient.connection().flush();
 }
 
 void TrayOwner::leave() {
     if (owner != XCB_WINDOW_NONE) {
-        hand.destroy(box);
-        hand.destroy(owner);
+        testClient.destroy(box);
+        testClient.destroy(owner);
         owner = XCB_WINDOW_NONE;
     }
 }
@@ -96,19 +96,19 @@ void TrayOwner::click(xcb_window_t window, std::uint8_t button, std::int16_t roo
     press.response_type = XCB_BUTTON_PRESS;
     press.detail = button;
     press.event = window;
-    press.root = hand.connection().root();
+    press.root = testClient.connection().root();
     press.root_x = rootX;
     press.root_y = rootY;
     press.same_screen = 1;
-    xcb_send_event(hand.connection().raw(), 0, window, XCB_EVENT_MASK_BUTTON_PRESS,
+    xcb_send_event(testClient.connection().raw(), 0, window, XCB_EVENT_MASK_BUTTON_PRESS,
                    reinterpret_cast<const char*>(&press));
-    hand.connection().flush();
+    testClient.connection().flush();
 }
 
 std::vector<std::uint32_t> TrayOwner::pixels(xcb_window_t window, std::uint16_t size) {
-    hand.connection().deadline().begin();
-    const auto image = hand.connection().reply<xcb_get_image_reply_t>(
-        xcb_get_image(hand.connection().raw(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, 0, 0, size, size, ~0U));
+    testClient.connection().deadline().begin();
+    const auto image = testClient.connection().reply<xcb_get_image_reply_t>(
+        xcb_get_image(testClient.connection().raw(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, 0, 0, size, size, ~0U));
     if (!image) {
         return {};
     }
@@ -118,9 +118,9 @@ std::vector<std::uint32_t> TrayOwner::pixels(xcb_window_t window, std::uint16_t 
 }
 
 std::uint8_t TrayOwner::depthOf(xcb_window_t window) {
-    hand.connection().deadline().begin();
-    const auto geometry =
-        hand.connection().reply<xcb_get_geometry_reply_t>(xcb_get_geometry(hand.connection().raw(), window));
+    testClient.connection().deadline().begin();
+    const auto geometry = testClient.connection().reply<xcb_get_geometry_reply_t>(
+        xcb_get_geometry(testClient.connection().raw(), window));
     return geometry ? geometry->depth : std::uint8_t{0};
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Hand.h"
+#include "TestClient.h"
 
 #include <cstdint>
 #include <string>
@@ -40,7 +40,7 @@ public:
 
     static constexpr std::uint32_t boxColour = 0x204060;
 
-    Hand hand;
+    TestClient testClient;
 
 private:
     void announce();

@@ -35,7 +35,7 @@ TEST(WindowKind, PanelsDesktopsAndMenusAreFurniture) {
     const AtomTable atoms = numberedAtoms();
     for (const Atom type : {Atom::netWmWindowTypeDesktop, Atom::netWmWindowTypeDock, Atom::netWmWindowTypePopupMenu,
                             Atom::netWmWindowTypeTooltip, Atom::netWmWindowTypeNotification}) {
-        EXPECT_EQ(windowKind(atoms, {atoms[type]}, false), WindowKind::furniture);
+        EXPECT_EQ(windowKind(atoms, {atoms[type]}, false), WindowKind::ignored);
     }
 }
 

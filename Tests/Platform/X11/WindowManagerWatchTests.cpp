@@ -22,19 +22,19 @@ protected:
     /// What a window manager does as it begins.
     void announce(const ClientProcess& manager) {
         const xcb_window_t check = manager.makeWindow();
-        followed.hand.setWords(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+        followed.testClient.setWords(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
         support();
-        followed.hand.setWords(root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+        followed.testClient.setWords(root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
     }
 
     void support() {
-        Hand& hand = followed.hand;
-        hand.setWords(
-            root(), "_NET_SUPPORTED", "ATOM",
-            {hand.atom("_NET_ACTIVE_WINDOW"), hand.atom("_NET_CLIENT_LIST"), hand.atom("_NET_MOVERESIZE_WINDOW")});
+        TestClient& testClient = followed.testClient;
+        testClient.setWords(root(), "_NET_SUPPORTED", "ATOM",
+                            {testClient.atom("_NET_ACTIVE_WINDOW"), testClient.atom("_NET_CLIENT_LIST"),
+                             testClient.atom("_NET_MOVERESIZE_WINDOW")});
     }
 
-    [[nodiscard]] xcb_window_t root() { return followed.hand.connection().root(); }
+    [[nodiscard]] xcb_window_t root() { return followed.testClient.connection().root(); }
 
     [[nodiscard]] bool isTrusted() { return followed.desktop->accessibility().isProcessTrusted(); }
 
@@ -96,16 +96,16 @@ TEST_F(X11Permission, IsKeptWhileOneWindowManagerReplacesAnother) {
 TEST_F(X11WindowManagerWatch, SeesEveryStepOfAnAnnouncement) {
     const xcb_window_t check = manager->makeWindow();
     followed.start();
-    followed.hand.setWords(root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+    followed.testClient.setWords(root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
     followed.drain();
     EXPECT_FALSE(isTrusted()) << "the window does not name itself yet";
-    followed.hand.setWords(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+    followed.testClient.setWords(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
     followed.drain();
     EXPECT_FALSE(isTrusted()) << "it supports nothing yet";
     support();
     followed.drain();
     EXPECT_TRUE(isTrusted());
-    followed.hand.removeProperty(check, "_NET_SUPPORTING_WM_CHECK");
+    followed.testClient.removeProperty(check, "_NET_SUPPORTING_WM_CHECK");
     followed.drain();
     EXPECT_FALSE(isTrusted());
 }
@@ -113,7 +113,7 @@ TEST_F(X11WindowManagerWatch, SeesEveryStepOfAnAnnouncement) {
 TEST_F(X11WindowManagerWatch, TheRootWindowIsNoProofOfAWindowManager) {
     followed.start();
     support();
-    followed.hand.setWords(root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {root()});
+    followed.testClient.setWords(root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {root()});
     followed.drain();
     EXPECT_FALSE(isTrusted());
     announce(*manager);

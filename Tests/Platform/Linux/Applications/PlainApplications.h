@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Seam/Desktop/ApplicationCatalogue.h"
 #include "Platform/Linux/Applications/ApplicationIdentification.h"
+#include "Platform/Seam/Desktop/ApplicationCatalogue.h"
 
 #include <filesystem>
 #include <optional>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Platform/Seam/Requests/ControlRequests.h"
 #include "Platform/Linux/Control/Session.h"
 #include "Platform/Linux/Files/FileDescriptor.h"
 #include "Platform/Linux/Loop/MainLoop.h"
+#include "Platform/Seam/Requests/ControlRequests.h"
 
 #include <functional>
 #include <map>

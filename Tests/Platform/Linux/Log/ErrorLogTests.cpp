@@ -1,5 +1,5 @@
-#include "Platform/Linux/Log/ErrorLog.h"
 #include "Platform/Linux/Files/FileDescriptor.h"
+#include "Platform/Linux/Log/ErrorLog.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

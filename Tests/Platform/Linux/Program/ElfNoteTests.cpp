@@ -1,7 +1,7 @@
+#include "Platform/Linux/Files/RegularFile.h"
 #include "Platform/Linux/Program/ElfNote.h"
 #include "Platform/Linux/Program/PluginFile.h"
 #include "Platform/Linux/Program/ProgramFile.h"
-#include "Platform/Linux/Files/RegularFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

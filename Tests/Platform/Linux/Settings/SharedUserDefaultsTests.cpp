@@ -63,12 +63,12 @@ TEST_F(SharedUserDefaults, KeepOtherWritersChangesToTheFile) {
     UserDefaults defaults = open();
     defaults.set(true, "enabled");
     UserDefaults(path, log.sink()).set(false, "enabled");
-    UserDefaults(path, log.sink()).set("by hand", "note");
+    UserDefaults(path, log.sink()).set("by testClient", "note");
     defaults.set(1, "other");
     EXPECT_EQ(open().object("enabled"), PropertyListValue(false));
-    EXPECT_EQ(open().object("note"), PropertyListValue("by hand"));
+    EXPECT_EQ(open().object("note"), PropertyListValue("by testClient"));
     EXPECT_EQ(open().object("other"), PropertyListValue(1));
-    EXPECT_EQ(defaults.object("note"), PropertyListValue("by hand")) << "known from the write on";
+    EXPECT_EQ(defaults.object("note"), PropertyListValue("by testClient")) << "known from the write on";
     EXPECT_THAT(log.lines, IsEmpty());
 }
 

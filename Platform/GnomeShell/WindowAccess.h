@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Compositor/Door.h"
+#include "Platform/Compositor/WindowAccess.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/GnomeShell/ShellLink.h"
 
@@ -13,23 +13,23 @@ namespace platform::gnomeshell {
 /// GNOME Shell's windows, through our extension in it. The extension reports once that windows have moved; the door
 /// requests their frames when they are read. Points of the shell's space are logical pixels; its origin is the top-left
 /// corner of the rectangle around all monitors.
-class Door final : public compositor::Door, private ShellLink::Listener {
+class WindowAccess final : public compositor::WindowAccess, private ShellLink::Listener {
 public:
     /// What is done about a closed door, and the reason why it is closed. Neither may be empty.
-    struct Way {
+    struct Opening {
         std::function<void()> show;
         std::function<AccessObstacle()> obstacle;
     };
 
     /// Link and table must outlive the door.
-    Door(ShellLink& link, compositor::WindowTable& table, Way way);
+    WindowAccess(ShellLink& link, compositor::WindowTable& table, Opening opening);
 
     void refresh(Instant deadline) override;
     AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
 
-    void prompt() override { way.show(); }
+    void prompt() override { opening.show(); }
 
-    [[nodiscard]] AccessObstacle obstacle() const override { return way.obstacle(); }
+    [[nodiscard]] AccessObstacle obstacle() const override { return opening.obstacle(); }
 
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override;
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
@@ -44,7 +44,7 @@ private:
 
     ShellLink& link;
     compositor::WindowTable& table;
-    Way way;
+    Opening opening;
     /// The focused object, whether it is a window of the table or not.
     std::optional<compositor::WindowIdentifier> focused;
     bool areFramesStale = false;

@@ -74,7 +74,7 @@ class Service {
  * The object on the session bus. It serves only the connection that owns the program's name, from its call of Hello on.
  * Before that, and after the name is lost, it follows, holds and shows nothing for any client.
  */
-class Door {
+class BusObject {
     enable() {
         this._missing = missingOfTheShell();
         if (this._missing.length > 0)

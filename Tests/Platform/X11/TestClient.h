@@ -11,9 +11,9 @@
 namespace platform::x11 {
 
 /// A client under the test's control: it writes properties, removes windows, and acts as the window manager.
-class Hand {
+class TestClient {
 public:
-    explicit Hand(const std::string& display);
+    explicit TestClient(const std::string& display);
 
     [[nodiscard]] Connection& connection() { return link; }
 

@@ -1,4 +1,4 @@
-#include "Hand.h"
+#include "TestClient.h"
 
 #include "Platform/X11/Event.h"
 
@@ -18,41 +18,41 @@ Connection connect(const std::string& display, linux::TurnDeadline& deadline) {
 
 } // namespace
 
-Hand::Hand(const std::string& display)
+TestClient::TestClient(const std::string& display)
     : link(connect(display, clock.turnDeadline())) {
 }
 
-xcb_atom_t Hand::atom(std::string_view name) {
+xcb_atom_t TestClient::atom(std::string_view name) {
     link.deadline().begin();
     const auto interned = link.reply<xcb_intern_atom_reply_t>(
         xcb_intern_atom(link.raw(), 0, static_cast<std::uint16_t>(name.size()), name.data()));
     return interned ? interned->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
-void Hand::setText(xcb_window_t window, std::string_view property, std::string_view text) {
+void TestClient::setText(xcb_window_t window, std::string_view property, std::string_view text) {
     xcb_change_property(link.raw(), XCB_PROP_MODE_REPLACE, window, atom(property), XCB_ATOM_STRING, 8,
                         static_cast<std::uint32_t>(text.size()), text.data());
     finish();
 }
 
-void Hand::setWords(xcb_window_t window, std::string_view property, std::string_view type,
-                    const std::vector<std::uint32_t>& words) {
+void TestClient::setWords(xcb_window_t window, std::string_view property, std::string_view type,
+                          const std::vector<std::uint32_t>& words) {
     xcb_change_property(link.raw(), XCB_PROP_MODE_REPLACE, window, atom(property), atom(type), 32,
                         static_cast<std::uint32_t>(words.size()), words.data());
     finish();
 }
 
-void Hand::removeProperty(xcb_window_t window, std::string_view property) {
+void TestClient::removeProperty(xcb_window_t window, std::string_view property) {
     xcb_delete_property(link.raw(), window, atom(property));
     finish();
 }
 
-void Hand::destroy(xcb_window_t window) {
+void TestClient::destroy(xcb_window_t window) {
     xcb_destroy_window(link.raw(), window);
     finish();
 }
 
-void Hand::awaitEnd(xcb_window_t window) {
+void TestClient::awaitEnd(xcb_window_t window) {
     const auto exists = [&] {
         link.deadline().begin();
         return link.reply<xcb_get_geometry_reply_t>(xcb_get_geometry(link.raw(), window)) != nullptr;
@@ -61,21 +61,21 @@ void Hand::awaitEnd(xcb_window_t window) {
     }
 }
 
-void Hand::list(const std::vector<xcb_window_t>& windows) {
+void TestClient::list(const std::vector<xcb_window_t>& windows) {
     setWords(link.root(), "_NET_CLIENT_LIST", "WINDOW", windows);
 }
 
-void Hand::becomeWindowManager() {
+void TestClient::becomeWindowManager() {
     selectOnRoot(XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT);
 }
 
-void Hand::resign() {
+void TestClient::resign() {
     selectOnRoot(0);
     static_cast<void>(waitingRequests());
     requests.clear();
 }
 
-std::size_t Hand::waitingRequests() {
+std::size_t TestClient::waitingRequests() {
     finish();
     while (const auto event = link.nextEvent()) {
         if (const auto* request = eventAs<xcb_configure_request_event_t>(*event, XCB_CONFIGURE_REQUEST)) {
@@ -85,7 +85,7 @@ std::size_t Hand::waitingRequests() {
     return requests.size();
 }
 
-void Hand::answerRequests() {
+void TestClient::answerRequests() {
     static_cast<void>(waitingRequests());
     for (const xcb_configure_request_event_t& request : requests) {
         const std::uint32_t width = request.width;
@@ -95,12 +95,12 @@ void Hand::answerRequests() {
     finish();
 }
 
-void Hand::finish() {
+void TestClient::finish() {
     link.deadline().begin();
     static_cast<void>(link.reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(link.raw())));
 }
 
-void Hand::selectOnRoot(std::uint32_t mask) {
+void TestClient::selectOnRoot(std::uint32_t mask) {
     xcb_change_window_attributes(link.raw(), link.root(), XCB_CW_EVENT_MASK, &mask);
     finish();
 }

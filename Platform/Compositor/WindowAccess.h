@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CorvidKitCore/Geometry.h"
-#include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/Compositor/Window.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/Seam/Desktop/MainActor.h"
 
 #include <optional>
@@ -12,12 +12,12 @@ namespace platform::compositor {
 
 /// The way to one compositor: keeps a `WindowTable` up to date and carries requests out. No other class knows the
 /// compositor's protocol. Main thread only; rectangles are in the compositor's own space.
-class Door {
+class WindowAccess {
 public:
-    Door() = default;
-    Door(const Door&) = delete;
-    Door& operator=(const Door&) = delete;
-    virtual ~Door() = default;
+    WindowAccess() = default;
+    WindowAccess(const WindowAccess&) = delete;
+    WindowAccess& operator=(const WindowAccess&) = delete;
+    virtual ~WindowAccess() = default;
 
     /// Brings the table up to date, within `deadline`. Asked before the first reading of each turn of the event loop; a
     /// door that receives an event for every change has nothing to do.

@@ -1,12 +1,12 @@
-#include "Tests/Platform/Sway/OpenDoor.h"
+#include "Tests/Platform/Sway/OpenWindowAccess.h"
 
 #include <poll.h>
 
 #include <csignal>
 
-OpenDoor::OpenDoor() = default;
+OpenWindowAccess::OpenWindowAccess() = default;
 
-bool OpenDoor::runUntil(const std::function<bool()>& condition) {
+bool OpenWindowAccess::runUntil(const std::function<bool()>& condition) {
     constexpr std::chrono::seconds patience{10};
     const platform::Instant end = loop.now() + patience;
     while (loop.serve() != platform::HostedLoop::Outlook::ended) {
@@ -23,7 +23,7 @@ bool OpenDoor::runUntil(const std::function<bool()>& condition) {
     return false;
 }
 
-bool OpenDoor::refresh() {
+bool OpenWindowAccess::refresh() {
     const int before = sway.treeReadings();
     sway.tell(0x80000003, R"({"change":"focus","container":{}})");
     return runUntil([&] { return sway.treeReadings() > before; });

@@ -1,4 +1,4 @@
-#include "Benchmarks/Probes/Wayland/Hand.h"
+#include "Benchmarks/Probes/Wayland/KeySender.h"
 
 #include "Platform/Linux/Files/FileDescriptor.h"
 
@@ -15,7 +15,7 @@ namespace benchmarks::wayland {
 
 namespace {
 
-class FakeInput final : public Hand {
+class FakeInput final : public KeySender {
 public:
     explicit FakeInput(const Connection& connection)
         : connection(connection) {
@@ -35,7 +35,7 @@ private:
 };
 
 /// virtual-keyboard-unstable-v1
-class VirtualKeyboard final : public Hand {
+class VirtualKeyboard final : public KeySender {
 public:
     explicit VirtualKeyboard(const Connection& connection)
         : connection(connection) {
@@ -83,7 +83,7 @@ private:
 };
 
 /// org.gnome.Mutter.RemoteDesktop
-class RemoteDesktop final : public Hand {
+class RemoteDesktop final : public KeySender {
 public:
     RemoteDesktop() {
         sd_bus* opened = nullptr;
@@ -143,7 +143,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<Hand> handOf(std::string_view kind, const Connection& connection) {
+std::unique_ptr<KeySender> keySenderOf(std::string_view kind, const Connection& connection) {
     if (kind == "fake-input") {
         return std::make_unique<FakeInput>(connection);
     }
@@ -153,7 +153,7 @@ std::unique_ptr<Hand> handOf(std::string_view kind, const Connection& connection
     if (kind == "remote-desktop") {
         return std::make_unique<RemoteDesktop>();
     }
-    fail("nobody knows that kind of hand");
+    fail("nobody knows that kind of keySender");
 }
 
 } // namespace benchmarks::wayland

@@ -1,4 +1,4 @@
-#include "Platform/Sway/Door.h"
+#include "Platform/Sway/WindowAccess.h"
 
 #include "Platform/Sway/Commands.h"
 
@@ -36,7 +36,8 @@ const TreeWindow* find(const Tree& tree, const WindowIdentifier& identifier) {
 
 } // namespace
 
-Door::Door(Session& session, compositor::WindowTable& table, linux::MainLoop& mainLoop, ProcessIdentifier ownProcess)
+WindowAccess::WindowAccess(Session& session, compositor::WindowTable& table, linux::MainLoop& mainLoop,
+                           ProcessIdentifier ownProcess)
     : session(session)
     , table(table)
     , mainLoop(mainLoop)
@@ -44,13 +45,13 @@ Door::Door(Session& session, compositor::WindowTable& table, linux::MainLoop& ma
     session.follow(*this);
 }
 
-void Door::refresh(Instant deadline) {
+void WindowAccess::refresh(Instant deadline) {
     if (table.isOpen()) {
         update(deadline);
     }
 }
 
-AXError Door::place(const WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
+AXError WindowAccess::place(const WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
     const compositor::Window* known = table.find(window);
     if (known == nullptr) {
         return AXError::invalidUIElement;
@@ -75,7 +76,7 @@ AXError Door::place(const WindowIdentifier& window, const corvid::CGRect& frame,
     return AXError::success;
 }
 
-std::optional<corvid::CGRect> Door::settledFrame(const WindowIdentifier& window, Instant deadline) {
+std::optional<corvid::CGRect> WindowAccess::settledFrame(const WindowIdentifier& window, Instant deadline) {
     std::optional<corvid::CGRect> frame;
     Instant since = mainLoop.now();
     while (update(deadline)) {
@@ -98,7 +99,7 @@ std::optional<corvid::CGRect> Door::settledFrame(const WindowIdentifier& window,
     return std::nullopt;
 }
 
-void Door::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
+void WindowAccess::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
     ownPlaces[title] = {.topLeft = topLeft, .isDue = true};
     // This way the window never appears elsewhere, the layout makes no room for it, and it has the focus from the
     // beginning: a later command could take the focus from a window that has got it meanwhile. An earlier rule for
@@ -111,7 +112,7 @@ void Door::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
     update(session.deadline());
 }
 
-void Door::sessionOpened() {
+void WindowAccess::sessionOpened() {
     auto tree = readLayout(session.deadline());
     if (!tree) {
         updateOnceAnswering();
@@ -126,7 +127,7 @@ void Door::sessionOpened() {
     table.open(std::move(contents));
 }
 
-void Door::sessionClosed() {
+void WindowAccess::sessionClosed() {
     retry.reset();
     isStale = false;
     ownWindowRules.clear();
@@ -135,7 +136,7 @@ void Door::sessionClosed() {
     table.close();
 }
 
-void Door::sessionTold(EventType type, const Json& content) {
+void WindowAccess::sessionTold(EventType type, const Json& content) {
     // A terminal may change its title many times a second, and titles only matter for windows of our own.
     const bool isTitle = type == EventType::window && textOf(content, "change") == "title";
     const Json* container = isTitle ? member(content, "container") : nullptr;
@@ -148,13 +149,13 @@ void Door::sessionTold(EventType type, const Json& content) {
     }
 }
 
-void Door::sessionIsQuiet() {
+void WindowAccess::sessionIsQuiet() {
     if (isStale && session.isOpen() && !update(session.deadline())) {
         updateOnceAnswering();
     }
 }
 
-void Door::updateOnceAnswering() {
+void WindowAccess::updateOnceAnswering() {
     retry = mainLoop.schedule(mainLoop.now() + Session::untilRetry, retryLeeway, [this] {
         if (!session.isOpen()) {
             return;
@@ -167,7 +168,7 @@ void Door::updateOnceAnswering() {
     });
 }
 
-std::optional<Tree> Door::readLayout(Instant deadline) {
+std::optional<Tree> WindowAccess::readLayout(Instant deadline) {
     const auto answer = session.ask(MessageType::getTree, "", deadline);
     auto tree = answer ? readTree(*answer) : std::nullopt;
     if (tree) {
@@ -177,7 +178,7 @@ std::optional<Tree> Door::readLayout(Instant deadline) {
     return tree;
 }
 
-bool Door::update(Instant deadline) {
+bool WindowAccess::update(Instant deadline) {
     auto tree = readLayout(deadline);
     if (!tree || !table.isOpen()) {
         return false;
@@ -188,7 +189,7 @@ bool Door::update(Instant deadline) {
     return true;
 }
 
-void Door::takeKinds(Tree& tree) {
+void WindowAccess::takeKinds(Tree& tree) {
     std::map<WindowIdentifier, WindowKind> present;
     std::set<ProcessIdentifier> processes;
     for (TreeWindow& each : tree.windows) {
@@ -209,7 +210,7 @@ void Door::takeKinds(Tree& tree) {
     kinds = std::move(present);
 }
 
-void Door::takeHiddenWorkspaces(const Tree& tree) {
+void WindowAccess::takeHiddenWorkspaces(const Tree& tree) {
     hiddenWorkspaces.clear();
     for (const TreeWindow& each : tree.windows) {
         if (!each.hiddenWorkspace.empty()) {
@@ -218,7 +219,7 @@ void Door::takeHiddenWorkspaces(const Tree& tree) {
     }
 }
 
-void Door::tellTable(Tree tree) {
+void WindowAccess::tellTable(Tree tree) {
     for (const WindowIdentifier& known : table.windows()) {
         if (find(tree, known) == nullptr) {
             table.remove(known);
@@ -232,7 +233,7 @@ void Door::tellTable(Tree tree) {
     table.setFocused(std::move(tree.focused));
 }
 
-void Door::placeOwnWindows(const Tree& tree) {
+void WindowAccess::placeOwnWindows(const Tree& tree) {
     for (const TreeWindow& each : tree.windows) {
         const auto place = ownPlaces.find(each.title);
         if (each.window.clues.process == ownProcess && place != ownPlaces.end() && place->second.isDue) {

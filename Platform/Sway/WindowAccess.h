@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Compositor/Door.h"
+#include "Platform/Compositor/WindowAccess.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/Sway/Session.h"
 #include "Platform/Sway/Tree.h"
@@ -17,14 +17,15 @@ namespace platform::sway {
 ///
 /// No event carries geometry, so the layout is read for each question about it. Events only say that windows have
 /// come or gone or that the focus has moved, upon which it is read once for all of them.
-class Door final : public compositor::Door, private Session::Follower {
+class WindowAccess final : public compositor::WindowAccess, private Session::Follower {
 public:
     /// How long a window must keep its frame to count as settled: programs reply within some milliseconds, and one that
     /// restores its frame does so then.
     static constexpr std::chrono::milliseconds rest{40};
 
     /// All must outlive this. `ownProcess`: this program's.
-    Door(Session& session, compositor::WindowTable& table, linux::MainLoop& mainLoop, ProcessIdentifier ownProcess);
+    WindowAccess(Session& session, compositor::WindowTable& table, linux::MainLoop& mainLoop,
+                 ProcessIdentifier ownProcess);
 
     void refresh(Instant deadline) override;
     AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "FakeKWin.h"
-#include "Platform/KWin/Door.h"
+#include "Platform/KWin/WindowAccess.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"
 
 #include <gmock/gmock.h>
@@ -38,7 +38,7 @@ inline std::string told(const nlohmann::json& window) {
 }
 
 /// A door to a simulated KWin with one window.
-class DoorTest : public testing::Test {
+class WindowAccessTest : public testing::Test {
 protected:
     static constexpr ScriptLink::Timing quick{.keepAlive = std::chrono::milliseconds(20),
                                               .keepAliveLeeway = std::chrono::milliseconds(1),
@@ -53,7 +53,7 @@ protected:
     // Created once the daemon runs.
     std::unique_ptr<FakeKWin> kwin;
     std::unique_ptr<linux::SessionBus> bus;
-    std::unique_ptr<Door> door;
+    std::unique_ptr<WindowAccess> access;
 
     void SetUp() override {
         daemon.start();
@@ -73,12 +73,12 @@ protected:
     void open(ScriptLink::Timing timing = {}) {
         kwin->start();
         connect(timing);
-        ASSERT_TRUE(door->waitUntilOpen(loop.now() + std::chrono::seconds(10)));
+        ASSERT_TRUE(access->waitUntilOpen(loop.now() + std::chrono::seconds(10)));
     }
 
     void connect(ScriptLink::Timing timing = {}) {
         bus = std::make_unique<linux::SessionBus>(loop, daemon.address(), std::chrono::milliseconds(20));
-        door = std::make_unique<Door>(loop, *bus, table, "/somewhere/tessel.js", timing);
+        access = std::make_unique<WindowAccess>(loop, *bus, table, "/somewhere/tessel.js", timing);
         ASSERT_TRUE(bus->awaitArrival(loop.now() + std::chrono::seconds(10)));
     }
 

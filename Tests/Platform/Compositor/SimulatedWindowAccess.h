@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Compositor/Door.h"
+#include "Platform/Compositor/WindowAccess.h"
 #include "Platform/Compositor/WindowTable.h"
 
 #include <functional>
@@ -17,10 +17,10 @@ namespace platform::compositor {
 ///
 /// Trace: "refresh", "place a at (10, 20) 300 x 200", the same with " without waiting", "prompt", "place own Title at
 /// (10, 20)".
-class SimulatedDoor final : public Door {
+class SimulatedWindowAccess final : public WindowAccess {
 public:
     /// `now` returns the time, and `pass` advances it.
-    SimulatedDoor(WindowTable& table, std::function<Instant()> now, std::function<void(Duration)> pass)
+    SimulatedWindowAccess(WindowTable& table, std::function<Instant()> now, std::function<void(Duration)> pass)
         : table(table)
         , now(std::move(now))
         , pass(std::move(pass)) {}

@@ -1,4 +1,4 @@
-#include "Platform/GnomeShell/Door.h"
+#include "Platform/GnomeShell/WindowAccess.h"
 
 #include "Platform/GnomeShell/Arguments.h"
 #include "Platform/GnomeShell/Protocol.h"
@@ -29,14 +29,14 @@ std::uint64_t numberOf(const compositor::WindowIdentifier& window) {
 
 } // namespace
 
-Door::Door(ShellLink& link, compositor::WindowTable& table, Way way)
+WindowAccess::WindowAccess(ShellLink& link, compositor::WindowTable& table, Opening opening)
     : Listener(link)
     , link(link)
     , table(table)
-    , way(std::move(way)) {
+    , opening(std::move(opening)) {
 }
 
-void Door::refresh(Instant deadline) {
+void WindowAccess::refresh(Instant deadline) {
     if (!areFramesStale || !link.isOpen()) {
         return;
     }
@@ -54,7 +54,7 @@ void Door::refresh(Instant deadline) {
     }
 }
 
-AXError Door::place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
+AXError WindowAccess::place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
     if (!link.isOpen()) {
         return AXError::apiDisabled;
     }
@@ -82,7 +82,7 @@ AXError Door::place(const compositor::WindowIdentifier& window, const corvid::CG
                                                                     : AXError::cannotComplete;
 }
 
-std::optional<corvid::CGPoint> Door::pointer() {
+std::optional<corvid::CGPoint> WindowAccess::pointer() {
     const ShellLink::Answer answer = link.call(link.deadline(), "Pointer", "");
     std::int32_t x = 0;
     std::int32_t y = 0;
@@ -92,22 +92,22 @@ std::optional<corvid::CGPoint> Door::pointer() {
     return corvid::CGPoint{static_cast<double>(x), static_cast<double>(y)};
 }
 
-void Door::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
+void WindowAccess::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
     link.send("PlaceOwn", "isii", ::getpid(), title.c_str(), whole(topLeft.x), whole(topLeft.y));
 }
 
-void Door::opened(const Hello& hello, bool /*isNew*/) {
+void WindowAccess::opened(const Hello& hello, bool /*isNew*/) {
     focused = hello.contents.focused;
     areFramesStale = false;
     table.open(hello.contents);
     showFocus();
 }
 
-void Door::closed() {
+void WindowAccess::closed() {
     table.close();
 }
 
-void Door::told(std::string_view signal, sd_bus_message* message) {
+void WindowAccess::told(std::string_view signal, sd_bus_message* message) {
     if (signal == "WindowChanged") {
         if (auto window = parseWindow(textOf(message))) {
             table.put(window->first, std::move(window->second));
@@ -133,7 +133,7 @@ void Door::told(std::string_view signal, sd_bus_message* message) {
     }
 }
 
-void Door::put(const compositor::WindowIdentifier& identifier, const corvid::CGRect& frame, bool isFullscreen) {
+void WindowAccess::put(const compositor::WindowIdentifier& identifier, const corvid::CGRect& frame, bool isFullscreen) {
     const compositor::Window* known = table.find(identifier);
     if (known == nullptr) {
         return;
@@ -144,7 +144,7 @@ void Door::put(const compositor::WindowIdentifier& identifier, const corvid::CGR
     table.put(identifier, std::move(window));
 }
 
-void Door::showFocus() {
+void WindowAccess::showFocus() {
     // The keyboard focus may be elsewhere than in a window, for example in the desktop's background.
     table.setFocused(focused && table.find(*focused) != nullptr ? focused : std::nullopt);
 }

@@ -13,7 +13,7 @@
 namespace corvid::toolkit {
 
 /// The toolkit's dependencies. Everything here outlives it.
-struct Surroundings {
+struct Dependencies {
     platform::HostedLoop& mainLoop;
     platform::MainActor& mainActor;
     platform::Appearance& appearance;

@@ -1,4 +1,4 @@
-#include "Platform/KWin/Door.h"
+#include "Platform/KWin/WindowAccess.h"
 
 #include <unistd.h>
 
@@ -38,22 +38,22 @@ bool isClose(const corvid::CGRect& a, const corvid::CGRect& b) {
 
 } // namespace
 
-Door::Door(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, compositor::WindowTable& table,
-           std::filesystem::path script, ScriptLink::Timing timing)
+WindowAccess::WindowAccess(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, compositor::WindowTable& table,
+                           std::filesystem::path script, ScriptLink::Timing timing)
     : mainLoop(mainLoop)
     , table(table)
     , link(mainLoop, sessionBus, std::move(script), *this, timing) {
 }
 
-bool Door::waitUntilOpen(Instant deadline) {
+bool WindowAccess::waitUntilOpen(Instant deadline) {
     return link.waitFor([this] { return table.isOpen(); }, deadline);
 }
 
-void Door::refresh(Instant /*deadline*/) {
+void WindowAccess::refresh(Instant /*deadline*/) {
     link.actOnArrivals();
 }
 
-AXError Door::place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
+AXError WindowAccess::place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
     link.actOnArrivals();
     AXError error = request(window, frame, deadline);
     const compositor::Window* placed = table.find(window);
@@ -64,7 +64,8 @@ AXError Door::place(const compositor::WindowIdentifier& window, const corvid::CG
     return error;
 }
 
-AXError Door::request(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
+AXError WindowAccess::request(const compositor::WindowIdentifier& window, const corvid::CGRect& frame,
+                              Instant deadline) {
     const compositor::Window* known = table.find(window);
     if (known == nullptr) {
         return AXError::invalidUIElement;
@@ -84,7 +85,7 @@ AXError Door::request(const compositor::WindowIdentifier& window, const corvid::
     return error;
 }
 
-AXError Door::settle(Instant deadline) {
+AXError WindowAccess::settle(Instant deadline) {
     const auto isAnswered = [this] { return placement->outcome || !table.isOpen(); };
     if (!link.waitFor(isAnswered, deadline)) {
         return AXError::cannotComplete;
@@ -124,7 +125,7 @@ AXError Door::settle(Instant deadline) {
     }
 }
 
-std::optional<corvid::CGPoint> Door::pointer() {
+std::optional<corvid::CGPoint> WindowAccess::pointer() {
     link.actOnArrivals();
     if (!table.isOpen()) {
         return std::nullopt;
@@ -137,7 +138,7 @@ std::optional<corvid::CGPoint> Door::pointer() {
     return link.waitFor(isAnswered, limit) ? pointerResult->pointer : std::nullopt;
 }
 
-void Door::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
+void WindowAccess::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
     ownPlaces[title] = topLeft;
     link.actOnArrivals();
     if (table.isOpen()) {
@@ -145,11 +146,11 @@ void Door::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
     }
 }
 
-void Door::scriptTold(ScriptMessages::News news) {
+void WindowAccess::scriptTold(ScriptMessages::News news) {
     std::visit([this](auto& told) { take(std::move(told)); }, news);
 }
 
-void Door::scriptCarriedOut(const ScriptMessages::Result& result) {
+void WindowAccess::scriptCarriedOut(const ScriptMessages::Result& result) {
     if (result.pointer) {
         pointerResult = result;
     }
@@ -168,18 +169,18 @@ void Door::scriptCarriedOut(const ScriptMessages::Result& result) {
     }
 }
 
-void Door::scriptLost() {
+void WindowAccess::scriptLost() {
     table.close();
 }
 
-void Door::take(ScriptMessages::Opened contents) {
+void WindowAccess::take(ScriptMessages::Opened contents) {
     table.open(std::move(contents));
     for (const auto& [title, topLeft] : ownPlaces) {
         link.ask(ScriptMessages::placeOwn(++lastNumber, ::getpid(), title, topLeft));
     }
 }
 
-void Door::take(ScriptMessages::Told told) {
+void WindowAccess::take(ScriptMessages::Told told) {
     if (undoing && undoing->window == told.identifier) {
         undoing.reset();
     }
@@ -202,7 +203,7 @@ void Door::take(ScriptMessages::Told told) {
     table.put(told.identifier, std::move(told.window));
 }
 
-bool Door::isUndone(const ScriptMessages::Told& told) const {
+bool WindowAccess::isUndone(const ScriptMessages::Told& told) const {
     if (!placement || !placement->outcome || !placement->mayBeCorrected || placement->window != told.identifier) {
         return false;
     }
@@ -210,18 +211,18 @@ bool Door::isUndone(const ScriptMessages::Told& told) const {
            !isClose(placement->frame.origin, placement->formerFrame.origin);
 }
 
-void Door::take(const ScriptMessages::Gone& gone) {
+void WindowAccess::take(const ScriptMessages::Gone& gone) {
     if (undoing && undoing->window == gone.identifier) {
         undoing.reset();
     }
     table.remove(gone.identifier);
 }
 
-void Door::take(ScriptMessages::Focused focused) {
+void WindowAccess::take(ScriptMessages::Focused focused) {
     table.setFocused(std::move(focused.identifier));
 }
 
-void Door::take(ScriptMessages::Screens screens) {
+void WindowAccess::take(ScriptMessages::Screens screens) {
     table.setOutputs(std::move(screens.outputs));
 }
 

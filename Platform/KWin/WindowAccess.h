@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Compositor/Door.h"
+#include "Platform/Compositor/WindowAccess.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/KWin/ScriptLink.h"
 
@@ -14,12 +14,12 @@
 namespace platform::kwin {
 
 /// The door to KWin, through our own script in it. Supports KWin 5.27 and 6. Main thread only.
-class Door final : public compositor::Door, private ScriptLink::Receiver {
+class WindowAccess final : public compositor::WindowAccess, private ScriptLink::Receiver {
 public:
     /// Everything has to outlive this; `script` is the file that KWin loads. The bus must be this desktop's own: a
     /// placement reads it while it waits. The door is closed until the script has sent its first report.
-    Door(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, compositor::WindowTable& table,
-         std::filesystem::path script, ScriptLink::Timing timing = {});
+    WindowAccess(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, compositor::WindowTable& table,
+                 std::filesystem::path script, ScriptLink::Timing timing = {});
 
     /// Waits until the door is open; returns whether it is.
     bool waitUntilOpen(Instant deadline);

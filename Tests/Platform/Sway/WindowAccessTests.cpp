@@ -1,6 +1,6 @@
 #include "Tests/Platform/Linux/Stopwatch.h"
 #include "Tests/Platform/Sway/Layouts.h"
-#include "Tests/Platform/Sway/OpenDoor.h"
+#include "Tests/Platform/Sway/OpenWindowAccess.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ struct Told final : compositor::WindowTable::Follower {
     std::vector<std::string> told;
 };
 
-class SwayDoor : public testing::Test {
+class SwayWindowAccess : public testing::Test {
 protected:
     void open(const std::string& layout) {
         desktop.sway.setTree(layout);
@@ -70,11 +70,11 @@ protected:
                 .isFocused = true};
     }
 
-    OpenDoor desktop;
+    OpenWindowAccess desktop;
     Told told;
 };
 
-TEST_F(SwayDoor, OpensWithWhatIsThere) {
+TEST_F(SwayWindowAccess, OpensWithWhatIsThere) {
     open(layouts::oneOutput({{.number = 7, .isFocused = true}, {.number = 8}}));
     EXPECT_THAT(told.told, ElementsAre("there 7", "ready 7", "there 8", "ready 8"));
     EXPECT_EQ(desktop.table.focused(), "7");
@@ -82,7 +82,7 @@ TEST_F(SwayDoor, OpensWithWhatIsThere) {
     EXPECT_EQ(desktop.table.outputs()[0].workArea, (CGRect{{0, 23}, {1920, 1057}}));
 }
 
-TEST_F(SwayDoor, FollowsWindowsThatComeAndGo) {
+TEST_F(SwayWindowAccess, FollowsWindowsThatComeAndGo) {
     open(layouts::oneOutput({{.number = 7, .isFocused = true}}));
     told.told.clear();
     desktop.sway.setTree(layouts::oneOutput({{.number = 7}, {.number = 9, .isFocused = true}}));
@@ -97,7 +97,7 @@ TEST_F(SwayDoor, FollowsWindowsThatComeAndGo) {
     EXPECT_EQ(told.told.back(), "gone 7");
 }
 
-TEST_F(SwayDoor, ReadsTheLayoutOnceForManyEvents) {
+TEST_F(SwayWindowAccess, ReadsTheLayoutOnceForManyEvents) {
     open(layouts::oneOutput({{.number = 7}}));
     const int before = desktop.sway.treeReadings();
     std::string burst;
@@ -110,7 +110,7 @@ TEST_F(SwayDoor, ReadsTheLayoutOnceForManyEvents) {
     EXPECT_EQ(desktop.sway.treeReadings(), before + 1);
 }
 
-TEST_F(SwayDoor, TakesNoNoteOfTitlesOfOthers) {
+TEST_F(SwayWindowAccess, TakesNoNoteOfTitlesOfOthers) {
     open(layouts::oneOutput({{.number = 7}}));
     const int before = desktop.sway.treeReadings();
     for (int count = 0; count < 20; ++count) {
@@ -121,7 +121,7 @@ TEST_F(SwayDoor, TakesNoNoteOfTitlesOfOthers) {
     EXPECT_EQ(desktop.sway.treeReadings(), before + 1);
 }
 
-TEST_F(SwayDoor, AFloatingWindowBesideAnotherOfItsProgramIsADialog) {
+TEST_F(SwayWindowAccess, AFloatingWindowBesideAnotherOfItsProgramIsADialog) {
     open(layouts::oneOutput({{.number = 7, .process = 100},
                              {.number = 8, .isFloating = true, .process = 100},
                              {.number = 9, .isFloating = true, .process = 200}}));
@@ -130,65 +130,65 @@ TEST_F(SwayDoor, AFloatingWindowBesideAnotherOfItsProgramIsADialog) {
     EXPECT_EQ(desktop.table.find("9")->kind, WindowKind::standard);
 }
 
-TEST_F(SwayDoor, AWindowStaysOfTheKindThatItAppearedAs) {
+TEST_F(SwayWindowAccess, AWindowStaysOfTheKindThatItAppearedAs) {
     open(layouts::oneOutput({{.number = 7}, {.number = 8}}));
     desktop.sway.setTree(layouts::oneOutput({{.number = 7}, {.number = 8, .isFloating = true}}));
     ASSERT_TRUE(desktop.refresh());
     EXPECT_EQ(desktop.table.find("8")->kind, WindowKind::standard);
 }
 
-TEST_F(SwayDoor, PutsAWindowWhereItIsAskedTo) {
+TEST_F(SwayWindowAccess, PutsAWindowWhereItIsAskedTo) {
     open(layouts::oneOutput({{.number = 7}}));
     obey([](const CGRect& asked) { return asked; });
     const CGRect frame{{960, 23}, {960, 1057}};
-    EXPECT_EQ(desktop.door.place("7", frame, desktop.soon()), AXError::success);
+    EXPECT_EQ(desktop.access.place("7", frame, desktop.soon()), AXError::success);
     EXPECT_EQ(desktop.table.find("7")->frame, frame);
     EXPECT_EQ(desktop.sway.takeCommands().size(), 1U);
 }
 
-TEST_F(SwayDoor, AsksAWindowThatTookAnotherFrameOnceMore) {
+TEST_F(SwayWindowAccess, AsksAWindowThatTookAnotherFrameOnceMore) {
     open(layouts::oneOutput({{.number = 7}}));
     obey([requests = 0](const CGRect& asked) mutable {
         return ++requests == 1 ? CGRect{asked.origin, {1916, 1030}} : asked;
     });
     const CGRect frame{{0, 23}, {1920, 1057}};
-    EXPECT_EQ(desktop.door.place("7", frame, desktop.soon()), AXError::success);
+    EXPECT_EQ(desktop.access.place("7", frame, desktop.soon()), AXError::success);
     EXPECT_EQ(desktop.table.find("7")->frame, frame);
 }
 
-TEST_F(SwayDoor, ReportsTheFinalFrameOfAWindowThatRefuses) {
+TEST_F(SwayWindowAccess, ReportsTheFinalFrameOfAWindowThatRefuses) {
     open(layouts::oneOutput({{.number = 7}}));
     obey([](const CGRect& asked) { return CGRect{asked.origin, {351, asked.size.height}}; });
-    EXPECT_EQ(desktop.door.place("7", {{0, 23}, {200, 1057}}, desktop.soon()), AXError::success);
+    EXPECT_EQ(desktop.access.place("7", {{0, 23}, {200, 1057}}, desktop.soon()), AXError::success);
     EXPECT_EQ(desktop.table.find("7")->frame, (CGRect{{0, 23}, {351, 1057}}));
     EXPECT_EQ(desktop.sway.takeCommands().size(), 2U);
 }
 
-TEST_F(SwayDoor, PutsAWindowBackOnItsHiddenWorkspace) {
+TEST_F(SwayWindowAccess, PutsAWindowBackOnItsHiddenWorkspace) {
     open(layouts::text({{"A", {0, 0, 1920, 1080}, {{11, "1", {}}, {12, "2: notes", {{.number = 7}}}}}}));
-    desktop.door.place("7", {{0, 23}, {960, 1057}}, Instant{});
+    desktop.access.place("7", {{0, 23}, {960, 1057}}, Instant{});
     ASSERT_TRUE(desktop.refresh());
     EXPECT_THAT(desktop.sway.takeCommands(),
                 ElementsAre("[con_id=7] floating enable, resize set width 960 px height 1057 px, "
                             "move absolute position 0 px 23 px, move container to workspace \"2: notes\""));
 }
 
-TEST_F(SwayDoor, LeavesFullscreenWindowsAndThoseThatAreGoneAlone) {
+TEST_F(SwayWindowAccess, LeavesFullscreenWindowsAndThoseThatAreGoneAlone) {
     open(layouts::oneOutput({{.number = 7, .more = R"(,"fullscreen_mode":1)"}}));
     // Of two members with the same name, the later counts.
     ASSERT_TRUE(desktop.table.find("7")->isFullscreen);
-    EXPECT_EQ(desktop.door.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::cannotComplete);
-    EXPECT_EQ(desktop.door.place("8", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::invalidUIElement);
+    EXPECT_EQ(desktop.access.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::cannotComplete);
+    EXPECT_EQ(desktop.access.place("8", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::invalidUIElement);
     EXPECT_TRUE(desktop.sway.takeCommands().empty());
 }
 
-TEST_F(SwayDoor, AWindowThatGoesMeanwhileIsNotWaitedFor) {
+TEST_F(SwayWindowAccess, AWindowThatGoesMeanwhileIsNotWaitedFor) {
     open(layouts::oneOutput({{.number = 7}}));
     desktop.sway.onCommands([this](const std::string&) { desktop.sway.setTree(layouts::oneOutput({})); });
-    EXPECT_EQ(desktop.door.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::invalidUIElement);
+    EXPECT_EQ(desktop.access.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::invalidUIElement);
 }
 
-TEST_F(SwayDoor, AWindowThatDoesNotComeToRestIsNotWaitedForLongerThanAsked) {
+TEST_F(SwayWindowAccess, AWindowThatDoesNotComeToRestIsNotWaitedForLongerThanAsked) {
     open(layouts::oneOutput({{.number = 7}}));
     obey([](const CGRect& asked) { return asked; });
     // Each reading finds it elsewhere. The last one may be answered after the test's own variables are gone.
@@ -197,18 +197,19 @@ TEST_F(SwayDoor, AWindowThatDoesNotComeToRestIsNotWaitedForLongerThanAsked) {
         desktop.sway.setTree(layouts::oneOutput({at({{static_cast<double>(step % 100), 23}, {960, 1057}})}));
     });
     const linux::Stopwatch stopwatch;
-    EXPECT_EQ(desktop.door.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::cannotComplete);
+    EXPECT_EQ(desktop.access.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::cannotComplete);
     EXPECT_LT(stopwatch.elapsed(), std::chrono::milliseconds(400));
 }
 
-TEST_F(SwayDoor, OwnWindowsBecomePopoversAsTheyAppear) {
+TEST_F(SwayWindowAccess, OwnWindowsBecomePopoversAsTheyAppear) {
     open(layouts::oneOutput({{.number = 7}}));
-    desktop.door.placeOwnWindow("Tessel", {1500, 30});
+    desktop.access.placeOwnWindow("Tessel", {1500, 30});
     EXPECT_THAT(desktop.sway.takeCommands(),
                 ElementsAre("for_window [pid=4711 title=\"^Tessel$\"] \"floating enable, border none, sticky enable, "
                             "move absolute position 1500 px 30 px, focus\""));
     desktop.sway.setTree(layouts::oneOutput(
-        {{.number = 7}, {.number = 9, .isFloating = true, .process = OpenDoor::ownProcess, .title = "Tessel"}}));
+        {{.number = 7},
+         {.number = 9, .isFloating = true, .process = OpenWindowAccess::ownProcess, .title = "Tessel"}}));
     desktop.sway.tell(windowEvent, R"({"change":"title","container":{"id":9,"pid":4711}})");
     std::vector<std::string> commands;
     ASSERT_TRUE(desktop.runUntil([&] {
@@ -219,25 +220,25 @@ TEST_F(SwayDoor, OwnWindowsBecomePopoversAsTheyAppear) {
     EXPECT_THAT(commands, ElementsAre("[con_id=9] floating enable, border none, sticky enable, "
                                       "move absolute position 1500 px 30 px"));
     // It is shown already, so it moves at once, and no event is sent twice.
-    desktop.door.placeOwnWindow("Tessel", {1500, 30});
+    desktop.access.placeOwnWindow("Tessel", {1500, 30});
     EXPECT_THAT(desktop.sway.takeCommands(), ElementsAre(HasSubstr("[con_id=9]")));
     ASSERT_TRUE(desktop.refresh());
     EXPECT_TRUE(desktop.sway.takeCommands().empty());
 }
 
-TEST_F(SwayDoor, WindowsOfOthersAreNotTakenForOurs) {
+TEST_F(SwayWindowAccess, WindowsOfOthersAreNotTakenForOurs) {
     open(layouts::oneOutput({{.number = 7, .title = "Tessel"}}));
-    desktop.door.placeOwnWindow("Tessel", {1500, 30});
+    desktop.access.placeOwnWindow("Tessel", {1500, 30});
     EXPECT_THAT(desktop.sway.takeCommands(), ElementsAre(HasSubstr("for_window")));
 }
 
-TEST_F(SwayDoor, ClosesWithTheCompositorAndOpensAgain) {
+TEST_F(SwayWindowAccess, ClosesWithTheCompositorAndOpensAgain) {
     open(layouts::oneOutput({{.number = 7}}));
     told.told.clear();
     desktop.sway.stop();
     ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
     EXPECT_TRUE(told.told.empty());
-    EXPECT_EQ(desktop.door.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::cannotComplete);
+    EXPECT_EQ(desktop.access.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::cannotComplete);
     desktop.sway.setTree(layouts::oneOutput({{.number = 8}}));
     desktop.sway.start();
     ASSERT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));

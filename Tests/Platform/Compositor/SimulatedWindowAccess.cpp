@@ -1,4 +1,4 @@
-#include "SimulatedDoor.h"
+#include "SimulatedWindowAccess.h"
 
 #include <algorithm>
 #include <sstream>
@@ -21,14 +21,14 @@ std::string text(const corvid::CGRect& frame) {
 
 } // namespace
 
-void SimulatedDoor::refresh(Instant /*deadline*/) {
+void SimulatedWindowAccess::refresh(Instant /*deadline*/) {
     trace.emplace_back("refresh");
     if (const auto happened = std::exchange(untold, nullptr)) {
         happened();
     }
 }
 
-AXError SimulatedDoor::place(const WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
+AXError SimulatedWindowAccess::place(const WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
     const Duration patience = deadline - now();
     const bool waits = patience > Duration::zero();
     trace.push_back("place " + window + " at " + text(frame) + (waits ? "" : " without waiting"));
@@ -54,7 +54,7 @@ AXError SimulatedDoor::place(const WindowIdentifier& window, const corvid::CGRec
     return AXError::success;
 }
 
-void SimulatedDoor::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
+void SimulatedWindowAccess::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
     trace.push_back("place own " + title + " at " + text(topLeft));
 }
 

@@ -1,4 +1,4 @@
-// The clients that the extension serves, over a simulated bus and shell: door.js FOLDER, which has the parts of the
+// The clients that the extension serves, over a simulated bus and shell: busObject.js FOLDER, which has the parts of the
 // extension. Exits with an error at the first wrong result.
 
 imports.searchPath.unshift(imports.gi.GLib.path_get_dirname(imports.system.programInvocationName));
@@ -16,9 +16,9 @@ class Scene {
         this.window = this.shell.addWindow({frame: [10, 20, 300, 200]});
         this.bus = new PlayedBus('org.corvid.Tessel.Windows');
         this.bus.processes.set(PROGRAM, PROCESS).set(STRANGER, 13);
-        const {Door} = extensionFrom(ARGV[0], this.shell, this.bus, ['Door']);
-        this.door = new Door();
-        this.door.enable();
+        const {BusObject} = extensionFrom(ARGV[0], this.shell, this.bus, ['BusObject']);
+        this.busObject = new BusObject();
+        this.busObject.enable();
     }
 
     /** The program is connected as usual. */
@@ -50,7 +50,7 @@ class Scene {
 const denied = count => Array(count).fill('Denied');
 
 const methods = new Scene().bus.interface.methods.map(method => method.name);
-equal(methods.filter(name => typeof new Scene().door[`${name}Async`] !== 'function'), [], 'methods without a function');
+equal(methods.filter(name => typeof new Scene().busObject[`${name}Async`] !== 'function'), [], 'methods without a function');
 
 {
     const scene = Scene.served();
@@ -98,7 +98,7 @@ equal(methods.filter(name => typeof new Scene().door[`${name}Async`] !== 'functi
     equal(hellos.map(answer => answer.values?.length), [1, 1], 'two Hellos at once');
     const listeners = scene.shell.listeners();
     equal(listeners, Scene.served().shell.listeners(), 'who listens to the shell after two Hellos at once');
-    scene.door.disable();
+    scene.busObject.disable();
     scene.isUntouched('the extension is switched off after two Hellos at once');
 }
 for (const next of [null, STRANGER]) {
@@ -148,10 +148,10 @@ for (const next of [null, STRANGER]) {
 {
     const scene = Scene.served();
     scene.bus.call(PROGRAM, 'Grab', 1, LEFT);
-    scene.door.disable();
+    scene.busObject.disable();
     scene.isUntouched('the extension is switched off');
     equal(scene.bus.object, null, 'the object of an extension that is switched off');
-    scene.door.enable();
+    scene.busObject.enable();
     equal(scene.bus.call(PROGRAM, 'Frames').error, 'Denied', 'after it is switched on again, without Hello');
     equal(scene.bus.call(PROGRAM, 'Hello').values.length, 1, 'after it is switched on again');
 }

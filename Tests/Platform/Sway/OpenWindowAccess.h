@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Sway/Door.h"
 #include "Platform/Sway/HotKeys.h"
+#include "Platform/Sway/WindowAccess.h"
 #include "Tests/Platform/I3Ipc/FakeSway.h"
 
 #include <functional>
@@ -9,10 +9,10 @@
 #include <vector>
 
 /// A door to a simulated peer, with its loop.
-struct OpenDoor {
+struct OpenWindowAccess {
     static constexpr platform::ProcessIdentifier ownProcess = 4711;
 
-    OpenDoor();
+    OpenWindowAccess();
 
     /// Runs the loop until it holds; false if it does not within some seconds.
     [[nodiscard]] bool runUntil(const std::function<bool()>& condition);
@@ -26,5 +26,5 @@ struct OpenDoor {
     platform::linux::MainLoop loop;
     platform::compositor::WindowTable table;
     platform::sway::Session session{loop, sway.path()};
-    platform::sway::Door door{session, table, loop, ownProcess};
+    platform::sway::WindowAccess access{session, table, loop, ownProcess};
 };
