@@ -9,14 +9,14 @@
 
 namespace platform::compositor {
 
-/// Windows and applications as the door reports them. While the door is closed, nothing can be read or written, and the
+/// Windows and applications of a compositor. Without access to it, nothing can be read or written, and the
 /// process is not trusted.
 class Accessibility final : public linux::WindowAccessibility<WindowIdentifier> {
 public:
     /// All outlive this.
     Accessibility(const WindowTable& table, WindowAccess& access, Turn& turn, Placement& placement);
 
-    /// A door that is closed.
+    /// The missing access.
     [[nodiscard]] std::optional<AccessObstacle> obstacle() const override;
     bool isProcessTrustedWithPrompt() override;
 

@@ -35,7 +35,7 @@ void Desktop::followApplications(linux::ApplicationIdentification& identificatio
 }
 
 void Desktop::announceAccess() {
-    // In a turn of its own: the door is in the middle of its work, and observers ask and wait for answers.
+    // In a turn of its own: the window access is in the middle of its work, and observers ask and wait for answers.
     accessNotice = mainLoop.schedule(mainLoop.now(), {}, [this] {
         windows.notificationCenter()->post({.name = std::string(AccessNotification::didChange), .userInfo = {}});
     });

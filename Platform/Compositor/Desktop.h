@@ -18,9 +18,9 @@
 
 namespace platform::compositor {
 
-/// Everything that works through a door, in one object. A desktop for one kind of compositor derives from this,
-/// provides its door and its hot keys, and adds its other parts. It keeps the table and the door in a base class before
-/// this one, so that they live longer.
+/// Everything that works through a `WindowAccess`, in one object. A desktop for one kind of compositor derives from
+/// this, provides its window access and its hot keys, and adds its other parts. It keeps the table and the access in a
+/// base class before this one, so that they live longer.
 class Desktop : public linux::Desktop {
 public:
     ~Desktop() override;
@@ -47,8 +47,8 @@ protected:
     /// All three outlive this.
     Desktop(linux::MainLoop& mainLoop, WindowTable& table, WindowAccess& access);
 
-    /// Notifies, in a later turn of the loop, that the answer of `Accessibility::obstacle` may have changed. The door's
-    /// opening and closing are noticed here.
+    /// Notifies, in a later turn of the loop, that the answer of `Accessibility::obstacle` may have changed. The window
+    /// access's opening and closing are noticed here.
     void announceAccess();
 
 private:

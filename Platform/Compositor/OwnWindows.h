@@ -6,8 +6,8 @@
 
 namespace platform::compositor {
 
-/// Windows of this program, which the compositor knows by their titles: the door positions them and gives them the
-/// keyboard focus.
+/// Windows of this program, which the compositor knows by their titles: the window access positions them and gives them
+/// the keyboard focus.
 class OwnWindows final : public platform::OwnWindows {
 public:
     OwnWindows(WindowAccess& access, Turn& turn)

@@ -12,9 +12,9 @@ namespace platform::compositor {
 
 using linux::PlacementRequest;
 
-/// Moves and resizes windows through the door. Collects the requests for a window until they are carried out, so that a
-/// size, a position and a size again become one frame. Rectangles are in the compositor's own space; requests to the
-/// door are in whole points.
+/// Moves and resizes windows through the window access. Collects the requests for a window until they are carried out,
+/// so that a size, a position and a size again become one frame. Rectangles are in the compositor's own space; requests
+/// to the window access are in whole points.
 class Placement {
 public:
     Placement(WindowAccess& access, Turn& turn)

@@ -5,7 +5,7 @@
 
 namespace platform::compositor {
 
-/// The outputs, in the screen space; none while the door is closed.
+/// The outputs, in the screen space; none without access.
 class Screens final : public platform::Screens {
 public:
     explicit Screens(Turn& turn)

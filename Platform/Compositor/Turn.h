@@ -19,7 +19,7 @@ public:
     /// A new turn: what was read is read again.
     void begin() { isRead = false; }
 
-    /// The table as it is in this turn; null while the door is closed.
+    /// The table as it is in this turn; null without access.
     [[nodiscard]] const WindowTable* table();
 
     /// The end of all waiting in this turn.

@@ -20,7 +20,7 @@ public:
     virtual ~WindowAccess() = default;
 
     /// Brings the table up to date, within `deadline`. Asked before the first reading of each turn of the event loop; a
-    /// door that receives an event for every change has nothing to do.
+    /// window access that receives an event for every change has nothing to do.
     virtual void refresh(Instant deadline) = 0;
 
     /// Requests a window's frame; a maximized or tiled window is released. Waits until the window has come to rest and
@@ -28,10 +28,10 @@ public:
     /// deadline in the past it only sends the request. `invalidUIElement` for a window that is gone.
     virtual AXError place(const WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) = 0;
 
-    /// Shows the user how to open the door, if it is closed and the user can open it. Does not wait.
+    /// Shows the user how to grant the access, if it is missing and the user can grant it. Does not wait.
     virtual void prompt() = 0;
 
-    /// The reason why the door is closed; without meaning while it is open.
+    /// The reason why there is no access; without meaning while there is.
     [[nodiscard]] virtual AccessObstacle obstacle() const = 0;
 
     /// The pointer's position; empty if the compositor does not report it.

@@ -11,8 +11,8 @@
 
 namespace platform::compositor {
 
-/// The known state of a compositor's windows: its door keeps it up to date, and all other code reads it without a
-/// request to the compositor. Main thread only.
+/// The known state of a compositor's windows: its `WindowAccess` keeps it up to date, and all other code reads it
+/// without a request to the compositor. Main thread only.
 class WindowTable {
 public:
     /// Called synchronously with each change; must not change the table.
@@ -23,7 +23,7 @@ public:
         Follower& operator=(const Follower&) = delete;
         virtual ~Follower() = default;
 
-        /// A new window. `wasThere`: it was there when the door opened.
+        /// A new window. `wasThere`: it was there when the access began.
         virtual void windowAppeared(const WindowIdentifier& identifier, const Window& window, bool wasThere) = 0;
         /// The clues that identify its application have changed.
         virtual void windowChangedIdentity(const WindowIdentifier& identifier, const Window& window) = 0;
@@ -33,7 +33,7 @@ public:
         virtual void windowVanished(const WindowIdentifier& identifier, const Window& window) = 0;
     };
 
-    /// The state that a door reads when it opens.
+    /// The state that is read when the access begins.
     struct Contents {
         /// Oldest first.
         std::vector<std::pair<WindowIdentifier, Window>> windows;
@@ -50,15 +50,15 @@ public:
     /// Sets the one follower. Windows that are known already are reported at once, as having been there.
     void setFollower(Follower& told);
 
-    /// Called synchronously when the door has opened or closed; must not change the table.
+    /// Called synchronously when the access has begun or ended; must not change the table.
     void onDoorChange(std::function<void()> changed) { doorChanged = std::move(changed); }
 
-    // For the door.
+    // For the window access.
 
-    /// The door is open, with this state. Known windows that are missing from it have vanished; unknown windows in it
-    /// count as having been there.
+    /// The access has begun, with this state. Known windows that are missing from it have vanished; unknown windows in
+    /// it count as having been there.
     void open(Contents contents);
-    /// The door is closed. The windows do not count as gone: they are there again when it opens.
+    /// The access has ended. The windows do not count as gone: they are there again when it begins anew.
     void close();
     /// A new window, or the new state of one.
     void put(const WindowIdentifier& identifier, Window window);
@@ -83,7 +83,7 @@ public:
     /// The primary one first.
     [[nodiscard]] const std::vector<Output>& outputs() const { return presentOutputs; }
 
-    /// Increases from one new window to the next; zero for those that were there when the door opened.
+    /// Increases from one new window to the next; zero for those that were there when the access began.
     [[nodiscard]] std::uint64_t arrivalOf(const WindowIdentifier& identifier) const;
     /// The arrival of the newest window.
     [[nodiscard]] std::uint64_t lastArrival() const { return arrivals; }

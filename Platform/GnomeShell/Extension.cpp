@@ -223,7 +223,7 @@ void Extension::call(const char* interface, const char* method, const char* argu
     sd_bus_message_set_auto_start(raw, 0);
     if (sd_bus_message_append(raw, "s", argument) >= 0 &&
         (second == nullptr || sd_bus_message_append(raw, "s", second) >= 0)) {
-        // Opening the door may request the extension's state from the shell again.
+        // Beginning the access may request the extension's state from the shell again.
         auto& slot = handler == &Answers::generalSwitchTold || handler == &linux::ignoreReply ? opening : question;
         slot = linux::send(link.connection(), raw, handler, this);
     }

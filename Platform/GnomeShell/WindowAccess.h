@@ -10,18 +10,18 @@
 
 namespace platform::gnomeshell {
 
-/// GNOME Shell's windows, through our extension in it. The extension reports once that windows have moved; the door
+/// GNOME Shell's windows, through our extension in it. The extension reports once that windows have moved; this
 /// requests their frames when they are read. Points of the shell's space are logical pixels; its origin is the top-left
 /// corner of the rectangle around all monitors.
 class WindowAccess final : public compositor::WindowAccess, private ShellLink::Listener {
 public:
-    /// What is done about a closed door, and the reason why it is closed. Neither may be empty.
+    /// The remedy for a missing access, and the reason why it is missing. Neither may be empty.
     struct Opening {
         std::function<void()> show;
         std::function<AccessObstacle()> obstacle;
     };
 
-    /// Link and table must outlive the door.
+    /// Link and table must outlive this.
     WindowAccess(ShellLink& link, compositor::WindowTable& table, Opening opening);
 
     void refresh(Instant deadline) override;

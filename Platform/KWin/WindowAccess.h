@@ -13,15 +13,15 @@
 
 namespace platform::kwin {
 
-/// The door to KWin, through our own script in it. Supports KWin 5.27 and 6. Main thread only.
+/// Access to the windows of KWin, through our own script in it. Supports KWin 5.27 and 6. Main thread only.
 class WindowAccess final : public compositor::WindowAccess, private ScriptLink::Receiver {
 public:
     /// Everything has to outlive this; `script` is the file that KWin loads. The bus must be this desktop's own: a
-    /// placement reads it while it waits. The door is closed until the script has sent its first report.
+    /// placement reads it while it waits. There is no access until the script has sent its first report.
     WindowAccess(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, compositor::WindowTable& table,
                  std::filesystem::path script, ScriptLink::Timing timing = {});
 
-    /// Waits until the door is open; returns whether it is.
+    /// Waits for the access; returns whether it has begun.
     bool waitUntilOpen(Instant deadline);
 
     /// Processes the messages that have arrived. KWin reports every change by itself.

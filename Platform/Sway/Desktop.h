@@ -35,7 +35,7 @@ public:
     /// whose program would find this one still running.
     static constexpr std::chrono::seconds patienceAfterLeaving{2};
 
-    /// `socketPath`: sway's socket, from the environment (SWAYSOCK). Opens the door at once if it is there, else when
+    /// `socketPath`: sway's socket, from the environment (SWAYSOCK). Connects at once if it is there, else when
     /// it appears.
     Desktop(linux::MainLoop& mainLoop, const std::string& socketPath);
 

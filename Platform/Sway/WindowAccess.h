@@ -13,7 +13,7 @@
 
 namespace platform::sway {
 
-/// The door to sway. Windows are named by the number of their container.
+/// Access to the windows of sway. Windows are named by the number of their container.
 ///
 /// No event carries geometry, so the layout is read for each question about it. Events only say that windows have
 /// come or gone or that the focus has moved, upon which it is read once for all of them.

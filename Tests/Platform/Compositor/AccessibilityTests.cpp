@@ -73,7 +73,7 @@ protected:
         return answer ? AXError::success : answer.error();
     }
 
-    /// The requests to the door, without refreshes.
+    /// The requests to the window access, without refreshes.
     Trace asked() {
         Trace trace = access.takeTrace();
         std::erase(trace, "refresh");

@@ -14,7 +14,7 @@
 
 namespace platform::compositor {
 
-/// A desktop behind a simulated door, with the real event loop. It records the application events.
+/// A desktop with a simulated window access and the real event loop. It records the application events.
 class FollowedCompositor : public testing::Test {
 protected:
     class PlainDesktop final : public Desktop {
@@ -29,7 +29,7 @@ protected:
 
     FollowedCompositor();
 
-    /// Opens the door with these windows, and begins to follow applications.
+    /// Begins the access with these windows, and begins to follow applications.
     void start(WindowTable::Contents contents = {});
 
     /// A window of the process with that class, ready.

@@ -12,8 +12,8 @@
 
 namespace platform::compositor {
 
-/// A compositor in memory and its door: windows that refuse sizes, replies that come late or never. It records every
-/// request.
+/// A compositor in memory and the access to its windows: windows that refuse sizes, replies that come late or never. It
+/// records every request.
 ///
 /// Trace: "refresh", "place a at (10, 20) 300 x 200", the same with " without waiting", "prompt", "place own Title at
 /// (10, 20)".
@@ -32,7 +32,7 @@ public:
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override { return pointerPosition; }
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
 
-    /// The requests to the door since the last call.
+    /// The requests since the last call.
     [[nodiscard]] std::vector<std::string> takeTrace() { return std::exchange(trace, {}); }
 
     /// Events in the compositor, reported with the next `refresh`.

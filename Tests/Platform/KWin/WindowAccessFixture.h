@@ -37,7 +37,7 @@ inline std::string told(const nlohmann::json& window) {
     return nlohmann::json{{"window", window}}.dump();
 }
 
-/// A door to a simulated KWin with one window.
+/// Access to a simulated KWin with one window.
 class WindowAccessTest : public testing::Test {
 protected:
     static constexpr ScriptLink::Timing quick{.keepAlive = std::chrono::milliseconds(20),

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// A door to a simulated peer, with its loop.
+/// Window access to a simulated peer, with its loop.
 struct OpenWindowAccess {
     static constexpr platform::ProcessIdentifier ownProcess = 4711;
 
