@@ -66,7 +66,7 @@ std::string reasons(const AppState& state, const std::set<WindowAction>& actions
     }
     std::string text;
     for (const auto& [obstacle, list] : keys) {
-        text += "; " + list + ": " + obstacleText(obstacle, platform::current().localization);
+        text += "; " + list + ": " + obstacleText(obstacle, context.localization);
     }
     return text;
 }
@@ -122,7 +122,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
         shortcut.canBeBorrowed = lendable.contains(action);
         if (const auto obstacle = state.loanObstacles().find(action); obstacle != state.loanObstacles().end()) {
             shortcut.notBorrowable = obstacleWord(obstacle->second);
-            shortcut.whyNot = obstacleText(obstacle->second, platform::current().localization);
+            shortcut.whyNot = obstacleText(obstacle->second, context.localization);
         }
         report.shortcuts.push_back(std::move(shortcut));
     }

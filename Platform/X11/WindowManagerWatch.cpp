@@ -52,20 +52,21 @@ void WindowManagerWatch::renew() {
         retry = mainActor.schedule(mainActor.now() + untilRetry, retryLeeway, [this] { isStale = true; });
         return;
     }
-    follow(announced);
+    if (announced == XCB_WINDOW_NONE) {
+        follow(XCB_WINDOW_NONE);
+    }
     if (std::exchange(manager, std::move(present)) != manager) {
         changed();
     }
 }
 
 void WindowManagerWatch::follow(xcb_window_t window) {
-    if (window == followed) {
-        return;
-    }
-    if (followed != XCB_WINDOW_NONE) {
+    if (followed != XCB_WINDOW_NONE && followed != window) {
         selection.selectBeside(followed, XCB_EVENT_MASK_NO_EVENT);
     }
     followed = window;
+    // Selected each time: a window manager's window may have the number of a former one that is gone, and nothing
+    // selected.
     if (followed != XCB_WINDOW_NONE) {
         selection.selectBeside(followed, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
     }

@@ -20,8 +20,9 @@ using tessel::AppStatus;
 class X11WindowManagerWatch : public testing::Test {
 protected:
     /// What a window manager does as it begins.
-    void announce(const ClientProcess& manager) {
-        const xcb_window_t check = manager.makeWindow();
+    void announce(const ClientProcess& program) { announce(program.makeWindow()); }
+
+    void announce(xcb_window_t check) {
         followed.testClient.setWords(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
         support();
         followed.testClient.setWords(root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
@@ -108,6 +109,22 @@ TEST_F(X11WindowManagerWatch, SeesEveryStepOfAnAnnouncement) {
     followed.testClient.removeProperty(check, "_NET_SUPPORTING_WM_CHECK");
     followed.drain();
     EXPECT_FALSE(isTrusted());
+}
+
+TEST_F(X11WindowManagerWatch, FollowsTheNextWindowOfTheSameNumber) {
+    const xcb_window_t check = manager->makeWindow();
+    announce(check);
+    followed.start();
+    followed.drain();
+    ASSERT_TRUE(isTrusted());
+    for (int times = 0; times < 2; ++times) {
+        manager.reset();
+        ASSERT_TRUE(followed.runUntil([&] { return !isTrusted(); })) << times;
+        manager.emplace(followed.server.display());
+        ASSERT_EQ(manager->makeWindow(), check) << "the server numbers windows in another way than was known";
+        announce(check);
+        ASSERT_TRUE(followed.runUntil([&] { return isTrusted(); })) << times;
+    }
 }
 
 TEST_F(X11WindowManagerWatch, TheRootWindowIsNoProofOfAWindowManager) {
