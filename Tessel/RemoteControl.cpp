@@ -56,7 +56,8 @@ bool isIdentifier(std::string_view text) {
 }
 
 /// Why these cannot be borrowed, as the end of a sentence; empty where nobody has said.
-std::string reasons(const AppState& state, const std::set<WindowAction>& actions) {
+std::string reasons(const AppState& state, const std::set<WindowAction>& actions,
+                    const platform::Localization& localization) {
     std::map<platform::LoanObstacle, std::string> keys;
     for (const auto& [action, obstacle] : state.loanObstacles()) {
         if (actions.contains(action)) {
@@ -66,7 +67,7 @@ std::string reasons(const AppState& state, const std::set<WindowAction>& actions
     }
     std::string text;
     for (const auto& [obstacle, list] : keys) {
-        text += "; " + list + ": " + obstacleText(obstacle, context.localization);
+        text += "; " + list + ": " + obstacleText(obstacle, localization);
     }
     return text;
 }
@@ -188,13 +189,13 @@ ControlAnswer<void> RemoteControl::setBorrowsShortcuts(bool borrows) {
         state.borrowsShortcuts() ? state.failedShortcuts() : state.shortcutsOnLoan(platform::HotKeyLoan::possible);
     if (wanted.empty() && !state.failedShortcuts().empty()) {
         return refuse(Kind::failed, "none of the taken shortcuts can be borrowed on this desktop" +
-                                        reasons(state, state.failedShortcuts()));
+                                        reasons(state, state.failedShortcuts(), context.localization));
     }
     state.setBorrowsShortcuts(true);
     std::set<WindowAction> missing;
     std::ranges::set_intersection(wanted, state.failedShortcuts(), std::inserter(missing, missing.end()));
     if (!missing.empty()) {
-        return refuse(Kind::failed, "not all shortcuts could be borrowed" + reasons(state, missing));
+        return refuse(Kind::failed, "not all shortcuts could be borrowed" + reasons(state, missing, context.localization));
     }
     return {};
 }
