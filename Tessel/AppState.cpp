@@ -7,7 +7,6 @@
 #include "Platform/Seam/Desktop/Beep.h"
 #include "Platform/Seam/Desktop/SystemClock.h"
 #include "Platform/Seam/Platform.h"
-#include "Platform/Seam/Toolkit/OpenPanel.h"
 
 #include <algorithm>
 #include <chrono>
@@ -174,30 +173,26 @@ std::vector<platform::RunningApplicationReference> AppState::addableRunningApps(
     return addable;
 }
 
-void AppState::chooseApp(WindowAction action) {
-    platform::OpenPanel* panel = platform::current().openPanel;
-    if (panel == nullptr) {
-        return;
-    }
-    panel->activateIgnoringOtherApps();
-    panel->runModal({.allowedContentTypes = {platform::applicationContentType},
-                     .directory = "/Applications",
-                     .allowsMultipleSelection = true,
-                     .prompt = "Add"},
-                    [this, watch = lifetime.watch(), action](const std::vector<std::filesystem::path>& chosen) {
-                        assertStateOnMainThread(__LINE__);
-                        if (watch.isOver()) {
-                            return;
-                        }
-                        preferences.together([&] {
-                            for (const std::filesystem::path& location : chosen) {
-                                if (const auto identifier =
-                                        platform::current().applicationCatalogue.bundleIdentifier(location)) {
-                                    setRule(*identifier, action);
-                                }
-                            }
-                        });
-                    });
+void AppState::chooseApp(WindowAction action, platform::OpenPanel& panel) {
+    panel.activateIgnoringOtherApps();
+    panel.runModal({.allowedContentTypes = {platform::applicationContentType},
+                    .directory = "/Applications",
+                    .allowsMultipleSelection = true,
+                    .prompt = "Add"},
+                   [this, watch = lifetime.watch(), action](const std::vector<std::filesystem::path>& chosen) {
+                       assertStateOnMainThread(__LINE__);
+                       if (watch.isOver()) {
+                           return;
+                       }
+                       preferences.together([&] {
+                           for (const std::filesystem::path& location : chosen) {
+                               if (const auto identifier =
+                                       platform::current().applicationCatalogue.bundleIdentifier(location)) {
+                                   setRule(*identifier, action);
+                               }
+                           }
+                       });
+                   });
 }
 
 WindowMover::Outcome AppState::perform(const WindowOrder& order, const platform::AXUIElement& window) {

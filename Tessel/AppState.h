@@ -11,6 +11,7 @@
 #include "Platform/Seam/Desktop/HotKeyEvents.h"
 #include "Platform/Seam/Desktop/RunningApplications.h"
 #include "Platform/Seam/Desktop/ShortcutHolders.h"
+#include "Platform/Seam/Toolkit/OpenPanel.h"
 #include "Tessel/AppRules.h"
 #include "Tessel/PlacementMemory.h"
 #include "Tessel/Prefs.h"
@@ -104,8 +105,8 @@ public:
     /// bundle identifier, none that has a rule.
     [[nodiscard]] std::vector<platform::RunningApplicationReference> addableRunningApps() const;
 
-    /// Opens a chooser for applications, and gives each chosen one the action. Without effect if there is no chooser.
-    void chooseApp(WindowAction action);
+    /// Lets the user pick applications in the panel, and gives each of them the action. The panel may outlive this.
+    void chooseApp(WindowAction action, platform::OpenPanel& panel);
 
     /// Emits before every assignment of a value above. A subscriber reads the new value in a later turn.
     [[nodiscard]] corvid::Publisher<>& objectWillChange() { return willChange; }

@@ -16,7 +16,8 @@ namespace tessel {
 /// is placed after it was closed. Main thread only.
 class PlacementMemory {
 public:
-    /// The limit: the windows whose last placement is the oldest are forgotten first.
+    /// Windows beyond these are forgotten, those first that were placed longest ago: placing a new window asks
+    /// each of their applications for its windows.
     static constexpr std::size_t mostWindows = 64;
 
     PlacementMemory() = default;

@@ -15,12 +15,6 @@ namespace corvid::toolkit {
 
 namespace {
 
-constexpr double largestSide = 16384;
-
-bool isDrawable(const QSizeF& size) {
-    return size.width() >= 1 && size.height() >= 1 && size.width() <= largestSide && size.height() <= largestSide;
-}
-
 /// Runs the layout that takes turns of the event loop, such as that of the rows of a list.
 void settle(QQuickRenderControl& control) {
     constexpr int enough = 3;
@@ -41,7 +35,7 @@ std::optional<std::vector<std::byte>> ImageRenderer::png(const platform::Picture
     QQuickWindow window(&control);
     const auto white = static_cast<float>(picture.backgroundWhite);
     window.setColor(QColor::fromRgbF(white, white, white));
-    const std::unique_ptr<QQuickItem> item = build(picture.view, engine);
+    const std::unique_ptr<QQuickItem> item = build(picture.view, engine, nullptr);
     if (!item) {
         return std::nullopt;
     }
@@ -49,7 +43,7 @@ std::optional<std::vector<std::byte>> ImageRenderer::png(const platform::Picture
     item->setSize({item->implicitWidth(), item->implicitHeight()});
     settle(control);
     const QSizeF size(item->implicitWidth(), item->implicitHeight());
-    if (!isDrawable(size)) {
+    if (size.width() < 1 || size.height() < 1) {
         return std::nullopt;
     }
     item->setSize(size);

@@ -36,18 +36,16 @@ void choosePlatform(const platform::OwnWindows* ownWindows) {
 
 } // namespace
 
-std::unique_ptr<QuickToolkit> QuickToolkit::start(const Dependencies& dependencies, const ViewBuilder& build,
-                                                  const OpenPanelFactory& makePanel) {
+std::unique_ptr<QuickToolkit> QuickToolkit::start(const Dependencies& dependencies, const ViewBuilder& build) {
     choosePlatform(dependencies.ownWindows);
-    auto toolkit = std::make_unique<QuickToolkit>(dependencies, build, makePanel);
+    auto toolkit = std::make_unique<QuickToolkit>(dependencies, build);
     if (dependencies.ownWindows != nullptr && QGuiApplication::platformName() == QStringLiteral("offscreen")) {
         return nullptr;
     }
     return toolkit;
 }
 
-QuickToolkit::QuickToolkit(const Dependencies& dependencies, const ViewBuilder& build,
-                           const OpenPanelFactory& makePanel)
+QuickToolkit::QuickToolkit(const Dependencies& dependencies, const ViewBuilder& build)
     : dependencies(dependencies) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
@@ -69,14 +67,6 @@ QuickToolkit::QuickToolkit(const Dependencies& dependencies, const ViewBuilder& 
     engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
     followAppearance();
     hanging = std::make_unique<PopoverWindow>(dependencies, *engine, build);
-    // The popover would close anyway when the panel takes the keyboard focus; it opens again to show the additions.
-    panel = makePanel(*engine, {.opening = [this] { hanging->performClose(); },
-                                .closed =
-                                    [this](bool hasChosen) {
-                                        if (hasChosen) {
-                                            hanging->showAgain();
-                                        }
-                                    }});
     renderer = std::make_unique<ImageRenderer>(build);
 }
 

@@ -55,9 +55,9 @@ void draw(const tessel::ShownState& shown, const std::string& directory, const s
                                  [&] { return std::make_shared<tessel::MenuView>(state, shown.tab); });
 }
 
-/// No file chooser opens while pictures are drawn.
-std::unique_ptr<platform::OpenPanel> noPanel(QQmlEngine& /*engine*/, const corvid::toolkit::OpenPanelHooks& /*hooks*/) {
-    return nullptr;
+std::unique_ptr<QQuickItem> makePicture(const platform::View& view, QQmlEngine& engine,
+                                        corvid::toolkit::PopoverWindow* /*popover*/) {
+    return tessel::makeItem(view, engine);
 }
 
 } // namespace
@@ -79,7 +79,7 @@ int main(int count, char** arguments) {
                                                                .screens = desktop.screens,
                                                                .sessionLock = nullptr,
                                                                .languages = {language}},
-                                                              tessel::makeItem, noPanel);
+                                                              makePicture);
     // Qt has no country for the artificial right-to-left language, and so no direction either.
     if (language == "xb") {
         QGuiApplication::setLayoutDirection(Qt::RightToLeft);

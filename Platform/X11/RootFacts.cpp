@@ -11,6 +11,7 @@ namespace {
 
 // More windows than any desktop has; a longer list is cut off.
 constexpr std::uint32_t mostClients = 4096;
+// Four for each workspace.
 constexpr std::uint32_t mostWorkAreaValues = 4 * 1024;
 
 std::vector<corvid::CGRect> readMonitors(Connection& connection,

@@ -8,13 +8,9 @@
 namespace platform::x11 {
 
 WindowManager readWindowManager(Connection& connection, const std::function<void(xcb_window_t)>& announced) {
-    constexpr std::uint32_t mostAtoms = 1024;
-    constexpr std::uint32_t longestName = 64;
-
     const auto checkRequest =
         requestProperty(connection, connection.root(), connection.atom(Atom::netSupportingWmCheck), 1);
-    const auto supportedRequest =
-        requestProperty(connection, connection.root(), connection.atom(Atom::netSupported), mostAtoms);
+    const auto supportedRequest = requestProperty(connection, connection.root(), connection.atom(Atom::netSupported));
     const auto check = readWords(connection, checkRequest);
     const auto supported = readWords(connection, supportedRequest);
     // The root window proves nothing: it stays when the window manager ends.
@@ -27,7 +23,7 @@ WindowManager readWindowManager(Connection& connection, const std::function<void
         announced(window);
     }
     const auto ownCheckRequest = requestProperty(connection, window, connection.atom(Atom::netSupportingWmCheck), 1);
-    const auto nameRequest = requestProperty(connection, window, connection.atom(Atom::netWmName), longestName);
+    const auto nameRequest = requestProperty(connection, window, connection.atom(Atom::netWmName));
     const auto ownCheck = readWords(connection, ownCheckRequest);
     std::string name = readText(connection, nameRequest);
     if (ownCheck.empty() || ownCheck.front() != window) {

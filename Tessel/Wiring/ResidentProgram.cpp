@@ -50,7 +50,6 @@ ResidentProgram::ResidentProgram(const Foundation& foundation, std::unique_ptr<p
           .loginItemService = loginItem,
           .mainActor = foundation.mainLoop,
           .mainBundle = foundation.bundle,
-          .openPanel = &openPanel,
           .processInfo = processInfo,
           .runningApplications = desktop->runningApplications(),
           .screens = desktop->screens(),

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "CorvidKit/DeferredOpenPanel.h"
 #include "CorvidKit/DeferredPopover.h"
 #include "CorvidKit/DeferredToolkit.h"
 #include "CorvidKit/MenuBarApp.h"
@@ -91,7 +90,6 @@ private:
     platform::linux::Appearance appearance;
     platform::linux::SessionLock sessionLock;
     corvid::DeferredToolkit toolkit;
-    corvid::DeferredOpenPanel openPanel{toolkit};
     corvid::DeferredPopover popover{toolkit};
     platform::Platform table;
     platform::Installation installation{table};
