@@ -16,7 +16,8 @@ namespace tessel {
 /// window is placed after it was closed. Main thread only.
 class PlacementMemory {
 public:
-    /// Windows beyond these are forgotten, those first that were placed longest ago.
+    /// Windows beyond these are forgotten, those first that were placed longest ago: placing a new window asks
+    /// each of their applications for its windows.
     static constexpr std::size_t mostWindows = 64;
 
     PlacementMemory() = default;

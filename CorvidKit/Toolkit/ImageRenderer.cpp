@@ -15,12 +15,6 @@ namespace corvid::toolkit {
 
 namespace {
 
-constexpr double largestSide = 16384;
-
-bool isDrawable(const QSizeF& size) {
-    return size.width() >= 1 && size.height() >= 1 && size.width() <= largestSide && size.height() <= largestSide;
-}
-
 /// Lets what is laid out in turns of the event loop, such as the rows of a list, take its place.
 void settle(QQuickRenderControl& control) {
     constexpr int enough = 3;
@@ -49,7 +43,7 @@ std::optional<std::vector<std::byte>> ImageRenderer::png(const platform::Picture
     item->setSize({item->implicitWidth(), item->implicitHeight()});
     settle(control);
     const QSizeF size(item->implicitWidth(), item->implicitHeight());
-    if (!isDrawable(size)) {
+    if (size.width() < 1 || size.height() < 1) {
         return std::nullopt;
     }
     item->setSize(size);

@@ -16,8 +16,7 @@ using i3ipc::MessageType;
 
 /// Where i3 listens (i3 User's Guide, "Interprocess communication"); empty where it does not say.
 std::string socketPath(x11::Connection& display) {
-    constexpr std::uint32_t longest = 1024;
-    const auto request = x11::requestProperty(display, display.root(), display.atom(x11::Atom::i3SocketPath), longest);
+    const auto request = x11::requestProperty(display, display.root(), display.atom(x11::Atom::i3SocketPath));
     return x11::readText(display, request);
 }
 

@@ -20,6 +20,7 @@ struct Expansion {
     wordexp_t words{};
 };
 
+/// A pattern may match files that are no configuration.
 constexpr std::size_t longestFile = std::size_t{1} << 20U;
 
 bool isRelative(std::string_view pattern) {

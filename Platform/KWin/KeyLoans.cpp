@@ -14,7 +14,8 @@ namespace platform::kwin {
 
 namespace {
 
-/// So many programs may share a key that is granted to all who ask.
+/// Several programs may share a key that was granted to all who asked. A holder that does not let go must not be asked
+/// for ever.
 constexpr int mostHolders = 8;
 
 bool isOurs(const AccelAction& action) {

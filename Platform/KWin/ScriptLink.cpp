@@ -192,6 +192,7 @@ void ScriptLink::load() {
 }
 
 void ScriptLink::retryLater() {
+    // Further ones would leave the number's range; the delay is at its limit before.
     constexpr unsigned mostDoublings = 8;
     const Duration delay = soonestRetry * (1U << std::min(failures++, mostDoublings));
     loadLater(std::min(delay, timing.retry));

@@ -9,10 +9,6 @@ namespace platform::x11 {
 
 namespace {
 
-// In units of four bytes. Names of applications are shorter; what is longer names none.
-constexpr std::uint32_t longestClass = 128;
-constexpr std::uint32_t longestId = 64;
-
 std::string_view untilZero(std::string_view text) {
     return text.substr(0, text.find('\0'));
 }
@@ -48,9 +44,9 @@ bool isApplicationClue(const AtomTable& atoms, xcb_atom_t property) {
 ApplicationCluesRequest::ApplicationCluesRequest(Connection& connection, xcb_window_t window)
     : attributes(xcb_get_window_attributes(connection.raw(), window))
     , owner(connection, window)
-    , windowClass(requestProperty(connection, window, XCB_ATOM_WM_CLASS, longestClass))
-    , gtkApplicationId(requestProperty(connection, window, connection.atom(Atom::gtkApplicationId), longestId))
-    , kdeDesktopFile(requestProperty(connection, window, connection.atom(Atom::kdeNetWmDesktopFile), longestId)) {
+    , windowClass(requestProperty(connection, window, XCB_ATOM_WM_CLASS))
+    , gtkApplicationId(requestProperty(connection, window, connection.atom(Atom::gtkApplicationId)))
+    , kdeDesktopFile(requestProperty(connection, window, connection.atom(Atom::kdeNetWmDesktopFile))) {
 }
 
 std::optional<linux::ApplicationClues> ApplicationCluesRequest::read(Connection& connection) const {

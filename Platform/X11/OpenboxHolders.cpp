@@ -17,11 +17,10 @@ namespace platform::x11 {
 namespace {
 
 std::string openboxConfiguration(Connection& connection) {
-    constexpr std::uint32_t longestPath = 1024;
-    constexpr std::size_t most = std::size_t{1} << 20U;
+    // Any program may have named the file.
+    constexpr std::size_t largestFile = std::size_t{1} << 20U;
     std::vector<std::string> paths;
-    const auto request =
-        requestProperty(connection, connection.root(), connection.atom(Atom::obConfigFile), longestPath);
+    const auto request = requestProperty(connection, connection.root(), connection.atom(Atom::obConfigFile));
     if (const std::string named = readText(connection, request); !named.empty()) {
         paths.push_back(named);
     }
@@ -33,7 +32,7 @@ std::string openboxConfiguration(Connection& connection) {
         paths.push_back(folder + "/openbox/rc.xml");
     }
     for (const std::string& path : paths) {
-        if (auto text = linux::readRegularFile(path, most, linux::Excess::refused)) {
+        if (auto text = linux::readRegularFile(path, largestFile, linux::Excess::refused)) {
             return *std::move(text);
         }
     }

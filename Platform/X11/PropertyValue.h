@@ -10,9 +10,13 @@
 
 namespace platform::x11 {
 
-/// Asks for a property of at most `maximumLength` 32-bit units, whatever its type. Send first, read later.
+/// Any program may write a property of any length on any window. In 32-bit units.
+inline constexpr std::uint32_t longestProperty = 1024;
+
+/// Requests a property, whatever its type, as far as `maximumLength` 32-bit units. Send first, read later.
 [[nodiscard]] xcb_get_property_cookie_t requestProperty(Connection& connection, xcb_window_t window,
-                                                        xcb_atom_t property, std::uint32_t maximumLength);
+                                                        xcb_atom_t property,
+                                                        std::uint32_t maximumLength = longestProperty);
 
 /// The values of a property in 32-bit format: cardinals, atoms and windows. Empty where the property is absent, of
 /// another format, or did not come in time: other programs write these, so nothing about them is taken for granted.

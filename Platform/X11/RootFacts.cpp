@@ -11,6 +11,7 @@ namespace {
 
 // More windows than any desktop has; a list that claims more is cut off rather than believed.
 constexpr std::uint32_t mostClients = 4096;
+// Four for each workspace.
 constexpr std::uint32_t mostWorkAreaValues = 4 * 1024;
 
 std::vector<corvid::CGRect> readMonitors(Connection& connection,

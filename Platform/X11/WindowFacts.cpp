@@ -10,8 +10,6 @@ namespace platform::x11 {
 
 namespace {
 
-constexpr std::uint32_t mostAtoms = 64;
-
 // Borders beyond this are no borders but a broken property, and adding them up must stay far from overflow.
 constexpr std::uint32_t widestBorder = 32767;
 
@@ -70,8 +68,8 @@ WindowFactsRequest::WindowFactsRequest(Connection& connection, xcb_window_t wind
     , decoration(requestProperty(connection, window, connection.atom(Atom::netFrameExtents), 4))
     , shadow(requestProperty(connection, window, connection.atom(Atom::gtkFrameExtents), 4))
     , sizeHints(requestSizeHints(connection, window))
-    , states(requestProperty(connection, window, connection.atom(Atom::netWmState), mostAtoms))
-    , types(requestProperty(connection, window, connection.atom(Atom::netWmWindowType), mostAtoms))
+    , states(requestProperty(connection, window, connection.atom(Atom::netWmState)))
+    , types(requestProperty(connection, window, connection.atom(Atom::netWmWindowType)))
     , transientFor(requestProperty(connection, window, XCB_ATOM_WM_TRANSIENT_FOR, 1))
     , owner(connection, window) {
 }

@@ -8,13 +8,9 @@
 namespace platform::x11 {
 
 WindowManager readWindowManager(Connection& connection) {
-    constexpr std::uint32_t mostAtoms = 1024;
-    constexpr std::uint32_t longestName = 64;
-
     const auto checkRequest =
         requestProperty(connection, connection.root(), connection.atom(Atom::netSupportingWmCheck), 1);
-    const auto supportedRequest =
-        requestProperty(connection, connection.root(), connection.atom(Atom::netSupported), mostAtoms);
+    const auto supportedRequest = requestProperty(connection, connection.root(), connection.atom(Atom::netSupported));
     const auto check = readWords(connection, checkRequest);
     const auto supported = readWords(connection, supportedRequest);
     if (check.empty() || check.front() == XCB_WINDOW_NONE) {
@@ -23,7 +19,7 @@ WindowManager readWindowManager(Connection& connection) {
 
     const xcb_window_t window = check.front();
     const auto ownCheckRequest = requestProperty(connection, window, connection.atom(Atom::netSupportingWmCheck), 1);
-    const auto nameRequest = requestProperty(connection, window, connection.atom(Atom::netWmName), longestName);
+    const auto nameRequest = requestProperty(connection, window, connection.atom(Atom::netWmName));
     const auto ownCheck = readWords(connection, ownCheckRequest);
     std::string name = readText(connection, nameRequest);
     if (ownCheck.empty() || ownCheck.front() != window) {

@@ -9,7 +9,6 @@ namespace platform::x11 {
 namespace {
 
 constexpr std::uint32_t strutValues = 12;
-constexpr std::uint32_t mostMonitorValues = 4 * 64;
 constexpr std::size_t rectangleValues = 4;
 // `_NET_WM_DESKTOP` of a window that is on all desktops.
 constexpr std::uint32_t allDesktops = 0xffffffff;
@@ -26,7 +25,7 @@ corvid::CGRect rectangleAt(const std::vector<std::uint32_t>& values, std::size_t
 WorkSpaceRequest::WorkSpaceRequest(Connection& connection, std::span<const xcb_window_t> clients,
                                    xcb_atom_t monitorWorkAreasName)
     : unasked(clients)
-    , monitorWorkAreas(requestProperty(connection, connection.root(), monitorWorkAreasName, mostMonitorValues)) {
+    , monitorWorkAreas(requestProperty(connection, connection.root(), monitorWorkAreasName)) {
     askOn(connection);
 }
 

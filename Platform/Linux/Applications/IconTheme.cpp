@@ -161,6 +161,7 @@ const IconTheme::Description& IconTheme::description(const std::string& theme) {
     if (!isPlainName(theme)) {
         return *known;
     }
+    // Themes come from anybody.
     constexpr std::size_t largestFile = std::size_t{1} << 20U;
     std::optional<KeyFile> file;
     for (const std::string& folder : folders) {

@@ -27,6 +27,7 @@ FileDescriptor newSocket() {
 }
 
 bool listenAt(const FileDescriptor& socket, const SocketAddress& address) {
+    // The kernel refuses further connections until these are accepted.
     constexpr int mostWaiting = 16;
     return socket && ::bind(socket.get(), address.get(), address.size()) == 0 &&
            ::listen(socket.get(), mostWaiting) == 0;

@@ -14,9 +14,6 @@ namespace platform::linux {
 
 namespace {
 
-/// No more shortcuts of the user's own than this are looked at.
-constexpr std::size_t mostOwn = 64;
-
 bool holds(const SettingLine& setting, const corvid::Shortcut& shortcut) {
     return std::ranges::any_of(setting.texts(), [&](const std::string& text) {
         const auto accelerator = readAccelerator(text);
@@ -113,8 +110,7 @@ private:
         }
     }
 
-    void lookAtOwn(std::vector<std::string> paths) {
-        paths.resize(std::min(paths.size(), mostOwn));
+    void lookAtOwn(const std::vector<std::string>& paths) {
         for (const std::string& path : paths) {
             const std::string whole = path.starts_with('/') ? path : std::string(family.ownPath) + path + "/";
             steps.push_back({.arguments = {"list-recursively", std::string(family.ownSchema) + ":" + whole},

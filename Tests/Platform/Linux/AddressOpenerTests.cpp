@@ -110,8 +110,7 @@ TEST(AddressOpener, OnlyAddressesAreOpened) {
               std::string(":rest"), std::string("1http://a"), std::string("-option"), std::string("--version:x"),
               std::string("ht tp://a"), std::string("https://a b"), std::string("https://a\nb"),
               std::string("https://ü"), std::string("https://a/%zz"), std::string("https://a/%2"),
-              std::string("https://a/\"b\""), std::string("https://a/<b>"), std::string("/etc/passwd"),
-              "https://" + std::string(100000, 'a')}) {
+              std::string("https://a/\"b\""), std::string("https://a/<b>"), std::string("/etc/passwd")}) {
             EXPECT_FALSE(opener.open(text)) << text.substr(0, 50);
         }
         EXPECT_EQ(programs.ran(), "");
