@@ -18,7 +18,6 @@ class Log;
 class LoginItemService;
 class MainActor;
 struct MainBundle;
-class OpenPanel;
 class ProcessInfo;
 class RunningApplications;
 class Screens;
@@ -43,8 +42,6 @@ struct Platform {
     LoginItemService& loginItemService;
     MainActor& mainActor;
     const MainBundle& mainBundle;
-    /// Null while nothing is loaded that could show it.
-    OpenPanel* openPanel;
     ProcessInfo& processInfo;
     RunningApplications& runningApplications;
     Screens& screens;

@@ -3,7 +3,6 @@
 namespace platform {
 
 class ImageRenderer;
-class OpenPanel;
 class Popover;
 
 /// What shows windows and draws pictures. It is large, so it is loaded when it is first needed, and kept. Main thread
@@ -16,7 +15,6 @@ public:
     virtual ~Toolkit() = default;
 
     [[nodiscard]] virtual Popover& popover() = 0;
-    [[nodiscard]] virtual OpenPanel& openPanel() = 0;
     [[nodiscard]] virtual ImageRenderer& imageRenderer() = 0;
 
     /// Runs its own event loop with the main loop in it, until the main loop is told to end.

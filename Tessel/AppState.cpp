@@ -5,7 +5,6 @@
 #include "CorvidKit/LocalizedComparison.h"
 #include "Platform/ApplicationCatalogue.h"
 #include "Platform/Beep.h"
-#include "Platform/OpenPanel.h"
 #include "Platform/Platform.h"
 #include "Platform/SystemClock.h"
 
@@ -162,30 +161,26 @@ std::vector<platform::RunningApplicationReference> AppState::addableRunningApps(
     return addable;
 }
 
-void AppState::chooseApp(WindowAction action) {
-    platform::OpenPanel* panel = platform::current().openPanel;
-    if (panel == nullptr) {
-        return;
-    }
-    panel->activateIgnoringOtherApps();
-    panel->runModal({.allowedContentTypes = {platform::applicationContentType},
-                     .directory = "/Applications",
-                     .allowsMultipleSelection = true,
-                     .prompt = "Add"},
-                    [this, watch = lifetime.watch(), action](const std::vector<std::filesystem::path>& chosen) {
-                        assertStateOnMainThread(__LINE__);
-                        if (watch.isOver()) {
-                            return;
-                        }
-                        preferences.together([&] {
-                            for (const std::filesystem::path& location : chosen) {
-                                if (const auto identifier =
-                                        platform::current().applicationCatalogue.bundleIdentifier(location)) {
-                                    setRule(*identifier, action);
-                                }
-                            }
-                        });
-                    });
+void AppState::chooseApp(WindowAction action, platform::OpenPanel& panel) {
+    panel.activateIgnoringOtherApps();
+    panel.runModal({.allowedContentTypes = {platform::applicationContentType},
+                    .directory = "/Applications",
+                    .allowsMultipleSelection = true,
+                    .prompt = "Add"},
+                   [this, watch = lifetime.watch(), action](const std::vector<std::filesystem::path>& chosen) {
+                       assertStateOnMainThread(__LINE__);
+                       if (watch.isOver()) {
+                           return;
+                       }
+                       preferences.together([&] {
+                           for (const std::filesystem::path& location : chosen) {
+                               if (const auto identifier =
+                                       platform::current().applicationCatalogue.bundleIdentifier(location)) {
+                                   setRule(*identifier, action);
+                               }
+                           }
+                       });
+                   });
 }
 
 WindowMover::Outcome AppState::perform(const WindowOrder& order, const platform::AXUIElement& window) {

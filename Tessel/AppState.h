@@ -8,6 +8,7 @@
 #include "CorvidKitCore/PreferenceStore.h"
 #include "Platform/Accessibility.h"
 #include "Platform/HotKeyEvents.h"
+#include "Platform/OpenPanel.h"
 #include "Platform/RunningApplications.h"
 #include "Platform/ShortcutHolders.h"
 #include "Tessel/AppRules.h"
@@ -95,9 +96,8 @@ public:
     /// bundle identifier, none that has a rule.
     [[nodiscard]] std::vector<platform::RunningApplicationReference> addableRunningApps() const;
 
-    /// Lets the user pick applications, and gives each of them the action. Nothing happens where nothing is there to
-    /// pick with.
-    void chooseApp(WindowAction action);
+    /// Lets the user pick applications in the panel, and gives each of them the action. The panel may outlive this.
+    void chooseApp(WindowAction action, platform::OpenPanel& panel);
 
     /// Emits before every assignment of a value above: whoever wants the new value looks in a later turn.
     [[nodiscard]] corvid::Publisher<>& objectWillChange() { return willChange; }

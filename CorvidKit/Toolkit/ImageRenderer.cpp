@@ -35,7 +35,7 @@ std::optional<std::vector<std::byte>> ImageRenderer::png(const platform::Picture
     QQuickWindow window(&control);
     const auto white = static_cast<float>(picture.backgroundWhite);
     window.setColor(QColor::fromRgbF(white, white, white));
-    const std::unique_ptr<QQuickItem> item = build(picture.view, engine);
+    const std::unique_ptr<QQuickItem> item = build(picture.view, engine, nullptr);
     if (!item) {
         return std::nullopt;
     }

@@ -101,7 +101,7 @@ bool PopoverWindow::prepare() {
 }
 
 bool PopoverWindow::makeFrame() {
-    content = build(*view, engine);
+    content = build(*view, engine, this);
     frame = itemFromFile(engine, frameFile);
     if (!content || !frame) {
         return false;

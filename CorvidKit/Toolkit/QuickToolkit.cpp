@@ -36,18 +36,16 @@ void choosePlatform(const platform::OwnWindows* ownWindows) {
 
 } // namespace
 
-std::unique_ptr<QuickToolkit> QuickToolkit::start(const Surroundings& surroundings, const ViewBuilder& build,
-                                                  const OpenPanelFactory& makePanel) {
+std::unique_ptr<QuickToolkit> QuickToolkit::start(const Surroundings& surroundings, const ViewBuilder& build) {
     choosePlatform(surroundings.ownWindows);
-    auto toolkit = std::make_unique<QuickToolkit>(surroundings, build, makePanel);
+    auto toolkit = std::make_unique<QuickToolkit>(surroundings, build);
     if (surroundings.ownWindows != nullptr && QGuiApplication::platformName() == QStringLiteral("offscreen")) {
         return nullptr;
     }
     return toolkit;
 }
 
-QuickToolkit::QuickToolkit(const Surroundings& surroundings, const ViewBuilder& build,
-                           const OpenPanelFactory& makePanel)
+QuickToolkit::QuickToolkit(const Surroundings& surroundings, const ViewBuilder& build)
     : surroundings(surroundings) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
@@ -69,14 +67,6 @@ QuickToolkit::QuickToolkit(const Surroundings& surroundings, const ViewBuilder& 
     engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
     followAppearance();
     hanging = std::make_unique<PopoverWindow>(surroundings, *engine, build);
-    // The popover would close anyway when the panel takes the keyboard; it comes back to show what was added.
-    panel = makePanel(*engine, {.opening = [this] { hanging->performClose(); },
-                                .closed =
-                                    [this](bool hasChosen) {
-                                        if (hasChosen) {
-                                            hanging->showAgain();
-                                        }
-                                    }});
     renderer = std::make_unique<ImageRenderer>(build);
 }
 

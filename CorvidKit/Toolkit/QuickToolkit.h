@@ -2,7 +2,6 @@
 
 #include "CorvidKit/Toolkit/ImageRenderer.h"
 #include "CorvidKit/Toolkit/LoopPump.h"
-#include "CorvidKit/Toolkit/OpenPanelFactory.h"
 #include "CorvidKit/Toolkit/PopoverWindow.h"
 #include "CorvidKit/Toolkit/Surroundings.h"
 #include "CorvidKit/Toolkit/ViewBuilder.h"
@@ -20,15 +19,13 @@ namespace corvid::toolkit {
 class QuickToolkit final : public platform::Toolkit {
 public:
     /// Null where Qt cannot connect to the desktop.
-    [[nodiscard]] static std::unique_ptr<QuickToolkit> start(const Surroundings& surroundings, const ViewBuilder& build,
-                                                             const OpenPanelFactory& makePanel);
+    [[nodiscard]] static std::unique_ptr<QuickToolkit> start(const Surroundings& surroundings,
+                                                             const ViewBuilder& build);
 
-    QuickToolkit(const Surroundings& surroundings, const ViewBuilder& build, const OpenPanelFactory& makePanel);
+    QuickToolkit(const Surroundings& surroundings, const ViewBuilder& build);
     ~QuickToolkit() override;
 
     [[nodiscard]] platform::Popover& popover() override { return *hanging; }
-
-    [[nodiscard]] platform::OpenPanel& openPanel() override { return *panel; }
 
     [[nodiscard]] platform::ImageRenderer& imageRenderer() override { return *renderer; }
 
@@ -42,7 +39,6 @@ private:
     std::vector<std::unique_ptr<QTranslator>> translators;
     std::unique_ptr<QQmlEngine> engine;
     std::unique_ptr<PopoverWindow> hanging;
-    std::unique_ptr<platform::OpenPanel> panel;
     std::unique_ptr<ImageRenderer> renderer;
 };
 

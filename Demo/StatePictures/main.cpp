@@ -55,9 +55,9 @@ void draw(const tessel::ShownState& shown, const std::string& directory, const s
                                  [&] { return std::make_shared<tessel::MenuView>(state, shown.tab); });
 }
 
-/// Nothing is chosen while pictures are drawn.
-std::unique_ptr<platform::OpenPanel> noPanel(QQmlEngine& /*engine*/, const corvid::toolkit::OpenPanelHooks& /*hooks*/) {
-    return nullptr;
+std::unique_ptr<QQuickItem> makePicture(const platform::View& view, QQmlEngine& engine,
+                                        corvid::toolkit::PopoverWindow* /*popover*/) {
+    return tessel::makeItem(view, engine);
 }
 
 } // namespace
@@ -78,7 +78,7 @@ int main(int count, char** arguments) {
                                                                .screens = desktop.screens,
                                                                .sessionLock = nullptr,
                                                                .languages = {language}},
-                                                              tessel::makeItem, noPanel);
+                                                              makePicture);
     // The language that nobody speaks from right to left has no country that Qt would know it from.
     if (language == "xb") {
         QGuiApplication::setLayoutDirection(Qt::RightToLeft);

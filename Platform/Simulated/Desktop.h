@@ -77,7 +77,6 @@ private:
                    .loginItemService = loginItemService,
                    .mainActor = mainActor,
                    .mainBundle = mainBundle,
-                   .openPanel = &openPanel,
                    .processInfo = processInfo,
                    .runningApplications = applications,
                    .screens = screens,

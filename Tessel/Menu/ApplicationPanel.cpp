@@ -15,9 +15,9 @@ constexpr QSize smallestSize(300, 240);
 
 } // namespace
 
-ApplicationPanel::ApplicationPanel(QQmlEngine& engine, corvid::toolkit::OpenPanelHooks hooks)
+ApplicationPanel::ApplicationPanel(QQmlEngine& engine, corvid::toolkit::PopoverWindow& popover)
     : engine(engine)
-    , hooks(std::move(hooks)) {
+    , popover(popover) {
 }
 
 ApplicationPanel::~ApplicationPanel() {
@@ -51,7 +51,8 @@ void ApplicationPanel::runModal(const platform::OpenPanelOptions& options, Compl
     content->setSize(window->size());
     connect(content.get(), SIGNAL(confirmed()), this, SLOT(confirm()), Qt::QueuedConnection);
     connect(content.get(), SIGNAL(cancelled()), this, SLOT(cancel()), Qt::QueuedConnection);
-    hooks.opening();
+    // It would close anyway when the panel takes the keyboard.
+    popover.performClose();
     window->show();
     window->requestActivate();
     content->forceActiveFocus(Qt::ActiveWindowFocusReason);
@@ -80,7 +81,9 @@ void ApplicationPanel::finish(std::vector<std::filesystem::path> chosen) {
     window.release()->deleteLater();
     const bool hasChosen = !chosen.empty();
     completion(std::move(chosen));
-    hooks.closed(hasChosen);
+    if (hasChosen) {
+        popover.showAgain();
+    }
 }
 
 bool ApplicationPanel::eventFilter(QObject* watched, QEvent* event) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CorvidKit/Toolkit/OpenPanelFactory.h"
+#include "CorvidKit/Toolkit/PopoverWindow.h"
 #include "Platform/OpenPanel.h"
 #include "Tessel/Menu/ApplicationList.h"
 
@@ -12,12 +12,14 @@
 namespace tessel {
 
 /// A window that lists the installed applications. They are in no folder that a user knows, so the directory that the
-/// panel is to begin in is not used. Another request while it is open cancels the one before.
+/// panel is to begin in is not used. Another request while it is open cancels the one before. The popover closes while
+/// the panel is open, and comes back to show what was added.
 class ApplicationPanel final : public QObject, public platform::OpenPanel {
     Q_OBJECT
 
 public:
-    ApplicationPanel(QQmlEngine& engine, corvid::toolkit::OpenPanelHooks hooks);
+    /// Both must outlive the panel.
+    ApplicationPanel(QQmlEngine& engine, corvid::toolkit::PopoverWindow& popover);
     ~ApplicationPanel() override;
 
     void activateIgnoringOtherApps() override {}
@@ -34,7 +36,7 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     void finish(std::vector<std::filesystem::path> chosen);
 
     QQmlEngine& engine;
-    corvid::toolkit::OpenPanelHooks hooks;
+    corvid::toolkit::PopoverWindow& popover;
     std::unique_ptr<QQuickWindow> window;
     std::unique_ptr<ApplicationList> list;
     std::unique_ptr<QQuickItem> content;

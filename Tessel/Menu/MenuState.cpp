@@ -90,9 +90,9 @@ QString offerToBorrow(const QStringList& holders, const QString& keys) {
 
 } // namespace
 
-MenuState::MenuState(AppState& state, QObject* parent)
-    : QObject(parent)
-    , state(state) {
+MenuState::MenuState(AppState& state, platform::OpenPanel* panel)
+    : state(state)
+    , panel(panel) {
     stateChanges = state.objectWillChange().subscribe([this] { refreshSoon(); });
     reminderChanges = state.updates().updateReminderDueFlag().subscribe([this](bool /*due*/) { refreshSoon(); });
     rows.show(state.ruleApps());
@@ -279,7 +279,9 @@ void MenuState::setBorrowsShortcuts(bool borrows) {
 }
 
 void MenuState::chooseApp() {
-    state.chooseApp(WindowAction::maximize);
+    if (panel != nullptr) {
+        state.chooseApp(WindowAction::maximize, *panel);
+    }
 }
 
 void MenuState::checkForUpdates() {

@@ -41,8 +41,8 @@ public:
     enum Status { Paused, WaitingForPermission, ShortcutsTaken, Active }; // NOLINT(readability-identifier-naming)
     Q_ENUM(Status)
 
-    /// `state` must outlive this.
-    explicit MenuState(AppState& state, QObject* parent = nullptr);
+    /// `state` must outlive this, and `panel`, in which applications are chosen. In a picture there is none.
+    explicit MenuState(AppState& state, platform::OpenPanel* panel = nullptr);
 
     [[nodiscard]] Status status() const;
     [[nodiscard]] QString statusText() const;
@@ -105,6 +105,7 @@ private:
     void refresh();
 
     AppState& state;
+    platform::OpenPanel* panel;
     RuleAppModel rows;
     bool refreshIsPending = false;
     corvid::Subscription stateChanges;

@@ -6,12 +6,12 @@
 
 namespace tessel {
 
-std::unique_ptr<QQuickItem> makeItem(const platform::View& view, QQmlEngine& engine) {
+std::unique_ptr<QQuickItem> makeItem(const platform::View& view, QQmlEngine& engine, platform::OpenPanel* panel) {
     const auto* menu = dynamic_cast<const MenuView*>(&view);
     if (menu == nullptr) {
         return nullptr;
     }
-    auto state = std::make_unique<MenuState>(menu->state());
+    auto state = std::make_unique<MenuState>(menu->state(), panel);
     std::unique_ptr<QQuickItem> item = corvid::toolkit::itemFromFile(
         engine, QUrl(QStringLiteral("qrc:/qt/qml/Tessel/MenuView.qml")),
         {{"appState", QVariant::fromValue(state.get())}, {"tab", QString::fromUtf8(rawValue(menu->tab))}});

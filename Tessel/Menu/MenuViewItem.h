@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/OpenPanel.h"
 #include "Platform/View.h"
 
 #include <QQmlEngine>
@@ -8,7 +9,9 @@
 
 namespace tessel {
 
-/// The item that shows a view of this program; null for a view of another kind. The view outlives the item.
-[[nodiscard]] std::unique_ptr<QQuickItem> makeItem(const platform::View& view, QQmlEngine& engine);
+/// The item that shows a view of this program; null for a view of another kind. The view outlives the item, and so does
+/// the panel in which applications are chosen; a picture needs none.
+[[nodiscard]] std::unique_ptr<QQuickItem> makeItem(const platform::View& view, QQmlEngine& engine,
+                                                   platform::OpenPanel* panel = nullptr);
 
 } // namespace tessel

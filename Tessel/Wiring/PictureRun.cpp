@@ -141,7 +141,6 @@ void drawPictures(const std::string& directory, Count& begun) {
         .loginItemService = loginItem,
         .mainActor = mainLoop,
         .mainBundle = bundle,
-        .openPanel = nullptr,
         .processInfo = processInfo,
         .runningApplications = desktop.runningApplications,
         .screens = desktop.screens,

@@ -1,6 +1,5 @@
 #include "Tessel/Wiring/ResidentRun.h"
 
-#include "CorvidKit/DeferredOpenPanel.h"
 #include "CorvidKit/DeferredPopover.h"
 #include "CorvidKit/DeferredToolkit.h"
 #include "CorvidKit/MenuBarApp.h"
@@ -132,7 +131,6 @@ int runUntilTheEnd(std::optional<std::string>& next) {
                                          .languages = bundle.preferredLocalizations});
         },
         [&](std::function<void()> host) { mainLoop.continueIn(std::move(host)); });
-    corvid::DeferredOpenPanel openPanel(toolkit);
     corvid::DeferredPopover popover(toolkit);
     const platform::Platform table{
         .accessibility = desktop.accessibility(),
@@ -147,7 +145,6 @@ int runUntilTheEnd(std::optional<std::string>& next) {
         .loginItemService = loginItem,
         .mainActor = mainLoop,
         .mainBundle = bundle,
-        .openPanel = &openPanel,
         .processInfo = processInfo,
         .runningApplications = desktop.runningApplications(),
         .screens = desktop.screens(),

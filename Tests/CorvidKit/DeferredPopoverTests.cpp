@@ -1,7 +1,5 @@
-#include "CorvidKit/DeferredOpenPanel.h"
 #include "CorvidKit/DeferredPopover.h"
 #include "Platform/Simulated/Desktop.h"
-#include "Platform/Simulated/OpenPanel.h"
 #include "Platform/Simulated/Popover.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +7,6 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,8 +25,6 @@ public:
         , desktop(desktop) {}
 
     [[nodiscard]] platform::Popover& popover() override { return hanging; }
-
-    [[nodiscard]] platform::OpenPanel& openPanel() override { return desktop.openPanel; }
 
     [[nodiscard]] platform::ImageRenderer& imageRenderer() override { std::abort(); }
 
@@ -137,27 +132,6 @@ TEST_F(Deferred, AToolkitThatCannotBeHadLeavesItClosedAndIsTriedAgain) {
     popover.show(anchor, Edge::minY);
     endTurn();
     EXPECT_TRUE(real.isShown());
-}
-
-TEST_F(Deferred, TheOpenPanelStartsTheToolkitToo) {
-    DeferredOpenPanel panel(toolkit);
-    std::optional<std::vector<std::filesystem::path>> chosen;
-    panel.runModal({.allowedContentTypes = {}, .directory = {}, .allowsMultipleSelection = true, .prompt = "Add"},
-                   [&](std::vector<std::filesystem::path> paths) { chosen = std::move(paths); });
-    endTurn();
-    ASSERT_TRUE(desktop.openPanel.shown.has_value());
-    EXPECT_EQ(desktop.openPanel.shown->prompt, "Add");
-    desktop.openPanel.choose({"/applications/Editor"});
-    EXPECT_EQ(chosen, (std::vector<std::filesystem::path>{"/applications/Editor"}));
-}
-
-TEST_F(Deferred, AnOpenPanelThatCannotBeHadIsCancelled) {
-    canStart = false;
-    DeferredOpenPanel panel(toolkit);
-    std::optional<std::vector<std::filesystem::path>> chosen;
-    panel.runModal({}, [&](std::vector<std::filesystem::path> paths) { chosen = std::move(paths); });
-    endTurn();
-    EXPECT_EQ(chosen, std::vector<std::filesystem::path>{});
 }
 
 } // namespace

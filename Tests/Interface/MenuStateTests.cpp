@@ -21,7 +21,7 @@ class Menu : public testing::Test {
 protected:
     MenuState& make() {
         state.emplace(desktop.standardUserDefaults, false, dispatcher);
-        shown.emplace(*state);
+        shown.emplace(*state, &desktop.openPanel);
         return *shown;
     }
 

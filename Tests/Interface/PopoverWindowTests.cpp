@@ -72,22 +72,23 @@ protected:
     int made = 0;
     /// What happens while the content is made.
     std::function<void()> meanwhile;
-    PopoverWindow popover{{.mainLoop = loop,
-                           .appearance = desktop.appearance,
-                           .ownWindows = &desktop.ownWindows,
-                           .screens = desktop.screens,
-                           .sessionLock = &desktop.sessionLock,
-                           .languages = {}},
-                          engine,
-                          [this](const platform::View& /*view*/, QQmlEngine& /*engine*/) {
-                              ++made;
-                              if (meanwhile) {
-                                  meanwhile();
-                              }
-                              auto item = makeContent({300, 200});
-                              content = item.get();
-                              return item;
-                          }};
+    PopoverWindow popover{
+        {.mainLoop = loop,
+         .appearance = desktop.appearance,
+         .ownWindows = &desktop.ownWindows,
+         .screens = desktop.screens,
+         .sessionLock = &desktop.sessionLock,
+         .languages = {}},
+        engine,
+        [this](const platform::View& /*view*/, QQmlEngine& /*engine*/, const PopoverWindow* /*popover*/) {
+            ++made;
+            if (meanwhile) {
+                meanwhile();
+            }
+            auto item = makeContent({300, 200});
+            content = item.get();
+            return item;
+        }};
 };
 
 TEST_F(Hanging, MakesNothingBeforeItIsFirstShown) {

@@ -187,7 +187,7 @@ TEST_F(StateOfRules, LetsTheUserPickApplicationsAndStoresEachAsItIsAddedAllKeptA
     AppState& state = make();
     state.setRule("org.example.Editor", WindowAction::maximize);
     desktop.trace.clear();
-    state.chooseApp(WindowAction::center);
+    state.chooseApp(WindowAction::center, desktop.openPanel);
     EXPECT_EQ(desktop.trace.take(), (Lines{"activate this program", "show open panel"}));
     EXPECT_EQ(desktop.openPanel.shown,
               (platform::OpenPanelOptions{.allowedContentTypes = {platform::applicationContentType},
@@ -206,10 +206,10 @@ TEST_F(StateOfRules, LetsTheUserPickApplicationsAndStoresEachAsItIsAddedAllKeptA
 
 TEST_F(StateOfRules, ChangesNothingWhenThePickingIsCancelledOrImpossible) {
     AppState& state = make();
-    state.chooseApp(WindowAction::center);
+    state.chooseApp(WindowAction::center, desktop.openPanel);
     desktop.openPanel.choose({});
     EXPECT_TRUE(state.rules().empty());
-    state.chooseApp(WindowAction::center);
+    state.chooseApp(WindowAction::center, desktop.openPanel);
     made.reset();
     desktop.openPanel.choose({"/applications/Editor"});
     EXPECT_FALSE(desktop.standardUserDefaults.store.object("rules").has_value());

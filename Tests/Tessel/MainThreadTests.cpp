@@ -64,7 +64,7 @@ TEST_F(CallbackDeathTest, ARequestFromOutsideIsOfTheMainThread) {
 
 TEST_F(CallbackDeathTest, TheChoiceOfApplicationsIsOfTheMainThread) {
     desktop.applicationCatalogue.install("/applications/Editor", {"org.example.Editor", "Editor", ""});
-    state.chooseApp(WindowAction::maximize);
+    state.chooseApp(WindowAction::maximize, desktop.openPanel);
     stopsAt("Tessel/AppState", [&] { desktop.openPanel.choose({"/applications/Editor"}); });
     stopsAt("Tessel/AppState", [&] { desktop.openPanel.choose({}); });
 }

@@ -42,7 +42,6 @@ private:
         .loginItemService = other.loginItemService,
         .mainActor = other.mainActor,
         .mainBundle = other.mainBundle,
-        .openPanel = nullptr,
         .processInfo = other.processInfo,
         .runningApplications = followed.desktop->runningApplications(),
         .screens = followed.desktop->screens(),
