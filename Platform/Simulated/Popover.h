@@ -26,12 +26,14 @@ public:
 
     [[nodiscard]] bool hasContentView() const override { return content != nullptr; }
 
-    void setBehavior(Behavior behavior) override {
-        trace.record("set popover behavior " + std::to_string(static_cast<int>(behavior)));
+    void setBehavior(Behavior newBehavior) override {
+        trace.record("set popover behavior " + std::to_string(static_cast<int>(newBehavior)));
+        behavior = newBehavior;
     }
 
-    void setAnimates(bool animates) override {
-        trace.record("set popover animates " + std::to_string(static_cast<int>(animates)));
+    void setAnimates(bool newAnimates) override {
+        trace.record("set popover animates " + std::to_string(static_cast<int>(newAnimates)));
+        animates = newAnimates;
     }
 
     [[nodiscard]] bool isShown() const override { return anchor.has_value(); }
@@ -39,9 +41,13 @@ public:
     void show(const Anchor& newAnchor, Edge preferredEdge) override {
         trace.record("show popover on edge " + std::to_string(static_cast<int>(preferredEdge)));
         anchor = newAnchor;
+        isKey = false;
     }
 
-    void makeKey() override { trace.record("make popover key"); }
+    void makeKey() override {
+        trace.record("make popover key");
+        isKey = isShown();
+    }
 
     void performClose() override {
         trace.record("close popover");
@@ -52,6 +58,10 @@ public:
     void clickOutside() { anchor.reset(); }
 
     std::shared_ptr<const View> content;
+    Behavior behavior = Behavior::applicationDefined;
+    bool animates = false;
+    /// Whether it has the keyboard since it was shown last.
+    bool isKey = false;
     /// Where it is open; nothing while it is closed.
     std::optional<Anchor> anchor;
 
