@@ -194,9 +194,12 @@ OSStatus HotKeys::bind(Registered& registered, std::uint64_t reference) {
         return eventHotKeyExistsErr;
     }
     refused.erase(combination.text());
-    std::vector<Binding> bindings = registered.isBorrowed
-                                        ? bindingsOver(combination, use.isOnRelease)
-                                        : std::vector<Binding>{{.keys = combination.text(), .isOnRelease = false}};
+    std::vector<Binding> bindings;
+    if (registered.isBorrowed) {
+        bindings = bindingsOver(combination, use.isOnRelease);
+    } else {
+        bindings.push_back({.keys = combination.text(), .isOnRelease = false});
+    }
     std::vector<std::string> commands;
     std::ranges::transform(bindings, std::back_inserter(commands), [&](const Binding& each) {
         return each.isOnRelease ? "bindcode --no-warn --release " + each.keys + " " + std::string(releaseCommand)
