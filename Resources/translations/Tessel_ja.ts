@@ -363,5 +363,9 @@
         <source>Give back</source>
         <translation>返す</translation>
     </message>
+    <message>
+        <source>Tessel is ready</source>
+        <translation>Tesselを使えます</translation>
+    </message>
 </context>
 </TS>

@@ -20,6 +20,7 @@
 #include "Platform/Linux/Services/AddressOpener.h"
 #include "Platform/Linux/Services/Appearance.h"
 #include "Platform/Linux/Services/AutostartLoginItem.h"
+#include "Platform/Linux/Services/DesktopNotifications.h"
 #include "Platform/Linux/Services/SessionLock.h"
 #include "Platform/Linux/Services/SystemClock.h"
 #include "Platform/Linux/Settings/UserDefaults.h"
@@ -31,6 +32,7 @@
 #include "Tessel/AppState.h"
 #include "Tessel/RemoteControl.h"
 #include "Tessel/StatusMenu.h"
+#include "Tessel/Welcome.h"
 
 #include <memory>
 #include <optional>
@@ -93,6 +95,8 @@ private:
     corvid::DeferredPopover popover{toolkit};
     platform::Platform table;
     platform::Installation installation{table};
+    platform::linux::DesktopNotifications notifications{foundation.sessionBus, "Tessel", "org.corvid.Tessel"};
+    Welcome welcome{userDefaults};
     /// Made once the loop runs.
     corvid::Subscription statusChanges;
     std::string reportedStatus;

@@ -32,6 +32,10 @@ public:
     /// application.
     [[nodiscard]] virtual std::string displayName(const std::filesystem::path& location) = 0;
 
+    /// Other words by which people look for the application described there, such as its kind and the name of its
+    /// program. Texts in no particular order; empty if that is not an application.
+    [[nodiscard]] virtual std::vector<std::string> searchTerms(const std::filesystem::path& location) = 0;
+
     /// The icon of the application described there, a generic one if it has none.
     [[nodiscard]] virtual Image icon(const std::filesystem::path& location) = 0;
 };

@@ -100,7 +100,7 @@ TEST_F(HotKeysOfTheShell, WaitWithinTheSameLimitAsTheWindowsOfTheirTurn) {
     shell->answer("Grab", silence);
     shell->answer("Frames", silence);
     compositor::WindowTable table;
-    WindowAccess access(*link, table, {.show = [] {}, .requirement = [] { return AccessRequirement::compositor; }});
+    WindowAccess access(*link, table, {.show = [] {}, .obstacle = [] { return AccessObstacle{}; }});
     shell->setExtension(true, "second");
     ASSERT_TRUE(until([&] { return table.isOpen(); }));
     shell->tell("Moved");
