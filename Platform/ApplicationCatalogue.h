@@ -33,6 +33,10 @@ public:
     /// application.
     [[nodiscard]] virtual std::string displayName(const std::filesystem::path& location) = 0;
 
+    /// What else people may look for the application described there by, such as what kind of application it is and the
+    /// name of its program. Texts in no particular order; empty where that is not an application.
+    [[nodiscard]] virtual std::vector<std::string> searchTerms(const std::filesystem::path& location) = 0;
+
     /// The icon of the application described there, a generic one where it has none.
     [[nodiscard]] virtual Image icon(const std::filesystem::path& location) = 0;
 };

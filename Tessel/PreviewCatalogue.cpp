@@ -61,6 +61,10 @@ std::string PreviewCatalogue::displayName(const std::filesystem::path& location)
                                   : platform::current().localization.text("Tessel", application->name);
 }
 
+std::vector<std::string> PreviewCatalogue::searchTerms(const std::filesystem::path& /*location*/) {
+    return {};
+}
+
 platform::Image PreviewCatalogue::icon(const std::filesystem::path& location) {
     constexpr double side = 32;
     return platform::Image({.source = platform::ImageFile{location},

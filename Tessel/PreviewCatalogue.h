@@ -12,6 +12,7 @@ public:
     [[nodiscard]] std::optional<std::filesystem::path> location(std::string_view bundleIdentifier) override;
     [[nodiscard]] std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) override;
     [[nodiscard]] std::string displayName(const std::filesystem::path& location) override;
+    [[nodiscard]] std::vector<std::string> searchTerms(const std::filesystem::path& location) override;
     [[nodiscard]] platform::Image icon(const std::filesystem::path& location) override;
 };
 

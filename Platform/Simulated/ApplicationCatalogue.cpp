@@ -42,6 +42,11 @@ std::string ApplicationCatalogue::displayName(const std::filesystem::path& locat
     return found == applications.end() ? location.filename().string() : found->second.displayName;
 }
 
+std::vector<std::string> ApplicationCatalogue::searchTerms(const std::filesystem::path& location) {
+    const auto found = applications.find(location);
+    return found == applications.end() ? std::vector<std::string>() : found->second.searchTerms;
+}
+
 Image ApplicationCatalogue::icon(const std::filesystem::path& location) {
     trace.record("icon of " + location.string());
     const auto found = applications.find(location);

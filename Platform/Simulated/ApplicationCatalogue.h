@@ -23,6 +23,8 @@ public:
         std::string iconName;
         /// Among those to choose from.
         bool isShown = true;
+        /// What it is found by beside its name and identifier.
+        std::vector<std::string> searchTerms = {};
     };
 
     explicit ApplicationCatalogue(Trace& trace)
@@ -35,6 +37,7 @@ public:
     [[nodiscard]] std::optional<std::filesystem::path> location(std::string_view bundleIdentifier) override;
     [[nodiscard]] std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) override;
     [[nodiscard]] std::string displayName(const std::filesystem::path& location) override;
+    [[nodiscard]] std::vector<std::string> searchTerms(const std::filesystem::path& location) override;
     [[nodiscard]] Image icon(const std::filesystem::path& location) override;
 
 private:

@@ -9,16 +9,16 @@ FocusScope {
     required property ApplicationList applications
     property bool takesSeveral: true
     property string prompt
-    readonly property bool canConfirm: applications.chosenCount > 0
+    readonly property bool canConfirm: applications.chosenCount > 0 || list.currentItem !== null
 
     signal confirmed
     signal cancelled
 
     // The one that is marked, if none was chosen: typing a name and pressing Enter is enough.
     function confirm() {
-        if (!canConfirm)
+        if (applications.chosenCount === 0)
             applications.choose(list.currentIndex);
-        if (canConfirm)
+        if (applications.chosenCount > 0)
             confirmed();
     }
 

@@ -2,6 +2,7 @@
 
 #include "Tessel/Menu/ImageSource.h"
 
+#include <QCoreApplication>
 #include <cstddef>
 #include <utility>
 
@@ -10,7 +11,8 @@ namespace tessel {
 ApplicationList::ApplicationList(std::vector<InstalledApplication> applications, QObject* parent)
     : QAbstractListModel(parent)
     , all(std::move(applications))
-    , found(all) {
+    , search(all)
+    , found(search.find({})) {
 }
 
 void ApplicationList::setSearchText(const QString& newText) {
@@ -19,14 +21,14 @@ void ApplicationList::setSearchText(const QString& newText) {
     }
     text = newText;
     beginResetModel();
-    found = matching(all, text.toStdString());
+    found = search.find(text.toStdString());
     endResetModel();
     Q_EMIT searchTextChanged();
     Q_EMIT countChanged();
 }
 
 const InstalledApplication* ApplicationList::at(int row) const {
-    return row < 0 || row >= count() ? nullptr : &found[static_cast<std::size_t>(row)];
+    return row < 0 || row >= count() ? nullptr : &all[found[static_cast<std::size_t>(row)]];
 }
 
 void ApplicationList::toggle(int row) {
@@ -74,13 +76,17 @@ QVariant ApplicationList::data(const QModelIndex& index, int role) const {
         return imageSource(application->icon);
     case chosenRole:
         return chosen.contains(application->id());
+    case ruleRole:
+        return application->ruleAction
+                   ? QCoreApplication::translate("Tessel", std::string(application->ruleAction->title()).c_str())
+                   : QString();
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> ApplicationList::roleNames() const {
-    return {{nameRole, "name"}, {iconRole, "icon"}, {chosenRole, "isChosen"}};
+    return {{nameRole, "name"}, {iconRole, "icon"}, {chosenRole, "isChosen"}, {ruleRole, "rule"}};
 }
 
 } // namespace tessel

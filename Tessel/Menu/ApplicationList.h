@@ -6,14 +6,15 @@
 
 #include <QAbstractListModel>
 #include <QStringList>
+#include <cstddef>
 #include <set>
 #include <string>
 #include <vector>
 
 namespace tessel {
 
-/// The installed applications for a list to choose from: those that the search text finds, each chosen or not. What is
-/// chosen stays so while the text changes.
+/// The installed applications for a list to choose from: those that the search text finds, each with the action of its
+/// rule and whether it is chosen. What is chosen stays so while the text changes.
 class ApplicationList final : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -23,7 +24,7 @@ class ApplicationList final : public QAbstractListModel {
     Q_PROPERTY(int chosenCount READ chosenCount NOTIFY chosenCountChanged)
 
 public:
-    enum Role { nameRole = Qt::UserRole, iconRole, chosenRole };
+    enum Role { nameRole = Qt::UserRole, iconRole, chosenRole, ruleRole };
 
     explicit ApplicationList(std::vector<InstalledApplication> applications, QObject* parent = nullptr);
 
@@ -57,7 +58,9 @@ private:
     [[nodiscard]] const InstalledApplication* at(int row) const;
 
     std::vector<InstalledApplication> all;
-    std::vector<InstalledApplication> found;
+    ApplicationSearch search;
+    /// Their places among all.
+    std::vector<std::size_t> found;
     std::set<std::string> chosen;
     QString text;
 };

@@ -1,7 +1,7 @@
 import QtQuick
 import CorvidKit
 
-// One application in the list, with a mark if it is chosen.
+// One application in the list, with the action of its rule and a mark if it is chosen.
 Item {
     id: row
 
@@ -9,6 +9,7 @@ Item {
     required property string name
     required property string icon
     required property bool isChosen
+    required property string rule
     property bool isCurrent
     property bool hasKeyboard
 
@@ -18,6 +19,7 @@ Item {
     implicitHeight: 32
     Accessible.role: Accessible.ListItem
     Accessible.name: name
+    Accessible.description: rule
     Accessible.checkable: true
     Accessible.checked: isChosen
     Accessible.selectable: true
@@ -41,11 +43,21 @@ Item {
     Label {
         anchors.left: picture.right
         anchors.leftMargin: 10
-        anchors.right: mark.left
+        anchors.right: action.left
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         text: row.name
         size: 12.5
+        Accessible.ignored: true
+    }
+    Label {
+        id: action
+        anchors.right: mark.left
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        text: row.rule
+        size: 11
+        color: Style.secondary
         Accessible.ignored: true
     }
     Symbol {

@@ -16,7 +16,9 @@ InstalledApplication application(const std::string& name) {
             .name = name,
             .location = "/applications/" + name,
             .icon = platform::Image(
-                {.source = platform::ThemeIcon{name}, .size = {20, 20}, .accessibilityDescription = {}})};
+                {.source = platform::ThemeIcon{name}, .size = {20, 20}, .accessibilityDescription = {}}),
+            .searchTerms = {},
+            .ruleAction = {}};
 }
 
 class Chooser : public testing::Test {

@@ -1,8 +1,11 @@
 #include "Platform/Simulated/Desktop.h"
 #include "Tessel/InstalledApplications.h"
+#include "Tessel/Prefs.h"
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,6 +22,10 @@ protected:
         desktop.applicationCatalogue.install("/applications/" + identifier, {identifier, name, "icon", isShown});
     }
 
+    void installOther(const std::string& identifier, const std::string& name, const Lines& terms) {
+        desktop.applicationCatalogue.install("/applications/" + identifier, {identifier, name, "icon", true, terms});
+    }
+
     static Lines names(const std::vector<InstalledApplication>& applications) {
         Lines found;
         for (const InstalledApplication& application : applications) {
@@ -27,7 +34,14 @@ protected:
         return found;
     }
 
-    static Lines found(std::string_view text) { return names(matching(installedApplications(), text)); }
+    static Lines found(std::string_view text) {
+        const std::vector<InstalledApplication> all = installedApplications();
+        Lines found;
+        for (const std::size_t place : ApplicationSearch(all).find(text)) {
+            found.push_back(all.at(place).name);
+        }
+        return found;
+    }
 
     platform::simulated::Desktop desktop;
     int installed = 0;
@@ -53,6 +67,42 @@ TEST_F(InstalledApplications, AreSortedByNameAndWithoutThoseThatAreNotShown) {
     EXPECT_EQ(names(installedApplications()), (Lines{"Archive", "browser", "Mail", "terminal"}));
 }
 
+TEST_F(InstalledApplications, HaveTheActionsOfTheirRules) {
+    installOther("org.example.Editor", "Editor", {});
+    installOther("org.example.Mail", "Mail", {});
+    desktop.standardUserDefaults[Prefs::rules] = {{"org.example.Mail", WindowAction::center}};
+    const std::vector<InstalledApplication> list = installedApplications();
+    ASSERT_EQ(list.size(), 2U);
+    EXPECT_EQ(list[0].ruleAction, std::nullopt);
+    EXPECT_EQ(list[1].ruleAction, WindowAction::center);
+}
+
+TEST_F(InstalledApplications, AreFoundByWhatElseTheyGoBy) {
+    installOther("gimp", "GNU Image Manipulation Program", {"Image Editor", "graphic", "gimp-2.10"});
+    installOther("org.inkscape.Inkscape", "Inkscape", {"Vector Graphics Editor", "Gravité", "inkscape"});
+    installOther("org.example.Viewer", "Viewer for GIMP pictures", {"Image Viewer"});
+    installOther("org.example.Gimpel", "Gimpel", {"Bird"});
+    const std::string gimp = "GNU Image Manipulation Program";
+    const std::string viewer = "Viewer for GIMP pictures";
+    const std::vector<std::pair<std::string_view, Lines>> cases{
+        {"gimp", {"Gimpel", viewer, gimp}},
+        {"GIMP", {"Gimpel", viewer, gimp}},
+        {"gimp-2", {gimp}},
+        {"image", {gimp, viewer}},
+        {"image editor", {gimp}},
+        {"graph", {gimp, "Inkscape"}},
+        {"gravite", {"Inkscape"}},
+        {"vector ink", {"Inkscape"}},
+        {"org.inkscape", {"Inkscape"}},
+        {"raph", {}},
+        {"gimp bird", {"Gimpel"}},
+        {"gimp nothing", {}},
+    };
+    for (const auto& [text, expected] : cases) {
+        EXPECT_EQ(found(text), expected) << text;
+    }
+}
+
 TEST_F(InstalledApplications, AreFoundByTheBeginningsOfTheirWordsFirst) {
     for (const char* name : {"Context Viewer", "Editor for Text", "Text Editor", "Terminal", "Xedit"}) {
         install(name);
@@ -61,11 +111,13 @@ TEST_F(InstalledApplications, AreFoundByTheBeginningsOfTheirWordsFirst) {
         {"", {"Context Viewer", "Editor for Text", "Terminal", "Text Editor", "Xedit"}},
         {"  ", {"Context Viewer", "Editor for Text", "Terminal", "Text Editor", "Xedit"}},
         {"-", {"Context Viewer", "Editor for Text", "Terminal", "Text Editor", "Xedit"}},
-        {"t", {"Editor for Text", "Terminal", "Text Editor", "Context Viewer", "Xedit"}},
-        {"TEXT", {"Editor for Text", "Text Editor", "Context Viewer"}},
+        {"t", {"Terminal", "Text Editor", "Editor for Text", "Context Viewer", "Xedit"}},
+        {"TEXT", {"Text Editor", "Editor for Text", "Context Viewer"}},
         {"edit", {"Editor for Text", "Text Editor", "Xedit"}},
         {"ed te", {"Editor for Text", "Text Editor"}},
-        {"text-editor", {"Editor for Text", "Text Editor"}},
+        {"text-editor", {"Text Editor", "Editor for Text"}},
+        {"text e", {"Text Editor", "Editor for Text", "Context Viewer"}},
+        {"tex e", {"Editor for Text", "Text Editor", "Context Viewer"}},
         {"ext view", {"Context Viewer"}},
         {"minal", {"Terminal"}},
         {"none", {}},

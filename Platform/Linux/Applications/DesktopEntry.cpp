@@ -9,11 +9,9 @@
 namespace platform::linux {
 namespace {
 
-constexpr const char* group = "Desktop Entry";
-
 bool isForOneOf(std::span<const std::string> desktops, const KeyFile& file) {
-    const std::vector<std::string> only = file.texts(group, "OnlyShowIn");
-    const std::vector<std::string> never = file.texts(group, "NotShowIn");
+    const std::vector<std::string> only = file.texts(DesktopEntry::group, "OnlyShowIn");
+    const std::vector<std::string> never = file.texts(DesktopEntry::group, "NotShowIn");
     // The first of the desktop's names that either list has decides.
     for (const std::string& desktop : desktops) {
         if (std::ranges::find(only, desktop) != only.end()) {
@@ -23,7 +21,7 @@ bool isForOneOf(std::span<const std::string> desktops, const KeyFile& file) {
             return false;
         }
     }
-    return !file.text(group, "OnlyShowIn");
+    return !file.text(DesktopEntry::group, "OnlyShowIn");
 }
 
 } // namespace
@@ -31,19 +29,23 @@ bool isForOneOf(std::span<const std::string> desktops, const KeyFile& file) {
 std::optional<DesktopEntry> DesktopEntry::parse(std::string_view contents,
                                                 std::span<const std::string> currentDesktops) {
     const std::optional<KeyFile> file = KeyFile::parse(contents);
-    if (!file || !file->hasGroup(group)) {
+    return file ? from(*file, currentDesktops) : std::nullopt;
+}
+
+std::optional<DesktopEntry> DesktopEntry::from(const KeyFile& file, std::span<const std::string> currentDesktops) {
+    if (!file.hasGroup(group)) {
         return std::nullopt;
     }
-    const auto text = [&](const char* key) { return file->text(group, key).value_or(""); };
+    const auto text = [&](const char* key) { return file.text(group, key).value_or(""); };
     return DesktopEntry{
         .isApplication = text("Type") == "Application",
-        .isHidden = file->flag(group, "Hidden").value_or(false),
-        .isListed = !file->flag(group, "NoDisplay").value_or(false),
-        .isForThisDesktop = isForOneOf(currentDesktops, *file),
-        .needsTerminal = file->flag(group, "Terminal").value_or(false),
-        .isAutostartEnabled = file->flag(group, "X-GNOME-Autostart-enabled").value_or(true),
-        .name = file->localizedText(group, "Name").value_or(""),
-        .icon = file->localizedText(group, "Icon").value_or(""),
+        .isHidden = file.flag(group, "Hidden").value_or(false),
+        .isListed = !file.flag(group, "NoDisplay").value_or(false),
+        .isForThisDesktop = isForOneOf(currentDesktops, file),
+        .needsTerminal = file.flag(group, "Terminal").value_or(false),
+        .isAutostartEnabled = file.flag(group, "X-GNOME-Autostart-enabled").value_or(true),
+        .name = file.localizedText(group, "Name").value_or(""),
+        .icon = file.localizedText(group, "Icon").value_or(""),
         .exec = text("Exec"),
         .tryExec = text("TryExec"),
         .windowClass = text("StartupWMClass"),

@@ -8,6 +8,8 @@
 
 namespace platform::linux {
 
+class KeyFile;
+
 /// The keys of a desktop entry that this program uses (Desktop Entry Specification, Recognized desktop entry keys).
 /// Texts are empty where a key is missing or unreadable.
 struct DesktopEntry {
@@ -32,12 +34,19 @@ struct DesktopEntry {
     std::string flatpak;      ///< `X-Flatpak`: the Flatpak application's id
     std::string snapInstance; ///< `X-SnapInstanceName`
 
+    /// The group of a file that describes the entry itself.
+    static constexpr const char* group = "Desktop Entry";
+
     /// Larger files are no desktop entries. One with all the world's translations has a twentieth of it.
     static constexpr std::size_t largestFile = std::size_t{1} << 20U;
 
     /// Nothing where that is no desktop entry. `currentDesktops` are the names in `XDG_CURRENT_DESKTOP`.
     [[nodiscard]] static std::optional<DesktopEntry> parse(std::string_view contents,
                                                            std::span<const std::string> currentDesktops = {});
+
+    /// The same from a file that was taken apart already.
+    [[nodiscard]] static std::optional<DesktopEntry> from(const KeyFile& file,
+                                                          std::span<const std::string> currentDesktops = {});
 
     /// The same from a regular file.
     [[nodiscard]] static std::optional<DesktopEntry> read(const std::string& path,

@@ -2,6 +2,8 @@
 
 #include "Platform/Linux/Applications/DesktopEntry.h"
 #include "Platform/Linux/Applications/ExecLine.h"
+#include "Platform/Linux/Applications/SearchTerms.h"
+#include "Platform/Linux/RegularFile.h"
 
 #include <array>
 #include <system_error>
@@ -9,9 +11,12 @@
 namespace platform::linux {
 namespace {
 
+bool mayBeEntry(const std::filesystem::path& location) {
+    return location.is_absolute() && location.extension() == ".desktop";
+}
+
 std::optional<DesktopEntry> applicationAt(const std::filesystem::path& location) {
-    std::optional<DesktopEntry> entry =
-        location.is_absolute() && location.extension() == ".desktop" ? DesktopEntry::read(location) : std::nullopt;
+    std::optional<DesktopEntry> entry = mayBeEntry(location) ? DesktopEntry::read(location) : std::nullopt;
     return entry && entry->isApplication && !entry->isHidden ? entry : std::nullopt;
 }
 
@@ -80,6 +85,12 @@ std::optional<std::string> DesktopEntryCatalogue::bundleIdentifier(const std::fi
 std::string DesktopEntryCatalogue::displayName(const std::filesystem::path& location) {
     const std::optional<DesktopEntry> entry = applicationAt(location);
     return entry && !entry->name.empty() ? entry->name : location.filename().string();
+}
+
+std::vector<std::string> DesktopEntryCatalogue::searchTerms(const std::filesystem::path& location) {
+    const std::optional<std::string> contents =
+        mayBeEntry(location) ? readRegularFile(location, DesktopEntry::largestFile, Excess::refused) : std::nullopt;
+    return contents ? linux::searchTerms(*contents) : std::vector<std::string>();
 }
 
 Image DesktopEntryCatalogue::icon(const std::filesystem::path& location) {

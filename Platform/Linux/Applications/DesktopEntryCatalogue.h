@@ -24,6 +24,8 @@ public:
 
     [[nodiscard]] std::string displayName(const std::filesystem::path& location) override;
 
+    [[nodiscard]] std::vector<std::string> searchTerms(const std::filesystem::path& location) override;
+
     /// In 32 by 32 points.
     [[nodiscard]] Image icon(const std::filesystem::path& location) override;
 

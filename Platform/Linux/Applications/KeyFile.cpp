@@ -13,6 +13,15 @@ std::optional<std::string> taken(char* raw) {
     return text ? std::optional<std::string>(text.get()) : std::nullopt;
 }
 
+std::vector<std::string> taken(char** raw, std::size_t count) {
+    const GLibTexts list{raw};
+    if (!list) {
+        return {};
+    }
+    const std::span<char*> parts(list.get(), count);
+    return {parts.begin(), parts.end()};
+}
+
 } // namespace
 
 KeyFile::KeyFile()
@@ -59,12 +68,15 @@ std::vector<std::string> KeyFile::texts(const char* group, const char* key, char
     // The separator belongs to the file object; a file has several lists, each with its own.
     g_key_file_set_list_separator(file.get(), separator);
     gsize count = 0;
-    const GLibTexts list{g_key_file_get_string_list(file.get(), group, key, &count, nullptr)};
-    if (!list) {
-        return {};
-    }
-    const std::span<char*> parts(list.get(), count);
-    return {parts.begin(), parts.end()};
+    char** list = g_key_file_get_string_list(file.get(), group, key, &count, nullptr);
+    return taken(list, count);
+}
+
+std::vector<std::string> KeyFile::localizedTexts(const char* group, const char* key) const {
+    g_key_file_set_list_separator(file.get(), ';');
+    gsize count = 0;
+    char** list = g_key_file_get_locale_string_list(file.get(), group, key, nullptr, &count, nullptr);
+    return taken(list, count);
 }
 
 void KeyFile::set(const char* group, const char* key, const std::string& text) {

@@ -31,6 +31,9 @@ public:
     /// The parts of a list, split at `separator`; empty where there is none.
     [[nodiscard]] std::vector<std::string> texts(const char* group, const char* key, char separator = ';') const;
 
+    /// The parts of a list in the user's language, chosen as `localizedText` does, or of the untranslated one.
+    [[nodiscard]] std::vector<std::string> localizedTexts(const char* group, const char* key) const;
+
     void set(const char* group, const char* key, const std::string& text);
 
     /// The file's contents.

@@ -126,6 +126,16 @@ TEST_F(DesktopEntryCatalogueTest, NamesApplicationsForPeople) {
     EXPECT_EQ(catalogue.displayName(applications + "/b.desktop"), "b.desktop");
 }
 
+TEST_F(DesktopEntryCatalogueTest, KnowsWhatElseApplicationsAreFoundBy) {
+    const std::string path = applications + "/a.desktop";
+    install(path, "GenericName=Image Editor");
+    EXPECT_EQ(catalogue.searchTerms(path), (std::vector<std::string>{"a", "Image Editor", "Image Editor"}));
+    for (const char* other : {"/no.desktop", "", "a.desktop"}) {
+        EXPECT_EQ(catalogue.searchTerms(applications + other), std::vector<std::string>()) << other;
+    }
+    EXPECT_EQ(catalogue.searchTerms("a.desktop"), std::vector<std::string>());
+}
+
 TEST_F(DesktopEntryCatalogueTest, HasIconsByNameOrFile) {
     using Source = ImageSource;
     const auto icon = [&](const std::string& value) {

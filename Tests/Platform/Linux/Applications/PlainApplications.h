@@ -27,6 +27,9 @@ public:
     [[nodiscard]] std::optional<std::filesystem::path> location(std::string_view bundleIdentifier) override;
     [[nodiscard]] std::optional<std::string> bundleIdentifier(const std::filesystem::path& location) override;
     [[nodiscard]] std::string displayName(const std::filesystem::path& location) override;
+    [[nodiscard]] std::vector<std::string> searchTerms(const std::filesystem::path& /*location*/) override {
+        return {};
+    }
     [[nodiscard]] Image icon(const std::filesystem::path& location) override;
 };
 
