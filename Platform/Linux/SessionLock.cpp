@@ -60,10 +60,11 @@ private:
 
 class SessionLock::LoginManager final : private SessionBus::Listener {
 public:
-    LoginManager(SessionBus& systemBus, std::string session, const Announcement& announcement)
+    LoginManager(SessionBus& systemBus, std::string session, const Announcement& announcement, bool asks)
         : Listener(systemBus)
         , session(std::move(session))
-        , announcement(announcement) {}
+        , announcement(announcement)
+        , asks(asks) {}
 
 private:
     void busArrived(sd_bus* bus) override {
@@ -75,11 +76,23 @@ private:
         lock = listen(bus, {loginName, path.get(), loginSessionInterface, "Lock"}, &LoginManager::asked, this);
         properties = listen(bus, {loginName, path.get(), "org.freedesktop.DBus.Properties", "PropertiesChanged"},
                             &LoginManager::changed, this);
+        if (asks) {
+            question = call(bus, {loginName, path.get(), "org.freedesktop.DBus.Properties", "Get"},
+                            &LoginManager::answered, this, "ss", loginSessionInterface, "LockedHint");
+        }
     }
 
     void busLeft() override {
         lock.reset();
         properties.reset();
+        question.reset();
+    }
+
+    static int answered(sd_bus_message* answer, void* data, sd_bus_error* /*error*/) {
+        if (sd_bus_message_is_method_error(answer, nullptr) == 0 && readVariant<int>(answer, "b").value_or(0) != 0) {
+            static_cast<LoginManager*>(data)->announcement.make();
+        }
+        return 0;
     }
 
     static int asked(sd_bus_message* /*signal*/, void* data, sd_bus_error* /*error*/) {
@@ -111,8 +124,10 @@ private:
 
     std::string session;
     const Announcement& announcement;
+    bool asks;
     OwnedSlot lock;
     OwnedSlot properties;
+    OwnedSlot question;
 };
 
 class SessionLock::ScreenSaver final : private SessionBus::Listener {
@@ -144,10 +159,10 @@ private:
 
 class SessionLock::Watch final : public LockWatch {
 public:
-    Watch(const SessionLock& lock, std::function<void()> locked)
+    Watch(const SessionLock& lock, std::function<void()> locked, bool asks)
         : announcement(lock.mainLoop, std::move(locked))
         , systemBus(lock.mainLoop, lock.systemAddress)
-        , loginManager(systemBus, lock.session, announcement)
+        , loginManager(systemBus, lock.session, announcement, asks)
         , screenSaver(lock.sessionBus, announcement) {}
 
 private:
@@ -166,7 +181,11 @@ SessionLock::SessionLock(MainLoop& mainLoop, SessionBus& sessionBus, std::option
 }
 
 std::unique_ptr<LockWatch> SessionLock::watch(std::function<void()> locked) {
-    return std::make_unique<Watch>(*this, std::move(locked));
+    return std::make_unique<Watch>(*this, std::move(locked), false);
+}
+
+std::unique_ptr<LockWatch> SessionLock::watchAndAsk(std::function<void()> locked) {
+    return std::make_unique<Watch>(*this, std::move(locked), true);
 }
 
 } // namespace platform::linux

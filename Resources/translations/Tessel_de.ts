@@ -329,5 +329,9 @@
         <source>Give back</source>
         <translation>Zurückgeben</translation>
     </message>
+    <message>
+        <source>Tessel is ready</source>
+        <translation>Tessel ist bereit</translation>
+    </message>
 </context>
 </TS>

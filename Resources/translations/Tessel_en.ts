@@ -329,5 +329,9 @@
         <source>Give back</source>
         <translation>Give back</translation>
     </message>
+    <message>
+        <source>Tessel is ready</source>
+        <translation>Tessel is ready</translation>
+    </message>
 </context>
 </TS>

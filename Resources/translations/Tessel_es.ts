@@ -329,5 +329,9 @@
         <source>Give back</source>
         <translation>Devolver</translation>
     </message>
+    <message>
+        <source>Tessel is ready</source>
+        <translation>Tessel está listo</translation>
+    </message>
 </context>
 </TS>

@@ -329,5 +329,9 @@
         <source>Give back</source>
         <translation>Rendre</translation>
     </message>
+    <message>
+        <source>Tessel is ready</source>
+        <translation>Tessel est prêt</translation>
+    </message>
 </context>
 </TS>

@@ -329,5 +329,9 @@
         <source>Give back</source>
         <translation>Restituisci</translation>
     </message>
+    <message>
+        <source>Tessel is ready</source>
+        <translation>Tessel è pronto</translation>
+    </message>
 </context>
 </TS>

@@ -327,5 +327,9 @@
         <source>Give back</source>
         <translation>返す</translation>
     </message>
+    <message>
+        <source>Tessel is ready</source>
+        <translation>Tesselを使えます</translation>
+    </message>
 </context>
 </TS>

@@ -327,5 +327,9 @@
         <source>Give back</source>
         <translation>돌려주기</translation>
     </message>
+    <message>
+        <source>Tessel is ready</source>
+        <translation>Tessel 준비 완료</translation>
+    </message>
 </context>
 </TS>

@@ -327,5 +327,9 @@
         <source>Give back</source>
         <translation>归还</translation>
     </message>
+    <message>
+        <source>Tessel is ready</source>
+        <translation>Tessel 已就绪</translation>
+    </message>
 </context>
 </TS>

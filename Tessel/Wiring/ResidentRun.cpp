@@ -16,6 +16,7 @@
 #include "Platform/Linux/Control/ControlBusName.h"
 #include "Platform/Linux/Control/ControlSocket.h"
 #include "Platform/Linux/Control/SessionClaim.h"
+#include "Platform/Linux/DesktopNotifications.h"
 #include "Platform/Linux/Localization.h"
 #include "Platform/Linux/Log.h"
 #include "Platform/Linux/LoopApplication.h"
@@ -40,6 +41,7 @@
 #include "Tessel/RemoteControl.h"
 #include "Tessel/StatusMenu.h"
 #include "Tessel/StatusText.h"
+#include "Tessel/Welcome.h"
 #include "Tessel/Wiring/DesktopChoice.h"
 #include "Tessel/Wiring/Locale.h"
 #include "Tessel/Wiring/ProcessEnvironment.h"
@@ -50,6 +52,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -160,6 +163,8 @@ int runUntilTheEnd(std::optional<std::string>& next) {
     };
     const platform::Installation installation(table);
 
+    platform::linux::DesktopNotifications notifications(sessionBus, "Tessel", "org.corvid.Tessel");
+    Welcome welcome(userDefaults);
     corvid::Subscription statusReport;
     std::string toldStatus;
     std::optional<StatusMenu> statusMenu;
@@ -194,6 +199,12 @@ int runUntilTheEnd(std::optional<std::string>& next) {
         busName.emplace(sessionBus, *remoteControl);
         toldStatus = lineFor(state);
         platform::linux::notifyReady(toldStatus);
+        welcome.begin(state, {.open = openPopover,
+                              .notify = [&notifications](const std::string& text) { notifications.show(text); },
+                              .watchLock =
+                                  [&sessionLock](std::function<void()> locked) {
+                                      return sessionLock.watchAndAsk(std::move(locked));
+                                  }});
         return {.menuBar = std::move(menuBar), .updates = state.updates()};
     });
     next = application.nextProgram();

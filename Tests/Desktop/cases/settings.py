@@ -3,6 +3,7 @@
 from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
 from harness.grabs import held_by_others
+from harness.popover import Popover
 from harness.rect import Rect
 
 from . import case, case_for_each
@@ -42,6 +43,10 @@ def a_file_that_cannot_be_read_is_kept_aside_and_the_defaults_hold(program, kind
         editor = desktop.open(APPLICATIONS["mousepad"])
         product = desktop.launch()
         product.until_status("Active")
+        # With nothing to tell otherwise, the user is taken for a new one.
+        popover = Popover(desktop, product)
+        popover.until_open()
+        popover.close()
         desktop.press(product, "leftHalf")
         desktop.holds_frame(editor.window, Rect(0, 0, 960, 1080), "frame")
         product.terminate(silently=False)

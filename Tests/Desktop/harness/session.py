@@ -11,10 +11,19 @@ from .surroundings import surround
 from .waiting import until
 
 
+# What the program opens its popover for by itself, as if it had done so.
+SEEN = "".join(f"<key>{reason}</key><true/>" for reason in ("start", "permission", "shortcuts"))
+
+
 class Session:
-    """Lives in a fresh directory that is removed at the end (kept if TESSEL_DESKTOP_KEEP is set)."""
+    """Lives in a fresh directory that is removed at the end (kept if TESSEL_DESKTOP_KEEP is set).
+
+    The user has been shown already what the program shows by itself, unless the test says `be_new`.
+    """
 
     def __init__(self) -> None:
+        # Whether the user has seen all that the program shows by itself.
+        self.is_welcomed = True
         self.directory = Path(tempfile.mkdtemp(prefix="tessel-desktop-"))
         self.home = self.directory / "home"
         self.runtime = self.directory / "run"
@@ -38,6 +47,7 @@ class Session:
             "GDK_BACKEND": "x11",
             "LIBGL_ALWAYS_SOFTWARE": "1",
         }
+        self.settings("")
         for name in ("ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "LSAN_OPTIONS"):
             if name in os.environ:
                 self.environment[name] = os.environ[name]
@@ -66,6 +76,8 @@ class Session:
 
     def settings(self, entries: str) -> Path:
         """Writes the program's settings file with these entries of a property list's dictionary; gives its path."""
+        if self.is_welcomed:
+            entries += f"<key>openedFor</key><dict>{SEEN}</dict>"
         self.configure(
             ".config/tessel/preferences.plist",
             '<?xml version="1.0" encoding="UTF-8"?>\n'
@@ -73,6 +85,11 @@ class Session:
             f'<plist version="1.0"><dict>{entries}</dict></plist>\n',
         )
         return self.home / ".config/tessel/preferences.plist"
+
+    def be_new(self) -> None:
+        """From now on the user is one who has never started the program."""
+        self.is_welcomed = False
+        shutil.rmtree(self.home / ".config/tessel")
 
     def rules(self, rules: dict[str, str]) -> Path:
         """Writes the program's settings with these app rules; gives their path."""
@@ -83,7 +100,8 @@ class Session:
     def settings_of(path: Path) -> dict:
         """The user's settings, by a reader of the test's own. The program's notes for itself are left out."""
         values = plistlib.loads(path.read_bytes())
-        return {key: value for key, value in values.items() if not key.startswith("updateReminder")}
+        own = ("updateReminder", "openedFor", "awaitsLogin")
+        return {key: value for key, value in values.items() if not key.startswith(own)}
 
     def install(self, identifier: str, entry: str) -> None:
         """Installs an application for this user: a desktop entry with these lines."""

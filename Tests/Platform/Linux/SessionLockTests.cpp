@@ -79,6 +79,19 @@ public:
             [&](sd_bus_message* signal) { sd_bus_message_append(signal, "b", static_cast<int>(isActive)); });
     }
 
+    /// From now on it answers the question whether the session is locked, while it serves.
+    void answerHint(bool isLocked) {
+        isHintSet = isLocked;
+        ASSERT_GE(sd_bus_add_object(bus.get(), nullptr, session, &Speaker::asked, this), 0);
+    }
+
+    /// Serves its bus; gives who has asked last.
+    [[nodiscard]] std::string servedFor() const {
+        while (sd_bus_process(bus.get(), nullptr) > 0) {
+        }
+        return asker;
+    }
+
     /// The connections that the bus has now.
     [[nodiscard]] std::set<std::string> names() const {
         char** raw = nullptr;
@@ -106,6 +119,18 @@ public:
                                            answered, this, ""),
                   0);
         pinging.reset(slot);
+    }
+
+    static int asked(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
+        auto& self = *static_cast<Speaker*>(data);
+        const char* interface = nullptr;
+        const char* property = nullptr;
+        EXPECT_GT(sd_bus_message_is_method_call(call, propertiesInterface, "Get"), 0);
+        EXPECT_GT(sd_bus_message_read(call, "ss", &interface, &property), 0);
+        EXPECT_STREQ(interface, sessionInterface);
+        EXPECT_STREQ(property, "LockedHint");
+        self.asker = sd_bus_message_get_sender(call);
+        return sd_bus_reply_method_return(call, "v", "b", static_cast<int>(self.isHintSet));
     }
 
     [[nodiscard]] bool isAnswered() {
@@ -140,6 +165,8 @@ private:
     OwnedBus bus;
     OwnedSlot pinging;
     bool hasPong = false;
+    bool isHintSet = false;
+    std::string asker;
 };
 
 std::ptrdiff_t openDescriptors() {
@@ -210,6 +237,25 @@ TEST_F(SessionLockTest, TheLoginManagersWordOnThisSessionCounts) {
     EXPECT_EQ(toldAfter(speaker, ownNames.at(0)), 1) << "asked to lock";
     speaker.sayHint(true);
     EXPECT_EQ(toldAfter(speaker, ownNames.at(0)), 1) << "said to be locked";
+}
+
+TEST_F(SessionLockTest, ALockThatHoldsAlreadyIsToldOfWhereItIsAskedFor) {
+    for (const bool isLocked : {true, false}) {
+        Speaker speaker(systemDaemon, loginManager);
+        speaker.answerHint(isLocked);
+        locks = std::make_unique<SessionLock>(loop, *user, systemDaemon.address(), "2");
+        watching = locks->watchAndAsk([this] { ++told; });
+        ASSERT_TRUE(runUntil([&] { return !speaker.servedFor().empty(); }));
+        EXPECT_EQ(toldAfter(speaker, speaker.servedFor()), isLocked ? 1 : 0);
+    }
+}
+
+TEST_F(SessionLockTest, ALockThatHoldsAlreadyIsNotToldOfOtherwise) {
+    Speaker speaker(systemDaemon, loginManager);
+    speaker.answerHint(true);
+    watch();
+    EXPECT_EQ(toldAfter(speaker, ownNames.at(0)), 0);
+    EXPECT_EQ(speaker.servedFor(), "");
 }
 
 TEST_F(SessionLockTest, OtherWordsOfTheLoginManagerDoNot) {

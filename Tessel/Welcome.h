@@ -1,0 +1,83 @@
+#pragma once
+
+#include "CorvidKit/Lifetime.h"
+#include "CorvidKit/Publisher.h"
+#include "CorvidKitCore/PreferenceStore.h"
+#include "Platform/MainActor.h"
+#include "Platform/SessionLock.h"
+#include "Tessel/AppState.h"
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace tessel {
+
+/// Opens the popover by itself where a user has to know of something and may not look: once at the first start ever,
+/// once where a start finds that windows cannot be moved, and once where one finds shortcuts taken. The settings keep
+/// what it was opened for, so no later start opens it for the same. It stays closed while the program is switched off,
+/// and from a locked session until the next start.
+///
+/// Says that the program is ready once windows can be moved, if the user had to log out and in for it.
+///
+/// Main thread only.
+class Welcome {
+public:
+    struct Ways {
+        /// Opens the popover; nothing happens where it is open or cannot be had.
+        std::function<void()> open;
+        /// Shows a text, in the user's language, outside of the program's windows.
+        std::function<void(const std::string& text)> notify;
+        /// Tells of a lock, also of one that holds already, for as long as what it gives lives.
+        std::function<std::unique_ptr<platform::LockWatch>(std::function<void()> locked)> watchLock;
+    };
+
+    /// When a first start opens the popover: the panel has taken the item by then, so the popover hangs at it.
+    static constexpr platform::Duration settling = std::chrono::seconds(1);
+
+    /// When another start looks whether something is missing: by then a session that begins has its window manager, and
+    /// the state has noticed.
+    static constexpr platform::Duration patience = std::chrono::seconds(20);
+
+    /// To be made before the first state over these settings, which leaves its notes in them. The settings must outlive
+    /// this.
+    explicit Welcome(corvid::PreferenceStore& preferences);
+    Welcome(const Welcome&) = delete;
+    Welcome& operator=(const Welcome&) = delete;
+    ~Welcome() = default;
+
+    /// To be called once, when the program has started. The state must outlive this.
+    void begin(AppState& state, Ways ways);
+
+private:
+    /// Whether it was opened for something, by the reasons' names in the settings.
+    using Reasons = std::map<std::string, bool, std::less<>>;
+
+    /// What was opened for and, in addition, what it has to be opened for now.
+    [[nodiscard]] Reasons reasons() const;
+
+    /// Opens it a little later if there is a reason then, and nobody locks the session in the meantime.
+    void openSoon();
+    void openIfNeeded();
+    void look();
+
+    /// Keeps that the user has to log in again, as long as that is so.
+    void noteLogin();
+    void sayIfReady();
+
+    [[nodiscard]] std::unique_ptr<platform::ScheduledWork> after(platform::Duration delay, void (Welcome::*work)());
+
+    corvid::PreferenceStore& preferences;
+    bool isFirstStart = false;
+    AppState* state = nullptr;
+    Ways ways;
+    std::unique_ptr<platform::LockWatch> lockWatch;
+    std::unique_ptr<platform::ScheduledWork> opening;
+    std::unique_ptr<platform::ScheduledWork> looking;
+    corvid::Subscription changes;
+    corvid::Lifetime lifetime;
+};
+
+} // namespace tessel
