@@ -34,7 +34,7 @@ QIcon iconOf(const QString& source) {
 } // namespace
 
 IconItem::IconItem(QQuickItem* parent)
-    : QQuickPaintedItem(parent) {
+    : PaintedItem(parent) {
     connect(this, &IconItem::changed, this, [this] { update(); });
 }
 

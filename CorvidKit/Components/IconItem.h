@@ -1,15 +1,16 @@
 #pragma once
 
+#include "CorvidKit/Components/PaintedItem.h"
+
 #include <QtQml/qqmlregistration.h>
 
 #include <QIcon>
-#include <QQuickPaintedItem>
 #include <QString>
 
 namespace corvid {
 
 /// An application's icon, in the item's size.
-class IconItem : public QQuickPaintedItem {
+class IconItem : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     /// A file's absolute path or a resource's, or a name in the desktop's icon theme.

@@ -8,7 +8,7 @@
 namespace corvid {
 
 RoundedRectangle::RoundedRectangle(QQuickItem* parent)
-    : QQuickPaintedItem(parent) {
+    : PaintedItem(parent) {
     setAntialiasing(true);
     connect(this, &RoundedRectangle::changed, this, [this] { update(); });
 }

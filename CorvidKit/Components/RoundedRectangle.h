@@ -1,14 +1,15 @@
 #pragma once
 
+#include "CorvidKit/Components/PaintedItem.h"
+
 #include <QtQml/qqmlregistration.h>
 
 #include <QColor>
-#include <QQuickPaintedItem>
 
 namespace corvid {
 
 /// A filled rounded rectangle with clean edges, also with a gradient and without a graphics processor.
-class RoundedRectangle : public QQuickPaintedItem {
+class RoundedRectangle : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(qreal radius MEMBER radius NOTIFY changed)

@@ -9,7 +9,7 @@
 namespace corvid {
 
 SoftShadow::SoftShadow(QQuickItem* parent)
-    : QQuickPaintedItem(parent) {
+    : PaintedItem(parent) {
     setAntialiasing(true);
     connect(this, &SoftShadow::changed, this, [this] { update(); });
 }

@@ -1,15 +1,16 @@
 #pragma once
 
+#include "CorvidKit/Components/PaintedItem.h"
+
 #include <QtQml/qqmlregistration.h>
 
 #include <QColor>
-#include <QQuickPaintedItem>
 
 namespace corvid {
 
 /// The shadow of a rounded rectangle, painted, since effects need a graphics processor. The rectangle is this item
 /// without its `blur` on every side; nothing is painted where the rectangle itself would hide it entirely.
-class SoftShadow : public QQuickPaintedItem {
+class SoftShadow : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     /// The rectangle's.

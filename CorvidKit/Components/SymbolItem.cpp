@@ -9,7 +9,7 @@
 namespace corvid {
 
 SymbolItem::SymbolItem(QQuickItem* parent)
-    : QQuickPaintedItem(parent) {
+    : PaintedItem(parent) {
     setAntialiasing(true);
     connect(this, &SymbolItem::changed, this, [this] { update(); });
 }

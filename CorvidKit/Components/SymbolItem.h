@@ -1,15 +1,16 @@
 #pragma once
 
+#include "CorvidKit/Components/PaintedItem.h"
+
 #include <QtQml/qqmlregistration.h>
 
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <QString>
 
 namespace corvid {
 
 /// A symbol of the program's own family, in the colour that the view gives it. A name that is not known draws nothing.
-class SymbolItem : public QQuickPaintedItem {
+class SymbolItem : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString name MEMBER name NOTIFY changed)

@@ -13,44 +13,47 @@ Item {
 
     function hide() {
         delay.stop();
-        bubble.visible = false;
+        bubble.active = false;
     }
 
     Timer {
         id: delay
         interval: 700
-        onTriggered: bubble.show()
+        onTriggered: bubble.active = true
     }
-    RoundedRectangle {
+    // Most are never seen.
+    Loader {
         id: bubble
         parent: toolTip.Window.contentItem
         z: 1000
-        visible: false
-        width: Math.min(content.implicitWidth, 220) + 14
-        height: content.height + 8
-        radius: 5
-        color: Style.menu
-        borderColor: Style.menuBorder
-        borderWidth: Style.hairline
-        Accessible.ignored: true
-
-        function show() {
-            const place = toolTip.control.mapToItem(parent, 0, toolTip.control.height + 5);
-            const room = parent.width - width - 16;
-            x = Math.round(Math.max(16, Math.min(place.x + (toolTip.control.width - width) / 2, room)));
-            y = Math.round(place.y);
-            visible = true;
-        }
-
-        Label {
-            id: content
-            x: 7
-            y: 4
-            width: Math.min(implicitWidth, 220)
-            wrapMode: Text.Wrap
-            size: 11
-            text: toolTip.text
+        active: false
+        onLoaded: item.show()
+        sourceComponent: RoundedRectangle {
+            width: Math.min(content.implicitWidth, 220) + 14
+            height: content.height + 8
+            radius: 5
+            color: Style.menu
+            borderColor: Style.menuBorder
+            borderWidth: Style.hairline
             Accessible.ignored: true
+
+            function show() {
+                const place = toolTip.control.mapToItem(bubble.parent, 0, toolTip.control.height + 5);
+                const room = bubble.parent.width - width - 16;
+                bubble.x = Math.round(Math.max(16, Math.min(place.x + (toolTip.control.width - width) / 2, room)));
+                bubble.y = Math.round(place.y);
+            }
+
+            Label {
+                id: content
+                x: 7
+                y: 4
+                width: Math.min(implicitWidth, 220)
+                wrapMode: Text.Wrap
+                size: 11
+                text: toolTip.text
+                Accessible.ignored: true
+            }
         }
     }
 }

@@ -5,7 +5,6 @@
 #include "CorvidKit/Toolkit/Fonts.h"
 #include "CorvidKit/Toolkit/Translations.h"
 
-#include <QIcon>
 #include <QLocale>
 #include <QLoggingCategory>
 #include <QQuickWindow>
@@ -58,7 +57,6 @@ QuickToolkit::QuickToolkit(const Surroundings& surroundings, const ViewBuilder& 
     std::setlocale(LC_NUMERIC, "C"); // NOLINT(concurrency-mt-unsafe)
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Tessel"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.corvid.Tessel"));
-    QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     loadFonts();
     if (surroundings.ownWindows == nullptr) {

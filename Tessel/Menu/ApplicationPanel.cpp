@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QGuiApplication>
+#include <QIcon>
 #include <utility>
 
 namespace tessel {
@@ -44,6 +46,8 @@ void ApplicationPanel::runModal(const platform::OpenPanelOptions& options, Compl
     window = std::make_unique<QQuickWindow>();
     window->setFlags(Qt::Dialog);
     window->setTitle(QCoreApplication::translate("Tessel", "Choose Applications"));
+    // The popover needs none, and finding one takes a while.
+    window->setIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
     window->setMinimumSize(smallestSize);
     window->resize(usualSize);
     window->installEventFilter(this);

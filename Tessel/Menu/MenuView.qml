@@ -94,11 +94,17 @@ Item {
                 visible: view.tab === "shortcuts"
                 appState: view.appState
             }
-            AppsCard {
+            // Read and made when it is first looked at: it takes as many types of its own as all else together.
+            Loader {
+                readonly property bool isWanted: view.tab === "apps"
+
                 width: parent.width
                 height: parent.height
-                visible: view.tab === "apps"
-                appState: view.appState
+                visible: isWanted
+                onIsWantedChanged: if (isWanted && status === Loader.Null)
+                    setSource("AppsCard.qml", {
+                        appState: view.appState
+                    })
             }
         }
         Card {

@@ -39,13 +39,26 @@ TEST_F(View, PartsAreTwelvePointsApartWithinAMarginOfFourteen) {
 TEST_F(View, CardsOfTheTabsAre245PointsHigh) {
     make();
     EXPECT_EQ(only("ShortcutsCard").height(), 245);
+    item->setProperty("tab", "apps");
     EXPECT_EQ(only("AppsCard").height(), 245);
+    item->setProperty("tab", "shortcuts");
     const std::vector<QQuickItem*> rows = itemsOfType(*item, "ShortcutRow");
     ASSERT_EQ(rows.size(), 6U);
     for (std::size_t row = 0; row < rows.size(); ++row) {
         EXPECT_EQ(rows[row]->height(), 40) << row;
         EXPECT_EQ(placeOf(*rows[row]).top() - placeOf(*rows.front()).top(), 41.0 * static_cast<double>(row)) << row;
     }
+}
+
+TEST_F(View, MakesTheApplicationsWhenTheyAreFirstLookedAtAndKeepsThem) {
+    make();
+    EXPECT_TRUE(itemsOfType(*item, "AppsCard").empty());
+    item->setProperty("tab", "apps");
+    const QQuickItem* card = &only("AppsCard");
+    EXPECT_TRUE(card->isVisible());
+    item->setProperty("tab", "shortcuts");
+    EXPECT_EQ(&only("AppsCard"), card);
+    EXPECT_FALSE(card->isVisible());
 }
 
 TEST_F(View, ShowsTheTabThatItBeginsWithAndTheOneThatIsPressed) {
