@@ -5,25 +5,13 @@
 #include "Platform/Seam/Platform.h"
 #include "Platform/Seam/Toolkit/ImageRenderer.h"
 
-#include <array>
 #include <fstream>
-#include <string_view>
 
 namespace corvid::Snapshot {
 
 namespace {
 
 constexpr double pixelsPerPoint = 2;
-
-struct Scheme {
-    std::string_view name;
-    RenderOptions options;
-};
-
-constexpr std::array<Scheme, 2> schemes{{
-    {.name = "light", .options = {.colorScheme = platform::ColorScheme::light, .backgroundWhite = 0.93}},
-    {.name = "dark", .options = {.colorScheme = platform::ColorScheme::dark, .backgroundWhite = 0.16}},
-}};
 
 } // namespace
 

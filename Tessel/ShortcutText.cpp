@@ -2,18 +2,54 @@
 
 #include "CorvidKitCore/Keys.h"
 
+#include <functional>
+#include <utility>
+
 namespace tessel {
 
-std::string shortcutText(const corvid::Shortcut& shortcut) {
-    return shortcutText(shortcut.modifiers, corvid::Shortcut::keyName(shortcut.keyCode));
+namespace {
+
+using corvid::Shortcut;
+
+template <typename Naming>
+std::vector<std::string> namesOf(std::uint32_t modifiers, std::string_view key, const Naming& naming) {
+    std::vector<std::string> names;
+    for (const corvid::Modifier& each : corvid::modifiersIn(modifiers)) {
+        names.emplace_back(naming(each.label));
+    }
+    names.emplace_back(key);
+    return names;
 }
 
-std::string shortcutText(std::uint32_t modifiers, std::string_view key) {
+std::vector<std::string> localNamesOf(std::uint32_t modifiers, std::string_view key,
+                                      const platform::Localization& localization) {
+    return namesOf(modifiers, key, [&](std::string_view name) { return localization.text("Tessel", name); });
+}
+
+std::string joined(const std::vector<std::string>& names) {
     std::string keys;
-    for (const corvid::Modifier& each : corvid::modifiersIn(modifiers)) {
-        keys.append(each.label).append("+");
+    for (const std::string& name : names) {
+        keys += (keys.empty() ? "" : "+") + name;
     }
-    return keys.append(key);
+    return keys;
+}
+
+} // namespace
+
+std::string shortcutText(const Shortcut& shortcut) {
+    return joined(namesOf(shortcut.modifiers, Shortcut::keyName(shortcut.keyCode), std::identity()));
+}
+
+std::string shortcutText(const Shortcut& shortcut, const platform::Localization& localization) {
+    return joined(keysAsPrinted(shortcut, localization));
+}
+
+std::string shortcutText(std::uint32_t modifiers, std::string_view key, const platform::Localization& localization) {
+    return joined(localNamesOf(modifiers, key, localization));
+}
+
+std::vector<std::string> keysAsPrinted(const Shortcut& shortcut, const platform::Localization& localization) {
+    return localNamesOf(shortcut.modifiers, Shortcut::keyName(shortcut.keyCode), localization);
 }
 
 } // namespace tessel

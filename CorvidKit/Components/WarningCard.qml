@@ -24,9 +24,9 @@ RoundedRectangle {
     Item {
         id: column
         anchors.left: parent.left
-        anchors.leftMargin: 10
-        anchors.top: parent.top
-        anchors.topMargin: 10
+        anchors.leftMargin: 9
+        // Beside the title's first line.
+        y: texts.y + heading.baselineOffset - heading.rise - height / 2
         width: 22
         height: 20
 
@@ -40,14 +40,15 @@ RoundedRectangle {
     Column {
         id: texts
         anchors.left: column.right
-        anchors.leftMargin: 8
+        anchors.leftMargin: 9
         anchors.right: parent.right
-        anchors.rightMargin: 12
+        anchors.rightMargin: 10
         anchors.top: parent.top
         anchors.topMargin: 11
         spacing: 4
 
         Label {
+            id: heading
             width: parent.width
             text: card.title
             size: 12.5

@@ -271,7 +271,7 @@
     </message>
     <message>
         <source>No internet connection, no data collected</source>
-        <translation>Keine Internetverbindung, keine Datenerfassung</translation>
+        <translation>Kein Internet, keine Datenerfassung</translation>
     </message>
     <message>
         <source>Only moves windows, never reads them</source>
@@ -368,6 +368,22 @@
     <message>
         <source>Tessel is ready</source>
         <translation>Tessel ist bereit</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Strg</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Umschalt</translation>
+    </message>
+    <message>
+        <source>Super</source>
+        <translation>Super</translation>
     </message>
 </context>
 </TS>

@@ -54,9 +54,8 @@ Card {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: heading.bottom
-        anchors.topMargin: 6
-        anchors.bottom: addButton.top
-        anchors.bottomMargin: 4
+        anchors.topMargin: 3
+        height: heightIn(addButton.y - 1 - y)
         visible: count > 0
         appState: card.appState
     }
@@ -65,7 +64,7 @@ Card {
         anchors.left: parent.left
         anchors.leftMargin: 6
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: 6
+        anchors.bottomMargin: 5
         appState: card.appState
     }
 }

@@ -12,6 +12,10 @@ Item {
     // The text about the shortcut's holder; empty while the shortcut is ours.
     property string taken
     readonly property bool isTaken: taken !== ""
+    // Where the title ends, from the row's leading edge.
+    readonly property real titleEnd: 40 + label.width
+    // Where the tip has its place.
+    property Item tipArea: null
 
     implicitHeight: 40
 
@@ -26,7 +30,8 @@ Item {
         id: label
         anchors.left: icon.right
         anchors.leftMargin: 10
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: parent.verticalCenter
+        anchors.baselineOffset: rise
         // The remaining width beside icon, keys and sign, with the gaps.
         width: Math.min(implicitWidth, row.width - icon.width - caps.width - 40 - (row.isTaken ? sign.width + 6 : 0))
         text: row.title
@@ -53,6 +58,7 @@ Item {
         ToolTip {
             id: tip
             control: sign
+            area: row.tipArea
             text: row.taken
         }
     }
