@@ -16,7 +16,7 @@ RoundedRectangle {
     Accessible.ignored: true
 
     Symbol {
-        anchors.centerIn: parent
+        anchors.fill: parent
         name: icon.symbol
         size: 0.53 * icon.size
         color: "white"

@@ -15,7 +15,7 @@ RoundedRectangle {
     Accessible.ignored: true
 
     Symbol {
-        anchors.centerIn: parent
+        anchors.fill: parent
         name: Environment.appBrand.symbol
         size: glyph.size * Environment.appBrand.symbolScale
         color: "white"

@@ -3,7 +3,9 @@
 #include "CorvidKit/Components/KeyFontFamily.h"
 #include "CorvidKit/Snapshot.h"
 
+#include <QFontMetricsF>
 #include <QGuiApplication>
+#include <QPainterPath>
 #include <QScreen>
 
 namespace corvid {
@@ -92,6 +94,17 @@ QFont Environment::keyFont(qreal size, int weight) const {
     QFont font = this->font(size, weight);
     font.setFamilies({keyFontFamily, font.family()});
     return font;
+}
+
+qreal Environment::capHeight(const QFont& font) const {
+    return QFontMetricsF(font).capHeight();
+}
+
+QRectF Environment::inkOf(const QString& text, const QFont& font) const {
+    // The metrics of fonts give whole pixels.
+    QPainterPath outlines;
+    outlines.addText(0, 0, font, text);
+    return outlines.boundingRect();
 }
 
 void Environment::setFontFamily(const QString& family) {

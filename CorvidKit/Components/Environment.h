@@ -9,6 +9,8 @@
 #include <QObject>
 #include <QPointer>
 #include <QQmlEngine>
+#include <QRectF>
+#include <QString>
 #include <QVariantMap>
 
 namespace corvid {
@@ -63,6 +65,13 @@ public:
 
     /// The font that has the signs of shortcuts: ours, since few others have them all.
     Q_INVOKABLE [[nodiscard]] QFont keyFont(qreal size, int weight = QFont::Normal) const;
+
+    /// How far capitals of that font rise above the baseline, in points.
+    Q_INVOKABLE [[nodiscard]] qreal capHeight(const QFont& font) const;
+
+    /// The outlines' bounds of a text in one line, in points from where it begins on the baseline; above it is
+    /// negative.
+    Q_INVOKABLE [[nodiscard]] QRectF inkOf(const QString& text, const QFont& font) const;
 
     /// The family that pictures are drawn in, so that they look the same on every machine; empty for the user's.
     static void setFontFamily(const QString& family);

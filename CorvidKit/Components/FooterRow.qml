@@ -21,11 +21,13 @@ Pressable {
         color: row.isPressed ? Style.pressedFill : Style.hoverFill
     }
     Label {
+        id: label
         anchors.left: parent.left
         anchors.leftMargin: 8
         anchors.right: trailing.left
         anchors.rightMargin: 8
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: parent.verticalCenter
+        anchors.baselineOffset: rise
         text: row.title
         size: 12
         Accessible.ignored: true
@@ -34,16 +36,21 @@ Pressable {
         id: trailing
         anchors.right: parent.right
         anchors.rightMargin: 8
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
         spacing: 8
 
         Label {
+            anchors.baseline: parent.verticalCenter
+            anchors.baselineOffset: label.rise
             text: row.detail
             font: row.detailIsKeys ? Environment.keyFont(12) : Environment.font(12)
             color: Style.tertiary
             Accessible.ignored: true
         }
         Label {
+            anchors.baseline: parent.verticalCenter
+            anchors.baselineOffset: label.rise
             visible: row.shortcut !== ""
             text: row.shortcut
             font: Environment.keyFont(12)

@@ -25,9 +25,13 @@ Item {
             model: caps.keys
 
             RoundedRectangle {
+                id: cap
                 required property string modelData
+                readonly property rect ink: Environment.inkOf(modelData, text.font)
+                // Letters keep to one line from cap to cap; a sign is centred as it is drawn.
+                readonly property bool isWord: /^[\p{L}\p{N}]/u.test(modelData)
 
-                width: Math.max(20, Math.ceil(text.implicitWidth) + 8)
+                width: Math.max(20, 2 * Math.ceil(ink.width / 2) + 10)
                 height: 20
                 radius: 5
                 color: Style.cap
@@ -36,8 +40,9 @@ Item {
 
                 Label {
                     id: text
-                    anchors.centerIn: parent
-                    text: parent.modelData
+                    x: (cap.width - cap.ink.width) / 2 - cap.ink.x
+                    y: cap.height / 2 - baselineOffset + (cap.isWord ? rise : -cap.ink.y - cap.ink.height / 2)
+                    text: cap.modelData
                     font: Environment.keyFont(11, Font.Medium)
                     color: Style.secondary
                     Accessible.ignored: true

@@ -5,6 +5,8 @@ import CorvidKit
 Text {
     property real size: 12
     property int weight: Font.Normal
+    // How far below the middle of what stands beside it the baseline lies, so that the capitals are centred on it.
+    readonly property real rise: Environment.capHeight(font) / 2
 
     // Whole points, so that what comes below begins on a pixel.
     height: Math.ceil(implicitHeight)

@@ -43,7 +43,9 @@ Item {
             RoundedRectangle {
                 id: dot
                 anchors.left: parent.left
-                anchors.verticalCenter: statusText.verticalCenter
+                anchors.verticalCenter: statusText.baseline
+                anchors.verticalCenterOffset: -statusText.rise
+                anchors.alignWhenCentered: false
                 width: 7
                 height: 7
                 radius: 3.5

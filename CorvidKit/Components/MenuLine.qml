@@ -64,7 +64,8 @@ Item {
         anchors.leftMargin: picture.visible ? 7 : 0
         anchors.right: check.left
         anchors.rightMargin: 4
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: parent.verticalCenter
+        anchors.baselineOffset: rise
         text: line.modelData.title ?? line.modelData.section ?? ""
         size: line.isEntry ? 12 : 10.5
         weight: line.isEntry ? Font.Normal : Font.DemiBold

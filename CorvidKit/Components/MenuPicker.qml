@@ -40,7 +40,8 @@ Pressable {
             color: Style.secondary
         }
         Label {
-            anchors.verticalCenter: parent.verticalCenter
+            anchors.baseline: parent.verticalCenter
+            anchors.baselineOffset: rise
             text: picker.title
             size: 11
             color: Style.secondary

@@ -25,7 +25,9 @@ Pressable {
     }
     Label {
         id: label
-        anchors.centerIn: parent
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.baseline: parent.verticalCenter
+        anchors.baselineOffset: rise
         width: Math.min(implicitWidth, pill.width - 12)
         text: pill.title
         size: 11

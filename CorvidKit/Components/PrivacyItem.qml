@@ -14,8 +14,10 @@ Item {
     Item {
         id: column
         anchors.left: parent.left
+        // Beside the first line.
+        y: label.baselineOffset - label.rise - height / 2
         width: 15
-        height: Math.min(label.height, 16)
+        height: 16
 
         Symbol {
             anchors.centerIn: parent

@@ -24,7 +24,8 @@ Item {
         anchors.leftMargin: 10
         anchors.right: trailing.left
         anchors.rightMargin: 10
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: parent.verticalCenter
+        anchors.baselineOffset: rise
         text: row.title
         size: 12
         maximumLineCount: 1

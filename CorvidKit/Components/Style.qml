@@ -50,8 +50,11 @@ QtObject {
         return Qt.rgba(base.r + (1 - base.r) * 0.22, base.g + (1 - base.g) * 0.22, base.b + (1 - base.b) * 0.22, base.a);
     }
 
-    // The side of the square that a symbol takes beside text of that size.
+    // The side of a symbol's square, as a multiple of the size of the text beside it.
+    readonly property real symbolScale: 1.25
+
+    // The room that a symbol takes beside text of that size.
     function symbolSide(size: real): real {
-        return Math.round(size * 1.25);
+        return Math.round(size * symbolScale);
     }
 }

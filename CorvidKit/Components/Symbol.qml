@@ -1,10 +1,11 @@
 import QtQuick
 import CorvidKit
 
-// A symbol as large as it stands beside text of `size`.
+// A symbol as large as it stands beside text of `size`, in the middle of its item.
 SymbolItem {
     property real size: 12
 
+    side: Style.symbolScale * size
     implicitWidth: Style.symbolSide(size)
     implicitHeight: implicitWidth
     Accessible.ignored: true

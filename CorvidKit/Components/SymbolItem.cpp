@@ -5,8 +5,19 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <cmath>
 
 namespace corvid {
+
+namespace {
+
+/// A length of about `wanted` that leaves as many whole pixels before as behind it in `room`; all in points.
+qreal centredLength(qreal wanted, qreal room, qreal pixelsPerPoint) {
+    const qreal pixels = std::round(room * pixelsPerPoint);
+    return (pixels + 2 * std::round((wanted * pixelsPerPoint - pixels) / 2)) / pixelsPerPoint;
+}
+
+} // namespace
 
 SymbolItem::SymbolItem(QQuickItem* parent)
     : QQuickPaintedItem(parent) {
@@ -20,7 +31,14 @@ void SymbolItem::paint(QPainter* painter) {
         return;
     }
     QSvgRenderer drawing(file);
-    const QRectF bounds = boundingRect();
+    QRectF bounds = boundingRect();
+    if (side > 0) {
+        const QTransform& scale = painter->deviceTransform();
+        const QPointF middle = bounds.center();
+        bounds.setSize(
+            {centredLength(side, bounds.width(), scale.m11()), centredLength(side, bounds.height(), scale.m22())});
+        bounds.moveCenter(middle);
+    }
     painter->setRenderHint(QPainter::Antialiasing);
     // The item's own picture is transparent, so what was drawn is all that the colour falls on.
     drawing.render(painter, bounds);

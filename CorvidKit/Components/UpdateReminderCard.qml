@@ -15,7 +15,8 @@ Card {
             id: column
             anchors.left: parent.left
             anchors.leftMargin: 10
-            y: 10
+            // Beside the title's first line.
+            y: texts.y + heading.baselineOffset - heading.rise - height / 2
             width: 22
             height: 18
 
@@ -39,6 +40,7 @@ Card {
             spacing: 4
 
             Label {
+                id: heading
                 width: parent.width
                 text: qsTranslate("CorvidKit", "A new version may be out")
                 size: 12.5

@@ -25,8 +25,8 @@ RoundedRectangle {
         id: column
         anchors.left: parent.left
         anchors.leftMargin: 10
-        anchors.top: parent.top
-        anchors.topMargin: 10
+        // Beside the title's first line.
+        y: texts.y + heading.baselineOffset - heading.rise - height / 2
         width: 22
         height: 20
 
@@ -48,6 +48,7 @@ RoundedRectangle {
         spacing: 4
 
         Label {
+            id: heading
             width: parent.width
             text: card.title
             size: 12.5

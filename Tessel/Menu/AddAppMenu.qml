@@ -36,7 +36,8 @@ Pressable {
             color: Style.secondary
         }
         Label {
-            anchors.verticalCenter: parent.verticalCenter
+            anchors.baseline: parent.verticalCenter
+            anchors.baselineOffset: rise
             text: button.title
             size: 11.5
             color: Style.secondary

@@ -48,7 +48,8 @@ Item {
         anchors.leftMargin: 8
         anchors.right: picker.left
         anchors.rightMargin: 8
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: parent.verticalCenter
+        anchors.baselineOffset: rise
         text: row.name
         size: 12
         maximumLineCount: 1

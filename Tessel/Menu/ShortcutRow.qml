@@ -26,7 +26,8 @@ Item {
         id: label
         anchors.left: icon.right
         anchors.leftMargin: 10
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: parent.verticalCenter
+        anchors.baselineOffset: rise
         // As much as icon, keys and sign leave, with the gaps beside them.
         width: Math.min(implicitWidth, row.width - icon.width - caps.width - 40 - (row.isTaken ? sign.width + 6 : 0))
         text: row.title

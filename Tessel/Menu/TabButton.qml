@@ -49,7 +49,8 @@ Pressable {
         }
         Label {
             id: label
-            anchors.verticalCenter: parent.verticalCenter
+            anchors.baseline: parent.verticalCenter
+            anchors.baselineOffset: rise
             width: Math.min(implicitWidth, tab.width - 36)
             text: tab.title
             size: 11.5
