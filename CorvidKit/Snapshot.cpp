@@ -5,25 +5,13 @@
 #include "Platform/MainBundle.h"
 #include "Platform/Platform.h"
 
-#include <array>
 #include <fstream>
-#include <string_view>
 
 namespace corvid::Snapshot {
 
 namespace {
 
 constexpr double pixelsPerPoint = 2;
-
-struct Scheme {
-    std::string_view name;
-    Surroundings surroundings;
-};
-
-constexpr std::array<Scheme, 2> schemes{{
-    {.name = "light", .surroundings = {.colorScheme = platform::ColorScheme::light, .backgroundWhite = 0.93}},
-    {.name = "dark", .surroundings = {.colorScheme = platform::ColorScheme::dark, .backgroundWhite = 0.16}},
-}};
 
 } // namespace
 

@@ -3,11 +3,13 @@
 #include "Platform/Appearance.h"
 #include "Platform/View.h"
 
+#include <array>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 /// Pictures of views, for people who have not got the program yet. Main thread only.
 namespace corvid::Snapshot {
@@ -24,6 +26,17 @@ struct Surroundings {
     /// The grey behind it in the sRGB colour space; 1 is white.
     double backgroundWhite = 1;
 };
+
+/// One of the two colour schemes that pictures are drawn in.
+struct Scheme {
+    std::string_view name;
+    Surroundings surroundings;
+};
+
+inline constexpr std::array<Scheme, 2> schemes{{
+    {.name = "light", .surroundings = {.colorScheme = platform::ColorScheme::light, .backgroundWhite = 0.93}},
+    {.name = "dark", .surroundings = {.colorScheme = platform::ColorScheme::dark, .backgroundWhite = 0.16}},
+}};
 
 /// Draws what `content` gives, once in light and once in dark, into `menu-LANGUAGE-VARIANT-SCHEME.png` (or without the
 /// variant) in the directory. What cannot be drawn or written is left out, silently.

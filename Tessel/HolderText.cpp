@@ -45,7 +45,7 @@ std::string purposeText(const platform::ShortcutHolder& holder, const platform::
 
 std::string holderText(const corvid::Shortcut& shortcut, const platform::ShortcutHolder& holder,
                        const platform::Localization& localization) {
-    const std::array parts{shortcutText(shortcut), purposeText(holder, localization), holder.heldBy};
+    const std::array parts{shortcutText(shortcut, localization), purposeText(holder, localization), holder.heldBy};
     const bool isSentence = std::holds_alternative<platform::KeyPurpose>(holder.purpose);
     // A holder's own words are no verb that the keys could be the subject of.
     const std::string_view form = parts[1].empty() ? "%1 belongs to %3" : isSentence ? "%1 %2 (%3)" : "%1: %2 (%3)";

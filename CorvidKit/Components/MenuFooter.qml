@@ -23,25 +23,29 @@ Column {
             id: captionText
             anchors.left: parent.left
             anchors.right: parent.right
-            anchors.margins: 8
+            anchors.margins: 10
             anchors.verticalCenter: parent.verticalCenter
             text: footer.caption !== "" ? footer.caption : footer.canCheckForUpdates ? "" : footer.versionText
             size: 12
             color: Style.tertiary
         }
     }
+    // The rows' texts begin and end below those of the cards.
     FooterRow {
         visible: footer.canCheckForUpdates
-        width: parent.width
+        x: 2
+        width: parent.width - 4
         title: qsTranslate("CorvidKit", "Check for Updates")
         detail: footer.versionText
         onPressed: footer.checkForUpdates()
     }
     FooterRow {
-        width: parent.width
+        x: 2
+        width: parent.width - 4
         title: qsTranslate("CorvidKit", "Quit")
-        detail: "⌘Q"
-        detailIsKeys: true
+        // Pictures show the shortcut's own signs; the popover what is printed on the user's keys.
+        detail: Environment.isSnapshot ? "⌘Q" : qsTranslate("CorvidKit", "Ctrl+Q")
+        detailIsKeys: Environment.isSnapshot
         onPressed: footer.quit()
     }
     // As it is written, and as it is called on this desktop.

@@ -82,6 +82,17 @@ void borrow(Desktop& desktop, AppState& state) {
     state.setBorrowsShortcuts(true);
 }
 
+/// A rule for all that one would expect to find.
+void giveUsualRules(Desktop& /*desktop*/, AppState& state) {
+    PreviewCatalogue previews;
+    Prefs::Rules rules;
+    for (const std::filesystem::path& location : previews.locations()) {
+        const std::string identifier = previews.bundleIdentifier(location).value_or("");
+        rules.emplace(identifier, rules.size() % 3 == 2 ? WindowAction::center : WindowAction::maximize);
+    }
+    state.setRules(std::move(rules));
+}
+
 void giveManyRules(Desktop& desktop, AppState& state) {
     constexpr std::size_t count = 200;
     PreviewCatalogue previews;
@@ -115,6 +126,8 @@ void pause(Desktop& desktop, AppState& state) {
 
 const std::vector<ShownState>& shownStates() {
     static const std::vector<ShownState> states{
+        {.name = "shortcuts", .tab = MenuTab::shortcuts, .prepare = permitted, .live = giveUsualRules},
+        {.name = "apps", .tab = MenuTab::apps, .prepare = permitted, .live = giveUsualRules},
         {.name = "active", .tab = MenuTab::shortcuts, .prepare = permitted, .live = giveRules},
         {.name = "rules", .tab = MenuTab::apps, .prepare = permitted, .live = giveRules},
         {.name = "no-rules", .tab = MenuTab::apps, .prepare = permitted, .live = nothing},

@@ -10,6 +10,7 @@
 #include <QGuiApplication>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -29,8 +30,8 @@ void translateStatus(platform::simulated::Desktop& desktop, const tessel::AppSta
         desktop.localization.texts[std::string("Tessel/") + key] =
             QCoreApplication::translate("Tessel", key, nullptr, count).toStdString();
     };
-    for (const char* key :
-         {"Paused", "Waiting for permission", "Some shortcuts are taken", "Active · %lld shortcuts · %lld apps"}) {
+    for (const char* key : {"Paused", "Waiting for permission", "Some shortcuts are taken",
+                            "Active · %lld shortcuts · %lld apps", "Ctrl", "Alt", "Shift", "Super"}) {
         translate(key);
     }
     translate("%n shortcuts", static_cast<int>(tessel::WindowAction::allCases.size()));
@@ -51,8 +52,12 @@ void draw(const tessel::ShownState& shown, const std::string& directory, const s
     tessel::AppState state(desktop.standardUserDefaults, false, dispatcher);
     shown.live(desktop, state);
     translateStatus(desktop, state);
-    corvid::Snapshot::renderMenu(directory, std::string(shown.name),
-                                 [&] { return std::make_shared<tessel::MenuView>(state, shown.tab); });
+    // Not as the program's own pictures: those show other keys than the user's keyboard has.
+    for (const corvid::Snapshot::Scheme& scheme : corvid::Snapshot::schemes) {
+        const std::string name = "menu-" + language + "-" + std::string(shown.name) + "-" + std::string(scheme.name);
+        corvid::Snapshot::write(tessel::MenuView(state, shown.tab), scheme.surroundings,
+                                std::filesystem::path(directory) / (name + ".png"));
+    }
 }
 
 /// Nothing is chosen while pictures are drawn.

@@ -43,5 +43,9 @@
         <source>Not Now</source>
         <translation>Nicht jetzt</translation>
     </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Strg+Q</translation>
+    </message>
 </context>
 </TS>

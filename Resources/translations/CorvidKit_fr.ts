@@ -29,7 +29,7 @@
     </message>
     <message>
         <source>A new version may be out</source>
-        <translation>Une nouvelle version est peut-être disponible</translation>
+        <translation>Une nouvelle version existe peut-être</translation>
     </message>
     <message>
         <source>This app never goes online, so it can&apos;t check by itself. Checking on the website takes one click.</source>
@@ -42,6 +42,10 @@
     <message>
         <source>Not Now</source>
         <translation>Pas maintenant</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
     </message>
 </context>
 </TS>

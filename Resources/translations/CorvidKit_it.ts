@@ -43,5 +43,9 @@
         <source>Not Now</source>
         <translation>Non ora</translation>
     </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
+    </message>
 </context>
 </TS>

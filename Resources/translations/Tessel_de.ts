@@ -235,7 +235,7 @@
     </message>
     <message>
         <source>No internet connection, no data collected</source>
-        <translation>Keine Internetverbindung, keine Datenerfassung</translation>
+        <translation>Kein Internet, keine Datenerfassung</translation>
     </message>
     <message>
         <source>Only moves windows, never reads them</source>
@@ -328,6 +328,22 @@
     <message>
         <source>Give back</source>
         <translation>Zurückgeben</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Strg</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Umschalt</translation>
+    </message>
+    <message>
+        <source>Super</source>
+        <translation>Super</translation>
     </message>
 </context>
 </TS>

@@ -235,11 +235,11 @@
     </message>
     <message>
         <source>No internet connection, no data collected</source>
-        <translation>Aucune connexion Internet, aucune donnée collectée</translation>
+        <translation>Ni connexion Internet, ni collecte de données</translation>
     </message>
     <message>
         <source>Only moves windows, never reads them</source>
-        <translation>Déplace les fenêtres, ne les lit jamais</translation>
+        <translation>Déplace seulement les fenêtres, ne les lit pas</translation>
     </message>
     <message>
         <source>Add</source>
@@ -328,6 +328,22 @@
     <message>
         <source>Give back</source>
         <translation>Rendre</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Ctrl</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Maj</translation>
+    </message>
+    <message>
+        <source>Super</source>
+        <translation>Super</translation>
     </message>
 </context>
 </TS>

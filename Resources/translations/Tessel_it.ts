@@ -235,7 +235,7 @@
     </message>
     <message>
         <source>No internet connection, no data collected</source>
-        <translation>Nessuna connessione a Internet, nessun dato raccolto</translation>
+        <translation>Niente Internet, nessun dato raccolto</translation>
     </message>
     <message>
         <source>Only moves windows, never reads them</source>
@@ -328,6 +328,22 @@
     <message>
         <source>Give back</source>
         <translation>Restituisci</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Ctrl</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Maiusc</translation>
+    </message>
+    <message>
+        <source>Super</source>
+        <translation>Super</translation>
     </message>
 </context>
 </TS>

@@ -205,7 +205,7 @@
     </message>
     <message>
         <source>Their first window is maximized or centered on the screen it opens on.</source>
-        <translation>最初のウィンドウを、開いた画面で最大化または中央に配置します。</translation>
+        <translation>最初のウィンドウを開いた画面で最大化か中央に置きます。</translation>
     </message>
     <message>
         <source>No apps yet</source>
@@ -237,7 +237,7 @@
     </message>
     <message>
         <source>Only moves windows, never reads them</source>
-        <translation>ウィンドウを動かすだけで、内容は読み取りません</translation>
+        <translation>ウィンドウを動かすだけ、内容は読みません</translation>
     </message>
     <message>
         <source>Add</source>
@@ -326,6 +326,22 @@
     <message>
         <source>Give back</source>
         <translation>返す</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Ctrl</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Shift</translation>
+    </message>
+    <message>
+        <source>Super</source>
+        <translation>Super</translation>
     </message>
 </context>
 </TS>

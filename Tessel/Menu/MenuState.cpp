@@ -2,6 +2,7 @@
 
 #include "CorvidKit/AccessibilityAccess.h"
 #include "CorvidKit/AppInfo.h"
+#include "CorvidKit/Snapshot.h"
 #include "CorvidKit/SystemSettings.h"
 #include "Platform/Accessibility.h"
 #include "Platform/ApplicationCatalogue.h"
@@ -52,15 +53,19 @@ QString text(std::string_view utf8) {
 }
 
 QVariantMap description(WindowAction action) {
+    const platform::Localization& localization = platform::current().localization;
+    const corvid::Shortcut shortcut = action.shortcut();
     QStringList keys;
-    for (const std::string& symbol : action.shortcut().symbols()) {
-        keys.append(QString::fromStdString(symbol));
+    // Pictures show the shortcut's own signs; the popover what is printed on the user's keys.
+    for (const std::string& key :
+         corvid::Snapshot::isActive ? shortcut.symbols() : keysAsPrinted(shortcut, localization)) {
+        keys.append(QString::fromStdString(key));
     }
     return {{"id", text(action.rawValue())},
             {"title", translated(action.title())},
             {"symbol", text(action.symbol())},
             {"keys", keys},
-            {"spokenKeys", QString::fromStdString(shortcutText(action.shortcut()))}};
+            {"spokenKeys", QString::fromStdString(shortcutText(shortcut, localization))}};
 }
 
 template <typename Actions>
@@ -170,11 +175,12 @@ QVariantMap MenuState::takenShortcuts() const {
 }
 
 QString MenuState::lendableShortcuts() const {
+    const platform::Localization& localization = platform::current().localization;
     QStringList holders;
     QStringList shortcuts;
     QStringList otherKeys;
     for (const WindowAction action : state.shortcutsOnLoan(platform::HotKeyLoan::possible)) {
-        shortcuts.append(QString::fromStdString(shortcutText(action.shortcut())));
+        shortcuts.append(QString::fromStdString(shortcutText(action.shortcut(), localization)));
         const auto holder = state.shortcutHolders().find(action);
         // Each line of a configuration is a place of its own, and the card is short.
         const QString name = holder == state.shortcutHolders().end()
@@ -187,7 +193,7 @@ QString MenuState::lendableShortcuts() const {
             continue;
         }
         const auto& [modifiers, key] = *holder->second.otherKeys;
-        const QString kept = QString::fromStdString(shortcutText(modifiers, key));
+        const QString kept = QString::fromStdString(shortcutText(modifiers, key, localization));
         if (!otherKeys.contains(kept)) {
             otherKeys.append(kept);
         }

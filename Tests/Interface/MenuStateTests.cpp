@@ -1,4 +1,5 @@
 #include "CorvidKit/HotKeys.h"
+#include "CorvidKit/Snapshot.h"
 #include "Platform/Simulated/Desktop.h"
 #include "Tessel/AppState.h"
 #include "Tessel/Menu/MenuState.h"
@@ -157,9 +158,20 @@ TEST_F(Menu, ListsTheActionsInTheirOrderWithTheirKeys) {
     const QVariantMap left = actions.first().toMap();
     EXPECT_EQ(left["id"], "leftHalf");
     EXPECT_EQ(left["symbol"], "rectangle.lefthalf.filled");
-    EXPECT_EQ(left["keys"].toStringList(), (QStringList{"⌃", "⌥", "←"}));
+    EXPECT_EQ(left["keys"].toStringList(), (QStringList{"Ctrl", "Alt", "←"}));
     EXPECT_EQ(left["spokenKeys"], QString::fromUtf8("Ctrl+Alt+←"));
     EXPECT_EQ(shown->ruleActions().size(), 2);
+}
+
+TEST_F(Menu, NamesKeysAsTheUsersKeyboardHasThemAndInPicturesByTheirSigns) {
+    desktop.localization.texts = {{"Tessel/Ctrl", "Strg"}, {"Tessel/Shift", "Umschalt"}};
+    MenuState& menu = make();
+    const QVariantMap left = menu.actions().first().toMap();
+    EXPECT_EQ(left["keys"].toStringList(), (QStringList{"Strg", "Alt", "←"}));
+    EXPECT_EQ(left["spokenKeys"], QString::fromUtf8("Strg+Alt+←"));
+    corvid::Snapshot::isActive = true;
+    EXPECT_EQ(menu.actions().first().toMap()["keys"].toStringList(), (QStringList{"⌃", "⌥", "←"}));
+    corvid::Snapshot::isActive = false;
 }
 
 TEST_F(Menu, NewRulesMaximize) {

@@ -160,6 +160,15 @@ TEST_F(ShownView, OpeningAtLoginIsShownOffAndNotAskedForWhileDrawing) {
     EXPECT_FALSE(only("OpenAtLoginRow").property("isOn").toBool());
 }
 
+TEST_F(ShownView, TheFooterNamesTheKeysToQuitAsTheyArePrintedAndInPicturesByTheirSigns) {
+    show();
+    EXPECT_EQ(itemsOfType(*item, "FooterRow").back()->property("detail"), "Ctrl+Q");
+    item.reset();
+    const Drawing drawing;
+    show();
+    EXPECT_EQ(itemsOfType(*item, "FooterRow").back()->property("detail"), QString::fromUtf8("⌘Q"));
+}
+
 TEST_F(ShownView, MetaQAndControlQEndTheProgram) {
     show();
     shown.requestActivate();
