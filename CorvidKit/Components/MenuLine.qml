@@ -27,7 +27,7 @@ Item {
         anchors.fill: parent
         radius: 5
         visible: line.isHighlighted
-        color: Environment.appBrand.accent
+        color: Style.underText(Environment.appBrand.accent, 0.14)
     }
     Divider {
         visible: line.modelData.isDivider === true

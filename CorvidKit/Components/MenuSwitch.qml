@@ -44,6 +44,9 @@ Item {
         anchors.fill: parent
         radius: height / 2
         color: menuSwitch.isOn ? Environment.appBrand.accent : Qt.alpha(Style.primary, 0.15)
+        // The track is faint while it is off.
+        borderColor: menuSwitch.isOn || Environment.isSnapshot ? "transparent" : Style.grey
+        borderWidth: Style.hairline
     }
     Item {
         id: knob
@@ -68,6 +71,8 @@ Item {
             isContinuous: false
             radius: width / 2
             color: "white"
+            borderColor: track.borderColor
+            borderWidth: Style.hairline
         }
         Behavior on x {
             enabled: Style.transition > 0

@@ -16,9 +16,9 @@ Pressable {
         anchors.fill: parent
         z: -1
         radius: pill.isBordered ? Style.controlRadius : height / 2
-        color: pill.isProminent ? Style.lighter(Environment.appBrand.accent) : pill.isPressed ? Style.pressedFill
+        color: pill.isProminent ? Style.underText(Environment.appBrand.accent, 0.14) : pill.isPressed ? Style.pressedFill
              : pill.isBordered ? Style.cap : pill.isHovered ? Style.hoverFill : Style.fill
-        endColor: pill.isProminent ? Environment.appBrand.accent : "transparent"
+        endColor: pill.isProminent ? Style.underText(Environment.appBrand.accent, 0.22) : "transparent"
         borderColor: pill.isBordered ? Style.capBorder : "transparent"
         borderWidth: pill.isBordered ? Style.hairline : 0
         opacity: pill.isProminent && pill.isPressed ? 0.8 : 1

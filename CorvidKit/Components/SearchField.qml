@@ -43,7 +43,7 @@ FocusScope {
         selectByMouse: true
         font: Environment.font(12.5)
         color: Style.primary
-        selectionColor: Environment.appBrand.accent
+        selectionColor: Style.underText(Environment.appBrand.accent, 0.14)
         selectedTextColor: "white"
         onTextEdited: field.edited(text)
         onAccepted: field.accepted()

@@ -6,10 +6,11 @@ import CorvidKit
 QtObject {
     readonly property bool isDark: Environment.isDark
 
-    // Text, in the order of its importance.
+    // Text, in the order of its importance. All of it has a contrast of 4.5 to 1 on whatever it lies on, and what is drawn
+    // one of 3 to 1.
     readonly property color primary: isDark ? "#f5f5f7" : "#1d1d1f"
-    readonly property color secondary: isDark ? "#a9a9ae" : "#66666b"
-    readonly property color tertiary: isDark ? "#8a8a90" : "#7c7c82"
+    readonly property color secondary: isDark ? "#bcbcc1" : "#5a5a5f"
+    readonly property color tertiary: isDark ? "#a8a8ad" : "#626267"
 
     // Surfaces, from the back to the front.
     readonly property color window: isDark ? "#292929" : "#ededed"
@@ -31,9 +32,9 @@ QtObject {
 
     // The system's colours.
     readonly property color blue: isDark ? "#0a84ff" : "#007aff"
-    readonly property color green: isDark ? "#30d158" : "#28b84c"
-    readonly property color orange: isDark ? "#ff9f0a" : "#f08c00"
-    readonly property color grey: isDark ? "#98989d" : "#8e8e93"
+    readonly property color green: isDark ? "#30d158" : "#1c963b"
+    readonly property color orange: isDark ? "#ff9f0a" : "#c46600"
+    readonly property color grey: isDark ? "#98989d" : "#808085"
     readonly property color warningFill: isDark ? "#26ff9f0a" : "#1fff9500"
     readonly property color warningBorder: isDark ? "#40ff9f0a" : "#40f08c00"
 
@@ -45,9 +46,14 @@ QtObject {
 
     readonly property int transition: Environment.reducesMotion || Environment.isSnapshot ? 0 : 140
 
-    // The lighter end of a colour's gradient.
+    // The lighter end of a colour's gradient; no more than white symbols on it can bear.
     function lighter(base: color): color {
-        return Qt.rgba(base.r + (1 - base.r) * 0.22, base.g + (1 - base.g) * 0.22, base.b + (1 - base.b) * 0.22, base.a);
+        return Qt.rgba(base.r + (1 - base.r) * 0.08, base.g + (1 - base.g) * 0.08, base.b + (1 - base.b) * 0.08, base.a);
+    }
+
+    // A colour dark enough for white text, and the end of its gradient with a larger `amount`.
+    function underText(base: color, amount: real): color {
+        return Qt.rgba(base.r * (1 - amount), base.g * (1 - amount), base.b * (1 - amount), base.a);
     }
 
     // The side of a symbol's square, as a multiple of the size of the text beside it.

@@ -9,7 +9,7 @@ Colour = tuple[int, int, int]
 
 BACKGROUND = {"light": (237, 237, 237), "dark": (41, 41, 41)}
 ACCENT = {"light": (0, 122, 255), "dark": (10, 132, 255)}
-GREEN = {"light": (40, 184, 76), "dark": (48, 209, 88)}
+GREEN = {"light": (28, 150, 59), "dark": (48, 209, 88)}
 PRIMARY = {"light": (29, 29, 31), "dark": (245, 245, 247)}
 CARD = {"light": (251, 251, 252), "dark": (54, 54, 55)}
 # What lies faintly on a card: a colour, and how much of it.

@@ -19,7 +19,7 @@ STATES = (
     "active", "rules", "no-rules", "many-rules", "no-permission", "taken-shortcuts", "reminder", "updated", "paused",
 )
 WIDTH = 340
-ORANGE = {"light": (240, 140, 0), "dark": (255, 159, 10)}
+ORANGE = {"light": (196, 102, 0), "dark": (255, 159, 10)}
 
 
 def drawn(language: str) -> tuple[dict[tuple[str, str], Image.Image], str]:
@@ -88,7 +88,7 @@ class States(unittest.TestCase):
                 # The first key cap begins where the card's padding ends; between the keys and the title is nothing.
                 line = row(picture, top + 12)
                 self.assertNotEqual(line[2 * (LEFT + 11)], CARD[scheme])
-                self.assertEqual(set(line[200:300]), {CARD[scheme]})
+                self.assertEqual(set(line[260:300]), {CARD[scheme]})
 
     def test_from_right_to_left_dividers_leave_room_at_the_right(self):
         for scheme in SCHEMES:
