@@ -10,7 +10,7 @@ Pressable {
     property string purpose
     property alias menu: popup
 
-    implicitWidth: content.width + 12
+    implicitWidth: content.width + 10
     implicitHeight: 20
     ringRadius: 7
     Accessible.role: Accessible.ButtonMenu
@@ -29,7 +29,9 @@ Pressable {
     }
     Row {
         id: content
-        anchors.centerIn: parent
+        anchors.right: parent.right
+        anchors.rightMargin: 4
+        anchors.verticalCenter: parent.verticalCenter
         spacing: 4
 
         Symbol {

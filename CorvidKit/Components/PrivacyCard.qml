@@ -11,16 +11,24 @@ Card {
     implicitHeight: Math.ceil(column.height) + 20
 
     contentItem.children: [
-        SymbolItem {
+        Item {
             id: shield
-            x: card.LayoutMirroring.enabled ? card.width - width - 11 : 11
-            y: Math.round((card.height - height) / 2)
-            width: Style.symbolSide(18)
-            height: width
-            name: "lock.shield.fill"
-            color: Style.lighter(Style.green)
-            endColor: Style.green
-            Accessible.ignored: true
+            anchors.left: parent.left
+            anchors.leftMargin: 10
+            anchors.verticalCenter: parent.verticalCenter
+            // As wide as the icons above it; the drawing's square is larger, and empty at its sides.
+            width: 20
+            height: 24
+
+            Symbol {
+                anchors.centerIn: parent
+                width: 24
+                height: 24
+                size: 18
+                name: "lock.shield.fill"
+                color: Style.lighter(Style.green)
+                endColor: Style.green
+            }
         },
         Column {
             id: column

@@ -11,9 +11,8 @@ RoundedRectangle {
     visible: list.contentHeight > list.height
     x: list.LayoutMirroring.enabled ? 2 : list.width - width - 2
     y: inset + list.visibleArea.yPosition * (list.height - 2 * inset)
-    width: 4
+    width: 3
     height: Math.max(16, list.visibleArea.heightRatio * (list.height - 2 * inset))
-    radius: 2
-    color: Style.tertiary
-    opacity: 0.6
+    radius: 1.5
+    color: Style.grey
 }

@@ -8,5 +8,7 @@ SymbolItem {
     side: Style.symbolScale * size
     implicitWidth: Style.symbolSide(size)
     implicitHeight: implicitWidth
+    // In the very middle of what it is centred in, be that between two points.
+    anchors.alignWhenCentered: false
     Accessible.ignored: true
 }

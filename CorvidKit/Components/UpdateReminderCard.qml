@@ -14,28 +14,26 @@ Card {
         Item {
             id: column
             anchors.left: parent.left
-            anchors.leftMargin: 10
+            anchors.leftMargin: 9
             // Beside the title's first line.
             y: texts.y + heading.baselineOffset - heading.rise - height / 2
             width: 22
             height: 18
 
-            SymbolItem {
+            Symbol {
                 anchors.centerIn: parent
-                width: Style.symbolSide(16)
-                height: width
                 name: "arrow.down.circle.fill"
+                size: 16
                 color: Style.lighter(Environment.appBrand.accent)
                 endColor: Environment.appBrand.accent
-                Accessible.ignored: true
             }
         },
         Column {
             id: texts
             anchors.left: column.right
-            anchors.leftMargin: 8
+            anchors.leftMargin: 9
             anchors.right: parent.right
-            anchors.rightMargin: 12
+            anchors.rightMargin: 10
             y: 10
             spacing: 4
 

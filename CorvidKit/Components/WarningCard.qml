@@ -24,7 +24,7 @@ RoundedRectangle {
     Item {
         id: column
         anchors.left: parent.left
-        anchors.leftMargin: 10
+        anchors.leftMargin: 9
         // Beside the title's first line.
         y: texts.y + heading.baselineOffset - heading.rise - height / 2
         width: 22
@@ -40,9 +40,9 @@ RoundedRectangle {
     Column {
         id: texts
         anchors.left: column.right
-        anchors.leftMargin: 8
+        anchors.leftMargin: 9
         anchors.right: parent.right
-        anchors.rightMargin: 12
+        anchors.rightMargin: 10
         anchors.top: parent.top
         anchors.topMargin: 11
         spacing: 4

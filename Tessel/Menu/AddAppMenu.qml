@@ -26,11 +26,17 @@ Pressable {
     }
     Row {
         id: content
-        anchors.centerIn: parent
-        spacing: 5
+        anchors.left: parent.left
+        anchors.leftMargin: 4
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        spacing: 10
 
+        // Where the rows above it have their icons.
         Symbol {
             anchors.verticalCenter: parent.verticalCenter
+            width: 20
+            height: 20
             name: "plus"
             size: 11.5
             color: Style.secondary

@@ -7,6 +7,14 @@ ListView {
     id: list
 
     required property MenuState appState
+    readonly property real rowHeight: 30
+
+    // How much of that room it takes. Where there are more rows than fit, the next one peeks out with the top of its icon,
+    // and no row is cut through its letters.
+    function heightIn(room: real): real {
+        const peek = 8;
+        return count * rowHeight <= room ? room : Math.floor((room - peek) / rowHeight) * rowHeight + peek;
+    }
 
     model: list.appState.ruleApps
     clip: true
@@ -18,6 +26,7 @@ ListView {
 
     delegate: AppRuleRow {
         width: list.width
+        height: list.rowHeight
         appState: list.appState
         onFocused: list.positionViewAtIndex(index, ListView.Contain)
         onChanged: action => action === "" ? list.appState.removeRule(bundleID) : list.appState.setRule(bundleID, action)

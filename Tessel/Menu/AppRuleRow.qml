@@ -30,8 +30,9 @@ Item {
     }
     RoundedRectangle {
         anchors.fill: parent
-        anchors.leftMargin: 4
-        anchors.rightMargin: 4
+        // Beside it is the mark of a list that can be scrolled.
+        anchors.leftMargin: 6
+        anchors.rightMargin: 6
         radius: Style.rowRadius
         visible: row.hovering
         color: Style.fill
@@ -45,7 +46,7 @@ Item {
     }
     Label {
         anchors.left: picture.right
-        anchors.leftMargin: 8
+        anchors.leftMargin: 10
         anchors.right: picker.left
         anchors.rightMargin: 8
         anchors.baseline: parent.verticalCenter
@@ -57,8 +58,8 @@ Item {
     MenuPicker {
         id: picker
         anchors.right: parent.right
-        // Six more are the picker's own, around what it shows.
-        anchors.rightMargin: 4
+        // Four more are the picker's own, beside what it shows.
+        anchors.rightMargin: 6
         anchors.verticalCenter: parent.verticalCenter
         title: row.action?.title ?? ""
         symbol: row.action?.symbol ?? ""

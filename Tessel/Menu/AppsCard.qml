@@ -54,9 +54,8 @@ Card {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: heading.bottom
-        anchors.topMargin: 6
-        anchors.bottom: addButton.top
-        anchors.bottomMargin: 4
+        anchors.topMargin: 4
+        height: heightIn(addButton.y - 2 - y)
         visible: count > 0
         appState: card.appState
     }

@@ -12,6 +12,10 @@ Item {
     // The text about the shortcut's holder; empty while the shortcut is ours.
     property string taken
     readonly property bool isTaken: taken !== ""
+    // Where the title ends, from the row's leading edge.
+    readonly property real titleEnd: 40 + label.width
+    // Where the tip has its place.
+    property Item tipArea: null
 
     implicitHeight: 40
 
@@ -54,6 +58,7 @@ Item {
         ToolTip {
             id: tip
             control: sign
+            area: row.tipArea
             text: row.taken
         }
     }
