@@ -54,8 +54,8 @@ Card {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: heading.bottom
-        anchors.topMargin: 4
-        height: heightIn(addButton.y - 2 - y)
+        anchors.topMargin: 3
+        height: heightIn(addButton.y - 1 - y)
         visible: count > 0
         appState: card.appState
     }
@@ -64,7 +64,7 @@ Card {
         anchors.left: parent.left
         anchors.leftMargin: 6
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: 6
+        anchors.bottomMargin: 5
         appState: card.appState
     }
 }
