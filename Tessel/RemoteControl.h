@@ -22,7 +22,7 @@ public:
         std::string version;
         const platform::Localization& localization;
         platform::ThisApplication& application;
-        /// The kind of desktop, as in "X11"; the window manager may be replaced by one of another kind.
+        /// The kind of desktop, as in "X11"; it may change with the window manager.
         std::function<std::string()> backend;
         /// A warning for the user while windows can be moved, as part of a sentence; empty where there is none. May be
         /// left out.

@@ -166,7 +166,7 @@ TEST_F(SlowX11Desktop, AKeyboardThatComesTooLateIsAskedForAgain) {
     slow.setDelay(milliseconds(350));
     connection->deadline().begin();
     EXPECT_NE(registerKey(keys), noErr);
-    EXPECT_TRUE(losses.take()) << "whoever registers keys is not told to do so once more";
+    EXPECT_TRUE(losses.take()) << "the keys are not registered again";
     slow.setDelay({});
     connection->deadline().begin();
     EXPECT_EQ(registerKey(keys), noErr);
