@@ -17,7 +17,7 @@ class RemoteControl final : public platform::ControlRequests {
 public:
     struct Surroundings {
         std::string version;
-        /// The kind of desktop, as in "X11"; another kind of window manager may replace the present one.
+        /// The kind of desktop, as in "X11"; it may change with the window manager.
         std::function<std::string()> backend;
         /// The reason why windows cannot be moved, while that is so, as part of a sentence; empty if it is unknown.
         std::function<std::string()> hindrance;

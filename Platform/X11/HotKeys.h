@@ -57,7 +57,7 @@ private:
         /// Empty while the keyboard lacks the key or another client holds it.
         std::optional<KeyGrabs::Kind> grab;
         /// The kind of grab by which it was borrowed, for as long as it is registered: a grab of the other kind would
-        /// prevent the holder from renewing its own.
+        /// prevent the holder from getting its key back.
         std::optional<KeyGrabs::Kind> borrowedThrough;
     };
 

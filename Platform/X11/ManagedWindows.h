@@ -134,8 +134,8 @@ private:
     std::set<xcb_window_t> unaskedFromStart;
     /// Windows in the list whose process has ended, and that process.
     std::map<xcb_window_t, ProcessIdentifier> orphans;
-    /// Windows in the list that did not exist at their request. There is no further request before the list is read
-    /// again, because it may name any number of them.
+    /// Windows in the list that were gone, or no client's, when they were read. They are not read again before the list
+    /// is, because it may name any number of them.
     std::set<xcb_window_t> unknown;
     std::set<xcb_window_t> renamed;
     std::deque<Unfinished> unfinished;
