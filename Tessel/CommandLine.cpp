@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* help = R"(Usage: tessel [OPTION]
 
-Moves and resizes the focused window from the keyboard. Runs until it is told to end (--quit, SIGTERM or SIGINT).
+Moves and resizes the focused window from the keyboard. Runs until --quit, SIGTERM or SIGINT ends it.
 
   Ctrl+Alt+Left    left half
   Ctrl+Alt+Right   right half

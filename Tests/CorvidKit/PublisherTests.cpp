@@ -49,7 +49,7 @@ TEST(Publisher, SubscribersAddedDuringAnEmissionWaitForTheNext) {
     publisher.send();
     EXPECT_EQ(told, 0);
     publisher.send();
-    EXPECT_EQ(told, 0) << "the one that was replaced is not told";
+    EXPECT_EQ(told, 0) << "the replaced subscriber is not notified";
 }
 
 TEST(Publisher, SubscriptionsMayOutliveIt) {

@@ -22,7 +22,7 @@ class AskingForPictures(PictureCase):
         files = sorted(self.shots.iterdir(), key=lambda file: file.stat().st_mtime_ns)
         self.assertEqual([file.name for file in files], names())
         times = [file.stat().st_mtime_ns for file in files]
-        self.assertEqual(len(set(times)), len(times), "the order cannot be told")
+        self.assertEqual(len(set(times)), len(times), "the order cannot be determined")
         for file in files:
             with Image.open(file) as picture:
                 self.assertEqual(picture.format, "PNG")

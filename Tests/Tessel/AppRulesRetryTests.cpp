@@ -91,7 +91,7 @@ TEST_F(AppRulesRetries, AreNoMoreAfterTheWatcherStoppedAndStartedAgain) {
     watcher->start();
     launchEditor();
     desktop.mainActor.run();
-    EXPECT_EQ(attempts(), 1U) << "a launch is told once";
+    EXPECT_EQ(attempts(), 1U) << "a launch is reported once";
 }
 
 TEST_F(AppRulesRetries, EndWhenTheApplicationEnds) {

@@ -92,7 +92,7 @@ TEST_F(AppRulesWatcher, AppliesTheRuleToNeitherOfTwoWindowsThatOpenTogether) {
     Window& first = editor.openWindow();
     Window& second = editor.openWindow();
     desktop.mainActor.advance(1s);
-    EXPECT_EQ(first.frame(), natural) << "both are there when the first one is told";
+    EXPECT_EQ(first.frame(), natural) << "both are there when the first one is reported";
     EXPECT_EQ(second.frame(), natural);
 }
 

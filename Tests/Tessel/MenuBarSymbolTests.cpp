@@ -60,7 +60,7 @@ TEST_F(LaunchedItem, WithATakenShortcutLooksAsItDoesAtWork) {
 TEST_F(LaunchedItem, SwitchedOffIsAnOutline) {
     launch();
     state->setEnabled(false);
-    EXPECT_EQ(symbol(), "uiwindow.split.2x1") << "told before the change";
+    EXPECT_EQ(symbol(), "uiwindow.split.2x1") << "notified before the change";
     desktop.mainActor.run();
     EXPECT_EQ(symbol(), "rectangle.split.2x1");
 }

@@ -81,7 +81,7 @@ TEST_F(StatusMenuOfAnItem, LeadsToWhatHasTakenItsPlace) {
 
 TEST_F(StatusMenuOfAnItem, CountsTheRules) {
     state.setRule("org.example.Editor", WindowAction::maximize);
-    EXPECT_EQ(titles().front(), "Active · 6 shortcuts · 0 apps") << "told before the change";
+    EXPECT_EQ(titles().front(), "Active · 6 shortcuts · 0 apps") << "notified before the change";
     desktop.mainActor.run();
     EXPECT_EQ(titles().front(), "Active · 6 shortcuts · 1 apps");
 }

@@ -191,7 +191,7 @@ def lines_of_sways_configuration_act_again_when_the_program_is_killed(program):
         product.process.kill()
         product.process.wait()
         until(lambda: has_ended(waiting), "who waits for the program's end to be gone")
-        assert used(desktop, listener) == [], "nobody could have told sway"
+        assert used(desktop, listener) == [], "no process could have sent sway the commands"
         shutil.rmtree(desktop.session.home / ".config/tessel")
         product = desktop.launch()
         product.until_status(taken(*LENT))

@@ -127,7 +127,7 @@ def keys_that_the_shell_holds_are_reported_and_left_to_it(program):
         # The shell itself names the holders of the keys, without the tool that prints settings.
         product = desktop.launch(environment={"PATH": "/nonexistent"})
         held = {"leftHalf", "rightHalf", "maximize", "maximizeHeight"}
-        until(lambda: desktop.taken() == held, "the taken keys to be told", saw=desktop.status)
+        until(lambda: desktop.taken() == held, "the taken keys to be reported", saw=desktop.status)
         assert product.status.startswith("Some shortcuts are taken"), product.status
         until_holders(desktop.session, program, {action: ("GNOME", COMMON_PURPOSES[action]) for action in held})
         before = desktop.place(window, NATURAL)
@@ -208,7 +208,7 @@ def a_key_that_another_client_took_meanwhile_becomes_known(program):
             }});
             return Main.extensionManager.disableExtension(uuid);
         }})('{EXTENSION}')""")
-        until(lambda: desktop.taken() == {"center"}, "the loss to be told", 20.0, desktop.status)
+        until(lambda: desktop.taken() == {"center"}, "the loss to be reported", 20.0, desktop.status)
 
 
 @case("desktop.gnome.off-at-start")

@@ -86,7 +86,7 @@ class Lending(Gnome):
 
 
 def until_taken(desktop: Lending, product: Product) -> None:
-    until(lambda: desktop.taken() == HELD, "the taken keys to be told", saw=desktop.status)
+    until(lambda: desktop.taken() == HELD, "the taken keys to be reported", saw=desktop.status)
     assert product.status.startswith("Some shortcuts are taken"), product.status
 
 
@@ -164,7 +164,7 @@ def borrowed_keys_follow_the_shells_settings(program):
         # A binding that cannot be borrowed has its key, and the program names the holder.
         desktop.change_setting(WINDOW_KEYS, "switch-to-workspace-last", "[]")
         desktop.change_setting(SHELL_KEYS, "toggle-message-tray", "['<Control><Alt>c']")
-        until(lambda: desktop.taken() == {"center"}, "the loss of C to be told", LOOK, desktop.status)
+        until(lambda: desktop.taken() == {"center"}, "the loss of C to be reported", LOOK, desktop.status)
         assert not desktop.actions("canBeBorrowed"), desktop.status()
         desktop.hands.press("center")
         until(lambda: desktop.see("Main.panel.statusArea.dateMenu.menu.isOpen"), "the shell's own menu")

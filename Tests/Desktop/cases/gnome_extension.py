@@ -83,7 +83,7 @@ def a_stranger_gets_little_and_leaves_nothing(program):
         product = desktop.launch()
         product.until_status("Waiting for permission")
         until(lambda: f"another program has Tessel's name on the message bus ({NAME})" in status_text(desktop),
-              "the stranger to be told of", saw=lambda: status_text(desktop))
+              "the other client to be reported", saw=lambda: status_text(desktop))
         stranger.give_name_back()
         product.until_status("Active", 20.0)
         stranger.is_denied_all(window)
@@ -109,12 +109,12 @@ def an_older_copy_in_the_home_is_replaced(program):
         product = desktop.launch()
         product.until_status("Waiting for permission")
         until(lambda: (place / "metadata.json").read_text() == own, "the copy to be replaced")
-        until(lambda: "log out and in once" in status_text(desktop), "the user to be told",
+        until(lambda: "log out and in once" in status_text(desktop), "the notice to appear",
               saw=lambda: status_text(desktop))
         product.terminate()
         # It is still so for the next start of the program in the same session.
         product = desktop.launch()
-        until(lambda: "log out and in once" in status_text(desktop), "the user to be told again",
+        until(lambda: "log out and in once" in status_text(desktop), "the notice to appear again",
               saw=lambda: status_text(desktop))
         product.terminate()
         # Simulates the next login.
@@ -130,7 +130,7 @@ def a_shell_that_lacks_something_is_left_alone(program):
         desktop.see("delete Main.wm.constructor.prototype.skipNextEffect")
         product = desktop.launch()
         product.until_status("Waiting for permission")
-        until(lambda: "which lacks Main.wm.skipNextEffect" in status_text(desktop), "what is missing to be told",
+        until(lambda: "which lacks Main.wm.skipNextEffect" in status_text(desktop), "the missing member to be shown",
               saw=lambda: status_text(desktop))
         throughout(1.0, lambda: not desktop.has_item(), "no item in the top bar")
         assert "lacks Main.wm.skipNextEffect" in (desktop.session.logs / "gnome-shell.log").read_text()
@@ -143,7 +143,7 @@ def a_shell_of_a_future_version_is_reported(program):
         desktop.see("Object.defineProperty(Object.getPrototypeOf(Main.shellDBusService), 'ShellVersion', "
                     "{get: () => '60.1'}) !== null")
         desktop.launch().until_status("Active", 20.0)
-        until(lambda: status_text(desktop) == "Active; not tried on GNOME 60 yet", "the caution to be told",
+        until(lambda: status_text(desktop) == "Active; not tried on GNOME 60 yet", "the warning to be reported",
               saw=lambda: status_text(desktop))
         said = desktop.session.run([str(program), "--status"]).splitlines()[0]
         assert said.endswith("Active; not tried on GNOME 60 yet"), said

@@ -231,4 +231,4 @@ def open_windows_stay_in_place(program):
         product.until_status("Active", 20.0)
         product.until_at_rest()
         assert desktop.at_rest(launched.window) == before, "a window that was there was placed"
-        stays(desktop, product, meanwhile.window, "a window that opened while nobody told of it")
+        stays(desktop, product, meanwhile.window, "a window that opened without an event")

@@ -48,7 +48,7 @@ class Lenders:
         assert self.keys() == ({N}, set()), f"{self.keys()} {when}"
         first, second = self.first.told(), self.second.told()
         every_action(self.desktop, product, client, NATURAL, SCREENS[0])
-        assert (self.first.told(), self.second.told()) == (first, second), f"the other program was told {when}"
+        assert (self.first.told(), self.second.told()) == (first, second), f"the other program got a press {when}"
         self.desktop.keyboard.chord("Control", "Alt", "N")
         self.first.until_told(first + 1, when)
 
@@ -190,7 +190,7 @@ def a_borrowed_key_goes_to_whom_the_user_gives_it_until_it_is_asked_for_again(pr
         asks(desktop, program, "--take-shortcuts")
         product.until_status("Active")
         every_action(desktop, product, editor, NATURAL, SCREENS[0])
-        assert third.told() == 1, "the third program was told of a borrowed key"
+        assert third.told() == 1, "the third program got the press of a borrowed key"
         product.terminate()
         assert (*lenders.keys(), third.keys()) == ({N}, {C}, {LEFT}), f"{lenders.keys()}, {third.keys()}"
 

@@ -31,7 +31,7 @@ class Reader:
     def open(self) -> None:
         assert run_to_end(self.desktop.session, self.desktop.program)[0] == 0
         self.popover.until_open()
-        self.until(lambda tree: any(node.role == "page tab" for node in tree.shown()), "the popover to be told of")
+        self.until(lambda tree: any(node.role == "page tab" for node in tree.shown()), "the popover to be exposed")
 
     def until(self, condition, what: str) -> Node:
         return self.accessibility.until_tree(self.product.process.pid, condition, what)
@@ -222,7 +222,7 @@ def everything_has_a_role_a_name_and_its_states(program, language):
         reader = Reader(desktop, environment={"LANGUAGE": language, "LC_MESSAGES": "C.UTF-8"})
         assert run_to_end(desktop.session, program)[0] == 0
         reader.popover.until_open()
-        tree = reader.until(lambda tree: len(tree.shown()) > 20, "the popover to be told of")
+        tree = reader.until(lambda tree: len(tree.shown()) > 20, "the popover to be exposed")
         (window,) = tree.children
         names = [node.name for node in window.children[0].all() if "showing" in node.states]
         wanted = TEXTS[language]

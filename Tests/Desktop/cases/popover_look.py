@@ -88,7 +88,7 @@ def it_grows_and_shrinks_with_the_fonts_while_it_is_open(program):
         dots = ["xfconf-query", "--channel", "xsettings", "--property", "/Xft/DPI", "--create", "--type", "int", "--set"]
         desktop.session.run([*dots, "96"])
         until(lambda: b"Xft/DPI" in desktop.windows.selection_property("_XSETTINGS_S0", "_XSETTINGS_SETTINGS"),
-              "the settings to be told")
+              "the settings to be sent")
         product = desktop.launch()
         popover = Popover(desktop, product)
         run_to_end(desktop.session, program)

@@ -48,4 +48,4 @@ def a_file_that_cannot_be_read_is_kept_aside_and_the_defaults_hold(program, kind
         kept = [file for file in settings.parent.iterdir() if file.name != settings.name]
         contents = [file.read_bytes() for file in kept]
         assert contents == [MALFORMED[kind]], f"kept beside: {dict(zip(kept, contents))}"
-        assert product.errors().count("\n") == 1, f"told of it in more or less than a line: {product.errors()!r}"
+        assert product.errors().count("\n") == 1, f"logged more or less than a line: {product.errors()!r}"

@@ -185,13 +185,13 @@ def the_program_ends_and_leaves_no_binding(program):
     with SwayDesktop(program, 'mode "resize" {\n    bindsym Escape mode "default"\n}\n', "sway.keys.freed") as desktop:
         window = open_editor(desktop)
         listener = Listener(desktop.socket)
-        for way in ("terminated", "told to quit", "ended in another mode"):
+        for way in ("terminated", "asked to quit", "ended in another mode"):
             product = desktop.launch()
             product.until_status("Active")
             desktop.press(product, "maximize")
             until(listener.commands, "the binding to be used")
             desktop.place(window, NATURAL)
-            if way == "told to quit":
+            if way == "asked to quit":
                 status, _, errors, _ = run_to_end(desktop.session, program, "--quit", prefix=desktop.session.prefix)
                 assert status == 0, errors
                 product.ended()

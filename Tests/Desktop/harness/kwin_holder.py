@@ -63,4 +63,4 @@ class KeyHolder:
         return self.presses
 
     def until_told(self, times: int, what: str) -> None:
-        until(lambda: self.told() == times, f"{self.name[1]} to be told of {times} presses: {what}", saw=self.told)
+        until(lambda: self.told() == times, f"{self.name[1]} to get {times} presses: {what}", saw=self.told)

@@ -182,7 +182,7 @@ TEST_F(CompositorAccessibility, HungProgramsTakeTheTurnsTimeOnceAndNoMore) {
     EXPECT_EQ(failure("c"), AXError::cannotComplete) << "nothing is known of what only was asked for";
     EXPECT_EQ(mainActor.now() - begin, milliseconds(250));
     endTurn();
-    EXPECT_EQ(size("a"), (CGSize{300, 200})) << "a new turn has time again, and takes the frame as it is told";
+    EXPECT_EQ(size("a"), (CGSize{300, 200})) << "a new turn has time again, and takes the reported frame";
 }
 
 TEST_F(CompositorAccessibility, AWindowThatTakesItsTimeIsWaitedForWithinTheTurns) {

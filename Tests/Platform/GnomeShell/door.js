@@ -57,13 +57,13 @@ equal(methods.filter(name => typeof new Scene().door[`${name}Async`] !== 'functi
     equal(scene.askAll(PROGRAM), Array(12).fill('done'), 'the program is served');
     equal(scene.askAll(STRANGER), denied(12), 'a stranger beside the program');
     equal(scene.bus.call(STRANGER, 'Hello').error, 'Denied', 'a stranger that says Hello beside the program');
-    equal(scene.bus.told.filter(([to]) => to !== PROGRAM), [], 'what anybody else is told');
+    equal(scene.bus.told.filter(([to]) => to !== PROGRAM), [], 'signals to other clients');
 }
 {
     const scene = new Scene();
     equal(scene.askAll(STRANGER), denied(12), 'a stranger without a program');
     equal(scene.bus.call(STRANGER, 'Hello').error, 'Denied', 'a stranger that says Hello without a program');
-    equal(scene.bus.told, [], 'what is told while nobody is there');
+    equal(scene.bus.told, [], 'signals without a client');
     scene.isUntouched('nobody is there');
 }
 {
@@ -72,7 +72,7 @@ equal(methods.filter(name => typeof new Scene().door[`${name}Async`] !== 'functi
     equal(scene.askAll(STRANGER), denied(12), 'the owner of the name before it has said Hello');
     scene.shell.display.emit('notify::focus-window');
     equal(scene.bus.told.map(([to, signal]) => [to, signal]), [[STRANGER, 'Opened']],
-        'what the owner of the name is told before it has said Hello');
+        'signals to the owner of the name before its Hello');
     scene.isUntouched('nobody has said Hello');
 }
 {
@@ -114,7 +114,7 @@ for (const next of [null, STRANGER]) {
     scene.isUntouched('the name is gone');
     equal(scene.askAll(PROGRAM), denied(12), 'a program that has lost its name');
     equal(scene.askAll(STRANGER), denied(12), 'whoever has the name next, without Hello');
-    equal(scene.bus.told.at(next ? -2 : -1), [PROGRAM, 'Closed'], 'what the former owner is told');
+    equal(scene.bus.told.at(next ? -2 : -1), [PROGRAM, 'Closed'], 'signals to the former owner');
     if (next) {
         equal(scene.bus.call(STRANGER, 'Hello').values.length, 1, 'the next owner says Hello');
         equal(scene.shell.display.grabbed.filter(Boolean), [], 'no key is handed on');

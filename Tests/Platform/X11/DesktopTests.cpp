@@ -131,7 +131,7 @@ TEST_F(SlowX11Desktop, AKeyboardThatComesTooLateIsAskedForAgain) {
     slow.setDelay(milliseconds(350));
     connection->beginTurn();
     EXPECT_NE(registerKey(keys), noErr);
-    EXPECT_TRUE(keys.takeLoss()) << "whoever registers keys is not told to do so once more";
+    EXPECT_TRUE(keys.takeLoss()) << "the keys are not registered again";
     slow.setDelay({});
     connection->beginTurn();
     EXPECT_EQ(registerKey(keys), noErr);
