@@ -1,10 +1,10 @@
 # The website with newer versions. Builds for tests may leave it unset, and get a placeholder.
 if(NOT TESSEL_WEBSITE)
     set(TESSEL_SITE https://tessel.example)
-    message(STATUS "Newer versions are looked for at ${TESSEL_SITE}, which leads nowhere: TESSEL_WEBSITE is not set")
+    message(STATUS "TESSEL_WEBSITE is not set: the program links to the placeholder ${TESSEL_SITE} for newer versions")
 elseif(TESSEL_WEBSITE MATCHES "^https?://[^/?# ]+$")
     set(TESSEL_SITE ${TESSEL_WEBSITE})
-    message(STATUS "Newer versions are looked for at ${TESSEL_SITE}")
+    message(STATUS "The program links to ${TESSEL_SITE} for newer versions")
 else()
     message(FATAL_ERROR "TESSEL_WEBSITE is \"${TESSEL_WEBSITE}\", not a scheme and a host as in https://example.org")
 endif()

@@ -20,7 +20,7 @@ if [[ -e /usr/lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)/tessel/tessel-menu.
     mkdir /tmp/pictures
     tessel --snapshot /tmp/pictures
     if [[ ! -s /tmp/pictures/menu-en-shortcuts-light.png ]]; then
-        echo "the interface does not draw itself; there are: $(ls /tmp/pictures)"
+        echo "the interface draws no pictures; the folder has: $(ls /tmp/pictures)"
         exit 1
     fi
 fi
