@@ -159,9 +159,9 @@ TEST_F(Edges, PromisesAreOneLineInEveryLanguage) {
             const QString text = label.property("text").toString();
             // Other fonts than ours write what ours lacks, every character as wide as the text is high.
             const bool isOurs = text.at(0).unicode() < 0x2000;
-            EXPECT_EQ(label.property("lineCount").toInt(), isOurs ? 1 : label.property("lineCount").toInt())
-                << language;
-            if (!isOurs) {
+            if (isOurs) {
+                EXPECT_EQ(label.property("lineCount").toInt(), 1) << language;
+            } else {
                 EXPECT_LE(static_cast<double>(text.size()) * 11, label.width()) << language;
             }
         }
@@ -176,6 +176,10 @@ TEST_F(Edges, TheTipAboutATakenShortcutCoversNoTitle) {
     desktop.accessibility.isTrusted = true;
     make();
     const std::vector<QQuickItem*> rows = shownOf(*item, "ShortcutRow");
+    for (QQuickItem* row : rows) {
+        row->setProperty("taken", "Ctrl+Alt+← switches to the workspace on the left (GNOME), and cannot be borrowed");
+    }
+    settle();
     std::size_t tips = 0;
     for (QQuickItem* bubble : window.contentItem()->childItems()) {
         if (bubble->z() != 1000) {

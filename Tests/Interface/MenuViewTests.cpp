@@ -184,9 +184,9 @@ TEST_F(View, TheStatusIsGreyOrangeOrGreen) {
         settle();
         return only("MenuHeader").property("statusColor").value<QColor>();
     };
-    const QColor grey(0x8e, 0x8e, 0x93);
-    const QColor orange(0xf0, 0x8c, 0x00);
-    const QColor green(0x28, 0xb8, 0x4c);
+    const QColor grey(0x80, 0x80, 0x85);
+    const QColor orange(0xc4, 0x66, 0x00);
+    const QColor green(0x1c, 0x96, 0x3b);
     desktop.accessibility.isTrusted = false;
     make();
     EXPECT_EQ(colour(), orange) << "waiting for permission";
