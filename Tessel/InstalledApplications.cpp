@@ -1,16 +1,10 @@
 #include "Tessel/InstalledApplications.h"
 
 #include "CorvidKit/LocalizedComparison.h"
-<<<<<<< ours
+#include "CorvidKitCore/PreferenceStore.h"
 #include "Platform/Seam/Desktop/ApplicationCatalogue.h"
 #include "Platform/Seam/Desktop/Localization.h"
 #include "Platform/Seam/Platform.h"
-=======
-#include "CorvidKitCore/PreferenceStore.h"
-#include "Platform/ApplicationCatalogue.h"
-#include "Platform/Localization.h"
-#include "Platform/Platform.h"
->>>>>>> theirs
 #include "Tessel/Prefs.h"
 #include "Tessel/RuleApp.h"
 #include "TesselCore/AppName.h"

@@ -100,63 +100,6 @@ TEST_F(State, WaitsForThePermissionOnAFirstRunAndIsActiveAtThePollAfterTheGrant)
     EXPECT_EQ(desktop.accessibility.promptCount(), 1) << "asked once only";
 }
 
-TEST_F(State, LooksForThePermissionAtOnceWhenTheDesktopSaysThatItHasChanged) {
-    desktop.accessibility.isTrusted = false;
-    const AppState& state = make();
-    EXPECT_EQ(state.obstacle(), desktop.accessibility.reason);
-    desktop.accessibility.isTrusted = true;
-    desktop.accessibility.announceChange();
-    EXPECT_EQ(state.status(), AppStatus::active);
-    EXPECT_EQ(state.obstacle(), std::nullopt);
-    EXPECT_EQ(registeredCount(), 6U);
-    desktop.accessibility.isTrusted = false;
-    desktop.accessibility.announceChange();
-    EXPECT_EQ(state.status(), AppStatus::waitingForPermission);
-    EXPECT_EQ(registeredCount(), 0U);
-    EXPECT_EQ(desktop.accessibility.promptCount(), 1) << "asked once only";
-    EXPECT_EQ(desktop.mainActor.now(), platform::Instant()) << "no poll was waited for";
-}
-
-TEST_F(State, PublishesAnotherReasonForTheMissingPermissionOnce) {
-    desktop.accessibility.isTrusted = false;
-    AppState& state = make();
-    int changes = 0;
-    const auto subscription = state.objectWillChange().subscribe([&] { ++changes; });
-    desktop.accessibility.announceChange();
-    EXPECT_EQ(changes, 0);
-    desktop.accessibility.reason = {.kind = platform::AccessObstacle::Kind::silentCompositor, .desktop = "Simulated"};
-    desktop.mainActor.advance(12s);
-    EXPECT_EQ(changes, 1);
-    EXPECT_EQ(state.obstacle(), desktop.accessibility.reason);
-}
-
-TEST_F(State, RegistersLostHotKeysAnewOnceAfterAPause) {
-    const AppState& state = make();
-    desktop.trace.clear();
-    refuse(WindowAction::center);
-    desktop.hotKeyEvents.announceLoss();
-    desktop.hotKeyEvents.announceLoss();
-    EXPECT_EQ(desktop.trace.take("register"), Lines()) << "a desktop may say so in the middle of a registration";
-    desktop.mainActor.advance(3s);
-    EXPECT_EQ(desktop.trace.take("register").size(), 6U);
-    EXPECT_EQ(state.failedShortcuts(), std::set<WindowAction>{WindowAction::center});
-    EXPECT_EQ(state.status(), AppStatus::shortcutsTaken);
-    release(WindowAction::center);
-    desktop.hotKeyEvents.announceLoss();
-    desktop.mainActor.advance(3s);
-    EXPECT_EQ(state.status(), AppStatus::active);
-}
-
-TEST_F(State, RegistersNothingAnewWhileSwitchedOff) {
-    make();
-    desktop.hotKeyEvents.announceLoss();
-    made->setEnabled(false);
-    desktop.trace.clear();
-    desktop.mainActor.advance(3s);
-    EXPECT_EQ(desktop.trace.take("register"), Lines());
-    EXPECT_EQ(registeredCount(), 0U);
-}
-
 TEST_F(State, AsksForHoldersOfTakenShortcutsAloneAndOncePerRegistration) {
     const auto asked = [this] { return desktop.trace.take("find holders"); };
     make();

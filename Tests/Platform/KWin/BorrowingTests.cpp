@@ -174,8 +174,7 @@ TEST_F(BorrowingTest, AListThatTheUserHasChangedAfterAKillIsLeftAlone) {
 TEST_F(BorrowingTest, AKeyThatTheUserGivesToAThirdStaysThereUntilItIsAskedForAgain) {
     begin(true);
     kwin->assignElsewhere(keyLeft);
-    bool isLost = false;
-    ASSERT_TRUE(runUntil([&] { return isLost = isLost || losses->take(); }));
+    ASSERT_TRUE(runUntil([&, isLost = false]() mutable { return isLost = isLost || losses->take(); }));
     unregisterAll();
     registerBoth();
     EXPECT_EQ(loanOf(leftCode), HotKeyLoan::possible);
