@@ -234,23 +234,23 @@ void AppState::findHolders() {
         assign(holders, {});
     }
     platform::ShortcutHolders* desktop = platform::current().shortcutHolders;
-    std::set<WindowAction> held = shortcutsOnLoan(platform::HotKeyLoan::made);
-    held.insert(failed.begin(), failed.end());
-    if (held.empty() || desktop == nullptr) {
+    std::set<WindowAction> taken = shortcutsOnLoan(platform::HotKeyLoan::made);
+    taken.insert(failed.begin(), failed.end());
+    if (taken.empty() || desktop == nullptr) {
         return;
     }
-    const std::vector<WindowAction> actions(held.begin(), held.end());
+    const std::vector<WindowAction> held(taken.begin(), taken.end());
     std::vector<corvid::Shortcut> shortcuts;
-    std::ranges::transform(actions, std::back_inserter(shortcuts), &WindowAction::shortcut);
-    holderSearch = desktop->find(shortcuts, [this, actions](const platform::ShortcutHolders::Answers& answers) {
+    std::ranges::transform(held, std::back_inserter(shortcuts), &WindowAction::shortcut);
+    holderSearch = desktop->find(shortcuts, [this, held](const platform::ShortcutHolders::Answers& answers) {
         assertStateOnMainThread(__LINE__);
-        std::map<WindowAction, platform::ShortcutHolder> told;
-        for (std::size_t place = 0; place < std::min(actions.size(), answers.size()); ++place) {
+        std::map<WindowAction, platform::ShortcutHolder> found;
+        for (std::size_t place = 0; place < std::min(held.size(), answers.size()); ++place) {
             if (answers[place]) {
-                told.emplace(actions[place], *answers[place]);
+                found.emplace(held[place], *answers[place]);
             }
         }
-        assign(holders, std::move(told));
+        assign(holders, std::move(found));
     });
 }
 
