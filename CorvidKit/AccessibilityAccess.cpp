@@ -9,6 +9,10 @@ bool isTrusted() {
     return platform::current().accessibility.isProcessTrusted();
 }
 
+std::optional<platform::AccessObstacle> obstacle() {
+    return platform::current().accessibility.obstacle();
+}
+
 bool requestIfNeeded() {
     return platform::current().accessibility.isProcessTrustedWithPrompt();
 }

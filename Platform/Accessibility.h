@@ -1,6 +1,8 @@
 #pragma once
 
 #include "CorvidKitCore/Geometry.h"
+#include "Platform/AccessObstacle.h"
+#include "Platform/NotificationCenter.h"
 
 #include <cstdint>
 #include <expected>
@@ -81,23 +83,10 @@ namespace AXSubrole {
 inline constexpr std::string_view standardWindow = "AXStandardWindow";
 } // namespace AXSubrole
 
-/// What it takes for the desktop to let us work, where it does not.
-enum class AccessRequirement : std::uint8_t {
-    /// The user's permission, given in the system's settings.
-    permission,
-    /// A window manager that moves windows on request.
-    windowManager,
-    /// A compositor that answers.
-    compositor,
-    /// The compositor's extension of ours, which is there and switched off.
-    extensionSwitchedOn,
-    /// The same, which the compositor reads at the next login.
-    extensionLoaded,
-    /// The same, which the compositor refuses.
-    extensionAccepted,
-    /// Another desktop.
-    otherDesktop,
-};
+namespace AccessNotification {
+/// The answer of `Accessibility::obstacle` may have changed.
+inline constexpr std::string_view didChange = "TesselAccessDidChangeNotification";
+} // namespace AccessNotification
 
 /// Other applications' windows: reading, writing, and whether the desktop lets us.
 ///
@@ -132,15 +121,22 @@ public:
     [[nodiscard]] virtual std::optional<AXValue> createValue(corvid::CGPoint point) = 0;
     [[nodiscard]] virtual std::optional<AXValue> createValue(corvid::CGSize size) = 0;
 
-    /// Whether the desktop lets this process move other applications' windows now. Asks afresh, never prompts.
-    [[nodiscard]] virtual bool isProcessTrusted() = 0;
+    /// The reason why the desktop does not let this process move other applications' windows now; nothing while it
+    /// does. A pure query: it never prompts and changes nothing.
+    [[nodiscard]] virtual std::optional<AccessObstacle> obstacle() const = 0;
 
-    /// The same; where it does not and the desktop has a way to ask the user, that is shown (without waiting for the
-    /// answer).
+    [[nodiscard]] bool isProcessTrusted() const { return !obstacle(); }
+
+    /// The same answer; where it is no and the desktop has a way to ask the user, that is shown (without waiting for
+    /// the answer).
     virtual bool isProcessTrustedWithPrompt() = 0;
 
-    /// What is missing, as far as it is known now. Without meaning while the process is trusted.
-    [[nodiscard]] virtual AccessRequirement requirement() const { return AccessRequirement::permission; }
+    /// Posts `AccessNotification::didChange`, in a turn of the event loop of its own. Always the same center. A desktop
+    /// does not notice every change, so an observer asks from time to time as well.
+    [[nodiscard]] const std::shared_ptr<NotificationCenter>& notificationCenter() const { return center; }
+
+private:
+    std::shared_ptr<NotificationCenter> center = std::make_shared<NotificationCenter>();
 };
 
 } // namespace platform

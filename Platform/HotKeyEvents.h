@@ -1,8 +1,12 @@
 #pragma once
 
+#include "Platform/NotificationCenter.h"
+
 #include <cstdint>
 #include <expected>
+#include <memory>
 #include <optional>
+#include <string_view>
 
 namespace platform {
 
@@ -58,6 +62,13 @@ enum class HotKeyLoan : std::uint8_t {
     made,
 };
 
+namespace HotKeyNotification {
+/// A hot key that was registered is not held any more, or one that was refused may be free: register all of them anew.
+/// May be posted while a hot key is being registered, so an observer registers in a later turn of the event loop; after
+/// a pause, because a desktop that was too busy to answer says so with every registration.
+inline constexpr std::string_view didLoseHotKeys = "TesselDidLoseHotKeysNotification";
+} // namespace HotKeyNotification
+
 /// Handles a press on the main thread. `event` is null where the platform lost it; `userData` is what was given when
 /// the handler was installed.
 using HotKeyEventHandler = OSStatus (*)(EventHandlerCall* nextHandler, const HotKeyEvent* event, void* userData);
@@ -104,6 +115,12 @@ public:
     [[nodiscard]] virtual HotKeyLoan loan(std::uint32_t /*keyCode*/, std::uint32_t /*modifiers*/) const {
         return HotKeyLoan::none;
     }
+
+    /// Posts `HotKeyNotification::didLoseHotKeys`. Always the same center.
+    [[nodiscard]] const std::shared_ptr<NotificationCenter>& notificationCenter() const { return center; }
+
+private:
+    std::shared_ptr<NotificationCenter> center = std::make_shared<NotificationCenter>();
 };
 
 } // namespace platform

@@ -29,6 +29,10 @@ const corvid::Preference<bool> borrowsShortcutsPreference{.key = "borrowsShortcu
 /// How often the permission is looked for.
 constexpr platform::Duration permissionInterval = std::chrono::seconds(2);
 
+/// Several hot keys are lost together, and a desktop that was too busy to answer is left alone for a while.
+constexpr platform::Duration pauseBeforeRenewal = std::chrono::seconds(2);
+constexpr platform::Duration renewalLeeway = std::chrono::seconds(1);
+
 void assertStateOnMainThread(unsigned line) {
     corvid::assertIsolated({.file = "Tessel/AppState", .line = line});
 }
@@ -83,7 +87,15 @@ AppState::AppState(corvid::PreferenceStore& preferences, bool preview, corvid::H
             platform::current().sound.beep();
         }
     };
-    trusted = corvid::AccessibilityAccess::requestIfNeeded();
+    const platform::Platform& desktop = platform::current();
+    permissionChanges.emplace(platform::AccessNotification::didChange, desktop.accessibility.notificationCenter(),
+                              [this](const platform::Notification& /*change*/) { checkPermission(); });
+    hotKeyLosses.emplace(platform::HotKeyNotification::didLoseHotKeys, desktop.hotKeyEvents.notificationCenter(),
+                         [this](const platform::Notification& /*loss*/) { renewHotKeysSoon(); });
+    missing.reset();
+    if (!corvid::AccessibilityAccess::requestIfNeeded()) {
+        missing = corvid::AccessibilityAccess::obstacle().value_or(platform::AccessObstacle{});
+    }
     update();
     // The watch ends with the state that it belongs to.
     permissionWatch.emplace(permissionInterval, [this] { checkPermission(); });
@@ -151,7 +163,7 @@ void AppState::setRule(const std::string& bundleIdentifier, std::optional<Window
 }
 
 void AppState::setHasAccessibility(bool value) {
-    assign(trusted, value);
+    assign(missing, value ? std::nullopt : std::optional(platform::AccessObstacle{}));
 }
 
 std::vector<platform::RunningApplicationReference> AppState::addableRunningApps() const {
@@ -198,7 +210,7 @@ void AppState::update() {
         return;
     }
     bool isAnew = false;
-    if (enabled && trusted) {
+    if (enabled && hasAccessibility()) {
         if (!hotKeys.isRegistered()) {
             hotKeys.registerShortcuts(WindowAction::shortcuts());
             isAnew = true;
@@ -256,15 +268,31 @@ void AppState::findHolders() {
 
 void AppState::checkPermission() {
     assertStateOnMainThread(__LINE__);
-    const bool isTrusted = corvid::AccessibilityAccess::isTrusted();
-    if (isTrusted != trusted) {
-        assign(trusted, isTrusted);
+    std::optional<platform::AccessObstacle> present = corvid::AccessibilityAccess::obstacle();
+    const bool isTrusted = !present;
+    if (isTrusted != hasAccessibility()) {
+        assign(missing, std::move(present));
         update();
+    } else if (present != missing) {
+        assign(missing, std::move(present));
     } else if (borrows && presentLoans() != loans) {
         // The desktop's settings have changed.
         assign(loans, presentLoans());
         findHolders();
     }
+}
+
+void AppState::renewHotKeysSoon() {
+    assertStateOnMainThread(__LINE__);
+    if (hotKeyRenewal) {
+        return;
+    }
+    platform::MainActor& mainActor = platform::current().mainActor;
+    hotKeyRenewal = mainActor.schedule(mainActor.now() + pauseBeforeRenewal, renewalLeeway, [this] {
+        hotKeyRenewal.reset();
+        hotKeys.unregister();
+        update();
+    });
 }
 
 } // namespace tessel

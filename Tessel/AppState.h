@@ -6,6 +6,7 @@
 #include "CorvidKit/Publisher.h"
 #include "CorvidKit/UpdateCenter.h"
 #include "CorvidKitCore/PreferenceStore.h"
+#include "Platform/AccessObstacle.h"
 #include "Platform/Accessibility.h"
 #include "Platform/HotKeyEvents.h"
 #include "Platform/RunningApplications.h"
@@ -25,6 +26,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tessel {
@@ -66,7 +68,10 @@ public:
     [[nodiscard]] const std::vector<RuleApp>& ruleApps() const { return rows; }
 
     /// Whether the desktop lets us move windows, as far as is known.
-    [[nodiscard]] bool hasAccessibility() const { return trusted; }
+    [[nodiscard]] bool hasAccessibility() const { return !missing; }
+
+    /// The reason why it does not; nothing where it does.
+    [[nodiscard]] const std::optional<platform::AccessObstacle>& obstacle() const { return missing; }
 
     /// Only for previews: a real state finds out for itself.
     void setHasAccessibility(bool value);
@@ -86,7 +91,7 @@ public:
     /// The actions whose shortcut stood so when it was last registered or refused.
     [[nodiscard]] std::set<WindowAction> shortcutsOnLoan(platform::HotKeyLoan loan) const;
 
-    [[nodiscard]] AppStatus status() const { return {enabled, trusted, !failed.empty()}; }
+    [[nodiscard]] AppStatus status() const { return {enabled, hasAccessibility(), !failed.empty()}; }
 
     /// The reminder to look for a newer version.
     [[nodiscard]] corvid::UpdateCenter& updates() { return updateCenter; }
@@ -121,6 +126,9 @@ private:
     /// Looks whether the permission was given or taken away, and whether what is borrowed still has to be.
     void checkPermission();
 
+    /// Registers all hot keys anew, after a pause.
+    void renewHotKeysSoon();
+
     /// Announces the change, then makes it.
     template <typename Value>
     void assign(Value& published, Value value) {
@@ -132,7 +140,8 @@ private:
     Prefs::Rules currentRules;
     bool borrows = false;
     std::vector<RuleApp> rows;
-    bool trusted = false;
+    /// A preview has not asked, so it has no permission.
+    std::optional<platform::AccessObstacle> missing{std::in_place};
     std::set<WindowAction> failed;
     std::map<WindowAction, platform::HotKeyLoan> loans;
     std::map<WindowAction, platform::ShortcutHolder> holders;
@@ -144,6 +153,9 @@ private:
     corvid::PreferenceStore& preferences;
     corvid::Publisher<> willChange;
     std::optional<corvid::RepeatingTask> permissionWatch;
+    std::optional<corvid::NotificationObservation> permissionChanges;
+    std::optional<corvid::NotificationObservation> hotKeyLosses;
+    std::unique_ptr<platform::ScheduledWork> hotKeyRenewal;
     RuleAppIcons icons;
     corvid::UpdateCenter updateCenter;
     corvid::Lifetime lifetime;

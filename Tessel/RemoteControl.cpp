@@ -3,6 +3,7 @@
 #include "CorvidKit/Concurrency.h"
 #include "Platform/Platform.h"
 #include "Platform/ThisApplication.h"
+#include "Tessel/AccessText.h"
 #include "Tessel/HolderText.h"
 #include "Tessel/ShortcutText.h"
 #include "Tessel/StatusText.h"
@@ -80,9 +81,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
         .rules = {},
     };
     if (state.status() == AppStatus::waitingForPermission) {
-        if (const std::string hindrance = surroundings.hindrance(); !hindrance.empty()) {
-            report.statusText += ": " + hindrance;
-        }
+        report.statusText += ": " + accessText(*state.obstacle());
     }
     const bool isOn = state.isEnabled() && state.hasAccessibility();
     if (const std::string caution = isOn && surroundings.caution ? surroundings.caution() : ""; !caution.empty()) {
@@ -121,10 +120,7 @@ ControlAnswer<void> RemoteControl::perform(std::string_view action) {
         return refuse(Kind::paused, "paused: the shortcuts are switched off");
     }
     if (!state.hasAccessibility()) {
-        const std::string hindrance = surroundings.hindrance();
-        return refuse(Kind::notTrusted,
-                      "waiting for permission: " +
-                          (hindrance.empty() ? "no window manager here moves windows on request" : hindrance));
+        return refuse(Kind::notTrusted, "waiting for permission: " + accessText(*state.obstacle()));
     }
     const std::optional<platform::AXUIElement> window = WindowMover::focusedWindow();
     if (!window) {

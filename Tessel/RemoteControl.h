@@ -19,9 +19,8 @@ public:
         std::string version;
         /// The kind of desktop, as in "X11"; the window manager may be replaced by one of another kind.
         std::function<std::string()> backend;
-        /// What keeps windows from being moved while that is so, as part of a sentence; empty where nobody can say.
-        std::function<std::string()> hindrance;
-        /// A warning for the user while windows can be moved, in the same form. May be left out.
+        /// A warning for the user while windows can be moved, as part of a sentence; empty where there is none. May be
+        /// left out.
         std::function<std::string()> caution = {};
         /// Shows the program to the user.
         std::function<void()> open;

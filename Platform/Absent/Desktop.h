@@ -41,11 +41,11 @@ public:
 
     [[nodiscard]] std::optional<AXValue> createValue(corvid::CGSize size) override { return size; }
 
-    [[nodiscard]] bool isProcessTrusted() override { return false; }
+    [[nodiscard]] std::optional<AccessObstacle> obstacle() const override {
+        return AccessObstacle{.kind = AccessObstacle::Kind::unknownCompositor};
+    }
 
     bool isProcessTrustedWithPrompt() override { return false; }
-
-    [[nodiscard]] AccessRequirement requirement() const override { return AccessRequirement::otherDesktop; }
 };
 
 class AccessibilityObservers final : public platform::AccessibilityObservers {

@@ -6,23 +6,23 @@
 
 namespace platform::compositor {
 
-Accessibility::Accessibility(Door& door, Turn& turn, Placement& placement, std::function<bool()> askForTrust)
-    : door(door)
+Accessibility::Accessibility(const WindowTable& table, Door& door, Turn& turn, Placement& placement)
+    : known(table)
+    , door(door)
     , turn(turn)
-    , placement(placement)
-    , askForTrust(std::move(askForTrust)) {
+    , placement(placement) {
 }
 
-bool Accessibility::isProcessTrusted() {
-    return askForTrust();
+std::optional<AccessObstacle> Accessibility::obstacle() const {
+    return known.isOpen() ? std::nullopt : std::optional(door.obstacle());
 }
 
 bool Accessibility::isProcessTrustedWithPrompt() {
-    const bool isTrusted = askForTrust();
-    if (turn.table() == nullptr) {
-        door.prompt();
+    if (isProcessTrusted()) {
+        return true;
     }
-    return isTrusted;
+    door.prompt();
+    return false;
 }
 
 std::expected<WindowIdentifier, AXError> Accessibility::focusedWindow(ProcessIdentifier process) {

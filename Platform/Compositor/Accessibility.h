@@ -2,23 +2,23 @@
 
 #include "Platform/Compositor/Placement.h"
 #include "Platform/Compositor/Turn.h"
+#include "Platform/Compositor/WindowTable.h"
 #include "Platform/Linux/Windows/WindowAccessibility.h"
 
-#include <functional>
+#include <optional>
 
 namespace platform::compositor {
 
-/// Windows and applications as the door tells of them. While it is closed there is nothing to be read or written, and
-/// no trust.
+/// Windows and applications as the door reports them. While the door is closed, nothing can be read or written, and the
+/// process is not trusted.
 class Accessibility final : public linux::WindowAccessibility<WindowIdentifier> {
 public:
-    /// `askForTrust` tells whether the desktop lets us work.
-    Accessibility(Door& door, Turn& turn, Placement& placement, std::function<bool()> askForTrust);
+    /// All outlive this.
+    Accessibility(const WindowTable& table, Door& door, Turn& turn, Placement& placement);
 
-    [[nodiscard]] bool isProcessTrusted() override;
+    /// A door that is closed.
+    [[nodiscard]] std::optional<AccessObstacle> obstacle() const override;
     bool isProcessTrustedWithPrompt() override;
-
-    [[nodiscard]] AccessRequirement requirement() const override { return door.requirement(); }
 
 private:
     [[nodiscard]] std::expected<WindowIdentifier, AXError> focusedWindow(ProcessIdentifier process) override;
@@ -31,10 +31,10 @@ private:
 
     [[nodiscard]] std::expected<const Window*, AXError> find(const WindowIdentifier& window);
 
+    const WindowTable& known;
     Door& door;
     Turn& turn;
     Placement& placement;
-    std::function<bool()> askForTrust;
 };
 
 } // namespace platform::compositor

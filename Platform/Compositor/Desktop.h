@@ -23,6 +23,8 @@ namespace platform::compositor {
 /// this one, so that they live for longer.
 class Desktop : public linux::Desktop {
 public:
+    ~Desktop() override;
+
     void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) override;
 
     [[nodiscard]] Accessibility& accessibility() override { return windows; }
@@ -49,11 +51,12 @@ protected:
     /// presses that arrive together.
     void beginTurn();
 
-    /// Whether windows can be placed now. A desktop whose hot keys were lost says no once, so that they are registered
-    /// anew.
-    [[nodiscard]] virtual bool isTrusted() { return table.isOpen(); }
+    /// Notifies, in a later turn of the loop, that the answer of `Accessibility::obstacle` may have changed. The door's
+    /// opening and closing are noticed here.
+    void announceAccess();
 
 private:
+    linux::MainLoop& mainLoop;
     WindowTable& table;
     Turn turn;
     Placement placement;
@@ -65,6 +68,7 @@ private:
     AccessibilityObservers observers;
     RunningApplications processes;
     std::unique_ptr<linux::TurnEnd> turnEnd;
+    std::unique_ptr<ScheduledWork> accessNotice;
 };
 
 } // namespace platform::compositor

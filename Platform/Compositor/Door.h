@@ -31,8 +31,8 @@ public:
     /// Shows the user how to open the door, where it is closed and there is a way. Does not wait.
     virtual void prompt() = 0;
 
-    /// What it takes to open the door.
-    [[nodiscard]] virtual AccessRequirement requirement() const { return AccessRequirement::compositor; }
+    /// The reason why the door is closed; without meaning while it is open.
+    [[nodiscard]] virtual AccessObstacle obstacle() const = 0;
 
     /// Where the pointer is; nothing where the compositor does not say.
     [[nodiscard]] virtual std::optional<corvid::CGPoint> pointer() = 0;

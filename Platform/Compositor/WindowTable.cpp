@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 namespace platform::compositor {
 
@@ -17,7 +18,7 @@ void WindowTable::setFollower(Follower& told) {
 }
 
 void WindowTable::open(Contents contents) {
-    doorIsOpen = true;
+    const bool wasOpen = std::exchange(doorIsOpen, true);
     std::set<WindowIdentifier> present;
     for (const auto& [identifier, window] : contents.windows) {
         present.insert(identifier);
@@ -36,11 +37,16 @@ void WindowTable::open(Contents contents) {
     }
     focusedWindow = std::move(contents.focused);
     presentOutputs = std::move(contents.outputs);
+    if (!wasOpen && doorChanged) {
+        doorChanged();
+    }
 }
 
 void WindowTable::close() {
-    doorIsOpen = false;
     focusedWindow.reset();
+    if (std::exchange(doorIsOpen, false) && doorChanged) {
+        doorChanged();
+    }
 }
 
 void WindowTable::put(const WindowIdentifier& identifier, Window window) {

@@ -3,6 +3,7 @@
 #include "Platform/Compositor/Window.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <utility>
@@ -48,6 +49,9 @@ public:
 
     /// Whom to tell. Whatever is known already is told at once as having been there.
     void setFollower(Follower& told);
+
+    /// Called synchronously when the door has opened or closed; must not change the table.
+    void onDoorChange(std::function<void()> changed) { doorChanged = std::move(changed); }
 
     // For the door.
 
@@ -96,6 +100,7 @@ private:
     void change(const WindowIdentifier& identifier, Entry& entry, Window window);
 
     Follower* follower = nullptr;
+    std::function<void()> doorChanged;
     bool doorIsOpen = false;
     std::map<WindowIdentifier, Entry> entries;
     std::optional<WindowIdentifier> focusedWindow;

@@ -14,23 +14,6 @@ std::vector<std::filesystem::path> dataFolders() {
     return {folders.begin(), folders.end()};
 }
 
-AccessRequirement requirementOf(Extension::State state) {
-    switch (state) {
-    case Extension::State::switchedOff:
-        return AccessRequirement::extensionSwitchedOn;
-    case Extension::State::notLoaded:
-        return AccessRequirement::extensionLoaded;
-    case Extension::State::refused:
-    case Extension::State::unfit:
-        return AccessRequirement::extensionAccepted;
-    case Extension::State::unknown:
-    case Extension::State::working:
-    case Extension::State::servesAnother:
-        break;
-    }
-    return AccessRequirement::compositor;
-}
-
 } // namespace
 
 Ground::Ground(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder)
@@ -40,7 +23,7 @@ Ground::Ground(linux::MainLoop& mainLoop, const std::filesystem::path& extension
                 ExtensionRecord(linux::BaseFolders::ofThisProcess().userState))
     , door(link, table,
            {.show = [this] { extension.switchOn(); },
-            .requirement = [this] { return requirementOf(extension.state()); }}) {
+            .obstacle = [this] { return extension.obstacle().value_or(Extension::silence()); }}) {
 }
 
 Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
@@ -50,6 +33,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
     , holders(mainLoop, link)
     , topBar(mainLoop, link, Ground::table, folders.icons.string())
     , bell(link) {
+    extension.onChange([this] { announceAccess(); });
     // So that the first question for trust has an answer.
     link.await(mainLoop.now() + ShellLink::longestWait);
 }

@@ -52,13 +52,9 @@ public:
     /// Only the top bar tells where the item is.
     [[nodiscard]] bool prefersOwnTrayPlace() const override { return true; }
 
-    [[nodiscard]] std::string hindrance() override { return extension.hindrance(); }
-
     [[nodiscard]] std::string caution() override { return extension.caution(); }
 
 private:
-    [[nodiscard]] bool isTrusted() override { return !hotKeys.takeLoss() && compositor::Desktop::isTrusted(); }
-
     HotKeys hotKeys;
     ShellHolders holders;
     TopBar topBar;

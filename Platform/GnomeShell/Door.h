@@ -15,10 +15,10 @@ namespace platform::gnomeshell {
 /// of the rectangle around all monitors.
 class Door final : public compositor::Door, private ShellLink::Listener {
 public:
-    /// What is done about a closed door, and what it takes to open it. Neither may be empty.
+    /// What is done about a closed door, and the reason why it is closed. Neither may be empty.
     struct Way {
         std::function<void()> show;
-        std::function<AccessRequirement()> requirement;
+        std::function<AccessObstacle()> obstacle;
     };
 
     /// Link and table must outlive the door.
@@ -29,7 +29,7 @@ public:
 
     void prompt() override { way.show(); }
 
-    [[nodiscard]] AccessRequirement requirement() const override { return way.requirement(); }
+    [[nodiscard]] AccessObstacle obstacle() const override { return way.obstacle(); }
 
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override;
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;

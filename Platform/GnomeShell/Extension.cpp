@@ -11,6 +11,8 @@ namespace platform::gnomeshell {
 
 namespace {
 
+constexpr const char* shellTitle = "GNOME Shell";
+
 constexpr const char* extensionsInterface = "org.gnome.Shell.Extensions";
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 
@@ -83,48 +85,39 @@ void Extension::switchOn() {
     ask();
 }
 
-Extension::State Extension::state() const {
+AccessObstacle Extension::silence() {
+    return {.kind = AccessObstacle::Kind::silentCompositor, .desktop = shellTitle};
+}
+
+std::optional<AccessObstacle> Extension::obstacle() const {
+    using Kind = AccessObstacle::Kind;
+    const auto because = [](Kind kind) { return AccessObstacle{.kind = kind, .desktop = shellTitle}; };
     if (link.isOpen()) {
-        return State::working;
+        return std::nullopt;
     }
     if (!known) {
-        return State::unknown;
+        return silence();
     }
     const double told = known->state.value_or(stateEnabled);
     if (told == stateError || told == stateOutOfDate) {
-        return isOutdated() ? State::notLoaded : State::refused;
+        return because(isOutdated() ? Kind::extensionNotLoaded : Kind::extensionRefused);
     }
     if (told != stateEnabled) {
-        return State::switchedOff;
+        return because(Kind::extensionOff);
     }
     if (link.obstacle() == ShellLink::Obstacle::otherClient) {
-        return State::servesAnother;
+        return AccessObstacle{.kind = Kind::busNameTaken, .detail = Protocol::busName};
     }
-    return link.obstacle() == ShellLink::Obstacle::unfitShell && !isOutdated() ? State::unfit : State::notLoaded;
-}
-
-std::string Extension::hindrance() const {
-    switch (state()) {
-    case State::working:
-        return {};
-    case State::switchedOff:
-        return "the extension Tessel of GNOME Shell is switched off; switch it on in the application Extensions";
-    case State::notLoaded:
-        return "GNOME Shell has not loaded its extension Tessel yet; log out and in once";
-    case State::refused:
-        return "GNOME Shell does not run its extension Tessel; the application Extensions says why";
-    case State::unfit:
-        return "the extension Tessel does not fit GNOME Shell " + shellVersion + ", which lacks " + link.missing();
-    case State::servesAnother:
-        return "another program has Tessel's name on the message bus (" + std::string(Protocol::busName) + ")";
-    case State::unknown:
-        break;
+    if (link.obstacle() == ShellLink::Obstacle::unfitShell && !isOutdated()) {
+        return AccessObstacle{.kind = Kind::extensionUnfit,
+                              .desktop = std::string(shellTitle) + " " + shellVersion,
+                              .detail = link.missing()};
     }
-    return "GNOME Shell does not answer";
+    return because(Kind::extensionNotLoaded);
 }
 
 std::string Extension::caution() const {
-    if (state() != State::working) {
+    if (obstacle()) {
         return {};
     }
     if (isOutdated()) {
@@ -165,6 +158,17 @@ void Extension::takeVersion(sd_bus_message* answer) {
 }
 
 void Extension::takeState(sd_bus_message* answer) {
+    readState(answer);
+    nextRevision = files.nextRevision();
+    if (std::exchange(isWanted, false) && !link.isOpen()) {
+        openTheWay();
+    }
+    if (answered) {
+        answered();
+    }
+}
+
+void Extension::readState(sd_bus_message* answer) {
     known.reset();
     if (sd_bus_message_is_method_error(answer, nullptr) != 0) {
         return;
@@ -182,30 +186,28 @@ void Extension::takeState(sd_bus_message* answer) {
         }
         return true;
     });
-    nextRevision = files.nextRevision();
-    if (std::exchange(isWanted, false) && !link.isOpen()) {
-        openTheWay();
-    }
 }
 
 void Extension::openTheWay() {
-    switch (state()) {
-    case State::notLoaded:
-    case State::refused:
-    case State::unfit:
-        // The shell switches on only what it knows: that is for the program's next start.
-        // Where that fails there is nobody to tell: what is missing is known anyway.
+    const std::optional<AccessObstacle> present = obstacle();
+    if (!present) {
+        return;
+    }
+    switch (present->kind) {
+    case AccessObstacle::Kind::extensionNotLoaded:
+    case AccessObstacle::Kind::extensionRefused:
+    case AccessObstacle::Kind::extensionUnfit:
+        // The shell switches on only an extension that it knows: this one is for the program's next start.
+        // A failure is not reported: the obstacle says already what is missing.
         static_cast<void>(files.install(shellVersion));
         nextRevision = files.nextRevision();
         break;
-    case State::switchedOff:
+    case AccessObstacle::Kind::extensionOff:
         if (isWantedByTheUser || !record.hasItWorked()) {
             call(propertiesInterface, "Get", extensionsInterface, "UserExtensionsEnabled", &Answers::generalSwitchTold);
         }
         break;
-    case State::unknown:
-    case State::working:
-    case State::servesAnother:
+    default:
         break;
     }
 }

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "Platform/AccessObstacle.h"
 #include "Platform/GnomeShell/ExtensionFiles.h"
 #include "Platform/GnomeShell/ExtensionRecord.h"
 #include "Platform/GnomeShell/ShellLink.h"
 
-#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -15,31 +16,19 @@ namespace platform::gnomeshell {
 /// thread only.
 class Extension final : private ShellLink::Listener {
 public:
-    enum class State : std::uint8_t {
-        /// The shell has not said yet, or there is no shell.
-        unknown,
-        working,
-        /// The shell has it, and it is off.
-        switchedOff,
-        /// The shell does not know it, or knows another version of it: extensions are read when the session begins, so
-        /// the user has to log out and in.
-        notLoaded,
-        /// The shell refuses to run it, for one because it is newer than the extension.
-        refused,
-        /// It runs and does nothing, for the shell lacks something that it uses.
-        unfit,
-        /// It runs and serves another program, which has this one's name on the bus.
-        servesAnother,
-    };
-
     /// The link must outlive this.
     Extension(ShellLink& link, ExtensionFiles files, ExtensionRecord record);
 
-    [[nodiscard]] State state() const;
+    /// Nothing while the extension works. `extensionNotLoaded` also where the shell knows another version of it:
+    /// extensions are read when the session begins.
+    [[nodiscard]] std::optional<AccessObstacle> obstacle() const;
 
-    /// While it does not work: what is missing, and what the user can do about it, as part of a sentence in English,
-    /// without a full stop. Else empty.
-    [[nodiscard]] std::string hindrance() const;
+    /// The obstacle where the shell has not answered yet, or there is no shell.
+    [[nodiscard]] static AccessObstacle silence();
+
+    /// Called when the shell's answer has come, so that `obstacle` may give another one. May be called within the
+    /// connection's own work. One at a time; an empty function ends it.
+    void onChange(std::function<void()> changed) { answered = std::move(changed); }
 
     /// While it works: that the shell has yet to load this program's version of it, or that it was not tried on a shell
     /// as new as this. In the same form; empty where all is as it should be.
@@ -66,6 +55,7 @@ private:
     void ask();
     void takeVersion(sd_bus_message* answer);
     void takeState(sd_bus_message* answer);
+    void readState(sd_bus_message* answer);
     void openTheWay();
     void call(const char* interface, const char* method, const char* argument, const char* second,
               sd_bus_message_handler_t handler);
@@ -81,6 +71,7 @@ private:
     };
 
     ShellLink& link;
+    std::function<void()> answered;
     ExtensionFiles files;
     ExtensionRecord record;
     std::string shellVersion;

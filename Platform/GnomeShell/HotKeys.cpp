@@ -79,10 +79,6 @@ HotKeyLoan HotKeys::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
     return lendable.contains(carbon) ? HotKeyLoan::possible : HotKeyLoan::none;
 }
 
-bool HotKeys::takeLoss() {
-    return std::exchange(wasLost, false);
-}
-
 void HotKeys::opened(const Hello& /*hello*/, bool isNew) {
     if (!isNew) {
         return;
@@ -111,8 +107,9 @@ void HotKeys::told(std::string_view signal, sd_bus_message* message) {
         if (const auto found = registrations.find(number); found != registrations.end()) {
             found->second.isBorrowed = isBorrowed != 0;
         }
-    } else if (signal == "KeyLost" && sd_bus_message_read(message, "u", &number) > 0) {
-        wasLost = wasLost || registrations.contains(number);
+    } else if (signal == "KeyLost" && sd_bus_message_read(message, "u", &number) > 0 &&
+               registrations.contains(number)) {
+        tellOfLoss();
     }
 }
 
@@ -139,6 +136,7 @@ std::optional<HotKeys::Hold> HotKeys::take(std::uint32_t number, const std::stri
 
 void HotKeys::confirm() {
     bool isAllAnswered = true;
+    bool isAnyLost = false;
     for (auto& [number, registered] : registrations) {
         if (registered.isConfirmed) {
             continue;
@@ -147,11 +145,14 @@ void HotKeys::confirm() {
         // One that was refused is not asked for again: its loss is told, and then all are registered anew.
         registered.isConfirmed = hold.has_value();
         registered.isBorrowed = hold == Hold::borrowed;
-        wasLost = wasLost || hold == Hold::refused || hold == Hold::lendable;
+        isAnyLost = isAnyLost || hold == Hold::refused || hold == Hold::lendable;
         isAllAnswered = isAllAnswered && hold.has_value();
     }
     if (!isAllAnswered) {
         confirmAt(mainLoop.now() + untilRetry, untilRetry / 10);
+    }
+    if (isAnyLost) {
+        tellOfLoss();
     }
 }
 

@@ -16,7 +16,8 @@ namespace platform::gnomeshell {
 
 /// Global hot keys that the shell holds for us. It knows of all its own keys, so a combination that one of them has is
 /// refused, or borrowed from the shell: the extension looks at every press of such a key whether it is ours, and
-/// follows the shell's settings. With the link, it gives all of them back.
+/// follows the shell's settings. With the link, it gives all of them back. A hot key is lost that somebody else holds
+/// when it is to be renewed, or that is no longer lent.
 class HotKeys final : public linux::HandledHotKeys, private ShellLink::Listener {
 public:
     /// How long after a busy shell has not answered it is asked again for its keys.
@@ -33,10 +34,6 @@ public:
     void setBorrows(bool consent) override { borrows = consent; }
 
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
-
-    /// Whether a hot key was lost since this was last asked: held by somebody else when it was to be renewed, or no
-    /// longer lent.
-    [[nodiscard]] bool takeLoss();
 
 private:
     /// Key code and modifiers.
@@ -76,7 +73,6 @@ private:
     /// By the numbers under which the extension knows them.
     std::map<std::uint32_t, Registered> registrations;
     std::uint32_t lastNumber = 0;
-    bool wasLost = false;
     bool borrows = false;
     /// Refused, and to be had by borrowing.
     std::set<Carbon> lendable;

@@ -20,14 +20,4 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const std::filesystem::path& script,
     hotKeys.setBeforePress([this] { beginTurn(); });
 }
 
-std::string Desktop::hindrance() {
-    return DesktopParts::table.isOpen() ? "" : "KWin does not answer, or does not run scripts";
-}
-
-bool Desktop::isTrusted() {
-    // Keys that were lost are made known by a moment without trust: all are then registered anew, and what somebody
-    // else holds is found to be so.
-    return compositor::Desktop::isTrusted() && !hotKeys.takeLoss();
-}
-
 } // namespace platform::kwin

@@ -8,7 +8,6 @@
 
 #include <filesystem>
 #include <memory>
-#include <string>
 #include <string_view>
 
 namespace platform::kwin {
@@ -38,8 +37,6 @@ public:
 
     [[nodiscard]] std::string_view name() const override { return "KWin"; }
 
-    [[nodiscard]] std::string hindrance() override;
-
     [[nodiscard]] Beep& sound() override { return bell; }
 
     [[nodiscard]] HotKeyEvents& hotKeyEvents() override { return hotKeys; }
@@ -47,8 +44,6 @@ public:
     [[nodiscard]] ShortcutHolders* shortcutHolders() override { return &holders; }
 
 private:
-    [[nodiscard]] bool isTrusted() override;
-
     linux::SoundThemeBeep bell;
 };
 

@@ -30,6 +30,11 @@ public:
     AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
     /// Nobody has to allow anything.
     void prompt() override {}
+
+    [[nodiscard]] AccessObstacle obstacle() const override {
+        return {.kind = AccessObstacle::Kind::scriptNotRunning, .desktop = "KWin"};
+    }
+
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override;
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
 

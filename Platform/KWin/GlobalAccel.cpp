@@ -92,10 +92,6 @@ void GlobalAccel::withoutCounting(const std::function<void()>& work) {
     }
 }
 
-bool GlobalAccel::takeTimeout() {
-    return std::exchange(timedOut, false);
-}
-
 bool GlobalAccel::isOlderThanOwnChange(sd_bus_message* signal) const {
     // Messages of one sender arrive in the order of their numbers, and a change is signalled before it is answered.
     const char* sender = sd_bus_message_get_sender(signal);
@@ -187,7 +183,9 @@ linux::OwnedMessage GlobalAccel::answerTo(const linux::OwnedMessage& question) {
                            ? sd_bus_call(bus, question.get(), static_cast<std::uint64_t>(left.count()), nullptr, &reply)
                            : -ETIMEDOUT;
     // A server that is too busy to answer, as at login, has refused nothing.
-    timedOut = timedOut || result == -ETIMEDOUT;
+    if (result == -ETIMEDOUT) {
+        timedOut();
+    }
     return result < 0 ? nullptr : linux::OwnedMessage(reply);
 }
 

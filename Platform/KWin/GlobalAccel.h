@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace platform::kwin {
@@ -57,20 +58,23 @@ public:
     template <typename Value>
     using Answer = std::expected<Value, NoAnswer>;
 
-    explicit GlobalAccel(linux::MainLoop& mainLoop)
-        : mainLoop(mainLoop) {}
+    /// `timedOut` is called when a question is not answered in time; it must not ask.
+    explicit GlobalAccel(
+        linux::MainLoop& mainLoop, std::function<void()> timedOut = [] {})
+        : mainLoop(mainLoop)
+        , timedOut(std::move(timedOut)) {}
 
     /// The connection to ask on from now on; null for none.
     void use(sd_bus* connection) { bus = connection; }
 
-    /// Begins a turn's time anew, for the last questions of a program that ends.
-    void beginLastTurn() { turnEnd = mainLoop.now() + turnTime; }
+    /// Begins a turn's time anew, for the last questions of a program that ends. A timeout is not reported any more.
+    void beginLastTurn() {
+        turnEnd = mainLoop.now() + turnTime;
+        timedOut = [] {};
+    }
 
     /// Does what takes time of its own, which is not counted as waiting.
     void withoutCounting(const std::function<void()>& work);
-
-    /// Whether a question was not answered in time since this was last asked.
-    [[nodiscard]] bool takeTimeout();
 
     /// A signal that was sent before the last change of somebody else's keys was made here: it tells of that change, or
     /// of nothing that was not known when it was made.
@@ -107,8 +111,8 @@ private:
     [[nodiscard]] Duration patience();
 
     linux::MainLoop& mainLoop;
+    std::function<void()> timedOut;
     sd_bus* bus = nullptr;
-    bool timedOut = false;
     /// When the waiting of this turn of the loop is over.
     std::optional<Instant> turnEnd;
     /// The sender of the reply to our last change of another program's keys, and the serial of that reply.

@@ -31,7 +31,7 @@ HotKeys::HotKeys(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Namin
     : Listener(sessionBus)
     , mainLoop(mainLoop)
     , naming(std::move(naming))
-    , accel(mainLoop)
+    , accel(mainLoop, [this] { tellOfLoss(); })
     , loans(accel, std::move(loans), std::move(log))
     , owner(GlobalAccel::name, [this] { ownerChanged(); }) {
 }
@@ -106,12 +106,6 @@ const AccelAction* HotKeys::lender(std::int32_t key) const {
     return loans.lender(key);
 }
 
-bool HotKeys::takeLoss() {
-    // Of a server that did not answer in time, all are to be registered anew.
-    const bool isTimedOut = accel.takeTimeout();
-    return std::exchange(keyWasLost, false) || isTimedOut;
-}
-
 void HotKeys::busArrived(sd_bus* arrived) {
     bus = arrived;
     accel.use(bus);
@@ -153,7 +147,7 @@ void HotKeys::renew() {
     for (const auto& [reference, registered] : registrations) {
         if (take(registered) != noErr) {
             accel.unregister(registered.action);
-            keyWasLost = true;
+            tellOfLoss();
         }
     }
 }
@@ -188,7 +182,7 @@ int HotKeys::settingsSignalled(sd_bus_message* signal, void* data, sd_bus_error*
             continue;
         }
         // Registered anew, ours comes after the one that was changed, so that gets the presses, as its user wanted.
-        self.keyWasLost = true;
+        self.tellOfLoss();
         if (self.borrows) {
             self.reassigned.emplace_back(registered.key, *changed);
             self.later(&HotKeys::keepReassigned);

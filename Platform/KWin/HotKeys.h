@@ -33,7 +33,10 @@ namespace platform::kwin {
 ///
 /// A borrowed key is taken out of the list of its holder's action in the system's settings (see `KeyLoans`) and put
 /// back when it is not registered any more, when this ends, and after the next start of a program that was killed. A
-/// key that the user gives to another program meanwhile stays there until the consent is given anew. Main thread only.
+/// key that the user gives to another program meanwhile stays there until the consent is given anew.
+///
+/// A key is lost that somebody else holds when KGlobalAccel was started anew, that the system's settings give to
+/// another program, or for which KGlobalAccel did not answer in time. Main thread only.
 class HotKeys final : public linux::HandledHotKeys, private linux::SessionBus::Listener {
 public:
     /// What the user reads in the system's settings beside a combination (Carbon key code and modifiers).
@@ -61,10 +64,6 @@ public:
 
     /// What is to be done before the handler is told of a press. Each press has a time of its own.
     void setBeforePress(std::function<void()> work) { beforePress = std::move(work); }
-
-    /// Whether a key was lost since this was last asked: held by somebody else when KGlobalAccel was started anew,
-    /// given to another program in the system's settings, or not answered for in time.
-    [[nodiscard]] bool takeLoss();
 
 private:
     struct Registered {
@@ -119,7 +118,6 @@ private:
     /// The one whose key is down since its press was told.
     std::string heldAction;
     std::deque<std::string> pressedActions;
-    bool keyWasLost = false;
     std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);
 };
 

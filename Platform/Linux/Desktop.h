@@ -31,11 +31,8 @@ public:
     /// The backend's name for people, as `--status` prints it: "X11", "KWin", "GNOME Shell", "sway", "i3".
     [[nodiscard]] virtual std::string_view name() const = 0;
 
-    /// While windows cannot be placed: what is missing, and what the user can do about it, as part of a sentence in
-    /// English, without a full stop. Empty where there is nothing to say.
-    [[nodiscard]] virtual std::string hindrance() { return {}; }
-
-    /// While windows can be placed: what the user had better know of the way in which that is done, in the same form.
+    /// While windows can be placed: a warning for the user, as part of a sentence in English, without a full stop.
+    /// Empty where there is none.
     [[nodiscard]] virtual std::string caution() { return {}; }
 
     /// Begins to follow the running applications and their windows. Windows that exist already are not reported as new.

@@ -2,6 +2,8 @@
 
 #include "Platform/HotKeyEvents.h"
 
+#include <string>
+
 namespace platform::linux {
 
 /// Hot keys and the handler of their presses. Main thread only.
@@ -22,6 +24,10 @@ protected:
             const Press press(name);
             handler(nullptr, &press, handlerData);
         }
+    }
+
+    void tellOfLoss() const {
+        notificationCenter()->post({.name = std::string(HotKeyNotification::didLoseHotKeys), .userInfo = {}});
     }
 
 private:

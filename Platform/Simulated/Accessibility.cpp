@@ -203,9 +203,13 @@ std::optional<AXValue> Accessibility::createValue(corvid::CGSize size) {
                                                                               : std::optional<AXValue>(size);
 }
 
-bool Accessibility::isProcessTrusted() {
+std::optional<AccessObstacle> Accessibility::obstacle() const {
     trace.record("read trust");
-    return isTrusted;
+    return isTrusted ? std::nullopt : std::optional(reason);
+}
+
+void Accessibility::announceChange() {
+    notificationCenter()->post({.name = std::string(AccessNotification::didChange), .userInfo = {}});
 }
 
 bool Accessibility::isProcessTrustedWithPrompt() {

@@ -33,16 +33,17 @@ public:
     [[nodiscard]] std::expected<ProcessIdentifier, AXError> processIdentifier(const AXUIElement& element) override;
     [[nodiscard]] std::optional<AXValue> createValue(corvid::CGPoint point) override;
     [[nodiscard]] std::optional<AXValue> createValue(corvid::CGSize size) override;
-    [[nodiscard]] bool isProcessTrusted() override;
+    [[nodiscard]] std::optional<AccessObstacle> obstacle() const override;
     bool isProcessTrustedWithPrompt() override;
-
-    [[nodiscard]] AccessRequirement requirement() const override { return missing; }
 
     /// Whether the user lets us. While not, every operation fails with `apiDisabled`.
     bool isTrusted = true;
 
-    /// What it would take.
-    AccessRequirement missing = AccessRequirement::windowManager;
+    /// The reason while the user does not.
+    AccessObstacle reason{.kind = AccessObstacle::Kind::windowManager};
+
+    /// Tells observers that trust or its reason has changed.
+    void announceChange();
 
     /// How often the user was asked.
     [[nodiscard]] int promptCount() const { return prompts; }

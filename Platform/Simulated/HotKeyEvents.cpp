@@ -85,6 +85,10 @@ void HotKeyEvents::release(std::uint32_t keyCode, std::uint32_t modifiers) {
     lendable.erase({keyCode, modifiers});
 }
 
+void HotKeyEvents::announceLoss() {
+    notificationCenter()->post({.name = std::string(HotKeyNotification::didLoseHotKeys), .userInfo = {}});
+}
+
 std::optional<OSStatus> HotKeyEvents::press(std::uint32_t keyCode, std::uint32_t modifiers) {
     const auto found = std::ranges::find_if(hotKeys, [keyCode, modifiers](const Registered& hotKey) {
         return hotKey.keyCode == keyCode && hotKey.modifiers == modifiers;

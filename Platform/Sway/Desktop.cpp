@@ -33,10 +33,6 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
     session.start();
 }
 
-bool Desktop::isTrusted() {
-    return compositor::Desktop::isTrusted() && !hotKeys.takeChange();
-}
-
 void Desktop::sessionClosed() {
     // It closes its connections first and takes its socket along then.
     end = mainLoop.schedule(mainLoop.now() + patienceAfterLeaving, endingLeeway, [this] {

@@ -48,10 +48,6 @@ public:
     [[nodiscard]] ShortcutHolders* shortcutHolders() override { return &holders; }
 
 private:
-    /// Keys that the configuration has taken or given back are made known by a moment without trust: everything is then
-    /// registered anew, and what is taken is found to be so.
-    [[nodiscard]] bool isTrusted() override;
-
     void sessionOpened() override { end.reset(); }
 
     void sessionClosed() override;

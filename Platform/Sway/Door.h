@@ -29,6 +29,11 @@ public:
     void refresh(Instant deadline) override;
     AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
     void prompt() override {}
+
+    [[nodiscard]] AccessObstacle obstacle() const override {
+        return {.kind = AccessObstacle::Kind::silentCompositor, .desktop = "sway"};
+    }
+
     /// sway does not tell.
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override { return std::nullopt; }
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;

@@ -103,10 +103,6 @@ KeyUse HotKeys::useOf(const corvid::Shortcut& shortcut) const {
     return bound && combination ? sway::useOf(*bound, *combination) : KeyUse{};
 }
 
-bool HotKeys::takeChange() {
-    return std::exchange(hasChanged, false);
-}
-
 void HotKeys::sessionOpened() {
     renew();
 }
@@ -138,6 +134,7 @@ void HotKeys::handlePress(const Json& content) {
 
 void HotKeys::renew() {
     bound.reset();
+    bool hasChanged = false;
     for (auto& [reference, registered] : registrations) {
         const bool wasBorrowed = registered.isBorrowed;
         const bool isBound = bind(registered, reference) == noErr;
@@ -148,6 +145,9 @@ void HotKeys::renew() {
                                     const KeyUse use = sway::useOf(*present, entry.second.combination);
                                     return use.line == nullptr || isLendable(use) != entry.second.isLendable;
                                 }));
+    if (hasChanged) {
+        tellOfLoss();
+    }
 }
 
 std::vector<HotKeys::Binding> HotKeys::bindingsOver(const HotKeyCombination& combination, bool isOnRelease) {
@@ -172,7 +172,7 @@ OSStatus HotKeys::bind(Registered& registered, std::uint64_t reference) {
     const ConfiguredBindings* present = configured();
     if (present == nullptr) {
         // Whose it is cannot be told now, and is to be asked again.
-        hasChanged = true;
+        tellOfLoss();
         return eventHotKeyExistsErr;
     }
     const HotKeyCombination& combination = registered.combination;

@@ -28,6 +28,9 @@ namespace platform::sway {
 /// with 1.7). Where the user's own hold, as on a locked screen, ours do not, and the user's act. Lines that name a
 /// layout or a keyboard come before ours or would be replaced: these are not lent. sway keeps bindings whose program is
 /// gone; who is to take those away that are borrowed is told of them.
+///
+/// A loss is reported when the configuration has been read again and registering all anew would give another result: it
+/// uses one of our keys now, no longer uses one that was refused or borrowed, or uses one in another way.
 class HotKeys final : public linux::HandledHotKeys, private Session::Follower {
 public:
     /// Told the list of commands that takes away what is borrowed, before it grows and after it shrinks; empty where
@@ -45,10 +48,6 @@ public:
     void setBorrows(bool consent) override { borrows = consent; }
 
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
-
-    /// Whether registering everything anew would come out otherwise since this was last asked: the configuration has
-    /// been read again, and uses one of ours now, no longer one that was refused or borrowed, or in another way.
-    [[nodiscard]] bool takeChange();
 
     /// The lines of the configuration that have a shortcut, as it was last read.
     [[nodiscard]] KeyUse useOf(const corvid::Shortcut& shortcut) const;
@@ -105,7 +104,6 @@ private:
     std::map<std::string, Refused> refused;
     /// The commands that take away what is borrowed, by its text.
     std::map<std::string, std::string> left;
-    bool hasChanged = false;
     bool borrows = false;
 };
 

@@ -8,21 +8,13 @@
 namespace platform::x11 {
 
 Accessibility::Accessibility(Connection& connection, Turn& turn, Placement& placement,
-                             const ManagedWindows& managedWindows, std::function<bool()> askForTrust)
+                             const ManagedWindows& managedWindows,
+                             std::function<std::optional<AccessObstacle>()> findObstacle)
     : connection(connection)
     , turn(turn)
     , placement(placement)
     , managedWindows(managedWindows)
-    , askForTrust(std::move(askForTrust)) {
-}
-
-bool Accessibility::isProcessTrusted() {
-    return askForTrust();
-}
-
-// X11 has nobody to ask: a window manager is there or it is not.
-bool Accessibility::isProcessTrustedWithPrompt() {
-    return askForTrust();
+    , findObstacle(std::move(findObstacle)) {
 }
 
 std::expected<xcb_window_t, AXError> Accessibility::focusedWindow(ProcessIdentifier process) {

@@ -6,6 +6,7 @@
 #include "Platform/X11/Turn.h"
 
 #include <functional>
+#include <optional>
 
 namespace platform::x11 {
 
@@ -13,15 +14,14 @@ namespace platform::x11 {
 /// windows. Trust means that a window manager is in charge and can place windows on request.
 class Accessibility final : public linux::WindowAccessibility<xcb_window_t> {
 public:
-    /// `askForTrust` tells whether the desktop lets us work.
-    /// `managedWindows` may know the owner of a window without asking.
+    /// `managedWindows` may know the owner of a window without asking. `findObstacle` answers `obstacle`.
     Accessibility(Connection& connection, Turn& turn, Placement& placement, const ManagedWindows& managedWindows,
-                  std::function<bool()> askForTrust);
+                  std::function<std::optional<AccessObstacle>()> findObstacle);
 
-    [[nodiscard]] bool isProcessTrusted() override;
-    bool isProcessTrustedWithPrompt() override;
+    [[nodiscard]] std::optional<AccessObstacle> obstacle() const override { return findObstacle(); }
 
-    [[nodiscard]] AccessRequirement requirement() const override { return AccessRequirement::windowManager; }
+    /// X11 has nobody to ask: a window manager is there or it is not.
+    bool isProcessTrustedWithPrompt() override { return isProcessTrusted(); }
 
 private:
     [[nodiscard]] std::expected<xcb_window_t, AXError> focusedWindow(ProcessIdentifier process) override;
@@ -38,7 +38,7 @@ private:
     Turn& turn;
     Placement& placement;
     const ManagedWindows& managedWindows;
-    std::function<bool()> askForTrust;
+    std::function<std::optional<AccessObstacle>()> findObstacle;
 };
 
 } // namespace platform::x11

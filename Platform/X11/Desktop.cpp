@@ -24,6 +24,9 @@ constexpr std::chrono::milliseconds windowManagerCalm{500};
 // A server that did not answer in time is asked again after this.
 constexpr std::chrono::seconds untilNextQuestion{1};
 constexpr std::chrono::milliseconds leeway{10};
+// The holder of a borrowed key may grab it anew without any event.
+constexpr std::chrono::seconds betweenBorrowedRenewals{2};
+constexpr std::chrono::seconds borrowedLeeway{10};
 
 /// Asks for all extensions at once, so that the first use of each need not wait.
 void prefetchExtensions(Connection& connection) {
@@ -63,7 +66,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened, std::unique_ptr<T
     : mainLoop(mainLoop)
     , connection(std::move(opened))
     , tiling(std::move(tilingManager))
-    , windows(connection, turn, placement, managedWindows, [this] { return askForTrust(); })
+    , windows(connection, turn, placement, managedWindows, [this] { return obstacle(); })
     , own(connection, selection, turn, mainLoop)
     , processes(
           connection, turn, mainLoop, managedWindows, deliveries,
@@ -71,6 +74,9 @@ Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened, std::unique_ptr<T
     // The second is for whoever announces itself, as a panel does.
     selection.select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     tray.start();
+    windowManager.renew();
+    // The one that is there from the beginning has come to rest.
+    settling.reset();
     holders.add({.windowManager = "Openbox", .holders = std::make_unique<OpenboxHolders>(mainLoop, connection)});
     if (!hotKeys.followKeyboard()) {
         followKeyboardIn(untilNextQuestion);
@@ -95,12 +101,16 @@ std::string_view Desktop::name() const {
     return inCharge == nullptr ? "X11" : inCharge->name();
 }
 
-std::string Desktop::hindrance() {
-    TilingManager* inCharge = turn.tilingManager();
-    if (inCharge == nullptr || inCharge->isReachable(connection)) {
-        return {};
+std::optional<AccessObstacle> Desktop::obstacle() {
+    if (!windowManager.present().supportsPlacement) {
+        return AccessObstacle{.kind = AccessObstacle::Kind::windowManager};
     }
-    return std::string(inCharge->name()) + " does not answer at its socket";
+    TilingManager* inCharge = turn.tilingManager();
+    if (inCharge != nullptr && !inCharge->isReachable(connection)) {
+        return AccessObstacle{.kind = AccessObstacle::Kind::silentWindowManager,
+                              .desktop = std::string(inCharge->name())};
+    }
+    return std::nullopt;
 }
 
 void Desktop::followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) {
@@ -121,6 +131,7 @@ void Desktop::followApplications(linux::ApplicationIdentification& identificatio
 bool Desktop::finishTurn() {
     placement.send();
     turn.begin();
+    windowManager.renew();
     if (guessIsStale) {
         renewGuess();
     }
@@ -128,6 +139,7 @@ bool Desktop::finishTurn() {
         managedWindows.work();
     }
     turn.begin();
+    keepBorrowed();
     connection.flush();
     // A broken connection is served as well: that is how the loop comes to know of it.
     return connection.hasPendingEvents() || managedWindows.hasWork() || connection.isBroken();
@@ -173,6 +185,7 @@ void Desktop::handle(const xcb_generic_event_t& event) {
     settings.handle(event);
     tray.handle(event);
     managedWindows.handle(event);
+    windowManager.handle(event);
 }
 
 void Desktop::handlePropertyChange(const xcb_property_notify_event_t& event) {
@@ -182,8 +195,8 @@ void Desktop::handlePropertyChange(const xcb_property_notify_event_t& event) {
     const auto is = [&](Atom atom) { return event.atom == connection.atom(atom); };
     if (is(Atom::netActiveWindow) || is(Atom::netClientList) || is(Atom::netCurrentDesktop)) {
         guessIsStale = true;
-    } else if (is(Atom::netSupportingWmCheck)) {
-        renewGrabsSoon();
+    } else if (is(Atom::netSupportingWmCheck) || is(Atom::i3SocketPath)) {
+        settleSoon();
     }
 }
 
@@ -195,30 +208,44 @@ void Desktop::followKeyboardIn(Duration delay) {
                 followKeyboardIn(untilNextQuestion);
             } else if (hotKeys.renewBorrowed()) {
                 // Window managers grab their keys anew at such a notice as well, some of them later than this.
-                renewGrabsSoon();
+                settleSoon();
             }
         });
     }
 }
 
-void Desktop::renewGrabsSoon() {
-    // Begun anew with every notice: what counts is that the window manager has come to rest.
-    grabRenewal = mainLoop.schedule(mainLoop.now() + windowManagerCalm, leeway, [this] {
-        grabRenewal.reset();
+void Desktop::windowManagerChanged() {
+    const WindowManager& present = windowManager.present();
+    placement.setWindowManager(present);
+    holders.setWindowManager(present.name);
+    turn.setTilingManager(tiling && present.name == tiling->name() ? tiling.get() : nullptr);
+    settleSoon();
+}
+
+void Desktop::settleSoon() {
+    // Begun anew with every notice. A window manager that is replaced or restarts is away for a moment only, and one
+    // that comes takes its own keys first: whoever registers keys at once would keep the user's from it.
+    settling = mainLoop.schedule(mainLoop.now() + windowManagerCalm, leeway, [this] {
+        settling.reset();
         hotKeys.renew();
+        announceAccess();
     });
 }
 
-bool Desktop::askForTrust() {
-    const WindowManager manager = readWindowManager(connection);
-    placement.setWindowManager(manager);
-    holders.setWindowManager(manager.name);
-    const bool isTiling = tiling && manager.name == tiling->name();
-    hotKeys.renewBorrowed();
-    turn.setTilingManager(isTiling ? tiling.get() : nullptr);
-    // Grabs that another program took over are made known by a moment without trust: everything is then registered
-    // anew, and what is still held by somebody else is found to be so.
-    return manager.supportsPlacement && (!isTiling || tiling->isReachable(connection)) && !hotKeys.takeLoss();
+void Desktop::announceAccess() {
+    // In a turn of its own, with the time that a turn has: observers register keys.
+    accessNotice = mainLoop.schedule(mainLoop.now(), {}, [this] {
+        windows.notificationCenter()->post({.name = std::string(AccessNotification::didChange), .userInfo = {}});
+    });
+}
+
+void Desktop::keepBorrowed() {
+    if (!borrowedRenewal && hotKeys.hasBorrowed()) {
+        borrowedRenewal = mainLoop.schedule(mainLoop.now() + betweenBorrowedRenewals, borrowedLeeway, [this] {
+            borrowedRenewal.reset();
+            hotKeys.renewBorrowed();
+        });
+    }
 }
 
 } // namespace platform::x11

@@ -20,10 +20,12 @@
 #include "Platform/X11/TilingManager.h"
 #include "Platform/X11/Turn.h"
 #include "Platform/X11/WindowManagerHolders.h"
+#include "Platform/X11/WindowManagerWatch.h"
 #include "Platform/X11/Workspace.h"
 
 #include <expected>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -45,8 +47,6 @@ public:
 
     /// That of the window manager, if it is one that is asked in its own way.
     [[nodiscard]] std::string_view name() const override;
-
-    [[nodiscard]] std::string hindrance() override;
 
     void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) override;
 
@@ -75,14 +75,19 @@ public:
     [[nodiscard]] Workspace& workspace() override { return applications; }
 
 private:
+    [[nodiscard]] std::optional<AccessObstacle> obstacle();
     [[nodiscard]] bool finishTurn();
     void serveEvents();
     void handle(const xcb_generic_event_t& event);
     void renewGuess();
     void handlePropertyChange(const xcb_property_notify_event_t& event);
     void followKeyboardIn(Duration delay);
-    void renewGrabsSoon();
-    [[nodiscard]] bool askForTrust();
+    /// Switches to the window manager that is in charge now.
+    void windowManagerChanged();
+    /// Renews the grabs and announces the change once the window manager has come to rest.
+    void settleSoon();
+    void announceAccess();
+    void keepBorrowed();
 
     linux::MainLoop& mainLoop;
     Connection connection;
@@ -104,11 +109,14 @@ private:
     AccessibilityObservers observers{connection, turn, managedWindows, deliveries};
     RunningApplications processes;
     SystemTray tray{connection, selection, turn, mainLoop};
+    WindowManagerWatch windowManager{connection, selection, mainLoop, [this] { windowManagerChanged(); }};
     std::uint8_t keyboardEvent = 0;
     bool guessIsStale = true;
     std::unique_ptr<ScheduledWork> guessRetry;
     std::unique_ptr<ScheduledWork> keyboardFollow;
-    std::unique_ptr<ScheduledWork> grabRenewal;
+    std::unique_ptr<ScheduledWork> settling;
+    std::unique_ptr<ScheduledWork> accessNotice;
+    std::unique_ptr<ScheduledWork> borrowedRenewal;
     std::unique_ptr<linux::DescriptorWatch> watch;
 };
 

@@ -143,15 +143,18 @@ bool HotKeys::renewBorrowed() {
     return isAny;
 }
 
-bool HotKeys::takeLoss() {
-    return std::exchange(grabWasLost, false);
+bool HotKeys::hasBorrowed() const {
+    return std::ranges::any_of(registrations,
+                               [](const auto& entry) { return entry.second.borrowedThrough.has_value(); });
 }
 
 const KeyboardMap* HotKeys::keyboardMap() {
     if (!keyboard) {
         keyboard = readKeyboardMap(connection);
         // A server that is too busy to answer has refused nothing.
-        grabWasLost = grabWasLost || !keyboard;
+        if (!keyboard) {
+            tellOfLoss();
+        }
     }
     return keyboard ? &*keyboard : nullptr;
 }
@@ -189,7 +192,9 @@ void HotKeys::renew(Registered& registered) {
     } else {
         take(registered);
     }
-    grabWasLost = grabWasLost || !registered.grab;
+    if (!registered.grab) {
+        tellOfLoss();
+    }
 }
 
 void HotKeys::release(Registered& registered) {

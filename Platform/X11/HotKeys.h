@@ -15,6 +15,9 @@ namespace platform::x11 {
 
 /// Global hot keys as passive grabs on the root window. A combination counts as held by somebody else whichever kind of
 /// grab holds it, although the server refuses only a grab of the same kind; a borrowed one is held by the other kind.
+///
+/// A hot key is lost that somebody else holds when it is to be renewed, or that could not be registered because the
+/// server did not describe the keyboard in time.
 class HotKeys final : public linux::HandledHotKeys {
 public:
     explicit HotKeys(Connection& connection);
@@ -38,13 +41,11 @@ public:
     /// Grabs all keys again: a grab that another program made since may hide ours, and only a new one comes before it.
     void renew();
 
-    /// The same for borrowed keys alone; whether there is one. Their holder may have grabbed them anew at any time, and
-    /// tells nobody.
+    /// The same for borrowed keys alone; whether there is one. Their holder may grab them anew at any time without any
+    /// event.
     bool renewBorrowed();
 
-    /// Whether a grab was lost since this was last asked: held by somebody else when it was to be renewed, or not to be
-    /// had because the keyboard came too late. All are to be registered anew then.
-    [[nodiscard]] bool takeLoss();
+    [[nodiscard]] bool hasBorrowed() const;
 
 private:
     using Carbon = std::pair<std::uint32_t, std::uint32_t>;
@@ -77,7 +78,6 @@ private:
     std::uint64_t lastReference = 0;
     /// The key whose press was acted on and that is still down.
     std::optional<xcb_keycode_t> heldKey;
-    bool grabWasLost = false;
     bool borrows = false;
     /// Refused, and to be had by borrowing.
     std::set<Carbon> lendable;

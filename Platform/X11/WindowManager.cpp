@@ -7,7 +7,7 @@
 
 namespace platform::x11 {
 
-WindowManager readWindowManager(Connection& connection) {
+WindowManager readWindowManager(Connection& connection, const std::function<void(xcb_window_t)>& announced) {
     constexpr std::uint32_t mostAtoms = 1024;
     constexpr std::uint32_t longestName = 64;
 
@@ -17,11 +17,15 @@ WindowManager readWindowManager(Connection& connection) {
         requestProperty(connection, connection.root(), connection.atom(Atom::netSupported), mostAtoms);
     const auto check = readWords(connection, checkRequest);
     const auto supported = readWords(connection, supportedRequest);
-    if (check.empty() || check.front() == XCB_WINDOW_NONE) {
+    // The root window proves nothing: it stays when the window manager ends.
+    if (check.empty() || check.front() == XCB_WINDOW_NONE || check.front() == connection.root()) {
         return {};
     }
 
     const xcb_window_t window = check.front();
+    if (announced) {
+        announced(window);
+    }
     const auto ownCheckRequest = requestProperty(connection, window, connection.atom(Atom::netSupportingWmCheck), 1);
     const auto nameRequest = requestProperty(connection, window, connection.atom(Atom::netWmName), longestName);
     const auto ownCheck = readWords(connection, ownCheckRequest);

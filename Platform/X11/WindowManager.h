@@ -2,6 +2,7 @@
 
 #include "Platform/X11/Connection.h"
 
+#include <functional>
 #include <string>
 
 namespace platform::x11 {
@@ -22,7 +23,9 @@ struct WindowManager {
 };
 
 /// Asks who is in charge now. A property that a dead window manager left behind does not count: the window that it
-/// names must exist and name itself.
-[[nodiscard]] WindowManager readWindowManager(Connection& connection);
+/// names must exist and name itself. `announced` is called with the window that the property names, whether or not it
+/// counts, before that window is asked.
+[[nodiscard]] WindowManager readWindowManager(Connection& connection,
+                                              const std::function<void(xcb_window_t)>& announced = {});
 
 } // namespace platform::x11

@@ -3,12 +3,12 @@
 #include "CorvidKit/AccessibilityAccess.h"
 #include "CorvidKit/AppInfo.h"
 #include "CorvidKit/SystemSettings.h"
-#include "Platform/Accessibility.h"
 #include "Platform/ApplicationCatalogue.h"
 #include "Platform/Localization.h"
 #include "Platform/MainActor.h"
 #include "Platform/Platform.h"
 #include "Platform/ThisApplication.h"
+#include "Tessel/AccessText.h"
 #include "Tessel/HolderText.h"
 #include "Tessel/Menu/ImageSource.h"
 #include "Tessel/ShortcutText.h"
@@ -20,31 +20,10 @@ namespace tessel {
 
 namespace {
 
-using platform::AccessRequirement;
+using platform::AccessObstacle;
 
 QString translated(std::string_view key, const char* variant = nullptr) {
     return QCoreApplication::translate("Tessel", std::string(key).c_str(), variant);
-}
-
-/// The comment of those translations that fit what is missing.
-const char* permissionVariant() {
-    switch (platform::current().accessibility.requirement()) {
-    case AccessRequirement::permission:
-        return nullptr;
-    case AccessRequirement::windowManager:
-        return "X11";
-    case AccessRequirement::compositor:
-        return "compositor";
-    case AccessRequirement::extensionSwitchedOn:
-        return "extension-off";
-    case AccessRequirement::extensionLoaded:
-        return "extension-login";
-    case AccessRequirement::extensionAccepted:
-        return "extension-refused";
-    case AccessRequirement::otherDesktop:
-        return "unsupported";
-    }
-    return nullptr;
 }
 
 QString text(std::string_view utf8) {
@@ -218,31 +197,30 @@ QString MenuState::version() const {
     return QString::fromStdString(corvid::AppInfo::version());
 }
 
+AccessObstacle MenuState::obstacle() const {
+    return state.obstacle().value_or(AccessObstacle{});
+}
+
 QString MenuState::permissionTitle() const {
-    return translated("Allow Accessibility access", permissionVariant());
+    return translated("Allow Accessibility access", accessVariant(obstacle()));
 }
 
 QString MenuState::permissionMessage() const {
     return translated("macOS requires this permission for an app to move and resize other apps' windows. If Tessel is "
                       "already turned on in the list, select it, click − and open the app again.",
-                      permissionVariant());
+                      accessVariant(obstacle()));
 }
 
 QString MenuState::permissionButton() const {
-    switch (platform::current().accessibility.requirement()) {
-    case AccessRequirement::permission:
+    switch (obstacle().kind) {
+    case AccessObstacle::Kind::permission:
         return QCoreApplication::translate("CorvidKit", "Open System Settings");
-    case AccessRequirement::extensionSwitchedOn:
+    case AccessObstacle::Kind::extensionOff:
         return translated("Turn on");
-    // No page of a desktop's settings gives it a window manager.
-    case AccessRequirement::windowManager:
-    case AccessRequirement::compositor:
-    case AccessRequirement::extensionLoaded:
-    case AccessRequirement::extensionAccepted:
-    case AccessRequirement::otherDesktop:
-        break;
+    default:
+        // Nothing else can be put right from here.
+        return {};
     }
-    return {};
 }
 
 QVariantList MenuState::addableRunningApps() const {
@@ -291,7 +269,7 @@ void MenuState::dismissUpdateReminder() {
 }
 
 void MenuState::openAccessibilitySettings() {
-    if (platform::current().accessibility.requirement() == AccessRequirement::extensionSwitchedOn) {
+    if (obstacle().kind == AccessObstacle::Kind::extensionOff) {
         corvid::AccessibilityAccess::requestIfNeeded();
     } else {
         corvid::SystemSettings::open(corvid::SystemSettings::Pane::accessibility);

@@ -101,6 +101,7 @@ Q_SIGNALS:
     void changed();
 
 private:
+    [[nodiscard]] platform::AccessObstacle obstacle() const;
     void refreshSoon();
     void refresh();
 

@@ -186,7 +186,6 @@ int runUntilTheEnd(std::optional<std::string>& next) {
         remoteControl.emplace(state,
                               RemoteControl::Surroundings{.version = TESSEL_VERSION,
                                                           .backend = [&desktop] { return std::string(desktop.name()); },
-                                                          .hindrance = [&desktop] { return desktop.hindrance(); },
                                                           .caution = [&desktop] { return desktop.caution(); },
                                                           .open = openPopover,
                                                           .quit = quit});

@@ -11,8 +11,6 @@ class UnsupportedDesktop final : public platform::linux::Desktop {
 public:
     [[nodiscard]] std::string_view name() const override { return "none"; }
 
-    [[nodiscard]] std::string hindrance() override;
-
     void followApplications(platform::linux::ApplicationIdentification& /*identification*/,
                             platform::ApplicationCatalogue& /*catalogue*/) override {}
 

@@ -57,25 +57,46 @@ TEST_F(Menu, SaysWhatIsMissing) {
     EXPECT_GE(changes.count(), 1);
 }
 
-TEST_F(Menu, HasAButtonOnlyWhereSomethingCanBeDoneAboutWhatIsMissing) {
-    using enum platform::AccessRequirement;
+TEST_F(Menu, SaysAtOnceWhenSomethingElseIsMissing) {
+    desktop.accessibility.isTrusted = false;
     MenuState& menu = make();
-    for (const auto& [missing, button] : {std::pair{permission, "Open System Settings"},
-                                          {windowManager, ""},
-                                          {compositor, ""},
-                                          {extensionSwitchedOn, "Turn on"},
-                                          {extensionLoaded, ""},
-                                          {extensionAccepted, ""},
-                                          {otherDesktop, ""}}) {
-        desktop.accessibility.missing = missing;
+    QSignalSpy changes(&menu, &MenuState::changed);
+    EXPECT_EQ(menu.permissionButton(), "");
+    desktop.accessibility.reason = {.kind = platform::AccessObstacle::Kind::extensionOff};
+    desktop.accessibility.announceChange();
+    desktop.mainActor.advance({});
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_EQ(menu.permissionButton(), "Turn on");
+    EXPECT_FALSE(menu.hasAccessibility());
+}
+
+TEST_F(Menu, HasAButtonOnlyWhereSomethingCanBeDoneAboutWhatIsMissing) {
+    using enum platform::AccessObstacle::Kind;
+    desktop.accessibility.isTrusted = false;
+    MenuState& menu = make();
+    const auto become = [this](platform::AccessObstacle::Kind kind) {
+        desktop.accessibility.reason = {.kind = kind};
+        desktop.accessibility.announceChange();
+    };
+    for (const auto& [kind, button] : {std::pair{permission, "Open System Settings"},
+                                       {windowManager, ""},
+                                       {silentWindowManager, ""},
+                                       {silentCompositor, ""},
+                                       {scriptNotRunning, ""},
+                                       {extensionOff, "Turn on"},
+                                       {extensionNotLoaded, ""},
+                                       {extensionRefused, ""},
+                                       {extensionUnfit, ""},
+                                       {busNameTaken, ""},
+                                       {unknownCompositor, ""}}) {
+        become(kind);
         EXPECT_EQ(menu.permissionButton(), button);
     }
-    desktop.accessibility.isTrusted = false;
     const int before = desktop.accessibility.promptCount();
-    desktop.accessibility.missing = extensionSwitchedOn;
+    become(extensionOff);
     menu.openAccessibilitySettings();
     EXPECT_EQ(desktop.accessibility.promptCount(), before + 1);
-    desktop.accessibility.missing = permission;
+    become(permission);
     menu.openAccessibilitySettings();
     EXPECT_EQ(desktop.accessibility.promptCount(), before + 1);
 }

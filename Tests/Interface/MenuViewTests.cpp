@@ -59,7 +59,7 @@ TEST_F(View, ShowsTheTabThatItBeginsWithAndTheOneThatIsPressed) {
 
 TEST_F(View, TheWarningIsThereWhileThePermissionIsMissing) {
     desktop.accessibility.isTrusted = false;
-    desktop.accessibility.missing = platform::AccessRequirement::permission;
+    desktop.accessibility.reason = {.kind = platform::AccessObstacle::Kind::permission};
     QQuickItem& root = make();
     EXPECT_TRUE(permissionCard().isVisible());
     EXPECT_EQ(only("MenuHeader").property("status"), "Waiting for permission");
@@ -78,7 +78,7 @@ TEST_F(View, TheWarningIsThereWhileThePermissionIsMissing) {
 
 TEST_F(View, TheWarningHasNoButtonWhereNoPageOfSettingsHelps) {
     desktop.accessibility.isTrusted = false;
-    desktop.accessibility.missing = platform::AccessRequirement::windowManager;
+    desktop.accessibility.reason = {.kind = platform::AccessObstacle::Kind::windowManager};
     make();
     EXPECT_TRUE(permissionCard().isVisible());
     EXPECT_FALSE(itemsOfType(permissionCard(), "PillButton").front()->isVisible());

@@ -41,7 +41,6 @@ protected:
     std::unique_ptr<platform::StatusItem> item = desktop.statusBar.createStatusItem("Item-0");
     RemoteControl remote{state, RemoteControl::Surroundings{.version = "1.2",
                                                             .backend = [] { return std::string("Simulated"); },
-                                                            .hindrance = [] { return std::string(); },
                                                             .open = tellsOfItself("opened"),
                                                             .quit = tellsOfItself("ended")}};
 };

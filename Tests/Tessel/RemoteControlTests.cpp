@@ -26,7 +26,6 @@ protected:
             state.emplace(desktop.standardUserDefaults, false, dispatcher);
             made.emplace(*state, RemoteControl::Surroundings{.version = "1.2",
                                                              .backend = [] { return std::string("Simulated"); },
-                                                             .hindrance = [this] { return hindrance; },
                                                              .caution = [this] { return caution; },
                                                              .open = [this] { calls.emplace_back("open"); },
                                                              .quit = [this] { calls.emplace_back("quit"); }});
@@ -51,7 +50,6 @@ protected:
     std::optional<AppState> state;
     std::optional<RemoteControl> made;
     std::vector<std::string> calls;
-    std::string hindrance;
     std::string caution;
 };
 
@@ -161,18 +159,19 @@ TEST_F(Remote, PerformsNothingWithoutPermission) {
     EXPECT_EQ(control().status()->status, "waitingForPermission");
 }
 
-TEST_F(Remote, SaysWhatIsMissingWhereSomebodyKnows) {
+TEST_F(Remote, SaysWhatIsMissing) {
     desktop.accessibility.isTrusted = false;
-    hindrance = "the door is closed";
+    desktop.accessibility.reason = {.kind = platform::AccessObstacle::Kind::silentCompositor, .desktop = "Simulated"};
     caution = "of no interest then";
-    EXPECT_EQ(control().status()->statusText, "Waiting for permission: the door is closed");
-    EXPECT_EQ(control().perform("leftHalf").error().reason, "waiting for permission: the door is closed");
+    EXPECT_EQ(control().status()->statusText, "Waiting for permission: Simulated does not answer");
+    EXPECT_EQ(control().perform("leftHalf").error().reason, "waiting for permission: Simulated does not answer");
     state->setEnabled(false);
     EXPECT_EQ(control().status()->statusText, "Paused");
-    hindrance.clear();
     state->setEnabled(true);
-    EXPECT_EQ(control().status()->statusText, "Waiting for permission");
-    EXPECT_NE(control().perform("leftHalf").error().reason.find("no window manager"), std::string::npos);
+    desktop.accessibility.reason = {.kind = platform::AccessObstacle::Kind::windowManager};
+    desktop.accessibility.announceChange();
+    EXPECT_EQ(control().status()->statusText,
+              "Waiting for permission: no window manager here moves windows on request");
 }
 
 TEST_F(Remote, SaysWhatTheUserHadBetterKnowWhileItWorks) {

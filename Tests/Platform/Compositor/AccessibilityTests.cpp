@@ -84,8 +84,7 @@ protected:
     SimulatedDoor door{table, [this] { return mainActor.now(); }, [this](Duration time) { mainActor.pass(time); }};
     Turn turn{table, door, mainActor};
     Placement placement{door, turn};
-    bool hasKeys = true;
-    Accessibility accessibility{door, turn, placement, [this] { return table.isOpen() && hasKeys; }};
+    Accessibility accessibility{table, door, turn, placement};
 };
 
 TEST_F(CompositorAccessibility, FramesAreCountedFromThePrimaryOutputsCorner) {
@@ -216,11 +215,9 @@ TEST_F(CompositorAccessibility, BehindAClosedDoorNothingIsReadOrWrittenAndThereI
 
 TEST_F(CompositorAccessibility, TheUserIsShownHowToOpenAClosedDoorAndOnlyThen) {
     EXPECT_TRUE(accessibility.isProcessTrustedWithPrompt());
-    hasKeys = false;
-    EXPECT_FALSE(accessibility.isProcessTrustedWithPrompt());
-    endTurn();
+    EXPECT_EQ(accessibility.obstacle(), std::nullopt);
     table.close();
-    EXPECT_FALSE(accessibility.isProcessTrusted());
+    EXPECT_EQ(accessibility.obstacle(), door.reason);
     EXPECT_EQ(asked(), Trace{});
     EXPECT_FALSE(accessibility.isProcessTrustedWithPrompt());
     EXPECT_EQ(asked(), Trace{"prompt"});

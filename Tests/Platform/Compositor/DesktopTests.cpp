@@ -158,5 +158,25 @@ TEST_F(CompositorDesktop, TheKeyboardIsElsewhereIfAnotherProgramIsKnownToHaveIt)
     EXPECT_FALSE(own.isKeyboardElsewhere());
 }
 
+TEST_F(CompositorDesktop, AnnouncesInALaterTurnThatItsDoorHasOpenedOrClosed) {
+    int notices = 0;
+    const auto& center = desktop->accessibility().notificationCenter();
+    static_cast<void>(center->addObserver(AccessNotification::didChange, [&](const Notification&) { ++notices; }));
+    start();
+    EXPECT_EQ(notices, 0) << "never within a call";
+    drain();
+    EXPECT_EQ(notices, 1);
+    table.open({});
+    drain();
+    EXPECT_EQ(notices, 1) << "it was open already";
+    table.close();
+    drain();
+    EXPECT_EQ(notices, 2);
+    desktop.reset();
+    table.open({});
+    drain();
+    EXPECT_EQ(notices, 2);
+}
+
 } // namespace
 } // namespace platform::compositor

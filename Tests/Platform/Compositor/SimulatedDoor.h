@@ -28,6 +28,7 @@ public:
     void refresh(Instant deadline) override;
     AXError place(const WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
     void prompt() override { trace.emplace_back("prompt"); }
+    [[nodiscard]] AccessObstacle obstacle() const override { return reason; }
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override { return pointerPosition; }
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
 
@@ -43,6 +44,7 @@ public:
     /// How long the others take.
     Duration settling = std::chrono::milliseconds(5);
     std::optional<corvid::CGPoint> pointerPosition;
+    AccessObstacle reason{.kind = AccessObstacle::Kind::silentCompositor, .desktop = "Simulated"};
 
 private:
     WindowTable& table;

@@ -32,8 +32,7 @@ protected:
 
     compositor::WindowTable table;
     int prompts = 0;
-    Door door{
-        *link, table, {.show = [this] { ++prompts; }, .requirement = [] { return AccessRequirement::compositor; }}};
+    Door door{*link, table, {.show = [this] { ++prompts; }, .obstacle = [] { return AccessObstacle{}; }}};
 };
 
 TEST_F(ADoorToTheShell, FillsTheTableWhenItOpens) {

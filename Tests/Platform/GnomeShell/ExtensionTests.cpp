@@ -13,7 +13,7 @@ namespace platform::gnomeshell {
 namespace {
 
 namespace fs = std::filesystem;
-using State = Extension::State;
+using Kind = AccessObstacle::Kind;
 
 class TheExtension : public ShellTest {
 protected:
@@ -68,9 +68,13 @@ protected:
     }
 
     /// Waits for the shell's word.
-    State stateTold() {
-        EXPECT_TRUE(until([&] { return extension.state() != State::unknown; }));
-        return extension.state();
+    std::optional<Kind> obstacleTold() {
+        EXPECT_TRUE(until([&] { return present() != Kind::silentCompositor; }));
+        return present();
+    }
+
+    [[nodiscard]] std::optional<Kind> present() const {
+        return extension.obstacle().transform([](const AccessObstacle& obstacle) { return obstacle.kind; });
     }
 
     TemporaryFolder folder;
@@ -83,28 +87,36 @@ protected:
 TEST_F(TheExtension, WorksWhereItAnswers) {
     shell->setExtension(true);
     link->await(soon());
-    EXPECT_EQ(extension.state(), State::working);
+    EXPECT_EQ(extension.obstacle(), std::nullopt);
 }
 
 TEST_F(TheExtension, StandsAsTheShellSays) {
-    for (const auto& [number, state] : {std::pair(2.0, State::switchedOff),
-                                        {6.0, State::switchedOff},
-                                        {3.0, State::refused},
-                                        {4.0, State::refused},
-                                        {1.0, State::notLoaded}}) {
+    for (const auto& [number, kind] : {std::pair(2.0, Kind::extensionOff),
+                                       {6.0, Kind::extensionOff},
+                                       {3.0, Kind::extensionRefused},
+                                       {4.0, Kind::extensionRefused},
+                                       {1.0, Kind::extensionNotLoaded}}) {
         setState(number);
         shell->setExtension(true, "again");
         ASSERT_TRUE(until([&] { return link->isOpen(); }));
         shell->setExtension(false);
         ASSERT_TRUE(until([&] { return !link->isOpen(); }));
-        EXPECT_EQ(stateTold(), state) << number;
+        EXPECT_EQ(obstacleTold(), kind) << number;
     }
+}
+
+TEST_F(TheExtension, AnnouncesWhatTheShellSays) {
+    std::vector<std::optional<Kind>> announced;
+    extension.onChange([&] { announced.push_back(present()); });
+    setState(2);
+    link->await(soon());
+    EXPECT_TRUE(until([&] { return announced == std::vector<std::optional<Kind>>{Kind::extensionOff}; }));
 }
 
 TEST_F(TheExtension, IsSwitchedOnWhereTheShellHasIt) {
     setState(6);
     link->await(soon());
-    EXPECT_EQ(stateTold(), State::switchedOff);
+    EXPECT_EQ(obstacleTold(), Kind::extensionOff);
     EXPECT_FALSE(shell->wasCalled("EnableExtension tessel@corvid.org")) << "before anybody asked for it";
     extension.switchOn();
     EXPECT_TRUE(until([&] { return shell->wasCalled("EnableExtension tessel@corvid.org"); }));
@@ -116,7 +128,7 @@ TEST_F(TheExtension, StaysOffAtTheStartWhereItWorkedBefore) {
     setState(2);
     extension.switchOn();
     link->await(soon());
-    EXPECT_EQ(stateTold(), State::switchedOff);
+    EXPECT_EQ(obstacleTold(), Kind::extensionOff);
     catchUp();
     EXPECT_FALSE(shell->wasCalled("EnableExtension tessel@corvid.org"));
     extension.switchOn();
@@ -137,7 +149,7 @@ TEST_F(TheExtension, IsSwitchedOnByTheFirstRequestAfterItWorked) {
 TEST_F(TheExtension, WorksWhereNothingCanBeRecorded) {
     write(stateFolder, "a file, where a folder should be");
     shell->setExtension(true);
-    EXPECT_TRUE(until([&] { return extension.state() == State::working; }));
+    EXPECT_TRUE(until([&] { return !extension.obstacle(); }));
     EXPECT_FALSE(ExtensionRecord(stateFolder).hasItWorked());
     EXPECT_FALSE(ExtensionRecord(std::nullopt).hasItWorked());
 }
@@ -154,7 +166,7 @@ TEST_F(TheExtension, IsSwitchedOnAlsoWhereTheShellIsAskedAgainMeanwhile) {
     shell->answerWithText("Hello", R"({"version":99,"session":"x","windows":[],"outputs":[]})");
     shell->setExtension(true);
     ASSERT_TRUE(until([&] { return link->obstacle() == ShellLink::Obstacle::otherVersion; }));
-    EXPECT_EQ(stateTold(), State::switchedOff);
+    EXPECT_EQ(obstacleTold(), Kind::extensionOff);
     shell->run([&] { sd_bus_reply_method_return(held.get(), "v", "b", 1); });
     EXPECT_TRUE(until([&] { return shell->wasCalled("EnableExtension tessel@corvid.org"); }));
     shell->run([&] { held.reset(); });
@@ -163,7 +175,7 @@ TEST_F(TheExtension, IsSwitchedOnAlsoWhereTheShellIsAskedAgainMeanwhile) {
 TEST_F(TheExtension, IsInstalledWhereTheShellDoesNotKnowIt) {
     shell->answerWith("GetExtensionInfo", "a{sv}", 0);
     link->await(soon());
-    EXPECT_EQ(stateTold(), State::notLoaded);
+    EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
     EXPECT_FALSE(fs::exists(installed)) << "before anybody asked for it";
     extension.switchOn();
     EXPECT_TRUE(until([&] { return fs::exists(installed); }));
@@ -175,7 +187,7 @@ TEST_F(TheExtension, IsReplacedWhereItIsOfAnotherVersion) {
     shell->setExtension(true);
     shell->answerWithText("Hello", R"({"version":99,"session":"x","windows":[],"outputs":[]})");
     link->await(soon());
-    EXPECT_EQ(stateTold(), State::notLoaded);
+    EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
     extension.switchOn();
     EXPECT_TRUE(until([&] { return fs::exists(installed); }));
 }
@@ -185,24 +197,22 @@ TEST_F(TheExtension, IsReplacedInTheHomeWhereTheShellFindsItOutOfDate) {
     put(place, "old");
     setState(outOfDate, "old");
     link->await(soon());
-    EXPECT_EQ(stateTold(), State::notLoaded);
+    EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
     EXPECT_EQ(contentsOf(installed), "new script") << "without being asked to";
-    EXPECT_NE(extension.hindrance().find("log out and in once"), std::string::npos);
 
     // The shell refuses the very one that the next session would have: that would not help.
     setState(outOfDate, "new");
     extension.switchOn();
-    EXPECT_TRUE(until([&] { return extension.state() == State::refused; }));
-    EXPECT_EQ(extension.hindrance().find("log out"), std::string::npos);
+    EXPECT_TRUE(until([&] { return present() == Kind::extensionRefused; }));
 }
 
 TEST_F(TheExtension, IsInstalledInTheHomeWhereTheOneForAllIsOutOfDate) {
     setState(4, "everybody's");
     link->await(soon());
-    EXPECT_EQ(stateTold(), State::refused);
+    EXPECT_EQ(obstacleTold(), Kind::extensionRefused);
     EXPECT_FALSE(fs::exists(installed)) << "before anybody asked for it";
     extension.switchOn();
-    EXPECT_TRUE(until([&] { return extension.state() == State::notLoaded; }));
+    EXPECT_TRUE(until([&] { return present() == Kind::extensionNotLoaded; }));
     EXPECT_TRUE(fs::exists(installed));
 }
 
@@ -210,10 +220,9 @@ TEST_F(TheExtension, IsReplacedInTheHomeWhileAnOlderOneWorks) {
     put(place, "old");
     setState(1, "old");
     openTheLink();
-    EXPECT_EQ(extension.state(), State::working);
+    EXPECT_EQ(extension.obstacle(), std::nullopt);
     EXPECT_EQ(contentsOf(installed), "new script");
     EXPECT_NE(extension.caution().find("log out and in once"), std::string::npos);
-    EXPECT_EQ(extension.hindrance(), "");
 
     // The next session.
     setState(1, "new");
@@ -246,9 +255,11 @@ TEST_F(TheExtension, SaysWhatAShellLacksThatItDoesNotFit) {
     setState(1);
     refuseHello(Protocol::unusable, "Meta.Window.move_resize_frame, Main.wm.allowKeybinding");
     shell->setExtension(true);
-    EXPECT_EQ(stateTold(), State::unfit);
-    EXPECT_EQ(extension.hindrance(), "the extension Tessel does not fit GNOME Shell 60.1, which lacks "
-                                     "Meta.Window.move_resize_frame, Main.wm.allowKeybinding");
+    EXPECT_EQ(obstacleTold(), Kind::extensionUnfit);
+    EXPECT_EQ(extension.obstacle(),
+              (AccessObstacle{.kind = Kind::extensionUnfit,
+                              .desktop = "GNOME Shell 60.1",
+                              .detail = "Meta.Window.move_resize_frame, Main.wm.allowKeybinding"}));
     EXPECT_EQ(extension.caution(), "");
 }
 
@@ -257,7 +268,7 @@ TEST_F(TheExtension, IsToBeLoadedAnewWhereOnlyTheOldOneDoesNotFit) {
     setState(1, "old");
     refuseHello(Protocol::unusable, "Meta.Window.move_resize_frame");
     shell->setExtension(true);
-    EXPECT_EQ(stateTold(), State::notLoaded);
+    EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
     EXPECT_EQ(contentsOf(installed), "new script");
 }
 
@@ -265,11 +276,11 @@ TEST_F(TheExtension, SaysThatSomebodyElseHasItsServices) {
     setState(1);
     refuseHello(Protocol::denied, "This object serves Tessel only");
     shell->setExtension(true);
-    EXPECT_EQ(stateTold(), State::servesAnother);
-    EXPECT_NE(extension.hindrance().find(Protocol::busName), std::string::npos);
+    EXPECT_EQ(obstacleTold(), Kind::busNameTaken);
+    EXPECT_EQ(extension.obstacle()->detail, Protocol::busName);
     shell->answer("Hello", nullptr);
     openTheLink("after the other has left");
-    EXPECT_EQ(extension.state(), State::working);
+    EXPECT_EQ(extension.obstacle(), std::nullopt);
 }
 
 TEST_F(TheExtension, IsLeftAloneWhereTheShellAnswersNonsense) {
@@ -279,7 +290,7 @@ TEST_F(TheExtension, IsLeftAloneWhereTheShellAnswersNonsense) {
              [](sd_bus_message* call) { sd_bus_reply_method_return(call, ""); }}) {
         shell->answer("GetExtensionInfo", answer);
         link->await(soon());
-        EXPECT_EQ(stateTold(), State::notLoaded);
+        EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
     }
     shell->answer("GetExtensionInfo", [](sd_bus_message* /*call*/) {});
     extension.switchOn();

@@ -1,5 +1,6 @@
 #include "Platform/GnomeShell/HotKeys.h"
 #include "Tests/Platform/GnomeShell/ShellFixture.h"
+#include "Tests/Platform/Linux/HotKeyLosses.h"
 #include "Tests/Platform/Linux/Stopwatch.h"
 
 #include <algorithm>
@@ -21,6 +22,7 @@ protected:
         shell->answerWith("Grab", "b", 1);
         link->await(soon());
         hotKeys.emplace(loop, *link);
+        losses.emplace(*hotKeys);
         hotKeys->installHandler(
             [](EventHandlerCall* /*next*/, const HotKeyEvent* event, void* data) {
                 static_cast<std::vector<std::uint32_t>*>(data)->push_back(event->directObject()->id);
@@ -46,6 +48,7 @@ protected:
 
     std::vector<std::uint32_t> pressed;
     std::optional<HotKeys> hotKeys;
+    std::optional<linux::HotKeyLosses> losses;
 };
 
 TEST_F(HotKeysOfTheShell, AreTakenByTheirPlaceOnTheKeyboardAndTellOfTheirPresses) {
@@ -82,14 +85,14 @@ TEST_F(HotKeysOfTheShell, ThatABusyShellDoesNotAnswerForAreAskedForAgain) {
     shell->answerWith("Grab", "b", 1);
     ASSERT_TRUE(until([&] { return shell->wasCalled("Grab 2 <Control><Alt>0x36"); }));
     catchUp();
-    EXPECT_FALSE(hotKeys->takeLoss());
+    EXPECT_FALSE(losses->take());
 }
 
 TEST_F(HotKeysOfTheShell, ThatABusyShellRefusesInTheEndAreALoss) {
     shell->answer("Grab", [](sd_bus_message* /*call*/) {});
     ASSERT_EQ(take(keyLeft, 31).status, noErr);
     shell->answerWith("Grab", "b", 0);
-    EXPECT_TRUE(until([&] { return hotKeys->takeLoss(); }));
+    EXPECT_TRUE(until([&] { return losses->take(); }));
 }
 
 TEST_F(HotKeysOfTheShell, ThatNoKeyboardHasAreInvalid) {
@@ -123,15 +126,15 @@ TEST_F(HotKeysOfTheShell, AreTakenAgainWhenTheExtensionBeginsAnew) {
         return std::ranges::count(calls, "Grab 1 <Control><Alt>0x71") == 2;
     }));
     catchUp();
-    EXPECT_FALSE(hotKeys->takeLoss());
+    EXPECT_FALSE(losses->take());
 }
 
 TEST_F(HotKeysOfTheShell, ThatSomebodyTookMeanwhileAreALossThatIsToldOnce) {
     ASSERT_EQ(take(keyLeft, 31).status, noErr);
     shell->answerWith("Grab", "b", 0);
     shell->setExtension(true, "second");
-    ASSERT_TRUE(until([&] { return hotKeys->takeLoss(); }));
-    EXPECT_FALSE(hotKeys->takeLoss());
+    ASSERT_TRUE(until([&] { return losses->take(); }));
+    EXPECT_FALSE(losses->take());
 }
 
 TEST_F(HotKeysOfTheShell, AreGivenBackAtTheEnd) {
@@ -208,7 +211,7 @@ TEST_F(HotKeysOfTheShell, ThatABusyShellLendsInTheEndAreBorrowed) {
     EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::none);
     shell->answerWith("Borrow", "bb", 1, 1);
     EXPECT_TRUE(until([&] { return loanOf(keyLeft) == HotKeyLoan::made; }));
-    EXPECT_FALSE(hotKeys->takeLoss());
+    EXPECT_FALSE(losses->take());
     EXPECT_FALSE(shell->wasCalled("Grab 1 <Control><Alt>0x71"));
 }
 
@@ -217,7 +220,7 @@ TEST_F(HotKeysOfTheShell, OfWhichABusyShellDoesNotSayWhetherItLendsThemAreAskedF
     shell->answer("Lends", [](sd_bus_message* /*call*/) {});
     ASSERT_EQ(take(keyLeft, 31).status, noErr);
     shell->answerWith("Lends", "b", 1);
-    EXPECT_TRUE(until([&] { return hotKeys->takeLoss(); })) << "then all are registered anew";
+    EXPECT_TRUE(until([&] { return losses->take(); })) << "then all are registered anew";
 }
 
 TEST_F(HotKeysOfTheShell, StandAsTheExtensionSaysWhenSettingsChange) {
@@ -235,10 +238,10 @@ TEST_F(HotKeysOfTheShell, StandAsTheExtensionSaysWhenSettingsChange) {
     shell->tellAsStranger("KeyLost", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 1U); });
     shell->tell("KeyLost", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 77U); });
     catchUp();
-    EXPECT_FALSE(hotKeys->takeLoss());
+    EXPECT_FALSE(losses->take());
     shell->tell("KeyLost", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 1U); });
     catchUp();
-    EXPECT_TRUE(hotKeys->takeLoss());
+    EXPECT_TRUE(losses->take());
 }
 
 TEST_F(HotKeysOfTheShell, AreBorrowedAgainWhenTheExtensionBeginsAnew) {
@@ -250,7 +253,7 @@ TEST_F(HotKeysOfTheShell, AreBorrowedAgainWhenTheExtensionBeginsAnew) {
     shell->answerWith("Borrow", "bb", 1, 0);
     shell->setExtension(true, "second");
     ASSERT_TRUE(until([&] { return loanOf(keyLeft) == HotKeyLoan::none; }));
-    EXPECT_FALSE(hotKeys->takeLoss());
+    EXPECT_FALSE(losses->take());
 }
 
 TEST_F(HotKeysOfTheShell, DoNotHearWhatIsNoPress) {

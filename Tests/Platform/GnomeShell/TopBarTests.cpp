@@ -35,7 +35,7 @@ protected:
     }
 
     compositor::WindowTable table;
-    Door door{*link, table, {.show = [] {}, .requirement = [] { return AccessRequirement::compositor; }}};
+    Door door{*link, table, {.show = [] {}, .obstacle = [] { return AccessObstacle{}; }}};
     TopBar topBar{loop, *link, table, "/icons"};
     linux::TrayContents contents;
     std::vector<bool> offers;

@@ -1,6 +1,7 @@
 #include "FakeKWin.h"
 #include "Platform/KWin/HotKeys.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"
+#include "Tests/Platform/Linux/HotKeyLosses.h"
 
 #include <gtest/gtest.h>
 
@@ -110,7 +111,7 @@ public:
     void settle() {
         keys ? choose(false) : begin(false);
         turns();
-        for (int tries = 0; tries < 20 && keys->takeLoss(); ++tries) {
+        for (int tries = 0; tries < 20 && losses->take(); ++tries) {
             unregisterAll();
             registerAll();
             turns();
@@ -152,6 +153,7 @@ private:
         keys = std::make_unique<HotKeys>(
             loop, *bus, [](std::uint32_t, std::uint32_t) { return std::string("Ours"); },
             daemon.folder / "state/tessel/borrowed-shortcuts.json", log.sink());
+        losses = std::make_unique<linux::HotKeyLosses>(*keys);
         RC_ASSERT(bus->awaitArrival(loop.now() + std::chrono::seconds(10)));
         keys->setBorrows(consent);
         hasConsent = consent;
@@ -178,7 +180,7 @@ private:
         for (const auto& [code, key] : shortcutKeys) {
             const auto registration = keys->registerHotKey(code, shortcutModifiers, {.signature = 1, .id = code});
             // On a busy machine an answer may come too late, which is told.
-            RC_ASSERT(!isSure || registration.reference.has_value() || keys->takeLoss());
+            RC_ASSERT(!isSure || registration.reference.has_value() || losses->take());
             if (registration.reference) {
                 references.push_back(*registration.reference);
             }
@@ -262,6 +264,7 @@ private:
     LogRecord log;
     std::unique_ptr<linux::SessionBus> bus;
     std::unique_ptr<HotKeys> keys;
+    std::unique_ptr<linux::HotKeyLosses> losses;
     std::vector<EventHotKeyRef> references;
     bool hasConsent = false;
     /// What each holder has by its user's wish; what is borrowed while the user changes the list is given up by that.

@@ -1,6 +1,7 @@
 #include "FakeKWin.h"
 #include "Platform/KWin/HotKeys.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"
+#include "Tests/Platform/Linux/HotKeyLosses.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -37,6 +38,7 @@ protected:
     std::unique_ptr<FakeKWin> kwin;
     std::unique_ptr<linux::SessionBus> bus;
     std::unique_ptr<HotKeys> keys;
+    std::unique_ptr<linux::HotKeyLosses> losses;
     std::vector<EventHotKeyRef> references;
 
     void SetUp() override {
@@ -51,6 +53,7 @@ protected:
         bus = std::make_unique<linux::SessionBus>(loop, daemon.address(), std::chrono::milliseconds(20));
         keys = std::make_unique<HotKeys>(
             loop, *bus, [](std::uint32_t, std::uint32_t) { return std::string("Ours"); }, note, log.sink());
+        losses = std::make_unique<linux::HotKeyLosses>(*keys);
         ASSERT_TRUE(bus->awaitArrival(loop.now() + std::chrono::seconds(10)));
     }
 
@@ -70,13 +73,11 @@ protected:
     }
 
     void unregisterAll() {
-        for (const EventHotKeyRef reference : references) {
+        for (const EventHotKeyRef reference : std::exchange(references, {})) {
             keys->unregisterHotKey(reference);
         }
-        references.clear();
     }
 
-    /// As the user's choice is carried out.
     void choose(bool consent) {
         keys->setBorrows(consent);
         unregisterAll();
@@ -189,7 +190,7 @@ TEST_F(BorrowingTest, OwnChangesAreNoChangesOfTheUsers) {
         &presses);
     kwin->press(keyLeft);
     ASSERT_TRUE(runUntil([&] { return presses == 1; }));
-    EXPECT_FALSE(keys->takeLoss());
+    EXPECT_FALSE(losses->take());
     expectLent();
 }
 
@@ -289,8 +290,7 @@ TEST_F(BorrowingTest, AListThatTheUserHasChangedAfterAKillIsLeftAlone) {
 TEST_F(BorrowingTest, AKeyThatTheUserGivesToAThirdStaysThereUntilItIsAskedForAgain) {
     begin(true);
     kwin->assignElsewhere(keyLeft);
-    bool isLost = false;
-    ASSERT_TRUE(runUntil([&] { return isLost = isLost || keys->takeLoss(); }));
+    ASSERT_TRUE(runUntil([&, isLost = false]() mutable { return isLost = isLost || losses->take(); }));
     unregisterAll();
     registerBoth();
     EXPECT_EQ(loanOf(leftCode), HotKeyLoan::possible);

@@ -3,6 +3,7 @@
 #include "Platform/KWin/HotKeys.h"
 #include "Platform/KWin/QtKeys.h"
 #include "Tests/Platform/Linux/Control/MessageBus.h"
+#include "Tests/Platform/Linux/HotKeyLosses.h"
 #include "Tests/Platform/Linux/Stopwatch.h"
 
 #include <gmock/gmock.h>
@@ -39,6 +40,7 @@ protected:
     std::unique_ptr<FakeKWin> kwin;
     std::unique_ptr<linux::SessionBus> bus;
     std::unique_ptr<HotKeys> keys;
+    std::unique_ptr<linux::HotKeyLosses> losses;
 
     void SetUp() override {
         daemon.start();
@@ -51,6 +53,7 @@ protected:
         bus = std::make_unique<linux::SessionBus>(loop, daemon.address(), milliseconds(20));
         keys = std::make_unique<HotKeys>(
             loop, *bus, [](std::uint32_t keyCode, std::uint32_t) { return "Key " + std::to_string(keyCode); });
+        losses = std::make_unique<linux::HotKeyLosses>(*keys);
         ASSERT_TRUE(bus->awaitArrival(loop.now() + std::chrono::seconds(10)));
         keys->installHandler(
             [](EventHandlerCall*, const HotKeyEvent* event, void* data) -> OSStatus {
@@ -122,7 +125,7 @@ TEST_F(HotKeysTest, AKeyThatIsGrantedToTwoIsHeldByTheFirst) {
     EXPECT_EQ(add(letterC, 2).status, noErr);
     EXPECT_TRUE(runUntil([&] { return kwin->keys().size() == 1; }));
     EXPECT_THAT(kwin->keys(), ElementsAre(Pair("hot-key-8-6144", ctrlAltC)));
-    EXPECT_FALSE(keys->takeLoss());
+    EXPECT_FALSE(losses->take());
 }
 
 TEST_F(HotKeysTest, AKeyThatTheSettingsGiveToAnotherProgramIsLost) {
@@ -132,7 +135,7 @@ TEST_F(HotKeysTest, AKeyThatTheSettingsGiveToAnotherProgramIsLost) {
     ASSERT_EQ(add(letterC, 2).status, noErr);
     kwin->assignElsewhere(ctrlAltLeft);
     bool isLost = false;
-    ASSERT_TRUE(runUntil([&] { return isLost = isLost || keys->takeLoss(); }));
+    ASSERT_TRUE(runUntil([&] { return isLost = isLost || losses->take(); }));
     keys->unregisterHotKey(*registration.reference);
     EXPECT_EQ(add(left, 1).status, eventHotKeyExistsErr);
     EXPECT_TRUE(runUntil([&] { return kwin->keys().size() == 1; }));
@@ -144,7 +147,7 @@ TEST_F(HotKeysTest, OtherChangesOfTheSettingsLoseNoKey) {
     kwin->tellOfChange({"org.corvid.Tessel", "hot-key-123-6144", "Tessel", "Key 123"}, {ctrlAltLeft});
     kwin->press(ctrlAltLeft);
     ASSERT_TRUE(runUntil([&] { return presses.size() == 1; }));
-    EXPECT_FALSE(keys->takeLoss());
+    EXPECT_FALSE(losses->take());
 }
 
 TEST_F(HotKeysTest, AKeyOfOursIsRefusedAndStays) {
@@ -201,8 +204,8 @@ TEST_F(HotKeysTest, AreRegisteredAgainWhereTheServerIsAnother) {
     ASSERT_TRUE(runUntil([&] { return another.history().size() == 2; }));
     EXPECT_TRUE(runUntil([&] { return another.keys().size() == 1; }));
     EXPECT_THAT(another.keys(), ElementsAre(Pair("hot-key-123-6144", ctrlAltLeft)));
-    EXPECT_TRUE(keys->takeLoss());
-    EXPECT_FALSE(keys->takeLoss());
+    EXPECT_TRUE(losses->take());
+    EXPECT_FALSE(losses->take());
     another.press(ctrlAltLeft);
     EXPECT_TRUE(runUntil([&] { return presses.size() == 2; }));
 }
@@ -210,7 +213,7 @@ TEST_F(HotKeysTest, AreRegisteredAgainWhereTheServerIsAnother) {
 TEST_F(HotKeysTest, WithoutAServerNothingIsRegistered) {
     kwin->stop();
     EXPECT_EQ(add(left, 1).status, eventHotKeyInvalidErr);
-    EXPECT_FALSE(keys->takeLoss());
+    EXPECT_FALSE(losses->take());
 }
 
 TEST_F(HotKeysTest, AServerThatHangsTakesNoMoreThanATurn) {
@@ -233,7 +236,7 @@ TEST_F(HotKeysTest, AServerThatHangsTakesNoMoreThanATurn) {
     // What it did when it came to itself was taken back.
     EXPECT_TRUE(runUntil([&] { return kwin->keys().empty(); }));
     // It has refused nothing, so all is to be registered anew.
-    EXPECT_TRUE(keys->takeLoss());
+    EXPECT_TRUE(losses->take());
     bool isHeld = false;
     EXPECT_TRUE(runUntil([&] {
         isHeld = isHeld || add(left, 7).status == noErr;

@@ -139,7 +139,7 @@ TEST_F(SwayBorrowing, ReadingTheConfigurationAgainChangesNothing) {
     static_cast<void>(desktop.sway.takeCommands());
     reload();
     EXPECT_THAT(nextCommands(1), ElementsAre(laidOver(113, 1)));
-    EXPECT_FALSE(keys->takeChange());
+    EXPECT_FALSE(losses->take());
     EXPECT_EQ(loan(), HotKeyLoan::made);
 }
 
@@ -150,8 +150,8 @@ TEST_F(SwayBorrowing, AKeyThatTheUserFreesMeanwhileIsOursAndToldOnce) {
     desktop.sway.setConfiguration("");
     reload();
     EXPECT_THAT(nextCommands(1), ElementsAre("bindcode --no-warn --no-repeat Ctrl+Mod1+113 nop tessel 1"));
-    EXPECT_TRUE(keys->takeChange());
-    EXPECT_FALSE(keys->takeChange());
+    EXPECT_TRUE(losses->take());
+    EXPECT_FALSE(losses->take());
     EXPECT_EQ(loan(), HotKeyLoan::none);
 }
 
@@ -163,8 +163,8 @@ TEST_F(SwayBorrowing, AKeyThatTheUserBindsMeanwhileIsBorrowedAtOnceAndToldOnce) 
     reload();
     EXPECT_THAT(nextCommands(1), ElementsAre(laidOver(113, 1)));
     EXPECT_EQ(loan(), HotKeyLoan::made);
-    EXPECT_TRUE(keys->takeChange());
-    EXPECT_FALSE(keys->takeChange());
+    EXPECT_TRUE(losses->take());
+    EXPECT_FALSE(losses->take());
 }
 
 TEST_F(SwayBorrowing, ALineThatIsLentNoLongerIsToldOnce) {
@@ -172,7 +172,7 @@ TEST_F(SwayBorrowing, ALineThatIsLentNoLongerIsToldOnce) {
     EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr);
     desktop.sway.setConfiguration("bindsym Group1+Ctrl+Mod1+Left nop of the user\n");
     reload();
-    ASSERT_TRUE(desktop.runUntil([&] { return keys->takeChange(); }));
+    ASSERT_TRUE(desktop.runUntil([&] { return losses->take(); }));
     EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr);
     EXPECT_EQ(loan(), HotKeyLoan::none);
 }
@@ -220,7 +220,7 @@ TEST_F(SwayBorrowing, WhatIsBorrowedIsLeftToBeTakenAwayAndNothingElse) {
     ASSERT_TRUE(desktop.runUntil([&] { return left.back().empty(); }));
     desktop.sway.setConfiguration(leftIsUsers);
     reload();
-    ASSERT_TRUE(desktop.runUntil([&] { return keys->takeChange(); }));
+    ASSERT_TRUE(desktop.runUntil([&] { return losses->take(); }));
     const std::size_t told = left.size();
     keys.reset();
     EXPECT_EQ(left.size(), told) << "nothing was borrowed any more";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Tests/Platform/Linux/HotKeyLosses.h"
 #include "Tests/Platform/Sway/OpenDoor.h"
 
 #include <gtest/gtest.h>
@@ -26,6 +27,7 @@ protected:
         keys = std::make_unique<HotKeys>(
             desktop.session, [](const auto&, const auto&) { return std::vector<ConfigurationFile>(); },
             [this](const std::string& commands) { left.push_back(commands); });
+        losses = std::make_unique<linux::HotKeyLosses>(*keys);
         keys->installHandler(
             [](EventHandlerCall*, const HotKeyEvent* event, void* data) {
                 static_cast<std::vector<std::uint32_t>*>(data)->push_back(event->directObject()->id);
@@ -51,6 +53,7 @@ protected:
     /// The commands for the time after the program, in order.
     std::vector<std::string> left;
     std::unique_ptr<HotKeys> keys;
+    std::unique_ptr<linux::HotKeyLosses> losses;
     std::vector<std::uint32_t> pressed;
 };
 

@@ -93,7 +93,7 @@ TEST_F(SwayHotKeys, AreBoundAnewAfterTheConfigurationWasReadAgain) {
     }));
     EXPECT_THAT(commands, ElementsAre("bindcode --no-warn --no-repeat Ctrl+Mod1+113 nop tessel 1",
                                       "bindcode --no-warn --no-repeat Ctrl+Mod1+54 nop tessel 2"));
-    EXPECT_FALSE(keys->takeChange());
+    EXPECT_FALSE(losses->take());
 }
 
 TEST_F(SwayHotKeys, OneThatTheUserBindsIsLostAndToldOnce) {
@@ -106,8 +106,8 @@ TEST_F(SwayHotKeys, OneThatTheUserBindsIsLostAndToldOnce) {
     std::vector<std::string> commands;
     ASSERT_TRUE(desktop.runUntil([&] { return !(commands = desktop.sway.takeCommands()).empty(); }));
     EXPECT_THAT(commands, ElementsAre("bindcode --no-warn --no-repeat Ctrl+Mod1+54 nop tessel 2"));
-    EXPECT_TRUE(keys->takeChange());
-    EXPECT_FALSE(keys->takeChange());
+    EXPECT_TRUE(losses->take());
+    EXPECT_FALSE(losses->take());
     // What is the user's now is not taken from him.
     keys->unregisterHotKey(*lost.reference);
     EXPECT_THAT(desktop.sway.takeCommands(), IsEmpty());
@@ -116,10 +116,10 @@ TEST_F(SwayHotKeys, OneThatTheUserBindsIsLostAndToldOnce) {
 TEST_F(SwayHotKeys, OneThatTheUserGivesBackIsToldOnce) {
     open("bindsym Ctrl+Mod1+Left nop\n");
     EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr);
-    EXPECT_FALSE(keys->takeChange());
+    EXPECT_FALSE(losses->take());
     desktop.sway.setConfiguration("");
     reload();
-    ASSERT_TRUE(desktop.runUntil([&] { return keys->takeChange(); }));
+    ASSERT_TRUE(desktop.runUntil([&] { return losses->take(); }));
     EXPECT_EQ(add(leftKey, 1).status, noErr);
 }
 
@@ -140,7 +140,7 @@ TEST_F(SwayHotKeys, WithoutAnAnswerNothingIsTakenForFree) {
     desktop.sway.behave(FakeSway::Manners::silent);
     EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr);
     // It is to be tried again.
-    EXPECT_TRUE(keys->takeChange());
+    EXPECT_TRUE(losses->take());
 }
 
 TEST_F(SwayHotKeys, MalformedEventsPressNothing) {

@@ -1,6 +1,7 @@
 #include "FollowedDesktop.h"
 #include "Platform/Linux/KeyPositions.h"
 #include "SlowDisplay.h"
+#include "Tests/Platform/Linux/HotKeyLosses.h"
 #include "TrayOwner.h"
 
 #include <gtest/gtest.h>
@@ -113,9 +114,10 @@ TEST_F(SlowX11Desktop, StartsHoweverManyAnswersItTakes) {
     const TrayOwner panel(followed.server.display());
     // Three of them are more than a turn of the loop has.
     start(milliseconds(100));
+    linux::HotKeyLosses losses(followed.desktop->hotKeyEvents());
     EXPECT_TRUE(followed.desktop->trayPlace()->isOffered());
     EXPECT_EQ(registerKey(followed.desktop->hotKeyEvents()), noErr);
-    EXPECT_FALSE(followed.desktop->hotKeyEvents().takeLoss());
+    EXPECT_FALSE(losses.take());
 }
 
 TEST_F(SlowX11Desktop, StartsAfterAStall) {
@@ -128,14 +130,15 @@ TEST_F(SlowX11Desktop, AKeyboardThatComesTooLateIsAskedForAgain) {
     ASSERT_TRUE(connection);
     ASSERT_TRUE(prepareKeyboard(*connection));
     HotKeys keys(*connection);
+    linux::HotKeyLosses losses(keys);
     slow.setDelay(milliseconds(350));
     connection->beginTurn();
     EXPECT_NE(registerKey(keys), noErr);
-    EXPECT_TRUE(keys.takeLoss()) << "whoever registers keys is not told to do so once more";
+    EXPECT_TRUE(losses.take()) << "whoever registers keys is not told to do so once more";
     slow.setDelay({});
     connection->beginTurn();
     EXPECT_EQ(registerKey(keys), noErr);
-    EXPECT_FALSE(keys.takeLoss());
+    EXPECT_FALSE(losses.take());
 }
 
 TEST_F(SlowX11Desktop, APanelThatDoesNotAnswerInTimeIsAskedForAgain) {

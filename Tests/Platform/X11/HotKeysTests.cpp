@@ -1,5 +1,6 @@
 #include "Platform/Linux/KeyPositions.h"
 #include "Platform/X11/HotKeys.h"
+#include "Tests/Platform/Linux/HotKeyLosses.h"
 #include "XServer.h"
 
 #include <gtest/gtest.h>
@@ -78,6 +79,7 @@ protected:
     Connection connection{Connection::open(server.display()).value()};
     Connection manager{Connection::open(server.display()).value()};
     HotKeys keys{connection};
+    linux::HotKeyLosses losses{keys};
     std::optional<KeyboardMap> map;
     std::vector<std::uint32_t> pressed;
 };
@@ -165,7 +167,7 @@ TEST_F(X11HotKeys, BothKindsOfEventsAreOfOneKeyboard) {
 TEST_F(X11HotKeys, ABorrowedKeyThatSomebodyElseTakesInTheSameWayIsLost) {
     keys.setBorrows(true);
     ASSERT_EQ(add(borrowedKey, 7).status, noErr);
-    EXPECT_FALSE(keys.takeLoss());
+    EXPECT_FALSE(losses.take());
     // As a client would that comes between the end of our grab and the next one.
     KeyGrabs(connection).release(combinationOf(borrowedKey), map->lockModifiers, KeyGrabs::Kind::extension);
     connection.beginTurn();
@@ -174,7 +176,7 @@ TEST_F(X11HotKeys, ABorrowedKeyThatSomebodyElseTakesInTheSameWayIsLost) {
     ASSERT_TRUE(KeyGrabs(manager).renew(combinationOf(borrowedKey), map->lockModifiers, KeyGrabs::Kind::extension));
     connection.beginTurn();
     EXPECT_TRUE(keys.renewBorrowed());
-    EXPECT_TRUE(keys.takeLoss());
+    EXPECT_TRUE(losses.take());
     EXPECT_EQ(loan(borrowedKey), HotKeyLoan::none);
     hand(XCB_INPUT_KEY_PRESS, combinationOf(borrowedKey));
     EXPECT_EQ(takePressed(), Ids{});

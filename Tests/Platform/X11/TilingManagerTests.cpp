@@ -148,14 +148,14 @@ TEST_F(TilingManagerTest, TheDesktopHasItsName) {
 }
 
 TEST_F(TilingManagerTest, IsTrustedWhileItCanBeAsked) {
-    EXPECT_EQ(followed.desktop->hindrance(), "");
+    EXPECT_EQ(accessibility().obstacle(), std::nullopt);
     state.isReachable = false;
-    EXPECT_FALSE(accessibility().isProcessTrusted());
-    EXPECT_EQ(followed.desktop->hindrance(), "tiler does not answer at its socket");
+    EXPECT_EQ(accessibility().obstacle(),
+              (AccessObstacle{.kind = AccessObstacle::Kind::silentWindowManager, .desktop = "tiler"}));
     // Nobody asks it while another one is in charge.
     identify("another");
-    EXPECT_TRUE(accessibility().isProcessTrusted());
-    EXPECT_EQ(followed.desktop->hindrance(), "");
+    settle();
+    EXPECT_EQ(accessibility().obstacle(), std::nullopt);
 }
 
 TEST_F(TilingManagerTest, TellsWhereAWindowIsSeen) {

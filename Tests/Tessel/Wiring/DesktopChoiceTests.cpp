@@ -109,7 +109,7 @@ TEST(DesktopChoice, AnUnknownCompositorIsADesktopThatSaysWhatIsMissing) {
     ASSERT_TRUE(desktop.has_value());
     EXPECT_EQ((*desktop)->name(), "none");
     EXPECT_FALSE((*desktop)->accessibility().isProcessTrustedWithPrompt());
-    EXPECT_NE((*desktop)->hindrance(), "");
+    EXPECT_EQ((*desktop)->accessibility().obstacle()->kind, platform::AccessObstacle::Kind::unknownCompositor);
     EXPECT_EQ((*desktop)->ownWindows().protocol(), platform::OwnWindows::Protocol::wayland);
 }
 
