@@ -1,8 +1,5 @@
 #include "CorvidKit/DeferredToolkit.h"
 
-#include "Platform/MainActor.h"
-#include "Platform/Platform.h"
-
 #include <utility>
 
 namespace corvid {
@@ -27,7 +24,7 @@ void DeferredToolkit::enter() {
         return;
     }
     // In a turn of its own: starting may have taken all the time that one turn has for questions to the desktop.
-    platform::current().mainActor.post([this] {
+    mainActor.post([this] {
         for (const Waiting& each : std::exchange(waiting, {})) {
             each.work(*toolkit);
         }

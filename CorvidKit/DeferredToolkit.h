@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/MainActor.h"
 #include "Platform/Toolkit.h"
 
 #include <functional>
@@ -18,8 +19,10 @@ public:
     using HandOver = std::function<void(std::function<void()>)>;
     using Work = std::function<void(platform::Toolkit& toolkit)>;
 
-    DeferredToolkit(Start start, HandOver handOver)
-        : start(std::move(start))
+    /// `mainActor` outlives this.
+    DeferredToolkit(platform::MainActor& mainActor, Start start, HandOver handOver)
+        : mainActor(mainActor)
+        , start(std::move(start))
         , handOver(std::move(handOver)) {}
 
     DeferredToolkit(const DeferredToolkit&) = delete;
@@ -41,6 +44,7 @@ private:
 
     void enter();
 
+    platform::MainActor& mainActor;
     Start start;
     HandOver handOver;
     std::vector<Waiting> waiting;

@@ -1,8 +1,6 @@
 #include "Tessel/RemoteControl.h"
 
 #include "CorvidKit/Concurrency.h"
-#include "Platform/Platform.h"
-#include "Platform/ThisApplication.h"
 #include "Tessel/AccessText.h"
 #include "Tessel/HolderText.h"
 #include "Tessel/ShortcutText.h"
@@ -74,7 +72,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
         .isEnabled = state.isEnabled(),
         .isTrusted = state.hasAccessibility(),
         .borrowsShortcuts = state.borrowsShortcuts(),
-        .isReplaced = platform::current().thisApplication.isReplaced(),
+        .isReplaced = surroundings.application.isReplaced(),
         .version = surroundings.version,
         .backend = surroundings.backend(),
         .shortcuts = {},
@@ -98,7 +96,7 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
                                                                       : "active"};
         if (const auto holder = state.shortcutHolders().find(action); holder != state.shortcutHolders().end()) {
             shortcut.heldBy = holder->second.heldBy;
-            shortcut.purpose = purposeText(holder->second, platform::current().localization);
+            shortcut.purpose = purposeText(holder->second, surroundings.localization);
         }
         shortcut.isBorrowed = borrowed.contains(action);
         shortcut.canBeBorrowed = lendable.contains(action);
@@ -167,7 +165,7 @@ ControlAnswer<void> RemoteControl::setBorrowsShortcuts(bool borrows) {
 
 ControlAnswer<void> RemoteControl::quit() {
     assertRequestOnMainThread(__LINE__);
-    surroundings.quit();
+    surroundings.application.terminate();
     return {};
 }
 

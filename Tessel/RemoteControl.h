@@ -1,6 +1,8 @@
 #pragma once
 
 #include "Platform/ControlRequests.h"
+#include "Platform/Localization.h"
+#include "Platform/ThisApplication.h"
 #include "Tessel/AppState.h"
 
 #include <functional>
@@ -15,8 +17,11 @@ namespace tessel {
 /// thread stops the process.
 class RemoteControl final : public platform::ControlRequests {
 public:
+    /// All of it outlives this.
     struct Surroundings {
         std::string version;
+        const platform::Localization& localization;
+        platform::ThisApplication& application;
         /// The kind of desktop, as in "X11"; the window manager may be replaced by one of another kind.
         std::function<std::string()> backend;
         /// A warning for the user while windows can be moved, as part of a sentence; empty where there is none. May be
@@ -24,8 +29,6 @@ public:
         std::function<std::string()> caution = {};
         /// Shows the program to the user.
         std::function<void()> open;
-        /// Ends the program after the present turn of the event loop.
-        std::function<void()> quit;
     };
 
     /// A rule's identifier is no longer than a file's name (NAME_MAX on Linux).

@@ -1,10 +1,6 @@
 #include "Tessel/StatusMenu.h"
 
 #include "CorvidKit/Concurrency.h"
-#include "Platform/Localization.h"
-#include "Platform/MainActor.h"
-#include "Platform/Platform.h"
-#include "Platform/ThisApplication.h"
 #include "Tessel/StatusText.h"
 
 #include <functional>
@@ -24,14 +20,14 @@ std::function<void()> onMainThread(std::function<void()> action) {
 
 } // namespace
 
-StatusMenu::StatusMenu(AppState& state, platform::StatusItem& item, Ways ways)
+StatusMenu::StatusMenu(AppState& state, platform::StatusItem& item, Surroundings surroundings)
     : state(state)
     , item(item)
-    , ways(std::move(ways)) {
+    , surroundings(std::move(surroundings)) {
     update();
     changes = state.objectWillChange().subscribe([this] {
-        // Told before the change.
-        platform::current().mainActor.post([this, watch = lifetime.watch()] {
+        // Sent before the change.
+        this->surroundings.mainActor.post([this, watch = lifetime.watch()] {
             if (!watch.isOver()) {
                 update();
             }
@@ -40,11 +36,11 @@ StatusMenu::StatusMenu(AppState& state, platform::StatusItem& item, Ways ways)
 }
 
 void StatusMenu::update() {
-    const platform::Localization& localization = platform::current().localization;
+    const platform::Localization& localization = surroundings.localization;
     const bool isEnabled = state.isEnabled();
     std::string text = statusText(state.status(), state.rules().size(), localization);
     // A panel reads the whole menu again when it is told of a new one.
-    const bool isReplaced = platform::current().thisApplication.isReplaced();
+    const bool isReplaced = surroundings.application.isReplaced();
     if (shownSwitch == isEnabled && shownText == text && showsReplacement == isReplaced) {
         return;
     }
@@ -61,7 +57,7 @@ void StatusMenu::update() {
                          .action = nullptr});
         lines.push_back({.title = localization.text("Tessel", "Restart Tessel"),
                          .isChecked = std::nullopt,
-                         .action = onMainThread([] { platform::current().thisApplication.restart(); })});
+                         .action = onMainThread([&application = surroundings.application] { application.restart(); })});
     }
     lines.push_back({.title = localization.text("Tessel", isEnabled ? "Turn off" : "Turn on"),
                      .isChecked = std::nullopt,
@@ -69,10 +65,10 @@ void StatusMenu::update() {
     lines.push_back({.title = "", .isChecked = std::nullopt, .action = nullptr});
     lines.push_back({.title = localization.text("Tessel", "Open Tessel"),
                      .isChecked = std::nullopt,
-                     .action = onMainThread(ways.open)});
+                     .action = onMainThread(surroundings.open)});
     lines.push_back({.title = localization.text("CorvidKit", "Quit"),
                      .isChecked = std::nullopt,
-                     .action = onMainThread(ways.quit)});
+                     .action = onMainThread([&application = surroundings.application] { application.terminate(); })});
     item.setMenu(std::move(lines));
 }
 

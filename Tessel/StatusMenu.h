@@ -2,7 +2,10 @@
 
 #include "CorvidKit/Lifetime.h"
 #include "CorvidKit/Publisher.h"
+#include "Platform/Localization.h"
+#include "Platform/MainActor.h"
 #include "Platform/StatusItem.h"
+#include "Platform/ThisApplication.h"
 #include "Tessel/AppState.h"
 
 #include <functional>
@@ -15,15 +18,17 @@ namespace tessel {
 /// the program and out of it; and, where it was replaced, the way to what is in its place. Main thread only.
 class StatusMenu {
 public:
-    struct Ways {
+    /// All of it outlives the menu.
+    struct Surroundings {
+        platform::MainActor& mainActor;
+        const platform::Localization& localization;
+        platform::ThisApplication& application;
         /// Shows the program to the user.
         std::function<void()> open;
-        /// Ends the program after the present turn of the event loop.
-        std::function<void()> quit;
     };
 
     /// `state` and `item` must outlive the menu, and the state the item.
-    StatusMenu(AppState& state, platform::StatusItem& item, Ways ways);
+    StatusMenu(AppState& state, platform::StatusItem& item, Surroundings surroundings);
     StatusMenu(const StatusMenu&) = delete;
     StatusMenu& operator=(const StatusMenu&) = delete;
     ~StatusMenu() = default;
@@ -34,7 +39,7 @@ public:
 private:
     AppState& state;
     platform::StatusItem& item;
-    Ways ways;
+    Surroundings surroundings;
     /// What the item says at present.
     std::string shownText;
     std::optional<bool> shownSwitch;

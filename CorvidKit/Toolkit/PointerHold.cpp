@@ -1,7 +1,5 @@
 #include "CorvidKit/Toolkit/PointerHold.h"
 
-#include "Platform/Platform.h"
-
 namespace corvid::toolkit {
 
 void PointerHold::begin() {
@@ -23,7 +21,7 @@ void PointerHold::noticeInput() {
     if (!isWanted) {
         return;
     }
-    lastInput = platform::current().mainActor.now();
+    lastInput = mainActor.now();
     if (!isHeld && !pendingTry) {
         tries = 0;
         take();
@@ -36,15 +34,14 @@ void PointerHold::take() {
     if (isHeld) {
         watch();
     } else if (++tries <= mostTries) {
-        platform::MainActor& mainActor = platform::current().mainActor;
         pendingTry = mainActor.schedule(mainActor.now() + pause, pause, [this] { take(); });
     }
 }
 
 void PointerHold::watch() {
     // Looked at rather than set anew with every movement of the pointer.
-    pendingEnd = platform::current().mainActor.schedule(lastInput + patience, patience / 10, [this] {
-        if (platform::current().mainActor.now() < lastInput + patience) {
+    pendingEnd = mainActor.schedule(lastInput + patience, patience / 10, [this] {
+        if (mainActor.now() < lastInput + patience) {
             watch();
         } else {
             isHeld = false;

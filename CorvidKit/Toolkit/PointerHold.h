@@ -20,8 +20,9 @@ public:
     static constexpr int mostTries = 100;
 
     /// `hold` takes the pointer or lets go of it, and gives whether that was done.
-    explicit PointerHold(std::function<bool(bool)> hold)
-        : hold(std::move(hold)) {}
+    PointerHold(platform::MainActor& mainActor, std::function<bool(bool)> hold)
+        : mainActor(mainActor)
+        , hold(std::move(hold)) {}
 
     /// Takes the pointer, as soon as it can be had.
     void begin();
@@ -36,6 +37,7 @@ private:
     void take();
     void watch();
 
+    platform::MainActor& mainActor;
     std::function<bool(bool)> hold;
     bool isWanted = false;
     bool isHeld = false;

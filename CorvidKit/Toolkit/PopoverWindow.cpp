@@ -5,7 +5,6 @@
 #include "CorvidKit/Toolkit/PopoverPlacement.h"
 #include "CorvidKit/Toolkit/ScreenPixels.h"
 #include "Platform/MainActor.h"
-#include "Platform/Platform.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -124,7 +123,7 @@ PopoverWindow::Anchor PopoverWindow::withPointer(const Anchor& wanted) const {
 }
 
 void PopoverWindow::show(const Anchor& newAnchor, Edge /*preferredEdge*/) {
-    const auto now = platform::current().mainActor.now();
+    const auto now = surroundings.mainActor.now();
     if (isShown() || (keyboardLoss && now - *keyboardLoss < clickTime) || surroundings.ownWindows == nullptr) {
         return;
     }
@@ -247,7 +246,7 @@ void PopoverWindow::followKeyboard() {
         !surroundings.ownWindows->hasKeyboard(window->winId())) {
         performClose();
         if (isManaged()) {
-            keyboardLoss = platform::current().mainActor.now();
+            keyboardLoss = surroundings.mainActor.now();
         }
     }
 }
@@ -259,8 +258,7 @@ void PopoverWindow::expectKeyboard() {
     if (!isManaged() || behavior != Behavior::transient || ++looks > mostLooks) {
         return;
     }
-    platform::MainActor& mainActor = platform::current().mainActor;
-    pendingLook = mainActor.schedule(mainActor.now() + pause, pause / 10, [this] {
+    pendingLook = surroundings.mainActor.schedule(surroundings.mainActor.now() + pause, pause / 10, [this] {
         if (surroundings.ownWindows->isKeyboardElsewhere()) {
             performClose();
         } else {

@@ -86,7 +86,8 @@ private: // NOLINT(readability-redundant-access-specifiers): those before are sl
     std::unique_ptr<QQuickWindow> window;
     std::unique_ptr<QQuickItem> frame;
     std::unique_ptr<QQuickItem> content;
-    PointerHold pointerHold{[this](bool holds) { return window && window->setMouseGrabEnabled(holds); }};
+    PointerHold pointerHold{surroundings.mainActor,
+                            [this](bool holds) { return window && window->setMouseGrabEnabled(holds); }};
     std::unique_ptr<platform::LockWatch> lockWatch;
     /// Whose font scale is followed.
     QPointer<QScreen> followed;

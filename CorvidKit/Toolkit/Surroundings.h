@@ -2,6 +2,7 @@
 
 #include "Platform/Appearance.h"
 #include "Platform/HostedLoop.h"
+#include "Platform/MainActor.h"
 #include "Platform/OwnWindows.h"
 #include "Platform/Screens.h"
 #include "Platform/SessionLock.h"
@@ -14,6 +15,7 @@ namespace corvid::toolkit {
 /// The toolkit's dependencies. Everything here outlives it.
 struct Surroundings {
     platform::HostedLoop& mainLoop;
+    platform::MainActor& mainActor;
     platform::Appearance& appearance;
     /// Null where there is no desktop, and nothing but pictures can be had.
     platform::OwnWindows* ownWindows;

@@ -73,6 +73,7 @@ int main(int count, char** arguments) {
     platform::simulated::Desktop desktop;
     qputenv("QT_SCALE_FACTOR", "2");
     const auto toolkit = corvid::toolkit::QuickToolkit::start({.mainLoop = loop,
+                                                               .mainActor = desktop.mainActor,
                                                                .appearance = desktop.appearance,
                                                                .ownWindows = nullptr,
                                                                .screens = desktop.screens,

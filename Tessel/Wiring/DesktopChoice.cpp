@@ -7,8 +7,6 @@
 #include "Platform/KWin/Desktop.h"
 #include "Platform/Linux/Holders/SettingsHolders.h"
 #include "Platform/Linux/Holders/XfceHolders.h"
-#include "Platform/Localization.h"
-#include "Platform/Platform.h"
 #include "Platform/Sway/Desktop.h"
 #include "Platform/X11/Desktop.h"
 #include "Tessel/Wiring/UnsupportedDesktop.h"
@@ -30,8 +28,7 @@ using Opened = std::expected<std::unique_ptr<platform::linux::Desktop>, std::str
 struct Candidate {
     DesktopKind kind;
     bool (*isThere)(const SessionFacts& facts);
-    Opened (*open)(MainLoop& mainLoop, SessionBus& sessionBus, const SessionFacts& facts,
-                   const ProgramFolders& folders);
+    Opened (*open)(const DesktopNeeds& needs, const SessionFacts& facts);
 };
 
 bool isSway(const SessionFacts& facts) {
@@ -79,52 +76,50 @@ void addHolders(platform::x11::Desktop& desktop, MainLoop& mainLoop, SessionBus&
         {.windowManager = "KWin", .holders = std::make_unique<platform::kwin::AccelHolders>(mainLoop, sessionBus)});
 }
 
-Opened openX11(MainLoop& mainLoop, SessionBus& sessionBus, const SessionFacts& /*facts*/,
-               const ProgramFolders& /*folders*/) {
+Opened openX11(const DesktopNeeds& needs, const SessionFacts& /*facts*/) {
     // Window managers come and go while this runs; i3 is asked in its own way whenever it is the one in charge.
-    auto opened = platform::x11::Desktop::open(mainLoop, std::make_unique<platform::i3::Manager>(mainLoop));
+    auto opened = platform::x11::Desktop::open(needs.mainLoop, std::make_unique<platform::i3::Manager>(needs.mainLoop));
     if (!opened) {
         return std::unexpected(opened.error());
     }
-    addHolders(**opened, mainLoop, sessionBus);
+    addHolders(**opened, needs.mainLoop, needs.sessionBus);
     return *std::move(opened);
 }
 
 /// What the user reads of a shortcut in the system's settings.
-std::string titleOf(std::uint32_t keyCode, std::uint32_t modifiers) {
+std::string titleOf(const platform::Localization& localization, std::uint32_t keyCode, std::uint32_t modifiers) {
     const corvid::Shortcut wanted{.keyCode = keyCode, .modifiers = modifiers};
     for (const auto& [action, shortcut] : WindowAction::shortcuts()) {
         if (shortcut == wanted) {
-            return platform::current().localization.text("Tessel", action.title());
+            return localization.text("Tessel", action.title());
         }
     }
     return wanted.displayString();
 }
 
-Opened openKWin(MainLoop& mainLoop, SessionBus& /*sessionBus*/, const SessionFacts& /*facts*/,
-                const ProgramFolders& folders) {
-    return std::make_unique<platform::kwin::Desktop>(mainLoop, folders.kwinScript, titleOf);
+Opened openKWin(const DesktopNeeds& needs, const SessionFacts& /*facts*/) {
+    return std::make_unique<platform::kwin::Desktop>(
+        needs.mainLoop, needs.folders.kwinScript,
+        [&localization = needs.localization](std::uint32_t keyCode, std::uint32_t modifiers) {
+            return titleOf(localization, keyCode, modifiers);
+        });
 }
 
-Opened openGnomeShell(MainLoop& mainLoop, SessionBus& /*sessionBus*/, const SessionFacts& /*facts*/,
-                      const ProgramFolders& folders) {
+Opened openGnomeShell(const DesktopNeeds& needs, const SessionFacts& /*facts*/) {
     using platform::gnomeshell::Desktop;
-    return std::make_unique<Desktop>(mainLoop,
-                                     Desktop::Folders{.extension = folders.shellExtension, .icons = folders.icons});
+    return std::make_unique<Desktop>(
+        needs.mainLoop, Desktop::Folders{.extension = needs.folders.shellExtension, .icons = needs.folders.icons});
 }
 
-Opened openSway(MainLoop& mainLoop, SessionBus& /*sessionBus*/, const SessionFacts& facts,
-                const ProgramFolders& /*folders*/) {
-    return std::make_unique<platform::sway::Desktop>(mainLoop, facts.swaySocket);
+Opened openSway(const DesktopNeeds& needs, const SessionFacts& facts) {
+    return std::make_unique<platform::sway::Desktop>(needs.mainLoop, facts.swaySocket);
 }
 
-Opened openUnsupported(MainLoop& /*mainLoop*/, SessionBus& /*sessionBus*/, const SessionFacts& /*facts*/,
-                       const ProgramFolders& /*folders*/) {
+Opened openUnsupported(const DesktopNeeds& /*needs*/, const SessionFacts& /*facts*/) {
     return std::make_unique<UnsupportedDesktop>();
 }
 
-Opened openNothing(MainLoop& /*mainLoop*/, SessionBus& /*sessionBus*/, const SessionFacts& /*facts*/,
-                   const ProgramFolders& /*folders*/) {
+Opened openNothing(const DesktopNeeds& /*needs*/, const SessionFacts& /*facts*/) {
     return std::unexpected("there is no desktop to work on (neither WAYLAND_DISPLAY nor DISPLAY is set)");
 }
 
@@ -148,9 +143,8 @@ DesktopKind desktopKind(const SessionFacts& facts) {
     return candidateFor(facts).kind;
 }
 
-Opened openDesktop(MainLoop& mainLoop, SessionBus& sessionBus, const SessionFacts& facts,
-                   const ProgramFolders& folders) {
-    return candidateFor(facts).open(mainLoop, sessionBus, facts, folders);
+Opened openDesktop(const DesktopNeeds& needs, const SessionFacts& facts) {
+    return candidateFor(facts).open(needs, facts);
 }
 
 } // namespace tessel

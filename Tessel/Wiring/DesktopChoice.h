@@ -3,6 +3,7 @@
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Desktop.h"
 #include "Platform/Linux/MainLoop.h"
+#include "Platform/Localization.h"
 #include "Tessel/Wiring/SessionFacts.h"
 
 #include <cstdint>
@@ -22,6 +23,14 @@ struct ProgramFolders {
     std::filesystem::path kwinScript;
 };
 
+/// What a desktop is opened with. All of it outlives the desktop.
+struct DesktopNeeds {
+    platform::linux::MainLoop& mainLoop;
+    platform::linux::SessionBus& sessionBus;
+    const platform::Localization& localization;
+    ProgramFolders folders;
+};
+
 enum class DesktopKind : std::uint8_t {
     sway,
     kwin,
@@ -36,10 +45,9 @@ enum class DesktopKind : std::uint8_t {
 /// Who places the windows of the session. A plain X11 desktop is taken only where there is no Wayland session.
 [[nodiscard]] DesktopKind desktopKind(const SessionFacts& facts);
 
-/// The desktop of the session; loop and bus have to outlive it. One that we have no way to is not an error: the program
-/// runs on it, and says what is missing. The error is a sentence for the user.
+/// The desktop of the session. One without a backend is no error: the program runs on it and says what is missing. The
+/// error is a sentence for the user.
 [[nodiscard]] std::expected<std::unique_ptr<platform::linux::Desktop>, std::string>
-openDesktop(platform::linux::MainLoop& mainLoop, platform::linux::SessionBus& sessionBus, const SessionFacts& facts,
-            const ProgramFolders& folders);
+openDesktop(const DesktopNeeds& needs, const SessionFacts& facts);
 
 } // namespace tessel

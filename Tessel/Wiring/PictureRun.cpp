@@ -119,6 +119,7 @@ void drawPictures(const std::string& directory, Count& begun) {
     platform::linux::PluginFile plugin(menuPlugin());
     const std::unique_ptr<platform::Toolkit> toolkit =
         startToolkit(plugin, {.mainLoop = mainLoop,
+                              .mainActor = mainLoop,
                               .appearance = appearance,
                               .ownWindows = nullptr,
                               .screens = desktop.screens,

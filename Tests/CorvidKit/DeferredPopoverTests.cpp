@@ -56,7 +56,8 @@ protected:
     platform::simulated::Popover real{desktop.trace};
     bool canStart = true;
     std::function<void()> host;
-    DeferredToolkit toolkit{[this]() -> std::unique_ptr<platform::Toolkit> {
+    DeferredToolkit toolkit{desktop.mainActor,
+                            [this]() -> std::unique_ptr<platform::Toolkit> {
                                 desktop.trace.record("start toolkit");
                                 if (!canStart) {
                                     return nullptr;

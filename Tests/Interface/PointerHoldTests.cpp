@@ -17,11 +17,11 @@ protected:
     bool isTakenByOthers = false;
     bool isHeld = false;
     int tries = 0;
-    PointerHold pointer{[this](bool holds) {
-        tries += holds ? 1 : 0;
-        isHeld = holds && !isTakenByOthers;
-        return !holds || isHeld;
-    }};
+    PointerHold pointer{desktop.mainActor, [this](bool holds) {
+                            tries += holds ? 1 : 0;
+                            isHeld = holds && !isTakenByOthers;
+                            return !holds || isHeld;
+                        }};
 };
 
 TEST_F(PointerHoldTest, HoldsThePointerUntilItEnds) {

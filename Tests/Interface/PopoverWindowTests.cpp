@@ -73,6 +73,7 @@ protected:
     /// What happens while the content is made.
     std::function<void()> meanwhile;
     PopoverWindow popover{{.mainLoop = loop,
+                           .mainActor = desktop.mainActor,
                            .appearance = desktop.appearance,
                            .ownWindows = &desktop.ownWindows,
                            .screens = desktop.screens,

@@ -40,14 +40,18 @@ protected:
     AppState state{desktop.standardUserDefaults, false, dispatcher};
     std::unique_ptr<platform::StatusItem> item = desktop.statusBar.createStatusItem("Item-0");
     RemoteControl remote{state, RemoteControl::Surroundings{.version = "1.2",
+                                                            .localization = desktop.localization,
+                                                            .application = desktop.thisApplication,
                                                             .backend = [] { return std::string("Simulated"); },
-                                                            .open = tellsOfItself("opened"),
-                                                            .quit = tellsOfItself("ended")}};
+                                                            .open = tellsOfItself("opened")}};
 };
 
 TEST_F(CallbackDeathTest, ALineOfTheItemsMenuIsOfTheMainThread) {
     const StatusMenu menu(state, *item,
-                          StatusMenu::Ways{.open = tellsOfItself("opened"), .quit = tellsOfItself("ended")});
+                          StatusMenu::Surroundings{.mainActor = desktop.mainActor,
+                                                   .localization = desktop.localization,
+                                                   .application = desktop.thisApplication,
+                                                   .open = tellsOfItself("opened")});
     for (const std::size_t line : {1U, 3U, 4U}) {
         stopsAt("Tessel/StatusMenu", [&] { desktop.statusBar.items().front()->choose(line); });
     }

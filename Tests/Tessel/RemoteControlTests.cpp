@@ -25,10 +25,11 @@ protected:
         if (!made) {
             state.emplace(desktop.standardUserDefaults, false, dispatcher);
             made.emplace(*state, RemoteControl::Surroundings{.version = "1.2",
+                                                             .localization = desktop.localization,
+                                                             .application = desktop.thisApplication,
                                                              .backend = [] { return std::string("Simulated"); },
                                                              .caution = [this] { return caution; },
-                                                             .open = [this] { calls.emplace_back("open"); },
-                                                             .quit = [this] { calls.emplace_back("quit"); }});
+                                                             .open = [this] { calls.emplace_back("open"); }});
         }
         return *made;
     }
@@ -285,7 +286,8 @@ TEST_F(Remote, KeepsTheConsentWhereNothingSpeaksAgainstIt) {
 TEST_F(Remote, OpeningAndQuittingAreLeftToTheProgram) {
     EXPECT_TRUE(control().open());
     EXPECT_TRUE(control().quit());
-    EXPECT_EQ(calls, (std::vector<std::string>{"open", "quit"}));
+    EXPECT_EQ(calls, std::vector<std::string>{"open"});
+    EXPECT_EQ(desktop.trace.take("terminate").size(), 1U);
 }
 
 } // namespace

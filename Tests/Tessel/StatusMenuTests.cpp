@@ -32,9 +32,11 @@ protected:
     AppState state{store, false, dispatcher};
     std::unique_ptr<platform::StatusItem> item = desktop.statusBar.createStatusItem("Item-0");
     int opened = 0;
-    int ended = 0;
     std::optional<StatusMenu> menu{std::in_place, state, *item,
-                                   StatusMenu::Ways{.open = [this] { ++opened; }, .quit = [this] { ++ended; }}};
+                                   StatusMenu::Surroundings{.mainActor = desktop.mainActor,
+                                                            .localization = desktop.localization,
+                                                            .application = desktop.thisApplication,
+                                                            .open = [this] { ++opened; }}};
 };
 
 TEST_F(StatusMenuOfAnItem, SaysHowTheProgramStandsAndWhatCanBeDone) {
@@ -61,9 +63,9 @@ TEST_F(StatusMenuOfAnItem, SwitchesTheProgramOffAndOnAgain) {
 TEST_F(StatusMenuOfAnItem, LeadsToTheProgramAndOutOfIt) {
     shown().choose(3);
     EXPECT_EQ(opened, 1);
-    EXPECT_EQ(ended, 0);
+    EXPECT_EQ(desktop.trace.take("terminate").size(), 0U);
     shown().choose(4);
-    EXPECT_EQ(ended, 1);
+    EXPECT_EQ(desktop.trace.take("terminate").size(), 1U);
 }
 
 TEST_F(StatusMenuOfAnItem, LeadsToWhatHasTakenItsPlace) {

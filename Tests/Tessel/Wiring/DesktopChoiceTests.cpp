@@ -1,3 +1,4 @@
+#include "Platform/Simulated/Localization.h"
 #include "Tessel/Wiring/DesktopChoice.h"
 
 #include <gtest/gtest.h>
@@ -105,7 +106,9 @@ TEST(DesktopChoice, AnUnknownCompositorIsADesktopThatSaysWhatIsMissing) {
     const Session session{.what = {}, .expected = Kind::unsupported, .display = ":0", .waylandDisplay = "wayland-1"};
     platform::linux::MainLoop mainLoop;
     platform::linux::SessionBus bus(mainLoop, std::nullopt);
-    const auto desktop = openDesktop(mainLoop, bus, session.facts(), {});
+    const platform::simulated::Localization localization;
+    const auto desktop = openDesktop(
+        {.mainLoop = mainLoop, .sessionBus = bus, .localization = localization, .folders = {}}, session.facts());
     ASSERT_TRUE(desktop.has_value());
     EXPECT_EQ((*desktop)->name(), "none");
     EXPECT_FALSE((*desktop)->accessibility().isProcessTrustedWithPrompt());
@@ -117,7 +120,9 @@ TEST(DesktopChoice, WithoutADisplayThereIsNoDesktop) {
     const Session session{.what = {}, .expected = Kind::none};
     platform::linux::MainLoop mainLoop;
     platform::linux::SessionBus bus(mainLoop, std::nullopt);
-    const auto desktop = openDesktop(mainLoop, bus, session.facts(), {});
+    const platform::simulated::Localization localization;
+    const auto desktop = openDesktop(
+        {.mainLoop = mainLoop, .sessionBus = bus, .localization = localization, .folders = {}}, session.facts());
     ASSERT_FALSE(desktop.has_value());
     EXPECT_NE(desktop.error().find("DISPLAY"), std::string::npos);
 }
