@@ -32,8 +32,8 @@ public:
     /// Null until it has been started.
     [[nodiscard]] platform::Toolkit* started() const { return toolkit.get(); }
 
-    /// Starts the toolkit, unless it has been, and gives it to `work`; otherwise calls `failed`. What cannot be started
-    /// is tried again the next time.
+    /// Starts the toolkit if it is not started yet, and gives it to `work`. Where it cannot be started, calls `failed`;
+    /// the next call tries again.
     void use(Work work, std::function<void()> failed);
 
 private:

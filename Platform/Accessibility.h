@@ -103,7 +103,7 @@ public:
     /// The element of an application. Never fails: an element of a process that does not exist fails when it is used.
     [[nodiscard]] virtual AXUIElement applicationElement(ProcessIdentifier process) = 0;
 
-    /// Reads an attribute. A position or size read after a write of the same turn tells what the window settled on:
+    /// Reads an attribute. A position or size read after a write of the same turn is what the window settled on:
     /// the backend waits for the owner and the window manager to have handled the write, within the bound above.
     [[nodiscard]] virtual std::expected<AXValue, AXError> copyAttributeValue(const AXUIElement& element,
                                                                              std::string_view attribute) = 0;

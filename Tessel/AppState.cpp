@@ -37,7 +37,7 @@ void assertStateOnMainThread(unsigned line) {
     corvid::assertIsolated({.file = "Tessel/AppState", .line = line});
 }
 
-/// What the website calls this program.
+/// The program's name on the website.
 constexpr const char* websiteName = "tessel";
 
 corvid::UpdateCenter makeUpdateCenter(bool isPreview) {

@@ -60,7 +60,7 @@ public:
     /// Adds, changes or (with nothing) removes one rule.
     void setRule(const std::string& bundleIdentifier, std::optional<WindowAction> action);
 
-    /// To be told on the main thread when applications were installed, changed or removed: they may go by other names
+    /// To be called on the main thread when applications were installed, changed or removed: they may go by other names
     /// now, and be the ones that a rule has waited for. Nothing is stored.
     void applicationsChanged();
 
@@ -104,12 +104,12 @@ public:
     /// pick with.
     void chooseApp(WindowAction action);
 
-    /// Emits before every assignment of a value above: whoever wants the new value looks in a later turn.
+    /// Emits before every assignment of a value above. A subscriber reads the new value in a later turn.
     [[nodiscard]] corvid::Publisher<>& objectWillChange() { return willChange; }
 
     const bool isPreview;
 
-    /// Carries out what the user asked for, and tells how far it got. If the window's desktop does not answer in time,
+    /// Carries out an order of the user and gives its outcome. If the window's desktop does not answer in time,
     /// the order is repeated when it may.
     WindowMover::Outcome perform(const WindowOrder& order, const platform::AXUIElement& window);
 

@@ -11,7 +11,7 @@ namespace tessel {
 
 namespace {
 
-/// What a panel calls: on another thread it stops the process.
+/// An action for the panel to call; a call on another thread stops the process.
 std::function<void()> onMainThread(std::function<void()> action) {
     return [action = std::move(action)] {
         corvid::assumeIsolated({.file = "Tessel/StatusMenu", .line = __LINE__}, action);
@@ -39,7 +39,7 @@ void StatusMenu::update() {
     const platform::Localization& localization = surroundings.localization;
     const bool isEnabled = state.isEnabled();
     std::string text = statusText(state.status(), state.rules().size(), localization);
-    // A panel reads the whole menu again when it is told of a new one.
+    // A panel reads the whole menu again after each change of it.
     const bool isReplaced = surroundings.application.isReplaced();
     if (shownSwitch == isEnabled && shownText == text && showsReplacement == isReplaced) {
         return;

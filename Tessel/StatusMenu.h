@@ -40,7 +40,7 @@ private:
     AppState& state;
     platform::StatusItem& item;
     Surroundings surroundings;
-    /// What the item says at present.
+    /// The text of the item at present.
     std::string shownText;
     std::optional<bool> shownSwitch;
     bool showsReplacement = false;

@@ -15,8 +15,8 @@
 #include <optional>
 #include <string>
 
-/// A desktop that is not there: nothing runs, nothing is shown, and whatever is asked for is refused. So that nobody
-/// has to ask first whether there is one.
+/// A desktop that is not there: nothing runs, nothing is shown, and every request is refused. With it, no caller has to
+/// check first whether there is a desktop.
 namespace platform::absent {
 
 class Accessibility final : public platform::Accessibility {
@@ -73,7 +73,7 @@ public:
     void unregisterHotKey(EventHotKeyRef /*reference*/) override {}
 };
 
-/// Windows that stand where the desktop puts them, as nobody can be asked about it.
+/// Windows that stand where the desktop puts them, because there is no way to place them.
 class OwnWindows final : public platform::OwnWindows {
 public:
     explicit OwnWindows(Protocol spoken)

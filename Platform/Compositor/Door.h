@@ -10,8 +10,8 @@
 
 namespace platform::compositor {
 
-/// The way to one compositor: keeps a `WindowTable` up to date and carries requests out. Nobody else knows how the
-/// compositor is spoken to. Main thread only; rectangles are in the compositor's own space.
+/// The way to one compositor: keeps a `WindowTable` up to date and carries requests out. No other class knows the
+/// compositor's protocol. Main thread only; rectangles are in the compositor's own space.
 class Door {
 public:
     Door() = default;
@@ -20,7 +20,7 @@ public:
     virtual ~Door() = default;
 
     /// Brings the table up to date, within `deadline`. Asked before the first reading of each turn of the event loop; a
-    /// door that is told of every change has nothing to do.
+    /// door that receives an event for every change has nothing to do.
     virtual void refresh(Instant deadline) = 0;
 
     /// Asks for a window's frame; a maximized or tiled window is released. Waits until the window has come to rest and

@@ -15,7 +15,7 @@ namespace platform::compositor {
 /// asking the compositor. Main thread only.
 class WindowTable {
 public:
-    /// Told synchronously of each change; must not change the table.
+    /// Called synchronously with each change; must not change the table.
     class Follower {
     public:
         Follower() = default;
@@ -25,7 +25,7 @@ public:
 
         /// A window that was not known. `wasThere`: it was there when the door opened.
         virtual void windowAppeared(const WindowIdentifier& identifier, const Window& window, bool wasThere) = 0;
-        /// What identifies its application has changed.
+        /// The clues that identify its application have changed.
         virtual void windowChangedIdentity(const WindowIdentifier& identifier, const Window& window) = 0;
         /// It can be dealt with. Once for each window, after it appeared; at once for those that were there.
         virtual void windowBecameReady(const WindowIdentifier& identifier, const Window& window) = 0;
@@ -47,7 +47,7 @@ public:
     WindowTable& operator=(const WindowTable&) = delete;
     ~WindowTable() = default;
 
-    /// Whom to tell. Whatever is known already is told at once as having been there.
+    /// Sets the one follower. Windows that are known already are reported at once, as having been there.
     void setFollower(Follower& told);
 
     /// Called synchronously when the door has opened or closed; must not change the table.

@@ -15,7 +15,7 @@
 
 namespace platform::gnomeshell {
 
-/// What a desktop needs before the rest of it.
+/// The members that live longer than the rest of the desktop.
 struct Ground {
     Ground(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder);
 
@@ -49,7 +49,7 @@ public:
 
     [[nodiscard]] linux::TrayPlace* trayPlace() override { return &topBar; }
 
-    /// Only the top bar tells where the item is.
+    /// Only the top bar reports the position of the item.
     [[nodiscard]] bool prefersOwnTrayPlace() const override { return true; }
 
     [[nodiscard]] std::string caution() override { return extension.caution(); }

@@ -44,7 +44,7 @@ void readDictionary(sd_bus_message* message, const Take& take) {
 
 } // namespace
 
-/// What comes from the shell; `data` is the extension.
+/// The handlers of the shell's replies; `data` is the extension.
 struct Extension::Answers {
     static Extension& self(void* data) { return *static_cast<Extension*>(data); }
 

@@ -79,7 +79,7 @@ private:
     /// As last seen among the files.
     std::optional<std::string> nextRevision;
     bool isWanted = false;
-    /// Nobody has been asked yet, and the extension has not worked in this process.
+    /// No request has come yet, and the extension has not worked in this process.
     bool isStarting = true;
     bool isWantedByTheUser = false;
     linux::OwnedSlot question;

@@ -142,7 +142,7 @@ void HotKeys::confirm() {
             continue;
         }
         const std::optional<Hold> hold = take(number, registered.accelerator);
-        // One that was refused is not asked for again: its loss is told, and then all are registered anew.
+        // A refused key is not requested again: its loss is reported, upon which all are registered anew.
         registered.isConfirmed = hold.has_value();
         registered.isBorrowed = hold == Hold::borrowed;
         isAnyLost = isAnyLost || hold == Hold::refused || hold == Hold::lendable;

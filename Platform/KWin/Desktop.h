@@ -12,7 +12,7 @@
 
 namespace platform::kwin {
 
-/// What the desktop is made of, which outlives what is built on it.
+/// The members that live longer than the rest of the desktop.
 struct DesktopParts {
     DesktopParts(linux::MainLoop& mainLoop, const std::filesystem::path& script, HotKeys::Naming naming);
 

@@ -17,18 +17,18 @@ namespace platform::kwin {
 class Door final : public compositor::Door, private ScriptLink::Receiver {
 public:
     /// Everything has to outlive this; `script` is the file that KWin loads. The bus must be this desktop's own: a
-    /// placement reads it while it waits. The door is closed until the script has told how things are.
+    /// placement reads it while it waits. The door is closed until the script has sent its first report.
     Door(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, compositor::WindowTable& table,
          std::filesystem::path script, ScriptLink::Timing timing = {});
 
     /// Waits until the door is open; gives whether it is.
     bool waitUntilOpen(Instant deadline);
 
-    /// Takes in what has arrived. KWin tells of every change by itself.
+    /// Processes the messages that have arrived. KWin reports every change by itself.
     void refresh(Instant deadline) override;
     /// A fullscreen window, or another that KWin does not let anybody move, is left alone: `cannotComplete`.
     AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
-    /// Nobody has to allow anything.
+    /// There is no permission to ask for.
     void prompt() override {}
 
     [[nodiscard]] AccessObstacle obstacle() const override {
@@ -43,7 +43,7 @@ private:
     struct Placement {
         std::uint64_t number = 0;
         compositor::WindowIdentifier window;
-        /// What it will have where it does as it is told.
+        /// The frame of a window that complies.
         corvid::CGRect frame;
         corvid::CGRect formerFrame;
         std::optional<ScriptMessages::Outcome> outcome;

@@ -28,7 +28,7 @@ int appendKeys(sd_bus_message* message, const KeySequences& keys) {
     return result < 0 ? result : sd_bus_message_close_container(message);
 }
 
-/// A call that starts nobody; null without a bus.
+/// A call that starts no service; null without a bus.
 linux::OwnedMessage newAccelCall(sd_bus* bus, const char* path, const char* interface, const char* method) {
     sd_bus_message* raw = nullptr;
     if (bus == nullptr || sd_bus_message_new_method_call(bus, &raw, GlobalAccel::name, path, interface, method) < 0) {

@@ -123,7 +123,7 @@ void HotKeys::busLeft() {
     keySignals.reset();
     settingsSignals.reset();
     owner.forget();
-    // Whoever is there next knows nothing of our keys, whatever it is called.
+    // The next server knows none of our keys, even under the same name.
     server = "-";
 }
 

@@ -62,12 +62,12 @@ public:
     /// The action that a combination is borrowed from; null where it is not.
     [[nodiscard]] const AccelAction* lender(std::int32_t key) const;
 
-    /// What is to be done before the handler is told of a press. Each press has a time of its own.
+    /// Sets the work that precedes the handler of each press: each press has a turn's time of its own.
     void setBeforePress(std::function<void()> work) { beforePress = std::move(work); }
 
 private:
     struct Registered {
-        /// What KGlobalAccel calls it.
+        /// Its name in KGlobalAccel.
         std::string action;
         std::string title;
         std::int32_t key = 0;
@@ -107,7 +107,7 @@ private:
     /// Keys that the user has just given to other actions.
     std::vector<std::pair<std::int32_t, AccelAction>> reassigned;
     linux::NameOwner owner;
-    /// Whose keys ours are; empty while nobody's are.
+    /// The owner of the service that holds our keys; empty while there is none.
     std::string server;
     bool areLeftoversCleared = false;
     linux::OwnedSlot keySignals;
@@ -115,7 +115,7 @@ private:
     std::map<std::uint64_t, Registered> registrations;
     std::uint64_t lastReference = 0;
     std::function<void()> beforePress;
-    /// The one whose key is down since its press was told.
+    /// The action whose press was reported and whose key is still down.
     std::string heldAction;
     std::deque<std::string> pressedActions;
     std::shared_ptr<HotKeys*> self = std::make_shared<HotKeys*>(this);

@@ -19,7 +19,7 @@
 
 namespace platform::linux {
 
-/// All that one kind of desktop does, whichever it is. What is given out lives as long as the desktop. Main thread
+/// The parts of one kind of desktop. References that it gives out are valid as long as the desktop lives. Main thread
 /// only.
 class Desktop {
 public:

@@ -65,7 +65,7 @@ public:
     void failBoxing(std::size_t boxing) { failingBoxings.insert(boxing); }
 
 private:
-    /// Counts an operation, interrupts it as asked for, and tells why it must not go on (`success` if it may).
+    /// Counts an operation and interrupts it as asked for. Gives the error that stops it (`success` if none does).
     AXError begin();
 
     Trace& trace;

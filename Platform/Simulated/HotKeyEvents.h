@@ -40,7 +40,7 @@ public:
 
     [[nodiscard]] HotKeyLoan loan(std::uint32_t keyCode, std::uint32_t modifiers) const override;
 
-    /// From now on the combination is somebody else's, and can be borrowed.
+    /// From now on another program holds the combination, and it can be borrowed.
     void lend(std::uint32_t keyCode, std::uint32_t modifiers) { lendable.insert({keyCode, modifiers}); }
 
     /// Whether borrowing changes the desktop's settings.

@@ -17,7 +17,7 @@
 
 namespace platform::sway {
 
-/// What has to be there before and after all that is done through the door.
+/// The members that live longer than the rest of the desktop.
 struct DesktopParts {
     DesktopParts(linux::MainLoop& mainLoop, const std::string& socketPath);
 
@@ -26,7 +26,7 @@ struct DesktopParts {
     Door door;
 };
 
-/// A sway desktop. It is taken for gone when nobody has listened at its socket for a while, and then ends the loop.
+/// A sway desktop. When its socket has had no listener for a while, sway counts as gone and the loop ends.
 class Desktop final : private DesktopParts, public compositor::Desktop, private Session::Follower {
 public:
     /// A compositor that is started anew, as by a supervisor, listens at the same socket before this is over.

@@ -15,7 +15,7 @@ namespace platform::sway {
 
 /// The door to sway. Windows are named by the number of their container.
 ///
-/// No event tells of geometry, so the layout is read whenever somebody wants to know; events only say that windows have
+/// No event carries geometry, so the layout is read for each question about it. Events only say that windows have
 /// come or gone or that the focus has moved, upon which it is read once for all of them.
 class Door final : public compositor::Door, private Session::Follower {
 public:
@@ -34,7 +34,7 @@ public:
         return {.kind = AccessObstacle::Kind::silentCompositor, .desktop = "sway"};
     }
 
-    /// sway does not tell.
+    /// sway does not report it.
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override { return std::nullopt; }
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
 
@@ -73,7 +73,7 @@ private:
     /// The workspaces of windows that are on one that is not shown.
     std::map<compositor::WindowIdentifier, std::string> hiddenWorkspaces;
     std::map<std::string, OwnPlace> ownPlaces;
-    /// What the compositor was told to do with windows of ours as they appear.
+    /// The rules for windows of ours that the compositor has already.
     std::set<std::string> ownWindowRules;
 };
 

@@ -166,12 +166,12 @@ std::vector<HotKeys::Binding> HotKeys::bindingsOver(const HotKeyCombination& com
 OSStatus HotKeys::bind(Registered& registered, std::uint64_t reference) {
     registered.bindings.clear();
     if (!session.isOpen()) {
-        // Bound once there is somebody to do it.
+        // Bound when the session opens.
         return noErr;
     }
     const ConfiguredBindings* present = configured();
     if (present == nullptr) {
-        // Whose it is cannot be told now, and is to be asked again.
+        // Whether the configuration binds it is not known now, so registering has to be tried again.
         tellOfLoss();
         return eventHotKeyExistsErr;
     }

@@ -27,14 +27,14 @@ namespace platform::sway {
 /// stay as they are, and come before those that name no layout (sway/input/keyboard.c, get_active_binding; measured
 /// with 1.7). Where the user's own hold, as on a locked screen, ours do not, and the user's act. Lines that name a
 /// layout or a keyboard come before ours or would be replaced: these are not lent. sway keeps bindings whose program is
-/// gone; who is to take those away that are borrowed is told of them.
+/// gone; `Leave` receives the commands that remove the borrowed ones then.
 ///
 /// A loss is reported when the configuration has been read again and registering all anew would give another result: it
 /// uses one of our keys now, no longer uses one that was refused or borrowed, or uses one in another way.
 class HotKeys final : public linux::HandledHotKeys, private Session::Follower {
 public:
-    /// Told the list of commands that takes away what is borrowed, before it grows and after it shrinks; empty where
-    /// there is nothing.
+    /// Receives the list of commands that removes the borrowed bindings, before it grows and after it shrinks; empty
+    /// while none is borrowed.
     using Leave = std::function<void(const std::string& commands)>;
 
     /// `session` has to outlive this.
@@ -62,7 +62,7 @@ private:
     struct Registered {
         HotKeyCombination combination;
         EventHotKeyID name;
-        /// Those that are made of it; none while there is nobody to make them, or the user has the keys.
+        /// The bindings made for it; none while the session is closed, or the user's configuration has the keys.
         std::vector<Binding> bindings;
         bool isBorrowed = false;
     };
@@ -90,7 +90,7 @@ private:
     void setLeft(const HotKeyCombination& combination, std::string commands);
     /// Bindings are made in the mode that is entered, and ours belong to the default one. Whether all succeeded.
     [[nodiscard]] bool runInDefaultMode(const std::vector<std::string>& commands);
-    /// What the configuration binds; nothing if sway does not tell.
+    /// The bindings of the configuration; null if sway does not answer.
     [[nodiscard]] const ConfiguredBindings* configured();
 
     Session& session;

@@ -77,7 +77,7 @@ std::expected<corvid::CGRect, AXError> Accessibility::frame(const xcb_window_t& 
     const RootFacts* root = turn.root();
     const auto present = facts(window);
     const WindowFacts* framed = present ? turn.windowWithFrame(window) : nullptr;
-    // A window that has not come to rest in time has no frame that could be told.
+    // A window that has not come to rest in time has no frame to report.
     if (framed == nullptr || root == nullptr || connection.isExhausted()) {
         return std::unexpected(present ? AXError::cannotComplete : present.error());
     }

@@ -20,7 +20,7 @@ public:
 
     [[nodiscard]] std::optional<AccessObstacle> obstacle() const override { return findObstacle(); }
 
-    /// X11 has nobody to ask: a window manager is there or it is not.
+    /// X11 has no permission to ask for: a window manager is there or it is not.
     bool isProcessTrustedWithPrompt() override { return isProcessTrusted(); }
 
 private:

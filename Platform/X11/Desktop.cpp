@@ -71,7 +71,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened, std::unique_ptr<T
     , processes(
           connection, turn, mainLoop, managedWindows, deliveries,
           [this](xcb_window_t window, const ManagedWindow& facts) { observers.windowBecameReady(window, facts); }) {
-    // The second is for whoever announces itself, as a panel does.
+    // The second brings announcements, such as a panel's.
     selection.select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     tray.start();
     windowManager.renew();
@@ -118,7 +118,7 @@ void Desktop::followApplications(linux::ApplicationIdentification& identificatio
     turn.begin();
     connection.beginStart();
     renewGuess();
-    // All at once, so that whoever asks next is given all of them.
+    // All at once, so that the next question is answered with all of them.
     while (managedWindows.hasWork()) {
         turn.begin();
         connection.beginStart();
@@ -224,7 +224,7 @@ void Desktop::windowManagerChanged() {
 
 void Desktop::settleSoon() {
     // Begun anew with every notice. A window manager that is replaced or restarts is away for a moment only, and one
-    // that comes takes its own keys first: whoever registers keys at once would keep the user's from it.
+    // that starts takes its own keys first. Keys registered at once would be taken from the window manager.
     settling = mainLoop.schedule(mainLoop.now() + windowManagerCalm, leeway, [this] {
         settling.reset();
         hotKeys.renew();

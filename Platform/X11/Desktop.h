@@ -54,7 +54,7 @@ public:
 
     [[nodiscard]] AccessibilityObservers& accessibilityObservers() override { return observers; }
 
-    /// What the settings manager says.
+    /// The settings manager.
     [[nodiscard]] SettingsManager* appearanceSource() override { return &settings; }
 
     [[nodiscard]] Beep& sound() override { return bell; }

@@ -81,7 +81,7 @@ void MenuState::refreshSoon() {
     if (refreshIsPending) {
         return;
     }
-    // Told before the change; in the next turn it is there.
+    // Sent before the change; the new value is there in the next turn.
     refreshIsPending = true;
     platform::current().mainActor.post([this, watch = lifetime.watch()] {
         if (!watch.isOver()) {

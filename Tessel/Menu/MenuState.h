@@ -73,11 +73,11 @@ public:
 
     [[nodiscard]] QString version() const;
 
-    /// What is missing while the desktop does not let the program move windows, and what to do about it.
+    /// The reason why the desktop does not let the program move windows, and what to do about it.
     [[nodiscard]] QString permissionTitle() const;
     [[nodiscard]] QString permissionMessage() const;
 
-    /// What the button says that does something about it; empty where only the user can.
+    /// The title of the button that does something about it; empty where only the user can.
     [[nodiscard]] QString permissionButton() const;
 
     /// The running applications that could be given a rule, each with `bundleID`, `title` and `icon`.

@@ -86,7 +86,7 @@ Opened openX11(const DesktopNeeds& needs, const SessionFacts& /*facts*/) {
     return *std::move(opened);
 }
 
-/// What the user reads of a shortcut in the system's settings.
+/// The name of a shortcut in the system's settings.
 std::string titleOf(const platform::Localization& localization, std::uint32_t keyCode, std::uint32_t modifiers) {
     const corvid::Shortcut wanted{.keyCode = keyCode, .modifiers = modifiers};
     for (const auto& [action, shortcut] : WindowAction::shortcuts()) {

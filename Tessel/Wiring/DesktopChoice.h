@@ -19,7 +19,7 @@ struct ProgramFolders {
     std::filesystem::path icons;
     /// The forms of the extension for GNOME Shell.
     std::filesystem::path shellExtension;
-    /// What runs inside KWin.
+    /// The script that runs inside KWin.
     std::filesystem::path kwinScript;
 };
 
@@ -42,7 +42,7 @@ enum class DesktopKind : std::uint8_t {
     none,
 };
 
-/// Who places the windows of the session. A plain X11 desktop is taken only where there is no Wayland session.
+/// The kind of the session's desktop. A plain X11 desktop is taken only where there is no Wayland session.
 [[nodiscard]] DesktopKind desktopKind(const SessionFacts& facts);
 
 /// The desktop of the session. One without a backend is no error: the program runs on it and says what is missing. The
