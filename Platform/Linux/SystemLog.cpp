@@ -1,4 +1,4 @@
-#include "Platform/Linux/ErrorLog.h"
+#include "Platform/Linux/SystemLog.h"
 
 #include "Platform/Linux/FileDescriptor.h"
 
@@ -27,7 +27,7 @@ bool isWritableNow(int descriptor) {
     return ::poll(&question, 1, 0) == 1 && (question.revents & POLLOUT) != 0;
 }
 
-/// Whether the journal is there and has room: its library would wait for that.
+/// Whether the journal is there and has room. Its library would wait for room.
 bool isJournalReady() {
     const FileDescriptor descriptor{::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)};
     sockaddr_un address{};
@@ -54,27 +54,27 @@ bool sendToJournal(std::string_view subsystem, std::string_view category, std::s
 
 } // namespace
 
-void logError(std::string_view subsystem, std::string_view category, std::string_view message) {
+void SystemLog::error(std::string_view subsystem, std::string_view category, std::string_view message) {
     const bool isInJournal = sendToJournal(subsystem, category, message);
     if ((!isInJournal || ::isatty(STDERR_FILENO) == 1) && isWritableNow(STDERR_FILENO)) {
-        const std::string line = errorLine(category, message);
-        [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, line.data(), line.size());
+        const std::string text = line(category, message);
+        [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
     }
 }
 
-std::string errorLine(std::string_view category, std::string_view message) {
-    std::string line = "tessel: [";
-    line.append(category.substr(0, longestMessage / 4)).append("] ").append(message.substr(0, longestMessage));
+std::string SystemLog::line(std::string_view category, std::string_view message) {
+    std::string text = "tessel: [";
+    text.append(category.substr(0, longestMessage / 4)).append("] ").append(message.substr(0, longestMessage));
     constexpr unsigned char firstPrintable = 0x20;
     constexpr unsigned char deletion = 0x7f;
     std::ranges::replace_if(
-        line,
+        text,
         [](char c) {
             const auto byte = static_cast<unsigned char>(c);
             return byte < firstPrintable || byte == deletion;
         },
         ' ');
-    return line + "\n";
+    return text + "\n";
 }
 
 } // namespace platform::linux

@@ -1,5 +1,5 @@
-#include "Platform/Linux/ErrorLog.h"
 #include "Platform/Linux/FileDescriptor.h"
+#include "Platform/Linux/SystemLog.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -27,12 +27,12 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::SizeIs;
 
-TEST(ErrorLog, MakesOneLineOfAnyMessage) {
-    EXPECT_EQ(errorLine("login", "It failed."), "tessel: [login] It failed.\n");
-    EXPECT_EQ(errorLine("", ""), "tessel: [] \n");
-    EXPECT_EQ(errorLine("a\nb", "c\r\n\x1b[31md\x7f"), "tessel: [a b] c   [31md \n");
-    EXPECT_EQ(errorLine("a", "caf\xc3\xa9"), "tessel: [a] caf\xc3\xa9\n");
-    EXPECT_THAT(errorLine(std::string(100'000, 'a'), std::string(100'000, 'b')),
+TEST(SystemLog, MakesOneLineOfAnyMessage) {
+    EXPECT_EQ(SystemLog::line("login", "It failed."), "tessel: [login] It failed.\n");
+    EXPECT_EQ(SystemLog::line("", ""), "tessel: [] \n");
+    EXPECT_EQ(SystemLog::line("a\nb", "c\r\n\x1b[31md\x7f"), "tessel: [a b] c   [31md \n");
+    EXPECT_EQ(SystemLog::line("a", "caf\xc3\xa9"), "tessel: [a] caf\xc3\xa9\n");
+    EXPECT_THAT(SystemLog::line(std::string(100'000, 'a'), std::string(100'000, 'b')),
                 AllOf(SizeIs(testing::Le(std::size_t{PIPE_BUF})), EndsWith("b\n")));
 }
 
@@ -79,11 +79,11 @@ void withOwnRunFolder(const std::function<void()>& body, bool& isAllowed) {
     isAllowed = !std::filesystem::exists(run / "refused");
 }
 
-TEST(ErrorLog, GoesToStandardErrorWithoutAJournal) {
+TEST(SystemLog, GoesToStandardErrorWithoutAJournal) {
     bool isAllowed = false;
     withOwnRunFolder(
         [] {
-            EXPECT_EQ(standardErrorOf([] { logError("org.example", "login", "It failed."); }),
+            EXPECT_EQ(standardErrorOf([] { SystemLog().error("org.example", "login", "It failed."); }),
                       "tessel: [login] It failed.\n");
         },
         isAllowed);
@@ -92,12 +92,12 @@ TEST(ErrorLog, GoesToStandardErrorWithoutAJournal) {
     }
 }
 
-TEST(ErrorLog, GoesToTheJournalWithItsFields) {
+TEST(SystemLog, GoesToTheJournalWithItsFields) {
     bool isAllowed = false;
     withOwnRunFolder(
         [] {
             const FileDescriptor journal = journalSocket();
-            EXPECT_EQ(standardErrorOf([] { logError("org.example", "login", "It failed.\nTwice."); }), "");
+            EXPECT_EQ(standardErrorOf([] { SystemLog().error("org.example", "login", "It failed.\nTwice."); }), "");
             const std::string entry = receive(journal);
             for (const char* field : {"PRIORITY=3\n", "SYSLOG_IDENTIFIER=tessel\n", "TESSEL_SUBSYSTEM=org.example\n",
                                       "TESSEL_CATEGORY=login\n", "It failed.\nTwice."}) {
@@ -110,7 +110,7 @@ TEST(ErrorLog, GoesToTheJournalWithItsFields) {
     }
 }
 
-TEST(ErrorLog, DoesNotWaitForAJournalThatIsStuck) {
+TEST(SystemLog, DoesNotWaitForAJournalThatIsStuck) {
     bool isAllowed = false;
     withOwnRunFolder(
         [] {
@@ -121,7 +121,7 @@ TEST(ErrorLog, DoesNotWaitForAJournalThatIsStuck) {
             // Nobody reads: sooner or later the socket is full, and would hold up whoever sends more.
             constexpr int many = 2000;
             for (int i = 0; i < many && lines.empty(); ++i) {
-                lines = standardErrorOf([] { logError("org.example", "login", "It failed."); });
+                lines = standardErrorOf([] { SystemLog().error("org.example", "login", "It failed."); });
             }
             EXPECT_EQ(lines, "tessel: [login] It failed.\n");
         },
@@ -131,7 +131,7 @@ TEST(ErrorLog, DoesNotWaitForAJournalThatIsStuck) {
     }
 }
 
-TEST(ErrorLog, DoesNotWaitForAReaderOfStandardError) {
+TEST(SystemLog, DoesNotWaitForAReaderOfStandardError) {
     inChildProcess([] {
         constexpr unsigned int longEnough = 20;
         ::alarm(longEnough); // ends a process that waits
@@ -142,7 +142,7 @@ TEST(ErrorLog, DoesNotWaitForAReaderOfStandardError) {
         ASSERT_EQ(::write(ends[1], full.data(), full.size()), 4096);
         const int standardError = ::dup(STDERR_FILENO);
         ASSERT_EQ(::dup2(ends[1], STDERR_FILENO), STDERR_FILENO);
-        logError("org.example", "login", "It failed.");
+        SystemLog().error("org.example", "login", "It failed.");
         ::dup2(standardError, STDERR_FILENO);
     });
 }
