@@ -164,7 +164,7 @@ MainLoop::MainLoop() {
     [[maybe_unused]] const Timer first(rawLoop, {}, {}, [] {});
     // The library prepares the sources of a turn in the order of their priorities.
     deadlineRenewal =
-        std::make_unique<EndlessTimer>(rawLoop, std::numeric_limits<std::int64_t>::max(), [this] { deadline.begin(); });
+        std::make_unique<EndlessTimer>(rawLoop, std::numeric_limits<std::int64_t>::max(), [this] { limit.begin(); });
     turnOfPosted = std::make_unique<Soon>(rawLoop, [this] { runPosted(); });
 }
 
@@ -268,7 +268,7 @@ void MainLoop::runPosted() {
         Work work = std::move(present.front());
         present.pop_front();
         work();
-        if (deadline.hasBegun()) {
+        if (limit.hasBegun()) {
             break;
         }
     }

@@ -70,7 +70,7 @@ public:
     [[nodiscard]] std::unique_ptr<TurnEnd> atEndOfTurn(std::function<void()> work);
 
     /// The end of all waiting in the present turn. Renewed after all work at the end of the turn.
-    [[nodiscard]] TurnDeadline& turnDeadline() { return deadline; }
+    [[nodiscard]] TurnDeadline& turnDeadline() { return limit; }
 
     /// The loop's own descriptor, for hanging it into another loop.
     [[nodiscard]] sd_event* handle() const { return loop.get(); }
@@ -115,7 +115,7 @@ private:
     [[nodiscard]] bool isFinished() const;
 
     std::unique_ptr<sd_event, Unreference> loop;
-    TurnDeadline deadline{*this};
+    TurnDeadline limit{*this};
     std::unique_ptr<TurnEnd> deadlineRenewal;
     std::unique_ptr<Soon> turnOfPosted;
     std::deque<Work> posted;
