@@ -195,7 +195,8 @@ ControlAnswer<void> RemoteControl::setBorrowsShortcuts(bool borrows) {
     std::set<WindowAction> missing;
     std::ranges::set_intersection(wanted, state.failedShortcuts(), std::inserter(missing, missing.end()));
     if (!missing.empty()) {
-        return refuse(Kind::failed, "not all shortcuts could be borrowed" + reasons(state, missing, context.localization));
+        return refuse(Kind::failed,
+                      "not all shortcuts could be borrowed" + reasons(state, missing, context.localization));
     }
     return {};
 }

@@ -104,12 +104,11 @@ corvid::MenuBarApp::Parts ResidentProgram::launch() {
     serveRequests(state);
     reportedStatus = lineFor(state);
     platform::linux::notifyReady(reportedStatus);
-    welcome.begin(state,
-                  {.open = openPopover,
-                   .notify = [this](const std::string& text) { notifications.show(text); },
-                   .watchLock = [this](std::function<void()> locked) {
-                       return sessionLock.watchAndAsk(std::move(locked));
-                   }});
+    welcome.begin(
+        state,
+        {.open = openPopover,
+         .notify = [this](const std::string& text) { notifications.show(text); },
+         .watchLock = [this](std::function<void()> locked) { return sessionLock.watchAndAsk(std::move(locked)); }});
     return {.menuBar = std::move(menuBar), .updates = state.updates()};
 }
 
