@@ -55,7 +55,7 @@ void draw(const tessel::ShownState& shown, const std::string& directory, const s
     // Not as the program's own pictures: those show other keys than the user's keyboard has.
     for (const corvid::Snapshot::Scheme& scheme : corvid::Snapshot::schemes) {
         const std::string name = "menu-" + language + "-" + std::string(shown.name) + "-" + std::string(scheme.name);
-        corvid::Snapshot::write(tessel::MenuView(state, shown.tab), scheme.surroundings,
+        corvid::Snapshot::write(tessel::MenuView(state, shown.tab), scheme.options,
                                 std::filesystem::path(directory) / (name + ".png"));
     }
 }

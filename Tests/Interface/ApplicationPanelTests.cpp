@@ -68,6 +68,7 @@ protected:
     QQmlEngine engine;
     corvid::toolkit::PopoverWindow popover{
         {.mainLoop = loop,
+         .mainActor = desktop.mainActor,
          .appearance = desktop.appearance,
          .ownWindows = &desktop.ownWindows,
          .screens = desktop.screens,

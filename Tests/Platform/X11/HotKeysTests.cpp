@@ -115,7 +115,7 @@ TEST_F(X11HotKeys, AKeyThatIsHeldBothWaysIsNotLentAndSaysSo) {
     EXPECT_EQ(add(borrowedKey, 1).status, eventHotKeyExistsErr);
     EXPECT_EQ(obstacle(), std::nullopt) << "one way is left";
     KeyGrabs others(manager);
-    manager.beginTurn();
+    manager.deadline().begin();
     ASSERT_TRUE(others.renew(combinationOf(borrowedKey), map->lockModifiers, KeyGrabs::Kind::extension));
     for (const bool consent : {false, true}) {
         keys.setBorrows(consent);

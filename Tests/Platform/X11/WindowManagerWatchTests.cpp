@@ -150,7 +150,7 @@ TEST_F(X11WindowManagerWatch, WhatAServerDoesNotAnswerInTimeIsAskedAgain) {
     followed.forgetLongestTurn();
     slow.setDelay(milliseconds(400));
     manager.reset();
-    ASSERT_TRUE(followed.runUntil([&] { return followed.longestTurn() >= turnBudget; }));
+    ASSERT_TRUE(followed.runUntil([&] { return followed.longestTurn() >= linux::TurnDeadline::turnLimit; }));
     EXPECT_TRUE(isTrusted()) << "no answer is no change";
     slow.setDelay({});
     EXPECT_TRUE(followed.runUntil([&] { return !isTrusted(); }));
