@@ -7,7 +7,7 @@ import signal
 
 from harness.holders import told_holders, told_obstacles
 from harness.kwin import ACCEL, SCREENS, Client, KWinDesktop
-from harness.kwin_holder import LEFT, REGISTER, C, KeyHolder, N
+from harness.kwin_holder import LEFT, REGISTER, C, KeyHolder, N, sequences
 from harness.product import Product, run_to_end
 from harness.waiting import until, until_equal
 
@@ -136,6 +136,15 @@ def nothing_is_borrowed_that_cannot_be_written_down_and_that_is_said(program):
         product.terminate(silently=False)
 
 
+def is_granted(desktop: KWinDesktop, key: int) -> bool:
+    """Whether KGlobalAccel would let a program have the key."""
+    action = ["org.example.Third", "trial", "A third program", "Their trial"]
+    desktop.bus.call(ACCEL, "doRegister", "(as)", action)
+    granted = desktop.bus.call(ACCEL, "setShortcutKeys", "(asa(ai)u)", action, sequences(key), REGISTER)[0]
+    desktop.bus.call(ACCEL, "unregister", "(ss)", *action[:2])
+    return granted == sequences(key)
+
+
 @case("desktop.kwin.borrowed.sequence")
 def a_key_of_a_sequence_stays_taken_and_says_so(program):
     with Borrowing(program) as desktop:
@@ -143,6 +152,12 @@ def a_key_of_a_sequence_stays_taken_and_says_so(program):
         desktop.bus.call(ACCEL, "doRegister", "(as)", holder)
         sequence = [([LEFT, N, 0, 0],)]
         assert desktop.bus.call(ACCEL, "setShortcutKeys", "(asa(ai)u)", holder, sequence, REGISTER)[0] == sequence
+        if is_granted(desktop, LEFT):
+            # That of Plasma 6.7 grants it, and a sequence does not keep the key alone from acting.
+            editor = open_application(desktop, "mousepad")
+            every_action(desktop, desktop.launch(), editor, NATURAL, SCREENS[0])
+            assert desktop.bus.call(ACCEL, "shortcutKeys", "(as)", holder)[0] == sequence
+            return
         product = desktop.launch(status=taken({"leftHalf"}))
         assert told_obstacles(desktop.session, program) == {"leftHalf": "keySequence"}
         ended, _, errors, _ = run_to_end(desktop.session, program, "--take-shortcuts", seconds=20.0)
