@@ -143,6 +143,7 @@ def a_key_that_is_held_in_both_ways_stays_its_holders_and_says_so(program):
         asks(desktop, program, "--take-shortcuts")
         product.until_status(taken({"center"}))
         assert told_obstacles(desktop.session, program) == {"center": "heldBothWays"}
+        until_ours(desktop, product, 5.0)
         works(desktop, product, editor.window, [action for action in ACTIONS if action != "center"])
         # Asked for that one alone, it has to say that it cannot.
         ended, _, errors, _ = run_to_end(desktop.session, program, "--take-shortcuts", seconds=20.0)
