@@ -22,7 +22,7 @@ double luminanceOf(QRgb colour) {
 
 /// The same, "contrast ratio": from 1 to 21.
 double contrastOf(QRgb one, QRgb other) {
-    const auto [darker, lighter] = std::minmax(luminanceOf(one), luminanceOf(other));
+    const auto [darker, lighter] = std::minmax({luminanceOf(one), luminanceOf(other)});
     return (lighter + 0.05) / (darker + 0.05);
 }
 
