@@ -22,7 +22,7 @@ struct InstalledApplication {
     std::filesystem::path location;
     /// 20 by 20 points.
     platform::Image icon;
-    /// What else it is found by, such as its identifier and what kind of application it is.
+    /// Further words by which the search finds it, such as its identifier and its kind.
     std::vector<std::string> searchTerms;
     /// That of its rule, if it has one.
     std::optional<WindowAction> ruleAction;

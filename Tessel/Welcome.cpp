@@ -18,7 +18,7 @@ constexpr const char* startReason = "start";
 constexpr const char* permissionReason = "permission";
 constexpr const char* shortcutsReason = "shortcuts";
 
-/// What the popover was opened for. The start is there, as false, from the first one on until it was opened for it.
+/// The reasons for which the popover was opened. "start" is false from the first start until the popover was opened.
 const corvid::Preference<std::map<std::string, bool, std::less<>>> openedForPreference{.key = "openedFor",
                                                                                        .defaultValue = {}};
 

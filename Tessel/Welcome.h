@@ -15,10 +15,10 @@
 
 namespace tessel {
 
-/// Opens the popover by itself where a user has to know of something and may not look: once at the first start ever,
-/// once where a start finds that windows cannot be moved, and once where one finds shortcuts taken. The settings keep
-/// what it was opened for, so no later start opens it for the same. It stays closed while the program is switched off,
-/// and from a locked session until the next start.
+/// Opens the popover by itself for news that the user might miss: once at the first start ever, once if a start finds
+/// that windows cannot be moved, and once if one finds shortcuts taken. The settings keep these reasons, so no later
+/// start opens it for the same one. It stays closed while the program is switched off, and from a locked session until
+/// the next start.
 ///
 /// Says that the program is ready once windows can be moved, if the user had to log out and in for it.
 ///
@@ -37,8 +37,8 @@ public:
     /// When a first start opens the popover: the panel has taken the item by then, so the popover hangs at it.
     static constexpr platform::Duration settling = std::chrono::seconds(1);
 
-    /// When another start looks whether something is missing: by then a session that begins has its window manager, and
-    /// the state has noticed.
+    /// The time after which a later start looks for obstacles: by then a new session has its window manager, and the
+    /// state knows it.
     static constexpr platform::Duration patience = std::chrono::seconds(20);
 
     /// To be made before the first state over these settings, which leaves its notes in them. The settings must outlive
@@ -55,7 +55,7 @@ private:
     /// Whether it was opened for something, by the reasons' names in the settings.
     using Reasons = std::map<std::string, bool, std::less<>>;
 
-    /// What was opened for and, in addition, what it has to be opened for now.
+    /// The former reasons and those that hold now.
     [[nodiscard]] Reasons reasons() const;
 
     /// Opens it a little later if there is a reason then, and nobody locks the session in the meantime.

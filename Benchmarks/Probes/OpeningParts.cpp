@@ -1,6 +1,6 @@
-// What the first opening of the popover is made of, in the order in which it happens: a line for each part, with its
-// name and the milliseconds of processor time of all threads that it took. The same views over a desktop in memory, in
-// a process that nobody has drawn anything in before.
+// The parts of the first opening of the popover, in their order: a line for each, with its name and the milliseconds of
+// processor time that all threads took. It shows the same views over a desktop in memory, in a process that has drawn
+// nothing before.
 
 #include "Benchmarks/Probes/Probe.h"
 #include "CorvidKit/HotKeys.h"

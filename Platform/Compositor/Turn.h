@@ -6,8 +6,8 @@
 
 namespace platform::compositor {
 
-/// What is read of the compositor in one turn of the event loop: the table is brought up to date when it is first
-/// needed. Main thread only.
+/// The state of the compositor in one turn of the event loop: the first question of a turn brings the table up to date.
+/// Main thread only.
 class Turn {
 public:
     /// All have to outlive this.

@@ -36,7 +36,7 @@ std::optional<x11::Layout> Manager::readLayout(x11::Connection& display) {
 }
 
 bool Manager::place(x11::Connection& display, xcb_window_t window, const corvid::CGRect& frame) {
-    // What is refused, as for a window that is gone by now, shows when the layout is read.
+    // A refusal, as for a window that is gone by now, shows when the layout is read.
     const std::string commands = "[id=" + std::to_string(window) + "] " + i3ipc::placingCommands(frame);
     return ask(display, MessageType::runCommand, commands).has_value();
 }

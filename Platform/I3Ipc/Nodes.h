@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-/// What the nodes of a layout have in common, in sway as in i3 (sway-ipc(7), GET_TREE; i3's "IPC interface", "Tree
+/// The nodes of a layout, as far as sway and i3 agree on them (sway-ipc(7), GET_TREE; i3's "IPC interface", "Tree
 /// reply").
 namespace platform::i3ipc {
 

@@ -234,7 +234,7 @@ OSStatus HotKeys::borrow(const Registered& registered) {
     auto obstacle = loans.borrow(registered.key);
     const OSStatus status = obstacle ? eventHotKeyExistsErr : establish(registered);
     if (status == eventHotKeyExistsErr) {
-        // Nobody has the key alone, and it is refused all the same.
+        // No other action has the key, and KGlobalAccel refuses it all the same.
         obstacle = obstacle ? obstacle : loans.obstacle(registered.key);
         refused.refuse(registered.key, obstacle.value_or(LoanObstacle::notReleased));
     }

@@ -32,7 +32,8 @@ public:
     /// The action that a key is borrowed from, the former receiver of its presses; null if it is not borrowed.
     [[nodiscard]] const AccelAction* lender(std::int32_t key) const;
 
-    /// What keeps a key that was refused from being lent, as far as that is known before; nothing where it could be.
+    /// The reason why a refused key cannot be lent, as far as it is known before trying; nothing if the key could be
+    /// lent.
     [[nodiscard]] std::optional<LoanObstacle> obstacle(std::int32_t key);
 
     /// Takes a key out of the lists of those that get its presses, and of nobody else's. Gives what has kept it from

@@ -23,7 +23,7 @@ public:
         std::string iconName;
         /// Whether a chooser lists it.
         bool isShown = true;
-        /// What it is found by beside its name and identifier.
+        /// Search terms beside its name and identifier.
         std::vector<std::string> searchTerms = {};
     };
 

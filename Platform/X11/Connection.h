@@ -15,7 +15,7 @@
 
 namespace platform::x11 {
 
-/// What can be sent at once without waiting for the server to read, if it has read most of what came before: the
+/// The bytes that can be sent at once without waiting for the server, if it has read most of the earlier ones: the
 /// buffers in between hold some 200 KiB.
 inline constexpr std::size_t largestBurst = std::size_t{64} << 10U;
 

@@ -23,7 +23,7 @@ struct ProgramFolders {
     std::filesystem::path kwinScript;
 };
 
-/// What a desktop is opened with. All of it outlives the desktop.
+/// The dependencies of a desktop. All of them outlive it.
 struct DesktopNeeds {
     platform::linux::MainLoop& mainLoop;
     platform::linux::SessionBus& sessionBus;

@@ -47,7 +47,7 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    /// What the user does in the panel's window, by the name of the chooser's function or signal.
+    /// Acts as the user does in the panel's window, by the name of the chooser's function or signal.
     static void act(const char* name) {
         for (QWindow* each : QGuiApplication::topLevelWindows()) {
             const auto* window = qobject_cast<QQuickWindow*>(each);

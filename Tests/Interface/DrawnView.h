@@ -12,7 +12,7 @@ namespace tessel {
 /// The interface as it is drawn, with as many pixels to the point as one likes, in the program's own typeface.
 class DrawnView : public View {
 protected:
-    /// What displays have.
+    /// Common scales of displays.
     static constexpr std::array pixelsPerPoint{1.0, 1.25, 1.5, 2.0};
 
     static void SetUpTestSuite();

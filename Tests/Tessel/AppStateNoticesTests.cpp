@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// What the desktop announces, beside the polls.
+/// Notices of the desktop, beside the polls.
 class NoticedByState : public testing::Test {
 protected:
     AppState& make() { return made.emplace(desktop.standardUserDefaults, false, dispatcher); }

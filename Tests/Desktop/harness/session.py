@@ -11,7 +11,7 @@ from .surroundings import surround
 from .waiting import until
 
 
-# What the program opens its popover for by itself, as if it had done so.
+# The reasons for which the program opens its popover by itself, all noted as done.
 SEEN = "".join(f"<key>{reason}</key><true/>" for reason in ("start", "permission", "shortcuts"))
 
 

@@ -108,7 +108,7 @@ TEST_F(SwayHotKeys, OneThatTheUserBindsIsLostAndReportedOnce) {
     EXPECT_THAT(commands, ElementsAre("bindcode --no-warn --no-repeat Ctrl+Mod1+54 nop tessel 2"));
     EXPECT_TRUE(losses->take());
     EXPECT_FALSE(losses->take());
-    // What is the user's now is not taken from him.
+    // The user has the key now and keeps it.
     keys->unregisterHotKey(*lost.reference);
     EXPECT_THAT(desktop.sway.takeCommands(), IsEmpty());
 }

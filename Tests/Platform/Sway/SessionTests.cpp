@@ -15,7 +15,7 @@ namespace {
 using Manners = FakeSway::Manners;
 
 constexpr std::chrono::milliseconds turn = linux::TurnDeadline::turnLimit;
-/// What a machine that does other things takes beyond.
+/// The extra time that a busy machine may take.
 constexpr std::chrono::milliseconds slack{150};
 
 class SwaySession : public testing::Test {

@@ -158,7 +158,7 @@ protected:
             beginTurn();
             windows.handle(*event);
         }
-        // What was asked for meanwhile has been done as well.
+        // The requests of this turn have been carried out as well.
         beginTurn();
         awaitServer();
     }

@@ -152,7 +152,7 @@ TEST_F(TilingManagerTest, IsTrustedWhileItCanBeAsked) {
     state.isReachable = false;
     EXPECT_EQ(accessibility().obstacle(),
               (AccessObstacle{.kind = AccessObstacle::Kind::silentWindowManager, .desktop = "tiler"}));
-    // Nobody asks it while another one is in charge.
+    // It is not asked while another one is in charge.
     identify("another");
     settle();
     EXPECT_EQ(accessibility().obstacle(), std::nullopt);

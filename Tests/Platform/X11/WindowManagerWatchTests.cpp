@@ -19,7 +19,7 @@ using tessel::AppStatus;
 /// A desktop whose window managers are processes that the test ends as it likes.
 class X11WindowManagerWatch : public testing::Test {
 protected:
-    /// What a window manager does as it begins.
+    /// Sets the properties that a window manager sets when it starts.
     void announce(const ClientProcess& program) { announce(program.makeWindow()); }
 
     void announce(xcb_window_t check) {
