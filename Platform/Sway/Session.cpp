@@ -65,7 +65,7 @@ void Session::open() {
     }
 }
 
-bool Session::subscribe(Connection& connection) {
+bool Session::subscribe(Connection& connection) const {
     // One by one, because a list with an unknown event is refused as a whole. Without the shutdown event, the broken
     // connection shows a compositor's end.
     constexpr std::array<std::pair<std::string_view, bool>, 4> wanted{

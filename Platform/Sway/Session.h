@@ -69,7 +69,7 @@ private:
     };
 
     void open();
-    [[nodiscard]] bool subscribe(i3ipc::Connection& connection);
+    [[nodiscard]] bool subscribe(i3ipc::Connection& connection) const;
     /// Closes in a turn of its own: whoever asks must not find himself told meanwhile.
     void closeSoon();
     /// The answer to the last question, those before thrown away.

@@ -19,8 +19,8 @@ COUNTED = re.compile(r"%lld")
 PLACEHOLDER = re.compile(r"%(?:n|\d)")
 SOURCES = {".h", ".cpp", ".qml"}
 FOLDERS = ["CorvidKit", "Tessel"]
-# Sources whose texts are requested through their holder, such as an action's title.
-MORE_FOLDERS = ["TesselCore"]
+# Sources whose texts are requested through their holder, such as an action's title or a key's label.
+MORE_FOLDERS = ["CorvidKitCore", "TesselCore"]
 LITERALS = re.compile(r'(?:"(?:[^"\\\n]|\\.)*"\s*)+')
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 ASKED_FOR = re.compile(r'\b(?:text|translate|qsTranslate)\(\s*"(Tessel|CorvidKit)",\s*"((?:[^"\\]|\\.)*)"')

@@ -207,9 +207,9 @@ ENGLISH = [
 ]
 GERMAN = [
     "Tessel", "Tessel", "Tessel", "Aktiv · 6 Tastenkürzel · 0 Apps", "Tessel", "Tastenkürzel", "Tastenkürzel", "Apps",
-    "Linke Hälfte", "Ctrl+Alt+←", "Rechte Hälfte", "Ctrl+Alt+→", "Maximieren", "Ctrl+Alt+↑", "Fast maximieren",
-    "Ctrl+Alt+D", "Höhe maximieren", "Ctrl+Alt+↓", "Zentrieren", "Ctrl+Alt+C", "Beim Anmelden öffnen",
-    "Beim Anmelden öffnen", "Von Grund auf privat", "Keine Internetverbindung, keine Datenerfassung",
+    "Linke Hälfte", "Strg+Alt+←", "Rechte Hälfte", "Strg+Alt+→", "Maximieren", "Strg+Alt+↑", "Fast maximieren",
+    "Strg+Alt+D", "Höhe maximieren", "Strg+Alt+↓", "Zentrieren", "Strg+Alt+C", "Beim Anmelden öffnen",
+    "Beim Anmelden öffnen", "Von Grund auf privat", "Kein Internet, keine Datenerfassung",
     "Verschiebt Fenster nur, liest nie ihren Inhalt", "Nach Updates suchen", "Beenden",
 ]
 TEXTS = {"en": ENGLISH, "de": GERMAN}
