@@ -27,8 +27,9 @@ set(CPACK_PACKAGE_DESCRIPTION
 "Tessel puts the window you are working in where you want it: to the left or
 right half of its screen, to the center, over the whole screen or nearly so, or
 to the full height. It waits in the background for six shortcuts and costs next
-to nothing while it waits. Applications can have a rule, too: their first window
-opens maximized or centered. An item in the panel opens a window for all of it.
+to nothing while it waits. Applications can have a rule, too: their first
+window opens maximized or centered. An item in the panel opens a window for all
+of it.
 .
 It works on KDE Plasma, GNOME (through an extension that comes with it) and
 sway, and on X11 desktops whose window manager moves windows on request.")
