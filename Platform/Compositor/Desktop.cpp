@@ -21,11 +21,11 @@ Desktop::Desktop(linux::MainLoop& mainLoop, WindowTable& table, WindowAccess& ac
         placement.finishTurn();
         turn.begin();
     })) {
-    table.onDoorChange([this] { announceAccess(); });
+    table.onAccessChange([this] { announceAccess(); });
 }
 
 Desktop::~Desktop() {
-    table.onDoorChange({});
+    table.onAccessChange({});
 }
 
 void Desktop::followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) {

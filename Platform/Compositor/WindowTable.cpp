@@ -37,15 +37,15 @@ void WindowTable::open(Contents contents) {
     }
     focusedWindow = std::move(contents.focused);
     presentOutputs = std::move(contents.outputs);
-    if (!wasOpen && doorChanged) {
-        doorChanged();
+    if (!wasOpen && accessChanged) {
+        accessChanged();
     }
 }
 
 void WindowTable::close() {
     focusedWindow.reset();
-    if (std::exchange(accessIsOpen, false) && doorChanged) {
-        doorChanged();
+    if (std::exchange(accessIsOpen, false) && accessChanged) {
+        accessChanged();
     }
 }
 

@@ -51,7 +51,7 @@ public:
     void setFollower(Follower& told);
 
     /// Called synchronously when the access has begun or ended; must not change the table.
-    void onDoorChange(std::function<void()> changed) { doorChanged = std::move(changed); }
+    void onAccessChange(std::function<void()> changed) { accessChanged = std::move(changed); }
 
     // For the window access.
 
@@ -100,7 +100,7 @@ private:
     void change(const WindowIdentifier& identifier, Entry& entry, Window window);
 
     Follower* follower = nullptr;
-    std::function<void()> doorChanged;
+    std::function<void()> accessChanged;
     bool accessIsOpen = false;
     std::map<WindowIdentifier, Entry> entries;
     std::optional<WindowIdentifier> focusedWindow;

@@ -61,7 +61,7 @@ TEST_F(CompositorDesktop, NewWindowsOfAnObservedProcessAreReportedWhenTheyAreRea
     EXPECT_EQ(seen, (Identifiers{"3", "2"}));
 }
 
-TEST_F(CompositorDesktop, WindowsThatAppearedWhileTheDoorWasClosedAreNotReported) {
+TEST_F(CompositorDesktop, WindowsThatAppearedWithoutAccessAreNotReported) {
     start();
     std::unique_ptr<AXObserver> observer;
     watch(observer);
@@ -158,7 +158,7 @@ TEST_F(CompositorDesktop, TheKeyboardIsElsewhereIfAnotherProgramIsKnownToHaveIt)
     EXPECT_FALSE(own.isKeyboardElsewhere());
 }
 
-TEST_F(CompositorDesktop, AnnouncesInALaterTurnThatItsDoorHasOpenedOrClosed) {
+TEST_F(CompositorDesktop, AnnouncesInALaterTurnThatItsAccessHasBegunOrEnded) {
     int notices = 0;
     const auto& center = desktop->accessibility().notificationCenter();
     static_cast<void>(center->addObserver(AccessNotification::didChange, [&](const Notification&) { ++notices; }));

@@ -55,7 +55,7 @@ WindowTable::Contents contents(const Identifiers& identifiers) {
     return all;
 }
 
-TEST(WindowTable, WindowsAtTheOpeningOfTheDoorWereThere) {
+TEST(WindowTable, WindowsAtTheBeginningOfTheAccessWereThere) {
     WindowTable table;
     Diary diary;
     table.setFollower(diary);
