@@ -6,15 +6,15 @@
 namespace corvid::AccessibilityAccess {
 
 bool isTrusted() {
-    return platform::current().accessibility.isProcessTrusted();
+    return platform::current().desktop.accessibility.isProcessTrusted();
 }
 
 std::optional<platform::AccessObstacle> obstacle() {
-    return platform::current().accessibility.obstacle();
+    return platform::current().desktop.accessibility.obstacle();
 }
 
 bool requestIfNeeded() {
-    return platform::current().accessibility.isProcessTrustedWithPrompt();
+    return platform::current().desktop.accessibility.isProcessTrustedWithPrompt();
 }
 
 } // namespace corvid::AccessibilityAccess

@@ -34,7 +34,7 @@ HotKeyDispatcher::~HotKeyDispatcher() {
 }
 
 std::optional<std::uint32_t> HotKeyDispatcher::registerHotKey(const Shortcut& shortcut, Handler handler) {
-    platform::HotKeyEvents& events = platform::current().hotKeyEvents;
+    platform::HotKeyEvents& events = platform::current().desktop.hotKeyEvents;
     if (!handlerInstalled) {
         handlerInstalled = events.installHandler(&hotKeyCallback, nullptr) == platform::noErr;
     }
@@ -52,7 +52,7 @@ void HotKeyDispatcher::unregister(std::uint32_t id) {
     // The handler is dropped last, when nothing of it is in the table any more.
     const auto removed = entries.extract(id);
     if (removed) {
-        platform::current().hotKeyEvents.unregisterHotKey(removed.mapped().ref);
+        platform::current().desktop.hotKeyEvents.unregisterHotKey(removed.mapped().ref);
     }
 }
 

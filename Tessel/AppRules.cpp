@@ -52,7 +52,7 @@ std::optional<WindowAction> ruleFor(const Prefs::Rules& rules, const std::option
 /// An observer of the process that notifies `context` of new windows; null if the process is not ready for one.
 std::unique_ptr<platform::AXObserver> observeWindows(ProcessIdentifier process, const AXUIElement& application,
                                                      platform::AXObserverCallback callback, void* context) {
-    auto observer = platform::current().accessibilityObservers.createObserver(process, callback);
+    auto observer = platform::current().desktop.accessibilityObservers.createObserver(process, callback);
     if (!observer || *observer == nullptr) {
         return nullptr;
     }
@@ -75,7 +75,7 @@ void AppRules::start() {
         return;
     }
     running = true;
-    const auto center = platform::current().runningApplications.notificationCenter();
+    const auto center = platform::current().desktop.runningApplications.notificationCenter();
     workspaceObservations.emplace_back(platform::WorkspaceNotification::didLaunchApplication, center,
                                        [this](const platform::Notification& notification) {
                                            if (const auto application = applicationIn(notification)) {
@@ -99,7 +99,7 @@ void AppRules::stop() {
 
 void AppRules::syncObservers() {
     std::set<ProcessIdentifier> ruled;
-    for (const auto& application : platform::current().runningApplications.runningApplications()) {
+    for (const auto& application : platform::current().desktop.runningApplications.runningApplications()) {
         if (currentRules.contains(application->bundleIdentifier().value_or(""))) {
             watch(application, false, 0);
             ruled.insert(application->processIdentifier());
@@ -114,7 +114,7 @@ void AppRules::watch(const RunningApplicationReference& application, bool justLa
         !ruleFor(currentRules, application->bundleIdentifier())) {
         return;
     }
-    const AXUIElement element = platform::current().accessibility.applicationElement(process);
+    const AXUIElement element = platform::current().desktop.accessibility.applicationElement(process);
     auto observer = observeWindows(process, element, &AppRules::windowCreatedCallback, this);
     if (!observer) {
         watchLater(application, justLaunched, attempt);
@@ -158,7 +158,7 @@ void AppRules::windowCreated(const AXUIElement& window) {
     if (!WindowMover::isStandard(window)) {
         return;
     }
-    platform::Accessibility& accessibility = platform::current().accessibility;
+    platform::Accessibility& accessibility = platform::current().desktop.accessibility;
     const std::expected<ProcessIdentifier, platform::AXError> process = accessibility.processIdentifier(window);
     if (!process) {
         return;
@@ -170,11 +170,11 @@ void AppRules::windowCreated(const AXUIElement& window) {
 }
 
 void AppRules::apply(const AXUIElement& window) {
-    const auto process = platform::current().accessibility.processIdentifier(window);
+    const auto process = platform::current().desktop.accessibility.processIdentifier(window);
     if (!process) {
         return;
     }
-    const auto application = platform::current().runningApplications.runningApplication(*process);
+    const auto application = platform::current().desktop.runningApplications.runningApplication(*process);
     const auto action = application ? ruleFor(currentRules, application->bundleIdentifier()) : std::nullopt;
     if (!action) {
         return;

@@ -78,15 +78,15 @@ AppState::AppState(corvid::PreferenceStore& preferences, bool preview, corvid::H
     appRules.onPlacement = [this](const platform::AXUIElement& window, const WindowMover::Attempt& made) {
         placements.add(window, made);
     };
-    platform::current().hotKeyEvents.setBorrows(borrows);
+    platform::current().desktop.hotKeyEvents.setBorrows(borrows);
     hotKeys.onPress = [this](WindowAction action) {
         if (const auto window = WindowMover::focusedWindow()) {
             perform(action, *window);
         } else {
-            platform::current().sound.beep();
+            platform::current().desktop.sound.beep();
         }
     };
-    const platform::Platform& desktop = platform::current();
+    const platform::DesktopParts& desktop = platform::current().desktop;
     permissionChanges.emplace(platform::AccessNotification::didChange, desktop.accessibility.notificationCenter(),
                               [this](const platform::Notification& /*change*/) { checkPermission(); });
     hotKeyLosses.emplace(platform::HotKeyNotification::didLoseHotKeys, desktop.hotKeyEvents.notificationCenter(),
@@ -112,7 +112,7 @@ void AppState::setBorrowsShortcuts(bool value) {
     if (isPreview) {
         return;
     }
-    platform::current().hotKeyEvents.setBorrows(borrows);
+    platform::current().desktop.hotKeyEvents.setBorrows(borrows);
     hotKeys.unregister();
     update();
 }
@@ -167,7 +167,7 @@ void AppState::setHasAccessibility(bool value) {
 
 std::vector<platform::RunningApplicationReference> AppState::addableRunningApps() const {
     std::vector<platform::RunningApplicationReference> addable =
-        platform::current().runningApplications.runningApplications();
+        platform::current().desktop.runningApplications.runningApplications();
     std::erase_if(addable, [this](const auto& application) { return !isAddable(*application, currentRules); });
     corvid::sortByName(addable, [](const auto& application) { return application->localizedName().value_or(""); });
     return addable;
@@ -230,7 +230,8 @@ std::map<WindowAction, platform::HotKeyLoan> AppState::presentLoans() const {
     if (hotKeys.isRegistered() || !hotKeys.failed().empty()) {
         for (const WindowAction action : WindowAction::allCases) {
             const corvid::Shortcut shortcut = action.shortcut();
-            present.emplace(action, platform::current().hotKeyEvents.loan(shortcut.keyCode, shortcut.modifiers));
+            present.emplace(action,
+                            platform::current().desktop.hotKeyEvents.loan(shortcut.keyCode, shortcut.modifiers));
         }
     }
     return present;
@@ -240,7 +241,8 @@ std::map<WindowAction, platform::LoanObstacle> AppState::presentObstacles() cons
     std::map<WindowAction, platform::LoanObstacle> present;
     for (const WindowAction action : hotKeys.failed()) {
         const corvid::Shortcut shortcut = action.shortcut();
-        if (const auto obstacle = platform::current().hotKeyEvents.loanObstacle(shortcut.keyCode, shortcut.modifiers)) {
+        if (const auto obstacle =
+                platform::current().desktop.hotKeyEvents.loanObstacle(shortcut.keyCode, shortcut.modifiers)) {
             present.emplace(action, *obstacle);
         }
     }
@@ -252,7 +254,7 @@ void AppState::findHolders() {
     if (!holders.empty()) {
         assign(holders, {});
     }
-    platform::ShortcutHolders* desktop = platform::current().shortcutHolders;
+    platform::ShortcutHolders* desktop = platform::current().desktop.shortcutHolders;
     std::set<WindowAction> taken = shortcutsOnLoan(platform::HotKeyLoan::made);
     taken.insert(failed.begin(), failed.end());
     if (taken.empty() || desktop == nullptr) {

@@ -18,7 +18,7 @@ namespace {
 
 /// The open windows of a process; empty if it does not answer.
 std::optional<std::vector<AXUIElement>> openWindows(ProcessIdentifier process) {
-    platform::Accessibility& accessibility = platform::current().accessibility;
+    platform::Accessibility& accessibility = platform::current().desktop.accessibility;
     const auto value =
         accessibility.copyAttributeValue(accessibility.applicationElement(process), platform::AXAttribute::windows);
     if (!value && value.error() == AXError::cannotComplete) {
@@ -49,7 +49,7 @@ void PlacementMemory::add(const AXUIElement& window, const WindowMover::Attempt&
     if (known == windows.end()) {
         if (!terminations) {
             terminations.emplace(platform::WorkspaceNotification::didTerminateApplication,
-                                 platform::current().runningApplications.notificationCenter(),
+                                 platform::current().desktop.runningApplications.notificationCenter(),
                                  [this](const platform::Notification& notification) { forgetEnded(notification); });
         }
         forgetClosed();

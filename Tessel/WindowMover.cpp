@@ -29,7 +29,7 @@ namespace AXAttribute = platform::AXAttribute;
 namespace {
 
 platform::Accessibility& accessibility() {
-    return platform::current().accessibility;
+    return platform::current().desktop.accessibility;
 }
 
 void assertMainThread(unsigned line) {
@@ -108,7 +108,7 @@ void withoutEnhancedUserInterface(const std::expected<platform::ProcessIdentifie
 /// The displays in the accessibility space, the primary one first.
 std::vector<Display> displays() {
     std::vector<Display> found;
-    const std::vector<platform::Screen> screens = platform::current().screens.screens();
+    const std::vector<platform::Screen> screens = platform::current().desktop.screens.screens();
     found.reserve(screens.size());
     for (const platform::Screen& screen : screens) {
         const double primaryScreenHeight = screens.front().frame.height();
@@ -149,7 +149,7 @@ Attempt place(const AXUIElement& window, const CGRect& current, const WindowGoal
 
 std::optional<AXUIElement> focusedWindow() {
     assertMainThread(__LINE__);
-    const auto process = platform::current().workspace.frontmostApplication();
+    const auto process = platform::current().desktop.workspace.frontmostApplication();
     if (!process || *process == platform::current().processInfo.processIdentifier()) {
         return std::nullopt;
     }

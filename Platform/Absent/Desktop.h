@@ -3,6 +3,7 @@
 #include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/Seam/Desktop/AccessibilityObserver.h"
 #include "Platform/Seam/Desktop/Beep.h"
+#include "Platform/Seam/Desktop/DesktopParts.h"
 #include "Platform/Seam/Desktop/HotKeyEvents.h"
 #include "Platform/Seam/Desktop/NotificationCenter.h"
 #include "Platform/Seam/Desktop/OwnWindows.h"
@@ -76,10 +77,7 @@ public:
 /// Windows that stand where the desktop puts them, because there is no way to place them.
 class OwnWindows final : public platform::OwnWindows {
 public:
-    explicit OwnWindows(Protocol spoken)
-        : spoken(spoken) {}
-
-    [[nodiscard]] Protocol protocol() const override { return spoken; }
+    [[nodiscard]] Protocol protocol() const override { return Protocol::wayland; }
 
     [[nodiscard]] std::optional<corvid::CGPoint> pointer() override { return std::nullopt; }
 
@@ -89,10 +87,7 @@ public:
 
     [[nodiscard]] bool hasKeyboard(Number /*window*/) override { return false; }
 
-    [[nodiscard]] bool areBlended() override { return spoken == Protocol::wayland; }
-
-private:
-    Protocol spoken;
+    [[nodiscard]] bool areBlended() override { return true; }
 };
 
 class RunningApplications final : public platform::RunningApplications {
@@ -154,10 +149,23 @@ public:
     AccessibilityObservers accessibilityObservers;
     Beep sound;
     HotKeyEvents hotKeyEvents;
+    OwnWindows ownWindows;
     RunningApplications runningApplications;
     Screens screens;
     StatusBar statusBar;
     Workspace workspace;
+
+    [[nodiscard]] DesktopParts parts() {
+        return {.accessibility = accessibility,
+                .accessibilityObservers = accessibilityObservers,
+                .sound = sound,
+                .hotKeyEvents = hotKeyEvents,
+                .ownWindows = ownWindows,
+                .runningApplications = runningApplications,
+                .screens = screens,
+                .shortcutHolders = nullptr,
+                .workspace = workspace};
+    }
 };
 
 } // namespace platform::absent

@@ -16,24 +16,20 @@ std::vector<std::filesystem::path> dataFolders() {
 
 } // namespace
 
-ShellParts::ShellParts(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder)
+Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
     : bus(mainLoop)
     , link(mainLoop, bus)
-    , extension(link, ExtensionFiles(extensionFolder, dataFolders()),
+    , extension(link, ExtensionFiles(folders.extension, dataFolders()),
                 ExtensionRecord(linux::BaseFolders::ofThisProcess().userState))
     , access(link, table,
              {.show = [this] { extension.switchOn(); },
-              .obstacle = [this] { return extension.obstacle().value_or(Extension::silence()); }}) {
-}
-
-Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
-    : ShellParts(mainLoop, folders.extension)
-    , compositor::Desktop(mainLoop, ShellParts::table, access)
+              .obstacle = [this] { return extension.obstacle().value_or(Extension::silence()); }})
+    , windows(mainLoop, table, access)
     , hotKeys(mainLoop, link)
     , holders(mainLoop, link)
-    , topBar(mainLoop, link, ShellParts::table, folders.icons.string())
+    , topBar(mainLoop, link, table, folders.icons.string())
     , bell(link) {
-    extension.onChange([this] { announceAccess(); });
+    extension.onChange([this] { windows.announceAccess(); });
     // So that the first question for trust has an answer.
     link.await(link.deadline());
 }

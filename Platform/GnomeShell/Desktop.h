@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Platform/Compositor/Desktop.h"
+#include "Platform/Compositor/WindowParts.h"
+#include "Platform/Compositor/WindowTable.h"
 #include "Platform/GnomeShell/Extension.h"
 #include "Platform/GnomeShell/HotKeys.h"
 #include "Platform/GnomeShell/ShellBell.h"
@@ -9,25 +10,15 @@
 #include "Platform/GnomeShell/TopBar.h"
 #include "Platform/GnomeShell/WindowAccess.h"
 #include "Platform/Linux/Bus/SessionBus.h"
+#include "Platform/Linux/Desktop.h"
 
 #include <filesystem>
 #include <string>
 
 namespace platform::gnomeshell {
 
-/// The members that live longer than the rest of the desktop.
-struct ShellParts {
-    ShellParts(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder);
-
-    linux::SessionBus bus;
-    ShellLink link;
-    compositor::WindowTable table;
-    Extension extension;
-    WindowAccess access;
-};
-
 /// GNOME Shell on Wayland. Our own extension gives access to windows, keys and the item in the top bar.
-class Desktop final : private ShellParts, public compositor::Desktop {
+class Desktop final : public linux::Desktop {
 public:
     struct Folders {
         /// The forms of the extension, "legacy" and "esm".
@@ -41,11 +32,12 @@ public:
 
     [[nodiscard]] std::string_view name() const override { return "GNOME Shell"; }
 
-    [[nodiscard]] Beep& sound() override { return bell; }
+    void followApplications(linux::ApplicationIdentification& identification,
+                            ApplicationCatalogue& catalogue) override {
+        windows.followApplications(identification, catalogue);
+    }
 
-    [[nodiscard]] HotKeyEvents& hotKeyEvents() override { return hotKeys; }
-
-    [[nodiscard]] ShortcutHolders* shortcutHolders() override { return &holders; }
+    [[nodiscard]] DesktopParts parts() override { return windows.with(bell, hotKeys, &holders); }
 
     [[nodiscard]] linux::TrayPlace* trayPlace() override { return &topBar; }
 
@@ -55,6 +47,12 @@ public:
     [[nodiscard]] std::string caution() override { return extension.caution(); }
 
 private:
+    linux::SessionBus bus;
+    ShellLink link;
+    compositor::WindowTable table;
+    Extension extension;
+    WindowAccess access;
+    compositor::WindowParts windows;
     HotKeys hotKeys;
     ShellHolders holders;
     TopBar topBar;

@@ -4,19 +4,15 @@
 
 namespace platform::kwin {
 
-DesktopParts::DesktopParts(linux::MainLoop& mainLoop, const std::filesystem::path& script, HotKeys::Naming naming)
+Desktop::Desktop(linux::MainLoop& mainLoop, const std::filesystem::path& script, HotKeys::Naming naming)
     : bus(mainLoop)
     , access(mainLoop, bus, table, script)
+    , windows(mainLoop, table, access)
     , hotKeys(mainLoop, bus, std::move(naming), KeyLoans::standardFile())
     , holders(mainLoop, bus, [this](std::int32_t key) { return hotKeys.lender(key); }) {
-    const Instant deadline = mainLoop.now() + Desktop::startPatience;
+    const Instant deadline = mainLoop.now() + startPatience;
     bus.awaitArrival(deadline);
     access.waitUntilOpen(deadline);
-}
-
-Desktop::Desktop(linux::MainLoop& mainLoop, const std::filesystem::path& script, HotKeys::Naming naming)
-    : DesktopParts(mainLoop, script, std::move(naming))
-    , compositor::Desktop(mainLoop, DesktopParts::table, DesktopParts::access) {
 }
 
 } // namespace platform::kwin

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "Platform/Compositor/Desktop.h"
+#include "Platform/Compositor/WindowParts.h"
 #include "Platform/KWin/AccelHolders.h"
 #include "Platform/KWin/HotKeys.h"
 #include "Platform/KWin/WindowAccess.h"
+#include "Platform/Linux/Bus/SessionBus.h"
+#include "Platform/Linux/Desktop.h"
 #include "Platform/Linux/Services/SoundThemeBeep.h"
 
 #include <filesystem>
@@ -12,20 +14,8 @@
 
 namespace platform::kwin {
 
-/// The members that live longer than the rest of the desktop.
-struct DesktopParts {
-    DesktopParts(linux::MainLoop& mainLoop, const std::filesystem::path& script, HotKeys::Naming naming);
-
-    /// A connection of its own, because a placement reads it while it waits.
-    linux::SessionBus bus;
-    compositor::WindowTable table;
-    WindowAccess access;
-    HotKeys hotKeys;
-    AccelHolders holders;
-};
-
 /// Plasma on Wayland: KWin, through our own script in it, and KGlobalAccel for the keys.
-class Desktop final : private DesktopParts, public compositor::Desktop {
+class Desktop final : public linux::Desktop {
 public:
     /// The limit for all waiting below when the program starts.
     static constexpr std::chrono::seconds startPatience{2};
@@ -37,13 +27,21 @@ public:
 
     [[nodiscard]] std::string_view name() const override { return "KWin"; }
 
-    [[nodiscard]] Beep& sound() override { return bell; }
+    void followApplications(linux::ApplicationIdentification& identification,
+                            ApplicationCatalogue& catalogue) override {
+        windows.followApplications(identification, catalogue);
+    }
 
-    [[nodiscard]] HotKeyEvents& hotKeyEvents() override { return hotKeys; }
-
-    [[nodiscard]] ShortcutHolders* shortcutHolders() override { return &holders; }
+    [[nodiscard]] DesktopParts parts() override { return windows.with(bell, hotKeys, &holders); }
 
 private:
+    /// A connection of its own, because a placement reads it while it waits.
+    linux::SessionBus bus;
+    compositor::WindowTable table;
+    WindowAccess access;
+    compositor::WindowParts windows;
+    HotKeys hotKeys;
+    AccelHolders holders;
     linux::SoundThemeBeep bell;
 };
 

@@ -3,16 +3,8 @@
 #include "Platform/Linux/Applications/ApplicationIdentification.h"
 #include "Platform/Linux/Services/AppearanceSource.h"
 #include "Platform/Linux/Tray/TrayPlace.h"
-#include "Platform/Seam/Desktop/Accessibility.h"
-#include "Platform/Seam/Desktop/AccessibilityObserver.h"
 #include "Platform/Seam/Desktop/ApplicationCatalogue.h"
-#include "Platform/Seam/Desktop/Beep.h"
-#include "Platform/Seam/Desktop/HotKeyEvents.h"
-#include "Platform/Seam/Desktop/OwnWindows.h"
-#include "Platform/Seam/Desktop/RunningApplications.h"
-#include "Platform/Seam/Desktop/Screens.h"
-#include "Platform/Seam/Desktop/ShortcutHolders.h"
-#include "Platform/Seam/Desktop/Workspace.h"
+#include "Platform/Seam/Desktop/DesktopParts.h"
 
 #include <string>
 #include <string_view>
@@ -39,24 +31,13 @@ public:
     /// No application is known before this call. Both arguments must outlive this. To be called once.
     virtual void followApplications(ApplicationIdentification& identification, ApplicationCatalogue& catalogue) = 0;
 
-    [[nodiscard]] virtual Accessibility& accessibility() = 0;
-    [[nodiscard]] virtual AccessibilityObservers& accessibilityObservers() = 0;
-    [[nodiscard]] virtual Beep& sound() = 0;
-    [[nodiscard]] virtual HotKeyEvents& hotKeyEvents() = 0;
-    [[nodiscard]] virtual OwnWindows& ownWindows() = 0;
-    [[nodiscard]] virtual RunningApplications& runningApplications() = 0;
-    [[nodiscard]] virtual Screens& screens() = 0;
-
-    /// The source of the holders of shortcuts that were refused; null where there is none.
-    [[nodiscard]] virtual ShortcutHolders* shortcutHolders() { return nullptr; }
-
-    [[nodiscard]] virtual Workspace& workspace() = 0;
+    [[nodiscard]] virtual DesktopParts parts() = 0;
 
     /// The desktop's own source for the appearance of programs; null without one.
-    [[nodiscard]] virtual AppearanceSource* appearanceSource() = 0;
+    [[nodiscard]] virtual AppearanceSource* appearanceSource() { return nullptr; }
 
     /// This desktop's own place for status items, beside the common one; null without one.
-    [[nodiscard]] virtual TrayPlace* trayPlace() = 0;
+    [[nodiscard]] virtual TrayPlace* trayPlace() { return nullptr; }
 
     /// Whether its own way is better if both are available.
     [[nodiscard]] virtual bool prefersOwnTrayPlace() const { return false; }

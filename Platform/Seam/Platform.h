@@ -1,17 +1,15 @@
 #pragma once
 
+#include "Platform/Seam/Desktop/DesktopParts.h"
+
 namespace corvid {
 class PreferenceStore;
 }
 
 namespace platform {
 
-class Accessibility;
-class AccessibilityObservers;
 class AddressOpener;
 class ApplicationCatalogue;
-class Beep;
-class HotKeyEvents;
 class ImageRenderer;
 class Localization;
 class Log;
@@ -19,22 +17,15 @@ class LoginItemService;
 class MainActor;
 struct MainBundle;
 class ProcessInfo;
-class RunningApplications;
-class Screens;
-class ShortcutHolders;
 class StatusBar;
 class SystemClock;
 class ThisApplication;
-class Workspace;
 
 /// The table of operations that the logic works on. Its installer owns everything in it.
 struct Platform {
-    Accessibility& accessibility;
-    AccessibilityObservers& accessibilityObservers;
+    DesktopParts desktop;
     AddressOpener& addressOpener;
     ApplicationCatalogue& applicationCatalogue;
-    Beep& sound;
-    HotKeyEvents& hotKeyEvents;
     /// Null while no toolkit is loaded that could draw.
     ImageRenderer* imageRenderer;
     Localization& localization;
@@ -43,15 +34,10 @@ struct Platform {
     MainActor& mainActor;
     const MainBundle& mainBundle;
     ProcessInfo& processInfo;
-    RunningApplications& runningApplications;
-    Screens& screens;
-    /// Null if no source knows the holders of shortcuts.
-    ShortcutHolders* shortcutHolders;
     corvid::PreferenceStore& standardUserDefaults;
     StatusBar& statusBar;
     SystemClock& systemClock;
     ThisApplication& thisApplication;
-    Workspace& workspace;
 };
 
 /// The current table. A call before one is installed stops the process: it is a fault in the wiring.

@@ -65,12 +65,17 @@ public:
                           .website = "https://tessel.example"};
 
 private:
-    Platform table{.accessibility = accessibility,
-                   .accessibilityObservers = accessibilityObservers,
+    Platform table{.desktop = {.accessibility = accessibility,
+                               .accessibilityObservers = accessibilityObservers,
+                               .sound = sound,
+                               .hotKeyEvents = hotKeyEvents,
+                               .ownWindows = ownWindows,
+                               .runningApplications = applications,
+                               .screens = screens,
+                               .shortcutHolders = &shortcutHolders,
+                               .workspace = workspace},
                    .addressOpener = addressOpener,
                    .applicationCatalogue = applicationCatalogue,
-                   .sound = sound,
-                   .hotKeyEvents = hotKeyEvents,
                    .imageRenderer = &imageRenderer,
                    .localization = localization,
                    .log = log,
@@ -78,14 +83,10 @@ private:
                    .mainActor = mainActor,
                    .mainBundle = mainBundle,
                    .processInfo = processInfo,
-                   .runningApplications = applications,
-                   .screens = screens,
-                   .shortcutHolders = &shortcutHolders,
                    .standardUserDefaults = standardUserDefaults,
                    .statusBar = statusBar,
                    .systemClock = systemClock,
-                   .thisApplication = thisApplication,
-                   .workspace = workspace};
+                   .thisApplication = thisApplication};
     Installation installation{table};
 };
 

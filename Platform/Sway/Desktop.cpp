@@ -19,16 +19,11 @@ constexpr std::chrono::milliseconds endingLeeway{500};
 
 } // namespace
 
-DesktopParts::DesktopParts(linux::MainLoop& mainLoop, const std::string& socketPath)
-    : session(mainLoop, socketPath)
-    , access(session, windowTable, mainLoop, ::getpid()) {
-}
-
 Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
-    : DesktopParts(mainLoop, socketPath)
-    , compositor::Desktop(mainLoop, windowTable, access)
-    , mainLoop(mainLoop)
+    : mainLoop(mainLoop)
     , socketPath(socketPath)
+    , session(mainLoop, socketPath)
+    , access(session, table, mainLoop, ::getpid())
     , lastCommands(socketPath)
     , hotKeys((session.follow(*this), session), i3ipc::includedFiles,
               [this](const std::string& commands) { lastCommands.set(commands); }) {

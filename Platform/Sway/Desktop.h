@@ -1,7 +1,8 @@
 #pragma once
 
-#include "Platform/Compositor/Desktop.h"
+#include "Platform/Compositor/WindowParts.h"
 #include "Platform/Compositor/WindowTable.h"
+#include "Platform/Linux/Desktop.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Services/SoundThemeBeep.h"
 #include "Platform/Sway/ConfigurationHolders.h"
@@ -17,17 +18,8 @@
 
 namespace platform::sway {
 
-/// The members that live longer than the rest of the desktop.
-struct DesktopParts {
-    DesktopParts(linux::MainLoop& mainLoop, const std::string& socketPath);
-
-    compositor::WindowTable windowTable;
-    Session session;
-    WindowAccess access;
-};
-
 /// A sway desktop. When its socket has had no listener for a while, sway counts as gone and the loop ends.
-class Desktop final : private DesktopParts, public compositor::Desktop, private Session::Follower {
+class Desktop final : public linux::Desktop, private Session::Follower {
 public:
     /// A compositor that a supervisor restarts listens at the same socket before this is over.
     static constexpr std::chrono::seconds patience{15};
@@ -41,11 +33,12 @@ public:
 
     [[nodiscard]] std::string_view name() const override { return "sway"; }
 
-    [[nodiscard]] Beep& sound() override { return bell; }
+    void followApplications(linux::ApplicationIdentification& identification,
+                            ApplicationCatalogue& catalogue) override {
+        windows.followApplications(identification, catalogue);
+    }
 
-    [[nodiscard]] HotKeyEvents& hotKeyEvents() override { return hotKeys; }
-
-    [[nodiscard]] ShortcutHolders* shortcutHolders() override { return &holders; }
+    [[nodiscard]] DesktopParts parts() override { return windows.with(bell, hotKeys, &holders); }
 
 private:
     void sessionOpened() override { end.reset(); }
@@ -60,6 +53,10 @@ private:
 
     linux::MainLoop& mainLoop;
     std::string socketPath;
+    Session session;
+    compositor::WindowTable table;
+    WindowAccess access;
+    compositor::WindowParts windows{mainLoop, table, access};
     linux::SoundThemeBeep bell;
     std::unique_ptr<ScheduledWork> end;
     LastCommands lastCommands;

@@ -50,29 +50,26 @@ public:
 
     void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) override;
 
-    [[nodiscard]] Accessibility& accessibility() override { return windows; }
+    [[nodiscard]] DesktopParts parts() override {
+        return {.accessibility = windows,
+                .accessibilityObservers = observers,
+                .sound = bell,
+                .hotKeyEvents = hotKeys,
+                .ownWindows = own,
+                .runningApplications = processes,
+                .screens = monitors,
+                .shortcutHolders = &holders,
+                .workspace = applications};
+    }
 
-    [[nodiscard]] AccessibilityObservers& accessibilityObservers() override { return observers; }
+    /// Adds a source of the holders of shortcuts.
+    void addHolders(WindowManagerHolders::Source source) { holders.add(std::move(source)); }
 
     /// The settings manager.
     [[nodiscard]] SettingsManager* appearanceSource() override { return &settings; }
 
-    [[nodiscard]] Beep& sound() override { return bell; }
-
-    [[nodiscard]] HotKeys& hotKeyEvents() override { return hotKeys; }
-
-    [[nodiscard]] OwnWindows& ownWindows() override { return own; }
-
-    [[nodiscard]] RunningApplications& runningApplications() override { return processes; }
-
-    [[nodiscard]] Screens& screens() override { return monitors; }
-
-    [[nodiscard]] WindowManagerHolders* shortcutHolders() override { return &holders; }
-
     /// The tray of older panels.
     [[nodiscard]] linux::TrayPlace* trayPlace() override { return &tray; }
-
-    [[nodiscard]] Workspace& workspace() override { return applications; }
 
 private:
     [[nodiscard]] std::optional<AccessObstacle> obstacle();

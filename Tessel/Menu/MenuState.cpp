@@ -59,7 +59,7 @@ QVariantList descriptions(const Actions& actions) {
 
 QString offerToBorrow(const QStringList& holders, const QString& keys) {
     const bool isHolderKnown = !holders.contains(QString());
-    if (platform::current().hotKeyEvents.borrowingChangesSettings()) {
+    if (platform::current().desktop.hotKeyEvents.borrowingChangesSettings()) {
         return isHolderKnown ? translated("%1 uses %2. Tessel can have them while it runs; the system settings are "
                                           "changed for that time.")
                                    .arg(holders.join(", "), keys)

@@ -64,15 +64,14 @@ void addHolders(platform::x11::Desktop& desktop, MainLoop& mainLoop, SessionBus&
                                {"Metacity", "Metacity", &settings::gnome},
                                {"Mutter (Muffin)", "Cinnamon", &settings::cinnamon},
                                {"Metacity (Marco)", "MATE", &settings::mate}}) {
-        desktop.shortcutHolders()->add(
+        desktop.addHolders(
             {.windowManager = each.windowManager,
              .holders = std::make_unique<platform::linux::SettingsHolders>(mainLoop, each.heldBy, *each.settings)});
     }
-    desktop.shortcutHolders()->add(
-        {.windowManager = "Xfwm4", .holders = std::make_unique<platform::linux::XfceHolders>(mainLoop)});
-    desktop.shortcutHolders()->add(
+    desktop.addHolders({.windowManager = "Xfwm4", .holders = std::make_unique<platform::linux::XfceHolders>(mainLoop)});
+    desktop.addHolders(
         {.windowManager = "i3", .holders = std::make_unique<platform::i3::ConfigurationHolders>(mainLoop)});
-    desktop.shortcutHolders()->add(
+    desktop.addHolders(
         {.windowManager = "KWin", .holders = std::make_unique<platform::kwin::AccelHolders>(mainLoop, sessionBus)});
 }
 

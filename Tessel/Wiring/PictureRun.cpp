@@ -130,12 +130,9 @@ void drawPictures(const std::string& directory, Count& begun) {
         renderer.emplace(toolkit->imageRenderer(), begun);
     }
     const platform::Platform table{
-        .accessibility = desktop.accessibility,
-        .accessibilityObservers = desktop.accessibilityObservers,
+        .desktop = desktop.parts(),
         .addressOpener = addressOpener,
         .applicationCatalogue = catalogue,
-        .sound = desktop.sound,
-        .hotKeyEvents = desktop.hotKeyEvents,
         .imageRenderer = renderer ? &*renderer : nullptr,
         .localization = localization,
         .log = systemLog,
@@ -143,14 +140,10 @@ void drawPictures(const std::string& directory, Count& begun) {
         .mainActor = mainLoop,
         .mainBundle = bundle,
         .processInfo = processInfo,
-        .runningApplications = desktop.runningApplications,
-        .screens = desktop.screens,
-        .shortcutHolders = nullptr,
         .standardUserDefaults = noDefaults,
         .statusBar = desktop.statusBar,
         .systemClock = systemClock,
         .thisApplication = application,
-        .workspace = desktop.workspace,
     };
     const platform::Installation installation(table);
     MenuSnapshot::render(directory);

@@ -30,7 +30,7 @@ void openPopover() {
 ResidentProgram::ResidentProgram(const Foundation& foundation, std::unique_ptr<platform::linux::Desktop> opened)
     : foundation(foundation)
     , desktop(followed(std::move(opened)))
-    , notifiers(foundation.mainLoop, foundation.sessionBus, desktop->screens(), iconFolder())
+    , notifiers(foundation.mainLoop, foundation.sessionBus, desktop->parts().screens, iconFolder())
     , statusBar(foundation.mainLoop, "org.corvid.Tessel", trayPlaces())
     , appearance(foundation.sessionBus, desktop->appearanceSource())
     , sessionLock(foundation.mainLoop, foundation.sessionBus)
@@ -38,12 +38,9 @@ ResidentProgram::ResidentProgram(const Foundation& foundation, std::unique_ptr<p
           foundation.mainLoop, [this] { return startToolkit(); },
           [&mainLoop = foundation.mainLoop](std::function<void()> host) { mainLoop.continueIn(std::move(host)); })
     , table{
-          .accessibility = desktop->accessibility(),
-          .accessibilityObservers = desktop->accessibilityObservers(),
+          .desktop = desktop->parts(),
           .addressOpener = addressOpener,
           .applicationCatalogue = catalogue,
-          .sound = desktop->sound(),
-          .hotKeyEvents = desktop->hotKeyEvents(),
           .imageRenderer = nullptr,
           .localization = foundation.localization,
           .log = systemLog,
@@ -51,14 +48,10 @@ ResidentProgram::ResidentProgram(const Foundation& foundation, std::unique_ptr<p
           .mainActor = foundation.mainLoop,
           .mainBundle = foundation.bundle,
           .processInfo = processInfo,
-          .runningApplications = desktop->runningApplications(),
-          .screens = desktop->screens(),
-          .shortcutHolders = desktop->shortcutHolders(),
           .standardUserDefaults = userDefaults,
           .statusBar = statusBar,
           .systemClock = systemClock,
           .thisApplication = application,
-          .workspace = desktop->workspace(),
       } {
 }
 
@@ -83,8 +76,8 @@ std::unique_ptr<platform::Toolkit> ResidentProgram::startToolkit() {
     return tessel::startToolkit(foundation.plugin, {.mainLoop = foundation.mainLoop,
                                                     .mainActor = foundation.mainLoop,
                                                     .appearance = appearance,
-                                                    .ownWindows = &desktop->ownWindows(),
-                                                    .screens = desktop->screens(),
+                                                    .ownWindows = &desktop->parts().ownWindows,
+                                                    .screens = desktop->parts().screens,
                                                     .sessionLock = &sessionLock,
                                                     .languages = foundation.bundle.preferredLocalizations});
 }

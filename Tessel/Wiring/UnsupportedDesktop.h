@@ -14,31 +14,10 @@ public:
     void followApplications(platform::linux::ApplicationIdentification& /*identification*/,
                             platform::ApplicationCatalogue& /*catalogue*/) override {}
 
-    [[nodiscard]] platform::Accessibility& accessibility() override { return absent.accessibility; }
-
-    [[nodiscard]] platform::AccessibilityObservers& accessibilityObservers() override {
-        return absent.accessibilityObservers;
-    }
-
-    [[nodiscard]] platform::Beep& sound() override { return absent.sound; }
-
-    [[nodiscard]] platform::HotKeyEvents& hotKeyEvents() override { return absent.hotKeyEvents; }
-
-    [[nodiscard]] platform::OwnWindows& ownWindows() override { return own; }
-
-    [[nodiscard]] platform::RunningApplications& runningApplications() override { return absent.runningApplications; }
-
-    [[nodiscard]] platform::Screens& screens() override { return absent.screens; }
-
-    [[nodiscard]] platform::Workspace& workspace() override { return absent.workspace; }
-
-    [[nodiscard]] platform::linux::AppearanceSource* appearanceSource() override { return nullptr; }
-
-    [[nodiscard]] platform::linux::TrayPlace* trayPlace() override { return nullptr; }
+    [[nodiscard]] platform::DesktopParts parts() override { return absent.parts(); }
 
 private:
     platform::absent::Desktop absent;
-    platform::absent::OwnWindows own{platform::OwnWindows::Protocol::wayland};
 };
 
 } // namespace tessel

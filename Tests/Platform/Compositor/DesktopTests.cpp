@@ -22,13 +22,13 @@ class CompositorDesktop : public FollowedCompositor {
 protected:
     /// Subscribes to the editor's new windows.
     void watch(std::unique_ptr<AXObserver>& observer) {
-        observer = *desktop->accessibilityObservers().createObserver(
+        observer = *parts().accessibilityObservers.createObserver(
             editor,
             [](AXObserver& /*observer*/, const AXUIElement& element, std::string_view /*notification*/, void* context) {
                 static_cast<Identifiers*>(context)->push_back(
                     dynamic_cast<const linux::WindowElement<WindowIdentifier>&>(element.contents()).window);
             });
-        EXPECT_EQ(observer->addNotification(desktop->accessibility().applicationElement(editor),
+        EXPECT_EQ(observer->addNotification(parts().accessibility.applicationElement(editor),
                                             AXNotification::windowCreated, &seen),
                   AXError::success);
     }
@@ -79,7 +79,7 @@ TEST_F(CompositorDesktop, AnObserverThatOutlivesTheDesktopIsHarmless) {
     std::unique_ptr<AXObserver> observer;
     watch(observer);
     openWindow("1", editor, "Editor");
-    const AXUIElement application = desktop->accessibility().applicationElement(editor);
+    const AXUIElement application = parts().accessibility.applicationElement(editor);
     desktop.reset();
     EXPECT_EQ(observer->addNotification(application, AXNotification::windowCreated, &seen), AXError::cannotComplete);
     EXPECT_EQ(seen, Identifiers{});
@@ -91,12 +91,12 @@ TEST_F(CompositorDesktop, WritesAreSentWhenTheTurnOfTheLoopEnds) {
     contents.outputs = {{.frame = {{0, 0}, {800, 600}}, .workArea = {{0, 0}, {800, 600}}}};
     start(std::move(contents));
     mainLoop.post([&] {
-        desktop->accessibility().setAttributeValue(linux::windowElement(WindowIdentifier("1")), AXAttribute::position,
-                                                   CGPoint{10, 20});
+        parts().accessibility.setAttributeValue(linux::windowElement(WindowIdentifier("1")), AXAttribute::position,
+                                                CGPoint{10, 20});
     });
     drain();
     EXPECT_EQ(access.takeTrace().back(), "place 1 at (10, 20) 300 x 200 without waiting");
-    mainLoop.post([&] { static_cast<void>(desktop->screens().screens()); });
+    mainLoop.post([&] { static_cast<void>(parts().screens.screens()); });
     drain();
     EXPECT_EQ(access.takeTrace(), Trace{"refresh"}) << "a turn of its own";
 }
@@ -106,20 +106,20 @@ TEST_F(CompositorDesktop, ScreensAreInTheScreenSpaceThePrimaryOneFirst) {
     contents.outputs = {{.frame = {{1280, 100}, {1920, 1080}}, .workArea = {{1280, 132}, {1920, 1048}}},
                         {.frame = {{0, 0}, {1280, 1024}}, .workArea = {{0, 0}, {1280, 1000}}}};
     start(std::move(contents));
-    EXPECT_EQ(desktop->screens().screens(),
+    EXPECT_EQ(parts().screens.screens(),
               (std::vector<Screen>{
                   {.frame = {{0, 0}, {1920, 1080}}, .visibleFrame = {{0, 0}, {1920, 1048}}},
                   {.frame = {{-1280, 156}, {1280, 1024}}, .visibleFrame = {{-1280, 180}, {1280, 1000}}},
               }));
     table.close();
-    EXPECT_TRUE(desktop->screens().screens().empty());
+    EXPECT_TRUE(parts().screens.screens().empty());
 }
 
 TEST_F(CompositorDesktop, OwnWindowsAndThePointerAreCountedFromThePrimaryOutput) {
     WindowTable::Contents contents;
     contents.outputs = {{.frame = {{1280, 100}, {1920, 1080}}, .workArea = {{1280, 132}, {1920, 1048}}}};
     start(std::move(contents));
-    platform::OwnWindows& own = desktop->ownWindows();
+    platform::OwnWindows& own = parts().ownWindows;
     EXPECT_EQ(own.pointer(), std::nullopt) << "the compositor does not say";
     access.pointerPosition = CGPoint{1300, 150};
     EXPECT_EQ(own.pointer(), (CGPoint{20, 1030}));
@@ -136,14 +136,14 @@ TEST_F(CompositorDesktop, TheActiveScreenIsInTheScreenSpace) {
     contents.outputs = {{.frame = {{1280, 100}, {1920, 1080}}, .workArea = {{1280, 132}, {1920, 1048}}},
                         {.frame = {{0, 0}, {1280, 1024}}, .workArea = {{0, 0}, {1280, 1000}}, .isActive = true}};
     start(std::move(contents));
-    EXPECT_EQ(desktop->ownWindows().activeScreen(), (CGRect{{-1280, 156}, {1280, 1024}}));
+    EXPECT_EQ(parts().ownWindows.activeScreen(), (CGRect{{-1280, 156}, {1280, 1024}}));
     table.close();
-    EXPECT_EQ(desktop->ownWindows().activeScreen(), std::nullopt);
+    EXPECT_EQ(parts().ownWindows.activeScreen(), std::nullopt);
 }
 
 TEST_F(CompositorDesktop, TheKeyboardIsElsewhereIfAnotherProgramIsKnownToHaveIt) {
     start();
-    platform::OwnWindows& own = desktop->ownWindows();
+    platform::OwnWindows& own = parts().ownWindows;
     EXPECT_FALSE(own.isKeyboardElsewhere()) << "nobody has it";
     openWindow("1", ::getpid() + 1, "editor");
     openWindow("2", ::getpid(), "tessel");
@@ -160,7 +160,7 @@ TEST_F(CompositorDesktop, TheKeyboardIsElsewhereIfAnotherProgramIsKnownToHaveIt)
 
 TEST_F(CompositorDesktop, AnnouncesInALaterTurnThatItsAccessHasBegunOrEnded) {
     int notices = 0;
-    const auto& center = desktop->accessibility().notificationCenter();
+    const auto& center = parts().accessibility.notificationCenter();
     static_cast<void>(center->addObserver(AccessNotification::didChange, [&](const Notification&) { ++notices; }));
     start();
     EXPECT_EQ(notices, 0) << "never within a call";

@@ -14,7 +14,7 @@ FollowedCompositor::FollowedCompositor() {
             told.push_back(std::string(what) + application->bundleIdentifier().value_or("nobody"));
         };
     };
-    const auto center = desktop->runningApplications().notificationCenter();
+    const auto center = parts().runningApplications.notificationCenter();
     static_cast<void>(center->addObserver(WorkspaceNotification::didLaunchApplication, note("launch ")));
     static_cast<void>(center->addObserver(WorkspaceNotification::didTerminateApplication, note("terminate ")));
 }

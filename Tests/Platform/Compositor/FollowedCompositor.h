@@ -1,7 +1,8 @@
 #pragma once
 
 #include "../Linux/Applications/PlainApplications.h"
-#include "Platform/Compositor/Desktop.h"
+#include "Platform/Absent/Desktop.h"
+#include "Platform/Compositor/WindowParts.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "SimulatedWindowAccess.h"
 
@@ -17,16 +18,6 @@ namespace platform::compositor {
 /// A desktop with a simulated window access and the real event loop. It records the application events.
 class FollowedCompositor : public testing::Test {
 protected:
-    class PlainDesktop final : public Desktop {
-    public:
-        PlainDesktop(linux::MainLoop& mainLoop, WindowTable& table, WindowAccess& access)
-            : Desktop(mainLoop, table, access) {}
-
-        [[nodiscard]] std::string_view name() const override { return "simulated"; }
-        [[nodiscard]] platform::Beep& sound() override { std::abort(); }
-        [[nodiscard]] HotKeyEvents& hotKeyEvents() override { std::abort(); }
-    };
-
     FollowedCompositor();
 
     /// Begins the access with these windows, and begins to follow applications.
@@ -48,7 +39,9 @@ protected:
     linux::PlainCatalogue catalogue;
     /// "launch editor", "terminate editor"; "nobody" for an unidentified application.
     std::vector<std::string> told;
-    std::unique_ptr<PlainDesktop> desktop = std::make_unique<PlainDesktop>(mainLoop, table, access);
+    absent::Desktop others;
+    std::unique_ptr<WindowParts> desktop = std::make_unique<WindowParts>(mainLoop, table, access);
+    [[nodiscard]] DesktopParts parts() { return desktop->with(others.sound, others.hotKeyEvents, nullptr); }
 };
 
 } // namespace platform::compositor

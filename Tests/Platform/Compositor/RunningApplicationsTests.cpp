@@ -10,8 +10,8 @@ using Told = std::vector<std::string>;
 
 class CompositorApplications : public FollowedCompositor {
 protected:
-    [[nodiscard]] RunningApplicationReference application(ProcessIdentifier process) const {
-        return desktop->runningApplications().runningApplication(process);
+    [[nodiscard]] RunningApplicationReference application(ProcessIdentifier process) {
+        return parts().runningApplications.runningApplication(process);
     }
 
     [[nodiscard]] bool isTold(std::size_t count) {
@@ -44,12 +44,12 @@ TEST_F(CompositorApplications, OneWhoseLaunchIsStillToBeDeliveredIsNotListed) {
     start();
     openWindow("1", editor.number(), "Editor");
     // A reader of the list at this moment, such as a new rule, must not take it for an old application.
-    EXPECT_TRUE(desktop->runningApplications().runningApplications().empty());
+    EXPECT_TRUE(parts().runningApplications.runningApplications().empty());
     EXPECT_NE(application(editor.number()), nullptr);
     std::size_t listed = 0;
-    static_cast<void>(desktop->runningApplications().notificationCenter()->addObserver(
+    static_cast<void>(parts().runningApplications.notificationCenter()->addObserver(
         WorkspaceNotification::didLaunchApplication,
-        [&](const Notification&) { listed = desktop->runningApplications().runningApplications().size(); }));
+        [&](const Notification&) { listed = parts().runningApplications.runningApplications().size(); }));
     drain();
     EXPECT_EQ(listed, 1U);
 }
@@ -59,7 +59,7 @@ TEST_F(CompositorApplications, ApplicationsThatWereThereAreKnownInOrderAndNotLau
     contents.windows = {{"9", readyWindow(browser.number())}, {"1", readyWindow(editor.number())}};
     start(std::move(contents));
     std::vector<ProcessIdentifier> processes;
-    for (const auto& running : desktop->runningApplications().runningApplications()) {
+    for (const auto& running : parts().runningApplications.runningApplications()) {
         processes.push_back(running->processIdentifier());
     }
     EXPECT_EQ(processes, (std::vector<ProcessIdentifier>{browser.number(), editor.number()}));
@@ -97,7 +97,7 @@ TEST_F(CompositorApplications, AnOwnerThatComesLateIsLaunchedThenAndTheFormerOne
     openWindow("1", 0, "Editor");
     drain();
     EXPECT_EQ(told, Told{});
-    EXPECT_TRUE(desktop->runningApplications().runningApplications().empty());
+    EXPECT_TRUE(parts().runningApplications.runningApplications().empty());
     openWindow("1", editor.number(), "Editor");
     drain();
     EXPECT_EQ(told, Told{"launch editor"});

@@ -31,12 +31,12 @@ protected:
 };
 
 TEST_F(SimulatedAccessibility, IsTheOneOfTheTableInForce) {
-    EXPECT_EQ(&current().accessibility, &desktop.accessibility);
+    EXPECT_EQ(&current().desktop.accessibility, &desktop.accessibility);
     {
         Desktop other;
-        EXPECT_EQ(&current().accessibility, &other.accessibility);
+        EXPECT_EQ(&current().desktop.accessibility, &other.accessibility);
     }
-    EXPECT_EQ(&current().accessibility, &desktop.accessibility);
+    EXPECT_EQ(&current().desktop.accessibility, &desktop.accessibility);
 }
 
 TEST_F(SimulatedAccessibility, ReadsTheFocusedWindowAndTheWindowsOfAnApplication) {

@@ -65,7 +65,7 @@ TEST(SimulatedAppearance, ReportsEachChangeOnceItIsFollowed) {
 
 TEST(SimulatedBeep, IsCountedAndRecorded) {
     Desktop desktop;
-    current().sound.beep();
+    current().desktop.sound.beep();
     EXPECT_EQ(desktop.sound.count(), 1);
     EXPECT_EQ(desktop.trace.take(), (Lines{"beep"}));
 }

@@ -11,8 +11,8 @@ using Windows = std::vector<xcb_window_t>;
 /// Subscribes to a process's new windows and records them.
 struct Watcher {
     Watcher(Desktop& desktop, ProcessIdentifier process)
-        : observer(*desktop.accessibilityObservers().createObserver(process, &Watcher::created)) {
-        error = observer->addNotification(desktop.accessibility().applicationElement(process),
+        : observer(*desktop.parts().accessibilityObservers.createObserver(process, &Watcher::created)) {
+        error = observer->addNotification(desktop.parts().accessibility.applicationElement(process),
                                           AXNotification::windowCreated, this);
     }
 
@@ -106,7 +106,7 @@ TEST_F(AccessibilityObserversTest, AReportedWindowIsInTheListAndReadyForUse) {
     ASSERT_EQ(watcher.error, AXError::success) << "a process without windows can be observed";
     bool isRight = false;
     watcher.whenTold = [&] {
-        Accessibility& accessibility = followed.desktop->accessibility();
+        platform::Accessibility& accessibility = followed.desktop->parts().accessibility;
         const AXUIElement window(std::make_shared<const WindowElement>(watcher.windows.back()));
         const auto windows =
             accessibility.copyAttributeValue(accessibility.applicationElement(editor.process()), AXAttribute::windows);
@@ -187,7 +187,7 @@ TEST_F(AccessibilityObserversTest, EverySubscriptionIsNotifiedWithItsContext) {
     const ProcessIdentifier process = editor.process();
     Watcher watcher(*followed.desktop, process);
     Watcher other(*followed.desktop, process);
-    EXPECT_EQ(watcher.observer->addNotification(followed.desktop->accessibility().applicationElement(process),
+    EXPECT_EQ(watcher.observer->addNotification(followed.desktop->parts().accessibility.applicationElement(process),
                                                 AXNotification::windowCreated, &watcher),
               AXError::success);
     followed.openWindow(editor, "Editor");
@@ -199,7 +199,7 @@ TEST_F(AccessibilityObserversTest, EverySubscriptionIsNotifiedWithItsContext) {
 TEST_F(AccessibilityObserversTest, OnlyNewWindowsOfTheOwnProcessCanBeSubscribedTo) {
     followed.start();
     const Watcher watcher(*followed.desktop, editor.process());
-    Accessibility& accessibility = followed.desktop->accessibility();
+    platform::Accessibility& accessibility = followed.desktop->parts().accessibility;
     const AXUIElement own = accessibility.applicationElement(editor.process());
     const AXUIElement other = accessibility.applicationElement(browser.process());
     const AXUIElement window(std::make_shared<const WindowElement>(1));
@@ -208,14 +208,15 @@ TEST_F(AccessibilityObserversTest, OnlyNewWindowsOfTheOwnProcessCanBeSubscribedT
     EXPECT_EQ(watcher.observer->addNotification(window, AXNotification::windowCreated, nullptr),
               AXError::illegalArgument);
     EXPECT_EQ(watcher.observer->addNotification(own, "AXMoved", nullptr), AXError::illegalArgument);
-    EXPECT_EQ(followed.desktop->accessibilityObservers().createObserver(1, nullptr).error(), AXError::illegalArgument);
+    EXPECT_EQ(followed.desktop->parts().accessibilityObservers.createObserver(1, nullptr).error(),
+              AXError::illegalArgument);
 }
 
 TEST_F(AccessibilityObserversTest, AnObserverThatOutlivesTheDesktopIsHarmless) {
     followed.start();
     const Watcher watcher(*followed.desktop, editor.process());
     followed.openWindow(editor, "Editor");
-    const AXUIElement application = followed.desktop->accessibility().applicationElement(editor.process());
+    const AXUIElement application = followed.desktop->parts().accessibility.applicationElement(editor.process());
     followed.desktop.reset();
     followed.drain();
     EXPECT_EQ(watcher.windows, Windows{});

@@ -53,7 +53,7 @@ TEST(X11Desktop, AKeyPressThatAnotherClientMakesUpIsNone) {
     FollowedDesktop followed;
     followed.start();
     int presses = 0;
-    HotKeys& keys = followed.desktop->hotKeyEvents();
+    HotKeyEvents& keys = followed.desktop->parts().hotKeyEvents;
     keys.installHandler(
         [](EventHandlerCall* /*next*/, const HotKeyEvent* /*event*/, void* count) {
             ++*static_cast<int*>(count);
@@ -78,7 +78,7 @@ TEST(X11Desktop, WithoutRandrTheScreenIsTheRootWindow) {
     FollowedDesktop followed({"RANDR"});
     followed.start();
     followed.settle();
-    const auto screens = followed.desktop->screens().screens();
+    const auto screens = followed.desktop->parts().screens.screens();
     ASSERT_EQ(screens.size(), 1U);
     EXPECT_EQ(screens[0].frame, (corvid::CGRect{{0, 0}, {1280, 800}}));
 }
@@ -133,7 +133,7 @@ protected:
         followed.start();
     }
 
-    [[nodiscard]] OSStatus registerKey(HotKeys& keys) {
+    [[nodiscard]] OSStatus registerKey(HotKeyEvents& keys) {
         return keys.registerHotKey(leftArrow, controlAndOption, {}).status;
     }
 
@@ -146,15 +146,15 @@ TEST_F(SlowX11Desktop, StartsHoweverManyAnswersItTakes) {
     const TrayOwner panel(followed.server.display());
     // Three of them exceed the time of a turn of the loop.
     start(milliseconds(100));
-    linux::HotKeyLosses losses(followed.desktop->hotKeyEvents());
+    linux::HotKeyLosses losses(followed.desktop->parts().hotKeyEvents);
     EXPECT_TRUE(followed.desktop->trayPlace()->isOffered());
-    EXPECT_EQ(registerKey(followed.desktop->hotKeyEvents()), noErr);
+    EXPECT_EQ(registerKey(followed.desktop->parts().hotKeyEvents), noErr);
     EXPECT_FALSE(losses.take());
 }
 
 TEST_F(SlowX11Desktop, StartsAfterAStall) {
     start(milliseconds(400));
-    EXPECT_EQ(registerKey(followed.desktop->hotKeyEvents()), noErr);
+    EXPECT_EQ(registerKey(followed.desktop->parts().hotKeyEvents), noErr);
 }
 
 TEST_F(SlowX11Desktop, AKeyboardThatComesTooLateIsAskedForAgain) {

@@ -72,7 +72,7 @@ public:
 
     void forgetLongestTurn() { longest = {}; }
 
-    [[nodiscard]] RunningApplications& applications() { return desktop->runningApplications(); }
+    [[nodiscard]] platform::RunningApplications& applications() { return desktop->parts().runningApplications; }
 
 private:
     std::chrono::steady_clock::duration longest{};

@@ -31,7 +31,7 @@ protected:
         }
         manager = std::make_unique<Openbox>("--sm-disable");
         followed.start();
-        ASSERT_TRUE(followed.runUntil([&] { return followed.desktop->accessibility().isProcessTrusted(); }));
+        ASSERT_TRUE(followed.runUntil([&] { return followed.desktop->parts().accessibility.isProcessTrusted(); }));
         // It announces itself before it listens.
         Fence fence(followed.testClient.connection());
         ASSERT_TRUE(followed.runUntil([&] {

@@ -29,13 +29,24 @@ public:
 
 private:
     FollowedDesktop& followed;
+    /// The desktop's, but with the simulated keys and sound.
+    [[nodiscard]] DesktopParts parts() {
+        const DesktopParts real = followed.desktop->parts();
+        return {.accessibility = real.accessibility,
+                .accessibilityObservers = real.accessibilityObservers,
+                .sound = other.sound,
+                .hotKeyEvents = other.hotKeyEvents,
+                .ownWindows = real.ownWindows,
+                .runningApplications = real.runningApplications,
+                .screens = real.screens,
+                .shortcutHolders = nullptr,
+                .workspace = real.workspace};
+    }
+
     Platform table{
-        .accessibility = followed.desktop->accessibility(),
-        .accessibilityObservers = followed.desktop->accessibilityObservers(),
+        .desktop = parts(),
         .addressOpener = other.addressOpener,
         .applicationCatalogue = followed.catalogue,
-        .sound = other.sound,
-        .hotKeyEvents = other.hotKeyEvents,
         .imageRenderer = nullptr,
         .localization = other.localization,
         .log = other.log,
@@ -43,14 +54,10 @@ private:
         .mainActor = other.mainActor,
         .mainBundle = other.mainBundle,
         .processInfo = other.processInfo,
-        .runningApplications = followed.desktop->runningApplications(),
-        .screens = followed.desktop->screens(),
-        .shortcutHolders = nullptr,
         .standardUserDefaults = other.standardUserDefaults,
         .statusBar = other.statusBar,
         .systemClock = other.systemClock,
         .thisApplication = other.thisApplication,
-        .workspace = followed.desktop->workspace(),
     };
     Installation installation{table};
 };

@@ -75,12 +75,12 @@ protected:
         std::optional<corvid::CGRect> frame;
         bool isDone = false;
         followed.mainLoop.post([&] {
-            Accessibility& accessibility = followed.desktop->accessibility();
+            platform::Accessibility& accessibility = followed.desktop->parts().accessibility;
             const AXUIElement element(std::make_shared<const WindowElement>(window));
             const AXUIElement application = accessibility.applicationElement(editor->process());
             static_cast<void>(accessibility.isProcessTrusted());
-            static_cast<void>(followed.desktop->screens().screens());
-            static_cast<void>(followed.desktop->workspace().frontmostApplication());
+            static_cast<void>(followed.desktop->parts().screens.screens());
+            static_cast<void>(followed.desktop->parts().workspace.frontmostApplication());
             static_cast<void>(followed.toldApplications.front()->activationPolicy());
             static_cast<void>(accessibility.copyAttributeValue(application, AXAttribute::focusedWindow));
             static_cast<void>(accessibility.copyAttributeValue(application, AXAttribute::windows));
@@ -193,7 +193,7 @@ TEST_F(MalformedProperties, OfTheRootCountUntilTheyAreGoneAndNoLonger) {
     testClient.setWords(root, "_NET_ACTIVE_WINDOW", "WINDOW", {window});
     followed.list();
     followed.drain();
-    EXPECT_EQ(followed.desktop->workspace().frontmostApplication(), editor->process());
+    EXPECT_EQ(followed.desktop->parts().workspace.frontmostApplication(), editor->process());
     EXPECT_EQ(useEverything(), natural);
     EXPECT_EQ(followed.told, Told{"launch editor"});
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
@@ -225,7 +225,7 @@ TEST_F(MalformedProperties, AListOfThousandsThatDoNotExistIsGoneThroughOnce) {
     // The request to a busy server is repeated.
     EXPECT_TRUE(followed.runUntil([&] {
         sd_event_run(loop.handle(), 0);
-        return (*another)->runningApplications().runningApplications().size() == 2;
+        return (*another)->parts().runningApplications.runningApplications().size() == 2;
     }));
     EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
     followed.managed = {window};

@@ -181,7 +181,7 @@ TEST(OwnWindowsOfTheDesktop, GetTheKeyboardWhenTheyAreShown) {
     followed.start();
     const ClientProcess toolkit(followed.server.display());
     const xcb_window_t window = toolkit.makeWindow();
-    followed.desktop->ownWindows().takeKeyboard(window);
+    followed.desktop->parts().ownWindows.takeKeyboard(window);
     Connection& testClient = followed.testClient.connection();
     xcb_map_window(testClient.raw(), window);
     testClient.flush();

@@ -11,7 +11,7 @@ namespace {
 using Told = std::vector<std::string>;
 
 /// Every readable attribute of a window, and the windows of its application.
-std::vector<AXValue> everything(Accessibility& accessibility, const AXUIElement& window) {
+std::vector<AXValue> everything(platform::Accessibility& accessibility, const AXUIElement& window) {
     std::vector<AXValue> values;
     for (const std::string_view attribute : {AXAttribute::subrole, AXAttribute::position, AXAttribute::size}) {
         if (const auto value = accessibility.copyAttributeValue(window, attribute)) {
@@ -74,7 +74,7 @@ protected:
 TEST_F(RealWindowManagerTest, ALaunchAndANewWindowAreReportedWhenTheirFramesAreFinal) {
     followed.start();
     const ClientProcess editor(followed.server.display());
-    Accessibility& accessibility = followed.desktop->accessibility();
+    platform::Accessibility& accessibility = followed.desktop->parts().accessibility;
     std::vector<AXValue> atLaunch;
     xcb_window_t first = XCB_WINDOW_NONE;
     const auto token = followed.applications().notificationCenter()->addObserver(
@@ -89,12 +89,12 @@ TEST_F(RealWindowManagerTest, ALaunchAndANewWindowAreReportedWhenTheirFramesAreF
     EXPECT_EQ(atLaunch, everything(accessibility, AXUIElement(std::make_shared<const WindowElement>(first))));
 
     struct Witness {
-        Accessibility& accessibility;
+        platform::Accessibility& accessibility;
         std::vector<AXUIElement> windows;
         std::vector<AXValue> atCreation;
     } witness{accessibility, {}, {}};
 
-    const auto observer = followed.desktop->accessibilityObservers().createObserver(
+    const auto observer = followed.desktop->parts().accessibilityObservers.createObserver(
         editor.process(), [](AXObserver&, const AXUIElement& element, std::string_view, void* context) {
             auto& seen = *static_cast<Witness*>(context);
             seen.windows.push_back(element);

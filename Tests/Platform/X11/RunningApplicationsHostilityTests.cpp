@@ -112,9 +112,10 @@ TEST(WholeRunningApplicationsHostility, TwoThousandWindowsAtOnceStallNothingAndL
     const xcb_window_t first = followed.openWindow(editor, "Editor");
     ASSERT_TRUE(followed.runUntil([&] { return followed.told.size() == 1; }));
     Count count;
-    const auto observer = followed.desktop->accessibilityObservers().createObserver(editor.process(), &Count::created);
+    const auto observer =
+        followed.desktop->parts().accessibilityObservers.createObserver(editor.process(), &Count::created);
     ASSERT_TRUE(observer.has_value());
-    ASSERT_EQ((*observer)->addNotification(followed.desktop->accessibility().applicationElement(editor.process()),
+    ASSERT_EQ((*observer)->addNotification(followed.desktop->parts().accessibility.applicationElement(editor.process()),
                                            AXNotification::windowCreated, &count),
               AXError::success);
 

@@ -82,8 +82,8 @@ TEST_F(RunningApplicationsTest, NothingIsKnownBeforeItIsFollowed) {
     const auto desktop = Desktop::open(followed.mainLoop);
     ASSERT_TRUE(desktop.has_value());
     followed.drain();
-    EXPECT_TRUE((*desktop)->runningApplications().runningApplications().empty());
-    EXPECT_EQ((*desktop)->runningApplications().runningApplication(editor.process()), nullptr);
+    EXPECT_TRUE((*desktop)->parts().runningApplications.runningApplications().empty());
+    EXPECT_EQ((*desktop)->parts().runningApplications.runningApplication(editor.process()), nullptr);
 }
 
 TEST_F(RunningApplicationsTest, ALaunchWaitsUntilTheWindowManagerHasFinishedWithTheWindow) {

@@ -179,8 +179,8 @@ protected:
         followed.start(std::make_unique<DecoratingManager>(testClient, state));
         state.window = followed.openWindow(client, "Terminal");
         logic.emplace(followed);
-        EXPECT_TRUE(followed.desktop->accessibility().isProcessTrusted());
-        screen = followed.desktop->screens().screens().front().frame;
+        EXPECT_TRUE(followed.desktop->parts().accessibility.isProcessTrusted());
+        screen = followed.desktop->parts().screens.screens().front().frame;
     }
 
     void tile(const Decorated& decorated, bool tellsBorders) {

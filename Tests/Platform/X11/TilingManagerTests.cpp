@@ -101,7 +101,7 @@ protected:
     /// Begins another turn.
     void settle() { followed.drain(); }
 
-    [[nodiscard]] Accessibility& accessibility() { return followed.desktop->accessibility(); }
+    [[nodiscard]] platform::Accessibility& accessibility() { return followed.desktop->parts().accessibility; }
 
     [[nodiscard]] AXUIElement element() const { return linux::windowElement(window); }
 
@@ -235,8 +235,8 @@ TEST_F(TilingManagerTest, WritesWithoutAReadAreSentAtTheEndOfTheTurn) {
 }
 
 TEST_F(TilingManagerTest, ReportsTheAreaThatBarsLeaveFree) {
-    const auto visible = [this] { return followed.desktop->screens().screens().front().visibleFrame; };
-    const CGRect whole = followed.desktop->screens().screens().front().frame;
+    const auto visible = [this] { return followed.desktop->parts().screens.screens().front().visibleFrame; };
+    const CGRect whole = followed.desktop->parts().screens.screens().front().frame;
     EXPECT_EQ(visible(), whole);
     state.layout->workAreas = {{{0, 20}, {whole.size.width, whole.size.height - 20}}};
     settle();

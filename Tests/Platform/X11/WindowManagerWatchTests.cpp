@@ -37,7 +37,7 @@ protected:
 
     [[nodiscard]] xcb_window_t root() { return followed.testClient.connection().root(); }
 
-    [[nodiscard]] bool isTrusted() { return followed.desktop->accessibility().isProcessTrusted(); }
+    [[nodiscard]] bool isTrusted() { return followed.desktop->parts().accessibility.isProcessTrusted(); }
 
     FollowedDesktop followed;
     std::optional<ClientProcess> manager{std::in_place, followed.server.display()};
@@ -83,7 +83,7 @@ TEST_F(X11Permission, IsKeptWhileOneWindowManagerReplacesAnother) {
     start();
     ASSERT_EQ(state->status(), AppStatus::active);
     int notices = 0;
-    const auto center = followed.desktop->accessibility().notificationCenter();
+    const auto center = followed.desktop->parts().accessibility.notificationCenter();
     static_cast<void>(center->addObserver(AccessNotification::didChange, [&](const Notification&) { ++notices; }));
     manager.reset();
     ASSERT_TRUE(followed.runUntil([&] { return !isTrusted(); }));

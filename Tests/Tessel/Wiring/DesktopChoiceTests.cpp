@@ -111,9 +111,9 @@ TEST(DesktopChoice, AnUnknownCompositorIsADesktopThatSaysWhatIsMissing) {
         {.mainLoop = mainLoop, .sessionBus = bus, .localization = localization, .folders = {}}, session.facts());
     ASSERT_TRUE(desktop.has_value());
     EXPECT_EQ((*desktop)->name(), "none");
-    EXPECT_FALSE((*desktop)->accessibility().isProcessTrustedWithPrompt());
-    EXPECT_EQ((*desktop)->accessibility().obstacle()->kind, platform::AccessObstacle::Kind::unknownCompositor);
-    EXPECT_EQ((*desktop)->ownWindows().protocol(), platform::OwnWindows::Protocol::wayland);
+    EXPECT_FALSE((*desktop)->parts().accessibility.isProcessTrustedWithPrompt());
+    EXPECT_EQ((*desktop)->parts().accessibility.obstacle()->kind, platform::AccessObstacle::Kind::unknownCompositor);
+    EXPECT_EQ((*desktop)->parts().ownWindows.protocol(), platform::OwnWindows::Protocol::wayland);
 }
 
 TEST(DesktopChoice, WithoutADisplayThereIsNoDesktop) {

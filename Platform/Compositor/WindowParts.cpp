@@ -1,10 +1,10 @@
-#include "Platform/Compositor/Desktop.h"
+#include "Platform/Compositor/WindowParts.h"
 
 #include <string>
 
 namespace platform::compositor {
 
-Desktop::Desktop(linux::MainLoop& mainLoop, WindowTable& table, WindowAccess& access)
+WindowParts::WindowParts(linux::MainLoop& mainLoop, WindowTable& table, WindowAccess& access)
     : mainLoop(mainLoop)
     , table(table)
     , turn(table, access, mainLoop.turnDeadline())
@@ -24,17 +24,30 @@ Desktop::Desktop(linux::MainLoop& mainLoop, WindowTable& table, WindowAccess& ac
     table.onAccessChange([this] { announceAccess(); });
 }
 
-Desktop::~Desktop() {
+WindowParts::~WindowParts() {
     table.onAccessChange({});
 }
 
-void Desktop::followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) {
+void WindowParts::followApplications(linux::ApplicationIdentification& identification,
+                                     ApplicationCatalogue& catalogue) {
     processes.start(identification, catalogue);
     // The objects that are made next register keys and look at the screens.
     turn.deadline().begin();
 }
 
-void Desktop::announceAccess() {
+DesktopParts WindowParts::with(Beep& sound, HotKeyEvents& hotKeys, ShortcutHolders* holders) {
+    return {.accessibility = windows,
+            .accessibilityObservers = observers,
+            .sound = sound,
+            .hotKeyEvents = hotKeys,
+            .ownWindows = own,
+            .runningApplications = processes,
+            .screens = outputs,
+            .shortcutHolders = holders,
+            .workspace = applications};
+}
+
+void WindowParts::announceAccess() {
     // In a turn of its own: the window access is in the middle of its work, and observers ask and wait for answers.
     accessNotice = mainLoop.schedule(mainLoop.now(), {}, [this] {
         windows.notificationCenter()->post({.name = std::string(AccessNotification::didChange), .userInfo = {}});

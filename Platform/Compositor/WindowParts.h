@@ -10,42 +10,31 @@
 #include "Platform/Compositor/WindowAccess.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/Compositor/Workspace.h"
-#include "Platform/Linux/Desktop.h"
+#include "Platform/Linux/Applications/ApplicationIdentification.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Windows/Deliveries.h"
+#include "Platform/Seam/Desktop/ApplicationCatalogue.h"
+#include "Platform/Seam/Desktop/DesktopParts.h"
 
 #include <memory>
 
 namespace platform::compositor {
 
-/// Everything that works through a `WindowAccess`, in one object. A desktop for one kind of compositor derives from
-/// this, provides its window access and its hot keys, and adds its other parts. It keeps the table and the access in a
-/// base class before this one, so that they live longer.
-class Desktop : public linux::Desktop {
+/// Everything that works through a `WindowAccess`, in one object. A desktop for one kind of compositor has it as a
+/// member, after its table and its window access, and adds its hot keys and its sound.
+class WindowParts {
 public:
-    ~Desktop() override;
-
-    void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) override;
-
-    [[nodiscard]] Accessibility& accessibility() override { return windows; }
-
-    [[nodiscard]] AccessibilityObservers& accessibilityObservers() override { return observers; }
-
-    [[nodiscard]] OwnWindows& ownWindows() override { return own; }
-
-    [[nodiscard]] RunningApplications& runningApplications() override { return processes; }
-
-    [[nodiscard]] Screens& screens() override { return outputs; }
-
-    [[nodiscard]] Workspace& workspace() override { return applications; }
-
-    [[nodiscard]] linux::AppearanceSource* appearanceSource() override { return nullptr; }
-
-    [[nodiscard]] linux::TrayPlace* trayPlace() override { return nullptr; }
-
-protected:
     /// All three outlive this.
-    Desktop(linux::MainLoop& mainLoop, WindowTable& table, WindowAccess& access);
+    WindowParts(linux::MainLoop& mainLoop, WindowTable& table, WindowAccess& access);
+    WindowParts(const WindowParts&) = delete;
+    WindowParts& operator=(const WindowParts&) = delete;
+    ~WindowParts();
+
+    /// Begins to follow applications, as `linux::Desktop` describes it.
+    void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue);
+
+    /// The table of a desktop's parts: these, and those that each kind of compositor has for itself.
+    [[nodiscard]] DesktopParts with(Beep& sound, HotKeyEvents& hotKeys, ShortcutHolders* holders);
 
     /// Notifies, in a later turn of the loop, that the answer of `Accessibility::obstacle` may have changed. The window
     /// access's opening and closing are noticed here.
