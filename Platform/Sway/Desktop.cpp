@@ -27,23 +27,29 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
     , lastCommands(socketPath)
     , hotKeys((session.follow(*this), session), i3ipc::includedFiles,
               [this](const std::string& commands) { lastCommands.set(commands); }) {
-    endAfter(patience);
+    end = mainLoop.schedule(mainLoop.now() + patience, endingLeeway, [this] { giveUp(); });
     session.start();
 }
 
 void Desktop::sessionClosed() {
-    // It closes its connections first and removes its socket then.
-    end = mainLoop.schedule(mainLoop.now() + patienceAfterLeaving, endingLeeway, [this] {
+    endUnlessBackBy(mainLoop.now() + patience);
+}
+
+void Desktop::endUnlessBackBy(Instant limit) {
+    // An ending sway closes its connections first and removes its socket then.
+    end = mainLoop.schedule(mainLoop.now() + betweenLooks, endingLeeway, [this, limit] {
         std::error_code ignored;
-        endAfter(std::filesystem::exists(socketPath, ignored) ? patience - patienceAfterLeaving : Duration::zero());
+        if (mainLoop.now() >= limit || !std::filesystem::exists(socketPath, ignored)) {
+            giveUp();
+        } else {
+            endUnlessBackBy(limit);
+        }
     });
 }
 
-void Desktop::endAfter(Duration delay) {
-    end = mainLoop.schedule(mainLoop.now() + delay, endingLeeway, [this] {
-        linux::logToStandardError("sway is gone");
-        mainLoop.end(EXIT_FAILURE);
-    });
+void Desktop::giveUp() {
+    linux::logToStandardError("sway is gone");
+    mainLoop.end(EXIT_FAILURE);
 }
 
 } // namespace platform::sway

@@ -24,8 +24,8 @@ public:
     /// A compositor that a supervisor restarts listens at the same socket before this is over.
     static constexpr std::chrono::seconds patience{15};
     /// An ending compositor removes its socket when the user logs out. The user may be back soon, with another sway
-    /// whose program would find this one still running.
-    static constexpr std::chrono::seconds patienceAfterLeaving{2};
+    /// whose program would find this one still running. So the socket is looked for at this interval.
+    static constexpr std::chrono::seconds betweenLooks{2};
 
     /// `socketPath`: sway's socket, from the environment (SWAYSOCK). Connects at once if it is there, else when
     /// it appears.
@@ -48,8 +48,9 @@ private:
 
     void sessionIsQuiet() override {}
 
-    /// Ends the loop unless the session opens before.
-    void endAfter(Duration delay);
+    /// Ends the loop at the limit, or once the socket is gone, unless the session opens before.
+    void endUnlessBackBy(Instant limit);
+    void giveUp();
 
     linux::MainLoop& mainLoop;
     std::string socketPath;
