@@ -73,8 +73,16 @@ class Windows:
         return (self.cardinals(self.root, "_NET_ACTIVE_WINDOW") or [0])[0]
 
     def of_process(self, process_id: int) -> int | None:
-        """The window of that process that the window manager manages, or None."""
-        return next(iter(self.all_of_process(process_id)), None)
+        """The window of that process that the window manager manages and that people can see, or None."""
+        return next((one for one in self.all_of_process(process_id) if self.is_large_enough(one)), None)
+
+    def is_large_enough(self, identifier: int) -> bool:
+        """Whether it is more than the window of one pixel that some toolkits keep for messages."""
+        try:
+            geometry = self.window(identifier).get_geometry()
+        except (error.BadWindow, error.BadDrawable):
+            return False
+        return (geometry.width, geometry.height) != (1, 1)
 
     def all_of_process(self, process_id: int) -> list[int]:
         """The managed windows of that process, oldest first."""
