@@ -166,10 +166,7 @@ const WindowFacts* Placement::readConfigured(const Sent& sent, const corvid::CGR
     // Some handle requests for the windows that they manage later than others, but report each result to the client.
     // The report may come before the frame has followed.
     const Instant limit = connection.deadline().now() + configurePatience;
-    if (watch.waitForReport(limit) && !fence.wait()) {
-        return nullptr;
-    }
-    return readAgain(window);
+    return watch.waitForReport(limit) && fence.wait() ? readAgain(window) : nullptr;
 }
 
 void Placement::learnRounding(const Sent& sent) {

@@ -78,7 +78,8 @@ private:
     /// Whether windows are moved by configure requests, for the window manager has no better way.
     [[nodiscard]] bool movesByConfiguring() const;
     [[nodiscard]] std::optional<Sent> configureJob(const std::optional<Foreseen>& foreseen);
-    /// Waits until a client that was at `before` stands still after a configure request; null if it did not in time.
+    /// Waits until a client that was at `before` stands still after a configure request; null if the window manager did
+    /// not react in time.
     [[nodiscard]] const WindowFacts* readConfigured(const Sent& sent, const corvid::CGRect& before,
                                                     const ScopedConfigureWatch& watch);
     void awaitShadow(const Sent& sent, bool wasTiled);

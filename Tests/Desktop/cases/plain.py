@@ -8,14 +8,17 @@ from harness.grabs import held_by_others
 from harness.oracle import ACTIONS, expected
 from harness.plain_managers import PLAIN_MANAGERS
 from harness.plain_windows import PlainWindows
+from harness.popover import Popover
 from harness.product import run_to_end
 from harness.rect import Rect
 from harness.settling import settles_on
 from harness.skipping import require
 from harness.waiting import STARTING, until
 from harness.watcher import GeometryWatcher
+from harness.windows import ADD, REMOVE
 
 from . import case_for_each
+from .popover import is_within
 from .rules import OWN, is_placed
 from .window_manager_changes import POLL, taken
 
@@ -137,4 +140,63 @@ def its_end_and_its_return_are_noticed(program, manager):
         assert done[0] == 0, f"--take-shortcuts: {done}"
         product.until_status("Active")
         one = desktop.open(APPLICATIONS["mousepad"])
+        acts(desktop, product, one, "rightHalf")
+
+
+# Those that maximize windows on request; the others maximize them by their own means alone, or not at all.
+MAXIMIZING = [name for name in PLAIN_MANAGERS if name not in ("mwm", "lwm", "twm", "evilwm", "windowlab")]
+BOTH = ("MAXIMIZED_VERT", "MAXIMIZED_HORZ")
+
+
+@case_for_each("desktop.plain.maximized", MAXIMIZING)
+def a_maximized_window_is_released_and_placed(program, manager):
+    with PlainDesktop(program, manager, "maximized") as desktop:
+        desktop.begin()
+        product = desktop.launch_active()
+        windows = desktop.windows
+        one = desktop.open(APPLICATIONS["mousepad"])
+        failures = []
+        for states in (BOTH, BOTH[:1], BOTH[1:]):
+            for action in ("leftHalf", "almostMaximize"):
+                windows.place(one.window, NATURAL)
+                windows.activate(one.window)
+                natural = windows.frame(one.window)
+                wanted = expected(action, natural, desktop.visible_frame(), lambda size: size)
+                windows.change_state(one.window, ADD, *states)
+                windows.until_at_rest(one.window)
+                windows.activate(one.window)
+                try:
+                    desktop.press(product, action)
+                    desktop.holds_frame(one.window, wanted, "frame")
+                    left = windows.states(one.window) & set(BOTH)
+                    assert not left, f"still {left}"
+                except AssertionError as failure:
+                    failures.append(f"{'+'.join(states)}, {action}: {failure}")
+                if windows.states(one.window) & set(BOTH):
+                    windows.change_state(one.window, REMOVE, *BOTH)
+        assert not failures, "\n".join(failures)
+
+
+@case_for_each("desktop.plain.popover", PLAIN_MANAGERS)
+def the_popover_opens_and_gives_the_keyboard_back(program, manager):
+    with PlainDesktop(program, manager, "popover") as desktop:
+        desktop.begin()
+        product = desktop.launch_active()
+        popover = Popover(desktop, product)
+        one = desktop.open(APPLICATIONS["mousepad"])
+        desktop.windows.place(one.window, NATURAL)
+        for way in ("Escape", "outside"):
+            desktop.windows.activate(one.window)
+            popover.ask_to_open()
+            frame = popover.until_open(when=f", to be closed by {way}")
+            screen = desktop.windows.root.get_geometry()
+            assert is_within(frame, Rect(0, 0, screen.width, screen.height)), f"{frame} is not on the screen"
+            if way == "Escape":
+                popover.close()
+                until(lambda: desktop.windows.active() == one.window, "the editor to have the keyboard again",
+                      saw=desktop.windows.active)
+            else:
+                place = desktop.windows.client_rect(one.window)
+                desktop.keyboard.click(place.x + 20, place.y + place.height - 20)
+                popover.until_closed()
         acts(desktop, product, one, "rightHalf")

@@ -120,13 +120,13 @@ class PlainWindows(Windows):
             window.configure(x=frame.x + correction[0], y=frame.y + correction[1],
                              width=frame.width - around[0], height=frame.height - around[1])
             self.fence()
-            self._at_rest(identifier)
+            self.until_at_rest(identifier)
             now = self.frame(identifier)
             if (now.x, now.y) == (frame.x, frame.y):
                 return
             correction = (correction[0] + frame.x - now.x, correction[1] + frame.y - now.y)
 
-    def _at_rest(self, identifier: int) -> None:
+    def until_at_rest(self, identifier: int) -> None:
         """Returns when the frame has not changed for a while; some window managers move windows after they have answered
         the fence."""
         last, since = self.frame(identifier), time.monotonic()
