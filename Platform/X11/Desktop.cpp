@@ -10,6 +10,7 @@
 #include <xcb/res.h>
 #include <xcb/xinput.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -44,8 +45,7 @@ bool mayBeSent(const xcb_generic_event_t& event) {
 
 } // namespace
 
-std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLoop& mainLoop,
-                                                                   std::unique_ptr<TilingManager> tiling) {
+std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLoop& mainLoop, TilingManagers tiling) {
     const char* display = std::getenv("DISPLAY");
     if (display == nullptr || *display == '\0') {
         return std::unexpected("there is no X display to work on (DISPLAY is not set)");
@@ -62,10 +62,10 @@ std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLo
     return std::make_unique<Desktop>(mainLoop, *std::move(connection), std::move(tiling));
 }
 
-Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened, std::unique_ptr<TilingManager> tilingManager)
+Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened, TilingManagers tilingManagers)
     : mainLoop(mainLoop)
     , connection(std::move(opened))
-    , tiling(std::move(tilingManager))
+    , tiling(std::move(tilingManagers))
     , windows(connection, turn, placement, managedWindows, [this] { return obstacle(); })
     , own(connection, selection, turn, mainLoop)
     , processes(
@@ -102,10 +102,10 @@ std::string_view Desktop::name() const {
 }
 
 std::optional<AccessObstacle> Desktop::obstacle() {
-    if (!windowManager.present().supportsPlacement) {
+    TilingManager* inCharge = turn.tilingManager();
+    if (inCharge == nullptr && !windowManager.present().supportsPlacement) {
         return AccessObstacle{.kind = AccessObstacle::Kind::windowManager};
     }
-    TilingManager* inCharge = turn.tilingManager();
     if (inCharge != nullptr && !inCharge->isReachable(connection)) {
         return AccessObstacle{.kind = AccessObstacle::Kind::silentWindowManager,
                               .desktop = std::string(inCharge->name())};
@@ -228,7 +228,9 @@ void Desktop::windowManagerChanged() {
     const WindowManager& present = windowManager.present();
     placement.setWindowManager(present);
     holders.setWindowManager(present.name);
-    turn.setTilingManager(tiling && present.name == tiling->name() ? tiling.get() : nullptr);
+    const auto inCharge =
+        std::ranges::find(tiling, std::string_view(present.name), [](const auto& each) { return each->name(); });
+    turn.setTilingManager(inCharge == tiling.end() ? nullptr : inCharge->get());
     settleSoon();
 }
 

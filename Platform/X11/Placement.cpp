@@ -77,8 +77,9 @@ void Placement::setWindowManager(WindowManager manager) {
 }
 
 bool Placement::foresee() {
-    // A tiling window manager only gets sizes that the window takes, so it has nothing to round.
-    const bool isRoundingKnown = roundsByHints || turn.tilingManager() != nullptr;
+    // A window manager that rounds up only gets sizes that the window takes, so it has nothing to round.
+    const bool isRoundingKnown =
+        roundsByHints || (turn.tilingManager() != nullptr && turn.tilingManager()->roundsSizesUp());
     if (!isRoundingKnown || !waiting->request.size) {
         return false;
     }
@@ -238,7 +239,9 @@ void Placement::ask(const Sent& sent, const FrameGeometry& present) {
     const auto& [window, whole] = sent.job;
     if (TilingManager* tiling = turn.tilingManager()) {
         // In steps that the window takes, so that no window manager rounds up and beyond the edge of the screen.
-        const FrameGeometry wanted = geometryAfter(present, whole, roundedSize(present, sent.sizeHints, whole));
+        const corvid::CGSize size =
+            tiling->roundsSizesUp() ? roundedSize(present, sent.sizeHints, whole) : plainSize(present, whole);
+        const FrameGeometry wanted = geometryAfter(present, whole, size);
         tiling->place(connection, window, outerRectangle(wanted));
         turn.forgetWindows();
     } else {

@@ -40,8 +40,8 @@ public:
     [[nodiscard]] const WindowFacts* window(xcb_window_t window);
 
     /// The same with the visible geometry of the window. For a tiling window manager, only that window manager knows
-    /// the decoration; null also if it does not reply. A tiled window has the geometry that it will have outside the
-    /// layout, with its present corner: every action takes it out.
+    /// the decoration; null also if it does not reply. Every action takes a tiled window out of the layout; if its size
+    /// has to change then, it has the geometry that it will have outside, with its present corner.
     [[nodiscard]] const WindowFacts* windowWithFrame(xcb_window_t window);
 
     /// Uses these as the window's facts until they are dropped: they are its predicted state.
