@@ -10,7 +10,8 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
-#include <memory>
+#include <filesystem>
+#include <system_error>
 
 namespace platform::bspwm {
 
@@ -57,7 +58,9 @@ std::optional<std::string> readToEnd(const linux::FileDescriptor& socket, const 
 } // namespace
 
 bool Manager::isReachable(x11::Connection& /*display*/) {
-    return linux::isListenedTo(socketPath());
+    // Not connected to for this: bspwm never closes a connection that ends without a message.
+    std::error_code error;
+    return std::filesystem::is_socket(socketPath(), error);
 }
 
 std::optional<x11::Layout> Manager::readLayout(x11::Connection& display) {
@@ -67,13 +70,14 @@ std::optional<x11::Layout> Manager::readLayout(x11::Connection& display) {
 
 bool Manager::place(x11::Connection& display, xcb_window_t window, const corvid::CGRect& frame) {
     const std::string id = std::to_string(window);
-    // It refuses this for a window that floats already.
-    static_cast<void>(ask(display, {"node", id, "-t", "floating"}));
     const auto node = query(display, {"query", "-T", "-n", id});
     const auto border = node ? borderOf(*node) : std::nullopt;
     if (!border) {
         return false;
     }
+    // It refuses this for a window that floats already. A late reply is no reason to leave the window where it floated
+    // before.
+    static_cast<void>(ask(display, {"node", id, "-t", "floating"}));
     // The corner is that of the border.
     const double around = 2.0 * *border;
     x11::requestClientRectangle(display, window,

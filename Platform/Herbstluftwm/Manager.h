@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Herbstluftwm/CommandWindow.h"
+#include "Platform/Herbstluftwm/Replies.h"
 #include "Platform/X11/TilingManager.h"
 
 #include <optional>
@@ -22,6 +23,8 @@ public:
 
 private:
     CommandWindow commands;
+    /// As last read.
+    State state;
 };
 
 } // namespace platform::herbstluftwm

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
-#include <map>
-#include <utility>
+#include <initializer_list>
+#include <system_error>
 
 namespace platform::herbstluftwm {
 
@@ -76,13 +75,7 @@ std::string objectOf(xcb_window_t window) {
     return "clients.0x" + digits;
 }
 
-/// Prints "area", the object's path, the free area of the monitor and its tag. Children that are no monitors print
-/// nothing.
-const Words monitorsCommand{"foreach", "M",      "monitors.", "sprintf", "A", "%c.content_geometry", "M", "sprintf",
-                            "T",       "%c.tag", "M",         "sprintf", "L", "area %c %s %s",       "M", "A",
-                            "T",       "echo",   "L"};
-
-/// Several commands as one. It succeeds if the last one does.
+/// Several commands as one, which prints what they print. It succeeds if the last one does.
 Words chain(std::initializer_list<Words> commands) {
     Words joined{"chain"};
     for (const Words& command : commands) {
@@ -92,82 +85,129 @@ Words chain(std::initializer_list<Words> commands) {
     return joined;
 }
 
-/// The free areas of the monitors, by their tags. `monitors.focus` is one of the others once more.
-std::map<std::string_view, CGRect> areasIn(std::string_view output) {
-    std::map<std::string_view, CGRect> areas;
-    while (!output.empty()) {
-        std::string_view line = cut(output, '\n');
-        if (cut(line, ' ') == "area") {
-            cut(line, ' ');
-            if (const auto area = rectangle(cut(line, ' ')); area && area->size.width > 0 && area->size.height > 0) {
-                areas.insert_or_assign(line, *area);
-            }
-        }
+/// Prints the client at that path of an object, or at that of the identifier that `foreach` replaces.
+Words printingClient(const std::string& path) {
+    return {"sprintf",
+            "W",
+            "%c.winid",
+            path,
+            "sprintf",
+            "D",
+            "%c.decoration_geometry",
+            path,
+            "sprintf",
+            "C",
+            "%c.content_geometry",
+            path,
+            "sprintf",
+            "F",
+            "%c.floating_effectively",
+            path,
+            "sprintf",
+            "T",
+            "%c.tag",
+            path,
+            "sprintf",
+            "L",
+            "client %s %s %s %s %s",
+            "W",
+            "D",
+            "C",
+            "F",
+            "T",
+            "echo",
+            "L"};
+}
+
+std::string number(double value) {
+    return std::to_string(std::lround(std::clamp<double>(value, -farthest, farthest)));
+}
+
+void readClient(std::string_view line, State& state) {
+    const auto number = window(cut(line, ' '));
+    const auto decorated = rectangle(cut(line, ' '));
+    const auto content = rectangle(cut(line, ' '));
+    const bool isTiled = cut(line, ' ') != "true";
+    if (number && decorated && content) {
+        state.clients.insert_or_assign(
+            *number,
+            Client{.decorated = *decorated, .content = *content, .isTiled = isTiled, .tag = std::string(line)});
     }
-    return areas;
+}
+
+void readArea(std::string_view line, State& state) {
+    const auto area = rectangle(cut(line, ' '));
+    if (area && area->size.width > 0 && area->size.height > 0) {
+        state.areas.insert_or_assign(std::string(line), *area);
+    }
 }
 
 } // namespace
 
-Words layoutCommand() {
-    return chain({{"foreach", "C", "clients.", "sprintf", "W", "%c.winid", "C", "sprintf", "F",
-                   "%c.floating_effectively", "C", "sprintf", "L", "window %s %s", "W", "F", "echo", "L"},
-                  monitorsCommand,
+bool Client::hasDecorationOf(const Client& other) const {
+    const auto around = [](const Client& client) {
+        return CGRect{
+            {client.content.origin.x - client.decorated.origin.x, client.content.origin.y - client.decorated.origin.y},
+            {client.decorated.size.width - client.content.size.width,
+             client.decorated.size.height - client.content.size.height}};
+    };
+    return around(*this) == around(other);
+}
+
+Words stateCommand() {
+    Words clients{"foreach", "O", "clients."};
+    for (const std::string& word : printingClient("O")) {
+        clients.push_back(word);
+    }
+    // Children that are no monitors print nothing. One is the focused monitor, once more.
+    return chain({clients,
+                  {"foreach", "O", "monitors.", "sprintf", "A", "%c.content_geometry", "O", "sprintf", "T", "%c.tag",
+                   "O", "sprintf", "L", "area %s %s", "A", "T", "echo", "L"},
                   {"true"}});
 }
 
-x11::Layout readLayout(std::string_view output) {
-    x11::Layout layout;
-    for (const auto& [tag, area] : areasIn(output)) {
-        layout.workAreas.push_back(area);
-    }
+State readState(std::string_view output) {
+    State state;
     while (!output.empty()) {
         std::string_view line = cut(output, '\n');
-        if (cut(line, ' ') == "window") {
-            if (const auto number = window(cut(line, ' '))) {
-                layout.windows.insert_or_assign(*number, x11::Layout::Window{.isTiled = line != "true"});
-            }
+        const std::string_view kind = cut(line, ' ');
+        if (kind == "client") {
+            readClient(line, state);
+        } else if (kind == "area") {
+            readArea(line, state);
         }
+    }
+    return state;
+}
+
+x11::Layout layoutOf(const State& state) {
+    x11::Layout layout;
+    for (const auto& [window, client] : state.clients) {
+        layout.windows.emplace(window, x11::Layout::Window{.isTiled = client.isTiled});
+    }
+    for (const auto& [tag, area] : state.areas) {
+        layout.workAreas.push_back(area);
     }
     return layout;
 }
 
-Words releaseCommand(xcb_window_t window) {
-    const std::string client = objectOf(window);
-    return chain({{"or", ";", "compare", client + ".floating_effectively", "=", "true", ";", "set_attr",
-                   client + ".floating", "true"},
-                  monitorsCommand,
-                  {"sprintf", "L", "client %s %s %s", client + ".decoration_geometry", client + ".content_geometry",
-                   client + ".tag", "echo", "L"}});
+corvid::CGPoint originOf(const Client& client, const State& state) {
+    // A hidden tag is on no monitor, and comes to any of them.
+    const auto shown = state.areas.find(client.tag);
+    return (shown == state.areas.end() ? state.areas.begin() : shown)->second.origin;
 }
 
-std::optional<Words> placeCommand(xcb_window_t window, std::string_view released, const CGRect& frame) {
-    const auto areas = areasIn(released);
-    while (!released.empty()) {
-        std::string_view line = cut(released, '\n');
-        if (cut(line, ' ') != "client") {
-            continue;
-        }
-        const auto decorated = rectangle(cut(line, ' '));
-        const auto content = rectangle(cut(line, ' '));
-        if (!decorated || !content || areas.empty()) {
-            return std::nullopt;
-        }
-        // A hidden tag is on no monitor, and comes to any of them.
-        const auto shown = areas.find(line);
-        const corvid::CGPoint origin = (shown == areas.end() ? areas.begin() : shown)->second.origin;
-        const auto number = [](double value) {
-            return std::to_string(std::lround(std::clamp<double>(value, -farthest, farthest)));
-        };
-        const double width = frame.size.width - decorated->size.width + content->size.width;
-        const double height = frame.size.height - decorated->size.height + content->size.height;
-        const double x = frame.origin.x + content->origin.x - decorated->origin.x - origin.x;
-        const double y = frame.origin.y + content->origin.y - decorated->origin.y - origin.y;
-        return Words{"set_attr", objectOf(window) + ".floating_geometry",
-                     number(std::max(width, 1.0)) + "x" + number(std::max(height, 1.0)) + "+" + number(x) + "+" +
-                         number(y)};
-    }
-    return std::nullopt;
+Words placeCommand(xcb_window_t window, const Client& present, corvid::CGPoint origin, const CGRect& frame) {
+    const auto& [decorated, content, isTiled, tag] = present;
+    const std::string client = objectOf(window);
+    const std::string geometry =
+        number(std::max(frame.size.width - decorated.size.width + content.size.width, 1.0)) + "x" +
+        number(std::max(frame.size.height - decorated.size.height + content.size.height, 1.0)) + "+" +
+        number(frame.origin.x + content.origin.x - decorated.origin.x - origin.x) + "+" +
+        number(frame.origin.y + content.origin.y - decorated.origin.y - origin.y);
+    const Words place{"set_attr", client + ".floating_geometry", geometry};
+    const Words release = isTiled ? Words{"set_attr", client + ".floating", "true"} : Words{"true"};
+    return chain({place, release, printingClient(client)});
 }
 
 } // namespace platform::herbstluftwm

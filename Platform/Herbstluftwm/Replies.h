@@ -3,30 +3,59 @@
 #include "CorvidKitCore/Geometry.h"
 #include "Platform/X11/TilingManager.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 /// The commands that `Manager` gives, and what herbstluftwm's attributes say in reply (herbstluftwm(1), "OBJECTS"). The
-/// commands print lines of words, and the words before a name, which may have spaces, come first.
+/// commands print lines of words; names, which may have spaces, come last.
 namespace platform::herbstluftwm {
 
-/// Prints the windows and the monitors.
-[[nodiscard]] std::vector<std::string> layoutCommand();
+/// A window, in pixels of the root.
+struct Client {
+    /// With borders and title.
+    corvid::CGRect decorated;
+    corvid::CGRect content;
+    bool isTiled = false;
+    /// The tag that it is on.
+    std::string tag;
 
-/// Parses its output. Unknown lines are left out. X11 has the frames of the windows.
-[[nodiscard]] x11::Layout readLayout(std::string_view output);
+    /// Whether both have the same widths around their content.
+    [[nodiscard]] bool hasDecorationOf(const Client& other) const;
 
-/// Takes the window out of the layout if it is in it, and prints its rectangles and the monitors.
-[[nodiscard]] std::vector<std::string> releaseCommand(xcb_window_t window);
+    friend bool operator==(const Client&, const Client&) = default;
+};
 
-/// Gives the window a place. `frame` is the wanted visible rectangle in root coordinates, `released` the output of the
-/// command before. Empty if that makes no sense.
+struct State {
+    std::map<xcb_window_t, Client> clients;
+    /// The free areas of the monitors, by the tags that they show.
+    std::map<std::string, corvid::CGRect> areas;
+
+    friend bool operator==(const State&, const State&) = default;
+};
+
+/// Prints all windows and monitors.
+[[nodiscard]] std::vector<std::string> stateCommand();
+
+/// Parses the output of the command above or below. Unknown and implausible lines are left out.
+[[nodiscard]] State readState(std::string_view output);
+
+/// X11 has the frames of the windows.
+[[nodiscard]] x11::Layout layoutOf(const State& state);
+
+/// The corner from which herbstluftwm counts the positions of floating windows on the client's tag: that of the free
+/// area of the monitor that shows it. `state` has at least one area.
+[[nodiscard]] corvid::CGPoint originOf(const Client& client, const State& state);
+
+/// Gives the window the visible rectangle `frame`, in root coordinates, and takes it out of the layout if it is in it:
+/// together, so that no step is seen. Prints the client as it is then. `present` has the decoration that is reckoned
+/// with.
 ///
-/// herbstluftwm places the content of a window, relative to the free area of the monitor that shows its tag. A plain
-/// request would be relative to the root, but windows for which `sizehints_floating` is off do not get any.
-[[nodiscard]] std::optional<std::vector<std::string>> placeCommand(xcb_window_t window, std::string_view released,
-                                                                   const corvid::CGRect& frame);
+/// herbstluftwm also moves floating windows on a plain request, unless the user has switched that off with
+/// `sizehints_floating`.
+[[nodiscard]] std::vector<std::string> placeCommand(xcb_window_t window, const Client& present, corvid::CGPoint origin,
+                                                    const corvid::CGRect& frame);
 
 } // namespace platform::herbstluftwm
