@@ -135,13 +135,16 @@ class Bspwm(TilingDesktop):
     window_manager = WindowManager("bspwm", "bspwm", ("bspwm", "-c", "/bin/true"), None, honours_increments=False)
     tool = "bspc"
 
-    def begin(self) -> None:
-        # The default is a name by the display's number in /tmp, which tests of another machine's part may share.
-        self.session.environment["BSPWM_SOCKET"] = str(self.session.runtime / "bspwm.sock")
-        super().begin()
+    def until_settled(self, *arguments) -> None:
+        super().until_settled(*arguments)
+        # The end of its configuration's program interrupts its reading, and then it never replies to that request.
+        children = Path(f"/proc/{self.manager_process.pid}/task/{self.manager_process.pid}/children")
+        until(lambda: not children.read_text(), "bspwm to have run its configuration")
 
     def set_up(self) -> None:
         self.command("config", "border_width", "3")
+        # Windows that are there before it stay unmanaged until it is told so.
+        self.command("wm", "--adopt-orphans")
 
     def is_floating(self, window: int) -> bool:
         return json.loads(self.command("query", "-T", "-n", str(window)))["client"]["state"] == "floating"
@@ -158,6 +161,8 @@ class Bspwm(TilingDesktop):
 
     def restart_in_place(self) -> None:
         self.command("wm", "-r")
+        command_line = Path(f"/proc/{self.manager_process.pid}/cmdline")
+        until(lambda: b"-s" in command_line.read_bytes().split(b"\0"), "bspwm to begin anew with its state")
         self.until_settled()
 
     def put_bar(self, thickness: int) -> None:
