@@ -53,10 +53,11 @@ enum class Atom : std::uint8_t {
     netWorkarea,
     obConfigFile,
     utf8String,
+    wmState,
     xembedInfo,
 };
 
-inline constexpr std::array<std::string_view, 44> atomNames{
+inline constexpr std::array<std::string_view, 45> atomNames{
     "_GTK_APPLICATION_ID",
     "_GTK_FRAME_EXTENTS",
     "I3_SOCKET_PATH",
@@ -100,6 +101,7 @@ inline constexpr std::array<std::string_view, 44> atomNames{
     "_NET_WORKAREA",
     "_OB_CONFIG_FILE",
     "UTF8_STRING",
+    "WM_STATE",
     "_XEMBED_INFO",
 };
 

@@ -15,7 +15,6 @@ void requestClientRectangle(Connection& connection, xcb_window_t window, const c
     xcb_configure_window(connection.raw(), window,
                          XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
                          values.data());
-    connection.flush();
 }
 
 } // namespace platform::x11

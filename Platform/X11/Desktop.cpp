@@ -74,6 +74,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened, TilingManagers ti
     // The second brings announcements, such as a panel's.
     selection.select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     tray.start();
+    rootChildren.follow(true);
     windowManager.renew();
     // The one that is there from the beginning has come to rest.
     settling.reset();
@@ -102,10 +103,12 @@ std::string_view Desktop::name() const {
 }
 
 std::optional<AccessObstacle> Desktop::obstacle() {
-    TilingManager* inCharge = turn.tilingManager();
-    if (inCharge == nullptr && !windowManager.present().supportsPlacement) {
+    // Events do not report every end, nor every begin. The next turn asks.
+    windowManager.lookAgain();
+    if (!windowManager.present().isPresent) {
         return AccessObstacle{.kind = AccessObstacle::Kind::windowManager};
     }
+    TilingManager* inCharge = turn.tilingManager();
     if (inCharge != nullptr && !inCharge->isReachable(connection)) {
         return AccessObstacle{.kind = AccessObstacle::Kind::silentWindowManager,
                               .desktop = std::string(inCharge->name())};
@@ -196,6 +199,10 @@ void Desktop::handle(const xcb_generic_event_t& event) {
     tray.handle(event);
     managedWindows.handle(event);
     windowManager.handle(event);
+    if (rootChildren.isChange(event)) {
+        guessIsStale = true;
+        windowManager.lookAgain();
+    }
 }
 
 void Desktop::handlePropertyChange(const xcb_property_notify_event_t& event) {
@@ -227,6 +234,9 @@ void Desktop::followKeyboardIn(Duration delay) {
 void Desktop::windowManagerChanged() {
     const WindowManager& present = windowManager.present();
     placement.setWindowManager(present);
+    turn.setWindowManager(present);
+    rootChildren.follow(!present.capabilities.listsWindows);
+    guessIsStale = true;
     holders.setWindowManager(present.name);
     const auto inCharge =
         std::ranges::find(tiling, std::string_view(present.name), [](const auto& each) { return each->name(); });

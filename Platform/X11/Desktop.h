@@ -13,6 +13,7 @@
 #include "Platform/X11/ManagedWindows.h"
 #include "Platform/X11/OwnWindows.h"
 #include "Platform/X11/Placement.h"
+#include "Platform/X11/RootChildren.h"
 #include "Platform/X11/RunningApplications.h"
 #include "Platform/X11/Screens.h"
 #include "Platform/X11/SettingsManager.h"
@@ -116,6 +117,7 @@ private:
     AccessibilityObservers observers{connection, turn, managedWindows, deliveries};
     RunningApplications processes;
     SystemTray tray{connection, selection, turn, mainLoop};
+    RootChildren rootChildren{connection, selection};
     WindowManagerWatch windowManager{connection, selection, mainLoop, [this] { windowManagerChanged(); }};
     std::uint8_t keyboardEvent = 0;
     bool guessIsStale = true;

@@ -1,5 +1,6 @@
 #include "Platform/X11/Placement.h"
 
+#include "Platform/X11/ClientRequest.h"
 #include "Platform/X11/Event.h"
 #include "Platform/X11/ScopedPropertyWatch.h"
 #include "Platform/X11/SizeHints.h"
@@ -15,6 +16,9 @@ namespace {
 
 // The time for a client that draws its own shadow to change it; 8 to 75 ms have been measured.
 constexpr std::chrono::milliseconds shadowPatience{100};
+
+// The time for a window manager that handles requests in its own order; 8 to 26 ms have been measured.
+constexpr std::chrono::milliseconds configurePatience{100};
 
 constexpr std::uint32_t stateRemove = 0;
 constexpr std::uint32_t stateAdd = 1;
@@ -53,7 +57,7 @@ void Placement::request(xcb_window_t window, const PlacementRequest& part) {
 }
 
 void Placement::send() {
-    if (expectation) {
+    if (expectation || (waiting && movesByConfiguring())) {
         finish();
     } else if (waiting) {
         static_cast<void>(sendJob(std::nullopt));
@@ -72,7 +76,10 @@ void Placement::settle(xcb_window_t window) {
 }
 
 void Placement::setWindowManager(WindowManager manager) {
-    roundsByHints = roundsByHints && manager.checkWindow == windowManager.checkWindow;
+    if (manager.window == XCB_WINDOW_NONE || manager.window != windowManager.window) {
+        roundsByHints = false;
+        configuredPositions.clear();
+    }
     windowManager = std::move(manager);
 }
 
@@ -105,18 +112,59 @@ bool Placement::foresee() {
 
 void Placement::finish() {
     const std::optional<Foreseen> foreseen = std::exchange(expectation, std::nullopt);
-    const std::optional<Sent> sent = sendJob(foreseen);
+    const bool isConfigured = movesByConfiguring();
+    const std::optional<Sent> sent = isConfigured ? configureJob(foreseen) : sendJob(foreseen);
     if (!sent) {
         turn.forgetWindows();
         return;
     }
-    if (!fence.wait()) {
+    if (!isConfigured && !fence.wait()) {
         return;
     }
     const bool wasTiled = untile(*sent);
     learnRounding(*sent);
     correctForChangedExtents(*sent);
     awaitShadow(*sent, wasTiled);
+}
+
+bool Placement::movesByConfiguring() const {
+    return turn.tilingManager() == nullptr && windowManager.isPresent && !windowManager.capabilities.movesOnMessage;
+}
+
+std::optional<Placement::Sent> Placement::configureJob(const std::optional<Foreseen>& foreseen) {
+    constexpr int mostCorrections = 2;
+    const ScopedConfigureWatch watch(connection, selection, waiting->window);
+    const std::optional<Sent> sent = sendJob(foreseen);
+    if (!sent) {
+        return sent;
+    }
+    const PlacementRequest positionAlone{.position = sent->job.request.position, .size = std::nullopt};
+    const WindowFacts* facts = readConfigured(*sent, sent->reckoned.client, watch);
+    for (int corrections = 0; facts != nullptr && corrections < mostCorrections; ++corrections) {
+        const FrameGeometry present = facts->geometry;
+        if (isFulfilled(positionAlone, visibleRectangle(present))) {
+            break;
+        }
+        configuredPositions.observe(requestedPosition, present.client.origin, sent->sizeHints.gravity,
+                                    present.decoration);
+        watch.dropReports();
+        ask(*sent, present);
+        facts = readConfigured(*sent, present.client, watch);
+    }
+    return sent;
+}
+
+const WindowFacts* Placement::readConfigured(const Sent& sent, const corvid::CGRect& before,
+                                             const ScopedConfigureWatch& watch) {
+    const xcb_window_t window = sent.job.window;
+    const WindowFacts* facts = fence.wait() ? readAgain(window) : nullptr;
+    if (facts == nullptr || facts->geometry.client != before) {
+        return facts;
+    }
+    // Some handle requests for the windows that they manage later than others, but report each result to the client.
+    // The report may come before the frame has followed.
+    const Instant limit = connection.deadline().now() + configurePatience;
+    return watch.waitForReport(limit) && fence.wait() ? readAgain(window) : nullptr;
 }
 
 void Placement::learnRounding(const Sent& sent) {
@@ -205,7 +253,7 @@ void Placement::correctForChangedExtents(const Sent& sent) {
 void Placement::awaitShadow(const Sent& sent, bool wasTiled) {
     const xcb_window_t window = sent.job.window;
     const WindowFacts* facts = turn.windowWithFrame(window);
-    if ((!sent.wasMaximized && !wasTiled) || !windowManager.supportsClientShadows || facts == nullptr ||
+    if ((!sent.wasMaximized && !wasTiled) || !windowManager.capabilities.supportsClientShadows || facts == nullptr ||
         !facts->drawsOwnDecoration) {
         return;
     }
@@ -244,9 +292,22 @@ void Placement::ask(const Sent& sent, const FrameGeometry& present) {
         const FrameGeometry wanted = geometryAfter(present, whole, size);
         tiling->place(connection, window, outerRectangle(wanted));
         turn.forgetWindows();
+    } else if (movesByConfiguring()) {
+        const MoveResizeMessage message = moveResizeMessage(present, whole);
+        requestedPosition = configuredPositions.request(
+            {static_cast<double>(message.x + present.decoration.left),
+             static_cast<double>(message.y + present.decoration.top)},
+            sent.sizeHints.gravity, present.decoration);
+        configure(window, message);
     } else {
         sendMoveResize(window, moveResizeMessage(present, whole));
     }
+}
+
+void Placement::configure(xcb_window_t window, const MoveResizeMessage& message) {
+    const corvid::CGSize size{static_cast<double>(message.width), static_cast<double>(message.height)};
+    requestClientRectangle(connection, window, {requestedPosition, size});
+    turn.forgetWindows();
 }
 
 void Placement::sendMoveResize(xcb_window_t window, const MoveResizeMessage& message) {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "Platform/X11/ConfiguredPositions.h"
 #include "Platform/X11/EventSelection.h"
 #include "Platform/X11/Fence.h"
 #include "Platform/X11/FrameGeometry.h"
+#include "Platform/X11/ScopedConfigureWatch.h"
 #include "Platform/X11/Turn.h"
 #include "Platform/X11/WindowManager.h"
 
@@ -28,7 +30,8 @@ public:
     void request(xcb_window_t window, const PlacementRequest& part);
 
     /// Sends the pending requests, if any; does not wait for the result. A maximized window is released first, which
-    /// does wait, and so does a predicted result.
+    /// does wait, and so does a predicted result. Under a window manager that moves windows on configure requests alone
+    /// it always waits: the position may have to be corrected.
     void send();
 
     /// Sends the pending requests for this window and waits until the window has come to rest. Does nothing without
@@ -72,11 +75,19 @@ private:
     /// Whether the window was tiled, and had to be released.
     [[nodiscard]] bool untile(const Sent& sent);
     void correctForChangedExtents(const Sent& sent);
+    /// Whether windows are moved by configure requests, for the window manager has no better way.
+    [[nodiscard]] bool movesByConfiguring() const;
+    [[nodiscard]] std::optional<Sent> configureJob(const std::optional<Foreseen>& foreseen);
+    /// Waits until a client that was at `before` stands still after a configure request; null if the window manager did
+    /// not react in time.
+    [[nodiscard]] const WindowFacts* readConfigured(const Sent& sent, const corvid::CGRect& before,
+                                                    const ScopedConfigureWatch& watch);
     void awaitShadow(const Sent& sent, bool wasTiled);
     [[nodiscard]] const WindowFacts* readAgain(xcb_window_t window);
     /// Requests the job's frame of a window that has this geometry now.
     void ask(const Sent& sent, const FrameGeometry& present);
     void sendMoveResize(xcb_window_t window, const MoveResizeMessage& message);
+    void configure(xcb_window_t window, const MoveResizeMessage& message);
     void changeMaximized(xcb_window_t window, std::uint32_t action);
     void sendToRoot(xcb_window_t window, Atom type, const std::array<std::uint32_t, 5>& data);
 
@@ -88,6 +99,10 @@ private:
     std::optional<Job> waiting;
     /// The predicted result of the pending job.
     std::optional<Foreseen> expectation;
+    /// As observed with the present window manager.
+    ConfiguredPositions configuredPositions;
+    /// That of the last configure request.
+    corvid::CGPoint requestedPosition;
     /// Whether the present window manager was observed to round a size by the window's hints.
     bool roundsByHints = false;
 };

@@ -13,6 +13,7 @@ constexpr std::uint32_t hasMinimum = 1U << 4U;
 constexpr std::uint32_t hasMaximum = 1U << 5U;
 constexpr std::uint32_t hasIncrement = 1U << 6U;
 constexpr std::uint32_t hasBase = 1U << 8U;
+constexpr std::uint32_t hasGravity = 1U << 9U;
 constexpr std::uint32_t propertyLength = 18;
 constexpr std::uint32_t largest = 32767;
 
@@ -54,6 +55,10 @@ SizeHints sizeHintsFromValues(const std::vector<std::uint32_t>& values) {
     take(hasIncrement, 9, hints.widthIncrement, hints.heightIncrement);
     // A client may have only steps in one dimension, and a minimum as well in the other.
     const bool baseIsGiven = isGiven(hasBase, 15) && isSensibleBase(values[15], values[16]);
+    constexpr std::size_t gravityIndex = 17;
+    if ((flags & hasGravity) != 0 && values.size() > gravityIndex) {
+        hints.gravity = values[gravityIndex];
+    }
     // Each of base and minimum replaces the other if only one is set (ICCCM 4.1.2.3).
     if (baseIsGiven) {
         hints.baseWidth = values[15];

@@ -17,6 +17,8 @@ struct SizeHints {
     std::uint32_t baseHeight = 0;
     std::uint32_t widthIncrement = 1;
     std::uint32_t heightIncrement = 1;
+    /// The point of the window that its position refers to (ICCCM 4.1.5); NorthWest if it names none.
+    std::uint32_t gravity = XCB_GRAVITY_NORTH_WEST;
 
     /// Whether the client grows in steps, as terminals do by rows and columns.
     [[nodiscard]] bool hasIncrements() const { return widthIncrement > 1 || heightIncrement > 1; }

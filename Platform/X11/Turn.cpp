@@ -1,6 +1,7 @@
 #include "Platform/X11/Turn.h"
 
 #include "Platform/X11/OwnBars.h"
+#include "Platform/X11/WindowTree.h"
 
 #include <algorithm>
 #include <iterator>
@@ -37,6 +38,9 @@ const RootFacts* Turn::root() {
     }
 
     rootFacts = rootRequest.read(connection);
+    if (rootFacts && !complete(*rootFacts)) {
+        rootFacts.reset();
+    }
     // Replies come in the order of the requests, so these have arrived as well; reading them also frees them.
     std::optional<WorkSpace> guessedSpace;
     if (rootFacts && guessedWorkSpaceIsRight()) {
@@ -57,6 +61,38 @@ const RootFacts* Turn::root() {
     return &*rootFacts;
 }
 
+bool Turn::complete(RootFacts& facts) {
+    if (!isManaged) {
+        return true;
+    }
+    if (!capabilities.announcesItself) {
+        // A dead window manager may have left these.
+        facts.currentDesktop = 0;
+        facts.workAreas.clear();
+    }
+    if (!capabilities.listsWindows) {
+        auto windows = readWindowsWithState(connection, guess.clients);
+        if (!windows) {
+            return false;
+        }
+        facts.clients = *std::move(windows);
+    }
+    // Some window managers name the keyboard focus, which is no window while it follows the pointer.
+    const bool isNamed =
+        capabilities.namesActiveWindow && facts.activeWindow != xcb_window_t{XCB_INPUT_FOCUS_POINTER_ROOT};
+    if (!isNamed) {
+        facts.activeWindow = readFocusedClient(connection, facts.clients);
+        return !connection.isExhausted();
+    }
+    // Some list a new window when the next one comes.
+    const bool isListed = facts.activeWindow == XCB_WINDOW_NONE ||
+                          std::ranges::find(facts.clients, facts.activeWindow) != facts.clients.end();
+    if (!isListed && hasState(connection, facts.activeWindow)) {
+        facts.clients.push_back(facts.activeWindow);
+    }
+    return true;
+}
+
 const WindowFacts* Turn::window(xcb_window_t window) {
     auto found = windows.find(window);
     if (found == windows.end() && connection.isBacklogged()) {
@@ -71,9 +107,27 @@ const WindowFacts* Turn::window(xcb_window_t window) {
 
 const WindowFacts* Turn::windowWithFrame(xcb_window_t window) {
     const WindowFacts* facts = this->window(window);
-    if (facts == nullptr || tiling == nullptr || facts->isLaidOut) {
+    if (facts == nullptr || facts->isLaidOut) {
         return facts;
     }
+    if (tiling != nullptr) {
+        return windowInLayout(*facts, window);
+    }
+    if (capabilities.tellsFrameExtents || !isManaged) {
+        return facts;
+    }
+    const auto decoration = readDecoration(connection, window);
+    if (!decoration) {
+        return nullptr;
+    }
+    WindowFacts framed = *facts;
+    framed.geometry.decoration = *decoration;
+    framed.isLaidOut = true;
+    takeWindow(window, framed);
+    return this->window(window);
+}
+
+const WindowFacts* Turn::windowInLayout(const WindowFacts& facts, xcb_window_t window) {
     const Layout* present = layout();
     const auto found =
         present == nullptr ? std::map<xcb_window_t, Layout::Window>::const_iterator{} : present->windows.find(window);
@@ -81,18 +135,18 @@ const WindowFacts* Turn::windowWithFrame(xcb_window_t window) {
         return nullptr;
     }
     const auto& [frame, drawn, isTiled, bordersOutside] = found->second;
-    WindowFacts laidOut = *facts;
+    WindowFacts laidOut = facts;
     if (frame && drawn) {
-        laidOut.geometry = geometryInside(*frame, *drawn, facts->geometry);
+        laidOut.geometry = geometryInside(*frame, *drawn, facts.geometry);
     } else if (laidOut.geometry.decoration == Extents{}) {
-        laidOut.geometry.decoration = widened({}, facts->borderWidth);
+        laidOut.geometry.decoration = widened({}, facts.borderWidth);
     }
     laidOut.isTiled = isTiled;
     if (isTiled && tiling->roundsSizesUp()) {
         // Its future size. An action that keeps the size keeps this one, and finds the same when it is repeated.
         const Extents decoration =
-            bordersOutside ? widened(*bordersOutside, facts->borderWidth) : laidOut.geometry.decoration;
-        laidOut.geometry = geometryOutsideLayout(laidOut.geometry, decoration, facts->sizeHints);
+            bordersOutside ? widened(*bordersOutside, facts.borderWidth) : laidOut.geometry.decoration;
+        laidOut.geometry = geometryOutsideLayout(laidOut.geometry, decoration, facts.sizeHints);
     }
     // i3 4.24 sets this on windows that fill their part of the layout. There is no state to release.
     laidOut.isMaximizedHorizontally = false;
@@ -159,8 +213,8 @@ const std::vector<xcb_window_t>* Turn::renewGuess() {
         return nullptr;
     }
     RootFactsRequest request(connection);
-    const auto facts = request.read(connection);
-    if (!facts) {
+    auto facts = request.read(connection);
+    if (!facts || !complete(*facts)) {
         return nullptr;
     }
     rememberGuess(*facts);

@@ -3,6 +3,7 @@
 #include "Platform/X11/RootFacts.h"
 #include "Platform/X11/TilingManager.h"
 #include "Platform/X11/WindowFacts.h"
+#include "Platform/X11/WindowManager.h"
 #include "Platform/X11/WorkSpaceRequest.h"
 
 #include <map>
@@ -30,6 +31,12 @@ public:
 
     [[nodiscard]] TilingManager* tilingManager() const { return tiling; }
 
+    /// How to work with the present window manager: who tells which fact.
+    void setWindowManager(const WindowManager& manager) {
+        capabilities = manager.capabilities;
+        isManaged = manager.isPresent;
+    }
+
     /// Drops the cached state of windows, because one of them was written to.
     void forgetWindows();
 
@@ -39,9 +46,10 @@ public:
     /// A window's facts; null if it is gone or the server did not reply in time.
     [[nodiscard]] const WindowFacts* window(xcb_window_t window);
 
-    /// The same with the visible geometry of the window. For a tiling window manager, only that window manager knows
-    /// the decoration; null also if it does not reply. Every action takes a tiled window out of the layout; if its size
-    /// has to change then, it has the geometry that it will have outside, with its present corner.
+    /// The same with the visible geometry of the window, also if no property has the decoration; null also if the
+    /// server did not tell it. For a tiling window manager, only that window manager knows the decoration; null also if
+    /// it does not reply. Every action takes a tiled window out of the layout; if its size has to change then, it has
+    /// the geometry that it will have outside, with its present corner.
     [[nodiscard]] const WindowFacts* windowWithFrame(xcb_window_t window);
 
     /// Uses these as the window's facts until they are dropped: they are its predicted state.
@@ -64,6 +72,9 @@ private:
         std::uint32_t currentDesktop = 0;
     };
 
+    /// Adds what a window manager without those properties does not tell; false if the server did not reply in time.
+    [[nodiscard]] bool complete(RootFacts& facts);
+    [[nodiscard]] const WindowFacts* windowInLayout(const WindowFacts& facts, xcb_window_t window);
     void takeWorkSpace(WorkSpace read);
     /// Null without a tiling window manager, or without its reply.
     [[nodiscard]] const Layout* layout();
@@ -76,6 +87,9 @@ private:
     std::optional<WorkSpace> space;
     std::map<xcb_window_t, std::optional<WindowFacts>> windows;
     TilingManager* tiling = nullptr;
+    Capabilities capabilities;
+    /// Whether there is a window manager.
+    bool isManaged = false;
     /// Requested once, with or without a reply.
     std::optional<std::optional<Layout>> readLayout;
     Guess guess;

@@ -27,7 +27,7 @@ struct WindowFacts {
     bool isFullscreen = false;
     /// Whether a tiling window manager has it in its layout; see `Turn::windowWithFrame`.
     bool isTiled = false;
-    /// Whether the decoration comes from a tiling window manager.
+    /// Whether the decoration comes from a tiling window manager, or from the window around the client.
     bool isLaidOut = false;
     /// Whether it has no entry in task bars (`_NET_WM_STATE_SKIP_TASKBAR`).
     bool skipsTaskBars = false;

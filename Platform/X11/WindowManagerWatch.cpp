@@ -26,12 +26,21 @@ void WindowManagerWatch::handle(const xcb_generic_event_t& event) {
     isStale = isStale || concerns(event);
 }
 
+void WindowManagerWatch::lookAgain() {
+    isStale = isStale || manager.window == XCB_WINDOW_NONE;
+}
+
 bool WindowManagerWatch::concerns(const xcb_generic_event_t& event) const {
     if (const auto* written = eventAs<xcb_property_notify_event_t>(event, XCB_PROPERTY_NOTIFY)) {
         const bool isFollowed = followed != XCB_WINDOW_NONE && written->window == followed;
         const auto is = [&](Atom atom) { return written->atom == connection.atom(atom); };
         return (written->window == connection.root() && (is(Atom::netSupportingWmCheck) || is(Atom::netSupported))) ||
                (isFollowed && (is(Atom::netSupportingWmCheck) || is(Atom::netWmName)));
+    }
+    if (const auto* message = eventAs<xcb_client_message_event_t>(event, XCB_CLIENT_MESSAGE)) {
+        // A new owner of a selection of managers announces itself in this way (ICCCM 2.8). Any of those will do: they
+        // are rare.
+        return message->type == connection.atom(Atom::manager) && !manager.capabilities.announcesItself;
     }
     const auto* destroyed = eventAs<xcb_destroy_notify_event_t>(event, XCB_DESTROY_NOTIFY);
     return destroyed != nullptr && followed != XCB_WINDOW_NONE && destroyed->window == followed;

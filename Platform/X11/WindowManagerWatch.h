@@ -11,7 +11,7 @@ namespace platform::x11 {
 
 /// Follows which window manager is in charge. The server reports every step of a change: properties of the root window
 /// and of the window manager's own window, and the end of the latter, which comes with the end of the window manager.
-/// Main thread only.
+/// The server does not report one that has no such window; `lookAgain` is for its begin and its end. Main thread only.
 class WindowManagerWatch {
 public:
     /// All outlive this. Root property changes are selected by the caller. `changed` is called from `renew` when there
@@ -29,6 +29,10 @@ public:
     /// Without an answer in time everything stays as it was.
     void renew();
 
+    /// Makes the next `renew` ask, unless events report every change of the present window manager. For moments at which
+    /// another one may have begun or ended.
+    void lookAgain();
+
     /// Whether the next `renew` asks.
     [[nodiscard]] bool isRenewalDue() const { return isStale; }
 
@@ -41,7 +45,7 @@ private:
     MainActor& mainActor;
     std::function<void()> changed;
     WindowManager manager;
-    /// The window that the root names, whether or not it proves a window manager.
+    /// The window that may prove a window manager, whether or not it does.
     xcb_window_t followed = XCB_WINDOW_NONE;
     bool isStale = true;
     std::unique_ptr<ScheduledWork> retry;

@@ -53,6 +53,10 @@ class Windows:
     def supports(self, name: str) -> bool:
         return self.atom(name) in (self.cardinals(self.root, "_NET_SUPPORTED") or [])
 
+    def is_redirected(self) -> bool:
+        """Whether a client receives the requests of top-level windows, as a window manager does."""
+        return bool(self.root.get_attributes().all_event_masks & X.SubstructureRedirectMask)
+
     def composited(self) -> bool:
         """Whether a compositing manager has announced itself."""
         return self.connection.get_selection_owner(self.atom("_NET_WM_CM_S0")) != X.NONE

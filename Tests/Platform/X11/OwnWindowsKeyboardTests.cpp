@@ -50,7 +50,7 @@ TEST_F(OwnWindowsTest, AWindowOfARealWindowManagerGetsTheKeyboard) {
     const Openbox openbox("--sm-disable");
     ASSERT_TRUE(handleUntil([&] {
         beginTurn();
-        return readWindowManager(connection).supportsPlacement;
+        return readWindowManager(connection).isPresent;
     }));
     // It announces itself before it listens.
     Fence fence(connection);

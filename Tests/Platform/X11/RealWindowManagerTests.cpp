@@ -55,7 +55,7 @@ protected:
 
     xcb_window_t inCharge() {
         followed.testClient.connection().deadline().begin();
-        return readWindowManager(followed.testClient.connection()).checkWindow;
+        return readWindowManager(followed.testClient.connection()).window;
     }
 
     /// The program's next window, shown.

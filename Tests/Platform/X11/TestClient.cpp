@@ -66,6 +66,16 @@ void TestClient::list(const std::vector<xcb_window_t>& windows) {
 }
 
 void TestClient::becomeWindowManager() {
+    becomeSilentWindowManager();
+    const xcb_window_t check = xcb_generate_id(link.raw());
+    xcb_create_window(link.raw(), XCB_COPY_FROM_PARENT, check, link.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    setWords(check, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+    setWords(link.root(), "_NET_SUPPORTED", "ATOM", {atom("_NET_CLIENT_LIST")});
+    setWords(link.root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {check});
+}
+
+void TestClient::becomeSilentWindowManager() {
     selectOnRoot(XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT);
 }
 

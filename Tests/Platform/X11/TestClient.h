@@ -35,8 +35,12 @@ public:
     /// The same, and deletes the list.
     void unlist() { removeProperty(link.root(), "_NET_CLIENT_LIST"); }
 
-    /// Becomes the window manager: it receives the requests to configure top-level windows.
+    /// Becomes the window manager: it receives the requests to configure top-level windows, and announces that it lists
+    /// its windows.
     void becomeWindowManager();
+
+    /// The same without an announcement.
+    void becomeSilentWindowManager();
 
     /// Stops being the window manager; the requests so far stay unanswered.
     void resign();

@@ -1,0 +1,48 @@
+#include "Platform/X11/ConfiguredPositions.h"
+
+#include <gtest/gtest.h>
+
+namespace platform::x11 {
+namespace {
+
+using corvid::CGPoint;
+
+constexpr Extents titled{.left = 2, .right = 2, .top = 20, .bottom = 2};
+constexpr std::uint32_t northWest = 1;
+constexpr std::uint32_t fixedGravity = 10;
+
+TEST(ConfiguredPositions, ThePositionIsThatOfTheFrameUntilAnotherOneWasSeen) {
+    ConfiguredPositions positions;
+    EXPECT_EQ(positions.request({302, 220}, northWest, titled), (CGPoint{300, 200}));
+    EXPECT_TRUE(positions.observe({300, 200}, {300, 200}, northWest, titled));
+    EXPECT_EQ(positions.request({302, 220}, northWest, titled), (CGPoint{302, 220}));
+    positions.clear();
+    EXPECT_EQ(positions.request({302, 220}, northWest, titled), (CGPoint{300, 200}));
+}
+
+TEST(ConfiguredPositions, AnotherGravityOrDecorationHasARuleOfItsOwn) {
+    ConfiguredPositions positions;
+    positions.observe({300, 200}, {300, 200}, fixedGravity, titled);
+    EXPECT_EQ(positions.request({302, 220}, northWest, titled), (CGPoint{300, 200}));
+    EXPECT_EQ(positions.request({302, 220}, fixedGravity, {}), (CGPoint{302, 220}));
+    EXPECT_EQ(positions.request({302, 220}, fixedGravity, titled), (CGPoint{302, 220}));
+}
+
+TEST(ConfiguredPositions, ADistanceThatNoDecorationExplainsTeachesNothing) {
+    ConfiguredPositions positions;
+    EXPECT_FALSE(positions.observe({300, 200}, {500, 220}, northWest, titled));
+    EXPECT_FALSE(positions.observe({300, 200}, {302, 100}, northWest, titled));
+    EXPECT_EQ(positions.request({302, 220}, northWest, titled), (CGPoint{300, 200}));
+}
+
+TEST(ConfiguredPositions, AnyNumberOfKindsOfWindowsNeedsLittleMemory) {
+    ConfiguredPositions positions;
+    for (std::int32_t kind = 0; kind < 10000; ++kind) {
+        EXPECT_TRUE(positions.observe({0, 0}, {0, 0}, northWest, {.left = kind, .right = 0, .top = 0, .bottom = 0}));
+    }
+    EXPECT_EQ(positions.request({302, 220}, northWest, {.left = 9999, .right = 0, .top = 0, .bottom = 0}),
+              (CGPoint{302, 220}));
+}
+
+} // namespace
+} // namespace platform::x11

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <sys/types.h>
+#include <xcb/xcb.h>
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+namespace platform::x11 {
+
+/// A window manager without any announcement: a process that puts each window into a frame with a title bar, gives it
+/// the keyboard, and moves it when it is configured (ICCCM 4.1.5).
+class PlayedWindowManager {
+public:
+    /// What the position in a configure request stands for.
+    enum class Reference : std::uint8_t {
+        frame,
+        frameWithoutBorder,
+        client,
+        /// The client if the window has Static gravity, else the frame.
+        gravity,
+    };
+
+    struct Manners {
+        Reference reference = Reference::frame;
+        /// Windows between the root and the client; without any, the client gets the border.
+        int frames = 1;
+        std::uint16_t border = 2;
+        std::int16_t title = 18;
+        /// The pause before it handles requests for its own windows; it handles others at once.
+        std::chrono::milliseconds pause{};
+        /// Whether it owns the selection of window managers.
+        bool ownsSelection = false;
+        /// Whether windows stay where they are.
+        bool refuses = false;
+    };
+
+    /// It is in charge on return.
+    PlayedWindowManager(const std::string& display, const Manners& manners);
+    PlayedWindowManager(const PlayedWindowManager&) = delete;
+    PlayedWindowManager& operator=(const PlayedWindowManager&) = delete;
+    ~PlayedWindowManager() { end(); }
+
+    /// Kills it, and waits until it is gone.
+    void end();
+
+private:
+    pid_t child = -1;
+};
+
+} // namespace platform::x11
