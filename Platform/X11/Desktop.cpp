@@ -116,6 +116,16 @@ std::optional<AccessObstacle> Desktop::obstacle() {
     return std::nullopt;
 }
 
+std::string Desktop::caution() {
+    const auto& left = placement.leftAlone();
+    const WindowFacts* facts = left ? turn.windowWithFrame(left->window) : nullptr;
+    // It may have moved since: some window managers take their time.
+    if (facts == nullptr || facts->geometry != left->geometry) {
+        return {};
+    }
+    return "the last window that was to be moved is laid out by its window manager, which moves it for no program";
+}
+
 void Desktop::followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) {
     processes.start(identification, catalogue);
     turn.begin();

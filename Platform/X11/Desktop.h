@@ -52,6 +52,9 @@ public:
     /// The present window manager's own, if it is such a tiling one.
     [[nodiscard]] std::string_view name() const override;
 
+    /// About a window that the window manager keeps where it is.
+    [[nodiscard]] std::string caution() override;
+
     void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) override;
 
     [[nodiscard]] Accessibility& accessibility() override { return windows; }

@@ -14,6 +14,7 @@ namespace platform::x11 {
 void Turn::begin() {
     rootFacts.reset();
     space.reset();
+    left = XCB_WINDOW_NONE;
     forgetWindows();
 }
 

@@ -55,6 +55,11 @@ public:
     /// Uses these as the window's facts until they are dropped: they are its predicted state.
     void takeWindow(xcb_window_t window, const WindowFacts& facts) { windows.insert_or_assign(window, facts); }
 
+    /// Requests nothing else of this window in this turn: the window manager keeps it where it is.
+    void leaveAlone(xcb_window_t window) { left = window; }
+
+    [[nodiscard]] bool isLeftAlone(xcb_window_t window) const { return left == window; }
+
     /// Reads the facts of several windows in a single round trip, so that `window` need not request each.
     void readWindows(const std::vector<xcb_window_t>& wanted);
 
@@ -92,6 +97,7 @@ private:
     bool isManaged = false;
     /// Requested once, with or without a reply.
     std::optional<std::optional<Layout>> readLayout;
+    xcb_window_t left = XCB_WINDOW_NONE;
     Guess guess;
     std::map<std::uint32_t, xcb_atom_t> monitorWorkAreasNames;
 };
