@@ -22,6 +22,9 @@ public:
 
     [[nodiscard]] std::string_view name() const override { return "i3"; }
 
+    /// Those of terminals, by rules of its own.
+    [[nodiscard]] bool roundsSizesUp() const override { return true; }
+
     [[nodiscard]] bool isReachable(x11::Connection& display) override;
     [[nodiscard]] std::optional<x11::Layout> readLayout(x11::Connection& display) override;
     bool place(x11::Connection& display, xcb_window_t window, const corvid::CGRect& frame) override;

@@ -1,29 +1,18 @@
 #include "Platform/I3Ipc/Connection.h"
 
+#include "Platform/Linux/Files/LocalSocket.h"
+
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <chrono>
 
 namespace platform::i3ipc {
 
 std::optional<Connection> Connection::open(const std::string& path, const MainActor& clock) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.empty() || path.size() >= sizeof address.sun_path) {
-        return std::nullopt;
-    }
-    path.copy(address.sun_path, path.size());
-    linux::FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): that is how sockets take their addresses.
-    if (!socket || ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
-        return std::nullopt;
-    }
-    return Connection(std::move(socket), clock);
+    linux::FileDescriptor socket = linux::connectedTo(path);
+    return socket ? std::optional(Connection(std::move(socket), clock)) : std::nullopt;
 }
 
 bool Connection::send(MessageType type, std::string_view payload, Instant deadline) {
@@ -34,7 +23,7 @@ bool Connection::send(MessageType type, std::string_view payload, Instant deadli
         if (sent >= 0) {
             rest.remove_prefix(static_cast<std::size_t>(sent));
         } else if (errno == EAGAIN) {
-            if (!await(POLLOUT, deadline)) {
+            if (!linux::awaitSocket(socket, POLLOUT, *clock, deadline)) {
                 broken = rest.size() < bytes.size();
                 return false;
             }
@@ -51,21 +40,11 @@ std::optional<Message> Connection::receive(Instant deadline) {
             return message;
         }
         broken = broken || reader.isBroken();
-        if (broken || (!read() && !broken && !await(POLLIN, deadline))) {
+        if (broken || (!read() && !broken && !linux::awaitSocket(socket, POLLIN, *clock, deadline))) {
             return std::nullopt;
         }
     }
     return std::nullopt;
-}
-
-bool Connection::await(short event, Instant deadline) const {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - clock->now());
-    if (left.count() <= 0) {
-        return false;
-    }
-    pollfd state{.fd = socket.get(), .events = event, .revents = 0};
-    // The caller restarts an interrupted wait, which finds nothing.
-    return ::poll(&state, 1, static_cast<int>(left.count())) != 0;
 }
 
 bool Connection::read() {

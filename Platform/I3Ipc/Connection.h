@@ -33,8 +33,6 @@ public:
     [[nodiscard]] std::optional<Message> receive(Instant deadline);
 
 private:
-    /// Waits for one of poll's events; false if the deadline comes first.
-    [[nodiscard]] bool await(short event, Instant deadline) const;
     /// Reads the data that has arrived; false without any.
     [[nodiscard]] bool read();
 

@@ -89,7 +89,7 @@ AXError Accessibility::refusalToPlace(const xcb_window_t& window) {
     if (!present) {
         return present.error();
     }
-    return (*present)->isFullscreen ? AXError::cannotComplete : AXError::success;
+    return (*present)->isFullscreen || turn.isLeftAlone(window) ? AXError::cannotComplete : AXError::success;
 }
 
 AXError Accessibility::place(const xcb_window_t& window, const PlacementRequest& part) {

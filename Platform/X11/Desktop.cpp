@@ -10,6 +10,7 @@
 #include <xcb/res.h>
 #include <xcb/xinput.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -44,8 +45,7 @@ bool mayBeSent(const xcb_generic_event_t& event) {
 
 } // namespace
 
-std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLoop& mainLoop,
-                                                                   std::unique_ptr<TilingManager> tiling) {
+std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLoop& mainLoop, TilingManagers tiling) {
     const char* display = std::getenv("DISPLAY");
     if (display == nullptr || *display == '\0') {
         return std::unexpected("there is no X display to work on (DISPLAY is not set)");
@@ -62,10 +62,10 @@ std::expected<std::unique_ptr<Desktop>, std::string> Desktop::open(linux::MainLo
     return std::make_unique<Desktop>(mainLoop, *std::move(connection), std::move(tiling));
 }
 
-Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened, std::unique_ptr<TilingManager> tilingManager)
+Desktop::Desktop(linux::MainLoop& mainLoop, Connection opened, TilingManagers tilingManagers)
     : mainLoop(mainLoop)
     , connection(std::move(opened))
-    , tiling(std::move(tilingManager))
+    , tiling(std::move(tilingManagers))
     , windows(connection, turn, placement, managedWindows, [this] { return obstacle(); })
     , own(connection, selection, turn, mainLoop)
     , processes(
@@ -114,6 +114,16 @@ std::optional<AccessObstacle> Desktop::obstacle() {
                               .desktop = std::string(inCharge->name())};
     }
     return std::nullopt;
+}
+
+std::string Desktop::caution() {
+    const auto& left = placement.leftAlone();
+    const WindowFacts* facts = left ? turn.windowWithFrame(left->window) : nullptr;
+    // It may have moved since: some window managers take their time.
+    if (facts == nullptr || facts->geometry != left->geometry) {
+        return {};
+    }
+    return "the last window that was to be moved is laid out by its window manager, which moves it for no program";
 }
 
 void Desktop::followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) {
@@ -238,7 +248,9 @@ void Desktop::windowManagerChanged() {
     rootChildren.follow(!present.capabilities.listsWindows);
     guessIsStale = true;
     holders.setWindowManager(present.name);
-    turn.setTilingManager(tiling && present.name == tiling->name() ? tiling.get() : nullptr);
+    const auto inCharge =
+        std::ranges::find(tiling, std::string_view(present.name), [](const auto& each) { return each->name(); });
+    turn.setTilingManager(inCharge == tiling.end() ? nullptr : inCharge->get());
     settleSoon();
 }
 

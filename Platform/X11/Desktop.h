@@ -29,18 +29,21 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform::x11 {
 
 /// An X11 desktop: one connection and everything that uses it, driven by the main loop.
 class Desktop final : public linux::Desktop {
 public:
-    /// Connects to the environment's DISPLAY. The error is a sentence for the user. `tiling`: a window manager with a
-    /// protocol of its own, which is used while it is the window manager; may be null.
-    [[nodiscard]] static std::expected<std::unique_ptr<Desktop>, std::string>
-    open(linux::MainLoop& mainLoop, std::unique_ptr<TilingManager> tiling = {});
+    /// Window managers with protocols of their own. Each is used while it is the window manager.
+    using TilingManagers = std::vector<std::unique_ptr<TilingManager>>;
 
-    Desktop(linux::MainLoop& mainLoop, Connection opened, std::unique_ptr<TilingManager> tiling);
+    /// Connects to the environment's DISPLAY. The error is a sentence for the user.
+    [[nodiscard]] static std::expected<std::unique_ptr<Desktop>, std::string> open(linux::MainLoop& mainLoop,
+                                                                                   TilingManagers tiling = {});
+
+    Desktop(linux::MainLoop& mainLoop, Connection opened, TilingManagers tiling);
 
     /// The session's name among those that the user may have: the environment's display and its screen, even if they do
     /// not answer. Empty if DISPLAY names none.
@@ -48,6 +51,9 @@ public:
 
     /// The present window manager's own, if it is such a tiling one.
     [[nodiscard]] std::string_view name() const override;
+
+    /// About a window that the window manager keeps where it is.
+    [[nodiscard]] std::string caution() override;
 
     void followApplications(linux::ApplicationIdentification& identification, ApplicationCatalogue& catalogue) override;
 
@@ -95,7 +101,7 @@ private:
     Connection connection;
     EventSelection selection{connection};
     Turn turn{connection};
-    std::unique_ptr<TilingManager> tiling;
+    TilingManagers tiling;
     Fence fence{connection};
     Placement placement{connection, selection, turn, fence};
     Accessibility windows;

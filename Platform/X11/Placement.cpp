@@ -1,5 +1,6 @@
 #include "Platform/X11/Placement.h"
 
+#include "Platform/X11/ClientRequest.h"
 #include "Platform/X11/Event.h"
 #include "Platform/X11/ScopedPropertyWatch.h"
 #include "Platform/X11/SizeHints.h"
@@ -25,10 +26,6 @@ constexpr std::uint32_t sourceIsPager = 2;
 
 PlacementRequest wholeRequest(const PlacementRequest& request, const corvid::CGRect& visible) {
     return {request.position.value_or(visible.origin), request.size.value_or(visible.size)};
-}
-
-std::uint32_t word(double coordinate) {
-    return std::bit_cast<std::uint32_t>(static_cast<std::int32_t>(coordinate));
 }
 
 /// The size that the client would take without hints.
@@ -82,13 +79,15 @@ void Placement::setWindowManager(WindowManager manager) {
     if (manager.window == XCB_WINDOW_NONE || manager.window != windowManager.window) {
         roundsByHints = false;
         configuredPositions.clear();
+        ignored.reset();
     }
     windowManager = std::move(manager);
 }
 
 bool Placement::foresee() {
-    // A tiling window manager only gets sizes that the window takes, so it has nothing to round.
-    const bool isRoundingKnown = roundsByHints || turn.tilingManager() != nullptr;
+    // A window manager that rounds up only gets sizes that the window takes, so it has nothing to round.
+    const bool isRoundingKnown =
+        roundsByHints || (turn.tilingManager() != nullptr && turn.tilingManager()->roundsSizesUp());
     if (!isRoundingKnown || !waiting->request.size) {
         return false;
     }
@@ -127,6 +126,7 @@ void Placement::finish() {
     learnRounding(*sent);
     correctForChangedExtents(*sent);
     awaitShadow(*sent, wasTiled);
+    noteWhetherIgnored(*sent);
 }
 
 bool Placement::movesByConfiguring() const {
@@ -144,7 +144,7 @@ std::optional<Placement::Sent> Placement::configureJob(const std::optional<Fores
     const WindowFacts* facts = readConfigured(*sent, sent->reckoned.client, watch);
     for (int corrections = 0; facts != nullptr && corrections < mostCorrections; ++corrections) {
         const FrameGeometry present = facts->geometry;
-        if (isFulfilled(positionAlone, visibleRectangle(present))) {
+        if (isFulfilled(positionAlone, visibleRectangle(present)) || isIgnored(*sent, facts)) {
             break;
         }
         configuredPositions.observe(requestedPosition, present.client.origin, sent->sizeHints.gravity,
@@ -212,25 +212,36 @@ std::optional<Placement::Sent> Placement::sendJob(const std::optional<Foreseen>&
     return sent;
 }
 
+bool Placement::isIgnored(const Sent& sent, const WindowFacts* present) {
+    const PlacementRequest& whole = sent.job.request;
+    if (present == nullptr || sent.wasMaximized || present->geometry != sent.before ||
+        isFulfilled(whole, visibleRectangle(sent.before))) {
+        return false;
+    }
+    // A window that stands at the requested position may have the only size that it takes.
+    const PlacementRequest positionAlone{.position = whole.position, .size = std::nullopt};
+    const bool isInPlace = isFulfilled(positionAlone, visibleRectangle(sent.before));
+    return !isInPlace || sent.before.client.size != roundedSize(sent.before, present->sizeHints, whole);
+}
+
+void Placement::noteWhetherIgnored(const Sent& sent) {
+    const xcb_window_t window = sent.job.window;
+    const WindowFacts* facts = turn.tilingManager() == nullptr ? turn.windowWithFrame(window) : nullptr;
+    ignored.reset();
+    if (isIgnored(sent, facts)) {
+        ignored = {.window = window, .geometry = facts->geometry};
+        // A window that stands at the requested position may resist the size. It is still put to its edge.
+        const PlacementRequest positionAlone{.position = sent.job.request.position, .size = std::nullopt};
+        if (!isFulfilled(positionAlone, visibleRectangle(facts->geometry))) {
+            turn.leaveAlone(window);
+        }
+    }
+}
+
 bool Placement::untile(const Sent& sent) {
     // KWin ignores requests for a window that it has tiled to an edge, and no property shows the tiling. Only
     // maximizing ends it.
-    if (windowManager.name != "KWin" || sent.wasMaximized) {
-        return false;
-    }
-    const WindowFacts* facts = readAgain(sent.job.window);
-    if (facts == nullptr || facts->geometry != sent.before ||
-        isFulfilled(sent.job.request, visibleRectangle(sent.before))) {
-        return false;
-    }
-    const PlacementRequest& whole = sent.job.request;
-    const MoveResizeMessage wanted = moveResizeMessage(sent.before, whole);
-    const ClientSize allowed = constrainedSize(facts->sizeHints, {wanted.width, wanted.height});
-    const PlacementRequest positionAlone{.position = whole.position, .size = std::nullopt};
-    const bool isInPlace = isFulfilled(positionAlone, visibleRectangle(sent.before));
-    const corvid::CGSize present = sent.before.client.size;
-    if (isInPlace &&
-        present == corvid::CGSize{static_cast<double>(allowed.width), static_cast<double>(allowed.height)}) {
+    if (windowManager.name != "KWin" || !isIgnored(sent, readAgain(sent.job.window))) {
         return false;
     }
     changeMaximized(sent.job.window, stateAdd);
@@ -289,15 +300,16 @@ void Placement::ask(const Sent& sent, const FrameGeometry& present) {
     const auto& [window, whole] = sent.job;
     if (TilingManager* tiling = turn.tilingManager()) {
         // In steps that the window takes, so that no window manager rounds up and beyond the edge of the screen.
-        const FrameGeometry wanted = geometryAfter(present, whole, roundedSize(present, sent.sizeHints, whole));
+        const corvid::CGSize size =
+            tiling->roundsSizesUp() ? roundedSize(present, sent.sizeHints, whole) : plainSize(present, whole);
+        const FrameGeometry wanted = geometryAfter(present, whole, size);
         tiling->place(connection, window, outerRectangle(wanted));
         turn.forgetWindows();
     } else if (movesByConfiguring()) {
         const MoveResizeMessage message = moveResizeMessage(present, whole);
-        requestedPosition = configuredPositions.request(
-            {static_cast<double>(message.x + present.decoration.left),
-             static_cast<double>(message.y + present.decoration.top)},
-            sent.sizeHints.gravity, present.decoration);
+        requestedPosition = configuredPositions.request({static_cast<double>(message.x + present.decoration.left),
+                                                         static_cast<double>(message.y + present.decoration.top)},
+                                                        sent.sizeHints.gravity, present.decoration);
         configure(window, message);
     } else {
         sendMoveResize(window, moveResizeMessage(present, whole));
@@ -305,12 +317,8 @@ void Placement::ask(const Sent& sent, const FrameGeometry& present) {
 }
 
 void Placement::configure(xcb_window_t window, const MoveResizeMessage& message) {
-    const std::array<std::uint32_t, 4> values{word(requestedPosition.x), word(requestedPosition.y), message.width,
-                                              message.height};
-    xcb_configure_window(connection.raw(), window,
-                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
-                             XCB_CONFIG_WINDOW_HEIGHT,
-                         values.data());
+    const corvid::CGSize size{static_cast<double>(message.width), static_cast<double>(message.height)};
+    requestClientRectangle(connection, window, {requestedPosition, size});
     turn.forgetWindows();
 }
 

@@ -45,6 +45,16 @@ public:
     /// The window manager in use, read again when it changes.
     void setWindowManager(WindowManager manager);
 
+    /// A window that was requested to move, and its geometry, which the window manager left as it was.
+    struct LeftAlone {
+        xcb_window_t window = XCB_WINDOW_NONE;
+        FrameGeometry geometry;
+    };
+
+    /// The window of the last request, if the window manager ignored it: it lays this window out itself. If it
+    /// was to have another position, it is requested nothing else in that turn (`Turn::isLeftAlone`).
+    [[nodiscard]] const std::optional<LeftAlone>& leftAlone() const { return ignored; }
+
 private:
     struct Job {
         xcb_window_t window = XCB_WINDOW_NONE;
@@ -72,6 +82,10 @@ private:
     void finish();
     [[nodiscard]] bool foresee();
     void learnRounding(const Sent& sent);
+    /// Whether the window could have changed as requested, and did not change at all.
+    [[nodiscard]] static bool isIgnored(const Sent& sent, const WindowFacts* present);
+    /// Notes whether the window manager ignored what was sent.
+    void noteWhetherIgnored(const Sent& sent);
     /// Whether the window was tiled, and had to be released.
     [[nodiscard]] bool untile(const Sent& sent);
     void correctForChangedExtents(const Sent& sent);
@@ -103,6 +117,7 @@ private:
     ConfiguredPositions configuredPositions;
     /// That of the last configure request.
     corvid::CGPoint requestedPosition;
+    std::optional<LeftAlone> ignored;
     /// Whether the present window manager was observed to round a size by the window's hints.
     bool roundsByHints = false;
 };

@@ -16,10 +16,11 @@ namespace platform::x11 {
 /// A tiling window manager's data on the windows of its layout. All rectangles are in root coordinates.
 struct Layout {
     struct Window {
-        /// The visible rectangle of the window, now or once it is shown: with borders and title bar.
-        corvid::CGRect frame;
-        /// The same as it was last drawn; for a hidden window this may be outdated.
-        corvid::CGRect drawn;
+        /// The visible rectangle of the window, now or once it is shown: with borders and title bar. Empty if X11 has
+        /// it, in `_NET_FRAME_EXTENTS` or in the border that the server draws.
+        std::optional<corvid::CGRect> frame = {};
+        /// The same as it was last drawn; for a hidden window this may be outdated. Empty if `frame` is.
+        std::optional<corvid::CGRect> drawn = {};
         /// Whether it is part of the layout, so that it has no position of its own.
         bool isTiled = false;
         /// Its borders and title bar once it is taken out of the layout: hidden borders come back, and a tab becomes a
@@ -31,7 +32,7 @@ struct Layout {
 
     /// Those that are on a workspace, shown or not.
     std::map<xcb_window_t, Window> windows;
-    /// The area of each monitor without bars, docks and outer gaps.
+    /// The area of each monitor without bars, docks and outer gaps. Empty if X11 has it.
     std::vector<corvid::CGRect> workAreas;
 
     friend bool operator==(const Layout&, const Layout&) = default;
@@ -48,6 +49,10 @@ public:
 
     /// Its name for people, and its name for other programs (`WindowManager::name`).
     [[nodiscard]] virtual std::string_view name() const = 0;
+
+    /// Whether it may round the size of a floating window up, so that it is to be asked only for sizes that the window
+    /// takes. Others take every size, or the next smaller one by the window's hints.
+    [[nodiscard]] virtual bool roundsSizesUp() const { return false; }
 
     /// Whether it accepts requests now. Call it only while it is the window manager.
     [[nodiscard]] virtual bool isReachable(Connection& connection) = 0;

@@ -14,6 +14,7 @@ namespace platform::x11 {
 void Turn::begin() {
     rootFacts.reset();
     space.reset();
+    left = XCB_WINDOW_NONE;
     forgetWindows();
 }
 
@@ -136,9 +137,13 @@ const WindowFacts* Turn::windowInLayout(const WindowFacts& facts, xcb_window_t w
     }
     const auto& [frame, drawn, isTiled, bordersOutside] = found->second;
     WindowFacts laidOut = facts;
-    laidOut.geometry = geometryInside(frame, drawn, facts.geometry);
+    if (frame && drawn) {
+        laidOut.geometry = geometryInside(*frame, *drawn, facts.geometry);
+    } else if (laidOut.geometry.decoration == Extents{}) {
+        laidOut.geometry.decoration = widened({}, facts.borderWidth);
+    }
     laidOut.isTiled = isTiled;
-    if (isTiled) {
+    if (isTiled && tiling->roundsSizesUp()) {
         // Its future size. An action that keeps the size keeps this one, and finds the same when it is repeated.
         const Extents decoration =
             bordersOutside ? widened(*bordersOutside, facts.borderWidth) : laidOut.geometry.decoration;
@@ -189,7 +194,7 @@ const WorkSpace* Turn::workSpace() {
         WorkSpaceRequest request(connection, facts->clients, workAreasName);
         takeWorkSpace(request.read(connection, *facts));
     }
-    if (const Layout* present = layout()) {
+    if (const Layout* present = layout(); present != nullptr && !present->workAreas.empty()) {
         space->monitorWorkAreas = present->workAreas;
     }
     return &*space;

@@ -47,13 +47,18 @@ public:
     [[nodiscard]] const WindowFacts* window(xcb_window_t window);
 
     /// The same with the visible geometry of the window, also if no property has the decoration; null also if the
-    /// server did not tell it. For a tiling window manager, only that window manager knows
-    /// the decoration; null also if it does not reply. A tiled window has the geometry that it will have outside the
-    /// layout, with its present corner: every action takes it out.
+    /// server did not tell it. For a tiling window manager, only that window manager knows the decoration; null also if
+    /// it does not reply. Every action takes a tiled window out of the layout; if its size has to change then, it has
+    /// the geometry that it will have outside, with its present corner.
     [[nodiscard]] const WindowFacts* windowWithFrame(xcb_window_t window);
 
     /// Uses these as the window's facts until they are dropped: they are its predicted state.
     void takeWindow(xcb_window_t window, const WindowFacts& facts) { windows.insert_or_assign(window, facts); }
+
+    /// Requests nothing else of this window in this turn: the window manager keeps it where it is.
+    void leaveAlone(xcb_window_t window) { left = window; }
+
+    [[nodiscard]] bool isLeftAlone(xcb_window_t window) const { return left == window; }
 
     /// Reads the facts of several windows in a single round trip, so that `window` need not request each.
     void readWindows(const std::vector<xcb_window_t>& wanted);
@@ -92,6 +97,7 @@ private:
     bool isManaged = false;
     /// Requested once, with or without a reply.
     std::optional<std::optional<Layout>> readLayout;
+    xcb_window_t left = XCB_WINDOW_NONE;
     Guess guess;
     std::map<std::uint32_t, xcb_atom_t> monitorWorkAreasNames;
 };

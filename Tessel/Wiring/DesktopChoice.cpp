@@ -1,6 +1,8 @@
 #include "Tessel/Wiring/DesktopChoice.h"
 
+#include "Platform/Bspwm/Manager.h"
 #include "Platform/GnomeShell/Desktop.h"
+#include "Platform/Herbstluftwm/Manager.h"
 #include "Platform/I3/ConfigurationHolders.h"
 #include "Platform/I3/Manager.h"
 #include "Platform/KWin/AccelHolders.h"
@@ -76,8 +78,12 @@ void addHolders(platform::x11::Desktop& desktop, MainLoop& mainLoop, SessionBus&
 }
 
 Opened openX11(const DesktopNeeds& needs, const SessionFacts& /*facts*/) {
-    // Window managers come and go while this runs; i3 is asked in its own way whenever it is the one in charge.
-    auto opened = platform::x11::Desktop::open(needs.mainLoop, std::make_unique<platform::i3::Manager>(needs.mainLoop));
+    // Window managers come and go while this runs; these are asked in their own way, each while it is in charge.
+    platform::x11::Desktop::TilingManagers tiling;
+    tiling.push_back(std::make_unique<platform::i3::Manager>(needs.mainLoop));
+    tiling.push_back(std::make_unique<platform::bspwm::Manager>(needs.mainLoop));
+    tiling.push_back(std::make_unique<platform::herbstluftwm::Manager>());
+    auto opened = platform::x11::Desktop::open(needs.mainLoop, std::move(tiling));
     if (!opened) {
         return std::unexpected(opened.error());
     }

@@ -59,6 +59,10 @@ WALLS = [
     # An X11 desktop whose windows are placed over that IPC.
     Wall("Platform/I3", rf"{DESKTOP}|Platform/(I3|I3Ipc|X11|Linux)/.*|CorvidKitCore/.*",
          rf"xcb/.*|nlohmann/json\.hpp|{SYSTEM}"),
+    # X11 desktops whose tiled windows are taken out of the layout over a protocol of the window manager's own.
+    Wall("Platform/Bspwm", rf"{DESKTOP}|Platform/(Bspwm|Compositor|X11|Linux)/.*|CorvidKitCore/.*",
+         rf"xcb/.*|nlohmann/json\.hpp|{SYSTEM}"),
+    Wall("Platform/Herbstluftwm", rf"{DESKTOP}|Platform/(Herbstluftwm|X11)/.*|CorvidKitCore/.*", r"xcb/.*"),
     Wall("Platform/Seam/Desktop", rf"{DESKTOP}|CorvidKitCore/.*"),
     Wall("Platform/Seam", rf"{SEAM}|CorvidKitCore/.*"),
     Wall("Platform", rf"{DESKTOP}|CorvidKitCore/.*"),

@@ -17,7 +17,11 @@ constexpr std::chrono::seconds patience{20};
 } // namespace
 
 void FollowedDesktop::start(std::unique_ptr<TilingManager> tiling) {
-    auto opened = Desktop::open(mainLoop, std::move(tiling));
+    Desktop::TilingManagers managers;
+    if (tiling) {
+        managers.push_back(std::move(tiling));
+    }
+    auto opened = Desktop::open(mainLoop, std::move(managers));
     if (!opened) {
         throw std::runtime_error(opened.error());
     }

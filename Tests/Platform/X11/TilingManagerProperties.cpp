@@ -111,6 +111,8 @@ public:
 
     [[nodiscard]] std::string_view name() const override { return "tiler"; }
 
+    [[nodiscard]] bool roundsSizesUp() const override { return true; }
+
     [[nodiscard]] bool isReachable(Connection& /*connection*/) override { return true; }
 
     [[nodiscard]] std::optional<Layout> readLayout(Connection& /*connection*/) override { return state.layout; }

@@ -26,6 +26,7 @@ class PlayedManager final : public TilingManager {
 public:
     struct State {
         bool isReachable = true;
+        bool roundsSizesUp = true;
         std::optional<Layout> layout = Layout{};
         std::vector<Placed> placed;
         int readings = 0;
@@ -36,6 +37,8 @@ public:
         , state(state) {}
 
     [[nodiscard]] std::string_view name() const override { return "tiler"; }
+
+    [[nodiscard]] bool roundsSizesUp() const override { return state.roundsSizesUp; }
 
     [[nodiscard]] bool isReachable(Connection& /*connection*/) override { return state.isReachable; }
 
@@ -52,8 +55,8 @@ public:
 
     /// Puts the window there, with its client inside.
     static void show(TestClient& testClient, State& state, xcb_window_t window, const Layout::Window& shown) {
-        const auto [x, y] = shown.drawn.origin;
-        const auto [width, height] = shown.drawn.size;
+        const auto [x, y] = shown.drawn.value().origin;
+        const auto [width, height] = shown.drawn.value().size;
         const auto word = [](double value) { return static_cast<std::uint32_t>(static_cast<std::int32_t>(value)); };
         const std::array<std::uint32_t, 4> values{word(x + 2), word(y + 18), word(width - 4), word(height - 20)};
         xcb_configure_window(testClient.connection().raw(), window,

@@ -1,0 +1,69 @@
+#include "Platform/Herbstluftwm/Replies.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace platform::herbstluftwm {
+namespace {
+
+using corvid::CGPoint;
+using corvid::CGRect;
+using testing::ElementsAre;
+using testing::IsSupersetOf;
+
+// Recorded from herbstluftwm 0.9.5 with two monitors, pads, and titles of 18.
+const std::string recorded = "client 0x60000c 708x524+1263-198 700x498+1267-172 true 2\n"
+                             "client 0x80000c 960x1050+0+30 952x1024+4+52 false my tag\n"
+                             "client 0x60000c 708x524+1263-198 700x498+1267-172 true 2\n"
+                             "area 960x1050+0+30 my tag\n"
+                             "area 948x1054+967+20 2\n"
+                             "area 948x1054+967+20 2\n";
+
+TEST(HerbstluftwmReplies, HaveWindowsAndMonitors) {
+    const State state = readState(recorded);
+    EXPECT_EQ(state.clients.size(), 2U);
+    EXPECT_EQ(state.clients.at(0x60000C), (Client{.decorated = {{1263, -198}, {708, 524}},
+                                                  .content = {{1267, -172}, {700, 498}},
+                                                  .isTiled = false,
+                                                  .tag = "2"}));
+    EXPECT_EQ(state.clients.at(0x80000C).tag, "my tag");
+    const x11::Layout layout = layoutOf(state);
+    EXPECT_EQ(layout.windows.at(0x80000C), (x11::Layout::Window{.isTiled = true}));
+    EXPECT_THAT(layout.workAreas, ElementsAre(CGRect{{967, 20}, {948, 1054}}, CGRect{{0, 30}, {960, 1050}}));
+}
+
+TEST(HerbstluftwmReplies, LinesThatMakeNoSenseAreLeftOut) {
+    for (const char* text :
+         {"", "\n", "client", "client 0x 1x1+0+0 1x1+0+0 true 1", "client 5 1x1+0+0 1x1+0+0 true 1",
+          "client 0x5 1x1+0 1x1+0+0 true 1", "client 0x5 1x1+0+0 axb+0+0 true 1", "client 0x0 1x1+0+0 1x1+0+0 true 1",
+          "client 0x123456789 1x1+0+0 1x1+0+0 true 1", "client 0x5 99999x1+0+0 1x1+0+0 true 1", "area 0x5+1+1 2",
+          "area 5x5+1+1+ 2", "area -5x5+1+1 2", "areas 5x5+1+1 2"}) {
+        EXPECT_EQ(readState(text), State{}) << text;
+    }
+}
+
+TEST(HerbstluftwmReplies, APlaceIsTheContentsAndRelativeToTheMonitor) {
+    const State state = readState(recorded);
+    const Client& tiled = state.clients.at(0x80000C);
+    EXPECT_EQ(originOf(tiled, state), (CGPoint{0, 30}));
+    const auto words = placeCommand(0x80000C, tiled, originOf(tiled, state), {{-10, 40}, {408, 326}});
+    EXPECT_THAT(words,
+                IsSupersetOf({"clients.0x80000c.floating_geometry", "400x300+-6+32", "clients.0x80000c.floating"}));
+    EXPECT_LT(std::ranges::find(words, "clients.0x80000c.floating_geometry"),
+              std::ranges::find(words, "clients.0x80000c.floating"))
+        << "it must not be seen where it floated before";
+    const Client& floating = state.clients.at(0x60000C);
+    EXPECT_EQ(originOf(floating, state), (CGPoint{967, 20}));
+    EXPECT_THAT(placeCommand(0x60000C, floating, originOf(floating, state), {{967, 20}, {408, 326}}),
+                testing::Not(testing::Contains("clients.0x60000c.floating")));
+}
+
+TEST(HerbstluftwmReplies, AHiddenTagComesToAnyMonitor) {
+    const State state = readState("area 960x1050+0+30 1\n");
+    EXPECT_EQ(originOf(Client{.tag = "hidden"}, state), (CGPoint{0, 30}));
+}
+
+} // namespace
+} // namespace platform::herbstluftwm
