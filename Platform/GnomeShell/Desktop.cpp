@@ -1,5 +1,6 @@
 #include "Platform/GnomeShell/Desktop.h"
 
+#include "Platform/GnomeShell/Protocol.h"
 #include "Platform/Linux/Files/BaseFolders.h"
 
 #include <string>
@@ -18,7 +19,7 @@ std::vector<std::filesystem::path> dataFolders() {
 
 ShellParts::ShellParts(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder)
     : bus(mainLoop)
-    , link(mainLoop, bus)
+    , link(mainLoop, bus, Protocol::shellName)
     , extension(link, ExtensionFiles(extensionFolder, dataFolders()),
                 ExtensionRecord(linux::BaseFolders::ofThisProcess().userState))
     , access(link, table,
@@ -30,7 +31,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
     : ShellParts(mainLoop, folders.extension)
     , compositor::Desktop(mainLoop, ShellParts::table, access)
     , hotKeys(mainLoop, link)
-    , holders(mainLoop, link)
+    , holders(mainLoop, link, {.name = "GNOME", .settings = linux::settings::gnome})
     , topBar(mainLoop, link, ShellParts::table, folders.icons.string())
     , bell(link) {
     extension.onChange([this] { announceAccess(); });

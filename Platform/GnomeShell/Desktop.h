@@ -2,13 +2,13 @@
 
 #include "Platform/Compositor/Desktop.h"
 #include "Platform/GnomeShell/Extension.h"
-#include "Platform/GnomeShell/HotKeys.h"
-#include "Platform/GnomeShell/ShellBell.h"
-#include "Platform/GnomeShell/ShellHolders.h"
-#include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/GnomeShell/TopBar.h"
-#include "Platform/GnomeShell/WindowAccess.h"
 #include "Platform/Linux/Bus/SessionBus.h"
+#include "Platform/ShellCore/HotKeys.h"
+#include "Platform/ShellCore/ShellBell.h"
+#include "Platform/ShellCore/ShellHolders.h"
+#include "Platform/ShellCore/ShellLink.h"
+#include "Platform/ShellCore/WindowAccess.h"
 
 #include <filesystem>
 #include <string>
@@ -20,10 +20,10 @@ struct ShellParts {
     ShellParts(linux::MainLoop& mainLoop, const std::filesystem::path& extensionFolder);
 
     linux::SessionBus bus;
-    ShellLink link;
+    shellcore::ShellLink link;
     compositor::WindowTable table;
     Extension extension;
-    WindowAccess access;
+    shellcore::WindowAccess access;
 };
 
 /// GNOME Shell on Wayland. Our own extension gives access to windows, keys and the item in the top bar.
@@ -55,10 +55,10 @@ public:
     [[nodiscard]] std::string caution() override { return extension.caution(); }
 
 private:
-    HotKeys hotKeys;
-    ShellHolders holders;
+    shellcore::HotKeys hotKeys;
+    shellcore::ShellHolders holders;
     TopBar topBar;
-    ShellBell bell;
+    shellcore::ShellBell bell;
 };
 
 } // namespace platform::gnomeshell
