@@ -88,6 +88,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon führt den Code von Tessel nicht aus</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>Arbeitsumgebung nicht unterstützt</translation>
     </message>
@@ -119,6 +124,11 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>extension-refused</comment>
         <translation>GNOME lässt Programme Fenster nur über eine Erweiterung verschieben und führt die von Tessel nicht aus. Vielleicht passt sie nicht zu dieser Version von GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon lässt Programme Fenster nur über Code verschieben, den es für sie ausführt, und führt den von Tessel nicht aus. Der Befehl „tessel --status“ nennt den Grund. Tessel versucht es von selbst erneut.</translation>
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>

@@ -88,6 +88,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon does not run Tessel’s code</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>This desktop is not supported</translation>
     </message>
@@ -119,6 +124,11 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>extension-refused</comment>
         <translation>GNOME lets programs move windows only through an extension, and refuses to run Tessel’s. The installed version may not fit this version of GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon lets programs move windows only through code that it runs for them, and does not run Tessel’s. The command “tessel --status” says why. Tessel tries again by itself.</translation>
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
