@@ -216,16 +216,16 @@
         <translation>Tessel kann es nicht leihen: Es ist auf beide Arten belegt, die X11 bietet</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel kann es nicht leihen: Eine App, eine Erweiterung oder ein Teil von GNOME Shell hat es reserviert</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel kann es nicht leihen: Eine App, eine Erweiterung oder ein Teil der Arbeitsumgebung hat es reserviert</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel kann es nicht leihen: Es ließe sich GNOME Shell nicht zurückgeben</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel kann es nicht leihen: Es ließe sich der Arbeitsumgebung nicht zurückgeben</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>Tessel kann es von dieser Version von GNOME Shell nicht leihen</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>Tessel kann es von dieser Version der Arbeitsumgebung nicht leihen</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

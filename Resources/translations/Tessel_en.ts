@@ -216,16 +216,16 @@
         <translation>Tessel cannot borrow it: it is held in both ways that X11 offers</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel cannot borrow it: it could not be given back to GNOME Shell</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel cannot borrow it: it could not be given back to the desktop</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>Tessel cannot borrow it from this version of GNOME Shell</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>Tessel cannot borrow it from this version of the desktop</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

@@ -216,16 +216,16 @@
         <translation>Tessel no puede tomarlo prestado: está ocupado de las dos formas que ofrece X11</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel no puede tomarlo prestado: lo ha reservado una aplicación, una extensión o una parte de GNOME Shell</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel no puede tomarlo prestado: lo ha reservado una aplicación, una extensión o una parte del escritorio</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel no puede tomarlo prestado: no se podría devolver a GNOME Shell</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel no puede tomarlo prestado: no se podría devolver al escritorio</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>Tessel no puede tomarlo prestado de esta versión de GNOME Shell</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>Tessel no puede tomarlo prestado de esta versión del escritorio</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

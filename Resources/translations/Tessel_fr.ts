@@ -216,16 +216,16 @@
         <translation>Tessel ne peut pas l’emprunter : il est pris des deux façons que X11 permet</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel ne peut pas l’emprunter : une application, une extension ou une partie de GNOME Shell l’a réservé</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel ne peut pas l’emprunter : une application, une extension ou une partie du bureau l’a réservé</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel ne peut pas l’emprunter : il ne pourrait pas être rendu à GNOME Shell</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel ne peut pas l’emprunter : il ne pourrait pas être rendu au bureau</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>Tessel ne peut pas l’emprunter à cette version de GNOME Shell</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>Tessel ne peut pas l’emprunter à cette version du bureau</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

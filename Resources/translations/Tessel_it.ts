@@ -216,16 +216,16 @@
         <translation>Tessel non può prenderla in prestito: è occupata in entrambi i modi previsti da X11</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel non può prenderla in prestito: è riservata da un’applicazione, un’estensione o una parte di GNOME Shell</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel non può prenderla in prestito: è riservata da un’applicazione, un’estensione o una parte del desktop</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel non può prenderla in prestito: non si potrebbe restituire a GNOME Shell</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel non può prenderla in prestito: non si potrebbe restituire al desktop</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>Tessel non può prenderla in prestito da questa versione di GNOME Shell</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>Tessel non può prenderla in prestito da questa versione del desktop</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

@@ -214,16 +214,16 @@
         <translation>Tesselでは借りられません：X11の2つの方法の両方で使われています</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tesselでは借りられません：アプリ、拡張機能またはGNOME Shellの一部が予約しています</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tesselでは借りられません：アプリ、拡張機能またはデスクトップの一部が予約しています</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tesselでは借りられません：GNOME Shellに返すことができません</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tesselでは借りられません：デスクトップに返すことができません</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>このバージョンのGNOME Shellからは借りられません</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>このバージョンのデスクトップからは借りられません</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

@@ -214,16 +214,16 @@
         <translation>Tessel이 빌릴 수 없습니다: X11의 두 가지 방식 모두로 사용 중입니다</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel이 빌릴 수 없습니다: 앱, 확장 또는 GNOME Shell의 일부가 예약했습니다</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel이 빌릴 수 없습니다: 앱, 확장 또는 데스크톱의 일부가 예약했습니다</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel이 빌릴 수 없습니다: GNOME Shell에 돌려줄 수 없습니다</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel이 빌릴 수 없습니다: 데스크톱에 돌려줄 수 없습니다</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>이 버전의 GNOME Shell에서는 Tessel이 빌릴 수 없습니다</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>이 버전의 데스크톱에서는 Tessel이 빌릴 수 없습니다</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

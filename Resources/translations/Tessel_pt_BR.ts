@@ -216,16 +216,16 @@
         <translation>O Tessel não pode tomá-lo emprestado: está em uso das duas formas que o X11 oferece</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>O Tessel não pode tomá-lo emprestado: um aplicativo, uma extensão ou uma parte do GNOME Shell o reservou</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>O Tessel não pode tomá-lo emprestado: um aplicativo, uma extensão ou uma parte da área de trabalho o reservou</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>O Tessel não pode tomá-lo emprestado: não seria possível devolvê-lo ao GNOME Shell</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>O Tessel não pode tomá-lo emprestado: não seria possível devolvê-lo à área de trabalho</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>O Tessel não pode tomá-lo emprestado desta versão do GNOME Shell</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>O Tessel não pode tomá-lo emprestado desta versão da área de trabalho</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

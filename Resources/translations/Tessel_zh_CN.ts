@@ -214,16 +214,16 @@
         <translation>Tessel 无法借用：X11 的两种占用方式都已被使用</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel 无法借用：某个应用、扩展或 GNOME Shell 的一部分已将其保留</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel 无法借用：某个应用、扩展或 桌面的一部分已将其保留</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel 无法借用：无法再归还给 GNOME Shell</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel 无法借用：无法再归还给桌面</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>Tessel 无法从此版本的 GNOME Shell 借用</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>Tessel 无法从此版本的桌面借用</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

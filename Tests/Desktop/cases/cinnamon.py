@@ -4,6 +4,7 @@ import os
 import signal
 from pathlib import Path
 
+from harness import keys_page
 from harness.cinnamon import MONITOR, Cinnamon
 from harness.holders import COMMON_PURPOSES, until_holders
 from harness.oracle import ACTIONS, expected
@@ -13,6 +14,7 @@ from harness.rect import Rect
 from harness.waiting import STARTING, until, until_equal
 
 from . import case, case_for_each
+from .bound_keys import press_until_placed
 from .gnome_actions import APPLICATIONS, NATURAL, hold_left_half, open_application
 from .gnome_popover import GAP, SHADOW
 
@@ -44,7 +46,7 @@ def every_action_puts_the_window_where_it_belongs(program, name):
         _, window = open_application(desktop, name)
         product = desktop.launch()
         product.until_status("Active")
-        assert desktop.status()["desktop"] == "Cinnamon", desktop.status()
+        assert desktop.status()["backend"] == "Cinnamon", desktop.status()
         sizes = desktop.sizes_of_steps(window) if name == "xterm" else lambda asked: asked
         failures = []
         for number, area in enumerate(desktop.work_areas()):
@@ -68,16 +70,19 @@ def a_maximized_or_tiled_window_is_released_first(program):
         product = desktop.launch()
         product.until_status("Active")
         area = desktop.work_areas()[0]
-        for change in ("maximize(Meta.MaximizeFlags.BOTH)", "maximize(Meta.MaximizeFlags.VERTICAL)",
-                       "tile(Meta.TileMode.LEFT, false)"):
+        changes = {
+            state: lambda state=state: desktop.see(f"one({window}).maximize(Meta.MaximizeFlags.{state})")
+            for state in ("BOTH", "VERTICAL")
+        } | {"tiled": lambda: desktop.hands.chord("Super", "Left")}
+        for name, change in changes.items():
             for action in ("rightHalf", "almostMaximize", "maximize"):
                 start = desktop.place(window, NATURAL)
-                desktop.see(f"one({window}).{change}")
-                until(lambda: desktop.frame(window) != start, f"the window to change by {change}")
+                change()
+                until(lambda: desktop.frame(window) != start, f"the window to be {name}")
                 before = desktop.at_rest(window)
                 desktop.hands.press(action)
                 wanted = expected(action, before, area, lambda size: size)
-                desktop.holds_frame(window, wanted, f"{action} after {change}")
+                desktop.holds_frame(window, wanted, f"{action} of a window that is {name}")
 
 
 @case("desktop.cinnamon.taken")
@@ -116,7 +121,7 @@ def a_rule_places_the_first_window_and_no_other(program):
             until(lambda: desktop.frame(window) == wanted(), f"{name} to be at its place",
                   saw=lambda: (desktop.frame(window), wanted()))
             if name == "mousepad":
-                desktop.hands.chord("Control", "N")
+                desktop.hands.chord("Control", "Shift", "N")
                 (second,) = until(lambda: [each for each in desktop.windows_of(process.pid) if each != window],
                                   "a second window")
                 product.until_at_rest()
@@ -232,6 +237,17 @@ def held_keys_are_ours_with_consent_and_cinnamons_again_afterwards(program):
         desktop.session.processes.end(product.process, signal.SIGKILL)
         until(lambda: not desktop.has_core(), "the program's object to be gone")
         switches(desktop, "after the program was killed")
+
+
+@case("desktop.cinnamon.bound-keys")
+def a_key_that_is_bound_as_the_page_says_places_the_window(program):
+    with Cinnamon(program, "cinnamon.bound-keys") as desktop:
+        _, window = open_application(desktop, "mousepad")
+        desktop.session.run(["sh", "-euc", keys_page.block("Cinnamon", program)])
+        desktop.launch().until_status("Active")
+        desktop.place(window, NATURAL)
+        press_until_placed(lambda: desktop.hands.chord(*keys_page.CHORD), lambda: desktop.frame(window),
+                           desktop.work_areas()[0])
 
 
 # The popover
