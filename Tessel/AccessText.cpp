@@ -31,10 +31,13 @@ std::string accessText(const platform::AccessObstacle& obstacle) {
         return desktop + " does not run its extension Tessel; the application Extensions says why";
     case ObstacleKind::extensionUnfit:
         return "the extension Tessel does not fit " + desktop + ", which lacks " + detail;
+    case ObstacleKind::codeRefused:
+        return desktop + " does not run Tessel's code, which it needs to move windows: " + detail;
     case ObstacleKind::busNameTaken:
         return "another program has Tessel's name on the message bus (" + detail + ")";
     case ObstacleKind::unknownCompositor:
-        return "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME and sway have one";
+        return "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, Cinnamon and sway "
+               "have one";
     }
     std::unreachable();
 }
@@ -57,6 +60,8 @@ const char* accessVariant(const platform::AccessObstacle& obstacle) {
     case ObstacleKind::extensionRefused:
     case ObstacleKind::extensionUnfit:
         return "extension-refused";
+    case ObstacleKind::codeRefused:
+        return "code-refused";
     case ObstacleKind::unknownCompositor:
         return "unsupported";
     }

@@ -1,5 +1,6 @@
 #include "Platform/GnomeShell/Desktop.h"
 
+#include "Platform/GnomeShell/Protocol.h"
 #include "Platform/Linux/Files/BaseFolders.h"
 
 #include <string>
@@ -18,7 +19,7 @@ std::vector<std::filesystem::path> dataFolders() {
 
 Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
     : bus(mainLoop)
-    , link(mainLoop, bus)
+    , link(mainLoop, bus, Protocol::shellName)
     , extension(link, ExtensionFiles(folders.extension, dataFolders()),
                 ExtensionRecord(linux::BaseFolders::ofThisProcess().userState))
     , access(link, table,
@@ -26,7 +27,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const Folders& folders)
               .obstacle = [this] { return extension.obstacle().value_or(Extension::silence()); }})
     , windows(mainLoop, table, access)
     , hotKeys(mainLoop, link)
-    , holders(mainLoop, link)
+    , holders(mainLoop, link, {.name = "GNOME", .settings = linux::settings::gnome})
     , topBar(mainLoop, link, table, folders.icons.string())
     , bell(link) {
     extension.onChange([this] { windows.announceAccess(); });

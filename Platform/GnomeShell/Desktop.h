@@ -3,14 +3,14 @@
 #include "Platform/Compositor/WindowParts.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/GnomeShell/Extension.h"
-#include "Platform/GnomeShell/HotKeys.h"
-#include "Platform/GnomeShell/ShellBell.h"
-#include "Platform/GnomeShell/ShellHolders.h"
-#include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/GnomeShell/TopBar.h"
-#include "Platform/GnomeShell/WindowAccess.h"
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Desktop.h"
+#include "Platform/ShellCore/HotKeys.h"
+#include "Platform/ShellCore/ShellBell.h"
+#include "Platform/ShellCore/ShellHolders.h"
+#include "Platform/ShellCore/ShellLink.h"
+#include "Platform/ShellCore/WindowAccess.h"
 
 #include <filesystem>
 #include <string>
@@ -48,15 +48,15 @@ public:
 
 private:
     linux::SessionBus bus;
-    ShellLink link;
+    shellcore::ShellLink link;
     compositor::WindowTable table;
     Extension extension;
-    WindowAccess access;
+    shellcore::WindowAccess access;
     compositor::WindowParts windows;
-    HotKeys hotKeys;
-    ShellHolders holders;
+    shellcore::HotKeys hotKeys;
+    shellcore::ShellHolders holders;
     TopBar topBar;
-    ShellBell bell;
+    shellcore::ShellBell bell;
 };
 
 } // namespace platform::gnomeshell

@@ -3,6 +3,7 @@
 #include "Platform/GnomeShell/Protocol.h"
 #include "Platform/Linux/Bus/Calls.h"
 #include "Platform/Linux/Processes/ProgramStart.h"
+#include "Platform/ShellCore/Protocol.h"
 
 #include <string>
 #include <utility>
@@ -72,7 +73,7 @@ struct Extension::Answers {
     }
 };
 
-Extension::Extension(ShellLink& link, ExtensionFiles files, ExtensionRecord record)
+Extension::Extension(shellcore::ShellLink& link, ExtensionFiles files, ExtensionRecord record)
     : Listener(link)
     , link(link)
     , files(std::move(files))
@@ -105,10 +106,10 @@ std::optional<AccessObstacle> Extension::obstacle() const {
     if (told != stateEnabled) {
         return because(Kind::extensionOff);
     }
-    if (link.obstacle() == ShellLink::Obstacle::otherClient) {
-        return AccessObstacle{.kind = Kind::busNameTaken, .detail = Protocol::busName};
+    if (link.obstacle() == shellcore::ShellLink::Obstacle::otherClient) {
+        return AccessObstacle{.kind = Kind::busNameTaken, .detail = shellcore::Protocol::busName};
     }
-    if (link.obstacle() == ShellLink::Obstacle::unfitShell && !isOutdated()) {
+    if (link.obstacle() == shellcore::ShellLink::Obstacle::unfitShell && !isOutdated()) {
         return AccessObstacle{.kind = Kind::extensionUnfit,
                               .desktop = std::string(shellTitle) + " " + shellVersion,
                               .detail = link.missing()};
@@ -131,7 +132,7 @@ bool Extension::isOutdated() const {
     return known && known->state && nextRevision && *nextRevision != known->revision;
 }
 
-void Extension::opened(const Hello& /*hello*/, bool /*isNew*/) {
+void Extension::opened(const shellcore::Hello& /*hello*/, bool /*isNew*/) {
     isWanted = false;
     isStarting = false;
     opening.reset();

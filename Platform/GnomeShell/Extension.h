@@ -2,8 +2,8 @@
 
 #include "Platform/GnomeShell/ExtensionFiles.h"
 #include "Platform/GnomeShell/ExtensionRecord.h"
-#include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/Seam/Desktop/AccessObstacle.h"
+#include "Platform/ShellCore/ShellLink.h"
 
 #include <functional>
 #include <optional>
@@ -13,10 +13,10 @@ namespace platform::gnomeshell {
 
 /// The state of our extension in the shell, and the steps to make it work. The shell is asked without waiting whenever
 /// the extension appears or disappears; the user's copy is kept up to date with this program. Main thread only.
-class Extension final : private ShellLink::Listener {
+class Extension final : private shellcore::ShellLink::Listener {
 public:
     /// The link must outlive this.
-    Extension(ShellLink& link, ExtensionFiles files, ExtensionRecord record);
+    Extension(shellcore::ShellLink& link, ExtensionFiles files, ExtensionRecord record);
 
     /// Nothing while the extension works. `extensionNotLoaded` also where the shell knows another version of it:
     /// extensions are read when the session begins.
@@ -45,7 +45,7 @@ public:
 private:
     struct Answers;
 
-    void opened(const Hello& hello, bool isNew) override;
+    void opened(const shellcore::Hello& hello, bool isNew) override;
     void closed() override;
 
     void told(std::string_view /*signal*/, sd_bus_message* /*message*/) override {}
@@ -69,7 +69,7 @@ private:
         std::string revision;
     };
 
-    ShellLink& link;
+    shellcore::ShellLink& link;
     std::function<void()> answered;
     ExtensionFiles files;
     ExtensionRecord record;

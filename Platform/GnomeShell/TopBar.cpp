@@ -1,8 +1,8 @@
 #include "Platform/GnomeShell/TopBar.h"
 
-#include "Platform/GnomeShell/Arguments.h"
 #include "Platform/Linux/Tray/SymbolPicture.h"
 #include "Platform/Linux/Windows/ScreenSpace.h"
+#include "Platform/ShellCore/Arguments.h"
 
 #include <cstdint>
 #include <nlohmann/json.hpp>
@@ -10,7 +10,7 @@
 
 namespace platform::gnomeshell {
 
-TopBar::TopBar(linux::MainLoop& mainLoop, ShellLink& link, const compositor::WindowTable& table,
+TopBar::TopBar(linux::MainLoop& mainLoop, shellcore::ShellLink& link, const compositor::WindowTable& table,
                std::string iconThemePath)
     : Listener(link)
     , mainLoop(mainLoop)
@@ -37,12 +37,12 @@ std::optional<corvid::CGRect> TopBar::frame() const {
     if (!isShown()) {
         return std::nullopt;
     }
-    const ShellLink::Answer answer = link.call(link.deadline(), "ItemFrame", "");
-    const auto item = answer ? rectangleOf(answer->get()) : std::nullopt;
+    const shellcore::ShellLink::Answer answer = link.call(link.deadline(), "ItemFrame", "");
+    const auto item = answer ? shellcore::rectangleOf(answer->get()) : std::nullopt;
     return item ? inScreenSpace(*item) : std::nullopt;
 }
 
-void TopBar::opened(const Hello& /*hello*/, bool isNew) {
+void TopBar::opened(const shellcore::Hello& /*hello*/, bool isNew) {
     if (isNew) {
         send();
         offerChanged();
@@ -56,7 +56,7 @@ void TopBar::closed() {
 void TopBar::told(std::string_view signal, sd_bus_message* message) {
     std::uint32_t line = 0;
     if (signal == "ItemClicked") {
-        if (const auto item = rectangleOf(message)) {
+        if (const auto item = shellcore::rectangleOf(message)) {
             clicked(*item);
         }
     } else if (signal == "ItemChosen" && sd_bus_message_read(message, "u", &line) > 0) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/Compositor/WindowTable.h"
-#include "Platform/GnomeShell/ShellLink.h"
 #include "Platform/Linux/Tray/TrayPlace.h"
+#include "Platform/ShellCore/ShellLink.h"
 
 #include <memory>
 #include <optional>
@@ -12,10 +12,11 @@ namespace platform::gnomeshell {
 
 /// The shell's top bar, which shows no status items by itself: our extension adds the item. A click runs the item's
 /// action, a secondary click or the keyboard opens the menu. Main thread only.
-class TopBar final : public linux::TrayPlace, private ShellLink::Listener {
+class TopBar final : public linux::TrayPlace, private shellcore::ShellLink::Listener {
 public:
     /// All of them must outlive the place. `iconThemePath` is the folder of the program's own icons.
-    TopBar(linux::MainLoop& mainLoop, ShellLink& link, const compositor::WindowTable& table, std::string iconThemePath);
+    TopBar(linux::MainLoop& mainLoop, shellcore::ShellLink& link, const compositor::WindowTable& table,
+           std::string iconThemePath);
 
     [[nodiscard]] bool isOffered() const override { return link.isOpen(); }
     void show(const linux::TrayContents& newContents) override;
@@ -25,7 +26,7 @@ public:
     [[nodiscard]] std::optional<corvid::CGRect> frame() const override;
 
 private:
-    void opened(const Hello& hello, bool isNew) override;
+    void opened(const shellcore::Hello& hello, bool isNew) override;
     void closed() override;
     void told(std::string_view signal, sd_bus_message* message) override;
 
@@ -36,7 +37,7 @@ private:
     [[nodiscard]] std::optional<corvid::CGRect> inScreenSpace(const corvid::CGRect& rectangle) const;
 
     linux::MainLoop& mainLoop;
-    ShellLink& link;
+    shellcore::ShellLink& link;
     const compositor::WindowTable& table;
     std::string iconThemePath;
     const linux::TrayContents* contents = nullptr;

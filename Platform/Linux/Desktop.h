@@ -20,7 +20,7 @@ public:
     Desktop& operator=(const Desktop&) = delete;
     virtual ~Desktop() = default;
 
-    /// The backend's name for people, as `--status` prints it: "X11", "KWin", "GNOME Shell", "sway", "i3".
+    /// The backend's name for people, as `--status` prints it: "X11", "KWin", "GNOME Shell", "Cinnamon", "sway", "i3".
     [[nodiscard]] virtual std::string_view name() const = 0;
 
     /// While windows can be placed: a warning for the user, as part of a sentence in English, without a full stop.

@@ -88,6 +88,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon führt den Code von Tessel nicht aus</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>Arbeitsumgebung nicht unterstützt</translation>
     </message>
@@ -119,6 +124,11 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>extension-refused</comment>
         <translation>GNOME lässt Programme Fenster nur über eine Erweiterung verschieben und führt die von Tessel nicht aus. Vielleicht passt sie nicht zu dieser Version von GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon lässt Programme Fenster nur über Code verschieben, den es für sie ausführt, und führt den von Tessel nicht aus. Der Befehl „tessel --status“ nennt den Grund. Tessel versucht es von selbst erneut.</translation>
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
@@ -206,16 +216,16 @@
         <translation>Tessel kann es nicht leihen: Es ist auf beide Arten belegt, die X11 bietet</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel kann es nicht leihen: Eine App, eine Erweiterung oder ein Teil von GNOME Shell hat es reserviert</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel kann es nicht leihen: Eine App, eine Erweiterung oder ein Teil der Arbeitsumgebung hat es reserviert</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel kann es nicht leihen: Es ließe sich GNOME Shell nicht zurückgeben</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel kann es nicht leihen: Es ließe sich der Arbeitsumgebung nicht zurückgeben</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>Tessel kann es von dieser Version von GNOME Shell nicht leihen</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>Tessel kann es von dieser Version der Arbeitsumgebung nicht leihen</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

@@ -88,6 +88,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon does not run Tessel’s code</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>This desktop is not supported</translation>
     </message>
@@ -119,6 +124,11 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>extension-refused</comment>
         <translation>GNOME lets programs move windows only through an extension, and refuses to run Tessel’s. The installed version may not fit this version of GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon lets programs move windows only through code that it runs for them, and does not run Tessel’s. The command “tessel --status” says why. Tessel tries again by itself.</translation>
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
@@ -206,16 +216,16 @@
         <translation>Tessel cannot borrow it: it is held in both ways that X11 offers</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel cannot borrow it: it could not be given back to GNOME Shell</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel cannot borrow it: it could not be given back to the desktop</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>Tessel cannot borrow it from this version of GNOME Shell</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>Tessel cannot borrow it from this version of the desktop</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

@@ -88,6 +88,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon no ejecuta el código de Tessel</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>Escritorio no compatible</translation>
     </message>
@@ -119,6 +124,11 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>extension-refused</comment>
         <translation>GNOME solo permite a los programas mover ventanas mediante una extensión y se niega a ejecutar la de Tessel. Quizá no sea compatible con esta versión de GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon solo permite a los programas mover ventanas mediante código que ejecuta para ellos, y no ejecuta el de Tessel. La orden «tessel --status» indica el motivo. Tessel lo intenta de nuevo por sí solo.</translation>
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
@@ -206,16 +216,16 @@
         <translation>Tessel no puede tomarlo prestado: está ocupado de las dos formas que ofrece X11</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel no puede tomarlo prestado: lo ha reservado una aplicación, una extensión o una parte de GNOME Shell</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel no puede tomarlo prestado: lo ha reservado una aplicación, una extensión o una parte del escritorio</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel no puede tomarlo prestado: no se podría devolver a GNOME Shell</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel no puede tomarlo prestado: no se podría devolver al escritorio</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>Tessel no puede tomarlo prestado de esta versión de GNOME Shell</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>Tessel no puede tomarlo prestado de esta versión del escritorio</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

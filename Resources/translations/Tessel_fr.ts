@@ -88,6 +88,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon n’exécute pas le code de Tessel</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>Bureau non pris en charge</translation>
     </message>
@@ -119,6 +124,11 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>extension-refused</comment>
         <translation>GNOME ne laisse les programmes déplacer les fenêtres qu’au moyen d’une extension et refuse celle de Tessel. Elle n’est peut-être pas compatible avec cette version de GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon ne laisse les programmes déplacer les fenêtres qu’au moyen de code qu’il exécute pour eux, et n’exécute pas celui de Tessel. La commande « tessel --status » en donne la raison. Tessel réessaie de lui-même.</translation>
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
@@ -206,16 +216,16 @@
         <translation>Tessel ne peut pas l’emprunter : il est pris des deux façons que X11 permet</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel ne peut pas l’emprunter : une application, une extension ou une partie de GNOME Shell l’a réservé</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel ne peut pas l’emprunter : une application, une extension ou une partie du bureau l’a réservé</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel ne peut pas l’emprunter : il ne pourrait pas être rendu à GNOME Shell</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel ne peut pas l’emprunter : il ne pourrait pas être rendu au bureau</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>Tessel ne peut pas l’emprunter à cette version de GNOME Shell</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>Tessel ne peut pas l’emprunter à cette version du bureau</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

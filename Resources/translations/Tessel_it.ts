@@ -88,6 +88,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon non esegue il codice di Tessel</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>Desktop non supportato</translation>
     </message>
@@ -119,6 +124,11 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>extension-refused</comment>
         <translation>GNOME consente ai programmi di spostare le finestre solo tramite un’estensione e rifiuta quella di Tessel. Forse non è adatta a questa versione di GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon consente ai programmi di spostare le finestre solo tramite codice che esegue per loro, e non esegue quello di Tessel. Il comando «tessel --status» ne indica il motivo. Tessel riprova da solo.</translation>
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
@@ -206,16 +216,16 @@
         <translation>Tessel non può prenderla in prestito: è occupata in entrambi i modi previsti da X11</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel non può prenderla in prestito: è riservata da un’applicazione, un’estensione o una parte di GNOME Shell</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel non può prenderla in prestito: è riservata da un’applicazione, un’estensione o una parte del desktop</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel non può prenderla in prestito: non si potrebbe restituire a GNOME Shell</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel non può prenderla in prestito: non si potrebbe restituire al desktop</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>Tessel non può prenderla in prestito da questa versione di GNOME Shell</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>Tessel non può prenderla in prestito da questa versione del desktop</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

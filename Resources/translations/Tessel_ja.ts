@@ -86,6 +86,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon が Tessel のコードを実行しません</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>対応していないデスクトップです</translation>
     </message>
@@ -117,6 +122,11 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>extension-refused</comment>
         <translation>GNOME では、プログラムは拡張機能を通してのみウィンドウを動かせますが、Tessel の拡張機能の実行が拒否されました。このバージョンの GNOME に対応していない可能性があります。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon では、プログラムは Cinnamon が実行するコードを通してのみウィンドウを動かせますが、Tessel のコードが実行されません。理由はコマンド「tessel --status」で表示されます。Tessel は自動的に再試行します。</translation>
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
@@ -204,16 +214,16 @@
         <translation>Tesselでは借りられません：X11の2つの方法の両方で使われています</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tesselでは借りられません：アプリ、拡張機能またはGNOME Shellの一部が予約しています</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tesselでは借りられません：アプリ、拡張機能またはデスクトップの一部が予約しています</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tesselでは借りられません：GNOME Shellに返すことができません</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tesselでは借りられません：デスクトップに返すことができません</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>このバージョンのGNOME Shellからは借りられません</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>このバージョンのデスクトップからは借りられません</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

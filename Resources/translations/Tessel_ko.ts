@@ -86,6 +86,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon이 Tessel의 코드를 실행하지 않음</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>지원하지 않는 데스크톱</translation>
     </message>
@@ -117,6 +122,11 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>extension-refused</comment>
         <translation>GNOME에서는 프로그램이 확장을 통해서만 창을 옮길 수 있는데, Tessel의 확장을 실행하지 못했습니다. 이 GNOME 버전과 맞지 않을 수 있습니다.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon에서는 프로그램이 Cinnamon이 대신 실행하는 코드를 통해서만 창을 옮길 수 있는데, Tessel의 코드가 실행되지 않습니다. 이유는 “tessel --status” 명령으로 확인할 수 있습니다. Tessel은 자동으로 다시 시도합니다.</translation>
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
@@ -204,16 +214,16 @@
         <translation>Tessel이 빌릴 수 없습니다: X11의 두 가지 방식 모두로 사용 중입니다</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel이 빌릴 수 없습니다: 앱, 확장 또는 GNOME Shell의 일부가 예약했습니다</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel이 빌릴 수 없습니다: 앱, 확장 또는 데스크톱의 일부가 예약했습니다</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel이 빌릴 수 없습니다: GNOME Shell에 돌려줄 수 없습니다</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel이 빌릴 수 없습니다: 데스크톱에 돌려줄 수 없습니다</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>이 버전의 GNOME Shell에서는 Tessel이 빌릴 수 없습니다</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>이 버전의 데스크톱에서는 Tessel이 빌릴 수 없습니다</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

@@ -88,6 +88,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>code-refused</comment>
+        <translation>O Cinnamon não executa o código do Tessel</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>Área de trabalho não suportada</translation>
     </message>
@@ -119,6 +124,11 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>extension-refused</comment>
         <translation>O GNOME só permite que programas movam janelas por meio de uma extensão e não executa a do Tessel. Talvez ela não seja compatível com esta versão do GNOME.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>code-refused</comment>
+        <translation>O Cinnamon só permite que programas movam janelas por meio de código que ele executa para eles, e não executa o do Tessel. O comando “tessel --status” informa o motivo. O Tessel tenta novamente sozinho.</translation>
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
@@ -206,16 +216,16 @@
         <translation>O Tessel não pode tomá-lo emprestado: está em uso das duas formas que o X11 oferece</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>O Tessel não pode tomá-lo emprestado: um aplicativo, uma extensão ou uma parte do GNOME Shell o reservou</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>O Tessel não pode tomá-lo emprestado: um aplicativo, uma extensão ou uma parte da área de trabalho o reservou</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>O Tessel não pode tomá-lo emprestado: não seria possível devolvê-lo ao GNOME Shell</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>O Tessel não pode tomá-lo emprestado: não seria possível devolvê-lo à área de trabalho</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>O Tessel não pode tomá-lo emprestado desta versão do GNOME Shell</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>O Tessel não pode tomá-lo emprestado desta versão da área de trabalho</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

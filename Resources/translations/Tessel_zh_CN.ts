@@ -86,6 +86,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon 未运行 Tessel 的代码</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>不支持此桌面</translation>
     </message>
@@ -117,6 +122,11 @@
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>extension-refused</comment>
         <translation>GNOME 只允许程序通过扩展移动窗口，但拒绝运行 Tessel 的扩展。它可能不适用于此版本的 GNOME。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>code-refused</comment>
+        <translation>Cinnamon 只允许程序通过由它运行的代码移动窗口，但没有运行 Tessel 的代码。命令“tessel --status”会说明原因。Tessel 会自动重试。</translation>
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
@@ -204,16 +214,16 @@
         <translation>Tessel 无法借用：X11 的两种占用方式都已被使用</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: an app, an extension or a part of GNOME Shell has reserved it</source>
-        <translation>Tessel 无法借用：某个应用、扩展或 GNOME Shell 的一部分已将其保留</translation>
+        <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
+        <translation>Tessel 无法借用：某个应用、扩展或 桌面的一部分已将其保留</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it: it could not be given back to GNOME Shell</source>
-        <translation>Tessel 无法借用：无法再归还给 GNOME Shell</translation>
+        <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
+        <translation>Tessel 无法借用：无法再归还给桌面</translation>
     </message>
     <message>
-        <source>Tessel cannot borrow it from this version of GNOME Shell</source>
-        <translation>Tessel 无法从此版本的 GNOME Shell 借用</translation>
+        <source>Tessel cannot borrow it from this version of the desktop</source>
+        <translation>Tessel 无法从此版本的桌面借用</translation>
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>

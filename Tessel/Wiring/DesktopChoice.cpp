@@ -1,6 +1,7 @@
 #include "Tessel/Wiring/DesktopChoice.h"
 
 #include "Platform/Bspwm/Manager.h"
+#include "Platform/Cinnamon/Desktop.h"
 #include "Platform/GnomeShell/Desktop.h"
 #include "Platform/Herbstluftwm/Manager.h"
 #include "Platform/I3/ConfigurationHolders.h"
@@ -44,6 +45,10 @@ bool isKWin(const SessionFacts& facts) {
 
 bool isGnomeShell(const SessionFacts& facts) {
     return facts.isWayland() && facts.hasDesktop("GNOME");
+}
+
+bool isCinnamon(const SessionFacts& facts) {
+    return facts.isWayland() && (facts.hasDesktop("X-Cinnamon") || facts.isOnBus("org.Cinnamon"));
 }
 
 bool isX11(const SessionFacts& facts) {
@@ -116,6 +121,10 @@ Opened openGnomeShell(const DesktopNeeds& needs, const SessionFacts& /*facts*/) 
         needs.mainLoop, Desktop::Folders{.extension = needs.folders.shellExtension, .icons = needs.folders.icons});
 }
 
+Opened openCinnamon(const DesktopNeeds& needs, const SessionFacts& /*facts*/) {
+    return std::make_unique<platform::cinnamon::Desktop>(needs.mainLoop, needs.folders.cinnamonCore);
+}
+
 Opened openSway(const DesktopNeeds& needs, const SessionFacts& facts) {
     return std::make_unique<platform::sway::Desktop>(needs.mainLoop, facts.swaySocket);
 }
@@ -129,10 +138,11 @@ Opened openNothing(const DesktopNeeds& /*needs*/, const SessionFacts& /*facts*/)
 }
 
 /// The first candidate whose condition holds is chosen.
-constexpr std::array<Candidate, 6> candidates{{
+constexpr std::array<Candidate, 7> candidates{{
     {DesktopKind::sway, isSway, openSway},
     {DesktopKind::kwin, isKWin, openKWin},
     {DesktopKind::gnomeShell, isGnomeShell, openGnomeShell},
+    {DesktopKind::cinnamon, isCinnamon, openCinnamon},
     {DesktopKind::x11, isX11, openX11},
     {DesktopKind::unsupported, [](const SessionFacts& facts) { return facts.isWayland(); }, openUnsupported},
     {DesktopKind::none, [](const SessionFacts& /*facts*/) { return true; }, openNothing},

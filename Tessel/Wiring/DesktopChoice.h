@@ -21,6 +21,8 @@ struct ProgramFolders {
     std::filesystem::path shellExtension;
     /// The script that runs inside KWin.
     std::filesystem::path kwinScript;
+    /// The code that runs inside Cinnamon.
+    std::filesystem::path cinnamonCore;
 };
 
 /// The dependencies of a desktop. All of them outlive it.
@@ -35,6 +37,7 @@ enum class DesktopKind : std::uint8_t {
     sway,
     kwin,
     gnomeShell,
+    cinnamon,
     x11,
     /// A Wayland session of a compositor without an interface to its windows for us.
     unsupported,

@@ -51,12 +51,14 @@ int runUntilTheEnd(std::optional<std::string>& next) {
     platform::linux::SessionBus sessionBus(mainLoop);
     const platform::MainBundle bundle = mainBundle();
     platform::linux::Localization localization("tessel", localeFolder(), bundle.preferredLocalizations);
-    auto desktop = openDesktop(
-        {.mainLoop = mainLoop,
-         .sessionBus = sessionBus,
-         .localization = localization,
-         .folders = {.icons = iconFolder(), .shellExtension = shellExtensionFolder(), .kwinScript = kwinScript()}},
-        session);
+    auto desktop = openDesktop({.mainLoop = mainLoop,
+                                .sessionBus = sessionBus,
+                                .localization = localization,
+                                .folders = {.icons = iconFolder(),
+                                            .shellExtension = shellExtensionFolder(),
+                                            .kwinScript = kwinScript(),
+                                            .cinnamonCore = cinnamonCore()}},
+                               session);
     if (!desktop) {
         platform::linux::logToStandardError(desktop.error());
         return EXIT_FAILURE;

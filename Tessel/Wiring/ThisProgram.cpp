@@ -29,6 +29,10 @@ std::filesystem::path shellExtensionFolder() {
     return platform::linux::programFolder() / TESSEL_DATA_FOLDER / "gnome-shell";
 }
 
+std::filesystem::path cinnamonCore() {
+    return platform::linux::programFolder() / TESSEL_DATA_FOLDER / "cinnamon/core.js";
+}
+
 std::filesystem::path kwinScript() {
     return platform::linux::programFolder() / TESSEL_DATA_FOLDER / "kwin/tessel.js";
 }

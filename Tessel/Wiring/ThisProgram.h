@@ -18,6 +18,9 @@ namespace tessel {
 /// The folder of the forms of the extension for GNOME Shell.
 [[nodiscard]] std::filesystem::path shellExtensionFolder();
 
+/// The code that runs inside Cinnamon.
+[[nodiscard]] std::filesystem::path cinnamonCore();
+
 /// The script that runs inside KWin.
 [[nodiscard]] std::filesystem::path kwinScript();
 

@@ -52,7 +52,13 @@ WALLS = [
     *(
         Wall(folder, rf"{DESKTOP}|({folder}|Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
              rf"systemd/.*|nlohmann/json\.hpp|{SYSTEM}")
-        for folder in ("Platform/KWin", "Platform/GnomeShell")
+        for folder in ("Platform/KWin", "Platform/ShellCore")
+    ),
+    # The shells in which our core runs.
+    *(
+        Wall(folder, rf"{DESKTOP}|({folder}|Platform/ShellCore|Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
+             rf"systemd/.*|nlohmann/json\.hpp|{SYSTEM}")
+        for folder in ("Platform/GnomeShell", "Platform/Cinnamon")
     ),
     Wall("Platform/Sway", rf"{DESKTOP}|Platform/(Sway|I3Ipc|Compositor|Linux)/.*|CorvidKitCore/.*",
          rf"nlohmann/json\.hpp|{SYSTEM}"),

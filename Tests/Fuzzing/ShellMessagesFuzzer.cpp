@@ -1,4 +1,4 @@
-#include "Platform/GnomeShell/Messages.h"
+#include "Platform/ShellCore/Messages.h"
 #include "Tests/Fuzzing/Requirements.h"
 
 #include <cstddef>
@@ -22,21 +22,21 @@ void requireSound(const compositor::WindowIdentifier& identifier, const composit
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes are characters.
     const std::string_view text(reinterpret_cast<const char*>(bytes), size);
-    if (const auto hello = gnomeshell::parseHello(text)) {
+    if (const auto hello = shellcore::parseHello(text)) {
         for (const auto& [identifier, window] : hello->contents.windows) {
             requireSound(identifier, window);
         }
     }
-    if (const auto window = gnomeshell::parseWindow(text)) {
+    if (const auto window = shellcore::parseWindow(text)) {
         requireSound(window->first, window->second);
     }
-    if (const auto outputs = gnomeshell::parseOutputs(text)) {
+    if (const auto outputs = shellcore::parseOutputs(text)) {
         for (const compositor::Output& output : *outputs) {
             requireWithin(output.frame);
             requireWithin(output.workArea);
         }
     }
-    if (const auto frames = gnomeshell::parseFrames(text)) {
+    if (const auto frames = shellcore::parseFrames(text)) {
         for (const auto& each : *frames) {
             requireWithin(each.frame);
         }

@@ -38,11 +38,15 @@ TEST(AccessText, NamesWhatIsMissingAndWhatTheUserCanDo) {
              Row{{.kind = ObstacleKind::extensionUnfit, .desktop = "GNOME Shell 60.1", .detail = "Meta.Window"},
                  "the extension Tessel does not fit GNOME Shell 60.1, which lacks Meta.Window",
                  "extension-refused"},
+             Row{{.kind = ObstacleKind::codeRefused, .desktop = "Cinnamon", .detail = "Eval is closed"},
+                 "Cinnamon does not run Tessel's code, which it needs to move windows: Eval is closed",
+                 "code-refused"},
              Row{{.kind = ObstacleKind::busNameTaken, .detail = "org.example.Name"},
                  "another program has Tessel's name on the message bus (org.example.Name)",
                  "compositor"},
              Row{{.kind = ObstacleKind::unknownCompositor},
-                 "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME and sway have one",
+                 "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, Cinnamon and sway "
+                 "have one",
                  "unsupported"},
          }) {
         EXPECT_EQ(accessText(row.obstacle), row.text);

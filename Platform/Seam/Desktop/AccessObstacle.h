@@ -26,6 +26,8 @@ struct AccessObstacle {
         extensionRefused,
         /// Our extension runs and cannot work, because the compositor `desktop` lacks `detail`.
         extensionUnfit,
+        /// The compositor `desktop` does not run our code; `detail` says why.
+        codeRefused,
         /// Another program owns the bus name `detail`, so that our extension serves that program.
         busNameTaken,
         /// There is no backend for this compositor.

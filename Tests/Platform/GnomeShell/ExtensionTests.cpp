@@ -1,7 +1,8 @@
 #include "Platform/GnomeShell/Extension.h"
 #include "Platform/GnomeShell/Protocol.h"
-#include "Tests/Platform/GnomeShell/ShellFixture.h"
+#include "Platform/ShellCore/Protocol.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
+#include "Tests/Platform/ShellCore/ShellFixture.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -11,6 +12,8 @@
 
 namespace platform::gnomeshell {
 namespace {
+
+using namespace shellcore;
 
 namespace fs = std::filesystem;
 using Kind = AccessObstacle::Kind;
@@ -58,7 +61,7 @@ protected:
             return std::ranges::count(calls, "GetExtensionInfo tessel@corvid.org");
         };
         const auto before = questions();
-        shell->setExtension(true, session);
+        shell->setCore(true, session);
         ASSERT_TRUE(until([&] { return link->isOpen() && questions() > before; }));
         catchUp();
     }
@@ -85,7 +88,7 @@ protected:
 };
 
 TEST_F(TheExtension, WorksWhereItAnswers) {
-    shell->setExtension(true);
+    shell->setCore(true);
     link->await(soon());
     EXPECT_EQ(extension.obstacle(), std::nullopt);
 }
@@ -97,9 +100,9 @@ TEST_F(TheExtension, StandsAsTheShellSays) {
                                        {4.0, Kind::extensionRefused},
                                        {1.0, Kind::extensionNotLoaded}}) {
         setState(number);
-        shell->setExtension(true, "again");
+        shell->setCore(true, "again");
         ASSERT_TRUE(until([&] { return link->isOpen(); }));
-        shell->setExtension(false);
+        shell->setCore(false);
         ASSERT_TRUE(until([&] { return !link->isOpen(); }));
         EXPECT_EQ(obstacleTold(), kind) << number;
     }
@@ -136,11 +139,11 @@ TEST_F(TheExtension, StaysOffAtTheStartWhereItWorkedBefore) {
 }
 
 TEST_F(TheExtension, IsSwitchedOnByTheFirstRequestAfterItWorked) {
-    shell->setExtension(true);
+    shell->setCore(true);
     ASSERT_TRUE(until([&] { return link->isOpen(); }));
     EXPECT_TRUE(ExtensionRecord(stateFolder).hasItWorked());
     setState(2);
-    shell->setExtension(false);
+    shell->setCore(false);
     ASSERT_TRUE(until([&] { return !link->isOpen(); }));
     extension.switchOn();
     EXPECT_TRUE(until([&] { return shell->wasCalled("EnableExtension tessel@corvid.org"); }));
@@ -148,7 +151,7 @@ TEST_F(TheExtension, IsSwitchedOnByTheFirstRequestAfterItWorked) {
 
 TEST_F(TheExtension, WorksWhereNothingCanBeRecorded) {
     write(stateFolder, "a file, where a folder should be");
-    shell->setExtension(true);
+    shell->setCore(true);
     EXPECT_TRUE(until([&] { return !extension.obstacle(); }));
     EXPECT_FALSE(ExtensionRecord(stateFolder).hasItWorked());
     EXPECT_FALSE(ExtensionRecord(std::nullopt).hasItWorked());
@@ -164,7 +167,7 @@ TEST_F(TheExtension, IsSwitchedOnAlsoWhereTheShellIsAskedAgainMeanwhile) {
 
     // The object there now is not the extension either.
     shell->answerWithText("Hello", R"({"version":99,"session":"x","windows":[],"outputs":[]})");
-    shell->setExtension(true);
+    shell->setCore(true);
     ASSERT_TRUE(until([&] { return link->obstacle() == ShellLink::Obstacle::otherVersion; }));
     EXPECT_EQ(obstacleTold(), Kind::extensionOff);
     shell->run([&] { sd_bus_reply_method_return(held.get(), "v", "b", 1); });
@@ -184,7 +187,7 @@ TEST_F(TheExtension, IsInstalledWhereTheShellDoesNotKnowIt) {
 
 TEST_F(TheExtension, IsReplacedWhereItIsOfAnotherVersion) {
     setState(1);
-    shell->setExtension(true);
+    shell->setCore(true);
     shell->answerWithText("Hello", R"({"version":99,"session":"x","windows":[],"outputs":[]})");
     link->await(soon());
     EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
@@ -253,8 +256,8 @@ TEST_F(TheExtension, SaysWhereItWorksInAShellThatItWasNotTriedIn) {
 TEST_F(TheExtension, SaysWhatAShellLacksThatItDoesNotFit) {
     setVersion("60.1", nullptr);
     setState(1);
-    refuseHello(Protocol::unusable, "Meta.Window.move_resize_frame, Main.wm.allowKeybinding");
-    shell->setExtension(true);
+    refuseHello(shellcore::Protocol::unusable, "Meta.Window.move_resize_frame, Main.wm.allowKeybinding");
+    shell->setCore(true);
     EXPECT_EQ(obstacleTold(), Kind::extensionUnfit);
     EXPECT_EQ(extension.obstacle(),
               (AccessObstacle{.kind = Kind::extensionUnfit,
@@ -266,18 +269,18 @@ TEST_F(TheExtension, SaysWhatAShellLacksThatItDoesNotFit) {
 TEST_F(TheExtension, IsToBeLoadedAnewWhereOnlyTheOldOneDoesNotFit) {
     put(place, "old");
     setState(1, "old");
-    refuseHello(Protocol::unusable, "Meta.Window.move_resize_frame");
-    shell->setExtension(true);
+    refuseHello(shellcore::Protocol::unusable, "Meta.Window.move_resize_frame");
+    shell->setCore(true);
     EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
     EXPECT_EQ(contentsOf(installed), "new script");
 }
 
 TEST_F(TheExtension, ReportsThatAnotherClientHasItsServices) {
     setState(1);
-    refuseHello(Protocol::denied, "This object serves Tessel only");
-    shell->setExtension(true);
+    refuseHello(shellcore::Protocol::denied, "This object serves Tessel only");
+    shell->setCore(true);
     EXPECT_EQ(obstacleTold(), Kind::busNameTaken);
-    EXPECT_EQ(extension.obstacle()->detail, Protocol::busName);
+    EXPECT_EQ(extension.obstacle()->detail, shellcore::Protocol::busName);
     shell->answer("Hello", nullptr);
     openTheLink("after the other has left");
     EXPECT_EQ(extension.obstacle(), std::nullopt);

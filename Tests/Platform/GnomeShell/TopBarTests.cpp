@@ -1,6 +1,6 @@
 #include "Platform/GnomeShell/TopBar.h"
-#include "Platform/GnomeShell/WindowAccess.h"
-#include "Tests/Platform/GnomeShell/ShellFixture.h"
+#include "Platform/ShellCore/WindowAccess.h"
+#include "Tests/Platform/ShellCore/ShellFixture.h"
 
 #include <algorithm>
 #include <string>
@@ -8,6 +8,8 @@
 
 namespace platform::gnomeshell {
 namespace {
+
+using namespace shellcore;
 
 constexpr const char* shown =
     R"json(ShowItem {"icon":"/icons/hicolor/symbolic/apps/org.corvid.Tessel.uiwindow.split.2x1-symbolic.svg",)json"
@@ -18,7 +20,7 @@ class AnItemInTheTopBar : public ShellTest {
 protected:
     AnItemInTheTopBar() {
         shell->setContents(oneWindow);
-        shell->setExtension(true);
+        shell->setCore(true);
         link->await(soon());
         topBar.onOfferChange([this] { offers.push_back(topBar.isOffered()); });
         contents.title = "Tessel";
@@ -92,10 +94,10 @@ TEST_F(AnItemInTheTopBar, IsNotClickedOnceItIsHidden) {
 
 TEST_F(AnItemInTheTopBar, GoesAndComesWithTheExtension) {
     topBar.show(contents);
-    shell->setExtension(false);
+    shell->setCore(false);
     ASSERT_TRUE(until([&] { return offers == std::vector{false}; }));
     EXPECT_FALSE(topBar.isShown());
-    shell->setExtension(true, "second");
+    shell->setCore(true, "second");
     ASSERT_TRUE(until([&] { return offers == (std::vector{false, true}); }));
     const auto isShownTwice = [&] {
         const std::vector<std::string> calls = shell->calls();

@@ -1,0 +1,147 @@
+/** Follows the windows and the screens, and places windows. */
+class Windows {
+    constructor(tell) {
+        this._tell = tell;
+        this._known = new Map();
+        this._placements = new Map();
+        this._isMoveTold = false;
+        this._handlers = new Handlers();
+        // A closing window counts as gone already: no later signal would report its end.
+        for (const {metaWindow} of global.get_window_actors().filter(actor => !actor.is_destroyed()))
+            this._follow(metaWindow, metaWindow.get_frame_rect().width > 0);
+        this._handlers.add(global.display, {
+            'window-created': (_display, window) => this._follow(window, false),
+            'notify::focus-window': () => this._tell('Focused', '(t)', [this.focused() ?? 0]),
+            'workareas-changed': () => this._tellOutputs(),
+        });
+        this._handlers.add(Main.layoutManager, {'monitors-changed': () => this._tellOutputs()});
+        // Windows of X11 programs send no signal when they are shown.
+        this._handlers.add(global.window_manager, {
+            'map': (_manager, {metaWindow}) => this._known.get(metaWindow.get_id())?.becomesReady?.(),
+        });
+    }
+
+    destroy() {
+        this._handlers.endAll();
+        for (const id of [...this._placements.keys()])
+            this._endPlacement(id);
+        this._known.clear();
+    }
+
+    /** All windows that a person could place, oldest first. */
+    all() {
+        return [...this._known.values()]
+            .filter(entry => this._isPlaceable(entry))
+            .map(({window}) => window)
+            .sort((a, b) => a.get_stable_sequence() - b.get_stable_sequence());
+    }
+
+    _isPlaceable({window, isShown}) {
+        return isShown && kindOf(window) !== 'ignored';
+    }
+
+    focused() {
+        return global.display.focus_window?.get_id() ?? null;
+    }
+
+    frames() {
+        this._isMoveTold = false;
+        return this.all().map(window => [window.get_id(), ...rectangle(window.get_frame_rect()), window.is_fullscreen()]);
+    }
+
+    /** Calls `settled` with the final frame of the window, or with nothing if the window vanishes meanwhile. */
+    place(id, wanted, settled) {
+        const entry = this._known.get(id);
+        if (!entry || !this._isPlaceable(entry))
+            throw new Refusal('NoSuchWindow', `There is no window ${id}`);
+        const {window} = entry;
+        if (window.is_fullscreen())
+            throw new Refusal('Fullscreen', 'A fullscreen window is left alone');
+        this._endPlacement(id);
+        let placement = null;
+        let isSettled = false;
+        placement = new Placement(window, wanted, () => {
+            isSettled = true;
+            this._placements.delete(id);
+            settled(rectangle(window.get_frame_rect()));
+        });
+        if (!isSettled)
+            this._placements.set(id, Object.assign(placement, {whenLeft: () => settled(null)}));
+    }
+
+    _endPlacement(id) {
+        const placement = this._placements.get(id);
+        this._placements.delete(id);
+        placement?.cancel();
+        placement?.whenLeft();
+    }
+
+    _follow(window, isShown) {
+        const entry = {window, isShown};
+        const id = window.get_id();
+        this._known.set(id, entry);
+        const tell = () => this._tellWindow(entry);
+        const moved = () => this._tellMove(id, entry);
+        this._handlers.add(window, {
+            'unmanaged': () => this._forget(id),
+            'notify::wm-class': tell, 'notify::gtk-application-id': tell, 'notify::window-type': tell,
+            'notify::fullscreen': tell, 'notify::skip-taskbar': tell,
+            'size-changed': moved, 'position-changed': moved,
+        });
+        if (!isShown) {
+            // Only now are all its properties known.
+            entry.becomesReady = () => {
+                entry.becomesReady = null;
+                entry.isShown = true;
+                tell();
+            };
+            this._handlers.add(window, {
+                'shown': () => entry.becomesReady?.(), 'workspace-changed': () => this._lookElsewhere(entry),
+            });
+            this._lookElsewhere(entry);
+        }
+    }
+
+    /** A window that opens on a hidden workspace is not shown, but has its position there. */
+    _lookElsewhere(entry) {
+        if (!entry.becomesReady || entry.isLookedFor)
+            return;
+        entry.isLookedFor = true;
+        // The shell decides before the next frame which windows are shown, and thereby their position.
+        const look = () => {
+            entry.isLookedFor = false;
+            const {window} = entry;
+            if (this._known.get(window.get_id()) === entry && window.is_hidden() && window.get_frame_rect().width > 0 &&
+                !window.located_on_workspace(global.workspace_manager.get_active_workspace()))
+                entry.becomesReady?.();
+            return GLib.SOURCE_REMOVE;
+        };
+        host.addLater(Meta.LaterType.BEFORE_REDRAW, look);
+    }
+
+    _forget(id) {
+        const {window} = this._known.get(id);
+        this._handlers.end(window);
+        this._endPlacement(id);
+        this._known.delete(id);
+        this._tell('WindowGone', '(t)', [id]);
+    }
+
+    _tellWindow(entry) {
+        if (this._isPlaceable(entry))
+            this._tell('WindowChanged', '(s)', [JSON.stringify(factsOf(entry.window))]);
+    }
+
+    /** Sent once; a reader requests the positions when it needs them. */
+    _tellMove(id, entry) {
+        this._lookElsewhere(entry);
+        if (!entry.isShown || this._isMoveTold || this._placements.has(id))
+            return;
+        this._isMoveTold = true;
+        this._tell('Moved', null, null);
+    }
+
+    _tellOutputs() {
+        this._tell('OutputsChanged', '(s)', [JSON.stringify(outputs())]);
+    }
+}
