@@ -11,7 +11,7 @@ using ObstacleKind = platform::AccessObstacle::Kind;
 } // namespace
 
 std::string accessText(const platform::AccessObstacle& obstacle) {
-    const auto& [kind, desktop, detail] = obstacle;
+    const auto& [kind, desktop, detail, file] = obstacle;
     switch (kind) {
     case ObstacleKind::permission:
         return "the system's settings do not allow it";
@@ -33,8 +33,12 @@ std::string accessText(const platform::AccessObstacle& obstacle) {
         return "the extension Tessel does not fit " + desktop + ", which lacks " + detail;
     case ObstacleKind::busNameTaken:
         return "another program has Tessel's name on the message bus (" + detail + ")";
+    case ObstacleKind::pluginsMissing:
+        return desktop + " lacks plugins that Tessel needs; add “" + detail + "” to the line “plugins” in the section “core” of " +
+               file;
     case ObstacleKind::unknownCompositor:
-        return "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME and sway have one";
+        return "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, sway and Wayfire "
+               "have one";
     }
     std::unreachable();
 }
@@ -57,6 +61,8 @@ const char* accessVariant(const platform::AccessObstacle& obstacle) {
     case ObstacleKind::extensionRefused:
     case ObstacleKind::extensionUnfit:
         return "extension-refused";
+    case ObstacleKind::pluginsMissing:
+        return "plugins-missing";
     case ObstacleKind::unknownCompositor:
         return "unsupported";
     }

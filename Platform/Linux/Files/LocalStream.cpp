@@ -1,33 +1,31 @@
-#include "Platform/I3Ipc/Connection.h"
+#include "Platform/Linux/Files/LocalStream.h"
 
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
 
-namespace platform::i3ipc {
+namespace platform::linux {
 
-std::optional<Connection> Connection::open(const std::string& path, const MainActor& clock) {
+std::optional<LocalStream> LocalStream::open(const std::string& path, const MainActor& clock) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     if (path.empty() || path.size() >= sizeof address.sun_path) {
         return std::nullopt;
     }
     path.copy(address.sun_path, path.size());
-    linux::FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): that is how sockets take their addresses.
     if (!socket || ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
         return std::nullopt;
     }
-    return Connection(std::move(socket), clock);
+    return LocalStream(std::move(socket), clock);
 }
 
-bool Connection::send(MessageType type, std::string_view payload, Instant deadline) {
-    const std::string bytes = encodedMessage(type, payload);
+bool LocalStream::send(std::string_view bytes, Instant deadline) {
     std::string_view rest = bytes;
     while (!broken && !rest.empty()) {
         const ssize_t sent = ::send(socket.get(), rest.data(), rest.size(), MSG_NOSIGNAL);
@@ -45,20 +43,11 @@ bool Connection::send(MessageType type, std::string_view payload, Instant deadli
     return !broken;
 }
 
-std::optional<Message> Connection::receive(Instant deadline) {
-    while (!broken) {
-        if (auto message = reader.next()) {
-            return message;
-        }
-        broken = broken || reader.isBroken();
-        if (broken || (!read() && !broken && !await(POLLIN, deadline))) {
-            return std::nullopt;
-        }
-    }
-    return std::nullopt;
+bool LocalStream::awaitData(Instant deadline) const {
+    return await(POLLIN, deadline);
 }
 
-bool Connection::await(short event, Instant deadline) const {
+bool LocalStream::await(short event, Instant deadline) const {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - clock->now());
     if (left.count() <= 0) {
         return false;
@@ -68,15 +57,14 @@ bool Connection::await(short event, Instant deadline) const {
     return ::poll(&state, 1, static_cast<int>(left.count())) != 0;
 }
 
-bool Connection::read() {
+std::string LocalStream::arrived() {
     std::array<char, std::size_t{64} << 10U> buffer;
     const ssize_t received = ::recv(socket.get(), buffer.data(), buffer.size(), 0);
     if (received > 0) {
-        reader.add({buffer.data(), static_cast<std::size_t>(received)});
-        return true;
+        return {buffer.data(), static_cast<std::size_t>(received)};
     }
     broken = received == 0 || (errno != EAGAIN && errno != EINTR);
-    return false;
+    return {};
 }
 
-} // namespace platform::i3ipc
+} // namespace platform::linux

@@ -1,0 +1,91 @@
+#include "Platform/Wayfire/Desktop.h"
+
+#include "Platform/Linux/Files/LocalSocket.h"
+#include "Platform/Linux/Files/RegularFile.h"
+#include "Platform/Linux/Log/Log.h"
+#include "Platform/Wayfire/Configuration.h"
+
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+namespace platform::wayfire {
+
+namespace {
+
+constexpr std::chrono::milliseconds endingLeeway{500};
+constexpr std::string_view desktopName = "Wayfire";
+
+bool existsFile(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::exists(path, ignored);
+}
+
+/// Without a connection, the configuration tells what is missing.
+std::vector<std::string> missingPluginsOf(const std::string& configuration) {
+    constexpr std::size_t longest = std::size_t{1} << 20U;
+    return missingPluginsIn(
+        linux::readRegularFile(configuration, longest, linux::Excess::cutOff).value_or(std::string()));
+}
+
+AccessObstacle whyClosed(const Session& session, const Sockets& sockets) {
+    std::vector<std::string> missing = session.missingPlugins();
+    const auto process = linux::listenerAt(sockets.wayland);
+    const std::string file =
+        process ? configurationPath(CompositorProcess::of(*process), existsFile) : std::string();
+    if (missing.empty() && process && !linux::isListenedTo(sockets.ipc)) {
+        missing = missingPluginsOf(file);
+    }
+    if (missing.empty()) {
+        return {.kind = AccessObstacle::Kind::silentCompositor, .desktop = std::string(desktopName)};
+    }
+    std::string names;
+    for (const std::string& each : missing) {
+        names += (names.empty() ? "" : " ") + each;
+    }
+    return {.kind = AccessObstacle::Kind::pluginsMissing,
+            .desktop = std::string(desktopName),
+            .detail = names,
+            .file = file.empty() ? "wayfire.ini" : file};
+}
+
+} // namespace
+
+DesktopParts::DesktopParts(linux::MainLoop& mainLoop, const Sockets& sockets)
+    : sockets(sockets)
+    , session(mainLoop, sockets.ipc)
+    , access(session, windowTable, mainLoop, ::getpid(), [this] { return whyClosed(session, this->sockets); }) {
+}
+
+Desktop::Desktop(linux::MainLoop& mainLoop, const Sockets& sockets)
+    : DesktopParts(mainLoop, sockets)
+    , compositor::Desktop(mainLoop, windowTable, access)
+    , mainLoop(mainLoop)
+    , hotKeys((session.follow(*this), session)) {
+    endAfter(patience);
+    session.start();
+}
+
+void Desktop::sessionClosed() {
+    // It closes its connections first and removes its socket then.
+    end = mainLoop.schedule(mainLoop.now() + patienceAfterLeaving, endingLeeway, [this] {
+        endAfter(existsFile(session.socketPath()) ? patience - patienceAfterLeaving : Duration::zero());
+    });
+}
+
+void Desktop::endAfter(Duration delay) {
+    end = mainLoop.schedule(mainLoop.now() + delay, endingLeeway, [this] {
+        if (linux::isListenedTo(sockets.wayland)) {
+            endAfter(patience);
+            return;
+        }
+        linux::logToStandardError("Wayfire is gone");
+        mainLoop.end(EXIT_FAILURE);
+    });
+}
+
+} // namespace platform::wayfire
