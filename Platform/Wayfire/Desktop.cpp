@@ -32,12 +32,17 @@ std::vector<std::string> missingPluginsOf(const std::string& configuration) {
         linux::readRegularFile(configuration, longest, linux::Excess::cutOff).value_or(std::string()));
 }
 
+/// Of the compositor that listens at the socket; empty without one.
+std::string configurationOf(const std::string& socket) {
+    const auto process = linux::listenerAt(socket);
+    return process ? configurationPath(CompositorProcess::of(*process), existsFile) : std::string();
+}
+
 AccessObstacle whyClosed(const Session& session, const Sockets& sockets) {
     std::vector<std::string> missing = session.missingPlugins();
-    const auto process = linux::listenerAt(sockets.wayland);
-    const std::string file =
-        process ? configurationPath(CompositorProcess::of(*process), existsFile) : std::string();
-    if (missing.empty() && process && !linux::isListenedTo(sockets.ipc)) {
+    const std::string file = configurationOf(sockets.wayland);
+    const bool isThere = linux::isListenedTo(sockets.wayland);
+    if (missing.empty() && isThere && !linux::isListenedTo(sockets.ipc)) {
         missing = missingPluginsOf(file);
     }
     if (missing.empty()) {
@@ -70,7 +75,16 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const Sockets& sockets)
     session.start();
 }
 
+void Desktop::sessionOpened() {
+    end.reset();
+    const std::string file = configurationOf(session.socketPath());
+    if (!file.empty()) {
+        configuration = std::make_unique<ConfigurationWatch>(mainLoop, file, [this] { hotKeys.configurationChanged(); });
+    }
+}
+
 void Desktop::sessionClosed() {
+    configuration.reset();
     // It closes its connections first and removes its socket then.
     end = mainLoop.schedule(mainLoop.now() + patienceAfterLeaving, endingLeeway, [this] {
         endAfter(existsFile(session.socketPath()) ? patience - patienceAfterLeaving : Duration::zero());

@@ -5,6 +5,7 @@
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Services/SoundThemeBeep.h"
 #include "Platform/Wayfire/BindingHolders.h"
+#include "Platform/Wayfire/ConfigurationWatch.h"
 #include "Platform/Wayfire/HotKeys.h"
 #include "Platform/Wayfire/Session.h"
 #include "Platform/Wayfire/WindowAccess.h"
@@ -56,7 +57,7 @@ public:
     [[nodiscard]] ShortcutHolders* shortcutHolders() override { return &holders; }
 
 private:
-    void sessionOpened() override { end.reset(); }
+    void sessionOpened() override;
 
     void sessionClosed() override;
     void sessionTold(std::string_view /*event*/, const Json& /*content*/) override {}
@@ -71,6 +72,8 @@ private:
     std::unique_ptr<ScheduledWork> end;
     HotKeys hotKeys;
     BindingHolders holders{mainLoop, hotKeys};
+    /// Of the file that the present compositor reads; null while there is none.
+    std::unique_ptr<ConfigurationWatch> configuration;
 };
 
 } // namespace platform::wayfire

@@ -82,11 +82,14 @@ CGPoint workspaceOffsetOf(const CGRect& geometry, const OutputFacts& output) {
 /// Wayfire's limits are those of the program's own part, without a frame that Wayfire draws around it. Where it draws
 /// none, that part includes the program's shadow, and is the larger one.
 CGSize withFrame(const CGSize& limit, const CGRect& geometry, const std::optional<CGRect>& own) {
-    const auto around = [&](double CGSize::* length) {
-        return own ? std::max(0.0, geometry.size.*length - own->size.*length) : 0.0;
+    const auto outer = [&](double CGSize::* length) {
+        // A larger difference is no frame: the program has not taken its new size yet.
+        constexpr double thickest = 80;
+        const double around = own ? geometry.size.*length - own->size.*length : 0;
+        const bool isFrame = around > 0 && around <= thickest;
+        return limit.*length > 0 ? limit.*length + (isFrame ? around : 0) : 0;
     };
-    return {limit.width > 0 ? limit.width + around(&CGSize::width) : 0,
-            limit.height > 0 ? limit.height + around(&CGSize::height) : 0};
+    return {outer(&CGSize::width), outer(&CGSize::height)};
 }
 
 double within(double length, double smallest, double largest) {
