@@ -18,6 +18,10 @@ Request releaseRequest(const WindowIdentifier& window, std::int64_t output) {
     return {.method = "grid/restore", .data = {{"view_id", numberOf(window)}, {"output_id", output}}};
 }
 
+Request focusRequest(const WindowIdentifier& window) {
+    return {.method = "window-rules/focus-view", .data = {{"id", numberOf(window)}}};
+}
+
 Request infoRequest(const WindowIdentifier& window) {
     return {.method = "window-rules/view-info", .data = {{"id", numberOf(window)}}};
 }
@@ -66,6 +70,10 @@ AXError WindowAccess::place(const WindowIdentifier& window, const corvid::CGRect
         requests.push_back(releaseRequest(window, view->second.output));
     }
     requests.push_back(placingRequest(window, *goal));
+    if (goal->output != view->second.output && table.focused() == window) {
+        // The focus stays on the output (Wayfire 0.10, `move_view_to_output`).
+        requests.push_back(focusRequest(window));
+    }
     if (mainLoop.now() >= deadline) {
         static_cast<void>(session.askAll(requests, deadline));
         return AXError::cannotComplete;
@@ -150,7 +158,7 @@ void WindowAccess::placeOwnWindows() {
                 std::move(placing),
                 // Without the plugin "wm-actions" another window may cover it.
                 {.method = "wm-actions/set-always-on-top", .data = {{"view_id", number}, {"state", true}}},
-                {.method = "window-rules/focus-view", .data = {{"id", number}}},
+                focusRequest(identifier),
             },
             session.deadline()));
     }

@@ -4,6 +4,7 @@ from dataclasses import replace
 
 from harness.applications import APPLICATIONS
 from harness.oracle import centred
+from harness.product import run_to_end
 from harness.rect import Rect
 from harness.waiting import until
 from harness.wayfire import WayfireDesktop, WayfireWindow
@@ -52,30 +53,47 @@ def the_first_window_of_every_kind_of_program_is_placed(program):
 
 
 @case("desktop.wayfire.rules.only-the-first")
-def a_second_window_is_left_alone(program):
+def further_windows_and_dialogs_are_left_alone(program):
     with WayfireDesktop(program, name="wayfire.rules.only-the-first") as desktop:
         before = launch(desktop, APPLICATIONS["featherpad"])
-        start_with_rules(desktop, {"org.xfce.mousepad": "maximize", "featherpad": "maximize"})
+        product = start_with_rules(desktop, {"org.xfce.mousepad": "maximize", "featherpad": "maximize"})
         first = launch(desktop, APPLICATIONS["mousepad"])
         is_placed(desktop, first, "maximize")
-        second = launch(desktop, APPLICATIONS["mousepad"])
-        until(lambda: desktop.is_at_rest(second.number), "the second window to come to rest")
-        desktop.products[0].until_at_rest()
-        assert desktop.frame(second.number) != desktop.work_area(), "the second window was placed"
+        desktop.connection.ask("window-rules/focus-view", id=first.number)
+
+        def another(*keys: str) -> int:
+            known = {view.number for view in desktop.windows()}
+            desktop.keyboard.chord(*keys)
+            new = lambda: [view.number for view in desktop.windows() if view.number not in known]
+            (number,) = until(new, "another window of the program", saw=desktop.windows)
+            return number
+
+        dialog = another("Control", "O")
+        product.until_at_rest()
+        assert desktop.window(dialog).goal != desktop.work_area(), "a dialog was placed"
+        desktop.keyboard.chord("Escape")
+        until(lambda: all(view.number != dialog for view in desktop.windows()), "the dialog to be gone")
+        second = another("Control", "Shift", "N")
+        product.until_at_rest()
+        assert desktop.window(second).goal != desktop.work_area(), "a second window was placed"
         assert desktop.frame(before.number) != desktop.work_area(), "a window from before the program was placed"
 
 
-@case("desktop.wayfire.rules.workspace")
-def a_window_on_a_hidden_workspace_is_placed_there(program):
-    with WayfireDesktop(program, name="wayfire.rules.workspace") as desktop:
-        start_with_rules(desktop, {"org.xfce.mousepad": "maximize"})
-        number = launch(desktop, APPLICATIONS["featherpad"]).number
-        output = desktop.window(number).output
-        desktop.connection.ask("vswitch/send-view", **{"view-id": number, "x": 1, "y": 0, "output-id": output})
-        until(lambda: desktop.window(number).goal.x >= desktop.work_area().width, "the window to be sent away",
-              saw=lambda: desktop.window(number))
-        desktop.connection.ask("vswitch/set-workspace", **{"x": 1, "y": 0, "output-id": output})
-        until(lambda: desktop.connection.focused() == number, "the window to have the focus")
-        desktop.press(desktop.products[0], "rightHalf")
-        area = desktop.work_area()
-        desktop.holds_frame(number, area._replace(x=area.x + area.width // 2, width=area.width // 2), "the right half")
+@case("desktop.wayfire.workspace")
+def a_window_on_another_workspace_is_placed_there(program):
+    with WayfireDesktop(program, name="wayfire.workspace") as desktop:
+        number = desktop.open(APPLICATIONS["featherpad"]).number
+        product = desktop.launch()
+        product.until_status("Active")
+        output, area = desktop.window(number).output, desktop.work_area()
+        goes = {"x": 1, "y": 0, "output-id": output}
+        desktop.connection.ask("vswitch/set-workspace", **goes, **{"view-id": number})
+        until(lambda: desktop.connection.output(output)["workspace"]["x"] == 1 and desktop.is_at_rest(number)
+              and desktop.connection.focused() == number, "the window on the other workspace")
+        status, _, errors, _ = run_to_end(desktop.session, program, "--perform", "right-half")
+        assert status == 0, errors
+        wanted = area._replace(x=area.x + area.width // 2, width=area.width // 2)
+        desktop.holds_frame(number, wanted, "the right half")
+        # It has stayed on that workspace.
+        desktop.connection.ask("vswitch/set-workspace", **(goes | {"x": 0}))
+        desktop.holds_frame(number, wanted._replace(x=wanted.x + area.width), "the frame seen from the first workspace")

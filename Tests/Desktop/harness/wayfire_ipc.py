@@ -64,6 +64,9 @@ class Connection:
         """From left to right."""
         return sorted(self.ask("window-rules/list-outputs"), key=lambda output: output["geometry"]["x"])
 
+    def output(self, number: int) -> dict:
+        return next(output for output in self.outputs() if output["id"] == number)
+
     def views(self) -> list[View]:
         """All windows that are shown, oldest first."""
         outputs = {output["id"]: rect_of(output["geometry"]) for output in self.outputs()}

@@ -124,6 +124,12 @@ TEST_F(WayfireWindowAccess, PutsAWindowOnAnotherOutput) {
     EXPECT_EQ(desktop.access.place("7", frame, desktop.soon()), AXError::success);
     EXPECT_THAT(desktop.wayfire.takeChanges(), ElementsAre(HasSubstr("\"x\":0,\"y\":0},\"id\":7,\"output_id\":2")));
     EXPECT_EQ(desktop.table.find("7")->frame, frame);
+    // One that has the focus keeps it.
+    desktop.wayfire.setFocused(7);
+    EXPECT_TRUE(desktop.refresh());
+    EXPECT_EQ(desktop.access.place("7", {{0, 30}, {960, 1050}}, desktop.soon()), AXError::success);
+    EXPECT_THAT(desktop.wayfire.takeChanges(),
+                ElementsAre(HasSubstr("\"output_id\":1"), "window-rules/focus-view {\"id\":7}"));
 }
 
 TEST_F(WayfireWindowAccess, ReleasesAMaximizedWindowFirst) {
