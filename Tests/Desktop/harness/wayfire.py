@@ -79,7 +79,7 @@ class WayfireDesktop:
             self.session.start(["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"], "bus")
             until((self.session.runtime / "bus").exists, "the session bus")
             self.session.environment["DBUS_SESSION_BUS_ADDRESS"] = address
-            self.start("ipc" in needed)
+            self.start(has_ipc=set(NEEDED[:2]) <= set(needed))
         except BaseException:
             self.close()
             raise
