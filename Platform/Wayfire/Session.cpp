@@ -183,7 +183,7 @@ std::optional<Json> Session::nextEvent() {
         return std::nullopt;
     }
     if (!opened->events.empty()) {
-        Json event = std::move(opened->events.front());
+        auto event = std::optional(std::move(opened->events.front()));
         opened->events.pop_front();
         return event;
     }

@@ -154,6 +154,9 @@ std::optional<View> readView(const Json& view, const std::vector<OutputFacts>& o
     facts.title = nameOf(view, "title");
     facts.output = output->number;
     facts.workspaceOffset = workspaceOffsetOf(*geometry, *output);
+    facts.workspaceSet = compositor::numberOf(view, "wset-index").value_or(0);
+    facts.workspace = {output->workspace.x + facts.workspaceOffset.x / output->frame.size.width,
+                       output->workspace.y + facts.workspaceOffset.y / output->frame.size.height};
     const auto own = rectangleOf(view, "base-geometry");
     facts.smallest = withFrame(sizeOf(view, "min-size"), *geometry, own);
     facts.largest = withFrame(sizeOf(view, "max-size"), *geometry, own);

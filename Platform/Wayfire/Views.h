@@ -27,6 +27,9 @@ struct OutputFacts {
 struct ViewFacts {
     std::string title;
     std::int64_t output = 0;
+    /// The set of workspaces that it belongs to, and its own one in there.
+    std::int64_t workspaceSet = 0;
+    corvid::CGPoint workspace;
     /// The distance from the visible workspace to its own, in the output's space; zero on the visible one.
     corvid::CGPoint workspaceOffset;
     /// The limits of its outer size; zero where there is none.

@@ -1,5 +1,7 @@
 #include "Platform/Wayfire/WindowAccess.h"
 
+#include "Platform/Wayfire/TileLayout.h"
+
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -67,7 +69,7 @@ AXError WindowAccess::place(const WindowIdentifier& window, const corvid::CGRect
     const bool isReleased = known->isTiled;
     std::vector<Request> requests;
     if (isReleased) {
-        requests.push_back(releaseRequest(window, view->second.output));
+        addRelease(requests, window, view->second, deadline);
     }
     requests.push_back(placingRequest(window, *goal));
     if (goal->output != view->second.output && table.focused() == window) {
@@ -90,6 +92,16 @@ AXError WindowAccess::place(const WindowIdentifier& window, const corvid::CGRect
         return AXError::invalidUIElement;
     }
     return isRead ? outcome : AXError::cannotComplete;
+}
+
+void WindowAccess::addRelease(std::vector<Request>& requests, const WindowIdentifier& window, const ViewFacts& view,
+                              Instant deadline) {
+    // Its plugin would put a window back that is still in its layout.
+    const auto layout = session.ask(layoutRequest(view), deadline);
+    if (auto removing = layout ? removingRequest(view, window, *layout) : std::nullopt) {
+        requests.push_back(*std::move(removing));
+    }
+    requests.push_back(releaseRequest(window, view.output));
 }
 
 AXError WindowAccess::awaitRest(Connection& events, const WindowIdentifier& window, const corvid::CGRect& geometry,

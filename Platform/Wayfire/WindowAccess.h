@@ -57,6 +57,9 @@ private:
     /// Stores the state that was read; false if the reading failed.
     bool update(Instant deadline);
     void updateOnceAnswering();
+    /// Adds what takes a window out of a layout, and releases it if it is maximized.
+    void addRelease(std::vector<Request>& requests, const compositor::WindowIdentifier& window, const ViewFacts& view,
+                    Instant deadline);
     /// Waits until the window has come to rest after the requests of a placement.
     [[nodiscard]] AXError awaitRest(Connection& events, const compositor::WindowIdentifier& window,
                                     const corvid::CGRect& geometry, bool isReleased, Instant deadline);

@@ -8,7 +8,7 @@ from harness.oracle import ACTIONS, expected
 from harness.rect import Rect
 from harness.skipping import require_module
 from harness.waiting import until, until_equal
-from harness.wayfire import FIRST, WayfireDesktop
+from harness.wayfire import FIRST, OTHERS, WayfireDesktop
 
 from . import case, case_for_each
 
@@ -64,6 +64,36 @@ def a_maximized_window_is_released(program, kind):
             until(lambda: not desktop.window(number).tiled, f"the window to be released by {action}",
                   saw=lambda: desktop.window(number))
             desktop.holds_frame(number, wanted, f"{action} of a maximized window")
+
+
+@case("desktop.wayfire.tiled")
+def a_tiled_window_leaves_the_layout_for_good(program):
+    layout = "[simple-tile]\ninner_gap_size = 0\n"
+    with WayfireDesktop(program, layout, name="wayfire.tiled", others=(*OTHERS, "simple-tile")) as desktop:
+        product = desktop.launch()
+        product.until_status("Active")
+        area = desktop.work_area()
+        half = area.width // 2
+
+        def tiled() -> list[Rect]:
+            return [view.goal for view in desktop.windows() if view.tiled]
+
+        # Alone in the layout, and beside another one.
+        for others in (0, 1):
+            for _ in range(others):
+                desktop.open(APPLICATIONS["mousepad"])
+            number = desktop.open(APPLICATIONS["featherpad"]).number
+            until(lambda: desktop.window(number).tiled and len(tiled()) == others + 1, "the layout", saw=desktop.windows)
+            desktop.press(product, "leftHalf")
+            until(lambda: not desktop.window(number).tiled, "the window to leave the layout",
+                  saw=lambda: desktop.window(number))
+            desktop.holds_frame(number, area._replace(width=half), "the left half")
+            until_equal(tiled, [area] * others, "the layout without the window")
+            # A window that appears changes the layout, and nothing else.
+            another = desktop.open(APPLICATIONS["xterm" if others else "mousepad"])
+            until(lambda: len(tiled()) == others + 1, "the layout with another window", saw=desktop.windows)
+            desktop.holds_frame(number, area._replace(width=half), "the left half beside a changed layout")
+            desktop.end(another)
 
 
 @case("desktop.wayfire.fullscreen")

@@ -60,7 +60,8 @@ class WayfireWindow:
 class WayfireDesktop:
     """A context manager, the counterpart of `Desktop`."""
 
-    def __init__(self, program: Path | None = None, configuration: str = "", name: str = "wayfire", needed=NEEDED):
+    def __init__(self, program: Path | None = None, configuration: str = "", name: str = "wayfire", needed=NEEDED,
+                 others=OTHERS):
         require_wayfire()
         self.program = program
         self.name = name
@@ -72,6 +73,7 @@ class WayfireDesktop:
         self.products: list[Product] = []
         self.keyboard: WaylandKeyboard | None = None
         self.connection: Connection | None = None
+        self.others = others
         self.configuration = self.session.home / ".config/wayfire.ini"
         try:
             self.configure(configuration, needed)
@@ -88,7 +90,7 @@ class WayfireDesktop:
 
     def configure(self, text: str = "", needed=NEEDED) -> None:
         """Gives Wayfire this configuration in addition to the tests' own. A running one reads it at once."""
-        plugins = " ".join((*OTHERS, *needed))
+        plugins = " ".join((*self.others, *needed))
         self.configuration.write_text(CONFIGURATION.format(plugins=plugins) + text)
 
     def start(self, has_ipc: bool = True) -> None:

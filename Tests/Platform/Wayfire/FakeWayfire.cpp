@@ -85,6 +85,11 @@ void FakeWayfire::setFocused(std::int64_t number) {
     focused = {{"id", number}};
 }
 
+void FakeWayfire::setLayout(Json newLayout) {
+    const std::scoped_lock lock(mutex);
+    layout = std::move(newLayout);
+}
+
 void FakeWayfire::onConfigure(std::function<void(const Json&)> function) {
     const std::scoped_lock lock(mutex);
     carryOut = std::move(function);
@@ -207,6 +212,9 @@ nlohmann::json FakeWayfire::result(Peer& peer, const std::string& method, const 
     }
     if (method == "window-rules/get-focused-view") {
         return {{"result", "ok"}, {"info", focused}};
+    }
+    if (method == "simple-tile/get-layout") {
+        return layout.is_null() ? Json{{"error", "No such method found!"}} : Json{{"result", "ok"}, {"layout", layout}};
     }
     if (method == "window-rules/get_cursor_position") {
         return {{"result", "ok"}, {"pos", {{"x", 17.5}, {"y", 4.0}}}};

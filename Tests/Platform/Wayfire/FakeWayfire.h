@@ -48,6 +48,9 @@ public:
     void setViews(std::vector<Json> views);
     void setFocused(std::int64_t number);
 
+    /// The layout of the plugin "simple-tile", as if it was loaded.
+    void setLayout(Json layout);
+
     /// Called with each request to configure a view, on the other thread; may set the views and tell events. Without
     /// one, the view takes the geometry, and that is told.
     void onConfigure(std::function<void(const Json& data)> carryOut);
@@ -83,6 +86,7 @@ private:
     std::map<std::string, Json> options;
     std::vector<Json> views;
     Json focused;
+    Json layout;
     std::function<void(const Json&)> carryOut;
     std::vector<std::string> changes;
     std::map<std::uint64_t, Binding> bound;

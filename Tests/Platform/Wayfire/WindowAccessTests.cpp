@@ -141,6 +141,32 @@ TEST_F(WayfireWindowAccess, ReleasesAMaximizedWindowFirst) {
     EXPECT_FALSE(desktop.table.find("7")->isTiled);
 }
 
+TEST_F(WayfireWindowAccess, TakesAWindowOutOfALayoutBeforeItIsPlaced) {
+    open({FakeWayfire::view(7, {{"tiled-edges", 15}, {"wset-index", 4}})});
+    desktop.wayfire.setLayout(Json::parse(R"({"percent":1,"vertical-split":[{"percent":0.25,"view-id":8},
+        {"percent":0.75,"horizontal-split":[{"percent":0.5,"view-id":7},{"percent":0.5,"view-id":9}]}]})"));
+    EXPECT_EQ(desktop.access.place("7", {{0, 30}, {960, 1050}}, desktop.soon()), AXError::success);
+    const auto changes = desktop.wayfire.takeChanges();
+    ASSERT_THAT(changes, ElementsAre(StartsWith("simple-tile/set-layout {"), StartsWith("grid/restore"),
+                                     StartsWith("window-rules/configure-view")));
+    EXPECT_EQ(Json::parse(changes[0].substr(changes[0].find('{'))),
+              Json::parse(R"({"wset-index":4,"workspace":{"x":1,"y":0},"layout":{"percent":1,"weight":1,"vertical-split":[
+                  {"percent":0.25,"weight":0.25,"view-id":8},
+                  {"percent":0.75,"weight":0.75,"horizontal-split":[{"percent":0.5,"weight":0.5,"view-id":9}]}]}})"));
+}
+
+TEST_F(WayfireWindowAccess, ALayoutWithoutTheWindowStaysAsItIs) {
+    open({FakeWayfire::view(7, {{"tiled-edges", 15}})});
+    for (const char* layout : {R"({"percent":1,"view-id":8})", "[]", "17", R"({"vertical-split":{"view-id":7}})",
+                               R"({"vertical-split":[7,"7",null,{"view-id":"7"}]})"}) {
+        desktop.wayfire.setLayout(Json::parse(layout));
+        static_cast<void>(desktop.access.place("7", {{0, 30}, {960, 1050}}, desktop.soon()));
+        EXPECT_THAT(desktop.wayfire.takeChanges(), testing::Not(testing::Contains(StartsWith("simple-tile")))) << layout;
+        desktop.wayfire.setViews({FakeWayfire::view(7, {{"tiled-edges", 15}})});
+        ASSERT_TRUE(desktop.refresh());
+    }
+}
+
 TEST_F(WayfireWindowAccess, AsksOnlyForWhatAWindowCanTake) {
     const Json limits{{"min-size", {{"width", 300}, {"height", 200}}},
                       {"max-size", {{"width", 800}, {"height", 0}}},

@@ -65,7 +65,7 @@ TEST(WayfireKeyPress, HasTheKernelsNameOfEachKey) {
         const auto press = KeyPress::of(key.code, Shortcut::control);
         ASSERT_TRUE(press.has_value());
         const auto name = named.find(key.kernelCode);
-        found += name == named.end() ? 0 : 1;
+        found += name == named.end() ? 0U : 1U;
         EXPECT_EQ(press->key, name == named.end() ? "KEY_" + std::string(key.cap) : name->second);
     }
     EXPECT_EQ(found, named.size());
