@@ -34,8 +34,8 @@ std::string accessText(const platform::AccessObstacle& obstacle) {
     case ObstacleKind::busNameTaken:
         return "another program has Tessel's name on the message bus (" + detail + ")";
     case ObstacleKind::pluginsMissing:
-        return desktop + " lacks plugins that Tessel needs; add “" + detail + "” to the line “plugins” in the section “core” of " +
-               file;
+        return desktop + " lacks plugins that Tessel needs; add “" + detail +
+               "” to the line “plugins” in the section “core” of " + file;
     case ObstacleKind::unknownCompositor:
         return "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, sway and Wayfire "
                "have one";

@@ -48,7 +48,8 @@ public:
     static void end(GMarkupParseContext* /*context*/, const char* name, void* data, GError** /*error*/) {
         auto& self = *static_cast<MetadataReader*>(data);
         if (std::string_view(name) == "option" && self.binds && !self.option.name.empty()) {
-            self.option.title = self.pluginTitle.empty() ? self.option.title : self.pluginTitle + ": " + self.option.title;
+            self.option.title =
+                self.pluginTitle.empty() ? self.option.title : self.pluginTitle + ": " + self.option.title;
             self.options.push_back(self.option);
         }
         self.path.pop_back();

@@ -24,7 +24,8 @@ std::string_view trimmed(std::string_view text) {
 
 std::vector<std::string> wordsOfFile(ProcessIdentifier process, const char* name) {
     constexpr std::size_t longest = std::size_t{256} << 10U;
-    const std::string path = std::string(linux::ProcessFacts::standardFolder) + "/" + std::to_string(process) + "/" + name;
+    const std::string path =
+        std::string(linux::ProcessFacts::standardFolder) + "/" + std::to_string(process) + "/" + name;
     const auto text = linux::readRegularFile(path, longest, linux::Excess::cutOff);
     return text ? linux::ProcessFacts::commandWords(*text) : std::vector<std::string>();
 }

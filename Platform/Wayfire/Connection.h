@@ -27,8 +27,8 @@ public:
         return stream.send(encodedMessage(textOf(request)), deadline);
     }
 
-    /// The next message, an event or an answer; empty if there is none until the deadline, or the connection broke. With
-    /// a deadline in the past it returns a message that has arrived.
+    /// The next message, an event or an answer; empty if there is none until the deadline, or the connection broke.
+    /// With a deadline in the past it returns a message that has arrived.
     [[nodiscard]] std::optional<Json> receive(Instant deadline) {
         const auto text = isBroken() ? std::nullopt : stream.receive(reader, deadline);
         auto message = text ? compositor::parsedJson(*text) : std::nullopt;

@@ -79,7 +79,8 @@ void Desktop::sessionOpened() {
     end.reset();
     const std::string file = configurationOf(session.socketPath());
     if (!file.empty()) {
-        configuration = std::make_unique<ConfigurationWatch>(mainLoop, file, [this] { hotKeys.configurationChanged(); });
+        configuration =
+            std::make_unique<ConfigurationWatch>(mainLoop, file, [this] { hotKeys.configurationChanged(); });
     }
 }
 

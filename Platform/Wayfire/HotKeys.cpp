@@ -22,9 +22,8 @@ std::optional<std::uint64_t> bindingIn(const Json& message) {
 
 /// Whether the word is one of the list's, which has blanks between them.
 bool hasWord(std::string_view list, std::string_view word) {
-    return std::ranges::any_of(std::views::split(list, ' '), [&](const auto part) {
-        return std::string_view(part.begin(), part.end()) == word;
-    });
+    return std::ranges::any_of(std::views::split(list, ' '),
+                               [&](const auto part) { return std::string_view(part.begin(), part.end()) == word; });
 }
 
 } // namespace
@@ -166,8 +165,7 @@ const HotKeys::ConfiguredKeys* HotKeys::configured() {
 
 std::optional<HotKeys::ConfiguredKeys> HotKeys::readConfiguration() {
     const Instant deadline = session.deadline();
-    const auto facts =
-        session.askAll({{.method = "wayfire/configuration"}, optionRequest("core/plugins")}, deadline);
+    const auto facts = session.askAll({{.method = "wayfire/configuration"}, optionRequest("core/plugins")}, deadline);
     if (facts.empty()) {
         return std::nullopt;
     }

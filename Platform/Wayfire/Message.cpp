@@ -31,7 +31,8 @@ std::string encodedMessage(std::string_view text) {
 }
 
 std::string textOf(const Request& request) {
-    return Json{{"method", request.method}, {"data", request.data}}.dump(-1, ' ', false, Json::error_handler_t::replace);
+    return Json{{"method", request.method}, {"data", request.data}}.dump(-1, ' ', false,
+                                                                         Json::error_handler_t::replace);
 }
 
 std::optional<std::string> MessageReader::next() {

@@ -72,10 +72,10 @@ CGPoint workspaceOffsetOf(const CGRect& geometry, const OutputFacts& output) {
         return {};
     }
     const auto& [width, height] = output.frame.size;
-    const double across = workspacesAway(geometry.origin.x + geometry.size.width / 2, width, output.workspace.x,
-                                         output.grid.width);
-    const double down = workspacesAway(geometry.origin.y + geometry.size.height / 2, height, output.workspace.y,
-                                       output.grid.height);
+    const double across =
+        workspacesAway(geometry.origin.x + geometry.size.width / 2, width, output.workspace.x, output.grid.width);
+    const double down =
+        workspacesAway(geometry.origin.y + geometry.size.height / 2, height, output.workspace.y, output.grid.height);
     return {across * width, down * height};
 }
 
@@ -117,9 +117,7 @@ std::vector<OutputFacts> readOutputs(const Json& answer) {
             }
         }
     }
-    const auto distance = [](const OutputFacts& output) {
-        return compositor::distanceFromOrigin(output.frame);
-    };
+    const auto distance = [](const OutputFacts& output) { return compositor::distanceFromOrigin(output.frame); };
     std::ranges::sort(outputs, {}, distance);
     return outputs;
 }

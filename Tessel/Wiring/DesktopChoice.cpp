@@ -126,9 +126,8 @@ Opened openWayfire(const DesktopNeeds& needs, const SessionFacts& facts) {
     // Where the plugin puts it (Wayfire 0.10, plugins/ipc).
     const std::string usual = facts.runtimeFolder + "/wayfire-" + facts.waylandDisplay + "-.socket";
     return std::make_unique<platform::wayfire::Desktop>(
-        needs.mainLoop,
-        platform::wayfire::Sockets{.ipc = facts.wayfireSocket.empty() ? usual : facts.wayfireSocket,
-                                   .wayland = facts.name()});
+        needs.mainLoop, platform::wayfire::Sockets{.ipc = facts.wayfireSocket.empty() ? usual : facts.wayfireSocket,
+                                                   .wayland = facts.name()});
 }
 
 Opened openUnsupported(const DesktopNeeds& /*needs*/, const SessionFacts& /*facts*/) {

@@ -16,7 +16,11 @@ using platform::wayfire::Json;
 
 /// Two outputs side by side, on the second of three workspaces.
 const std::vector<platform::wayfire::OutputFacts> knownOutputs{
-    {.number = 1, .frame = {{0, 0}, {1920, 1080}}, .workArea = {{0, 30}, {1920, 1050}}, .workspace = {1, 0}, .grid = {3, 1}},
+    {.number = 1,
+     .frame = {{0, 0}, {1920, 1080}},
+     .workArea = {{0, 30}, {1920, 1050}},
+     .workspace = {1, 0},
+     .grid = {3, 1}},
     {.number = 2, .frame = {{1920, 0}, {1280, 1024}}, .workArea = {{1920, 0}, {1280, 1024}}, .workspace = {}},
 };
 

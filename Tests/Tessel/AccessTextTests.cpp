@@ -49,7 +49,8 @@ TEST(AccessText, NamesWhatIsMissingAndWhatTheUserCanDo) {
                  "“core” of /home/u/.config/wayfire.ini",
                  "plugins-missing"},
              Row{{.kind = ObstacleKind::unknownCompositor},
-                 "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, sway and Wayfire have "
+                 "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, sway and Wayfire "
+                 "have "
                  "one",
                  "unsupported"},
          }) {

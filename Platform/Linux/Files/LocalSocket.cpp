@@ -25,8 +25,8 @@ FileDescriptor connectedTo(const std::string& path) {
     FileDescriptor socket{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)};
     // If other clients wait already, there is a listener that will accept them (connect(2)).
     const bool isThere =
-        socket && (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0 ||
-                   errno == EAGAIN);
+        socket &&
+        (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0 || errno == EAGAIN);
     return isThere ? std::move(socket) : FileDescriptor();
 }
 

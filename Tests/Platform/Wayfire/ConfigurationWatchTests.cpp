@@ -2,6 +2,7 @@
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+
 #include <poll.h>
 
 #include <filesystem>

@@ -165,7 +165,7 @@ void FakeWayfire::answer(Peer& peer, const Json& request) {
         sendAll(peer, message(R"({"result": "ok", "methods": [)"));
         break;
     case Manners::nonsense:
-        sendAll(peer, message(R"([17, "ok", null])"));
+        sendAll(peer, message(R"({"result": 17, "value": null})"));
         break;
     case Manners::silent:
     case Manners::closing:

@@ -136,8 +136,8 @@ TEST_F(WayfireWindowAccess, ReleasesAMaximizedWindowFirst) {
     open({FakeWayfire::view(7, {{"tiled-edges", 15}})});
     ASSERT_TRUE(desktop.table.find("7")->isTiled);
     EXPECT_EQ(desktop.access.place("7", {{0, 30}, {960, 1050}}, desktop.soon()), AXError::success);
-    EXPECT_THAT(desktop.wayfire.takeChanges(), ElementsAre("grid/restore {\"output_id\":1,\"view_id\":7}",
-                                                           StartsWith("window-rules/configure-view")));
+    EXPECT_THAT(desktop.wayfire.takeChanges(),
+                ElementsAre("grid/restore {\"output_id\":1,\"view_id\":7}", StartsWith("window-rules/configure-view")));
     EXPECT_FALSE(desktop.table.find("7")->isTiled);
 }
 
@@ -149,8 +149,9 @@ TEST_F(WayfireWindowAccess, TakesAWindowOutOfALayoutBeforeItIsPlaced) {
     const auto changes = desktop.wayfire.takeChanges();
     ASSERT_THAT(changes, ElementsAre(StartsWith("simple-tile/set-layout {"), StartsWith("grid/restore"),
                                      StartsWith("window-rules/configure-view")));
-    EXPECT_EQ(Json::parse(changes[0].substr(changes[0].find('{'))),
-              Json::parse(R"({"wset-index":4,"workspace":{"x":1,"y":0},"layout":{"percent":1,"weight":1,"vertical-split":[
+    EXPECT_EQ(
+        Json::parse(changes[0].substr(changes[0].find('{'))),
+        Json::parse(R"({"wset-index":4,"workspace":{"x":1,"y":0},"layout":{"percent":1,"weight":1,"vertical-split":[
                   {"percent":0.25,"weight":0.25,"view-id":8},
                   {"percent":0.75,"weight":0.75,"horizontal-split":[{"percent":0.5,"weight":0.5,"view-id":9}]}]}})"));
 }
@@ -161,7 +162,8 @@ TEST_F(WayfireWindowAccess, ALayoutWithoutTheWindowStaysAsItIs) {
                                R"({"vertical-split":[7,"7",null,{"view-id":"7"}]})"}) {
         desktop.wayfire.setLayout(Json::parse(layout));
         static_cast<void>(desktop.access.place("7", {{0, 30}, {960, 1050}}, desktop.soon()));
-        EXPECT_THAT(desktop.wayfire.takeChanges(), testing::Not(testing::Contains(StartsWith("simple-tile")))) << layout;
+        EXPECT_THAT(desktop.wayfire.takeChanges(), testing::Not(testing::Contains(StartsWith("simple-tile"))))
+            << layout;
         desktop.wayfire.setViews({FakeWayfire::view(7, {{"tiled-edges", 15}})});
         ASSERT_TRUE(desktop.refresh());
     }

@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
 #include <linux/input-event-codes.h>
 
 #include <map>
@@ -52,13 +53,26 @@ TEST(WayfireMessage, OneThatIsTooLongBreaksTheStream) {
 TEST(WayfireKeyPress, HasTheKernelsNameOfEachKey) {
     // The others are named after the letter, the digit or the number on the key.
     const std::map<std::uint32_t, std::string> named{
-        {KEY_ESC, "KEY_ESC"},         {KEY_GRAVE, "KEY_GRAVE"},           {KEY_MINUS, "KEY_MINUS"},
-        {KEY_EQUAL, "KEY_EQUAL"},     {KEY_BACKSPACE, "KEY_BACKSPACE"},   {KEY_TAB, "KEY_TAB"},
-        {KEY_LEFTBRACE, "KEY_LEFTBRACE"}, {KEY_RIGHTBRACE, "KEY_RIGHTBRACE"}, {KEY_BACKSLASH, "KEY_BACKSLASH"},
-        {KEY_SEMICOLON, "KEY_SEMICOLON"}, {KEY_APOSTROPHE, "KEY_APOSTROPHE"}, {KEY_ENTER, "KEY_ENTER"},
-        {KEY_COMMA, "KEY_COMMA"},     {KEY_DOT, "KEY_DOT"},               {KEY_SLASH, "KEY_SLASH"},
-        {KEY_SPACE, "KEY_SPACE"},     {KEY_LEFT, "KEY_LEFT"},             {KEY_RIGHT, "KEY_RIGHT"},
-        {KEY_DOWN, "KEY_DOWN"},       {KEY_UP, "KEY_UP"},
+        {KEY_ESC, "KEY_ESC"},
+        {KEY_GRAVE, "KEY_GRAVE"},
+        {KEY_MINUS, "KEY_MINUS"},
+        {KEY_EQUAL, "KEY_EQUAL"},
+        {KEY_BACKSPACE, "KEY_BACKSPACE"},
+        {KEY_TAB, "KEY_TAB"},
+        {KEY_LEFTBRACE, "KEY_LEFTBRACE"},
+        {KEY_RIGHTBRACE, "KEY_RIGHTBRACE"},
+        {KEY_BACKSLASH, "KEY_BACKSLASH"},
+        {KEY_SEMICOLON, "KEY_SEMICOLON"},
+        {KEY_APOSTROPHE, "KEY_APOSTROPHE"},
+        {KEY_ENTER, "KEY_ENTER"},
+        {KEY_COMMA, "KEY_COMMA"},
+        {KEY_DOT, "KEY_DOT"},
+        {KEY_SLASH, "KEY_SLASH"},
+        {KEY_SPACE, "KEY_SPACE"},
+        {KEY_LEFT, "KEY_LEFT"},
+        {KEY_RIGHT, "KEY_RIGHT"},
+        {KEY_DOWN, "KEY_DOWN"},
+        {KEY_UP, "KEY_UP"},
     };
     std::size_t found = 0;
     for (const corvid::Key& key : corvid::allKeys()) {
@@ -135,7 +149,9 @@ TEST(WayfireConfiguration, IsTheFileThatTheCompositorReads) {
              {{"wayfire", "-c/a.ini"}, {}, {}, "/a.ini"},
              {{"wayfire", "-c"}, {"HOME=/home/u"}, {}, "/home/u/.config/wayfire.ini"},
              {{"wayfire"}, {"WAYFIRE_CONFIG_FILE=/b.ini", "HOME=/home/u"}, {}, "/b.ini"},
-             {{"wayfire"}, {"HOME=/home/u"}, {"/home/u/.config/wayfire/wayfire.ini"},
+             {{"wayfire"},
+              {"HOME=/home/u"},
+              {"/home/u/.config/wayfire/wayfire.ini"},
               "/home/u/.config/wayfire/wayfire.ini"},
              {{"wayfire"}, {"HOME=/home/u", "XDG_CONFIG_HOME=/c"}, {}, "/c/wayfire.ini"},
              {{"wayfire"}, {"HOMER=/home/u"}, {}, ""},

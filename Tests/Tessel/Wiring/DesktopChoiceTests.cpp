@@ -28,17 +28,17 @@ struct Session {
     std::string program = {};
 
     [[nodiscard]] SessionFacts facts() const {
-        return {.display = display,
-                .waylandDisplay = waylandDisplay,
-                .sessionType = sessionType,
-                .runtimeFolder = "/run/user/7",
-                .swaySocket = swaySocket,
-                .wayfireSocket = wayfireSocket,
-                .currentDesktops = currentDesktops,
-                .isListenedTo = [this](const std::string& path) { return !path.empty() && path == liveSocket; },
-                .listenerAt =
-                    [this](const std::string& path) { return path == "/run/user/7/wayland-1" ? program : ""; },
-                .isOnBus = [this](const std::string& name) { return name == busName; }};
+        return {
+            .display = display,
+            .waylandDisplay = waylandDisplay,
+            .sessionType = sessionType,
+            .runtimeFolder = "/run/user/7",
+            .swaySocket = swaySocket,
+            .wayfireSocket = wayfireSocket,
+            .currentDesktops = currentDesktops,
+            .isListenedTo = [this](const std::string& path) { return !path.empty() && path == liveSocket; },
+            .listenerAt = [this](const std::string& path) { return path == "/run/user/7/wayland-1" ? program : ""; },
+            .isOnBus = [this](const std::string& name) { return name == busName; }};
     }
 };
 
