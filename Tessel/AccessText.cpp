@@ -11,7 +11,7 @@ using ObstacleKind = platform::AccessObstacle::Kind;
 } // namespace
 
 std::string accessText(const platform::AccessObstacle& obstacle) {
-    const auto& [kind, desktop, detail] = obstacle;
+    const auto& [kind, desktop, detail, file] = obstacle;
     switch (kind) {
     case ObstacleKind::permission:
         return "the system's settings do not allow it";
@@ -35,8 +35,11 @@ std::string accessText(const platform::AccessObstacle& obstacle) {
         return desktop + " does not run Tessel's code, which it needs to move windows: " + detail;
     case ObstacleKind::busNameTaken:
         return "another program has Tessel's name on the message bus (" + detail + ")";
+    case ObstacleKind::pluginsMissing:
+        return desktop + " lacks plugins that Tessel needs; add “" + detail +
+               "” to the line “plugins” in the section “core” of " + file;
     case ObstacleKind::unknownCompositor:
-        return "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, Cinnamon and sway "
+        return "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, Cinnamon, sway and Wayfire "
                "have one";
     }
     std::unreachable();
@@ -62,6 +65,8 @@ const char* accessVariant(const platform::AccessObstacle& obstacle) {
         return "extension-refused";
     case ObstacleKind::codeRefused:
         return "code-refused";
+    case ObstacleKind::pluginsMissing:
+        return "plugins-missing";
     case ObstacleKind::unknownCompositor:
         return "unsupported";
     }

@@ -31,8 +31,8 @@ to nothing while it waits. Applications can have a rule, too: their first
 window opens maximized or centered. An item in the panel opens a window for all
 of it.
 .
-It works on KDE Plasma, GNOME (through an extension that comes with it) and
-sway, and on X11 desktops whose window manager moves windows on request.")
+It works on KDE Plasma, GNOME (through an extension that comes with it), sway
+and Wayfire, and on X11 desktops whose window manager moves windows on request.")
 
 # CPack finds the libraries in the files themselves. It cannot see what the interface loads by name.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)

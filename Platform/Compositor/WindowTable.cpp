@@ -19,15 +19,7 @@ void WindowTable::setFollower(Follower& told) {
 
 void WindowTable::open(Contents contents) {
     const bool wasOpen = std::exchange(accessIsOpen, true);
-    std::set<WindowIdentifier> present;
-    for (const auto& [identifier, window] : contents.windows) {
-        present.insert(identifier);
-    }
-    for (const WindowIdentifier& known : windows()) {
-        if (!present.contains(known)) {
-            remove(known);
-        }
-    }
+    removeAllBut(contents);
     for (auto& [identifier, window] : contents.windows) {
         if (const auto found = entries.find(identifier); found != entries.end()) {
             change(identifier, found->second, std::move(window));
@@ -47,6 +39,15 @@ void WindowTable::close() {
     if (std::exchange(accessIsOpen, false) && accessChanged) {
         accessChanged();
     }
+}
+
+void WindowTable::update(Contents contents) {
+    removeAllBut(contents);
+    presentOutputs = std::move(contents.outputs);
+    for (auto& [identifier, window] : contents.windows) {
+        put(identifier, std::move(window));
+    }
+    focusedWindow = std::move(contents.focused);
 }
 
 void WindowTable::put(const WindowIdentifier& identifier, Window window) {
@@ -96,6 +97,18 @@ std::vector<WindowIdentifier> WindowTable::windowsOf(ProcessIdentifier process) 
 std::uint64_t WindowTable::arrivalOf(const WindowIdentifier& identifier) const {
     const auto found = entries.find(identifier);
     return found == entries.end() ? 0 : found->second.arrival;
+}
+
+void WindowTable::removeAllBut(const Contents& contents) {
+    std::set<WindowIdentifier> present;
+    for (const auto& [identifier, window] : contents.windows) {
+        present.insert(identifier);
+    }
+    for (const WindowIdentifier& known : windows()) {
+        if (!present.contains(known)) {
+            remove(known);
+        }
+    }
 }
 
 void WindowTable::add(const WindowIdentifier& identifier, Window window, bool wasThere) {

@@ -60,6 +60,9 @@ public:
     void open(Contents contents);
     /// The access has ended. The windows do not count as gone: they are there again when it begins anew.
     void close();
+    /// The whole state, read again: missing windows have vanished, unknown ones are new. The outputs are there before
+    /// anybody is told, because an observer may ask for them.
+    void update(Contents contents);
     /// A new window, or the new state of one.
     void put(const WindowIdentifier& identifier, Window window);
     void remove(const WindowIdentifier& identifier);
@@ -96,6 +99,7 @@ private:
         std::uint64_t arrival = 0;
     };
 
+    void removeAllBut(const Contents& contents);
     void add(const WindowIdentifier& identifier, Window window, bool wasThere);
     void change(const WindowIdentifier& identifier, Entry& entry, Window window);
 

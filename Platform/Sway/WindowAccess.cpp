@@ -2,7 +2,6 @@
 
 #include "Platform/Sway/Commands.h"
 
-#include <algorithm>
 #include <cmath>
 #include <thread>
 #include <utility>
@@ -29,9 +28,14 @@ corvid::CGRect rounded(const corvid::CGRect& frame) {
             {std::round(frame.size.width), std::round(frame.size.height)}};
 }
 
-const TreeWindow* find(const Tree& tree, const WindowIdentifier& identifier) {
-    const auto found = std::ranges::find(tree.windows, identifier, &TreeWindow::identifier);
-    return found == tree.windows.end() ? nullptr : &*found;
+compositor::WindowTable::Contents contentsOf(Tree tree) {
+    compositor::WindowTable::Contents contents;
+    for (TreeWindow& each : tree.windows) {
+        contents.windows.emplace_back(std::move(each.identifier), std::move(each.window));
+    }
+    contents.focused = std::move(tree.focused);
+    contents.outputs = std::move(tree.outputs);
+    return contents;
 }
 
 } // namespace
@@ -118,13 +122,7 @@ void WindowAccess::sessionOpened() {
         updateOnceAnswering();
         return;
     }
-    compositor::WindowTable::Contents contents;
-    for (TreeWindow& each : tree->windows) {
-        contents.windows.emplace_back(std::move(each.identifier), std::move(each.window));
-    }
-    contents.focused = std::move(tree->focused);
-    contents.outputs = std::move(tree->outputs);
-    table.open(std::move(contents));
+    table.open(contentsOf(*std::move(tree)));
 }
 
 void WindowAccess::sessionClosed() {
@@ -185,7 +183,7 @@ bool WindowAccess::update(Instant deadline) {
     }
     isStale = false;
     placeOwnWindows(*tree);
-    tellTable(*std::move(tree));
+    table.update(contentsOf(*std::move(tree)));
     return true;
 }
 
@@ -217,20 +215,6 @@ void WindowAccess::takeHiddenWorkspaces(const Tree& tree) {
             hiddenWorkspaces.emplace(each.identifier, each.hiddenWorkspace);
         }
     }
-}
-
-void WindowAccess::tellTable(Tree tree) {
-    for (const WindowIdentifier& known : table.windows()) {
-        if (find(tree, known) == nullptr) {
-            table.remove(known);
-        }
-    }
-    // Before the notifications of new windows, because an observer may request the rest.
-    table.setOutputs(std::move(tree.outputs));
-    for (TreeWindow& each : tree.windows) {
-        table.put(each.identifier, std::move(each.window));
-    }
-    table.setFocused(std::move(tree.focused));
 }
 
 void WindowAccess::placeOwnWindows(const Tree& tree) {

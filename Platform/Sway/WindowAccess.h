@@ -57,7 +57,6 @@ private:
     void updateOnceAnswering();
     void takeKinds(Tree& tree);
     void takeHiddenWorkspaces(const Tree& tree);
-    void tellTable(Tree tree);
     void placeOwnWindows(const Tree& tree);
     /// Waits until the window keeps its frame; empty if it does not in time.
     [[nodiscard]] std::optional<corvid::CGRect> settledFrame(const compositor::WindowIdentifier& window,

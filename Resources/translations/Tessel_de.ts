@@ -93,6 +93,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>plugins-missing</comment>
+        <translation>Dem Compositor fehlt ein Plugin</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>Arbeitsumgebung nicht unterstützt</translation>
     </message>
@@ -132,8 +137,13 @@
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>plugins-missing</comment>
+        <translation>Wayfire lässt Programme Fenster nur über seine Plugins ipc, ipc-rules und command verschieben. Fügen Sie diese in wayfire.ini der Zeile „plugins“ im Abschnitt „core“ hinzu, dann macht Tessel von selbst weiter.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>Tessel kennt keinen Weg, in dieser Arbeitsumgebung Fenster zu verschieben. Es läuft unter KDE Plasma, GNOME und sway und überall, wo Fenster unter X11 verwaltet werden.</translation>
+        <translation>Tessel kennt keinen Weg, in dieser Arbeitsumgebung Fenster zu verschieben. Es läuft unter KDE Plasma, GNOME, sway und Wayfire und überall, wo Fenster unter X11 verwaltet werden.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

@@ -93,6 +93,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>plugins-missing</comment>
+        <translation>A plugin of the compositor is missing</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>This desktop is not supported</translation>
     </message>
@@ -132,8 +137,13 @@
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>plugins-missing</comment>
+        <translation>Wayfire lets programs move windows only through its plugins ipc, ipc-rules and command. Add those to the line “plugins” in the section “core” of wayfire.ini, and Tessel goes on by itself.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>Tessel knows no way to move windows on this desktop. It works on KDE Plasma, GNOME and sway, and wherever windows are managed on X11.</translation>
+        <translation>Tessel knows no way to move windows on this desktop. It works on KDE Plasma, GNOME, sway and Wayfire, and wherever windows are managed on X11.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

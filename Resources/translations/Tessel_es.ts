@@ -93,6 +93,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>plugins-missing</comment>
+        <translation>Falta un complemento del compositor</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>Escritorio no compatible</translation>
     </message>
@@ -132,8 +137,13 @@
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>plugins-missing</comment>
+        <translation>Wayfire solo permite que los programas muevan ventanas a través de sus complementos ipc, ipc-rules y command. Añádelos a la línea «plugins» de la sección «core» de wayfire.ini y Tessel seguirá por sí solo.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>Tessel no conoce ningún modo de mover ventanas en este escritorio. Funciona en KDE Plasma, GNOME y sway, y donde haya un gestor de ventanas X11.</translation>
+        <translation>Tessel no conoce ningún modo de mover ventanas en este escritorio. Funciona en KDE Plasma, GNOME, sway y Wayfire, y donde haya un gestor de ventanas X11.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

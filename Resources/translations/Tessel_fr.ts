@@ -93,6 +93,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>plugins-missing</comment>
+        <translation>Il manque un greffon au compositeur</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>Bureau non pris en charge</translation>
     </message>
@@ -132,8 +137,13 @@
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>plugins-missing</comment>
+        <translation>Wayfire ne laisse les programmes déplacer les fenêtres que par ses greffons ipc, ipc-rules et command. Ajoutez-les à la ligne « plugins » de la section « core » de wayfire.ini, et Tessel reprend de lui-même.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>Tessel ne connaît aucun moyen de déplacer les fenêtres sur ce bureau. Il fonctionne avec KDE Plasma, GNOME et sway, et partout où un gestionnaire de fenêtres X11 est lancé.</translation>
+        <translation>Tessel ne connaît aucun moyen de déplacer les fenêtres sur ce bureau. Il fonctionne avec KDE Plasma, GNOME, sway et Wayfire, et partout où un gestionnaire de fenêtres X11 est lancé.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

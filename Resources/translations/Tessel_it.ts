@@ -93,6 +93,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>plugins-missing</comment>
+        <translation>Manca un plugin del compositor</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>Desktop non supportato</translation>
     </message>
@@ -132,8 +137,13 @@
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>plugins-missing</comment>
+        <translation>Wayfire consente ai programmi di spostare le finestre solo tramite i suoi plugin ipc, ipc-rules e command. Aggiungili alla riga «plugins» della sezione «core» di wayfire.ini e Tessel prosegue da solo.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>Tessel non conosce un modo per spostare le finestre su questo desktop. Funziona con KDE Plasma, GNOME e sway, e ovunque ci sia un gestore di finestre X11.</translation>
+        <translation>Tessel non conosce un modo per spostare le finestre su questo desktop. Funziona con KDE Plasma, GNOME, sway e Wayfire, e ovunque ci sia un gestore di finestre X11.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

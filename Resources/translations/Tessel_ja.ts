@@ -91,6 +91,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>plugins-missing</comment>
+        <translation>コンポジターのプラグインがありません</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>対応していないデスクトップです</translation>
     </message>
@@ -130,8 +135,13 @@
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>plugins-missing</comment>
+        <translation>Wayfire では、プラグイン ipc、ipc-rules、command がないとプログラムからウィンドウを動かせません。wayfire.ini のセクション「core」の行「plugins」に追加すると、Tessel は自動的に続行します。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>このデスクトップでウィンドウを動かす方法がありません。Tessel は KDE Plasma、GNOME、sway、およびウィンドウマネージャーのある X11 で動作します。</translation>
+        <translation>このデスクトップでウィンドウを動かす方法がありません。Tessel は KDE Plasma、GNOME、sway、Wayfire、およびウィンドウマネージャーのある X11 で動作します。</translation>
     </message>
     <message>
         <source>Shortcuts</source>

@@ -91,6 +91,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>plugins-missing</comment>
+        <translation>컴포지터의 플러그인이 없습니다</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>지원하지 않는 데스크톱</translation>
     </message>
@@ -130,8 +135,13 @@
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>plugins-missing</comment>
+        <translation>Wayfire에서는 ipc, ipc-rules, command 플러그인이 있어야 프로그램이 창을 옮길 수 있습니다. wayfire.ini의 “core” 섹션에 있는 “plugins” 줄에 추가하면 Tessel이 저절로 계속합니다.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>이 데스크톱에서 창을 옮기는 방법이 없습니다. Tessel은 KDE Plasma, GNOME, sway와 창 관리자가 있는 X11에서 작동합니다.</translation>
+        <translation>이 데스크톱에서 창을 옮기는 방법이 없습니다. Tessel은 KDE Plasma, GNOME, sway, Wayfire와 창 관리자가 있는 X11에서 작동합니다.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

@@ -93,6 +93,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>plugins-missing</comment>
+        <translation>Falta um plugin do compositor</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>Área de trabalho não suportada</translation>
     </message>
@@ -132,8 +137,13 @@
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>plugins-missing</comment>
+        <translation>O Wayfire só permite que programas movam janelas por meio dos plugins ipc, ipc-rules e command. Adicione-os à linha “plugins” da seção “core” do wayfire.ini, e o Tessel continua sozinho.</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>O Tessel não conhece um modo de mover janelas nesta área de trabalho. Ele funciona no KDE Plasma, no GNOME e no sway, e onde houver um gerenciador de janelas X11.</translation>
+        <translation>O Tessel não conhece um modo de mover janelas nesta área de trabalho. Ele funciona no KDE Plasma, no GNOME, no sway e no Wayfire, e onde houver um gerenciador de janelas X11.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

@@ -91,6 +91,11 @@
     </message>
     <message>
         <source>Allow Accessibility access</source>
+        <comment>plugins-missing</comment>
+        <translation>缺少合成器的插件</translation>
+    </message>
+    <message>
+        <source>Allow Accessibility access</source>
         <comment>unsupported</comment>
         <translation>不支持此桌面</translation>
     </message>
@@ -130,8 +135,13 @@
     </message>
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
+        <comment>plugins-missing</comment>
+        <translation>Wayfire 只允许程序通过其插件 ipc、ipc-rules 和 command 移动窗口。请将它们添加到 wayfire.ini 的“core”部分的“plugins”一行，Tessel 会自动继续。</translation>
+    </message>
+    <message>
+        <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>Tessel 无法在此桌面上移动窗口。它可在 KDE Plasma、GNOME、sway 以及有窗口管理器的 X11 桌面上使用。</translation>
+        <translation>Tessel 无法在此桌面上移动窗口。它可在 KDE Plasma、GNOME、sway、Wayfire 以及有窗口管理器的 X11 桌面上使用。</translation>
     </message>
     <message>
         <source>Shortcuts</source>

@@ -11,6 +11,7 @@
 #include "Platform/Linux/Holders/SettingsHolders.h"
 #include "Platform/Linux/Holders/XfceHolders.h"
 #include "Platform/Sway/Desktop.h"
+#include "Platform/Wayfire/Desktop.h"
 #include "Platform/X11/Desktop.h"
 #include "Tessel/Wiring/UnsupportedDesktop.h"
 #include "TesselCore/WindowAction.h"
@@ -36,6 +37,12 @@ struct Candidate {
 
 bool isSway(const SessionFacts& facts) {
     return !facts.swaySocket.empty() && facts.isListenedTo(facts.swaySocket);
+}
+
+/// A Wayfire without its plugin "ipc" is recognized all the same, so that the user is told.
+bool isWayfire(const SessionFacts& facts) {
+    return (!facts.wayfireSocket.empty() && facts.isListenedTo(facts.wayfireSocket)) ||
+           (facts.isWayland() && (facts.hasDesktop("Wayfire") || facts.listenerAt(facts.name()) == "wayfire"));
 }
 
 bool isKWin(const SessionFacts& facts) {
@@ -129,6 +136,14 @@ Opened openSway(const DesktopNeeds& needs, const SessionFacts& facts) {
     return std::make_unique<platform::sway::Desktop>(needs.mainLoop, facts.swaySocket);
 }
 
+Opened openWayfire(const DesktopNeeds& needs, const SessionFacts& facts) {
+    // Where the plugin puts it (Wayfire 0.10, plugins/ipc).
+    const std::string usual = facts.runtimeFolder + "/wayfire-" + facts.waylandDisplay + "-.socket";
+    return std::make_unique<platform::wayfire::Desktop>(
+        needs.mainLoop, platform::wayfire::Sockets{.ipc = facts.wayfireSocket.empty() ? usual : facts.wayfireSocket,
+                                                   .wayland = facts.name()});
+}
+
 Opened openUnsupported(const DesktopNeeds& /*needs*/, const SessionFacts& /*facts*/) {
     return std::make_unique<UnsupportedDesktop>();
 }
@@ -140,6 +155,7 @@ Opened openNothing(const DesktopNeeds& /*needs*/, const SessionFacts& /*facts*/)
 /// The first candidate whose condition holds is chosen.
 constexpr std::array<Candidate, 7> candidates{{
     {DesktopKind::sway, isSway, openSway},
+    {DesktopKind::wayfire, isWayfire, openWayfire},
     {DesktopKind::kwin, isKWin, openKWin},
     {DesktopKind::gnomeShell, isGnomeShell, openGnomeShell},
     {DesktopKind::cinnamon, isCinnamon, openCinnamon},

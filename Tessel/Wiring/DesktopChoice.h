@@ -35,6 +35,7 @@ struct DesktopNeeds {
 
 enum class DesktopKind : std::uint8_t {
     sway,
+    wayfire,
     kwin,
     gnomeShell,
     cinnamon,

@@ -4,9 +4,11 @@
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Files/BaseFolders.h"
 #include "Platform/Linux/Files/LocalSocket.h"
+#include "Platform/Linux/Files/RegularFile.h"
 #include "Platform/X11/Desktop.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace tessel {
 
@@ -14,6 +16,18 @@ namespace {
 
 std::string variable(const char* name) {
     return platform::linux::environmentVariable(name).value_or("");
+}
+
+/// The kernel's name for the process; its program's path is hidden where that has privileges (proc(5), "comm").
+std::string listenerProgram(const std::string& path) {
+    constexpr std::size_t longest = 16;
+    const auto process = platform::linux::listenerAt(path);
+    if (!process) {
+        return {};
+    }
+    auto name = platform::linux::readRegularFile("/proc/" + std::to_string(*process) + "/comm", longest,
+                                                 platform::linux::Excess::cutOff);
+    return name ? name->substr(0, name->find('\n')) : std::string();
 }
 
 } // namespace
@@ -24,8 +38,10 @@ SessionFacts SessionFacts::ofThisProcess() {
             .sessionType = variable("XDG_SESSION_TYPE"),
             .runtimeFolder = variable("XDG_RUNTIME_DIR"),
             .swaySocket = variable("SWAYSOCK"),
+            .wayfireSocket = variable("WAYFIRE_SOCKET"),
             .currentDesktops = platform::linux::currentDesktops(),
             .isListenedTo = platform::linux::isListenedTo,
+            .listenerAt = listenerProgram,
             .isOnBus = [](const std::string& name) {
                 return platform::linux::hasOwnerOnBus(platform::linux::sessionBusAddress(), name);
             }};

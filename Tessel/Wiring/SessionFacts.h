@@ -16,6 +16,7 @@ struct SessionFacts {
     std::string sessionType;    ///< `XDG_SESSION_TYPE`
     std::string runtimeFolder;  ///< `XDG_RUNTIME_DIR`
     std::string swaySocket;     ///< `SWAYSOCK`
+    std::string wayfireSocket;  ///< `WAYFIRE_SOCKET`
     /// The names in `XDG_CURRENT_DESKTOP`.
     std::vector<std::string> currentDesktops = {};
 
@@ -23,6 +24,8 @@ struct SessionFacts {
 
     /// Whether a process listens at the Unix socket of that path.
     std::function<bool(const std::string& path)> isListenedTo;
+    /// The program that listens at the Unix socket of that path; empty without one.
+    std::function<std::string(const std::string& path)> listenerAt;
     /// Whether that name has an owner on the user's message bus.
     std::function<bool(const std::string& name)> isOnBus;
 

@@ -62,6 +62,9 @@ WALLS = [
     ),
     Wall("Platform/Sway", rf"{DESKTOP}|Platform/(Sway|I3Ipc|Compositor|Linux)/.*|CorvidKitCore/.*",
          rf"nlohmann/json\.hpp|{SYSTEM}"),
+    # It reads descriptions of options in XML.
+    Wall("Platform/Wayfire", rf"{DESKTOP}|Platform/(Wayfire|Compositor|Linux)/.*|CorvidKitCore/.*",
+         rf"glib\.h|nlohmann/json\.hpp|{SYSTEM}"),
     # An X11 desktop whose windows are placed over that IPC.
     Wall("Platform/I3", rf"{DESKTOP}|Platform/(I3|I3Ipc|X11|Linux)/.*|CorvidKitCore/.*",
          rf"xcb/.*|nlohmann/json\.hpp|{SYSTEM}"),

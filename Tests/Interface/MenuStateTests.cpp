@@ -89,6 +89,7 @@ TEST_F(Menu, HasAButtonOnlyWhereSomethingCanBeDoneAboutWhatIsMissing) {
                                        {extensionRefused, ""},
                                        {extensionUnfit, ""},
                                        {busNameTaken, ""},
+                                       {pluginsMissing, ""},
                                        {unknownCompositor, ""}}) {
         become(kind);
         EXPECT_EQ(menu.permissionButton(), button);

@@ -44,9 +44,16 @@ TEST(AccessText, NamesWhatIsMissingAndWhatTheUserCanDo) {
              Row{{.kind = ObstacleKind::busNameTaken, .detail = "org.example.Name"},
                  "another program has Tessel's name on the message bus (org.example.Name)",
                  "compositor"},
+             Row{{.kind = ObstacleKind::pluginsMissing,
+                  .desktop = "Wayfire",
+                  .detail = "ipc ipc-rules",
+                  .file = "/home/u/.config/wayfire.ini"},
+                 "Wayfire lacks plugins that Tessel needs; add “ipc ipc-rules” to the line “plugins” in the section "
+                 "“core” of /home/u/.config/wayfire.ini",
+                 "plugins-missing"},
              Row{{.kind = ObstacleKind::unknownCompositor},
-                 "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, Cinnamon and sway "
-                 "have one",
+                 "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, Cinnamon, sway and "
+                 "Wayfire have one",
                  "unsupported"},
          }) {
         EXPECT_EQ(accessText(row.obstacle), row.text);

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <expected>
 #include <iterator>
+#include <utility>
 
 namespace platform::linux {
 
@@ -49,6 +50,14 @@ bool isListenedTo(const std::string& path) {
     const auto made = connection(path);
     // If other clients wait already, there is a listener that will accept them (connect(2)).
     return made || made.error() == EAGAIN;
+}
+
+std::optional<ProcessIdentifier> listenerAt(const std::string& path) {
+    const FileDescriptor socket = connectedTo(path);
+    ucred owner{};
+    socklen_t size = sizeof(owner);
+    const bool isKnown = socket && ::getsockopt(socket.get(), SOL_SOCKET, SO_PEERCRED, &owner, &size) == 0;
+    return isKnown && owner.pid > 0 ? std::optional<ProcessIdentifier>(owner.pid) : std::nullopt;
 }
 
 } // namespace platform::linux

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "Platform/Linux/Files/FileDescriptor.h"
+#include "Platform/Seam/Desktop/Accessibility.h"
 #include "Platform/Seam/Desktop/MainActor.h"
 
+#include <optional>
 #include <string>
 
 namespace platform::linux {
@@ -17,5 +19,8 @@ namespace platform::linux {
 
 /// Whether a process listens at the Unix socket of that path. Does not wait.
 [[nodiscard]] bool isListenedTo(const std::string& path);
+
+/// The process that listens at the Unix socket of that path (unix(7), SO_PEERCRED). Does not wait; empty without one.
+[[nodiscard]] std::optional<ProcessIdentifier> listenerAt(const std::string& path);
 
 } // namespace platform::linux

@@ -30,6 +30,9 @@ struct AccessObstacle {
         codeRefused,
         /// Another program owns the bus name `detail`, so that our extension serves that program.
         busNameTaken,
+        /// The compositor `desktop` lacks its own plugins `detail` (their names, with blanks between), which the user
+        /// adds to its configuration, `file`.
+        pluginsMissing,
         /// There is no backend for this compositor.
         unknownCompositor,
     };
@@ -38,6 +41,8 @@ struct AccessObstacle {
     /// The name of the window manager or compositor; empty where the kind does not mention one.
     std::string desktop = {};
     std::string detail = {};
+    /// The path of a file; empty where the kind does not mention one.
+    std::string file = {};
 
     friend bool operator==(const AccessObstacle&, const AccessObstacle&) = default;
 };

@@ -11,6 +11,7 @@ from harness.rect import Rect
 from harness.skipping import require
 from harness.sway import SwayDesktop
 from harness.waiting import until, until_equal
+from harness.wayfire import WayfireDesktop
 from harness.window_managers import WINDOW_MANAGERS
 
 from . import case
@@ -114,6 +115,17 @@ def a_key_of_sway(program):
     with SwayDesktop(program, line, "bound-keys.sway") as desktop:
         number = desktop.open(APPLICATIONS["mousepad"]).number
         press_in_layout(desktop, number, lambda: desktop.frame(number))
+
+
+@case("desktop.bound-keys.wayfire")
+def a_key_of_wayfire(program):
+    with WayfireDesktop(program, keys_page.block("Wayfire", program), "bound-keys.wayfire") as desktop:
+        number = desktop.open(APPLICATIONS["mousepad"]).number
+        desktop.launch().until_status("Active")
+        desktop.place(number, NATURAL)
+        press_until_placed(
+            lambda: desktop.keyboard.chord(*keys_page.CHORD), lambda: desktop.frame(number), desktop.work_area()
+        )
 
 
 @case("desktop.bound-keys.gnome")

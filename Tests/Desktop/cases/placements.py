@@ -17,6 +17,7 @@ from harness.settling import settles_on
 from harness.skipping import require_module
 from harness.sway import SwayDesktop
 from harness.waiting import until_equal
+from harness.wayfire import WayfireDesktop
 from harness.windows import ADD
 from Xlib import Xutil
 
@@ -206,6 +207,17 @@ def every_place_on_sway(program):
         all_comes_out(Scene(
             desktop, desktop.launch(), [desktop.work_area(output) for output in (0, 1)], lambda: desktop.frame(number),
             lambda rect: desktop.place(number, rect), lambda: any_size,
+        ))
+
+
+@case("desktop.placements.wayfire")
+def every_place_on_wayfire(program):
+    with WayfireDesktop(program, name="placements.wayfire") as desktop:
+        number = desktop.open(APPLICATIONS["mousepad"]).number
+        smallest = desktop.place(number, NATURAL._replace(width=10, height=10)).size
+        all_comes_out(Scene(
+            desktop, desktop.launch(), [desktop.work_area(output) for output in (0, 1)], lambda: desktop.frame(number),
+            lambda rect: desktop.place(number, rect), lambda: lambda asked: tuple(map(max, asked, smallest)),
         ))
 
 

@@ -1,73 +1,23 @@
 #include "Tests/Platform/I3Ipc/FakeSway.h"
 
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <nlohmann/json.hpp>
-#include <stdexcept>
 #include <utility>
 
 namespace {
 
 constexpr std::size_t headerLength = 14;
 
-void require(bool condition, const char* what) {
-    if (!condition) {
-        throw std::runtime_error(what);
-    }
-}
-
-void sendAll(int socket, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t sent = ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (sent <= 0) {
-            return;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(sent));
-    }
-}
-
 } // namespace
 
-struct FakeSway::Peer {
-    explicit Peer(int socket)
-        : socket(socket) {}
-
-    Peer(const Peer&) = delete;
-    Peer& operator=(const Peer&) = delete;
-
-    ~Peer() { ::close(socket); }
-
-    int socket;
-    std::string unread;
-    bool hasSubscribed = false;
-};
-
 FakeSway::FakeSway() {
-    std::array<int, 2> ends{};
-    require(::pipe2(ends.data(), O_CLOEXEC) == 0, "no pipe");
-    wakeReading = ends[0];
-    wakeWriting = ends[1];
-    start();
-    thread = std::thread([this] { serve(); });
+    beginServing();
 }
 
 FakeSway::~FakeSway() {
-    {
-        const std::scoped_lock lock(mutex);
-        isEnding = true;
-    }
-    wake();
-    thread.join();
-    stop();
-    ::close(wakeReading);
-    ::close(wakeWriting);
+    endServing();
 }
 
 std::string FakeSway::message(std::uint32_t type, std::string_view payload) {
@@ -84,27 +34,6 @@ std::string FakeSway::message(std::uint32_t type, std::string_view payload) {
 void FakeSway::behave(Manners newManners) {
     const std::scoped_lock lock(mutex);
     manners = newManners;
-}
-
-void FakeSway::stop() {
-    const std::scoped_lock lock(mutex);
-    peers.clear();
-    if (listening >= 0) {
-        ::close(std::exchange(listening, -1));
-        ::unlink(path().c_str());
-    }
-    wake();
-}
-
-void FakeSway::start() {
-    const std::scoped_lock lock(mutex);
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    path().copy(address.sun_path, sizeof address.sun_path - 1);
-    listening = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    require(::bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0, "cannot bind");
-    require(::listen(listening, 16) == 0, "cannot listen");
-    wake();
 }
 
 void FakeSway::setTree(std::string json) {
@@ -141,15 +70,6 @@ void FakeSway::tell(std::uint32_t event, std::string_view json) {
     tellRaw(message(event, json));
 }
 
-void FakeSway::tellRaw(std::string_view bytes) {
-    const std::scoped_lock lock(mutex);
-    for (const auto& peer : peers) {
-        if (peer->hasSubscribed) {
-            sendAll(peer->socket, bytes);
-        }
-    }
-}
-
 std::vector<std::string> FakeSway::takeCommands() {
     const std::scoped_lock lock(mutex);
     return std::exchange(commands, {});
@@ -160,56 +80,7 @@ int FakeSway::treeReadings() {
     return readings;
 }
 
-int FakeSway::connections() {
-    const std::scoped_lock lock(mutex);
-    return static_cast<int>(peers.size());
-}
-
-void FakeSway::wake() const {
-    require(::write(wakeWriting, "x", 1) == 1, "cannot wake");
-}
-
-void FakeSway::serve() {
-    while (true) {
-        std::vector<pollfd> waiting{{.fd = wakeReading, .events = POLLIN, .revents = 0}};
-        {
-            const std::scoped_lock lock(mutex);
-            if (isEnding) {
-                return;
-            }
-            waiting.push_back({.fd = listening, .events = POLLIN, .revents = 0});
-            for (const auto& peer : peers) {
-                waiting.push_back({.fd = peer->socket, .events = POLLIN, .revents = 0});
-            }
-        }
-        ::poll(waiting.data(), waiting.size(), -1);
-        if (waiting[0].revents != 0) {
-            std::array<char, 64> bytes{};
-            static_cast<void>(::read(wakeReading, bytes.data(), bytes.size()));
-        }
-        const std::scoped_lock lock(mutex);
-        accept();
-        std::erase_if(peers, [this](const auto& peer) { return !read(*peer); });
-    }
-}
-
-void FakeSway::accept() {
-    while (listening >= 0) {
-        const int socket = ::accept4(listening, nullptr, nullptr, SOCK_CLOEXEC);
-        if (socket < 0) {
-            return;
-        }
-        peers.push_back(std::make_unique<Peer>(socket));
-    }
-}
-
-bool FakeSway::read(Peer& peer) {
-    std::array<char, 65536> buffer{};
-    ssize_t count = ::recv(peer.socket, buffer.data(), buffer.size(), MSG_DONTWAIT);
-    if (count == 0) {
-        return false;
-    }
-    peer.unread.append(buffer.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+bool FakeSway::handle(Peer& peer) {
     while (peer.unread.size() >= headerLength) {
         std::array<std::uint32_t, 2> numbers{};
         std::memcpy(numbers.data(), peer.unread.data() + 6, sizeof numbers);
@@ -231,24 +102,24 @@ void FakeSway::answer(Peer& peer, std::uint32_t type, const std::string& payload
     switch (manners) {
     case Manners::good:
     case Manners::refusing:
-        sendAll(peer.socket, message(type, result(type, payload)));
+        sendAll(peer, message(type, result(type, payload)));
         break;
     case Manners::twice: {
         const std::string once = message(type, result(type, payload));
-        sendAll(peer.socket, once + once);
+        sendAll(peer, once + once);
         break;
     }
     case Manners::garbled:
-        sendAll(peer.socket, "HTTP/1.1 400 Bad Request\r\n\r\n");
+        sendAll(peer, "HTTP/1.1 400 Bad Request\r\n\r\n");
         break;
     case Manners::malformed:
-        sendAll(peer.socket, message(type, R"({"type": "root", "nodes": [)"));
+        sendAll(peer, message(type, R"({"type": "root", "nodes": [)"));
         break;
     case Manners::nonsense:
-        sendAll(peer.socket, message(type, R"([17, "root", null])"));
+        sendAll(peer, message(type, R"([17, "root", null])"));
         break;
     case Manners::endless:
-        sendAll(peer.socket, message(type, "").replace(6, 4, "\xff\xff\xff\x7f"));
+        sendAll(peer, message(type, "").replace(6, 4, "\xff\xff\xff\x7f"));
         break;
     case Manners::silent:
     case Manners::closing:

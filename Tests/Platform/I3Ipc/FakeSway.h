@@ -1,20 +1,15 @@
 #pragma once
 
-#include "Tests/Platform/Linux/TemporaryFolder.h"
+#include "Tests/Platform/Linux/SocketServer.h"
 
 #include <cstdint>
 #include <functional>
-#include <memory>
-#include <mutex>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
-/// A peer that behaves like sway, or violates the protocol, on a socket of its own. It answers on a thread of its own,
-/// because the requester waits for it.
-class FakeSway {
+/// A peer that behaves like sway, or violates the protocol.
+class FakeSway : public SocketServer {
 public:
     enum class Manners : std::uint8_t {
         good,
@@ -37,16 +32,9 @@ public:
     };
 
     FakeSway();
-    FakeSway(const FakeSway&) = delete;
-    FakeSway& operator=(const FakeSway&) = delete;
-    ~FakeSway();
-
-    [[nodiscard]] std::string path() const { return folder / "sway.sock"; }
+    ~FakeSway() override;
 
     void behave(Manners manners);
-    /// As if it had crashed; `start` makes it listen again.
-    void stop();
-    void start();
 
     /// The replies to GET_TREE, GET_CONFIG and GET_BINDING_STATE.
     void setTree(std::string json);
@@ -61,30 +49,19 @@ public:
 
     /// Sends an event to every connection with any subscription.
     void tell(std::uint32_t event, std::string_view json);
-    /// Sends raw bytes to those.
-    void tellRaw(std::string_view bytes);
 
     /// The lists of commands since the last call.
     [[nodiscard]] std::vector<std::string> takeCommands();
     /// The number of requests for the tree.
     [[nodiscard]] int treeReadings();
-    [[nodiscard]] int connections();
 
     [[nodiscard]] static std::string message(std::uint32_t type, std::string_view payload);
 
 private:
-    struct Peer;
-
-    void serve();
-    void accept();
-    [[nodiscard]] bool read(Peer& peer);
+    bool handle(Peer& peer) override;
     void answer(Peer& peer, std::uint32_t type, const std::string& payload);
     [[nodiscard]] std::string result(std::uint32_t type, const std::string& payload);
-    void wake() const;
 
-    TemporaryFolder folder;
-    /// The handler of commands may set the next event.
-    std::recursive_mutex mutex;
     Manners manners = Manners::good;
     std::string tree = R"({"type":"root","nodes":[]})";
     std::string configuration;
@@ -94,10 +71,4 @@ private:
     std::string refused;
     std::vector<std::string> commands;
     int readings = 0;
-    int listening = -1;
-    int wakeReading = -1;
-    int wakeWriting = -1;
-    bool isEnding = false;
-    std::vector<std::unique_ptr<Peer>> peers;
-    std::thread thread;
 };

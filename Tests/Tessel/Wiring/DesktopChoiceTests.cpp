@@ -23,16 +23,22 @@ struct Session {
     std::string swaySocket = {};
     std::string liveSocket = {};
     std::string busName = {};
+    std::string wayfireSocket = {};
+    /// The program that listens at the display's socket.
+    std::string program = {};
 
     [[nodiscard]] SessionFacts facts() const {
-        return {.display = display,
-                .waylandDisplay = waylandDisplay,
-                .sessionType = sessionType,
-                .runtimeFolder = "/run/user/7",
-                .swaySocket = swaySocket,
-                .currentDesktops = currentDesktops,
-                .isListenedTo = [this](const std::string& path) { return !path.empty() && path == liveSocket; },
-                .isOnBus = [this](const std::string& name) { return name == busName; }};
+        return {
+            .display = display,
+            .waylandDisplay = waylandDisplay,
+            .sessionType = sessionType,
+            .runtimeFolder = "/run/user/7",
+            .swaySocket = swaySocket,
+            .wayfireSocket = wayfireSocket,
+            .currentDesktops = currentDesktops,
+            .isListenedTo = [this](const std::string& path) { return !path.empty() && path == liveSocket; },
+            .listenerAt = [this](const std::string& path) { return path == "/run/user/7/wayland-1" ? program : ""; },
+            .isOnBus = [this](const std::string& name) { return name == busName; }};
     }
 };
 
@@ -73,6 +79,26 @@ const std::vector<Session> sessions{
      .currentDesktops = {"KDE"},
      .swaySocket = "/sway",
      .liveSocket = "/sway"},
+    {.what = "Wayfire",
+     .expected = Kind::wayfire,
+     .display = ":0",
+     .waylandDisplay = "wayland-1",
+     .liveSocket = "/wayfire",
+     .wayfireSocket = "/wayfire"},
+    {.what = "Wayfire without its IPC, named by the login manager",
+     .expected = Kind::wayfire,
+     .waylandDisplay = "wayland-1",
+     .currentDesktops = {"Wayfire", "wlroots"}},
+    {.what = "Wayfire without its IPC, started from a terminal",
+     .expected = Kind::wayfire,
+     .waylandDisplay = "wayland-1",
+     .program = "wayfire"},
+    {.what = "Wayfire that has ended",
+     .expected = Kind::unsupported,
+     .display = ":0",
+     .waylandDisplay = "wayland-1",
+     .wayfireSocket = "/wayfire"},
+    {.what = "X11 after Wayfire", .expected = Kind::x11, .display = ":0", .wayfireSocket = "/wayfire"},
     {.what = "Plasma",
      .expected = Kind::kwin,
      .display = ":0",

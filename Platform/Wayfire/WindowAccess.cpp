@@ -1,0 +1,258 @@
+#include "Platform/Wayfire/WindowAccess.h"
+
+#include "Platform/Wayfire/TileLayout.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace platform::wayfire {
+
+namespace {
+
+using compositor::WindowIdentifier;
+
+constexpr std::chrono::milliseconds retryLeeway{100};
+
+/// The plugin "grid" is the only one that can (Wayfire 0.10, plugins/grid); without it a maximized window is placed all
+/// the same, and draws itself as before.
+Request releaseRequest(const WindowIdentifier& window, std::int64_t output) {
+    return {.method = "grid/restore", .data = {{"view_id", numberOf(window)}, {"output_id", output}}};
+}
+
+Request focusRequest(const WindowIdentifier& window) {
+    return {.method = "window-rules/focus-view", .data = {{"id", numberOf(window)}}};
+}
+
+Request infoRequest(const WindowIdentifier& window) {
+    return {.method = "window-rules/view-info", .data = {{"id", numberOf(window)}}};
+}
+
+bool isAbout(const Json& event, const WindowIdentifier& window) {
+    const Json* view = compositor::member(event, "view");
+    return view != nullptr && compositor::numberOf(*view, "id") == numberOf(window);
+}
+
+std::optional<corvid::CGRect> geometryIn(const Json& object, const char* name) {
+    const Json* view = compositor::member(object, name);
+    return view == nullptr ? std::nullopt : compositor::rectangleOf(*view, "geometry");
+}
+
+} // namespace
+
+WindowAccess::WindowAccess(Session& session, compositor::WindowTable& table, linux::MainLoop& mainLoop,
+                           ProcessIdentifier ownProcess, Obstacle whyClosed)
+    : session(session)
+    , table(table)
+    , mainLoop(mainLoop)
+    , ownProcess(ownProcess)
+    , whyClosed(std::move(whyClosed)) {
+    session.follow(*this);
+}
+
+void WindowAccess::refresh(Instant deadline) {
+    if (table.isOpen()) {
+        update(deadline);
+    }
+}
+
+AXError WindowAccess::place(const WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
+    const compositor::Window* known = table.find(window);
+    const auto view = views.find(window);
+    if (known == nullptr || view == views.end()) {
+        return AXError::invalidUIElement;
+    }
+    const auto goal = goalFor(frame, view->second, outputs);
+    if (known->isFullscreen || !goal || !session.isOpen()) {
+        return AXError::cannotComplete;
+    }
+    const bool isReleased = known->isTiled;
+    std::vector<Request> requests;
+    if (isReleased) {
+        addRelease(requests, window, view->second, deadline);
+    }
+    requests.push_back(placingRequest(window, *goal));
+    if (goal->output != view->second.output && table.focused() == window) {
+        // The focus stays on the output (Wayfire 0.10, `move_view_to_output`).
+        requests.push_back(focusRequest(window));
+    }
+    if (mainLoop.now() >= deadline) {
+        static_cast<void>(session.askAll(requests, deadline));
+        return AXError::cannotComplete;
+    }
+    // Geometry is told as it will be, and only the events say that it is so.
+    auto events = session.watch({"view-geometry-changed", "view-tiled"}, deadline);
+    const auto answers = session.askAll(requests, deadline);
+    if (!events || answers.empty()) {
+        return AXError::cannotComplete;
+    }
+    const AXError outcome = awaitRest(*events, window, goal->geometry, isReleased, deadline);
+    const bool isRead = update(deadline);
+    if (isRead && table.find(window) == nullptr) {
+        return AXError::invalidUIElement;
+    }
+    return isRead ? outcome : AXError::cannotComplete;
+}
+
+void WindowAccess::addRelease(std::vector<Request>& requests, const WindowIdentifier& window, const ViewFacts& view,
+                              Instant deadline) {
+    // Its plugin would put a window back that is still in its layout.
+    const auto layout = session.ask(layoutRequest(view), deadline);
+    if (auto removing = layout ? removingRequest(view, window, *layout) : std::nullopt) {
+        requests.push_back(*std::move(removing));
+    }
+    requests.push_back(releaseRequest(window, view.output));
+}
+
+AXError WindowAccess::awaitRest(Connection& events, const WindowIdentifier& window, const corvid::CGRect& geometry,
+                                bool isReleased, Instant deadline) {
+    bool hasMoved = false;
+    Instant last = mainLoop.now();
+    while (mainLoop.now() < deadline) {
+        const auto event = events.receive(std::min(deadline, last + rest));
+        if (events.isBroken()) {
+            return AXError::cannotComplete;
+        }
+        if (event) {
+            const bool isOurs = isAbout(*event, window);
+            hasMoved = hasMoved || isOurs;
+            // A window that is released moves twice, and the first event has the last goal already.
+            if (isOurs && !isReleased && geometryIn(*event, "view") == geometry) {
+                return AXError::success;
+            }
+            last = isOurs ? mainLoop.now() : last;
+        } else if (mainLoop.now() >= last + rest) {
+            const auto info = hasMoved ? std::nullopt : session.ask(infoRequest(window), deadline);
+            // One that is gone, or stays as it is.
+            if (hasMoved || (info && geometryIn(*info, "info") != geometry)) {
+                return AXError::success;
+            }
+            last = mainLoop.now();
+        }
+    }
+    return AXError::cannotComplete;
+}
+
+std::optional<corvid::CGPoint> WindowAccess::pointer() {
+    const auto answer = session.ask({.method = "window-rules/get_cursor_position"}, session.deadline());
+    const Json* position = answer ? compositor::member(*answer, "pos") : nullptr;
+    const Json* x = position == nullptr ? nullptr : compositor::member(*position, "x");
+    const Json* y = position == nullptr ? nullptr : compositor::member(*position, "y");
+    const auto across = x == nullptr ? std::nullopt : compositor::coordinate(*x);
+    const auto down = y == nullptr ? std::nullopt : compositor::coordinate(*y);
+    return across && down ? std::optional(corvid::CGPoint{*across, *down}) : std::nullopt;
+}
+
+void WindowAccess::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
+    ownPlaces[title] = {.topLeft = topLeft, .isDue = true};
+    update(session.deadline());
+}
+
+void WindowAccess::placeOwnWindows() {
+    for (const auto& [identifier, facts] : views) {
+        const auto place = ownPlaces.find(facts.title);
+        const compositor::Window* window = table.find(identifier);
+        if (window == nullptr || window->clues.process != ownProcess || place == ownPlaces.end() ||
+            !place->second.isDue) {
+            continue;
+        }
+        place->second.isDue = false;
+        const corvid::CGRect frame{place->second.topLeft, window->frame.size};
+        const auto goal = goalFor(frame, facts, outputs);
+        if (!goal) {
+            continue;
+        }
+        Request placing = placingRequest(identifier, *goal);
+        placing.data["sticky"] = true;
+        const Json number = numberOf(identifier);
+        static_cast<void>(session.askAll(
+            {
+                std::move(placing),
+                // Without the plugin "wm-actions" another window may cover it.
+                {.method = "wm-actions/set-always-on-top", .data = {{"view_id", number}, {"state", true}}},
+                focusRequest(identifier),
+            },
+            session.deadline()));
+    }
+}
+
+void WindowAccess::sessionOpened() {
+    auto contents = read(session.deadline());
+    if (!contents) {
+        updateOnceAnswering();
+        return;
+    }
+    table.open(*std::move(contents));
+}
+
+void WindowAccess::sessionClosed() {
+    retry.reset();
+    isStale = false;
+    views.clear();
+    table.close();
+}
+
+void WindowAccess::sessionTold(std::string_view event, const Json& /*content*/) {
+    isStale = isStale || event.starts_with("view-");
+}
+
+void WindowAccess::sessionIsQuiet() {
+    if (isStale && session.isOpen() && !update(session.deadline())) {
+        updateOnceAnswering();
+    }
+}
+
+void WindowAccess::updateOnceAnswering() {
+    retry = mainLoop.schedule(mainLoop.now() + Session::untilRetry, retryLeeway, [this] {
+        if (!session.isOpen()) {
+            return;
+        }
+        if (!table.isOpen()) {
+            sessionOpened();
+        } else if (!update(session.deadline())) {
+            updateOnceAnswering();
+        }
+    });
+}
+
+std::optional<compositor::WindowTable::Contents> WindowAccess::read(Instant deadline) {
+    const auto answers = session.askAll({{.method = "window-rules/list-outputs"},
+                                         {.method = "window-rules/list-views"},
+                                         {.method = "window-rules/get-focused-view"}},
+                                        deadline);
+    if (answers.empty()) {
+        return std::nullopt;
+    }
+    if (!answers[0].is_array() || !answers[1].is_array()) {
+        // The user has unloaded the plugin.
+        session.closeSoon();
+        return std::nullopt;
+    }
+    outputs = readOutputs(answers[0]);
+    views.clear();
+    compositor::WindowTable::Contents contents;
+    for (View& each : readViews(answers[1], outputs)) {
+        views.emplace(each.identifier, std::move(each.facts));
+        contents.windows.emplace_back(std::move(each.identifier), std::move(each.window));
+    }
+    contents.outputs = outputsOf(outputs);
+    const Json* focused = compositor::member(answers[2], "info");
+    const auto number = focused == nullptr ? std::nullopt : compositor::numberOf(*focused, "id");
+    if (number && views.contains(std::to_string(*number))) {
+        contents.focused = std::to_string(*number);
+    }
+    return contents;
+}
+
+bool WindowAccess::update(Instant deadline) {
+    auto contents = read(deadline);
+    if (!contents || !table.isOpen()) {
+        return false;
+    }
+    isStale = false;
+    table.update(*std::move(contents));
+    placeOwnWindows();
+    return true;
+}
+
+} // namespace platform::wayfire

@@ -1,0 +1,52 @@
+#include "Platform/Wayfire/ConfigurationWatch.h"
+#include "Tests/Platform/Linux/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <poll.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace platform::wayfire {
+namespace {
+
+void write(const std::string& path) {
+    std::ofstream(path) << "[core]\n";
+}
+
+TEST(WayfireConfigurationWatch, TellsOfChangesOfItsFileAloneOnceTheyAreOver) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "wayfire.ini";
+    write(path);
+    linux::MainLoop loop;
+    int told = 0;
+    Instant toldAt{};
+    const ConfigurationWatch watch(loop, path, [&] {
+        ++told;
+        toldAt = loop.now();
+    });
+    const auto runUntilTold = [&](int count) {
+        const Instant end = loop.now() + std::chrono::seconds(10);
+        while (told < count && loop.now() < end && loop.serve() != HostedLoop::Outlook::ended) {
+            pollfd waiting{.fd = loop.descriptor(), .events = POLLIN, .revents = 0};
+            ::poll(&waiting, 1, 5);
+        }
+    };
+    write(folder / "other.ini");
+    write(path);
+    write(path);
+    const Instant written = loop.now();
+    runUntilTold(1);
+    ASSERT_EQ(told, 1);
+    EXPECT_GE(toldAt, written + ConfigurationWatch::delay - std::chrono::milliseconds(50));
+    // As editors do.
+    write(folder / "new.ini");
+    std::filesystem::rename(folder / "new.ini", path);
+    runUntilTold(2);
+    EXPECT_EQ(told, 2);
+}
+
+} // namespace
+} // namespace platform::wayfire
