@@ -1,8 +1,9 @@
 #include "Platform/I3Ipc/Connection.h"
 
+#include "Platform/Linux/Files/LocalSocket.h"
+
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 
 #include <algorithm>
 #include <array>
@@ -12,18 +13,8 @@
 namespace platform::i3ipc {
 
 std::optional<Connection> Connection::open(const std::string& path, const MainActor& clock) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.empty() || path.size() >= sizeof address.sun_path) {
-        return std::nullopt;
-    }
-    path.copy(address.sun_path, path.size());
-    linux::FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): that is how sockets take their addresses.
-    if (!socket || ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
-        return std::nullopt;
-    }
-    return Connection(std::move(socket), clock);
+    linux::FileDescriptor socket = linux::connectTo(path);
+    return socket ? std::optional(Connection(std::move(socket), clock)) : std::nullopt;
 }
 
 bool Connection::send(MessageType type, std::string_view payload, Instant deadline) {

@@ -1,7 +1,8 @@
 #include "Platform/Sway/Tree.h"
 
+#include "Platform/Compositor/OutputOrder.h"
+
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace platform::sway {
@@ -97,14 +98,6 @@ std::optional<Output> outputOf(const Json& node) {
     return Output{.frame = *frame, .workArea = isUsable ? *inside : *frame};
 }
 
-/// There is no primary output.
-void sortOutputs(std::vector<Output>& outputs) {
-    const auto distance = [](const Output& output) {
-        return std::pair(std::abs(output.frame.origin.x) + std::abs(output.frame.origin.y), output.frame.origin.x);
-    };
-    std::ranges::sort(outputs, {}, distance);
-}
-
 bool isOlder(const TreeWindow& one, const TreeWindow& other) {
     // Ids increase in the order of appearance; a longer one is larger.
     return std::pair(one.identifier.size(), std::string_view(one.identifier)) <
@@ -160,7 +153,7 @@ std::optional<Tree> readTree(const Json& answer) {
         addChildren(waiting, visit, "floating_nodes");
     }
     std::ranges::sort(tree.windows, isOlder);
-    sortOutputs(tree.outputs);
+    compositor::putOriginFirst(tree.outputs);
     return tree;
 }
 

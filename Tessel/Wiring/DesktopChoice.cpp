@@ -1,6 +1,7 @@
 #include "Tessel/Wiring/DesktopChoice.h"
 
 #include "Platform/GnomeShell/Desktop.h"
+#include "Platform/Hyprland/Desktop.h"
 #include "Platform/I3/ConfigurationHolders.h"
 #include "Platform/I3/Manager.h"
 #include "Platform/KWin/AccelHolders.h"
@@ -33,6 +34,17 @@ struct Candidate {
 
 bool isSway(const SessionFacts& facts) {
     return !facts.swaySocket.empty() && facts.isListenedTo(facts.swaySocket);
+}
+
+platform::hyprland::InstanceFacts hyprlandFacts(const SessionFacts& facts) {
+    return {
+        .runtimeFolder = facts.runtimeFolder, .signature = facts.hyprlandSignature, .display = facts.waylandDisplay};
+}
+
+bool isHyprland(const SessionFacts& facts) {
+    // Not the other socket: whoever connects there holds the compositor up until it has read something.
+    const std::string folder = platform::hyprland::folderOf(hyprlandFacts(facts));
+    return !folder.empty() && facts.isListenedTo(platform::hyprland::eventSocket(folder));
 }
 
 bool isKWin(const SessionFacts& facts) {
@@ -115,6 +127,10 @@ Opened openSway(const DesktopNeeds& needs, const SessionFacts& facts) {
     return std::make_unique<platform::sway::Desktop>(needs.mainLoop, facts.swaySocket);
 }
 
+Opened openHyprland(const DesktopNeeds& needs, const SessionFacts& facts) {
+    return std::make_unique<platform::hyprland::Desktop>(needs.mainLoop, hyprlandFacts(facts));
+}
+
 Opened openUnsupported(const DesktopNeeds& /*needs*/, const SessionFacts& /*facts*/) {
     return std::make_unique<UnsupportedDesktop>();
 }
@@ -124,8 +140,9 @@ Opened openNothing(const DesktopNeeds& /*needs*/, const SessionFacts& /*facts*/)
 }
 
 /// The first candidate whose condition holds is chosen.
-constexpr std::array<Candidate, 6> candidates{{
+constexpr std::array<Candidate, 7> candidates{{
     {DesktopKind::sway, isSway, openSway},
+    {DesktopKind::hyprland, isHyprland, openHyprland},
     {DesktopKind::kwin, isKWin, openKWin},
     {DesktopKind::gnomeShell, isGnomeShell, openGnomeShell},
     {DesktopKind::x11, isX11, openX11},

@@ -33,6 +33,7 @@ struct DesktopNeeds {
 
 enum class DesktopKind : std::uint8_t {
     sway,
+    hyprland,
     kwin,
     gnomeShell,
     x11,

@@ -24,6 +24,7 @@ SessionFacts SessionFacts::ofThisProcess() {
             .sessionType = variable("XDG_SESSION_TYPE"),
             .runtimeFolder = variable("XDG_RUNTIME_DIR"),
             .swaySocket = variable("SWAYSOCK"),
+            .hyprlandSignature = variable("HYPRLAND_INSTANCE_SIGNATURE"),
             .currentDesktops = platform::linux::currentDesktops(),
             .isListenedTo = platform::linux::isListenedTo,
             .isOnBus = [](const std::string& name) {

@@ -56,6 +56,8 @@ WALLS = [
     ),
     Wall("Platform/Sway", rf"{DESKTOP}|Platform/(Sway|I3Ipc|Compositor|Linux)/.*|CorvidKitCore/.*",
          rf"nlohmann/json\.hpp|{SYSTEM}"),
+    Wall("Platform/Hyprland", rf"{DESKTOP}|Platform/(Hyprland|Compositor|Linux)/.*|CorvidKitCore/.*",
+         rf"nlohmann/json\.hpp|{SYSTEM}"),
     # An X11 desktop whose windows are placed over that IPC.
     Wall("Platform/I3", rf"{DESKTOP}|Platform/(I3|I3Ipc|X11|Linux)/.*|CorvidKitCore/.*",
          rf"xcb/.*|nlohmann/json\.hpp|{SYSTEM}"),

@@ -1,7 +1,5 @@
 #include "Platform/Linux/Files/LocalSocket.h"
 
-#include "Platform/Linux/Files/FileDescriptor.h"
-
 #include <sys/socket.h>
 #include <sys/un.h>
 
@@ -11,17 +9,35 @@
 
 namespace platform::linux {
 
-bool isListenedTo(const std::string& path) {
+namespace {
+
+/// Empty, and `errno` has the reason, if there is no connection.
+FileDescriptor connection(const std::string& path) {
     sockaddr_un address{};
     if (path.empty() || path.size() >= sizeof(address.sun_path)) {
-        return false;
+        errno = ENAMETOOLONG;
+        return {};
     }
     address.sun_family = AF_UNIX;
     std::ranges::copy(path, std::begin(address.sun_path));
-    const FileDescriptor socket{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)};
+    FileDescriptor socket{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)};
+    if (socket && ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0) {
+        const int reason = errno;
+        socket = {};
+        errno = reason;
+    }
+    return socket;
+}
+
+} // namespace
+
+bool isListenedTo(const std::string& path) {
     // If other clients wait already, there is a listener that will accept them (connect(2)).
-    return socket && (::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0 ||
-                      errno == EAGAIN);
+    return connection(path) || errno == EAGAIN;
+}
+
+FileDescriptor connectTo(const std::string& path) {
+    return connection(path);
 }
 
 } // namespace platform::linux
