@@ -95,6 +95,7 @@ void HotKeys::openProtocol() {
                      .gone =
                          [this] {
                              protocol.reset();
+                             isProtocolLost = true;
                              for (auto& [number, registered] : registrations) {
                                  registered.isBound = false;
                              }
