@@ -1,16 +1,18 @@
 #pragma once
 
-#include "CorvidKitCore/Geometry.h"
-
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
 namespace platform::compositor {
 
-/// Sorts outputs where the compositor has no primary one: the nearest to the origin of the layout comes first, because
-/// that does not change with the focus.
-[[nodiscard]] inline std::pair<double, double> distanceFromOrigin(const corvid::CGRect& output) {
-    return {std::abs(output.origin.x) + std::abs(output.origin.y), output.origin.x};
+/// Puts the output at the origin of the layout first, because it does not change with the focus: for a compositor that
+/// has no primary output. The elements have a `frame`.
+template <typename Outputs>
+void putOriginFirst(Outputs& outputs) {
+    std::ranges::sort(outputs, {}, [](const auto& output) {
+        return std::pair(std::abs(output.frame.origin.x) + std::abs(output.frame.origin.y), output.frame.origin.x);
+    });
 }
 
 } // namespace platform::compositor

@@ -153,8 +153,7 @@ std::optional<Tree> readTree(const Json& answer) {
         addChildren(waiting, visit, "floating_nodes");
     }
     std::ranges::sort(tree.windows, isOlder);
-    std::ranges::sort(tree.outputs, {},
-                      [](const Output& output) { return compositor::distanceFromOrigin(output.frame); });
+    compositor::putOriginFirst(tree.outputs);
     return tree;
 }
 

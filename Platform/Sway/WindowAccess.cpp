@@ -11,7 +11,6 @@ namespace platform::sway {
 namespace {
 
 using compositor::WindowIdentifier;
-using compositor::WindowKind;
 using i3ipc::EventType;
 using i3ipc::Json;
 using i3ipc::member;
@@ -188,24 +187,10 @@ bool WindowAccess::update(Instant deadline) {
 }
 
 void WindowAccess::takeKinds(Tree& tree) {
-    std::map<WindowIdentifier, WindowKind> present;
-    std::set<ProcessIdentifier> processes;
+    compositor::WindowKinds::Reading reading(kinds);
     for (TreeWindow& each : tree.windows) {
-        WindowKind kind = each.window.kind;
-        if (const auto known = kinds.find(each.identifier); known != kinds.end()) {
-            kind = known->second;
-        } else if (!each.window.isTiled && processes.contains(each.window.clues.process)) {
-            // Wayland programs do not declare the kind of their windows. A window that floats from the beginning,
-            // beside an older one of its program, is a dialog.
-            kind = WindowKind::auxiliary;
-        }
-        if (each.window.clues.process > 0) {
-            processes.insert(each.window.clues.process);
-        }
-        present.emplace(each.identifier, kind);
-        each.window.kind = kind;
+        reading.add(each.identifier, each.window);
     }
-    kinds = std::move(present);
 }
 
 void WindowAccess::takeHiddenWorkspaces(const Tree& tree) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Compositor/WindowAccess.h"
+#include "Platform/Compositor/WindowKinds.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/Sway/Session.h"
 #include "Platform/Sway/Tree.h"
@@ -68,9 +69,7 @@ private:
     ProcessIdentifier ownProcess;
     bool isStale = false;
     std::unique_ptr<ScheduledWork> retry;
-    /// The kind of each window, which shows only when it appears: later a person, or we, may have taken it out of the
-    /// layout.
-    std::map<compositor::WindowIdentifier, compositor::WindowKind> kinds;
+    compositor::WindowKinds kinds;
     /// The hidden workspaces of windows.
     std::map<compositor::WindowIdentifier, std::string> hiddenWorkspaces;
     std::map<std::string, OwnPlace> ownPlaces;

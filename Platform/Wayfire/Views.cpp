@@ -117,8 +117,7 @@ std::vector<OutputFacts> readOutputs(const Json& answer) {
             }
         }
     }
-    const auto distance = [](const OutputFacts& output) { return compositor::distanceFromOrigin(output.frame); };
-    std::ranges::sort(outputs, {}, distance);
+    compositor::putOriginFirst(outputs);
     return outputs;
 }
 

@@ -4,6 +4,7 @@
 #include "Platform/Cinnamon/Desktop.h"
 #include "Platform/GnomeShell/Desktop.h"
 #include "Platform/Herbstluftwm/Manager.h"
+#include "Platform/Hyprland/Desktop.h"
 #include "Platform/I3/ConfigurationHolders.h"
 #include "Platform/I3/Manager.h"
 #include "Platform/KWin/AccelHolders.h"
@@ -43,6 +44,17 @@ bool isSway(const SessionFacts& facts) {
 bool isWayfire(const SessionFacts& facts) {
     return (!facts.wayfireSocket.empty() && facts.isListenedTo(facts.wayfireSocket)) ||
            (facts.isWayland() && (facts.hasDesktop("Wayfire") || facts.listenerAt(facts.name()) == "wayfire"));
+}
+
+platform::hyprland::InstanceFacts hyprlandFacts(const SessionFacts& facts) {
+    return {
+        .runtimeFolder = facts.runtimeFolder, .signature = facts.hyprlandSignature, .display = facts.waylandDisplay};
+}
+
+bool isHyprland(const SessionFacts& facts) {
+    // Not the other socket: whoever connects there holds the compositor up until it has read something.
+    const std::string folder = platform::hyprland::folderOf(hyprlandFacts(facts));
+    return !folder.empty() && facts.isListenedTo(platform::hyprland::eventSocket(folder));
 }
 
 bool isKWin(const SessionFacts& facts) {
@@ -144,6 +156,14 @@ Opened openWayfire(const DesktopNeeds& needs, const SessionFacts& facts) {
                                                    .wayland = facts.name()});
 }
 
+Opened openHyprland(const DesktopNeeds& needs, const SessionFacts& facts) {
+    return std::make_unique<platform::hyprland::Desktop>(
+        needs.mainLoop, hyprlandFacts(facts),
+        [&localization = needs.localization](std::uint32_t keyCode, std::uint32_t modifiers) {
+            return titleOf(localization, keyCode, modifiers);
+        });
+}
+
 Opened openUnsupported(const DesktopNeeds& /*needs*/, const SessionFacts& /*facts*/) {
     return std::make_unique<UnsupportedDesktop>();
 }
@@ -153,9 +173,10 @@ Opened openNothing(const DesktopNeeds& /*needs*/, const SessionFacts& /*facts*/)
 }
 
 /// The first candidate whose condition holds is chosen.
-constexpr std::array<Candidate, 7> candidates{{
+constexpr std::array<Candidate, 9> candidates{{
     {DesktopKind::sway, isSway, openSway},
     {DesktopKind::wayfire, isWayfire, openWayfire},
+    {DesktopKind::hyprland, isHyprland, openHyprland},
     {DesktopKind::kwin, isKWin, openKWin},
     {DesktopKind::gnomeShell, isGnomeShell, openGnomeShell},
     {DesktopKind::cinnamon, isCinnamon, openCinnamon},

@@ -36,6 +36,7 @@ struct DesktopNeeds {
 enum class DesktopKind : std::uint8_t {
     sway,
     wayfire,
+    hyprland,
     kwin,
     gnomeShell,
     cinnamon,

@@ -39,6 +39,7 @@ SessionFacts SessionFacts::ofThisProcess() {
             .runtimeFolder = variable("XDG_RUNTIME_DIR"),
             .swaySocket = variable("SWAYSOCK"),
             .wayfireSocket = variable("WAYFIRE_SOCKET"),
+            .hyprlandSignature = variable("HYPRLAND_INSTANCE_SIGNATURE"),
             .currentDesktops = platform::linux::currentDesktops(),
             .isListenedTo = platform::linux::isListenedTo,
             .listenerAt = listenerProgram,

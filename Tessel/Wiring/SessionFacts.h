@@ -11,12 +11,13 @@ namespace tessel {
 
 /// The facts that identify this program's session and the placer of its windows.
 struct SessionFacts {
-    std::string display;        ///< `DISPLAY`
-    std::string waylandDisplay; ///< `WAYLAND_DISPLAY`
-    std::string sessionType;    ///< `XDG_SESSION_TYPE`
-    std::string runtimeFolder;  ///< `XDG_RUNTIME_DIR`
-    std::string swaySocket;     ///< `SWAYSOCK`
-    std::string wayfireSocket;  ///< `WAYFIRE_SOCKET`
+    std::string display;           ///< `DISPLAY`
+    std::string waylandDisplay;    ///< `WAYLAND_DISPLAY`
+    std::string sessionType;       ///< `XDG_SESSION_TYPE`
+    std::string runtimeFolder;     ///< `XDG_RUNTIME_DIR`
+    std::string swaySocket;        ///< `SWAYSOCK`
+    std::string wayfireSocket;     ///< `WAYFIRE_SOCKET`
+    std::string hyprlandSignature; ///< `HYPRLAND_INSTANCE_SIGNATURE`
     /// The names in `XDG_CURRENT_DESKTOP`.
     std::vector<std::string> currentDesktops = {};
 

@@ -21,6 +21,7 @@ struct Session {
     std::string sessionType = {};
     std::vector<std::string> currentDesktops = {};
     std::string swaySocket = {};
+    std::string hyprlandSignature = {};
     std::string liveSocket = {};
     std::string busName = {};
     std::string wayfireSocket = {};
@@ -35,6 +36,7 @@ struct Session {
             .runtimeFolder = "/run/user/7",
             .swaySocket = swaySocket,
             .wayfireSocket = wayfireSocket,
+            .hyprlandSignature = hyprlandSignature,
             .currentDesktops = currentDesktops,
             .isListenedTo = [this](const std::string& path) { return !path.empty() && path == liveSocket; },
             .listenerAt = [this](const std::string& path) { return path == "/run/user/7/wayland-1" ? program : ""; },
@@ -99,6 +101,28 @@ const std::vector<Session> sessions{
      .waylandDisplay = "wayland-1",
      .wayfireSocket = "/wayfire"},
     {.what = "X11 after Wayfire", .expected = Kind::x11, .display = ":0", .wayfireSocket = "/wayfire"},
+    {.what = "Hyprland",
+     .expected = Kind::hyprland,
+     .display = ":0",
+     .waylandDisplay = "wayland-1",
+     .currentDesktops = {"Hyprland"},
+     .hyprlandSignature = "abc_1_2",
+     .liveSocket = "/run/user/7/hypr/abc_1_2/.socket2.sock"},
+    {.what = "Hyprland that has ended",
+     .expected = Kind::unsupported,
+     .display = ":0",
+     .waylandDisplay = "wayland-1",
+     .hyprlandSignature = "abc_1_2"},
+    {.what = "GNOME that was started from within Hyprland",
+     .expected = Kind::gnomeShell,
+     .waylandDisplay = "wayland-0",
+     .currentDesktops = {"GNOME"},
+     .hyprlandSignature = "abc_1_2"},
+    {.what = "a signature that is a path",
+     .expected = Kind::unsupported,
+     .waylandDisplay = "wayland-1",
+     .hyprlandSignature = "../sway",
+     .liveSocket = "/run/user/7/hypr/../sway/.socket2.sock"},
     {.what = "Plasma",
      .expected = Kind::kwin,
      .display = ":0",

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "Platform/Compositor/WindowAccess.h"
+#include "Platform/Compositor/WindowKinds.h"
+#include "Platform/Compositor/WindowTable.h"
+#include "Platform/Hyprland/Layout.h"
+#include "Platform/Hyprland/Session.h"
+
+#include <chrono>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform::hyprland {
+
+/// Access to the windows of Hyprland. Windows are named by their addresses.
+///
+/// No event carries geometry, so the layout is read for each question about it; events only say that windows have come
+/// or gone. What is read is where a window is going to be: animations are not waited for.
+///
+/// The frame of a window is its contents with its border, which lies around them. The configuration and window rules
+/// set its width; a rule may set another one for a window that leaves the layout. So it is asked for of the focused
+/// window, and of one that is placed; others have the configured one until then.
+class WindowAccess final : public compositor::WindowAccess, private Session::Follower {
+public:
+    /// How long a resized window must keep its box to count as settled: a program that is asked for less than its
+    /// smallest size answers with that within some milliseconds, and the compositor grows the window around its middle.
+    static constexpr std::chrono::milliseconds rest{50};
+
+    /// All must outlive this. `ownProcess`: this program's.
+    WindowAccess(Session& session, compositor::WindowTable& table, linux::MainLoop& mainLoop,
+                 ProcessIdentifier ownProcess);
+
+    void refresh(Instant deadline) override;
+    AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
+    void prompt() override {}
+
+    [[nodiscard]] AccessObstacle obstacle() const override {
+        return {.kind = AccessObstacle::Kind::silentCompositor, .desktop = "Hyprland"};
+    }
+
+    [[nodiscard]] std::optional<corvid::CGPoint> pointer() override;
+    void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
+
+private:
+    struct OwnPlace {
+        corvid::CGPoint topLeft;
+        /// Whether it still has to be put there.
+        bool isDue = false;
+    };
+
+    /// What was read at one time, with frames that have their borders.
+    struct Reading {
+        std::vector<Client> clients;
+        std::vector<compositor::Output> outputs;
+        std::optional<compositor::WindowIdentifier> focused;
+    };
+
+    void sessionOpened() override;
+    void sessionClosed() override;
+    void sessionTold(std::string_view event, std::string_view data) override;
+    void sessionIsQuiet() override;
+
+    [[nodiscard]] std::optional<std::vector<Client>> readWindows(Instant deadline);
+    [[nodiscard]] std::optional<Reading> readAll(Instant deadline);
+    /// Stores the state that was read; false if the reading failed.
+    bool update(Instant deadline);
+    void updateOnceAnswering();
+    void tellTable(Reading reading);
+    void tellWindows(const std::vector<Client>& clients);
+    /// Waits until the window keeps its frame for that long; the box of its contents. Empty if it does not in time.
+    [[nodiscard]] std::optional<corvid::CGRect> settledBox(const compositor::WindowIdentifier& window, Duration rest,
+                                                           Instant deadline);
+
+    [[nodiscard]] double border(const compositor::WindowIdentifier& window) const;
+    void readBorder(const compositor::WindowIdentifier& window, Instant deadline);
+    void addBorders(std::vector<Client>& clients) const;
+    [[nodiscard]] corvid::CGRect boxIn(const corvid::CGRect& frame, const compositor::WindowIdentifier& window) const;
+
+    void placeOwnWindows(const std::vector<Client>& clients);
+
+    Session& session;
+    compositor::WindowTable& table;
+    linux::MainLoop& mainLoop;
+    ProcessIdentifier ownProcess;
+    bool isStale = false;
+    std::unique_ptr<ScheduledWork> retry;
+    compositor::WindowKinds kinds;
+    /// Those that were there at the last reading.
+    std::map<compositor::WindowIdentifier, Client> known;
+    /// Empty until it is read.
+    std::optional<double> configuredBorder;
+    std::map<compositor::WindowIdentifier, double> borders;
+    std::map<std::string, OwnPlace> ownPlaces;
+};
+
+} // namespace platform::hyprland
