@@ -39,8 +39,9 @@ protected:
         peer.setBorder(GetParam().border);
     }
 
-    /// The action on the window, in a turn of the loop as a press would be; its frame then, with its border.
-    [[nodiscard]] CGRect frameAfter(WindowAction action, const FakeHyprland::Window& window) {
+    /// Performs the action on the window, in a turn of the loop as a press would; the window then has that frame. What
+    /// nobody reads any more is asked for without waiting.
+    void expectFrame(const CGRect& expected, WindowAction action, const FakeHyprland::Window& window) {
         peer.setWindows({window});
         peer.setFocused(window.address);
         Desktop desktop(loop, peer.facts());
@@ -74,11 +75,20 @@ protected:
             tessel::WindowMover::perform(action, linux::windowElement(compositor::WindowIdentifier("0x7")));
             isDone = true;
         });
-        EXPECT_TRUE(runUntil(loop, [&] { return isDone; }));
-        const CGRect box = peer.window(window.address).box;
+        CGRect frame;
+        EXPECT_TRUE(runUntil(loop,
+                             [&] {
+                                 frame = frameOf(peer.window(window.address));
+                                 return isDone && frame == expected;
+                             }))
+            << action.rawValue() << " to " << frame.minX() << ", " << frame.minY() << ", " << frame.width() << ", "
+            << frame.height();
+    }
+
+    [[nodiscard]] static CGRect frameOf(const FakeHyprland::Window& window) {
         const double border = GetParam().border;
-        return {{box.origin.x - border, box.origin.y - border},
-                {box.size.width + 2 * border, box.size.height + 2 * border}};
+        return {{window.box.origin.x - border, window.box.origin.y - border},
+                {window.box.size.width + 2 * border, window.box.size.height + 2 * border}};
     }
 
     [[nodiscard]] CGRect centered(CGSize size) const {
@@ -99,15 +109,14 @@ TEST_P(HyprlandActions, PutAWindowExactlyWhereItBelongs) {
     const FakeHyprland::Window window{
         .address = 7, .box = {{area.minX() + 40, area.minY() + 60}, {400 - 2 * border, 300 - 2 * border}}};
     const CGRect left{area.origin, {area.size.width / 2, area.size.height}};
-    EXPECT_EQ(frameAfter(WindowAction::leftHalf, window), left);
-    EXPECT_EQ(frameAfter(WindowAction::rightHalf, window),
-              (CGRect{{area.midX(), area.minY()}, {area.size.width / 2, area.size.height}}));
-    EXPECT_EQ(frameAfter(WindowAction::center, window), centered({400, 300}));
-    EXPECT_EQ(frameAfter(WindowAction::maximize, window), area);
-    EXPECT_EQ(frameAfter(WindowAction::almostMaximize, window),
-              centered({area.size.width * 0.9, area.size.height * 0.9}));
-    EXPECT_EQ(frameAfter(WindowAction::maximizeHeight, window),
-              (CGRect{{area.minX() + 40 - border, area.minY()}, {400, area.size.height}}));
+    expectFrame(left, WindowAction::leftHalf, window);
+    expectFrame((CGRect{{area.midX(), area.minY()}, {area.size.width / 2, area.size.height}}), WindowAction::rightHalf,
+                window);
+    expectFrame(centered({400, 300}), WindowAction::center, window);
+    expectFrame(area, WindowAction::maximize, window);
+    expectFrame(centered({area.size.width * 0.9, area.size.height * 0.9}), WindowAction::almostMaximize, window);
+    expectFrame((CGRect{{area.minX() + 40 - border, area.minY()}, {400, area.size.height}}),
+                WindowAction::maximizeHeight, window);
 }
 
 TEST_P(HyprlandActions, PutAWindowThatRefusesTheSizeAtTheEdge) {
@@ -119,8 +128,8 @@ TEST_P(HyprlandActions, PutAWindowThatRefusesTheSizeAtTheEdge) {
                                       .isFloating = true,
                                       .smallest = {smallest, 10}};
     const double width = smallest + 2 * border;
-    EXPECT_EQ(frameAfter(WindowAction::rightHalf, window),
-              (CGRect{{area.maxX() - width, area.minY()}, {width, area.size.height}}));
+    expectFrame((CGRect{{area.maxX() - width, area.minY()}, {width, area.size.height}}), WindowAction::rightHalf,
+                window);
 }
 
 INSTANTIATE_TEST_SUITE_P(
