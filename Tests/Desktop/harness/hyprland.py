@@ -8,6 +8,8 @@ import time
 from pathlib import Path
 from typing import Any, NamedTuple
 
+from PIL import Image
+
 from .applications import Application
 from .machine_keyboard import MachineKeyboard
 from .product import Product, run_to_end
@@ -72,8 +74,9 @@ class HyprlandDesktop:
             self._start()
             self._start_bus()
             self.keyboard = MachineKeyboard()
-        except BaseException:
-            self._print_logs()
+        except BaseException as failure:
+            if not isinstance(failure, Skipped):
+                self._print_logs()
             self.close()
             raise
 
@@ -82,7 +85,7 @@ class HyprlandDesktop:
     def _start(self) -> None:
         seat = Path("/run/seatd.sock")
         seat.unlink(missing_ok=True)
-        self.session.start(["seatd"], "seatd")
+        self.session.start(["/usr/sbin/seatd"], "seatd")
         until(seat.exists, "the seat", PATIENCE)
         # The option is its way to say that root may start it.
         self.compositor = self.session.start(["Hyprland", "--i-am-really-stupid"], "hyprland")
@@ -195,6 +198,15 @@ class HyprlandDesktop:
 
     def holds_frame(self, address: str, frame: Rect, what: str) -> None:
         until_equal(lambda: self.frame(address), frame, what, PATIENCE)
+
+    def picture(self, what: str) -> Image.Image:
+        """What the monitor shows; it is kept with the pictures of the other tests."""
+        require("grim", "grim")
+        folder = Path(os.environ.get("TESSEL_DESKTOP_PICTURES", self.session.directory))
+        folder.mkdir(parents=True, exist_ok=True)
+        path = folder / f"{self.name}.{what}.png"
+        self.session.run(["grim", str(path)])
+        return Image.open(path).convert("RGB")
 
     # The program under test
 
