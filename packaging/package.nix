@@ -14,6 +14,8 @@
   python3,
   qt6,
   systemdLibs,
+  wayland,
+  wayland-scanner,
 }:
 
 stdenv.mkDerivation {
@@ -30,6 +32,7 @@ stdenv.mkDerivation {
     (python3.withPackages (packages: [ packages.pillow ]))
     qt6.qttools
     qt6.wrapQtAppsHook
+    wayland-scanner
   ];
   buildInputs = [
     glib
@@ -41,7 +44,10 @@ stdenv.mkDerivation {
     qt6.qtsvg
     qt6.qtwayland
     systemdLibs
+    wayland
   ];
+  # It is loaded by its name.
+  qtWrapperArgs = [ "--prefix LD_LIBRARY_PATH : ${lib.makeLibraryPath [ wayland ]}" ];
   cmakeBuildType = "MinSizeRel";
   cmakeFlags = [
     (lib.cmakeBool "CMAKE_UNITY_BUILD" true)

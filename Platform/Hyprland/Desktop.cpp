@@ -7,12 +7,16 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace platform::hyprland {
 
 namespace {
 
 constexpr std::chrono::milliseconds endingLeeway{500};
+
+/// The name of our desktop entry.
+constexpr const char* applicationId = "org.corvid.Tessel";
 
 } // namespace
 
@@ -21,11 +25,17 @@ DesktopParts::DesktopParts(linux::MainLoop& mainLoop, const InstanceFacts& facts
     , access(session, windowTable, mainLoop, ::getpid()) {
 }
 
-Desktop::Desktop(linux::MainLoop& mainLoop, const InstanceFacts& facts)
+Desktop::Desktop(linux::MainLoop& mainLoop, const InstanceFacts& facts, HotKeys::Naming naming)
     : DesktopParts(mainLoop, facts)
     , compositor::Desktop(mainLoop, windowTable, access)
     , mainLoop(mainLoop)
-    , facts(facts) {
+    , facts(facts)
+    , hotKeys(
+          session,
+          [&mainLoop, socket = displaySocket(facts)](HotKeys::Protocol::Told told, Instant deadline) {
+              return HotKeys::Protocol::open(mainLoop, socket, applicationId, std::move(told), deadline);
+          },
+          std::move(naming)) {
     session.follow(*this);
     endAfter(patience);
     session.start();

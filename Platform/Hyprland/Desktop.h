@@ -1,8 +1,9 @@
 #pragma once
 
-#include "Platform/Absent/Desktop.h"
 #include "Platform/Compositor/Desktop.h"
 #include "Platform/Compositor/WindowTable.h"
+#include "Platform/Hyprland/BindHolders.h"
+#include "Platform/Hyprland/HotKeys.h"
 #include "Platform/Hyprland/Instance.h"
 #include "Platform/Hyprland/Session.h"
 #include "Platform/Hyprland/WindowAccess.h"
@@ -33,14 +34,17 @@ public:
     /// whose program would find this one still running.
     static constexpr std::chrono::seconds patienceAfterLeaving{2};
 
-    /// Connects at once if the compositor is there, else when it is.
-    Desktop(linux::MainLoop& mainLoop, const InstanceFacts& facts);
+    /// Connects at once if the compositor is there, else when it is. `naming`: the text for a combination in the
+    /// compositor's lists.
+    Desktop(linux::MainLoop& mainLoop, const InstanceFacts& facts, HotKeys::Naming naming);
 
     [[nodiscard]] std::string_view name() const override { return "Hyprland"; }
 
     [[nodiscard]] Beep& sound() override { return bell; }
 
     [[nodiscard]] HotKeyEvents& hotKeyEvents() override { return hotKeys; }
+
+    [[nodiscard]] ShortcutHolders* shortcutHolders() override { return &holders; }
 
 private:
     void sessionOpened() override { end.reset(); }
@@ -57,7 +61,8 @@ private:
     InstanceFacts facts;
     linux::SoundThemeBeep bell;
     std::unique_ptr<ScheduledWork> end;
-    absent::HotKeyEvents hotKeys;
+    HotKeys hotKeys;
+    BindHolders holders{mainLoop, hotKeys};
 };
 
 } // namespace platform::hyprland

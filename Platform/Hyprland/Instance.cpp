@@ -50,6 +50,11 @@ std::string runningFolder(const InstanceFacts& facts) {
     return {};
 }
 
+std::string displaySocket(const InstanceFacts& facts) {
+    const bool isPath = facts.display.starts_with('/');
+    return isPath || facts.display.empty() ? facts.display : facts.runtimeFolder + "/" + facts.display;
+}
+
 std::string requestSocket(const std::string& folder) {
     return folder + "/.socket.sock";
 }

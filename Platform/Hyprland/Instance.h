@@ -22,6 +22,9 @@ struct InstanceFacts {
 /// one that a later compositor on the same display has made. Empty if neither runs. Does not wait.
 [[nodiscard]] std::string runningFolder(const InstanceFacts& facts);
 
+/// The path of Wayland's socket; empty if the display has no name.
+[[nodiscard]] std::string displaySocket(const InstanceFacts& facts);
+
 /// The sockets in such a folder.
 [[nodiscard]] std::string requestSocket(const std::string& folder);
 [[nodiscard]] std::string eventSocket(const std::string& folder);

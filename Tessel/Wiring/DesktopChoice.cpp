@@ -128,7 +128,11 @@ Opened openSway(const DesktopNeeds& needs, const SessionFacts& facts) {
 }
 
 Opened openHyprland(const DesktopNeeds& needs, const SessionFacts& facts) {
-    return std::make_unique<platform::hyprland::Desktop>(needs.mainLoop, hyprlandFacts(facts));
+    return std::make_unique<platform::hyprland::Desktop>(
+        needs.mainLoop, hyprlandFacts(facts),
+        [&localization = needs.localization](std::uint32_t keyCode, std::uint32_t modifiers) {
+            return titleOf(localization, keyCode, modifiers);
+        });
 }
 
 Opened openUnsupported(const DesktopNeeds& /*needs*/, const SessionFacts& /*facts*/) {

@@ -44,8 +44,9 @@ WALLS = [
     Wall("Platform/Simulated", rf"{SEAM}|(Platform/Simulated|CorvidKitCore)/.*"),
     Wall("Platform/Linux", rf"{DESKTOP}|{REQUESTS}|(Platform/Linux|CorvidKitCore)/.*", rf"glib\.h|systemd/.*|plist/.*|{SYSTEM}"),
     Wall("Platform/X11", rf"{DESKTOP}|(Platform/X11|Platform/Linux|CorvidKitCore)/.*", rf"xcb/.*|{SYSTEM}"),
-    Wall("Platform/Compositor", rf"{DESKTOP}|(Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
-         rf"nlohmann/json\.hpp|{SYSTEM}"),
+    Wall("Platform/Compositor",
+         rf"{DESKTOP}|(Platform/Compositor|Platform/Linux|CorvidKitCore)/.*|(vicinae|xx)-hotkey-v1-client-protocol\.h",
+         rf"nlohmann/json\.hpp|wayland-client\.h|{SYSTEM}"),
     # The IPC that sway has from i3.
     Wall("Platform/I3Ipc", rf"{DESKTOP}|(Platform/I3Ipc|Platform/Compositor|Platform/Linux|CorvidKitCore)/.*",
          rf"nlohmann/json\.hpp|{SYSTEM}"),

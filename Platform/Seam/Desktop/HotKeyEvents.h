@@ -87,7 +87,7 @@ enum class LoanObstacle : std::uint8_t {
     keySequence,
     /// KGlobalAccel: the duty to give it back could not be written down.
     notWrittenDown,
-    /// KGlobalAccel: its holder's keys could not be changed.
+    /// KGlobalAccel: its holder's keys could not be changed. Hyprland: it lends nothing.
     notReleased,
 };
 

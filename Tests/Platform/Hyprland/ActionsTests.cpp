@@ -21,6 +21,10 @@ using corvid::CGSize;
 using tessel::WindowAction;
 using Configuration = FakeHyprland::Configuration;
 
+std::string titleOf(std::uint32_t /*keyCode*/, std::uint32_t /*modifiers*/) {
+    return "Left Half";
+}
+
 /// One output, as it is configured, and what is left of it for windows, in the layout's points.
 struct Setup {
     std::string what;
@@ -44,7 +48,7 @@ protected:
     void expectFrame(const CGRect& expected, WindowAction action, const FakeHyprland::Window& window) {
         peer.setWindows({window});
         peer.setFocused(window.address);
-        Desktop desktop(loop, peer.facts());
+        Desktop desktop(loop, peer.facts(), titleOf);
         const Platform table{
             .accessibility = desktop.accessibility(),
             .accessibilityObservers = desktop.accessibilityObservers(),
@@ -155,7 +159,7 @@ TEST(HyprlandDesktop, TellsOfApplicationsByTheirFirstWindows) {
     linux::MainLoop loop;
     linux::PlainIdentification identification;
     linux::PlainCatalogue catalogue;
-    Desktop desktop(loop, peer.facts());
+    Desktop desktop(loop, peer.facts(), titleOf);
     EXPECT_EQ(desktop.name(), "Hyprland");
     std::vector<std::string> launched;
     static_cast<void>(desktop.runningApplications().notificationCenter()->addObserver(
@@ -173,7 +177,7 @@ TEST(HyprlandDesktop, TellsOfApplicationsByTheirFirstWindows) {
 TEST(HyprlandDesktop, EndsTheLoopSoonAfterTheUserHasLoggedOut) {
     FakeHyprland peer;
     linux::MainLoop loop;
-    const Desktop desktop(loop, peer.facts());
+    const Desktop desktop(loop, peer.facts(), titleOf);
     peer.stop();
     EXPECT_EQ(loop.run(), EXIT_FAILURE);
 }

@@ -15,6 +15,11 @@ std::vector<std::string> parts(const std::string& text, const std::regex& expres
     return {std::sregex_token_iterator(text.begin(), text.end(), expression, -1), std::sregex_token_iterator()};
 }
 
+int modifiersIn(const std::string& names) {
+    return (names.contains("SHIFT") ? 1 : 0) + (names.contains("CTRL") ? 4 : 0) + (names.contains("ALT") ? 8 : 0) +
+           (names.contains("SUPER") ? 64 : 0);
+}
+
 } // namespace
 
 std::string writtenAddress(std::uint64_t address) {
@@ -151,7 +156,7 @@ std::string FakeHyprland::order(const std::string& request) {
 }
 
 std::string FakeHyprland::evaluate(const std::string& code) {
-    if (code.contains("hl.bind") || code.contains(":remove()") || code.contains("tessel")) {
+    if (code.starts_with("if ")) {
         return bindOrder(code);
     }
     static const std::regex call(
@@ -216,23 +221,39 @@ void FakeHyprland::resize(Window& each, corvid::CGSize size) {
 }
 
 std::string FakeHyprland::bindOrder(const std::string& request) {
-    static const std::regex old(R"(keyword (bind|unbind) ([A-Z_ ]*), ?code:(\d+)(?:, ?event, ?(.*))?)");
+    static const std::regex old(R"((?:keyword (bind|unbind) )([A-Z ]*),code:(\d+)(?:,event,(.*))?)");
+    static const std::regex removal(R"(^if (\w+) then \1:remove\(\) \1=nil end ?)");
+    static const std::regex making(
+        R"re((\w+)=hl\.bind\("([A-Z+ ]*)code:(\d+)",hl\.dsp\.event\("(.*)"\),\{description="(.*)"\}\))re");
     std::smatch match;
+    if (std::regex_search(request, match, removal)) {
+        const std::string name = match[1];
+        std::erase_if(bindings, [&](const Bind& each) { return each.name == name; });
+        const std::string rest = match.suffix();
+        std::smatch made;
+        if (std::regex_match(rest, made, making)) {
+            bindings.push_back({.modifiers = modifiersIn(made[2]),
+                                .keyCode = std::stoi(made[3]),
+                                .dispatcher = "__lua",
+                                .argument = "17",
+                                .description = made[5],
+                                .name = made[1]});
+        }
+        return "ok";
+    }
     if (!std::regex_match(request, match, old)) {
         return "unknown request";
     }
-    int modifiers = 0;
-    const std::string names = match[2];
-    modifiers += names.contains("SHIFT") ? 1 : 0;
-    modifiers += names.contains("CTRL") ? 4 : 0;
-    modifiers += names.contains("ALT") ? 8 : 0;
-    modifiers += names.contains("SUPER") ? 64 : 0;
+    const int modifiers = modifiersIn(match[2]);
     const int keyCode = std::stoi(match[3]);
     if (match[1] == "bind") {
         bindings.push_back({.modifiers = modifiers, .keyCode = keyCode, .dispatcher = "event", .argument = match[4]});
     } else {
-        std::erase_if(bindings,
-                      [&](const Bind& each) { return each.modifiers == modifiers && each.keyCode == keyCode; });
+        // Whoever made it, and in any mode.
+        constexpr int left = 113;
+        std::erase_if(bindings, [&](const Bind& each) {
+            return each.modifiers == modifiers && (each.keyCode == keyCode || (keyCode == left && each.key == "left"));
+        });
     }
     return "ok";
 }
