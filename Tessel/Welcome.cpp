@@ -57,11 +57,11 @@ void Welcome::begin(AppState& newState, Commands newCommands) {
         // Told before the change; in the next turn it is there.
         platform::current().mainActor.post([this, watch = lifetime.watch()] {
             if (!watch.isOver()) {
-                sayIfReady();
+                follow();
             }
         });
     });
-    sayIfReady();
+    follow();
     if (isFirstStart) {
         openSoon();
     }
@@ -108,11 +108,26 @@ void Welcome::openIfNeeded() {
     commands.open();
 }
 
-void Welcome::noteLogin() {
+bool Welcome::needsLogin() const {
     const std::optional<platform::AccessObstacle>& obstacle = state->obstacle();
-    if (obstacle && obstacle->kind == platform::AccessObstacle::Kind::extensionNotLoaded) {
+    return obstacle && obstacle->kind == platform::AccessObstacle::Kind::extensionNotLoaded;
+}
+
+void Welcome::noteLogin() {
+    noting.reset();
+    if (needsLogin()) {
         preferences[awaitsLoginPreference] = true;
     }
+}
+
+void Welcome::follow() {
+    const std::optional<bool> awaitsLogin = preferences[awaitsLoginPreference];
+    if (!needsLogin() || awaitsLogin) {
+        noting.reset();
+    } else if (!noting) {
+        noting = after(certainty, &Welcome::noteLogin);
+    }
+    sayIfReady();
 }
 
 void Welcome::look() {

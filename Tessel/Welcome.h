@@ -20,7 +20,8 @@ namespace tessel {
 /// start opens it for the same one. It stays closed while the program is switched off, and from a locked session until
 /// the next start.
 ///
-/// Says that the program is ready once windows can be moved, if the user had to log out and in for it.
+/// Says that the program is ready once windows can be moved, if the user had to log out and in for it. The note of that
+/// is in the settings, so the next start says it, whoever starts the program and whenever.
 ///
 /// Main thread only.
 class Welcome {
@@ -40,6 +41,10 @@ public:
     /// The time after which a later start looks for obstacles: by then a new session has its window manager, and the
     /// state knows it.
     static constexpr platform::Duration patience = std::chrono::seconds(20);
+
+    /// How long the need of a log-in must hold to be noted: at the start of a session, the extension is loaded a little
+    /// later than the program asks for it. A user who has read the card needs longer to log out.
+    static constexpr platform::Duration certainty = std::chrono::seconds(5);
 
     /// To be made before the first state over these settings, which leaves its notes in them. The settings must outlive
     /// this.
@@ -65,7 +70,10 @@ private:
 
     /// Keeps that the user has to log in again, as long as that is so.
     void noteLogin();
+    void follow();
     void sayIfReady();
+
+    [[nodiscard]] bool needsLogin() const;
 
     [[nodiscard]] std::unique_ptr<platform::ScheduledWork> after(platform::Duration delay, void (Welcome::*work)());
 
@@ -76,6 +84,7 @@ private:
     std::unique_ptr<platform::LockWatch> lockWatch;
     std::unique_ptr<platform::ScheduledWork> opening;
     std::unique_ptr<platform::ScheduledWork> looking;
+    std::unique_ptr<platform::ScheduledWork> noting;
     corvid::Subscription changes;
     corvid::Lifetime lifetime;
 };

@@ -10,6 +10,6 @@ RoundedRectangle {
     visible: control.activeFocus && Environment.isUsingKeyboard && !Environment.isSnapshot
     color: "transparent"
     borderWidth: 2
-    borderColor: Qt.alpha(Environment.appBrand.accent, 0.65)
+    borderColor: Style.brandMark(Environment.appBrand.accent)
     radius: 8
 }

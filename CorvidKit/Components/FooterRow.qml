@@ -45,7 +45,7 @@ Pressable {
             anchors.baselineOffset: label.rise
             text: row.detail
             font: row.detailIsKeys ? Environment.keyFont(12) : Environment.font(12)
-            color: Style.tertiary
+            color: row.isPressed ? Style.secondary : Style.tertiary
             Accessible.ignored: true
         }
         Label {
@@ -54,7 +54,7 @@ Pressable {
             visible: row.shortcut !== ""
             text: row.shortcut
             font: Environment.keyFont(12)
-            color: Style.tertiary
+            color: row.isPressed ? Style.secondary : Style.tertiary
             Accessible.ignored: true
         }
     }

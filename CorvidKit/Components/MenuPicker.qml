@@ -9,6 +9,7 @@ Pressable {
     // The picker's purpose, for users who cannot see the text beside it.
     property string purpose
     property alias menu: popup
+    readonly property bool isRaised: isHovered || popup.isOpen
 
     implicitWidth: content.width + 10
     implicitHeight: 20
@@ -24,7 +25,7 @@ Pressable {
         anchors.fill: parent
         z: -1
         radius: Style.controlRadius
-        visible: picker.isHovered || popup.isOpen
+        visible: picker.isRaised
         color: Style.hoverFill
     }
     Row {
@@ -39,14 +40,14 @@ Pressable {
             anchors.verticalCenter: parent.verticalCenter
             name: picker.symbol
             size: 9
-            color: Style.secondary
+            color: picker.isRaised ? Style.primary : Style.secondary
         }
         Label {
             anchors.baseline: parent.verticalCenter
             anchors.baselineOffset: rise
             text: picker.title
             size: 11
-            color: Style.secondary
+            color: picker.isRaised ? Style.primary : Style.secondary
             Accessible.ignored: true
         }
         Item {
@@ -60,7 +61,7 @@ Pressable {
                 anchors.left: parent.left
                 name: "chevron.up.chevron.down"
                 size: 8
-                color: Style.tertiary
+                color: picker.isRaised ? Style.primary : Style.tertiary
             }
         }
     }

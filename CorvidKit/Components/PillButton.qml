@@ -13,15 +13,16 @@ Pressable {
     ringRadius: isBordered ? 8 : 13
 
     RoundedRectangle {
+        readonly property real darker: pill.isPressed ? 0.12 : 0
+
         anchors.fill: parent
         z: -1
         radius: pill.isBordered ? Style.controlRadius : height / 2
-        color: pill.isProminent ? Style.underText(Environment.appBrand.accent, 0.14) : pill.isPressed ? Style.pressedFill
+        color: pill.isProminent ? Style.underText(Environment.appBrand.accent, 0.14 + darker) : pill.isPressed ? Style.pressedFill
              : pill.isBordered ? Style.cap : pill.isHovered ? Style.hoverFill : Style.fill
-        endColor: pill.isProminent ? Style.underText(Environment.appBrand.accent, 0.22) : "transparent"
+        endColor: pill.isProminent ? Style.underText(Environment.appBrand.accent, 0.22 + darker) : "transparent"
         borderColor: pill.isBordered ? Style.capBorder : "transparent"
         borderWidth: pill.isBordered ? Style.hairline : 0
-        opacity: pill.isProminent && pill.isPressed ? 0.8 : 1
     }
     Label {
         id: label

@@ -7,7 +7,7 @@ Item {
 
     property string title
     property string help
-    readonly property bool isPressed: area.pressed && area.containsMouse
+    property bool isPressed: area.pressed && area.containsMouse
     property bool isHovered: false
     property real ringRadius: 8
     property alias hasRing: ring.isWanted

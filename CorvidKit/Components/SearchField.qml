@@ -18,14 +18,17 @@ FocusScope {
         anchors.fill: parent
         radius: 7
         color: Style.card
-        borderColor: input.activeFocus ? Qt.alpha(Environment.appBrand.accent, 0.8) : Style.capBorder
+        borderColor: input.activeFocus ? Style.brandMark(Environment.appBrand.accent) : Style.capBorder
         borderWidth: input.activeFocus ? 2 : Style.hairline
     }
+    // Where the rows of the list have their icons.
     Symbol {
         id: glass
         anchors.left: parent.left
-        anchors.leftMargin: 8
+        anchors.leftMargin: 10
         anchors.verticalCenter: parent.verticalCenter
+        width: 20
+        height: 20
         name: "magnifyingglass"
         size: 11
         color: Style.secondary
@@ -33,10 +36,11 @@ FocusScope {
     TextInput {
         id: input
         anchors.left: glass.right
-        anchors.leftMargin: 6
+        anchors.leftMargin: 10
         anchors.right: clear.left
         anchors.rightMargin: 4
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: parent.verticalCenter
+        anchors.baselineOffset: placeholder.rise
         focus: true
         activeFocusOnTab: true
         clip: true
@@ -59,9 +63,11 @@ FocusScope {
         Accessible.searchEdit: true
     }
     Label {
+        id: placeholder
         anchors.left: input.left
         anchors.right: input.right
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: parent.verticalCenter
+        anchors.baselineOffset: rise
         visible: input.text === "" && input.preeditText === ""
         text: field.placeholder
         size: 12.5
@@ -71,7 +77,8 @@ FocusScope {
     Symbol {
         id: clear
         anchors.right: parent.right
-        anchors.rightMargin: 8
+        // The drawing ends a point within its square.
+        anchors.rightMargin: 9
         anchors.verticalCenter: parent.verticalCenter
         visible: input.text !== ""
         name: "xmark.circle.fill"

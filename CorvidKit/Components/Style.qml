@@ -56,6 +56,12 @@ QtObject {
         return Qt.rgba(base.r * (1 - amount), base.g * (1 - amount), base.b * (1 - amount), base.a);
     }
 
+    // A colour that can be told from every surface, also from highlighted rows and from shadows.
+    function brandMark(base: color): color {
+        return isDark ? Qt.rgba(base.r + (1 - base.r) * 0.3, base.g + (1 - base.g) * 0.3, base.b + (1 - base.b) * 0.3, base.a)
+                      : underText(base, 0.3);
+    }
+
     // The side of a symbol's square, as a multiple of the size of the text beside it.
     readonly property real symbolScale: 1.25
 

@@ -33,7 +33,7 @@
     </message>
     <message>
         <source>This app never goes online, so it can&apos;t check by itself. Checking on the website takes one click.</source>
-        <translation>Diese App geht nie online und kann deshalb nicht selbst nachsehen. Auf der Website genügt dafür ein Klick.</translation>
+        <translation>Diese App geht nie online und kann deshalb nicht selbst nachsehen. Ein Klick führt zur Website.</translation>
     </message>
     <message>
         <source>Check</source>

@@ -33,7 +33,7 @@
     </message>
     <message>
         <source>This app never goes online, so it can&apos;t check by itself. Checking on the website takes one click.</source>
-        <translation>이 앱은 인터넷에 연결하지 않으므로 직접 확인할 수 없습니다. 웹사이트에서 클릭 한 번으로 확인할 수 있습니다.</translation>
+        <translation>이 앱은 인터넷에 연결하지 않아 직접 확인할 수 없습니다. 웹사이트에서 클릭 한 번이면 됩니다.</translation>
     </message>
     <message>
         <source>Check</source>

@@ -189,7 +189,7 @@
     </message>
     <message>
         <source>%1 belongs to %3</source>
-        <translation>%1は%3が使用しています</translation>
+        <translation>%1 は %3 が使用しています</translation>
     </message>
     <message>
         <source>switches to the workspace on the left</source>
@@ -217,19 +217,19 @@
     </message>
     <message>
         <source>shows all windows</source>
-        <translation>すべてのウインドウを表示します</translation>
+        <translation>すべてのウィンドウを表示します</translation>
     </message>
     <message>
         <source>Tessel cannot borrow it: it is held in both ways that X11 offers</source>
-        <translation>Tesselでは借りられません：X11の2つの方法の両方で使われています</translation>
+        <translation>Tessel では借りられません：X11 の 2 つの方法の両方で使われています</translation>
     </message>
     <message>
         <source>Tessel cannot borrow it: an app, an extension or a part of the desktop has reserved it</source>
-        <translation>Tesselでは借りられません：アプリ、拡張機能またはデスクトップの一部が予約しています</translation>
+        <translation>Tessel では借りられません：アプリ、拡張機能またはデスクトップの一部が予約しています</translation>
     </message>
     <message>
         <source>Tessel cannot borrow it: it could not be given back to the desktop</source>
-        <translation>Tesselでは借りられません：デスクトップに返すことができません</translation>
+        <translation>Tessel では借りられません：デスクトップに返すことができません</translation>
     </message>
     <message>
         <source>Tessel cannot borrow it from this version of the desktop</source>
@@ -237,23 +237,23 @@
     </message>
     <message>
         <source>Tessel can borrow it after you log out and in again</source>
-        <translation>一度ログアウトして再びログインすると、Tesselで借りられます</translation>
+        <translation>一度ログアウトして再びログインすると、Tessel で借りられます</translation>
     </message>
     <message>
         <source>Tessel cannot borrow it: its line is for one keyboard or one layout only</source>
-        <translation>Tesselでは借りられません：この行は1つのキーボードまたは1つのレイアウト専用です</translation>
+        <translation>Tessel では借りられません：この行は 1 つのキーボードまたは 1 つのレイアウト専用です</translation>
     </message>
     <message>
         <source>Tessel cannot borrow it: it is part of a sequence of keys</source>
-        <translation>Tesselでは借りられません：連続するキー操作の一部です</translation>
+        <translation>Tessel では借りられません：連続するキー操作の一部です</translation>
     </message>
     <message>
         <source>Tessel cannot borrow it: the note on whose it is cannot be saved</source>
-        <translation>Tesselでは借りられません：だれのものかの記録を保存できません</translation>
+        <translation>Tessel では借りられません：だれのものかの記録を保存できません</translation>
     </message>
     <message>
         <source>Tessel cannot borrow it: the desktop does not release it</source>
-        <translation>Tesselでは借りられません：デスクトップが解放しません</translation>
+        <translation>Tessel では借りられません：デスクトップが解放しません</translation>
     </message>
     <message>
         <source>When these apps open</source>
@@ -261,7 +261,7 @@
     </message>
     <message>
         <source>Their first window is maximized or centered on the screen it opens on.</source>
-        <translation>最初のウィンドウを開いた画面で最大化か中央に置きます。</translation>
+        <translation>最初のウィンドウを開いた画面で最大化か中央に配置します</translation>
     </message>
     <message>
         <source>No apps yet</source>
@@ -353,11 +353,11 @@
     </message>
     <message>
         <source>%1 uses %2. Tessel can have them while it runs; no setting is changed.</source>
-        <translation>%1が%2を使っています。Tesselの動作中はTesselで使えます。設定は変更されません。</translation>
+        <translation>%1 が %2 を使っています。Tessel の動作中は Tessel で使えます。設定は変更されません。</translation>
     </message>
     <message>
         <source>Another app uses %1. Tessel can have them while it runs; no setting is changed.</source>
-        <translation>別のアプリが%1を使っています。Tesselの動作中はTesselで使えます。設定は変更されません。</translation>
+        <translation>別のアプリが %1 を使っています。Tessel の動作中は Tessel で使えます。設定は変更されません。</translation>
     </message>
     <message>
         <source>Other keys for the same keep working: %1.</source>
@@ -365,15 +365,15 @@
     </message>
     <message>
         <source>%1 uses %2. Tessel can have them while it runs; the system settings are changed for that time.</source>
-        <translation>%1が%2を使っています。Tesselの動作中はTesselで使えます。その間、システムの設定が変更されます。</translation>
+        <translation>%1 が %2 を使っています。Tessel の動作中は Tessel で使えます。その間、システムの設定が変更されます。</translation>
     </message>
     <message>
         <source>Another app uses %1. Tessel can have them while it runs; the system settings are changed for that time.</source>
-        <translation>別のアプリが%1を使っています。Tesselの動作中はTesselで使えます。その間、システムの設定が変更されます。</translation>
+        <translation>別のアプリが %1 を使っています。Tessel の動作中は Tessel で使えます。その間、システムの設定が変更されます。</translation>
     </message>
     <message>
         <source>Use for Tessel</source>
-        <translation>Tesselで使う</translation>
+        <translation>Tessel で使う</translation>
     </message>
     <message>
         <source>Borrowed shortcuts: %1</source>
@@ -385,7 +385,7 @@
     </message>
     <message>
         <source>Tessel is ready</source>
-        <translation>Tesselを使えます</translation>
+        <translation>Tessel の準備ができました</translation>
     </message>
     <message>
         <source>Ctrl</source>

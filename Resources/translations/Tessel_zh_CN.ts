@@ -53,7 +53,7 @@
     </message>
     <message>
         <source>This is still the former version. Restart Tessel to use the new one.</source>
-        <translation>当前运行的仍是旧版本。重新启动 Tessel 即可使用新版本。</translation>
+        <translation>仍在运行旧版本，重启 Tessel 即可使用新版本。</translation>
     </message>
     <message>
         <source>Allow Accessibility access</source>

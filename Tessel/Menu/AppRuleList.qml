@@ -3,23 +3,17 @@ import CorvidKit
 import Tessel
 
 // The rows of the rules; the list creates them as they become visible.
-ListView {
+RowList {
     id: list
 
     required property MenuState appState
-    readonly property real rowHeight: 30
 
-    // How much of that room it takes. Where there are more rows than fit, the next one peeks out with the top of its icon,
-    // and no row is cut through its letters.
+    // How much of that room it takes.
     function heightIn(room: real): real {
-        const peek = 8;
-        return count * rowHeight <= room ? room : Math.floor((room - peek) / rowHeight) * rowHeight + peek;
+        return count * rowHeight <= room ? room : heightOfRows(room);
     }
 
     model: list.appState.ruleApps
-    clip: true
-    boundsBehavior: Flickable.StopAtBounds
-    reuseItems: true
     keyNavigationEnabled: false
     Accessible.role: Accessible.List
     Accessible.name: qsTranslate("Tessel", "When these apps open")
@@ -28,11 +22,7 @@ ListView {
         width: list.width
         height: list.rowHeight
         appState: list.appState
-        onFocused: list.positionViewAtIndex(index, ListView.Contain)
+        onFocused: list.reveal(index)
         onChanged: action => action === "" ? list.appState.removeRule(bundleID) : list.appState.setRule(bundleID, action)
-    }
-
-    ScrollMark {
-        list: list
     }
 }

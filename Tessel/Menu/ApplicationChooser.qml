@@ -49,12 +49,16 @@ FocusScope {
         onMoved: step => list.currentIndex = Math.max(0, Math.min(list.count - 1, list.currentIndex + step))
     }
     Card {
-        // As high as the window allows.
-        implicitHeight: 0
+        id: card
+
+        readonly property real room: chooser.height - y - buttons.height - 28
+        readonly property real around: 4
+
+        // As high as the window allows, in whole rows.
+        height: list.heightOfRows(room - 2 * around) + 2 * around
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: field.bottom
-        anchors.bottom: buttons.top
         anchors.margins: 14
         anchors.topMargin: 10
 
@@ -65,25 +69,25 @@ FocusScope {
             size: 12
             color: Style.secondary
         }
-        ListView {
+        RowList {
             id: list
             anchors.fill: parent
-            anchors.margins: 4
+            anchors.topMargin: card.around
+            anchors.bottomMargin: card.around
+            rowHeight: 32
             model: chooser.applications
-            clip: true
-            boundsBehavior: Flickable.StopAtBounds
-            reuseItems: true
-            highlightMoveDuration: 0
             activeFocusOnTab: true
             keyNavigationEnabled: true
             Accessible.role: Accessible.List
             Accessible.name: qsTranslate("Tessel", "Choose Applications")
+            onCurrentIndexChanged: reveal(currentIndex)
             Keys.onSpacePressed: chooser.applications.toggle(currentIndex)
             Keys.onReturnPressed: chooser.confirm()
             Keys.onEnterPressed: chooser.confirm()
 
             delegate: ApplicationRow {
                 width: list.width
+                height: list.rowHeight
                 isCurrent: ListView.isCurrentItem
                 hasKeyboard: list.activeFocus || field.activeFocus
                 onChosen: {
@@ -94,10 +98,6 @@ FocusScope {
                     chooser.applications.choose(index);
                     chooser.confirm();
                 }
-            }
-
-            ScrollMark {
-                list: list
             }
         }
     }

@@ -12,7 +12,8 @@ namespace tessel {
 
 namespace {
 
-constexpr QSize usualSize(400, 480);
+// A height of whole rows.
+constexpr QSize usualSize(400, 474);
 constexpr QSize smallestSize(300, 240);
 
 } // namespace

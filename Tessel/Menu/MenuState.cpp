@@ -73,6 +73,15 @@ QString offerToBorrow(const QStringList& holders, const QString& keys) {
                                .arg(keys);
 }
 
+/// The shortcuts in a row; no line ends within one.
+QString unbroken(const QStringList& shortcuts) {
+    QStringList whole;
+    for (const QString& shortcut : shortcuts) {
+        whole.append(QString(shortcut).replace(QLatin1Char(' '), QChar::Nbsp));
+    }
+    return whole.join(", ");
+}
+
 } // namespace
 
 MenuState::MenuState(AppState& state, platform::OpenPanel* panel)
@@ -184,11 +193,14 @@ QString MenuState::lendableShortcuts() const {
     if (shortcuts.isEmpty()) {
         return {};
     }
-    const QString keys = shortcuts.join(", ");
-    const QString offer = offerToBorrow(holders, keys);
-    return otherKeys.isEmpty()
-               ? offer
-               : offer + " " + translated("Other keys for the same keep working: %1.").arg(otherKeys.join(", "));
+    const QString offer = offerToBorrow(holders, unbroken(shortcuts));
+    if (otherKeys.isEmpty()) {
+        return offer;
+    }
+    // The full stop of Chinese and Japanese is as wide as a stop and a space.
+    const bool hasWideStop = offer.endsWith(QStringLiteral("。"));
+    return offer + (hasWideStop ? "" : " ") +
+           translated("Other keys for the same keep working: %1.").arg(unbroken(otherKeys));
 }
 
 int MenuState::borrowedCount() const {

@@ -4,7 +4,6 @@
 
 #include <QStringList>
 #include <algorithm>
-#include <chrono>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -17,9 +16,9 @@ protected:
     /// A state in which nearly all there is is shown on one tab or the other.
     void makeAll(MenuTab tab) {
         desktop.accessibility.isTrusted = false;
+        makeReminderDue();
         make(tab);
         state->setRules({{"org.example.Editor", WindowAction::center}, {"org.example.Mail", WindowAction::maximize}});
-        desktop.mainActor.advance(std::chrono::days(31));
         settle();
         draw(1);
     }
@@ -102,6 +101,61 @@ TEST_F(Centring, KeysAreInTheMiddleOfTheirCapsAtEveryScale) {
             EXPECT_NEAR(found[index].y(), expected[index].y(), 0.5 / scale + 0.1) << name << " at " << scale;
         }
     }
+}
+
+TEST_F(Centring, CapitalsOfTheChooserAreAsHighAsWhatIsBesideThemAtEveryScale) {
+    makeChooser();
+    for (int row = 0; row < 4; ++row) {
+        applications->toggle(row);
+    }
+    draw(1);
+    std::vector<QQuickItem*> parts;
+    std::vector<QQuickItem*> beside;
+    const auto add = [&](QQuickItem* part, QQuickItem* neighbour) {
+        if (part->property("text").isValid()) {
+            part->setProperty("text", QStringLiteral("HEH"));
+        }
+        parts.push_back(part);
+        beside.push_back(neighbour);
+    };
+    const std::vector<QQuickItem*> rows = shownOf(*item, "ApplicationRow");
+    for (std::size_t index = 0; index < 4; ++index) {
+        QQuickItem* icon = shownOf(*rows.at(index), "ApplicationIcon").at(0);
+        // Its name, the action of its rule, and the sign that it is chosen.
+        add(shownOf(*rows.at(index), "Label").at(0), icon);
+        add(shownOf(*rows.at(index), "Label").at(1), icon);
+        add(shownOf(*rows.at(index), "Symbol").at(0), icon);
+    }
+    QQuickItem& field = only("SearchField");
+    add(shownOf(field, "Label").at(0), shownOf(field, "Symbol").at(0));
+    for (QQuickItem* button : shownOf(*item, "PillButton")) {
+        add(shownOf(*button, "Label").at(0), button);
+    }
+    const auto expectLevel = [&] {
+        for (const double scale : pixelsPerPoint) {
+            const double slack = 1 / scale + 0.1;
+            const std::vector<QPointF> found = middlesOf(parts, scale);
+            for (std::size_t index = 0; index < parts.size(); ++index) {
+                // The glass has a handle below its circle; its square is in the middle of the field.
+                const double expected = placeOf(*beside[index]).center().y();
+                EXPECT_NEAR(found[index].y(), expected, slack)
+                    << parts[index]->metaObject()->className() << " beside " << beside[index]->metaObject()->className()
+                    << " at " << scale;
+            }
+        }
+    };
+    expectLevel();
+    // What was typed stands where the hint stood.
+    field.setProperty("text", "HEH");
+    parts.clear();
+    beside.clear();
+    for (QQuickItem* part : field.findChildren<QQuickItem*>()) {
+        if (part->inherits("QQuickTextInput")) {
+            add(part, shownOf(field, "Symbol").at(0));
+        }
+    }
+    ASSERT_EQ(parts.size(), 1U);
+    expectLevel();
 }
 
 } // namespace

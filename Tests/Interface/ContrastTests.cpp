@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -50,17 +50,60 @@ protected:
         return contrasts;
     }
 
-    void expectContrast(const std::string& type, const char* name, double least) {
-        const std::vector<QQuickItem*> parts = shownOf(*item, type);
-        ASSERT_FALSE(parts.empty());
+    /// That each of these, which do not cover each other, has that contrast, but for what shows nothing.
+    void expectContrast(const std::vector<QQuickItem*>& parts, const char* name, double least,
+                        const std::string& when = {}) {
         const std::vector<double> contrasts = contrastsOf(parts);
         for (std::size_t index = 0; index < parts.size(); ++index) {
-            if (parts[index]->property(name).toString().isEmpty()) {
+            const QVariant shown = parts[index]->property(name);
+            if (shown.isValid() && shown.toString().isEmpty()) {
                 continue;
             }
-            EXPECT_GE(contrasts[index], least) << parts[index]->property(name).toString().toStdString()
-                                               << (corvid::Environment::of(engine).isDark() ? " in dark" : " in light");
+            EXPECT_GE(contrasts[index], least)
+                << parts[index]->metaObject()->className() << " " << shown.toString().toStdString() << " in "
+                << parts[index]->parentItem()->metaObject()->className()
+                << (corvid::Environment::of(engine).isDark() ? " in dark " : " in light ") << when;
         }
+    }
+
+    void expectContrast(const std::string& type, const char* name, double least) {
+        ASSERT_FALSE(shownOf(*item, type).empty()) << type;
+        expectContrast(shownOf(*item, type), name, least);
+    }
+
+    /// The same of the texts and symbols in these, in both schemes.
+    void expectContrastWithin(const std::vector<QQuickItem*>& roots, const std::string& when) {
+        std::vector<QQuickItem*> texts;
+        std::vector<QQuickItem*> symbols;
+        for (const QQuickItem* root : roots) {
+            std::ranges::copy(shownOf(*root, "Label"), std::back_inserter(texts));
+            std::ranges::copy(shownOf(*root, "Symbol"), std::back_inserter(symbols));
+        }
+        ASSERT_FALSE(texts.empty() && symbols.empty()) << when;
+        for (const bool isDark : {false, true}) {
+            setDark(isDark);
+            expectContrast(texts, "text", 4.5, when);
+            expectContrast(symbols, "name", 3, when);
+        }
+    }
+
+    /// What the user's hand does to these, and the contrast of what they show then.
+    void expectContrastWith(const char* property, const std::vector<QQuickItem*>& roots) {
+        for (QQuickItem* root : roots) {
+            EXPECT_TRUE(root->setProperty(property, true)) << root->metaObject()->className();
+        }
+        expectContrastWithin(roots, property);
+        for (QQuickItem* root : roots) {
+            root->setProperty(property, false);
+        }
+    }
+
+    std::vector<QQuickItem*> shownOfAll(const std::vector<const char*>& types) {
+        std::vector<QQuickItem*> all;
+        for (const char* type : types) {
+            std::ranges::copy(shownOf(*item, type), std::back_inserter(all));
+        }
+        return all;
     }
 
     /// How well an end of a switch can be told from what it lies on: the best of its outermost points.
@@ -128,10 +171,10 @@ private:
 
 TEST_F(Contrast, OfEveryTextIsFourAndAHalfAndOfEverySymbolAndSwitchThree) {
     desktop.accessibility.isTrusted = false;
+    makeReminderDue();
     for (const MenuTab tab : {MenuTab::shortcuts, MenuTab::apps}) {
         make(tab);
         state->setRules({{"org.example.Editor", WindowAction::center}});
-        desktop.mainActor.advance(std::chrono::days(31));
         settle();
         draw(1);
         for (const bool isDark : {false, true}) {
@@ -141,6 +184,148 @@ TEST_F(Contrast, OfEveryTextIsFourAndAHalfAndOfEverySymbolAndSwitchThree) {
             expectContrastOfSwitches();
         }
         item.reset();
+    }
+}
+
+TEST_F(Contrast, HoldsUnderThePointerAndAPressedButton) {
+    desktop.accessibility.isTrusted = false;
+    makeReminderDue();
+    for (const MenuTab tab : {MenuTab::shortcuts, MenuTab::apps}) {
+        make(tab);
+        state->setRules({{"org.example.Editor", WindowAction::center}});
+        settle();
+        draw(1);
+        const std::vector<QQuickItem*> rows = shownOf(*item, "AppRuleRow");
+        for (QQuickItem* row : rows) {
+            row->setProperty("hovering", true);
+        }
+        if (!rows.empty()) {
+            expectContrastWithin(rows, "hovering");
+        }
+        std::vector<QQuickItem*> buttons = shownOfAll({"FooterRow", "PillButton", "TabButton"});
+        if (tab == MenuTab::apps) {
+            std::ranges::copy(shownOfAll({"MenuPicker", "AddAppMenu"}), std::back_inserter(buttons));
+        }
+        expectContrastWith("isHovered", buttons);
+        for (QQuickItem* button : buttons) {
+            // A press is with the pointer on it.
+            button->setProperty("isHovered", true);
+        }
+        expectContrastWith("isPressed", buttons);
+        item.reset();
+    }
+}
+
+TEST_F(Contrast, OfTheFocusIsThree) {
+    desktop.accessibility.isTrusted = false;
+    makeReminderDue();
+    for (const MenuTab tab : {MenuTab::shortcuts, MenuTab::apps}) {
+        make(tab);
+        state->setRules({{"org.example.Editor", WindowAction::center}});
+        settle();
+        draw(1);
+        std::vector<QQuickItem*> rings = itemsOfType(*item, "FocusRing");
+        // Those on the other tab, and of cards that are not there.
+        std::erase_if(rings, [](const QQuickItem* ring) { return !ring->parentItem()->isVisible(); });
+        ASSERT_GE(rings.size(), 6U);
+        for (QQuickItem* ring : rings) {
+            ring->setVisible(true);
+        }
+        for (const bool isDark : {false, true}) {
+            setDark(isDark);
+            expectContrast(rings, "", 3, "focus");
+        }
+        item.reset();
+    }
+}
+
+TEST_F(Contrast, HoldsInEveryMenuWhicheverLineIsMarked) {
+    desktop.accessibility.isTrusted = true;
+    desktop.applications.add({.process = 10, .bundleIdentifier = "org.example.Mail", .localizedName = "Mail"});
+    make(MenuTab::apps);
+    state->setRules({{"org.example.Editor", WindowAction::center}});
+    settle();
+    draw(1);
+    for (QQuickItem* button : shownOfAll({"MenuPicker", "AddAppMenu"})) {
+        press(*button);
+        draw(1);
+        QQuickItem& menu = openMenu();
+        const int lines = menu.property("count").toInt();
+        ASSERT_GE(lines, 4);
+        for (int line = -1; line < lines; ++line) {
+            menu.setProperty("currentIndex", line);
+            expectContrastWithin({&menu}, "line " + std::to_string(line));
+        }
+        press(*button);
+    }
+}
+
+TEST_F(Contrast, HoldsInEveryTip) {
+    for (const WindowAction action : WindowAction::menuOrder) {
+        desktop.hotKeyEvents.refuse(action.shortcut().keyCode, action.shortcut().modifiers);
+    }
+    desktop.accessibility.isTrusted = true;
+    make();
+    draw(1);
+    std::size_t tips = 0;
+    for (QQuickItem* bubble : window.contentItem()->childItems()) {
+        // A tip is made when it is shown.
+        if (bubble->z() == 1000 && bubble->setProperty("active", true) && bubble->width() > 20) {
+            expectContrastWithin({bubble}, "tip");
+            ++tips;
+        }
+        bubble->setProperty("active", false);
+    }
+    // Of every shortcut, and of the switch.
+    EXPECT_GT(tips, WindowAction::menuOrder.size());
+}
+
+TEST_F(Contrast, HoldsInTheChooser) {
+    makeChooser();
+    for (int row = 1; row < 5; ++row) {
+        applications->toggle(row);
+    }
+    draw(1);
+    const std::vector<QQuickItem*> rows = shownOf(*item, "ApplicationRow");
+    ASSERT_GE(rows.size(), 6U);
+    rows[1]->setProperty("isHovered", true);
+    rows[2]->setProperty("isCurrent", true);
+    rows[2]->setProperty("hasKeyboard", true);
+    rows[5]->setProperty("isHovered", true);
+    QQuickItem& field = only("SearchField");
+    const std::vector<QQuickItem*> shown{rows[0], rows[1], rows[2], rows[3], rows[5], &field};
+    expectContrastWithin(shown, "chooser");
+    for (const char* property : {"isHovered", "isPressed"}) {
+        expectContrastWith(property, shownOf(*item, "PillButton"));
+    }
+    field.setProperty("text", "HEH");
+    expectContrastWithin({shownOf(field, "Symbol").at(1)->parentItem()}, "with a text");
+    for (const bool isDark : {false, true}) {
+        setDark(isDark);
+        for (QQuickItem* part : field.findChildren<QQuickItem*>()) {
+            if (part->inherits("QQuickTextInput")) {
+                expectContrast({part}, "text", 4.5);
+            }
+        }
+        expectContrast("ScrollMark", "", 3);
+    }
+    applications->setSearchText("nothing of that name");
+    draw(1);
+    // One cannot press the button now, and nobody has to read it: the same guidelines leave it out.
+    std::vector<QQuickItem*> labels = shownOf(*item, "Label");
+    std::erase_if(labels, [](const QQuickItem* label) { return !label->isEnabled(); });
+    for (const bool isDark : {false, true}) {
+        setDark(isDark);
+        expectContrast(labels, "text", 4.5, "nothing found");
+    }
+}
+
+TEST_F(Contrast, OfTheScrollMarkIsThree) {
+    make(MenuTab::apps);
+    giveManyRules();
+    for (const bool isDark : {false, true}) {
+        setDark(isDark);
+        expectContrast("ScrollMark", "", 3);
     }
 }
 

@@ -1,12 +1,19 @@
 #include "Tests/Interface/DrawnView.h"
 
+#include "CorvidKit/AppInfo.h"
 #include "CorvidKit/Components/KeyFontFamily.h"
 #include "CorvidKit/Toolkit/Fonts.h"
+#include "CorvidKit/Toolkit/ItemFile.h"
+#include "CorvidKitCore/UpdateReminder.h"
+#include "Tessel/Prefs.h"
 
 #include <QQuickRenderTarget>
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <stdexcept>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace tessel {
@@ -65,9 +72,63 @@ void DrawnView::TearDownTestSuite() {
     corvid::Environment::setFontFamily({});
 }
 
+QQuickItem& DrawnView::makeChooser() {
+    item.reset();
+    std::vector<InstalledApplication> installed;
+    for (int number = 10; number < 50; ++number) {
+        const std::string name = std::to_string(number);
+        installed.push_back({.bundleID = "org.example.Application" + name,
+                             .name = "Application " + name,
+                             .location = "/applications/" + name,
+                             .icon = platform::Image(
+                                 {.source = platform::ThemeIcon{}, .size = {20, 20}, .accessibilityDescription = {}}),
+                             .searchTerms = {},
+                             .ruleAction = WindowAction::maximize});
+    }
+    applications = std::make_unique<ApplicationList>(std::move(installed));
+    item = corvid::toolkit::itemFromFile(engine, QUrl(QStringLiteral("qrc:/qt/qml/Tessel/ApplicationChooser.qml")),
+                                         {{"applications", QVariant::fromValue(applications.get())},
+                                          {"takesSeveral", true},
+                                          {"prompt", QStringLiteral("Add")}});
+    if (item == nullptr) {
+        throw std::runtime_error("the chooser cannot be made");
+    }
+    item->setParentItem(window.contentItem());
+    item->setSize({400, 474});
+    window.contentItem()->setSize(item->size());
+    settle();
+    draw(1);
+    return *item;
+}
+
+void DrawnView::makeReminderDue() {
+    corvid::UpdateReminder(desktop.standardUserDefaults, corvid::AppInfo::version(), corvid::Date())
+        .restart(corvid::Date());
+}
+
+void DrawnView::giveManyRules() {
+    Prefs::Rules rules;
+    for (int number = 0; number < 40; ++number) {
+        rules.emplace("org.example.Application" + std::to_string(number), WindowAction::maximize);
+    }
+    state->setRules(rules);
+    settle();
+    draw(1);
+}
+
+QQuickItem& DrawnView::openMenu() {
+    const std::vector<QQuickItem*> lists = shownOf(*window.contentItem(), "MenuList");
+    if (lists.size() != 1) {
+        throw std::runtime_error(std::to_string(lists.size()) + " open menus");
+    }
+    return *lists.front();
+}
+
 QImage DrawnView::draw(double scale) {
-    const QSizeF size(item->implicitWidth(), item->implicitHeight());
+    const QSizeF wanted(item->implicitWidth(), item->implicitHeight());
+    const QSizeF size = wanted.isEmpty() ? item->size() : wanted;
     item->setSize(size);
+    window.contentItem()->setSize(size);
     // A renderer draws what has changed since its last picture. Each has to draw all of this one.
     QQuickRenderControl renderer;
     QQuickWindow ground(&renderer);

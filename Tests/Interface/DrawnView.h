@@ -1,10 +1,12 @@
 #pragma once
 
+#include "Tessel/Menu/ApplicationList.h"
 #include "Tests/Interface/ViewFixture.h"
 
 #include <QImage>
 #include <QRectF>
 #include <array>
+#include <memory>
 #include <vector>
 
 namespace tessel {
@@ -18,8 +20,23 @@ protected:
     static void SetUpTestSuite();
     static void TearDownTestSuite();
 
-    /// All of the view that was made, on the ground of its scheme.
+    /// The view goes before what it shows.
+    void TearDown() override { item.reset(); }
+
+    /// The chooser of applications in place of the view: more of them than fit, each with a rule.
+    QQuickItem& makeChooser();
+
+    /// Lets a view that is made after this remind of updates. The clock stays: advancing it runs all that is periodic.
+    void makeReminderDue();
+
+    /// Many rules, for more rows than fit.
+    void giveManyRules();
+
+    /// All of the view that was made, with its menus and tips, on the ground of its scheme.
     QImage draw(double scale);
+
+    /// The list of an open menu.
+    QQuickItem& openMenu();
 
     void setDark(bool isDark) { corvid::Environment::of(engine).setDark(isDark); }
 
@@ -33,6 +50,8 @@ protected:
 
     /// The items of that type below this one that are to be seen.
     static std::vector<QQuickItem*> shownOf(const QQuickItem& root, const std::string& type);
+
+    std::unique_ptr<ApplicationList> applications;
 };
 
 } // namespace tessel

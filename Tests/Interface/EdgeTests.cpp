@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -18,9 +17,9 @@ protected:
     /// A state in which every kind of row and card is shown on one tab or the other.
     void makeAll(MenuTab tab) {
         desktop.accessibility.isTrusted = false;
+        makeReminderDue();
         make(tab);
         state->setRules({{"org.example.Editor", WindowAction::center}});
-        desktop.mainActor.advance(std::chrono::days(31));
         settle();
         draw(1);
     }
@@ -34,16 +33,6 @@ protected:
             }
         }
         return parts;
-    }
-
-    void giveManyRules() {
-        Prefs::Rules rules;
-        for (int number = 0; number < 40; ++number) {
-            rules.emplace("org.example.Application" + std::to_string(number), WindowAction::maximize);
-        }
-        state->setRules(rules);
-        settle();
-        draw(1);
     }
 };
 
@@ -137,16 +126,59 @@ TEST_F(Edges, WhereThereAreMoreRulesTheNextRowPeeksOutAndNoLetterIsCut) {
     }
 }
 
-TEST_F(Edges, TheScrollMarkIsBesideTheHighlightOfARow) {
+TEST_F(Edges, TheScrollMarkIsBesideTheHighlightOfARowAtEveryScale) {
+    const auto expectApart = [this](const char* type, const char* highlighted) {
+        QQuickItem& mark = *shownOf(*item, "ScrollMark").at(0);
+        QQuickItem& row = *shownOf(*item, type).at(1);
+        row.setProperty(highlighted, true);
+        std::vector<QQuickItem*> plates;
+        for (QQuickItem* part : row.childItems()) {
+            if (part->isVisible() && part->height() == row.height() && part->inherits("corvid::RoundedRectangle")) {
+                plates.push_back(part);
+            }
+        }
+        ASSERT_EQ(plates.size(), 1U) << type;
+        for (const double pixels : pixelsPerPoint) {
+            EXPECT_LT(inkOf(plates, pixels).front().right(), inkOf({&mark}, pixels).front().left()) << type << pixels;
+        }
+    };
     make(MenuTab::apps);
     giveManyRules();
-    QQuickItem& mark = *shownOf(only("AppRuleList"), "ScrollMark").at(0);
-    QQuickItem& row = *shownOf(only("AppRuleList"), "AppRuleRow").at(0);
-    row.setProperty("hovering", true);
-    for (QQuickItem* part : row.childItems()) {
-        if (part->height() == row.height() && part->isVisible()) {
-            EXPECT_LE(placeOf(*part).right(), placeOf(mark).left());
+    expectApart("AppRuleRow", "hovering");
+    makeChooser();
+    expectApart("ApplicationRow", "isHovered");
+}
+
+TEST_F(Edges, TheChoosersTextsIconsAndMarksAreOnTheLinesOfThePopover) {
+    makeChooser();
+    applications->toggle(1);
+    draw(1);
+    const std::vector<QQuickItem*> rows = shownOf(*item, "ApplicationRow");
+    QQuickItem& field = only("SearchField");
+    std::vector<QQuickItem*> labels{shownOf(field, "Label").at(0)};
+    std::vector<QQuickItem*> symbols{shownOf(field, "Symbol").at(0)};
+    for (std::size_t row = 1; row < 4; ++row) {
+        labels.push_back(shownOf(*rows.at(row), "Label").at(0));
+        symbols.push_back(shownOf(*rows.at(row), "ApplicationIcon").at(0));
+    }
+    for (QQuickItem* label : labels) {
+        label->setProperty("text", QStringLiteral("HEH"));
+    }
+    QQuickItem& chosen = *shownOf(*rows.at(1), "Symbol").at(0);
+    for (const double pixels : pixelsPerPoint) {
+        for (const QRectF& ink : inkOf(labels, pixels)) {
+            EXPECT_NEAR(ink.left(), 55, 0.5) << pixels;
         }
+        for (const QPointF& middle : middlesOf(symbols, pixels)) {
+            EXPECT_NEAR(middle.x(), 34, 0.5) << pixels;
+        }
+        // As far from the side as keys and switches are in the popover.
+        EXPECT_NEAR(item->width() - inkOf({&chosen}, pixels).front().right(), 340 - 315.6, 0.8) << pixels;
+    }
+    field.setProperty("text", "HEH");
+    QQuickItem& clear = *shownOf(field, "Symbol").at(1);
+    for (const double pixels : pixelsPerPoint) {
+        EXPECT_NEAR(item->width() - inkOf({&clear}, pixels).front().right(), 340 - 315.6, 0.8) << pixels;
     }
 }
 

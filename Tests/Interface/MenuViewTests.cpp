@@ -141,7 +141,7 @@ TEST_F(View, KeysThatTheHolderKeepsAreNamedBeforeOneBorrows) {
         borrowingCard().property("message"),
         "GNOME uses Ctrl+Alt+←, Ctrl+Alt+→, Ctrl+Alt+C, Ctrl+Alt+↑. Tessel can have them while it runs; no setting is "
         "changed. "
-        "Other keys for the same keep working: Super+Page Up, Super+Page Down.");
+        "Other keys for the same keep working: Super+Page\u00a0Up, Super+Page\u00a0Down.");
 }
 
 TEST_F(View, NamesTheHoldingConfigurationOnce) {

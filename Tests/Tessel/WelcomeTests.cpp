@@ -194,6 +194,43 @@ TEST_F(Welcoming, SaysThatItIsReadyOnceTheUserHasLoggedInAgain) {
     EXPECT_EQ(said, Lines{"Bereit"});
 }
 
+TEST_F(Welcoming, SaysThatItIsReadyWhenItIsStartedByHandAfterTheLogin) {
+    isTrusted = false;
+    missing = platform::AccessObstacle::Kind::extensionNotLoaded;
+    EXPECT_EQ(openedByStart(), 1);
+    // The extension has been there since the session began.
+    isTrusted = true;
+    EXPECT_EQ(openedByStart(), 0);
+    EXPECT_EQ(said, Lines{"Bereit"});
+    EXPECT_EQ(openedByStart(), 0);
+    EXPECT_EQ(said, Lines{"Bereit"}) << "once";
+}
+
+TEST_F(Welcoming, SaysItAlsoToAUserWhoLogsOutSoonAfterALaterStart) {
+    EXPECT_EQ(openedByStart(), 1);
+    isTrusted = false;
+    missing = platform::AccessObstacle::Kind::extensionNotLoaded;
+    {
+        Start start(*this);
+        start.advance(10s);
+        EXPECT_EQ(opened, 0);
+    }
+    isTrusted = true;
+    openedByStart();
+    EXPECT_EQ(said, Lines{"Bereit"});
+}
+
+TEST_F(Welcoming, SaysNothingAfterALoginAtWhichTheExtensionComesALittleLater) {
+    EXPECT_EQ(openedByStart(), 1);
+    isTrusted = false;
+    missing = platform::AccessObstacle::Kind::extensionNotLoaded;
+    Start start(*this);
+    start.advance(1s);
+    start.desktop.accessibility.isTrusted = true;
+    start.advance(aWhile);
+    EXPECT_EQ(said, Lines());
+}
+
 TEST_F(Welcoming, SaysNothingOfAWindowManagerThatIsThereAgain) {
     isTrusted = false;
     Start start(*this);
