@@ -39,7 +39,8 @@ std::string accessText(const platform::AccessObstacle& obstacle) {
         return desktop + " lacks plugins that Tessel needs; add “" + detail +
                "” to the line “plugins” in the section “core” of " + file;
     case ObstacleKind::unknownCompositor:
-        return "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, Cinnamon, sway and Wayfire "
+        return "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, Cinnamon, sway and "
+               "Wayfire "
                "have one";
     }
     std::unreachable();

@@ -64,29 +64,44 @@ public:
                           .infoDictionary = {{"CFBundleShortVersionString", "1.2"}},
                           .website = "https://tessel.example"};
 
+    /// A table with the windows, applications and screens of another desktop, whose catalogue this is. Keys, sound and
+    /// all services are the simulated ones.
+    [[nodiscard]] Platform around(const DesktopParts& other, platform::ApplicationCatalogue& catalogue) {
+        return {.desktop = {.accessibility = other.accessibility,
+                            .accessibilityObservers = other.accessibilityObservers,
+                            .sound = sound,
+                            .hotKeyEvents = hotKeyEvents,
+                            .ownWindows = other.ownWindows,
+                            .runningApplications = other.runningApplications,
+                            .screens = other.screens,
+                            .shortcutHolders = &shortcutHolders,
+                            .workspace = other.workspace},
+                .addressOpener = addressOpener,
+                .applicationCatalogue = catalogue,
+                .imageRenderer = &imageRenderer,
+                .localization = localization,
+                .log = log,
+                .loginItemService = loginItemService,
+                .mainActor = mainActor,
+                .mainBundle = mainBundle,
+                .processInfo = processInfo,
+                .standardUserDefaults = standardUserDefaults,
+                .statusBar = statusBar,
+                .systemClock = systemClock,
+                .thisApplication = thisApplication};
+    }
+
 private:
-    Platform table{.desktop = {.accessibility = accessibility,
-                               .accessibilityObservers = accessibilityObservers,
-                               .sound = sound,
-                               .hotKeyEvents = hotKeyEvents,
-                               .ownWindows = ownWindows,
-                               .runningApplications = applications,
-                               .screens = screens,
-                               .shortcutHolders = &shortcutHolders,
-                               .workspace = workspace},
-                   .addressOpener = addressOpener,
-                   .applicationCatalogue = applicationCatalogue,
-                   .imageRenderer = &imageRenderer,
-                   .localization = localization,
-                   .log = log,
-                   .loginItemService = loginItemService,
-                   .mainActor = mainActor,
-                   .mainBundle = mainBundle,
-                   .processInfo = processInfo,
-                   .standardUserDefaults = standardUserDefaults,
-                   .statusBar = statusBar,
-                   .systemClock = systemClock,
-                   .thisApplication = thisApplication};
+    Platform table{around({.accessibility = accessibility,
+                           .accessibilityObservers = accessibilityObservers,
+                           .sound = sound,
+                           .hotKeyEvents = hotKeyEvents,
+                           .ownWindows = ownWindows,
+                           .runningApplications = applications,
+                           .screens = screens,
+                           .shortcutHolders = &shortcutHolders,
+                           .workspace = workspace},
+                          applicationCatalogue)};
     Installation installation{table};
 };
 

@@ -65,7 +65,8 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const Sockets& where)
     , session(mainLoop, sockets.ipc)
     , access(session, table, mainLoop, ::getpid(), [this] { return whyClosed(session, sockets); })
     , windows(mainLoop, table, access)
-    , end(mainLoop, [this] { return !existsFile(session.socketPath()); }, [this] { endUnlessItRuns(); })
+    , end(
+          mainLoop, [this] { return !existsFile(session.socketPath()); }, [this] { endUnlessItRuns(); })
     , hotKeys((session.follow(*this), session)) {
     end.await();
     session.start();

@@ -52,7 +52,8 @@ TEST(AccessText, NamesWhatIsMissingAndWhatTheUserCanDo) {
                  "“core” of /home/u/.config/wayfire.ini",
                  "plugins-missing"},
              Row{{.kind = ObstacleKind::unknownCompositor},
-                 "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, Cinnamon, sway and "
+                 "this Wayland compositor has no way for Tessel to move windows; X11, Plasma, GNOME, Cinnamon, sway "
+                 "and "
                  "Wayfire have one",
                  "unsupported"},
          }) {

@@ -87,7 +87,8 @@ enum class LoanObstacle : std::uint8_t {
     keySequence,
     /// KGlobalAccel: the duty to give it back could not be written down.
     notWrittenDown,
-    /// KGlobalAccel: its holder's keys could not be changed. Wayfire: it would not take a changed option back. Hyprland:
+    /// KGlobalAccel: its holder's keys could not be changed. Wayfire: it would not take a changed option back.
+    /// Hyprland:
     /// it lends nothing.
     notReleased,
 };

@@ -49,29 +49,7 @@ protected:
         peer.setWindows({window});
         peer.setFocused(window.address);
         Desktop desktop(loop, peer.facts(), titleOf);
-        const Platform table{
-            .accessibility = desktop.accessibility(),
-            .accessibilityObservers = desktop.accessibilityObservers(),
-            .addressOpener = other.addressOpener,
-            .applicationCatalogue = catalogue,
-            .sound = other.sound,
-            .hotKeyEvents = other.hotKeyEvents,
-            .imageRenderer = nullptr,
-            .localization = other.localization,
-            .log = other.log,
-            .loginItemService = other.loginItemService,
-            .mainActor = other.mainActor,
-            .mainBundle = other.mainBundle,
-            .processInfo = other.processInfo,
-            .runningApplications = desktop.runningApplications(),
-            .screens = desktop.screens(),
-            .shortcutHolders = nullptr,
-            .standardUserDefaults = other.standardUserDefaults,
-            .statusBar = other.statusBar,
-            .systemClock = other.systemClock,
-            .thisApplication = other.thisApplication,
-            .workspace = desktop.workspace(),
-        };
+        const Platform table = other.around(desktop.parts(), catalogue);
         const Installation installation{table};
         desktop.followApplications(identification, catalogue);
         bool isDone = false;
@@ -162,7 +140,7 @@ TEST(HyprlandDesktop, TellsOfApplicationsByTheirFirstWindows) {
     Desktop desktop(loop, peer.facts(), titleOf);
     EXPECT_EQ(desktop.name(), "Hyprland");
     std::vector<std::string> launched;
-    static_cast<void>(desktop.runningApplications().notificationCenter()->addObserver(
+    static_cast<void>(desktop.parts().runningApplications.notificationCenter()->addObserver(
         WorkspaceNotification::didLaunchApplication, [&](const Notification& notification) {
             const auto application = std::any_cast<RunningApplicationReference>(
                 notification.userInfo.find(WorkspaceNotification::applicationKey)->second);

@@ -29,36 +29,7 @@ public:
 
 private:
     FollowedDesktop& followed;
-    /// The desktop's, but with the simulated keys and sound.
-    [[nodiscard]] DesktopParts parts() {
-        const DesktopParts real = followed.desktop->parts();
-        return {.accessibility = real.accessibility,
-                .accessibilityObservers = real.accessibilityObservers,
-                .sound = other.sound,
-                .hotKeyEvents = other.hotKeyEvents,
-                .ownWindows = real.ownWindows,
-                .runningApplications = real.runningApplications,
-                .screens = real.screens,
-                .shortcutHolders = nullptr,
-                .workspace = real.workspace};
-    }
-
-    Platform table{
-        .desktop = parts(),
-        .addressOpener = other.addressOpener,
-        .applicationCatalogue = followed.catalogue,
-        .imageRenderer = nullptr,
-        .localization = other.localization,
-        .log = other.log,
-        .loginItemService = other.loginItemService,
-        .mainActor = other.mainActor,
-        .mainBundle = other.mainBundle,
-        .processInfo = other.processInfo,
-        .standardUserDefaults = other.standardUserDefaults,
-        .statusBar = other.statusBar,
-        .systemClock = other.systemClock,
-        .thisApplication = other.thisApplication,
-    };
+    Platform table{other.around(followed.desktop->parts(), followed.catalogue)};
     Installation installation{table};
 };
 

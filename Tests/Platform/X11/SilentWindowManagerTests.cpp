@@ -49,7 +49,7 @@ protected:
         return focus && focus->focus == window;
     }
 
-    [[nodiscard]] Accessibility& accessibility() { return followed.desktop->accessibility(); }
+    [[nodiscard]] platform::Accessibility& accessibility() { return followed.desktop->parts().accessibility; }
 
     [[nodiscard]] std::optional<CGRect> frame(xcb_window_t window) {
         const auto position = accessibility().copyAttributeValue(linux::windowElement(window), AXAttribute::position);
@@ -156,10 +156,10 @@ TEST_F(SilentWindowManagerTest, WhatADeadWindowManagerAnnouncedDoesNotCount) {
     testClient.list({stranger});
     followed.start();
     const xcb_window_t window = show("Editor");
-    EXPECT_EQ(followed.desktop->workspace().frontmostApplication(), client.process());
+    EXPECT_EQ(followed.desktop->parts().workspace.frontmostApplication(), client.process());
     inATurn([&] { write(window, {{30, 40}, {500, 400}}); });
     EXPECT_TRUE(followed.runUntil([&] { return seen(window) == CGRect{{30, 40}, {500, 400}}; }));
-    inATurn([&] { EXPECT_GT(followed.desktop->screens().screens().front().visibleFrame.size.width, 500); });
+    inATurn([&] { EXPECT_GT(followed.desktop->parts().screens.screens().front().visibleFrame.size.width, 500); });
 }
 
 TEST_F(SilentWindowManagerTest, ANewWindowIsALaunchAndItsEndIsOne) {
@@ -193,7 +193,7 @@ TEST_F(SilentWindowManagerTest, TheActiveWindowHasTheKeyboardWhicheverWindowArou
         xcb_set_input_focus(connection.raw(), XCB_INPUT_FOCUS_POINTER_ROOT, focused, XCB_CURRENT_TIME);
         followed.testClient.finish();
         std::optional<ProcessIdentifier> front;
-        inATurn([&] { front = followed.desktop->workspace().frontmostApplication(); });
+        inATurn([&] { front = followed.desktop->parts().workspace.frontmostApplication(); });
         return front;
     };
     connection.deadline().begin();
@@ -237,7 +237,8 @@ TEST_P(ConfiguredWindowTest, StandsWhereItIsPutToThePixel) {
     followed.start();
     const xcb_window_t window = show("Editor", gravity);
     EXPECT_EQ(frame(window), seen(window)) << "with what is around it";
-    for (const CGRect wanted : {CGRect{{0, 0}, {640, 480}}, CGRect{{311, 173}, {500, 401}}, CGRect{{0, 0}, {640, 480}}}) {
+    for (const CGRect wanted :
+         {CGRect{{0, 0}, {640, 480}}, CGRect{{311, 173}, {500, 401}}, CGRect{{0, 0}, {640, 480}}}) {
         inATurn([&] {
             write(window, wanted);
             EXPECT_EQ(frame(window), wanted);
