@@ -109,16 +109,16 @@ def a_key_that_is_held_counts_once(program):
 @case("desktop.cinnamon.first-window")
 def a_rule_places_the_first_window_and_no_other(program):
     with Cinnamon(program, "cinnamon.first-window") as desktop:
-        desktop.session.rules({"org.xfce.mousepad": "rightHalf", "debian-xterm": "leftHalf"})
+        desktop.session.rules({"org.xfce.mousepad": "center", "featherpad": "rightHalf", "debian-xterm": "leftHalf"})
         product = desktop.launch()
         product.until_status("Active")
         area = desktop.work_areas()[0]
-        for name, action in (("mousepad", "rightHalf"), ("xterm", "leftHalf")):
+        for name, action in (("mousepad", "center"), ("featherpad", "rightHalf"), ("xterm", "leftHalf")):
             process, window = open_application(desktop, name)
             sizes = desktop.sizes_of_steps(window) if name == "xterm" else lambda asked: asked
             # A window takes its place from any frame of the same size.
             wanted = lambda: expected(action, desktop.frame(window), area, sizes)  # noqa: E731
-            until(lambda: desktop.frame(window) == wanted(), f"{name} to be at its place",
+            until(lambda: desktop.at_rest(window) == wanted(), f"{name} to be at its place",
                   saw=lambda: (desktop.frame(window), wanted()))
             if name == "mousepad":
                 desktop.hands.chord("Control", "Shift", "N")
