@@ -260,7 +260,7 @@ def a_click_on_the_item_opens_the_popover_at_it(program):
         product = desktop.launch()
         product.until_status("Active")
         until(desktop.has_item, "the item in the panel", STARTING, desktop.items)
-        item = desktop.item_frame()
+        item = desktop.item_at_rest()
         desktop.hands.click(item.x + item.width // 2, item.y + item.height // 2)
         (window,) = until(lambda: desktop.windows_of(product.process.pid), "the popover to open")
         until_equal(desktop.focused, window, "the window with the keyboard")
