@@ -15,6 +15,8 @@ const host = {
         ['Main', 'expo modalCount overview wm._moveWindowToWorkspaceLeft wm._moveWindowToWorkspaceRight'],
     ],
 
+    returnsToFirstPlace: true,
+
     // The other function knows no process of a Wayland program.
     processOf: window => window.get_client_pid(),
 

@@ -27,6 +27,7 @@ const host = {
     neededSignals: [['Clutter.Actor', 'button-press-event touch-event']],
     neededToBorrow: [['global', 'backend'], ['Main', 'actionMode']],
 
+    returnsToFirstPlace: false,
     processOf: window => window.get_pid(),
 
     /** Whether the shell passes on presses of a key that it holds for others. */

@@ -2,12 +2,14 @@
 class OwnWindow {
     constructor() {
         this._plan = null;
+        this._kept = null;
         this._handlers = new Handlers();
         this._handlers.add(global.display, {'window-created': (_display, window) => this._await(window)});
     }
 
     destroy() {
         this._stopAwaiting();
+        this._kept?.end();
         this._handlers.endAll();
     }
 
@@ -63,6 +65,8 @@ class OwnWindow {
         // GNOME 49 and later.
         window.hide_from_window_list?.();
         window.move_frame(true, x, y);
+        this._kept?.end();
+        this._kept = host.returnsToFirstPlace ? new KeptPlace(window) : null;
         Main.activateWindow(window);
     }
 }

@@ -129,3 +129,37 @@ class Placement {
         }
     }
 }
+
+/**
+ * Keeps a new window at its place for a while, once. In Cinnamon a program's first picture, which may come after the
+ * window is shown and was moved, takes the window back to the place that Cinnamon had chosen for it.
+ */
+class KeptPlace {
+    constructor(window) {
+        const {x, y} = window.get_frame_rect();
+        this._handlers = new Handlers();
+        this._handlers.add(window, {
+            'position-changed': () => {
+                const frame = window.get_frame_rect();
+                if (frame.x === x && frame.y === y)
+                    return;
+                this.end();
+                window.move_frame(true, x, y);
+            },
+            'unmanaged': () => this.end(),
+        });
+        this._timeout = GLib.timeout_add(GLib.PRIORITY_DEFAULT, KeptPlace.MILLISECONDS, () => {
+            this._timeout = 0;
+            this.end();
+            return GLib.SOURCE_REMOVE;
+        });
+    }
+
+    end() {
+        if (this._timeout)
+            GLib.source_remove(this._timeout);
+        this._timeout = 0;
+        this._handlers.endAll();
+    }
+}
+KeptPlace.MILLISECONDS = 2000;

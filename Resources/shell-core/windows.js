@@ -1,9 +1,13 @@
+/** Whether its program may still have to answer the first request for its frame. */
+const isNew = ({shownAt}) => shownAt !== undefined && GLib.get_monotonic_time() - shownAt < 1000 * KeptPlace.MILLISECONDS;
+
 /** Follows the windows and the screens, and places windows. */
 class Windows {
     constructor(tell) {
         this._tell = tell;
         this._known = new Map();
         this._placements = new Map();
+        this._kept = new Map();
         this._isMoveTold = false;
         this._handlers = new Handlers();
         // A closing window counts as gone already: no later signal would report its end.
@@ -23,7 +27,7 @@ class Windows {
 
     destroy() {
         this._handlers.endAll();
-        for (const id of [...this._placements.keys()])
+        for (const id of this._known.keys())
             this._endPlacement(id);
         this._known.clear();
     }
@@ -63,6 +67,8 @@ class Windows {
         placement = new Placement(window, wanted, () => {
             isSettled = true;
             this._placements.delete(id);
+            if (host.returnsToFirstPlace && isNew(entry))
+                this._kept.set(id, new KeptPlace(window));
             settled(rectangle(window.get_frame_rect()));
         });
         if (!isSettled)
@@ -72,6 +78,8 @@ class Windows {
     _endPlacement(id) {
         const placement = this._placements.get(id);
         this._placements.delete(id);
+        this._kept.get(id)?.end();
+        this._kept.delete(id);
         placement?.cancel();
         placement?.whenLeft();
     }
@@ -93,6 +101,7 @@ class Windows {
             entry.becomesReady = () => {
                 entry.becomesReady = null;
                 entry.isShown = true;
+                entry.shownAt = GLib.get_monotonic_time();
                 tell();
             };
             this._handlers.add(window, {

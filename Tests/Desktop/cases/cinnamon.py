@@ -109,16 +109,16 @@ def a_key_that_is_held_counts_once(program):
 @case("desktop.cinnamon.first-window")
 def a_rule_places_the_first_window_and_no_other(program):
     with Cinnamon(program, "cinnamon.first-window") as desktop:
-        desktop.session.rules({"org.xfce.mousepad": "rightHalf", "debian-xterm": "leftHalf"})
+        desktop.session.rules({"org.xfce.mousepad": "center", "featherpad": "rightHalf", "debian-xterm": "leftHalf"})
         product = desktop.launch()
         product.until_status("Active")
         area = desktop.work_areas()[0]
-        for name, action in (("mousepad", "rightHalf"), ("xterm", "leftHalf")):
+        for name, action in (("mousepad", "center"), ("featherpad", "rightHalf"), ("xterm", "leftHalf")):
             process, window = open_application(desktop, name)
             sizes = desktop.sizes_of_steps(window) if name == "xterm" else lambda asked: asked
             # A window takes its place from any frame of the same size.
             wanted = lambda: expected(action, desktop.frame(window), area, sizes)  # noqa: E731
-            until(lambda: desktop.frame(window) == wanted(), f"{name} to be at its place",
+            until(lambda: desktop.at_rest(window) == wanted(), f"{name} to be at its place",
                   saw=lambda: (desktop.frame(window), wanted()))
             if name == "mousepad":
                 desktop.hands.chord("Control", "Shift", "N")
@@ -260,7 +260,7 @@ def a_click_on_the_item_opens_the_popover_at_it(program):
         product = desktop.launch()
         product.until_status("Active")
         until(desktop.has_item, "the item in the panel", STARTING, desktop.items)
-        item = desktop.item_frame()
+        item = desktop.item_at_rest()
         desktop.hands.click(item.x + item.width // 2, item.y + item.height // 2)
         (window,) = until(lambda: desktop.windows_of(product.process.pid), "the popover to open")
         until_equal(desktop.focused, window, "the window with the keyboard")

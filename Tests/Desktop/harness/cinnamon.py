@@ -163,6 +163,17 @@ class Cinnamon(Gnome):
         })(imports.ui.appletManager.getRunningInstancesForUuid('xapp-status@cinnamon.org')[0])""")
         return frame and Rect(*frame)
 
+    def item_at_rest(self) -> Rect:
+        """Its frame once the panel has stopped rearranging its icons."""
+        seen: list[Rect | None] = []
+
+        def steady() -> bool:
+            seen.append(self.item_frame())
+            return len(seen) > 30 and seen[-1] is not None and len(set(seen[-30:])) == 1
+
+        until(steady, "the item in the panel to be at rest", STARTING, lambda: seen[-5:])
+        return seen[-1]
+
     def _check_log(self) -> None:
         """Checks that Cinnamon has logged no fault of the program's code."""
         log = (self.session.logs / "cinnamon.log").read_text(errors="replace")

@@ -150,6 +150,32 @@ for (const next of [null, STRANGER]) {
     equal(scene.window.front, [], 'a window of another process is not put in front');
     equal(scene.bus.call(PROGRAM, 'PlaceOwn', PROCESS, 'Title', 5, 6).values, [], 'a window of its own');
     equal(own.front, ['above', 'sticky', 'active'], 'a window of its own is put in front');
+    equal(own.frame, [5, 6, 640, 480], 'where it is');
+    // In Cinnamon the late reply of its program to the shell's own choice moves it once.
+    for (const wanted of [KIND === 'cinnamon' ? [5, 6, 640, 480] : [70, 80, 640, 480], [70, 80, 640, 480]]) {
+        own.frame = [70, 80, 640, 480];
+        own.emit('position-changed');
+        equal(own.frame, wanted, 'where it is after a late reply, and then where a person has moved it');
+    }
+    scene.bus.call(PROGRAM, 'PlaceOwn', PROCESS, 'Title', 5, 6);
+    scene.bus.give(null);
+    equal(scene.shell.listeners(), 0, 'who listens when the program is gone while its window is kept');
+}
+{
+    // The same for a window that has just been shown; one that was there before stays where it goes.
+    const scene = Scene.served();
+    const young = scene.shell.addWindow({frame: [0, 0, 300, 200]});
+    scene.shell.display.emit('window-created', young);
+    young.emit('shown');
+    for (const [window, isBack] of [[young, KIND === 'cinnamon'], [scene.window, false]]) {
+        equal(scene.bus.call(PROGRAM, 'Place', window.id, 40, 50, 300, 200).values, [40, 50, 300, 200], 'a placement');
+        window.frame = [0, 0, 300, 200];
+        window.emit('position-changed');
+        equal(window.frame.slice(0, 2), isBack ? [40, 50] : [0, 0], `after a late reply, window ${window.id}`);
+    }
+    scene.bus.call(PROGRAM, 'Place', young.id, 60, 70, 300, 200);
+    scene.bus.give(null);
+    equal(scene.shell.listeners(), 0, 'who listens when the program is gone while a window is kept');
 }
 {
     const scene = Scene.served();
