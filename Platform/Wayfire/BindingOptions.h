@@ -17,7 +17,7 @@ struct BindingOption {
     std::string section;
     /// The name in the section; of a list, only of the list.
     std::string name;
-    /// How lines of a list begin that bind a key: "binding_". Empty for a single option.
+    /// The beginning of a list's lines that bind a key: "binding_". Empty for a single option.
     std::string prefix;
     /// The plugin's words for itself and for the option, in English: "Viewport Switcher: Left".
     std::string title;
@@ -47,7 +47,7 @@ struct ConfiguredKey {
     friend bool operator==(const ConfiguredKey&, const ConfiguredKey&) = default;
 };
 
-/// What an answer to "wayfire/get-config-option" binds: a text with alternatives or, for a list, the name, the words
+/// The keys in an answer to "wayfire/get-config-option": a text with alternatives or, for a list, the name, the words
 /// and the bindings of each entry.
 [[nodiscard]] std::vector<ConfiguredKey> configuredKeys(const BindingOption& option, const Json& answer);
 

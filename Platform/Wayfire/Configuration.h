@@ -9,7 +9,7 @@
 
 namespace platform::wayfire {
 
-/// What is known of the process of a compositor.
+/// The known facts of a compositor's process.
 struct CompositorProcess {
     /// The words of its command line.
     std::vector<std::string> words;

@@ -18,7 +18,7 @@
 
 namespace platform::wayfire {
 
-/// Where a Wayfire can be reached. Both are paths of Unix sockets.
+/// The ways to a Wayfire, as paths of Unix sockets.
 struct Sockets {
     /// Of the IPC: WAYFIRE_SOCKET. Where the plugin "ipc" is not loaded there is none, and this is its place.
     std::string ipc;

@@ -23,7 +23,7 @@ struct OutputFacts {
     friend bool operator==(const OutputFacts&, const OutputFacts&) = default;
 };
 
-/// What is known of a view beyond the table's data.
+/// The facts of a view beyond the table's data.
 struct ViewFacts {
     std::string title;
     std::int64_t output = 0;
@@ -48,7 +48,7 @@ struct View {
 };
 
 /// The outputs in an answer to "window-rules/list-outputs", the nearest to the origin first: there is no primary one.
-/// What does not make sense is left out.
+/// Entries that make no sense are left out.
 [[nodiscard]] std::vector<OutputFacts> readOutputs(const Json& answer);
 
 [[nodiscard]] std::vector<compositor::Output> outputsOf(const std::vector<OutputFacts>& outputs);

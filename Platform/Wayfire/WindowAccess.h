@@ -21,7 +21,7 @@ namespace platform::wayfire {
 /// that windows have come or gone, upon which it is read once for all of them.
 class WindowAccess final : public compositor::WindowAccess, private Session::Follower {
 public:
-    /// How long a window that has been released, or has taken another size, must keep its frame to count as settled.
+    /// A window that has been released, or has taken another size, counts as settled once it has not moved for so long.
     static constexpr std::chrono::milliseconds rest{40};
 
     /// Why there is no access, for `AccessObstacle`; asked only while the session is closed.

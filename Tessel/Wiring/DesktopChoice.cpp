@@ -149,7 +149,7 @@ Opened openSway(const DesktopNeeds& needs, const SessionFacts& facts) {
 }
 
 Opened openWayfire(const DesktopNeeds& needs, const SessionFacts& facts) {
-    // Where the plugin puts it (Wayfire 0.10, plugins/ipc).
+    // The plugin puts it there (Wayfire 0.10, plugins/ipc).
     const std::string usual = facts.runtimeFolder + "/wayfire-" + facts.waylandDisplay + "-.socket";
     return std::make_unique<platform::wayfire::Desktop>(
         needs.mainLoop, platform::wayfire::Sockets{.ipc = facts.wayfireSocket.empty() ? usual : facts.wayfireSocket,

@@ -48,7 +48,7 @@ void readAsAnswer(std::string_view text) {
     }
 }
 
-/// What is read back from a combination's text is the combination.
+/// A combination's text reads back as the combination.
 void readAsKeys(std::string_view text) {
     for (const auto& keys : platform::wayfire::keyPressesIn(text)) {
         require(platform::wayfire::keyPressesIn(keys.text()) == std::vector{keys});

@@ -23,7 +23,7 @@ FIRST, SECOND = Rect(0, 0, 1920, 1080), Rect(1920, 0, 1280, 1024)
 # Earlier versions need a graphics card.
 FIRST_VERSION = (0, 10)
 
-# What the program needs, what a user has beside it, and "stipc", which tells the display for programs of X11.
+# The plugins that the program needs, and others that a user has; "stipc" tells the display for programs of X11.
 NEEDED = ("ipc", "ipc-rules", "command")
 OTHERS = ("animate", "decoration", "expo", "grid", "move", "place", "resize", "vswitch", "wm-actions", "stipc")
 

@@ -18,9 +18,9 @@ class View(NamedTuple):
     process: int
     application: str
     title: str
-    # Where Wayfire wants it, in the space of all outputs.
+    # Wayfire's goal for it, in the space of all outputs.
     goal: Rect
-    # What is drawn of the program itself, with its own shadow.
+    # The drawn part of the program itself, with its own shadow.
     content: Rect
     output: int
     tiled: bool

@@ -55,6 +55,25 @@ WindowTable::Contents contents(const Identifiers& identifiers) {
     return all;
 }
 
+TEST(WindowTable, AWholeStateThatIsReadAgainTellsWhatHasChanged) {
+    WindowTable table;
+    Diary diary;
+    table.setFollower(diary);
+    table.open(contents({"a", "b"}));
+    static_cast<void>(diary.take());
+    WindowTable::Contents next = contents({"b", "c"});
+    next.focused = "c";
+    next.outputs = {{.frame = {{0, 0}, {100, 100}}, .workArea = {{0, 10}, {100, 90}}}};
+    table.update(next);
+    EXPECT_EQ(diary.take(), (Told{"-a", "+c", "!c"}));
+    EXPECT_EQ(table.windows(), (Identifiers{"b", "c"}));
+    EXPECT_EQ(table.focused(), "c");
+    EXPECT_EQ(table.outputs(), next.outputs);
+    table.update(contents({"b", "c"}));
+    EXPECT_EQ(diary.take(), Told{});
+    EXPECT_EQ(table.focused(), std::nullopt);
+}
+
 TEST(WindowTable, WindowsAtTheBeginningOfTheAccessWereThere) {
     WindowTable table;
     Diary diary;
