@@ -241,6 +241,7 @@ ProtocolHotKeys::Answer ProtocolHotKeys::Connection::bind(std::uint64_t name, st
     if (isGone) {
         return {};
     }
+    release(name);
     Key& key =
         keys.insert_or_assign(name, Key{.owner = this, .number = name, .proxy = nullptr, .answer = {}}).first->second;
     if (vicinae.isThere) {

@@ -105,6 +105,9 @@ std::optional<Output> outputOf(const Json& monitor) {
         std::swap(size.width, size.height);
     }
     const CGRect frame{{*x, *y}, size};
+    if (size.width < 1 || size.height < 1) {
+        return std::nullopt;
+    }
     return Output{.frame = frame, .workArea = withoutReserved(frame, monitor)};
 }
 
@@ -145,7 +148,9 @@ CGSize logicalSize(CGSize pixels, double scale) {
     constexpr double imprecision = 0.006;
     constexpr double nearlyWhole = 1e-6;
     const auto isWhole = [](double value) { return std::abs(value - std::round(value)) < nearlyWhole; };
-    if (!(scale > 0)) {
+    constexpr double smallest = 0.1;
+    constexpr double largest = 100;
+    if (!(scale >= smallest && scale <= largest)) {
         return pixels;
     }
     for (const double offset : {0.0, -1.0, 1.0}) {

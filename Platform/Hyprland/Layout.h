@@ -35,7 +35,8 @@ struct Client {
 [[nodiscard]] std::optional<std::vector<compositor::Output>> readMonitors(const compositor::Json& answer);
 
 /// The size of an output in the layout's points, from its size in pixels. The compositor takes only scales in steps of
-/// 1/120 that give whole points; older versions tell the scale with two digits.
+/// 1/120 that give whole points; older versions tell the scale with two digits. The size
+/// in pixels for a scale that is none.
 [[nodiscard]] corvid::CGSize logicalSize(corvid::CGSize pixels, double scale);
 
 } // namespace platform::hyprland

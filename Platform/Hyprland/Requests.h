@@ -38,8 +38,8 @@ private:
         bool isOver = false;
     };
 
-    /// The compositor's own queue has ten places.
-    static constexpr std::size_t mostLate = 8;
+    /// More than the windows that are placed at once.
+    static constexpr std::size_t mostLate = 24;
 
     void leave(linux::FileDescriptor socket);
     void drain(Late& late);

@@ -71,6 +71,9 @@ AXError WindowAccess::place(const WindowIdentifier& window, const CGRect& frame,
     constexpr int tries = 3;
     for (int count = 0; count < tries; ++count) {
         session.run([&](Language language) { return placingRequest(language, window, release, asked); }, deadline);
+        if (mainLoop.now() >= deadline) {
+            return AXError::cannotComplete;
+        }
         const bool isResized = asked.size != former.size || release.isTiled;
         const auto settled = settledBox(window, isResized ? rest : Duration::zero(), deadline);
         if (!settled) {

@@ -126,7 +126,9 @@ TEST(HyprlandLayout, AScaleOfTwoDigitsIsTheOneThatGivesWholePoints) {
     EXPECT_EQ(logicalSize({2560, 1440}, 1.33), (CGSize{1920, 1080}));
     EXPECT_EQ(logicalSize({3840, 2160}, 1.67), (CGSize{2304, 1296}));
     EXPECT_EQ(logicalSize({2560, 1440}, 1.3333334), (CGSize{1920, 1080}));
-    EXPECT_EQ(logicalSize({1920, 1080}, 0), (CGSize{1920, 1080}));
+    for (const double none : {0.0, -1.0, 1e-300, 1e6}) {
+        EXPECT_EQ(logicalSize({1920, 1080}, none), (CGSize{1920, 1080})) << none;
+    }
 }
 
 TEST(HyprlandLayout, TheOutputAtTheOriginComesFirst) {
