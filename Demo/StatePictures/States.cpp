@@ -1,9 +1,10 @@
 #include "Demo/StatePictures/States.h"
 
+#include "CorvidKit/AppInfo.h"
+#include "CorvidKitCore/UpdateReminder.h"
 #include "Tessel/PreviewCatalogue.h"
 #include "TesselCore/WindowAction.h"
 
-#include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <utility>
@@ -34,6 +35,27 @@ void notPermitted(Desktop& desktop) {
     installPreviews(desktop);
 }
 
+void withOpenApplications(Desktop& desktop) {
+    permitted(desktop);
+    PreviewCatalogue previews;
+    int process = 10;
+    for (const char* identifier : {"com.apple.mail", "com.apple.Maps", "com.apple.Terminal"}) {
+        const std::string name = previews.displayName(previews.location(identifier).value_or(""));
+        desktop.applications.add({.process = ++process, .bundleIdentifier = identifier, .localizedName = name});
+    }
+}
+
+/// More than a window of the usual height shows.
+void withManyApplications(Desktop& desktop) {
+    permitted(desktop);
+    for (const char* name : {"Archive Manager", "Backups", "Camera", "Contacts", "Dictionary", "Document Viewer",
+                             "Fonts", "Image Viewer", "Screenshot", "System Monitor", "Videos", "Weather"}) {
+        const std::string location = std::string("/applications/") + name;
+        desktop.applicationCatalogue.install(
+            location, {.bundleIdentifier = "org.example." + std::string(name), .displayName = name, .iconName = ""});
+    }
+}
+
 void withAnotherVersionInstalled(Desktop& desktop) {
     permitted(desktop);
     desktop.thisApplication.isUpdated = true;
@@ -60,6 +82,13 @@ void withShortcutsToBorrow(Desktop& desktop) {
                                         {.heldBy = "GNOME",
                                          .purpose = KeyPurpose::workspaceOnTheRight,
                                          .otherKeys = {{corvid::Shortcut::command, "Page Down"}}}}};
+}
+
+/// As after months with this version. The clock stays: advancing it runs all that is periodic.
+void withTheReminder(Desktop& desktop) {
+    permitted(desktop);
+    corvid::UpdateReminder(desktop.standardUserDefaults, corvid::AppInfo::version(), corvid::Date())
+        .restart(corvid::Date());
 }
 
 void nothing(Desktop& /*desktop*/, AppState& /*state*/) {
@@ -112,11 +141,6 @@ void giveManyRules(Desktop& desktop, AppState& state) {
     state.setRules(std::move(rules));
 }
 
-void waitForTheReminder(Desktop& desktop, AppState& state) {
-    giveRules(desktop, state);
-    desktop.mainActor.advance(std::chrono::days(31));
-}
-
 void pause(Desktop& desktop, AppState& state) {
     giveRules(desktop, state);
     state.setEnabled(false);
@@ -139,9 +163,44 @@ const std::vector<ShownState>& shownStates() {
          .prepare = withShortcutsToBorrow,
          .live = findHolders},
         {.name = "borrowed-shortcuts", .tab = MenuTab::shortcuts, .prepare = withShortcutsToBorrow, .live = borrow},
-        {.name = "reminder", .tab = MenuTab::shortcuts, .prepare = permitted, .live = waitForTheReminder},
+        {.name = "reminder", .tab = MenuTab::shortcuts, .prepare = withTheReminder, .live = giveRules},
         {.name = "updated", .tab = MenuTab::shortcuts, .prepare = withAnotherVersionInstalled, .live = giveRules},
         {.name = "paused", .tab = MenuTab::apps, .prepare = permitted, .live = pause},
+        {.name = "rule-menu",
+         .tab = MenuTab::apps,
+         .open = OpenPart::ruleMenu,
+         .prepare = permitted,
+         .live = giveUsualRules},
+        {.name = "add-menu",
+         .tab = MenuTab::apps,
+         .open = OpenPart::addMenu,
+         .prepare = withOpenApplications,
+         .live = giveRules},
+        {.name = "shortcut-tip",
+         .tab = MenuTab::shortcuts,
+         .open = OpenPart::shortcutTip,
+         .prepare = withShortcutsToBorrow,
+         .live = findHolders},
+        {.name = "switch-tip",
+         .tab = MenuTab::shortcuts,
+         .open = OpenPart::switchTip,
+         .prepare = permitted,
+         .live = giveRules},
+        {.name = "chooser",
+         .tab = MenuTab::apps,
+         .open = OpenPart::chooser,
+         .prepare = withManyApplications,
+         .live = giveRules},
+        {.name = "chooser-search",
+         .tab = MenuTab::apps,
+         .open = OpenPart::chooserWithSearch,
+         .prepare = withManyApplications,
+         .live = giveRules},
+        {.name = "chooser-nothing",
+         .tab = MenuTab::apps,
+         .open = OpenPart::chooserWithoutMatch,
+         .prepare = withManyApplications,
+         .live = giveRules},
     };
     return states;
 }

@@ -1,5 +1,6 @@
 #include "CorvidKit/Snapshot.h"
 #include "CorvidKit/Toolkit/QuickToolkit.h"
+#include "Demo/StatePictures/OpenParts.h"
 #include "Demo/StatePictures/States.h"
 #include "Platform/Seam/Desktop/HostedLoop.h"
 #include "Platform/Seam/Platform.h"
@@ -24,19 +25,41 @@ public:
     [[nodiscard]] Outlook serve() override { return Outlook::ended; }
 };
 
-/// Gives the desktop the toolkit's texts, from which it composes the status.
-void translateStatus(platform::simulated::Desktop& desktop, const tessel::AppState& state) {
-    const auto translate = [&](const char* key, int count = -1) {
-        desktop.localization.texts[std::string("Tessel/") + key] =
-            QCoreApplication::translate("Tessel", key, nullptr, count).toStdString();
-    };
-    for (const char* key : {"Paused", "Waiting for permission", "Some shortcuts are taken",
-                            "Active · %lld shortcuts · %lld apps", "Ctrl", "Alt", "Shift", "Super"}) {
-        translate(key);
-    }
-    translate("%n shortcuts", static_cast<int>(tessel::WindowAction::allCases.size()));
-    translate("%n apps", static_cast<int>(state.rules().size()));
+void translate(platform::simulated::Desktop& desktop, const char* key, int count = -1) {
+    desktop.localization.texts[std::string("Tessel/") + key] =
+        QCoreApplication::translate("Tessel", key, nullptr, count).toStdString();
 }
+
+/// Gives the desktop the toolkit's texts of what the logic composes: names of keys and of applications, and what holds
+/// a shortcut.
+void translateNames(platform::simulated::Desktop& desktop) {
+    for (const char* key : {"Ctrl", "Alt", "Shift", "Super", "%1 %2 (%3)", "%1: %2 (%3)", "%1 belongs to %3",
+                            "switches to the workspace on the left", "switches to the workspace on the right", "Music",
+                            "Mail", "Notes", "Calendar", "Maps", "Software", "Terminal", "Calculator", "Settings"}) {
+        translate(desktop, key);
+    }
+}
+
+/// The same for the status, with its counts.
+void translateStatus(platform::simulated::Desktop& desktop, const tessel::AppState& state) {
+    for (const char* key :
+         {"Paused", "Waiting for permission", "Some shortcuts are taken", "Active · %lld shortcuts · %lld apps"}) {
+        translate(desktop, key);
+    }
+    translate(desktop, "%n shortcuts", static_cast<int>(tessel::WindowAction::allCases.size()));
+    translate(desktop, "%n apps", static_cast<int>(state.rules().size()));
+}
+
+/// The view of a state, and what is open over it.
+class ViewOfState final : public platform::View {
+public:
+    ViewOfState(tessel::AppState& state, const tessel::ShownState& shown)
+        : menu(state, shown.tab)
+        , open(shown.open) {}
+
+    tessel::MenuView menu;
+    tessel::OpenPart open;
+};
 
 /// Draws one state in both colour schemes, each on a desktop of its own.
 void draw(const tessel::ShownState& shown, const std::string& directory, const std::string& language,
@@ -47,6 +70,7 @@ void draw(const tessel::ShownState& shown, const std::string& directory, const s
     platform::Platform table = platform::current();
     table.imageRenderer = &renderer;
     const platform::Installation installation(table);
+    translateNames(desktop);
     shown.prepare(desktop);
     corvid::HotKeyDispatcher dispatcher;
     tessel::AppState state(desktop.standardUserDefaults, false, dispatcher);
@@ -55,14 +79,23 @@ void draw(const tessel::ShownState& shown, const std::string& directory, const s
     // Not as the program's own pictures: those show other keys than the user's keyboard has.
     for (const corvid::Snapshot::Scheme& scheme : corvid::Snapshot::schemes) {
         const std::string name = "menu-" + language + "-" + std::string(shown.name) + "-" + std::string(scheme.name);
-        corvid::Snapshot::write(tessel::MenuView(state, shown.tab), scheme.options,
+        corvid::Snapshot::write(ViewOfState(state, shown), scheme.options,
                                 std::filesystem::path(directory) / (name + ".png"));
     }
 }
 
 std::unique_ptr<QQuickItem> makePicture(const platform::View& view, QQmlEngine& engine,
                                         corvid::toolkit::PopoverWindow* /*popover*/) {
-    return tessel::makeItem(view, engine);
+    const auto* shown = dynamic_cast<const ViewOfState*>(&view);
+    if (shown == nullptr) {
+        return nullptr;
+    }
+    if (shown->open >= tessel::OpenPart::chooser) {
+        return tessel::makeChooser(engine, shown->open);
+    }
+    std::unique_ptr<QQuickItem> item = tessel::makeItem(shown->menu, engine);
+    tessel::openLater(*item, shown->open);
+    return item;
 }
 
 } // namespace

@@ -261,7 +261,7 @@
     </message>
     <message>
         <source>Their first window is maximized or centered on the screen it opens on.</source>
-        <translation>最初のウィンドウを開いた画面で最大化か中央に配置します</translation>
+        <translation>最初のウィンドウを開いた画面で最大化か中央に配置</translation>
     </message>
     <message>
         <source>No apps yet</source>

@@ -16,7 +16,9 @@ from measuring import (ACCENT, CARD, CARD_HEIGHT, CARD_TOP, DIVIDER, LEFT, RIGHT
 
 STATES = (
     "active", "rules", "no-rules", "many-rules", "no-permission", "taken-shortcuts", "reminder", "updated", "paused",
+    "rule-menu", "add-menu", "shortcut-tip", "switch-tip",
 )
+CHOOSERS = ("chooser", "chooser-search", "chooser-nothing")
 WIDTH = 340
 ORANGE = {"light": (196, 102, 0), "dark": (255, 159, 10)}
 
@@ -26,9 +28,9 @@ def drawn(language: str) -> tuple[dict[tuple[str, str], Image.Image], str]:
     with tempfile.TemporaryDirectory() as folder:
         environment = bare_environment(Path(folder)) | {"XDG_RUNTIME_DIR": folder}
         finished = subprocess.run([os.environ["TESSEL_STATE_PICTURES"], folder, language], env=environment,
-                                  stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, timeout=120, check=True)
+                                  stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True, timeout=240, check=True)
         pictures = {(state, scheme): Image.open(Path(folder, f"menu-{language}-{state}-{scheme}.png")).convert("RGB")
-                    for state in STATES for scheme in SCHEMES}
+                    for state in (*STATES, *CHOOSERS) for scheme in SCHEMES}
     return pictures, finished.stderr
 
 
@@ -51,6 +53,9 @@ class States(unittest.TestCase):
         for language, (pictures, _) in self.languages.items():
             self.assertEqual(len({picture.tobytes() for picture in pictures.values()}), len(pictures), language)
             for place, picture in pictures.items():
+                if place[0] in CHOOSERS:
+                    self.assertEqual(picture.size, (2 * 400, 2 * 474), (language, place))
+                    continue
                 self.assertEqual((picture.width, picture.height % 2), (2 * WIDTH, 0), (language, place))
                 # It is painted down to its last row.
                 corners = {at(picture, x, y) for x in (0, WIDTH - 1) for y in (0, picture.height / 2 - 0.5)}
