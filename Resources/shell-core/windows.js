@@ -1,5 +1,6 @@
-/** Whether its program may still have to answer the first request for its frame. */
-const isNew = ({shownAt}) => shownAt !== undefined && GLib.get_monotonic_time() - shownAt < 1000 * KeptPlace.MILLISECONDS;
+/** Whether its program may still have to answer the first request for its frame. Windows of X11 answer none. */
+const isNew = ({window, shownAt}) => window.get_client_type() !== Meta.WindowClientType.X11 &&
+    shownAt !== undefined && GLib.get_monotonic_time() - shownAt < 1000 * KeptPlace.MILLISECONDS;
 
 /** Follows the windows and the screens, and places windows. */
 class Windows {

@@ -71,6 +71,8 @@ class Cinnamon(Gnome):
             environment.pop(variable, None)
         environment |= {
             "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "X-Cinnamon", "XDG_SESSION_DESKTOP": "cinnamon",
+            # As for GNOME: Qt logs warnings in a session without a portal.
+            "QT_LOGGING_RULES": "qt.qpa.services.warning=false;qt.qpa.theme.gnome.warning=false",
             "DBUS_SESSION_BUS_ADDRESS": f"unix:path={session.runtime}/bus",
         }
         address = f"--address={environment['DBUS_SESSION_BUS_ADDRESS']}"
@@ -86,11 +88,13 @@ class Cinnamon(Gnome):
 
     def start_shell(self) -> None:
         command = ["cinnamon", "--nested", "--wayland"]
-        self.shell = self.session.start(command, "cinnamon", {
-            "DISPLAY": self.server.display,
-            "MUTTER_DEBUG_NUM_DUMMY_MONITORS": str(len(self.monitors)),
-            "MUTTER_DEBUG_DUMMY_MODE_SPECS": f"{MONITOR.width}x{MONITOR.height}",
-        })
+        simulated = {
+            "DEBUG_NUM_DUMMY_MONITORS": str(len(self.monitors)),
+            "DEBUG_DUMMY_MODE_SPECS": f"{MONITOR.width}x{MONITOR.height}",
+        }
+        # Cinnamon 6.6 has another prefix than 6.4.
+        variables = {f"{prefix}_{name}": value for prefix in ("MUTTER", "MUFFIN") for name, value in simulated.items()}
+        self.shell = self.session.start(command, "cinnamon", {"DISPLAY": self.server.display, **variables})
 
         def runs() -> bool:
             assert self.shell.poll() is None, f"cinnamon ended with {self.shell.returncode}"

@@ -165,6 +165,7 @@ for (const next of [null, STRANGER]) {
     // The same for a window that has just been shown; one that was there before stays where it goes.
     const scene = Scene.served();
     const young = scene.shell.addWindow({frame: [0, 0, 300, 200]});
+    young.get_client_type = () => 0;
     scene.shell.display.emit('window-created', young);
     young.emit('shown');
     for (const [window, isBack] of [[young, KIND === 'cinnamon'], [scene.window, false]]) {
