@@ -15,7 +15,7 @@ namespace platform::wayfire {
 class ConfigurationWatch {
 public:
     /// Wayfire reads the file itself up to half a second after a change (0.10, "workarounds/config_reload_delay").
-    static constexpr std::chrono::seconds delay{1};
+    static constexpr std::chrono::milliseconds delay{1000};
 
     /// `changed` is called in a turn of its own, `delay` after the last change; it must not drop this.
     ConfigurationWatch(linux::MainLoop& mainLoop, const std::string& path, std::function<void()> changed);
