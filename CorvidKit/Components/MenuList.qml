@@ -11,7 +11,8 @@ ListView {
         let width = 0;
         for (let index = 0; index < measures.count; ++index)
             width = Math.max(width, measures.itemAt(index)?.implicitWidth ?? 0);
-        return width + 44;
+        // A line's margins, its picture and its check mark, with the gaps between.
+        return Math.ceil(width) + 51;
     }
 
     // The last position of the pointer; null before the first.

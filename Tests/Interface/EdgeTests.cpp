@@ -201,6 +201,29 @@ TEST_F(Edges, PromisesAreOneLineInEveryLanguage) {
     }
 }
 
+TEST_F(Edges, MenusAreAsWideAsTheirLinesInEveryLanguage) {
+    for (const char* language : {"en", "de", "fr", "es", "it", "pt_BR", "ja", "ko", "zh_CN"}) {
+        const auto translators = corvid::toolkit::loadTranslations({language});
+        make(MenuTab::apps);
+        state->setRules({{"org.example.Editor", WindowAction::maximize}});
+        settle();
+        draw(1);
+        for (const char* type : {"MenuPicker", "AddAppMenu"}) {
+            QQuickItem& button = *shownOf(*item, type).at(0);
+            press(button);
+            draw(1);
+            const std::vector<QQuickItem*> labels = shownOf(openMenu(), "Label");
+            EXPECT_FALSE(labels.empty());
+            for (const QQuickItem* label : labels) {
+                EXPECT_FALSE(label->property("truncated").toBool())
+                    << language << ": " << label->property("text").toString().toStdString();
+            }
+            press(button);
+        }
+        item.reset();
+    }
+}
+
 TEST_F(Edges, TheTipAboutATakenShortcutCoversNoTitle) {
     for (const WindowAction action : WindowAction::menuOrder) {
         desktop.hotKeyEvents.refuse(action.shortcut().keyCode, action.shortcut().modifiers);
