@@ -2,8 +2,10 @@
 
 import json
 import os
+import shutil
 import socket
 import sys
+import tempfile
 import time
 from pathlib import Path
 from typing import Any, NamedTuple
@@ -65,9 +67,12 @@ class HyprlandDesktop:
         self.products: list[Product] = []
         self.keyboard: MachineKeyboard | None = None
         self.session = Session()
+        # The path of Hyprland's socket, with its long name for itself, must fit into an address.
+        self.session.runtime = Path(tempfile.mkdtemp(dir="/run"))
         self.session.environment |= {
-            "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "Hyprland", "GDK_BACKEND": "wayland",
-            "QT_QPA_PLATFORM": "wayland", "LIBSEAT_BACKEND": "seatd", "HYPRLAND_NO_RT": "1",
+            "XDG_RUNTIME_DIR": str(self.session.runtime), "XDG_SESSION_TYPE": "wayland",
+            "XDG_CURRENT_DESKTOP": "Hyprland", "GDK_BACKEND": "wayland", "QT_QPA_PLATFORM": "wayland",
+            "LIBSEAT_BACKEND": "seatd", "HYPRLAND_NO_RT": "1",
         }
         self.session.configure(".config/hypr/hyprland.lua", CONFIGURATION + configuration)
         try:
@@ -246,3 +251,4 @@ class HyprlandDesktop:
         if self.keyboard is not None:
             self.keyboard.close()
         self.session.close()
+        shutil.rmtree(self.session.runtime)
