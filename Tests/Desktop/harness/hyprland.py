@@ -21,7 +21,7 @@ from .skipping import Skipped, require
 from .waiting import until, until_equal
 
 # The machine is emulated, so each step takes up to fifty times as long as on a real one.
-PATIENCE = 120.0
+PATIENCE = 60.0
 STARTING = 600.0
 
 # A program that still handles an earlier request may change its size until then.
