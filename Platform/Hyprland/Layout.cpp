@@ -129,7 +129,7 @@ std::optional<std::vector<Client>> readClients(const Json& answer) {
     std::vector<Client> clients;
     readEach(answer, clientOf, clients);
     // Otherwise they are in the order in which they lie above each other.
-    std::ranges::stable_sort(clients, {}, &Client::age);
+    std::ranges::sort(clients, {}, &Client::age);
     return clients;
 }
 

@@ -34,9 +34,9 @@ struct Client {
 /// the frame without what bars and docks reserve; gaps are none of it. Empty if there is no list at all.
 [[nodiscard]] std::optional<std::vector<compositor::Output>> readMonitors(const compositor::Json& answer);
 
-/// The size of an output in the layout's points, from its size in pixels. The compositor takes only scales in steps of
-/// 1/120 that give whole points; older versions tell the scale with two digits. The size
-/// in pixels for a scale that is none.
+/// The size of an output in the layout's points, from its size in pixels; the same for a scale that is none. The
+/// compositor takes only scales in steps of 1/120 that give whole points; older versions tell the scale with two
+/// digits.
 [[nodiscard]] corvid::CGSize logicalSize(corvid::CGSize pixels, double scale);
 
 } // namespace platform::hyprland
