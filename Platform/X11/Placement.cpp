@@ -125,6 +125,7 @@ void Placement::finish() {
     const bool wasTiled = untile(*sent);
     learnRounding(*sent);
     correctForChangedExtents(*sent);
+    correctPosition(*sent);
     awaitShadow(*sent, wasTiled);
     noteWhetherIgnored(*sent);
 }
@@ -260,6 +261,25 @@ void Placement::correctForChangedExtents(const Sent& sent) {
         return;
     }
     ask(sent, facts->geometry);
+    static_cast<void>(fence.wait());
+}
+
+void Placement::correctPosition(const Sent& sent) {
+    const Capabilities& capabilities = windowManager.capabilities;
+    if (turn.tilingManager() != nullptr || !capabilities.movesOnMessage || capabilities.tellsFrameExtents) {
+        return;
+    }
+    const WindowFacts* facts = turn.windowWithFrame(sent.job.window);
+    const corvid::CGPoint wanted = *sent.job.request.position;
+    const PlacementRequest positionAlone{.position = wanted, .size = std::nullopt};
+    if (facts == nullptr || facts->geometry == sent.before ||
+        isFulfilled(positionAlone, visibleRectangle(facts->geometry))) {
+        return;
+    }
+    const corvid::CGPoint present = visibleRectangle(facts->geometry).origin;
+    Sent shifted = sent;
+    shifted.job.request.position = {(2 * wanted.x) - present.x, (2 * wanted.y) - present.y};
+    ask(shifted, facts->geometry);
     static_cast<void>(fence.wait());
 }
 

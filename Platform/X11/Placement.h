@@ -89,6 +89,9 @@ private:
     /// Whether the window was tiled, and had to be released.
     [[nodiscard]] bool untile(const Sent& sent);
     void correctForChangedExtents(const Sent& sent);
+    /// Requests the position once more by the difference, of a window manager that does not tell its decoration and
+    /// reckons with another one than the window has (spectrwm).
+    void correctPosition(const Sent& sent);
     /// Whether windows are moved by configure requests, for the window manager has no better way.
     [[nodiscard]] bool movesByConfiguring() const;
     [[nodiscard]] std::optional<Sent> configureJob(const std::optional<Foreseen>& foreseen);

@@ -6,7 +6,7 @@ from harness.applications import APPLICATIONS, own_window
 from harness.desktop import Desktop
 from harness.grabs import held_by_others
 from harness.oracle import ACTIONS, expected
-from harness.plain_managers import PLAIN_MANAGERS
+from harness.plain_managers import PLAIN_MANAGERS, PlainManager
 from harness.plain_windows import PlainWindows
 from harness.popover import Popover
 from harness.product import run_to_end
@@ -28,11 +28,12 @@ NATURAL = Rect(311, 173, 762, 503)
 class PlainDesktop(Desktop):
     """A desktop with one of these window managers."""
 
-    def __init__(self, program, manager: str, subject: str):
-        super().__init__(program, name=f"plain.{subject}.{manager}")
+    def __init__(self, program, manager: PlainManager | str, subject: str):
+        manager = PLAIN_MANAGERS[manager] if isinstance(manager, str) else manager
+        super().__init__(program, name=f"plain.{subject}.{manager.name}")
         self.windows.close()
         self.windows = PlainWindows(self.server.display, self.keyboard)
-        self.manager = PLAIN_MANAGERS[manager]
+        self.manager = manager
         # Beside every window, for those window managers whose focus follows the pointer.
         self.keyboard.point(1900, 900)
 
