@@ -145,7 +145,8 @@ std::optional<Placement::Sent> Placement::configureJob(const std::optional<Fores
     const WindowFacts* facts = readConfigured(*sent, sent->reckoned.client, watch);
     for (int corrections = 0; facts != nullptr && corrections < mostCorrections; ++corrections) {
         const FrameGeometry present = facts->geometry;
-        if (isFulfilled(positionAlone, visibleRectangle(present)) || isIgnored(*sent, facts)) {
+        // The first report may be that of an earlier request.
+        if (isFulfilled(positionAlone, visibleRectangle(present)) || (corrections > 0 && isIgnored(*sent, facts))) {
             break;
         }
         configuredPositions.observe(requestedPosition, present.client.origin, sent->sizeHints.gravity,
@@ -255,7 +256,7 @@ bool Placement::untile(const Sent& sent) {
 }
 
 void Placement::correctForChangedExtents(const Sent& sent) {
-    const WindowFacts* facts = readAgain(sent.job.window);
+    const WindowFacts* facts = turn.windowWithFrame(sent.job.window);
     if (facts == nullptr || haveSameExtents(facts->geometry, sent.reckoned) ||
         isFulfilled(sent.job.request, visibleRectangle(facts->geometry))) {
         return;
