@@ -125,6 +125,9 @@ void Placement::finish() {
     }
     const bool wasTiled = untile(*sent);
     learnRounding(*sent);
+    if (!isConfigured && !wasTiled) {
+        configureIfElsewhere(*sent);
+    }
     correctForChangedExtents(*sent);
     awaitShadow(*sent, wasTiled);
 }
@@ -134,26 +137,44 @@ bool Placement::movesByConfiguring() const {
 }
 
 std::optional<Placement::Sent> Placement::configureJob(const std::optional<Foreseen>& foreseen) {
-    constexpr int mostCorrections = 2;
     const ScopedConfigureWatch watch(connection, selection, waiting->window);
-    const std::optional<Sent> sent = sendJob(foreseen);
-    if (!sent) {
-        return sent;
-    }
-    const PlacementRequest positionAlone{.position = sent->job.request.position, .size = std::nullopt};
-    const WindowFacts* facts = readConfigured(*sent, sent->reckoned.client, watch);
-    for (int corrections = 0; facts != nullptr && corrections < mostCorrections; ++corrections) {
-        const FrameGeometry present = facts->geometry;
-        if (isFulfilled(positionAlone, visibleRectangle(present))) {
-            break;
-        }
-        configuredPositions.observe(requestedPosition, present.client.origin, sent->sizeHints.gravity,
-                                    present.decoration);
-        watch.dropReports();
-        ask(*sent, present);
-        facts = readConfigured(*sent, present.client, watch);
+    std::optional<Sent> sent = sendJob(foreseen);
+    if (sent) {
+        correctPosition(*sent, sent->reckoned, watch);
     }
     return sent;
+}
+
+void Placement::configureIfElsewhere(const Sent& sent) {
+    // fvwm drops the whole message if the window has a fixed size; evilwm puts the client at the place of the frame. The
+    // window was read after the message.
+    const WindowFacts* facts = turn.windowWithFrame(sent.job.window);
+    if (sent.wasMaximized || turn.tilingManager() != nullptr || facts == nullptr || isInPlace(sent, *facts)) {
+        return;
+    }
+    const FrameGeometry present = facts->geometry;
+    const ScopedConfigureWatch watch(connection, selection, sent.job.window);
+    askByConfiguring(sent, present);
+    correctPosition(sent, present, watch);
+}
+
+void Placement::correctPosition(const Sent& sent, FrameGeometry before, const ScopedConfigureWatch& watch) {
+    constexpr int mostCorrections = 2;
+    const WindowFacts* facts = readConfigured(sent, before.client, watch);
+    for (int corrections = 0; facts != nullptr && corrections < mostCorrections && !isInPlace(sent, *facts);
+         ++corrections) {
+        before = facts->geometry;
+        configuredPositions.observe(requestedPosition, before.client.origin, sent.sizeHints.gravity,
+                                    before.decoration);
+        watch.dropReports();
+        askByConfiguring(sent, before);
+        facts = readConfigured(sent, before.client, watch);
+    }
+}
+
+bool Placement::isInPlace(const Sent& sent, const WindowFacts& facts) {
+    return isFulfilled({.position = sent.job.request.position, .size = std::nullopt},
+                       visibleRectangle(facts.geometry));
 }
 
 const WindowFacts* Placement::readConfigured(const Sent& sent, const corvid::CGRect& before,
@@ -191,6 +212,8 @@ std::optional<Placement::Sent> Placement::sendJob(const std::optional<Foreseen>&
               .before = facts->geometry,
               .reckoned = facts->geometry,
               .sizeHints = facts->sizeHints,
+              .wasMaximizedHorizontally = facts->isMaximizedHorizontally,
+              .wasMaximizedVertically = facts->isMaximizedVertically,
               .wasMaximized = facts->isMaximized()};
     const corvid::CGRect visible = visibleRectangle(facts->geometry);
     // For a tiled window the same frame still means a change: it gets a position of its own.
@@ -201,7 +224,8 @@ std::optional<Placement::Sent> Placement::sendJob(const std::optional<Foreseen>&
     // the title to a window that is only moved.
     sent.job.request = wholeRequest(job.request, visible);
     if (sent.wasMaximized) {
-        changeMaximized(job.window, stateRemove);
+        // Those alone that it has: pekwm adds a state that is removed without need.
+        releaseMaximized(job.window, sent.wasMaximizedHorizontally, sent.wasMaximizedVertically);
         // The decoration may have changed. If the reply does not come in time, the message still follows the release,
         // computed with the former decoration: a few pixels off is better than a half-finished release.
         if (const WindowFacts* released = fence.wait() ? readAgain(job.window) : nullptr) {
@@ -293,20 +317,25 @@ void Placement::ask(const Sent& sent, const FrameGeometry& present) {
         tiling->place(connection, window, outerRectangle(wanted));
         turn.forgetWindows();
     } else if (movesByConfiguring()) {
-        const MoveResizeMessage message = moveResizeMessage(present, whole);
-        requestedPosition = configuredPositions.request(
-            {static_cast<double>(message.x + present.decoration.left),
-             static_cast<double>(message.y + present.decoration.top)},
-            sent.sizeHints.gravity, present.decoration);
-        configure(window, message);
+        askByConfiguring(sent, present);
     } else {
         sendMoveResize(window, moveResizeMessage(present, whole));
     }
 }
 
-void Placement::configure(xcb_window_t window, const MoveResizeMessage& message) {
-    const std::array<std::uint32_t, 4> values{word(requestedPosition.x), word(requestedPosition.y), message.width,
-                                              message.height};
+void Placement::askByConfiguring(const Sent& sent, const FrameGeometry& present) {
+    const auto& [window, whole] = sent.job;
+    const MoveResizeMessage message = moveResizeMessage(present, whole);
+    requestedPosition =
+        configuredPositions.request({static_cast<double>(message.x + present.decoration.left),
+                                     static_cast<double>(message.y + present.decoration.top)},
+                                    sent.sizeHints.gravity, present.decoration);
+    // Many window managers take such a request for the client's own, and leave its limits to it. Steps are left to them.
+    SizeHints limits = sent.sizeHints;
+    limits.widthIncrement = limits.heightIncrement = 1;
+    const ClientSize size = constrainedSize(limits, {message.width, message.height});
+    const std::array<std::uint32_t, 4> values{word(requestedPosition.x), word(requestedPosition.y), size.width,
+                                              size.height};
     xcb_configure_window(connection.raw(), window,
                          XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
                              XCB_CONFIG_WINDOW_HEIGHT,
@@ -318,6 +347,16 @@ void Placement::sendMoveResize(xcb_window_t window, const MoveResizeMessage& mes
     sendToRoot(window, Atom::netMoveResizeWindow,
                {message.flags, std::bit_cast<std::uint32_t>(message.x), std::bit_cast<std::uint32_t>(message.y),
                 message.width, message.height});
+    turn.forgetWindows();
+}
+
+void Placement::releaseMaximized(xcb_window_t window, bool horizontally, bool vertically) {
+    if (horizontally && vertically) {
+        changeMaximized(window, stateRemove);
+        return;
+    }
+    const Atom state = horizontally ? Atom::netWmStateMaximizedHorz : Atom::netWmStateMaximizedVert;
+    sendToRoot(window, Atom::netWmState, {stateRemove, connection.atom(state), 0, sourceIsPager, 0});
     turn.forgetWindows();
 }
 

@@ -58,6 +58,8 @@ private:
         /// The geometry whose extents were used for the message.
         FrameGeometry reckoned;
         SizeHints sizeHints;
+        bool wasMaximizedHorizontally = false;
+        bool wasMaximizedVertically = false;
         bool wasMaximized = false;
     };
 
@@ -78,6 +80,9 @@ private:
     /// Whether windows are moved by configure requests, for the window manager has no better way.
     [[nodiscard]] bool movesByConfiguring() const;
     [[nodiscard]] std::optional<Sent> configureJob(const std::optional<Foreseen>& foreseen);
+    void configureIfElsewhere(const Sent& sent);
+    void correctPosition(const Sent& sent, FrameGeometry before, const ScopedConfigureWatch& watch);
+    [[nodiscard]] static bool isInPlace(const Sent& sent, const WindowFacts& facts);
     /// Waits until a client that was at `before` stands still after a configure request; null if the window manager did
     /// not react in time.
     [[nodiscard]] const WindowFacts* readConfigured(const Sent& sent, const corvid::CGRect& before,
@@ -87,7 +92,8 @@ private:
     /// Requests the job's frame of a window that has this geometry now.
     void ask(const Sent& sent, const FrameGeometry& present);
     void sendMoveResize(xcb_window_t window, const MoveResizeMessage& message);
-    void configure(xcb_window_t window, const MoveResizeMessage& message);
+    void askByConfiguring(const Sent& sent, const FrameGeometry& present);
+    void releaseMaximized(xcb_window_t window, bool horizontally, bool vertically);
     void changeMaximized(xcb_window_t window, std::uint32_t action);
     void sendToRoot(xcb_window_t window, Atom type, const std::array<std::uint32_t, 5>& data);
 
