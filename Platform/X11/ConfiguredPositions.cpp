@@ -16,10 +16,9 @@ constexpr std::size_t mostKinds = 64;
 corvid::CGPoint ConfiguredPositions::request(corvid::CGPoint client, std::uint32_t gravity,
                                              const Extents& decoration) const {
     const auto known = distances.find({gravity, decoration.left, decoration.right, decoration.top, decoration.bottom});
-    const corvid::CGPoint distance =
-        known == distances.end()
-            ? corvid::CGPoint{static_cast<double>(decoration.left), static_cast<double>(decoration.top)}
-            : known->second;
+    const corvid::CGPoint distance = known == distances.end() ? corvid::CGPoint{static_cast<double>(decoration.left),
+                                                                                static_cast<double>(decoration.top)}
+                                                              : known->second;
     return {client.x - distance.x, client.y - distance.y};
 }
 
@@ -33,8 +32,7 @@ void ConfiguredPositions::observe(corvid::CGPoint requested, corvid::CGPoint lan
     }
     const corvid::CGPoint former{static_cast<double>(decoration.left), static_cast<double>(decoration.top)};
     corvid::CGPoint& known =
-        distances
-            .try_emplace({gravity, decoration.left, decoration.right, decoration.top, decoration.bottom}, former)
+        distances.try_emplace({gravity, decoration.left, decoration.right, decoration.top, decoration.bottom}, former)
             .first->second;
     known = {isExplainedX ? distance.x : known.x, isExplainedY ? distance.y : known.y};
 }

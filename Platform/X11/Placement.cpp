@@ -60,7 +60,7 @@ void Placement::request(xcb_window_t window, const PlacementRequest& part) {
 }
 
 void Placement::send() {
-    if (expectation || (waiting && movesByConfiguring())) {
+    if (expectation || (waiting && movesByConfiguring(waiting->window))) {
         finish();
     } else if (waiting) {
         static_cast<void>(sendJob(std::nullopt));
@@ -82,6 +82,7 @@ void Placement::setWindowManager(WindowManager manager) {
     if (manager.window == XCB_WINDOW_NONE || manager.window != windowManager.window) {
         roundsByHints = false;
         configuredPositions.clear();
+        configuredWindow = XCB_WINDOW_NONE;
     }
     windowManager = std::move(manager);
 }
@@ -114,7 +115,7 @@ bool Placement::foresee() {
 
 void Placement::finish() {
     const std::optional<Foreseen> foreseen = std::exchange(expectation, std::nullopt);
-    const bool isConfigured = movesByConfiguring();
+    const bool isConfigured = movesByConfiguring(waiting->window);
     const std::optional<Sent> sent = isConfigured ? configureJob(foreseen) : sendJob(foreseen);
     if (!sent) {
         turn.forgetWindows();
@@ -132,8 +133,9 @@ void Placement::finish() {
     awaitShadow(*sent, wasTiled);
 }
 
-bool Placement::movesByConfiguring() const {
-    return turn.tilingManager() == nullptr && windowManager.isPresent && !windowManager.capabilities.movesOnMessage;
+bool Placement::movesByConfiguring(xcb_window_t window) const {
+    return turn.tilingManager() == nullptr && windowManager.isPresent &&
+           (!windowManager.capabilities.movesOnMessage || window == configuredWindow);
 }
 
 std::optional<Placement::Sent> Placement::configureJob(const std::optional<Foreseen>& foreseen) {
@@ -146,16 +148,26 @@ std::optional<Placement::Sent> Placement::configureJob(const std::optional<Fores
 }
 
 void Placement::configureIfElsewhere(const Sent& sent) {
-    // fvwm drops the whole message if the window has a fixed size; evilwm puts the client at the place of the frame. The
-    // window was read after the message.
+    // fvwm drops the whole message if the window has a fixed size; evilwm puts the client at the place of the frame.
+    // The window was read after the message.
     const WindowFacts* facts = turn.windowWithFrame(sent.job.window);
     if (sent.wasMaximized || turn.tilingManager() != nullptr || facts == nullptr || isInPlace(sent, *facts)) {
         return;
     }
     const FrameGeometry present = facts->geometry;
+    if (present.client.origin != sent.before.client.origin) {
+        // Where it puts windows is the same for both kinds of requests.
+        const MoveResizeMessage message = moveResizeMessage(sent.reckoned, sent.job.request);
+        configuredPositions.observe({static_cast<double>(message.x), static_cast<double>(message.y)},
+                                    present.client.origin, sent.sizeHints.gravity, present.decoration);
+    }
     const ScopedConfigureWatch watch(connection, selection, sent.job.window);
     askByConfiguring(sent, present);
     correctPosition(sent, present, watch);
+    facts = turn.windowWithFrame(sent.job.window);
+    if (facts != nullptr && isInPlace(sent, *facts)) {
+        configuredWindow = sent.job.window;
+    }
 }
 
 void Placement::correctPosition(const Sent& sent, FrameGeometry before, const ScopedConfigureWatch& watch) {
@@ -164,8 +176,7 @@ void Placement::correctPosition(const Sent& sent, FrameGeometry before, const Sc
     for (int corrections = 0; facts != nullptr && corrections < mostCorrections && !isInPlace(sent, *facts);
          ++corrections) {
         before = facts->geometry;
-        configuredPositions.observe(requestedPosition, before.client.origin, sent.sizeHints.gravity,
-                                    before.decoration);
+        configuredPositions.observe(requestedPosition, before.client.origin, sent.sizeHints.gravity, before.decoration);
         watch.dropReports();
         askByConfiguring(sent, before);
         facts = readConfigured(sent, before.client, watch);
@@ -173,8 +184,7 @@ void Placement::correctPosition(const Sent& sent, FrameGeometry before, const Sc
 }
 
 bool Placement::isInPlace(const Sent& sent, const WindowFacts& facts) {
-    return isFulfilled({.position = sent.job.request.position, .size = std::nullopt},
-                       visibleRectangle(facts.geometry));
+    return isFulfilled({.position = sent.job.request.position, .size = std::nullopt}, visibleRectangle(facts.geometry));
 }
 
 const WindowFacts* Placement::readConfigured(const Sent& sent, const corvid::CGRect& before,
@@ -316,7 +326,7 @@ void Placement::ask(const Sent& sent, const FrameGeometry& present) {
         const FrameGeometry wanted = geometryAfter(present, whole, roundedSize(present, sent.sizeHints, whole));
         tiling->place(connection, window, outerRectangle(wanted));
         turn.forgetWindows();
-    } else if (movesByConfiguring()) {
+    } else if (movesByConfiguring(window)) {
         askByConfiguring(sent, present);
     } else {
         sendMoveResize(window, moveResizeMessage(present, whole));
@@ -326,19 +336,18 @@ void Placement::ask(const Sent& sent, const FrameGeometry& present) {
 void Placement::askByConfiguring(const Sent& sent, const FrameGeometry& present) {
     const auto& [window, whole] = sent.job;
     const MoveResizeMessage message = moveResizeMessage(present, whole);
-    requestedPosition =
-        configuredPositions.request({static_cast<double>(message.x + present.decoration.left),
-                                     static_cast<double>(message.y + present.decoration.top)},
-                                    sent.sizeHints.gravity, present.decoration);
-    // Many window managers take such a request for the client's own, and leave its limits to it. Steps are left to them.
+    requestedPosition = configuredPositions.request({static_cast<double>(message.x + present.decoration.left),
+                                                     static_cast<double>(message.y + present.decoration.top)},
+                                                    sent.sizeHints.gravity, present.decoration);
+    // Many window managers take such a request for the client's own, and leave its limits to it. Steps are left to
+    // them.
     SizeHints limits = sent.sizeHints;
     limits.widthIncrement = limits.heightIncrement = 1;
     const ClientSize size = constrainedSize(limits, {message.width, message.height});
     const std::array<std::uint32_t, 4> values{word(requestedPosition.x), word(requestedPosition.y), size.width,
                                               size.height};
     xcb_configure_window(connection.raw(), window,
-                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
-                             XCB_CONFIG_WINDOW_HEIGHT,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
                          values.data());
     turn.forgetWindows();
 }

@@ -77,8 +77,8 @@ private:
     /// Whether the window was tiled, and had to be released.
     [[nodiscard]] bool untile(const Sent& sent);
     void correctForChangedExtents(const Sent& sent);
-    /// Whether windows are moved by configure requests, for the window manager has no better way.
-    [[nodiscard]] bool movesByConfiguring() const;
+    /// Whether a window is moved by configure requests: the window manager has no better way, or none for this window.
+    [[nodiscard]] bool movesByConfiguring(xcb_window_t window) const;
     [[nodiscard]] std::optional<Sent> configureJob(const std::optional<Foreseen>& foreseen);
     void configureIfElsewhere(const Sent& sent);
     void correctPosition(const Sent& sent, FrameGeometry before, const ScopedConfigureWatch& watch);
@@ -107,6 +107,8 @@ private:
     std::optional<Foreseen> expectation;
     /// As observed with the present window manager.
     ConfiguredPositions configuredPositions;
+    /// The last window that messages did not put into its place, but configure requests did.
+    xcb_window_t configuredWindow = XCB_WINDOW_NONE;
     /// That of the last configure request.
     corvid::CGPoint requestedPosition;
     /// Whether the present window manager was observed to round a size by the window's hints.

@@ -175,8 +175,7 @@ xcb_window_t readFocusedClient(Connection& connection, std::span<const xcb_windo
     if (const xcb_window_t client = firstOf(clients, ancestry); client != XCB_WINDOW_NONE) {
         return client;
     }
-    return ancestry.empty() ? xcb_window_t{XCB_WINDOW_NONE}
-                            : readClientBelow(connection, ancestry.back(), clients);
+    return ancestry.empty() ? xcb_window_t{XCB_WINDOW_NONE} : readClientBelow(connection, ancestry.back(), clients);
 }
 
 std::optional<Extents> readDecoration(Connection& connection, xcb_window_t client) {

@@ -95,8 +95,8 @@ protected:
         ASSERT_TRUE(followed.runUntil([&] { return isDone; }));
     }
 
-    /// The frame that a window reports after it was written. On a busy machine a turn's time may pass before the answer,
-    /// and then the program does the same again.
+    /// The frame that a window reports after it was written. On a busy machine a turn's time may pass before the
+    /// answer, and then the program does the same again.
     [[nodiscard]] std::optional<CGRect> placed(xcb_window_t window, const CGRect& wanted) {
         std::optional<CGRect> told;
         for (int tries = 0; !told && tries < 5; ++tries) {
@@ -251,7 +251,8 @@ TEST_P(ConfiguredWindowTest, StandsWhereItIsPutToThePixel) {
     followed.start();
     const xcb_window_t window = show("Editor", gravity);
     EXPECT_EQ(frame(window), seen(window)) << "with what is around it";
-    for (const CGRect wanted : {CGRect{{0, 0}, {640, 480}}, CGRect{{311, 173}, {500, 401}}, CGRect{{0, 0}, {640, 480}}}) {
+    for (const CGRect wanted :
+         {CGRect{{0, 0}, {640, 480}}, CGRect{{311, 173}, {500, 401}}, CGRect{{0, 0}, {640, 480}}}) {
         EXPECT_EQ(placed(window, wanted), wanted);
         EXPECT_EQ(seen(window), wanted);
     }
