@@ -22,8 +22,8 @@ public:
     /// Begins or ends following. Does not wait.
     void follow(bool isWanted);
 
-    /// Whether the managed windows may have changed with this event. Each change is reported twice, for a window manager
-    /// may set `WM_STATE` last: at once, and when the window manager has handled all that came before.
+    /// Whether the managed windows may have changed with this event. Each change is reported twice, for a window
+    /// manager may set `WM_STATE` last: at once, and when the window manager has handled all that came before.
     [[nodiscard]] bool isChange(const xcb_generic_event_t& event);
 
 private:

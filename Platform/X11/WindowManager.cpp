@@ -75,9 +75,7 @@ WindowManager readSilent(Connection& connection, const std::function<void(xcb_wi
 } // namespace
 
 Capabilities announcedCapabilities(const AtomTable& atoms, const std::vector<std::uint32_t>& supported) {
-    const auto supports = [&](Atom feature) {
-        return std::ranges::find(supported, atoms[feature]) != supported.end();
-    };
+    const auto supports = [&](Atom feature) { return std::ranges::find(supported, atoms[feature]) != supported.end(); };
     return {.announcesItself = true,
             .namesActiveWindow = supports(Atom::netActiveWindow),
             .listsWindows = supports(Atom::netClientList),

@@ -29,8 +29,8 @@ public:
     /// Without an answer in time everything stays as it was.
     void renew();
 
-    /// Makes the next `renew` ask, unless events report every change of the present window manager. For moments at which
-    /// another one may have begun or ended.
+    /// Makes the next `renew` ask, unless events report every change of the present window manager. For moments at
+    /// which another one may have begun or ended.
     void lookAgain();
 
     /// Whether the next `renew` asks.

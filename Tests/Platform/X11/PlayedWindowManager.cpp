@@ -129,8 +129,8 @@ private:
     /// Puts the corner of the outermost window there.
     void place(xcb_window_t client, int x, int y, std::uint32_t width, std::uint32_t height) {
         const auto word = [](int value) { return std::bit_cast<std::uint32_t>(value); };
-        constexpr std::uint16_t all = XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
-                                      XCB_CONFIG_WINDOW_HEIGHT;
+        constexpr std::uint16_t all =
+            XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
         const auto& chain = frames.at(client);
         std::array<std::uint32_t, 4> values{word(x), word(y), width, height + word(manners.title)};
         for (std::size_t index = 0; index < chain.size(); ++index) {
@@ -184,8 +184,7 @@ private:
             xcb_get_property(connection, 0, client, XCB_ATOM_WM_NORMAL_HINTS, XCB_GET_PROPERTY_TYPE_ANY, 0, length),
             nullptr));
         return hints && hints->length == length &&
-               static_cast<const std::uint32_t*>(xcb_get_property_value(hints.get()))[length - 1] ==
-                   XCB_GRAVITY_STATIC;
+               static_cast<const std::uint32_t*>(xcb_get_property_value(hints.get()))[length - 1] == XCB_GRAVITY_STATIC;
     }
 
     xcb_connection_t* connection;

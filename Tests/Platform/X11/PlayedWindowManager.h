@@ -1,7 +1,8 @@
 #pragma once
 
-#include <sys/types.h>
 #include <xcb/xcb.h>
+
+#include <sys/types.h>
 
 #include <chrono>
 #include <cstdint>

@@ -96,6 +96,19 @@ protected:
         ASSERT_TRUE(followed.runUntil([&] { return isDone; }));
     }
 
+    /// The frame that a window reports after it was written. On a busy machine a turn's time may pass before the
+    /// answer, and then the program does the same again.
+    [[nodiscard]] std::optional<CGRect> placed(xcb_window_t window, const CGRect& wanted) {
+        std::optional<CGRect> told;
+        for (int tries = 0; !told && tries < 5; ++tries) {
+            inATurn([&] {
+                write(window, wanted);
+                told = frame(window);
+            });
+        }
+        return told;
+    }
+
     FollowedDesktop followed;
     ClientProcess client{followed.server.display()};
     std::optional<PlayedWindowManager> manager;
@@ -222,9 +235,10 @@ TEST_F(SilentWindowManagerTest, AWindowThatStaysWhereItIsCostsNoMoreThanATurn) {
     followed.forgetLongestTurn();
     inATurn([&] {
         write(window, {{30, 40}, {500, 400}});
-        EXPECT_EQ(frame(window), before);
+        static_cast<void>(frame(window));
     });
     EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
+    EXPECT_EQ(placed(window, {{30, 40}, {500, 400}}), before);
 }
 
 TEST_F(SilentWindowManagerTest, AWindowThatStaysWhereItIsIsAskedOnceInATurnAndTheStatusSaysWhy) {
@@ -275,10 +289,7 @@ TEST_P(ConfiguredWindowTest, StandsWhereItIsPutToThePixel) {
     EXPECT_EQ(frame(window), seen(window)) << "with what is around it";
     for (const CGRect wanted :
          {CGRect{{0, 0}, {640, 480}}, CGRect{{311, 173}, {500, 401}}, CGRect{{0, 0}, {640, 480}}}) {
-        inATurn([&] {
-            write(window, wanted);
-            EXPECT_EQ(frame(window), wanted);
-        });
+        EXPECT_EQ(placed(window, wanted), wanted);
         EXPECT_EQ(seen(window), wanted);
     }
     // Nobody reads it, and there is no reading afterwards.
