@@ -5,7 +5,6 @@
 #include "Platform/X11/ScopedPropertyWatch.h"
 #include "Platform/X11/SizeHints.h"
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
