@@ -153,6 +153,11 @@ void Placement::configureIfElsewhere(const Sent& sent) {
     if (sent.wasMaximized || turn.tilingManager() != nullptr || facts == nullptr || isInPlace(sent, *facts)) {
         return;
     }
+    // The window could take the size as well: it is laid out. spectrwm changes it for a moment when it is configured.
+    if (isIgnored(sent, facts) &&
+        facts->geometry.client.size != roundedSize(facts->geometry, facts->sizeHints, sent.job.request)) {
+        return;
+    }
     const FrameGeometry present = facts->geometry;
     if (present.client.origin != sent.before.client.origin) {
         // Where it puts windows is the same for both kinds of requests.
