@@ -14,7 +14,6 @@ namespace {
 
 // The time for a client that draws its own shadow to change it; 8 to 75 ms have been measured.
 constexpr std::chrono::milliseconds shadowPatience{100};
-
 // The time for a window manager that handles requests in its own order; 8 to 26 ms have been measured.
 constexpr std::chrono::milliseconds configurePatience{100};
 
