@@ -123,8 +123,8 @@ void Placement::finish() {
     const bool wasTiled = untile(*sent);
     learnRounding(*sent);
     if (!isConfigured && !wasTiled) {
-        configureIfElsewhere(*sent);
         shiftIfElsewhere(*sent);
+        configureIfElsewhere(*sent);
     }
     correctForChangedExtents(*sent);
     awaitShadow(*sent, wasTiled);

@@ -90,8 +90,8 @@ private:
     /// Whether the window was tiled, and had to be released.
     [[nodiscard]] bool untile(const Sent& sent);
     void correctForChangedExtents(const Sent& sent);
-    /// Sends a message once more, shifted by the difference: to a window manager that does not tell its decoration,
-    /// reckons with another one than the window has, and does not configure it either (spectrwm).
+    /// Sends a message once more, shifted by the difference: to a window manager that does not tell its decoration and
+    /// reckons with another one than the window has.
     void shiftIfElsewhere(const Sent& sent);
     /// Whether a window is moved by configure requests: the window manager has no better way, or none for this window.
     [[nodiscard]] bool movesByConfiguring(xcb_window_t window) const;
