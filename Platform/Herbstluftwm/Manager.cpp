@@ -1,7 +1,5 @@
 #include "Platform/Herbstluftwm/Manager.h"
 
-#include <utility>
-
 namespace platform::herbstluftwm {
 
 std::optional<x11::Layout> Manager::readLayout(x11::Connection& display) {
@@ -15,19 +13,24 @@ bool Manager::place(x11::Connection& display, xcb_window_t window, const corvid:
     if (known == state.clients.end() || state.areas.empty()) {
         return false;
     }
-    Client& client = known->second;
-    // A window has another decoration once it floats.
-    bool isDecorationKnown = false;
-    while (!isDecorationKnown) {
-        const auto output = commands.outputOf(display, placeCommand(window, client, originOf(client, state), frame));
+    Client reckoned = known->second;
+    const corvid::CGPoint origin = originOf(reckoned, state);
+    if (reckoned.isTiled && placed) {
+        reckoned.decorated = placed->decorated;
+        reckoned.content = placed->content;
+    }
+    for (bool isDecorationRight = false; !isDecorationRight;) {
+        const auto output = commands.outputOf(display, placeCommand(window, reckoned, origin, frame));
         const State after = output ? readState(*output) : State{};
-        const auto placed = after.clients.find(window);
-        if (placed == after.clients.end()) {
+        const auto found = after.clients.find(window);
+        if (found == after.clients.end()) {
             return false;
         }
-        isDecorationKnown = client.hasDecorationOf(placed->second) || !client.isTiled;
-        client = placed->second;
+        placed = found->second;
+        isDecorationRight = !reckoned.isTiled || reckoned.hasDecorationOf(*placed);
+        reckoned = *placed;
     }
+    known->second = reckoned;
     return true;
 }
 

@@ -22,19 +22,19 @@ corvid::CGPoint ConfiguredPositions::request(corvid::CGPoint client, std::uint32
     return {client.x - distance.x, client.y - distance.y};
 }
 
-bool ConfiguredPositions::observe(corvid::CGPoint requested, corvid::CGPoint landed, std::uint32_t gravity,
+void ConfiguredPositions::observe(corvid::CGPoint requested, corvid::CGPoint landed, std::uint32_t gravity,
                                   const Extents& decoration) {
     const corvid::CGPoint distance{landed.x - requested.x, landed.y - requested.y};
-    if (std::abs(distance.x) > decoration.left + decoration.right + widestBorder ||
-        std::abs(distance.y) > decoration.top + decoration.bottom + widestBorder) {
-        return false;
-    }
+    const bool isExplainedX = std::abs(distance.x) <= decoration.left + decoration.right + widestBorder;
+    const bool isExplainedY = std::abs(distance.y) <= decoration.top + decoration.bottom + widestBorder;
     if (distances.size() >= mostKinds) {
         distances.clear();
     }
-    distances.insert_or_assign({gravity, decoration.left, decoration.right, decoration.top, decoration.bottom},
-                               distance);
-    return true;
+    const corvid::CGPoint former{static_cast<double>(decoration.left), static_cast<double>(decoration.top)};
+    corvid::CGPoint& known =
+        distances.try_emplace({gravity, decoration.left, decoration.right, decoration.top, decoration.bottom}, former)
+            .first->second;
+    known = {isExplainedX ? distance.x : known.x, isExplainedY ? distance.y : known.y};
 }
 
 } // namespace platform::x11

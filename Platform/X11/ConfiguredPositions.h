@@ -21,9 +21,9 @@ public:
     [[nodiscard]] corvid::CGPoint request(corvid::CGPoint client, std::uint32_t gravity,
                                           const Extents& decoration) const;
 
-    /// Takes into account that a client landed there after that request; false if the distance has another cause than
-    /// the decoration, such as a window that has not come to rest.
-    bool observe(corvid::CGPoint requested, corvid::CGPoint landed, std::uint32_t gravity, const Extents& decoration);
+    /// Takes into account that a client landed there after that request; in each dimension, unless the distance has
+    /// another cause than the decoration, such as the edge of the screen.
+    void observe(corvid::CGPoint requested, corvid::CGPoint landed, std::uint32_t gravity, const Extents& decoration);
 
     /// Forgets what was observed, for another window manager.
     void clear() { distances.clear(); }

@@ -5,8 +5,6 @@
 #include "Platform/X11/ScopedPropertyWatch.h"
 #include "Platform/X11/SizeHints.h"
 
-#include <algorithm>
-#include <bit>
 #include <chrono>
 #include <utility>
 
@@ -16,7 +14,6 @@ namespace {
 
 // The time for a client that draws its own shadow to change it; 8 to 75 ms have been measured.
 constexpr std::chrono::milliseconds shadowPatience{100};
-
 // The time for a window manager that handles requests in its own order; 8 to 26 ms have been measured.
 constexpr std::chrono::milliseconds configurePatience{100};
 
@@ -57,7 +54,7 @@ void Placement::request(xcb_window_t window, const PlacementRequest& part) {
 }
 
 void Placement::send() {
-    if (expectation || (waiting && movesByConfiguring())) {
+    if (expectation || (waiting && movesByConfiguring(waiting->window))) {
         finish();
     } else if (waiting) {
         static_cast<void>(sendJob(std::nullopt));
@@ -80,6 +77,7 @@ void Placement::setWindowManager(WindowManager manager) {
         roundsByHints = false;
         configuredPositions.clear();
         ignored.reset();
+        configuredWindow = XCB_WINDOW_NONE;
     }
     windowManager = std::move(manager);
 }
@@ -113,7 +111,7 @@ bool Placement::foresee() {
 
 void Placement::finish() {
     const std::optional<Foreseen> foreseen = std::exchange(expectation, std::nullopt);
-    const bool isConfigured = movesByConfiguring();
+    const bool isConfigured = movesByConfiguring(waiting->window);
     const std::optional<Sent> sent = isConfigured ? configureJob(foreseen) : sendJob(foreseen);
     if (!sent) {
         turn.forgetWindows();
@@ -124,36 +122,72 @@ void Placement::finish() {
     }
     const bool wasTiled = untile(*sent);
     learnRounding(*sent);
+    if (!isConfigured && !wasTiled) {
+        shiftIfElsewhere(*sent);
+        configureIfElsewhere(*sent);
+    }
     correctForChangedExtents(*sent);
     awaitShadow(*sent, wasTiled);
     noteWhetherIgnored(*sent);
 }
 
-bool Placement::movesByConfiguring() const {
-    return turn.tilingManager() == nullptr && windowManager.isPresent && !windowManager.capabilities.movesOnMessage;
+bool Placement::movesByConfiguring(xcb_window_t window) const {
+    return turn.tilingManager() == nullptr && windowManager.isPresent &&
+           (!windowManager.capabilities.movesOnMessage || window == configuredWindow);
 }
 
 std::optional<Placement::Sent> Placement::configureJob(const std::optional<Foreseen>& foreseen) {
-    constexpr int mostCorrections = 2;
     const ScopedConfigureWatch watch(connection, selection, waiting->window);
-    const std::optional<Sent> sent = sendJob(foreseen);
-    if (!sent) {
-        return sent;
-    }
-    const PlacementRequest positionAlone{.position = sent->job.request.position, .size = std::nullopt};
-    const WindowFacts* facts = readConfigured(*sent, sent->reckoned.client, watch);
-    for (int corrections = 0; facts != nullptr && corrections < mostCorrections; ++corrections) {
-        const FrameGeometry present = facts->geometry;
-        if (isFulfilled(positionAlone, visibleRectangle(present)) || isIgnored(*sent, facts)) {
-            break;
-        }
-        configuredPositions.observe(requestedPosition, present.client.origin, sent->sizeHints.gravity,
-                                    present.decoration);
-        watch.dropReports();
-        ask(*sent, present);
-        facts = readConfigured(*sent, present.client, watch);
+    std::optional<Sent> sent = sendJob(foreseen);
+    if (sent) {
+        correctPosition(*sent, sent->reckoned, watch);
     }
     return sent;
+}
+
+void Placement::configureIfElsewhere(const Sent& sent) {
+    // fvwm drops the whole message if the window has a fixed size; evilwm puts the client at the place of the frame.
+    // The window was read after the message.
+    const WindowFacts* facts = turn.windowWithFrame(sent.job.window);
+    if (sent.wasMaximized || turn.tilingManager() != nullptr || facts == nullptr || isInPlace(sent, *facts)) {
+        return;
+    }
+    // The window could take the size as well: it is laid out. spectrwm changes it for a moment when it is configured.
+    if (isIgnored(sent, facts) &&
+        facts->geometry.client.size != roundedSize(facts->geometry, facts->sizeHints, sent.job.request)) {
+        return;
+    }
+    const FrameGeometry present = facts->geometry;
+    if (present.client.origin != sent.before.client.origin) {
+        // Where it puts windows is the same for both kinds of requests.
+        const MoveResizeMessage message = moveResizeMessage(sent.reckoned, sent.job.request);
+        configuredPositions.observe({static_cast<double>(message.x), static_cast<double>(message.y)},
+                                    present.client.origin, sent.sizeHints.gravity, present.decoration);
+    }
+    const ScopedConfigureWatch watch(connection, selection, sent.job.window);
+    askByConfiguring(sent, present);
+    correctPosition(sent, present, watch);
+    facts = turn.windowWithFrame(sent.job.window);
+    if (facts != nullptr && isInPlace(sent, *facts)) {
+        configuredWindow = sent.job.window;
+    }
+}
+
+void Placement::correctPosition(const Sent& sent, FrameGeometry before, const ScopedConfigureWatch& watch) {
+    constexpr int mostCorrections = 2;
+    const WindowFacts* facts = readConfigured(sent, before.client, watch);
+    for (int corrections = 0; facts != nullptr && corrections < mostCorrections && !isInPlace(sent, *facts);
+         ++corrections) {
+        before = facts->geometry;
+        configuredPositions.observe(requestedPosition, before.client.origin, sent.sizeHints.gravity, before.decoration);
+        watch.dropReports();
+        askByConfiguring(sent, before);
+        facts = readConfigured(sent, before.client, watch);
+    }
+}
+
+bool Placement::isInPlace(const Sent& sent, const WindowFacts& facts) {
+    return isFulfilled({.position = sent.job.request.position, .size = std::nullopt}, visibleRectangle(facts.geometry));
 }
 
 const WindowFacts* Placement::readConfigured(const Sent& sent, const corvid::CGRect& before,
@@ -191,6 +225,8 @@ std::optional<Placement::Sent> Placement::sendJob(const std::optional<Foreseen>&
               .before = facts->geometry,
               .reckoned = facts->geometry,
               .sizeHints = facts->sizeHints,
+              .wasMaximizedHorizontally = facts->isMaximizedHorizontally,
+              .wasMaximizedVertically = facts->isMaximizedVertically,
               .wasMaximized = facts->isMaximized()};
     const corvid::CGRect visible = visibleRectangle(facts->geometry);
     // For a tiled window the same frame still means a change: it gets a position of its own.
@@ -201,7 +237,8 @@ std::optional<Placement::Sent> Placement::sendJob(const std::optional<Foreseen>&
     // the title to a window that is only moved.
     sent.job.request = wholeRequest(job.request, visible);
     if (sent.wasMaximized) {
-        changeMaximized(job.window, stateRemove);
+        // Those alone that it has: pekwm adds a state that is removed without need.
+        releaseMaximized(job.window, sent.wasMaximizedHorizontally, sent.wasMaximizedVertically);
         // The decoration may have changed. If the reply does not come in time, the message still follows the release,
         // computed with the former decoration: a few pixels off is better than a half-finished release.
         if (const WindowFacts* released = fence.wait() ? readAgain(job.window) : nullptr) {
@@ -254,12 +291,26 @@ bool Placement::untile(const Sent& sent) {
 }
 
 void Placement::correctForChangedExtents(const Sent& sent) {
-    const WindowFacts* facts = readAgain(sent.job.window);
+    const WindowFacts* facts = turn.windowWithFrame(sent.job.window);
     if (facts == nullptr || haveSameExtents(facts->geometry, sent.reckoned) ||
         isFulfilled(sent.job.request, visibleRectangle(facts->geometry))) {
         return;
     }
     ask(sent, facts->geometry);
+    static_cast<void>(fence.wait());
+}
+
+void Placement::shiftIfElsewhere(const Sent& sent) {
+    const WindowFacts* facts = turn.windowWithFrame(sent.job.window);
+    if (turn.tilingManager() != nullptr || windowManager.capabilities.tellsFrameExtents || facts == nullptr ||
+        facts->geometry == sent.before || isInPlace(sent, *facts)) {
+        return;
+    }
+    const corvid::CGPoint wanted = *sent.job.request.position;
+    const corvid::CGPoint present = visibleRectangle(facts->geometry).origin;
+    Sent shifted = sent;
+    shifted.job.request.position = {(2 * wanted.x) - present.x, (2 * wanted.y) - present.y};
+    ask(shifted, facts->geometry);
     static_cast<void>(fence.wait());
 }
 
@@ -305,47 +356,45 @@ void Placement::ask(const Sent& sent, const FrameGeometry& present) {
         const FrameGeometry wanted = geometryAfter(present, whole, size);
         tiling->place(connection, window, outerRectangle(wanted));
         turn.forgetWindows();
-    } else if (movesByConfiguring()) {
-        const MoveResizeMessage message = moveResizeMessage(present, whole);
-        requestedPosition = configuredPositions.request({static_cast<double>(message.x + present.decoration.left),
-                                                         static_cast<double>(message.y + present.decoration.top)},
-                                                        sent.sizeHints.gravity, present.decoration);
-        configure(window, message);
+    } else if (movesByConfiguring(window)) {
+        askByConfiguring(sent, present);
     } else {
-        sendMoveResize(window, moveResizeMessage(present, whole));
+        requestByMessage(connection, window, moveResizeMessage(present, whole));
+        turn.forgetWindows();
     }
 }
 
-void Placement::configure(xcb_window_t window, const MoveResizeMessage& message) {
-    const corvid::CGSize size{static_cast<double>(message.width), static_cast<double>(message.height)};
-    requestClientRectangle(connection, window, {requestedPosition, size});
+void Placement::askByConfiguring(const Sent& sent, const FrameGeometry& present) {
+    const auto& [window, whole] = sent.job;
+    const MoveResizeMessage message = moveResizeMessage(present, whole);
+    requestedPosition = configuredPositions.request({static_cast<double>(message.x + present.decoration.left),
+                                                     static_cast<double>(message.y + present.decoration.top)},
+                                                    sent.sizeHints.gravity, present.decoration);
+    // Many window managers take such a request for the client's own, and leave its limits to it. Steps are left to
+    // them.
+    SizeHints limits = sent.sizeHints;
+    limits.widthIncrement = limits.heightIncrement = 1;
+    const ClientSize size = constrainedSize(limits, {message.width, message.height});
+    requestClientRectangle(connection, window,
+                           {requestedPosition, {static_cast<double>(size.width), static_cast<double>(size.height)}});
     turn.forgetWindows();
 }
 
-void Placement::sendMoveResize(xcb_window_t window, const MoveResizeMessage& message) {
-    sendToRoot(window, Atom::netMoveResizeWindow,
-               {message.flags, std::bit_cast<std::uint32_t>(message.x), std::bit_cast<std::uint32_t>(message.y),
-                message.width, message.height});
+void Placement::releaseMaximized(xcb_window_t window, bool horizontally, bool vertically) {
+    if (horizontally && vertically) {
+        changeMaximized(window, stateRemove);
+        return;
+    }
+    const Atom state = horizontally ? Atom::netWmStateMaximizedHorz : Atom::netWmStateMaximizedVert;
+    sendToRoot(connection, window, Atom::netWmState, {stateRemove, connection.atom(state), 0, sourceIsPager, 0});
     turn.forgetWindows();
 }
 
 void Placement::changeMaximized(xcb_window_t window, std::uint32_t action) {
-    sendToRoot(window, Atom::netWmState,
+    sendToRoot(connection, window, Atom::netWmState,
                {action, connection.atom(Atom::netWmStateMaximizedVert), connection.atom(Atom::netWmStateMaximizedHorz),
                 sourceIsPager, 0});
     turn.forgetWindows();
-}
-
-void Placement::sendToRoot(xcb_window_t window, Atom type, const std::array<std::uint32_t, 5>& data) {
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = window;
-    message.type = connection.atom(type);
-    std::ranges::copy(data, message.data.data32);
-    xcb_send_event(connection.raw(), 0, connection.root(),
-                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&message));
 }
 
 } // namespace platform::x11

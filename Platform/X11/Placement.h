@@ -8,7 +8,6 @@
 #include "Platform/X11/Turn.h"
 #include "Platform/X11/WindowManager.h"
 
-#include <array>
 #include <cstdint>
 #include <optional>
 
@@ -68,6 +67,8 @@ private:
         /// The geometry whose extents were used for the message.
         FrameGeometry reckoned;
         SizeHints sizeHints;
+        bool wasMaximizedHorizontally = false;
+        bool wasMaximizedVertically = false;
         bool wasMaximized = false;
     };
 
@@ -89,9 +90,15 @@ private:
     /// Whether the window was tiled, and had to be released.
     [[nodiscard]] bool untile(const Sent& sent);
     void correctForChangedExtents(const Sent& sent);
-    /// Whether windows are moved by configure requests, for the window manager has no better way.
-    [[nodiscard]] bool movesByConfiguring() const;
+    /// Sends a message once more, shifted by the difference: to a window manager that does not tell its decoration and
+    /// reckons with another one than the window has.
+    void shiftIfElsewhere(const Sent& sent);
+    /// Whether a window is moved by configure requests: the window manager has no better way, or none for this window.
+    [[nodiscard]] bool movesByConfiguring(xcb_window_t window) const;
     [[nodiscard]] std::optional<Sent> configureJob(const std::optional<Foreseen>& foreseen);
+    void configureIfElsewhere(const Sent& sent);
+    void correctPosition(const Sent& sent, FrameGeometry before, const ScopedConfigureWatch& watch);
+    [[nodiscard]] static bool isInPlace(const Sent& sent, const WindowFacts& facts);
     /// Waits until a client that was at `before` stands still after a configure request; null if the window manager did
     /// not react in time.
     [[nodiscard]] const WindowFacts* readConfigured(const Sent& sent, const corvid::CGRect& before,
@@ -100,10 +107,9 @@ private:
     [[nodiscard]] const WindowFacts* readAgain(xcb_window_t window);
     /// Requests the job's frame of a window that has this geometry now.
     void ask(const Sent& sent, const FrameGeometry& present);
-    void sendMoveResize(xcb_window_t window, const MoveResizeMessage& message);
-    void configure(xcb_window_t window, const MoveResizeMessage& message);
+    void askByConfiguring(const Sent& sent, const FrameGeometry& present);
+    void releaseMaximized(xcb_window_t window, bool horizontally, bool vertically);
     void changeMaximized(xcb_window_t window, std::uint32_t action);
-    void sendToRoot(xcb_window_t window, Atom type, const std::array<std::uint32_t, 5>& data);
 
     Connection& connection;
     EventSelection& selection;
@@ -115,6 +121,8 @@ private:
     std::optional<Foreseen> expectation;
     /// As observed with the present window manager.
     ConfiguredPositions configuredPositions;
+    /// The last window that messages did not put into its place, but configure requests did.
+    xcb_window_t configuredWindow = XCB_WINDOW_NONE;
     /// That of the last configure request.
     corvid::CGPoint requestedPosition;
     std::optional<LeftAlone> ignored;

@@ -201,6 +201,13 @@ const WorkSpace* Turn::workSpace() {
 }
 
 void Turn::takeWorkSpace(WorkSpace read) {
+    // Nobody else takes the bars into account that a window manager draws itself, as awesome does.
+    if (isManaged && tiling == nullptr && !read.workArea) {
+        const std::vector<xcb_window_t> unmanaged = readShownUnmanagedWindows(connection);
+        WorkSpaceRequest request(connection, unmanaged, XCB_ATOM_NONE);
+        const WorkSpace bars = request.read(connection, *rootFacts);
+        read.struts.insert(read.struts.end(), bars.struts.begin(), bars.struts.end());
+    }
     // On a single monitor the work area is sufficient.
     if (read.monitors.size() > 1 && hasUnexplainedMargin(read)) {
         const std::vector<Strut> bars = strutsOfBars(read, readUnmanagedWindows(connection));

@@ -139,6 +139,28 @@ std::optional<std::vector<xcb_window_t>> readWindowsWithState(Connection& connec
     return ordered;
 }
 
+std::vector<xcb_window_t> readShownUnmanagedWindows(Connection& connection) {
+    const auto tree = connection.reply<xcb_query_tree_reply_t>(xcb_query_tree(connection.raw(), connection.root()));
+    if (!tree) {
+        return {};
+    }
+    const auto children = childrenOf(*tree);
+    const auto asked = children.last(std::min(children.size(), mostWindowsOfALevel));
+    std::vector<xcb_get_window_attributes_cookie_t> requests;
+    requests.reserve(asked.size());
+    for (const xcb_window_t child : asked) {
+        requests.push_back(xcb_get_window_attributes(connection.raw(), child));
+    }
+    std::vector<xcb_window_t> shown;
+    for (std::size_t index = 0; index < asked.size(); ++index) {
+        const auto attributes = connection.reply<xcb_get_window_attributes_reply_t>(requests[index]);
+        if (attributes && attributes->override_redirect != 0 && attributes->map_state == XCB_MAP_STATE_VIEWABLE) {
+            shown.push_back(asked[index]);
+        }
+    }
+    return shown;
+}
+
 bool hasState(Connection& connection, xcb_window_t window) {
     return isManagedState(
         readWords(connection, requestProperty(connection, window, connection.atom(Atom::wmState), 1)));

@@ -17,6 +17,10 @@ namespace platform::x11 {
 [[nodiscard]] std::optional<std::vector<xcb_window_t>> readWindowsWithState(Connection& connection,
                                                                             std::span<const xcb_window_t> former);
 
+/// The shown children of the root that no window manager manages (override-redirect). Empty if the server did not
+/// reply.
+[[nodiscard]] std::vector<xcb_window_t> readShownUnmanagedWindows(Connection& connection);
+
 /// Whether the window has `WM_STATE` and is not withdrawn; false if the server did not reply.
 [[nodiscard]] bool hasState(Connection& connection, xcb_window_t window);
 

@@ -22,6 +22,8 @@ class PlainManager:
     honours_increments: bool = True
     # It limits requests to the window's own minimum and maximum size.
     honours_limits: bool = True
+    # Applications whose windows it never shows on this server, with or without the program under test.
+    hides: frozenset[str] = frozenset()
     composites: bool = False
     bar: int = 0
 
@@ -30,24 +32,36 @@ class PlainManager:
         return self.command[0]
 
 
+ABOVE_BAR = Rect(0, 0, 1920, 1055)
+BESIDE_PANEL = Rect(0, 0, 1800, 1080)
+BELOW_WIBAR = Rect(0, 21, 1920, 1059)
+
+FONTS = "".join(f'{kind}Font "fixed"\n' for kind in ("Title", "Resize", "Menu", "Icon", "IconManager"))
+# A person would put each new window where it belongs.
+TWM = f"RandomPlacement\nNoGrabServer\n{FONTS}"
+
 PLAIN_MANAGERS = {
     manager.name: manager
     for manager in (
-        PlainManager("wmaker", "wmaker", ("wmaker",)),
-        PlainManager("pekwm", "pekwm", ("pekwm",), honours_increments=False, honours_limits=False),
-        PlainManager("awesome", "awesome", ("awesome",)),
-        PlainManager("ctwm", "ctwm", ("ctwm",), honours_increments=False, honours_limits=False),
+        # Most of these take a configure request for the client's own, and leave its steps to it.
+        PlainManager("wmaker", "wmaker", ("wmaker",), honours_increments=False),
+        PlainManager("pekwm", "pekwm", ("pekwm",), honours_increments=False),
+        PlainManager("awesome", "awesome", ("awesome",), visible=BELOW_WIBAR),
+        PlainManager("ctwm", "ctwm", ("ctwm",), honours_increments=False),
         PlainManager("mwm", "mwm", ("mwm",)),
-        PlainManager("sawfish", "sawfish", ("sawfish",)),
-        PlainManager("cwm", "cwm", ("cwm",)),
-        PlainManager("lwm", "lwm", ("lwm",)),
-        PlainManager("jwm", "jwm", ("jwm",)),
-        PlainManager("fvwm3", "fvwm3", ("fvwm3",)),
-        PlainManager("blackbox", "blackbox", ("blackbox",)),
-        PlainManager("twm", "twm", ("twm",), ((".twmrc", "RandomPlacement\nNoGrabServer\n"),)),
-        PlainManager("evilwm", "evilwm", ("evilwm",)),
-        PlainManager("windowlab", "windowlab", ("windowlab",)),
-        PlainManager("afterstep", "afterstep", ("afterstep",)),
-        PlainManager("fvwm", "fvwm", ("fvwm",)),
+        PlainManager("sawfish", "sawfish", ("sawfish",), honours_increments=False),
+        PlainManager("cwm", "cwm", ("cwm",), honours_increments=False),
+        PlainManager("lwm", "lwm", ("lwm",), honours_increments=False),
+        PlainManager("jwm", "jwm", ("jwm",), visible=ABOVE_BAR, honours_increments=False),
+        # It is asked by messages, and ignores limits as well.
+        PlainManager(
+            "blackbox", "blackbox", ("blackbox",), visible=ABOVE_BAR, honours_increments=False, honours_limits=False
+        ),
+        PlainManager("fvwm3", "fvwm3", ("fvwm3",), visible=BESIDE_PANEL),
+        PlainManager("fvwm", "fvwm", ("fvwm",), visible=BESIDE_PANEL),
+        # The tests' servers have one font.
+        PlainManager("twm", "twm", ("twm",), ((".twmrc", TWM),), {"LC_ALL": "C"}, honours_increments=False),
+        PlainManager("evilwm", "evilwm", ("evilwm", "-fn", "fixed"), honours_increments=False),
+        PlainManager("afterstep", "afterstep", ("afterstep",), hides=frozenset({"xterm"})),
     )
 }

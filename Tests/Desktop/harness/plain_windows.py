@@ -7,7 +7,7 @@ that contains it, with its border.
 import math
 import time
 
-from Xlib import X, error
+from Xlib import X, Xutil, error
 
 from .keyboard import Keyboard
 from .rect import Rect
@@ -116,15 +116,24 @@ class PlainWindows(Windows):
         correction = (0, 0)
         for _ in range(PLACINGS):
             outer, inner = self.frame(identifier), window.get_geometry()
-            around = (outer.width - inner.width, outer.height - inner.height)
-            window.configure(x=frame.x + correction[0], y=frame.y + correction[1],
-                             width=frame.width - around[0], height=frame.height - around[1])
+            wanted = (frame.width - outer.width + inner.width, frame.height - outer.height + inner.height)
+            width, height = self._within_limits(identifier, wanted)
+            window.configure(x=frame.x + correction[0], y=frame.y + correction[1], width=width, height=height)
             self.fence()
             self.until_at_rest(identifier)
             now = self.frame(identifier)
             if (now.x, now.y) == (frame.x, frame.y):
                 return
             correction = (correction[0] + frame.x - now.x, correction[1] + frame.y - now.y)
+
+    def _within_limits(self, identifier: int, size: tuple[int, int]) -> tuple[int, int]:
+        """The nearest size that the window's hints allow; not every window manager cares for them."""
+        hints = self.size_hints(identifier)
+        if hints is None:
+            return size
+        least = (hints.min_width, hints.min_height) if hints.flags & Xutil.PMinSize else (1, 1)
+        most = (hints.max_width, hints.max_height) if hints.flags & Xutil.PMaxSize else size
+        return tuple(max(low, min(wanted, high)) for wanted, low, high in zip(size, least, most))
 
     def until_at_rest(self, identifier: int) -> None:
         """Returns when the frame has not changed for a while; some window managers move windows after they have answered

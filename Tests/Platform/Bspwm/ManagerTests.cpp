@@ -8,8 +8,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
+#include <string>
 
 namespace platform::bspwm {
 namespace {
@@ -83,10 +87,20 @@ TEST_F(BspwmManager, IsReachableWhereThereIsASocket) {
     setenv("BSPWM_SOCKET", "/nowhere", 1);
     EXPECT_FALSE(manager.isReachable(display()));
     EXPECT_FALSE(answers());
-    // Without that variable it is named after the display, which no bspwm serves here.
+    EXPECT_FALSE(manager.place(display(), 5, {{0, 0}, {400, 300}}));
+}
+
+TEST_F(BspwmManager, WithoutANamedSocketItIsTheOneOfTheDisplay) {
+    // No display has such a number.
+    const std::string number = std::to_string(1000000 + getpid());
+    setenv("DISPLAY", (":" + number + ".2").c_str(), 1);
     unsetenv("BSPWM_SOCKET");
     EXPECT_FALSE(manager.isReachable(display()));
-    EXPECT_FALSE(manager.place(display(), 5, {{0, 0}, {400, 300}}));
+    const std::filesystem::path path = "/tmp/bspwm_" + number + "_2-socket";
+    std::filesystem::create_symlink(bspwm.path(), path);
+    EXPECT_TRUE(manager.isReachable(display()));
+    EXPECT_TRUE(answers());
+    std::filesystem::remove(path);
 }
 
 TEST_F(BspwmManager, ASilentBspwmCostsNoMoreThanATurn) {

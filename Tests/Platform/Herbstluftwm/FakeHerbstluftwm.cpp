@@ -41,8 +41,11 @@ void FakeHerbstluftwm::serve() {
         const bool isMade = connection.waitForEvent(
             connection.deadline().now() + std::chrono::milliseconds(20), [&](const xcb_generic_event_t& event) {
                 const auto* created = x11::eventAs<xcb_create_notify_event_t>(event, XCB_CREATE_NOTIFY);
-                made = created == nullptr ? XCB_WINDOW_NONE : created->window;
-                return created != nullptr;
+                if (created == nullptr) {
+                    return false;
+                }
+                made = created->window;
+                return true;
             });
         if (isMade) {
             execute(made);

@@ -53,6 +53,16 @@ TEST_F(HerbstluftwmManager, PlacesAWindowOnceMoreIfItHasAnotherDecorationOutside
                             HasSubstr("clients.0x5.floating_geometry 390x290+5+5 , true ,")));
 }
 
+TEST_F(HerbstluftwmManager, ReckonsWithTheDecorationOfTheLastWindowOutside) {
+    herbstluftwm.prepare({tiled, placed, placed, tiled, placed});
+    for (int count = 0; count < 2; ++count) {
+        ASSERT_TRUE(manager.readLayout(display()));
+        EXPECT_TRUE(manager.place(display(), 5, {{0, 20}, {400, 300}}));
+    }
+    EXPECT_THAT(herbstluftwm.takeCommands().back(),
+                HasSubstr("clients.0x5.floating_geometry 390x290+5+5 , set_attr clients.0x5.floating true"));
+}
+
 TEST_F(HerbstluftwmManager, PlacesNoWindowThatItHasNotReported) {
     EXPECT_FALSE(manager.place(display(), 5, {{0, 20}, {400, 300}}));
     herbstluftwm.prepare({tiled});

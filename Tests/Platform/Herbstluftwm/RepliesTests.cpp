@@ -62,7 +62,9 @@ TEST(HerbstluftwmReplies, APlaceIsTheContentsAndRelativeToTheMonitor) {
 
 TEST(HerbstluftwmReplies, AHiddenTagComesToAnyMonitor) {
     const State state = readState("area 960x1050+0+30 1\n");
-    EXPECT_EQ(originOf(Client{.tag = "hidden"}, state), (CGPoint{0, 30}));
+    Client client;
+    client.tag = "hidden";
+    EXPECT_EQ(originOf(client, state), (CGPoint{0, 30}));
 }
 
 } // namespace

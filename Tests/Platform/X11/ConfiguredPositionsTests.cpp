@@ -14,7 +14,7 @@ constexpr std::uint32_t fixedGravity = 10;
 TEST(ConfiguredPositions, ThePositionIsThatOfTheFrameUntilAnotherOneWasSeen) {
     ConfiguredPositions positions;
     EXPECT_EQ(positions.request({302, 220}, northWest, titled), (CGPoint{300, 200}));
-    EXPECT_TRUE(positions.observe({300, 200}, {300, 200}, northWest, titled));
+    positions.observe({300, 200}, {300, 200}, northWest, titled);
     EXPECT_EQ(positions.request({302, 220}, northWest, titled), (CGPoint{302, 220}));
     positions.clear();
     EXPECT_EQ(positions.request({302, 220}, northWest, titled), (CGPoint{300, 200}));
@@ -30,15 +30,17 @@ TEST(ConfiguredPositions, AnotherGravityOrDecorationHasARuleOfItsOwn) {
 
 TEST(ConfiguredPositions, ADistanceThatNoDecorationExplainsTeachesNothing) {
     ConfiguredPositions positions;
-    EXPECT_FALSE(positions.observe({300, 200}, {500, 220}, northWest, titled));
-    EXPECT_FALSE(positions.observe({300, 200}, {302, 100}, northWest, titled));
+    positions.observe({300, 200}, {500, 220}, northWest, titled);
+    positions.observe({300, 200}, {302, 100}, northWest, titled);
     EXPECT_EQ(positions.request({302, 220}, northWest, titled), (CGPoint{300, 200}));
+    positions.observe({300, 200}, {300, 500}, northWest, titled);
+    EXPECT_EQ(positions.request({302, 220}, northWest, titled), (CGPoint{302, 200})) << "the other dimension counts";
 }
 
 TEST(ConfiguredPositions, AnyNumberOfKindsOfWindowsNeedsLittleMemory) {
     ConfiguredPositions positions;
     for (std::int32_t kind = 0; kind < 10000; ++kind) {
-        EXPECT_TRUE(positions.observe({0, 0}, {0, 0}, northWest, {.left = kind, .right = 0, .top = 0, .bottom = 0}));
+        positions.observe({0, 0}, {0, 0}, northWest, {.left = kind, .right = 0, .top = 0, .bottom = 0});
     }
     EXPECT_EQ(positions.request({302, 220}, northWest, {.left = 9999, .right = 0, .top = 0, .bottom = 0}),
               (CGPoint{302, 220}));

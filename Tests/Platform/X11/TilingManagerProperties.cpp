@@ -224,7 +224,7 @@ protected:
         }));
     }
 
-    [[nodiscard]] CGRect frame() const { return state.layout.windows.at(state.window).frame; }
+    [[nodiscard]] CGRect frame() const { return state.layout.windows.at(state.window).frame.value(); }
 
     FollowedDesktop followed;
     DecoratingManager::State state;

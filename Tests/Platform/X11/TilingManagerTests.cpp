@@ -169,7 +169,7 @@ TEST_F(TilingManagerTest, ReportsTheVisibleFrameOfAWindow) {
 
 TEST_F(TilingManagerTest, AHiddenWindowHasItsFutureFrame) {
     PlayedManager::show(followed.testClient, state, window,
-                        {.frame = {{100, 200}, {700, 500}}, .drawn = {{30, 40}, {300, 200}}, .isTiled = false});
+                        {.frame = CGRect{{100, 200}, {700, 500}}, .drawn = CGRect{{30, 40}, {300, 200}}});
     settle();
     EXPECT_EQ(frame(), (CGRect{{100, 200}, {700, 500}}));
 }
@@ -212,6 +212,32 @@ TEST_F(TilingManagerTest, IsAskedForSizesThatTheWindowTakes) {
         settle();
         EXPECT_EQ(state.placed, (std::vector<Placed>{{window, {{0, 0}, {798, 584}}}})) << isTiled;
     }
+}
+
+TEST_F(TilingManagerTest, IsAskedForTheWholeSizeIfItDoesNotRoundUp) {
+    state.roundsSizesUp = false;
+    countInSteps();
+    show({{100, 200}, {708, 504}}, true);
+    EXPECT_EQ(frame(), (CGRect{{100, 200}, {708, 504}})) << "its size is not predicted";
+    write({{0, 0}, {800, 600}});
+    EXPECT_EQ(frame(), (CGRect{{0, 0}, {800, 600}}));
+    EXPECT_EQ(state.placed, (std::vector<Placed>{{window, {{0, 0}, {800, 600}}}}));
+}
+
+TEST_F(TilingManagerTest, AFrameThatItDoesNotReportIsX11s) {
+    PlayedManager::show(followed.testClient, state, window,
+                        {.frame = CGRect{{98, 182}, {404, 320}}, .drawn = CGRect{{98, 182}, {404, 320}}});
+    state.layout->windows.at(window) = {.isTiled = true};
+    settle();
+    EXPECT_EQ(frame(), (CGRect{{100, 200}, {400, 300}}));
+    const std::uint32_t border = 3;
+    xcb_configure_window(followed.testClient.connection().raw(), window, XCB_CONFIG_WINDOW_BORDER_WIDTH, &border);
+    followed.testClient.finish();
+    settle();
+    EXPECT_EQ(frame(), (CGRect{{100, 200}, {406, 306}})) << "the border that the server draws";
+    followed.testClient.setWords(window, "_NET_FRAME_EXTENTS", "CARDINAL", {5, 6, 7, 8});
+    settle();
+    EXPECT_EQ(frame(), (CGRect{{98, 196}, {411, 315}})) << "the decoration";
 }
 
 TEST_F(TilingManagerTest, AWindowInTheLayoutIsPlacedForGoodAlsoIfItIsCalledMaximized) {
