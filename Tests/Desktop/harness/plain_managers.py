@@ -61,7 +61,7 @@ PLAIN_MANAGERS = {
         PlainManager("fvwm", "fvwm", ("fvwm",), visible=BESIDE_PANEL),
         # The tests' servers have one font.
         PlainManager("twm", "twm", ("twm",), ((".twmrc", TWM),), {"LC_ALL": "C"}, honours_increments=False),
-        PlainManager("evilwm", "evilwm", ("evilwm", "-fn", "fixed")),
+        PlainManager("evilwm", "evilwm", ("evilwm", "-fn", "fixed"), honours_increments=False),
         PlainManager("afterstep", "afterstep", ("afterstep",), hides=frozenset({"xterm"})),
     )
 }
