@@ -38,6 +38,9 @@ class PlainWindows(Windows):
                 return
             if depth < DEEPEST:
                 try:
+                    # pekwm has hundreds of hidden menus.
+                    if depth == 1 and window.get_attributes().map_state != X.IsViewable:
+                        return
                     children = window.query_tree().children
                 except (error.BadWindow, error.BadDrawable):
                     return
