@@ -14,12 +14,12 @@ namespace platform::wayfire {
 
 namespace {
 
-constexpr std::string_view blanks = " \t\r";
+constexpr std::string_view lineBlanks = " \t\r";
 
 std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(blanks);
+    const std::size_t first = text.find_first_not_of(lineBlanks);
     return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+                                           : text.substr(first, text.find_last_not_of(lineBlanks) - first + 1);
 }
 
 std::vector<std::string> wordsOfFile(ProcessIdentifier process, const char* name) {

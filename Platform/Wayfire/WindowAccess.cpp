@@ -82,16 +82,27 @@ AXError WindowAccess::place(const WindowIdentifier& window, const corvid::CGRect
     }
     // Geometry is told as it will be, and only the events say that it is so.
     auto events = session.watch({"view-geometry-changed", "view-tiled"}, deadline);
-    const auto answers = session.askAll(requests, deadline);
-    if (!events || answers.empty()) {
-        return AXError::cannotComplete;
+    constexpr int tries = 2;
+    AXError outcome = AXError::cannotComplete;
+    for (int count = 0; count < tries; ++count) {
+        if (!events || session.askAll(requests, deadline).empty()) {
+            return AXError::cannotComplete;
+        }
+        outcome = awaitRest(*events, window, goal->geometry, isReleased && count == 0, deadline);
+        if (!update(deadline)) {
+            return AXError::cannotComplete;
+        }
+        const compositor::Window* present = table.find(window);
+        if (present == nullptr) {
+            return AXError::invalidUIElement;
+        }
+        if (outcome != AXError::success || present->frame.size == goal->geometry.size) {
+            break;
+        }
+        // A program that was busy may have kept its size because its time was over.
+        requests = {placingRequest(window, *goal)};
     }
-    const AXError outcome = awaitRest(*events, window, goal->geometry, isReleased, deadline);
-    const bool isRead = update(deadline);
-    if (isRead && table.find(window) == nullptr) {
-        return AXError::invalidUIElement;
-    }
-    return isRead ? outcome : AXError::cannotComplete;
+    return outcome;
 }
 
 void WindowAccess::addRelease(std::vector<Request>& requests, const WindowIdentifier& window, const ViewFacts& view,

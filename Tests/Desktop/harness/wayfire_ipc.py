@@ -9,7 +9,7 @@ from typing import Any, NamedTuple
 
 from .rect import Rect
 
-# The plugin "decoration" draws this around a window that is not tiled, beside the program's own part.
+# The plugin "decoration" draws this around a window, beside the program's own part.
 BORDER, TITLE = 4, 30
 
 

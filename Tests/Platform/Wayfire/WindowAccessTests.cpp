@@ -198,6 +198,19 @@ TEST_F(WayfireWindowAccess, ReportsTheFinalFrameOfAWindowThatTakesAnother) {
     EXPECT_EQ(desktop.table.find("7")->frame, (CGRect{{0, 30}, {351, 1050}}));
 }
 
+TEST_F(WayfireWindowAccess, AsksAWindowThatTookAnotherSizeOnceMore) {
+    open({FakeWayfire::view(7)});
+    desktop.wayfire.onConfigure([this, requests = 0](const Json& data) mutable {
+        const Json taken = ++requests == 1 ? geometryJson(0, 30, 700, 500) : data["geometry"];
+        const Json view = FakeWayfire::view(7, {{"geometry", taken}});
+        desktop.wayfire.setViews({view});
+        desktop.wayfire.tellOfView("view-geometry-changed", view);
+    });
+    EXPECT_EQ(desktop.access.place("7", {{0, 30}, {960, 1050}}, desktop.soon()), AXError::success);
+    EXPECT_EQ(desktop.table.find("7")->frame, (CGRect{{0, 30}, {960, 1050}}));
+    EXPECT_THAT(desktop.wayfire.takeChanges(), SizeIs(2));
+}
+
 TEST_F(WayfireWindowAccess, AWindowThatStaysAsItIsHasSettledOnThat) {
     open({FakeWayfire::view(7)});
     desktop.wayfire.onConfigure([](const Json& /*data*/) {});
