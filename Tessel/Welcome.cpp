@@ -54,7 +54,7 @@ void Welcome::begin(AppState& newState, Commands newCommands) {
     state = &newState;
     commands = std::move(newCommands);
     changes = state->objectWillChange().subscribe([this] {
-        // Told before the change; in the next turn it is there.
+        // The notification precedes the change, which is there in the next turn.
         platform::current().mainActor.post([this, watch = lifetime.watch()] {
             if (!watch.isOver()) {
                 follow();

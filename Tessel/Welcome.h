@@ -31,7 +31,7 @@ public:
         std::function<void()> open;
         /// Shows a text, in the user's language, outside of the program's windows.
         std::function<void(const std::string& text)> notify;
-        /// Tells of a lock, also of one that holds already, for as long as what it gives lives.
+        /// Reports a lock, also one that holds already, for as long as what it gives lives.
         std::function<std::unique_ptr<platform::LockWatch>(std::function<void()> locked)> watchLock;
     };
 

@@ -24,9 +24,9 @@ int ask(const tessel::CommandLine::Ask& request) {
                                                    : ControlClient::ofSession(session);
     const tessel::RemoteCommand::Outcome outcome = tessel::RemoteCommand::carryOut(request, client);
     // A script must not continue as if the reply had been printed.
-    const bool isTold = platform::linux::printToStandardOutput(outcome.output);
+    const bool isPrinted = platform::linux::printToStandardOutput(outcome.output);
     std::fputs(outcome.errors.c_str(), stderr);
-    return isTold || outcome.status != EXIT_SUCCESS ? outcome.status : EXIT_FAILURE;
+    return isPrinted || outcome.status != EXIT_SUCCESS ? outcome.status : EXIT_FAILURE;
 }
 
 template <typename... Handlers>
@@ -46,8 +46,8 @@ int main(int argumentCount, char** arguments) {
     return std::visit(Overloaded{
                           [](const tessel::CommandLine::Run&) { return tessel::runResident(); },
                           [](const tessel::CommandLine::Print& print) {
-                              const bool isTold = platform::linux::printToStandardOutput(print.text);
-                              return isTold ? EXIT_SUCCESS : EXIT_FAILURE;
+                              const bool isPrinted = platform::linux::printToStandardOutput(print.text);
+                              return isPrinted ? EXIT_SUCCESS : EXIT_FAILURE;
                           },
                           [](const tessel::CommandLine::Refuse& refusal) {
                               constexpr int wrongUsage = 2;

@@ -131,8 +131,8 @@ class Probe:
     def resize(self, key: int) -> tuple[float, float, tuple[int, int]]:
         """Milliseconds from the press of a shortcut until the window receives its size and until it is painted; the
         size."""
-        told, painted, width, height = self._ask(f"resize {key}")
-        return told / 1000, painted / 1000, (round(width), round(height))
+        configured, painted, width, height = self._ask(f"resize {key}")
+        return configured / 1000, painted / 1000, (round(width), round(height))
 
     def reach(self, key: int) -> float:
         """Milliseconds from the press of a free key until the window has it."""

@@ -65,11 +65,11 @@ class Run:
         """Milliseconds until the window receives its new size, and until it has been painted in its place."""
         self.measured.reset(self.window)
         self.product.until_at_rest()
-        told, painted, size = self.probe.resize(key)
+        configured, painted, size = self.probe.resize(key)
         until_equal(lambda: self.measured.frame(self.window), half, "the frame")
         # It has no decoration, so this was the size of the frame.
         assert size == half.size, f"the window received {size}"
-        return told, painted
+        return configured, painted
 
     def way_of_a_key(self, presses: int) -> list[float]:
         """Milliseconds of each press of a free key until the window has it."""
@@ -84,11 +84,11 @@ def measure(name: str, rounds: int, presses: int) -> tuple[list[Contender], Samp
         if run.measured.lends:
             places[True] = runs.enter_context(Run(name, borrows=True))
         reached = "a free key, until the window has it"
-        told: Samples = {contender.name: [] for contender in run.field} | {reached: []}
+        configured: Samples = {contender.name: [] for contender in run.field} | {reached: []}
         painted: Samples = {contender.name: [] for contender in run.field}
         for contender in turns(run.field, rounds):
-            for samples, taken in zip((told, painted), zip(*places[contender.borrows].block(contender, presses))):
+            for samples, taken in zip((configured, painted), zip(*places[contender.borrows].block(contender, presses))):
                 samples[contender.name].append(list(taken))
             if contender is run.field[-1]:
-                told[reached].append(run.way_of_a_key(presses))
-        return run.field, told, painted
+                configured[reached].append(run.way_of_a_key(presses))
+        return run.field, configured, painted

@@ -5,7 +5,7 @@
 namespace platform::compositor {
 
 void AccessibilityObservers::windowBecameReady(const WindowIdentifier& identifier, const Window& window) {
-    tell(window.clues.process, table.arrivalOf(identifier), [this, identifier] {
+    notify(window.clues.process, table.arrivalOf(identifier), [this, identifier] {
         return table.find(identifier) == nullptr ? std::nullopt : std::optional(linux::windowElement(identifier));
     });
 }

@@ -48,12 +48,13 @@ wl_argument nothing() {
 
 class ProtocolHotKeys::Connection {
 public:
-    Connection(linux::MainLoop& mainLoop, const WaylandLibrary& library, wl_display* display, int descriptor, Told told)
+    Connection(linux::MainLoop& mainLoop, const WaylandLibrary& library, wl_display* display, int descriptor,
+               Handlers handlers)
         : mainLoop(mainLoop)
         , library(library)
         , display(display)
         , descriptor(descriptor)
-        , told(std::move(told))
+        , handlers(std::move(handlers))
         , later(mainLoop) {}
 
     Connection(const Connection&) = delete;
@@ -144,10 +145,10 @@ private:
 
     static void revokedByOld(void* data, vicinae_hotkey_v1* /*object*/, std::uint32_t /*reason*/,
                              const char* /*message*/) {
-        tellOfLoss(keyOf(data));
+        reportLoss(keyOf(data));
     }
 
-    static void revoked(void* data, xx_hotkey_v1* /*object*/, const char* /*message*/) { tellOfLoss(keyOf(data)); }
+    static void revoked(void* data, xx_hotkey_v1* /*object*/, const char* /*message*/) { reportLoss(keyOf(data)); }
 
     template <typename Object>
     static void pressed(void* data, Object* /*object*/, std::uint32_t /*serial*/, std::uint32_t /*time*/) {
@@ -155,7 +156,7 @@ private:
         // The library is not re-entrant, and each press has a turn of its own.
         key.owner->later.post([owner = key.owner, number = key.number] {
             if (owner->keys.contains(number)) {
-                owner->told.pressed(number);
+                owner->handlers.pressed(number);
             }
         });
     }
@@ -163,11 +164,11 @@ private:
     template <typename Object>
     static void released(void* /*data*/, Object* /*object*/, std::uint32_t /*serial*/, std::uint32_t /*time*/) {}
 
-    static void tellOfLoss(const Key& key) {
+    static void reportLoss(const Key& key) {
         key.owner->later.post([owner = key.owner, number = key.number] {
             if (owner->keys.contains(number)) {
                 owner->release(number);
-                owner->told.revoked(number);
+                owner->handlers.revoked(number);
             }
         });
     }
@@ -189,7 +190,7 @@ private:
     const WaylandLibrary& library;
     wl_display* display;
     int descriptor;
-    Told told;
+    Handlers handlers;
     wl_proxy* registry = nullptr;
     wl_proxy* manager = nullptr;
     Global vicinae;
@@ -330,7 +331,7 @@ void ProtocolHotKeys::Connection::serve() {
         later.post([this] {
             watch.reset();
             // This object may end meanwhile.
-            const auto gone = told.gone;
+            const auto gone = handlers.gone;
             gone();
         });
     }
@@ -343,7 +344,8 @@ ProtocolHotKeys::ProtocolHotKeys(std::unique_ptr<Connection> connection)
 ProtocolHotKeys::~ProtocolHotKeys() = default;
 
 std::unique_ptr<ProtocolHotKeys> ProtocolHotKeys::open(linux::MainLoop& mainLoop, const std::string& socket,
-                                                       const std::string& applicationId, Told told, Instant deadline) {
+                                                       const std::string& applicationId, Handlers handlers,
+                                                       Instant deadline) {
     linux::FileDescriptor descriptor = linux::connectedTo(socket);
     const WaylandLibrary* library = descriptor ? WaylandLibrary::loaded() : nullptr;
     if (library == nullptr) {
@@ -355,7 +357,7 @@ std::unique_ptr<ProtocolHotKeys> ProtocolHotKeys::open(linux::MainLoop& mainLoop
     if (display == nullptr) {
         return nullptr;
     }
-    auto connection = std::make_unique<Connection>(mainLoop, *library, display, number, std::move(told));
+    auto connection = std::make_unique<Connection>(mainLoop, *library, display, number, std::move(handlers));
     if (!connection->start(applicationId, deadline)) {
         return nullptr;
     }

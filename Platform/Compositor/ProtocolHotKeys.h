@@ -31,7 +31,7 @@ public:
     };
 
     /// Called in turns of the loop of their own.
-    struct Told {
+    struct Handlers {
         std::function<void(std::uint64_t number)> pressed;
         /// The compositor has taken it back; it is not held any more.
         std::function<void(std::uint64_t number)> revoked;
@@ -43,7 +43,7 @@ public:
     /// if nothing listens there, Wayland's library is not installed, or neither protocol is offered by the deadline.
     /// `mainLoop` must outlive it.
     [[nodiscard]] static std::unique_ptr<ProtocolHotKeys> open(linux::MainLoop& mainLoop, const std::string& socket,
-                                                               const std::string& applicationId, Told told,
+                                                               const std::string& applicationId, Handlers handlers,
                                                                Instant deadline);
 
     ProtocolHotKeys(const ProtocolHotKeys&) = delete;

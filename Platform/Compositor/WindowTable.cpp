@@ -6,13 +6,13 @@
 
 namespace platform::compositor {
 
-void WindowTable::setFollower(Follower& told) {
-    follower = &told;
+void WindowTable::setFollower(Follower& newFollower) {
+    follower = &newFollower;
     for (const WindowIdentifier& identifier : windows()) {
         const Window& window = entries.at(identifier).window;
-        told.windowAppeared(identifier, window, true);
+        newFollower.windowAppeared(identifier, window, true);
         if (window.isReady) {
-            told.windowBecameReady(identifier, window);
+            newFollower.windowBecameReady(identifier, window);
         }
     }
 }

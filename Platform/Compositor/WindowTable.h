@@ -48,7 +48,7 @@ public:
     ~WindowTable() = default;
 
     /// Sets the one follower. Windows that are known already are reported at once, as having been there.
-    void setFollower(Follower& told);
+    void setFollower(Follower& newFollower);
 
     /// Called synchronously when the access has begun or ended; must not change the table.
     void onAccessChange(std::function<void()> changed) { accessChanged = std::move(changed); }

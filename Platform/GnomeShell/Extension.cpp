@@ -49,17 +49,17 @@ void readDictionary(sd_bus_message* message, const Take& take) {
 struct Extension::Answers {
     static Extension& self(void* data) { return *static_cast<Extension*>(data); }
 
-    static int stateTold(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+    static int stateArrived(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
         self(data).takeState(reply);
         return 0;
     }
 
-    static int versionTold(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+    static int versionArrived(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
         self(data).takeVersion(reply);
         return 0;
     }
 
-    static int generalSwitchTold(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+    static int generalSwitchArrived(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
         int areOn = 1; // the library's boolean
         if (sd_bus_message_is_method_error(reply, nullptr) == 0) {
             sd_bus_message_read(reply, "v", "b", &areOn);
@@ -99,11 +99,11 @@ std::optional<AccessObstacle> Extension::obstacle() const {
     if (!known) {
         return silence();
     }
-    const double told = known->state.value_or(stateEnabled);
-    if (told == stateError || told == stateOutOfDate) {
+    const double state = known->state.value_or(stateEnabled);
+    if (state == stateError || state == stateOutOfDate) {
         return because(isOutdated() ? Kind::extensionNotLoaded : Kind::extensionRefused);
     }
-    if (told != stateEnabled) {
+    if (state != stateEnabled) {
         return because(Kind::extensionOff);
     }
     if (link.obstacle() == shellcore::ShellLink::Obstacle::otherClient) {
@@ -146,7 +146,7 @@ void Extension::closed() {
 }
 
 void Extension::ask() {
-    call(propertiesInterface, "Get", Protocol::shellName, "ShellVersion", &Answers::versionTold);
+    call(propertiesInterface, "Get", Protocol::shellName, "ShellVersion", &Answers::versionArrived);
 }
 
 void Extension::takeVersion(sd_bus_message* answer) {
@@ -155,7 +155,7 @@ void Extension::takeVersion(sd_bus_message* answer) {
         shellVersion = version;
         files.refresh(shellVersion);
     }
-    call(extensionsInterface, "GetExtensionInfo", Protocol::extension, nullptr, &Answers::stateTold);
+    call(extensionsInterface, "GetExtensionInfo", Protocol::extension, nullptr, &Answers::stateArrived);
 }
 
 void Extension::takeState(sd_bus_message* answer) {
@@ -205,7 +205,8 @@ void Extension::openTheWay() {
         break;
     case AccessObstacle::Kind::extensionOff:
         if (isWantedByTheUser || !record.hasItWorked()) {
-            call(propertiesInterface, "Get", extensionsInterface, "UserExtensionsEnabled", &Answers::generalSwitchTold);
+            call(propertiesInterface, "Get", extensionsInterface, "UserExtensionsEnabled",
+                 &Answers::generalSwitchArrived);
         }
         break;
     default:
@@ -225,7 +226,7 @@ void Extension::call(const char* interface, const char* method, const char* argu
     if (sd_bus_message_append(raw, "s", argument) >= 0 &&
         (second == nullptr || sd_bus_message_append(raw, "s", second) >= 0)) {
         // Beginning the access may request the extension's state from the shell again.
-        auto& slot = handler == &Answers::generalSwitchTold || handler == &linux::ignoreReply ? opening : question;
+        auto& slot = handler == &Answers::generalSwitchArrived || handler == &linux::ignoreReply ? opening : question;
         slot = linux::send(link.connection(), raw, handler, this);
     }
 }

@@ -48,7 +48,7 @@ private:
     void opened(const shellcore::Hello& hello, bool isNew) override;
     void closed() override;
 
-    void told(std::string_view /*signal*/, sd_bus_message* /*message*/) override {}
+    void signalArrived(std::string_view /*signal*/, sd_bus_message* /*message*/) override {}
 
     /// Requests the shell's version, and then the extension's state.
     void ask();

@@ -53,7 +53,7 @@ void TopBar::closed() {
     offerChanged();
 }
 
-void TopBar::told(std::string_view signal, sd_bus_message* message) {
+void TopBar::signalArrived(std::string_view signal, sd_bus_message* message) {
     std::uint32_t line = 0;
     if (signal == "ItemClicked") {
         if (const auto item = shellcore::rectangleOf(message)) {

@@ -28,7 +28,7 @@ public:
 private:
     void opened(const shellcore::Hello& hello, bool isNew) override;
     void closed() override;
-    void told(std::string_view signal, sd_bus_message* message) override;
+    void signalArrived(std::string_view signal, sd_bus_message* message) override;
 
     void send() const;
     void clicked(const corvid::CGRect& item) const;

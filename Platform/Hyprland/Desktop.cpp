@@ -34,8 +34,8 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const InstanceFacts& facts, HotKeys:
           })
     , hotKeys(
           session,
-          [&mainLoop, socket = displaySocket(facts)](HotKeys::Protocol::Told told, Instant deadline) {
-              return HotKeys::Protocol::open(mainLoop, socket, applicationId, std::move(told), deadline);
+          [&mainLoop, socket = displaySocket(facts)](HotKeys::Protocol::Handlers handlers, Instant deadline) {
+              return HotKeys::Protocol::open(mainLoop, socket, applicationId, std::move(handlers), deadline);
           },
           std::move(naming))
     , holders(mainLoop, hotKeys) {

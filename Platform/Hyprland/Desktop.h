@@ -38,7 +38,7 @@ private:
 
     void sessionClosed() override { end.lost(); }
 
-    void sessionTold(std::string_view /*event*/, std::string_view /*data*/) override {}
+    void sessionReported(std::string_view /*event*/, std::string_view /*data*/) override {}
 
     void sessionIsQuiet() override {}
 

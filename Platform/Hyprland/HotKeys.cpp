@@ -72,7 +72,7 @@ void HotKeys::sessionClosed() {
     }
 }
 
-void HotKeys::sessionTold(std::string_view event, std::string_view data) {
+void HotKeys::sessionReported(std::string_view event, std::string_view data) {
     if (event == "configreloaded") {
         renew();
     } else if (event == "custom") {
@@ -89,7 +89,7 @@ void HotKeys::openProtocol() {
                          [this](std::uint64_t number) {
                              if (const auto found = registrations.find(number); found != registrations.end()) {
                                  found->second.isBound = false;
-                                 tellOfLoss();
+                                 reportLoss();
                              }
                          },
                      .gone =
@@ -99,7 +99,7 @@ void HotKeys::openProtocol() {
                              for (auto& [number, registered] : registrations) {
                                  registered.isBound = false;
                              }
-                             tellOfLoss();
+                             reportLoss();
                          }},
                     session.deadline());
 }
@@ -107,7 +107,7 @@ void HotKeys::openProtocol() {
 void HotKeys::handlePress(std::uint64_t number) {
     const auto found = registrations.find(number);
     if (found != registrations.end() && found->second.isBound) {
-        tellOfPress(found->second.name);
+        reportPress(found->second.name);
     }
 }
 
@@ -126,7 +126,7 @@ void HotKeys::renew() {
                                     return holderOf(*held, entry.first) == nullptr;
                                 }));
     if (hasChanged) {
-        tellOfLoss();
+        reportLoss();
     }
 }
 
@@ -138,7 +138,7 @@ OSStatus HotKeys::bind(std::uint64_t number, Registered& registered) {
     const std::vector<Bind>* held = present();
     if (held == nullptr) {
         // Whether the configuration binds it is not known now, so registering has to be tried again.
-        tellOfLoss();
+        reportLoss();
         return eventHotKeyExistsErr;
     }
     if (const Bind* holder = holderOf(*held, registered.combination)) {
@@ -170,7 +170,7 @@ OSStatus HotKeys::bind(std::uint64_t number, Registered& registered) {
         return refuse(registered, answer.message);
     }
     if (answer.kind == Kind::none) {
-        tellOfLoss();
+        reportLoss();
         return eventHotKeyExistsErr;
     }
     registered.isBound = true;

@@ -27,7 +27,7 @@ class HotKeys final : public linux::HandledHotKeys, private Session::Follower {
 public:
     using Protocol = compositor::ProtocolHotKeys;
     /// Opens the protocol; null where the compositor has none.
-    using Open = std::function<std::unique_ptr<Protocol>(Protocol::Told told, Instant deadline)>;
+    using Open = std::function<std::unique_ptr<Protocol>(Protocol::Handlers handlers, Instant deadline)>;
     /// The text for a combination (Carbon key code and modifiers) in the compositor's lists.
     using Naming = std::function<std::string(std::uint32_t keyCode, std::uint32_t modifiers)>;
 
@@ -56,7 +56,7 @@ private:
 
     void sessionOpened() override;
     void sessionClosed() override;
-    void sessionTold(std::string_view event, std::string_view data) override;
+    void sessionReported(std::string_view event, std::string_view data) override;
     void sessionIsQuiet() override {}
 
     void openProtocol();

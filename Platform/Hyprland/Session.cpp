@@ -43,7 +43,7 @@ void Session::open() {
     }
     events = std::make_unique<Events>(Events{.socket = std::move(socket), .watch = nullptr, .unread = {}});
     events->watch = mainLoop.watch(
-        events->socket.get(), [this] { return hasLine() || events->isQuietUntold; }, [this] { serveEvents(); });
+        events->socket.get(), [this] { return hasLine() || events->isQuietUnreported; }, [this] { serveEvents(); });
     learnLanguage(deadline());
     for (Follower* follower : followers) {
         follower->sessionOpened();
@@ -99,17 +99,17 @@ std::optional<std::string> Session::run(const std::function<std::string(Language
 void Session::serveEvents() {
     bool hasTime = true;
     bool hasMore = true;
-    events->isQuietUntold = true;
+    events->isQuietUnreported = true;
     for (int count = 0; hasMore && hasTime && count < mostEventsAtOnce; ++count) {
         hasMore = hasLine() || (receive() && hasLine());
         if (hasMore) {
-            tellLine();
+            deliverLine();
         }
         // Each event that waits has a turn of its own.
         hasTime = !mainLoop.turnDeadline().hasBegun();
     }
     if (hasTime) {
-        events->isQuietUntold = false;
+        events->isQuietUnreported = false;
         for (Follower* follower : followers) {
             follower->sessionIsQuiet();
         }
@@ -135,7 +135,7 @@ bool Session::hasLine() const {
     return events != nullptr && events->unread.contains('\n');
 }
 
-void Session::tellLine() {
+void Session::deliverLine() {
     const std::size_t end = events->unread.find('\n');
     const std::string line = events->unread.substr(0, end);
     events->unread.erase(0, end + 1);
@@ -149,7 +149,7 @@ void Session::tellLine() {
         learnLanguage(deadline());
     }
     for (Follower* follower : followers) {
-        follower->sessionTold(event, std::string_view(line).substr(place + mark.size()));
+        follower->sessionReported(event, std::string_view(line).substr(place + mark.size()));
     }
 }
 

@@ -31,8 +31,8 @@ public:
         virtual void sessionOpened() = 0;
         virtual void sessionClosed() = 0;
         /// An event and what it brought, as in "closewindow" and "55d0c0ffee".
-        virtual void sessionTold(std::string_view event, std::string_view data) = 0;
-        /// The events that had come are told.
+        virtual void sessionReported(std::string_view event, std::string_view data) = 0;
+        /// All events that have arrived were reported.
         virtual void sessionIsQuiet() = 0;
     };
 
@@ -45,7 +45,7 @@ public:
     ~Session() = default;
 
     /// Must outlive this.
-    void follow(Follower& told) { followers.push_back(&told); }
+    void follow(Follower& follower) { followers.push_back(&follower); }
 
     /// Opens it, now if the compositor is there, else as soon as it is.
     void start();
@@ -73,18 +73,18 @@ private:
         std::string unread;
         bool isBroken = false;
         /// Whether the followers are to be told that no more have come.
-        bool isQuietUntold = false;
+        bool isQuietUnreported = false;
     };
 
     void open();
     void close();
-    /// Closes in a turn of its own: whoever asks must not find himself told meanwhile.
+    /// Closes in a turn of its own: a caller must not be notified during its request.
     void closeSoon();
     void serveEvents();
     /// Reads what has come; false without anything.
     [[nodiscard]] bool receive() const;
     [[nodiscard]] bool hasLine() const;
-    void tellLine();
+    void deliverLine();
     void learnLanguage(Instant until);
 
     linux::MainLoop& mainLoop;

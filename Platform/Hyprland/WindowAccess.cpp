@@ -99,7 +99,7 @@ std::optional<CGRect> WindowAccess::settledBox(const WindowIdentifier& window, D
     std::optional<CGRect> frame;
     Instant since = mainLoop.now();
     while (auto clients = readWindows(deadline)) {
-        tellWindows(*clients);
+        updateWindows(*clients);
         const auto present = known.find(window);
         if (present == known.end()) {
             return std::nullopt;
@@ -168,7 +168,7 @@ void WindowAccess::sessionClosed() {
     table.close();
 }
 
-void WindowAccess::sessionTold(std::string_view event, std::string_view data) {
+void WindowAccess::sessionReported(std::string_view event, std::string_view data) {
     isStale = isStale || std::ranges::find(changingEvents, event) != changingEvents.end();
     if (event == "closewindow") {
         // Another window may get its address before the layout is read.
@@ -254,18 +254,18 @@ bool WindowAccess::update(Instant deadline) {
     }
     isStale = false;
     placeOwnWindows(reading->clients);
-    tellTable(*std::move(reading));
+    updateTable(*std::move(reading));
     return true;
 }
 
-void WindowAccess::tellTable(Reading reading) {
+void WindowAccess::updateTable(Reading reading) {
     // Before the notifications of new windows, because an observer may request the rest.
     table.setOutputs(std::move(reading.outputs));
-    tellWindows(reading.clients);
+    updateWindows(reading.clients);
     table.setFocused(std::move(reading.focused));
 }
 
-void WindowAccess::tellWindows(const std::vector<Client>& clients) {
+void WindowAccess::updateWindows(const std::vector<Client>& clients) {
     for (const WindowIdentifier& each : table.windows()) {
         if (!known.contains(each)) {
             borders.erase(each);

@@ -60,7 +60,7 @@ private:
 
     void sessionOpened() override;
     void sessionClosed() override;
-    void sessionTold(std::string_view event, std::string_view data) override;
+    void sessionReported(std::string_view event, std::string_view data) override;
     void sessionIsQuiet() override;
 
     [[nodiscard]] std::optional<std::vector<Client>> readWindows(Instant deadline);
@@ -68,8 +68,8 @@ private:
     /// Stores the state that was read; false if the reading failed.
     bool update(Instant deadline);
     void updateOnceAnswering();
-    void tellTable(Reading reading);
-    void tellWindows(const std::vector<Client>& clients);
+    void updateTable(Reading reading);
+    void updateWindows(const std::vector<Client>& clients);
     /// Waits until the window keeps its frame for that long; the box of its contents. Empty if it does not in time.
     [[nodiscard]] std::optional<corvid::CGRect> settledBox(const compositor::WindowIdentifier& window, Duration rest,
                                                            Instant deadline);

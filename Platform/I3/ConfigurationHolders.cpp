@@ -26,10 +26,10 @@ public:
         return ask("get_version", [this](const i3ipc::Json& version) {
             path = i3ipc::textOf(version, "loaded_config_file_name");
             const bool isAsked = ask("get_config", [this](const i3ipc::Json& configuration) {
-                tell(std::string(i3ipc::textOf(configuration, "config")));
+                sendReply(std::string(i3ipc::textOf(configuration, "config")));
             });
             if (!isAsked) {
-                tell({});
+                sendReply({});
             }
         });
     }
@@ -44,7 +44,7 @@ private:
         return running != nullptr;
     }
 
-    void tell(const std::string& text) {
+    void sendReply(const std::string& text) {
         const i3ipc::ConfiguredBindings bindings =
             i3ipc::configuredBindings({.path = path, .text = text}, i3ipc::includedFiles);
         const std::string home = linux::environmentVariable("HOME").value_or("");
@@ -56,8 +56,8 @@ private:
                                                  : std::optional(i3ipc::lineHolder("i3", *binding, home)));
         }
         // The callback may drop this.
-        const ShortcutHolders::Found told = std::move(found);
-        told(answers);
+        const ShortcutHolders::Found reply = std::move(found);
+        reply(answers);
     }
 
     linux::MainLoop& mainLoop;

@@ -62,11 +62,11 @@ std::optional<x11::Extents> bordersOutside(const Json& node) {
     if (style == "none") {
         return x11::Extents{};
     }
-    const std::int64_t told = numberOf(node, "current_border_width").value_or(-1);
-    if (told < 0 || told > thickestBorder) {
+    const std::int64_t reported = numberOf(node, "current_border_width").value_or(-1);
+    if (reported < 0 || reported > thickestBorder) {
         return std::nullopt;
     }
-    const auto width = static_cast<std::int32_t>(told);
+    const auto width = static_cast<std::int32_t>(reported);
     if (style == "pixel") {
         return x11::widened({}, width);
     }

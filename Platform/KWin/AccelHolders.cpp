@@ -83,14 +83,14 @@ private:
 
     void finish() {
         // Reported in a turn of its own, because the bus is also read while other code waits for it.
-        end = mainLoop.schedule(mainLoop.now(), {}, [this] { tell(); });
+        end = mainLoop.schedule(mainLoop.now(), {}, [this] { sendReply(); });
     }
 
-    void tell() {
+    void sendReply() {
         // The callback may drop this.
-        const Found told = std::move(found);
+        const Found reply = std::move(found);
         const Answers given = std::move(answers);
-        told(given);
+        reply(given);
     }
 
     linux::MainLoop& mainLoop;

@@ -28,7 +28,7 @@ HotKeys::HotKeys(linux::MainLoop& mainLoop, linux::SessionBus& sessionBus, Namin
     : Listener(sessionBus)
     , mainLoop(mainLoop)
     , naming(std::move(naming))
-    , accel(mainLoop, [this] { tellOfLoss(); })
+    , accel(mainLoop, [this] { reportLoss(); })
     , loans(accel, std::move(loans), std::move(log))
     , owner(GlobalAccel::name, [this] { ownerChanged(); }) {
 }
@@ -149,7 +149,7 @@ void HotKeys::renew() {
     for (const auto& [reference, registered] : registrations) {
         if (take(registered) != noErr) {
             accel.unregister(registered.action);
-            tellOfLoss();
+            reportLoss();
         }
     }
 }
@@ -184,7 +184,7 @@ int HotKeys::settingsSignalled(sd_bus_message* signal, void* data, sd_bus_error*
             continue;
         }
         // Registered anew, ours comes after the one that was changed, so that gets the presses, as its user wanted.
-        self.tellOfLoss();
+        self.reportLoss();
         if (self.borrows) {
             self.reassigned.emplace_back(registered.key, *changed);
             self.later.post([&self] { self.keepReassigned(); });
@@ -211,7 +211,7 @@ void HotKeys::actOnPresses() {
     const auto found =
         std::ranges::find_if(registrations, [&](const auto& entry) { return entry.second.action == action; });
     if (found != registrations.end() && hasHandler()) {
-        tellOfPress(found->second.name);
+        reportPress(found->second.name);
     }
 }
 

@@ -46,7 +46,7 @@ void ScriptLink::busArrived(sd_bus* arrived) {
     static constexpr std::uint64_t flags = SD_BUS_VTABLE_UNPRIVILEGED;
     static constexpr std::array<sd_bus_vtable, 4> methods{
         {SD_BUS_VTABLE_START(0), SD_BUS_METHOD("Next", "ss", "s", &ScriptLink::next, flags),
-         SD_BUS_METHOD("Tell", "ss", "", &ScriptLink::tell, flags), SD_BUS_VTABLE_END}};
+         SD_BUS_METHOD("Report", "ss", "", &ScriptLink::report, flags), SD_BUS_VTABLE_END}};
     bus = arrived;
     sd_bus_slot* slot = nullptr;
     sd_bus_add_object_vtable(bus, &slot, objectPath, interfaceName, methods.data(), this);
@@ -98,7 +98,7 @@ int ScriptLink::next(sd_bus_message* call, void* data, sd_bus_error* /*error*/) 
     return 1;
 }
 
-int ScriptLink::tell(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
+int ScriptLink::report(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
     auto& self = *static_cast<ScriptLink*>(data);
     const char* run = nullptr;
     const char* text = nullptr;
@@ -146,7 +146,7 @@ void ScriptLink::act(News arrived) {
         awaitNextCall();
     }
     if (!run.empty() && arrived.run == run) {
-        receiver.scriptTold(std::move(arrived.news));
+        receiver.scriptReported(std::move(arrived.news));
     }
 }
 

@@ -36,7 +36,7 @@ public:
         virtual ~Receiver() = default;
 
         /// `ScriptMessages::Opened` comes first, and again after every reload of the script.
-        virtual void scriptTold(ScriptMessages::News news) = 0;
+        virtual void scriptReported(ScriptMessages::News news) = 0;
         virtual void scriptCarriedOut(const ScriptMessages::Result& result) = 0;
         /// No more reports from KWin arrive until it is opened again.
         virtual void scriptLost() = 0;
@@ -94,7 +94,7 @@ private:
     void busLeft() override;
 
     static int next(sd_bus_message* call, void* data, sd_bus_error* error);
-    static int tell(sd_bus_message* call, void* data, sd_bus_error* error);
+    static int report(sd_bus_message* call, void* data, sd_bus_error* error);
     static int named(sd_bus_message* reply, void* data, sd_bus_error* error);
 
     void arrive(Arrival arrival);

@@ -24,7 +24,7 @@ std::optional<compositor::WindowKind> kind(const Json& object) {
     return word == "auxiliary" ? std::optional(compositor::WindowKind::auxiliary) : std::nullopt;
 }
 
-std::optional<Told> window(const Json& object) {
+std::optional<WindowReport> window(const Json& object) {
     std::string identifier = nameOf(object, "id");
     const Json* process = member(object, "process");
     const auto itsKind = kind(object);
@@ -32,17 +32,17 @@ std::optional<Told> window(const Json& object) {
     if (identifier.empty() || process == nullptr || !process->is_number_integer() || !itsKind || !frame) {
         return std::nullopt;
     }
-    return Told{.identifier = std::move(identifier),
-                .window = {.clues = {.process = compositor::processOf(object, "process"),
-                                     .applicationId = nameOf(object, "entry"),
-                                     .windowClass = nameOf(object, "class"),
-                                     .windowInstance = nameOf(object, "instance")},
-                           .kind = *itsKind,
-                           .skipsTaskBars = isSet(object, "skipsTaskBars"),
-                           .isFullscreen = isSet(object, "isFullscreen"),
-                           // KWin's script reports a window once it is shown.
-                           .isReady = true,
-                           .frame = *frame}};
+    return WindowReport{.identifier = std::move(identifier),
+                        .window = {.clues = {.process = compositor::processOf(object, "process"),
+                                             .applicationId = nameOf(object, "entry"),
+                                             .windowClass = nameOf(object, "class"),
+                                             .windowInstance = nameOf(object, "instance")},
+                                   .kind = *itsKind,
+                                   .skipsTaskBars = isSet(object, "skipsTaskBars"),
+                                   .isFullscreen = isSet(object, "isFullscreen"),
+                                   // KWin's script reports a window once it is shown.
+                                   .isReady = true,
+                                   .frame = *frame}};
 }
 
 std::optional<Screens> screens(const Json* list) {

@@ -21,7 +21,7 @@ namespace platform::kwin::ScriptMessages {
 using Opened = compositor::WindowTable::Contents;
 
 /// A new window, or the new state of one.
-struct Told {
+struct WindowReport {
     compositor::WindowIdentifier identifier;
     compositor::Window window;
 };
@@ -40,7 +40,7 @@ struct Screens {
     std::vector<compositor::Output> outputs;
 };
 
-using News = std::variant<Opened, Told, Gone, Focused, Screens>;
+using News = std::variant<Opened, WindowReport, Gone, Focused, Screens>;
 
 enum class Outcome {
     done,

@@ -146,8 +146,8 @@ void WindowAccess::placeOwnWindow(const std::string& title, corvid::CGPoint topL
     }
 }
 
-void WindowAccess::scriptTold(ScriptMessages::News news) {
-    std::visit([this](auto& told) { take(std::move(told)); }, news);
+void WindowAccess::scriptReported(ScriptMessages::News news) {
+    std::visit([this](auto& report) { take(std::move(report)); }, news);
 }
 
 void WindowAccess::scriptCarriedOut(const ScriptMessages::Result& result) {
@@ -180,34 +180,34 @@ void WindowAccess::take(ScriptMessages::Opened contents) {
     }
 }
 
-void WindowAccess::take(ScriptMessages::Told told) {
-    if (undoing && undoing->window == told.identifier) {
+void WindowAccess::take(ScriptMessages::WindowReport report) {
+    if (undoing && undoing->window == report.identifier) {
         undoing.reset();
     }
-    const bool isUndoing = isUndone(told);
-    if (placement && placement->window == told.identifier) {
+    const bool isUndoing = isUndone(report);
+    if (placement && placement->window == report.identifier) {
         placement->isTakenBack = isUndoing;
     }
     if (isUndoing) {
-        auto work = [this, told] { table.put(told.identifier, told.window); };
-        undoing = Undoing{.window = told.identifier,
-                          .telling = mainLoop.schedule(mainLoop.now(), std::chrono::milliseconds(1), std::move(work))};
+        auto work = [this, report] { table.put(report.identifier, report.window); };
+        undoing = Undoing{.window = report.identifier,
+                          .notice = mainLoop.schedule(mainLoop.now(), std::chrono::milliseconds(1), std::move(work))};
         return;
     }
-    if (placement && placement->outcome && placement->window == told.identifier) {
-        const compositor::Window* known = table.find(told.identifier);
-        if (known == nullptr || known->frame != told.window.frame) {
+    if (placement && placement->outcome && placement->window == report.identifier) {
+        const compositor::Window* known = table.find(report.identifier);
+        if (known == nullptr || known->frame != report.window.frame) {
             placement->lastChange = mainLoop.now();
         }
     }
-    table.put(told.identifier, std::move(told.window));
+    table.put(report.identifier, std::move(report.window));
 }
 
-bool WindowAccess::isUndone(const ScriptMessages::Told& told) const {
-    if (!placement || !placement->outcome || !placement->mayBeCorrected || placement->window != told.identifier) {
+bool WindowAccess::isUndone(const ScriptMessages::WindowReport& report) const {
+    if (!placement || !placement->outcome || !placement->mayBeCorrected || placement->window != report.identifier) {
         return false;
     }
-    return isClose(told.window.frame, placement->formerFrame) &&
+    return isClose(report.window.frame, placement->formerFrame) &&
            !isClose(placement->frame.origin, placement->formerFrame.origin);
 }
 

@@ -58,15 +58,15 @@ private:
     /// A placement that the window's program has undone.
     struct Undoing {
         compositor::WindowIdentifier window;
-        std::unique_ptr<ScheduledWork> telling;
+        std::unique_ptr<ScheduledWork> notice;
     };
 
-    void scriptTold(ScriptMessages::News news) override;
+    void scriptReported(ScriptMessages::News news) override;
     void scriptCarriedOut(const ScriptMessages::Result& result) override;
     void scriptLost() override;
 
     void take(ScriptMessages::Opened contents);
-    void take(ScriptMessages::Told told);
+    void take(ScriptMessages::WindowReport report);
     void take(const ScriptMessages::Gone& gone);
     void take(ScriptMessages::Focused focused);
     void take(ScriptMessages::Screens screens);
@@ -78,7 +78,7 @@ private:
     /// Whether a report shows a window back at its frame from before the present placement. That frame is no size that
     /// it has settled on but a new change, which the table gets when the placement is over. A window that refuses a
     /// size may have its former size again as well, but it stays at its new position.
-    [[nodiscard]] bool isUndone(const ScriptMessages::Told& told) const;
+    [[nodiscard]] bool isUndone(const ScriptMessages::WindowReport& report) const;
 
     linux::MainLoop& mainLoop;
     compositor::WindowTable& table;

@@ -108,7 +108,7 @@ void HotKeys::closed() {
     confirmation.reset();
 }
 
-void HotKeys::told(std::string_view signal, sd_bus_message* message) {
+void HotKeys::signalArrived(std::string_view signal, sd_bus_message* message) {
     std::uint32_t number = 0;
     int isBorrowed = 0; // the library's boolean
     if (signal == "Activated" && sd_bus_message_read(message, "u", &number) > 0) {
@@ -119,7 +119,7 @@ void HotKeys::told(std::string_view signal, sd_bus_message* message) {
         }
     } else if (signal == "KeyLost" && sd_bus_message_read(message, "u", &number) > 0 &&
                registrations.contains(number)) {
-        tellOfLoss();
+        reportLoss();
     }
 }
 
@@ -174,7 +174,7 @@ void HotKeys::confirm() {
         confirmAt(mainLoop.now() + untilRetry, untilRetry / 10);
     }
     if (isAnyLost) {
-        tellOfLoss();
+        reportLoss();
     }
 }
 
@@ -185,7 +185,7 @@ void HotKeys::confirmAt(Instant time, Duration tolerance) {
 void HotKeys::press(std::uint32_t number) {
     const auto found = registrations.find(number);
     if (found != registrations.end()) {
-        tellOfPress(found->second.name);
+        reportPress(found->second.name);
     }
 }
 

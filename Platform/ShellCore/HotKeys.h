@@ -60,7 +60,7 @@ private:
 
     void opened(const Hello& hello, bool isNew) override;
     void closed() override;
-    void told(std::string_view signal, sd_bus_message* message) override;
+    void signalArrived(std::string_view signal, sd_bus_message* message) override;
 
     /// Requests a key, and with consent borrows one that is not free; empty if the reply timed out.
     [[nodiscard]] std::optional<Hold> take(std::uint32_t number, const std::string& accelerator);

@@ -88,18 +88,18 @@ private:
             for (std::size_t count = 0; count < more.size(); ++count) {
                 said.answers[said.unknown[count]] = more[count];
             }
-            tell();
+            sendReply();
         });
         if (!inSettings) {
-            tell();
+            sendReply();
         }
     }
 
-    void tell() {
+    void sendReply() {
         // The callback may drop this.
-        const Found told = std::move(found);
+        const Found reply = std::move(found);
         const Answers given = std::move(said.answers);
-        told(given);
+        reply(given);
     }
 
     ShellHolders& holders;

@@ -50,7 +50,7 @@ struct ShellLink::Answers {
         } else if (link.isOpen()) {
             for (Listener* listener : link.listeners) {
                 sd_bus_message_rewind(signal, 1);
-                listener->told(member, signal);
+                listener->signalArrived(member, signal);
             }
         }
         return 0;

@@ -35,7 +35,7 @@ public:
         /// It is gone, or was never available.
         virtual void closed() = 0;
         /// The core has sent a signal; the message is read from its beginning.
-        virtual void told(std::string_view signal, sd_bus_message* message) = 0;
+        virtual void signalArrived(std::string_view signal, sd_bus_message* message) = 0;
 
     private:
         ShellLink& link;

@@ -107,7 +107,7 @@ void WindowAccess::closed() {
     table.close();
 }
 
-void WindowAccess::told(std::string_view signal, sd_bus_message* message) {
+void WindowAccess::signalArrived(std::string_view signal, sd_bus_message* message) {
     if (signal == "WindowChanged") {
         if (auto window = parseWindow(textOf(message))) {
             table.put(window->first, std::move(window->second));

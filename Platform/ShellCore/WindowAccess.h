@@ -37,7 +37,7 @@ public:
 private:
     void opened(const Hello& hello, bool isNew) override;
     void closed() override;
-    void told(std::string_view signal, sd_bus_message* message) override;
+    void signalArrived(std::string_view signal, sd_bus_message* message) override;
 
     void put(const compositor::WindowIdentifier& identifier, const corvid::CGRect& frame, bool isFullscreen);
     void showFocus();

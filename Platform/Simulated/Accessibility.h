@@ -42,7 +42,7 @@ public:
     /// The reason while the user does not.
     AccessObstacle reason{.kind = AccessObstacle::Kind::windowManager};
 
-    /// Tells observers that trust or its reason has changed.
+    /// Notifies observers that trust or its reason has changed.
     void announceChange();
 
     /// The number of prompts.

@@ -39,7 +39,7 @@ public:
     }
 
     /// Calls back in a turn of its own, unless the observer is gone by then.
-    void tell(const Window& window) {
+    void notify(const Window& window) {
         if (window.process() != process) {
             return;
         }
@@ -63,7 +63,7 @@ private:
 AccessibilityObservers::AccessibilityObservers(Trace& trace, platform::MainActor& mainActor, Applications& applications)
     : trace(trace)
     , mainActor(mainActor) {
-    applications.windowOpened = [this](const Window& window) { tell(window); };
+    applications.windowOpened = [this](const Window& window) { notify(window); };
 }
 
 std::expected<std::unique_ptr<AXObserver>, AXError>
@@ -78,9 +78,9 @@ AccessibilityObservers::createObserver(ProcessIdentifier process, AXObserverCall
     return std::make_unique<Observer>(*this, process, callback);
 }
 
-void AccessibilityObservers::tell(const Window& window) {
+void AccessibilityObservers::notify(const Window& window) {
     for (Observer* observer : observers) {
-        observer->tell(window);
+        observer->notify(window);
     }
 }
 

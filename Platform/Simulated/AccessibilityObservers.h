@@ -43,7 +43,7 @@ public:
 private:
     class Observer;
 
-    void tell(const Window& window);
+    void notify(const Window& window);
 
     Trace& trace;
     platform::MainActor& mainActor;

@@ -20,16 +20,16 @@ public:
 
     void setColorScheme(ColorScheme wanted) {
         scheme = wanted;
-        tell();
+        notify();
     }
 
     void setReducesMotion(bool wanted) {
         wantsLessMotion = wanted;
-        tell();
+        notify();
     }
 
 private:
-    void tell() const {
+    void notify() const {
         if (changed) {
             changed();
         }

@@ -14,7 +14,7 @@ Application& Applications::add(ApplicationOptions options) {
 
 Application& Applications::launch(ApplicationOptions options) {
     Application& application = add(std::move(options));
-    tell(WorkspaceNotification::didLaunchApplication, applications.back());
+    postNotification(WorkspaceNotification::didLaunchApplication, applications.back());
     return application;
 }
 
@@ -29,7 +29,7 @@ void Applications::terminate(Application& application) {
     }
     const auto found =
         std::ranges::find(applications, &application, [](const auto& candidate) { return candidate.get(); });
-    tell(WorkspaceNotification::didTerminateApplication, *found);
+    postNotification(WorkspaceNotification::didTerminateApplication, *found);
 }
 
 void Applications::forgetEnded() {
@@ -81,7 +81,7 @@ std::vector<Window*> Applications::windowsOf(ProcessIdentifier process) const {
     return open;
 }
 
-void Applications::tell(std::string_view notification, RunningApplicationReference application) {
+void Applications::postNotification(std::string_view notification, RunningApplicationReference application) {
     mainActor.post([target = center, notification, application = std::move(application)] {
         target->post({.name = std::string(notification),
                       .userInfo = {{std::string(WorkspaceNotification::applicationKey), std::any(application)}}});

@@ -51,7 +51,7 @@ private:
 
     Window& makeWindow(ProcessIdentifier process, WindowOptions options);
     [[nodiscard]] std::vector<Window*> windowsOf(ProcessIdentifier process) const;
-    void tell(std::string_view notification, RunningApplicationReference application);
+    void postNotification(std::string_view notification, RunningApplicationReference application);
 
     platform::MainActor& mainActor;
     std::shared_ptr<NotificationCenter> center = std::make_shared<NotificationCenter>();

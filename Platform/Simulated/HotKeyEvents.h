@@ -66,7 +66,7 @@ public:
     /// From now on the combination is free again.
     void release(std::uint32_t keyCode, std::uint32_t modifiers);
 
-    /// Tells observers that hot keys were lost.
+    /// Notifies observers that hot keys were lost.
     void announceLoss();
 
     /// Presses a combination. Gives the handler's answer; nothing where nobody registered it or no handler is there.

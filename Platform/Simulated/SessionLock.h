@@ -18,8 +18,8 @@ public:
 
     /// Notifies every present subscriber.
     void lock() const {
-        const std::vector<Watch*> told = watches;
-        for (Watch* each : told) {
+        const std::vector<Watch*> present = watches;
+        for (Watch* each : present) {
             // It may destroy the subscription, and itself with it.
             const std::function<void()> locked = each->locked;
             locked();

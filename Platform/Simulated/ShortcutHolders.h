@@ -28,13 +28,13 @@ public:
                                                      Found found) override {
         trace.record("find holders of " + std::to_string(shortcuts.size()));
         auto search = std::make_unique<Search>();
-        search->answer = mainActor.schedule(mainActor.now() + delay, {}, [this, shortcuts, told = std::move(found)] {
+        search->answer = mainActor.schedule(mainActor.now() + delay, {}, [this, shortcuts, reply = std::move(found)] {
             Answers answers;
             for (const corvid::Shortcut& shortcut : shortcuts) {
                 const auto known = holders.find(shortcut);
                 answers.push_back(known == holders.end() ? std::nullopt : std::optional(known->second));
             }
-            told(answers);
+            reply(answers);
         });
         return search;
     }

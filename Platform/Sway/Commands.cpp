@@ -22,7 +22,7 @@ bool continuesCharacter(char character) {
 std::string placingCommands(const compositor::WindowIdentifier& window, const corvid::CGRect& frame,
                             const std::string& hiddenWorkspace) {
     std::string commands = "[con_id=" + window + "] " + i3ipc::placingCommands(frame);
-    // A name that cannot be quoted cannot be told either.
+    // A name that cannot be quoted cannot be sent either.
     if (!hiddenWorkspace.empty() && hiddenWorkspace.find_first_of("\"\\\n") == std::string::npos) {
         commands += ", move container to workspace \"" + hiddenWorkspace + "\"";
     }

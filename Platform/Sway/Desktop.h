@@ -38,7 +38,7 @@ private:
 
     void sessionClosed() override { end.lost(); }
 
-    void sessionTold(i3ipc::EventType /*type*/, const i3ipc::Json& /*content*/) override {}
+    void sessionReported(i3ipc::EventType /*type*/, const i3ipc::Json& /*content*/) override {}
 
     void sessionIsQuiet() override {}
 

@@ -134,7 +134,7 @@ void HotKeys::sessionClosed() {
     }
 }
 
-void HotKeys::sessionTold(EventType type, const Json& content) {
+void HotKeys::sessionReported(EventType type, const Json& content) {
     const std::string_view change = textOf(content, "change");
     if (type == EventType::binding && change == "run") {
         handlePress(content);
@@ -148,7 +148,7 @@ void HotKeys::handlePress(const Json& content) {
     const auto reference = binding == nullptr ? std::nullopt : referenceIn(textOf(*binding, "command"));
     const auto found = reference ? registrations.find(*reference) : registrations.end();
     if (found != registrations.end()) {
-        tellOfPress(found->second.name);
+        reportPress(found->second.name);
     }
 }
 
@@ -166,7 +166,7 @@ void HotKeys::renew() {
                                     return use.line == nullptr || isLendable(use) != entry.second.isLendable;
                                 }));
     if (hasChanged) {
-        tellOfLoss();
+        reportLoss();
     }
 }
 
@@ -192,7 +192,7 @@ OSStatus HotKeys::bind(Registered& registered, std::uint64_t reference) {
     const ConfiguredBindings* present = configured();
     if (present == nullptr) {
         // Whether the configuration binds it is not known now, so registering has to be tried again.
-        tellOfLoss();
+        reportLoss();
         return eventHotKeyExistsErr;
     }
     const HotKeyCombination& combination = registered.combination;

@@ -81,7 +81,7 @@ private:
 
     void sessionOpened() override;
     void sessionClosed() override;
-    void sessionTold(i3ipc::EventType type, const i3ipc::Json& content) override;
+    void sessionReported(i3ipc::EventType type, const i3ipc::Json& content) override;
     void sessionIsQuiet() override {}
 
     void handlePress(const i3ipc::Json& content);

@@ -148,7 +148,7 @@ void Session::serveEvents() {
         const auto message = isOpen() ? connections->events.receive(atOnce) : std::nullopt;
         hasMore = message.has_value();
         if (message) {
-            tell(*message);
+            deliver(*message);
         }
         // Each event that waits has a turn of its own.
         hasTime = !mainLoop.turnDeadline().hasBegun();
@@ -174,14 +174,14 @@ void Session::dropLateAnswers() {
     }
 }
 
-void Session::tell(const Message& message) {
+void Session::deliver(const Message& message) {
     const auto content = parsedJson(message.payload);
     if (!content) {
         closeSoon();
         return;
     }
     for (Follower* follower : followers) {
-        follower->sessionTold(static_cast<EventType>(message.type), *content);
+        follower->sessionReported(static_cast<EventType>(message.type), *content);
     }
 }
 

@@ -27,8 +27,8 @@ public:
         virtual void sessionOpened() = 0;
         virtual void sessionClosed() = 0;
         /// An event of this type, with what it brought.
-        virtual void sessionTold(i3ipc::EventType type, const i3ipc::Json& content) = 0;
-        /// The events that had come are told.
+        virtual void sessionReported(i3ipc::EventType type, const i3ipc::Json& content) = 0;
+        /// All events that have arrived were reported.
         virtual void sessionIsQuiet() = 0;
     };
 
@@ -41,7 +41,7 @@ public:
     ~Session() = default;
 
     /// Must outlive this.
-    void follow(Follower& told) { followers.push_back(&told); }
+    void follow(Follower& follower) { followers.push_back(&follower); }
 
     /// Opens it, now if the compositor is there, else as soon as it is.
     void start();
@@ -70,14 +70,14 @@ private:
 
     void open();
     [[nodiscard]] bool subscribe(i3ipc::Connection& connection) const;
-    /// Closes in a turn of its own: whoever asks must not find himself told meanwhile.
+    /// Closes in a turn of its own: a caller must not be notified during its request.
     void closeSoon();
     /// The answer to the last question, those before thrown away.
     [[nodiscard]] std::optional<i3ipc::Message> awaitAnswer(Instant deadline);
     void close();
     void serveEvents();
     void dropLateAnswers();
-    void tell(const i3ipc::Message& message);
+    void deliver(const i3ipc::Message& message);
 
     linux::MainLoop& mainLoop;
     std::string path;

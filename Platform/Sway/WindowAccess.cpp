@@ -133,7 +133,7 @@ void WindowAccess::sessionClosed() {
     table.close();
 }
 
-void WindowAccess::sessionTold(EventType type, const Json& content) {
+void WindowAccess::sessionReported(EventType type, const Json& content) {
     // A terminal may change its title many times a second, and titles only matter for windows of our own.
     const bool isTitle = type == EventType::window && textOf(content, "change") == "title";
     const Json* container = isTitle ? member(content, "container") : nullptr;

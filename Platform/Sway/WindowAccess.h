@@ -49,7 +49,7 @@ private:
 
     void sessionOpened() override;
     void sessionClosed() override;
-    void sessionTold(i3ipc::EventType type, const i3ipc::Json& content) override;
+    void sessionReported(i3ipc::EventType type, const i3ipc::Json& content) override;
     void sessionIsQuiet() override;
 
     [[nodiscard]] std::optional<Tree> readLayout(Instant deadline);

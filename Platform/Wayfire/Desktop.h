@@ -46,7 +46,7 @@ private:
     void sessionOpened() override;
 
     void sessionClosed() override;
-    void sessionTold(std::string_view /*event*/, const Json& /*content*/) override {}
+    void sessionReported(std::string_view /*event*/, const Json& /*content*/) override {}
 
     void sessionIsQuiet() override {}
 

@@ -89,7 +89,7 @@ void HotKeys::configurationChanged() {
         return refused.obstacle(entry.first).has_value() && !present->contains(entry.first);
     };
     if (std::ranges::any_of(registrations, isLost) || std::ranges::any_of(*former, isFreed)) {
-        tellOfLoss();
+        reportLoss();
     }
 }
 
@@ -99,7 +99,7 @@ void HotKeys::sessionOpened() {
         hasLost = bind(registered) != noErr || hasLost;
     }
     if (hasLost) {
-        tellOfLoss();
+        reportLoss();
     }
 }
 
@@ -110,7 +110,7 @@ void HotKeys::sessionClosed() {
     }
 }
 
-void HotKeys::sessionTold(std::string_view event, const Json& content) {
+void HotKeys::sessionReported(std::string_view event, const Json& content) {
     const auto binding = event == "command-binding" ? bindingIn(content) : std::nullopt;
     if (!binding) {
         return;
@@ -118,7 +118,7 @@ void HotKeys::sessionTold(std::string_view event, const Json& content) {
     const auto found =
         std::ranges::find_if(registrations, [&](const auto& entry) { return entry.second.binding == binding; });
     if (found != registrations.end()) {
-        tellOfPress(found->second.name);
+        reportPress(found->second.name);
     }
 }
 
@@ -130,7 +130,7 @@ OSStatus HotKeys::bind(Registered& registered) {
     const ConfiguredKeys* present = configured();
     if (present == nullptr) {
         // Whether the configuration binds it is not known now, so registering has to be tried again.
-        tellOfLoss();
+        reportLoss();
         return eventHotKeyExistsErr;
     }
     if (present->contains(registered.keys)) {

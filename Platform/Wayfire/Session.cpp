@@ -165,7 +165,7 @@ void Session::serve() {
         hasMore = event.has_value();
         if (event) {
             for (Follower* follower : followers) {
-                follower->sessionTold(compositor::textOf(*event, "event"), *event);
+                follower->sessionReported(compositor::textOf(*event, "event"), *event);
             }
         }
         // Each event that waits has a turn of its own.

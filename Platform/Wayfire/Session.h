@@ -28,8 +28,8 @@ public:
         virtual void sessionOpened() = 0;
         virtual void sessionClosed() = 0;
         /// An event of this name, with all that it brought.
-        virtual void sessionTold(std::string_view event, const Json& content) = 0;
-        /// The events that had come are told.
+        virtual void sessionReported(std::string_view event, const Json& content) = 0;
+        /// All events that have arrived were reported.
         virtual void sessionIsQuiet() = 0;
     };
 
@@ -42,7 +42,7 @@ public:
     ~Session() = default;
 
     /// Must outlive this.
-    void follow(Follower& told) { followers.push_back(&told); }
+    void follow(Follower& follower) { followers.push_back(&follower); }
 
     /// Opens it, now if the compositor is there with all the plugins that this takes, else as soon as it is.
     void start();

@@ -203,7 +203,7 @@ void WindowAccess::sessionClosed() {
     table.close();
 }
 
-void WindowAccess::sessionTold(std::string_view event, const Json& /*content*/) {
+void WindowAccess::sessionReported(std::string_view event, const Json& /*content*/) {
     isStale = isStale || event.starts_with("view-");
 }
 

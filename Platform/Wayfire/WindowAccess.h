@@ -49,7 +49,7 @@ private:
 
     void sessionOpened() override;
     void sessionClosed() override;
-    void sessionTold(std::string_view event, const Json& content) override;
+    void sessionReported(std::string_view event, const Json& content) override;
     void sessionIsQuiet() override;
 
     /// The present state, with the facts of each view; nothing if the compositor does not answer.

@@ -13,8 +13,8 @@ AccessibilityObservers::AccessibilityObservers(Connection& connection, Turn& tur
 }
 
 void AccessibilityObservers::windowBecameReady(xcb_window_t window, const ManagedWindow& facts) {
-    tell(facts.process, facts.arrival,
-         [this, window] { return exists(window) ? std::optional(linux::windowElement(window)) : std::nullopt; });
+    notify(facts.process, facts.arrival,
+           [this, window] { return exists(window) ? std::optional(linux::windowElement(window)) : std::nullopt; });
 }
 
 bool AccessibilityObservers::exists(xcb_window_t window) {

@@ -104,7 +104,7 @@ void HotKeys::press(const KeyCombination& pressed) {
     const auto found = std::ranges::find_if(
         registrations, [&](const auto& entry) { return entry.second.grab && entry.second.key == key; });
     if (found != registrations.end()) {
-        tellOfPress(found->second.name);
+        reportPress(found->second.name);
     }
 }
 
@@ -157,7 +157,7 @@ const KeyboardMap* HotKeys::keyboardMap() {
         keyboard = readKeyboardMap(connection);
         // A server that is too busy to answer has refused nothing.
         if (!keyboard) {
-            tellOfLoss();
+            reportLoss();
         }
     }
     return keyboard ? &*keyboard : nullptr;
@@ -198,7 +198,7 @@ void HotKeys::renew(Registered& registered) {
         take(registered);
     }
     if (!registered.grab) {
-        tellOfLoss();
+        reportLoss();
     }
 }
 

@@ -75,7 +75,7 @@ void ManagedWindows::work() {
     if (connection.isBacklogged()) {
         workLater();
     } else if (list) {
-        askAndTell(findChanges());
+        askAndReport(findChanges());
     }
 }
 
@@ -125,7 +125,7 @@ ManagedWindows::Changes ManagedWindows::findChanges() {
     return changes;
 }
 
-void ManagedWindows::askAndTell(const Changes& changes) {
+void ManagedWindows::askAndReport(const Changes& changes) {
     std::vector<ApplicationCluesRequest> arrivalRequests;
     arrivalRequests.reserve(changes.arrived.size());
     for (const xcb_window_t window : changes.arrived) {

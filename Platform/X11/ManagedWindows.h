@@ -68,7 +68,7 @@ public:
     ManagedWindows(Connection& connection, EventSelection& selection, MainActor& mainActor);
 
     /// Sets the follower. Before that no window is followed.
-    void start(Follower& told) { follower = &told; }
+    void start(Follower& newFollower) { follower = &newFollower; }
 
     /// The list as just read. The first one is the start; if it is empty because there is no window manager yet, or any
     /// more, the shown windows count as having been there.
@@ -111,7 +111,7 @@ private:
 
     void workLater();
     [[nodiscard]] Changes findChanges();
-    void askAndTell(const Changes& changes);
+    void askAndReport(const Changes& changes);
     void takeArrival(xcb_window_t window, const std::optional<linux::ApplicationClues>& clues);
     [[nodiscard]] bool isOrphan(xcb_window_t window, const std::optional<linux::ApplicationClues>& clues);
     void takeReturn(xcb_window_t window);

@@ -92,12 +92,12 @@ void SettingsManager::find() {
 }
 
 void SettingsManager::read() {
-    linux::AppearanceWishes told;
+    linux::AppearanceWishes wishes;
     if (manager != XCB_WINDOW_NONE) {
         const std::string contents = readText(connection, requestProperty(connection, manager, property, mostWords));
-        told = wishesOf(readXSettings(std::as_bytes(std::span(contents))));
+        wishes = wishesOf(readXSettings(std::as_bytes(std::span(contents))));
     }
-    if (std::exchange(known, told) != told && changed) {
+    if (std::exchange(known, wishes) != wishes && changed) {
         changed();
     }
 }

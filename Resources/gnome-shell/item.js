@@ -1,7 +1,7 @@
 /** The program's item in the top bar. */
 class Item {
-    constructor(tell) {
-        this._tell = tell;
+    constructor(send) {
+        this._send = send;
         this._button = new PanelMenu.Button(0.5, '', true);
         this._icon = new St.Icon({style_class: 'system-status-icon'});
         this._button.add_child(this._icon);
@@ -47,13 +47,13 @@ class Item {
         const item = new PopupMenu.PopupMenuItem(title, {reactive: isEnabled});
         if (isChecked !== undefined)
             item.setOrnament(isChecked ? PopupMenu.Ornament.CHECK : PopupMenu.Ornament.NONE);
-        item.connect('activate', () => this._tell('ItemChosen', '(u)', [number]));
+        item.connect('activate', () => this._send('ItemChosen', '(u)', [number]));
         return item;
     }
 
     _pressed(isPrimary) {
         if (isPrimary && !this._menu.isOpen)
-            this._tell('ItemClicked', '(iiii)', this.frame());
+            this._send('ItemClicked', '(iiii)', this.frame());
         else
             this._menu.toggle();
         return Clutter.EVENT_STOP;

@@ -54,5 +54,5 @@ const host = {
     },
 
     skipNextEffect: actor => Main.wm.skipNextEffect(actor),
-    newItem: tell => new Item(tell),
+    newItem: send => new Item(send),
 };

@@ -12,16 +12,16 @@ const run = Date.now() + "-" + Math.random();
 const isSix = typeof workspace.windowList === "function";
 
 let isSilent = false;
-let toldFocus = null;
-let toldScreens = null;
+let reportedFocus = null;
+let reportedScreens = null;
 // The last report of each window, by its id.
-const toldWindows = new Map();
+const reportedWindows = new Map();
 // The positions of Tessel's own windows, by their titles.
 const ownPlaces = new Map();
 
-function tell(news) {
+function report(news) {
     if (!isSilent) {
-        callDBus(service, path, face, "Tell", run, JSON.stringify(news));
+        callDBus(service, path, face, "Report", run, JSON.stringify(news));
     }
 }
 
@@ -101,41 +101,41 @@ function focus() {
     return window && kind(window) !== "" ? identifier(window) : "";
 }
 
-function tellFocus() {
+function reportFocus() {
     const now = focus();
-    if (now !== toldFocus) {
-        toldFocus = now;
-        tell({focused: now});
+    if (now !== reportedFocus) {
+        reportedFocus = now;
+        report({focused: now});
     }
 }
 
-function tellScreens() {
+function reportScreens() {
     const now = screens();
     const text = JSON.stringify(now);
-    if (text !== toldScreens) {
-        toldScreens = text;
-        tell({screens: now});
+    if (text !== reportedScreens) {
+        reportedScreens = text;
+        report({screens: now});
     }
 }
 
 // KWin updates the reserved space of panels only after the signals that may change it: KWin 6.7 two turns of its loop
 // after them. The update itself has no signal.
-const screensLater = timer(20, tellScreens);
+const screensLater = timer(20, reportScreens);
 const screensSoon = timer(0, () => {
-    tellScreens();
+    reportScreens();
     screensLater.start();
 });
 
-function tellWindow(window) {
+function reportWindow(window) {
     // While it is dragged its frame is not final.
     if (window.deleted || window.move || window.resize || kind(window) === "") {
         return;
     }
     const now = description(window);
     const text = JSON.stringify(now);
-    if (toldWindows.get(now.id) !== text) {
-        toldWindows.set(now.id, text);
-        tell({window: now});
+    if (reportedWindows.get(now.id) !== text) {
+        reportedWindows.set(now.id, text);
+        report({window: now});
     }
 }
 
@@ -168,10 +168,10 @@ function follow(window) {
         ["transientChanged"], ["moveResizedChanged"]
     ];
     for (const names of signals) {
-        on(window, names, () => tellWindow(window));
+        on(window, names, () => reportWindow(window));
     }
     on(window, ["frameGeometryChanged"], () => {
-        tellWindow(window);
+        reportWindow(window);
         if (window.dock) {
             screensSoon.start();
         }
@@ -262,17 +262,17 @@ on(workspace, ["windowAdded", "clientAdded"], (window) => {
     screensSoon.start();
     follow(window);
     placeOwn(window);
-    tellWindow(window);
+    reportWindow(window);
 });
 on(workspace, ["windowRemoved", "clientRemoved"], (window) => {
     screensSoon.start();
-    if (toldWindows.delete(identifier(window))) {
-        tell({gone: identifier(window)});
+    if (reportedWindows.delete(identifier(window))) {
+        report({gone: identifier(window)});
     }
 });
 on(workspace, ["windowActivated", "clientActivated"], () => {
     screensSoon.start();
-    tellFocus();
+    reportFocus();
 });
 for (const name of ["numberScreensChanged", "screenResized", "screensChanged", "screenOrderChanged",
                     "virtualScreenGeometryChanged", "virtualScreenSizeChanged", "currentDesktopChanged"]) {
@@ -280,10 +280,10 @@ for (const name of ["numberScreensChanged", "screenResized", "screensChanged", "
 }
 
 const present = allWindows().filter((window) => kind(window) !== "").map(description);
-present.forEach((each) => toldWindows.set(each.id, JSON.stringify(each)));
-toldFocus = focus();
-toldScreens = JSON.stringify(screens());
+present.forEach((each) => reportedWindows.set(each.id, JSON.stringify(each)));
+reportedFocus = focus();
+reportedScreens = JSON.stringify(screens());
 allWindows().forEach(follow);
-tell({opened: {windows: present, focused: toldFocus, screens: screens()}});
+report({opened: {windows: present, focused: reportedFocus, screens: screens()}});
 abandoned.start();
 poll([]);

@@ -1,13 +1,13 @@
 /** Everything that the core does for a connected program. `process` is the process of the connection. */
 class Service {
-    constructor(tell, session, process) {
+    constructor(send, session, process) {
         this._session = session;
         this._process = process;
-        this._windows = new Windows(tell);
-        this._keys = new Keys(tell);
+        this._windows = new Windows(send);
+        this._keys = new Keys(send);
         this._ownWindow = new OwnWindow();
         this._item = null;
-        this._newItem = () => host.newItem(tell);
+        this._newItem = () => host.newItem(send);
     }
 
     destroy() {
@@ -102,14 +102,14 @@ class BusObject {
         this._service?.destroy();
         this._service = null;
         if (this._client)
-            this._tell(this._client, 'Closed', null);
+            this._send(this._client, 'Closed', null);
         this._client = client;
         this._session = client && GLib.uuid_string_random();
         if (client)
-            this._tell(client, 'Opened', new GLib.Variant('(s)', [this._session]));
+            this._send(client, 'Opened', new GLib.Variant('(s)', [this._session]));
     }
 
-    _tell(client, signal, parameters) {
+    _send(client, signal, parameters) {
         Gio.DBus.session.emit_signal(client, OBJECT_PATH, INTERFACE_NAME, signal, parameters);
     }
 
@@ -169,8 +169,8 @@ class BusObject {
 
     _begin(process) {
         const client = this._client;
-        const tell = (signal, types, values) => this._tell(client, signal, types && new GLib.Variant(types, values));
-        this._service ??= new Service(tell, this._session, process);
+        const send = (signal, types, values) => this._send(client, signal, types && new GLib.Variant(types, values));
+        this._service ??= new Service(send, this._session, process);
     }
 
     /** Asks the bus about a name, and passes the reply on; nothing if the bus reports an error. */

@@ -13,8 +13,8 @@ function keyOf(accelerator) {
 
 /** The keys that the shell gives to the program, each under a number that the program chose. */
 class Keys {
-    constructor(tell) {
-        this._tell = tell;
+    constructor(send) {
+        this._send = send;
         this._held = new Map();
         // These exist while the program has requested a key that it may borrow.
         this._loans = null;
@@ -61,7 +61,7 @@ class Keys {
     }
 
     _pressed(number) {
-        this._tell('Activated', '(u)', [number]);
+        this._send('Activated', '(u)', [number]);
     }
 
     _begin(number, own) {
@@ -125,9 +125,9 @@ class Keys {
             this._take(number, own);
             if (!own.isHeld) {
                 this.ungrab(number);
-                this._tell('KeyLost', '(u)', [number]);
+                this._send('KeyLost', '(u)', [number]);
             } else if (own.isBorrowed !== wasBorrowed) {
-                this._tell('KeyHeld', '(ub)', [number, own.isBorrowed]);
+                this._send('KeyHeld', '(ub)', [number, own.isBorrowed]);
             }
         }
     }

@@ -4,22 +4,22 @@ const isNew = ({window, shownAt}) => window.get_client_type() !== Meta.WindowCli
 
 /** Follows the windows and the screens, and places windows. */
 class Windows {
-    constructor(tell) {
-        this._tell = tell;
+    constructor(send) {
+        this._send = send;
         this._known = new Map();
         this._placements = new Map();
         this._kept = new Map();
-        this._isMoveTold = false;
+        this._isMoveSent = false;
         this._handlers = new Handlers();
         // A closing window counts as gone already: no later signal would report its end.
         for (const {metaWindow} of global.get_window_actors().filter(actor => !actor.is_destroyed()))
             this._follow(metaWindow, metaWindow.get_frame_rect().width > 0);
         this._handlers.add(global.display, {
             'window-created': (_display, window) => this._follow(window, false),
-            'notify::focus-window': () => this._tell('Focused', '(t)', [this.focused() ?? 0]),
-            'workareas-changed': () => this._tellOutputs(),
+            'notify::focus-window': () => this._send('Focused', '(t)', [this.focused() ?? 0]),
+            'workareas-changed': () => this._sendOutputs(),
         });
-        this._handlers.add(Main.layoutManager, {'monitors-changed': () => this._tellOutputs()});
+        this._handlers.add(Main.layoutManager, {'monitors-changed': () => this._sendOutputs()});
         // Windows of X11 programs send no signal when they are shown.
         this._handlers.add(global.window_manager, {
             'map': (_manager, {metaWindow}) => this._known.get(metaWindow.get_id())?.becomesReady?.(),
@@ -50,7 +50,7 @@ class Windows {
     }
 
     frames() {
-        this._isMoveTold = false;
+        this._isMoveSent = false;
         return this.all().map(window => [window.get_id(), ...rectangle(window.get_frame_rect()), window.is_fullscreen()]);
     }
 
@@ -89,12 +89,12 @@ class Windows {
         const entry = {window, isShown};
         const id = window.get_id();
         this._known.set(id, entry);
-        const tell = () => this._tellWindow(entry);
-        const moved = () => this._tellMove(id, entry);
+        const send = () => this._sendWindow(entry);
+        const moved = () => this._sendMove(id, entry);
         this._handlers.add(window, {
             'unmanaged': () => this._forget(id),
-            'notify::wm-class': tell, 'notify::gtk-application-id': tell, 'notify::window-type': tell,
-            'notify::fullscreen': tell, 'notify::skip-taskbar': tell,
+            'notify::wm-class': send, 'notify::gtk-application-id': send, 'notify::window-type': send,
+            'notify::fullscreen': send, 'notify::skip-taskbar': send,
             'size-changed': moved, 'position-changed': moved,
         });
         if (!isShown) {
@@ -103,7 +103,7 @@ class Windows {
                 entry.becomesReady = null;
                 entry.isShown = true;
                 entry.shownAt = GLib.get_monotonic_time();
-                tell();
+                send();
             };
             this._handlers.add(window, {
                 'shown': () => entry.becomesReady?.(), 'workspace-changed': () => this._lookElsewhere(entry),
@@ -134,24 +134,24 @@ class Windows {
         this._handlers.end(window);
         this._endPlacement(id);
         this._known.delete(id);
-        this._tell('WindowGone', '(t)', [id]);
+        this._send('WindowGone', '(t)', [id]);
     }
 
-    _tellWindow(entry) {
+    _sendWindow(entry) {
         if (this._isPlaceable(entry))
-            this._tell('WindowChanged', '(s)', [JSON.stringify(factsOf(entry.window))]);
+            this._send('WindowChanged', '(s)', [JSON.stringify(factsOf(entry.window))]);
     }
 
     /** Sent once; a reader requests the positions when it needs them. */
-    _tellMove(id, entry) {
+    _sendMove(id, entry) {
         this._lookElsewhere(entry);
-        if (!entry.isShown || this._isMoveTold || this._placements.has(id))
+        if (!entry.isShown || this._isMoveSent || this._placements.has(id))
             return;
-        this._isMoveTold = true;
-        this._tell('Moved', null, null);
+        this._isMoveSent = true;
+        this._send('Moved', null, null);
     }
 
-    _tellOutputs() {
-        this._tell('OutputsChanged', '(s)', [JSON.stringify(outputs())]);
+    _sendOutputs() {
+        this._send('OutputsChanged', '(s)', [JSON.stringify(outputs())]);
     }
 }

@@ -143,7 +143,7 @@
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>Tessel kennt keinen Weg, in dieser Arbeitsumgebung Fenster zu verschieben. Es läuft unter KDE Plasma, GNOME, sway und Wayfire und überall, wo Fenster unter X11 verwaltet werden.</translation>
+        <translation>Tessel kennt keinen Weg, in dieser Arbeitsumgebung Fenster zu verschieben. Es läuft unter KDE Plasma, GNOME, Cinnamon, sway, Hyprland und Wayfire und überall, wo Fenster unter X11 verwaltet werden.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

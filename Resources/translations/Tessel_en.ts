@@ -143,7 +143,7 @@
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>Tessel knows no way to move windows on this desktop. It works on KDE Plasma, GNOME, sway and Wayfire, and wherever windows are managed on X11.</translation>
+        <translation>Tessel knows no way to move windows on this desktop. It works on KDE Plasma, GNOME, Cinnamon, sway, Hyprland and Wayfire, and wherever windows are managed on X11.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

@@ -143,7 +143,7 @@
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>Tessel no conoce ningún modo de mover ventanas en este escritorio. Funciona en KDE Plasma, GNOME, sway y Wayfire, y donde haya un gestor de ventanas X11.</translation>
+        <translation>Tessel no conoce ningún modo de mover ventanas en este escritorio. Funciona en KDE Plasma, GNOME, Cinnamon, sway, Hyprland y Wayfire, y donde haya un gestor de ventanas X11.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

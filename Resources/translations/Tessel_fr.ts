@@ -143,7 +143,7 @@
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>Tessel ne connaît aucun moyen de déplacer les fenêtres sur ce bureau. Il fonctionne avec KDE Plasma, GNOME, sway et Wayfire, et partout où un gestionnaire de fenêtres X11 est lancé.</translation>
+        <translation>Tessel ne connaît aucun moyen de déplacer les fenêtres sur ce bureau. Il fonctionne avec KDE Plasma, GNOME, Cinnamon, sway, Hyprland et Wayfire, et partout où un gestionnaire de fenêtres X11 est lancé.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

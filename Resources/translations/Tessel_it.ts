@@ -143,7 +143,7 @@
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>Tessel non conosce un modo per spostare le finestre su questo desktop. Funziona con KDE Plasma, GNOME, sway e Wayfire, e ovunque ci sia un gestore di finestre X11.</translation>
+        <translation>Tessel non conosce un modo per spostare le finestre su questo desktop. Funziona con KDE Plasma, GNOME, Cinnamon, sway, Hyprland e Wayfire, e ovunque ci sia un gestore di finestre X11.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

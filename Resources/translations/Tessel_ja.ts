@@ -141,7 +141,7 @@
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>このデスクトップでウィンドウを動かす方法がありません。Tessel は KDE Plasma、GNOME、sway、Wayfire、およびウィンドウマネージャーのある X11 で動作します。</translation>
+        <translation>このデスクトップでウィンドウを動かす方法がありません。Tessel は KDE Plasma、GNOME、Cinnamon、sway、Hyprland、Wayfire、およびウィンドウマネージャーのある X11 で動作します。</translation>
     </message>
     <message>
         <source>Shortcuts</source>

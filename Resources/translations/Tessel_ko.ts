@@ -141,7 +141,7 @@
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>이 데스크톱에서 창을 옮기는 방법이 없습니다. Tessel은 KDE Plasma, GNOME, sway, Wayfire와 창 관리자가 있는 X11에서 작동합니다.</translation>
+        <translation>이 데스크톱에서 창을 옮기는 방법이 없습니다. Tessel은 KDE Plasma, GNOME, Cinnamon, sway, Hyprland, Wayfire와 창 관리자가 있는 X11에서 작동합니다.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

@@ -143,7 +143,7 @@
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>O Tessel não conhece um modo de mover janelas nesta área de trabalho. Ele funciona no KDE Plasma, no GNOME, no sway e no Wayfire, e onde houver um gerenciador de janelas X11.</translation>
+        <translation>O Tessel não conhece um modo de mover janelas nesta área de trabalho. Ele funciona no KDE Plasma, GNOME, Cinnamon, sway, Hyprland e Wayfire, e onde houver um gerenciador de janelas X11.</translation>
     </message>
     <message>
         <source>Shortcuts</source>

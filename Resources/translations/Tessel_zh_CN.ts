@@ -141,7 +141,7 @@
     <message>
         <source>macOS requires this permission for an app to move and resize other apps&apos; windows. If Tessel is already turned on in the list, select it, click − and open the app again.</source>
         <comment>unsupported</comment>
-        <translation>Tessel 无法在此桌面上移动窗口。它可在 KDE Plasma、GNOME、sway、Wayfire 以及有窗口管理器的 X11 桌面上使用。</translation>
+        <translation>Tessel 无法在此桌面上移动窗口。它可在 KDE Plasma、GNOME、Cinnamon、sway、Hyprland、Wayfire 以及有窗口管理器的 X11 桌面上使用。</translation>
     </message>
     <message>
         <source>Shortcuts</source>

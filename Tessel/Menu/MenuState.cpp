@@ -155,13 +155,13 @@ QVariantMap MenuState::takenShortcuts() const {
     QVariantMap taken;
     for (const WindowAction action : state.failedShortcuts()) {
         const auto holder = state.shortcutHolders().find(action);
-        QString told = holder == state.shortcutHolders().end()
-                           ? translated("Another app is already using this shortcut")
-                           : QString::fromStdString(holderText(action.shortcut(), holder->second, localization));
+        QString tip = holder == state.shortcutHolders().end()
+                          ? translated("Another app is already using this shortcut")
+                          : QString::fromStdString(holderText(action.shortcut(), holder->second, localization));
         if (const auto obstacle = state.loanObstacles().find(action); obstacle != state.loanObstacles().end()) {
-            told += "\n" + QString::fromStdString(obstacleText(obstacle->second, localization));
+            tip += "\n" + QString::fromStdString(obstacleText(obstacle->second, localization));
         }
-        taken.insert(text(action.rawValue()), told);
+        taken.insert(text(action.rawValue()), tip);
     }
     return taken;
 }

@@ -117,7 +117,7 @@ int forget(const CommandLine::Forget& request) {
         removal.failures.push_back("there are borrowed shortcuts to give back, which takes a session of Plasma: " +
                                    *note);
     }
-    const bool isTold = platform::linux::printToStandardOutput(
+    const bool isPrinted = platform::linux::printToStandardOutput(
         request.json ? StatusReport::forgottenJson(removal.removed, removal.failures)
                      : StatusReport::forgottenText(removal.removed));
     if (!request.json) {
@@ -125,7 +125,7 @@ int forget(const CommandLine::Forget& request) {
             std::fputs(("tessel: " + failure + "\n").c_str(), stderr);
         }
     }
-    return isTold && removal.failures.empty() ? EXIT_SUCCESS : EXIT_FAILURE;
+    return isPrinted && removal.failures.empty() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 } // namespace tessel

@@ -58,7 +58,7 @@ TEST_F(MainActorAssumptionDeathTest, StopsTheProcessBeforeTheWork) {
 
 TEST_F(MainActorAssumptionDeathTest, StopsTheProcessAtANotificationPostedFromAnotherThread) {
     const NotificationObservation observation("launch", center,
-                                              [](const platform::Notification&) { fputs("told\n", stderr); });
+                                              [](const platform::Notification&) { fputs("reported\n", stderr); });
     EXPECT_DEATH(onAnotherThread([this] { center->post({.name = "launch", .userInfo = {}}); }),
                  lastWords("CorvidKit/Concurrency:37"));
 }

@@ -48,9 +48,9 @@ protected:
 
 TEST_F(MenuBar, HasAnItemAndAPopoverWithItsContent) {
     const auto controller = make();
-    const Lines told = desktop.trace.take();
+    const Lines reported = desktop.trace.take();
     for (const char* line : {"create status item Item-0", "set popover behavior 1", "set popover animates 1"}) {
-        EXPECT_EQ(std::ranges::count(told, line), 1) << line;
+        EXPECT_EQ(std::ranges::count(reported, line), 1) << line;
     }
     EXPECT_EQ(popover.content, content);
     EXPECT_FALSE(popover.isShown());

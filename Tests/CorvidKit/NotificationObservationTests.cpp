@@ -18,19 +18,19 @@ using platform::NotificationCenter;
 class Observations : public testing::Test {
 protected:
     NotificationObservation::Handler count() {
-        return [this](const Notification&) { ++told; };
+        return [this](const Notification&) { ++reported; };
     }
 
     platform::simulated::Desktop desktop;
     std::shared_ptr<NotificationCenter> center = std::make_shared<NotificationCenter>();
-    int told = 0;
+    int reported = 0;
 };
 
 TEST_F(Observations, AreNotifiedOfTheirNameAndOfNoOther) {
     const NotificationObservation observation("launch", center, count());
     center->post({.name = "launch", .userInfo = {}});
     center->post({.name = "end", .userInfo = {}});
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(reported, 1);
 }
 
 TEST_F(Observations, AreHandedTheNotification) {
@@ -46,7 +46,7 @@ TEST_F(Observations, AreNotNotifiedAfterTheirEnd) {
     observation.emplace("launch", center, count());
     observation.reset();
     center->post({.name = "launch", .userInfo = {}});
-    EXPECT_EQ(told, 0);
+    EXPECT_EQ(reported, 0);
 }
 
 TEST_F(Observations, DestroyedDuringADeliveryAreNotNotifiedOfIt) {
@@ -54,7 +54,7 @@ TEST_F(Observations, DestroyedDuringADeliveryAreNotNotifiedOfIt) {
     const NotificationObservation first("launch", center, [&](const Notification&) { second.reset(); });
     second.emplace("launch", center, count());
     center->post({.name = "launch", .userInfo = {}});
-    EXPECT_EQ(told, 0);
+    EXPECT_EQ(reported, 0);
 }
 
 TEST_F(Observations, MayBeDroppedByTheirOwnHandler) {
@@ -75,19 +75,19 @@ TEST_F(Observations, MovedGoOnAndEndWithTheirLastOwner) {
     {
         const NotificationObservation owner = std::move(observation);
         center->post({.name = "launch", .userInfo = {}});
-        EXPECT_EQ(told, 1);
+        EXPECT_EQ(reported, 1);
     }
     center->post({.name = "launch", .userInfo = {}});
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(reported, 1);
 }
 
 TEST_F(Observations, AssignedOverEnd) {
-    int toldInstead = 0;
+    int reportedInstead = 0;
     NotificationObservation observation("launch", center, count());
-    observation = NotificationObservation("launch", center, [&](const Notification&) { ++toldInstead; });
+    observation = NotificationObservation("launch", center, [&](const Notification&) { ++reportedInstead; });
     center->post({.name = "launch", .userInfo = {}});
-    EXPECT_EQ(told, 0);
-    EXPECT_EQ(toldInstead, 1);
+    EXPECT_EQ(reported, 0);
+    EXPECT_EQ(reportedInstead, 1);
 }
 
 TEST_F(Observations, EndWhenTheListThatHoldsThemIsEmptied) {
@@ -96,11 +96,11 @@ TEST_F(Observations, EndWhenTheListThatHoldsThemIsEmptied) {
     observations.emplace_back("end", center, count());
     center->post({.name = "launch", .userInfo = {}});
     center->post({.name = "end", .userInfo = {}});
-    EXPECT_EQ(told, 2);
+    EXPECT_EQ(reported, 2);
     observations.clear();
     center->post({.name = "launch", .userInfo = {}});
     center->post({.name = "end", .userInfo = {}});
-    EXPECT_EQ(told, 2);
+    EXPECT_EQ(reported, 2);
 }
 
 TEST_F(Observations, HoldTheirCenter) {

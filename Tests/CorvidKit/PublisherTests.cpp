@@ -14,42 +14,42 @@ using Lines = std::vector<std::string>;
 
 TEST(Publisher, NotifiesSubscribersInOrderUntilTheyEnd) {
     Publisher<int> publisher;
-    Lines told;
-    const Subscription first = publisher.subscribe([&](int value) { told.push_back("a" + std::to_string(value)); });
+    Lines reported;
+    const Subscription first = publisher.subscribe([&](int value) { reported.push_back("a" + std::to_string(value)); });
     {
         const Subscription second =
-            publisher.subscribe([&](int value) { told.push_back("b" + std::to_string(value)); });
+            publisher.subscribe([&](int value) { reported.push_back("b" + std::to_string(value)); });
         publisher.send(1);
     }
     publisher.send(2);
-    EXPECT_EQ(told, (Lines{"a1", "b1", "a2"}));
+    EXPECT_EQ(reported, (Lines{"a1", "b1", "a2"}));
 }
 
 TEST(Publisher, SubscriptionsMayEndDuringAnEmission) {
     Publisher<> publisher;
-    Lines told;
+    Lines reported;
     Subscription own;
     Subscription second;
     own = publisher.subscribe([&, text = std::string("a text too long to be kept in place")] {
         own = {};
         second = {};
-        told.push_back(text);
+        reported.push_back(text);
     });
-    second = publisher.subscribe([&] { told.emplace_back("second"); });
+    second = publisher.subscribe([&] { reported.emplace_back("second"); });
     publisher.send();
     publisher.send();
-    EXPECT_EQ(told, (Lines{"a text too long to be kept in place"}));
+    EXPECT_EQ(reported, (Lines{"a text too long to be kept in place"}));
 }
 
 TEST(Publisher, SubscribersAddedDuringAnEmissionWaitForTheNext) {
     Publisher<> publisher;
-    int told = 0;
+    int reported = 0;
     Subscription second;
-    const Subscription first = publisher.subscribe([&] { second = publisher.subscribe([&] { ++told; }); });
+    const Subscription first = publisher.subscribe([&] { second = publisher.subscribe([&] { ++reported; }); });
     publisher.send();
-    EXPECT_EQ(told, 0);
+    EXPECT_EQ(reported, 0);
     publisher.send();
-    EXPECT_EQ(told, 0) << "the replaced subscriber is not notified";
+    EXPECT_EQ(reported, 0) << "the replaced subscriber is not notified";
 }
 
 TEST(Publisher, SubscriptionsMayOutliveIt) {
@@ -63,26 +63,26 @@ TEST(Publisher, SubscriptionsMayOutliveIt) {
 
 TEST(Publisher, MayBeDroppedByASubscriber) {
     std::optional<Publisher<>> publisher(std::in_place);
-    int told = 0;
+    int reported = 0;
     const Subscription first = publisher->subscribe([&] {
         publisher.reset();
-        ++told;
+        ++reported;
     });
-    const Subscription second = publisher->subscribe([&] { ++told; });
+    const Subscription second = publisher->subscribe([&] { ++reported; });
     publisher->send();
-    EXPECT_EQ(told, 2);
+    EXPECT_EQ(reported, 2);
 }
 
 TEST(Publisher, AMovedSubscriptionGoesOn) {
     Publisher<> publisher;
-    int told = 0;
-    Subscription first = publisher.subscribe([&] { ++told; });
+    int reported = 0;
+    Subscription first = publisher.subscribe([&] { ++reported; });
     Subscription second = std::move(first);
     publisher.send();
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(reported, 1);
     second = Subscription();
     publisher.send();
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(reported, 1);
 }
 
 } // namespace

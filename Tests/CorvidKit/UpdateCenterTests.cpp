@@ -104,12 +104,12 @@ TEST_F(Updates, DismissedStartThePeriodAnewWithoutThePage) {
 TEST_F(Updates, ReportTheirFlagAtSubscriptionAndBeforeEachChange) {
     storePeriod("1.2", Days(31));
     UpdateCenter& center = make();
-    std::vector<std::pair<bool, bool>> told;
+    std::vector<std::pair<bool, bool>> reported;
     const Subscription subscription = center.updateReminderDueFlag().subscribe(
-        [&](const bool& next) { told.emplace_back(next, center.updateReminderDue()); });
+        [&](const bool& next) { reported.emplace_back(next, center.updateReminderDue()); });
     center.dismissUpdateReminder();
     center.refresh();
-    EXPECT_EQ(told, (std::vector<std::pair<bool, bool>>{{true, true}, {false, true}, {false, false}}));
+    EXPECT_EQ(reported, (std::vector<std::pair<bool, bool>>{{true, true}, {false, true}, {false, false}}));
 }
 
 TEST_F(Updates, DroppedAreLookedAtNoMore) {

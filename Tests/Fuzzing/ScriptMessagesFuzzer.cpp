@@ -29,8 +29,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
                 requireSound(identifier, window);
             }
         }
-        if (const auto* told = std::get_if<messages::Told>(&*news)) {
-            requireSound(told->identifier, told->window);
+        if (const auto* reported = std::get_if<messages::WindowReport>(&*news)) {
+            requireSound(reported->identifier, reported->window);
         }
         if (const auto* screens = std::get_if<messages::Screens>(&*news)) {
             for (const compositor::Output& output : screens->outputs) {

@@ -130,10 +130,10 @@ TEST_F(Menu, SaysWhoseATakenShortcutIsOnceTheDesktopHasSaid) {
     desktop.hotKeyEvents.refuse(taken.keyCode, taken.modifiers);
     desktop.shortcutHolders.holders = {{taken, {.heldBy = "GNOME", .purpose = platform::KeyPurpose::allWindows}}};
     MenuState& menu = make();
-    QVariantMap told;
-    QObject::connect(&menu, &MenuState::changed, [&] { told = menu.takenShortcuts(); });
+    QVariantMap reported;
+    QObject::connect(&menu, &MenuState::changed, [&] { reported = menu.takenShortcuts(); });
     desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
-    EXPECT_EQ(told, (QVariantMap{{"center", "Ctrl+Alt+C shows all windows (GNOME)"}}));
+    EXPECT_EQ(reported, (QVariantMap{{"center", "Ctrl+Alt+C shows all windows (GNOME)"}}));
 }
 
 TEST_F(Menu, SaysWhyATakenShortcutCannotBeBorrowed) {
@@ -173,17 +173,17 @@ TEST_F(Menu, SaysWhetherBorrowingChangesTheSettings) {
 TEST_F(Menu, ReportsAChangeAfterItHappened) {
     MenuState& menu = make();
     desktop.mainActor.run();
-    QString told;
+    QString reported;
     int count = 0;
     QObject::connect(&menu, &MenuState::changed, [&] {
-        told = menu.statusText();
+        reported = menu.statusText();
         ++count;
     });
     state->setEnabled(false);
     EXPECT_EQ(count, 0) << "not before the change";
     desktop.mainActor.run();
     EXPECT_EQ(count, 1) << "once, however much changed";
-    EXPECT_EQ(told, "Paused");
+    EXPECT_EQ(reported, "Paused");
 }
 
 TEST_F(Menu, ListsTheActionsInTheirOrderWithTheirKeys) {

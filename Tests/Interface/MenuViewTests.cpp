@@ -205,17 +205,17 @@ TEST_F(View, TheStatusIsGreyOrangeOrGreen) {
 
 TEST_F(View, WithoutRulesTheAppsCardSaysSo) {
     make(MenuTab::apps);
-    const auto isTold = [this] {
+    const auto isReported = [this] {
         const std::vector<QQuickItem*> labels = itemsOfType(only("AppsCard"), "Label");
         const auto label = std::ranges::find_if(
             labels, [](const QQuickItem* each) { return each->property("text") == "No apps yet"; });
         return label != labels.end() && (*label)->isVisible();
     };
-    EXPECT_TRUE(isTold());
+    EXPECT_TRUE(isReported());
     EXPECT_FALSE(only("AppRuleList").isVisible());
     state->setRule("org.example.Editor", WindowAction::center);
     settle();
-    EXPECT_FALSE(isTold());
+    EXPECT_FALSE(isReported());
     EXPECT_TRUE(only("AppRuleList").isVisible());
 }
 

@@ -53,7 +53,7 @@ protected:
         return nullptr;
     }
 
-    bool wasTold(const std::string& what) {
+    bool wasAsked(const std::string& what) {
         return std::ranges::any_of(desktop.trace.lines(),
                                    [&](const std::string& line) { return line.starts_with(what); });
     }
@@ -162,7 +162,7 @@ TEST_F(Hanging, IsPlacedHoweverLongItsContentTakesToMake) {
     open();
     ASSERT_NE(window(), nullptr);
     EXPECT_EQ(window()->size(), QSize(340, 240));
-    EXPECT_TRUE(wasTold("place window " + std::to_string(window()->winId()) + " at (330, 10)"))
+    EXPECT_TRUE(wasAsked("place window " + std::to_string(window()->winId()) + " at (330, 10)"))
         << testing::PrintToString(desktop.trace.lines());
 }
 
@@ -171,9 +171,9 @@ TEST_F(Hanging, IsPlacedBelowItsAnchorAndGivenTheKeyboard) {
     open();
     // The plate's left edge is at 350, its upper one 6 below the visible frame's, 30 from the top; the shadow goes 20
     // beyond.
-    EXPECT_TRUE(wasTold("place window " + std::to_string(window()->winId()) + " at (330, 10)"))
+    EXPECT_TRUE(wasAsked("place window " + std::to_string(window()->winId()) + " at (330, 10)"))
         << testing::PrintToString(desktop.trace.lines());
-    EXPECT_TRUE(wasTold("give window"));
+    EXPECT_TRUE(wasAsked("give window"));
 }
 
 TEST_F(Hanging, APressBesideItClosesIt) {
@@ -228,7 +228,7 @@ TEST_F(Hanging, ShowingItTwiceIsShowingItOnce) {
     open();
     desktop.trace.clear();
     popover.show({}, Edge::minY);
-    EXPECT_FALSE(wasTold("place window"));
+    EXPECT_FALSE(wasAsked("place window"));
 }
 
 TEST_F(Hanging, AnotherViewTakesThePlaceOfTheFirst) {
@@ -273,11 +273,11 @@ TEST_F(HangingOnWayland, IsPlacedByItsTitleBeforeItIsShownAndWhenItGrows) {
     EXPECT_EQ(window()->size(), QSize(340, 240));
     EXPECT_EQ(window()->maximumSize(), QSize(340, 240)) << "or it would be tiled";
     const std::string title = window()->title().toStdString();
-    EXPECT_TRUE(wasTold("place window " + title + " at (330, 10)")) << testing::PrintToString(desktop.trace.lines());
+    EXPECT_TRUE(wasAsked("place window " + title + " at (330, 10)")) << testing::PrintToString(desktop.trace.lines());
     desktop.trace.clear();
     content->setImplicitWidth(400);
     EXPECT_EQ(window()->size(), QSize(440, 240));
-    EXPECT_TRUE(wasTold("place window " + title + " at (280, 10)")) << testing::PrintToString(desktop.trace.lines());
+    EXPECT_TRUE(wasAsked("place window " + title + " at (280, 10)")) << testing::PrintToString(desktop.trace.lines());
 }
 
 TEST_F(HangingOnWayland, WithoutAPointerItGoesToTheScreenThatIsWorkedOn) {
@@ -287,13 +287,13 @@ TEST_F(HangingOnWayland, WithoutAPointerItGoesToTheScreenThatIsWorkedOn) {
     desktop.ownWindows.activeScreenFrame = CGRect{{1920, 56}, {1280, 1024}};
     popover.show({.rect = std::nullopt, .isAtPointer = true}, Edge::minY);
     // 6 from the right edge, 300 wide, with 20 of shadow; 6 from the upper edge.
-    EXPECT_TRUE(wasTold("place window " + window()->title().toStdString() + " at (2874, -14)"))
+    EXPECT_TRUE(wasAsked("place window " + window()->title().toStdString() + " at (2874, -14)"))
         << testing::PrintToString(desktop.trace.lines());
     popover.performClose();
     desktop.ownWindows.activeScreenFrame.reset();
     desktop.trace.clear();
     popover.show({.rect = std::nullopt, .isAtPointer = true}, Edge::minY);
-    EXPECT_TRUE(wasTold("place window " + window()->title().toStdString() + " at (1594, 10)"))
+    EXPECT_TRUE(wasAsked("place window " + window()->title().toStdString() + " at (1594, 10)"))
         << testing::PrintToString(desktop.trace.lines());
 }
 
@@ -339,7 +339,7 @@ TEST_F(Hanging, WithoutAScreenItStaysWhereItIs) {
     desktop.screens.attach({});
     open();
     EXPECT_TRUE(popover.isShown());
-    EXPECT_FALSE(wasTold("place window"));
+    EXPECT_FALSE(wasAsked("place window"));
 }
 
 } // namespace

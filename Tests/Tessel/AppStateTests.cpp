@@ -125,11 +125,11 @@ TEST_F(State, KnowsHoldersOfTakenShortcutsOnly) {
     refuse(WindowAction::center);
     const AppState& state = make();
     EXPECT_TRUE(state.shortcutHolders().empty());
-    int told = 0;
-    const auto changes = made->objectWillChange().subscribe([&] { ++told; });
+    int reported = 0;
+    const auto changes = made->objectWillChange().subscribe([&] { ++reported; });
     desktop.mainActor.advance(platform::simulated::ShortcutHolders::delay);
     EXPECT_EQ(state.shortcutHolders(), (std::map<WindowAction, ShortcutHolder>{{WindowAction::leftHalf, gnome}}));
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(reported, 1);
     made->setEnabled(false);
     EXPECT_TRUE(state.shortcutHolders().empty());
     made->setEnabled(true);

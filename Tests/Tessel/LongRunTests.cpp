@@ -72,7 +72,7 @@ using WholeLongRun = LongRun;
 /// Shows leaks that happen once in hundreds of rounds.
 TEST_F(WholeLongRun, OfAHundredThousandLaunchesAndPressesTakesNoMemory) {
     if (heapInUse() == 0) {
-        GTEST_SKIP() << "a sanitizer's allocator does not tell what is in use";
+        GTEST_SKIP() << "a sanitizer's allocator does not send what is in use";
     }
     expectNoGrowthIn(100'000);
 }

@@ -31,7 +31,7 @@ protected:
             "^" + file + ":[0-9]+: Fatal error: Incorrect actor executor assumption; .* MainActor\n$");
     }
 
-    static std::function<void()> tellsOfItself(const char* word) {
+    static std::function<void()> printing(const char* word) {
         return [word] { fputs(word, stderr); };
     }
 
@@ -43,7 +43,7 @@ protected:
                                                        .localization = desktop.localization,
                                                        .application = desktop.thisApplication,
                                                        .backend = [] { return std::string("Simulated"); },
-                                                       .open = tellsOfItself("opened")}};
+                                                       .open = printing("opened")}};
 };
 
 TEST_F(CallbackDeathTest, ALineOfTheItemsMenuIsOfTheMainThread) {
@@ -51,7 +51,7 @@ TEST_F(CallbackDeathTest, ALineOfTheItemsMenuIsOfTheMainThread) {
                           StatusMenu::Context{.mainActor = desktop.mainActor,
                                               .localization = desktop.localization,
                                               .application = desktop.thisApplication,
-                                              .open = tellsOfItself("opened")});
+                                              .open = printing("opened")});
     for (const std::size_t line : {1U, 3U, 4U}) {
         stopsAt("Tessel/StatusMenu", [&] { desktop.statusBar.items().front()->choose(line); });
     }

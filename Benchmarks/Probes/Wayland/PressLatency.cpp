@@ -81,7 +81,7 @@ private:
             const Clock::time_point start = press(key, [&] { return window.size() != before; });
             until([this] { return window.painted().has_value(); }, "the window's picture is not shown");
             untilCalm();
-            std::printf("%.1f %.1f %d %d\n", microseconds(window.told() - start),
+            std::printf("%.1f %.1f %d %d\n", microseconds(window.configured() - start),
                         microseconds(*window.painted() - start), window.size().width, window.size().height);
         } else if (line.substr(0, space) == "press") {
             press(key, [] { return true; });

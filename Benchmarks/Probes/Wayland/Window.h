@@ -25,7 +25,7 @@ public:
     [[nodiscard]] Size size() const { return present; }
 
     /// The first time when it received this size, with no other one in between.
-    [[nodiscard]] Clock::time_point told() const { return sizeArrived; }
+    [[nodiscard]] Clock::time_point configured() const { return sizeArrived; }
 
     /// The time when the compositor had painted its picture in this size; empty before.
     [[nodiscard]] std::optional<Clock::time_point> painted() const { return pictureShown; }

@@ -128,7 +128,7 @@ void FolderWatch::readEvents() {
             const std::string_view padded(buffer.data() + position, event.len);
             position += event.len;
             if (matters(event, padded.substr(0, padded.find('\0')))) {
-                tellLater();
+                notifyLater();
             }
         }
     }
@@ -153,13 +153,13 @@ bool FolderWatch::matters(const inotify_event& event, std::string_view name) con
     return std::ranges::find(awaited, name) != awaited.end();
 }
 
-void FolderWatch::tellLater() {
+void FolderWatch::notifyLater() {
     hasChanged = true;
-    if (telling) {
+    if (notice) {
         return;
     }
-    telling = loop.schedule(loop.now() + coalescing, coalescing / 2, [this] {
-        telling.reset();
+    notice = loop.schedule(loop.now() + coalescing, coalescing / 2, [this] {
+        notice.reset();
         // Folders may have appeared; no other event may follow before they have contents.
         renewWatches();
         changed();

@@ -43,7 +43,7 @@ private:
     int addWatch(const std::string& folder, std::uint32_t events);
     void readEvents();
     [[nodiscard]] bool matters(const inotify_event& event, std::string_view name) const;
-    void tellLater();
+    void notifyLater();
 
     MainLoop& loop;
     std::vector<std::string> folders;
@@ -54,7 +54,7 @@ private:
     std::map<int, AwaitedNames> watches;
     bool isEveryFolderWatched = false;
     bool hasChanged = false;
-    std::unique_ptr<ScheduledWork> telling;
+    std::unique_ptr<ScheduledWork> notice;
     std::unique_ptr<DescriptorWatch> readable;
 };
 

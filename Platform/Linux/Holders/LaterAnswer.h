@@ -22,12 +22,12 @@ answerLater(MainLoop& mainLoop, const std::vector<corvid::Shortcut>& shortcuts, 
 
     auto search = std::make_unique<Search>();
     search->work =
-        mainLoop.schedule(mainLoop.now(), {}, [shortcuts, told = std::move(found), holderOf = std::move(holderOf)] {
+        mainLoop.schedule(mainLoop.now(), {}, [shortcuts, reply = std::move(found), holderOf = std::move(holderOf)] {
             ShortcutHolders::Answers answers;
             for (const corvid::Shortcut& shortcut : shortcuts) {
                 answers.push_back(holderOf(shortcut));
             }
-            told(answers);
+            reply(answers);
         });
     return search;
 }

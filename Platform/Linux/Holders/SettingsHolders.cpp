@@ -67,9 +67,9 @@ private:
             }
         }
         // The callback may drop this.
-        const ShortcutHolders::Found told = std::move(found);
+        const ShortcutHolders::Found reply = std::move(found);
         const ShortcutHolders::Answers given = std::move(answers);
-        told(given);
+        reply(given);
     }
 
     void look(const std::string& printed) {

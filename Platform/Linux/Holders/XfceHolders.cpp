@@ -107,12 +107,12 @@ std::unique_ptr<HolderSearch> XfceHolders::find(const std::vector<corvid::Shortc
     auto search = std::make_unique<XfceSearch>();
     search->running =
         ProgramOutput::of(mainLoop, "xfconf-query", {"--channel", "xfce4-keyboard-shortcuts", "--list", "--verbose"},
-                          [shortcuts, told = std::move(found)](const std::optional<std::string>& printed) {
+                          [shortcuts, reply = std::move(found)](const std::optional<std::string>& printed) {
                               Answers answers;
                               for (const corvid::Shortcut& shortcut : shortcuts) {
                                   answers.push_back(xfceHolder(printed.value_or(""), shortcut));
                               }
-                              told(answers);
+                              reply(answers);
                           });
     return search->running ? std::move(search) : nullptr;
 }

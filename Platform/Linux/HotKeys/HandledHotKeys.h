@@ -45,14 +45,14 @@ protected:
     [[nodiscard]] bool hasHandler() const { return handler != nullptr; }
 
     /// Passes a press to the handler; without a handler, nothing happens.
-    void tellOfPress(EventHotKeyID name) const {
+    void reportPress(EventHotKeyID name) const {
         if (handler != nullptr) {
             const Press press(name);
             handler(nullptr, &press, handlerData);
         }
     }
 
-    void tellOfLoss() const {
+    void reportLoss() const {
         notificationCenter()->post({.name = std::string(HotKeyNotification::didLoseHotKeys), .userInfo = {}});
     }
 

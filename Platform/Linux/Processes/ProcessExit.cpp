@@ -21,7 +21,7 @@ std::unique_ptr<ProcessExit> ProcessExit::watch(MainLoop& mainLoop, ProcessIdent
 ProcessExit::ProcessExit(MainLoop& mainLoop, FileDescriptor opened, std::function<void()> endedFunction)
     : process(std::move(opened))
     , ended(std::move(endedFunction))
-    , descriptorWatch(mainLoop.watch(process.get(), [] { return false; }, [this] { tell(); })) {
+    , descriptorWatch(mainLoop.watch(process.get(), [] { return false; }, [this] { reportEnd(); })) {
 }
 
 bool ProcessExit::hasHappened() const {
@@ -29,12 +29,12 @@ bool ProcessExit::hasHappened() const {
     return poll(&state, 1, 0) > 0;
 }
 
-void ProcessExit::tell() {
+void ProcessExit::reportEnd() {
     // The descriptor stays readable, so that the watch has to go, and before the descriptor does.
     descriptorWatch.reset();
     // The handler may drop this.
-    const std::function<void()> told = std::move(ended);
-    told();
+    const std::function<void()> callback = std::move(ended);
+    callback();
 }
 
 } // namespace platform::linux

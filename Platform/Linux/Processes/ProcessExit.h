@@ -28,7 +28,7 @@ public:
     [[nodiscard]] bool hasHappened() const;
 
 private:
-    void tell();
+    void reportEnd();
 
     FileDescriptor process;
     std::function<void()> ended;

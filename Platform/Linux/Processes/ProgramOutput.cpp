@@ -91,9 +91,9 @@ void ProgramOutput::finish(std::optional<std::string> printed) {
     exit.reset();
     watch.reset();
     // The callback may drop this.
-    const Done told = std::move(done);
+    const Done reply = std::move(done);
     const std::optional<std::string> given = std::move(printed);
-    told(given);
+    reply(given);
 }
 
 } // namespace platform::linux

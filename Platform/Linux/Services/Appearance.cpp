@@ -33,7 +33,7 @@ void Appearance::follow(std::function<void()> newChanged) {
     if (desktop != nullptr) {
         desktop->follow([this] { sourceChanged(); });
     }
-    told = combined();
+    reported = combined();
 }
 
 AppearanceWishes Appearance::combined() const {
@@ -49,7 +49,7 @@ AppearanceWishes Appearance::combined() const {
 
 void Appearance::sourceChanged() {
     // A change in a source of lower rank may change nothing.
-    if (std::exchange(told, combined()) != told && changed) {
+    if (std::exchange(reported, combined()) != reported && changed) {
         changed();
     }
 }

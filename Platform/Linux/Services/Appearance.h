@@ -27,7 +27,7 @@ private:
     PortalSettings portal;
     AppearanceSource* desktop;
     AppearanceWishes environment;
-    AppearanceWishes told;
+    AppearanceWishes reported;
     std::function<void()> changed;
     bool isFollowed = false;
 };

@@ -26,7 +26,7 @@ public:
 
     [[nodiscard]] std::unique_ptr<LockWatch> watch(std::function<void()> locked) override;
 
-    /// The same, and asks the login manager whether the session is locked already, which is told of as well.
+    /// The same, and asks the login manager whether the session is locked already, which is reported as well.
     [[nodiscard]] std::unique_ptr<LockWatch> watchAndAsk(std::function<void()> locked);
 
 private:

@@ -40,7 +40,7 @@ struct NotifierPlace::Answers {
         return 0;
     }
 
-    static int hostTold(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
+    static int hostArrived(sd_bus_message* reply, void* data, sd_bus_error* /*error*/) {
         int has = 0; // the library's boolean
         const bool isAnswer = sd_bus_message_is_method_error(reply, nullptr) == 0 &&
                               sd_bus_message_enter_container(reply, SD_BUS_TYPE_VARIANT, "b") > 0 &&
@@ -155,7 +155,7 @@ void NotifierPlace::askForHost() {
     const OwnedMessage call = callTo(bus, "org.freedesktop.DBus.Properties", "Get");
     if (call != nullptr &&
         sd_bus_message_append(call.get(), "ss", watcherName, "IsStatusNotifierHostRegistered") >= 0) {
-        hostQuestion = send(bus, call.get(), &Answers::hostTold, this);
+        hostQuestion = send(bus, call.get(), &Answers::hostArrived, this);
     }
 }
 

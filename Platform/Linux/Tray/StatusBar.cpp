@@ -36,30 +36,30 @@ public:
 
     void setImage(const Image& image) override {
         contents.image = image;
-        tell(TrayPlace::Change::image);
+        notify(TrayPlace::Change::image);
     }
 
     void setTitle(std::string_view title) override {
         contents.title = title;
-        tell(TrayPlace::Change::title);
+        notify(TrayPlace::Change::title);
     }
 
     void setToolTip(std::string_view text) override {
         contents.toolTip = text;
-        tell(TrayPlace::Change::toolTip);
+        notify(TrayPlace::Change::toolTip);
     }
 
     void setAction(Action action) override { contents.action = std::move(action); }
 
     void setMenu(std::vector<StatusMenuLine> lines) override {
         contents.menu = std::move(lines);
-        tell(TrayPlace::Change::menu);
+        notify(TrayPlace::Change::menu);
     }
 
     TrayContents contents;
 
 private:
-    void tell(TrayPlace::Change change) const {
+    void notify(TrayPlace::Change change) const {
         if (bar.shown == this) {
             for (TrayPlace* place : bar.used) {
                 place->update(change);

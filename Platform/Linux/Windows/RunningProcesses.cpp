@@ -157,7 +157,7 @@ void RunningProcesses::launchIfComplete(Running& running) {
     if (running.awaitsLaunch && isKnown && hasReadyWindow(running.application->processIdentifier())) {
         running.awaitsLaunch = false;
         running.application->setBeingLaunched(true);
-        tell(WorkspaceNotification::didLaunchApplication, running.application);
+        postNotification(WorkspaceNotification::didLaunchApplication, running.application);
     }
 }
 
@@ -171,11 +171,11 @@ void RunningProcesses::end(ProcessIdentifier process) {
     ended->application->terminate();
     forget(process);
     if (!ended->awaitsLaunch) {
-        tell(WorkspaceNotification::didTerminateApplication, ended->application);
+        postNotification(WorkspaceNotification::didTerminateApplication, ended->application);
     }
 }
 
-void RunningProcesses::tell(std::string_view notification, std::shared_ptr<Application> application) {
+void RunningProcesses::postNotification(std::string_view notification, std::shared_ptr<Application> application) {
     deliveries.post([target = center, notification, application = std::move(application)] {
         application->setBeingLaunched(false);
         target->post({.name = std::string(notification),

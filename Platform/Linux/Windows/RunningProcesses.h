@@ -93,7 +93,7 @@ private:
     void endGrace(ProcessIdentifier process);
     void launchIfComplete(Running& running);
     void end(ProcessIdentifier process);
-    void tell(std::string_view notification, std::shared_ptr<Application> application);
+    void postNotification(std::string_view notification, std::shared_ptr<Application> application);
 
     MainLoop& mainLoop;
     Deliveries& deliveries;

@@ -70,8 +70,8 @@ std::expected<std::unique_ptr<AXObserver>, AXError> WindowObservers::createObser
     return std::make_unique<Observer>(*this, process, callback);
 }
 
-void WindowObservers::tell(ProcessIdentifier process, std::uint64_t arrival,
-                           const std::function<std::optional<AXUIElement>()>& element) {
+void WindowObservers::notify(ProcessIdentifier process, std::uint64_t arrival,
+                             const std::function<std::optional<AXUIElement>()>& element) {
     for (Observer* observer : *registry) {
         if (!observer->observes(process)) {
             continue;

@@ -27,8 +27,8 @@ public:
 protected:
     /// A new window of the process is ready. `element` is called at the delivery: it returns nothing if the window no
     /// longer exists. It must be callable for as long as the deliveries live.
-    void tell(ProcessIdentifier process, std::uint64_t arrival,
-              const std::function<std::optional<AXUIElement>()>& element);
+    void notify(ProcessIdentifier process, std::uint64_t arrival,
+                const std::function<std::optional<AXUIElement>()>& element);
 
 private:
     class Observer;

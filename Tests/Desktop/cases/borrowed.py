@@ -10,7 +10,7 @@ from harness.applications import APPLICATIONS
 from harness.desktop import Desktop
 from harness.freed_keys import add_settings
 from harness.grabs import GreedyClient, held_by_others, held_through_extension
-from harness.holders import told_obstacles
+from harness.holders import reported_obstacles
 from harness.kwin import Bus, Gio
 from harness.kwin_holder import LEFT, KeyHolder, N
 from harness.oracle import ACTIONS
@@ -138,13 +138,13 @@ def a_key_that_is_held_in_both_ways_stays_its_holders_and_says_so(program):
         greedy = GreedyClient(desktop.server.display, "center")
         product = desktop.launch()
         product.until_status(taken(held | {"center"}))
-        assert told_obstacles(desktop.session, program) == {"center": "heldBothWays"}
+        assert reported_obstacles(desktop.session, program) == {"center": "heldBothWays"}
         _, output, _, _ = run_to_end(desktop.session, program, "--status")
         assert "taken\n" + " " * 30 + "Tessel cannot borrow it: " in output, output
 
         asks(desktop, program, "--take-shortcuts")
         product.until_status(taken({"center"}))
-        assert told_obstacles(desktop.session, program) == {"center": "heldBothWays"}
+        assert reported_obstacles(desktop.session, program) == {"center": "heldBothWays"}
         until_ours(desktop, product, 5.0)
         works(desktop, product, editor.window, [action for action in ACTIONS if action != "center"])
         # Asked for that one alone, it has to say that it cannot.
@@ -154,7 +154,7 @@ def a_key_that_is_held_in_both_ways_stays_its_holders_and_says_so(program):
         greedy.close()
         asks(desktop, program, "--take-shortcuts")
         product.until_status("Active")
-        assert told_obstacles(desktop.session, program) == {}
+        assert reported_obstacles(desktop.session, program) == {}
         works(desktop, product, editor.window, ["center"])
 
 
@@ -248,10 +248,10 @@ def until_ours_alone(desktop: Desktop, product: Product, holder: KeyHolder) -> N
 
     def is_ours() -> bool:
         nonlocal came
-        times = holder.told()
+        times = holder.reported()
         desktop.keyboard.press("leftHalf")
         product.until_at_rest()
-        if holder.told() > times:
+        if holder.reported() > times:
             came = time.monotonic()
         return time.monotonic() - came > CALM
 
@@ -273,9 +273,9 @@ def a_key_of_another_program_in_plasma_on_x11_is_borrowed_without_a_change_of_th
         editor = desktop.open(APPLICATIONS["mousepad"])
 
         def is_its_holders(when: str) -> None:
-            times = holder.told()
+            times = holder.reported()
             desktop.keyboard.press("leftHalf")
-            holder.until_told(times + 1, when)
+            holder.until_reported(times + 1, when)
 
         product = desktop.launch()
         product.until_status(taken({"leftHalf"}))
@@ -283,9 +283,9 @@ def a_key_of_another_program_in_plasma_on_x11_is_borrowed_without_a_change_of_th
         asks(desktop, program, "--take-shortcuts")
         product.until_status("Active")
         until_ours_alone(desktop, product, holder)
-        times = holder.told()
+        times = holder.reported()
         works(desktop, product, editor.window, when="with consent")
-        assert (holder.told(), holder.keys()) == (times, {LEFT, N}), f"{holder.told()}, {holder.keys()}"
+        assert (holder.reported(), holder.keys()) == (times, {LEFT, N}), f"{holder.reported()}, {holder.keys()}"
         asks(desktop, program, "--give-back-shortcuts")
         product.until_status(taken({"leftHalf"}))
         is_its_holders("after it was given back")

@@ -10,7 +10,7 @@ import time
 from pathlib import Path
 
 from harness.applications import APPLICATIONS
-from harness.holders import told_obstacles
+from harness.holders import reported_obstacles
 from harness.i3 import I3Desktop
 from harness.oracle import ACTIONS
 from harness.product import Product, run_to_end
@@ -132,7 +132,7 @@ def lines_of_sways_configuration_rest_while_their_keys_are_borrowed(program):
         desktop.command("reload")
         product.until_status(taken("maximizeHeight"), POLL)
         prefix = getattr(desktop.session, "prefix", ())
-        assert told_obstacles(desktop.session, program, prefix) == {"maximizeHeight": "particularLine"}
+        assert reported_obstacles(desktop.session, program, prefix) == {"maximizeHeight": "particularLine"}
         until_bars(desktop)
         desktop.place(window, NATURAL)
         desktop.press(product, "maximizeHeight")

@@ -52,12 +52,12 @@ def it_ends_and_leaves_nothing_in_the_home(program):
         popover.close()
         kept = kept_at(session.home)
         assert kept, "it keeps nothing"
-        told = ask(first, "--forget").splitlines()
+        reported = ask(first, "--forget").splitlines()
         assert [product.ended() for product in products] == [0, 0]
         assert kept_at(session.home) == [], f"{kept_at(session.home)} of {kept}"
-        named = [line.removeprefix("removed ") for line in told]
-        assert f"{session.home}/.config/autostart/org.corvid.Tessel.desktop" in named, told
-        assert set(named) <= {f"{session.home}/{path}" for path in kept}, told
+        named = [line.removeprefix("removed ") for line in reported]
+        assert f"{session.home}/.config/autostart/org.corvid.Tessel.desktop" in named, reported
+        assert set(named) <= {f"{session.home}/{path}" for path in kept}, reported
         # Files that were not the program's are still there.
         assert [path for path in before if not path.exists()] == []
         assert ask(first, "--forget") == "there was nothing to forget\n"

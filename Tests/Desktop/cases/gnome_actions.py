@@ -204,9 +204,9 @@ def a_key_that_another_client_took_meanwhile_becomes_known(program):
                 Main.extensionManager.enableExtension(uuid);
                 return GLib.SOURCE_REMOVE;
             }};
-            const told = Main.extensionManager.connect('extension-state-changed', (manager, extension) => {{
+            const reported = Main.extensionManager.connect('extension-state-changed', (manager, extension) => {{
                 if (extension.uuid === uuid && extension.state === inactive) {{
-                    manager.disconnect(told);
+                    manager.disconnect(reported);
                     GLib.idle_add(GLib.PRIORITY_HIGH, meanwhile);
                 }}
             }});

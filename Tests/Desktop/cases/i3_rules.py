@@ -80,7 +80,7 @@ def further_windows_and_dialogs_are_left_alone(program):
 
         def another(kind: str) -> int:
             before = windows.managed()
-            windows.tell(running.window, "_OWN_WINDOW_OPEN", kind)
+            windows.send_message(running.window, "_OWN_WINDOW_OPEN", kind)
             new = lambda: [window for window in windows.managed() if window not in before]
             (window,) = until(new, f"another window ({kind})", saw=windows.managed)
             windows.fence()

@@ -7,7 +7,7 @@ import json
 import plistlib
 import signal
 
-from harness.holders import told_holders, told_obstacles
+from harness.holders import reported_holders, reported_obstacles
 from harness.kwin import ACCEL, SCREENS, Client, KWinDesktop
 from harness.kwin_holder import LEFT, REGISTER, C, KeyHolder, N, sequences
 from harness.product import Product, run_to_end
@@ -37,20 +37,20 @@ class Lenders:
     def have_all(self, when: str) -> None:
         """Checks that their keys are theirs, and act for them."""
         until_equal(self.keys, ({LEFT, N}, {C}), f"the keys of the other program {when}")
-        first, second = self.first.told(), self.second.told()
+        first, second = self.first.reported(), self.second.reported()
         for action in sorted(HELD):
             self.desktop.keyboard.press(action)
-        self.first.until_told(first + 1, when)
-        self.second.until_told(second + 1, when)
+        self.first.until_reported(first + 1, when)
+        self.second.until_reported(second + 1, when)
 
     def have_lent(self, product: Product, client: Client, when: str) -> None:
         """Checks that all six shortcuts act, for the program alone, and that the other key keeps its function."""
         assert self.keys() == ({N}, set()), f"{self.keys()} {when}"
-        first, second = self.first.told(), self.second.told()
+        first, second = self.first.reported(), self.second.reported()
         every_action(self.desktop, product, client, NATURAL, SCREENS[0])
-        assert (self.first.told(), self.second.told()) == (first, second), f"the other program got a press {when}"
+        assert (self.first.reported(), self.second.reported()) == (first, second), f"the other program got a press {when}"
         self.desktop.keyboard.chord("Control", "Alt", "N")
-        self.first.until_told(first + 1, when)
+        self.first.until_reported(first + 1, when)
 
 
 def shortcuts(desktop: KWinDesktop, program, what: str) -> set[str]:
@@ -84,7 +84,7 @@ def held_keys_are_ours_with_consent_and_their_holders_again_afterwards(program):
         editor = open_application(desktop, "mousepad")
         lenders = Lenders(desktop)
         product = desktop.launch(status=taken(HELD))
-        until_equal(lambda: told_holders(desktop.session, program),
+        until_equal(lambda: reported_holders(desktop.session, program),
                     {"leftHalf": ("Another program", "Their first"), "center": ("Another program", "Their second")},
                     "the holders")
         assert shortcuts(desktop, program, "canBeBorrowed") == HELD
@@ -94,7 +94,7 @@ def held_keys_are_ours_with_consent_and_their_holders_again_afterwards(program):
         asks(desktop, program, "--take-shortcuts")
         product.until_status("Active")
         assert shortcuts(desktop, program, "borrowed") == HELD
-        until_equal(lambda: {holder for holder, _ in told_holders(desktop.session, program).values()},
+        until_equal(lambda: {holder for holder, _ in reported_holders(desktop.session, program).values()},
                     {"Another program"}, "the lender")
         lenders.have_lent(product, editor, "with consent")
 
@@ -126,13 +126,13 @@ def nothing_is_borrowed_that_cannot_be_written_down_and_that_is_said(program):
         ended, _, errors, _ = run_to_end(desktop.session, program, "--take-shortcuts", seconds=20.0)
         assert ended == 1 and "the note on whose it is cannot be saved" in errors, (ended, errors)
         product.until_status(taken(HELD))
-        assert told_obstacles(desktop.session, program) == {action: "notWrittenDown" for action in HELD}
+        assert reported_obstacles(desktop.session, program) == {action: "notWrittenDown" for action in HELD}
         lenders.have_all("as nothing could be written down")
 
         in_the_way.unlink()
         asks(desktop, program, "--take-shortcuts")
         product.until_status("Active")
-        assert told_obstacles(desktop.session, program) == {}
+        assert reported_obstacles(desktop.session, program) == {}
         lenders.have_lent(product, editor, "once it could be written down")
         # It has said what the matter was.
         product.terminate(silently=False)
@@ -161,7 +161,7 @@ def a_key_of_a_sequence_stays_taken_and_says_so(program):
             assert desktop.bus.call(ACCEL, "shortcutKeys", "(as)", holder)[0] == sequence
             return
         product = desktop.launch(status=taken({"leftHalf"}))
-        assert told_obstacles(desktop.session, program) == {"leftHalf": "keySequence"}
+        assert reported_obstacles(desktop.session, program) == {"leftHalf": "keySequence"}
         ended, _, errors, _ = run_to_end(desktop.session, program, "--take-shortcuts", seconds=20.0)
         assert ended == 1 and "it is part of a sequence of keys" in errors, (ended, errors)
         product.until_status(taken({"leftHalf"}))
@@ -235,7 +235,7 @@ def a_borrowed_key_goes_to_whom_the_user_gives_it_until_it_is_asked_for_again(pr
         third.set_in_settings(LEFT)
         product.until_status(taken({"leftHalf"}), 2 * LOOK)
         desktop.keyboard.press("leftHalf")
-        third.until_told(1, "after the user gave it the key")
+        third.until_reported(1, "after the user gave it the key")
         assert lenders.keys() == ({N}, set()), lenders.keys()
         product.terminate()
         assert (*lenders.keys(), third.keys()) == ({N}, {C}, {LEFT}), f"{lenders.keys()}, {third.keys()}"
@@ -245,7 +245,7 @@ def a_borrowed_key_goes_to_whom_the_user_gives_it_until_it_is_asked_for_again(pr
         asks(desktop, program, "--take-shortcuts")
         product.until_status("Active")
         every_action(desktop, product, editor, NATURAL, SCREENS[0])
-        assert third.told() == 1, "the third program got the press of a borrowed key"
+        assert third.reported() == 1, "the third program got the press of a borrowed key"
         product.terminate()
         assert (*lenders.keys(), third.keys()) == ({N}, {C}, {LEFT}), f"{lenders.keys()}, {third.keys()}"
 

@@ -57,8 +57,8 @@ def scaled(screen: Rect, scale: float) -> Rect:
 
 def outputs_by_place(desktop: KWinDesktop) -> list[dict]:
     """From left to right, as KWin reports them to configuration clients. KWin 6.7 numbers them from the right."""
-    told = json.loads(desktop.session.run(["kscreen-doctor", "--json"]))
-    return sorted(told["outputs"], key=lambda each: each["pos"]["x"])
+    reported = json.loads(desktop.session.run(["kscreen-doctor", "--json"]))
+    return sorted(reported["outputs"], key=lambda each: each["pos"]["x"])
 
 
 def frames_of_screens(desktop: KWinDesktop) -> list[Rect]:

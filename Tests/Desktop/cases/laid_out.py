@@ -63,8 +63,8 @@ def tiled_window_stays(desktop: PlainDesktop, program, product, window: int) -> 
     assert after == before and len(set(changes)) <= 1 and all(change.size == before.size for change in changes), (
         f"from {before} through {', '.join(map(str, changes))} to {after}"
     )
-    told = status(desktop, program)
-    assert told["status"] == "active" and WORDS in told["statusText"], told["statusText"]
+    reported = status(desktop, program)
+    assert reported["status"] == "active" and WORDS in reported["statusText"], reported["statusText"]
 
 
 @case_for_each("desktop.laid-out.tiled", LAID_OUT)

@@ -45,13 +45,13 @@ def it_is_gone_when_the_session_locks(program):
             for way, say in ways.items():
                 open_and_held(popover, locker)
 
-                def told() -> bool:
+                def reported() -> bool:
                     # The program receives signals once it is connected to the bus, which cannot be observed from
                     # outside.
                     say()
                     return not popover.is_open()
 
-                until(told, f"the popover to be gone: {way}")
+                until(reported, f"the popover to be gone: {way}")
                 locker.lock()
                 locker.unlock()
                 desktop.windows.activate(editor.window)

@@ -62,18 +62,18 @@ def it_reports_its_status(program):
         assert "not running" in ask(desktop, "--status", status=1)
         product = desktop.launch()
         until(lambda: product.status.startswith("Some shortcuts are taken"), "the shortcuts to be taken")
-        told = status_of(desktop)
-        assert (told["running"], told["backend"], told["status"]) == (True, "X11", "shortcutsTaken"), told
-        assert (told["enabled"], told["trusted"], told["rules"]) == (True, True, {}), told
-        assert told["statusText"] == product.status, told
-        taken = {shortcut["action"] for shortcut in told["shortcuts"] if shortcut["state"] == "taken"}
+        reported = status_of(desktop)
+        assert (reported["running"], reported["backend"], reported["status"]) == (True, "X11", "shortcutsTaken"), reported
+        assert (reported["enabled"], reported["trusted"], reported["rules"]) == (True, True, {}), reported
+        assert reported["statusText"] == product.status, reported
+        taken = {shortcut["action"] for shortcut in reported["shortcuts"] if shortcut["state"] == "taken"}
         assert taken == {"leftHalf", "rightHalf", "maximize", "maximizeHeight"}, taken
-        active = {shortcut["action"] for shortcut in told["shortcuts"] if shortcut["state"] == "active"}
-        assert taken | active == set(SHORTCUTS), told
+        active = {shortcut["action"] for shortcut in reported["shortcuts"] if shortcut["state"] == "active"}
+        assert taken | active == set(SHORTCUTS), reported
         text = ask(desktop, "--status")
         assert product.status in text and "Ctrl+Alt+C" in text and "No app rules" in text, text
         version = run_to_end(desktop.session, program, "--version")[1].split()[1]
-        assert told["version"] == version and version in text, told
+        assert reported["version"] == version and version in text, reported
 
 
 @case("desktop.remote.perform")

@@ -41,7 +41,7 @@ def open_another(desktop: Desktop, running: RunningApplication, kind: str = "NOR
     """Makes our own application open one more window of that type. Returns the window once it is managed."""
     windows = desktop.windows
     before = windows.all_of_process(running.process.pid)
-    windows.tell(before[0], "_OWN_WINDOW_OPEN", kind)
+    windows.send_message(before[0], "_OWN_WINDOW_OPEN", kind)
     managed = lambda: [one for one in windows.all_of_process(running.process.pid) if one not in before]
     (another,) = until(managed, f"another window ({kind})", saw=windows.managed)
     windows.fence()
@@ -158,7 +158,7 @@ def a_rule_holds_from_the_moment_that_it_is_made_until_it_is_removed(program, ma
         rule("maximize")
         stays(desktop, product, running.window, "a window that was open before the rule")
         utility = open_another(desktop, running, "UTILITY")
-        desktop.windows.tell(running.window, "WM_PROTOCOLS", "WM_DELETE_WINDOW")
+        desktop.windows.send_message(running.window, "WM_PROTOCOLS", "WM_DELETE_WINDOW")
         until(lambda: desktop.windows.all_of_process(running.process.pid) == [utility], "the first window to close")
         running.window = open_another(desktop, running)
         is_placed(desktop, running, "maximize")

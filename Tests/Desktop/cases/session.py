@@ -170,9 +170,9 @@ def the_login_item_starts_the_program(program):
         desktop.start_window_manager("openbox")
         session.start(["gio", "launch", str(entry)], "launcher")
         until(lambda: is_running(desktop), "the program to run")
-        told = json.loads(run_to_end(session, program, "--status", "--json")[1])
+        reported = json.loads(run_to_end(session, program, "--status", "--json")[1])
         running = [process for process in session.processes.alive() if _executable(process) == installed]
-        assert len(running) == 1 and told["running"], f"{running}, {told}"
+        assert len(running) == 1 and reported["running"], f"{running}, {reported}"
         assert run_to_end(session, program, "--quit")[0] == 0
         until(lambda: not is_running(desktop), "the program to end")
         session.run([os.environ["TESSEL_LOGIN_ITEM"], str(installed), "--remove"])

@@ -43,7 +43,7 @@ def a_file_that_cannot_be_read_is_kept_aside_and_the_defaults_hold(program, kind
         editor = desktop.open(APPLICATIONS["mousepad"])
         product = desktop.launch()
         product.until_status("Active")
-        # With nothing to tell otherwise, the user is taken for a new one.
+        # Without a sign of the contrary, the user is taken for a new one.
         popover = Popover(desktop, product)
         popover.until_open()
         popover.close()

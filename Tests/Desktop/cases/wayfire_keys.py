@@ -3,7 +3,7 @@
 import signal
 
 from harness.applications import APPLICATIONS
-from harness.holders import COMMON_PURPOSES, told_obstacles, until_holders
+from harness.holders import COMMON_PURPOSES, reported_obstacles, until_holders
 from harness.oracle import ACTIONS, expected
 from harness.product import run_to_end
 from harness.rect import Rect
@@ -106,7 +106,7 @@ def keys_that_the_user_has_bound_stay_the_users_and_the_others_work(program):
             "almostMaximize": ("Wayfire, wayfire.ini [command] always_binding_other", f"touch {folder}/d"),
             "maximizeHeight": ("Wayfire, wayfire.ini [command] release_binding_third", f"touch {folder}/down"),
         })
-        assert set(told_obstacles(desktop.session, program).values()) == {"notReleased"}
+        assert set(reported_obstacles(desktop.session, program).values()) == {"notReleased"}
         # "wobbly" is not in use, so its option binds nothing.
         for action in ("rightHalf", "maximize"):
             works(desktop, product, window, action, "beside the user's")

@@ -175,7 +175,7 @@ class Desktop:
 
     def __exit__(self, kind, value, trace) -> None:
         if kind is not None:
-            self._tell_failure()
+            self._print_failure()
         try:
             if kind is None:
                 for product in self.products:
@@ -184,7 +184,7 @@ class Desktop:
         finally:
             self.close()
 
-    def _tell_failure(self) -> None:
+    def _print_failure(self) -> None:
         print(self.session.log_text(), file=sys.stderr)
         for product in self.products:
             print(f"--- statuses: {product.statuses}", file=sys.stderr)

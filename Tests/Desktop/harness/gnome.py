@@ -125,7 +125,7 @@ class Gnome:
             self._prepare(keys_free, extension)
             self.start_shell()
         except BaseException:
-            self._tell_failure()
+            self._print_failure()
             self.close()
             raise
 
@@ -360,7 +360,7 @@ class Gnome:
 
     def __exit__(self, kind, value, trace) -> None:
         if kind is not None:
-            self._tell_failure()
+            self._print_failure()
         try:
             if kind is None:
                 for product in self.products:
@@ -376,7 +376,7 @@ class Gnome:
         complaints = [line for line in log.splitlines() if "JS ERROR" in line or EXTENSION in line]
         assert not complaints, "\n".join(complaints)
 
-    def _tell_failure(self) -> None:
+    def _print_failure(self) -> None:
         print(self.session.log_text(), file=sys.stderr)
         for product in self.products:
             print(f"--- statuses: {product.statuses}", file=sys.stderr)

@@ -17,7 +17,7 @@ COMMON_PURPOSES = {
 }
 
 
-def told_holders(session: Session, program: Path, prefix=()) -> dict[str, tuple[str, str]]:
+def reported_holders(session: Session, program: Path, prefix=()) -> dict[str, tuple[str, str]]:
     """Holder and purpose by action, of the shortcuts that are taken and whose holder is known."""
     status, output, errors, _ = run_to_end(session, program, "--status", "--json", prefix=prefix)
     assert status == 0, f"{output}{errors}"
@@ -30,15 +30,15 @@ def until_holders(session: Session, program: Path, wanted: dict[str, tuple[str, 
 
     `prefix`: the command that runs the asking program.
     """
-    until(lambda: told_holders(session, program, prefix) == wanted, f"the holders {wanted}",
-          saw=lambda: told_holders(session, program, prefix))
+    until(lambda: reported_holders(session, program, prefix) == wanted, f"the holders {wanted}",
+          saw=lambda: reported_holders(session, program, prefix))
     status, output, errors, _ = run_to_end(session, program, "--status", prefix=prefix)
     assert status == 0, errors
     for held_by, purpose in wanted.values():
         assert f"taken: {purpose} ({held_by})" in output, f"{purpose!r} of {held_by!r} is not in {output!r}"
 
 
-def told_obstacles(session: Session, program: Path, prefix=()) -> dict[str, str]:
+def reported_obstacles(session: Session, program: Path, prefix=()) -> dict[str, str]:
     """What keeps a taken shortcut from being borrowed, as a word, by action."""
     status, output, errors, _ = run_to_end(session, program, "--status", "--json", prefix=prefix)
     assert status == 0, f"{output}{errors}"

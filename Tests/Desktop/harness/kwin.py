@@ -142,12 +142,12 @@ class Eyes:
         self.seen.clear()
         self.run(file, name)
 
-        def told() -> bool:
+        def reported() -> bool:
             while GLib.MainContext.default().iteration(False):
                 pass
             return bool(self.seen)
 
-        until(told, "KWin to run a script")
+        until(reported, "KWin to run a script")
         self.bus.call(KWIN, "unloadScript", "(s)", name)
         return json.loads(self.seen[0])
 
@@ -276,10 +276,10 @@ class KWinDesktop:
         if not binary.exists():
             shutil.copyfile("/usr/bin/kwin_wayland", binary)
             binary.chmod(0o755)
-        told = self.session.directory / "display"
-        told.unlink(missing_ok=True)
-        script = self.session.directory / "tell-display"
-        script.write_text(f'#!/bin/sh\necho "$DISPLAY" >{told}.new\nmv {told}.new {told}\nexec sleep infinity\n')
+        reported = self.session.directory / "display"
+        reported.unlink(missing_ok=True)
+        script = self.session.directory / "send-display"
+        script.write_text(f'#!/bin/sh\necho "$DISPLAY" >{reported}.new\nmv {reported}.new {reported}\nexec sleep infinity\n')
         script.chmod(0o755)
         environment = {name: value for name, value in self.session.environment.items()
                        if name not in NOT_OF_KWIN}
@@ -293,10 +293,10 @@ class KWinDesktop:
 
         def is_up() -> bool:
             assert self.kwin.poll() is None, f"KWin ended with {self.kwin.returncode}"
-            return told.exists()
+            return reported.exists()
 
         until(is_up, "KWin to start", STARTING)
-        self.session.environment["DISPLAY"] = told.read_text().strip()
+        self.session.environment["DISPLAY"] = reported.read_text().strip()
 
     def stop_kwin(self) -> None:
         self.session.processes.end(self.kwin)

@@ -55,12 +55,12 @@ class KeyHolder:
         """Its keys. KWin 6.7 keeps no order, and earlier versions keep the place of a key that was not granted."""
         return {each[0][0] for each in self.desktop.bus.call(ACCEL, "shortcutKeys", "(as)", self.name)[0]} - {0}
 
-    def told(self) -> int:
+    def reported(self) -> int:
         """The number of presses reported so far. KWin's signals arrive before any later reply."""
         self.desktop.bus.call(ACCEL, "shortcutKeys", "(as)", self.name)
         while GLib.MainContext.default().iteration(False):
             pass
         return self.presses
 
-    def until_told(self, times: int, what: str) -> None:
-        until(lambda: self.told() == times, f"{self.name[1]} to get {times} presses: {what}", saw=self.told)
+    def until_reported(self, times: int, what: str) -> None:
+        until(lambda: self.reported() == times, f"{self.name[1]} to get {times} presses: {what}", saw=self.reported)

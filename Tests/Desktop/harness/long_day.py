@@ -94,8 +94,8 @@ def set_rule(desktop: Desktop, identifier: str, action: str) -> None:
 class Mixture:
     """One process that lives through everything."""
 
-    def __init__(self, desktop: Desktop, product: Product, editor: RunningApplication, told: Callable[[Sample], None]):
-        self.desktop, self.product, self.editor, self.told = desktop, product, editor, told
+    def __init__(self, desktop: Desktop, product: Product, editor: RunningApplication, reported: Callable[[Sample], None]):
+        self.desktop, self.product, self.editor, self.reported = desktop, product, editor, reported
         self.popover = Popover(desktop, product)
         self.samples: list[Sample] = []
 
@@ -157,7 +157,7 @@ class Mixture:
         self.product.until_at_rest()
         sample = Sample(done, rules, Holdings.of(self.product.process.pid))
         self.samples.append(sample)
-        self.told(sample)
+        self.reported(sample)
 
     def check(self) -> None:
         """Fails if the resources of the process kept growing."""
@@ -222,22 +222,22 @@ class Kills:
         """Fails if a process that starts after all the kills reads other rules, or finds other files."""
         product = self.desktop.launch()
         set_rule(self.desktop, "org.example.Last", "center")
-        told = json.loads(run_to_end(self.desktop.session, self.desktop.program, "--status", "--json")[1])["rules"]
-        assert told == {**self.rules, "org.example.Last": "center"}, f"rules {told}, wanted {self.rules}"
+        reported = json.loads(run_to_end(self.desktop.session, self.desktop.program, "--status", "--json")[1])["rules"]
+        assert reported == {**self.rules, "org.example.Last": "center"}, f"rules {reported}, wanted {self.rules}"
         beside = os.listdir(self.settings.parent)
         assert beside == [self.settings.name], f"files beside the settings: {beside}"
         product.terminate()
 
 
-def live_a_day(program: Path, amounts: Amounts, told: Callable[[Sample], None], seed: int) -> Kills:
-    """Runs both parts; `told` receives each sample of the first part. Fails if a resource grows, or a rule is lost."""
+def live_a_day(program: Path, amounts: Amounts, reported: Callable[[Sample], None], seed: int) -> Kills:
+    """Runs both parts; `reported` receives each sample of the first part. Fails if a resource grows, or a rule is lost."""
     with Desktop(program, name="long-day") as desktop:
         desktop.start_window_manager("openbox")
         # It draws next to nothing: an editor would take most of the time for itself.
         editor = desktop.open(own_window())
         product = desktop.launch()
         product.until_status("Active")
-        mixture = Mixture(desktop, product, editor, told)
+        mixture = Mixture(desktop, product, editor, reported)
         mixture.live(amounts)
         mixture.check()
         product.terminate()

@@ -56,20 +56,20 @@ class Product:
         assert self.process.poll() is None, f"the program ended with {self.process.returncode}: {self.errors()}"
 
     def until_ready(self, seconds: float = PATIENCE) -> None:
-        def told() -> bool:
+        def reported() -> bool:
             self._listen()
             self._alive()
             return self.ready
 
-        until(told, "the program to be ready", seconds, lambda: f"statuses {self.statuses}, {self.errors()!r}")
+        until(reported, "the program to be ready", seconds, lambda: f"statuses {self.statuses}, {self.errors()!r}")
 
     def until_status(self, wanted: str, seconds: float = PATIENCE) -> None:
-        def told() -> bool:
+        def reported() -> bool:
             now = self.status
             self._alive()
             return now == wanted
 
-        until(told, f"status {wanted!r}", seconds, lambda: f"{self.statuses}, {self.errors()!r}")
+        until(reported, f"status {wanted!r}", seconds, lambda: f"{self.statuses}, {self.errors()!r}")
 
     def errors(self) -> str:
         return self._errors.read_text(errors="replace")

@@ -26,12 +26,12 @@ def main() -> None:
     def read_all(_bus, _sender, _path, _interface, _method, _arguments, call) -> None:
         call.return_value(GLib.Variant("(a{sa{sv}})", ({SPACE: {KEY: scheme()}},)))
 
-    told = None
+    reported = None
 
     def look() -> bool:
-        nonlocal told
+        nonlocal reported
         # The file is empty for a moment while it is written.
-        if file.read_text() and told != (told := file.read_text()):
+        if file.read_text() and reported != (reported := file.read_text()):
             change = GLib.Variant("(ssv)", (SPACE, KEY, scheme()))
             bus.emit_signal(None, PLACE, interface.name, "SettingChanged", change)
         return True

@@ -125,10 +125,10 @@ class SwayDesktop:
         )
         until(self._answers, "sway to answer", STARTING)
         (display,) = {path.name for path in self.session.runtime.glob("wayland-*") if path.suffix != ".lock"}
-        told = self.session.runtime / "display"
-        until(lambda: told.exists() and told.read_text().endswith("\n"), "the display for programs of X11")
+        reported = self.session.runtime / "display"
+        until(lambda: reported.exists() and reported.read_text().endswith("\n"), "the display for programs of X11")
         self.session.environment |= {
-            "SWAYSOCK": str(self.socket), "WAYLAND_DISPLAY": display, "DISPLAY": told.read_text().strip(),
+            "SWAYSOCK": str(self.socket), "WAYLAND_DISPLAY": display, "DISPLAY": reported.read_text().strip(),
         }
         until_equal(self.outputs, [FIRST, SECOND], "the outputs")
         until(lambda: self.work_area(1).y > 0, "the bars to be there", STARTING)

@@ -79,18 +79,18 @@ class TilingDesktop(Desktop):
 
     def until_known(self, window: int) -> None:
         """Waits until a window manager that has just started answers for a window."""
-        told = ""
+        reported = ""
 
         def is_known() -> bool:
-            nonlocal told
+            nonlocal reported
             try:
                 self.is_floating(window)
             except AssertionError as refusal:
-                told = str(refusal)
+                reported = str(refusal)
                 return False
             return True
 
-        until(is_known, f"{self.manager.name} to know the window", saw=lambda: told)
+        until(is_known, f"{self.manager.name} to know the window", saw=lambda: reported)
         self.windows.fence()
 
     def put_bar(self, thickness: int) -> None:

@@ -56,7 +56,7 @@ class WaylandKeyboard:
         os.write(file, text)
         self._send(self.keyboard, 0, struct.pack("=II", 1, len(text)), file)
         os.close(file)
-        self._tell_modifiers()
+        self._send_modifiers()
         self.delivered()
 
     def close(self) -> None:
@@ -83,7 +83,7 @@ class WaylandKeyboard:
     def lock(self, key: str, on: bool) -> None:
         """Switches a lock key on or off."""
         self.locked = self.locked | LOCKED[key] if on else self.locked & ~LOCKED[key]
-        self._tell_modifiers()
+        self._send_modifiers()
         self.delivered()
 
     def delivered(self) -> None:
@@ -98,9 +98,9 @@ class WaylandKeyboard:
         self._send(self.keyboard, 1, struct.pack("=III", now, PLACES[key] - OFFSET, state))
         if key in HELD:
             self.held = self.held | HELD[key] if state else self.held & ~HELD[key]
-            self._tell_modifiers()
+            self._send_modifiers()
 
-    def _tell_modifiers(self) -> None:
+    def _send_modifiers(self) -> None:
         self._send(self.keyboard, 2, struct.pack("=IIII", self.held, 0, self.locked, 0))
 
     def _new_object(self) -> int:

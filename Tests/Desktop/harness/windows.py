@@ -202,7 +202,7 @@ class Windows:
         focused = self.connection.get_input_focus().focus
         return f"active {self.active():#x} of {[hex(window) for window in self.managed()]}, focus on {focused}"
 
-    def tell(self, identifier: int, message: str, atom: str) -> None:
+    def send_message(self, identifier: int, message: str, atom: str) -> None:
         """Sends a window's client a message that holds one name."""
         data = (32, [self.atom(atom), X.CurrentTime, 0, 0, 0])
         window = self.window(identifier)

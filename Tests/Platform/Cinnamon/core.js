@@ -49,7 +49,7 @@ class Scene {
     scene.shell.addWindow({process: 42, frame: [10, 20, 300, 200]});
     scene.bus.give(PROGRAM);
     equal(scene.evaluate(), '', 'the result in a Cinnamon that has everything');
-    equal(scene.bus.told.map(([to, signal]) => [to, signal]), [[PROGRAM, 'Opened']], 'signals to the program');
+    equal(scene.bus.reported.map(([to, signal]) => [to, signal]), [[PROGRAM, 'Opened']], 'signals to the program');
     const hello = JSON.parse(scene.bus.call(PROGRAM, 'Hello').values[0]);
     equal(hello.windows.map(each => [each.pid, each.frame]), [[42, [10, 20, 300, 200]]], 'the windows');
     scene.programVanishes();
@@ -68,7 +68,7 @@ class Scene {
     scene.shell.lose('Main.activateWindow');
     scene.bus.give(PROGRAM);
     equal(scene.evaluate(), '', 'the result in a Cinnamon that lacks a function');
-    equal(scene.bus.call(PROGRAM, 'Hello').message, 'Main.activateWindow', 'what the program is told of it');
+    equal(scene.bus.call(PROGRAM, 'Hello').message, 'Main.activateWindow', 'what the program is reported of it');
     equal(scene.bus.log, ['Tessel does nothing in this Cinnamon, which lacks Main.activateWindow'], 'what is logged');
 }
 System.exit(0);

@@ -139,7 +139,7 @@ TEST_F(CompositorAccessibility, AWindowThatIsInItsPlaceIsLeftAlone) {
 
 TEST_F(CompositorAccessibility, TheTableIsBroughtUpToDateOnceInATurnAndOnlyWhenItIsRead) {
     EXPECT_EQ(access.takeTrace(), Trace{});
-    access.untold = [this] { table.put("a", readyWindow(7, {{1280, 120}, {50, 60}})); };
+    access.unreported = [this] { table.put("a", readyWindow(7, {{1280, 120}, {50, 60}})); };
     EXPECT_EQ(size("a"), (CGSize{50, 60}));
     static_cast<void>(size("b"));
     EXPECT_EQ(access.takeTrace(), Trace{"refresh"});

@@ -11,7 +11,7 @@ FollowedCompositor::FollowedCompositor() {
         return [this, what](const Notification& notification) {
             const auto application = std::any_cast<RunningApplicationReference>(
                 notification.userInfo.find(WorkspaceNotification::applicationKey)->second);
-            told.push_back(std::string(what) + application->bundleIdentifier().value_or("nobody"));
+            reported.push_back(std::string(what) + application->bundleIdentifier().value_or("nobody"));
         };
     };
     const auto center = parts().runningApplications.notificationCenter();

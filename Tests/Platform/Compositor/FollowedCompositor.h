@@ -38,7 +38,7 @@ protected:
     linux::PlainIdentification identification;
     linux::PlainCatalogue catalogue;
     /// "launch editor", "terminate editor"; "nobody" for an unidentified application.
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
     absent::Desktop others;
     std::unique_ptr<WindowParts> desktop = std::make_unique<WindowParts>(mainLoop, table, access);
     [[nodiscard]] DesktopParts parts() { return desktop->with(others.sound, others.hotKeyEvents, nullptr); }

@@ -9,7 +9,7 @@ namespace {
 
 TEST(CompositorJson, BytesThatAreNotUtf8AreReplacedWhereTheyStand) {
     const struct {
-        std::string told;
+        std::string reported;
         std::string read;
     } cases[] = {
         {"caf\xe9", "caf\uFFFD"},
@@ -21,8 +21,8 @@ TEST(CompositorJson, BytesThatAreNotUtf8AreReplacedWhereTheyStand) {
         {"\xf4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},
         {"\xe2\x82", "\uFFFD\uFFFD"},
     };
-    for (const auto& [told, read] : cases) {
-        const auto value = parsedJson(R"({"name":")" + told + R"(","id":7})");
+    for (const auto& [reported, read] : cases) {
+        const auto value = parsedJson(R"({"name":")" + reported + R"(","id":7})");
         ASSERT_TRUE(value) << read;
         EXPECT_EQ(value->at("name"), read);
         EXPECT_EQ(value->at("id"), 7);

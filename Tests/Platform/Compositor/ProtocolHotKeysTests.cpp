@@ -22,9 +22,9 @@ protected:
     void open() {
         keys = ProtocolHotKeys::open(
             loop, peer.path(), "org.corvid.Tessel",
-            {.pressed = [this](auto number) { told.push_back("press " + std::to_string(number)); },
-             .revoked = [this](auto number) { told.push_back("loss " + std::to_string(number)); },
-             .gone = [this] { told.emplace_back("gone"); }},
+            {.pressed = [this](auto number) { reported.push_back("press " + std::to_string(number)); },
+             .revoked = [this](auto number) { reported.push_back("loss " + std::to_string(number)); },
+             .gone = [this] { reported.emplace_back("gone"); }},
             soon());
         ASSERT_NE(keys, nullptr);
     }
@@ -36,12 +36,12 @@ protected:
     }
 
     [[nodiscard]] bool hears(const std::vector<std::string>& expected) {
-        return runUntil(loop, [&] { return told == expected; });
+        return runUntil(loop, [&] { return reported == expected; });
     }
 
     HotKeyCompositor peer{GetParam()};
     linux::MainLoop loop;
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
     std::unique_ptr<ProtocolHotKeys> keys;
 };
 
@@ -55,7 +55,7 @@ TEST_P(ProtocolKeys, RequestWhatTheyAreAskedTo) {
                                                                 .isBound = true}}));
 }
 
-TEST_P(ProtocolKeys, TellOfAPressOnce) {
+TEST_P(ProtocolKeys, ReportAPressOnce) {
     open();
     EXPECT_EQ(bind(1, left).kind, Kind::bound);
     EXPECT_EQ(bind(2, letterC).kind, Kind::bound);
@@ -74,7 +74,7 @@ TEST_P(ProtocolKeys, PassOnTheWordsOfADenial) {
     EXPECT_TRUE(runUntil(loop, [&] { return peer.keys().size() == 1; }));
 }
 
-TEST_P(ProtocolKeys, TellOfAKeyThatIsTakenBackAndMayBeRequestedAgain) {
+TEST_P(ProtocolKeys, ReportAKeyThatIsTakenBackAndMayBeRequestedAgain) {
     open();
     EXPECT_EQ(bind(1, left).kind, Kind::bound);
     peer.revoke(left);
@@ -103,13 +103,13 @@ TEST_P(ProtocolKeys, AreGivenBackAtTheEnd) {
     EXPECT_TRUE(peer.keys().empty());
 }
 
-TEST_P(ProtocolKeys, TellOfTheEndOfTheConnectionOnce) {
+TEST_P(ProtocolKeys, ReportTheEndOfTheConnectionOnce) {
     open();
     EXPECT_EQ(bind(1, left).kind, Kind::bound);
     peer.disconnect();
     EXPECT_TRUE(hears({"gone"}));
     EXPECT_EQ(bind(2, letterC).kind, Kind::none);
-    EXPECT_EQ(told, std::vector<std::string>{"gone"});
+    EXPECT_EQ(reported, std::vector<std::string>{"gone"});
 }
 
 TEST_P(ProtocolKeys, DoNotWaitLongerForAnAnswerThanAsked) {

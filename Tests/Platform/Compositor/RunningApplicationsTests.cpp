@@ -6,7 +6,7 @@
 namespace platform::compositor {
 namespace {
 
-using Told = std::vector<std::string>;
+using Reports = std::vector<std::string>;
 
 class CompositorApplications : public FollowedCompositor {
 protected:
@@ -14,8 +14,8 @@ protected:
         return parts().runningApplications.runningApplication(process);
     }
 
-    [[nodiscard]] bool isTold(std::size_t count) {
-        return runUntil([&] { return told.size() >= count; });
+    [[nodiscard]] bool isReported(std::size_t count) {
+        return runUntil([&] { return reported.size() >= count; });
     }
 
     linux::Sleeper editor;
@@ -29,13 +29,13 @@ TEST_F(CompositorApplications, ALaunchIsReportedOnceWhenTheFirstWindowIsReady) {
     window.isReady = false;
     table.put("1", window);
     drain();
-    EXPECT_EQ(told, Told{});
+    EXPECT_EQ(reported, Reports{});
     window.isReady = true;
     table.put("1", window);
-    EXPECT_EQ(told, Told{}) << "never within a call";
+    EXPECT_EQ(reported, Reports{}) << "never within a call";
     openWindow("2", editor.number(), "Editor");
     drain();
-    EXPECT_EQ(told, Told{"launch editor"});
+    EXPECT_EQ(reported, Reports{"launch editor"});
     EXPECT_EQ(application(editor.number())->bundleIdentifier(), "editor");
     EXPECT_EQ(application(editor.number())->localizedName(), "The editor");
 }
@@ -65,50 +65,50 @@ TEST_F(CompositorApplications, ApplicationsThatWereThereAreKnownInOrderAndNotLau
     EXPECT_EQ(processes, (std::vector<ProcessIdentifier>{browser.number(), editor.number()}));
     openWindow("10", browser.number(), "Browser");
     drain();
-    EXPECT_EQ(told, Told{});
+    EXPECT_EQ(reported, Reports{});
     browser.end();
-    ASSERT_TRUE(isTold(1));
-    EXPECT_EQ(told, Told{"terminate browser"});
+    ASSERT_TRUE(isReported(1));
+    EXPECT_EQ(reported, Reports{"terminate browser"});
 }
 
 TEST_F(CompositorApplications, AnIdentityThatComesLateLaunchesThen) {
     start();
     openWindow("1", editor.number(), "");
     drain();
-    EXPECT_EQ(told, Told{});
+    EXPECT_EQ(reported, Reports{});
     EXPECT_EQ(application(editor.number())->bundleIdentifier(), std::nullopt);
     openWindow("1", editor.number(), "Editor");
     drain();
-    EXPECT_EQ(told, Told{"launch editor"});
+    EXPECT_EQ(reported, Reports{"launch editor"});
 }
 
 TEST_F(CompositorApplications, ALaterWindowThatIdentifiesTheApplicationLaunchesIt) {
     start();
     openWindow("1", editor.number(), "Splash");
     drain();
-    EXPECT_EQ(told, Told{});
+    EXPECT_EQ(reported, Reports{});
     openWindow("2", editor.number(), "Editor");
     drain();
-    EXPECT_EQ(told, Told{"launch editor"});
+    EXPECT_EQ(reported, Reports{"launch editor"});
 }
 
 TEST_F(CompositorApplications, AnOwnerThatComesLateIsLaunchedThenAndTheFormerOneIsLeft) {
     start();
     openWindow("1", 0, "Editor");
     drain();
-    EXPECT_EQ(told, Told{});
+    EXPECT_EQ(reported, Reports{});
     EXPECT_TRUE(parts().runningApplications.runningApplications().empty());
     openWindow("1", editor.number(), "Editor");
     drain();
-    EXPECT_EQ(told, Told{"launch editor"});
+    EXPECT_EQ(reported, Reports{"launch editor"});
 
     const ProcessIdentifier stranger = -5;
     openWindow("2", stranger, "Browser");
     drain();
-    EXPECT_EQ(told, (Told{"launch editor", "launch browser"}));
+    EXPECT_EQ(reported, (Reports{"launch editor", "launch browser"}));
     openWindow("2", browser.number(), "Browser");
     drain();
-    EXPECT_EQ(told, (Told{"launch editor", "launch browser", "terminate browser", "launch browser"}));
+    EXPECT_EQ(reported, (Reports{"launch editor", "launch browser", "terminate browser", "launch browser"}));
 }
 
 TEST_F(CompositorApplications, AProcessEndsWhenTheKernelSaysSoAndNotWithItsWindows) {
@@ -116,12 +116,12 @@ TEST_F(CompositorApplications, AProcessEndsWhenTheKernelSaysSoAndNotWithItsWindo
     openWindow("1", editor.number(), "Editor");
     table.remove("1");
     drain();
-    EXPECT_EQ(told, Told{"launch editor"});
+    EXPECT_EQ(reported, Reports{"launch editor"});
     EXPECT_FALSE(application(editor.number())->isTerminated());
     const auto known = application(editor.number());
     editor.end();
-    ASSERT_TRUE(isTold(2));
-    EXPECT_EQ(told.back(), "terminate editor");
+    ASSERT_TRUE(isReported(2));
+    EXPECT_EQ(reported.back(), "terminate editor");
     EXPECT_TRUE(known->isTerminated());
     EXPECT_EQ(application(editor.number()), nullptr);
 }
@@ -133,10 +133,10 @@ TEST_F(CompositorApplications, AProcessThatCannotBeWatchedEndsWithItsLastWindow)
     openWindow("2", stranger, "Editor");
     table.remove("1");
     drain();
-    EXPECT_EQ(told, Told{"launch editor"});
+    EXPECT_EQ(reported, Reports{"launch editor"});
     table.remove("2");
     drain();
-    EXPECT_EQ(told, (Told{"launch editor", "terminate editor"}));
+    EXPECT_EQ(reported, (Reports{"launch editor", "terminate editor"}));
 }
 
 TEST_F(CompositorApplications, AccessThatEndsAndBeginsAgainLaunchesAndTerminatesNothing) {
@@ -150,7 +150,7 @@ TEST_F(CompositorApplications, AccessThatEndsAndBeginsAgainLaunchesAndTerminates
     contents.windows = {{"1", *table.find("1")}, {"2", readyWindow(browser.number())}};
     table.open(std::move(contents));
     drain();
-    EXPECT_EQ(told, Told{"launch editor"});
+    EXPECT_EQ(reported, Reports{"launch editor"});
     EXPECT_NE(application(browser.number()), nullptr) << "it came while the access was closed";
 }
 

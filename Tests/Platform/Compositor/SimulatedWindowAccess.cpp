@@ -23,7 +23,7 @@ std::string text(const corvid::CGRect& frame) {
 
 void SimulatedWindowAccess::refresh(Instant /*deadline*/) {
     trace.emplace_back("refresh");
-    if (const auto happened = std::exchange(untold, nullptr)) {
+    if (const auto happened = std::exchange(unreported, nullptr)) {
         happened();
     }
 }

@@ -36,7 +36,7 @@ public:
     [[nodiscard]] std::vector<std::string> takeTrace() { return std::exchange(trace, {}); }
 
     /// Events in the compositor, reported with the next `refresh`.
-    std::function<void()> untold;
+    std::function<void()> unreported;
     /// The minimum size of windows that refuse smaller ones.
     std::map<WindowIdentifier, corvid::CGSize> leastSizes;
     /// Windows of hanging programs: they never come to rest.

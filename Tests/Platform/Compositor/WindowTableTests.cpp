@@ -17,28 +17,28 @@ namespace {
 class Diary final : public WindowTable::Follower {
 public:
     void windowAppeared(const WindowIdentifier& identifier, const Window& /*window*/, bool wasThere) override {
-        told.push_back((wasThere ? "*" : "+") + identifier);
+        reported.push_back((wasThere ? "*" : "+") + identifier);
     }
 
     void windowChangedIdentity(const WindowIdentifier& identifier, const Window& /*window*/) override {
-        told.push_back("~" + identifier);
+        reported.push_back("~" + identifier);
     }
 
     void windowBecameReady(const WindowIdentifier& identifier, const Window& /*window*/) override {
-        told.push_back("!" + identifier);
+        reported.push_back("!" + identifier);
     }
 
     void windowVanished(const WindowIdentifier& identifier, const Window& /*window*/) override {
-        told.push_back("-" + identifier);
+        reported.push_back("-" + identifier);
     }
 
-    [[nodiscard]] std::vector<std::string> take() { return std::exchange(told, {}); }
+    [[nodiscard]] std::vector<std::string> take() { return std::exchange(reported, {}); }
 
 private:
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
 };
 
-using Told = std::vector<std::string>;
+using Reports = std::vector<std::string>;
 using Identifiers = std::vector<WindowIdentifier>;
 
 Window unreadyWindow() {
@@ -65,12 +65,12 @@ TEST(WindowTable, AWholeStateThatIsReadAgainTellsWhatHasChanged) {
     next.focused = "c";
     next.outputs = {{.frame = {{0, 0}, {100, 100}}, .workArea = {{0, 10}, {100, 90}}}};
     table.update(next);
-    EXPECT_EQ(diary.take(), (Told{"-a", "+c", "!c"}));
+    EXPECT_EQ(diary.take(), (Reports{"-a", "+c", "!c"}));
     EXPECT_EQ(table.windows(), (Identifiers{"b", "c"}));
     EXPECT_EQ(table.focused(), "c");
     EXPECT_EQ(table.outputs(), next.outputs);
     table.update(contents({"b", "c"}));
-    EXPECT_EQ(diary.take(), Told{});
+    EXPECT_EQ(diary.take(), Reports{});
     EXPECT_EQ(table.focused(), std::nullopt);
 }
 
@@ -81,7 +81,7 @@ TEST(WindowTable, WindowsAtTheBeginningOfTheAccessWereThere) {
     EXPECT_FALSE(table.isOpen());
     table.open(contents({"z", "a"}));
     EXPECT_TRUE(table.isOpen());
-    EXPECT_EQ(diary.take(), (Told{"*z", "!z", "*a", "!a"}));
+    EXPECT_EQ(diary.take(), (Reports{"*z", "!z", "*a", "!a"}));
     EXPECT_EQ(table.windows(), (Identifiers{"z", "a"}));
     EXPECT_EQ(table.arrivalOf("a"), 0U);
     EXPECT_EQ(table.lastArrival(), 0U);
@@ -93,7 +93,7 @@ TEST(WindowTable, ALateFollowerIsNotifiedOfKnownWindows) {
     table.put("a", unreadyWindow());
     Diary diary;
     table.setFollower(diary);
-    EXPECT_EQ(diary.take(), (Told{"*b", "!b", "*a"}));
+    EXPECT_EQ(diary.take(), (Reports{"*b", "!b", "*a"}));
 }
 
 TEST(WindowTable, ANewWindowIsReportedWhenItAppearsAndWhenItIsReady) {
@@ -102,19 +102,19 @@ TEST(WindowTable, ANewWindowIsReportedWhenItAppearsAndWhenItIsReady) {
     table.setFollower(diary);
     table.open({});
     table.put("a", unreadyWindow());
-    EXPECT_EQ(diary.take(), Told{"+a"});
+    EXPECT_EQ(diary.take(), Reports{"+a"});
     Window named = unreadyWindow();
     named.clues.applicationId = "editor";
     table.put("a", named);
-    EXPECT_EQ(diary.take(), Told{"~a"});
+    EXPECT_EQ(diary.take(), Reports{"~a"});
     named.isReady = true;
     table.put("a", named);
     table.put("a", named);
-    EXPECT_EQ(diary.take(), Told{"!a"});
+    EXPECT_EQ(diary.take(), Reports{"!a"});
     table.put("a", unreadyWindow());
     EXPECT_TRUE(table.find("a")->isReady) << "a window that was ready once stays so";
     table.put("b", readyWindow(7));
-    EXPECT_EQ(diary.take(), (Told{"~a", "+b", "!b"}));
+    EXPECT_EQ(diary.take(), (Reports{"~a", "+b", "!b"}));
     EXPECT_EQ(table.arrivalOf("a"), 1U);
     EXPECT_EQ(table.arrivalOf("b"), 2U);
     EXPECT_EQ(table.lastArrival(), 2U);
@@ -129,9 +129,9 @@ TEST(WindowTable, LostAccessMakesNoWindowVanish) {
     static_cast<void>(diary.take());
     table.close();
     EXPECT_EQ(table.focused(), std::nullopt);
-    EXPECT_EQ(diary.take(), Told{});
+    EXPECT_EQ(diary.take(), Reports{});
     table.open(contents({"b", "c"}));
-    EXPECT_EQ(diary.take(), (Told{"-a", "*c", "!c"}));
+    EXPECT_EQ(diary.take(), (Reports{"-a", "*c", "!c"}));
     EXPECT_EQ(table.windows(), (Identifiers{"b", "c"}));
 }
 
@@ -151,7 +151,7 @@ RC_GTEST_PROP(WindowTable, TheOrderIsThatOfAppearanceAndEveryWindowIsToldOnceToC
     Diary diary;
     table.setFollower(diary);
     Identifiers model;
-    Told expected;
+    Reports expected;
     const auto forget = [&](const WindowIdentifier& identifier) {
         std::erase(model, identifier);
         expected.push_back("-" + identifier);

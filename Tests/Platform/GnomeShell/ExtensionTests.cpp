@@ -71,7 +71,7 @@ protected:
     }
 
     /// Waits for the shell's word.
-    std::optional<Kind> obstacleTold() {
+    std::optional<Kind> reportedObstacle() {
         EXPECT_TRUE(until([&] { return present() != Kind::silentCompositor; }));
         return present();
     }
@@ -104,7 +104,7 @@ TEST_F(TheExtension, StandsAsTheShellSays) {
         ASSERT_TRUE(until([&] { return link->isOpen(); }));
         shell->setCore(false);
         ASSERT_TRUE(until([&] { return !link->isOpen(); }));
-        EXPECT_EQ(obstacleTold(), kind) << number;
+        EXPECT_EQ(reportedObstacle(), kind) << number;
     }
 }
 
@@ -119,7 +119,7 @@ TEST_F(TheExtension, AnnouncesWhatTheShellSays) {
 TEST_F(TheExtension, IsSwitchedOnWhereTheShellHasIt) {
     setState(6);
     link->await(soon());
-    EXPECT_EQ(obstacleTold(), Kind::extensionOff);
+    EXPECT_EQ(reportedObstacle(), Kind::extensionOff);
     EXPECT_FALSE(shell->wasCalled("EnableExtension tessel@corvid.org")) << "before anybody asked for it";
     extension.switchOn();
     EXPECT_TRUE(until([&] { return shell->wasCalled("EnableExtension tessel@corvid.org"); }));
@@ -131,7 +131,7 @@ TEST_F(TheExtension, StaysOffAtTheStartWhereItWorkedBefore) {
     setState(2);
     extension.switchOn();
     link->await(soon());
-    EXPECT_EQ(obstacleTold(), Kind::extensionOff);
+    EXPECT_EQ(reportedObstacle(), Kind::extensionOff);
     catchUp();
     EXPECT_FALSE(shell->wasCalled("EnableExtension tessel@corvid.org"));
     extension.switchOn();
@@ -169,7 +169,7 @@ TEST_F(TheExtension, IsSwitchedOnAlsoWhereTheShellIsAskedAgainMeanwhile) {
     shell->answerWithText("Hello", R"({"version":99,"session":"x","windows":[],"outputs":[]})");
     shell->setCore(true);
     ASSERT_TRUE(until([&] { return link->obstacle() == ShellLink::Obstacle::otherVersion; }));
-    EXPECT_EQ(obstacleTold(), Kind::extensionOff);
+    EXPECT_EQ(reportedObstacle(), Kind::extensionOff);
     shell->run([&] { sd_bus_reply_method_return(held.get(), "v", "b", 1); });
     EXPECT_TRUE(until([&] { return shell->wasCalled("EnableExtension tessel@corvid.org"); }));
     shell->run([&] { held.reset(); });
@@ -178,7 +178,7 @@ TEST_F(TheExtension, IsSwitchedOnAlsoWhereTheShellIsAskedAgainMeanwhile) {
 TEST_F(TheExtension, IsInstalledWhereTheShellDoesNotKnowIt) {
     shell->answerWith("GetExtensionInfo", "a{sv}", 0);
     link->await(soon());
-    EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
+    EXPECT_EQ(reportedObstacle(), Kind::extensionNotLoaded);
     EXPECT_FALSE(fs::exists(installed)) << "before anybody asked for it";
     extension.switchOn();
     EXPECT_TRUE(until([&] { return fs::exists(installed); }));
@@ -190,7 +190,7 @@ TEST_F(TheExtension, IsReplacedWhereItIsOfAnotherVersion) {
     shell->setCore(true);
     shell->answerWithText("Hello", R"({"version":99,"session":"x","windows":[],"outputs":[]})");
     link->await(soon());
-    EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
+    EXPECT_EQ(reportedObstacle(), Kind::extensionNotLoaded);
     extension.switchOn();
     EXPECT_TRUE(until([&] { return fs::exists(installed); }));
 }
@@ -200,7 +200,7 @@ TEST_F(TheExtension, IsReplacedInTheHomeWhereTheShellFindsItOutOfDate) {
     put(place, "old");
     setState(outOfDate, "old");
     link->await(soon());
-    EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
+    EXPECT_EQ(reportedObstacle(), Kind::extensionNotLoaded);
     EXPECT_EQ(contentsOf(installed), "new script") << "without being asked to";
 
     // The shell refuses the very version that the next session would have: logging out would not help.
@@ -212,7 +212,7 @@ TEST_F(TheExtension, IsReplacedInTheHomeWhereTheShellFindsItOutOfDate) {
 TEST_F(TheExtension, IsInstalledInTheHomeWhereTheOneForAllIsOutOfDate) {
     setState(4, "everybody's");
     link->await(soon());
-    EXPECT_EQ(obstacleTold(), Kind::extensionRefused);
+    EXPECT_EQ(reportedObstacle(), Kind::extensionRefused);
     EXPECT_FALSE(fs::exists(installed)) << "before anybody asked for it";
     extension.switchOn();
     EXPECT_TRUE(until([&] { return present() == Kind::extensionNotLoaded; }));
@@ -258,7 +258,7 @@ TEST_F(TheExtension, SaysWhatAShellLacksThatItDoesNotFit) {
     setState(1);
     refuseHello(shellcore::Protocol::unusable, "Meta.Window.move_resize_frame, Main.wm.allowKeybinding");
     shell->setCore(true);
-    EXPECT_EQ(obstacleTold(), Kind::extensionUnfit);
+    EXPECT_EQ(reportedObstacle(), Kind::extensionUnfit);
     EXPECT_EQ(extension.obstacle(),
               (AccessObstacle{.kind = Kind::extensionUnfit,
                               .desktop = "GNOME Shell 60.1",
@@ -271,7 +271,7 @@ TEST_F(TheExtension, IsToBeLoadedAnewWhereOnlyTheOldOneDoesNotFit) {
     setState(1, "old");
     refuseHello(shellcore::Protocol::unusable, "Meta.Window.move_resize_frame");
     shell->setCore(true);
-    EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
+    EXPECT_EQ(reportedObstacle(), Kind::extensionNotLoaded);
     EXPECT_EQ(contentsOf(installed), "new script");
 }
 
@@ -279,7 +279,7 @@ TEST_F(TheExtension, ReportsThatAnotherClientHasItsServices) {
     setState(1);
     refuseHello(shellcore::Protocol::denied, "This object serves Tessel only");
     shell->setCore(true);
-    EXPECT_EQ(obstacleTold(), Kind::busNameTaken);
+    EXPECT_EQ(reportedObstacle(), Kind::busNameTaken);
     EXPECT_EQ(extension.obstacle()->detail, shellcore::Protocol::busName);
     shell->answer("Hello", nullptr);
     openTheLink("after the other has left");
@@ -293,7 +293,7 @@ TEST_F(TheExtension, IsLeftAloneWhereTheShellAnswersNonsense) {
              [](sd_bus_message* call) { sd_bus_reply_method_return(call, ""); }}) {
         shell->answer("GetExtensionInfo", answer);
         link->await(soon());
-        EXPECT_EQ(obstacleTold(), Kind::extensionNotLoaded);
+        EXPECT_EQ(reportedObstacle(), Kind::extensionNotLoaded);
     }
     shell->answer("GetExtensionInfo", [](sd_bus_message* /*call*/) {});
     extension.switchOn();

@@ -32,8 +32,8 @@ protected:
         contents.action = [this](std::optional<corvid::CGPoint> position) { clicks.push_back(position); };
     }
 
-    void tellNumber(const char* signal, std::uint32_t number) {
-        shell->tell(signal, [&](sd_bus_message* message) { sd_bus_message_append(message, "u", number); });
+    void sendNumber(const char* signal, std::uint32_t number) {
+        shell->send(signal, [&](sd_bus_message* message) { sd_bus_message_append(message, "u", number); });
     }
 
     compositor::WindowTable table;
@@ -58,7 +58,7 @@ TEST_F(AnItemInTheTopBar, IsShownWithPictureNameAndMenu) {
 
 TEST_F(AnItemInTheTopBar, IsClickedInTheMiddleOfItsLowerEdge) {
     topBar.show(contents);
-    shell->tell("ItemClicked", [](sd_bus_message* signal) { sd_bus_message_append(signal, "iiii", 1400, 0, 40, 32); });
+    shell->send("ItemClicked", [](sd_bus_message* signal) { sd_bus_message_append(signal, "iiii", 1400, 0, 40, 32); });
     ASSERT_TRUE(until([&] { return !clicks.empty(); }));
     EXPECT_EQ(clicks, (std::vector<std::optional<corvid::CGPoint>>{corvid::CGPoint{1420, 868}}));
 }
@@ -75,7 +75,7 @@ TEST_F(AnItemInTheTopBar, ReportsItsPosition) {
 TEST_F(AnItemInTheTopBar, DoesWhatIsChosenOfItsMenu) {
     topBar.show(contents);
     for (const std::uint32_t line : {0U, 1U, 2U, 3U, 0xffffffffU}) {
-        tellNumber("ItemChosen", line);
+        sendNumber("ItemChosen", line);
     }
     catchUp();
     EXPECT_EQ(chosen, 1);
@@ -84,9 +84,9 @@ TEST_F(AnItemInTheTopBar, DoesWhatIsChosenOfItsMenu) {
 TEST_F(AnItemInTheTopBar, IsNotClickedOnceItIsHidden) {
     topBar.show(contents);
     topBar.hide();
-    shell->tell("ItemClicked", [](sd_bus_message* signal) { sd_bus_message_append(signal, "iiii", 1400, 0, 40, 32); });
-    tellNumber("ItemChosen", 2);
-    shell->tell("ItemClicked", [](sd_bus_message* signal) { sd_bus_message_append(signal, "s", "here"); });
+    shell->send("ItemClicked", [](sd_bus_message* signal) { sd_bus_message_append(signal, "iiii", 1400, 0, 40, 32); });
+    sendNumber("ItemChosen", 2);
+    shell->send("ItemClicked", [](sd_bus_message* signal) { sd_bus_message_append(signal, "s", "here"); });
     catchUp();
     EXPECT_TRUE(clicks.empty());
     EXPECT_EQ(chosen, 0);

@@ -152,20 +152,20 @@ std::vector<FakeHyprland::Bind> FakeHyprland::binds() {
 void FakeHyprland::open(const Window& window) {
     const std::scoped_lock lock(mutex);
     windows.push_back(window);
-    tell("openwindow>>" + writtenAddress(window.address).substr(2) + ",1," + window.appId + "," + window.title);
+    send("openwindow>>" + writtenAddress(window.address).substr(2) + ",1," + window.appId + "," + window.title);
 }
 
 void FakeHyprland::close(std::uint64_t address) {
     const std::scoped_lock lock(mutex);
     std::erase_if(windows, [&](const Window& each) { return each.address == address; });
-    tell("closewindow>>" + writtenAddress(address).substr(2));
+    send("closewindow>>" + writtenAddress(address).substr(2));
 }
 
-void FakeHyprland::tell(const std::string& line) {
-    tellRaw(line + "\n");
+void FakeHyprland::send(const std::string& line) {
+    sendRaw(line + "\n");
 }
 
-void FakeHyprland::tellRaw(std::string_view bytes) {
+void FakeHyprland::sendRaw(std::string_view bytes) {
     const std::scoped_lock lock(mutex);
     for (const auto& peer : peers) {
         if (peer->isForEvents) {
@@ -191,7 +191,7 @@ int FakeHyprland::readings() {
 
 void FakeHyprland::onOrder(std::function<void(const std::string&)> function) {
     const std::scoped_lock lock(mutex);
-    told = std::move(function);
+    reported = std::move(function);
 }
 
 void FakeHyprland::wake() const {

@@ -41,7 +41,7 @@ public:
         lua,
         hyprlang,
         /// Lua, in a version that does not tell so.
-        untoldLua,
+        unnamedLua,
     };
 
     struct Window {
@@ -120,8 +120,8 @@ public:
     void close(std::uint64_t address);
 
     /// Sends a line to those that listen to events.
-    void tell(const std::string& line);
-    void tellRaw(std::string_view bytes);
+    void send(const std::string& line);
+    void sendRaw(std::string_view bytes);
     [[nodiscard]] int listeners();
 
     /// The requests that change something, since the last call.
@@ -165,7 +165,7 @@ private:
     std::uint64_t focused = 0;
     int border = 0;
     std::vector<std::string> orders;
-    std::function<void(const std::string&)> told;
+    std::function<void(const std::string&)> reported;
     int windowReadings = 0;
     int requestListener = -1;
     int eventListener = -1;

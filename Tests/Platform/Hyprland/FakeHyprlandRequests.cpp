@@ -134,8 +134,8 @@ FakeHyprland::Window* FakeHyprland::find(std::uint64_t address) {
 
 std::string FakeHyprland::order(const std::string& request) {
     orders.push_back(request);
-    if (told) {
-        told(request);
+    if (reported) {
+        reported(request);
     }
     const bool isLua = configuration != Configuration::hyprlang;
     if (request.starts_with("eval ")) {

@@ -61,7 +61,7 @@ protected:
     /// A press of the key with that code on the keyboard; `number`: its registration's.
     void press(std::uint32_t keysym, std::uint64_t number) {
         if (GetParam().offer == Offer::neither) {
-            desktop.peer.tell("custom>>tessel:" + std::to_string(number));
+            desktop.peer.send("custom>>tessel:" + std::to_string(number));
         } else {
             wayland.press(keysym);
         }
@@ -75,8 +75,8 @@ protected:
     OpenHyprland desktop;
     std::unique_ptr<HotKeys> keys = std::make_unique<HotKeys>(
         desktop.session,
-        [this](HotKeys::Protocol::Told told, Instant deadline) {
-            return HotKeys::Protocol::open(desktop.loop, wayland.path(), "org.corvid.Tessel", std::move(told),
+        [this](HotKeys::Protocol::Handlers handlers, Instant deadline) {
+            return HotKeys::Protocol::open(desktop.loop, wayland.path(), "org.corvid.Tessel", std::move(handlers),
                                            deadline);
         },
         [](std::uint32_t, std::uint32_t) { return "Left Half"; });
@@ -84,7 +84,7 @@ protected:
     std::vector<std::uint32_t> pressed;
 };
 
-TEST_P(HyprlandHotKeys, AreHeldAndTellOfAPressOnce) {
+TEST_P(HyprlandHotKeys, AreHeldAndReportAPressOnce) {
     open();
     const auto left = add(leftKey, 11);
     const auto center = add(cKey, 12);
@@ -155,7 +155,7 @@ TEST_P(HyprlandHotKeys, AKeyThatAChangedConfigurationBindsIsLost) {
     EXPECT_EQ(add(leftKey, 11).status, noErr);
     EXPECT_EQ(add(cKey, 12).status, noErr);
     desktop.peer.setBinds({userBind()});
-    desktop.peer.tell("configreloaded>>");
+    desktop.peer.send("configreloaded>>");
     ASSERT_TRUE(desktop.runUntil([&] { return losses.take(); }));
     EXPECT_TRUE(desktop.runUntil([&] { return held() == 1; }));
 }
@@ -164,7 +164,7 @@ TEST_P(HyprlandHotKeys, AreMadeAgainAfterAChangeOfTheConfiguration) {
     open();
     EXPECT_EQ(add(leftKey, 11).status, noErr);
     desktop.peer.setBinds({});
-    desktop.peer.tell("configreloaded>>");
+    desktop.peer.send("configreloaded>>");
     EXPECT_TRUE(desktop.runUntil([&] { return held() == 1; }));
     EXPECT_FALSE(losses.take());
 }
@@ -174,7 +174,7 @@ TEST_P(HyprlandHotKeys, ARefusedKeyThatBecomesFreeIsReported) {
     open();
     EXPECT_EQ(add(leftKey, 11).status, eventHotKeyExistsErr);
     desktop.peer.setBinds({});
-    desktop.peer.tell("configreloaded>>");
+    desktop.peer.send("configreloaded>>");
     ASSERT_TRUE(desktop.runUntil([&] { return losses.take(); }));
     EXPECT_EQ(add(leftKey, 11).status, noErr);
     EXPECT_EQ(keys->loanObstacle(leftKey, controlOption), std::nullopt);

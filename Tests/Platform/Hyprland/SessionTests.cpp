@@ -94,16 +94,16 @@ TEST_P(HyprlandSessionWith, OpensAsSoonAsThePeerBehaves) {
 
 TEST_F(HyprlandSession, EventsThatAreNoneDoNoHarm) {
     open();
-    desktop.peer.tellRaw("\n>>\nclosewindow\nclosewindow>>\nclosewindow>>zz\nopen");
+    desktop.peer.sendRaw("\n>>\nclosewindow\nclosewindow>>\nclosewindow>>zz\nopen");
     desktop.peer.setWindows({{.address = 7}, {.address = 8}});
-    desktop.peer.tellRaw("window>>8,1,a,b\n");
+    desktop.peer.sendRaw("window>>8,1,a,b\n");
     EXPECT_TRUE(desktop.runUntil([&] { return desktop.table.find("0x8") != nullptr; }));
     EXPECT_NE(desktop.table.find("0x7"), nullptr);
 }
 
 TEST_F(HyprlandSession, AnEventWithoutAnEndBreaksTheConnectionWhichIsMadeAnew) {
     open();
-    desktop.peer.tellRaw(std::string(std::size_t{100} << 10U, 'x'));
+    desktop.peer.sendRaw(std::string(std::size_t{100} << 10U, 'x'));
     ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
     EXPECT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
 }

@@ -13,29 +13,29 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using Configuration = FakeHyprland::Configuration;
 
-struct Told final : compositor::WindowTable::Follower {
+struct Reports final : compositor::WindowTable::Follower {
     void windowAppeared(const std::string& identifier, const compositor::Window& /*window*/, bool wasThere) override {
-        told.push_back((wasThere ? "there " : "new ") + identifier);
+        reported.push_back((wasThere ? "there " : "new ") + identifier);
     }
 
     void windowChangedIdentity(const std::string& /*identifier*/, const compositor::Window& /*window*/) override {}
 
     void windowBecameReady(const std::string& identifier, const compositor::Window& /*window*/) override {
-        told.push_back("ready " + identifier);
+        reported.push_back("ready " + identifier);
     }
 
     void windowVanished(const std::string& identifier, const compositor::Window& /*window*/) override {
-        told.push_back("gone " + identifier);
+        reported.push_back("gone " + identifier);
     }
 
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
 };
 
 class HyprlandWindowAccess : public testing::Test {
 protected:
     void open(std::vector<FakeHyprland::Window> windows) {
         desktop.peer.setWindows(std::move(windows));
-        desktop.table.setFollower(told);
+        desktop.table.setFollower(reported);
         desktop.session.start();
         ASSERT_TRUE(desktop.table.isOpen());
     }
@@ -43,7 +43,7 @@ protected:
     [[nodiscard]] CGRect frame(const std::string& identifier) { return desktop.table.find(identifier)->frame; }
 
     OpenHyprland desktop;
-    Told told;
+    Reports reported;
 };
 
 class HyprlandPlacing : public HyprlandWindowAccess, public testing::WithParamInterface<Configuration> {
@@ -56,7 +56,7 @@ TEST_F(HyprlandWindowAccess, OpensWithWhatIsThere) {
     desktop.peer.setFocused(8);
     desktop.peer.setMonitors({{.reserved = {0, 30, 0, 0}}});
     open({{.address = 7}, {.address = 8, .isHidden = true}});
-    EXPECT_THAT(told.told, ElementsAre("there 0x7", "ready 0x7", "there 0x8"));
+    EXPECT_THAT(reported.reported, ElementsAre("there 0x7", "ready 0x7", "there 0x8"));
     EXPECT_EQ(desktop.table.focused(), "0x8");
     EXPECT_EQ(frame("0x7"), (CGRect{{18, 18}, {604, 404}}));
     ASSERT_EQ(desktop.table.outputs().size(), 1U);
@@ -65,22 +65,22 @@ TEST_F(HyprlandWindowAccess, OpensWithWhatIsThere) {
 
 TEST_F(HyprlandWindowAccess, FollowsWindowsThatComeAndGo) {
     open({{.address = 7}});
-    told.told.clear();
+    reported.reported.clear();
     desktop.peer.open({.address = 9});
-    ASSERT_TRUE(desktop.runUntil([&] { return told.told.size() == 2; }));
-    EXPECT_THAT(told.told, ElementsAre("new 0x9", "ready 0x9"));
+    ASSERT_TRUE(desktop.runUntil([&] { return reported.reported.size() == 2; }));
+    EXPECT_THAT(reported.reported, ElementsAre("new 0x9", "ready 0x9"));
     desktop.peer.close(7);
-    ASSERT_TRUE(desktop.runUntil([&] { return told.told.size() == 3; }));
-    EXPECT_EQ(told.told.back(), "gone 0x7");
+    ASSERT_TRUE(desktop.runUntil([&] { return reported.reported.size() == 3; }));
+    EXPECT_EQ(reported.reported.back(), "gone 0x7");
 }
 
 TEST_F(HyprlandWindowAccess, AWindowThatGetsTheAddressOfAClosedOneIsNew) {
     open({{.address = 7, .process = 100}});
-    told.told.clear();
+    reported.reported.clear();
     desktop.peer.setWindows({{.address = 7, .process = 200}});
-    desktop.peer.tellRaw("closewindow>>7\nopenwindow>>7,1,editor,a, b\n");
-    ASSERT_TRUE(desktop.runUntil([&] { return told.told.size() == 3; }));
-    EXPECT_THAT(told.told, ElementsAre("gone 0x7", "new 0x7", "ready 0x7"));
+    desktop.peer.sendRaw("closewindow>>7\nopenwindow>>7,1,editor,a, b\n");
+    ASSERT_TRUE(desktop.runUntil([&] { return reported.reported.size() == 3; }));
+    EXPECT_THAT(reported.reported, ElementsAre("gone 0x7", "new 0x7", "ready 0x7"));
 }
 
 TEST_F(HyprlandWindowAccess, ReadsTheLayoutOnceForManyEvents) {
@@ -91,17 +91,17 @@ TEST_F(HyprlandWindowAccess, ReadsTheLayoutOnceForManyEvents) {
     for (int count = 0; count < 20; ++count) {
         burst += "openwindow>>8,1,editor,Text\nactivewindowv2>>8\n";
     }
-    desktop.peer.tellRaw(burst);
+    desktop.peer.sendRaw(burst);
     ASSERT_TRUE(desktop.runUntil([&] { return desktop.table.find("0x8") != nullptr; }));
     EXPECT_EQ(desktop.peer.readings(), before + 1);
 }
 
 TEST_F(HyprlandWindowAccess, AHiddenWindowIsReadyOnceItIsShown) {
     open({{.address = 7, .isHidden = true}});
-    told.told.clear();
+    reported.reported.clear();
     desktop.peer.setWindows({{.address = 7}});
     desktop.access.refresh(desktop.soon());
-    EXPECT_THAT(told.told, ElementsAre("ready 0x7"));
+    EXPECT_THAT(reported.reported, ElementsAre("ready 0x7"));
 }
 
 TEST_F(HyprlandWindowAccess, AFloatingWindowBesideAnotherOfItsProgramIsADialog) {
@@ -189,7 +189,7 @@ TEST_F(HyprlandWindowAccess, InHyprlangOnlyTheFocusedWindowIsReleasedFromMaximiz
 }
 
 TEST_F(HyprlandWindowAccess, FindsOutTheLanguageByTheAnswerToTheOther) {
-    desktop.peer.speak(Configuration::untoldLua);
+    desktop.peer.speak(Configuration::unnamedLua);
     open({{.address = 7}});
     EXPECT_EQ(desktop.session.language(), Language::hyprlang);
     const CGRect wanted{{0, 0}, {960, 1080}};
@@ -231,21 +231,21 @@ TEST_F(HyprlandWindowAccess, AChangedConfigurationMayChangeTheBorders) {
     desktop.peer.setBorder(2);
     open({{.address = 7}});
     desktop.peer.setBorder(4);
-    desktop.peer.tell("configreloaded>>");
+    desktop.peer.send("configreloaded>>");
     EXPECT_TRUE(desktop.runUntil([&] { return frame("0x7") == CGRect{{16, 16}, {608, 408}}; }));
 }
 
 TEST_F(HyprlandWindowAccess, ClosesWithTheCompositorAndFindsTheNextOneOnTheSameDisplay) {
     open({{.address = 7}});
-    told.told.clear();
+    reported.reported.clear();
     desktop.peer.stop();
     ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
-    EXPECT_TRUE(told.told.empty());
+    EXPECT_TRUE(reported.reported.empty());
     EXPECT_EQ(desktop.access.place("0x7", {{0, 0}, {960, 1080}}, desktop.soon()), AXError::invalidUIElement);
     desktop.peer.setWindows({{.address = 8}});
     desktop.peer.start("second");
     ASSERT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
-    EXPECT_THAT(told.told, ElementsAre("gone 0x7", "there 0x8", "ready 0x8"));
+    EXPECT_THAT(reported.reported, ElementsAre("gone 0x7", "there 0x8", "ready 0x8"));
 }
 
 } // namespace

@@ -38,13 +38,13 @@ protected:
     void TearDown() override { ::setenv("PATH", formerPath.c_str(), 1); }
 
     ShortcutHolders::Answers answers() {
-        std::optional<ShortcutHolders::Answers> told;
-        const auto search = holders.find({ctrlAltC, ctrlAltD}, [&](const auto& given) { told = given; });
+        std::optional<ShortcutHolders::Answers> reported;
+        const auto search = holders.find({ctrlAltC, ctrlAltD}, [&](const auto& given) { reported = given; });
         const Instant deadline = loop.now() + std::chrono::seconds(20);
-        while (search && !told && loop.now() < deadline) {
+        while (search && !reported && loop.now() < deadline) {
             sd_event_run(loop.handle(), std::uint64_t{2000});
         }
-        return told.value_or(ShortcutHolders::Answers{});
+        return reported.value_or(ShortcutHolders::Answers{});
     }
 
 private:

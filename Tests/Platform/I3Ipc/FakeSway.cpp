@@ -66,8 +66,8 @@ void FakeSway::refuse(std::string words) {
     refused = std::move(words);
 }
 
-void FakeSway::tell(std::uint32_t event, std::string_view json) {
-    tellRaw(message(event, json));
+void FakeSway::send(std::uint32_t event, std::string_view json) {
+    sendRaw(message(event, json));
 }
 
 std::vector<std::string> FakeSway::takeCommands() {

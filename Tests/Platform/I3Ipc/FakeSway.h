@@ -48,7 +48,7 @@ public:
     void refuse(std::string words);
 
     /// Sends an event to every connection with any subscription.
-    void tell(std::uint32_t event, std::string_view json);
+    void send(std::uint32_t event, std::string_view json);
 
     /// The lists of commands since the last call.
     [[nodiscard]] std::vector<std::string> takeCommands();

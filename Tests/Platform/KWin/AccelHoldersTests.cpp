@@ -28,7 +28,7 @@ protected:
     std::unique_ptr<FakeKWin> kwin;
     std::unique_ptr<linux::SessionBus> bus;
     std::unique_ptr<AccelHolders> holders;
-    std::optional<ShortcutHolders::Answers> told;
+    std::optional<ShortcutHolders::Answers> report;
     int times = 0;
 
     void SetUp() override {
@@ -41,7 +41,7 @@ protected:
 
     [[nodiscard]] std::unique_ptr<HolderSearch> find(const std::vector<Shortcut>& shortcuts) {
         return holders->find(shortcuts, [this](const ShortcutHolders::Answers& answers) {
-            told = answers;
+            report = answers;
             ++times;
         });
     }
@@ -61,11 +61,11 @@ TEST_F(AccelHoldersTest, AreNamedAsPeopleReadThem) {
     kwin->start();
     const auto search = find({letter, nowhere, leftArrow, {.keyCode = 2, .modifiers = 0x1800}});
     ASSERT_NE(search, nullptr);
-    EXPECT_FALSE(told) << "in a later turn";
-    ASSERT_TRUE(runUntil([&] { return told.has_value(); }));
+    EXPECT_FALSE(report) << "in a later turn";
+    ASSERT_TRUE(runUntil([&] { return report.has_value(); }));
     const ShortcutHolder other{.heldBy = "org.example.Other", .purpose = "untitled"};
     const ShortcutHolder window{.heldBy = "KWin-Fensterverwaltung", .purpose = "Zur linken Arbeitsfläche"};
-    EXPECT_THAT(*told, ElementsAre(other, std::nullopt, window, std::nullopt));
+    EXPECT_THAT(*report, ElementsAre(other, std::nullopt, window, std::nullopt));
     EXPECT_EQ(times, 1);
 }
 
@@ -76,8 +76,8 @@ TEST_F(AccelHoldersTest, OfAKeyThatWasGrantedTwiceTheHolderIsWhoGetsThePresses) 
     kwin->accel.hold({"org.corvid.Tessel", "hot-key-123-6144", "Tessel", "Left half"}, {ctrlAltArrowLeft});
     kwin->start();
     const auto search = find({letter, leftArrow});
-    ASSERT_TRUE(runUntil([&] { return told.has_value(); }));
-    EXPECT_THAT(*told, ElementsAre(ShortcutHolder{.heldBy = "Other", .purpose = "Theirs"}, std::nullopt));
+    ASSERT_TRUE(runUntil([&] { return report.has_value(); }));
+    EXPECT_THAT(*report, ElementsAre(ShortcutHolder{.heldBy = "Other", .purpose = "Theirs"}, std::nullopt));
 }
 
 TEST_F(AccelHoldersTest, ABorrowedKeyIsItsLenders) {
@@ -90,14 +90,14 @@ TEST_F(AccelHoldersTest, ABorrowedKeyIsItsLenders) {
     std::unique_ptr<HolderSearch> search;
     ASSERT_TRUE(runUntil([&] {
         search = search ? std::move(search) : find({letter, leftArrow});
-        return told.has_value();
+        return report.has_value();
     }));
-    EXPECT_THAT(*told, ElementsAre(other, std::nullopt));
-    told.reset();
+    EXPECT_THAT(*report, ElementsAre(other, std::nullopt));
+    report.reset();
     search = find({letter});
-    EXPECT_FALSE(told) << "in a later turn";
-    ASSERT_TRUE(runUntil([&] { return told.has_value(); }));
-    EXPECT_THAT(*told, ElementsAre(other));
+    EXPECT_FALSE(report) << "in a later turn";
+    ASSERT_TRUE(runUntil([&] { return report.has_value(); }));
+    EXPECT_THAT(*report, ElementsAre(other));
 }
 
 TEST_F(AccelHoldersTest, ADestroyedSearchCallsNothing) {
@@ -107,14 +107,14 @@ TEST_F(AccelHoldersTest, ADestroyedSearchCallsNothing) {
     ASSERT_NE(dropped, nullptr);
     dropped.reset();
     const auto next = find({letter});
-    ASSERT_TRUE(runUntil([&] { return told.has_value(); }));
+    ASSERT_TRUE(runUntil([&] { return report.has_value(); }));
     EXPECT_EQ(times, 1);
 }
 
 TEST_F(AccelHoldersTest, WithoutAServerNoneIsStartedAndNothingIsKnown) {
     const auto search = find({letter});
-    ASSERT_TRUE(runUntil([&] { return told.has_value(); }));
-    EXPECT_THAT(*told, ElementsAre(std::nullopt));
+    ASSERT_TRUE(runUntil([&] { return report.has_value(); }));
+    EXPECT_THAT(*report, ElementsAre(std::nullopt));
     EXPECT_EQ(find({nowhere}), nullptr);
     daemon.stop();
     ASSERT_TRUE(runUntil([&] { return find({letter}) == nullptr; }));

@@ -234,7 +234,7 @@ private:
         wanted[holder] = list;
         had[holder].insert(list.begin(), list.end());
         kwin.accel.hold(holders[holder], list);
-        kwin.tellOfChange(holders[holder], list);
+        kwin.reportChange(holders[holder], list);
     }
 
     /// As the system's settings do it: the present holder is asked to release the key.

@@ -102,16 +102,16 @@ int FakeAccel::answer(sd_bus_message* call, const std::function<void(std::string
         return setForeignKeys(call);
     }
     if (is("actionList")) {
-        return tellRecipient(call);
+        return sendRecipient(call);
     }
     if (is("shortcutKeys")) {
-        return tellKeys(call);
+        return sendKeys(call);
     }
     if (is("unregister")) {
         return unregister(call);
     }
     if (isOfComponent("shortcutNames")) {
-        return tellNames(call);
+        return sendNames(call);
     }
     return isOfComponent("cleanUp") ? sd_bus_reply_method_return(call, "b", 1) : 0;
 }
@@ -179,7 +179,7 @@ int FakeAccel::setForeignKeys(sd_bus_message* call) {
     return sd_bus_reply_method_return(call, nullptr);
 }
 
-int FakeAccel::tellRecipient(sd_bus_message* call) {
+int FakeAccel::sendRecipient(sd_bus_message* call) {
     EXPECT_STREQ(sd_bus_message_get_signature(call, 1), "(ai)");
     KeySequence sequence{};
     sd_bus_message_enter_container(call, SD_BUS_TYPE_STRUCT, "ai");
@@ -196,7 +196,7 @@ int FakeAccel::tellRecipient(sd_bus_message* call) {
                                       action.componentTitle.c_str(), action.actionTitle.c_str());
 }
 
-int FakeAccel::tellKeys(sd_bus_message* call) {
+int FakeAccel::sendKeys(sd_bus_message* call) {
     const auto action = readAction(call);
     const Held* known = action ? find(*action) : nullptr;
     const OwnedMessage reply = replyTo(call);
@@ -204,7 +204,7 @@ int FakeAccel::tellKeys(sd_bus_message* call) {
     return sd_bus_message_send(reply.get());
 }
 
-int FakeAccel::tellNames(sd_bus_message* call) {
+int FakeAccel::sendNames(sd_bus_message* call) {
     const OwnedMessage reply = replyTo(call);
     sd_bus_message_open_container(reply.get(), SD_BUS_TYPE_ARRAY, "s");
     for (const Held& each : all) {

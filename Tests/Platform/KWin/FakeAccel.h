@@ -58,9 +58,9 @@ private:
     Sequences set(Held& held, const Sequences& keys);
     int setKeys(sd_bus_message* call, const std::function<void(std::string)>& note);
     int setForeignKeys(sd_bus_message* call);
-    int tellRecipient(sd_bus_message* call);
-    int tellKeys(sd_bus_message* call);
-    int tellNames(sd_bus_message* call);
+    int sendRecipient(sd_bus_message* call);
+    int sendKeys(sd_bus_message* call);
+    int sendNames(sd_bus_message* call);
     int unregister(sd_bus_message* call);
 
     std::mutex mutex;

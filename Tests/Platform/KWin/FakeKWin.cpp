@@ -22,9 +22,9 @@ constexpr std::uint64_t errandInterval = 1000;
 
 } // namespace
 
-void FakeKWin::Script::tell(const std::string& news) {
+void FakeKWin::Script::report(const std::string& news) {
     ASSERT_GE(sd_bus_call_method_async(
-                  kwin.bus, nullptr, ours, ourPath, ourInterface, "Tell",
+                  kwin.bus, nullptr, ours, ourPath, ourInterface, "Report",
                   [](sd_bus_message*, void*, sd_bus_error*) { return 0; }, nullptr, "ss", run.c_str(), news.c_str()),
               0);
 }
@@ -53,7 +53,7 @@ int FakeKWin::Script::answered(sd_bus_message* reply, void* data, sd_bus_error* 
 FakeKWin::FakeKWin(std::string address)
     : address(std::move(address)) {
     begin = [this](Script& started) {
-        started.tell(opened);
+        started.report(opened);
         started.next("[]");
     };
     carryOut = [](Script& started, const std::string& /*commands*/) { started.next("[]"); };
@@ -81,7 +81,7 @@ void FakeKWin::stop() {
 
 void FakeKWin::run(const std::function<void()>& work) {
     std::mutex done;
-    std::condition_variable told;
+    std::condition_variable report;
     bool isDone = false;
     {
         const std::scoped_lock lock(mutex);
@@ -89,11 +89,11 @@ void FakeKWin::run(const std::function<void()>& work) {
             work();
             const std::scoped_lock finished(done);
             isDone = true;
-            told.notify_one();
+            report.notify_one();
         });
     }
     std::unique_lock lock(done);
-    ASSERT_TRUE(told.wait_for(lock, std::chrono::seconds(10), [&] { return isDone; }));
+    ASSERT_TRUE(report.wait_for(lock, std::chrono::seconds(10), [&] { return isDone; }));
 }
 
 void FakeKWin::work() {
@@ -175,10 +175,10 @@ void FakeKWin::assignElsewhere(int key) {
         }
     }
     accel.hold(other, {0x1c000041, key});
-    tellOfChange(other, {0x1c000041, key});
+    reportChange(other, {0x1c000041, key});
 }
 
-void FakeKWin::tellOfChange(const FakeAccel::Action& action, const std::vector<std::int32_t>& keys) {
+void FakeKWin::reportChange(const FakeAccel::Action& action, const std::vector<std::int32_t>& keys) {
     run([&] { signalChange(bus, action, alone(keys)); });
 }
 

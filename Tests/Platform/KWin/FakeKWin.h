@@ -24,7 +24,7 @@ public:
             , run(std::move(run)) {}
 
         /// Calls Tell, and Next: `carryOut` gets the reply.
-        void tell(const std::string& news);
+        void report(const std::string& news);
         void next(const std::string& results);
 
     private:
@@ -68,7 +68,7 @@ public:
     /// reports the change.
     void assignElsewhere(int key);
     /// Emits the signal that an action's keys were set.
-    void tellOfChange(const FakeAccel::Action& action, const std::vector<std::int32_t>& keys);
+    void reportChange(const FakeAccel::Action& action, const std::vector<std::int32_t>& keys);
 
     /// The requests, in order: "load", "start", "unload", "unregister …".
     [[nodiscard]] std::vector<std::string> history();

@@ -141,7 +141,7 @@ TEST_F(HotKeysTest, AKeyThatTheSettingsGiveToAnotherProgramIsLost) {
 TEST_F(HotKeysTest, OtherChangesOfTheSettingsLoseNoKey) {
     ASSERT_EQ(add(left, 1).status, noErr);
     kwin->assignElsewhere(ctrlAltC);
-    kwin->tellOfChange({"org.corvid.Tessel", "hot-key-123-6144", "Tessel", "Key 123"}, {ctrlAltLeft});
+    kwin->reportChange({"org.corvid.Tessel", "hot-key-123-6144", "Tessel", "Key 123"}, {ctrlAltLeft});
     kwin->press(ctrlAltLeft);
     ASSERT_TRUE(runUntil([&] { return presses.size() == 1; }));
     EXPECT_FALSE(losses->take());

@@ -19,7 +19,7 @@ using testing::HasSubstr;
 using ScriptLinkTest = WindowAccessTest;
 
 TEST_F(ScriptLinkTest, CommandsForABusyScriptAreJoined) {
-    kwin->begin = [&](FakeKWin::Script& script) { script.tell(kwin->opened); };
+    kwin->begin = [&](FakeKWin::Script& script) { script.report(kwin->opened); };
     open();
     access->placeOwnWindow("One", {1, 2});
     access->placeOwnWindow("Two", {3, 4});
@@ -86,8 +86,8 @@ TEST_F(ScriptLinkTest, ACallThatWaitsUnreadAsPatienceEndsIsHeard) {
     // The script calls at once. The main thread is busy elsewhere until the timeout; the message before the call is
     // still unread, too.
     kwin->run([&] {
-        for (int told = 0; told < 20; ++told) {
-            kwin->script->tell(R"({"focused":""})");
+        for (int report = 0; report < 20; ++report) {
+            kwin->script->report(R"({"focused":""})");
         }
         kwin->script->next("[]");
     });
@@ -154,9 +154,9 @@ TEST_F(ScriptLinkTest, OnlyKWinIsListenedTo) {
         *static_cast<int*>(data) += sd_bus_message_is_method_error(reply, nullptr) > 0 ? 1 : 0;
         return 0;
     };
-    for (const char* method : {"Tell", "Next"}) {
+    for (const char* method : {"Report", "Next"}) {
         for (const char* run : {"run-1", "mine"}) {
-            const bool isTell = std::string(method) == "Tell";
+            const bool isTell = std::string(method) == "Report";
             sd_bus_call_method_async(raw, nullptr, "org.corvid.Tessel.KWin", "/org/corvid/Tessel/KWin",
                                      "org.corvid.Tessel.KWin1", method, refused, &refusals, "ss", run,
                                      isTell ? R"({"gone":"{editor}"})" : "[]");
@@ -194,10 +194,10 @@ TEST_F(ScriptLinkTest, MalformedMessagesChangeNothing) {
     };
     kwin->run([&] {
         for (const std::string& text : texts) {
-            kwin->script->tell(text);
+            kwin->script->report(text);
             kwin->script->next(text);
         }
-        kwin->script->tell(R"({"focused":""})");
+        kwin->script->report(R"({"focused":""})");
     });
     ASSERT_TRUE(runUntil([&] { return !table.focused(); }));
     EXPECT_THAT(table.windows(), ElementsAre(editor));
@@ -222,7 +222,7 @@ TEST_F(ScriptLinkTest, ALeftOverRunOfTheScriptIsEnded) {
     std::unique_ptr<FakeKWin::Script> former;
     kwin->run([&] {
         former = std::make_unique<FakeKWin::Script>(*kwin, "former");
-        former->tell(R"({"gone":"{editor}"})");
+        former->report(R"({"gone":"{editor}"})");
         former->next("[]");
     });
     EXPECT_TRUE(runUntil([&] { return count("answer \"end\"") == 1; }));

@@ -19,9 +19,9 @@ const std::string whole = R"("process":7,"kind":"auxiliary","frame":[1,2,3,4])";
 TEST(ScriptMessages, ReadAWindowAndWhatItLacks) {
     const auto news = readNews(window(whole));
     ASSERT_TRUE(news);
-    const auto& told = std::get<ScriptMessages::Told>(*news);
-    EXPECT_EQ(told.identifier, "{1}");
-    EXPECT_EQ(told.window,
+    const auto& report = std::get<ScriptMessages::WindowReport>(*news);
+    EXPECT_EQ(report.identifier, "{1}");
+    EXPECT_EQ(report.window,
               (compositor::Window{.clues = {.process = 7, .applicationId = "", .windowClass = "", .windowInstance = ""},
                                   .kind = compositor::WindowKind::auxiliary,
                                   .skipsTaskBars = false,
@@ -34,7 +34,7 @@ TEST(ScriptMessages, AProcessThatCannotBeOneIsNone) {
     for (const char* number : {"0", "-1", "4294967296", "18446744073709551615", "-9223372036854775808"}) {
         const auto news = readNews(window(R"("kind":"standard","frame":[1,2,3,4],"process":)" + std::string(number)));
         ASSERT_TRUE(news) << number;
-        EXPECT_EQ(std::get<ScriptMessages::Told>(*news).window.clues.process, 0) << number;
+        EXPECT_EQ(std::get<ScriptMessages::WindowReport>(*news).window.clues.process, 0) << number;
     }
 }
 
@@ -42,15 +42,15 @@ TEST(ScriptMessages, NamesThatAreTooLongOrHoldAZeroAreEmpty) {
     for (const std::string& name : {std::string(1025, 'x'), std::string("a\\u0000b")}) {
         const auto news = readNews(window(whole + R"(,"entry":")" + name + "\",\"class\":7"));
         ASSERT_TRUE(news);
-        EXPECT_EQ(std::get<ScriptMessages::Told>(*news).window.clues.applicationId, "");
-        EXPECT_EQ(std::get<ScriptMessages::Told>(*news).window.clues.windowClass, "");
+        EXPECT_EQ(std::get<ScriptMessages::WindowReport>(*news).window.clues.applicationId, "");
+        EXPECT_EQ(std::get<ScriptMessages::WindowReport>(*news).window.clues.windowClass, "");
     }
 }
 
 TEST(ScriptMessages, InvalidUtf8InANameIsReplaced) {
     const auto news = readNews(window(whole + ",\"class\":\"X\xe9\""));
     ASSERT_TRUE(news);
-    EXPECT_EQ(std::get<ScriptMessages::Told>(*news).window.clues.windowClass, "X\uFFFD");
+    EXPECT_EQ(std::get<ScriptMessages::WindowReport>(*news).window.clues.windowClass, "X\uFFFD");
 }
 
 TEST(ScriptMessages, WindowsThatAreNotWholeAreNone) {

@@ -33,7 +33,7 @@ inline nlohmann::json windowAt(const corvid::CGRect& frame, const std::string& i
             {"frame", {frame.origin.x, frame.origin.y, frame.size.width, frame.size.height}}};
 }
 
-inline std::string told(const nlohmann::json& window) {
+inline std::string report(const nlohmann::json& window) {
     return nlohmann::json{{"window", window}}.dump();
 }
 

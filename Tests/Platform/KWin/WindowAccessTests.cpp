@@ -30,23 +30,23 @@ TEST_F(WindowAccessTest, OpensWithTheStateFromTheScript) {
 TEST_F(WindowAccessTest, FollowsWindowsFocusAndScreens) {
     open();
     kwin->run([&] {
-        kwin->script->tell(told(windowAt({{5, 6}, {7, 8}}, "{new}")));
-        kwin->script->tell(R"({"focused":"{new}"})");
-        kwin->script->tell(R"({"gone":"{editor}"})");
-        kwin->script->tell(R"({"screens":[{"frame":[0,0,10,20],"workArea":[0,0,10,15]}]})");
+        kwin->script->report(report(windowAt({{5, 6}, {7, 8}}, "{new}")));
+        kwin->script->report(R"({"focused":"{new}"})");
+        kwin->script->report(R"({"gone":"{editor}"})");
+        kwin->script->report(R"({"screens":[{"frame":[0,0,10,20],"workArea":[0,0,10,15]}]})");
     });
     ASSERT_TRUE(runUntil([&] { return table.outputs().front().frame.size.width == 10; }));
     EXPECT_THAT(table.windows(), ElementsAre("{new}"));
     EXPECT_EQ(table.focused(), "{new}");
     EXPECT_GT(table.arrivalOf("{new}"), 0U);
-    kwin->run([&] { kwin->script->tell(R"({"focused":""})"); });
+    kwin->run([&] { kwin->script->report(R"({"focused":""})"); });
     EXPECT_TRUE(runUntil([&] { return !table.focused(); }));
 }
 
 TEST_F(WindowAccessTest, WaitsUntilTheWindowHasItsNewFrame) {
     const CGRect wanted{{0, 30}, {800, 870}};
     onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {100, 100, 640, 480}}},
-            [&](FakeKWin::Script& script) { script.tell(told(windowAt(wanted))); });
+            [&](FakeKWin::Script& script) { script.report(report(windowAt(wanted))); });
     open();
     EXPECT_EQ(access->place(editor, wanted, soon()), AXError::success);
     EXPECT_EQ(table.find(editor)->frame, wanted);
@@ -71,8 +71,8 @@ TEST_F(WindowAccessTest, AWindowThatSaysWhatItRefusesIsNotWaitedFor) {
 TEST_F(WindowAccessTest, AWindowThatTakesAnotherSizeHasComeToRestWhenNothingChangesAnyMore) {
     onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {100, 100, 640, 480}}},
             [&](FakeKWin::Script& script) {
-                script.tell(told(windowAt({{0, 30}, {700, 700}})));
-                script.tell(told(windowAt({{0, 30}, {790, 860}})));
+                script.report(report(windowAt({{0, 30}, {700, 700}})));
+                script.report(report(windowAt({{0, 30}, {790, 860}})));
             });
     open();
     EXPECT_EQ(access->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
@@ -82,7 +82,7 @@ TEST_F(WindowAccessTest, AWindowThatTakesAnotherSizeHasComeToRestWhenNothingChan
 
 TEST_F(WindowAccessTest, AWindowThatWasForcedMayAskForAnotherSize) {
     onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {0, 30, 800, 870}}, {"isForced", true}},
-            [&](FakeKWin::Script& script) { script.tell(told(windowAt({{0, 30}, {796, 866}}))); });
+            [&](FakeKWin::Script& script) { script.report(report(windowAt({{0, 30}, {796, 866}}))); });
     open();
     EXPECT_EQ(access->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
     EXPECT_EQ(table.find(editor)->frame, (CGRect{{0, 30}, {796, 866}}));
@@ -91,7 +91,7 @@ TEST_F(WindowAccessTest, AWindowThatWasForcedMayAskForAnotherSize) {
 TEST_F(WindowAccessTest, AWindowThatKeepsItsFormerSizeInItsNewPlaceHasSettledOnIt) {
     const CGRect settled{{0, 30}, startFrame.size};
     onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {0, 30, 800, 870}}, {"isForced", true}},
-            [&](FakeKWin::Script& script) { script.tell(told(windowAt(settled))); });
+            [&](FakeKWin::Script& script) { script.report(report(windowAt(settled))); });
     open();
     EXPECT_EQ(access->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
     EXPECT_EQ(table.find(editor)->frame, settled);
@@ -99,7 +99,7 @@ TEST_F(WindowAccessTest, AWindowThatKeepsItsFormerSizeInItsNewPlaceHasSettledOnI
 
 TEST_F(WindowAccessTest, AWindowThatRestoresItsFormerFrameIsReportedAfterwards) {
     onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {0, 30, 800, 870}}, {"isForced", true}},
-            [&](FakeKWin::Script& script) { script.tell(told(windowAt(startFrame))); });
+            [&](FakeKWin::Script& script) { script.report(report(windowAt(startFrame))); });
     open();
     EXPECT_EQ(access->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
     EXPECT_EQ(table.find(editor)->frame, (CGRect{{0, 30}, {800, 870}})) << "it was taken for an answer";
@@ -110,8 +110,8 @@ TEST_F(WindowAccessTest, AWindowThatAsksForAnotherSizeAndThenGoesBackIsNotWaited
     const CGRect another{{0, 30}, {796, 866}};
     onPlace({{"outcome", "done"}, {"asked", {0, 30, 800, 870}}, {"frame", {0, 30, 800, 870}}, {"isForced", true}},
             [&](FakeKWin::Script& script) {
-                script.tell(told(windowAt(another)));
-                script.tell(told(windowAt(startFrame)));
+                script.report(report(windowAt(another)));
+                script.report(report(windowAt(startFrame)));
             });
     open();
     EXPECT_EQ(access->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
@@ -122,7 +122,7 @@ TEST_F(WindowAccessTest, AWindowThatAsksForAnotherSizeAndThenGoesBackIsNotWaited
 TEST_F(WindowAccessTest, AWindowThatWentBackOnceIsWaitedForTheNextTimeAsAnyOther) {
     const json asked{0, 30, 800, 870};
     onPlace({{"outcome", "done"}, {"asked", asked}, {"frame", asked}, {"isForced", true}},
-            [&](FakeKWin::Script& script) { script.tell(told(windowAt(startFrame))); });
+            [&](FakeKWin::Script& script) { script.report(report(windowAt(startFrame))); });
     open();
     ASSERT_EQ(access->place(editor, {{0, 30}, {800, 870}}, soon()), AXError::success);
     ASSERT_TRUE(runUntil([&] { return table.find(editor)->frame == startFrame; }));
@@ -145,7 +145,7 @@ TEST_F(WindowAccessTest, AWindowThatMovedAwayWithItsSizeIsPutBackOnce) {
                 const bool isFirst = frame[2] == 800;
                 // Never at the requested place.
                 const double x = isFirst ? 50 : 60;
-                script.tell(told(windowAt({{x, 30}, {790, 860}})));
+                script.report(report(windowAt({{x, 30}, {790, 860}})));
                 results.push_back({{"number", command["number"]},
                                    {"outcome", "done"},
                                    {"asked", {x, 30, 790, 860}},
@@ -175,7 +175,7 @@ TEST_F(WindowAccessTest, NothingIsWaitedForBeyondTheDeadline) {
         {"a script that talks without end",
          [](FakeKWin::Script& script, const std::string&) {
              for (int round = 0; round < 3000; ++round) {
-                 script.tell(R"({"focused":"{editor}"})");
+                 script.report(R"({"focused":"{editor}"})");
              }
          }},
     };
@@ -212,7 +212,7 @@ TEST_F(WindowAccessTest, AWindowThatCannotBePlacedIsAnError) {
     }
     json full = windowAt(startFrame);
     full["isFullscreen"] = true;
-    kwin->run([&] { kwin->script->tell(told(full)); });
+    kwin->run([&] { kwin->script->report(report(full)); });
     ASSERT_TRUE(runUntil([&] { return table.find(editor)->isFullscreen; }));
     const long before = count("answer [{");
     EXPECT_EQ(access->place(editor, {{0, 0}, {800, 900}}, soon()), AXError::cannotComplete);

@@ -73,7 +73,7 @@ void SocketServer::start() {
     wake();
 }
 
-void SocketServer::tellRaw(std::string_view bytes) {
+void SocketServer::sendRaw(std::string_view bytes) {
     const std::scoped_lock lock(mutex);
     for (const auto& peer : peers) {
         if (peer->hasSubscribed) {

@@ -22,7 +22,7 @@ public:
     void start();
 
     /// Sends bytes to every connection with any subscription.
-    void tellRaw(std::string_view bytes);
+    void sendRaw(std::string_view bytes);
 
     [[nodiscard]] int connections();
 

@@ -13,12 +13,12 @@ using Lines = std::vector<std::string>;
 
 TEST(NotificationCenter, NotifiesTheObserversOfANameInTheOrderOfTheirRegistration) {
     NotificationCenter center;
-    Lines told;
-    const auto first = center.addObserver("launch", [&](const Notification&) { told.emplace_back("first"); });
-    const auto other = center.addObserver("end", [&](const Notification&) { told.emplace_back("other"); });
-    const auto second = center.addObserver("launch", [&](const Notification&) { told.emplace_back("second"); });
+    Lines reported;
+    const auto first = center.addObserver("launch", [&](const Notification&) { reported.emplace_back("first"); });
+    const auto other = center.addObserver("end", [&](const Notification&) { reported.emplace_back("other"); });
+    const auto second = center.addObserver("launch", [&](const Notification&) { reported.emplace_back("second"); });
     center.post({.name = "launch", .userInfo = {}});
-    EXPECT_EQ(told, (Lines{"first", "second"}));
+    EXPECT_EQ(reported, (Lines{"first", "second"}));
     EXPECT_NE(first, second);
     EXPECT_NE(first, other);
 }
@@ -38,39 +38,39 @@ TEST(NotificationCenter, HandsOverWhatWasPosted) {
 
 TEST(NotificationCenter, AnObserverRemovedDuringAPostIsNotNotified) {
     NotificationCenter center;
-    int told = 0;
+    int reported = 0;
     NotificationCenter::Token second;
     const auto first = center.addObserver("launch", [&](const Notification&) { center.removeObserver(second); });
-    second = center.addObserver("launch", [&](const Notification&) { ++told; });
+    second = center.addObserver("launch", [&](const Notification&) { ++reported; });
     center.post({.name = "launch", .userInfo = {}});
-    EXPECT_EQ(told, 0);
+    EXPECT_EQ(reported, 0);
     center.removeObserver(first);
 }
 
 TEST(NotificationCenter, AnObserverMayRemoveItself) {
     NotificationCenter center;
-    Lines told;
+    Lines reported;
     NotificationCenter::Token own;
     own = center.addObserver("launch", [&, word = std::string("a text too long to be kept in place")](const auto&) {
         center.removeObserver(own);
-        told.push_back(word);
+        reported.push_back(word);
     });
     center.post({.name = "launch", .userInfo = {}});
     center.post({.name = "launch", .userInfo = {}});
-    EXPECT_EQ(told, (Lines{"a text too long to be kept in place"}));
+    EXPECT_EQ(reported, (Lines{"a text too long to be kept in place"}));
 }
 
 TEST(NotificationCenter, AnObserverAddedDuringAPostWaitsForTheNext) {
     NotificationCenter center;
-    int told = 0;
+    int reported = 0;
     std::vector<NotificationCenter::Token> tokens;
     tokens.push_back(center.addObserver("launch", [&](const Notification&) {
-        tokens.push_back(center.addObserver("launch", [&](const Notification&) { ++told; }));
+        tokens.push_back(center.addObserver("launch", [&](const Notification&) { ++reported; }));
     }));
     center.post({.name = "launch", .userInfo = {}});
-    EXPECT_EQ(told, 0);
+    EXPECT_EQ(reported, 0);
     center.post({.name = "launch", .userInfo = {}});
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(reported, 1);
 }
 
 } // namespace

@@ -77,11 +77,11 @@ void FakeShell::answer(const std::string& method, Answer newAnswer) {
     run([&] { answers[method] = std::move(newAnswer); });
 }
 
-void FakeShell::tell(const std::string& signal, const Arguments& arguments) {
+void FakeShell::send(const std::string& signal, const Arguments& arguments) {
     run([&] { emit(bus.get(), signal, arguments); });
 }
 
-void FakeShell::tellAsStranger(const std::string& signal, const Arguments& arguments) {
+void FakeShell::sendAsStranger(const std::string& signal, const Arguments& arguments) {
     run([&] {
         emit(stranger.get(), signal, arguments);
         sd_bus_flush(stranger.get());

@@ -53,9 +53,9 @@ public:
     }
 
     /// Sends a signal to the program alone.
-    void tell(const std::string& signal, const Arguments& arguments = nullptr);
+    void send(const std::string& signal, const Arguments& arguments = nullptr);
     /// The same, from a connection that is not the shell.
-    void tellAsStranger(const std::string& signal, const Arguments& arguments = nullptr);
+    void sendAsStranger(const std::string& signal, const Arguments& arguments = nullptr);
 
     /// The calls so far, as "METHOD arguments".
     [[nodiscard]] std::vector<std::string> calls();

@@ -35,7 +35,7 @@ protected:
     }
 
     void press(std::uint32_t number) {
-        shell->tell("Activated", [&](sd_bus_message* signal) { sd_bus_message_append(signal, "u", number); });
+        shell->send("Activated", [&](sd_bus_message* signal) { sd_bus_message_append(signal, "u", number); });
     }
 
     [[nodiscard]] HotKeyLoan loanOf(std::uint32_t key) const { return hotKeys->loan(key, controlOption); }
@@ -44,8 +44,8 @@ protected:
         return hotKeys->loanObstacle(key, controlOption);
     }
 
-    void tellKeyHeld(std::uint32_t number, int isBorrowed) {
-        shell->tell("KeyHeld",
+    void sendKeyHeld(std::uint32_t number, int isBorrowed) {
+        shell->send("KeyHeld",
                     [&](sd_bus_message* signal) { sd_bus_message_append(signal, "ub", number, isBorrowed); });
     }
 
@@ -103,7 +103,7 @@ TEST_F(HotKeysOfTheShell, WaitWithinTheSameLimitAsTheWindowsOfTheirTurn) {
     WindowAccess access(*link, table, {.show = [] {}, .obstacle = [] { return AccessObstacle{}; }});
     shell->setCore(true, "second");
     ASSERT_TRUE(until([&] { return table.isOpen(); }));
-    shell->tell("Moved");
+    shell->send("Moved");
     catchUp();
     compositor::Turn turn(table, access, loop.turnDeadline());
     loop.turnDeadline().begin();
@@ -275,19 +275,19 @@ TEST_F(HotKeysOfTheShell, StandAsTheExtensionSaysWhenSettingsChange) {
     hotKeys->setBorrows(true);
     shell->answerWith("Borrow", "bb", 1, 1);
     ASSERT_EQ(take(keyLeft, 31).status, noErr);
-    tellKeyHeld(1, 0);
-    tellKeyHeld(77, 1);
+    sendKeyHeld(1, 0);
+    sendKeyHeld(77, 1);
     catchUp();
     EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::none);
-    tellKeyHeld(1, 1);
+    sendKeyHeld(1, 1);
     catchUp();
     EXPECT_EQ(loanOf(keyLeft), HotKeyLoan::made);
-    shell->tell("KeyHeld");
-    shell->tellAsStranger("KeyLost", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 1U); });
-    shell->tell("KeyLost", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 77U); });
+    shell->send("KeyHeld");
+    shell->sendAsStranger("KeyLost", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 1U); });
+    shell->send("KeyLost", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 77U); });
     catchUp();
     EXPECT_FALSE(losses->take());
-    shell->tell("KeyLost", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 1U); });
+    shell->send("KeyLost", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 1U); });
     catchUp();
     EXPECT_TRUE(losses->take());
 }
@@ -306,9 +306,9 @@ TEST_F(HotKeysOfTheShell, AreBorrowedAgainWhenTheExtensionBeginsAnew) {
 
 TEST_F(HotKeysOfTheShell, DoNotHearWhatIsNoPress) {
     ASSERT_EQ(take(keyLeft, 31).status, noErr);
-    shell->tell("Activated");
-    shell->tell("Activated", [](sd_bus_message* signal) { sd_bus_message_append(signal, "s", "1"); });
-    shell->tellAsStranger("Activated", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 1U); });
+    shell->send("Activated");
+    shell->send("Activated", [](sd_bus_message* signal) { sd_bus_message_append(signal, "s", "1"); });
+    shell->sendAsStranger("Activated", [](sd_bus_message* signal) { sd_bus_message_append(signal, "u", 1U); });
     catchUp();
     EXPECT_TRUE(pressed.empty());
 }

@@ -71,11 +71,11 @@ TEST(ShellMessages, ValuesOfOtherTypesCountAsUntold) {
 }
 
 TEST(ShellMessages, ProcessesAreTakenOnlyWhereTheyCanBe) {
-    for (const auto& [told, taken] : std::vector<std::pair<std::string, int>>{
+    for (const auto& [reported, taken] : std::vector<std::pair<std::string, int>>{
              {"1", 1}, {"0", 0}, {"-1", 0}, {"4294967296", 0}, {"2147483647", 2147483647}, {"1.5", 0}}) {
-        const auto window = parseWindow(R"({"id":7,"frame":[1,2,3,4],"pid":)" + told + "}");
-        ASSERT_TRUE(window) << told;
-        EXPECT_EQ(window->second.clues.process, taken) << told;
+        const auto window = parseWindow(R"({"id":7,"frame":[1,2,3,4],"pid":)" + reported + "}");
+        ASSERT_TRUE(window) << reported;
+        EXPECT_EQ(window->second.clues.process, taken) << reported;
     }
 }
 

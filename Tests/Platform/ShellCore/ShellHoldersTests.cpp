@@ -66,11 +66,11 @@ protected:
     }
 
     Answers found() {
-        std::optional<Answers> told;
-        const auto search = holders.find({heldLeft, heldC}, [&](const Answers& answers) { told = answers; });
-        EXPECT_FALSE(told) << "in a later turn";
-        EXPECT_TRUE(until([&] { return told.has_value(); }));
-        return told.value_or(Answers{});
+        std::optional<Answers> reported;
+        const auto search = holders.find({heldLeft, heldC}, [&](const Answers& answers) { reported = answers; });
+        EXPECT_FALSE(reported) << "in a later turn";
+        EXPECT_TRUE(until([&] { return reported.has_value(); }));
+        return reported.value_or(Answers{});
     }
 
     TemporaryFolder folder;

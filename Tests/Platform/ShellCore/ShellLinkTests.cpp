@@ -25,7 +25,7 @@ private:
 
     void closed() override { lines.emplace_back("closed"); }
 
-    void told(std::string_view signal, sd_bus_message* /*message*/) override { lines.emplace_back(signal); }
+    void signalArrived(std::string_view signal, sd_bus_message* /*message*/) override { lines.emplace_back(signal); }
 };
 
 using Lines = std::vector<std::string>;
@@ -152,9 +152,9 @@ TEST_F(ALinkToTheShell, TakesAnAnswerOfAnotherTypeForNoExtension) {
 TEST_F(ALinkToTheShell, DoesNotListenToStrangers) {
     shell->setCore(true);
     link->await(soon());
-    shell->tellAsStranger("Closed");
-    shell->tellAsStranger("Moved");
-    shell->tell("Focused", [](sd_bus_message* signal) { sd_bus_message_append(signal, "t", std::uint64_t{1}); });
+    shell->sendAsStranger("Closed");
+    shell->sendAsStranger("Moved");
+    shell->send("Focused", [](sd_bus_message* signal) { sd_bus_message_append(signal, "t", std::uint64_t{1}); });
     ASSERT_TRUE(until([&] { return notes.lines.back() == "Focused"; }));
     catchUp();
     EXPECT_EQ(notes.lines, (Lines{"opened first anew", "Focused"}));

@@ -20,12 +20,12 @@ protected:
         link->await(soon());
     }
 
-    void tellText(const char* signal, const std::string& text) {
-        shell->tell(signal, [&](sd_bus_message* message) { sd_bus_message_append(message, "s", text.c_str()); });
+    void sendText(const char* signal, const std::string& text) {
+        shell->send(signal, [&](sd_bus_message* message) { sd_bus_message_append(message, "s", text.c_str()); });
     }
 
-    void tellNumber(const char* signal, std::uint64_t number) {
-        shell->tell(signal, [&](sd_bus_message* message) { sd_bus_message_append(message, "t", number); });
+    void sendNumber(const char* signal, std::uint64_t number) {
+        shell->send(signal, [&](sd_bus_message* message) { sd_bus_message_append(message, "t", number); });
     }
 
     [[nodiscard]] corvid::CGRect frame() const { return table.find("7")->frame; }
@@ -45,23 +45,23 @@ TEST_F(AccessToTheShell, FillsTheTableWhenItOpens) {
 }
 
 TEST_F(AccessToTheShell, FollowsWindowsFocusAndScreens) {
-    tellText("WindowChanged", R"({"id":8,"kind":"auxiliary","frame":[1,2,3,4]})");
-    tellNumber("Focused", 8);
-    tellText("OutputsChanged", R"([{"frame":[0,0,800,600],"workArea":[0,0,800,600]}])");
+    sendText("WindowChanged", R"({"id":8,"kind":"auxiliary","frame":[1,2,3,4]})");
+    sendNumber("Focused", 8);
+    sendText("OutputsChanged", R"([{"frame":[0,0,800,600],"workArea":[0,0,800,600]}])");
     ASSERT_TRUE(until([&] { return table.focused() == "8" && table.outputs().front().frame.size.width == 800; }));
     EXPECT_EQ(table.find("8")->kind, compositor::WindowKind::auxiliary);
     EXPECT_GT(table.arrivalOf("8"), 0U);
-    tellNumber("WindowGone", 8);
+    sendNumber("WindowGone", 8);
     ASSERT_TRUE(until([&] { return table.find("8") == nullptr; }));
     EXPECT_FALSE(table.focused());
 }
 
 TEST_F(AccessToTheShell, KnowsAFocusThatIsReportedBeforeItsWindow) {
-    tellNumber("Focused", 9);
+    sendNumber("Focused", 9);
     ASSERT_TRUE(until([&] { return !table.focused(); }));
-    tellText("WindowChanged", R"({"id":9,"kind":"standard","frame":[1,2,3,4]})");
+    sendText("WindowChanged", R"({"id":9,"kind":"standard","frame":[1,2,3,4]})");
     ASSERT_TRUE(until([&] { return table.focused() == "9"; }));
-    tellNumber("Focused", 0);
+    sendNumber("Focused", 0);
     EXPECT_TRUE(until([&] { return !table.focused(); }));
 }
 
@@ -69,7 +69,7 @@ TEST_F(AccessToTheShell, AsksWhereWindowsAreOnlyAfterOneHasMoved) {
     shell->answerWithText("Frames", "[[7,30,40,500,400,true],[99,1,2,3,4,false]]");
     access.refresh(soon());
     EXPECT_FALSE(shell->wasCalled("Frames"));
-    shell->tell("Moved");
+    shell->send("Moved");
     catchUp();
     EXPECT_FALSE(shell->wasCalled("Frames")) << "nobody has read anything";
     access.refresh(soon());
@@ -82,7 +82,7 @@ TEST_F(AccessToTheShell, AsksWhereWindowsAreOnlyAfterOneHasMoved) {
 }
 
 TEST_F(AccessToTheShell, AsksAgainAfterAnAnswerThatIsNone) {
-    shell->tell("Moved");
+    shell->send("Moved");
     catchUp();
     for (const char* text : {"", "{}", "null"}) {
         shell->answerWithText("Frames", text);
@@ -168,12 +168,12 @@ TEST_F(AccessToTheShell, SurvivesAnyMessage) {
     for (const std::string& text : {std::string(), std::string("{"), std::string("null"), huge,
                                     R"({"id":7,"frame":")" + huge + "\"}", std::string(200'000, '[')}) {
         for (const char* signal : {"WindowChanged", "OutputsChanged", "WindowGone", "Focused", "Moved", "Unheard"}) {
-            tellText(signal, text);
+            sendText(signal, text);
         }
     }
     for (const char* signal : {"WindowChanged", "OutputsChanged", "Moved"}) {
-        tellNumber(signal, 7);
-        shell->tell(signal);
+        sendNumber(signal, 7);
+        shell->send(signal);
     }
     catchUp();
     EXPECT_EQ(frame(), (corvid::CGRect{{10, 20}, {300, 200}}));

@@ -63,13 +63,13 @@ equal(methods.filter(name => typeof new Scene().busObject[`${name}Async`] !== 'f
     equal(scene.askAll(PROGRAM), ALL_DONE, 'the program is served');
     equal(scene.askAll(STRANGER), denied(12), 'a stranger beside the program');
     equal(scene.bus.call(STRANGER, 'Hello').error, 'Denied', 'a stranger that says Hello beside the program');
-    equal(scene.bus.told.filter(([to]) => to !== PROGRAM), [], 'signals to other clients');
+    equal(scene.bus.reported.filter(([to]) => to !== PROGRAM), [], 'signals to other clients');
 }
 {
     const scene = new Scene();
     equal(scene.askAll(STRANGER), denied(12), 'a stranger without a program');
     equal(scene.bus.call(STRANGER, 'Hello').error, 'Denied', 'a stranger that says Hello without a program');
-    equal(scene.bus.told, [], 'signals without a client');
+    equal(scene.bus.reported, [], 'signals without a client');
     scene.isUntouched('nobody is there');
 }
 {
@@ -77,7 +77,7 @@ equal(methods.filter(name => typeof new Scene().busObject[`${name}Async`] !== 'f
     scene.bus.give(STRANGER);
     equal(scene.askAll(STRANGER), denied(12), 'the owner of the name before it has said Hello');
     scene.shell.display.emit('notify::focus-window');
-    equal(scene.bus.told.map(([to, signal]) => [to, signal]), [[STRANGER, 'Opened']],
+    equal(scene.bus.reported.map(([to, signal]) => [to, signal]), [[STRANGER, 'Opened']],
         'signals to the owner of the name before its Hello');
     scene.isUntouched('nobody has said Hello');
 }
@@ -85,7 +85,7 @@ equal(methods.filter(name => typeof new Scene().busObject[`${name}Async`] !== 'f
     const scene = new Scene();
     scene.bus.give(PROGRAM, false);
     equal(scene.bus.call(PROGRAM, 'Hello').values.length, 1, 'an owner of the name that was not heard of yet');
-    scene.bus.tellOwner();
+    scene.bus.sendOwner();
     equal(scene.bus.call(PROGRAM, 'Grab', 1, LEFT).values, [true], 'the same, once it is heard of');
     equal(scene.bus.call(PROGRAM, 'Hello').values.length, 1, 'a second Hello');
     equal(scene.shell.display.grabbed, [LEFT], 'the keys after a second Hello');
@@ -120,7 +120,7 @@ for (const next of [null, STRANGER]) {
     scene.isUntouched('the name is gone');
     equal(scene.askAll(PROGRAM), denied(12), 'a program that has lost its name');
     equal(scene.askAll(STRANGER), denied(12), 'whoever has the name next, without Hello');
-    equal(scene.bus.told.at(next ? -2 : -1), [PROGRAM, 'Closed'], 'signals to the former owner');
+    equal(scene.bus.reported.at(next ? -2 : -1), [PROGRAM, 'Closed'], 'signals to the former owner');
     if (next) {
         equal(scene.bus.call(STRANGER, 'Hello').values.length, 1, 'the next owner says Hello');
         equal(scene.shell.display.grabbed.filter(Boolean), [], 'no key is handed on');

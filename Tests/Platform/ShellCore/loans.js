@@ -39,8 +39,8 @@ class Scene {
     }
 
     /** The signals that the program got since the last call. */
-    told() {
-        return this.bus.told.splice(0).map(([, ...what]) => what).filter(([signal]) => signal !== 'Opened');
+    reported() {
+        return this.bus.reported.splice(0).map(([, ...what]) => what).filter(([signal]) => signal !== 'Opened');
     }
 
     changeSettings(change) {
@@ -54,7 +54,7 @@ class Scene {
             [LEFT_KEY, CONTROL_ALT, 'of the shell'], [PAGE_UP_KEY, SUPER, 'of the shell'], [RIGHT_KEY, CONTROL_ALT, 'of the shell'],
             [D_KEY, CONTROL_ALT, 'of Mutter'], [D_KEY, SUPER, 'of Mutter']])
             equal(this.shell.press(key, modifiers), wanted, `${what}: key ${key} with ${modifiers}`);
-        equal(this.told(), [], `${what}: what the program is told`);
+        equal(this.reported(), [], `${what}: what the program is reported`);
         equal(this.shell.listeners(), this.listeners, `${what}: who listens to the shell`);
         equal([...this.bus.settings.values()].flatMap(each => each.handlers), [], `${what}: who listens to settings`);
     }
@@ -84,14 +84,14 @@ const remove = key => display => {
     const former = handlers.get('switch-to-workspace-left');
     equal(scene.shell.press(LEFT_KEY, CONTROL_ALT), 'ours', 'a borrowed key');
     equal(scene.shell.press(LEFT_KEY, CONTROL_ALT, REPEATED), 'ours', 'a borrowed key that is held');
-    equal(scene.told(), [['Activated', 0]], 'signals for a borrowed key');
+    equal(scene.reported(), [['Activated', 0]], 'signals for a borrowed key');
     equal(scene.shell.press(PAGE_UP_KEY, SUPER), 'of the shell', 'another key of the binding');
     equal(scene.shell.press(LEFT_KEY, CONTROL_ALT), 'ours', 'the borrowed key again');
     equal(scene.shell.press(PAGE_UP_KEY, CONTROL_ALT), 'of the shell', 'another key of the binding with the same modifiers');
     equal(scene.shell.press(RIGHT_KEY, CONTROL_ALT), 'of the shell', 'a key that was not asked for');
     equal(scene.shell.press(D_KEY, CONTROL_ALT), 'ours', 'a borrowed key of a binding of Mutter');
     equal(scene.shell.press(D_KEY, SUPER), 'of Mutter', 'another key of a binding of Mutter');
-    equal(scene.told(), [['Activated', 0], ['Activated', 1]], 'signals for all these');
+    equal(scene.reported(), [['Activated', 0], ['Activated', 1]], 'signals for all these');
     scene.shell.setOverview(true);
     equal(scene.shell.press(LEFT_KEY, CONTROL_ALT), 'of the shell', 'a borrowed key in the overview');
     scene.shell.setOverview(false);
@@ -100,7 +100,7 @@ const remove = key => display => {
     scene.shell.catchUp();
     equal(handlers.get('show-desktop'), 'of Mutter', 'the handler of Mutter some time after the press');
     equal(handlers.get('switch-to-workspace-left')(), former(), 'the handler of the shell some time after the press');
-    scene.told();
+    scene.reported();
     [0, 1, 2].forEach(number => scene.ask('Ungrab', number));
     scene.isTheShells('given back');
 }
@@ -114,7 +114,7 @@ for (const end of [scene => scene.busObject.disable(), scene => scene.bus.give(n
     end(scene);
     equal(scene.shell.handlers.get('show-desktop'), 'of Mutter', 'the handler when the end comes');
     equal(scene.shell.display.grabbed.filter(Boolean), [], 'the keys when the end comes');
-    scene.told();
+    scene.reported();
     scene.listeners = 0;
     scene.isTheShells('the end has come');
 }
@@ -123,24 +123,24 @@ for (const end of [scene => scene.busObject.disable(), scene => scene.bus.give(n
     scene.ask('Borrow', 1, LEFT);
     scene.ask('Borrow', 2, C);
     scene.changeSettings(remove(LEFT_KEY));
-    equal(scene.told(), [['KeyHeld', 1, false]], 'signals when a binding was removed');
+    equal(scene.reported(), [['KeyHeld', 1, false]], 'signals when a binding was removed');
     equal(scene.shell.display.grabbed.filter(Boolean).sort(), [C, LEFT], 'the keys when a binding was removed');
     scene.changeSettings(() => scene.shell.bind('show-desktop', LEFT_KEY, CONTROL_ALT));
-    equal(scene.told(), [['KeyHeld', 1, true]], 'signals when a binding was added');
+    equal(scene.reported(), [['KeyHeld', 1, true]], 'signals when a binding was added');
     equal(scene.shell.press(LEFT_KEY, CONTROL_ALT), 'ours', 'the key of a binding that was added');
-    scene.told();
+    scene.reported();
     scene.changeSettings(() => {
         remove(LEFT_KEY)(scene.shell.display);
         scene.shell.bind('switch-to-workspace-right', LEFT_KEY, CONTROL_ALT);
     });
-    equal(scene.told(), [], 'signals when another binding has the key');
+    equal(scene.reported(), [], 'signals when another binding has the key');
     equal(scene.shell.press(LEFT_KEY, CONTROL_ALT), 'ours', 'the key that another binding has');
-    scene.told();
+    scene.reported();
     remove(LEFT_KEY)(scene.shell.display);
     scene.shell.bind('switch-windows', LEFT_KEY, CONTROL_ALT);
     equal(scene.shell.press(LEFT_KEY, CONTROL_ALT), 'of the shell', 'the key that was lent, before that is looked at');
     scene.changeSettings(() => {});
-    equal(scene.told(), [['KeyLost', 1]], 'signals when the key is no longer lent');
+    equal(scene.reported(), [['KeyLost', 1]], 'signals when the key is no longer lent');
     equal(scene.shell.press(LEFT_KEY, CONTROL_ALT), 'of the shell', 'the key that is not lent any more');
     equal(scene.ask('LoanObstacle', LEFT), ['own'], 'what is in the way of borrowing it');
     equal(scene.ask('Borrow', 1, LEFT), [false, false], 'whether it is borrowed');
@@ -153,16 +153,16 @@ for (const end of [scene => scene.busObject.disable(), scene => scene.bus.give(n
     equal(scene.shell.display.grabbed.filter(Boolean), [], 'the keys until the shell has read its settings');
     scene.shell.bind('show-desktop', C_KEY, CONTROL_ALT);
     scene.shell.catchUp();
-    equal(scene.told(), [['KeyHeld', 1, true]], 'what is told of a free key that the shell has a use for now');
+    equal(scene.reported(), [['KeyHeld', 1, true]], 'what is reported of a free key that the shell has a use for now');
     remove(C_KEY)(scene.shell.display);
     scene.shell.backend.emit('keymap-layout-group-changed');
     scene.shell.catchUp();
-    equal(scene.told(), [['KeyHeld', 1, false]], 'what is told when another layout has its keys elsewhere');
+    equal(scene.reported(), [['KeyHeld', 1, false]], 'what is reported when another layout has its keys elsewhere');
     const grabs = scene.shell.display.grabbed.length;
     scene.shell.backend.emit('keymap-changed');
     equal(scene.shell.display.grabbed.filter(Boolean), [C], 'a free key when the layout changes');
     scene.shell.catchUp();
-    equal([scene.told(), scene.shell.display.grabbed.length], [[], grabs], 'a free key when the layout has changed');
+    equal([scene.reported(), scene.shell.display.grabbed.length], [[], grabs], 'a free key when the layout has changed');
     scene.bus.settings.get(scene.shell.schemas[1]).emit('changed');
     scene.busObject.disable();
     scene.shell.catchUp();

@@ -340,7 +340,7 @@ var PlayedBus = class PlayedBus {
         this.name = name;
         this.owner = null;
         this.processes = new Map();
-        this.told = [];
+        this.reported = [];
         this.log = [];
         /** The bus's pending replies, while it is slow. */
         this.held = null;
@@ -349,7 +349,7 @@ var PlayedBus = class PlayedBus {
         const {settings} = this;
         const session = {
             emit_signal: (destination, _path, _interface, signal, parameters) =>
-                this.told.push([destination, signal, ...parameters ? parameters.deepUnpack() : []]),
+                this.reported.push([destination, signal, ...parameters ? parameters.deepUnpack() : []]),
             call: (_service, _path, _interface, method, parameters, _type, _flags, _timeout, _cancellable, then) => {
                 const [asked] = parameters.deepUnpack();
                 const known = method === 'GetNameOwner' ? asked === this.name && this.owner : this.processes.get(asked);
@@ -375,7 +375,7 @@ var PlayedBus = class PlayedBus {
             bus_watch_name_on_connection: (_bus, _name, _flags, appeared, vanished) => {
                 this.appeared = appeared;
                 this.vanished = vanished;
-                this.tellOwner();
+                this.sendOwner();
                 return 1;
             },
             bus_unwatch_name: () => { this.appeared = this.vanished = null; },
@@ -390,7 +390,7 @@ var PlayedBus = class PlayedBus {
         };
     }
 
-    tellOwner() {
+    sendOwner() {
         if (this.owner)
             this.appeared?.(null, this.name, this.owner);
         else
@@ -398,10 +398,10 @@ var PlayedBus = class PlayedBus {
     }
 
     /** Gives the name to a connection, or to none. `isTold`: the extension gets the signal at once. */
-    give(owner, isTold = true) {
+    give(owner, isReported = true) {
         this.owner = owner;
-        if (isTold)
-            this.tellOwner();
+        if (isReported)
+            this.sendOwner();
     }
 
     /** Sends all replies that it has held back. */

@@ -229,9 +229,9 @@ TEST_F(SwayBorrowing, OnlyBorrowedBindingsAreLeftForRemoval) {
     desktop.sway.setConfiguration(leftIsUsers);
     reload();
     ASSERT_TRUE(desktop.runUntil([&] { return losses->take(); }));
-    const std::size_t told = left.size();
+    const std::size_t reported = left.size();
     keys.reset();
-    EXPECT_EQ(left.size(), told) << "nothing was borrowed any more";
+    EXPECT_EQ(left.size(), reported) << "nothing was borrowed any more";
 }
 
 TEST_F(SwayBorrowing, NothingIsLeftAfterTheEnd) {

@@ -43,11 +43,11 @@ protected:
     }
 
     void press(const std::string& command) {
-        desktop.sway.tell(bindingEvent, R"({"change":"run","binding":{"command":")" + command +
+        desktop.sway.send(bindingEvent, R"({"change":"run","binding":{"command":")" + command +
                                             R"(","event_state_mask":["Control","Mod1"],"input_code":113}})");
     }
 
-    void reload() { desktop.sway.tell(workspaceEvent, R"({"change":"reload","current":null})"); }
+    void reload() { desktop.sway.send(workspaceEvent, R"({"change":"reload","current":null})"); }
 
     OpenWindowAccess desktop;
     /// The commands for the time after the program, in order.

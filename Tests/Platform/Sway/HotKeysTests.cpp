@@ -150,7 +150,7 @@ TEST_F(SwayHotKeys, MalformedEventsPressNothing) {
                              R"({"change":"run","binding":{"command":["nop tessel 1"]}})",
                              R"({"change":"run","binding":{"command":"nop tessel 99999999999999999999999"}})",
                              R"({"change":["run"],"binding":{"command":"nop tessel 1"}})", R"("run")", "null"}) {
-        desktop.sway.tell(bindingEvent, text);
+        desktop.sway.send(bindingEvent, text);
     }
     press("nop tessel 1");
     ASSERT_TRUE(desktop.runUntil([&] { return !pressed.empty(); }));

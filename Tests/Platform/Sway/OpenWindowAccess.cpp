@@ -25,6 +25,6 @@ bool OpenWindowAccess::runUntil(const std::function<bool()>& condition) {
 
 bool OpenWindowAccess::refresh() {
     const int before = sway.treeReadings();
-    sway.tell(0x80000003, R"({"change":"focus","container":{}})");
+    sway.send(0x80000003, R"({"change":"focus","container":{}})");
     return runUntil([&] { return sway.treeReadings() > before; });
 }

@@ -125,14 +125,14 @@ TEST_F(SwaySession, AnswersOfAnotherKindChangeNothing) {
 
 TEST_F(SwaySession, GarbageAmongTheEventsClosesIt) {
     open();
-    desktop.sway.tellRaw("garbage and nothing else");
+    desktop.sway.sendRaw("garbage and nothing else");
     ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
     EXPECT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
 }
 
 TEST_F(SwaySession, MalformedEventsCloseIt) {
     open();
-    desktop.sway.tell(0x80000003, R"({"change": "new", )");
+    desktop.sway.send(0x80000003, R"({"change": "new", )");
     ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
     EXPECT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
 }
@@ -142,7 +142,7 @@ TEST_F(SwaySession, AWindowWhoseTitleIsNotUtf8IsAWindowLikeAnother) {
     desktop.sway.setTree(layouts::oneOutput({{.number = 7}, {.number = 8, .title = title}}));
     desktop.session.start();
     ASSERT_TRUE(desktop.table.isOpen());
-    desktop.sway.tell(0x80000003, R"({"change":"title","container":{"id":8,"name":")" + title + "\"}}");
+    desktop.sway.send(0x80000003, R"({"change":"title","container":{"id":8,"name":")" + title + "\"}}");
     ASSERT_TRUE(desktop.refresh());
     EXPECT_TRUE(desktop.session.isOpen());
     EXPECT_NE(desktop.table.find("7"), nullptr);
@@ -151,7 +151,7 @@ TEST_F(SwaySession, AWindowWhoseTitleIsNotUtf8IsAWindowLikeAnother) {
 
 TEST_F(SwaySession, AnAnswerAmongTheEventsIsNoneOfThem) {
     open();
-    desktop.sway.tellRaw(FakeSway::message(4, R"({"type":"root","nodes":[]})"));
+    desktop.sway.sendRaw(FakeSway::message(4, R"({"type":"root","nodes":[]})"));
     ASSERT_TRUE(desktop.refresh());
     EXPECT_NE(desktop.table.find("7"), nullptr);
 }
@@ -165,7 +165,7 @@ TEST_F(SwaySession, AFloodOfEventsLeavesTheLoopToOthers) {
     std::atomic<bool> isSent = false;
     // A sender of that much data waits for the reader.
     const std::jthread sender([&] {
-        desktop.sway.tellRaw(flood);
+        desktop.sway.sendRaw(flood);
         isSent = true;
     });
     int turns = 0;

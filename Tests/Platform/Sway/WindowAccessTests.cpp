@@ -15,31 +15,31 @@ using testing::HasSubstr;
 
 constexpr std::uint32_t windowEvent = 0x80000003;
 
-struct Told final : compositor::WindowTable::Follower {
+struct Reports final : compositor::WindowTable::Follower {
     void windowAppeared(const std::string& identifier, const compositor::Window& /*window*/, bool wasThere) override {
-        told.push_back((wasThere ? "there " : "new ") + identifier);
+        reported.push_back((wasThere ? "there " : "new ") + identifier);
     }
 
     void windowChangedIdentity(const std::string& identifier, const compositor::Window& /*window*/) override {
-        told.push_back("renamed " + identifier);
+        reported.push_back("renamed " + identifier);
     }
 
     void windowBecameReady(const std::string& identifier, const compositor::Window& /*window*/) override {
-        told.push_back("ready " + identifier);
+        reported.push_back("ready " + identifier);
     }
 
     void windowVanished(const std::string& identifier, const compositor::Window& /*window*/) override {
-        told.push_back("gone " + identifier);
+        reported.push_back("gone " + identifier);
     }
 
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
 };
 
 class SwayWindowAccess : public testing::Test {
 protected:
     void open(const std::string& layout) {
         desktop.sway.setTree(layout);
-        desktop.table.setFollower(told);
+        desktop.table.setFollower(reported);
         desktop.session.start();
         ASSERT_TRUE(desktop.table.isOpen());
     }
@@ -71,12 +71,12 @@ protected:
     }
 
     OpenWindowAccess desktop;
-    Told told;
+    Reports reported;
 };
 
 TEST_F(SwayWindowAccess, OpensWithWhatIsThere) {
     open(layouts::oneOutput({{.number = 7, .isFocused = true}, {.number = 8}}));
-    EXPECT_THAT(told.told, ElementsAre("there 7", "ready 7", "there 8", "ready 8"));
+    EXPECT_THAT(reported.reported, ElementsAre("there 7", "ready 7", "there 8", "ready 8"));
     EXPECT_EQ(desktop.table.focused(), "7");
     ASSERT_EQ(desktop.table.outputs().size(), 1U);
     EXPECT_EQ(desktop.table.outputs()[0].workArea, (CGRect{{0, 23}, {1920, 1057}}));
@@ -84,17 +84,17 @@ TEST_F(SwayWindowAccess, OpensWithWhatIsThere) {
 
 TEST_F(SwayWindowAccess, FollowsWindowsThatComeAndGo) {
     open(layouts::oneOutput({{.number = 7, .isFocused = true}}));
-    told.told.clear();
+    reported.reported.clear();
     desktop.sway.setTree(layouts::oneOutput({{.number = 7}, {.number = 9, .isFocused = true}}));
-    desktop.sway.tell(windowEvent, R"({"change":"new","container":{"id":9}})");
-    ASSERT_TRUE(desktop.runUntil([&] { return told.told.size() == 2; }));
-    EXPECT_THAT(told.told, ElementsAre("new 9", "ready 9"));
+    desktop.sway.send(windowEvent, R"({"change":"new","container":{"id":9}})");
+    ASSERT_TRUE(desktop.runUntil([&] { return reported.reported.size() == 2; }));
+    EXPECT_THAT(reported.reported, ElementsAre("new 9", "ready 9"));
     EXPECT_EQ(desktop.table.focused(), "9");
 
     desktop.sway.setTree(layouts::oneOutput({{.number = 9, .isFocused = true}}));
-    desktop.sway.tell(windowEvent, R"({"change":"close","container":{"id":7}})");
-    ASSERT_TRUE(desktop.runUntil([&] { return told.told.size() == 3; }));
-    EXPECT_EQ(told.told.back(), "gone 7");
+    desktop.sway.send(windowEvent, R"({"change":"close","container":{"id":7}})");
+    ASSERT_TRUE(desktop.runUntil([&] { return reported.reported.size() == 3; }));
+    EXPECT_EQ(reported.reported.back(), "gone 7");
 }
 
 TEST_F(SwayWindowAccess, ReadsTheLayoutOnceForManyEvents) {
@@ -105,7 +105,7 @@ TEST_F(SwayWindowAccess, ReadsTheLayoutOnceForManyEvents) {
         burst += FakeSway::message(windowEvent, R"({"change":"focus","container":{}})");
     }
     desktop.sway.setTree(layouts::oneOutput({{.number = 7}, {.number = 8}}));
-    desktop.sway.tellRaw(burst);
+    desktop.sway.sendRaw(burst);
     ASSERT_TRUE(desktop.runUntil([&] { return desktop.table.find("8") != nullptr; }));
     EXPECT_EQ(desktop.sway.treeReadings(), before + 1);
 }
@@ -114,7 +114,7 @@ TEST_F(SwayWindowAccess, TakesNoNoteOfTitlesOfOthers) {
     open(layouts::oneOutput({{.number = 7}}));
     const int before = desktop.sway.treeReadings();
     for (int count = 0; count < 20; ++count) {
-        desktop.sway.tell(windowEvent, R"({"change":"title","container":{"id":7,"pid":100}})");
+        desktop.sway.send(windowEvent, R"({"change":"title","container":{"id":7,"pid":100}})");
     }
     // Later messages are read once these are.
     ASSERT_TRUE(desktop.refresh());
@@ -210,7 +210,7 @@ TEST_F(SwayWindowAccess, OwnWindowsBecomePopoversAsTheyAppear) {
     desktop.sway.setTree(layouts::oneOutput(
         {{.number = 7},
          {.number = 9, .isFloating = true, .process = OpenWindowAccess::ownProcess, .title = "Tessel"}}));
-    desktop.sway.tell(windowEvent, R"({"change":"title","container":{"id":9,"pid":4711}})");
+    desktop.sway.send(windowEvent, R"({"change":"title","container":{"id":9,"pid":4711}})");
     std::vector<std::string> commands;
     ASSERT_TRUE(desktop.runUntil([&] {
         commands = desktop.sway.takeCommands();
@@ -234,15 +234,15 @@ TEST_F(SwayWindowAccess, WindowsOfOthersAreNotTakenForOurs) {
 
 TEST_F(SwayWindowAccess, ClosesWithTheCompositorAndOpensAgain) {
     open(layouts::oneOutput({{.number = 7}}));
-    told.told.clear();
+    reported.reported.clear();
     desktop.sway.stop();
     ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
-    EXPECT_TRUE(told.told.empty());
+    EXPECT_TRUE(reported.reported.empty());
     EXPECT_EQ(desktop.access.place("7", {{0, 23}, {960, 1057}}, desktop.soon()), AXError::cannotComplete);
     desktop.sway.setTree(layouts::oneOutput({{.number = 8}}));
     desktop.sway.start();
     ASSERT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
-    EXPECT_THAT(told.told, ElementsAre("gone 7", "there 8", "ready 8"));
+    EXPECT_THAT(reported.reported, ElementsAre("gone 7", "there 8", "ready 8"));
 }
 
 } // namespace

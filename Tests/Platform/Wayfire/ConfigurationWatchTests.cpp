@@ -22,11 +22,11 @@ TEST(WayfireConfigurationWatch, TellsOfChangesOfItsFileAloneOnceTheyAreOver) {
     const std::string path = folder / "wayfire.ini";
     write(path);
     linux::MainLoop loop;
-    int told = 0;
-    Instant toldAt{};
+    int reported = 0;
+    Instant reportedAt{};
     const ConfigurationWatch watch(loop, path, [&] {
-        ++told;
-        toldAt = loop.now();
+        ++reported;
+        reportedAt = loop.now();
     });
     const auto runUntil = [&](const std::function<bool()>& condition) {
         const Instant end = loop.now() + std::chrono::seconds(10);
@@ -42,15 +42,15 @@ TEST(WayfireConfigurationWatch, TellsOfChangesOfItsFileAloneOnceTheyAreOver) {
     runUntil([&] { return loop.now() >= written + ConfigurationWatch::delay / 2; });
     write(folder / "other.ini");
     const Instant otherWritten = loop.now();
-    runUntil([&] { return told > 0; });
-    ASSERT_EQ(told, 1);
-    EXPECT_GE(toldAt, written + ConfigurationWatch::delay - std::chrono::milliseconds(50));
-    EXPECT_LT(toldAt, otherWritten + ConfigurationWatch::delay);
+    runUntil([&] { return reported > 0; });
+    ASSERT_EQ(reported, 1);
+    EXPECT_GE(reportedAt, written + ConfigurationWatch::delay - std::chrono::milliseconds(50));
+    EXPECT_LT(reportedAt, otherWritten + ConfigurationWatch::delay);
     // As editors do.
     write(folder / "new.ini");
     std::filesystem::rename(folder / "new.ini", path);
-    runUntil([&] { return told > 1; });
-    EXPECT_EQ(told, 2);
+    runUntil([&] { return reported > 1; });
+    EXPECT_EQ(reported, 2);
 }
 
 } // namespace

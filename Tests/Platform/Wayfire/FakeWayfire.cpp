@@ -95,16 +95,16 @@ void FakeWayfire::onConfigure(std::function<void(const Json&)> function) {
     carryOut = std::move(function);
 }
 
-void FakeWayfire::tell(const Json& event) {
-    tellRaw(message(event.dump()));
+void FakeWayfire::send(const Json& event) {
+    sendRaw(message(event.dump()));
 }
 
-void FakeWayfire::tellOfView(std::string_view event, const Json& view) {
-    tell({{"event", event}, {"view", view}});
+void FakeWayfire::reportView(std::string_view event, const Json& view) {
+    send({{"event", event}, {"view", view}});
 }
 
 void FakeWayfire::press(std::uint64_t binding) {
-    tell({{"event", "command-binding"}, {"binding-id", binding}});
+    send({{"event", "command-binding"}, {"binding-id", binding}});
 }
 
 std::vector<std::string> FakeWayfire::takeChanges() {
@@ -247,7 +247,7 @@ nlohmann::json FakeWayfire::changed(const Peer& peer, const std::string& method,
                 each["geometry"] = each["base-geometry"] = data["geometry"];
                 each["output-id"] = data["output_id"];
                 each["tiled-edges"] = 0;
-                tellOfView("view-geometry-changed", each);
+                reportView("view-geometry-changed", each);
             }
         }
     }

@@ -56,8 +56,8 @@ public:
     void onConfigure(std::function<void(const Json& data)> carryOut);
 
     /// Sends an event to every connection that watches any.
-    void tell(const Json& event);
-    void tellOfView(std::string_view event, const Json& view);
+    void send(const Json& event);
+    void reportView(std::string_view event, const Json& view);
     /// The event of a binding, to the connection that has it.
     void press(std::uint64_t binding);
 

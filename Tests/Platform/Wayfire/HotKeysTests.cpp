@@ -105,7 +105,7 @@ TEST_F(WayfireHotKeys, MalformedEventsPressNothing) {
     for (const char* text : {R"({"event":"command-binding"})", R"({"event":"command-binding","binding-id":"1"})",
                              R"({"event":"command-binding","binding-id":-1})", R"({"event":["command-binding"]})",
                              R"({"event":"command-binding","binding-id":1.5})"}) {
-        desktop.wayfire.tellRaw(FakeWayfire::message(text));
+        desktop.wayfire.sendRaw(FakeWayfire::message(text));
     }
     desktop.wayfire.press(numberOfKeys("<ctrl> <alt> KEY_LEFT"));
     ASSERT_TRUE(desktop.runUntil([&] { return !pressed.empty(); }));

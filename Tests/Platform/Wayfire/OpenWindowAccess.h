@@ -33,7 +33,7 @@ struct OpenWindowAccess {
     /// Sends an event that triggers a reading, and waits for that.
     [[nodiscard]] bool refresh() {
         const int before = wayfire.readings();
-        wayfire.tellOfView("view-unmapped", nullptr);
+        wayfire.reportView("view-unmapped", nullptr);
         return runUntil([&] { return wayfire.readings() > before; });
     }
 

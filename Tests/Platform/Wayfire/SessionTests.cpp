@@ -111,7 +111,7 @@ TEST_F(WayfireSession, AnEventAmongTheAnswersIsToldLater) {
     open();
     desktop.wayfire.onConfigure([this](const Json& /*data*/) {
         desktop.wayfire.setViews({FakeWayfire::view(7), FakeWayfire::view(8)});
-        desktop.wayfire.tellOfView("view-mapped", nullptr);
+        desktop.wayfire.reportView("view-mapped", nullptr);
     });
     const auto answer =
         desktop.session.ask({.method = "window-rules/configure-view", .data = {{"id", 7}}}, desktop.soon());
@@ -168,14 +168,14 @@ TEST_F(WayfireSession, AnswersOfAnotherKindMoveNothing) {
 
 TEST_F(WayfireSession, AWindowWhoseTitleIsNotUtf8IsAWindowLikeAnother) {
     open();
-    desktop.wayfire.tellRaw(FakeWayfire::message("{\"event\":\"view-mapped\",\"view\":{\"title\":\"caf\xe9\"}}"));
+    desktop.wayfire.sendRaw(FakeWayfire::message("{\"event\":\"view-mapped\",\"view\":{\"title\":\"caf\xe9\"}}"));
     ASSERT_TRUE(desktop.refresh());
     EXPECT_TRUE(desktop.session.isOpen());
 }
 
 TEST_F(WayfireSession, GarbageAmongTheEventsClosesIt) {
     open();
-    desktop.wayfire.tellRaw("garbage and nothing else");
+    desktop.wayfire.sendRaw("garbage and nothing else");
     ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
     EXPECT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
 }

@@ -23,29 +23,29 @@ Json geometryJson(int x, int y, int width, int height) {
 
 struct ToldOfViews final : compositor::WindowTable::Follower {
     void windowAppeared(const std::string& identifier, const compositor::Window& /*window*/, bool wasThere) override {
-        told.push_back((wasThere ? "there " : "new ") + identifier);
+        reported.push_back((wasThere ? "there " : "new ") + identifier);
     }
 
     void windowChangedIdentity(const std::string& identifier, const compositor::Window& /*window*/) override {
-        told.push_back("renamed " + identifier);
+        reported.push_back("renamed " + identifier);
     }
 
     void windowBecameReady(const std::string& identifier, const compositor::Window& /*window*/) override {
-        told.push_back("ready " + identifier);
+        reported.push_back("ready " + identifier);
     }
 
     void windowVanished(const std::string& identifier, const compositor::Window& /*window*/) override {
-        told.push_back("gone " + identifier);
+        reported.push_back("gone " + identifier);
     }
 
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
 };
 
 class WayfireWindowAccess : public testing::Test {
 protected:
     void open(const std::vector<Json>& views) {
         desktop.wayfire.setViews(views);
-        desktop.table.setFollower(told);
+        desktop.table.setFollower(reported);
         desktop.session.start();
         ASSERT_TRUE(desktop.table.isOpen());
     }
@@ -55,12 +55,12 @@ protected:
         desktop.wayfire.onConfigure([this, geometry](const Json& data) {
             const Json view = FakeWayfire::view(data["id"], {{"geometry", geometry}});
             desktop.wayfire.setViews({view});
-            desktop.wayfire.tellOfView("view-geometry-changed", view);
+            desktop.wayfire.reportView("view-geometry-changed", view);
         });
     }
 
     OpenWindowAccess desktop;
-    ToldOfViews told;
+    ToldOfViews reported;
 };
 
 TEST_F(WayfireWindowAccess, OpensWithWhatIsThere) {
@@ -68,7 +68,7 @@ TEST_F(WayfireWindowAccess, OpensWithWhatIsThere) {
     // Of the latter one, nothing is to be seen.
     open({FakeWayfire::view(12), FakeWayfire::view(8), FakeWayfire::view(9, {{"mapped", false}}),
           FakeWayfire::view(10, {{"role", "desktop-environment"}}), FakeWayfire::view(11, {{"output-id", -1}})});
-    EXPECT_THAT(told.told, ElementsAre("there 8", "ready 8", "there 12", "ready 12"));
+    EXPECT_THAT(reported.reported, ElementsAre("there 8", "ready 8", "there 12", "ready 12"));
     EXPECT_EQ(desktop.table.focused(), "8");
     EXPECT_EQ(desktop.table.find("8")->frame, (CGRect{{100, 200}, {700, 500}}));
     ASSERT_THAT(desktop.table.outputs(), SizeIs(2));
@@ -79,15 +79,15 @@ TEST_F(WayfireWindowAccess, OpensWithWhatIsThere) {
 
 TEST_F(WayfireWindowAccess, FollowsWindowsThatComeAndGo) {
     open({FakeWayfire::view(7)});
-    told.told.clear();
+    reported.reported.clear();
     desktop.wayfire.setViews({FakeWayfire::view(7, {{"app-id", "another"}}), FakeWayfire::view(9)});
-    desktop.wayfire.tellOfView("view-mapped", FakeWayfire::view(9));
-    ASSERT_TRUE(desktop.runUntil([&] { return told.told.size() == 3; }));
-    EXPECT_THAT(told.told, ElementsAre("renamed 7", "new 9", "ready 9"));
+    desktop.wayfire.reportView("view-mapped", FakeWayfire::view(9));
+    ASSERT_TRUE(desktop.runUntil([&] { return reported.reported.size() == 3; }));
+    EXPECT_THAT(reported.reported, ElementsAre("renamed 7", "new 9", "ready 9"));
     desktop.wayfire.setViews({FakeWayfire::view(9)});
-    desktop.wayfire.tellOfView("view-unmapped", FakeWayfire::view(7));
-    ASSERT_TRUE(desktop.runUntil([&] { return told.told.size() == 4; }));
-    EXPECT_EQ(told.told.back(), "gone 7");
+    desktop.wayfire.reportView("view-unmapped", FakeWayfire::view(7));
+    ASSERT_TRUE(desktop.runUntil([&] { return reported.reported.size() == 4; }));
+    EXPECT_EQ(reported.reported.back(), "gone 7");
 }
 
 TEST_F(WayfireWindowAccess, ReadsOnceForManyEvents) {
@@ -98,7 +98,7 @@ TEST_F(WayfireWindowAccess, ReadsOnceForManyEvents) {
         burst += FakeWayfire::message(R"({"event":"view-mapped","view":null})");
     }
     desktop.wayfire.setViews({FakeWayfire::view(7), FakeWayfire::view(8)});
-    desktop.wayfire.tellRaw(burst);
+    desktop.wayfire.sendRaw(burst);
     ASSERT_TRUE(desktop.runUntil([&] { return desktop.table.find("8") != nullptr; }));
     EXPECT_EQ(desktop.wayfire.readings(), before + 1);
 }
@@ -204,7 +204,7 @@ TEST_F(WayfireWindowAccess, AsksAWindowThatTookAnotherSizeOnceMore) {
         const Json taken = ++requests == 1 ? geometryJson(0, 30, 700, 500) : data["geometry"];
         const Json view = FakeWayfire::view(7, {{"geometry", taken}});
         desktop.wayfire.setViews({view});
-        desktop.wayfire.tellOfView("view-geometry-changed", view);
+        desktop.wayfire.reportView("view-geometry-changed", view);
     });
     EXPECT_EQ(desktop.access.place("7", {{0, 30}, {960, 1050}}, desktop.soon()), AXError::success);
     EXPECT_EQ(desktop.table.find("7")->frame, (CGRect{{0, 30}, {960, 1050}}));
@@ -233,7 +233,7 @@ TEST_F(WayfireWindowAccess, EventsOfOtherWindowsAreNotTakenForIts) {
     open({FakeWayfire::view(7), FakeWayfire::view(8)});
     desktop.wayfire.onConfigure([this](const Json& data) {
         desktop.wayfire.setViews({FakeWayfire::view(7, {{"geometry", data["geometry"]}})});
-        desktop.wayfire.tellOfView("view-geometry-changed", FakeWayfire::view(8, {{"geometry", data["geometry"]}}));
+        desktop.wayfire.reportView("view-geometry-changed", FakeWayfire::view(8, {{"geometry", data["geometry"]}}));
     });
     EXPECT_EQ(desktop.access.place("7", {{0, 30}, {960, 1050}}, desktop.soon()), AXError::cannotComplete);
 }
@@ -287,7 +287,7 @@ TEST_F(WayfireWindowAccess, OwnWindowsArePlacedAsTheyAppear) {
     EXPECT_THAT(desktop.wayfire.takeChanges(), testing::IsEmpty()) << "a window of another program";
     desktop.wayfire.setViews(
         {FakeWayfire::view(7), FakeWayfire::view(9, {{"title", "Tessel"}, {"pid", OpenWindowAccess::ownProcess}})});
-    desktop.wayfire.tellOfView("view-mapped", nullptr);
+    desktop.wayfire.reportView("view-mapped", nullptr);
     std::vector<std::string> changes;
     ASSERT_TRUE(desktop.runUntil([&] { return !(changes = desktop.wayfire.takeChanges()).empty(); }));
     EXPECT_THAT(changes, ElementsAre(testing::AllOf(HasSubstr("\"x\":1500,\"y\":30}"), HasSubstr("\"sticky\":true")),
@@ -301,15 +301,15 @@ TEST_F(WayfireWindowAccess, OwnWindowsArePlacedAsTheyAppear) {
 
 TEST_F(WayfireWindowAccess, ClosesWithTheCompositorAndOpensAgain) {
     open({FakeWayfire::view(7)});
-    told.told.clear();
+    reported.reported.clear();
     desktop.wayfire.stop();
     ASSERT_TRUE(desktop.runUntil([&] { return !desktop.table.isOpen(); }));
-    EXPECT_THAT(told.told, testing::IsEmpty());
+    EXPECT_THAT(reported.reported, testing::IsEmpty());
     EXPECT_NE(desktop.access.place("7", {{0, 30}, {960, 1050}}, desktop.soon()), AXError::success);
     desktop.wayfire.setViews({FakeWayfire::view(8)});
     desktop.wayfire.start();
     ASSERT_TRUE(desktop.runUntil([&] { return desktop.table.isOpen(); }));
-    EXPECT_THAT(told.told, ElementsAre("gone 7", "there 8", "ready 8"));
+    EXPECT_THAT(reported.reported, ElementsAre("gone 7", "there 8", "ready 8"));
 }
 
 TEST_F(WayfireWindowAccess, ClosesWhenItsPluginIsTakenAway) {

@@ -22,15 +22,15 @@ struct Watcher {
         EXPECT_EQ(watcher->observer.get(), &observer);
         EXPECT_EQ(notification, AXNotification::windowCreated);
         watcher->windows.push_back(dynamic_cast<const WindowElement&>(element.contents()).window);
-        if (watcher->whenTold) {
-            watcher->whenTold();
+        if (watcher->whenNotified) {
+            watcher->whenNotified();
         }
     }
 
     std::unique_ptr<AXObserver> observer;
     AXError error = AXError::failure;
     Windows windows;
-    std::function<void()> whenTold;
+    std::function<void()> whenNotified;
 };
 
 class AccessibilityObserversTest : public testing::Test {
@@ -39,14 +39,14 @@ protected:
     ClientProcess editor{followed.server.display()};
     ClientProcess browser{followed.server.display()};
 
-    [[nodiscard]] bool isTold(const Watcher& watcher, std::size_t count) {
+    [[nodiscard]] bool isReported(const Watcher& watcher, std::size_t count) {
         return followed.runUntil([&] { return watcher.windows.size() >= count; });
     }
 
     /// The editor with one window, launched.
     xcb_window_t launchEditor() {
         const xcb_window_t window = followed.openWindow(editor, "Editor");
-        EXPECT_TRUE(followed.runUntil([&] { return followed.told.size() == 1; }));
+        EXPECT_TRUE(followed.runUntil([&] { return followed.reported.size() == 1; }));
         return window;
     }
 };
@@ -62,7 +62,7 @@ TEST_F(AccessibilityObserversTest, NewWindowsAreReportedOnceInTheirOrderAndOldOn
     followed.list();
     const xcb_window_t fourth = followed.openWindow(editor, "Editor");
     followed.openWindow(browser, "Browser");
-    ASSERT_TRUE(isTold(watcher, 3));
+    ASSERT_TRUE(isReported(watcher, 3));
     followed.settle();
     EXPECT_EQ(watcher.windows, (Windows{third, second, fourth}));
 }
@@ -80,7 +80,7 @@ TEST_F(AccessibilityObserversTest, AWindowIsReportedWhenTheWindowManagerHasFinis
 
     int turn = 0;
     std::vector<int> turns;
-    watcher.whenTold = [&] { turns.push_back(turn); };
+    watcher.whenNotified = [&] { turns.push_back(turn); };
     followed.testClient.answerRequests();
     ASSERT_TRUE(followed.runUntil([&] { return ++turn > 0 && turns.size() == 2; }));
     EXPECT_LT(turns.front(), turns.back());
@@ -96,7 +96,7 @@ TEST_F(AccessibilityObserversTest, AWindowThatIsListedAtTheSubscriptionIsNotRepo
     const xcb_window_t next = followed.openWindow(editor, "Editor");
     ASSERT_TRUE(followed.runUntil([&] { return followed.testClient.waitingRequests() == 2; }));
     followed.testClient.answerRequests();
-    ASSERT_TRUE(isTold(watcher, 1));
+    ASSERT_TRUE(isReported(watcher, 1));
     EXPECT_EQ(watcher.windows, Windows{next});
 }
 
@@ -105,7 +105,7 @@ TEST_F(AccessibilityObserversTest, AReportedWindowIsInTheListAndReadyForUse) {
     Watcher watcher(*followed.desktop, editor.process());
     ASSERT_EQ(watcher.error, AXError::success) << "a process without windows can be observed";
     bool isRight = false;
-    watcher.whenTold = [&] {
+    watcher.whenNotified = [&] {
         platform::Accessibility& accessibility = followed.desktop->parts().accessibility;
         const AXUIElement window(std::make_shared<const WindowElement>(watcher.windows.back()));
         const auto windows =
@@ -116,7 +116,7 @@ TEST_F(AccessibilityObserversTest, AReportedWindowIsInTheListAndReadyForUse) {
                   accessibility.copyAttributeValue(window, AXAttribute::size) == AXValue(corvid::CGSize{200, 100});
     };
     followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(isTold(watcher, 1));
+    ASSERT_TRUE(isReported(watcher, 1));
     EXPECT_TRUE(isRight);
 }
 
@@ -136,7 +136,7 @@ TEST_F(AccessibilityObserversTest, AWindowThatIsGoneByThenIsNotReported) {
     followed.list();
     followed.drain();
     followed.testClient.answerRequests();
-    ASSERT_TRUE(isTold(watcher, 1));
+    ASSERT_TRUE(isReported(watcher, 1));
     followed.testClient.resign();
     followed.settle();
     EXPECT_EQ(watcher.windows, Windows{remaining});
@@ -152,7 +152,7 @@ TEST_F(AccessibilityObserversTest, ARestartOfTheWindowManagerReportsNothing) {
     launchEditor();
     const Watcher watcher(*followed.desktop, editor.process());
     followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(isTold(watcher, 1));
+    ASSERT_TRUE(isReported(watcher, 1));
     followed.testClient.unlist();
     followed.drain();
     followed.testClient.list({followed.managed.back()});
@@ -168,14 +168,14 @@ TEST_F(AccessibilityObserversTest, AnObserverMayBeDroppedFromWithinItsCallbackAn
     Watcher first(*followed.desktop, editor.process());
     Watcher second(*followed.desktop, editor.process());
     Watcher third(*followed.desktop, editor.process());
-    first.whenTold = [&] {
+    first.whenNotified = [&] {
         first.observer.reset();
         second.observer.reset();
     };
     followed.managed.push_back(followed.makeWindow(editor, "Editor"));
     followed.managed.push_back(followed.makeWindow(editor, "Editor"));
     followed.list();
-    ASSERT_TRUE(isTold(third, 2));
+    ASSERT_TRUE(isReported(third, 2));
     followed.settle();
     EXPECT_EQ(first.windows.size(), 1U);
     EXPECT_EQ(second.windows.size(), 0U);

@@ -91,9 +91,9 @@ TEST(X11Desktop, WithoutXResourceAWindowsOwnerIsTheOneThatItNames) {
     followed.testClient.setWords(window, "_NET_WM_PID", "CARDINAL", {static_cast<std::uint32_t>(editor.process())});
     followed.managed.push_back(window);
     followed.list();
-    ASSERT_TRUE(followed.runUntil([&] { return !followed.told.empty(); }));
-    EXPECT_EQ(followed.told, std::vector<std::string>{"launch editor"});
-    EXPECT_EQ(followed.toldApplications.front()->processIdentifier(), editor.process());
+    ASSERT_TRUE(followed.runUntil([&] { return !followed.reported.empty(); }));
+    EXPECT_EQ(followed.reported, std::vector<std::string>{"launch editor"});
+    EXPECT_EQ(followed.reportedApplications.front()->processIdentifier(), editor.process());
 }
 
 TEST(X11Desktop, AllThatOneTurnWaitsForEndsAtOneDeadline) {
@@ -120,8 +120,8 @@ TEST(X11Desktop, AllThatOneTurnWaitsForEndsAtOneDeadline) {
     EXPECT_LT(longest, FollowedDesktop::longestAllowedTurn);
     xcb_ungrab_server(followed.testClient.connection().raw());
     followed.testClient.finish();
-    EXPECT_TRUE(followed.runUntil([&] { return !followed.told.empty(); })) << "what was put off is never read";
-    EXPECT_EQ(followed.told, std::vector<std::string>{"launch editor"});
+    EXPECT_TRUE(followed.runUntil([&] { return !followed.reported.empty(); })) << "what was put off is never read";
+    EXPECT_EQ(followed.reported, std::vector<std::string>{"launch editor"});
 }
 
 /// A desktop whose server takes that long for each answer.

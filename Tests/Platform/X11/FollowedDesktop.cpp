@@ -30,8 +30,8 @@ void FollowedDesktop::start(std::unique_ptr<TilingManager> tiling) {
         return [this, what](const Notification& notification) {
             const auto application = std::any_cast<RunningApplicationReference>(
                 notification.userInfo.find(WorkspaceNotification::applicationKey)->second);
-            told.push_back(std::string(what) + application->bundleIdentifier().value_or("nobody"));
-            toldApplications.push_back(application);
+            reported.push_back(std::string(what) + application->bundleIdentifier().value_or("nobody"));
+            reportedApplications.push_back(application);
         };
     };
     const auto center = applications().notificationCenter();
@@ -81,7 +81,7 @@ void FollowedDesktop::settle() {
     testClient.setText(window, "_GTK_APPLICATION_ID", name);
     managed.push_back(window);
     list();
-    const auto saw = [&](const std::string& what) { return std::ranges::find(told, what) != told.end(); };
+    const auto saw = [&](const std::string& what) { return std::ranges::find(reported, what) != reported.end(); };
     if (!runUntil([&] { return saw("launch " + name); })) {
         throw std::runtime_error("the desktop does not settle");
     }
@@ -91,10 +91,10 @@ void FollowedDesktop::settle() {
     if (!runUntil([&] { return saw("terminate " + name); })) {
         throw std::runtime_error("the desktop does not settle");
     }
-    for (std::size_t index = told.size(); index-- > 0;) {
-        if (told[index].ends_with(name)) {
-            told.erase(told.begin() + static_cast<std::ptrdiff_t>(index));
-            toldApplications.erase(toldApplications.begin() + static_cast<std::ptrdiff_t>(index));
+    for (std::size_t index = reported.size(); index-- > 0;) {
+        if (reported[index].ends_with(name)) {
+            reported.erase(reported.begin() + static_cast<std::ptrdiff_t>(index));
+            reportedApplications.erase(reportedApplications.begin() + static_cast<std::ptrdiff_t>(index));
         }
     }
 }

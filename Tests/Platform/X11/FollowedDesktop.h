@@ -31,8 +31,8 @@ public:
     linux::PlainIdentification identification;
     linux::PlainCatalogue catalogue;
     /// "launch editor", "terminate editor"; "nobody" for an unidentified application.
-    std::vector<std::string> told;
-    std::vector<RunningApplicationReference> toldApplications;
+    std::vector<std::string> reported;
+    std::vector<RunningApplicationReference> reportedApplications;
     std::unique_ptr<Desktop> desktop;
 
     /// Opens the desktop and begins to follow applications.

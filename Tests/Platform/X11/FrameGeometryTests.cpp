@@ -30,12 +30,12 @@ TEST(FrameGeometry, TheOuterRectangleHasBothInIt) {
 }
 
 TEST(FrameGeometry, TheDifferenceBetweenClientAndFrameIsDecoration) {
-    const FrameGeometry untold{.client = decorated.client, .decoration = {}, .shadow = {}};
+    const FrameGeometry unreported{.client = decorated.client, .decoration = {}, .shadow = {}};
     const CGRect drawn{{100, 100}, {800, 600}};
-    EXPECT_EQ(geometryInside(drawn, drawn, untold), decorated);
+    EXPECT_EQ(geometryInside(drawn, drawn, unreported), decorated);
     // At another place as soon as it is shown.
     const CGRect frame{{10, 20}, {400, 300}};
-    const FrameGeometry there = geometryInside(frame, drawn, untold);
+    const FrameGeometry there = geometryInside(frame, drawn, unreported);
     EXPECT_EQ(there.client, (CGRect{{11, 40}, {398, 275}}));
     EXPECT_EQ(there.decoration, decorated.decoration);
     EXPECT_EQ(visibleRectangle(there), frame);

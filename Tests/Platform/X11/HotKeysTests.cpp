@@ -28,8 +28,8 @@ protected:
         EXPECT_TRUE(prepareKeyboard(connection));
         map = readKeyboardMap(connection).value();
         keys.installHandler(
-            [](EventHandlerCall*, const HotKeyEvent* event, void* told) {
-                static_cast<std::vector<std::uint32_t>*>(told)->push_back(event->directObject()->id);
+            [](EventHandlerCall*, const HotKeyEvent* event, void* reported) {
+                static_cast<std::vector<std::uint32_t>*>(reported)->push_back(event->directObject()->id);
                 return noErr;
             },
             &pressed);

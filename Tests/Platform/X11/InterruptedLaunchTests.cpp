@@ -51,8 +51,8 @@ protected:
         return window;
     }
 
-    [[nodiscard]] bool isTold(const std::string& what) const {
-        return std::ranges::find(followed.told, what) != followed.told.end();
+    [[nodiscard]] bool isReported(const std::string& what) const {
+        return std::ranges::find(followed.reported, what) != followed.reported.end();
     }
 
     void inATurn(const std::function<void()>& work) { ASSERT_TRUE(logic->inATurn(work)); }
@@ -84,7 +84,7 @@ protected:
     void settle() {
         const ClientProcess last(followed.server.display());
         show(last, "Terminal");
-        ASSERT_TRUE(followed.runUntil([&] { return isTold("launch terminal"); }));
+        ASSERT_TRUE(followed.runUntil([&] { return isReported("launch terminal"); }));
     }
 };
 
@@ -99,8 +99,8 @@ TEST_F(InterruptedLaunchTest, AWindowMayBeDestroyedBetweenAnyTwoRequests) {
     while (wasInterrupted) {
         ++number;
         ASSERT_LT(number, 1000U) << "a launch and a press cannot take that many requests";
-        followed.told.clear();
-        followed.toldApplications.clear();
+        followed.reported.clear();
+        followed.reportedApplications.clear();
         ClientProcess editor(followed.server.display());
         const xcb_window_t window = followed.makeWindow(editor, "Editor");
         {
@@ -110,7 +110,7 @@ TEST_F(InterruptedLaunchTest, AWindowMayBeDestroyedBetweenAnyTwoRequests) {
             followed.testClient.connection().flush();
             ASSERT_TRUE(followed.runUntil([&] {
                 return interruption.hasHappened() ||
-                       (isTold("launch editor") && active() == window && frame(window) == screen);
+                       (isReported("launch editor") && active() == window && frame(window) == screen);
             }));
             // By then the rule has had its effect, and is not yet checked again.
             inATurn([&] { logic->other.mainActor.advance(std::chrono::milliseconds(500)); });
@@ -123,7 +123,7 @@ TEST_F(InterruptedLaunchTest, AWindowMayBeDestroyedBetweenAnyTwoRequests) {
         // Every observer of the launch is notified of the end, and no other.
         EXPECT_TRUE(followed.runUntil([&] {
             return followed.applications().runningApplications().empty() &&
-                   isTold("launch editor") == isTold("terminate editor");
+                   isReported("launch editor") == isReported("terminate editor");
         })) << "request "
             << number;
     }

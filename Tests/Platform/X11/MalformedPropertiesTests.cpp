@@ -9,7 +9,7 @@
 namespace platform::x11 {
 namespace {
 
-using Told = std::vector<std::string>;
+using Reports = std::vector<std::string>;
 
 /// A property's value as a broken or hostile program may set it.
 struct Value {
@@ -58,7 +58,7 @@ protected:
         followed.start();
         editor = std::make_unique<ClientProcess>(followed.server.display());
         window = followed.openWindow(*editor, "Editor");
-        ASSERT_TRUE(followed.runUntil([&] { return !followed.told.empty(); }));
+        ASSERT_TRUE(followed.runUntil([&] { return !followed.reported.empty(); }));
         testClient.setWords(testClient.connection().root(), "_NET_ACTIVE_WINDOW", "WINDOW", {window});
     }
 
@@ -81,7 +81,7 @@ protected:
             static_cast<void>(accessibility.isProcessTrusted());
             static_cast<void>(followed.desktop->parts().screens.screens());
             static_cast<void>(followed.desktop->parts().workspace.frontmostApplication());
-            static_cast<void>(followed.toldApplications.front()->activationPolicy());
+            static_cast<void>(followed.reportedApplications.front()->activationPolicy());
             static_cast<void>(accessibility.copyAttributeValue(application, AXAttribute::focusedWindow));
             static_cast<void>(accessibility.copyAttributeValue(application, AXAttribute::windows));
             static_cast<void>(accessibility.copyAttributeValue(element, AXAttribute::subrole));
@@ -136,7 +136,7 @@ TEST_F(MalformedProperties, OfAWindowLeaveItWhereItIsAndItsApplicationWhatItIs) 
         testClient.removeProperty(window, property);
     }
     EXPECT_EQ(useEverything(), natural);
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
     EXPECT_EQ(followed.applications().runningApplications().size(), 1U);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
@@ -151,7 +151,7 @@ TEST_F(MalformedProperties, OfANewWindowIdentifyNoOtherApplication) {
             ClientProcess stranger(followed.server.display());
             const xcb_window_t strange = followed.makeWindow(stranger, "Browser");
             set(strange, property, types.at(next++ % types.size()), value);
-            followed.told.clear();
+            followed.reported.clear();
             followed.managed.push_back(strange);
             followed.list();
             ASSERT_TRUE(followed.runUntil([&] {
@@ -159,8 +159,8 @@ TEST_F(MalformedProperties, OfANewWindowIdentifyNoOtherApplication) {
             })) << property
                 << ": " << value.what;
             if (std::string_view(property) == "_NET_WM_PID") {
-                ASSERT_TRUE(followed.runUntil([&] { return !followed.told.empty(); })) << value.what;
-                EXPECT_EQ(followed.told, Told{"launch browser"}) << value.what;
+                ASSERT_TRUE(followed.runUntil([&] { return !followed.reported.empty(); })) << value.what;
+                EXPECT_EQ(followed.reported, Reports{"launch browser"}) << value.what;
             }
             stranger.end();
             std::erase(followed.managed, strange);
@@ -195,7 +195,7 @@ TEST_F(MalformedProperties, OfTheRootCountUntilTheyAreGoneAndNoLonger) {
     followed.drain();
     EXPECT_EQ(followed.desktop->parts().workspace.frontmostApplication(), editor->process());
     EXPECT_EQ(useEverything(), natural);
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
 }
@@ -212,8 +212,8 @@ TEST_F(MalformedProperties, AListOfThousandsThatDoNotExistIsGoneThroughOnce) {
     const ClientProcess browser(followed.server.display());
     followed.managed.push_back(window);
     followed.openWindow(browser, "Browser");
-    ASSERT_TRUE(followed.runUntil([&] { return followed.told.size() == 2; }));
-    EXPECT_EQ(followed.told.back(), "launch browser");
+    ASSERT_TRUE(followed.runUntil([&] { return followed.reported.size() == 2; }));
+    EXPECT_EQ(followed.reported.back(), "launch browser");
     followed.drain();
     EXPECT_EQ(useEverything().value_or(natural), natural);
 

@@ -28,7 +28,7 @@ TEST(EventSelection, AMomentaryWatchLeavesTheLastingSelectionAlone) {
     const ClientProcess client(server.display());
     const xcb_window_t window = client.makeWindow();
     EventSelection selection(connection);
-    const auto isToldOfChange = [&] {
+    const auto reportsChange = [&] {
         connection.deadline().begin();
         std::free(xcb_get_input_focus_reply(connection.raw(), xcb_get_input_focus(connection.raw()), nullptr));
         testClient.setText(window, "WM_CLASS", "changed");
@@ -38,16 +38,16 @@ TEST(EventSelection, AMomentaryWatchLeavesTheLastingSelectionAlone) {
     };
     {
         const ScopedPropertyWatch watch(connection, selection, window);
-        EXPECT_TRUE(isToldOfChange());
+        EXPECT_TRUE(reportsChange());
     }
-    EXPECT_FALSE(isToldOfChange());
+    EXPECT_FALSE(reportsChange());
     selection.select(window, XCB_EVENT_MASK_PROPERTY_CHANGE);
     {
         const ScopedPropertyWatch watch(connection, selection, window);
     }
-    EXPECT_TRUE(isToldOfChange());
+    EXPECT_TRUE(reportsChange());
     selection.select(window, XCB_EVENT_MASK_NO_EVENT);
-    EXPECT_FALSE(isToldOfChange());
+    EXPECT_FALSE(reportsChange());
 }
 
 /// Records its notifications.

@@ -162,11 +162,11 @@ private:
             y -= border;
         }
         place(request.window, x, y, request.width, request.height);
-        tell(request.window, x + border, y + border + title, request.width, request.height);
+        send(request.window, x + border, y + border + title, request.width, request.height);
     }
 
     /// Reports a position to the client (ICCCM 4.1.5).
-    void tell(xcb_window_t client, int x, int y, std::uint16_t width, std::uint16_t height) {
+    void send(xcb_window_t client, int x, int y, std::uint16_t width, std::uint16_t height) {
         xcb_configure_notify_event_t report{};
         report.response_type = XCB_CONFIGURE_NOTIFY;
         report.event = report.window = client;

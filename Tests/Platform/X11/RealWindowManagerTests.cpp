@@ -8,7 +8,7 @@
 namespace platform::x11 {
 namespace {
 
-using Told = std::vector<std::string>;
+using Reports = std::vector<std::string>;
 
 /// Every readable attribute of a window, and the windows of its application.
 std::vector<AXValue> everything(platform::Accessibility& accessibility, const AXUIElement& window) {
@@ -66,8 +66,8 @@ protected:
         return window;
     }
 
-    [[nodiscard]] bool isTold(std::size_t count) {
-        return followed.runUntil([&] { return followed.told.size() >= count; });
+    [[nodiscard]] bool isReported(std::size_t count) {
+        return followed.runUntil([&] { return followed.reported.size() >= count; });
     }
 };
 
@@ -82,7 +82,7 @@ TEST_F(RealWindowManagerTest, ALaunchAndANewWindowAreReportedWhenTheirFramesAreF
             atLaunch = everything(accessibility, AXUIElement(std::make_shared<const WindowElement>(first)));
         });
     first = show(editor, "Editor");
-    ASSERT_TRUE(isTold(1));
+    ASSERT_TRUE(isReported(1));
     followed.applications().notificationCenter()->removeObserver(token);
     followed.drain();
     ASSERT_EQ(atLaunch.size(), 4U);
@@ -126,22 +126,23 @@ TEST_F(RealWindowManagerTest, AnotherWindowManagerTakesOverAndNothingIsReportedA
     ClientProcess editor(followed.server.display());
     show(editor, "Editor");
     show(editor, "Editor");
-    ASSERT_TRUE(isTold(1));
+    ASSERT_TRUE(isReported(1));
     startManager("--replace");
     ClientProcess terminal(followed.server.display());
     show(terminal, "Terminal");
-    ASSERT_TRUE(isTold(2));
-    EXPECT_EQ(followed.told, (Told{"launch editor", "launch terminal"}));
+    ASSERT_TRUE(isReported(2));
+    EXPECT_EQ(followed.reported, (Reports{"launch editor", "launch terminal"}));
 
     // A restart looks like a crash without a window manager for some time.
     manager.reset();
     followed.drain();
     startManager("--sm-disable");
     editor.end();
-    ASSERT_TRUE(isTold(3));
+    ASSERT_TRUE(isReported(3));
     before.end();
-    ASSERT_TRUE(isTold(4));
-    EXPECT_EQ(followed.told, (Told{"launch editor", "launch terminal", "terminate editor", "terminate browser"}));
+    ASSERT_TRUE(isReported(4));
+    EXPECT_EQ(followed.reported,
+              (Reports{"launch editor", "launch terminal", "terminate editor", "terminate browser"}));
 }
 
 } // namespace

@@ -9,7 +9,7 @@
 namespace platform::x11 {
 namespace {
 
-using Told = std::vector<std::string>;
+using Reports = std::vector<std::string>;
 
 TEST(RunningApplicationsHostility, MalformedPropertiesIdentifyNoApplicationAndDoNoHarm) {
     FollowedDesktop followed;
@@ -24,16 +24,16 @@ TEST(RunningApplicationsHostility, MalformedPropertiesIdentifyNoApplicationAndDo
     testClient.setText(window, "_NET_WM_PID", "not a number");
     followed.managed = {window};
     followed.settle();
-    EXPECT_EQ(followed.told, Told{});
+    EXPECT_EQ(followed.reported, Reports{});
 
     for (const std::string& value : {std::string(), std::string(1, '\0'), std::string(600, '\0'), endless}) {
         testClient.setText(window, "WM_CLASS", value);
         followed.settle();
-        EXPECT_EQ(followed.told, Told{});
+        EXPECT_EQ(followed.reported, Reports{});
     }
     testClient.setText(window, "WM_CLASS", std::string("without ends\0Editor", 19));
     followed.settle();
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
 }
 
 TEST(RunningApplicationsHostility, AListMayNameWhatItLikes) {
@@ -52,12 +52,12 @@ TEST(RunningApplicationsHostility, AListMayNameWhatItLikes) {
     EXPECT_TRUE(followed.applications().runningApplications().empty());
     followed.managed = {dead, window, window, dead, 0xffffffff, window};
     followed.settle();
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
     EXPECT_EQ(followed.applications().runningApplications().size(), 1U);
     followed.testClient.setText(followed.testClient.connection().root(), "_NET_CLIENT_LIST", "no windows at all");
     followed.drain();
     followed.settle();
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
 }
 
 TEST(RunningApplicationsHostility, AWindowThatWasGoneWhenItWasAskedMayBeAnotherOneLater) {
@@ -70,13 +70,13 @@ TEST(RunningApplicationsHostility, AWindowThatWasGoneWhenItWasAskedMayBeAnotherO
     followed.managed = {window};
     followed.list();
     followed.drain();
-    EXPECT_EQ(followed.told, Told{});
+    EXPECT_EQ(followed.reported, Reports{});
     // Between here and the next turn the window manager may have listed one, dropped it, and listed another.
     const ClientProcess next(followed.server.display());
     ASSERT_EQ(followed.makeWindow(next, "Editor"), window);
     followed.list();
-    ASSERT_TRUE(followed.runUntil([&] { return !followed.told.empty(); }));
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    ASSERT_TRUE(followed.runUntil([&] { return !followed.reported.empty(); }));
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
 }
 
 TEST(RunningApplicationsHostility, AListThatCouldNotBeReadBecauseTheServerWasHeldIsReadLater) {
@@ -88,11 +88,11 @@ TEST(RunningApplicationsHostility, AListThatCouldNotBeReadBecauseTheServerWasHel
     xcb_grab_server(holder);
     followed.testClient.list({window});
     followed.drain();
-    EXPECT_EQ(followed.told, Told{});
+    EXPECT_EQ(followed.reported, Reports{});
     xcb_ungrab_server(holder);
     xcb_flush(holder);
-    ASSERT_TRUE(followed.runUntil([&] { return !followed.told.empty(); }));
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    ASSERT_TRUE(followed.runUntil([&] { return !followed.reported.empty(); }));
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
 }
 
 struct Count {
@@ -110,7 +110,7 @@ TEST(WholeRunningApplicationsHostility, TwoThousandWindowsAtOnceStallNothingAndL
     followed.start();
     const ClientProcess editor(followed.server.display());
     const xcb_window_t first = followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(followed.runUntil([&] { return followed.told.size() == 1; }));
+    ASSERT_TRUE(followed.runUntil([&] { return followed.reported.size() == 1; }));
     Count count;
     const auto observer =
         followed.desktop->parts().accessibilityObservers.createObserver(editor.process(), &Count::created);
@@ -143,7 +143,7 @@ TEST(WholeRunningApplicationsHostility, TwoThousandWindowsAtOnceStallNothingAndL
     }
     EXPECT_LT(followed.longestTurn(), FollowedDesktop::longestAllowedTurn);
     EXPECT_LT(memory.back(), memory.front() + 64 * 1024);
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
     RecordProperty(
         "longest turn in microseconds",
         static_cast<int>(std::chrono::duration_cast<std::chrono::microseconds>(followed.longestTurn()).count()));

@@ -7,7 +7,7 @@
 namespace platform::x11 {
 namespace {
 
-using Told = std::vector<std::string>;
+using Reports = std::vector<std::string>;
 
 std::vector<ProcessIdentifier> processes(const std::vector<RunningApplicationReference>& applications) {
     std::vector<ProcessIdentifier> numbers;
@@ -23,8 +23,8 @@ protected:
     ClientProcess editor{followed.server.display()};
     ClientProcess browser{followed.server.display()};
 
-    [[nodiscard]] bool isTold(std::size_t count) {
-        return followed.runUntil([&] { return followed.told.size() >= count; });
+    [[nodiscard]] bool isReported(std::size_t count) {
+        return followed.runUntil([&] { return followed.reported.size() >= count; });
     }
 };
 
@@ -32,15 +32,15 @@ TEST_F(RunningApplicationsTest, ALaunchIsReportedOnceWhenTheFirstWindowIsManaged
     followed.start();
     const xcb_window_t window = followed.makeWindow(editor, "Editor");
     followed.settle();
-    EXPECT_EQ(followed.told, Told{});
+    EXPECT_EQ(followed.reported, Reports{});
 
     followed.managed = {window};
     followed.list();
-    ASSERT_TRUE(isTold(1));
+    ASSERT_TRUE(isReported(1));
     followed.openWindow(editor, "Editor");
     followed.settle();
-    EXPECT_EQ(followed.told, Told{"launch editor"});
-    const auto application = followed.toldApplications.front();
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
+    const auto application = followed.reportedApplications.front();
     EXPECT_EQ(application->processIdentifier(), editor.process());
     EXPECT_EQ(application->bundleIdentifier(), "editor");
     EXPECT_EQ(application->localizedName(), "The editor");
@@ -58,10 +58,10 @@ TEST_F(RunningApplicationsTest, ApplicationsThatRanBeforeAreKnownInTheOrderOfThe
     EXPECT_EQ(followed.applications().runningApplication(editor.process())->bundleIdentifier(), "editor");
     followed.openWindow(browser, "Browser");
     followed.settle();
-    EXPECT_EQ(followed.told, Told{});
+    EXPECT_EQ(followed.reported, Reports{});
     browser.end();
-    ASSERT_TRUE(isTold(1));
-    EXPECT_EQ(followed.told, Told{"terminate browser"});
+    ASSERT_TRUE(isReported(1));
+    EXPECT_EQ(followed.reported, Reports{"terminate browser"});
 }
 
 TEST_F(RunningApplicationsTest, WindowsThatAreShownBeforeAWindowManagerComesWereThereBefore) {
@@ -73,8 +73,8 @@ TEST_F(RunningApplicationsTest, WindowsThatAreShownBeforeAWindowManagerComesWere
               std::vector<ProcessIdentifier>{editor.process()});
     followed.managed = {shown, helper};
     followed.list();
-    ASSERT_TRUE(isTold(1));
-    EXPECT_EQ(followed.told, Told{"launch browser"});
+    ASSERT_TRUE(isReported(1));
+    EXPECT_EQ(followed.reported, Reports{"launch browser"});
 }
 
 TEST_F(RunningApplicationsTest, NothingIsKnownBeforeItIsFollowed) {
@@ -92,10 +92,10 @@ TEST_F(RunningApplicationsTest, ALaunchWaitsUntilTheWindowManagerHasFinishedWith
     followed.openWindow(editor, "Editor");
     ASSERT_TRUE(followed.runUntil([&] { return followed.testClient.waitingRequests() == 1; }));
     followed.drain();
-    EXPECT_EQ(followed.told, Told{});
+    EXPECT_EQ(followed.reported, Reports{});
     followed.testClient.answerRequests();
-    ASSERT_TRUE(isTold(1));
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    ASSERT_TRUE(isReported(1));
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
 }
 
 TEST_F(RunningApplicationsTest, AnIdentityThatComesBeforeTheWindowManagerHasFinishedWaitsForThat) {
@@ -107,10 +107,10 @@ TEST_F(RunningApplicationsTest, AnIdentityThatComesBeforeTheWindowManagerHasFini
     followed.drain();
     EXPECT_EQ(followed.applications().runningApplication(editor.process())->bundleIdentifier(), "editor");
     followed.drain();
-    EXPECT_EQ(followed.told, Told{});
+    EXPECT_EQ(followed.reported, Reports{});
     followed.testClient.answerRequests();
-    ASSERT_TRUE(isTold(1));
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    ASSERT_TRUE(isReported(1));
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
 }
 
 TEST_F(RunningApplicationsTest, AWindowManagerThatEndsWithoutAnAnswerHoldsNoLaunchBackForLong) {
@@ -119,9 +119,9 @@ TEST_F(RunningApplicationsTest, AWindowManagerThatEndsWithoutAnAnswerHoldsNoLaun
     followed.openWindow(editor, "Editor");
     ASSERT_TRUE(followed.runUntil([&] { return followed.testClient.waitingRequests() == 1; }));
     followed.testClient.resign();
-    ASSERT_TRUE(isTold(1));
+    ASSERT_TRUE(isReported(1));
     followed.settle();
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
 }
 
 TEST_F(RunningApplicationsTest, AnIdentityThatComesLateLaunchesThen) {
@@ -131,15 +131,15 @@ TEST_F(RunningApplicationsTest, AnIdentityThatComesLateLaunchesThen) {
         const ClientProcess client(desktop.server.display());
         const xcb_window_t window = desktop.openWindow(client, "");
         desktop.settle();
-        EXPECT_EQ(desktop.told, Told{}) << property;
+        EXPECT_EQ(desktop.reported, Reports{}) << property;
         EXPECT_EQ(desktop.applications().runningApplication(client.process())->bundleIdentifier(), std::nullopt);
 
         desktop.testClient.setText(window, property, property == "WM_CLASS" ? std::string("e\0Editor\0", 9) : "editor");
-        ASSERT_TRUE(desktop.runUntil([&] { return !desktop.told.empty(); })) << property;
+        ASSERT_TRUE(desktop.runUntil([&] { return !desktop.reported.empty(); })) << property;
         desktop.testClient.setText(window, property,
                                    property == "WM_CLASS" ? std::string("b\0Browser\0", 10) : "browser");
         desktop.settle();
-        EXPECT_EQ(desktop.told, Told{"launch editor"}) << property;
+        EXPECT_EQ(desktop.reported, Reports{"launch editor"}) << property;
     }
 }
 
@@ -147,10 +147,10 @@ TEST_F(RunningApplicationsTest, ALaterWindowThatIdentifiesTheApplicationLaunches
     followed.start();
     followed.openWindow(editor, "Splash");
     followed.settle();
-    EXPECT_EQ(followed.told, Told{});
+    EXPECT_EQ(followed.reported, Reports{});
     followed.openWindow(editor, "Editor");
     followed.settle();
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
 }
 
 using WholeRunningApplicationsTest = RunningApplicationsTest;
@@ -160,44 +160,44 @@ TEST_F(WholeRunningApplicationsTest,
        AnApplicationThatNothingIdentifiesIsToldOnceAfterAWhileAndAnswersAfreshAfterwards) {
     followed.start();
     const xcb_window_t window = followed.openWindow(editor, "Nothing");
-    ASSERT_TRUE(isTold(1));
-    EXPECT_EQ(followed.told, Told{"launch nobody"});
+    ASSERT_TRUE(isReported(1));
+    EXPECT_EQ(followed.reported, Reports{"launch nobody"});
     followed.testClient.setText(window, "_GTK_APPLICATION_ID", "editor");
     followed.settle();
-    EXPECT_EQ(followed.told, Told{"launch nobody"});
-    EXPECT_EQ(followed.toldApplications.front()->bundleIdentifier(), "editor");
+    EXPECT_EQ(followed.reported, Reports{"launch nobody"});
+    EXPECT_EQ(followed.reportedApplications.front()->bundleIdentifier(), "editor");
 }
 
 TEST_F(RunningApplicationsTest, TheEndOfAProcessIsReportedIndependentlyOfTheList) {
     followed.start();
     followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(isTold(1));
+    ASSERT_TRUE(isReported(1));
     editor.end();
-    ASSERT_TRUE(isTold(2));
-    EXPECT_EQ(followed.told, (Told{"launch editor", "terminate editor"}));
-    EXPECT_EQ(followed.toldApplications[0], followed.toldApplications[1]);
-    EXPECT_TRUE(followed.toldApplications[1]->isTerminated());
-    EXPECT_EQ(followed.toldApplications[1]->bundleIdentifier(), "editor");
+    ASSERT_TRUE(isReported(2));
+    EXPECT_EQ(followed.reported, (Reports{"launch editor", "terminate editor"}));
+    EXPECT_EQ(followed.reportedApplications[0], followed.reportedApplications[1]);
+    EXPECT_TRUE(followed.reportedApplications[1]->isTerminated());
+    EXPECT_EQ(followed.reportedApplications[1]->bundleIdentifier(), "editor");
     EXPECT_TRUE(followed.applications().runningApplications().empty());
     // The list still names its window.
     followed.settle();
-    EXPECT_EQ(followed.told.size(), 2U);
+    EXPECT_EQ(followed.reported.size(), 2U);
 }
 
 TEST_F(RunningApplicationsTest, AProcessThatClosesItsWindowsStaysKnownAndIsNotLaunchedAgain) {
     followed.start();
     const xcb_window_t window = followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(isTold(1));
+    ASSERT_TRUE(isReported(1));
     followed.closeWindow(window);
     followed.settle();
     EXPECT_EQ(processes(followed.applications().runningApplications()),
               std::vector<ProcessIdentifier>{editor.process()});
     followed.openWindow(editor, "Editor");
     followed.settle();
-    EXPECT_EQ(followed.told, Told{"launch editor"});
+    EXPECT_EQ(followed.reported, Reports{"launch editor"});
     editor.end();
-    ASSERT_TRUE(isTold(2));
-    EXPECT_EQ(followed.told.back(), "terminate editor");
+    ASSERT_TRUE(isReported(2));
+    EXPECT_EQ(followed.reported.back(), "terminate editor");
 }
 
 TEST_F(RunningApplicationsTest, ARestartOfTheWindowManagerLaunchesAndTerminatesNothing) {
@@ -206,8 +206,8 @@ TEST_F(RunningApplicationsTest, ARestartOfTheWindowManagerLaunchesAndTerminatesN
     followed.openWindow(editor, "Editor");
     followed.openWindow(remote, "Terminal");
     followed.openWindow(browser, "Browser");
-    ASSERT_TRUE(isTold(3));
-    const Told before = followed.told;
+    ASSERT_TRUE(isReported(3));
+    const Reports before = followed.reported;
     const std::vector<xcb_window_t> all = followed.managed;
     followed.testClient.unlist();
     followed.drain();
@@ -215,7 +215,7 @@ TEST_F(RunningApplicationsTest, ARestartOfTheWindowManagerLaunchesAndTerminatesN
     followed.drain();
     followed.testClient.list({all[2], all[0], all[1]});
     followed.settle();
-    EXPECT_EQ(followed.told, before);
+    EXPECT_EQ(followed.reported, before);
     EXPECT_EQ(followed.applications().runningApplications().size(), 3U);
 }
 
@@ -224,15 +224,15 @@ TEST_F(RunningApplicationsTest, ARemoteApplicationEndsWithItsLastWindowAndNotWhe
     followed.start();
     const xcb_window_t first = followed.openWindow(remote, "Terminal");
     const xcb_window_t second = followed.openWindow(remote, "Terminal");
-    ASSERT_TRUE(isTold(1));
-    EXPECT_LT(followed.toldApplications.front()->processIdentifier(), 0);
+    ASSERT_TRUE(isReported(1));
+    EXPECT_LT(followed.reportedApplications.front()->processIdentifier(), 0);
     followed.closeWindow(first);
     followed.testClient.unlist();
     followed.settle();
-    EXPECT_EQ(followed.told, Told{"launch terminal"});
+    EXPECT_EQ(followed.reported, Reports{"launch terminal"});
     followed.testClient.destroy(second);
-    ASSERT_TRUE(isTold(2));
-    EXPECT_EQ(followed.told, (Told{"launch terminal", "terminate terminal"}));
+    ASSERT_TRUE(isReported(2));
+    EXPECT_EQ(followed.reported, (Reports{"launch terminal", "terminate terminal"}));
 }
 
 TEST_F(RunningApplicationsTest, AProcessThatTakesOverTheIdsOfOneThatEndedIsLaunched) {
@@ -240,16 +240,16 @@ TEST_F(RunningApplicationsTest, AProcessThatTakesOverTheIdsOfOneThatEndedIsLaunc
     static_cast<void>(browser.makeWindow());
     followed.start();
     const xcb_window_t window = followed.openWindow(editor, "Editor");
-    ASSERT_TRUE(isTold(1));
+    ASSERT_TRUE(isReported(1));
     editor.end();
     followed.testClient.awaitEnd(window);
     // The server gives the next client the free ids.
     ClientProcess next(followed.server.display());
     ASSERT_EQ(followed.makeWindow(next, "Terminal"), window);
     followed.list();
-    ASSERT_TRUE(isTold(3));
+    ASSERT_TRUE(isReported(3));
     followed.settle();
-    EXPECT_EQ(followed.told, (Told{"launch editor", "terminate editor", "launch terminal"}));
+    EXPECT_EQ(followed.reported, (Reports{"launch editor", "terminate editor", "launch terminal"}));
 }
 
 TEST_F(RunningApplicationsTest, AProcessThatEndsBeforeItsLaunchIsNeverReported) {
@@ -260,7 +260,7 @@ TEST_F(RunningApplicationsTest, AProcessThatEndsBeforeItsLaunchIsNeverReported) 
     editor.end();
     std::erase(followed.managed, window);
     followed.settle();
-    EXPECT_EQ(followed.told, Told{});
+    EXPECT_EQ(followed.reported, Reports{});
     EXPECT_TRUE(followed.applications().runningApplications().empty());
 }
 
@@ -271,8 +271,8 @@ TEST_F(RunningApplicationsTest, AnApplicationIsRegularWhileItHasAStandardWindowI
     testClient.setWords(window, "_NET_WM_WINDOW_TYPE", "ATOM", {testClient.atom("_NET_WM_WINDOW_TYPE_SPLASH")});
     followed.managed = {window};
     followed.list();
-    ASSERT_TRUE(isTold(1));
-    const auto application = followed.toldApplications.front();
+    ASSERT_TRUE(isReported(1));
+    const auto application = followed.reportedApplications.front();
     const auto policy = [&] {
         // The readings of the turn before no longer count.
         followed.settle();
@@ -286,7 +286,7 @@ TEST_F(RunningApplicationsTest, AnApplicationIsRegularWhileItHasAStandardWindowI
     followed.openWindow(editor, "Editor");
     EXPECT_EQ(policy(), ActivationPolicy::regular);
     editor.end();
-    ASSERT_TRUE(isTold(2));
+    ASSERT_TRUE(isReported(2));
     EXPECT_EQ(application->activationPolicy(), ActivationPolicy::accessory);
 }
 
@@ -294,11 +294,11 @@ TEST_F(RunningApplicationsTest, AnApplicationOutlivesTheDesktop) {
     followed.start();
     followed.openWindow(editor, "Editor");
     followed.openWindow(browser, "Nothing");
-    ASSERT_TRUE(isTold(1));
+    ASSERT_TRUE(isReported(1));
     const auto unidentified = followed.applications().runningApplication(browser.process());
     followed.desktop.reset();
-    EXPECT_EQ(followed.toldApplications.front()->bundleIdentifier(), "editor");
-    EXPECT_EQ(followed.toldApplications.front()->localizedName(), std::nullopt);
+    EXPECT_EQ(followed.reportedApplications.front()->bundleIdentifier(), "editor");
+    EXPECT_EQ(followed.reportedApplications.front()->localizedName(), std::nullopt);
     EXPECT_EQ(unidentified->bundleIdentifier(), std::nullopt);
     EXPECT_EQ(unidentified->activationPolicy(), ActivationPolicy::accessory);
 }

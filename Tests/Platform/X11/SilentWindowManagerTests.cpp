@@ -99,14 +99,14 @@ protected:
     /// The frame that a window reports after it was written. On a busy machine a turn's time may pass before the
     /// answer, and then the program does the same again.
     [[nodiscard]] std::optional<CGRect> placed(xcb_window_t window, const CGRect& wanted) {
-        std::optional<CGRect> told;
-        for (int tries = 0; !told && tries < 5; ++tries) {
+        std::optional<CGRect> reported;
+        for (int tries = 0; !reported && tries < 5; ++tries) {
             inATurn([&] {
                 write(window, wanted);
-                told = frame(window);
+                reported = frame(window);
             });
         }
-        return told;
+        return reported;
     }
 
     FollowedDesktop followed;
@@ -180,10 +180,10 @@ TEST_F(SilentWindowManagerTest, ANewWindowIsALaunchAndItsEndIsOne) {
     begin();
     followed.start();
     show("Editor");
-    ASSERT_TRUE(followed.runUntil([&] { return followed.told.size() == 1; }));
+    ASSERT_TRUE(followed.runUntil([&] { return followed.reported.size() == 1; }));
     client.end();
-    ASSERT_TRUE(followed.runUntil([&] { return followed.told.size() == 2; }));
-    EXPECT_EQ(followed.told, (std::vector<std::string>{"launch editor", "terminate editor"}));
+    ASSERT_TRUE(followed.runUntil([&] { return followed.reported.size() == 2; }));
+    EXPECT_EQ(followed.reported, (std::vector<std::string>{"launch editor", "terminate editor"}));
 }
 
 TEST_F(SilentWindowManagerTest, AWindowThatIsThereAtTheStartIsNoLaunch) {
@@ -194,7 +194,7 @@ TEST_F(SilentWindowManagerTest, AWindowThatIsThereAtTheStartIsNoLaunch) {
     ASSERT_TRUE(followed.runUntil([&] { return hasFocus(window); }));
     followed.start();
     show("Editor");
-    EXPECT_EQ(followed.told, std::vector<std::string>{});
+    EXPECT_EQ(followed.reported, std::vector<std::string>{});
 }
 
 TEST_F(SilentWindowManagerTest, TheActiveWindowHasTheKeyboardWhicheverWindowAroundOrInsideItHasTheFocus) {

@@ -133,7 +133,7 @@ public:
     }
 
     /// Puts the window into its part of the layout, and reports or hides its borders outside.
-    static void tile(TestClient& testClient, State& state, const Decorated& decorated, bool tellsBorders) {
+    static void tile(TestClient& testClient, State& state, const Decorated& decorated, bool reportsBorders) {
         state.decorated = decorated;
         state.placings = 0;
         show(testClient, state, decorated.part, decorated.isBareInLayout ? Extents{} : decorated.borders());
@@ -142,7 +142,7 @@ public:
                          {.frame = decorated.part,
                           .drawn = decorated.part,
                           .isTiled = true,
-                          .bordersOutside = tellsBorders ? std::optional(decorated.borders()) : std::nullopt}}},
+                          .bordersOutside = reportsBorders ? std::optional(decorated.borders()) : std::nullopt}}},
             .workAreas = {decorated.workArea}};
     }
 
@@ -185,14 +185,14 @@ protected:
         screen = followed.desktop->parts().screens.screens().front().frame;
     }
 
-    void tile(const Decorated& decorated, bool tellsBorders) {
+    void tile(const Decorated& decorated, bool reportsBorders) {
         const auto word = [](int value) { return static_cast<std::uint32_t>(value); };
         const auto& [columns, rows] = std::pair(decorated.columns, decorated.rows);
         // Flags for steps and a base size; ICCCM 4.1.2.3 gives their places in the property.
         followed.testClient.setWords(state.window, "WM_NORMAL_HINTS", "WM_SIZE_HINTS",
                                      {(1U << 6U) | (1U << 8U), 0, 0, 0, 0, 0, 0, 0, 0, word(columns.step),
                                       word(rows.step), 0, 0, 0, 0, word(columns.base), word(rows.base), 0});
-        DecoratingManager::tile(followed.testClient, state, decorated, tellsBorders);
+        DecoratingManager::tile(followed.testClient, state, decorated, reportsBorders);
     }
 
     void press(WindowAction action) {
@@ -209,12 +209,12 @@ protected:
     }
 
     /// Presses twice: the second time, no request is sent.
-    void expectNothingOfARepeat(const std::vector<WindowAction>& actions, bool tellsBorders) {
+    void expectNothingOfARepeat(const std::vector<WindowAction>& actions, bool reportsBorders) {
         EXPECT_TRUE(rc::check([&] {
             const Decorated decorated = anyDecorated(screen);
             const auto action = *rc::gen::elementOf(actions);
             RC_LOG() << action.rawValue() << ": " << decorated;
-            tile(decorated, tellsBorders);
+            tile(decorated, reportsBorders);
             press(action);
             RC_ASSERT(std::exchange(state.placings, 0) > 0);
             const CGRect settled = frame();

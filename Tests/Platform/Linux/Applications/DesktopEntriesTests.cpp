@@ -20,14 +20,14 @@ using std::chrono::seconds;
 struct DesktopEntriesTest : testing::Test {
     /// Runs the loop until the entries report a change; fails when they do not.
     void awaitChange(const std::function<void()>& cause) {
-        bool isTold = false;
-        entries.onChange([&] { isTold = true; });
+        bool isReported = false;
+        entries.onChange([&] { isReported = true; });
         loop.post(cause);
         const Instant deadline = loop.now() + seconds(20);
-        while (!isTold && loop.now() < deadline) {
+        while (!isReported && loop.now() < deadline) {
             ASSERT_GE(sd_event_run(loop.handle(), 100'000), 0);
         }
-        EXPECT_TRUE(isTold);
+        EXPECT_TRUE(isReported);
         entries.onChange([] {});
     }
 

@@ -41,12 +41,12 @@ ControlServer::Setup called(const std::string& version) {
 /// The version that the owner of the name reports, as soon as it does.
 std::string versionOnBus(const MessageBus& bus, const std::string& wanted) {
     const auto deadline = std::chrono::steady_clock::now() + seconds(10);
-    std::string told;
-    while (told != wanted && std::chrono::steady_clock::now() < deadline) {
+    std::string reported;
+    while (reported != wanted && std::chrono::steady_clock::now() < deadline) {
         const auto status = ControlClient::onBus(bus.address()).status();
-        told = status ? status->version : "none: " + status.error().reason;
+        reported = status ? status->version : "none: " + status.error().reason;
     }
-    return told;
+    return reported;
 }
 
 TEST(SessionBus, AClientThatKnowsTheNameCanCallTheProgram) {

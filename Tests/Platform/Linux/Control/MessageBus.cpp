@@ -35,20 +35,20 @@ void MessageBus::start() {
     std::string program = "dbus-daemon";
     std::string stay = "--nofork";
     constexpr int addressDescriptor = 3;
-    std::string tell = "--print-address=" + std::to_string(addressDescriptor);
-    const std::array<char*, 5> words{program.data(), configuration.data(), stay.data(), tell.data(), nullptr};
-    std::array<int, 2> told{};
-    ASSERT_EQ(::pipe2(told.data(), O_CLOEXEC), 0);
-    const platform::linux::FileDescriptor address(told[0]);
-    platform::linux::FileDescriptor telling(told[1]);
+    std::string addressOption = "--print-address=" + std::to_string(addressDescriptor);
+    const std::array<char*, 5> words{program.data(), configuration.data(), stay.data(), addressOption.data(), nullptr};
+    std::array<int, 2> pipeEnds{};
+    ASSERT_EQ(::pipe2(pipeEnds.data(), O_CLOEXEC), 0);
+    const platform::linux::FileDescriptor address(pipeEnds[0]);
+    platform::linux::FileDescriptor writing(pipeEnds[1]);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     // It warns about limits that do not matter here.
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions, telling.get(), addressDescriptor);
+    posix_spawn_file_actions_adddup2(&actions, writing.get(), addressDescriptor);
     ASSERT_EQ(::posix_spawnp(&process, "dbus-daemon", &actions, nullptr, words.data(), environ), 0);
     posix_spawn_file_actions_destroy(&actions);
-    telling = platform::linux::FileDescriptor();
+    writing = platform::linux::FileDescriptor();
     // It prints its address once it listens there; at its end the pipe is only closed.
     constexpr int patience = 10'000;
     pollfd listening{.fd = address.get(), .events = POLLIN, .revents = 0};

@@ -226,16 +226,16 @@ public:
     static constexpr uid_t user = 65534;
 
     explicit Stranger(const std::function<bool()>& act) {
-        std::array<int, 2> told{};
-        EXPECT_EQ(::pipe(told.data()), 0);
+        std::array<int, 2> reported{};
+        EXPECT_EQ(::pipe(reported.data()), 0);
         process = ::fork();
         if (process == 0) {
             const bool isDone = ::setresgid(user, user, user) == 0 && ::setresuid(user, user, user) == 0 && act();
             const char answer = isDone ? 'y' : 'n';
-            _exit(::write(told[1], &answer, 1) == 1 && ::pause() == 0 ? 0 : 1);
+            _exit(::write(reported[1], &answer, 1) == 1 && ::pause() == 0 ? 0 : 1);
         }
-        ::close(told[1]);
-        const FileDescriptor reading{told[0]};
+        ::close(reported[1]);
+        const FileDescriptor reading{reported[0]};
         char answer = 0;
         EXPECT_EQ(::read(reading.get(), &answer, 1), 1);
         EXPECT_EQ(answer, 'y');

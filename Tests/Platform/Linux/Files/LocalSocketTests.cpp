@@ -1,9 +1,9 @@
-#include "Platform/Linux/Files/LocalSocket.h"
-
 #include "Platform/Linux/Files/FileDescriptor.h"
+#include "Platform/Linux/Files/LocalSocket.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>

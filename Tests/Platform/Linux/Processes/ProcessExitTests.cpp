@@ -23,9 +23,9 @@ int runBounded(MainLoop& loop) {
 TEST(ProcessExit, TheEndIsReportedOnceAndTheCallbackMayDestroyTheWatch) {
     MainLoop loop;
     Sleeper sleeper;
-    int told = 0;
+    int reported = 0;
     std::unique_ptr<ProcessExit> exit = ProcessExit::watch(loop, sleeper.number(), [&] {
-        ++told;
+        ++reported;
         EXPECT_TRUE(exit->hasHappened());
         exit.reset();
         // A watch that still existed would be called again before this.
@@ -35,36 +35,36 @@ TEST(ProcessExit, TheEndIsReportedOnceAndTheCallbackMayDestroyTheWatch) {
     EXPECT_FALSE(exit->hasHappened());
     loop.post([&] { sleeper.end(); });
     EXPECT_EQ(runBounded(loop), 0);
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(reported, 1);
 }
 
 TEST(ProcessExit, AWatchThatIsKeptIsNotCalledAgain) {
     MainLoop loop;
     Sleeper sleeper;
-    int told = 0;
+    int reported = 0;
     const auto exit = ProcessExit::watch(loop, sleeper.number(), [&] {
-        ++told;
+        ++reported;
         loop.post([&] { loop.post([&] { loop.end(0); }); });
     });
     ASSERT_NE(exit, nullptr);
     sleeper.end();
     EXPECT_TRUE(exit->hasHappened());
     EXPECT_EQ(runBounded(loop), 0);
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(reported, 1);
 }
 
 TEST(ProcessExit, ADestroyedWatchReportsNothing) {
     MainLoop loop;
     Sleeper first;
     Sleeper second;
-    bool isFirstTold = false;
-    auto dropped = ProcessExit::watch(loop, first.number(), [&] { isFirstTold = true; });
+    bool isFirstReported = false;
+    auto dropped = ProcessExit::watch(loop, first.number(), [&] { isFirstReported = true; });
     const auto kept = ProcessExit::watch(loop, second.number(), [&] { loop.end(0); });
     dropped.reset();
     first.end();
     second.end();
     EXPECT_EQ(runBounded(loop), 0);
-    EXPECT_FALSE(isFirstTold);
+    EXPECT_FALSE(isFirstReported);
 }
 
 TEST(ProcessExit, AProcessThatIsNotThereCannotBeWatched) {

@@ -86,14 +86,14 @@ TEST(ProgramStart, HandsOnNoDescriptorAndNoSession) {
                                             folder / "making" + "' '" + folder / "made" + "'\n");
         ASSERT_TRUE(startProgram(folder / "program", {"one argument", "$HOME; `ls`"}));
         runLoopUntil(loop, [&] { return ::access((folder / "made").c_str(), F_OK) == 0; });
-        const std::string told = contentsOf(folder / "made");
-        EXPECT_THAT(told, testing::StartsWith("one argument|$HOME; `ls`\n/dev/null\n/dev/null\n/dev/null\n"));
+        const std::string reported = contentsOf(folder / "made");
+        EXPECT_THAT(reported, testing::StartsWith("one argument|$HOME; `ls`\n/dev/null\n/dev/null\n/dev/null\n"));
         // The two signals above the ordinary ones are the C library's own.
-        EXPECT_THAT(told, testing::ContainsRegex("SigIgn:\t[0-9]+0000000\n"));
-        EXPECT_THAT(told, testing::HasSubstr("own session\n"));
+        EXPECT_THAT(reported, testing::ContainsRegex("SigIgn:\t[0-9]+0000000\n"));
+        EXPECT_THAT(reported, testing::HasSubstr("own session\n"));
         // 9 is the script's own; a shell keeps the script itself open above it.
-        EXPECT_THAT(told, testing::Not(testing::HasSubstr("\n20\n")));
-        EXPECT_THAT(told, testing::Not(testing::HasSubstr("\n3\n")));
+        EXPECT_THAT(reported, testing::Not(testing::HasSubstr("\n20\n")));
+        EXPECT_THAT(reported, testing::Not(testing::HasSubstr("\n3\n")));
     });
 }
 

@@ -191,7 +191,7 @@ protected:
         const std::set<std::string> others = onSystem.names();
         const std::uint32_t before = onSystem.matches();
         const std::uint32_t beforeOnUser = onUser.matches();
-        watching = locks->watch([this] { ++told; });
+        watching = locks->watch([this] { ++reported; });
         ASSERT_TRUE(runUntil([&] {
             return onSystem.matches() == before + (name.empty() ? 0 : 2) && onUser.matches() == beforeOnUser + 1;
         }));
@@ -199,13 +199,13 @@ protected:
     }
 
     /// The number of reported locks when every earlier message on the sender's bus has been handled.
-    int toldAfter(Speaker& speaker, const std::string& listener) {
+    int reportsAfter(Speaker& speaker, const std::string& listener) {
         speaker.ping(listener);
         EXPECT_TRUE(runUntil([&] { return speaker.isAnswered(); }));
         bool hasTurned = false;
         loop.post([&] { hasTurned = true; });
         EXPECT_TRUE(runUntil([&] { return hasTurned; }));
-        return std::exchange(told, 0);
+        return std::exchange(reported, 0);
     }
 
     bool runUntil(const std::function<bool()>& holds) {
@@ -219,7 +219,7 @@ protected:
     MessageBus systemDaemon;
     MessageBus userDaemon;
     MainLoop loop;
-    int told = 0;
+    int reported = 0;
     // Created once the daemons run.
     std::unique_ptr<SessionBus> user;
     std::unique_ptr<SessionLock> locks;
@@ -233,9 +233,9 @@ TEST_F(SessionLockTest, TheLoginManagersWordOnThisSessionCounts) {
     Speaker speaker(systemDaemon, loginManager);
     watch();
     speaker.sayLock();
-    EXPECT_EQ(toldAfter(speaker, ownNames.at(0)), 1) << "asked to lock";
+    EXPECT_EQ(reportsAfter(speaker, ownNames.at(0)), 1) << "asked to lock";
     speaker.sayHint(true);
-    EXPECT_EQ(toldAfter(speaker, ownNames.at(0)), 1) << "said to be locked";
+    EXPECT_EQ(reportsAfter(speaker, ownNames.at(0)), 1) << "said to be locked";
 }
 
 TEST_F(SessionLockTest, ALockThatHoldsAlreadyIsToldOfWhereItIsAskedFor) {
@@ -243,9 +243,9 @@ TEST_F(SessionLockTest, ALockThatHoldsAlreadyIsToldOfWhereItIsAskedFor) {
         Speaker speaker(systemDaemon, loginManager);
         speaker.answerHint(isLocked);
         locks = std::make_unique<SessionLock>(loop, *user, systemDaemon.address(), "2");
-        watching = locks->watchAndAsk([this] { ++told; });
+        watching = locks->watchAndAsk([this] { ++reported; });
         ASSERT_TRUE(runUntil([&] { return !speaker.servedFor().empty(); }));
-        EXPECT_EQ(toldAfter(speaker, speaker.servedFor()), isLocked ? 1 : 0);
+        EXPECT_EQ(reportsAfter(speaker, speaker.servedFor()), isLocked ? 1 : 0);
     }
 }
 
@@ -253,7 +253,7 @@ TEST_F(SessionLockTest, ALockThatHoldsAlreadyIsNotToldOfOtherwise) {
     Speaker speaker(systemDaemon, loginManager);
     speaker.answerHint(true);
     watch();
-    EXPECT_EQ(toldAfter(speaker, ownNames.at(0)), 0);
+    EXPECT_EQ(reportsAfter(speaker, ownNames.at(0)), 0);
     EXPECT_EQ(speaker.servedFor(), "");
 }
 
@@ -279,7 +279,7 @@ TEST_F(SessionLockTest, OtherWordsOfTheLoginManagerDoNot) {
     };
     for (std::size_t index = 0; index < others.size(); ++index) {
         others[index]();
-        EXPECT_EQ(toldAfter(speaker, ownNames.at(0)), 0) << index;
+        EXPECT_EQ(reportsAfter(speaker, ownNames.at(0)), 0) << index;
     }
 }
 
@@ -289,9 +289,9 @@ TEST_F(SessionLockTest, OtherSendersOnTheSystemBusAreIgnored) {
     watch();
     stranger.sayLock();
     stranger.sayHint(true);
-    EXPECT_EQ(toldAfter(stranger, ownNames.at(0)), 0);
+    EXPECT_EQ(reportsAfter(stranger, ownNames.at(0)), 0);
     speaker.sayLock();
-    EXPECT_EQ(toldAfter(speaker, ownNames.at(0)), 1);
+    EXPECT_EQ(reportsAfter(speaker, ownNames.at(0)), 1);
 }
 
 TEST_F(SessionLockTest, ScreensaversOfAnyDesktopCount) {
@@ -300,29 +300,29 @@ TEST_F(SessionLockTest, ScreensaversOfAnyDesktopCount) {
     for (const char* interface : {"org.freedesktop.ScreenSaver", "org.gnome.ScreenSaver", "org.mate.ScreenSaver",
                                   "org.cinnamon.ScreenSaver", "org.xfce.ScreenSaver"}) {
         speaker.sayActive(interface, true);
-        EXPECT_EQ(toldAfter(speaker, nameOnUsers), 1) << interface;
+        EXPECT_EQ(reportsAfter(speaker, nameOnUsers), 1) << interface;
         speaker.sayActive(interface, false);
-        EXPECT_EQ(toldAfter(speaker, nameOnUsers), 0) << interface;
+        EXPECT_EQ(reportsAfter(speaker, nameOnUsers), 0) << interface;
     }
     speaker.sayActive("org.example.Player", true);
     speaker.say("/ScreenSaver", "org.freedesktop.ScreenSaver", "ActiveChanged",
                 [](sd_bus_message* signal) { sd_bus_message_append(signal, "s", "yes"); });
-    EXPECT_EQ(toldAfter(speaker, nameOnUsers), 0);
+    EXPECT_EQ(reportsAfter(speaker, nameOnUsers), 0);
 }
 
 TEST_F(SessionLockTest, WithoutASystemsBusOrALoginTheScreensaverIsStillHeard) {
     const Speaker speaker(userDaemon);
     watch("");
     speaker.sayActive("org.gnome.ScreenSaver", true);
-    EXPECT_TRUE(runUntil([&] { return told == 1; }));
+    EXPECT_TRUE(runUntil([&] { return reported == 1; }));
     watching.reset();
     systemDaemon.stop();
     const std::uint32_t before = speaker.matches();
     locks = std::make_unique<SessionLock>(loop, *user, systemDaemon.address(), "2");
-    watching = locks->watch([this] { ++told; });
+    watching = locks->watch([this] { ++reported; });
     ASSERT_TRUE(runUntil([&] { return speaker.matches() == before + 1; }));
     speaker.sayActive("org.gnome.ScreenSaver", true);
-    EXPECT_TRUE(runUntil([&] { return told == 2; }));
+    EXPECT_TRUE(runUntil([&] { return reported == 2; }));
 }
 
 TEST_F(SessionLockTest, TheCallbackMayDestroyTheWatch) {
@@ -330,16 +330,16 @@ TEST_F(SessionLockTest, TheCallbackMayDestroyTheWatch) {
     watch();
     watching = locks->watch([this] {
         watching.reset();
-        ++told;
+        ++reported;
     });
     // The connection that was just closed may still be registered for a moment.
     ASSERT_TRUE(runUntil([&] { return speaker.matches() == 2; }));
     speaker.sayLock();
     speaker.sayHint(true);
-    ASSERT_TRUE(runUntil([&] { return told > 0; }));
+    ASSERT_TRUE(runUntil([&] { return reported > 0; }));
     loop.post([&] { loop.end(0); });
     EXPECT_EQ(loop.run(), 0);
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(reported, 1);
 }
 
 TEST_F(SessionLockTest, WithoutAWatchThereAreNoConnectionsAndMatches) {

@@ -160,8 +160,8 @@ TEST_F(SharedUserDefaults, LoseNoneOfTheRulesThatTwoProcessesAddAtTheSameTime) {
                 defaults[rules].change(former, own);
             }
             // A write that was skipped is caught up by the next.
-            for (std::size_t told = 0; told != log.lines.size();) {
-                told = log.lines.size();
+            for (std::size_t reported = 0; reported != log.lines.size();) {
+                reported = log.lines.size();
                 defaults.set(std::nullopt, "nothing");
             }
             std::_Exit(EXIT_SUCCESS);

@@ -156,7 +156,7 @@ TEST_F(CombinedStatusBar, TheItemIsWhereItIsShown) {
     moveToOther();
     EXPECT_EQ(item->frame(), other.place);
     best.offer(true);
-    EXPECT_EQ(item->frame(), std::nullopt) << "that panel does not tell";
+    EXPECT_EQ(item->frame(), std::nullopt) << "that panel does not send";
 }
 
 TEST_F(CombinedStatusBar, OneItemIsShownAndTheNextWhenItGoes) {
