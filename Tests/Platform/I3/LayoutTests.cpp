@@ -33,7 +33,7 @@ TEST(I3Layout, TheFrameOfATiledWindowHasItsTitleBarInIt) {
     ASSERT_EQ(layout.windows.size(), 1U);
     EXPECT_EQ(layout.windows.at(5),
               (Layout::Window{.frame = CGRect{{0, 20}, {400, 580}},
-                              .drawn = {{0, 20}, {400, 580}},
+                              .drawn = CGRect{{0, 20}, {400, 580}},
                               .isTiled = true,
                               .bordersOutside = x11::Extents{.left = 2, .right = 2, .top = 18, .bottom = 2}}));
 }
@@ -78,7 +78,8 @@ TEST(I3Layout, TheFrameOfAFloatingWindowIsItsContainers) {
         readOne("", around("floating_con", rect(100, 110, 500, 300), window(5, rect(30, 40, 200, 150))));
     ASSERT_EQ(layout.windows.size(), 1U);
     EXPECT_EQ(layout.windows.at(5),
-              (Layout::Window{.frame = CGRect{{100, 110}, {500, 300}}, .drawn = {{30, 40}, {200, 150}}, .isTiled = false}));
+              (Layout::Window{
+                  .frame = CGRect{{100, 110}, {500, 300}}, .drawn = CGRect{{30, 40}, {200, 150}}, .isTiled = false}));
 }
 
 TEST(I3Layout, WindowsThatFloatTogetherHaveALayoutAmongThem) {
