@@ -81,10 +81,15 @@ std::string placingRequest(Language language, std::string_view address, const Re
     const std::string height = length(box.size.height);
     const std::string x = number(box.origin.x);
     const std::string y = number(box.origin.y);
+    // Hyprland sizes a window around its middle, and rounds each edge to a whole point, away from zero (measured with
+    // 0.57). A window that lies across zero meanwhile becomes a point larger. So it is sized beyond zero.
+    const std::string besideX = number(std::max(0.0, box.origin.x) + box.size.width);
+    const std::string besideY = number(std::max(0.0, box.origin.y) + box.size.height);
     if (language == Language::lua) {
         return evaluation({
             release.isMaximized ? luaCall("fullscreen", R"(mode="maximized",action="unset")", address) : "",
             release.isTiled ? luaCall("float", R"(action="on")", address) : "",
+            luaPlace("move", besideX, besideY, address),
             luaPlace("resize", width, height, address),
             luaPlace("move", x, y, address),
         });
@@ -92,6 +97,7 @@ std::string placingRequest(Language language, std::string_view address, const Re
     return batch({
         release.isMaximized ? "dispatch fullscreen 1" : "",
         release.isTiled ? call("setfloating", "", address) : "",
+        call("movewindowpixel", "exact " + besideX + " " + besideY, address),
         call("resizewindowpixel", "exact " + width + " " + height, address),
         call("movewindowpixel", "exact " + x + " " + y, address),
     });

@@ -101,6 +101,13 @@ TEST_P(HyprlandActions, PutAWindowExactlyWhereItBelongs) {
                 WindowAction::maximizeHeight, window);
 }
 
+TEST_P(HyprlandActions, AreExactForAWindowThatWouldLieAcrossZeroWhileItIsSized) {
+    const CGRect area = GetParam().area;
+    const FakeHyprland::Window window{
+        .address = 7, .box = {{area.minX() + 11, area.minY() + 13}, {733, 403}}, .isFloating = true};
+    expectFrame((CGRect{area.origin, {area.size.width / 2, area.size.height}}), WindowAction::leftHalf, window);
+}
+
 TEST_P(HyprlandActions, PutAWindowThatRefusesTheSizeAtTheEdge) {
     const CGRect area = GetParam().area;
     const double border = GetParam().border;

@@ -215,9 +215,12 @@ void FakeHyprland::carryOut(std::uint64_t address, const std::string& dispatcher
 
 void FakeHyprland::resize(Window& each, corvid::CGSize size) {
     // Around the middle (CDefaultFloatingAlgorithm::resizeTarget).
-    each.box.origin.x -= (size.width - each.box.size.width) / 2;
-    each.box.origin.y -= (size.height - each.box.size.height) / 2;
-    each.box.size = size;
+    const double left = each.box.origin.x - ((size.width - each.box.size.width) / 2);
+    const double top = each.box.origin.y - ((size.height - each.box.size.height) / 2);
+    // Each edge is rounded, half a point away from zero.
+    each.box.origin = {std::round(left), std::round(top)};
+    each.box.size = {std::round(left + size.width) - each.box.origin.x,
+                     std::round(top + size.height) - each.box.origin.y};
 }
 
 std::string FakeHyprland::bindOrder(const std::string& request) {

@@ -133,9 +133,9 @@ TEST_P(HyprlandPlacing, ABorderThatTheWindowGetsOnlyOutOfTheLayoutIsCounted) {
 TEST_P(HyprlandPlacing, AWindowBelowItsSmallestSizeKeepsThatAtTheRequestedPlace) {
     desktop.peer.setBorder(2);
     open({{.address = 7, .isFloating = true, .smallest = {501, 300}}});
-    EXPECT_EQ(desktop.access.place("0x7", {{100, 50}, {204, 604}}, desktop.soon()), AXError::success);
-    EXPECT_EQ(frame("0x7"), (CGRect{{100, 50}, {505, 604}}));
-    EXPECT_EQ(desktop.peer.window(7).box, (CGRect{{102, 52}, {501, 600}}));
+    EXPECT_EQ(desktop.access.place("0x7", {{400, 50}, {204, 604}}, desktop.soon()), AXError::success);
+    EXPECT_EQ(frame("0x7"), (CGRect{{400, 50}, {505, 604}}));
+    EXPECT_EQ(desktop.peer.window(7).box, (CGRect{{402, 52}, {501, 600}}));
 }
 
 TEST_P(HyprlandPlacing, AMaximizedWindowIsReleased) {

@@ -33,6 +33,7 @@ TEST(HyprlandWords, InLuaAWindowIsReleasedResizedAndMovedAtOnce) {
     EXPECT_EQ(placingRequest(Language::lua, "0x7", {.isMaximized = true, .isTiled = true}, {{-8.4, 23}, {960, 0.2}}),
               R"(eval hl.dispatch(hl.dsp.window.fullscreen({mode="maximized",action="unset",window="address:0x7"})))"
               R"( hl.dispatch(hl.dsp.window.float({action="on",window="address:0x7"})))"
+              R"( hl.dispatch(hl.dsp.window.move({x=960,y=23,relative=false,window="address:0x7"})))"
               R"( hl.dispatch(hl.dsp.window.resize({x=960,y=1,relative=false,window="address:0x7"})))"
               R"( hl.dispatch(hl.dsp.window.move({x=-8,y=23,relative=false,window="address:0x7"})))");
 }
@@ -41,9 +42,11 @@ TEST(HyprlandWords, InHyprlangAWindowIsReleasedResizedAndMovedAtOnce) {
     EXPECT_EQ(
         placingRequest(Language::hyprlang, "0x7", {.isMaximized = true, .isTiled = true}, {{-8.4, 23}, {960, 1057}}),
         "[[BATCH]]dispatch fullscreen 1;dispatch setfloating address:0x7;"
+        "dispatch movewindowpixel exact 960 1080,address:0x7;"
         "dispatch resizewindowpixel exact 960 1057,address:0x7;dispatch movewindowpixel exact -8 23,address:0x7");
     EXPECT_EQ(placingRequest(Language::hyprlang, "0x7", {}, {{0, 1e9}, {1, 1}}),
-              "[[BATCH]]dispatch resizewindowpixel exact 1 1,address:0x7;"
+              "[[BATCH]]dispatch movewindowpixel exact 1 1048576,address:0x7;"
+              "dispatch resizewindowpixel exact 1 1,address:0x7;"
               "dispatch movewindowpixel exact 0 1048576,address:0x7");
 }
 
