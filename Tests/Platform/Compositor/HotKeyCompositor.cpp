@@ -117,7 +117,7 @@ HotKeyCompositor::HotKeyCompositor(Offer offer)
     }
     wakeReading = ends[0];
     wakeWriting = ends[1];
-    wl_event_loop_add_fd(
+    wakeSource = wl_event_loop_add_fd(
         wl_display_get_event_loop(display), wakeReading, WL_EVENT_READABLE,
         [](int descriptor, std::uint32_t /*mask*/, void* data) {
             std::function<void()>* work = nullptr;
@@ -134,6 +134,7 @@ HotKeyCompositor::HotKeyCompositor(Offer offer)
 HotKeyCompositor::~HotKeyCompositor() {
     run([this] { isEnding = true; });
     thread.join();
+    wl_event_source_remove(wakeSource);
     wl_display_destroy_clients(display);
     wl_display_destroy(display);
     ::close(wakeReading);

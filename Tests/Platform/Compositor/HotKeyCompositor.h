@@ -12,8 +12,7 @@
 
 struct wl_client;
 struct wl_display;
-struct wl_event_loop;
-struct wl_global;
+struct wl_event_source;
 struct wl_resource;
 
 /// A Wayland compositor that offers hot keys by one of the protocols, or by neither. It runs on a thread of its own,
@@ -82,6 +81,7 @@ private:
     TemporaryFolder folder;
     wl_display* display;
     std::vector<std::function<void()>> waiting;
+    wl_event_source* wakeSource = nullptr;
     int wakeReading = -1;
     int wakeWriting = -1;
     bool isEnding = false;
