@@ -1,7 +1,9 @@
 #include "XServer.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -48,7 +50,14 @@ XServer::XServer(const std::vector<std::string>& lacking) {
 }
 
 XServer::~XServer() {
-    kill(process, SIGTERM);
+    const int end = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
+    pollfd state{.fd = end, .events = POLLIN, .revents = 0};
+    constexpr int aWhile = 1000;
+    // The server may be just about to wait for its clients: then it notices a signal only with the next one.
+    do {
+        kill(process, SIGTERM);
+    } while (end >= 0 && poll(&state, 1, aWhile) == 0);
+    close(end);
     waitpid(process, nullptr, 0);
 }
 
