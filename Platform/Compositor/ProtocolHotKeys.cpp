@@ -75,9 +75,9 @@ public:
     }
 
     [[nodiscard]] bool start(const std::string& applicationId, Instant deadline);
-    [[nodiscard]] Answer bind(std::uint64_t key, std::uint32_t keysym, std::uint32_t modifiers,
+    [[nodiscard]] Answer bind(std::uint64_t name, std::uint32_t keysym, std::uint32_t modifiers,
                               const std::string& description, Instant deadline);
-    void release(std::uint64_t key);
+    void release(std::uint64_t name);
 
 private:
     /// A global object of the compositor.
@@ -105,10 +105,10 @@ private:
 
     /// Hears the events of an object; a listener of the protocol is an array of functions.
     template <typename Listener>
-    void listen(wl_proxy* proxy, const Listener& listener, void* data) const {
+    void listen(wl_proxy* proxy, const Listener& heard, void* data) const {
         using Functions = void (**)();
         // NOLINTNEXTLINE(cppcoreguidelines-pro-type-*-cast): as the generated code does.
-        library.addListener(proxy, reinterpret_cast<Functions>(const_cast<Listener*>(&listener)), data);
+        library.addListener(proxy, reinterpret_cast<Functions>(const_cast<Listener*>(&heard)), data);
     }
 
     /// Reads and acts on events until the condition holds; false if the deadline comes first, or the connection breaks.

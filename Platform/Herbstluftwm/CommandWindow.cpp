@@ -10,8 +10,10 @@ namespace platform::herbstluftwm {
 
 namespace {
 
+using namespace std::string_view_literals;
+
 /// WM_CLASS has two texts that end in zeros.
-constexpr char className[] = "HERBST_IPC_CLASS\0HERBST_IPC_CLASS";
+constexpr std::string_view className = "HERBST_IPC_CLASS\0HERBST_IPC_CLASS\0"sv;
 
 /// Some ten thousand windows, in 32-bit units.
 constexpr std::uint32_t longestOutput = std::uint32_t{64} << 10U;
@@ -39,7 +41,7 @@ std::optional<std::string> CommandWindow::outputOf(x11::Connection& connection, 
     // Sent at once, because herbstluftwm looks at the class as soon as it hears of the window.
     xcb_create_window(connection.raw(), XCB_COPY_FROM_PARENT, window, connection.root(), -1, -1, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
-    setText(connection, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, {className, sizeof className});
+    setText(connection, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, className);
     setText(connection, window, names.arguments, connection.atom(x11::Atom::utf8String), arguments);
     connection.flush();
     auto output = readReply(connection, window);

@@ -42,7 +42,7 @@ private:
     static constexpr std::size_t mostLate = 24;
 
     void leave(linux::FileDescriptor socket);
-    void drain(Late& late);
+    void drain(Late& left);
 
     linux::MainLoop& mainLoop;
     /// Connections whose answers nobody waits for any more.

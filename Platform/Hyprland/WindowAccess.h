@@ -71,7 +71,7 @@ private:
     void updateTable(Reading reading);
     void updateWindows(const std::vector<Client>& clients);
     /// Waits until the window keeps its frame for that long; the box of its contents. Empty if it does not in time.
-    [[nodiscard]] std::optional<corvid::CGRect> settledBox(const compositor::WindowIdentifier& window, Duration rest,
+    [[nodiscard]] std::optional<corvid::CGRect> settledBox(const compositor::WindowIdentifier& window, Duration calm,
                                                            Instant deadline);
 
     [[nodiscard]] double border(const compositor::WindowIdentifier& window) const;

@@ -31,7 +31,7 @@ std::string luaPlace(std::string_view dispatcher, const std::string& x, const st
 
 /// A dispatcher of hyprlang whose last argument is the window.
 std::string call(std::string_view dispatcher, std::string_view arguments, std::string_view address) {
-    std::string words = "dispatch " + std::string(dispatcher) + " " + std::string(arguments);
+    const std::string words = "dispatch " + std::string(dispatcher) + " " + std::string(arguments);
     return words + (arguments.empty() ? "" : ",") + "address:" + std::string(address);
 }
 

@@ -86,7 +86,7 @@ void readWindow(const Visit& visit, x11::Layout& layout) {
         const auto outside = isTiled ? bordersOutside(*visit.node) : std::nullopt;
         layout.windows.emplace(
             *window,
-            x11::Layout::Window{.frame = *frame, .drawn = *drawn, .isTiled = isTiled, .bordersOutside = outside});
+            x11::Layout::Window{.frame = frame, .drawn = drawn, .isTiled = isTiled, .bordersOutside = outside});
     }
 }
 

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace platform::wayfire {
@@ -59,9 +60,9 @@ AccessObstacle whyClosed(const Session& session, const Sockets& sockets) {
 
 } // namespace
 
-Desktop::Desktop(linux::MainLoop& mainLoop, const Sockets& where)
+Desktop::Desktop(linux::MainLoop& mainLoop, Sockets where)
     : mainLoop(mainLoop)
-    , sockets(where)
+    , sockets(std::move(where))
     , session(mainLoop, sockets.ipc)
     , access(session, table, mainLoop, ::getpid(), [this] { return whyClosed(session, sockets); })
     , windows(mainLoop, table, access)

@@ -31,7 +31,7 @@ struct Sockets {
 class Desktop final : public linux::Desktop, private Session::Follower {
 public:
     /// Connects at once if the IPC is there, else when it appears.
-    Desktop(linux::MainLoop& mainLoop, const Sockets& sockets);
+    Desktop(linux::MainLoop& mainLoop, Sockets where);
 
     [[nodiscard]] std::string_view name() const override { return "Wayfire"; }
 

@@ -123,6 +123,7 @@ std::vector<OutputFacts> readOutputs(const Json& answer) {
 
 std::vector<Output> outputsOf(const std::vector<OutputFacts>& outputs) {
     std::vector<Output> list;
+    list.reserve(outputs.size());
     for (const OutputFacts& each : outputs) {
         list.push_back({.frame = each.frame, .workArea = each.workArea});
     }

@@ -302,7 +302,7 @@ void Placement::correctForChangedExtents(const Sent& sent) {
 
 void Placement::shiftIfElsewhere(const Sent& sent) {
     const WindowFacts* facts = turn.windowWithFrame(sent.job.window);
-    if (turn.tilingManager() != nullptr || windowManager.capabilities.tellsFrameExtents || facts == nullptr ||
+    if (turn.tilingManager() != nullptr || windowManager.capabilities.announcesFrameExtents || facts == nullptr ||
         facts->geometry == sent.before || isInPlace(sent, *facts)) {
         return;
     }

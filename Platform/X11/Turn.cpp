@@ -114,7 +114,7 @@ const WindowFacts* Turn::windowWithFrame(xcb_window_t window) {
     if (tiling != nullptr) {
         return windowInLayout(*facts, window);
     }
-    if (capabilities.tellsFrameExtents || !isManaged) {
+    if (capabilities.announcesFrameExtents || !isManaged) {
         return facts;
     }
     const auto decoration = readDecoration(connection, window);

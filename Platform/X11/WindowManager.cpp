@@ -80,14 +80,16 @@ Capabilities announcedCapabilities(const AtomTable& atoms, const std::vector<std
             .namesActiveWindow = supports(Atom::netActiveWindow),
             .listsWindows = supports(Atom::netClientList),
             .movesOnMessage = supports(Atom::netMoveResizeWindow),
-            .tellsFrameExtents = supports(Atom::netFrameExtents),
+            .announcesFrameExtents = supports(Atom::netFrameExtents),
             .supportsClientShadows = supports(Atom::gtkFrameExtents)};
 }
 
 WindowManager readWindowManager(Connection& connection, const std::function<void(xcb_window_t)>& found) {
     WindowManager announced = readAnnounced(connection, found);
-    const bool isKnown = announced.window != XCB_WINDOW_NONE;
-    return isKnown || connection.isExhausted() ? announced : readSilent(connection, found);
+    if (announced.window == XCB_WINDOW_NONE && !connection.isExhausted()) {
+        return readSilent(connection, found);
+    }
+    return announced;
 }
 
 xcb_atom_t windowManagerSelection(Connection& connection) {

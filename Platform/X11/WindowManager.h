@@ -22,7 +22,7 @@ struct Capabilities {
     /// Whether it moves windows on a pager's message (`_NET_MOVERESIZE_WINDOW`). Otherwise on a configure request.
     bool movesOnMessage = false;
     /// Whether windows tell their decoration (`_NET_FRAME_EXTENTS`). Otherwise it is the window around the client.
-    bool tellsFrameExtents = false;
+    bool announcesFrameExtents = false;
     /// Whether it supports shadows that clients draw themselves (`_GTK_FRAME_EXTENTS`).
     bool supportsClientShadows = false;
 

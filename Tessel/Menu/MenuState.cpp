@@ -193,7 +193,7 @@ QString MenuState::lendableShortcuts() const {
     if (shortcuts.isEmpty()) {
         return {};
     }
-    const QString offer = offerToBorrow(holders, unbroken(shortcuts));
+    QString offer = offerToBorrow(holders, unbroken(shortcuts));
     if (otherKeys.isEmpty()) {
         return offer;
     }
