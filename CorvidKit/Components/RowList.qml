@@ -9,7 +9,7 @@ ListView {
     property real rowHeight: 30
     // Less than the room above the letters of a row.
     readonly property real peek: 8
-    // What the rows lie on.
+    // The surface below the rows.
     property color ground: Style.card
     readonly property bool isScrollable: count * rowHeight > height
     readonly property bool isInMotion: moving || settling.running

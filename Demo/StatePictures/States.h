@@ -10,7 +10,7 @@
 
 namespace tessel {
 
-/// What is open over the view, or in place of it.
+/// The menu, tip or window that is open over the view, or in place of it.
 enum class OpenPart {
     nothing,
     /// The menu of the first rule, with the pointer on its first line.

@@ -314,7 +314,7 @@ bool ProtocolHotKeys::Connection::readOnce(int milliseconds) {
             return false;
         }
     }
-    // What does not fit now is sent before the next waiting.
+    // The rest is sent before the next wait.
     const bool isSent = library.flush(display) >= 0 || errno == EAGAIN;
     pollfd state{.fd = descriptor, .events = POLLIN, .revents = 0};
     if (!isSent || ::poll(&state, 1, milliseconds) <= 0) {

@@ -40,7 +40,7 @@ struct Bind {
     std::string key;
     /// The mode in which it holds; empty for the usual one.
     std::string submap;
-    /// What it does, for a person: its description, or its dispatcher with the argument. Empty if neither says it.
+    /// Its effect, for a person: its description, or its dispatcher with the argument. Empty if neither says it.
     std::string purpose;
     /// The number that we have given to one of ours; zero for those of others.
     std::uint64_t ours = 0;

@@ -42,7 +42,7 @@ public:
     [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
                                                            std::uint32_t modifiers) const override;
 
-    /// What the holder of a refused combination does with it, in its own words; empty if nobody says. Nothing for a
+    /// The effect of a refused combination in its holder's words; empty if they are not known. Nothing for a
     /// combination that was not refused.
     [[nodiscard]] std::optional<std::string> purposeOf(const corvid::Shortcut& shortcut) const;
 

@@ -73,7 +73,7 @@ std::optional<double> numberIn(const Json& object, const char* name) {
     return value == nullptr ? std::nullopt : coordinate(*value);
 }
 
-/// What bars reserve at the left, top, right and bottom edges, in the layout's points.
+/// The space that bars reserve at the left, top, right and bottom edges, in the layout's points.
 CGRect withoutReserved(const CGRect& frame, const Json& monitor) {
     const Json* list = listIn(monitor, "reserved");
     constexpr std::size_t edges = 4;

@@ -51,7 +51,7 @@ private:
         bool isDue = false;
     };
 
-    /// What was read at one time, with frames that have their borders.
+    /// The state at one time; the frames include the borders.
     struct Reading {
         std::vector<Client> clients;
         std::vector<compositor::Output> outputs;

@@ -24,7 +24,7 @@ enum class Language : std::uint8_t {
 /// An address as the compositor writes it: "0x" and hexadecimal digits. Only such a one may be part of a request.
 [[nodiscard]] bool isAddress(std::string_view text);
 
-/// What a window needs before it can have a frame of its own.
+/// The changes that a window needs before it can have a frame of its own.
 struct Release {
     bool isMaximized = false;
     bool isTiled = false;

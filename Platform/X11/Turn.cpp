@@ -201,7 +201,7 @@ const WorkSpace* Turn::workSpace() {
 }
 
 void Turn::takeWorkSpace(WorkSpace read) {
-    // Nobody else takes the bars into account that a window manager draws itself, as awesome does.
+    // No property reports the bars that a window manager draws itself, as awesome does.
     if (isManaged && tiling == nullptr && !read.workArea) {
         const std::vector<xcb_window_t> unmanaged = readShownUnmanagedWindows(connection);
         WorkSpaceRequest request(connection, unmanaged, XCB_ATOM_NONE);

@@ -1,4 +1,4 @@
-/** What Cinnamon does in its own way. */
+/** The differences of Cinnamon. */
 const host = {
     title: 'Tessel does nothing in this Cinnamon, which',
     // The schemas of the bindings of Muffin and Cinnamon: their settings are named after its actions.

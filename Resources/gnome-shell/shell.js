@@ -1,4 +1,4 @@
-/** What GNOME Shell does in its own way. */
+/** The differences of GNOME Shell. */
 const host = {
     title: 'The extension Tessel does nothing: this GNOME Shell',
     // The schemas of the shell's own bindings: their settings are named after its actions.

@@ -145,7 +145,7 @@ TEST_F(Centring, CapitalsOfTheChooserAreAsHighAsWhatIsBesideThemAtEveryScale) {
         }
     };
     expectLevel();
-    // What was typed stands where the hint stood.
+    // The typed text stands where the hint stood.
     field.setProperty("text", "HEH");
     parts.clear();
     beside.clear();

@@ -87,7 +87,7 @@ protected:
         }
     }
 
-    /// What the user's hand does to these, and the contrast of what they show then.
+    /// The contrast of these under the pointer, pressed, and with the focus.
     void expectContrastWith(const char* property, const std::vector<QQuickItem*>& roots) {
         for (QQuickItem* root : roots) {
             EXPECT_TRUE(root->setProperty(property, true)) << root->metaObject()->className();

@@ -27,7 +27,7 @@ STARTING = 600.0
 # A program that still handles an earlier request may change its size until then.
 STAYING = 2.0
 
-# Whatever costs time to draw is switched off. Gaps and borders are Hyprland's own.
+# All effects that cost time to draw are switched off. Gaps and borders are Hyprland's own.
 CONFIGURATION = """
 hl.monitor({ output = "", mode = "preferred", position = "auto", scale = "1" })
 hl.config({

@@ -252,7 +252,7 @@ std::string FakeHyprland::bindOrder(const std::string& request) {
     if (match[1] == "bind") {
         bindings.push_back({.modifiers = modifiers, .keyCode = keyCode, .dispatcher = "event", .argument = match[4]});
     } else {
-        // Whoever made it, and in any mode.
+        // Of any maker, and in any mode.
         constexpr int left = 113;
         std::erase_if(bindings, [&](const Bind& each) {
             return each.modifiers == modifiers && (each.keyCode == keyCode || (keyCode == left && each.key == "left"));

@@ -208,7 +208,7 @@ TEST_F(HyprlandWindowAccess, AWindowThatGoesMeanwhileIsNotWaitedFor) {
 
 TEST_F(HyprlandWindowAccess, AProgramThatDoesNotComeToRestIsNotWaitedForLongerThanAsked) {
     open({{.address = 7, .isFloating = true}});
-    // Somebody else moves it after each reading.
+    // Another program moves it after each reading.
     const std::shared_ptr<std::atomic<bool>> isOver = std::make_shared<std::atomic<bool>>(false);
     std::thread mover([this, isOver] {
         for (int place = 0; !*isOver; ++place) {

@@ -14,7 +14,7 @@ namespace platform::x11 {
 /// the keyboard, and moves it when it is configured (ICCCM 4.1.5).
 class PlayedWindowManager {
 public:
-    /// What the position in a configure request stands for.
+    /// The meaning of the position in a configure request.
     enum class Reference : std::uint8_t {
         frame,
         frameWithoutBorder,

@@ -292,7 +292,7 @@ TEST_P(ConfiguredWindowTest, StandsWhereItIsPutToThePixel) {
         EXPECT_EQ(placed(window, wanted), wanted);
         EXPECT_EQ(seen(window), wanted);
     }
-    // Nobody reads it, and there is no reading afterwards.
+    // No caller reads it, and there is no reading afterwards.
     inATurn([&] { write(window, {{20, 30}, {400, 300}}); });
     EXPECT_TRUE(followed.runUntil([&] { return seen(window) == CGRect{{20, 30}, {400, 300}}; }));
 }
