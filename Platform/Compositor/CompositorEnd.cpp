@@ -1,5 +1,10 @@
 #include "Platform/Compositor/CompositorEnd.h"
 
+#include "Platform/Linux/Log/Log.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace platform::compositor {
@@ -29,6 +34,20 @@ void CompositorEnd::lookUntil(Instant limit) {
             lookUntil(limit);
         }
     });
+}
+
+std::function<bool()> absenceOf(std::string socket) {
+    return [socket = std::move(socket)] {
+        std::error_code ignored;
+        return !std::filesystem::exists(socket, ignored);
+    };
+}
+
+std::function<void()> endOfLoop(linux::MainLoop& mainLoop, std::string compositor) {
+    return [&mainLoop, compositor = std::move(compositor)] {
+        linux::logToStandardError(compositor + " is gone");
+        mainLoop.end(EXIT_FAILURE);
+    };
 }
 
 } // namespace platform::compositor

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Seam/Desktop/MainActor.h"
 
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace platform::compositor {
 
@@ -38,5 +40,11 @@ private:
     std::function<void()> gone;
     std::unique_ptr<ScheduledWork> work;
 };
+
+/// For `hasLeft`: whether no file is at the path of the compositor's socket any more.
+[[nodiscard]] std::function<bool()> absenceOf(std::string socket);
+
+/// For `gone`: writes it to the log and ends the loop with an error. The loop must outlive it.
+[[nodiscard]] std::function<void()> endOfLoop(linux::MainLoop& mainLoop, std::string compositor);
 
 } // namespace platform::compositor

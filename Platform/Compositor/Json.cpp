@@ -108,6 +108,14 @@ std::optional<double> coordinate(const Json& value) {
     return isOne ? std::optional(value.get<double>()) : std::nullopt;
 }
 
+std::optional<corvid::CGPoint> pointOf(const Json& object) {
+    const Json* x = member(object, "x");
+    const Json* y = member(object, "y");
+    const auto across = x == nullptr ? std::nullopt : coordinate(*x);
+    const auto down = y == nullptr ? std::nullopt : coordinate(*y);
+    return across && down ? std::optional(corvid::CGPoint{*across, *down}) : std::nullopt;
+}
+
 std::optional<corvid::CGRect> rectangleIn(const Json& list, std::size_t first) {
     constexpr std::size_t sides = 4;
     if (!list.is_array() || list.size() < first + sides) {

@@ -47,6 +47,9 @@ inline constexpr std::size_t longestJson = std::size_t{4} << 20U;
 /// A coordinate or a length; empty for anything but a number, or for one beyond the size of any desktop.
 [[nodiscard]] std::optional<double> coordinate(const Json& value);
 
+/// The point of an object that has its coordinates as members (x, y); empty without them.
+[[nodiscard]] std::optional<corvid::CGPoint> pointOf(const Json& object);
+
 /// The rectangle whose four numbers (x, y, width, height) begin at an element of a list; empty without one.
 [[nodiscard]] std::optional<corvid::CGRect> rectangleIn(const Json& list, std::size_t first);
 

@@ -29,7 +29,7 @@ public:
     virtual AXError place(const WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) = 0;
 
     /// Shows the user how to grant the access, if it is missing and the user can grant it. Does not wait.
-    virtual void prompt() = 0;
+    virtual void prompt() {}
 
     /// The reason why there is no access; without meaning while there is.
     [[nodiscard]] virtual AccessObstacle obstacle() const = 0;

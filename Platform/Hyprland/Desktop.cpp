@@ -1,12 +1,7 @@
 #include "Platform/Hyprland/Desktop.h"
 
-#include "Platform/Linux/Log/Log.h"
-
 #include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace platform::hyprland {
@@ -22,23 +17,14 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const InstanceFacts& facts, HotKeys:
     : session(mainLoop, [facts] { return runningFolder(facts); })
     , access(session, table, mainLoop, ::getpid())
     , windows(mainLoop, table, access)
-    , end(
-          mainLoop,
-          [facts] {
-              std::error_code ignored;
-              return !std::filesystem::exists(eventSocket(folderOf(facts)), ignored);
-          },
-          [&mainLoop] {
-              linux::logToStandardError("Hyprland is gone");
-              mainLoop.end(EXIT_FAILURE);
-          })
+    , end(mainLoop, compositor::absenceOf(eventSocket(folderOf(facts))), compositor::endOfLoop(mainLoop, "Hyprland"))
     , hotKeys(
           session,
           [&mainLoop, socket = displaySocket(facts)](HotKeys::Protocol::Handlers handlers, Instant deadline) {
               return HotKeys::Protocol::open(mainLoop, socket, applicationId, std::move(handlers), deadline);
           },
           std::move(naming))
-    , holders(mainLoop, hotKeys) {
+    , holders(mainLoop, [this](const corvid::Shortcut& shortcut) { return hotKeys.holderOf(shortcut); }) {
     session.follow(*this);
     end.await();
     session.start();

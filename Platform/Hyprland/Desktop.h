@@ -3,12 +3,12 @@
 #include "Platform/Compositor/CompositorEnd.h"
 #include "Platform/Compositor/WindowParts.h"
 #include "Platform/Compositor/WindowTable.h"
-#include "Platform/Hyprland/BindHolders.h"
 #include "Platform/Hyprland/HotKeys.h"
 #include "Platform/Hyprland/Instance.h"
 #include "Platform/Hyprland/Session.h"
 #include "Platform/Hyprland/WindowAccess.h"
 #include "Platform/Linux/Desktop.h"
+#include "Platform/Linux/Holders/KnownHolders.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Services/SoundThemeBeep.h"
 
@@ -38,10 +38,6 @@ private:
 
     void sessionClosed() override { end.lost(); }
 
-    void sessionReported(std::string_view /*event*/, std::string_view /*data*/) override {}
-
-    void sessionIsQuiet() override {}
-
     Session session;
     compositor::WindowTable table;
     WindowAccess access;
@@ -49,7 +45,7 @@ private:
     linux::SoundThemeBeep bell;
     compositor::CompositorEnd end;
     HotKeys hotKeys;
-    BindHolders holders;
+    linux::KnownHolders holders;
 };
 
 } // namespace platform::hyprland

@@ -29,34 +29,27 @@ HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::u
     if (!combination) {
         return {.status = eventHotKeyInvalidErr, .reference = std::nullopt};
     }
-    const bool isOurs =
-        std::ranges::any_of(registrations, [&](const auto& entry) { return entry.second.combination == combination; });
-    Registered registered{.combination = *combination, .name = name, .title = naming(keyCode, modifiers)};
-    const OSStatus status = isOurs ? eventHotKeyExistsErr : bind(lastReference + 1, registered);
-    if (status != noErr) {
-        return {.status = status, .reference = std::nullopt};
-    }
-    registrations.emplace(++lastReference, std::move(registered));
-    return {.status = noErr, .reference = EventHotKeyRef{lastReference}};
+    return registrations.add({.combination = *combination, .name = name, .title = naming(keyCode, modifiers)},
+                             &Registered::combination,
+                             [this](std::uint64_t number, Registered& registered) { return bind(number, registered); });
 }
 
 void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
-    const auto found = registrations.find(reference.value);
-    if (found != registrations.end()) {
-        unbind(found->first, found->second);
-        registrations.erase(found);
+    if (auto registered = registrations.remove(reference)) {
+        unbind(reference.value, *registered);
     }
 }
 
 std::optional<LoanObstacle> HotKeys::loanObstacle(std::uint32_t keyCode, std::uint32_t modifiers) const {
-    return purposeOf({.keyCode = keyCode, .modifiers = modifiers}) ? std::optional(LoanObstacle::notReleased)
-                                                                   : std::nullopt;
+    return holderOf({.keyCode = keyCode, .modifiers = modifiers}) ? std::optional(LoanObstacle::notReleased)
+                                                                  : std::nullopt;
 }
 
-std::optional<std::string> HotKeys::purposeOf(const corvid::Shortcut& shortcut) const {
+std::optional<ShortcutHolder> HotKeys::holderOf(const corvid::Shortcut& shortcut) const {
     const auto combination = Combination::of(shortcut.keyCode, shortcut.modifiers);
     const auto found = combination ? refused.find(*combination) : refused.end();
-    return found == refused.end() ? std::nullopt : std::optional(found->second);
+    return found == refused.end() ? std::nullopt
+                                  : std::optional(ShortcutHolder{.heldBy = "Hyprland", .purpose = found->second});
 }
 
 void HotKeys::sessionOpened() {
@@ -87,8 +80,8 @@ void HotKeys::openProtocol() {
     protocol = open({.pressed = [this](std::uint64_t number) { handlePress(number); },
                      .revoked =
                          [this](std::uint64_t number) {
-                             if (const auto found = registrations.find(number); found != registrations.end()) {
-                                 found->second.isBound = false;
+                             if (Registered* registered = registrations.find(number)) {
+                                 registered->isBound = false;
                                  reportLoss();
                              }
                          },
@@ -105,9 +98,9 @@ void HotKeys::openProtocol() {
 }
 
 void HotKeys::handlePress(std::uint64_t number) {
-    const auto found = registrations.find(number);
-    if (found != registrations.end() && found->second.isBound) {
-        reportPress(found->second.name);
+    const Registered* registered = registrations.find(number);
+    if (registered != nullptr && registered->isBound) {
+        reportPress(registered->name);
     }
 }
 
@@ -123,7 +116,7 @@ void HotKeys::renew() {
     }
     const std::vector<Bind>* held = session.isOpen() && !refused.empty() ? present() : nullptr;
     hasChanged = hasChanged || (held != nullptr && std::ranges::any_of(refused, [&](const auto& entry) {
-                                    return holderOf(*held, entry.first) == nullptr;
+                                    return holdingBind(*held, entry.first) == nullptr;
                                 }));
     if (hasChanged) {
         reportLoss();
@@ -141,7 +134,7 @@ OSStatus HotKeys::bind(std::uint64_t number, Registered& registered) {
         reportLoss();
         return eventHotKeyExistsErr;
     }
-    if (const Bind* holder = holderOf(*held, registered.combination)) {
+    if (const Bind* holder = holdingBind(*held, registered.combination)) {
         unbind(number, registered);
         return refuse(registered, holder->purpose);
     }
@@ -212,7 +205,7 @@ const std::vector<Bind>* HotKeys::present() {
     return binds ? &*binds : nullptr;
 }
 
-const Bind* HotKeys::holderOf(const std::vector<Bind>& binds, const Combination& combination) {
+const Bind* HotKeys::holdingBind(const std::vector<Bind>& binds, const Combination& combination) {
     const auto found = std::ranges::find_if(
         binds, [&](const Bind& each) { return each.ours == 0 && each.submap.empty() && each.isOf(combination); });
     return found == binds.end() ? nullptr : &*found;

@@ -5,6 +5,8 @@
 #include "Platform/Hyprland/Binds.h"
 #include "Platform/Hyprland/Session.h"
 #include "Platform/Linux/HotKeys/HandledHotKeys.h"
+#include "Platform/Linux/HotKeys/Registrations.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 
 #include <cstdint>
 #include <functional>
@@ -42,9 +44,9 @@ public:
     [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
                                                            std::uint32_t modifiers) const override;
 
-    /// The effect of a refused combination in its holder's words; empty if they are not known. Nothing for a
-    /// combination that was not refused.
-    [[nodiscard]] std::optional<std::string> purposeOf(const corvid::Shortcut& shortcut) const;
+    /// The holder of a combination that was refused, with the effect in its own words if they are known; empty for any
+    /// other combination.
+    [[nodiscard]] std::optional<ShortcutHolder> holderOf(const corvid::Shortcut& shortcut) const;
 
 private:
     struct Registered {
@@ -57,7 +59,6 @@ private:
     void sessionOpened() override;
     void sessionClosed() override;
     void sessionReported(std::string_view event, std::string_view data) override;
-    void sessionIsQuiet() override {}
 
     void openProtocol();
     /// Binds everything anew, after the compositor or its configuration has changed.
@@ -69,7 +70,7 @@ private:
     /// The bindings of the compositor; null if it does not answer.
     [[nodiscard]] const std::vector<Bind>* present();
     /// The binding of somebody else that has the combination in the usual mode; null without one.
-    [[nodiscard]] static const Bind* holderOf(const std::vector<Bind>& binds, const Combination& combination);
+    [[nodiscard]] static const Bind* holdingBind(const std::vector<Bind>& binds, const Combination& combination);
 
     Session& session;
     Open open;
@@ -79,8 +80,7 @@ private:
     bool isProtocolLost = false;
     /// Nothing until they are asked for.
     std::optional<std::vector<Bind>> binds;
-    std::map<std::uint64_t, Registered> registrations;
-    std::uint64_t lastReference = 0;
+    linux::Registrations<Registered> registrations;
     /// The purposes of the refused combinations.
     std::map<Combination, std::string> refused;
 };

@@ -13,10 +13,7 @@ namespace platform::hyprland {
 
 namespace {
 
-constexpr std::chrono::milliseconds connectingLeeway{100};
-
-/// After that many events, other sources of the loop get their turn.
-constexpr int mostEventsAtOnce = 64;
+constexpr std::string_view statusRequest = "status";
 
 /// The compositor cuts its lines at a kilobyte.
 constexpr std::size_t longestLine = std::size_t{64} << 10U;
@@ -24,55 +21,36 @@ constexpr std::size_t longestLine = std::size_t{64} << 10U;
 } // namespace
 
 Session::Session(linux::MainLoop& mainLoop, std::function<std::string()> find)
-    : mainLoop(mainLoop)
+    : compositor::Session<std::string_view, std::string_view>(mainLoop)
     , find(std::move(find))
     , requests(mainLoop) {
 }
 
-void Session::start() {
-    open();
-}
-
-void Session::open() {
-    next.reset();
+bool Session::connect() {
     folder = find();
     linux::FileDescriptor socket = folder.empty() ? linux::FileDescriptor() : linux::connectedTo(eventSocket(folder));
     if (!socket) {
-        next = mainLoop.schedule(mainLoop.now() + untilRetry, connectingLeeway, [this] { open(); });
-        return;
+        return false;
     }
     events = std::make_unique<Events>(Events{.socket = std::move(socket), .watch = nullptr, .unread = {}});
-    events->watch = mainLoop.watch(
-        events->socket.get(), [this] { return hasLine() || events->isQuietUnreported; }, [this] { serveEvents(); });
-    learnLanguage(deadline());
-    for (Follower* follower : followers) {
-        follower->sessionOpened();
-    }
+    events->watch = watchEvents(events->socket.get());
+    learnLanguage(requests.ask(requestSocket(folder), statusRequest, deadline()));
+    return true;
 }
 
-void Session::learnLanguage(Instant until) {
-    if (const auto status = ask("status", until)) {
+void Session::disconnect() {
+    events.reset();
+    requests.forget();
+}
+
+void Session::learnLanguage(const std::optional<std::string>& status) {
+    if (status) {
         spoken = languageIn(*status);
     }
 }
 
-void Session::closeSoon() {
-    if (!next) {
-        next = mainLoop.schedule(mainLoop.now(), Duration::zero(), [this] { close(); });
-    }
-}
-
-void Session::close() {
-    events.reset();
-    requests.forget();
-    next = mainLoop.schedule(mainLoop.now() + untilRetry, connectingLeeway, [this] { open(); });
-    for (Follower* follower : followers) {
-        follower->sessionClosed();
-    }
-}
-
 std::optional<std::string> Session::ask(std::string_view request, Instant deadline) {
-    if (!isOpen() || events->isBroken) {
+    if (!isOpen()) {
         return std::nullopt;
     }
     if (requests.isFull()) {
@@ -96,29 +74,6 @@ std::optional<std::string> Session::run(const std::function<std::string(Language
     return answer;
 }
 
-void Session::serveEvents() {
-    bool hasTime = true;
-    bool hasMore = true;
-    events->isQuietUnreported = true;
-    for (int count = 0; hasMore && hasTime && count < mostEventsAtOnce; ++count) {
-        hasMore = hasLine() || (receive() && hasLine());
-        if (hasMore) {
-            deliverLine();
-        }
-        // Each event that waits has a turn of its own.
-        hasTime = !mainLoop.turnDeadline().hasBegun();
-    }
-    if (hasTime) {
-        events->isQuietUnreported = false;
-        for (Follower* follower : followers) {
-            follower->sessionIsQuiet();
-        }
-    }
-    if (events->isBroken) {
-        closeSoon();
-    }
-}
-
 bool Session::receive() const {
     std::array<char, std::size_t{16} << 10U> buffer;
     const ssize_t received = ::recv(events->socket.get(), buffer.data(), buffer.size(), 0);
@@ -132,25 +87,27 @@ bool Session::receive() const {
 }
 
 bool Session::hasLine() const {
-    return events != nullptr && events->unread.contains('\n');
+    return events->unread.contains('\n');
 }
 
-void Session::deliverLine() {
+bool Session::deliverNext() {
+    if (!hasLine() && !(receive() && hasLine())) {
+        return false;
+    }
     const std::size_t end = events->unread.find('\n');
     const std::string line = events->unread.substr(0, end);
     events->unread.erase(0, end + 1);
     constexpr std::string_view mark = ">>";
     const std::size_t place = line.find(mark);
     if (place == std::string::npos) {
-        return;
+        return true;
     }
     const std::string_view event = std::string_view(line).substr(0, place);
     if (event == "configreloaded") {
-        learnLanguage(deadline());
+        learnLanguage(ask(statusRequest, deadline()));
     }
-    for (Follower* follower : followers) {
-        follower->sessionReported(event, std::string_view(line).substr(place + mark.size()));
-    }
+    report(event, std::string_view(line).substr(place + mark.size()));
+    return true;
 }
 
 } // namespace platform::hyprland

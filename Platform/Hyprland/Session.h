@@ -1,61 +1,28 @@
 #pragma once
 
 #include "Platform/Compositor/Json.h"
+#include "Platform/Compositor/Session.h"
 #include "Platform/Hyprland/Requests.h"
 #include "Platform/Hyprland/Words.h"
 #include "Platform/Linux/Files/FileDescriptor.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace platform::hyprland {
 
-/// The way to a running Hyprland: requests, and a connection for its events. When that breaks, a compositor is looked
-/// for after a pause, and again until there is one. Main thread only.
-class Session {
+/// The way to a running Hyprland: requests, and a connection for its events, which are a name and what it brought, as
+/// in "closewindow" and "55d0c0ffee". When that breaks, a compositor is looked for again. Main thread only.
+class Session final : public compositor::Session<std::string_view, std::string_view> {
 public:
-    /// Notified in the main loop; may send requests.
-    class Follower {
-    public:
-        Follower() = default;
-        Follower(const Follower&) = delete;
-        Follower& operator=(const Follower&) = delete;
-        virtual ~Follower() = default;
-
-        virtual void sessionOpened() = 0;
-        virtual void sessionClosed() = 0;
-        /// An event and what it brought, as in "closewindow" and "55d0c0ffee".
-        virtual void sessionReported(std::string_view event, std::string_view data) = 0;
-        /// All events that have arrived were reported.
-        virtual void sessionIsQuiet() = 0;
-    };
-
-    static constexpr std::chrono::seconds untilRetry{1};
-
     /// `find` gives the folder of the running compositor's sockets; empty without one. Opens nothing yet.
     Session(linux::MainLoop& mainLoop, std::function<std::string()> find);
-    Session(const Session&) = delete;
-    Session& operator=(const Session&) = delete;
-    ~Session() = default;
-
-    /// Must outlive this.
-    void follow(Follower& follower) { followers.push_back(&follower); }
-
-    /// Opens it, now if the compositor is there, else as soon as it is.
-    void start();
-
-    [[nodiscard]] bool isOpen() const { return events != nullptr; }
 
     [[nodiscard]] Language language() const { return spoken; }
-
-    /// The end of all waiting in this turn of the loop.
-    [[nodiscard]] Instant deadline() const { return mainLoop.turnDeadline().end(); }
 
     /// Asks and waits for the answer; see `Requests::ask`.
     [[nodiscard]] std::optional<std::string> ask(std::string_view request, Instant deadline);
@@ -72,28 +39,24 @@ private:
         std::unique_ptr<linux::DescriptorWatch> watch;
         std::string unread;
         bool isBroken = false;
-        /// Whether the followers are to be told that no more have come.
-        bool isQuietUnreported = false;
     };
 
-    void open();
-    void close();
-    /// Closes in a turn of its own: a caller must not be notified during its request.
-    void closeSoon();
-    void serveEvents();
+    [[nodiscard]] bool connect() override;
+    void disconnect() override;
+
+    [[nodiscard]] bool isBroken() const override { return events->isBroken; }
+
+    [[nodiscard]] bool deliverNext() override;
+
     /// Reads what has come; false without anything.
     [[nodiscard]] bool receive() const;
     [[nodiscard]] bool hasLine() const;
-    void deliverLine();
-    void learnLanguage(Instant until);
+    void learnLanguage(const std::optional<std::string>& status);
 
-    linux::MainLoop& mainLoop;
     std::function<std::string()> find;
     Requests requests;
-    std::vector<Follower*> followers;
     std::string folder;
     std::unique_ptr<Events> events;
-    std::unique_ptr<ScheduledWork> next;
     Language spoken = Language::hyprlang;
 };
 

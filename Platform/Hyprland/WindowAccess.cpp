@@ -1,11 +1,11 @@
 #include "Platform/Hyprland/WindowAccess.h"
 
+#include "Platform/Compositor/SettledFrame.h"
 #include "Platform/Hyprland/Words.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <thread>
 #include <utility>
 
 namespace platform::hyprland {
@@ -16,10 +16,6 @@ using compositor::Json;
 using compositor::member;
 using compositor::WindowIdentifier;
 using corvid::CGRect;
-
-/// The interval between readings of a frame that may still change.
-constexpr std::chrono::milliseconds step{5};
-constexpr std::chrono::milliseconds retryLeeway{100};
 
 /// The events after which there may be other windows, or other outputs.
 constexpr std::array changingEvents{"openwindow", "closewindow", "monitoraddedv2", "monitorremovedv2",
@@ -42,14 +38,9 @@ WindowAccess::WindowAccess(Session& session, compositor::WindowTable& table, lin
     : session(session)
     , table(table)
     , mainLoop(mainLoop)
-    , ownProcess(ownProcess) {
+    , reader(mainLoop, mainLoop.turnDeadline(), table, [this](Instant deadline) { return read(deadline); })
+    , ownPlaces(ownProcess) {
     session.follow(*this);
-}
-
-void WindowAccess::refresh(Instant deadline) {
-    if (table.isOpen()) {
-        update(deadline);
-    }
 }
 
 AXError WindowAccess::place(const WindowIdentifier& window, const CGRect& frame, Instant deadline) {
@@ -96,80 +87,51 @@ AXError WindowAccess::place(const WindowIdentifier& window, const CGRect& frame,
 }
 
 std::optional<CGRect> WindowAccess::settledBox(const WindowIdentifier& window, Duration calm, Instant deadline) {
-    std::optional<CGRect> frame;
-    Instant since = mainLoop.now();
-    while (auto clients = readWindows(deadline)) {
-        updateWindows(*clients);
-        const auto present = known.find(window);
-        if (present == known.end()) {
-            return std::nullopt;
+    const auto frame = compositor::settledFrame(mainLoop, calm, deadline, [&]() -> std::optional<CGRect> {
+        const auto clients = readWindows(deadline);
+        if (clients) {
+            updateWindows(*clients);
         }
-        const Instant now = mainLoop.now();
-        if (frame != present->second.window.frame) {
-            frame = present->second.window.frame;
-            since = now;
-        }
-        if (now - since >= calm) {
-            const CGRect box = boxIn(*frame, window);
-            readBorder(window, deadline);
-            // The table has its frame with the present border.
-            std::vector<Client> again{present->second};
-            again.front().window.frame = box;
-            addBorders(again);
-            known.insert_or_assign(window, again.front());
-            table.put(window, again.front().window);
-            return box;
-        }
-        if (now + step >= deadline) {
-            return std::nullopt;
-        }
-        std::this_thread::sleep_for(step);
+        const auto present = clients ? known.find(window) : known.end();
+        return present == known.end() ? std::nullopt : std::optional(present->second.window.frame);
+    });
+    if (!frame) {
+        return std::nullopt;
     }
-    return std::nullopt;
+    const CGRect box = boxIn(*frame, window);
+    readBorder(window, deadline);
+    // The table has its frame with the present border.
+    std::vector<Client> again{known.at(window)};
+    again.front().window.frame = box;
+    addBorders(again);
+    known.insert_or_assign(window, again.front());
+    table.put(window, again.front().window);
+    return box;
 }
 
 std::optional<corvid::CGPoint> WindowAccess::pointer() {
     const auto answer = session.read("cursorpos", session.deadline());
-    const Json* x = answer ? member(*answer, "x") : nullptr;
-    const Json* y = answer ? member(*answer, "y") : nullptr;
-    const auto across = x == nullptr ? std::nullopt : compositor::coordinate(*x);
-    const auto down = y == nullptr ? std::nullopt : compositor::coordinate(*y);
-    return across && down ? std::optional(corvid::CGPoint{*across, *down}) : std::nullopt;
+    return answer ? compositor::pointOf(*answer) : std::nullopt;
 }
 
 void WindowAccess::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
-    ownPlaces[title] = {.topLeft = topLeft, .isDue = true};
-    update(session.deadline());
-}
-
-void WindowAccess::sessionOpened() {
-    auto reading = readAll(session.deadline());
-    if (!reading) {
-        updateOnceAnswering();
-        return;
-    }
-    compositor::WindowTable::Contents contents;
-    for (const Client& each : reading->clients) {
-        contents.windows.emplace_back(each.identifier, each.window);
-    }
-    contents.focused = std::move(reading->focused);
-    contents.outputs = std::move(reading->outputs);
-    table.open(std::move(contents));
+    ownPlaces.set(title, topLeft);
+    reader.update(session.deadline());
 }
 
 void WindowAccess::sessionClosed() {
-    retry.reset();
-    isStale = false;
     // Another compositor gives the same addresses to other windows.
     kinds.clear();
     known.clear();
     borders.clear();
     configuredBorder.reset();
-    table.close();
+    reader.end();
 }
 
 void WindowAccess::sessionReported(std::string_view event, std::string_view data) {
-    isStale = isStale || std::ranges::find(changingEvents, event) != changingEvents.end();
+    if (std::ranges::find(changingEvents, event) != changingEvents.end()) {
+        reader.expectChange();
+    }
     if (event == "closewindow") {
         // Another window may get its address before the layout is read.
         const WindowIdentifier closed = "0x" + std::string(data);
@@ -179,25 +141,6 @@ void WindowAccess::sessionReported(std::string_view event, std::string_view data
         configuredBorder.reset();
         borders.clear();
     }
-}
-
-void WindowAccess::sessionIsQuiet() {
-    if (isStale && session.isOpen() && !update(session.deadline())) {
-        updateOnceAnswering();
-    }
-}
-
-void WindowAccess::updateOnceAnswering() {
-    retry = mainLoop.schedule(mainLoop.now() + Session::untilRetry, retryLeeway, [this] {
-        if (!session.isOpen()) {
-            return;
-        }
-        if (!table.isOpen()) {
-            sessionOpened();
-        } else if (!update(session.deadline())) {
-            updateOnceAnswering();
-        }
-    });
 }
 
 std::optional<std::vector<Client>> WindowAccess::readWindows(Instant deadline) {
@@ -217,10 +160,11 @@ std::optional<std::vector<Client>> WindowAccess::readWindows(Instant deadline) {
     for (const Client& each : *clients) {
         known.emplace(each.identifier, each);
     }
+    std::erase_if(borders, [this](const auto& entry) { return !known.contains(entry.first); });
     return clients;
 }
 
-std::optional<WindowAccess::Reading> WindowAccess::readAll(Instant deadline) {
+std::optional<compositor::WindowTable::Contents> WindowAccess::read(Instant deadline) {
     const auto monitors = session.read("monitors", deadline);
     auto outputs = monitors ? readMonitors(*monitors) : std::nullopt;
     const auto active = outputs ? session.read("activewindow", deadline) : std::nullopt;
@@ -230,45 +174,29 @@ std::optional<WindowAccess::Reading> WindowAccess::readAll(Instant deadline) {
     if (!configuredBorder) {
         configuredBorder = lengthIn(session.read("getoption general:border_size", deadline), "int").value_or(0);
     }
-    Reading reading;
-    if (const WindowIdentifier address = compositor::nameOf(*active, "address"); isAddress(address)) {
-        reading.focused = address;
-        readBorder(address, deadline);
+    const WindowIdentifier focused = compositor::nameOf(*active, "address");
+    if (isAddress(focused)) {
+        readBorder(focused, deadline);
     }
-    auto clients = readWindows(deadline);
+    const auto clients = readWindows(deadline);
     if (!clients) {
         return std::nullopt;
     }
-    if (reading.focused && !known.contains(*reading.focused)) {
-        reading.focused.reset();
+    placeOwnWindows(*clients);
+    compositor::WindowTable::Contents contents;
+    for (const Client& each : *clients) {
+        contents.windows.emplace_back(each.identifier, each.window);
     }
-    reading.clients = *std::move(clients);
-    reading.outputs = *std::move(outputs);
-    return reading;
-}
-
-bool WindowAccess::update(Instant deadline) {
-    auto reading = readAll(deadline);
-    if (!reading || !table.isOpen()) {
-        return false;
+    if (known.contains(focused)) {
+        contents.focused = focused;
     }
-    isStale = false;
-    placeOwnWindows(reading->clients);
-    updateTable(*std::move(reading));
-    return true;
-}
-
-void WindowAccess::updateTable(Reading reading) {
-    // Before the notifications of new windows, because an observer may request the rest.
-    table.setOutputs(std::move(reading.outputs));
-    updateWindows(reading.clients);
-    table.setFocused(std::move(reading.focused));
+    contents.outputs = *std::move(outputs);
+    return contents;
 }
 
 void WindowAccess::updateWindows(const std::vector<Client>& clients) {
     for (const WindowIdentifier& each : table.windows()) {
         if (!known.contains(each)) {
-            borders.erase(each);
             table.remove(each);
         }
     }
@@ -312,17 +240,16 @@ CGRect WindowAccess::boxIn(const CGRect& frame, const WindowIdentifier& window) 
 
 void WindowAccess::placeOwnWindows(const std::vector<Client>& clients) {
     for (const Client& each : clients) {
-        const auto place = ownPlaces.find(each.title);
-        if (each.window.clues.process != ownProcess || place == ownPlaces.end() || !place->second.isDue) {
+        const auto topLeft = ownPlaces.take(each.window.clues.process, each.title);
+        if (!topLeft) {
             continue;
         }
-        place->second.isDue = false;
         session.run(
             [&](Language language) {
                 // In Lua its border is taken away.
                 const double width = language == Language::lua ? 0 : border(each.identifier);
-                const corvid::CGPoint topLeft = place->second.topLeft;
-                return popoverRequest(language, each.identifier, each.isPinned, {topLeft.x + width, topLeft.y + width});
+                return popoverRequest(language, each.identifier, each.isPinned,
+                                      {topLeft->x + width, topLeft->y + width});
             },
             session.deadline());
     }

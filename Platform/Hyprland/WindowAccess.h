@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Compositor/OwnPlaces.h"
+#include "Platform/Compositor/TableReader.h"
 #include "Platform/Compositor/WindowAccess.h"
 #include "Platform/Compositor/WindowKinds.h"
 #include "Platform/Compositor/WindowTable.h"
@@ -8,7 +10,6 @@
 
 #include <chrono>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,9 +34,9 @@ public:
     WindowAccess(Session& session, compositor::WindowTable& table, linux::MainLoop& mainLoop,
                  ProcessIdentifier ownProcess);
 
-    void refresh(Instant deadline) override;
+    void refresh(Instant deadline) override { reader.update(deadline); }
+
     AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
-    void prompt() override {}
 
     [[nodiscard]] AccessObstacle obstacle() const override {
         return {.kind = AccessObstacle::Kind::silentCompositor, .desktop = "Hyprland"};
@@ -45,30 +46,16 @@ public:
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
 
 private:
-    struct OwnPlace {
-        corvid::CGPoint topLeft;
-        /// Whether it still has to be put there.
-        bool isDue = false;
-    };
+    void sessionOpened() override { reader.begin(); }
 
-    /// The state at one time; the frames include the borders.
-    struct Reading {
-        std::vector<Client> clients;
-        std::vector<compositor::Output> outputs;
-        std::optional<compositor::WindowIdentifier> focused;
-    };
-
-    void sessionOpened() override;
     void sessionClosed() override;
     void sessionReported(std::string_view event, std::string_view data) override;
-    void sessionIsQuiet() override;
 
+    void sessionIsQuiet() override { reader.catchUp(); }
+
+    /// The present state; the frames include the borders.
+    [[nodiscard]] std::optional<compositor::WindowTable::Contents> read(Instant deadline);
     [[nodiscard]] std::optional<std::vector<Client>> readWindows(Instant deadline);
-    [[nodiscard]] std::optional<Reading> readAll(Instant deadline);
-    /// Stores the state that was read; false if the reading failed.
-    bool update(Instant deadline);
-    void updateOnceAnswering();
-    void updateTable(Reading reading);
     void updateWindows(const std::vector<Client>& clients);
     /// Waits until the window keeps its frame for that long; the box of its contents. Empty if it does not in time.
     [[nodiscard]] std::optional<corvid::CGRect> settledBox(const compositor::WindowIdentifier& window, Duration calm,
@@ -84,16 +71,14 @@ private:
     Session& session;
     compositor::WindowTable& table;
     linux::MainLoop& mainLoop;
-    ProcessIdentifier ownProcess;
-    bool isStale = false;
-    std::unique_ptr<ScheduledWork> retry;
+    compositor::TableReader reader;
     compositor::WindowKinds kinds;
     /// Those that were there at the last reading.
     std::map<compositor::WindowIdentifier, Client> known;
     /// Empty until it is read.
     std::optional<double> configuredBorder;
     std::map<compositor::WindowIdentifier, double> borders;
-    std::map<std::string, OwnPlace> ownPlaces;
+    compositor::OwnPlaces ownPlaces;
 };
 
 } // namespace platform::hyprland

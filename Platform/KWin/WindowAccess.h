@@ -29,7 +29,6 @@ public:
     /// A window that KWin does not allow to move, such as a fullscreen one, stays as it is: `cannotComplete`.
     AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
     /// There is no permission to ask for.
-    void prompt() override {}
 
     [[nodiscard]] AccessObstacle obstacle() const override {
         return {.kind = AccessObstacle::Kind::scriptNotRunning, .desktop = "KWin"};

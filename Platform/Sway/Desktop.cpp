@@ -1,12 +1,6 @@
 #include "Platform/Sway/Desktop.h"
 
-#include "Platform/Linux/Log/Log.h"
-
 #include <unistd.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <system_error>
 
 namespace platform::sway {
 
@@ -14,20 +8,11 @@ Desktop::Desktop(linux::MainLoop& mainLoop, const std::string& socketPath)
     : session(mainLoop, socketPath)
     , access(session, table, mainLoop, ::getpid())
     , windows(mainLoop, table, access)
-    , end(
-          mainLoop,
-          [socketPath] {
-              std::error_code ignored;
-              return !std::filesystem::exists(socketPath, ignored);
-          },
-          [&mainLoop] {
-              linux::logToStandardError("sway is gone");
-              mainLoop.end(EXIT_FAILURE);
-          })
+    , end(mainLoop, compositor::absenceOf(socketPath), compositor::endOfLoop(mainLoop, "sway"))
     , lastCommands(socketPath)
     , hotKeys((session.follow(*this), session), i3ipc::includedFiles,
               [this](const std::string& commands) { lastCommands.set(commands); })
-    , holders(mainLoop, hotKeys) {
+    , holders(mainLoop, [this](const corvid::Shortcut& shortcut) { return hotKeys.holderOf(shortcut); }) {
     end.await();
     session.start();
 }

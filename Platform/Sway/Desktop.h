@@ -4,9 +4,9 @@
 #include "Platform/Compositor/WindowParts.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/Linux/Desktop.h"
+#include "Platform/Linux/Holders/KnownHolders.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Services/SoundThemeBeep.h"
-#include "Platform/Sway/ConfigurationHolders.h"
 #include "Platform/Sway/HotKeys.h"
 #include "Platform/Sway/LastCommands.h"
 #include "Platform/Sway/Session.h"
@@ -38,10 +38,6 @@ private:
 
     void sessionClosed() override { end.lost(); }
 
-    void sessionReported(i3ipc::EventType /*type*/, const i3ipc::Json& /*content*/) override {}
-
-    void sessionIsQuiet() override {}
-
     Session session;
     compositor::WindowTable table;
     WindowAccess access;
@@ -50,7 +46,7 @@ private:
     compositor::CompositorEnd end;
     LastCommands lastCommands;
     HotKeys hotKeys;
-    ConfigurationHolders holders;
+    linux::KnownHolders holders;
 };
 
 } // namespace platform::sway

@@ -1,5 +1,8 @@
 #include "Platform/Sway/HotKeys.h"
 
+#include "Platform/I3Ipc/LineHolder.h"
+#include "Platform/Linux/Files/BaseFolders.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -75,28 +78,20 @@ HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::u
     if (!combination) {
         return {.status = eventHotKeyInvalidErr, .reference = std::nullopt};
     }
-    const bool isOurs =
-        std::ranges::any_of(registrations, [&](const auto& entry) { return entry.second.combination == combination; });
-    Registered registered{.combination = *combination, .name = name, .bindings = {}, .isBorrowed = false};
-    const OSStatus status = isOurs ? eventHotKeyExistsErr : bind(registered, lastReference + 1);
-    if (status != noErr) {
-        if (loan(keyCode, modifiers) == HotKeyLoan::possible) {
-            // A program that was killed has left its borrowed keys.
-            unbind(bindingsOver(*combination, true));
-        }
-        return {.status = status, .reference = std::nullopt};
+    const Registration registration = registrations.add(
+        {.combination = *combination, .name = name, .bindings = {}, .isBorrowed = false}, &Registered::combination,
+        [this](std::uint64_t number, Registered& registered) { return bind(number, registered); });
+    if (!registration.reference && loan(keyCode, modifiers) == HotKeyLoan::possible) {
+        // A program that was killed has left its borrowed keys.
+        unbind(bindingsOver(*combination, true));
     }
-    registrations.emplace(++lastReference, std::move(registered));
-    return {.status = noErr, .reference = EventHotKeyRef{lastReference}};
+    return registration;
 }
 
 void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
-    const auto found = registrations.find(reference.value);
-    if (found == registrations.end()) {
-        return;
+    if (const auto registered = registrations.remove(reference)) {
+        unbind(*registered);
     }
-    unbind(found->second);
-    registrations.erase(found);
 }
 
 HotKeyLoan HotKeys::loan(std::uint32_t keyCode, std::uint32_t modifiers) const {
@@ -118,9 +113,19 @@ std::optional<LoanObstacle> HotKeys::loanObstacle(std::uint32_t keyCode, std::ui
                                                                : std::nullopt;
 }
 
-KeyUse HotKeys::useOf(const corvid::Shortcut& shortcut) const {
+std::optional<ShortcutHolder> HotKeys::holderOf(const corvid::Shortcut& shortcut) const {
     const auto combination = HotKeyCombination::of(shortcut.keyCode, shortcut.modifiers);
-    return bound && combination ? i3ipc::useOf(*bound, *combination) : KeyUse{};
+    const KeyUse use = bound && combination ? i3ipc::useOf(*bound, *combination) : KeyUse{};
+    if (use.line == nullptr) {
+        return std::nullopt;
+    }
+    const std::string home = linux::environmentVariable("HOME").value_or("");
+    ShortcutHolder holder = i3ipc::lineHolder("sway", use.particular ? *use.particular : *use.line, home);
+    if (use.particular != nullptr) {
+        // Its layout or keyboard is the reason why it is not lent.
+        holder.purpose = use.particular->definition;
+    }
+    return holder;
 }
 
 void HotKeys::sessionOpened() {
@@ -146,9 +151,8 @@ void HotKeys::sessionReported(EventType type, const Json& content) {
 void HotKeys::handlePress(const Json& content) {
     const Json* binding = member(content, "binding");
     const auto reference = binding == nullptr ? std::nullopt : referenceIn(textOf(*binding, "command"));
-    const auto found = reference ? registrations.find(*reference) : registrations.end();
-    if (found != registrations.end()) {
-        reportPress(found->second.name);
+    if (const Registered* registered = reference ? registrations.find(*reference) : nullptr) {
+        reportPress(registered->name);
     }
 }
 
@@ -157,7 +161,7 @@ void HotKeys::renew() {
     bool hasChanged = false;
     for (auto& [reference, registered] : registrations) {
         const bool wasBorrowed = registered.isBorrowed;
-        const bool isBound = bind(registered, reference) == noErr;
+        const bool isBound = bind(reference, registered) == noErr;
         hasChanged = hasChanged || !isBound || registered.isBorrowed != wasBorrowed;
     }
     const ConfiguredBindings* present = session.isOpen() && !refused.empty() ? configured() : nullptr;
@@ -183,7 +187,7 @@ std::vector<HotKeys::Binding> HotKeys::bindingsOver(const HotKeyCombination& com
     return bindings;
 }
 
-OSStatus HotKeys::bind(Registered& registered, std::uint64_t reference) {
+OSStatus HotKeys::bind(std::uint64_t reference, Registered& registered) {
     registered.bindings.clear();
     if (!session.isOpen()) {
         // Bound when the session opens.

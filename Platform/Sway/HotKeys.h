@@ -4,6 +4,8 @@
 #include "Platform/I3Ipc/Combination.h"
 #include "Platform/I3Ipc/Configuration.h"
 #include "Platform/Linux/HotKeys/HandledHotKeys.h"
+#include "Platform/Linux/HotKeys/Registrations.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 #include "Platform/Sway/Session.h"
 
 #include <cstdint>
@@ -51,8 +53,8 @@ public:
     [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
                                                            std::uint32_t modifiers) const override;
 
-    /// The lines of the configuration that have a shortcut, as it was last read.
-    [[nodiscard]] i3ipc::KeyUse useOf(const corvid::Shortcut& shortcut) const;
+    /// The line that has a shortcut, in the configuration as it was last read; empty without one.
+    [[nodiscard]] std::optional<ShortcutHolder> holderOf(const corvid::Shortcut& shortcut) const;
 
 private:
     struct Binding {
@@ -82,12 +84,11 @@ private:
     void sessionOpened() override;
     void sessionClosed() override;
     void sessionReported(i3ipc::EventType type, const i3ipc::Json& content) override;
-    void sessionIsQuiet() override {}
 
     void handlePress(const i3ipc::Json& content);
     /// Binds everything anew after sway has forgotten it.
     void renew();
-    [[nodiscard]] OSStatus bind(Registered& registered, std::uint64_t reference);
+    [[nodiscard]] OSStatus bind(std::uint64_t reference, Registered& registered);
     void unbind(const Registered& registered);
     void unbind(const std::vector<Binding>& bindings);
     void setLeft(const i3ipc::HotKeyCombination& combination, std::string commands);
@@ -101,8 +102,7 @@ private:
     Leave leave;
     /// Nothing until it is asked for.
     std::optional<i3ipc::ConfiguredBindings> bound;
-    std::map<std::uint64_t, Registered> registrations;
-    std::uint64_t lastReference = 0;
+    linux::Registrations<Registered> registrations;
     /// The configuration's bindings of the refused combinations, by the combination's text.
     std::map<std::string, Refused> refused;
     /// The commands that remove the bindings of each borrowed combination, by the combination's text.

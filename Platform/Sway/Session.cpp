@@ -16,13 +16,8 @@ using i3ipc::Message;
 using i3ipc::MessageType;
 using i3ipc::parsedJson;
 
-constexpr std::chrono::milliseconds connectingLeeway{100};
-
 /// A compositor with that many unanswered requests hangs.
 constexpr int mostAnswersOwed = 16;
-
-/// After that many events, other sources of the loop get their turn.
-constexpr int mostEventsAtOnce = 64;
 
 constexpr Instant atOnce{};
 
@@ -33,36 +28,21 @@ bool isSuccess(const Json& result) {
 } // namespace
 
 Session::Session(linux::MainLoop& mainLoop, std::string path)
-    : mainLoop(mainLoop)
+    : compositor::Session<i3ipc::EventType, const i3ipc::Json&>(mainLoop)
     , path(std::move(path)) {
 }
 
-void Session::start() {
-    open();
-}
-
-bool Session::isOpen() const {
-    return connections && !isClosing && !connections->requests.isBroken() && !connections->events.isBroken();
-}
-
-void Session::open() {
-    next.reset();
-    auto requests = Connection::open(path, mainLoop);
-    auto events = Connection::open(path, mainLoop);
+bool Session::connect() {
+    auto requests = Connection::open(path, loop());
+    auto events = Connection::open(path, loop());
     if (!requests || !events || !subscribe(*events)) {
-        next = mainLoop.schedule(mainLoop.now() + untilRetry, connectingLeeway, [this] { open(); });
-        return;
+        return false;
     }
     connections = std::make_unique<Connections>(*std::move(requests), *std::move(events), nullptr, nullptr, 0);
     connections->requestsWatch =
-        mainLoop.watch(connections->requests.descriptor(), [] { return false; }, [this] { dropLateAnswers(); });
-    connections->eventsWatch =
-        mainLoop.watch(connections->events.descriptor(), [this] { return hasMore; }, [this] { serveEvents(); });
-    // Events that came with the replies to the subscriptions do not make the descriptor readable.
-    hasMore = true;
-    for (Follower* follower : followers) {
-        follower->sessionOpened();
-    }
+        loop().watch(connections->requests.descriptor(), [] { return false; }, [this] { dropLateAnswers(); });
+    connections->eventsWatch = watchEvents(connections->events.descriptor());
+    return true;
 }
 
 bool Session::subscribe(Connection& connection) const {
@@ -85,23 +65,6 @@ bool Session::subscribe(Connection& connection) const {
         }
     }
     return true;
-}
-
-void Session::closeSoon() {
-    if (std::exchange(isClosing, true)) {
-        return;
-    }
-    next = mainLoop.schedule(mainLoop.now(), Duration::zero(), [this] { close(); });
-}
-
-void Session::close() {
-    connections.reset();
-    isClosing = false;
-    hasMore = false;
-    next = mainLoop.schedule(mainLoop.now() + untilRetry, connectingLeeway, [this] { open(); });
-    for (Follower* follower : followers) {
-        follower->sessionClosed();
-    }
 }
 
 std::optional<Json> Session::ask(MessageType type, std::string_view payload, Instant deadline) {
@@ -141,27 +104,17 @@ bool Session::run(std::string_view commands, Instant deadline) {
     return results && results->is_array() && !results->empty() && std::ranges::all_of(*results, isSuccess);
 }
 
-void Session::serveEvents() {
-    bool hasTime = true;
-    hasMore = true;
-    for (int count = 0; hasMore && hasTime && count < mostEventsAtOnce; ++count) {
-        const auto message = isOpen() ? connections->events.receive(atOnce) : std::nullopt;
-        hasMore = message.has_value();
-        if (message) {
-            deliver(*message);
-        }
-        // Each event that waits has a turn of its own.
-        hasTime = !mainLoop.turnDeadline().hasBegun();
+bool Session::deliverNext() {
+    const auto message = connections->events.receive(atOnce);
+    if (!message) {
+        return false;
     }
-    if (hasTime) {
-        for (Follower* follower : followers) {
-            follower->sessionIsQuiet();
-        }
-    }
-    if (connections->events.isBroken()) {
-        hasMore = false;
+    if (const auto content = parsedJson(message->payload)) {
+        report(static_cast<EventType>(message->type), *content);
+    } else {
         closeSoon();
     }
+    return true;
 }
 
 void Session::dropLateAnswers() {
@@ -171,17 +124,6 @@ void Session::dropLateAnswers() {
     // A reply without a request is an error as well.
     if (connections->requests.isBroken() || connections->answersOwed < 0) {
         closeSoon();
-    }
-}
-
-void Session::deliver(const Message& message) {
-    const auto content = parsedJson(message.payload);
-    if (!content) {
-        closeSoon();
-        return;
-    }
-    for (Follower* follower : followers) {
-        follower->sessionReported(static_cast<EventType>(message.type), *content);
     }
 }
 

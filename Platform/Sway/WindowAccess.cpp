@@ -1,9 +1,9 @@
 #include "Platform/Sway/WindowAccess.h"
 
+#include "Platform/Compositor/SettledFrame.h"
 #include "Platform/Sway/Commands.h"
 
 #include <cmath>
-#include <thread>
 #include <utility>
 
 namespace platform::sway {
@@ -17,10 +17,6 @@ using i3ipc::member;
 using i3ipc::MessageType;
 using i3ipc::numberOf;
 using i3ipc::textOf;
-
-/// The interval between readings of a frame that may still change.
-constexpr std::chrono::milliseconds step{4};
-constexpr std::chrono::milliseconds retryLeeway{100};
 
 corvid::CGRect rounded(const corvid::CGRect& frame) {
     return {{std::round(frame.origin.x), std::round(frame.origin.y)},
@@ -44,14 +40,10 @@ WindowAccess::WindowAccess(Session& session, compositor::WindowTable& table, lin
     : session(session)
     , table(table)
     , mainLoop(mainLoop)
-    , ownProcess(ownProcess) {
+    , ownProcess(ownProcess)
+    , reader(mainLoop, mainLoop.turnDeadline(), table, [this](Instant deadline) { return read(deadline); })
+    , ownPlaces(ownProcess) {
     session.follow(*this);
-}
-
-void WindowAccess::refresh(Instant deadline) {
-    if (table.isOpen()) {
-        update(deadline);
-    }
 }
 
 AXError WindowAccess::place(const WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
@@ -71,7 +63,10 @@ AXError WindowAccess::place(const WindowIdentifier& window, const corvid::CGRect
     for (int count = 0; count < tries && settled != asked; ++count) {
         // Some commands may be refused, as for a window that is gone by now: the following reading shows their result.
         session.run(commands, deadline);
-        settled = settledFrame(window, deadline);
+        settled = compositor::settledFrame(mainLoop, rest, deadline, [&]() -> std::optional<corvid::CGRect> {
+            const compositor::Window* present = reader.update(deadline) ? table.find(window) : nullptr;
+            return present == nullptr ? std::nullopt : std::optional(present->frame);
+        });
         if (!settled) {
             return table.find(window) == nullptr ? AXError::invalidUIElement : AXError::cannotComplete;
         }
@@ -79,31 +74,8 @@ AXError WindowAccess::place(const WindowIdentifier& window, const corvid::CGRect
     return AXError::success;
 }
 
-std::optional<corvid::CGRect> WindowAccess::settledFrame(const WindowIdentifier& window, Instant deadline) {
-    std::optional<corvid::CGRect> frame;
-    Instant since = mainLoop.now();
-    while (update(deadline)) {
-        const compositor::Window* present = table.find(window);
-        if (present == nullptr) {
-            return std::nullopt;
-        }
-        const Instant now = mainLoop.now();
-        if (frame != present->frame) {
-            frame = present->frame;
-            since = now;
-        } else if (now - since >= rest) {
-            return frame;
-        }
-        if (now + step >= deadline) {
-            return std::nullopt;
-        }
-        std::this_thread::sleep_for(step);
-    }
-    return std::nullopt;
-}
-
 void WindowAccess::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
-    ownPlaces[title] = {.topLeft = topLeft, .isDue = true};
+    ownPlaces.set(title, topLeft);
     // This way the window never appears elsewhere, the layout makes no room for it, and it has the focus from the
     // beginning: a later command could take the focus from a window that has got it meanwhile. An earlier rule for
     // another position runs first and does no harm.
@@ -112,25 +84,14 @@ void WindowAccess::placeOwnWindow(const std::string& title, corvid::CGPoint topL
     if (!ownWindowRules.contains(rule) && session.run(rule, session.deadline())) {
         ownWindowRules.insert(rule);
     }
-    update(session.deadline());
-}
-
-void WindowAccess::sessionOpened() {
-    auto tree = readLayout(session.deadline());
-    if (!tree) {
-        updateOnceAnswering();
-        return;
-    }
-    table.open(contentsOf(*std::move(tree)));
+    reader.update(session.deadline());
 }
 
 void WindowAccess::sessionClosed() {
-    retry.reset();
-    isStale = false;
     ownWindowRules.clear();
     // Another compositor assigns the same numbers to other windows.
     kinds.clear();
-    table.close();
+    reader.end();
 }
 
 void WindowAccess::sessionReported(EventType type, const Json& content) {
@@ -139,51 +100,23 @@ void WindowAccess::sessionReported(EventType type, const Json& content) {
     const Json* container = isTitle ? member(content, "container") : nullptr;
     const bool isOurs = container != nullptr && numberOf(*container, "pid") == ownProcess;
     if (type == EventType::workspace || (type == EventType::window && (!isTitle || isOurs))) {
-        isStale = true;
+        reader.expectChange();
     }
     if (type == EventType::workspace && textOf(content, "change") == "reload") {
         ownWindowRules.clear();
     }
 }
 
-void WindowAccess::sessionIsQuiet() {
-    if (isStale && session.isOpen() && !update(session.deadline())) {
-        updateOnceAnswering();
-    }
-}
-
-void WindowAccess::updateOnceAnswering() {
-    retry = mainLoop.schedule(mainLoop.now() + Session::untilRetry, retryLeeway, [this] {
-        if (!session.isOpen()) {
-            return;
-        }
-        if (!table.isOpen()) {
-            sessionOpened();
-        } else if (!update(session.deadline())) {
-            updateOnceAnswering();
-        }
-    });
-}
-
-std::optional<Tree> WindowAccess::readLayout(Instant deadline) {
+std::optional<compositor::WindowTable::Contents> WindowAccess::read(Instant deadline) {
     const auto answer = session.ask(MessageType::getTree, "", deadline);
     auto tree = answer ? readTree(*answer) : std::nullopt;
-    if (tree) {
-        takeKinds(*tree);
-        takeHiddenWorkspaces(*tree);
+    if (!tree) {
+        return std::nullopt;
     }
-    return tree;
-}
-
-bool WindowAccess::update(Instant deadline) {
-    auto tree = readLayout(deadline);
-    if (!tree || !table.isOpen()) {
-        return false;
-    }
-    isStale = false;
+    takeKinds(*tree);
+    takeHiddenWorkspaces(*tree);
     placeOwnWindows(*tree);
-    table.update(contentsOf(*std::move(tree)));
-    return true;
+    return contentsOf(*std::move(tree));
 }
 
 void WindowAccess::takeKinds(Tree& tree) {
@@ -204,11 +137,8 @@ void WindowAccess::takeHiddenWorkspaces(const Tree& tree) {
 
 void WindowAccess::placeOwnWindows(const Tree& tree) {
     for (const TreeWindow& each : tree.windows) {
-        const auto place = ownPlaces.find(each.title);
-        if (each.window.clues.process == ownProcess && place != ownPlaces.end() && place->second.isDue) {
-            place->second.isDue = false;
-            session.run("[con_id=" + each.identifier + "] " + popoverCommands(place->second.topLeft),
-                        session.deadline());
+        if (const auto topLeft = ownPlaces.take(each.window.clues.process, each.title)) {
+            session.run("[con_id=" + each.identifier + "] " + popoverCommands(*topLeft), session.deadline());
         }
     }
 }

@@ -1,13 +1,15 @@
 #pragma once
 
+#include "Platform/Compositor/OwnPlaces.h"
+#include "Platform/Compositor/TableReader.h"
 #include "Platform/Compositor/WindowAccess.h"
 #include "Platform/Compositor/WindowKinds.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/Sway/Session.h"
 #include "Platform/Sway/Tree.h"
 
+#include <chrono>
 #include <map>
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -28,9 +30,9 @@ public:
     WindowAccess(Session& session, compositor::WindowTable& table, linux::MainLoop& mainLoop,
                  ProcessIdentifier ownProcess);
 
-    void refresh(Instant deadline) override;
+    void refresh(Instant deadline) override { reader.update(deadline); }
+
     AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
-    void prompt() override {}
 
     [[nodiscard]] AccessObstacle obstacle() const override {
         return {.kind = AccessObstacle::Kind::silentCompositor, .desktop = "sway"};
@@ -41,38 +43,27 @@ public:
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
 
 private:
-    struct OwnPlace {
-        corvid::CGPoint topLeft;
-        /// Whether it still has to be put there.
-        bool isDue = false;
-    };
+    void sessionOpened() override { reader.begin(); }
 
-    void sessionOpened() override;
     void sessionClosed() override;
     void sessionReported(i3ipc::EventType type, const i3ipc::Json& content) override;
-    void sessionIsQuiet() override;
 
-    [[nodiscard]] std::optional<Tree> readLayout(Instant deadline);
-    /// Stores the state that was read; false if the reading failed.
-    bool update(Instant deadline);
-    void updateOnceAnswering();
+    void sessionIsQuiet() override { reader.catchUp(); }
+
+    [[nodiscard]] std::optional<compositor::WindowTable::Contents> read(Instant deadline);
     void takeKinds(Tree& tree);
     void takeHiddenWorkspaces(const Tree& tree);
     void placeOwnWindows(const Tree& tree);
-    /// Waits until the window keeps its frame; empty if it does not in time.
-    [[nodiscard]] std::optional<corvid::CGRect> settledFrame(const compositor::WindowIdentifier& window,
-                                                             Instant deadline);
 
     Session& session;
     compositor::WindowTable& table;
     linux::MainLoop& mainLoop;
     ProcessIdentifier ownProcess;
-    bool isStale = false;
-    std::unique_ptr<ScheduledWork> retry;
+    compositor::TableReader reader;
     compositor::WindowKinds kinds;
     /// The hidden workspaces of windows.
     std::map<compositor::WindowIdentifier, std::string> hiddenWorkspaces;
-    std::map<std::string, OwnPlace> ownPlaces;
+    compositor::OwnPlaces ownPlaces;
     /// The rules for windows of ours that the compositor has already.
     std::set<std::string> ownWindowRules;
 };

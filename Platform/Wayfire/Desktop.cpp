@@ -2,13 +2,11 @@
 
 #include "Platform/Linux/Files/LocalSocket.h"
 #include "Platform/Linux/Files/RegularFile.h"
-#include "Platform/Linux/Log/Log.h"
 #include "Platform/Wayfire/Configuration.h"
 
 #include <unistd.h>
 
 #include <cstddef>
-#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -66,8 +64,7 @@ Desktop::Desktop(linux::MainLoop& mainLoop, Sockets where)
     , session(mainLoop, sockets.ipc)
     , access(session, table, mainLoop, ::getpid(), [this] { return whyClosed(session, sockets); })
     , windows(mainLoop, table, access)
-    , end(
-          mainLoop, [this] { return !existsFile(session.socketPath()); }, [this] { endUnlessItRuns(); })
+    , end(mainLoop, compositor::absenceOf(sockets.ipc), [this] { endUnlessItRuns(); })
     , hotKeys((session.follow(*this), session)) {
     end.await();
     session.start();
@@ -93,8 +90,7 @@ void Desktop::endUnlessItRuns() {
         end.await();
         return;
     }
-    linux::logToStandardError("Wayfire is gone");
-    mainLoop.end(EXIT_FAILURE);
+    compositor::endOfLoop(mainLoop, std::string(desktopName))();
 }
 
 } // namespace platform::wayfire

@@ -4,9 +4,9 @@
 #include "Platform/Compositor/WindowParts.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/Linux/Desktop.h"
+#include "Platform/Linux/Holders/KnownHolders.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Linux/Services/SoundThemeBeep.h"
-#include "Platform/Wayfire/BindingHolders.h"
 #include "Platform/Wayfire/ConfigurationWatch.h"
 #include "Platform/Wayfire/HotKeys.h"
 #include "Platform/Wayfire/Session.h"
@@ -44,11 +44,7 @@ public:
 
 private:
     void sessionOpened() override;
-
     void sessionClosed() override;
-    void sessionReported(std::string_view /*event*/, const Json& /*content*/) override {}
-
-    void sessionIsQuiet() override {}
 
     void endUnlessItRuns();
 
@@ -61,7 +57,8 @@ private:
     linux::SoundThemeBeep bell;
     compositor::CompositorEnd end;
     HotKeys hotKeys;
-    BindingHolders holders{mainLoop, hotKeys};
+    linux::KnownHolders holders{mainLoop,
+                                [this](const corvid::Shortcut& shortcut) { return hotKeys.holderOf(shortcut); }};
     /// Of the file that the present compositor reads; null while there is none.
     std::unique_ptr<ConfigurationWatch> configuration;
 };

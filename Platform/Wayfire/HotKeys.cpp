@@ -45,22 +45,13 @@ HotKeyEvents::Registration HotKeys::registerHotKey(std::uint32_t keyCode, std::u
     if (!keys) {
         return {.status = eventHotKeyInvalidErr, .reference = std::nullopt};
     }
-    const bool isOurs =
-        std::ranges::any_of(registrations, [&](const auto& entry) { return entry.second.keys == keys; });
-    Registered registered{.keys = *std::move(keys), .name = name, .binding = std::nullopt};
-    const OSStatus status = isOurs ? eventHotKeyExistsErr : bind(registered);
-    if (status != noErr) {
-        return {.status = status, .reference = std::nullopt};
-    }
-    registrations.emplace(++lastReference, std::move(registered));
-    return {.status = noErr, .reference = EventHotKeyRef{lastReference}};
+    return registrations.add({.keys = *std::move(keys), .name = name, .binding = std::nullopt}, &Registered::keys,
+                             [this](std::uint64_t /*number*/, Registered& registered) { return bind(registered); });
 }
 
 void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
-    const auto found = registrations.find(reference.value);
-    if (found != registrations.end()) {
-        unbind(found->second);
-        registrations.erase(found);
+    if (auto registered = registrations.remove(reference)) {
+        unbind(*registered);
     }
 }
 
@@ -69,13 +60,13 @@ std::optional<LoanObstacle> HotKeys::loanObstacle(std::uint32_t keyCode, std::ui
     return keys ? refused.obstacle(*keys) : std::nullopt;
 }
 
-const ShortcutHolder* HotKeys::holderOf(const corvid::Shortcut& shortcut) const {
+std::optional<ShortcutHolder> HotKeys::holderOf(const corvid::Shortcut& shortcut) const {
     const auto keys = KeyPress::of(shortcut.keyCode, shortcut.modifiers);
     if (!bound || !keys) {
-        return nullptr;
+        return std::nullopt;
     }
     const auto found = bound->find(*keys);
-    return found == bound->end() ? nullptr : &found->second;
+    return found == bound->end() ? std::nullopt : std::optional(found->second);
 }
 
 void HotKeys::configurationChanged() {

@@ -2,6 +2,7 @@
 
 #include "CorvidKitCore/Shortcut.h"
 #include "Platform/Linux/HotKeys/HandledHotKeys.h"
+#include "Platform/Linux/HotKeys/Registrations.h"
 #include "Platform/Wayfire/BindingOptions.h"
 #include "Platform/Wayfire/Session.h"
 
@@ -35,8 +36,8 @@ public:
     [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
                                                            std::uint32_t modifiers) const override;
 
-    /// The option that has a shortcut, as the configuration was last read; null without one.
-    [[nodiscard]] const ShortcutHolder* holderOf(const corvid::Shortcut& shortcut) const;
+    /// The option that has a shortcut, as the configuration was last read; empty without one.
+    [[nodiscard]] std::optional<ShortcutHolder> holderOf(const corvid::Shortcut& shortcut) const;
 
     /// Reads the configuration again. A loss is reported if registering all anew would give another result.
     void configurationChanged();
@@ -54,7 +55,6 @@ private:
     void sessionOpened() override;
     void sessionClosed() override;
     void sessionReported(std::string_view event, const Json& content) override;
-    void sessionIsQuiet() override {}
 
     [[nodiscard]] OSStatus bind(Registered& registered);
     void unbind(Registered& registered);
@@ -66,8 +66,7 @@ private:
     MetadataTexts metadata;
     /// Nothing until it is asked for.
     std::optional<ConfiguredKeys> bound;
-    std::map<std::uint64_t, Registered> registrations;
-    std::uint64_t lastReference = 0;
+    linux::Registrations<Registered> registrations;
     linux::RefusedKeys<KeyPress> refused;
 };
 

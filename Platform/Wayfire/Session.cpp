@@ -10,13 +10,8 @@ namespace {
 
 using compositor::listIn;
 
-constexpr std::chrono::milliseconds connectingLeeway{100};
-
 /// A compositor with that many unanswered requests hangs.
 constexpr std::size_t mostAnswersOwed = 16;
-
-/// After that many events, other sources of the loop get their turn.
-constexpr int mostEventsAtOnce = 64;
 
 constexpr Instant atOnce{};
 
@@ -39,32 +34,18 @@ bool isOk(const Json& answer) {
 } // namespace
 
 Session::Session(linux::MainLoop& mainLoop, std::string path)
-    : mainLoop(mainLoop)
+    : compositor::Session<std::string_view, const Json&>(mainLoop)
     , path(std::move(path)) {
 }
 
-void Session::start() {
-    open();
-}
-
-bool Session::isOpen() const {
-    return opened && !isClosing && !opened->connection.isBroken();
-}
-
-void Session::open() {
-    next.reset();
-    auto connection = Connection::open(path, mainLoop);
+bool Session::connect() {
+    auto connection = Connection::open(path, loop());
     if (!connection || !prepare(*connection)) {
-        next = mainLoop.schedule(mainLoop.now() + untilRetry, connectingLeeway, [this] { open(); });
-        return;
+        return false;
     }
     opened = std::make_unique<Open>(*std::move(connection), nullptr, std::deque<Json>(), 0);
-    opened->readable = mainLoop.watch(opened->connection.descriptor(), [this] { return hasMore; }, [this] { serve(); });
-    // Events that came with the first answers do not make the descriptor readable.
-    hasMore = true;
-    for (Follower* follower : followers) {
-        follower->sessionOpened();
-    }
+    opened->readable = watchEvents(opened->connection.descriptor());
+    return true;
 }
 
 bool Session::prepare(Connection& connection) {
@@ -90,30 +71,12 @@ bool Session::prepare(Connection& connection) {
 }
 
 std::optional<Connection> Session::watch(const std::vector<std::string>& events, Instant deadline) const {
-    auto connection = Connection::open(path, mainLoop);
+    auto connection = Connection::open(path, loop());
     if (!connection || !connection->send(watchRequest(events), deadline)) {
         return std::nullopt;
     }
     const auto answer = connection->receiveAnswer(deadline);
     return answer && isOk(*answer) ? std::move(connection) : std::nullopt;
-}
-
-void Session::closeSoon() {
-    if (!opened || std::exchange(isClosing, true)) {
-        return;
-    }
-    // A follower that asks must not be told meanwhile.
-    next = mainLoop.schedule(mainLoop.now(), Duration::zero(), [this] { close(); });
-}
-
-void Session::close() {
-    opened.reset();
-    isClosing = false;
-    hasMore = false;
-    next = mainLoop.schedule(mainLoop.now() + untilRetry, connectingLeeway, [this] { open(); });
-    for (Follower* follower : followers) {
-        follower->sessionClosed();
-    }
 }
 
 std::optional<Json> Session::ask(const Request& request, Instant deadline) {
@@ -134,7 +97,7 @@ std::vector<Json> Session::askAll(const std::vector<Request>& requests, Instant 
         }
         if (Connection::isEvent(*message)) {
             opened->events.push_back(*std::move(message));
-            hasMore = true;
+            expectEvents();
         } else if (opened->answersOwed-- <= requests.size()) {
             answers.push_back(*std::move(message));
         }
@@ -157,31 +120,15 @@ bool Session::sendAll(const std::vector<Request>& requests, Instant deadline) {
     return isSent;
 }
 
-void Session::serve() {
-    bool hasTime = true;
-    hasMore = true;
-    for (int count = 0; hasMore && hasTime && count < mostEventsAtOnce; ++count) {
-        const auto event = nextEvent();
-        hasMore = event.has_value();
-        if (event) {
-            for (Follower* follower : followers) {
-                follower->sessionReported(compositor::textOf(*event, "event"), *event);
-            }
-        }
-        // Each event that waits has a turn of its own.
-        hasTime = !mainLoop.turnDeadline().hasBegun();
+bool Session::deliverNext() {
+    const auto event = nextEvent();
+    if (event) {
+        report(compositor::textOf(*event, "event"), *event);
     }
-    if (hasTime) {
-        for (Follower* follower : followers) {
-            follower->sessionIsQuiet();
-        }
-    }
+    return event.has_value();
 }
 
 std::optional<Json> Session::nextEvent() {
-    if (!isOpen()) {
-        return std::nullopt;
-    }
     if (!opened->events.empty()) {
         auto event = std::optional(std::move(opened->events.front()));
         opened->events.pop_front();
@@ -197,9 +144,6 @@ std::optional<Json> Session::nextEvent() {
             return std::nullopt;
         }
         --opened->answersOwed;
-    }
-    if (opened->connection.isBroken()) {
-        closeSoon();
     }
     return std::nullopt;
 }

@@ -12,8 +12,6 @@ namespace {
 
 using compositor::WindowIdentifier;
 
-constexpr std::chrono::milliseconds retryLeeway{100};
-
 /// The plugin "grid" is the only one that can (Wayfire 0.10, plugins/grid); without it a maximized window is placed all
 /// the same, and draws itself as before.
 Request releaseRequest(const WindowIdentifier& window, std::int64_t output) {
@@ -45,15 +43,10 @@ WindowAccess::WindowAccess(Session& session, compositor::WindowTable& table, lin
     : session(session)
     , table(table)
     , mainLoop(mainLoop)
-    , ownProcess(ownProcess)
-    , whyClosed(std::move(whyClosed)) {
+    , whyClosed(std::move(whyClosed))
+    , reader(mainLoop, mainLoop.turnDeadline(), table, [this](Instant deadline) { return read(deadline); })
+    , ownPlaces(ownProcess) {
     session.follow(*this);
-}
-
-void WindowAccess::refresh(Instant deadline) {
-    if (table.isOpen()) {
-        update(deadline);
-    }
 }
 
 AXError WindowAccess::place(const WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) {
@@ -89,7 +82,7 @@ AXError WindowAccess::place(const WindowIdentifier& window, const corvid::CGRect
             return AXError::cannotComplete;
         }
         outcome = awaitRest(*events, window, goal->geometry, isReleased && count == 0, deadline);
-        if (!update(deadline)) {
+        if (!reader.update(deadline)) {
             return AXError::cannotComplete;
         }
         const compositor::Window* present = table.find(window);
@@ -147,29 +140,19 @@ AXError WindowAccess::awaitRest(Connection& events, const WindowIdentifier& wind
 std::optional<corvid::CGPoint> WindowAccess::pointer() {
     const auto answer = session.ask({.method = "window-rules/get_cursor_position"}, session.deadline());
     const Json* position = answer ? compositor::member(*answer, "pos") : nullptr;
-    const Json* x = position == nullptr ? nullptr : compositor::member(*position, "x");
-    const Json* y = position == nullptr ? nullptr : compositor::member(*position, "y");
-    const auto across = x == nullptr ? std::nullopt : compositor::coordinate(*x);
-    const auto down = y == nullptr ? std::nullopt : compositor::coordinate(*y);
-    return across && down ? std::optional(corvid::CGPoint{*across, *down}) : std::nullopt;
+    return position == nullptr ? std::nullopt : compositor::pointOf(*position);
 }
 
 void WindowAccess::placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) {
-    ownPlaces[title] = {.topLeft = topLeft, .isDue = true};
-    update(session.deadline());
+    ownPlaces.set(title, topLeft);
+    reader.update(session.deadline());
 }
 
-void WindowAccess::placeOwnWindows() {
-    for (const auto& [identifier, facts] : views) {
-        const auto place = ownPlaces.find(facts.title);
-        const compositor::Window* window = table.find(identifier);
-        if (window == nullptr || window->clues.process != ownProcess || place == ownPlaces.end() ||
-            !place->second.isDue) {
-            continue;
-        }
-        place->second.isDue = false;
-        const corvid::CGRect frame{place->second.topLeft, window->frame.size};
-        const auto goal = goalFor(frame, facts, outputs);
+void WindowAccess::placeOwnWindows(const compositor::WindowTable::Contents& present) {
+    for (const auto& [identifier, window] : present.windows) {
+        const ViewFacts& facts = views.at(identifier);
+        const auto topLeft = ownPlaces.take(window.clues.process, facts.title);
+        const auto goal = topLeft ? goalFor({*topLeft, window.frame.size}, facts, outputs) : std::nullopt;
         if (!goal) {
             continue;
         }
@@ -187,43 +170,15 @@ void WindowAccess::placeOwnWindows() {
     }
 }
 
-void WindowAccess::sessionOpened() {
-    auto contents = read(session.deadline());
-    if (!contents) {
-        updateOnceAnswering();
-        return;
-    }
-    table.open(*std::move(contents));
-}
-
 void WindowAccess::sessionClosed() {
-    retry.reset();
-    isStale = false;
     views.clear();
-    table.close();
+    reader.end();
 }
 
 void WindowAccess::sessionReported(std::string_view event, const Json& /*content*/) {
-    isStale = isStale || event.starts_with("view-");
-}
-
-void WindowAccess::sessionIsQuiet() {
-    if (isStale && session.isOpen() && !update(session.deadline())) {
-        updateOnceAnswering();
+    if (event.starts_with("view-")) {
+        reader.expectChange();
     }
-}
-
-void WindowAccess::updateOnceAnswering() {
-    retry = mainLoop.schedule(mainLoop.now() + Session::untilRetry, retryLeeway, [this] {
-        if (!session.isOpen()) {
-            return;
-        }
-        if (!table.isOpen()) {
-            sessionOpened();
-        } else if (!update(session.deadline())) {
-            updateOnceAnswering();
-        }
-    });
 }
 
 std::optional<compositor::WindowTable::Contents> WindowAccess::read(Instant deadline) {
@@ -252,18 +207,8 @@ std::optional<compositor::WindowTable::Contents> WindowAccess::read(Instant dead
     if (number && views.contains(std::to_string(*number))) {
         contents.focused = std::to_string(*number);
     }
+    placeOwnWindows(contents);
     return contents;
-}
-
-bool WindowAccess::update(Instant deadline) {
-    auto contents = read(deadline);
-    if (!contents || !table.isOpen()) {
-        return false;
-    }
-    isStale = false;
-    table.update(*std::move(contents));
-    placeOwnWindows();
-    return true;
 }
 
 } // namespace platform::wayfire

@@ -1,13 +1,16 @@
 #pragma once
 
+#include "Platform/Compositor/OwnPlaces.h"
+#include "Platform/Compositor/TableReader.h"
 #include "Platform/Compositor/WindowAccess.h"
 #include "Platform/Compositor/WindowTable.h"
 #include "Platform/Wayfire/Session.h"
 #include "Platform/Wayfire/Views.h"
 
+#include <chrono>
 #include <functional>
 #include <map>
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,9 +34,9 @@ public:
     WindowAccess(Session& session, compositor::WindowTable& table, linux::MainLoop& mainLoop,
                  ProcessIdentifier ownProcess, Obstacle whyClosed);
 
-    void refresh(Instant deadline) override;
+    void refresh(Instant deadline) override { reader.update(deadline); }
+
     AXError place(const compositor::WindowIdentifier& window, const corvid::CGRect& frame, Instant deadline) override;
-    void prompt() override {}
 
     [[nodiscard]] AccessObstacle obstacle() const override { return whyClosed(); }
 
@@ -41,40 +44,31 @@ public:
     void placeOwnWindow(const std::string& title, corvid::CGPoint topLeft) override;
 
 private:
-    struct OwnPlace {
-        corvid::CGPoint topLeft;
-        /// Whether it still has to be put there.
-        bool isDue = false;
-    };
+    void sessionOpened() override { reader.begin(); }
 
-    void sessionOpened() override;
     void sessionClosed() override;
     void sessionReported(std::string_view event, const Json& content) override;
-    void sessionIsQuiet() override;
+
+    void sessionIsQuiet() override { reader.catchUp(); }
 
     /// The present state, with the facts of each view; nothing if the compositor does not answer.
     [[nodiscard]] std::optional<compositor::WindowTable::Contents> read(Instant deadline);
-    /// Stores the state that was read; false if the reading failed.
-    bool update(Instant deadline);
-    void updateOnceAnswering();
     /// Adds what takes a window out of a layout, and releases it if it is maximized.
     void addRelease(std::vector<Request>& requests, const compositor::WindowIdentifier& window, const ViewFacts& view,
                     Instant deadline);
     /// Waits until the window has come to rest after the requests of a placement.
     [[nodiscard]] AXError awaitRest(Connection& events, const compositor::WindowIdentifier& window,
                                     const corvid::CGRect& geometry, bool isReleased, Instant deadline);
-    void placeOwnWindows();
+    void placeOwnWindows(const compositor::WindowTable::Contents& present);
 
     Session& session;
     compositor::WindowTable& table;
     linux::MainLoop& mainLoop;
-    ProcessIdentifier ownProcess;
     Obstacle whyClosed;
-    bool isStale = false;
-    std::unique_ptr<ScheduledWork> retry;
+    compositor::TableReader reader;
     std::vector<OutputFacts> outputs;
     std::map<compositor::WindowIdentifier, ViewFacts> views;
-    std::map<std::string, OwnPlace> ownPlaces;
+    compositor::OwnPlaces ownPlaces;
 };
 
 } // namespace platform::wayfire

@@ -136,14 +136,14 @@ TEST_F(WayfireHotKeys, AKeyThatAnOptionBindsIsRefusedAndItsHolderKnown) {
         keys->configurationChanged();
         EXPECT_EQ(add(leftKey, 1).status, eventHotKeyExistsErr) << row.option;
         EXPECT_EQ(keys->loanObstacle(leftKey, controlOption), LoanObstacle::notReleased);
-        const ShortcutHolder* holder = keys->holderOf({.keyCode = leftKey, .modifiers = controlOption});
-        ASSERT_NE(holder, nullptr) << row.option;
+        const std::optional<ShortcutHolder> holder = keys->holderOf({.keyCode = leftKey, .modifiers = controlOption});
+        ASSERT_TRUE(holder.has_value()) << row.option;
         EXPECT_EQ(holder->heldBy, row.heldBy);
         EXPECT_EQ(holder->purpose, row.purpose);
         desktop.wayfire.setOption(row.option, "none");
     }
     EXPECT_THAT(desktop.wayfire.bindings(), IsEmpty());
-    EXPECT_EQ(keys->holderOf({.keyCode = cKey, .modifiers = controlOption}), nullptr);
+    EXPECT_EQ(keys->holderOf({.keyCode = cKey, .modifiers = controlOption}), std::nullopt);
     EXPECT_EQ(keys->loanObstacle(cKey, controlOption), std::nullopt);
 }
 
