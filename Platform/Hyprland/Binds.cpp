@@ -66,6 +66,19 @@ std::string luaRemoval(std::uint64_t number) {
     return "if " + name + " then " + name + ":remove() " + name + "=nil end";
 }
 
+/// A binding's effect; empty if it is not told. Up to 0.56 a function of Lua is only "__lua" and a number. From 0.57 on a
+/// dispatcher of Lua is "HL.Dispatcher(NAME)" and a number, which says nothing (measured).
+std::string purposeIn(std::string_view dispatcher, const std::string& argument) {
+    constexpr std::string_view opening = "HL.Dispatcher(";
+    if (dispatcher == "__lua") {
+        return "";
+    }
+    if (dispatcher.starts_with(opening) && dispatcher.ends_with(')')) {
+        return std::string(dispatcher.substr(opening.size(), dispatcher.size() - opening.size() - 1));
+    }
+    return std::string(dispatcher) + (argument.empty() ? "" : " " + argument);
+}
+
 std::optional<Bind> bindOf(const Json& object) {
     const auto modifiers = numberOf(object, "modmask");
     const auto keyCode = numberOf(object, "keycode");
@@ -85,9 +98,8 @@ std::optional<Bind> bindOf(const Json& object) {
     const std::string dispatcher = nameOf(object, "dispatcher");
     const std::string argument = nameOf(object, "arg");
     bind.ours = pressedNumber(bind.purpose).value_or(dispatcher == "event" ? pressedNumber(argument).value_or(0) : 0);
-    // A function of Lua has only a number.
-    if (bind.purpose.empty() && dispatcher != "__lua") {
-        bind.purpose = dispatcher + (argument.empty() ? "" : " " + argument);
+    if (bind.purpose.empty()) {
+        bind.purpose = purposeIn(dispatcher, argument);
     }
     return bind;
 }

@@ -51,6 +51,8 @@ class Window(NamedTuple):
     frame: Rect
     floating: bool
     focused: bool
+    # 1 is maximized, 2 is fullscreen.
+    mode: int
 
 
 class HyprlandDesktop:
@@ -74,6 +76,8 @@ class HyprlandDesktop:
             "XDG_CURRENT_DESKTOP": "Hyprland", "GDK_BACKEND": "wayland", "QT_QPA_PLATFORM": "wayland",
             "LIBSEAT_BACKEND": "seatd", "HYPRLAND_NO_RT": "1",
         }
+        # The machine's graphics device has Mesa's drawing done outside, by the real processor.
+        del self.session.environment["LIBGL_ALWAYS_SOFTWARE"]
         self.session.configure(".config/hypr/hyprland.lua", CONFIGURATION + configuration)
         try:
             self._start()
@@ -122,6 +126,17 @@ class HyprlandDesktop:
                 answer += part
         return answer.decode()
 
+    @property
+    def socket(self) -> str:
+        """The path of the Wayland socket."""
+        return str(self.session.runtime / self.session.environment["WAYLAND_DISPLAY"])
+
+    def configure(self, addition: str) -> None:
+        """Changes the configuration, as a user does with an editor, and has it read."""
+        self.session.configure(".config/hypr/hyprland.lua", CONFIGURATION + addition)
+        answer = self.ask("reload")
+        assert answer == "ok", answer
+
     def read(self, what: str) -> Any:
         return json.loads(self.ask(f"j/{what}"))
 
@@ -137,11 +152,31 @@ class HyprlandDesktop:
 
     # Monitors and windows
 
-    def work_area(self) -> Rect:
-        (monitor,) = self.read("monitors")
+    def work_area(self, number: int = 0) -> Rect:
+        """The monitor with this number without what is reserved on it."""
+        (monitor,) = [each for each in self.read("monitors") if each["id"] == number]
         left, top, right, bottom = monitor["reserved"]
-        whole = Rect(*(monitor[part] for part in ("x", "y", "width", "height")))
-        return whole.grown(-left, -right, -top, -bottom)
+        width, height = (round(monitor[part] / monitor["scale"]) for part in ("width", "height"))
+        size = (height, width) if monitor["transform"] % 2 else (width, height)
+        return Rect(monitor["x"], monitor["y"], *size).grown(-left, -right, -top, -bottom)
+
+    def add_monitor(self) -> None:
+        """Adds one without a screen. Its number is 1, its name HEADLESS-1."""
+        answer = self.ask("output create headless")
+        assert answer == "ok", answer
+        until(lambda: len(self.read("monitors")) == 2, "the second monitor", STARTING)
+
+    def set_monitor(self, name: str, mode: str, position: str, scale: str, transform: int) -> None:
+        self.command(
+            f'hl.monitor({{output="{name}",mode="{mode}",position="{position}",scale="{scale}",'
+            f"transform={transform}}})")
+
+        def changed() -> bool:
+            (monitor,) = [each for each in self.read("monitors") if each["name"] == name]
+            place = f"{monitor['x']}x{monitor['y']}"
+            return (place, monitor["scale"], monitor["transform"]) == (position, float(scale), transform)
+
+        until(changed, f"the monitor {name} to change", PATIENCE, lambda: self.read("monitors"))
 
     def windows(self) -> list[Window]:
         found = []
@@ -151,7 +186,7 @@ class HyprlandDesktop:
                 box = Rect(*client["at"], *client["size"])
                 found.append(Window(
                     client["address"], client["pid"], client["title"], box.grown(border, border, border, border),
-                    client["floating"], client["focusHistoryID"] == 0,
+                    client["floating"], client["focusHistoryID"] == 0, client["fullscreen"],
                 ))
         return found
 
@@ -185,18 +220,41 @@ class HyprlandDesktop:
         def stays() -> bool:
             nonlocal since
             if self.frame(address) != frame:
-                window, border = f'window="address:{address}"', self._border(address)
+                self.dispatch("float", 'action="on"', address)
+                border = self._border(address)
                 box = frame.grown(-border, -border, -border, -border)
                 # A new size keeps the centre, so the position comes last.
-                for call in (
-                    f'float({{action="on",{window}}})', f"resize({{x={box.width},y={box.height},{window}}})",
-                    f"move({{x={box.x},y={box.y},{window}}})",
-                ):
-                    self.command(f"hl.dispatch(hl.dsp.window.{call})")
+                self.dispatch("resize", f"x={box.width},y={box.height}", address)
+                self.dispatch("move", f"x={box.x},y={box.y}", address)
                 since = time.monotonic()
             return time.monotonic() - since > STAYING
 
         until(stays, f"the window to stay at {frame}", PATIENCE, lambda: self.frame(address))
+
+    def dispatch(self, name: str, arguments: str, address: str) -> None:
+        """Has a dispatcher act on a window, for a user who has its key."""
+        arguments += "," if arguments else ""
+        self.command(f'hl.dispatch(hl.dsp.window.{name}({{{arguments}window="address:{address}"}}))')
+
+    def tile(self, address: str) -> Rect:
+        """Puts a window into the layout. Returns its frame there."""
+        self.dispatch("float", 'action="off"', address)
+        until(lambda: not self.window(address).floating, "the window to be tiled", PATIENCE)
+        return self.rested_frame(address)
+
+    def rested_frame(self, address: str) -> Rect:
+        """The frame of a window once that stays for a while."""
+        seen, since = self.frame(address), time.monotonic()
+
+        def stays() -> bool:
+            nonlocal seen, since
+            present = self.frame(address)
+            if present != seen:
+                seen, since = present, time.monotonic()
+            return time.monotonic() - since > STAYING
+
+        until(stays, "the window to rest", PATIENCE, lambda: seen)
+        return seen
 
     def _border(self, address: str) -> int:
         return self.read(f"getprop address:{address} border_size")["border_size"]
@@ -215,11 +273,11 @@ class HyprlandDesktop:
 
     # The program under test
 
-    def launch(self, *options: str) -> Product:
+    def launch(self, *options: str, status: str = "Active") -> Product:
         product = Product(self.session, self.program, *options)
         self.products.append(product)
         product.until_ready(PATIENCE)
-        product.until_status("Active", PATIENCE)
+        product.until_status(status, PATIENCE)
         return product
 
     def ask_program(self, *options: str) -> str:
@@ -243,7 +301,8 @@ class HyprlandDesktop:
     def _print_logs(self) -> None:
         print(self.session.log_text(), file=sys.stderr)
         for log in self.session.runtime.glob("hypr/*/hyprland.log"):
-            print(f"--- {log.name}", *log.read_text(errors="replace").splitlines()[-40:], sep="\n", file=sys.stderr)
+            lines = [line[:200] for line in log.read_text(errors="replace").splitlines()[-40:]]
+            print(f"--- {log.name}", *lines, sep="\n", file=sys.stderr)
 
     def close(self) -> None:
         for product in self.products:

@@ -47,6 +47,7 @@ TEST(HyprlandBinds, ABindingSaysWhatItDoes) {
     EXPECT_EQ(bind(R"({"description":"To the left"})").purpose, "To the left");
     EXPECT_EQ(bind(R"({"dispatcher":"killactive","arg":""})").purpose, "killactive");
     EXPECT_EQ(bind(R"({"dispatcher":"__lua","arg":"7"})").purpose, "");
+    EXPECT_EQ(bind(R"J({"dispatcher":"HL.Dispatcher(exec_cmd)","arg":"10"})J").purpose, "exec_cmd");
 }
 
 TEST(HyprlandBinds, OursAreKnown) {
