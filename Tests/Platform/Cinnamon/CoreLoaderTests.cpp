@@ -132,8 +132,13 @@ TEST_F(TheCore, ThatIsRefusedIsReportedWithTheReason) {
              std::tuple(0, "", "it does not evaluate code"),
              std::tuple(1, "nonsense", "it does not evaluate code"),
          }) {
+        // A reason of its own in between, so that each refusal is seen.
+        answerEval(1, R"("another")");
+        loader.retry();
+        ASSERT_TRUE(untilObstacle(refusal("another")));
         answerEval(isDone, result);
-        EXPECT_TRUE(untilObstacle(refusal(reason))) << reason;
+        loader.retry();
+        EXPECT_TRUE(untilObstacle(refusal(reason))) << result;
     }
     shell->answerWith("Eval", "u", 7U);
     EXPECT_TRUE(untilObstacle(refusal("its reply to Eval is of another form")));
