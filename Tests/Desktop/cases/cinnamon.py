@@ -156,15 +156,21 @@ def a_key_that_is_bound_as_the_page_says_places_the_window(program):
 # The item in the panel
 
 
+def save_picture(desktop: Cinnamon, name: str) -> None:
+    """Saves the screen for a person to look at, if a folder for pictures is named."""
+    if folder := os.environ.get("TESSEL_DESKTOP_PICTURES"):
+        Path(folder).mkdir(parents=True, exist_ok=True)
+        save_screen(desktop.server.display, Path(folder) / f"{name}.png")
+
+
 @case_for_each("desktop.cinnamon.item", ("by-name", "of-its-own-folder"))
 def the_panel_draws_the_item(program, icons):
     with Cinnamon(program, f"cinnamon.item.{icons}", has_icons=icons == "by-name") as desktop:
         product = desktop.launch()
         product.until_status("Active")
-        until_equal(desktop.shown_icon, ACTIVE, "the icon of an active program", STARTING)
-        if folder := os.environ.get("TESSEL_DESKTOP_PICTURES"):
-            Path(folder).mkdir(parents=True, exist_ok=True)
-            save_screen(desktop.server.display, Path(folder) / f"cinnamon.item.{icons}.png")
+        until(desktop.has_item, "the item in the panel", STARTING, desktop.items)
+        save_picture(desktop, f"cinnamon.item.{icons}")
+        until_equal(desktop.shown_icon, ACTIVE, "the icon of an active program")
         choose(desktop, "Turn off")
         until_equal(desktop.shown_icon, PAUSED, "the icon of a program that is off")
         choose(desktop, "Turn on")
@@ -190,9 +196,7 @@ def a_click_on_the_item_opens_the_popover_at_it(program):
         assert 0 <= plate.x and plate.x + plate.width <= MONITOR.width, f"{plate} is cut off"
         assert plate.x <= item.x + item.width / 2 <= plate.x + plate.width, f"{plate} is not at {item}"
         assert desktop.see(f"one({window}).is_above() && one({window}).is_on_all_workspaces()")
-        if folder := os.environ.get("TESSEL_DESKTOP_PICTURES"):
-            Path(folder).mkdir(parents=True, exist_ok=True)
-            save_screen(desktop.server.display, Path(folder) / "cinnamon.popover.png")
+        save_picture(desktop, "cinnamon.popover")
         desktop.hands.chord("Escape")
         until(lambda: not desktop.windows_of(product.process.pid), "the popover to close on Escape")
         until_equal(desktop.focused, other, "the window that has the keyboard again")

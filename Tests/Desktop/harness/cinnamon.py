@@ -28,6 +28,8 @@ WATCHER_PATH = "/StatusNotifierWatcher"
 RUNNING = 2
 MONITOR = Rect(0, 0, 1280, 720)
 PANEL = 40
+# The least distance of an icon from the panel's edges.
+EDGE = 4
 
 SCOPE = """
     const {Clutter, GLib, Gio, Meta} = imports.gi;
@@ -171,7 +173,14 @@ class Cinnamon(Gnome):
     def shown_icon(self) -> str | None:
         """The program's icon at the place of the item."""
         frame = self.item_frame()
-        return icon_in(screen(self.server.display, frame), self.program) if frame and min(frame.size) > 0 else None
+        if not frame:
+            return None
+        # The panel's border is not part of the item.
+        inside = frame.grown(*[-EDGE] * 4)
+        if min(inside.size) <= 0:
+            return None
+        # Of a symbolic icon of 16 pixels, the edges are a large part; the icons differ from each other by 80 and more.
+        return icon_in(screen(self.server.display, inside), self.program, tolerable=65)
 
     def item_at_rest(self) -> Rect:
         """Its frame once the panel has stopped rearranging its icons."""

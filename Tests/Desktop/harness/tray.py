@@ -152,9 +152,9 @@ def _difference(one: Image.Image, other: Image.Image) -> float:
     return sum(value * count for value, count in enumerate(histogram)) / (one.width * one.height)
 
 
-def icon_in(picture: Image.Image, program: Path) -> str | None:
+def icon_in(picture: Image.Image, program: Path, tolerable: float = 50) -> str | None:
     """The program's icon in a picture of a panel or of an item there: the one with the best match. None if nothing
-    there matches any of them."""
+    there matches any of them: the mean difference of a pixel, of 255, is above `tolerable`."""
     shape = _shape_in(picture)
     if shape is None or not 8 <= shape.width <= 40 or not 8 <= shape.height <= 40:
         return None
@@ -164,7 +164,6 @@ def icon_in(picture: Image.Image, program: Path) -> str | None:
         for badge in ("", BADGED)
     }
     best = min(candidates, key=candidates.get)
-    tolerable = 50
     return best if candidates[best] < tolerable else None
 
 
