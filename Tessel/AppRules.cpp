@@ -197,7 +197,7 @@ void AppRules::apply(const AXUIElement& window) {
 void AppRules::place(WindowAction action, const AXUIElement& window) const {
     const WindowMover::Attempt made = WindowMover::attempt(action, window);
     if (onPlacement) {
-        onPlacement(window, made);
+        onPlacement(action, window, made);
     }
 }
 

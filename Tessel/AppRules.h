@@ -41,8 +41,8 @@ public:
     /// Stops watching. A window that a rule was just applied to may still be moved back once.
     void stop();
 
-    /// Notified of every window that a rule was applied to. Optional.
-    std::function<void(const platform::AXUIElement&, const WindowMover::Attempt&)> onPlacement;
+    /// Notified of every window that a rule was applied to, with the rule's action. Optional.
+    std::function<void(WindowAction, const platform::AXUIElement&, const WindowMover::Attempt&)> onPlacement;
 
 private:
     /// Watches the running applications that have a rule, and no others.

@@ -75,9 +75,8 @@ AppState::AppState(corvid::PreferenceStore& preferences, bool preview, corvid::H
         return;
     }
     appRules.setRules(currentRules);
-    appRules.onPlacement = [this](const platform::AXUIElement& window, const WindowMover::Attempt& made) {
-        placements.add(window, made);
-    };
+    appRules.onPlacement = [this](WindowAction action, const platform::AXUIElement& window,
+                                  const WindowMover::Attempt& made) { actions.follow(action, window, made); };
     platform::current().desktop.hotKeyEvents.setBorrows(borrows);
     hotKeys.onPress = [this](WindowAction action) {
         if (const auto window = WindowMover::focusedWindow()) {

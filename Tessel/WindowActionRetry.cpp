@@ -29,15 +29,26 @@ WindowMover::Outcome WindowActionRetry::perform(const WindowOrder& order, const 
     return attempt({.order = order, .window = window});
 }
 
+void WindowActionRetry::follow(const WindowOrder& order, const platform::AXUIElement& window,
+                               const WindowMover::Attempt& made) {
+    forget(window);
+    conclude({.order = order, .window = window}, made);
+}
+
 // The task is a copy: the attempt destroys the function that called it, with everything that it captured.
 WindowMover::Outcome WindowActionRetry::attempt(Task task) {
     forget(task.window);
     const WindowMover::Attempt made = task.made.goal
                                           ? WindowMover::attempt(*task.made.goal, task.window)
                                           : WindowMover::attempt(task.order, task.window, memory.trail(task.window));
+    conclude(std::move(task), made);
+    return made.outcome;
+}
+
+void WindowActionRetry::conclude(Task task, const WindowMover::Attempt& made) {
     remember(task, made);
     if (made.outcome != WindowMover::Outcome::unanswered || task.retries == pauses.size()) {
-        return made.outcome;
+        return;
     }
     if (made.before) {
         task.made = made;
@@ -54,7 +65,6 @@ WindowMover::Outcome WindowActionRetry::attempt(Task task) {
         }
     });
     waiting.push_back(std::move(next));
-    return made.outcome;
 }
 
 void WindowActionRetry::remember(Task& task, const WindowMover::Attempt& made) {

@@ -28,6 +28,9 @@ public:
     /// three times, within about three seconds: a window that moves later than that surprises the user.
     WindowMover::Outcome perform(const WindowOrder& order, const platform::AXUIElement& window);
 
+    /// Records an order that was carried out elsewhere, and retries it in the same way.
+    void follow(const WindowOrder& order, const platform::AXUIElement& window, const WindowMover::Attempt& made);
+
     /// Cancels all pending orders.
     void cancel() { waiting.clear(); }
 
@@ -48,6 +51,7 @@ private:
     };
 
     WindowMover::Outcome attempt(Task task);
+    void conclude(Task task, const WindowMover::Attempt& made);
     void forget(platform::AXUIElement window);
     void remember(Task& task, const WindowMover::Attempt& made);
 

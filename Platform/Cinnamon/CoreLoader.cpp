@@ -42,11 +42,13 @@ struct CoreLoader::Answers {
     }
 };
 
-CoreLoader::CoreLoader(linux::MainLoop& mainLoop, shellcore::ShellLink& link, std::filesystem::path file)
+CoreLoader::CoreLoader(linux::MainLoop& mainLoop, shellcore::ShellLink& link, std::filesystem::path file,
+                       Duration patience)
     : Listener(link)
     , mainLoop(mainLoop)
     , link(link)
-    , file(std::move(file)) {
+    , file(std::move(file))
+    , patience(patience) {
 }
 
 AccessObstacle CoreLoader::silence() {
@@ -128,8 +130,13 @@ void CoreLoader::take(sd_bus_message* answer) {
     const std::optional<compositor::Json> value = compositor::parsedJson(result);
     const bool isText = value && value->is_string();
     if (isDone == 0 || !isText || !value->get<std::string>().empty()) {
-        fail(isText ? value->get<std::string>() : "it does not evaluate code");
+        const std::string reason = isText ? value->get<std::string>() : "";
+        fail(reason.empty() ? "it does not evaluate code" : reason);
+        return;
     }
+    // The core announces itself to the owner of the program's name, which may be another client.
+    link.ask();
+    next = mainLoop.schedule(mainLoop.now() + patience, patience / 10, [this] { fail("the code does not answer"); });
 }
 
 void CoreLoader::fail(std::string reason) {

@@ -29,8 +29,13 @@ public:
     static constexpr Duration soonestRetry = std::chrono::milliseconds(250);
     static constexpr Duration longestRetry = std::chrono::seconds(30);
 
-    /// `file` is the core's text, read whenever it is sent. Loop and link must outlive this.
-    CoreLoader(linux::MainLoop& mainLoop, shellcore::ShellLink& link, std::filesystem::path file);
+    /// The time in which a core that Cinnamon has run answers. Cinnamon may be busy.
+    static constexpr Duration longestSilence = std::chrono::seconds(5);
+
+    /// `file` is the core's text, read whenever it is sent. Loop and link must outlive this. A core that has not
+    /// answered `patience` after Cinnamon ran it counts as refused.
+    CoreLoader(linux::MainLoop& mainLoop, shellcore::ShellLink& link, std::filesystem::path file,
+               Duration patience = longestSilence);
 
     /// Nothing while the core works.
     [[nodiscard]] std::optional<AccessObstacle> obstacle() const;
@@ -60,6 +65,7 @@ private:
     linux::MainLoop& mainLoop;
     shellcore::ShellLink& link;
     std::filesystem::path file;
+    Duration patience;
     std::function<void()> refused;
     /// Why the latest attempt failed; empty before its result.
     std::string failure;

@@ -15,6 +15,8 @@ namespace {
 
 constexpr const char* signalRule = "type='signal',path='/org/corvid/Tessel/Windows',"
                                    "interface='org.corvid.Tessel.Windows1'";
+constexpr const char* nameRule = "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
+                                 "member='NameAcquired',arg0='org.corvid.Tessel.Windows'";
 
 std::string_view senderOf(sd_bus_message* message) {
     const char* sender = sd_bus_message_get_sender(message);
@@ -55,6 +57,15 @@ struct ShellLink::Answers {
         }
         return 0;
     }
+
+    static int nameAcquired(sd_bus_message* /*signal*/, void* data, sd_bus_error* /*error*/) {
+        ShellLink& link = self(data);
+        // A core of the former owner may end without a signal to this client.
+        if (link.present == Obstacle::otherClient) {
+            link.ask();
+        }
+        return 0;
+    }
 };
 
 ShellLink::Listener::Listener(ShellLink& link)
@@ -88,12 +99,14 @@ void ShellLink::busArrived(sd_bus* arrived) {
     bus = arrived;
     sd_bus_request_name_async(bus, nullptr, Protocol::busName, SD_BUS_NAME_QUEUE, &linux::ignoreReply, nullptr);
     signals = linux::listen(bus, signalRule, &Answers::signalCame, this);
+    naming = linux::listen(bus, nameRule, &Answers::nameAcquired, this);
     owner.followChanges(bus);
     ask();
 }
 
 void ShellLink::busLeft() {
     signals.reset();
+    naming.reset();
     owner.forget();
     question.reset();
     bus = nullptr;

@@ -73,6 +73,10 @@ public:
     /// Waits until it is known whether the core is available, at the latest until `deadline`.
     void await(Instant deadline);
 
+    /// Asks whether the core is available; the reply comes later. The link does so by itself whenever the core
+    /// announces itself, and when the program's name on the bus becomes its own.
+    void ask();
+
     [[nodiscard]] bool isOpen() const { return obstacle() == Obstacle::none; }
 
     [[nodiscard]] Obstacle obstacle() const { return present; }
@@ -116,8 +120,6 @@ private:
     void busArrived(sd_bus* arrived) override;
     void busLeft() override;
 
-    /// Asks whether the core is available; the reply comes later.
-    void ask();
     void ownerChanged();
     void take(sd_bus_message* answer);
     /// The cause of a failed reply of the core, or of the bus in its place.
@@ -139,6 +141,7 @@ private:
     std::string session;
     std::string missingNames;
     linux::OwnedSlot signals;
+    linux::OwnedSlot naming;
     linux::OwnedSlot question;
 };
 

@@ -1,7 +1,9 @@
 #include "Tessel/Wiring/ResidentProgram.h"
 
 #include "CorvidKit/MenuBarController.h"
+#include "Platform/Linux/Files/BaseFolders.h"
 #include "Platform/Linux/Processes/ServiceNotification.h"
+#include "Platform/Linux/Tray/PanelIcons.h"
 #include "Tessel/MenuBarSymbol.h"
 #include "Tessel/MenuView.h"
 #include "Tessel/StatusText.h"
@@ -30,7 +32,9 @@ void openPopover() {
 ResidentProgram::ResidentProgram(const Foundation& foundation, std::unique_ptr<platform::linux::Desktop> opened)
     : foundation(foundation)
     , desktop(followed(std::move(opened)))
-    , notifiers(foundation.mainLoop, foundation.sessionBus, desktop->parts().screens, iconFolder())
+    , notifiers(foundation.mainLoop, foundation.sessionBus, desktop->parts().screens,
+                platform::linux::iconThemePath(iconFolder(), platform::linux::BaseFolders::ofThisProcess().data,
+                                               platform::linux::currentDesktops()))
     , statusBar(foundation.mainLoop, "org.corvid.Tessel", trayPlaces())
     , appearance(foundation.sessionBus, desktop->appearanceSource())
     , sessionLock(foundation.mainLoop, foundation.sessionBus)

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,10 +16,12 @@ namespace {
 using namespace std::chrono_literals;
 using corvid::PropertyListValue;
 using platform::ActivationPolicy;
+using platform::AXError;
 using platform::simulated::Application;
 using platform::simulated::ApplicationOptions;
 using platform::simulated::Window;
 using Lines = std::vector<std::string>;
+namespace AXAttribute = platform::AXAttribute;
 
 constexpr corvid::CGRect natural{{100, 100}, {800, 600}};
 constexpr corvid::CGRect maximized{{0, 25}, {1920, 1055}};
@@ -60,6 +63,68 @@ TEST_F(StateOfRules, AppliesAStoredRuleToALaunch) {
     Window& window = launchEditor().addWindow();
     desktop.mainActor.run();
     EXPECT_EQ(window.frame(), maximized);
+}
+
+TEST_F(StateOfRules, PlacesAWindowOnceItAnswersAlsoLongAfterItsFirstTime) {
+    storeRule();
+    make();
+    Window& window = launchEditor().addWindow();
+    window.faults.failReads(AXAttribute::position, AXError::cannotComplete);
+    desktop.mainActor.advance(1s);
+    EXPECT_EQ(window.frame(), natural);
+    window.faults.clear();
+    desktop.mainActor.advance(2s);
+    EXPECT_EQ(window.frame(), maximized);
+}
+
+TEST_F(StateOfRules, CorrectsAWindowThatRefusedItsSizeOnceItAnswers) {
+    storeRule();
+    make();
+    Application& editor = launchEditor();
+    desktop.mainActor.run();
+    const std::size_t before = desktop.accessibility.operationCount();
+    const corvid::CGRect centred{{560, 253}, {800, 600}};
+    Window* window = &editor.openWindow({.frame = natural, .sizes = {.isFixed = true}});
+    desktop.mainActor.run();
+    EXPECT_EQ(window->frame(), centred);
+    const std::size_t all = desktop.accessibility.operationCount() - before;
+    window->close();
+    desktop.mainActor.advance(1s);
+    // The last operations read the size of the settled frame, correct the position, and read the frame for the rule.
+    constexpr std::size_t afterTheSize = 4;
+    desktop.accessibility.failOperation(desktop.accessibility.operationCount() + all - afterTheSize,
+                                        AXError::cannotComplete);
+    window = &editor.openWindow({.frame = natural, .sizes = {.isFixed = true}});
+    desktop.mainActor.run();
+    EXPECT_EQ(window->frame().origin, maximized.origin) << "the answer is missing on which the correction depends";
+    desktop.mainActor.advance(3s);
+    EXPECT_EQ(window->frame(), centred);
+}
+
+TEST_F(StateOfRules, LeavesAWindowThatAnswersLateWhereItsUserHasPutIt) {
+    storeRule();
+    AppState& state = make();
+    Window& window = launchEditor().addWindow();
+    window.faults.failReads(AXAttribute::position, AXError::cannotComplete);
+    desktop.mainActor.run();
+    window.faults.clear();
+    state.perform(WindowAction::leftHalf, window.element());
+    const corvid::CGRect leftHalf{{0, 25}, {960, 1055}};
+    EXPECT_EQ(window.frame(), leftHalf);
+    desktop.mainActor.advance(399ms);
+    EXPECT_EQ(window.frame(), leftHalf) << "the user's order replaces the one that waits";
+}
+
+TEST_F(StateOfRules, RepeatsNoRuleWhileItIsOff) {
+    storeRule();
+    AppState& state = make();
+    Window& window = launchEditor().addWindow();
+    window.faults.failReads(AXAttribute::position, AXError::cannotComplete);
+    desktop.mainActor.advance(1s);
+    state.setEnabled(false);
+    window.faults.clear();
+    desktop.mainActor.advance(5s);
+    EXPECT_EQ(window.frame(), natural);
 }
 
 TEST_F(StateOfRules, HasTheRowsOfTheStoredRulesFromTheBeginning) {

@@ -17,7 +17,8 @@ public:
     /// A click on the item, in the desktop's coordinates: pixels, the origin at its top left.
     using Click = std::function<void(std::int32_t x, std::int32_t y)>;
 
-    /// `iconThemePath` is the folder of the program's own icons ("hicolor" and the like), for panels that look there.
+    /// `iconThemePath` is the folder of the program's own icons ("hicolor" and the like), for panels that look there;
+    /// see the function of that name.
     NotifierItem(std::string iconThemePath, Click click);
     NotifierItem(const NotifierItem&) = delete;
     NotifierItem& operator=(const NotifierItem&) = delete;

@@ -24,7 +24,7 @@ public:
     static constexpr Duration untilRetry = std::chrono::milliseconds(300);
 
     /// The loop and the screens must outlive the place, and the place the bus's end or be dropped before it.
-    /// `iconThemePath` is where the program's own icons are.
+    /// `iconThemePath` is where panels look for the program's own icons.
     NotifierPlace(MainLoop& mainLoop, SessionBus& bus, Screens& screens, std::string iconThemePath);
 
     [[nodiscard]] bool isOffered() const override { return hasHost; }

@@ -15,7 +15,7 @@ from harness.wayfire import WayfireDesktop
 from harness.window_managers import WINDOW_MANAGERS
 
 from . import case
-from .gnome_actions import open_application
+from .shells import open_application
 
 NATURAL = Rect(211, 173, 662, 503)
 # This daemon grabs the keys of GNOME's settings.

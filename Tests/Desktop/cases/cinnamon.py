@@ -1,4 +1,4 @@
-"""Cinnamon on Wayland: actions on each kind of window, keys, rules, the popover, and what is left at the end."""
+"""Cinnamon on Wayland: rules, a refused core, borrowed keys, the item in the panel, and the popover."""
 
 import os
 import signal
@@ -6,104 +6,33 @@ from pathlib import Path
 
 from harness import keys_page
 from harness.cinnamon import MONITOR, Cinnamon
-from harness.holders import COMMON_PURPOSES, until_holders
-from harness.oracle import ACTIONS, expected
+from harness.oracle import expected
 from harness.picture import save_screen
 from harness.product import Product, run_to_end
-from harness.rect import Rect
+from harness.tray import ACTIVE, PAUSED, choose
 from harness.waiting import STARTING, until, until_equal
 
 from . import case, case_for_each
 from .bound_keys import press_until_placed
-from .gnome_actions import APPLICATIONS, NATURAL, hold_left_half, open_application
 from .gnome_popover import GAP, SHADOW
-
-# Cinnamon's own names for two of its views, and the keys that it holds with its defaults.
-PURPOSES = COMMON_PURPOSES | {"maximize": "shows all workspaces", "maximizeHeight": "shows all windows"}
-HELD = {"leftHalf", "rightHalf", "maximize", "maximizeHeight"}
-KEYS = [("Control", "Alt", key) for key in ("Left", "Right", "Up", "Down", "c", "d")]
-# The program checks its desktop every two seconds, with leeway.
-LOOK = 20.0
+from .shells import HELD, LOOK, NATURAL, open_application, sizes_of, works
 
 
-def on_monitor(rect: Rect, number: int) -> Rect:
-    return rect._replace(x=rect.x + number * MONITOR.width)
-
-
-def works(desktop: Cinnamon, window: int, when: str, actions=ACTIONS) -> None:
-    """Checks that the program's actions act."""
-    area = desktop.work_areas()[0]
-    for action in actions:
-        before = desktop.place(window, NATURAL)
-        desktop.hands.press(action)
-        wanted = expected(action, before, area, lambda size: size)
-        desktop.holds_frame(window, wanted, f"the frame after {action} {when}")
-
-
-@case_for_each("desktop.cinnamon.actions", APPLICATIONS)
-def every_action_puts_the_window_where_it_belongs(program, name):
-    with Cinnamon(program, f"cinnamon.actions.{name}") as desktop:
-        _, window = open_application(desktop, name)
-        product = desktop.launch()
-        product.until_status("Active")
-        assert desktop.status()["backend"] == "Cinnamon", desktop.status()
-        sizes = desktop.sizes_of_steps(window) if name == "xterm" else lambda asked: asked
-        failures = []
-        for number, area in enumerate(desktop.work_areas()):
-            for action in ACTIONS:
-                before = desktop.place(window, on_monitor(NATURAL, number))
-                wanted = expected(action, before, area, sizes)
-                for often in ("once", "twice"):
-                    desktop.hands.press(action)
-                    try:
-                        desktop.holds_frame(window, wanted, f"frame after {action} {often} (from {before})")
-                        product.until_at_rest()
-                    except AssertionError as failure:
-                        failures.append(str(failure))
-        assert not failures, "\n".join(failures)
-
-
-@case("desktop.cinnamon.maximized")
-def a_maximized_or_tiled_window_is_released_first(program):
-    with Cinnamon(program, "cinnamon.maximized") as desktop:
+@case("desktop.cinnamon.tiled")
+def a_tiled_window_is_released_first(program):
+    with Cinnamon(program, "cinnamon.tiled") as desktop:
         _, window = open_application(desktop, "mousepad")
         product = desktop.launch()
         product.until_status("Active")
         area = desktop.work_areas()[0]
-        changes = {
-            state: lambda state=state: desktop.see(f"one({window}).maximize(Meta.MaximizeFlags.{state})")
-            for state in ("BOTH", "VERTICAL")
-        } | {"tiled": lambda: desktop.hands.chord("Super", "Left")}
-        for name, change in changes.items():
-            for action in ("rightHalf", "almostMaximize", "maximize"):
-                start = desktop.place(window, NATURAL)
-                change()
-                until(lambda: desktop.frame(window) != start, f"the window to be {name}")
-                before = desktop.at_rest(window)
-                desktop.hands.press(action)
-                wanted = expected(action, before, area, lambda size: size)
-                desktop.holds_frame(window, wanted, f"{action} of a window that is {name}")
-
-
-@case("desktop.cinnamon.taken")
-def keys_that_cinnamon_holds_are_reported_and_left_to_it(program):
-    with Cinnamon(program, "cinnamon.taken", keys_free=False) as desktop:
-        _, window = open_application(desktop, "mousepad")
-        product = desktop.launch()
-        until(lambda: desktop.taken() == HELD, "the taken keys to be reported", saw=desktop.status)
-        assert product.status.startswith("Some shortcuts are taken"), product.status
-        until_holders(desktop.session, program, {action: ("Cinnamon", PURPOSES[action]) for action in HELD})
-        works(desktop, window, "beside taken keys", ["center", "almostMaximize"])
-        switches(desktop, "that are Cinnamon's")
-
-
-@case("desktop.cinnamon.held")
-def a_key_that_is_held_counts_once(program):
-    with Cinnamon(program, "cinnamon.held") as desktop:
-        _, window = open_application(desktop, "mousepad")
-        product = desktop.launch()
-        product.until_status("Active")
-        hold_left_half(desktop, window)
+        for action in ("rightHalf", "almostMaximize", "maximize"):
+            start = desktop.place(window, NATURAL)
+            desktop.hands.chord("Super", "Left")
+            until(lambda: desktop.frame(window) != start, "the window to be tiled")
+            before = desktop.at_rest(window)
+            desktop.hands.press(action)
+            wanted = expected(action, before, area, lambda size: size)
+            desktop.holds_frame(window, wanted, f"{action} of a window that is tiled")
 
 
 @case("desktop.cinnamon.first-window")
@@ -115,7 +44,7 @@ def a_rule_places_the_first_window_and_no_other(program):
         area = desktop.work_areas()[0]
         for name, action in (("mousepad", "center"), ("featherpad", "rightHalf"), ("xterm", "leftHalf")):
             process, window = open_application(desktop, name)
-            sizes = desktop.sizes_of_steps(window) if name == "xterm" else lambda asked: asked
+            sizes = sizes_of(desktop, name, window)
             # A window takes its place from any frame of the same size.
             wanted = lambda: expected(action, desktop.frame(window), area, sizes)  # noqa: E731
             until(lambda: desktop.at_rest(window) == wanted(), f"{name} to be at its place",
@@ -127,32 +56,6 @@ def a_rule_places_the_first_window_and_no_other(program):
                 product.until_at_rest()
                 assert desktop.at_rest(second) != wanted(), "the second window was placed, too"
                 desktop.see(f"one({second}).delete(global.get_current_time())")
-
-
-@case_for_each("desktop.cinnamon.ends", ("SIGTERM", "SIGKILL"))
-def nothing_is_left_in_cinnamon_when_the_program_ends(program, name):
-    with Cinnamon(program, f"cinnamon.ends.{name}") as desktop:
-        assert not desktop.has_core()
-        product = desktop.launch()
-        product.until_status("Active")
-        assert desktop.has_core()
-        until(lambda: all(desktop.is_bound(*key) for key in KEYS), "the keys to be held")
-        desktop.session.processes.end(product.process, getattr(signal, name))
-        until(lambda: not desktop.has_core(), "the program's object to be gone")
-        until(lambda: not any(desktop.is_bound(*key) for key in KEYS), "the keys to be free")
-
-
-@case("desktop.cinnamon.restarts")
-def cinnamon_may_end_and_come_back(program):
-    with Cinnamon(program, "cinnamon.restarts") as desktop:
-        product = desktop.launch()
-        product.until_status("Active")
-        desktop.end_shell()
-        product.until_status("Waiting for permission", LOOK)
-        desktop.start_shell()
-        product.until_status("Active", STARTING)
-        _, window = open_application(desktop, "mousepad")
-        works(desktop, window, "after a restart of Cinnamon", ["leftHalf"])
 
 
 @case("desktop.cinnamon.refused")
@@ -235,7 +138,7 @@ def held_keys_are_ours_with_consent_and_cinnamons_again_afterwards(program):
         asks(desktop, "--take-shortcuts")
         until_borrowed(desktop, product)
         desktop.session.processes.end(product.process, signal.SIGKILL)
-        until(lambda: not desktop.has_core(), "the program's object to be gone")
+        until(lambda: not desktop.has_part(), "the program's object to be gone")
         switches(desktop, "after the program was killed")
 
 
@@ -250,7 +153,29 @@ def a_key_that_is_bound_as_the_page_says_places_the_window(program):
                            desktop.work_areas()[0])
 
 
-# The popover
+# The item in the panel
+
+
+def save_picture(desktop: Cinnamon, name: str) -> None:
+    """Saves the screen for a person to look at, if a folder for pictures is named."""
+    if folder := os.environ.get("TESSEL_DESKTOP_PICTURES"):
+        Path(folder).mkdir(parents=True, exist_ok=True)
+        save_screen(desktop.server.display, Path(folder) / f"{name}.png")
+
+
+@case_for_each("desktop.cinnamon.item", ("by-name", "of-its-own-folder"))
+def the_panel_draws_the_item(program, icons):
+    with Cinnamon(program, f"cinnamon.item.{icons}", has_icons=icons == "by-name") as desktop:
+        product = desktop.launch()
+        product.until_status("Active")
+        until(desktop.has_item, "the item in the panel", STARTING, desktop.items)
+        save_picture(desktop, f"cinnamon.item.{icons}")
+        until_equal(desktop.shown_icon, ACTIVE, "the icon of an active program")
+        choose(desktop, "Turn off")
+        until_equal(desktop.shown_icon, PAUSED, "the icon of a program that is off")
+        choose(desktop, "Turn on")
+        until_equal(desktop.shown_icon, ACTIVE, "the icon of a program that is on again")
+
 
 
 @case("desktop.cinnamon.popover")
@@ -271,9 +196,7 @@ def a_click_on_the_item_opens_the_popover_at_it(program):
         assert 0 <= plate.x and plate.x + plate.width <= MONITOR.width, f"{plate} is cut off"
         assert plate.x <= item.x + item.width / 2 <= plate.x + plate.width, f"{plate} is not at {item}"
         assert desktop.see(f"one({window}).is_above() && one({window}).is_on_all_workspaces()")
-        if folder := os.environ.get("TESSEL_DESKTOP_PICTURES"):
-            Path(folder).mkdir(parents=True, exist_ok=True)
-            save_screen(desktop.server.display, Path(folder) / "cinnamon.popover.png")
+        save_picture(desktop, "cinnamon.popover")
         desktop.hands.chord("Escape")
         until(lambda: not desktop.windows_of(product.process.pid), "the popover to close on Escape")
         until_equal(desktop.focused, other, "the window that has the keyboard again")

@@ -11,7 +11,7 @@ from harness.product import Product, run_to_end
 from harness.waiting import until, until_equal
 
 from . import case
-from .gnome_actions import NATURAL, hold_left_half, open_application
+from .shells import NATURAL, hold_left_half, open_application
 from .gnome_extension import LEFT, Stranger
 
 WINDOW_KEYS = "org.gnome.desktop.wm.keybindings"

@@ -7,7 +7,7 @@ from harness.gnome import EXTENSION, SHORTCUTS, Bus, Gnome
 from harness.waiting import throughout, until
 
 from . import case
-from .gnome_actions import NATURAL, open_application
+from .shells import NATURAL, open_application
 
 try:
     from gi.repository import GLib

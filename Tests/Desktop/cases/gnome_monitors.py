@@ -8,7 +8,7 @@ from harness.rect import Rect
 from harness.waiting import until, until_equal
 
 from . import case, case_for_each
-from .gnome_actions import NATURAL, open_application
+from .shells import NATURAL, open_application
 
 KINDS = {
     "mousepad": {"GDK_BACKEND": "wayland"},

@@ -11,7 +11,7 @@ from harness.rect import Rect
 from harness.waiting import STARTING, until, until_equal
 
 from . import case
-from .gnome_actions import APPLICATIONS, open_application
+from .shells import APPLICATIONS, open_application
 
 # The applications' names in a rule.
 IDENTIFIERS = {"mousepad": "org.xfce.mousepad", "featherpad": "featherpad", "xterm": "debian-xterm"}

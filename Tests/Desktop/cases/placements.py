@@ -22,7 +22,7 @@ from harness.windows import ADD
 from Xlib import Xutil
 
 from . import case, case_for_each
-from .gnome_actions import open_application
+from .shells import open_application
 
 FIRST = Plug("DUMMY0", Rect(0, 0, 1920, 1080), primary=True)
 SECOND = Plug("DUMMY1", Rect(1920, 0, 1280, 1024))

@@ -7,12 +7,14 @@ from harness.desktop import Desktop
 from harness.grabs import all_held, held_by_others
 from harness.product import run_to_end
 from harness.rect import Rect
-from harness.tray import BADGED, PANELS, choose, menu, registered_items, start_panel, until_icon
+from harness.tray import (
+    ACTIVE, BADGED, PANELS, PAUSED, WAITING, call, choose, folders_with_icons, menu, registered_items, start_panel,
+    until_icon,
+)
 from harness.waiting import until
 
 from . import case, case_for_each
 
-ACTIVE, PAUSED, WAITING = "uiwindow.split.2x1", "rectangle.split.2x1", "exclamationmark.triangle.fill"
 XFCE = "xfce4-panel"
 
 # The program checks the permission every two seconds, up to ten late.
@@ -121,6 +123,21 @@ def a_reminder_that_is_due_shows_a_dot_from_the_start(program, panel):
         product = desktop.launch()
         product.until_status("Active")
         until_icon(desktop, panel, ACTIVE + BADGED)
+
+
+@case("desktop.tray.by-name")
+def a_panel_that_has_the_icons_by_name_gets_no_folder(program):
+    with Desktop(program, name="tray.by-name") as desktop:
+        desktop.session.environment["XDG_DATA_DIRS"] = folders_with_icons(program)
+        desktop.start_window_manager("openbox")
+        start_panel(desktop, XFCE)
+        product = desktop.launch()
+        product.until_status("Active")
+        until_icon(desktop, XFCE, ACTIVE)
+        (item,) = registered_items(desktop)
+        folder = call(desktop, item, "/StatusNotifierItem", "org.freedesktop.DBus.Properties.Get",
+                      "org.kde.StatusNotifierItem", "IconThemePath")
+        assert folder == "(<''>,)", folder
 
 
 @case("desktop.tray.none")

@@ -7,15 +7,18 @@ and moves the pointer (XTEST): for Cinnamon they come from the devices of the di
 import json
 import re
 import signal
+from pathlib import Path
 
 from Xlib import X
 
-from .gnome import Bus, Gio, GLib, Gnome
+from .gnome import Gio, GLib, Gnome
+from .holders import COMMON_PURPOSES
 from .keyboard import Keyboard
+from .picture import screen
 from .rect import Rect
 from .servers import Server
 from .skipping import Skipped, require
-from .system_bus import start_system_bus
+from .tray import folders_with_icons, icon_in
 from .waiting import STARTING, until, until_equal
 
 CINNAMON = ("org.Cinnamon", "/org/Cinnamon")
@@ -25,6 +28,8 @@ WATCHER_PATH = "/StatusNotifierWatcher"
 RUNNING = 2
 MONITOR = Rect(0, 0, 1280, 720)
 PANEL = 40
+# The least distance of an icon from the panel's edges.
+EDGE = 4
 
 SCOPE = """
     const {Clutter, GLib, Gio, Meta} = imports.gi;
@@ -33,6 +38,7 @@ SCOPE = """
     const one = id => windows().find(window => window.get_id() === id);
     const rect = r => [r.x, r.y, r.width, r.height];
     const isMaximized = window => window.get_maximized() !== 0;
+    const maximize = (window, flags) => window.maximize(flags);
 """
 
 
@@ -51,7 +57,16 @@ class Hands(Keyboard):
 class Cinnamon(Gnome):
     """A context manager, the counterpart of Gnome: Cinnamon descends from the same shell."""
 
+    key, backend, title = "cinnamon", "Cinnamon", "Cinnamon"
     monitors = (MONITOR, MONITOR._replace(x=MONITOR.width))
+    # Cinnamon's own names for two of its views.
+    purposes = COMMON_PURPOSES | {"maximize": "shows all workspaces", "maximizeHeight": "shows all windows"}
+    key_schema = "org.cinnamon.desktop.keybindings.wm"
+
+    def __init__(self, program: Path, name: str, keys_free: bool = True, has_icons: bool = False):
+        """`has_icons`: the panel has the program's icons by their names."""
+        self.has_icons = has_icons
+        super().__init__(program, name, keys_free)
 
     def _require(self) -> None:
         if Gio is None:
@@ -66,25 +81,13 @@ class Cinnamon(Gnome):
         session = self.session
         total = sum(monitor.width for monitor in self.monitors)
         self.server = Server(session, ["Xvfb", "-screen", "0", f"{total}x{MONITOR.height}x24"])
-        environment = session.environment
-        for variable in ("DISPLAY", "QT_QPA_PLATFORM", "GDK_BACKEND"):
-            environment.pop(variable, None)
-        environment |= {
-            "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "X-Cinnamon", "XDG_SESSION_DESKTOP": "cinnamon",
-            # As for GNOME: Qt logs warnings in a session without a portal.
-            "QT_LOGGING_RULES": "qt.qpa.services.warning=false;qt.qpa.theme.gnome.warning=false",
-            "DBUS_SESSION_BUS_ADDRESS": f"unix:path={session.runtime}/bus",
-        }
-        address = f"--address={environment['DBUS_SESSION_BUS_ADDRESS']}"
-        session.start(["dbus-daemon", "--session", address, "--nofork", "--nopidfile"], "bus")
-        until((session.runtime / "bus").exists, "the bus")
-        start_system_bus(session)
-        self.bus = Bus(environment["DBUS_SESSION_BUS_ADDRESS"])
+        if self.has_icons:
+            session.environment["XDG_DATA_DIRS"] = folders_with_icons(self.program)
+        self._start_buses("X-Cinnamon", "cinnamon")
         for effect in ("startup-animation", "desktop-effects", "desktop-effects-workspace"):
             self.change_setting("org.cinnamon", effect, "false")
         if keys_free:
-            for direction in ("left", "right", "up", "down"):
-                self.change_setting("org.cinnamon.desktop.keybindings.wm", f"switch-to-workspace-{direction}", "[]")
+            self._free_keys()
 
     def start_shell(self) -> None:
         command = ["cinnamon", "--nested", "--wayland"]
@@ -138,7 +141,7 @@ class Cinnamon(Gnome):
     def workspace(self) -> int:
         return self.see("global.workspace_manager.get_active_workspace_index()")
 
-    def has_core(self) -> bool:
+    def has_part(self) -> bool:
         """Whether the program's object is in Cinnamon."""
         (description,) = self.bus.call(
             CINNAMON[0], "/org/corvid/Tessel/Windows", "org.freedesktop.DBus.Introspectable", "Introspect")
@@ -166,6 +169,18 @@ class Cinnamon(Gnome):
             return [x, y, width, height].map(Math.round);
         })(imports.ui.appletManager.getRunningInstancesForUuid('xapp-status@cinnamon.org')[0])""")
         return frame and Rect(*frame)
+
+    def shown_icon(self) -> str | None:
+        """The program's icon at the place of the item."""
+        frame = self.item_frame()
+        if not frame:
+            return None
+        # The panel's border is not part of the item.
+        inside = frame.grown(*[-EDGE] * 4)
+        if min(inside.size) <= 0:
+            return None
+        # Of a symbolic icon of 16 pixels, the edges are a large part; the icons differ from each other by 80 and more.
+        return icon_in(screen(self.server.display, inside), self.program, tolerable=65)
 
     def item_at_rest(self) -> Rect:
         """Its frame once the panel has stopped rearranging its icons."""

@@ -12,6 +12,7 @@ import time
 from pathlib import Path
 
 from .gnome_extensions import EYES, form_of, install_eyes, put_extension
+from .holders import COMMON_PURPOSES
 from .product import Product
 from .rect import Rect
 from .session import Session
@@ -112,7 +113,11 @@ class Hands:
 
 class Gnome:
     """A context manager, the counterpart of Desktop on an X server."""
+    # The desktop's name in those of the cases, in the program's status, and in that of a holder of keys.
+    key, backend, title = "gnome", "GNOME Shell", "GNOME"
     monitors = MONITORS
+    purposes = COMMON_PURPOSES
+    key_schema = "org.gnome.desktop.wm.keybindings"
 
     def __init__(self, program: Path, name: str, keys_free: bool = True, extension: str = "enabled"):
         self.program, self.name = program, name
@@ -138,23 +143,9 @@ class Gnome:
         require("gsettings", "libglib2.0-bin")
 
     def _prepare(self, keys_free: bool, extension: str) -> None:
-        session = self.session
-        environment = session.environment
-        for variable in ("DISPLAY", "QT_QPA_PLATFORM", "GDK_BACKEND"):
-            environment.pop(variable, None)
-        environment |= {
-            "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "GNOME", "XDG_SESSION_DESKTOP": "gnome",
-            "WAYLAND_DISPLAY": "wayland-tessel",
-            # Qt 6.11 logs a warning in a session without a portal, and this session has none.
-            "QT_LOGGING_RULES": "qt.qpa.services.warning=false;qt.qpa.theme.gnome.warning=false",
-            "DBUS_SESSION_BUS_ADDRESS": f"unix:path={session.runtime}/bus",
-        }
-        address = f"--address={environment['DBUS_SESSION_BUS_ADDRESS']}"
-        session.start(["dbus-daemon", "--session", address, "--nofork", "--nopidfile"], "bus")
-        until((session.runtime / "bus").exists, "the bus")
-        start_system_bus(session)
-        self.bus = Bus(environment["DBUS_SESSION_BUS_ADDRESS"])
-        self.form = form_of(session.run(["gnome-shell", "--version"]))
+        self.session.environment["WAYLAND_DISPLAY"] = "wayland-tessel"
+        self._start_buses("GNOME", "gnome")
+        self.form = form_of(self.session.run(["gnome-shell", "--version"]))
         install_eyes(self._place_of(EYES), self.form)
         put_extension(self.extension_folder(), self._place_of(EXTENSION), extension)
         enabled = [EYES] if extension in ("absent", "off") else [EYES, EXTENSION]
@@ -164,8 +155,30 @@ class Gnome:
         for key in ("enable-animations", "enable-hot-corners"):
             self.change_setting("org.gnome.desktop.interface", key, "false")
         if keys_free:
-            for direction in ("left", "right", "up", "down"):
-                self.change_setting("org.gnome.desktop.wm.keybindings", f"switch-to-workspace-{direction}", "[]")
+            self._free_keys()
+
+    def _start_buses(self, current_desktop: str, session_desktop: str) -> None:
+        """Starts the buses of a Wayland session of that desktop."""
+        session = self.session
+        environment = session.environment
+        for variable in ("DISPLAY", "QT_QPA_PLATFORM", "GDK_BACKEND"):
+            environment.pop(variable, None)
+        environment |= {
+            "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": current_desktop,
+            "XDG_SESSION_DESKTOP": session_desktop,
+            # Qt 6.11 logs a warning in a session without a portal, and this session has none.
+            "QT_LOGGING_RULES": "qt.qpa.services.warning=false;qt.qpa.theme.gnome.warning=false",
+            "DBUS_SESSION_BUS_ADDRESS": f"unix:path={session.runtime}/bus",
+        }
+        address = f"--address={environment['DBUS_SESSION_BUS_ADDRESS']}"
+        session.start(["dbus-daemon", "--session", address, "--nofork", "--nopidfile"], "bus")
+        until((session.runtime / "bus").exists, "the bus")
+        start_system_bus(session)
+        self.bus = Bus(environment["DBUS_SESSION_BUS_ADDRESS"])
+
+    def _free_keys(self) -> None:
+        for direction in ("left", "right", "up", "down"):
+            self.change_setting(self.key_schema, f"switch-to-workspace-{direction}", "[]")
 
     def extension_folder(self) -> Path:
         return self.program.parent.parent / "share/tessel/gnome-shell" / self.form
@@ -306,6 +319,23 @@ class Gnome:
         self.hands.release("Control", "Alt", "P")
         self.see("[global.display.disconnect(repeats.signal), global.display.ungrab_accelerator(repeats.action)]")
         return took
+
+    def has_part(self) -> bool:
+        """Whether a part of the program is in the shell: the item in the top bar."""
+        return self.has_item()
+
+    def busy_when_a_window_appears(self, seconds: float) -> None:
+        """Keeps the shell busy for that long from the moment on at which the next window of an X11 program is shown."""
+        self.see(f"""(() => {{
+            const shown = global.window_manager.connect('map', manager => {{
+                manager.disconnect(shown);
+                GLib.idle_add(GLib.PRIORITY_HIGH, () => {{
+                    const end = GLib.get_monotonic_time() + {int(seconds * 1e6)};
+                    while (GLib.get_monotonic_time() < end);
+                    return GLib.SOURCE_REMOVE;
+                }});
+            }});
+        }})()""")
 
     def has_item(self) -> bool:
         """Whether it is shown at its position."""

@@ -13,7 +13,8 @@ from .rect import Rect
 from .skipping import require
 from .waiting import PATIENCE, until
 
-SYMBOLS = ("uiwindow.split.2x1", "rectangle.split.2x1", "exclamationmark.triangle.fill")
+ACTIVE, PAUSED, WAITING = "uiwindow.split.2x1", "rectangle.split.2x1", "exclamationmark.triangle.fill"
+SYMBOLS = (ACTIVE, PAUSED, WAITING)
 BADGED = ".badged"
 
 # A bar of 32 pixels along an edge of a monitor, with nothing but the area for status items.
@@ -151,22 +152,30 @@ def _difference(one: Image.Image, other: Image.Image) -> float:
     return sum(value * count for value, count in enumerate(histogram)) / (one.width * one.height)
 
 
-def shown_icon(desktop, name: str) -> str | None:
-    """The program's icon that the panel shows: the one with the best match. None if nothing there matches any of
-    them."""
-    panel = PANELS[name]
-    # A border of the bar is not part of an item.
-    shape = _shape_in(screen(desktop.server.display, Rect(0, 2, 190, panel.height - 5)))
+def icon_in(picture: Image.Image, program: Path, tolerable: float = 50) -> str | None:
+    """The program's icon in a picture of a panel or of an item there: the one with the best match. None if nothing
+    there matches any of them: the mean difference of a pixel, of 255, is above `tolerable`."""
+    shape = _shape_in(picture)
     if shape is None or not 8 <= shape.width <= 40 or not 8 <= shape.height <= 40:
         return None
     candidates = {
-        symbol + badge: _difference(shape, _drawing(desktop.program, symbol + badge, shape.size))
+        symbol + badge: _difference(shape, _drawing(program, symbol + badge, shape.size))
         for symbol in SYMBOLS
         for badge in ("", BADGED)
     }
     best = min(candidates, key=candidates.get)
-    tolerable = 50
     return best if candidates[best] < tolerable else None
+
+
+def shown_icon(desktop, name: str) -> str | None:
+    """The program's icon that the panel shows."""
+    # A border of the bar is not part of an item.
+    return icon_in(screen(desktop.server.display, Rect(0, 2, 190, PANELS[name].height - 5)), desktop.program)
+
+
+def folders_with_icons(program: Path) -> str:
+    """A list of data folders for a session in which a panel has the program's icons by their names."""
+    return f"{program.parent.parent / 'share'}:/usr/local/share:/usr/share"
 
 
 def until_icon(desktop, panel: str, icon: str | None, seconds: float = PATIENCE) -> None:

@@ -58,6 +58,20 @@ class Scene {
     equal(scene.unwatched.length, 2, 'the names that are no longer watched');
 }
 {
+    // A program that was killed, and started again before Cinnamon knows of its end.
+    const scene = new Scene();
+    scene.bus.give(PROGRAM);
+    scene.evaluate();
+    const former = scene.bus.object;
+    const listeners = scene.shell.listeners();
+    const ends = scene.programVanishes;
+    equal(scene.evaluate(), 'Error: an object is exported already', 'the result beside the code of the former run');
+    equal([scene.bus.object === former, scene.shell.listeners()], [true, listeners], 'what that has left behind');
+    ends();
+    equal(scene.evaluate(), '', 'the result after the end of the former run');
+    equal(scene.bus.call(PROGRAM, 'Hello').error, undefined, 'the reply of the code of the new run');
+}
+{
     const scene = new Scene();
     scene.bus.Gio.DBusExportedObject.wrapJSObject = () => ({export() { throw new Error('there is one already'); }});
     equal(scene.evaluate(), 'Error: there is one already', 'the result where it cannot work');

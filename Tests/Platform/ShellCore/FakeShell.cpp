@@ -48,6 +48,9 @@ FakeShell::FakeShell(const std::string& address, const Place& place)
     if (sd_bus_request_name(bus.get(), place.name, 0) < 0) {
         throw std::runtime_error("the shell cannot have its name");
     }
+    if (place.isProgramNameTaken && sd_bus_request_name(stranger.get(), Protocol::busName, 0) < 0) {
+        throw std::runtime_error("the stranger cannot have the program's name");
+    }
     thread = std::thread([this] { serve(); });
 }
 
@@ -88,6 +91,10 @@ void FakeShell::sendAsStranger(const std::string& signal, const Arguments& argum
     });
 }
 
+void FakeShell::releaseProgramName() {
+    run([&] { sd_bus_release_name(stranger.get(), Protocol::busName); });
+}
+
 std::vector<std::string> FakeShell::calls() {
     const std::scoped_lock lock(mutex);
     return received;
@@ -100,6 +107,10 @@ bool FakeShell::wasCalled(const std::string& call) {
 
 void FakeShell::run(const std::function<void()>& job) {
     std::unique_lock lock(mutex);
+    if (std::this_thread::get_id() == thread.get_id()) {
+        job();
+        return;
+    }
     work.push_back(&job);
     constexpr std::uint64_t one = 1;
     [[maybe_unused]] const auto written = ::write(wakeUp.get(), &one, sizeof one);

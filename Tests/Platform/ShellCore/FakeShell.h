@@ -25,6 +25,8 @@ public:
     struct Place {
         const char* name = "org.gnome.Shell";
         const char* path = "/org/gnome/Shell";
+        /// Whether another client owns the program's name, until `releaseProgramName`.
+        bool isProgramNameTaken = false;
     };
 
     /// Starts without the core: calls to it get the error for a missing object.
@@ -33,7 +35,7 @@ public:
     FakeShell& operator=(const FakeShell&) = delete;
     ~FakeShell();
 
-    /// Adds or removes the core. An added core announces itself if its client is there.
+    /// Adds or removes the core. An added core announces itself to the owner of the program's name. Any thread.
     void setCore(bool isOn, const std::string& session = "first");
 
     /// The core's data on windows and screens, as the members of a JSON object.
@@ -57,11 +59,13 @@ public:
     /// The same, from a connection that is not the shell.
     void sendAsStranger(const std::string& signal, const Arguments& arguments = nullptr);
 
+    void releaseProgramName();
+
     /// The calls so far, as "METHOD arguments".
     [[nodiscard]] std::vector<std::string> calls();
     [[nodiscard]] bool wasCalled(const std::string& call);
 
-    /// Runs a function in the shell's thread, and returns when it is done.
+    /// Runs a function in the shell's thread, and returns when it is done. An answer runs there already.
     void run(const std::function<void()>& job);
 
 private:

@@ -370,7 +370,14 @@ var PlayedBus = class PlayedBus {
             BusNameWatcherFlags: {NONE: 0},
             DBusExportedObject: {wrapJSObject: (text, object) => {
                 this.interface = Gio.DBusNodeInfo.new_for_xml(text).interfaces[0];
-                return {export: () => { this.object = object; }, unexport: () => { this.object = null; }};
+                return {
+                    export: () => {
+                        if (this.object)
+                            throw new Error('an object is exported already');
+                        this.object = object;
+                    },
+                    unexport: () => { this.object = null; },
+                };
             }},
             bus_watch_name_on_connection: (_bus, _name, _flags, appeared, vanished) => {
                 this.appeared = appeared;
