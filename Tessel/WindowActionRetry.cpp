@@ -5,6 +5,7 @@
 
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 namespace tessel {
@@ -16,11 +17,20 @@ constexpr std::array<std::chrono::milliseconds, 3> pauses{
     std::chrono::milliseconds(100), std::chrono::milliseconds(400), std::chrono::milliseconds(1600)};
 constexpr std::chrono::milliseconds pauseLeeway{10};
 
+/// Whether a window may be there because its placement was cut short: it was placed with a decoration that it does not
+/// have now, and a terminal rounds its size as well. A title bar or a row of text is thinner than this.
+bool isNear(const corvid::CGRect& present, const corvid::CGRect& target) {
+    constexpr double longestDifference = 64;
+    const auto isClose = [](double first, double second) { return std::abs(first - second) <= longestDifference; };
+    return isClose(present.origin.x, target.origin.x) && isClose(present.origin.y, target.origin.y) &&
+           isClose(present.size.width, target.size.width) && isClose(present.size.height, target.size.height);
+}
+
 /// Whether the window is where the action found it or has put it, as far as it answers.
 bool isWhereItWasLeft(const platform::AXUIElement& window, const WindowMover::Attempt& former) {
     const auto present = former.before ? WindowMover::frame(window) : std::nullopt;
     return !present || present == former.before || present->origin == former.goal->target.origin ||
-           present->size == former.goal->target.size;
+           present->size == former.goal->target.size || isNear(*present, former.goal->target);
 }
 
 } // namespace

@@ -54,6 +54,10 @@ public:
     /// takes. Others take every size, or the next smaller one by the window's hints.
     [[nodiscard]] virtual bool roundsSizesUp() const { return false; }
 
+    /// Whether no window can be placed without it. Otherwise the desktop is a plain X11 one while it is not reachable:
+    /// windows that float are moved, and those of its layout stay.
+    [[nodiscard]] virtual bool isIndispensable() const { return true; }
+
     /// Whether it accepts requests now. Call it only while it is the window manager.
     [[nodiscard]] virtual bool isReachable(Connection& connection) = 0;
 

@@ -16,6 +16,7 @@ void Turn::begin() {
     space.reset();
     left = XCB_WINDOW_NONE;
     forgetWindows();
+    chooseTilingManager();
 }
 
 void Turn::forgetWindows() {
@@ -60,6 +61,12 @@ const RootFacts* Turn::root() {
     }
     rememberGuess(*rootFacts);
     return &*rootFacts;
+}
+
+void Turn::chooseTilingManager() {
+    const bool isToBeAsked =
+        tilingInCharge != nullptr && (tilingInCharge->isIndispensable() || tilingInCharge->isReachable(connection));
+    tiling = isToBeAsked ? tilingInCharge : nullptr;
 }
 
 bool Turn::complete(RootFacts& facts) {

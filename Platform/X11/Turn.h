@@ -27,8 +27,12 @@ public:
     void begin();
 
     /// The present tiling window manager; null without one. Must outlive this, or be reset.
-    void setTilingManager(TilingManager* inCharge) { tiling = inCharge; }
+    void setTilingManager(TilingManager* present) {
+        tilingInCharge = present;
+        chooseTilingManager();
+    }
 
+    /// The one to ask in this turn: null also if it can be done without, and is not reachable.
     [[nodiscard]] TilingManager* tilingManager() const { return tiling; }
 
     /// How to work with the present window manager: who tells which fact.
@@ -79,6 +83,7 @@ private:
 
     /// Adds what a window manager without those properties does not tell; false if the server did not reply in time.
     [[nodiscard]] bool complete(RootFacts& facts);
+    void chooseTilingManager();
     [[nodiscard]] const WindowFacts* windowInLayout(const WindowFacts& facts, xcb_window_t window);
     void takeWorkSpace(WorkSpace read);
     /// Null without a tiling window manager, or without its reply.
@@ -91,6 +96,7 @@ private:
     std::optional<RootFacts> rootFacts;
     std::optional<WorkSpace> space;
     std::map<xcb_window_t, std::optional<WindowFacts>> windows;
+    TilingManager* tilingInCharge = nullptr;
     TilingManager* tiling = nullptr;
     Capabilities capabilities;
     /// Whether there is a window manager.

@@ -1,5 +1,6 @@
 #include "Tessel/Wiring/DesktopChoice.h"
 
+#include "Platform/Awesome/Manager.h"
 #include "Platform/Bspwm/Manager.h"
 #include "Platform/Cinnamon/Desktop.h"
 #include "Platform/GnomeShell/Desktop.h"
@@ -107,6 +108,7 @@ Opened openX11(const DesktopNeeds& needs, const SessionFacts& /*facts*/) {
     tiling.push_back(std::make_unique<platform::i3::Manager>(needs.mainLoop));
     tiling.push_back(std::make_unique<platform::bspwm::Manager>(needs.mainLoop));
     tiling.push_back(std::make_unique<platform::herbstluftwm::Manager>());
+    tiling.push_back(std::make_unique<platform::awesome::Manager>(needs.mainLoop));
     auto opened = platform::x11::Desktop::open(needs.mainLoop, std::move(tiling));
     if (!opened) {
         return std::unexpected(opened.error());

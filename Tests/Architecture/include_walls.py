@@ -74,6 +74,8 @@ WALLS = [
     # X11 desktops whose tiled windows are taken out of the layout over a protocol of the window manager's own.
     Wall("Platform/Bspwm", rf"{DESKTOP}|Platform/(Bspwm|Compositor|X11|Linux)/.*|CorvidKitCore/.*",
          rf"xcb/.*|nlohmann/json\.hpp|{SYSTEM}"),
+    Wall("Platform/Awesome", rf"{DESKTOP}|Platform/(Awesome|Compositor|X11|Linux)/.*|CorvidKitCore/.*",
+         rf"xcb/.*|systemd/.*|{SYSTEM}"),
     Wall("Platform/Herbstluftwm", rf"{DESKTOP}|Platform/(Herbstluftwm|X11)/.*|CorvidKitCore/.*", r"xcb/.*"),
     Wall("Platform/Seam/Desktop", rf"{DESKTOP}|CorvidKitCore/.*"),
     Wall("Platform/Seam", rf"{SEAM}|CorvidKitCore/.*"),

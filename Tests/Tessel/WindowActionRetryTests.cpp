@@ -117,6 +117,16 @@ TEST_F(Retry, ARepeatedActionDoesNotMoveAWindowThatIsInPlace) {
     EXPECT_EQ(window.frame(), placed);
 }
 
+TEST_F(Retry, AWindowThatWasPutNearItsGoalOnlyIsPutThere) {
+    window.sizes.isFixed = false;
+    failTheLastReadingOfTheNextAction(AXError::cannotComplete);
+    actions.perform(WindowAction::leftHalf, window.element());
+    // With the borders of a tiled window, and rounded to the rows and columns of a terminal.
+    window.moveTo({{-2, 23}, {958, 1050}});
+    desktop.mainActor.advance(100ms);
+    EXPECT_EQ(window.frame(), (CGRect{{0, 25}, {960, 1055}}));
+}
+
 TEST_F(Retry, AWindowThatWasMovedElsewhereMeanwhileIsLeftThere) {
     const CGRect elsewhere{{400, 300}, {700, 500}};
     failTheLastReadingOfTheNextAction(AXError::cannotComplete);

@@ -4,7 +4,7 @@ import json
 
 from harness.applications import APPLICATIONS, own_window
 from harness.oracle import ACTIONS, expected
-from harness.plain_managers import PlainManager
+from harness.plain_managers import BELOW_WIBAR, PlainManager
 from harness.product import run_to_end
 from harness.rect import Rect
 from harness.waiting import until
@@ -12,6 +12,14 @@ from harness.watcher import GeometryWatcher
 
 from . import case_for_each
 from .plain import PlainDesktop
+
+# The usual configuration, in which windows float until a tag gets a layout.
+TILING_AWESOME = """dofile("/etc/xdg/awesome/rc.lua")
+local tile = require("awful").layout.suit.tile
+for s in screen do
+    for _, tag in ipairs(s.tags) do tag.layout = tile end
+end
+"""
 
 LAID_OUT = {
     manager.name: manager
@@ -23,10 +31,15 @@ LAID_OUT = {
         )),
         PlainManager("xmonad", "xmonad", ("xmonad",)),
         PlainManager("notion", "notion", ("notion",), ((".notion/.welcome", ""),)),
+        # It takes commands over the session bus, and has none here.
+        PlainManager(
+            "awesome", "awesome", ("awesome",), ((".config/awesome/rc.lua", TILING_AWESOME),),
+            {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}, visible=BELOW_WIBAR,
+        ),
     )
 }
 # Those that let dialogs float.
-FLOATING = ("dwm", "spectrwm", "xmonad")
+FLOATING = ("dwm", "spectrwm", "xmonad", "awesome")
 NATURAL = Rect(311, 173, 762, 503)
 ASIDE = Rect(1400, 700, 400, 300)
 WORDS = "is laid out by its window manager"

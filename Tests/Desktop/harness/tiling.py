@@ -13,7 +13,7 @@ from .grabs import held_by_others
 from .keyboard import SHORTCUTS
 from .rect import Rect
 from .skipping import require
-from .waiting import until
+from .waiting import STARTING, until
 from .window_managers import WindowManager
 from .windows import Windows
 
@@ -234,4 +234,93 @@ class Herbstluftwm(TilingDesktop):
         self.command("keybind", f"Control-Mod1-{SHORTCUTS[action]}", "true")
 
 
-TILING_DESKTOPS = {desktop.window_manager.name: desktop for desktop in (Bspwm, Herbstluftwm)}
+class Awesome(TilingDesktop):
+    # It has a bar and titles, and all windows float until a tag gets a layout.
+    window_manager = WindowManager("awesome", "awesome", ("awesome",), None)
+    tool = "awesome-client"
+    CONFIGURATION = Path("/etc/xdg/awesome/rc.lua")
+    # The focus would follow the pointer into each window that moves below it.
+    SLOPPY_FOCUS = 'client.connect_signal("mouse::enter",'
+
+    def begin(self) -> None:
+        usual = self.CONFIGURATION.read_text()
+        assert self.SLOPPY_FOCUS in usual, f"{self.CONFIGURATION} has no line for the focus"
+        text = usual.replace(self.SLOPPY_FOCUS, 'client.connect_signal("tests::never",')
+        self.session.configure(".config/awesome/rc.lua", text)
+        super().begin()
+
+    def evaluate(self, script: str) -> str:
+        """What the script returns, which is a text."""
+        return self.command(script).strip().removeprefix("string").strip().strip('"')
+
+    def executes(self, script: str) -> bool:
+        """Whether it replies, and the script returns "ready"."""
+        try:
+            return self.evaluate(script) == "ready"
+        except AssertionError:
+            return False
+
+    def set_up(self) -> None:
+        until(lambda: self.executes("return 'ready'"), "awesome to execute commands", STARTING)
+        self.evaluate(
+            "local awful = require('awful') for s in screen do s.mywibox.visible = false "
+            "for _, tag in ipairs(s.tags) do tag.layout = awful.layout.suit.tile end end"
+        )
+
+    def of_client(self, window: int, script: str) -> str:
+        """What the script returns for the client `c`."""
+        result = self.evaluate(
+            f"for _, c in ipairs(client.get()) do if c.window == {window} then {script} return 'done' end end "
+            "return 'unknown'"
+        )
+        assert result != "unknown" and "Error" not in result, f"{window:#x}: {result}"
+        return result
+
+    def is_floating(self, window: int) -> bool:
+        return self.of_client(window, "do return tostring(c.floating) end") == "true"
+
+    def set_floating(self, window: int, floats: bool) -> None:
+        self.of_client(window, f"c.floating = {'true' if floats else 'false'}")
+
+    def move(self, window: int, frame: Rect) -> None:
+        self.of_client(
+            window,
+            f"local b = 2 * c.border_width c:geometry({{x = {frame.x}, y = {frame.y}, width = {frame.width} - b, "
+            f"height = {frame.height} - b}})",
+        )
+
+    def restart_in_place(self) -> None:
+        # The process, its windows and their numbers stay; a variable does not.
+        self.evaluate("former = true require('gears.timer').delayed_call(awesome.restart)")
+        until(lambda: self.executes("return former and 'former' or 'ready'"), "awesome to begin anew", STARTING)
+        self.until_settled()
+        self.set_up()
+
+    def put_bar(self, thickness: int) -> None:
+        self.evaluate(
+            f"for s in screen do require('awful').wibar({{ position = 'top', screen = s, height = {thickness} }}) end"
+        )
+        until(
+            lambda: self.evaluate("return tostring(screen.primary.workarea.y)").split(".")[0] == str(thickness),
+            "awesome to have made room for its bars",
+        )
+
+    def follow_monitors(self) -> None:
+        until(
+            lambda: self.evaluate("return tostring(screen.count() == 2 and screen[2].geometry.x > 0)") == "true",
+            "awesome to have both monitors",
+        )
+        self.set_up()
+
+    def to_second_monitor(self, window: int) -> None:
+        self.of_client(window, "c:move_to_screen(screen[2])")
+
+    def bind(self, action: str) -> None:
+        self.evaluate(
+            "root.keys(require('gears.table').join(root.keys(), require('awful.key')({'Control', 'Mod1'}, "
+            f"'{SHORTCUTS[action]}', function() end)))"
+        )
+        until(lambda: set(held_by_others(self.server.display)) == {action}, "awesome to hold the keys")
+
+
+TILING_DESKTOPS = {desktop.window_manager.name: desktop for desktop in (Bspwm, Herbstluftwm, Awesome)}

@@ -27,6 +27,7 @@ public:
     struct State {
         bool isReachable = true;
         bool roundsSizesUp = true;
+        bool isIndispensable = true;
         std::optional<Layout> layout = Layout{};
         std::vector<Placed> placed;
         int readings = 0;
@@ -39,6 +40,8 @@ public:
     [[nodiscard]] std::string_view name() const override { return "tiler"; }
 
     [[nodiscard]] bool roundsSizesUp() const override { return state.roundsSizesUp; }
+
+    [[nodiscard]] bool isIndispensable() const override { return state.isIndispensable; }
 
     [[nodiscard]] bool isReachable(Connection& /*connection*/) override { return state.isReachable; }
 
@@ -159,6 +162,26 @@ TEST_F(TilingManagerTest, IsTrustedWhileItCanBeAsked) {
     identify("another");
     settle();
     EXPECT_EQ(accessibility().obstacle(), std::nullopt);
+}
+
+TEST_F(TilingManagerTest, TheDesktopIsAPlainOneWhileADispensableManagerIsNotReachable) {
+    state.isIndispensable = false;
+    state.isReachable = false;
+    settle();
+    EXPECT_EQ(accessibility().obstacle(), std::nullopt);
+    EXPECT_EQ(followed.desktop->name(), "X11");
+    EXPECT_NE(frame(), std::nullopt);
+    write({{0, 0}, {800, 600}});
+    settle();
+    EXPECT_EQ(state.readings, 0);
+    EXPECT_EQ(state.placed, std::vector<Placed>{});
+    state.isReachable = true;
+    settle();
+    EXPECT_EQ(followed.desktop->name(), "tiler");
+    show({{100, 200}, {700, 500}}, true);
+    write({{0, 0}, {800, 600}});
+    settle();
+    EXPECT_EQ(state.placed, (std::vector<Placed>{{window, {{0, 0}, {800, 600}}}}));
 }
 
 TEST_F(TilingManagerTest, ReportsTheVisibleFrameOfAWindow) {
