@@ -8,8 +8,10 @@ Fence::Fence(Connection& connection)
     : connection(connection)
     , window(xcb_generate_id(connection.raw())) {
     const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    // Of the class of ordinary windows: some window managers set the border of each window that is configured, which
+    // the server refuses for a window without output, together with the size.
     xcb_create_window(connection.raw(), XCB_COPY_FROM_PARENT, window, connection.root(), -1, -1, width, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
 }
 
 Fence::~Fence() {

@@ -58,12 +58,20 @@ FrameGeometry geometryInside(const corvid::CGRect& frame, const corvid::CGRect& 
             .shadow = present.shadow};
 }
 
+bool haveSameExtents(const FrameGeometry& a, const FrameGeometry& b) {
+    return a.decoration == b.decoration && a.shadow == b.shadow;
+}
+
 bool isFulfilled(const PlacementRequest& request, const corvid::CGRect& visible) {
     const bool isInPlace = !request.position || (pixel(request.position->x) == pixel(visible.origin.x) &&
                                                  pixel(request.position->y) == pixel(visible.origin.y));
     const bool isOfSize = !request.size || (pixelCount(request.size->width) == pixelCount(visible.size.width) &&
                                             pixelCount(request.size->height) == pixelCount(visible.size.height));
     return isInPlace && isOfSize;
+}
+
+PlacementRequest wholeRequest(const PlacementRequest& request, const corvid::CGRect& visible) {
+    return {request.position.value_or(visible.origin), request.size.value_or(visible.size)};
 }
 
 MoveResizeMessage moveResizeMessage(const FrameGeometry& present, const PlacementRequest& request) {
@@ -82,6 +90,11 @@ MoveResizeMessage moveResizeMessage(const FrameGeometry& present, const Placemen
             pixelCount(request.size->height - decoration.top - decoration.bottom + shadow.top + shadow.bottom);
     }
     return message;
+}
+
+corvid::CGSize plainSize(const FrameGeometry& geometry, const PlacementRequest& whole) {
+    const MoveResizeMessage message = moveResizeMessage(geometry, whole);
+    return {static_cast<double>(message.width), static_cast<double>(message.height)};
 }
 
 corvid::CGSize roundedSize(const FrameGeometry& geometry, const SizeHints& hints, const PlacementRequest& whole) {

@@ -49,6 +49,9 @@ struct FrameGeometry {
 
 using linux::PlacementRequest;
 
+/// Whether the difference between client and visible rectangle is the same.
+[[nodiscard]] bool haveSameExtents(const FrameGeometry& a, const FrameGeometry& b);
+
 /// Whether a visible rectangle equals the requested one, to the pixel.
 [[nodiscard]] bool isFulfilled(const PlacementRequest& request, const corvid::CGRect& visible);
 
@@ -63,10 +66,16 @@ struct MoveResizeMessage {
     friend bool operator==(const MoveResizeMessage&, const MoveResizeMessage&) = default;
 };
 
+/// The request with position and size, of which those that it lacks are the present ones.
+[[nodiscard]] PlacementRequest wholeRequest(const PlacementRequest& request, const corvid::CGRect& visible);
+
 /// The message that gives a window's visible rectangle the requested value, for its present extents. Gravity is always
 /// NorthWest, so that x and y name the outer corner with any gravity that the client has set. Values are rounded to
 /// whole pixels and limited to the protocol's range; a size is at least one pixel.
 [[nodiscard]] MoveResizeMessage moveResizeMessage(const FrameGeometry& present, const PlacementRequest& request);
+
+/// The size that the client takes if the window manager ignores its hints.
+[[nodiscard]] corvid::CGSize plainSize(const FrameGeometry& geometry, const PlacementRequest& whole);
 
 /// The size that the client takes if the window manager respects its hints.
 [[nodiscard]] corvid::CGSize roundedSize(const FrameGeometry& geometry, const SizeHints& hints,

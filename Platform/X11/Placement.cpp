@@ -16,24 +16,9 @@ namespace {
 constexpr std::chrono::milliseconds shadowPatience{100};
 // The time for a window manager that handles requests in its own order; 8 to 26 ms have been measured.
 constexpr std::chrono::milliseconds configurePatience{100};
-
 constexpr std::uint32_t stateRemove = 0;
 constexpr std::uint32_t stateAdd = 1;
 constexpr std::uint32_t sourceIsPager = 2;
-
-PlacementRequest wholeRequest(const PlacementRequest& request, const corvid::CGRect& visible) {
-    return {request.position.value_or(visible.origin), request.size.value_or(visible.size)};
-}
-
-/// The size that the client would take without hints.
-corvid::CGSize plainSize(const FrameGeometry& geometry, const PlacementRequest& whole) {
-    const MoveResizeMessage message = moveResizeMessage(geometry, whole);
-    return {static_cast<double>(message.width), static_cast<double>(message.height)};
-}
-
-bool haveSameExtents(const FrameGeometry& a, const FrameGeometry& b) {
-    return a.decoration == b.decoration && a.shadow == b.shadow;
-}
 
 } // namespace
 
@@ -122,12 +107,12 @@ void Placement::finish() {
     }
     const bool wasTiled = untile(*sent);
     learnRounding(*sent);
+    correctForChangedExtents(*sent);
+    awaitShadow(*sent, wasTiled);
     if (!isConfigured && !wasTiled) {
         shiftIfElsewhere(*sent);
         configureIfElsewhere(*sent);
     }
-    correctForChangedExtents(*sent);
-    awaitShadow(*sent, wasTiled);
     noteWhetherIgnored(*sent);
 }
 
@@ -149,7 +134,7 @@ void Placement::configureIfElsewhere(const Sent& sent) {
     // fvwm drops the whole message if the window has a fixed size; evilwm puts the client at the place of the frame.
     // The window was read after the message.
     const WindowFacts* facts = turn.windowWithFrame(sent.job.window);
-    if (sent.wasMaximized || turn.tilingManager() != nullptr || facts == nullptr || isInPlace(sent, *facts)) {
+    if (facts == nullptr || facts->isMaximized() || turn.tilingManager() != nullptr || isInPlace(sent, *facts)) {
         return;
     }
     // The window could take the size as well: it is laid out. spectrwm changes it for a moment when it is configured.
@@ -183,6 +168,12 @@ void Placement::correctPosition(const Sent& sent, FrameGeometry before, const Sc
         watch.dropReports();
         askByConfiguring(sent, before);
         facts = readConfigured(sent, before.client, watch);
+        if (facts == nullptr) {
+            // flwm takes the position for the client's, and had kept the frame at the edge of the screen.
+            configuredPositions.observe({}, {}, sent.sizeHints.gravity, before.decoration);
+            askByConfiguring(sent, before);
+            facts = readConfigured(sent, before.client, watch);
+        }
     }
 }
 
@@ -194,13 +185,22 @@ const WindowFacts* Placement::readConfigured(const Sent& sent, const corvid::CGR
                                              const ScopedConfigureWatch& watch) {
     const xcb_window_t window = sent.job.window;
     const WindowFacts* facts = fence.wait() ? readAgain(window) : nullptr;
-    if (facts == nullptr || facts->geometry.client != before) {
-        return facts;
-    }
-    // Some handle requests for the windows that they manage later than others, but report each result to the client.
-    // The report may come before the frame has followed.
+    // Some handle requests for the windows that they manage later than others, or move a window before they resize it,
+    // but report each result to the client. The report may come before the frame has followed.
     const Instant limit = connection.deadline().now() + configurePatience;
-    return watch.waitForReport(limit) && fence.wait() ? readAgain(window) : nullptr;
+    if (facts != nullptr && facts->geometry.client == before) {
+        facts = watch.waitForReport(limit) && fence.wait() ? readAgain(window) : nullptr;
+    }
+    while (facts != nullptr && isHalfDone(sent, *facts, before) && watch.waitForReport(limit) && fence.wait()) {
+        facts = readAgain(window);
+    }
+    return facts;
+}
+
+bool Placement::isHalfDone(const Sent& sent, const WindowFacts& facts, const corvid::CGRect& before) const {
+    const corvid::CGRect& client = facts.geometry.client;
+    return client.origin != before.origin && client.size == before.size && client.size != requestedSize &&
+           client.size != roundedSize(facts.geometry, sent.sizeHints, sent.job.request);
 }
 
 void Placement::learnRounding(const Sent& sent) {
@@ -375,8 +375,8 @@ void Placement::askByConfiguring(const Sent& sent, const FrameGeometry& present)
     SizeHints limits = sent.sizeHints;
     limits.widthIncrement = limits.heightIncrement = 1;
     const ClientSize size = constrainedSize(limits, {message.width, message.height});
-    requestClientRectangle(connection, window,
-                           {requestedPosition, {static_cast<double>(size.width), static_cast<double>(size.height)}});
+    requestedSize = {static_cast<double>(size.width), static_cast<double>(size.height)};
+    requestClientRectangle(connection, window, {requestedPosition, requestedSize});
     turn.forgetWindows();
 }
 

@@ -103,6 +103,8 @@ private:
     /// not react in time.
     [[nodiscard]] const WindowFacts* readConfigured(const Sent& sent, const corvid::CGRect& before,
                                                     const ScopedConfigureWatch& watch);
+    /// Whether a client that was at `before` has its position, but not yet a size, after the last configure request.
+    [[nodiscard]] bool isHalfDone(const Sent& sent, const WindowFacts& facts, const corvid::CGRect& before) const;
     void awaitShadow(const Sent& sent, bool wasTiled);
     [[nodiscard]] const WindowFacts* readAgain(xcb_window_t window);
     /// Requests the job's frame of a window that has this geometry now.
@@ -123,8 +125,9 @@ private:
     ConfiguredPositions configuredPositions;
     /// The last window that messages did not put into its place, but configure requests did.
     xcb_window_t configuredWindow = XCB_WINDOW_NONE;
-    /// That of the last configure request.
+    /// Those of the last configure request, for the client.
     corvid::CGPoint requestedPosition;
+    corvid::CGSize requestedSize;
     std::optional<LeftAlone> ignored;
     /// Whether the present window manager was observed to round a size by the window's hints.
     bool roundsByHints = false;

@@ -214,6 +214,15 @@ void Turn::takeWorkSpace(WorkSpace read) {
         WorkSpaceRequest request(connection, unmanaged, XCB_ATOM_NONE);
         const WorkSpace bars = request.read(connection, *rootFacts);
         read.struts.insert(read.struts.end(), bars.struts.begin(), bars.struts.end());
+        // The frame of a window and a bar without a property have the same maker. WindowLab has such a bar.
+        const xcb_window_t client = rootFacts->activeWindow;
+        const xcb_window_t frame =
+            client == XCB_WINDOW_NONE ? xcb_window_t{XCB_WINDOW_NONE} : readFrame(connection, client);
+        if (bars.struts.empty() && frame != XCB_WINDOW_NONE) {
+            const std::vector<Strut> own =
+                strutsOfEdgeBars(read.rootSize, readUnmanagedWindowsOf(connection, frame));
+            read.struts.insert(read.struts.end(), own.begin(), own.end());
+        }
     }
     // On a single monitor the work area is sufficient.
     if (read.monitors.size() > 1 && hasUnexplainedMargin(read)) {

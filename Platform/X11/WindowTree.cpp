@@ -178,6 +178,11 @@ xcb_window_t readFocusedClient(Connection& connection, std::span<const xcb_windo
     return ancestry.empty() ? xcb_window_t{XCB_WINDOW_NONE} : readClientBelow(connection, ancestry.back(), clients);
 }
 
+xcb_window_t readFrame(Connection& connection, xcb_window_t client) {
+    const std::vector<xcb_window_t> ancestry = readAncestry(connection, client);
+    return ancestry.size() < 2 ? xcb_window_t{XCB_WINDOW_NONE} : ancestry.back();
+}
+
 std::optional<Extents> readDecoration(Connection& connection, xcb_window_t client) {
     const std::vector<xcb_window_t> ancestry = readAncestry(connection, client);
     if (ancestry.empty()) {

@@ -28,6 +28,10 @@ namespace platform::x11 {
 /// the focus follows the pointer, the one below the pointer. `XCB_WINDOW_NONE` without one.
 [[nodiscard]] xcb_window_t readFocusedClient(Connection& connection, std::span<const xcb_window_t> clients);
 
+/// The child of the root that the window manager has put the client into; `XCB_WINDOW_NONE` if the client is itself a
+/// child of the root, is gone, or the server did not reply.
+[[nodiscard]] xcb_window_t readFrame(Connection& connection, xcb_window_t client);
+
 /// The difference between a client and the child of the root that contains it, with that window's border: the
 /// decoration that is seen. Empty if the window is gone or the server did not reply.
 [[nodiscard]] std::optional<Extents> readDecoration(Connection& connection, xcb_window_t client);

@@ -24,6 +24,8 @@ class PlainManager:
     honours_limits: bool = True
     # Applications whose windows it never shows on this server, with or without the program under test.
     hides: frozenset[str] = frozenset()
+    # It calls a window fullscreen that is maximized in both directions; those stay.
+    calls_maximized_fullscreen: bool = False
     composites: bool = False
     bar: int = 0
 
@@ -61,7 +63,17 @@ PLAIN_MANAGERS = {
         PlainManager("fvwm", "fvwm", ("fvwm",), visible=BESIDE_PANEL),
         # The tests' servers have one font.
         PlainManager("twm", "twm", ("twm",), ((".twmrc", TWM),), {"LC_ALL": "C"}, honours_increments=False),
-        PlainManager("evilwm", "evilwm", ("evilwm", "-fn", "fixed"), honours_increments=False),
+        PlainManager(
+            "evilwm", "evilwm", ("evilwm", "-fn", "fixed"), honours_increments=False, calls_maximized_fullscreen=True
+        ),
         PlainManager("afterstep", "afterstep", ("afterstep",), hides=frozenset({"xterm"})),
+        # It sets the border of each window that is configured, also of those that it does not manage.
+        PlainManager("9wm", "9wm", ("9wm",), honours_increments=False),
+        # It takes the position for the client's, and keeps the corner of the frame near the screen.
+        PlainManager("flwm", "flwm", ("flwm",), honours_increments=False),
+        PlainManager("miwm", "miwm", ("miwm",), honours_increments=False),
+        PlainManager("wm2", "wm2", ("wm2",), honours_increments=False),
+        PlainManager("fvwm1", "fvwm1", ("fvwm1",), honours_increments=False),
+        PlainManager("vtwm", "vtwm", ("vtwm",), ((".vtwmrc", TWM),), {"LC_ALL": "C"}, honours_increments=False),
     )
 }

@@ -46,5 +46,27 @@ TEST(OwnBars, ABarIsFoundAtEveryEdge) {
     EXPECT_EQ(visibleFrames(space), (std::vector<CGRect>{{{10, 20}, {1910, 1020}}, {{1920, 20}, {1250, 1020}}}));
 }
 
+TEST(OwnBars, WithoutAWorkAreaABarCoversAWholeEdge) {
+    constexpr corvid::CGSize root{1920, 1080};
+    const auto reserved = [&](const CGRect& window) {
+        WorkSpace space{.rootSize = root,
+                        .monitors = {{{0, 0}, root}},
+                        .struts = strutsOfEdgeBars(root, {window}),
+                        .workArea = std::nullopt,
+                        .monitorWorkAreas = {}};
+        return visibleFrames(space).front();
+    };
+    constexpr CGRect whole{{0, 0}, root};
+    EXPECT_EQ(reserved({{-2, -2}, {1924, 27}}), (CGRect{{0, 25}, {1920, 1055}}));
+    EXPECT_EQ(reserved({{0, 1056}, {1920, 24}}), (CGRect{{0, 0}, {1920, 1056}}));
+    EXPECT_EQ(reserved({{0, 0}, {64, 1080}}), (CGRect{{64, 0}, {1856, 1080}}));
+    EXPECT_EQ(reserved({{1880, -1}, {41, 1082}}), (CGRect{{0, 0}, {1880, 1080}}));
+    EXPECT_EQ(reserved({{0, 0}, {1900, 24}}), whole) << "not the whole edge";
+    EXPECT_EQ(reserved({{0, 500}, {1920, 24}}), whole) << "at no edge";
+    EXPECT_EQ(reserved({{0, 0}, {1920, 1}}), whole) << "for the pointer";
+    EXPECT_EQ(reserved({{0, 0}, {1920, 1080}}), whole) << "a background";
+    EXPECT_EQ(reserved({{0, -24}, {1920, 24}}), whole) << "hidden";
+}
+
 } // namespace
 } // namespace platform::x11

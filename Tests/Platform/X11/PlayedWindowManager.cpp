@@ -23,6 +23,9 @@ namespace {
 
 using Reference = PlayedWindowManager::Reference;
 
+// Wider than each screen of the tests.
+constexpr std::uint16_t widest = 8192;
+
 /// The window manager in its process.
 class Player {
 public:
@@ -39,6 +42,12 @@ public:
             connection, xcb_change_window_attributes_checked(connection, root, XCB_CW_EVENT_MASK, &mask)));
         if (manners.ownsSelection) {
             xcb_set_selection_owner(connection, makeWindow(root, 1, 1, 0), atom("WM_S0"), XCB_CURRENT_TIME);
+        }
+        if (manners.bar > 0) {
+            const std::uint32_t isUnmanaged = 1;
+            const xcb_window_t bar = makeWindow(root, widest, manners.bar, 0);
+            xcb_change_window_attributes(connection, bar, XCB_CW_OVERRIDE_REDIRECT, &isUnmanaged);
+            xcb_map_window(connection, bar);
         }
         finish();
         return refusal == nullptr;
@@ -87,10 +96,14 @@ private:
             manage(mapped->window);
         } else if (const auto* request = eventAs<xcb_configure_request_event_t>(event, XCB_CONFIGURE_REQUEST)) {
             if (!frames.contains(request->window)) {
-                const std::array<std::uint32_t, 2> size{request->width, request->height};
-                xcb_configure_window(connection, request->window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
-                                     size.data());
+                const std::uint16_t border = manners.removesBorders ? XCB_CONFIG_WINDOW_BORDER_WIDTH : 0;
+                const std::array<std::uint32_t, 3> values{request->width, request->height, 0};
+                xcb_configure_window(connection, request->window,
+                                     XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT | border, values.data());
             } else if (manners.pause.count() > 0) {
+                if (manners.movesAtOnce) {
+                    moveAlone(*request);
+                }
                 waiting.push_back(*request);
             } else {
                 move(*request);
@@ -163,6 +176,16 @@ private:
         }
         place(request.window, x, y, request.width, request.height);
         send(request.window, x + border, y + border + title, request.width, request.height);
+    }
+
+    void moveAlone(xcb_configure_request_event_t request) {
+        const Owned<xcb_get_geometry_reply_t> present(
+            xcb_get_geometry_reply(connection, xcb_get_geometry(connection, request.window), nullptr));
+        if (present) {
+            request.width = present->width;
+            request.height = present->height;
+            move(request);
+        }
     }
 
     /// Reports a position to the client (ICCCM 4.1.5).

@@ -31,8 +31,14 @@ public:
         std::int16_t title = 18;
         /// The pause before it handles requests for its own windows; it handles others at once.
         std::chrono::milliseconds pause{};
+        /// Whether it moves a window before that pause, and only resizes it afterwards.
+        bool movesAtOnce = false;
+        /// Whether it removes the border of a window that it does not manage, when it is configured.
+        bool removesBorders = false;
         /// Whether it owns the selection of window managers.
         bool ownsSelection = false;
+        /// The height of the bar that it draws at the upper edge of the screen, without a property; none if it is 0.
+        std::uint16_t bar = 0;
         /// Whether windows stay where they are.
         bool refuses = false;
     };

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
 #include <optional>
 #include <ostream>
@@ -274,6 +275,47 @@ TEST_F(SilentWindowManagerTest, AWindowThatIsPlacedIsNotCalledLaidOut) {
         });
         EXPECT_EQ(followed.desktop->caution(), "");
     }
+}
+
+TEST_F(SilentWindowManagerTest, AWindowThatIsMovedBeforeItIsResizedIsAwaited) {
+    begin({.pause = milliseconds(20), .movesAtOnce = true});
+    followed.start();
+    const xcb_window_t window = show("Editor");
+    for (const CGRect wanted : {CGRect{{30, 40}, {500, 400}}, CGRect{{0, 0}, {640, 480}}}) {
+        EXPECT_EQ(placed(window, wanted), wanted);
+        EXPECT_EQ(seen(window), wanted);
+    }
+}
+
+TEST_F(SilentWindowManagerTest, AWindowManagerThatRemovesBordersIsWaitedFor) {
+    begin({.reference = Reference::client, .removesBorders = true});
+    followed.start();
+    const xcb_window_t window = show("Editor");
+    for (const CGRect wanted : {CGRect{{30, 40}, {500, 400}}, CGRect{{0, 0}, {640, 480}}}) {
+        EXPECT_EQ(placed(window, wanted), wanted);
+        EXPECT_EQ(seen(window), wanted);
+    }
+}
+
+TEST_F(SilentWindowManagerTest, ItsOwnBarKeepsItsSpaceAndABarOfAnotherProgramDoesNot) {
+    begin({.bar = 30});
+    followed.start();
+    show("Editor");
+    TestClient& stranger = followed.testClient;
+    const xcb_window_t banner = client.makeWindow();
+    const std::uint32_t isUnmanaged = 1;
+    xcb_change_window_attributes(stranger.connection().raw(), banner, XCB_CW_OVERRIDE_REDIRECT, &isUnmanaged);
+    const std::array<std::uint32_t, 4> place{0, 0, 8192, 60};
+    xcb_configure_window(stranger.connection().raw(), banner,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         place.data());
+    xcb_map_window(stranger.connection().raw(), banner);
+    stranger.finish();
+    inATurn([&] {
+        const auto screen = followed.desktop->parts().screens.screens().front();
+        EXPECT_EQ(screen.visibleFrame.size.height, screen.frame.size.height - 30);
+    });
 }
 
 using Variety = std::tuple<Reference, int, int, std::uint32_t>;
