@@ -4,6 +4,8 @@
 #include "Platform/X11/PropertyValue.h"
 #include "Platform/X11/WindowOwner.h"
 
+#include <algorithm>
+
 namespace platform::awesome {
 
 namespace {
@@ -25,7 +27,8 @@ std::optional<ProcessIdentifier> windowManagerProcess(x11::Connection& display) 
 bool Manager::isReachable(x11::Connection& display) {
     if (!link) {
         link.emplace(mainLoop);
-        link->door.await(display.deadline().end());
+        // The time at the start of the program is much longer, and a bus that hangs is no reason to use it up.
+        link->door.await(std::min(display.deadline().end(), mainLoop.now() + linux::TurnDeadline::turnLimit));
     }
     const Door::Owner& owner = link->door.owner();
     if (owner.connection.empty()) {

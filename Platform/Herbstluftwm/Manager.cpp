@@ -15,9 +15,10 @@ bool Manager::place(x11::Connection& display, xcb_window_t window, const corvid:
     }
     Client reckoned = known->second;
     const corvid::CGPoint origin = originOf(reckoned, state);
-    if (reckoned.isTiled && placed) {
-        reckoned.decorated = placed->decorated;
-        reckoned.content = placed->content;
+    // A second command could come too late.
+    const auto& outside = extentsOutside(window, state);
+    if (reckoned.isTiled && outside) {
+        reckoned = reckoned.withDecoration(*outside);
     }
     for (bool isDecorationRight = false; !isDecorationRight;) {
         const auto output = commands.outputOf(display, placeCommand(window, reckoned, origin, frame));
@@ -26,9 +27,8 @@ bool Manager::place(x11::Connection& display, xcb_window_t window, const corvid:
         if (found == after.clients.end()) {
             return false;
         }
-        placed = found->second;
-        isDecorationRight = !reckoned.isTiled || reckoned.hasDecorationOf(*placed);
-        reckoned = *placed;
+        isDecorationRight = !reckoned.isTiled || reckoned.hasDecorationOf(found->second);
+        reckoned = found->second;
     }
     known->second = reckoned;
     return true;

@@ -25,8 +25,6 @@ private:
     CommandWindow commands;
     /// As last read.
     State state;
-    /// The last window that was placed: windows have another decoration once they float, and mostly the same one.
-    std::optional<Client> placed;
 };
 
 } // namespace platform::herbstluftwm

@@ -1,8 +1,10 @@
 #include "Platform/Herbstluftwm/Replies.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <initializer_list>
 #include <system_error>
 
@@ -104,19 +106,36 @@ Words printingClient(const std::string& path) {
             "%c.floating_effectively",
             path,
             "sprintf",
+            "H",
+            "%c.sizehints_floating",
+            path,
+            "sprintf",
             "T",
             "%c.tag",
             path,
             "sprintf",
             "L",
-            "client %s %s %s %s %s",
+            "client %s %s %s %s %s %s",
             "W",
             "D",
             "C",
             "F",
+            "H",
             "T",
             "echo",
             "L"};
+}
+
+/// Prints the widths of a decoration of floating windows, if the theme has all of them.
+Words printingTheme(const std::string& kind) {
+    Words words{"sprintf", "L", kind + " %s %s %s %s %s %s %s %s"};
+    const std::string theme = "theme.floating." + kind + ".";
+    for (const char* attribute : {"border_width", "padding_left", "padding_right", "padding_top", "padding_bottom",
+                                  "title_height", "title_depth", "title_when"}) {
+        words.push_back(theme + attribute);
+    }
+    words.insert(words.end(), {"echo", "L"});
+    return words;
 }
 
 std::string number(double value) {
@@ -128,10 +147,13 @@ void readClient(std::string_view line, State& state) {
     const auto decorated = rectangle(cut(line, ' '));
     const auto content = rectangle(cut(line, ' '));
     const bool isTiled = cut(line, ' ') != "true";
+    const bool roundsByHints = cut(line, ' ') == "true";
     if (number && decorated && content) {
-        state.clients.insert_or_assign(
-            *number,
-            Client{.decorated = *decorated, .content = *content, .isTiled = isTiled, .tag = std::string(line)});
+        state.clients.insert_or_assign(*number, Client{.decorated = *decorated,
+                                                       .content = *content,
+                                                       .isTiled = isTiled,
+                                                       .roundsByHints = roundsByHints,
+                                                       .tag = std::string(line)});
     }
 }
 
@@ -142,7 +164,32 @@ void readArea(std::string_view line, State& state) {
     }
 }
 
+/// A floating window has no tabs, so its title is shown always or never; without a height it has none.
+std::optional<x11::Extents> readTheme(std::string_view line) {
+    std::array<std::int32_t, 7> widths{};
+    for (std::int32_t& width : widths) {
+        std::string_view word = cut(line, ' ');
+        const auto parsed = takeNumber(word, "");
+        if (!parsed || !word.empty()) {
+            return std::nullopt;
+        }
+        width = static_cast<std::int32_t>(*parsed);
+    }
+    const auto [border, left, right, top, bottom, titleHeight, titleDepth] = widths;
+    const std::int32_t title = line == "always" && titleHeight > 0 ? titleHeight + titleDepth : 0;
+    return x11::Extents{
+        .left = border + left, .right = border + right, .top = border + top + title, .bottom = border + bottom};
+}
+
 } // namespace
+
+Client Client::withDecoration(const x11::Extents& extents) const {
+    Client changed = *this;
+    changed.content = {
+        {decorated.origin.x + extents.left, decorated.origin.y + extents.top},
+        {decorated.size.width - extents.left - extents.right, decorated.size.height - extents.top - extents.bottom}};
+    return changed;
+}
 
 bool Client::hasDecorationOf(const Client& other) const {
     const auto around = [](const Client& client) {
@@ -163,6 +210,9 @@ Words stateCommand() {
     return chain({clients,
                   {"foreach", "O", "monitors.", "sprintf", "A", "%c.content_geometry", "O", "sprintf", "T", "%c.tag",
                    "O", "sprintf", "L", "area %s %s", "A", "T", "echo", "L"},
+                  {"sprintf", "L", "focus %s", "clients.focus.winid", "echo", "L"},
+                  printingTheme("active"),
+                  printingTheme("normal"),
                   {"true"}});
 }
 
@@ -175,6 +225,12 @@ State readState(std::string_view output) {
             readClient(line, state);
         } else if (kind == "area") {
             readArea(line, state);
+        } else if (kind == "focus") {
+            state.focused = window(line).value_or(XCB_WINDOW_NONE);
+        } else if (kind == "active") {
+            state.aroundFocused = readTheme(line);
+        } else if (kind == "normal") {
+            state.aroundOthers = readTheme(line);
         }
     }
     return state;
@@ -183,12 +239,18 @@ State readState(std::string_view output) {
 x11::Layout layoutOf(const State& state) {
     x11::Layout layout;
     for (const auto& [window, client] : state.clients) {
-        layout.windows.emplace(window, x11::Layout::Window{.isTiled = client.isTiled});
+        layout.windows.emplace(window, x11::Layout::Window{.isTiled = client.isTiled,
+                                                           .bordersOutside = extentsOutside(window, state),
+                                                           .roundsByHints = client.roundsByHints});
     }
     for (const auto& [tag, area] : state.areas) {
         layout.workAreas.push_back(area);
     }
     return layout;
+}
+
+const std::optional<x11::Extents>& extentsOutside(xcb_window_t window, const State& state) {
+    return window == state.focused ? state.aroundFocused : state.aroundOthers;
 }
 
 corvid::CGPoint originOf(const Client& client, const State& state) {
@@ -198,7 +260,7 @@ corvid::CGPoint originOf(const Client& client, const State& state) {
 }
 
 Words placeCommand(xcb_window_t window, const Client& present, corvid::CGPoint origin, const CGRect& frame) {
-    const auto& [decorated, content, isTiled, tag] = present;
+    const auto& [decorated, content, isTiled, roundsByHints, tag] = present;
     const std::string client = objectOf(window);
     const std::string geometry =
         number(std::max(frame.size.width - decorated.size.width + content.size.width, 1.0)) + "x" +

@@ -19,11 +19,16 @@ struct Client {
     corvid::CGRect decorated;
     corvid::CGRect content;
     bool isTiled = false;
+    /// Whether its size follows its hints while it floats (`sizehints_floating`).
+    bool roundsByHints = false;
     /// The tag that it is on.
     std::string tag;
 
     /// Whether both have the same widths around their content.
     [[nodiscard]] bool hasDecorationOf(const Client& other) const;
+
+    /// The same window with these widths around its content.
+    [[nodiscard]] Client withDecoration(const x11::Extents& extents) const;
 
     friend bool operator==(const Client&, const Client&) = default;
 };
@@ -32,11 +37,16 @@ struct State {
     std::map<xcb_window_t, Client> clients;
     /// The free areas of the monitors, by the tags that they show.
     std::map<std::string, corvid::CGRect> areas;
+    xcb_window_t focused = XCB_WINDOW_NONE;
+    /// The decoration of floating windows by the theme: of the focused one, and of the others. Empty if the theme has
+    /// not all of the attributes of 0.9.5.
+    std::optional<x11::Extents> aroundFocused = {};
+    std::optional<x11::Extents> aroundOthers = {};
 
     friend bool operator==(const State&, const State&) = default;
 };
 
-/// Prints all windows and monitors.
+/// Prints all windows and monitors, the focused window, and the theme of floating windows.
 [[nodiscard]] std::vector<std::string> stateCommand();
 
 /// Parses the output of the command above or below. Unknown and implausible lines are left out.
@@ -44,6 +54,9 @@ struct State {
 
 /// X11 has the frames of the windows.
 [[nodiscard]] x11::Layout layoutOf(const State& state);
+
+/// The decoration that the window has while it floats, unless it is urgent or has none; empty if it is unknown.
+[[nodiscard]] const std::optional<x11::Extents>& extentsOutside(xcb_window_t window, const State& state);
 
 /// The corner from which herbstluftwm counts the positions of floating windows on the client's tag: that of the free
 /// area of the monitor that shows it. `state` has at least one area.

@@ -68,25 +68,29 @@ void Placement::setWindowManager(WindowManager manager) {
 }
 
 bool Placement::foresee() {
-    // A window manager that rounds up only gets sizes that the window takes, so it has nothing to round.
-    const bool isRoundingKnown =
-        roundsByHints || (turn.tilingManager() != nullptr && turn.tilingManager()->roundsSizesUp());
-    if (!isRoundingKnown || !waiting->request.size) {
-        return false;
-    }
     const WindowFacts* facts = turn.windowWithFrame(waiting->window);
-    if (facts == nullptr || facts->isFullscreen || facts->isMaximized() || facts->isTiled ||
-        !facts->sizeHints.hasIncrements()) {
+    if (facts == nullptr || facts->isFullscreen || facts->isMaximized() || !facts->sizeHints.hasIncrements()) {
         return false;
     }
+    // A window manager that rounds up only gets sizes that the window takes, so it has nothing to round.
+    const bool isRoundingKnown = roundsByHints || facts->roundsByHints ||
+                                 (turn.tilingManager() != nullptr && turn.tilingManager()->roundsSizesUp());
+    // A tiled window gets a size in any case.
+    const bool isPredictable =
+        facts->isTiled ? facts->decorationOutside.has_value() : waiting->request.size.has_value();
+    if (!isRoundingKnown || !isPredictable) {
+        return false;
+    }
+    FrameGeometry reckoned = facts->geometry;
+    reckoned.decoration = facts->decorationOutside.value_or(reckoned.decoration);
     const PlacementRequest whole = wholeRequest(waiting->request, visibleRectangle(facts->geometry));
-    const corvid::CGSize size = roundedSize(facts->geometry, facts->sizeHints, whole);
-    if (size == plainSize(facts->geometry, whole)) {
+    const corvid::CGSize size = roundedSize(reckoned, facts->sizeHints, whole);
+    if (size == plainSize(reckoned, whole)) {
         return false;
     }
     expectation = {.before = *facts};
     WindowFacts after = *facts;
-    after.geometry = geometryAfter(facts->geometry, whole, size);
+    after.geometry = geometryAfter(reckoned, whole, size);
     turn.takeWindow(waiting->window, after);
     // The request has the final size: with a larger one, the window manager may find that the window exceeds the
     // screen.

@@ -26,6 +26,8 @@ struct Layout {
         /// Its borders and title bar once it is taken out of the layout: hidden borders come back, and a tab becomes a
         /// title bar. Empty if it is unknown.
         std::optional<Extents> bordersOutside = {};
+        /// Whether it is known that the window manager rounds its size down by its hints when it floats.
+        bool roundsByHints = false;
 
         friend bool operator==(const Window&, const Window&) = default;
     };

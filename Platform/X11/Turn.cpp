@@ -142,7 +142,7 @@ const WindowFacts* Turn::windowInLayout(const WindowFacts& facts, xcb_window_t w
     if (present == nullptr || found == present->windows.end()) {
         return nullptr;
     }
-    const auto& [frame, drawn, isTiled, bordersOutside] = found->second;
+    const auto& [frame, drawn, isTiled, bordersOutside, roundsByHints] = found->second;
     WindowFacts laidOut = facts;
     if (frame && drawn) {
         laidOut.geometry = geometryInside(*frame, *drawn, facts.geometry);
@@ -150,11 +150,14 @@ const WindowFacts* Turn::windowInLayout(const WindowFacts& facts, xcb_window_t w
         laidOut.geometry.decoration = widened({}, facts.borderWidth);
     }
     laidOut.isTiled = isTiled;
+    laidOut.roundsByHints = roundsByHints;
     if (isTiled && tiling->roundsSizesUp()) {
         // Its future size. An action that keeps the size keeps this one, and finds the same when it is repeated.
         const Extents decoration =
             bordersOutside ? widened(*bordersOutside, facts.borderWidth) : laidOut.geometry.decoration;
         laidOut.geometry = geometryOutsideLayout(laidOut.geometry, decoration, facts.sizeHints);
+    } else if (isTiled && bordersOutside) {
+        laidOut.decorationOutside = widened(*bordersOutside, facts.borderWidth);
     }
     // i3 4.24 sets this on windows that fill their part of the layout. There is no state to release.
     laidOut.isMaximizedHorizontally = false;

@@ -27,6 +27,10 @@ struct WindowFacts {
     bool isFullscreen = false;
     /// Whether a tiling window manager has it in its layout; see `Turn::windowWithFrame`.
     bool isTiled = false;
+    /// The decoration that it will have outside the layout, if that is known and `geometry` has not taken it up.
+    std::optional<Extents> decorationOutside = {};
+    /// Whether its window manager is known to round its size down by its hints when it floats.
+    bool roundsByHints = false;
     /// Whether the decoration comes from a tiling window manager, or from the window around the client.
     bool isLaidOut = false;
     /// Whether it has no entry in task bars (`_NET_WM_STATE_SKIP_TASKBAR`).

@@ -21,6 +21,11 @@ for s in screen do
 end
 """
 
+# The usual configuration, with a typeface that is not one of the server's.
+SUBTLE = """usual = File.read("/etc/xdg/subtle/subtle.rb")
+eval(usual.gsub("-*-*-*-*-*-*-14-*-*-*-*-*-*-*", "xft:Monospace-8"))
+"""
+
 LAID_OUT = {
     manager.name: manager
     for manager in (
@@ -36,6 +41,7 @@ LAID_OUT = {
             "awesome", "awesome", ("awesome",), ((".config/awesome/rc.lua", TILING_AWESOME),),
             {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}, visible=BELOW_WIBAR,
         ),
+        PlainManager("subtle", "subtle", ("subtle",), ((".config/subtle/subtle.rb", SUBTLE),)),
     )
 }
 # Those that let dialogs float.

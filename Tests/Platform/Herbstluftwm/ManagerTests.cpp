@@ -19,8 +19,8 @@ using Reply = FakeHerbstluftwm::Reply;
 constexpr std::chrono::milliseconds extra{150};
 
 // In the layout it has a border of 3, outside one of 5.
-const Reply tiled{.output = "client 0x5 106x206+0+20 100x200+3+23 false 1\narea 800x580+0+20 1\n"};
-const Reply placed{.output = "client 0x5 400x300+0+20 390x290+5+25 true 1\n"};
+const Reply tiled{.output = "client 0x5 106x206+0+20 100x200+3+23 false true 1\narea 800x580+0+20 1\n"};
+const Reply placed{.output = "client 0x5 400x300+0+20 390x290+5+25 true true 1\n"};
 
 class HerbstluftwmManager : public testing::Test {
 protected:
@@ -44,7 +44,7 @@ TEST_F(HerbstluftwmManager, ReadsTheLayout) {
 }
 
 TEST_F(HerbstluftwmManager, PlacesAWindowOnceMoreIfItHasAnotherDecorationOutside) {
-    herbstluftwm.prepare({tiled, {.output = "client 0x5 404x304-2+18 394x294+3+23 true 1\n"}, placed});
+    herbstluftwm.prepare({tiled, {.output = "client 0x5 404x304-2+18 394x294+3+23 true true 1\n"}, placed});
     ASSERT_TRUE(manager.readLayout(display()));
     static_cast<void>(herbstluftwm.takeCommands());
     EXPECT_TRUE(manager.place(display(), 5, {{0, 20}, {400, 300}}));
@@ -53,14 +53,16 @@ TEST_F(HerbstluftwmManager, PlacesAWindowOnceMoreIfItHasAnotherDecorationOutside
                             HasSubstr("clients.0x5.floating_geometry 390x290+5+5 , true ,")));
 }
 
-TEST_F(HerbstluftwmManager, ReckonsWithTheDecorationOfTheLastWindowOutside) {
-    herbstluftwm.prepare({tiled, placed, placed, tiled, placed});
-    for (int count = 0; count < 2; ++count) {
-        ASSERT_TRUE(manager.readLayout(display()));
-        EXPECT_TRUE(manager.place(display(), 5, {{0, 20}, {400, 300}}));
-    }
-    EXPECT_THAT(herbstluftwm.takeCommands().back(),
-                HasSubstr("clients.0x5.floating_geometry 390x290+5+5 , set_attr clients.0x5.floating true"));
+TEST_F(HerbstluftwmManager, PlacesAWindowOnceIfTheThemeTellsItsDecorationOutside) {
+    Reply withTheme = tiled;
+    withTheme.output += "focus 0x5\nactive 5 0 0 0 0 0 0 always\nnormal 3 0 0 0 0 0 0 always\n";
+    herbstluftwm.prepare({withTheme, placed});
+    ASSERT_TRUE(manager.readLayout(display()));
+    static_cast<void>(herbstluftwm.takeCommands());
+    EXPECT_TRUE(manager.place(display(), 5, {{0, 20}, {400, 300}}));
+    EXPECT_THAT(
+        herbstluftwm.takeCommands(),
+        ElementsAre(HasSubstr("clients.0x5.floating_geometry 390x290+5+5 , set_attr clients.0x5.floating true")));
 }
 
 TEST_F(HerbstluftwmManager, PlacesNoWindowThatItHasNotReported) {

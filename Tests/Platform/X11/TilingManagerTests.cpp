@@ -247,6 +247,26 @@ TEST_F(TilingManagerTest, IsAskedForTheWholeSizeIfItDoesNotRoundUp) {
     EXPECT_EQ(state.placed, (std::vector<Placed>{{window, {{0, 0}, {800, 600}}}}));
 }
 
+TEST_F(TilingManagerTest, IsAskedOnceForATiledTerminalIfItsDecorationOutsideIsKnown) {
+    state.roundsSizesUp = false;
+    countInSteps();
+    show({{100, 200}, {708, 504}}, true);
+    // One pixel more than the decoration in the layout, on each side.
+    Layout::Window& tiled = state.layout->windows.at(window);
+    tiled.bordersOutside = Extents{.left = 3, .right = 3, .top = 19, .bottom = 3};
+    tiled.roundsByHints = true;
+    settle();
+    accessibility().setAttributeValue(element(), AXAttribute::size, CGSize{800, 600});
+    accessibility().setAttributeValue(element(), AXAttribute::position, CGPoint{0, 0});
+    accessibility().setAttributeValue(element(), AXAttribute::size, CGSize{800, 600});
+    // A client of 794 by 578 takes 794 by 564, beside 6 by 22.
+    EXPECT_EQ(frame(), (CGRect{{0, 0}, {800, 586}}));
+    EXPECT_EQ(state.placed, std::vector<Placed>{}) << "nothing is asked before the correction";
+    accessibility().setAttributeValue(element(), AXAttribute::position, CGPoint{0, 7});
+    settle();
+    EXPECT_EQ(state.placed, (std::vector<Placed>{{window, {{0, 7}, {800, 586}}}}));
+}
+
 TEST_F(TilingManagerTest, AFrameThatItDoesNotReportIsX11s) {
     PlayedManager::show(followed.testClient, state, window,
                         {.frame = CGRect{{98, 182}, {404, 320}}, .drawn = CGRect{{98, 182}, {404, 320}}});
