@@ -9,7 +9,7 @@
 
 namespace platform::hyprland {
 
-/// Says what Hyprland does with the shortcuts that it has refused. Main thread only.
+/// Says who has the shortcuts that Hyprland has refused. Main thread only.
 class BindHolders final : public ShortcutHolders {
 public:
     /// Both must outlive this.
@@ -20,12 +20,7 @@ public:
     [[nodiscard]] std::unique_ptr<HolderSearch> find(const std::vector<corvid::Shortcut>& shortcuts,
                                                      Found found) override {
         return linux::answerLater(mainLoop, shortcuts, std::move(found),
-                                  [this](const corvid::Shortcut& shortcut) -> std::optional<ShortcutHolder> {
-                                      const auto purpose = hotKeys.purposeOf(shortcut);
-                                      return purpose ? std::optional(
-                                                           ShortcutHolder{.heldBy = "Hyprland", .purpose = *purpose})
-                                                     : std::nullopt;
-                                  });
+                                  [this](const corvid::Shortcut& shortcut) { return hotKeys.holderOf(shortcut); });
     }
 
 private:

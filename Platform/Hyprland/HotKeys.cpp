@@ -9,6 +9,11 @@ namespace {
 
 using Kind = compositor::ProtocolHotKeys::Answer::Kind;
 
+/// The compositor as the holder of a key with this effect.
+ShortcutHolder hyprland(const std::string& purpose) {
+    return {.heldBy = "Hyprland", .purpose = purpose};
+}
+
 } // namespace
 
 HotKeys::HotKeys(Session& session, Open open, Naming naming)
@@ -49,11 +54,11 @@ void HotKeys::unregisterHotKey(EventHotKeyRef reference) {
 }
 
 std::optional<LoanObstacle> HotKeys::loanObstacle(std::uint32_t keyCode, std::uint32_t modifiers) const {
-    return purposeOf({.keyCode = keyCode, .modifiers = modifiers}) ? std::optional(LoanObstacle::notReleased)
-                                                                   : std::nullopt;
+    return holderOf({.keyCode = keyCode, .modifiers = modifiers}) ? std::optional(LoanObstacle::notReleased)
+                                                                  : std::nullopt;
 }
 
-std::optional<std::string> HotKeys::purposeOf(const corvid::Shortcut& shortcut) const {
+std::optional<ShortcutHolder> HotKeys::holderOf(const corvid::Shortcut& shortcut) const {
     const auto combination = Combination::of(shortcut.keyCode, shortcut.modifiers);
     const auto found = combination ? refused.find(*combination) : refused.end();
     return found == refused.end() ? std::nullopt : std::optional(found->second);
@@ -123,7 +128,7 @@ void HotKeys::renew() {
     }
     const std::vector<Bind>* held = session.isOpen() && !refused.empty() ? present() : nullptr;
     hasChanged = hasChanged || (held != nullptr && std::ranges::any_of(refused, [&](const auto& entry) {
-                                    return holderOf(*held, entry.first) == nullptr;
+                                    return bindOf(*held, entry.first) == nullptr;
                                 }));
     if (hasChanged) {
         reportLoss();
@@ -141,9 +146,10 @@ OSStatus HotKeys::bind(std::uint64_t number, Registered& registered) {
         reportLoss();
         return eventHotKeyExistsErr;
     }
-    if (const Bind* holder = holderOf(*held, registered.combination)) {
+    if (const Bind* holder = bindOf(*held, registered.combination)) {
+        ShortcutHolder compositor = hyprland(holder->purpose);
         unbind(number, registered);
-        return refuse(registered, holder->purpose);
+        return refuse(registered, std::move(compositor));
     }
     if (registered.isBound) {
         return noErr;
@@ -167,7 +173,9 @@ OSStatus HotKeys::bind(std::uint64_t number, Registered& registered) {
     const auto answer = protocol->bind(number, *keysym, registered.combination.protocolModifiers(), registered.title,
                                        session.deadline());
     if (answer.kind == Kind::denied) {
-        return refuse(registered, answer.message);
+        const auto list = session.read("globalshortcuts", session.deadline());
+        auto program = list ? readHolder(*list, registered.combination) : std::nullopt;
+        return refuse(registered, program ? *std::move(program) : hyprland(answer.message));
     }
     if (answer.kind == Kind::none) {
         reportLoss();
@@ -178,8 +186,8 @@ OSStatus HotKeys::bind(std::uint64_t number, Registered& registered) {
     return noErr;
 }
 
-OSStatus HotKeys::refuse(const Registered& registered, const std::string& purpose) {
-    refused.insert_or_assign(registered.combination, purpose);
+OSStatus HotKeys::refuse(const Registered& registered, ShortcutHolder holder) {
+    refused.insert_or_assign(registered.combination, std::move(holder));
     return eventHotKeyExistsErr;
 }
 
@@ -212,7 +220,7 @@ const std::vector<Bind>* HotKeys::present() {
     return binds ? &*binds : nullptr;
 }
 
-const Bind* HotKeys::holderOf(const std::vector<Bind>& binds, const Combination& combination) {
+const Bind* HotKeys::bindOf(const std::vector<Bind>& binds, const Combination& combination) {
     const auto found = std::ranges::find_if(
         binds, [&](const Bind& each) { return each.ours == 0 && each.submap.empty() && each.isOf(combination); });
     return found == binds.end() ? nullptr : &*found;

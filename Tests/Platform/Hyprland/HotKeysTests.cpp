@@ -207,8 +207,19 @@ TEST_P(HyprlandProtocolHotKeys, ADenialNamesTheHolder) {
     wayland.deny(0xff51, "reserved by a compositor keybind (exec)");
     open();
     EXPECT_EQ(add(leftKey, 11).status, eventHotKeyExistsErr);
-    EXPECT_EQ(keys->purposeOf({.keyCode = leftKey, .modifiers = controlOption}),
-              "reserved by a compositor keybind (exec)");
+    EXPECT_EQ(keys->holderOf({.keyCode = leftKey, .modifiers = controlOption}),
+              (ShortcutHolder{.heldBy = "Hyprland", .purpose = "reserved by a compositor keybind (exec)"}));
+}
+
+TEST_P(HyprlandProtocolHotKeys, AKeyOfAnotherProgramIsItsOwn) {
+    wayland.deny(0xff51, "already bound by another hotkey");
+    desktop.peer.setGlobalShortcuts(
+        R"([{"name":"portal:one","description":""},{"name":"b","description":"Goes left","app_id":"org.example.Rival",)"
+        R"("trigger":"CTRL+ALT+Left"}])");
+    open();
+    EXPECT_EQ(add(leftKey, 11).status, eventHotKeyExistsErr);
+    EXPECT_EQ(keys->holderOf({.keyCode = leftKey, .modifiers = controlOption}),
+              (ShortcutHolder{.heldBy = "org.example.Rival", .purpose = "Goes left"}));
 }
 
 TEST_P(HyprlandProtocolHotKeys, AKeyThatIsTakenBackIsLostAndMayBeHeldAgain) {
