@@ -57,6 +57,20 @@ std::string joinedModifiers(std::uint32_t modifiers, std::string_view separator)
     return names;
 }
 
+/// Whether a text such as "CTRL+ALT+Left" means this combination.
+bool isTrigger(std::string_view text, const Combination& combination) {
+    std::uint32_t modifiers = 0;
+    for (std::size_t end = text.find('+'); end != std::string_view::npos; end = text.find('+')) {
+        const auto* named = std::ranges::find(modifierNames, text.substr(0, end), &ModifierNames::name);
+        if (named == modifierNames.end()) {
+            return false;
+        }
+        modifiers |= named->bit;
+        text.remove_prefix(end + 1);
+    }
+    return modifiers == combination.modifiers && combination.key->hasSymbol(lowered(std::string(text)));
+}
+
 std::string luaVariable(std::uint64_t number) {
     return "tessel" + std::to_string(number);
 }
@@ -66,8 +80,8 @@ std::string luaRemoval(std::uint64_t number) {
     return "if " + name + " then " + name + ":remove() " + name + "=nil end";
 }
 
-/// A binding's effect; empty if it is not told. Up to 0.56 a function of Lua is only "__lua" and a number. From 0.57 on a
-/// dispatcher of Lua is "HL.Dispatcher(NAME)" and a number, which says nothing (measured).
+/// A binding's effect; empty if it is not told. Up to 0.56 a function of Lua is only "__lua" and a number. From 0.57 on
+/// a dispatcher of Lua is "HL.Dispatcher(NAME)" and a number, which says nothing (measured).
 std::string purposeIn(std::string_view dispatcher, const std::string& argument) {
     constexpr std::string_view opening = "HL.Dispatcher(";
     if (dispatcher == "__lua") {
@@ -147,6 +161,19 @@ std::optional<std::vector<Bind>> readBinds(const Json& answer) {
         }
     }
     return binds;
+}
+
+std::optional<ShortcutHolder> readHolder(const Json& answer, const Combination& combination) {
+    if (!answer.is_array()) {
+        return std::nullopt;
+    }
+    for (const Json& object : answer) {
+        const std::string program = nameOf(object, "app_id");
+        if (!program.empty() && isTrigger(nameOf(object, "trigger"), combination)) {
+            return ShortcutHolder{.heldBy = program, .purpose = nameOf(object, "description")};
+        }
+    }
+    return std::nullopt;
 }
 
 std::string bindingRequest(Language language, const Combination& combination, std::uint64_t number) {

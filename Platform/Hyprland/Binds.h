@@ -3,6 +3,7 @@
 #include "CorvidKitCore/Keys.h"
 #include "Platform/Compositor/Json.h"
 #include "Platform/Hyprland/Words.h"
+#include "Platform/Seam/Desktop/ShortcutHolders.h"
 
 #include <cstdint>
 #include <optional>
@@ -53,6 +54,11 @@ struct Bind {
 /// Reads an answer to "j/binds". What makes no sense is left out; so are bindings of a mouse. Empty if there is no list
 /// at all.
 [[nodiscard]] std::optional<std::vector<Bind>> readBinds(const compositor::Json& answer);
+
+/// The program that has a combination by one of the protocols for hot keys, as an answer to "j/globalshortcuts" names
+/// it: by its identifier, and with its own words for the key. Nothing if the answer names none, as that of versions
+/// before 0.57.
+[[nodiscard]] std::optional<ShortcutHolder> readHolder(const compositor::Json& answer, const Combination& combination);
 
 /// The request for a binding of ours, of versions that know no protocol for hot keys: it does nothing but tell
 /// "custom>>tessel:NUMBER". The handle of one in Lua stays in a variable, since removing one by its keys would remove

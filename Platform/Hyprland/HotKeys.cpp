@@ -9,6 +9,11 @@ namespace {
 
 using Kind = compositor::ProtocolHotKeys::Answer::Kind;
 
+/// The compositor as the holder of a key with this effect.
+ShortcutHolder hyprland(const std::string& purpose) {
+    return {.heldBy = "Hyprland", .purpose = purpose};
+}
+
 } // namespace
 
 HotKeys::HotKeys(Session& session, Open open, Naming naming)
@@ -48,8 +53,7 @@ std::optional<LoanObstacle> HotKeys::loanObstacle(std::uint32_t keyCode, std::ui
 std::optional<ShortcutHolder> HotKeys::holderOf(const corvid::Shortcut& shortcut) const {
     const auto combination = Combination::of(shortcut.keyCode, shortcut.modifiers);
     const auto found = combination ? refused.find(*combination) : refused.end();
-    return found == refused.end() ? std::nullopt
-                                  : std::optional(ShortcutHolder{.heldBy = "Hyprland", .purpose = found->second});
+    return found == refused.end() ? std::nullopt : std::optional(found->second);
 }
 
 void HotKeys::sessionOpened() {
@@ -116,7 +120,7 @@ void HotKeys::renew() {
     }
     const std::vector<Bind>* held = session.isOpen() && !refused.empty() ? present() : nullptr;
     hasChanged = hasChanged || (held != nullptr && std::ranges::any_of(refused, [&](const auto& entry) {
-                                    return holdingBind(*held, entry.first) == nullptr;
+                                    return bindOf(*held, entry.first) == nullptr;
                                 }));
     if (hasChanged) {
         reportLoss();
@@ -134,9 +138,10 @@ OSStatus HotKeys::bind(std::uint64_t number, Registered& registered) {
         reportLoss();
         return eventHotKeyExistsErr;
     }
-    if (const Bind* holder = holdingBind(*held, registered.combination)) {
+    if (const Bind* holder = bindOf(*held, registered.combination)) {
+        ShortcutHolder compositor = hyprland(holder->purpose);
         unbind(number, registered);
-        return refuse(registered, holder->purpose);
+        return refuse(registered, std::move(compositor));
     }
     if (registered.isBound) {
         return noErr;
@@ -160,7 +165,9 @@ OSStatus HotKeys::bind(std::uint64_t number, Registered& registered) {
     const auto answer = protocol->bind(number, *keysym, registered.combination.protocolModifiers(), registered.title,
                                        session.deadline());
     if (answer.kind == Kind::denied) {
-        return refuse(registered, answer.message);
+        const auto list = session.read("globalshortcuts", session.deadline());
+        auto program = list ? readHolder(*list, registered.combination) : std::nullopt;
+        return refuse(registered, program ? *std::move(program) : hyprland(answer.message));
     }
     if (answer.kind == Kind::none) {
         reportLoss();
@@ -171,8 +178,8 @@ OSStatus HotKeys::bind(std::uint64_t number, Registered& registered) {
     return noErr;
 }
 
-OSStatus HotKeys::refuse(const Registered& registered, const std::string& purpose) {
-    refused.insert_or_assign(registered.combination, purpose);
+OSStatus HotKeys::refuse(const Registered& registered, ShortcutHolder holder) {
+    refused.insert_or_assign(registered.combination, std::move(holder));
     return eventHotKeyExistsErr;
 }
 
@@ -205,7 +212,7 @@ const std::vector<Bind>* HotKeys::present() {
     return binds ? &*binds : nullptr;
 }
 
-const Bind* HotKeys::holdingBind(const std::vector<Bind>& binds, const Combination& combination) {
+const Bind* HotKeys::bindOf(const std::vector<Bind>& binds, const Combination& combination) {
     const auto found = std::ranges::find_if(
         binds, [&](const Bind& each) { return each.ours == 0 && each.submap.empty() && each.isOf(combination); });
     return found == binds.end() ? nullptr : &*found;

@@ -44,8 +44,8 @@ public:
     [[nodiscard]] std::optional<LoanObstacle> loanObstacle(std::uint32_t keyCode,
                                                            std::uint32_t modifiers) const override;
 
-    /// The holder of a combination that was refused, with the effect in its own words if they are known; empty for any
-    /// other combination.
+    /// The holder of a refused combination: Hyprland, or another program if Hyprland says which. Nothing for a
+    /// combination that was not refused.
     [[nodiscard]] std::optional<ShortcutHolder> holderOf(const corvid::Shortcut& shortcut) const;
 
 private:
@@ -64,13 +64,13 @@ private:
     /// Binds everything anew, after the compositor or its configuration has changed.
     void renew();
     [[nodiscard]] OSStatus bind(std::uint64_t number, Registered& registered);
-    [[nodiscard]] OSStatus refuse(const Registered& registered, const std::string& purpose);
+    [[nodiscard]] OSStatus refuse(const Registered& registered, ShortcutHolder holder);
     void unbind(std::uint64_t number, Registered& registered);
     void handlePress(std::uint64_t number);
     /// The bindings of the compositor; null if it does not answer.
     [[nodiscard]] const std::vector<Bind>* present();
     /// The binding of somebody else that has the combination in the usual mode; null without one.
-    [[nodiscard]] static const Bind* holdingBind(const std::vector<Bind>& binds, const Combination& combination);
+    [[nodiscard]] static const Bind* bindOf(const std::vector<Bind>& binds, const Combination& combination);
 
     Session& session;
     Open open;
@@ -81,8 +81,8 @@ private:
     /// Nothing until they are asked for.
     std::optional<std::vector<Bind>> binds;
     linux::Registrations<Registered> registrations;
-    /// The purposes of the refused combinations.
-    std::map<Combination, std::string> refused;
+    /// The holders of the refused combinations.
+    std::map<Combination, ShortcutHolder> refused;
 };
 
 } // namespace platform::hyprland

@@ -57,6 +57,22 @@ TEST(HyprlandBinds, OursAreKnown) {
     EXPECT_EQ(bind(R"({"dispatcher":"event","arg":"tessel:x"})").ours, 0U);
 }
 
+TEST(HyprlandBinds, AProgramHasTheCombinationThatItsTriggerNames) {
+    const auto holder = [](const std::string& trigger, std::uint32_t keyCode, std::uint32_t modifiers) {
+        const Json object{{"app_id", "org.example.Rival"}, {"description", "Goes left"}, {"trigger", trigger}};
+        return readHolder(Json::array({5, object}), combination(keyCode, modifiers));
+    };
+    const ShortcutHolder rival{.heldBy = "org.example.Rival", .purpose = "Goes left"};
+    EXPECT_EQ(holder("CTRL+ALT+Left", 123, controlOptionMask), rival);
+    EXPECT_EQ(holder("CTRL+ALT+c", 8, controlOptionMask), rival);
+    EXPECT_EQ(holder("SUPER+SHIFT+d", 2, 0x100 | 0x200), rival);
+    for (const auto* other : {"", "Left", "ALT+Left", "CTRL+ALT+SHIFT+Left", "CTRL+ALT+Right", "CTRL+ALT+", "X+Left"}) {
+        EXPECT_EQ(holder(other, 123, controlOptionMask), std::nullopt) << other;
+    }
+    EXPECT_EQ(readHolder(Json::parse("{}"), combination(123)), std::nullopt);
+    EXPECT_EQ(readHolder(Json::parse(R"([{"trigger":"CTRL+ALT+Left"}])"), combination(123)), std::nullopt);
+}
+
 TEST(HyprlandBinds, LeaveOutWhatMakesNoSense) {
     EXPECT_TRUE(readBinds(Json::parse(R"([5,{},{"modmask":-1},{"modmask":12,"mouse":true}])"))->empty());
     EXPECT_EQ(readBinds(Json::parse("{}")), std::nullopt);

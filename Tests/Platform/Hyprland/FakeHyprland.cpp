@@ -128,6 +128,11 @@ void FakeHyprland::setBinds(std::vector<Bind> present) {
     bindings = std::move(present);
 }
 
+void FakeHyprland::setGlobalShortcuts(std::string present) {
+    const std::scoped_lock lock(mutex);
+    globalShortcuts = std::move(present);
+}
+
 void FakeHyprland::setFocused(std::uint64_t address) {
     const std::scoped_lock lock(mutex);
     focused = address;

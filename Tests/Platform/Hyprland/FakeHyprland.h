@@ -109,6 +109,8 @@ public:
     void setWindows(std::vector<Window> present);
     void setMonitors(std::vector<Monitor> present);
     void setBinds(std::vector<Bind> present);
+    /// The answer about the hot keys of programs.
+    void setGlobalShortcuts(std::string present);
     void setFocused(std::uint64_t address);
     void setBorder(int width);
 
@@ -162,6 +164,7 @@ private:
     std::vector<Window> windows;
     std::vector<Monitor> monitors{Monitor{}};
     std::vector<Bind> bindings;
+    std::string globalShortcuts = "[]";
     std::uint64_t focused = 0;
     int border = 0;
     std::vector<std::string> orders;

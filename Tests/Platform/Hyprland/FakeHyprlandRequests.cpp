@@ -52,6 +52,9 @@ std::string FakeHyprland::result(const std::string& request) {
     if (request == "j/binds") {
         return bindList();
     }
+    if (request == "j/globalshortcuts") {
+        return globalShortcuts;
+    }
     return request.starts_with("j/getprop ") ? property(request) : order(request);
 }
 

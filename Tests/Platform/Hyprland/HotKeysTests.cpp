@@ -205,6 +205,17 @@ TEST_P(HyprlandProtocolHotKeys, ADenialNamesTheHolder) {
               (ShortcutHolder{.heldBy = "Hyprland", .purpose = "reserved by a compositor keybind (exec)"}));
 }
 
+TEST_P(HyprlandProtocolHotKeys, AKeyOfAnotherProgramIsItsOwn) {
+    wayland.deny(0xff51, "already bound by another hotkey");
+    desktop.peer.setGlobalShortcuts(
+        R"([{"name":"portal:one","description":""},{"name":"b","description":"Goes left","app_id":"org.example.Rival",)"
+        R"("trigger":"CTRL+ALT+Left"}])");
+    open();
+    EXPECT_EQ(add(leftKey, 11).status, eventHotKeyExistsErr);
+    EXPECT_EQ(keys->holderOf({.keyCode = leftKey, .modifiers = controlOption}),
+              (ShortcutHolder{.heldBy = "org.example.Rival", .purpose = "Goes left"}));
+}
+
 TEST_P(HyprlandProtocolHotKeys, AKeyThatIsTakenBackIsLostAndMayBeHeldAgain) {
     open();
     const auto left = add(leftKey, 11);
