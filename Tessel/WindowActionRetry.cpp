@@ -16,6 +16,9 @@ constexpr std::array<std::chrono::milliseconds, 3> pauses{
     std::chrono::milliseconds(100), std::chrono::milliseconds(400), std::chrono::milliseconds(1600)};
 constexpr std::chrono::milliseconds pauseLeeway{10};
 
+/// A caller does not wait for the retries after that, because the last pause is the longest by far.
+constexpr std::size_t retriesAwaited = 2;
+
 /// Whether the window is where the action found it or has put it, as far as it answers.
 bool isWhereItWasLeft(const platform::AXUIElement& window, const WindowMover::Attempt& former) {
     const auto present = former.before ? WindowMover::frame(window) : std::nullopt;
@@ -25,8 +28,11 @@ bool isWhereItWasLeft(const platform::AXUIElement& window, const WindowMover::At
 
 } // namespace
 
-WindowMover::Outcome WindowActionRetry::perform(const WindowOrder& order, const platform::AXUIElement& window) {
-    return attempt({.order = order, .window = window});
+WindowMover::Outcome WindowActionRetry::perform(const WindowOrder& order, const platform::AXUIElement& window,
+                                                Ended ended) {
+    return attempt({.order = order,
+                    .window = window,
+                    .report = ended ? std::make_shared<Report>(std::move(ended)) : std::shared_ptr<Report>()});
 }
 
 // The task is a copy: the attempt destroys the function that called it, with everything that it captured.
@@ -36,7 +42,11 @@ WindowMover::Outcome WindowActionRetry::attempt(Task task) {
                                           ? WindowMover::attempt(*task.made.goal, task.window)
                                           : WindowMover::attempt(task.order, task.window, memory.trail(task.window));
     remember(task, made);
-    if (made.outcome != WindowMover::Outcome::unanswered || task.retries == pauses.size()) {
+    const bool isLast = made.outcome != WindowMover::Outcome::unanswered || task.retries == pauses.size();
+    if (task.report && (isLast || task.retries == retriesAwaited)) {
+        task.report->tell(made.outcome);
+    }
+    if (isLast) {
         return made.outcome;
     }
     if (made.before) {
