@@ -49,7 +49,7 @@ class Hands(Keyboard):
 
 
 class Cinnamon(Gnome):
-    """A context manager, the counterpart of Gnome: Cinnamon descends from the same shell."""
+    """The counterpart of Gnome: Cinnamon descends from the same shell."""
 
     monitors = (MONITOR, MONITOR._replace(x=MONITOR.width))
 
@@ -73,11 +73,8 @@ class Cinnamon(Gnome):
             "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "X-Cinnamon", "XDG_SESSION_DESKTOP": "cinnamon",
             # As for GNOME: Qt logs warnings in a session without a portal.
             "QT_LOGGING_RULES": "qt.qpa.services.warning=false;qt.qpa.theme.gnome.warning=false",
-            "DBUS_SESSION_BUS_ADDRESS": f"unix:path={session.runtime}/bus",
         }
-        address = f"--address={environment['DBUS_SESSION_BUS_ADDRESS']}"
-        session.start(["dbus-daemon", "--session", address, "--nofork", "--nopidfile"], "bus")
-        until((session.runtime / "bus").exists, "the bus")
+        session.start_bus()
         start_system_bus(session)
         self.bus = Bus(environment["DBUS_SESSION_BUS_ADDRESS"])
         for effect in ("startup-animation", "desktop-effects", "desktop-effects-workspace"):
@@ -178,7 +175,7 @@ class Cinnamon(Gnome):
         until(steady, "the item in the panel to be at rest", STARTING, lambda: seen[-5:])
         return seen[-1]
 
-    def _check_log(self) -> None:
+    def check(self) -> None:
         """Checks that Cinnamon has logged no fault of the program's code."""
         log = (self.session.logs / "cinnamon.log").read_text(errors="replace")
         # In a trace, evaluated code has this in the place of its file. Cinnamon logs faults of its own views, too.

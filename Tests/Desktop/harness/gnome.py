@@ -7,12 +7,11 @@ Mutter's remote desktop, whose events take the path of real devices.
 import json
 import re
 import signal
-import sys
 import time
 from pathlib import Path
 
 from .gnome_extensions import EYES, form_of, install_eyes, put_extension
-from .product import Product
+from .private_desktop import PrivateDesktop
 from .rect import Rect
 from .session import Session
 from .skipping import Skipped, require
@@ -110,13 +109,14 @@ class Hands:
             self._session("NotifyPointerButton", "(ib)", button, is_down)
 
 
-class Gnome:
-    """A context manager, the counterpart of Desktop on an X server."""
+class Gnome(PrivateDesktop):
+    """The counterpart of Desktop on an X server."""
+
     monitors = MONITORS
 
     def __init__(self, program: Path, name: str, keys_free: bool = True, extension: str = "enabled"):
+        super().__init__()
         self.program, self.name = program, name
-        self.products: list[Product] = []
         self.session = Session()
         self.bus = None
         self.hands = None
@@ -125,7 +125,7 @@ class Gnome:
             self._prepare(keys_free, extension)
             self.start_shell()
         except BaseException:
-            self._print_failure()
+            self.print_failure()
             self.close()
             raise
 
@@ -147,11 +147,8 @@ class Gnome:
             "WAYLAND_DISPLAY": "wayland-tessel",
             # Qt 6.11 logs a warning in a session without a portal, and this session has none.
             "QT_LOGGING_RULES": "qt.qpa.services.warning=false;qt.qpa.theme.gnome.warning=false",
-            "DBUS_SESSION_BUS_ADDRESS": f"unix:path={session.runtime}/bus",
         }
-        address = f"--address={environment['DBUS_SESSION_BUS_ADDRESS']}"
-        session.start(["dbus-daemon", "--session", address, "--nofork", "--nopidfile"], "bus")
-        until((session.runtime / "bus").exists, "the bus")
+        session.start_bus()
         start_system_bus(session)
         self.bus = Bus(environment["DBUS_SESSION_BUS_ADDRESS"])
         self.form = form_of(session.run(["gnome-shell", "--version"]))
@@ -304,7 +301,7 @@ class Gnome:
         until(lambda: self.see("repeats.count") > 1, "a held key to repeat")
         took = time.monotonic() - began
         self.hands.release("Control", "Alt", "P")
-        self.see("[global.display.disconnect(repeats.signal), global.display.ungrab_accelerator(repeats.action)]")
+        self.see("[global.display.close_connections(repeats.signal), global.display.ungrab_accelerator(repeats.action)]")
         return took
 
     def has_item(self) -> bool:
@@ -347,46 +344,17 @@ class Gnome:
         self.activate(window)
         return process, window
 
-    def launch(self, *options: str, environment: dict[str, str] | None = None) -> Product:
-        product = Product(self.session, self.program, *options, environment=environment)
-        self.products.append(product)
-        product.until_ready()
-        return product
-
     # End
 
-    def __enter__(self) -> "Gnome":
-        return self
-
-    def __exit__(self, kind, value, trace) -> None:
-        if kind is not None:
-            self._print_failure()
-        try:
-            if kind is None:
-                for product in self.products:
-                    if product.process.poll() is None:
-                        product.terminate()
-                self._check_log()
-        finally:
-            self.close()
-
-    def _check_log(self) -> None:
+    def check(self) -> None:
         """Checks that the shell has logged no fault of the extension."""
         log = (self.session.logs / "gnome-shell.log").read_text(errors="replace")
         complaints = [line for line in log.splitlines() if "JS ERROR" in line or EXTENSION in line]
         assert not complaints, "\n".join(complaints)
 
-    def _print_failure(self) -> None:
-        print(self.session.log_text(), file=sys.stderr)
-        for product in self.products:
-            print(f"--- statuses: {product.statuses}", file=sys.stderr)
-
-    def close(self) -> None:
-        for product in self.products:
-            product.close()
+    def close_connections(self) -> None:
         if self.bus:
             try:
                 self.bus.close()
             except GLib.Error:
                 pass
-        self.session.close()
