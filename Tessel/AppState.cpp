@@ -194,9 +194,10 @@ void AppState::chooseApp(WindowAction action, platform::OpenPanel& panel) {
                    });
 }
 
-WindowMover::Outcome AppState::perform(const WindowOrder& order, const platform::AXUIElement& window) {
+WindowMover::Outcome AppState::perform(const WindowOrder& order, const platform::AXUIElement& window,
+                                       WindowActionRetry::Ended ended) {
     assertStateOnMainThread(__LINE__);
-    return actions.perform(order, window);
+    return actions.perform(order, window, std::move(ended));
 }
 
 void AppState::update() {

@@ -113,9 +113,10 @@ public:
 
     const bool isPreview;
 
-    /// Carries out an order of the user and gives its outcome. If the window's desktop does not answer in time,
-    /// the order is repeated when it may.
-    WindowMover::Outcome perform(const WindowOrder& order, const platform::AXUIElement& window);
+    /// Carries out an order of the user. If the window's desktop does not answer in time, the order is repeated when it
+    /// may. Returns the result of the first attempt. `ended`: see `WindowActionRetry::perform`.
+    WindowMover::Outcome perform(const WindowOrder& order, const platform::AXUIElement& window,
+                                 WindowActionRetry::Ended ended = {});
 
 private:
     /// The single place where the system is switched on or off.

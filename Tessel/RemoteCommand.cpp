@@ -23,8 +23,11 @@ Outcome refused(const CommandLine::Ask& ask, const ControlRefusal& refusal) {
 
 ControlAnswer<void> order(const CommandLine::Ask& ask, platform::ControlRequests& program) {
     switch (ask.what) {
-    case What::perform:
-        return program.perform(ask.arguments.at(0));
+    case What::perform: {
+        ControlAnswer<void> answer;
+        program.perform(ask.arguments.at(0), [&answer](const ControlAnswer<void>& given) { answer = given; });
+        return answer;
+    }
     case What::rule:
         return program.setRule(ask.arguments.at(0), ask.arguments.at(1));
     case What::takeShortcuts:

@@ -47,6 +47,20 @@ std::string wordOf(AppStatus status) {
     std::unreachable();
 }
 
+ControlAnswer<void> answerFor(WindowMover::Outcome outcome) {
+    switch (outcome) {
+    case WindowMover::Outcome::ended:
+        return {};
+    case WindowMover::Outcome::unanswered:
+        return refuse(Kind::failed, "the desktop does not answer; the window may move later");
+    case WindowMover::Outcome::refused:
+        return refuse(Kind::failed, "the window is gone, or cannot be moved");
+    case WindowMover::Outcome::nothingToRestore:
+        return refuse(Kind::failed, "nothing to restore: the window does not stand where Tessel has put it");
+    }
+    std::unreachable();
+}
+
 /// Whether a text can be the name of an application: one line with the characters of a file name.
 bool isIdentifier(std::string_view text) {
     constexpr auto isUnfit = [](char character) {
@@ -133,26 +147,24 @@ ControlAnswer<ControlStatus> RemoteControl::status() {
     return report;
 }
 
-ControlAnswer<void> RemoteControl::perform(std::string_view action) {
+void RemoteControl::perform(std::string_view action, Answered answered) {
     assertRequestOnMainThread(__LINE__);
     const std::optional<WindowOrder> known = orderFromRawValue(action);
     if (!known) {
-        return refuse(Kind::invalid, "there is no such action");
+        return answered(refuse(Kind::invalid, "there is no such action"));
     }
     if (!state.isEnabled()) {
-        return refuse(Kind::paused, "paused: the shortcuts are switched off");
+        return answered(refuse(Kind::paused, "paused: the shortcuts are switched off"));
     }
     if (!state.hasAccessibility()) {
-        return refuse(Kind::notTrusted, "waiting for permission: " + accessText(*state.obstacle()));
+        return answered(refuse(Kind::notTrusted, "waiting for permission: " + accessText(*state.obstacle())));
     }
     const std::optional<platform::AXUIElement> window = WindowMover::focusedWindow();
     if (!window) {
-        return refuse(Kind::noWindow, "no window has the focus");
+        return answered(refuse(Kind::noWindow, "no window has the focus"));
     }
-    if (state.perform(*known, *window) == WindowMover::Outcome::nothingToRestore) {
-        return refuse(Kind::failed, "nothing to restore: the window does not stand where Tessel has put it");
-    }
-    return {};
+    state.perform(*known, *window,
+                  [answered = std::move(answered)](WindowMover::Outcome outcome) { answered(answerFor(outcome)); });
 }
 
 ControlAnswer<void> RemoteControl::setRule(std::string_view bundleIdentifier, std::string_view action) {

@@ -42,7 +42,7 @@ public:
 
     platform::ControlAnswer<void> open() override;
     [[nodiscard]] platform::ControlAnswer<platform::ControlStatus> status() override;
-    platform::ControlAnswer<void> perform(std::string_view action) override;
+    void perform(std::string_view action, Answered answered) override;
     platform::ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) override;
     platform::ControlAnswer<void> setBorrowsShortcuts(bool borrows) override;
     platform::ControlAnswer<void> quit() override;

@@ -17,6 +17,9 @@ constexpr std::array<std::chrono::milliseconds, 3> pauses{
     std::chrono::milliseconds(100), std::chrono::milliseconds(400), std::chrono::milliseconds(1600)};
 constexpr std::chrono::milliseconds pauseLeeway{10};
 
+/// A caller does not wait for the retries after that, because the last pause is the longest by far.
+constexpr std::size_t retriesAwaited = 2;
+
 /// Whether a window may be there because its placement was cut short: it was placed with a decoration that it does not
 /// have now, and a terminal rounds its size as well. A title bar or a row of text is thinner than this.
 bool isNear(const corvid::CGRect& present, const corvid::CGRect& target) {
@@ -35,8 +38,11 @@ bool isWhereItWasLeft(const platform::AXUIElement& window, const WindowMover::At
 
 } // namespace
 
-WindowMover::Outcome WindowActionRetry::perform(const WindowOrder& order, const platform::AXUIElement& window) {
-    return attempt({.order = order, .window = window});
+WindowMover::Outcome WindowActionRetry::perform(const WindowOrder& order, const platform::AXUIElement& window,
+                                                Ended ended) {
+    return attempt({.order = order,
+                    .window = window,
+                    .report = ended ? std::make_shared<Report>(std::move(ended)) : std::shared_ptr<Report>()});
 }
 
 void WindowActionRetry::follow(const WindowOrder& order, const platform::AXUIElement& window,
@@ -57,7 +63,11 @@ WindowMover::Outcome WindowActionRetry::attempt(Task task) {
 
 void WindowActionRetry::conclude(Task task, const WindowMover::Attempt& made) {
     remember(task, made);
-    if (made.outcome != WindowMover::Outcome::unanswered || task.retries == pauses.size()) {
+    const bool isLast = made.outcome != WindowMover::Outcome::unanswered || task.retries == pauses.size();
+    if (task.report && (isLast || task.retries == retriesAwaited)) {
+        task.report->deliver(made.outcome);
+    }
+    if (isLast) {
         return;
     }
     if (made.before) {

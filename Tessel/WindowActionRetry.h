@@ -7,7 +7,9 @@
 #include "TesselCore/WindowOrder.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace tessel {
@@ -24,9 +26,14 @@ public:
     explicit WindowActionRetry(PlacementMemory& memory)
         : memory(memory) {}
 
+    /// Receives the result of an order.
+    using Ended = std::function<void(WindowMover::Outcome outcome)>;
+
     /// Carries out the order now, and returns its result. If the desktop does not answer, retries the order at most
-    /// three times, within about three seconds: a window that moves later than that surprises the user.
-    WindowMover::Outcome perform(const WindowOrder& order, const platform::AXUIElement& window);
+    /// three times, within about three seconds: a window that moves later than that surprises the user. `ended`, if
+    /// there is one, is called exactly once: before this returns or, if the order is retried, within about a second. It
+    /// gets `unanswered` if no attempt by then had an answer, or the order was replaced or cancelled.
+    WindowMover::Outcome perform(const WindowOrder& order, const platform::AXUIElement& window, Ended ended = {});
 
     /// Records an order that was carried out elsewhere, and retries it in the same way.
     void follow(const WindowOrder& order, const platform::AXUIElement& window, const WindowMover::Attempt& made);
@@ -40,6 +47,27 @@ private:
         std::unique_ptr<platform::ScheduledWork> work;
     };
 
+    /// Calls `Ended` once; when it is dropped at the latest.
+    class Report {
+    public:
+        explicit Report(Ended ended)
+            : ended(std::move(ended)) {}
+
+        Report(const Report&) = delete;
+        Report& operator=(const Report&) = delete;
+
+        ~Report() { deliver(WindowMover::Outcome::unanswered); }
+
+        void deliver(WindowMover::Outcome outcome) {
+            if (const Ended receiver = std::exchange(ended, {})) {
+                receiver(outcome);
+            }
+        }
+
+    private:
+        Ended ended;
+    };
+
     /// A pending order.
     struct Task {
         WindowOrder order;
@@ -48,6 +76,8 @@ private:
         /// The last attempt for which the window answered; empty before.
         WindowMover::Attempt made = {};
         bool isRemembered = false;
+        /// Null if nobody wants to know.
+        std::shared_ptr<Report> report = {};
     };
 
     WindowMover::Outcome attempt(Task task);

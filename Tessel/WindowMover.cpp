@@ -68,7 +68,7 @@ std::expected<CGRect, AXError> readFrame(const AXUIElement& window) {
 }
 
 Outcome outcomeWithout(const std::expected<CGRect, AXError>& frame) {
-    return frame.error() == AXError::cannotComplete ? Outcome::unanswered : Outcome::ended;
+    return frame.error() == AXError::cannotComplete ? Outcome::unanswered : Outcome::refused;
 }
 
 /// Boxes and writes; without a box nothing is written. Returns whether the window accepted it.
@@ -126,7 +126,8 @@ Attempt place(const AXUIElement& window, const CGRect& current, const WindowGoal
             isTaken = carryOut(move, window) || isTaken;
         }
     });
-    Attempt made{.before = current,
+    Attempt made{.outcome = isTaken ? Outcome::ended : Outcome::refused,
+                 .before = current,
                  .goal = goal,
                  .placed = isTaken ? std::optional(goal.target) : std::nullopt,
                  .process = process ? std::optional(*process) : std::nullopt};

@@ -26,10 +26,12 @@ void perform(WindowAction action, const platform::AXUIElement& window);
 
 /// The result of an order.
 enum class Outcome : std::uint8_t {
-    /// All its steps were made, or there is no window that could be placed.
+    /// All its steps were made, or there was none to make.
     ended,
     /// The desktop did not answer in time, and the steps that depend on its answer were left out.
     unanswered,
+    /// The window is gone, or took none of the steps, as in fullscreen.
+    refused,
     /// The order was to restore the window, and its trail has no way back from its present frame.
     nothingToRestore,
 };

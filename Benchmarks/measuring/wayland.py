@@ -8,10 +8,11 @@ from . import PROGRAM, probe
 from .bindings import LEFT_KEY, RIGHT_KEY
 
 from harness.applications import Application
+from harness.compositor import FIRST, ApplicationWindow
 from harness.gnome import MONITORS, TOP_BAR, Gnome
 from harness.kwin import ACCEL, SCREENS, KWinDesktop
 from harness.rect import Rect
-from harness.sway import FIRST, SwayDesktop, SwayWindow
+from harness.sway import SwayDesktop
 from harness.waiting import until
 
 # The keys of a script's bindings, on desktops that have one.
@@ -103,7 +104,7 @@ class Sway:
         self.work_area = self.desktop.work_area()
 
     def window_of(self, process: subprocess.Popen) -> int:
-        window = self.desktop.wait_for(SwayWindow(Application("measured", "", ()), process))
+        window = self.desktop.wait_for(ApplicationWindow(Application("measured", "", ()), process))
         until(lambda: self.desktop.window(window).focused, "the window to have the focus")
         return window
 

@@ -60,7 +60,7 @@ TEST_F(CallbackDeathTest, ALineOfTheItemsMenuIsOfTheMainThread) {
 TEST_F(CallbackDeathTest, ARequestFromOutsideIsOfTheMainThread) {
     stopsAt("Tessel/RemoteControl", [&] { static_cast<void>(remote.open()); });
     stopsAt("Tessel/RemoteControl", [&] { static_cast<void>(remote.status()); });
-    stopsAt("Tessel/RemoteControl", [&] { static_cast<void>(remote.perform("center")); });
+    stopsAt("Tessel/RemoteControl", [&] { remote.perform("center", [](const auto& /*answer*/) {}); });
     stopsAt("Tessel/RemoteControl", [&] { static_cast<void>(remote.setRule("org.example.Editor", "center")); });
     stopsAt("Tessel/RemoteControl", [&] { static_cast<void>(remote.quit()); });
 }

@@ -167,7 +167,7 @@ TEST_F(Placing, APlacementThatIsRefusedKeepsTheWayBackOfTheOneBefore) {
     window.moveTo(whole);
     window.faults.failWrites(AXAttribute::position, AXError::cannotComplete);
     window.faults.failWrites(AXAttribute::size, AXError::cannotComplete);
-    EXPECT_EQ(perform(WindowPlacement::topLeft), WindowMover::Outcome::ended);
+    EXPECT_EQ(perform(WindowPlacement::topLeft), WindowMover::Outcome::refused);
     EXPECT_EQ(window.frame(), whole);
     window.faults.clear();
     window.moveTo(placed);

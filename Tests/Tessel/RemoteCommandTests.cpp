@@ -22,7 +22,9 @@ using testing::HasSubstr;
 class Program final : public platform::ControlRequests {
 public:
     ControlAnswer<void> open() override { return answer("open"); }
-    ControlAnswer<void> perform(std::string_view action) override { return answer("perform " + std::string(action)); }
+    void perform(std::string_view action, Answered answered) override {
+        answered(answer("perform " + std::string(action)));
+    }
     ControlAnswer<void> quit() override { return answer("quit"); }
 
     ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) override {

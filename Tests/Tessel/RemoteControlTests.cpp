@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -13,6 +14,7 @@ namespace tessel {
 namespace {
 
 using corvid::CGRect;
+using platform::ControlAnswer;
 using platform::ControlRefusal;
 using platform::ControlStatus;
 using Kind = ControlRefusal::Kind;
@@ -40,6 +42,18 @@ protected:
         return application.addWindow({.frame = {{100, 100}, {300, 400}}});
     }
 
+    /// The answer to a request that is answered at once.
+    ControlAnswer<void> perform(std::string_view action) {
+        std::optional<ControlAnswer<void>> answer;
+        control().perform(action, [&answer](const auto& given) { answer = given; });
+        return answer ? *answer : std::unexpected(ControlRefusal{.reason = "there is no answer"});
+    }
+
+    /// Asks for an action and collects the answer.
+    void ask(std::string_view action) {
+        control().perform(action, [this](const auto& given) { answers.push_back(given); });
+    }
+
     /// Whether a request was refused for a reason of that kind.
     template <typename Answer>
     static bool isRefused(const Answer& answer, Kind kind) {
@@ -51,6 +65,7 @@ protected:
     std::optional<AppState> state;
     std::optional<RemoteControl> made;
     std::vector<std::string> calls;
+    std::vector<ControlAnswer<void>> answers;
     std::string caution;
 };
 
@@ -110,24 +125,24 @@ TEST_F(Remote, ReportsThatAnotherBuildIsInItsPlace) {
 
 TEST_F(Remote, PerformsLikeAPress) {
     platform::simulated::Window& window = addWindow();
-    EXPECT_TRUE(control().perform("leftHalf"));
+    EXPECT_TRUE(perform("leftHalf"));
     EXPECT_EQ(window.frame(), leftHalf);
 }
 
 TEST_F(Remote, PerformsAPlacementThatHasNoShortcut) {
     platform::simulated::Window& window = addWindow();
-    EXPECT_TRUE(control().perform("bottomRight"));
+    EXPECT_TRUE(perform("bottomRight"));
     EXPECT_EQ(window.frame(), (CGRect{{960, 552}, {960, 528}}));
 }
 
 TEST_F(Remote, RestoresTheFrameBeforeAndSaysWhereThereIsNone) {
     platform::simulated::Window& window = addWindow();
     const CGRect before = window.frame();
-    EXPECT_TRUE(isRefused(control().perform("restore"), Kind::failed));
-    EXPECT_TRUE(control().perform("leftHalf"));
-    EXPECT_TRUE(control().perform("restore"));
+    EXPECT_TRUE(isRefused(perform("restore"), Kind::failed));
+    EXPECT_TRUE(perform("leftHalf"));
+    EXPECT_TRUE(perform("restore"));
     EXPECT_EQ(window.frame(), before);
-    EXPECT_TRUE(isRefused(control().perform("restore"), Kind::failed));
+    EXPECT_TRUE(isRefused(perform("restore"), Kind::failed));
     EXPECT_EQ(window.frame(), before);
 }
 
@@ -136,10 +151,62 @@ TEST_F(Remote, AnotherDisplayWhereThereIsNoneIsNoFailure) {
     const CGRect before = window.frame();
     control();
     desktop.trace.take();
-    EXPECT_TRUE(control().perform("nextDisplay"));
-    EXPECT_TRUE(control().perform("previousDisplay"));
+    EXPECT_TRUE(perform("nextDisplay"));
+    EXPECT_TRUE(perform("previousDisplay"));
     EXPECT_EQ(window.frame(), before);
     EXPECT_TRUE(desktop.trace.take("write").empty());
+}
+
+TEST_F(Remote, AnActionIsAnsweredOnceTheDesktopHasCarriedItOut) {
+    platform::simulated::Window& window = addWindow();
+    window.faults.failReads(platform::AXAttribute::position, platform::AXError::cannotComplete);
+    ask("leftHalf");
+    EXPECT_TRUE(answers.empty());
+    window.faults.clear();
+    desktop.mainActor.advance(std::chrono::seconds(1));
+    ASSERT_EQ(answers.size(), 1U);
+    EXPECT_TRUE(answers[0]);
+    EXPECT_EQ(window.frame(), leftHalf);
+}
+
+TEST_F(Remote, AnActionThatADesktopDoesNotAnswerIsNotDone) {
+    platform::simulated::Window& window = addWindow();
+    window.faults.failReads(platform::AXAttribute::position, platform::AXError::cannotComplete);
+    ask("leftHalf");
+    desktop.mainActor.advance(std::chrono::seconds(1));
+    ASSERT_EQ(answers.size(), 1U);
+    EXPECT_TRUE(isRefused(answers[0], Kind::failed));
+    desktop.mainActor.advance(std::chrono::seconds(10));
+    EXPECT_EQ(answers.size(), 1U);
+}
+
+TEST_F(Remote, AnActionThatIsReplacedWhileItIsRetriedIsNotDone) {
+    platform::simulated::Window& window = addWindow();
+    window.faults.failReads(platform::AXAttribute::position, platform::AXError::cannotComplete);
+    ask("rightHalf");
+    window.faults.clear();
+    ask("leftHalf");
+    ASSERT_EQ(answers.size(), 2U);
+    EXPECT_TRUE(isRefused(answers[0], Kind::failed));
+    EXPECT_TRUE(answers[1]);
+    EXPECT_EQ(window.frame(), leftHalf);
+}
+
+TEST_F(Remote, AnActionIsAnsweredAlsoIfItIsCancelled) {
+    platform::simulated::Window& window = addWindow();
+    window.faults.failReads(platform::AXAttribute::position, platform::AXError::cannotComplete);
+    ask("rightHalf");
+    state->setEnabled(false);
+    ASSERT_EQ(answers.size(), 1U);
+    EXPECT_TRUE(isRefused(answers[0], Kind::failed));
+}
+
+TEST_F(Remote, AWindowThatTakesNoStepIsNotMoved) {
+    platform::simulated::Window& window = addWindow();
+    // As a fullscreen window does.
+    window.faults.failWrites(platform::AXAttribute::position, platform::AXError::cannotComplete);
+    window.faults.failWrites(platform::AXAttribute::size, platform::AXError::cannotComplete);
+    EXPECT_TRUE(isRefused(perform("leftHalf"), Kind::failed));
 }
 
 TEST_F(Remote, PerformsNothingWhilePaused) {
@@ -147,7 +214,7 @@ TEST_F(Remote, PerformsNothingWhilePaused) {
     control();
     state->setEnabled(false);
     const CGRect before = window.frame();
-    EXPECT_TRUE(isRefused(control().perform("leftHalf"), Kind::paused));
+    EXPECT_TRUE(isRefused(perform("leftHalf"), Kind::paused));
     EXPECT_EQ(window.frame(), before);
 }
 
@@ -155,7 +222,7 @@ TEST_F(Remote, PerformsNothingWithoutPermission) {
     desktop.accessibility.isTrusted = false;
     platform::simulated::Window& window = addWindow();
     const CGRect before = window.frame();
-    EXPECT_TRUE(isRefused(control().perform("leftHalf"), Kind::notTrusted));
+    EXPECT_TRUE(isRefused(perform("leftHalf"), Kind::notTrusted));
     EXPECT_EQ(window.frame(), before);
     EXPECT_EQ(control().status()->status, "waitingForPermission");
 }
@@ -165,7 +232,7 @@ TEST_F(Remote, SaysWhatIsMissing) {
     desktop.accessibility.reason = {.kind = platform::AccessObstacle::Kind::silentCompositor, .desktop = "Simulated"};
     caution = "of no interest then";
     EXPECT_EQ(control().status()->statusText, "Waiting for permission: Simulated does not answer");
-    EXPECT_EQ(control().perform("leftHalf").error().reason, "waiting for permission: Simulated does not answer");
+    EXPECT_EQ(perform("leftHalf").error().reason, "waiting for permission: Simulated does not answer");
     state->setEnabled(false);
     EXPECT_EQ(control().status()->statusText, "Paused");
     state->setEnabled(true);
@@ -182,7 +249,7 @@ TEST_F(Remote, SaysWhatTheUserHadBetterKnowWhileItWorks) {
 }
 
 TEST_F(Remote, SaysThatNoWindowHasTheFocusInsteadOfBeeping) {
-    EXPECT_TRUE(isRefused(control().perform("leftHalf"), Kind::noWindow));
+    EXPECT_TRUE(isRefused(perform("leftHalf"), Kind::noWindow));
     EXPECT_EQ(desktop.sound.count(), 0);
 }
 
@@ -190,7 +257,7 @@ TEST_F(Remote, PerformsNothingThatItDoesNotKnow) {
     addWindow();
     for (const std::string& action : {std::string(), std::string("left-half"), std::string("LeftHalf"),
                                       std::string("top-half"), std::string("none"), std::string(100000, 'x')}) {
-        EXPECT_TRUE(isRefused(control().perform(action), Kind::invalid)) << action.substr(0, 20);
+        EXPECT_TRUE(isRefused(perform(action), Kind::invalid)) << action.substr(0, 20);
     }
 }
 

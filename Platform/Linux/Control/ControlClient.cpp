@@ -162,8 +162,8 @@ ControlAnswer<ControlStatus> ControlClient::status() {
     return *std::move(status);
 }
 
-ControlAnswer<void> ControlClient::perform(std::string_view action) {
-    return order("Perform", {action});
+void ControlClient::perform(std::string_view action, Answered answered) {
+    answered(order("Perform", {action}));
 }
 
 ControlAnswer<void> ControlClient::setRule(std::string_view bundleIdentifier, std::string_view action) {

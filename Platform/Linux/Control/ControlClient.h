@@ -28,7 +28,8 @@ public:
 
     ControlAnswer<void> open() override;
     ControlAnswer<ControlStatus> status() override;
-    ControlAnswer<void> perform(std::string_view action) override;
+    /// Returns with the answer.
+    void perform(std::string_view action, Answered answered) override;
     ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) override;
     ControlAnswer<void> setBorrowsShortcuts(bool borrows) override;
 

@@ -4,6 +4,7 @@
 #include "Platform/Linux/Control/ControlMessages.h"
 
 #include <array>
+#include <memory>
 #include <string_view>
 
 namespace platform::linux {
@@ -14,21 +15,22 @@ ControlRequests& requestsOf(void* data) {
     return *static_cast<ControlRequests*>(data);
 }
 
-int answer(sd_bus_message* call, const ControlAnswer<void>& result, sd_bus_error* error) {
+int answer(sd_bus_message* call, const ControlAnswer<void>& result) {
     if (!result) {
-        return sd_bus_error_set(error, ControlMessages::errorName(result.error().kind), result.error().reason.c_str());
+        return sd_bus_reply_method_errorf(call, ControlMessages::errorName(result.error().kind), "%s",
+                                          result.error().reason.c_str());
     }
     return sd_bus_reply_method_return(call, nullptr);
 }
 
-int openMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
-    return answer(call, requestsOf(data).open(), error);
+int openMethod(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
+    return answer(call, requestsOf(data).open());
 }
 
-int statusMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
+int statusMethod(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
     const auto status = requestsOf(data).status();
     if (!status) {
-        return answer(call, std::unexpected(status.error()), error);
+        return answer(call, std::unexpected(status.error()));
     }
     sd_bus_message* raw = nullptr;
     int result = sd_bus_message_new_method_return(call, &raw);
@@ -39,29 +41,35 @@ int statusMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
     return result < 0 ? result : sd_bus_message_send(raw);
 }
 
-int performMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
+int performMethod(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
     const char* action = nullptr;
     const int result = sd_bus_message_read(call, "s", &action);
-    return result < 0 ? result : answer(call, requestsOf(data).perform(action), error);
+    if (result < 0) {
+        return result;
+    }
+    // The caller may be gone by then; the message keeps its connection.
+    const std::shared_ptr<sd_bus_message> kept(sd_bus_message_ref(call), &sd_bus_message_unref);
+    requestsOf(data).perform(action, [kept](const ControlAnswer<void>& given) { answer(kept.get(), given); });
+    return 1;
 }
 
-int setRuleMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
+int setRuleMethod(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
     const char* identifier = nullptr;
     const char* action = nullptr;
     const int result = sd_bus_message_read(call, "ss", &identifier, &action);
-    return result < 0 ? result : answer(call, requestsOf(data).setRule(identifier, action), error);
+    return result < 0 ? result : answer(call, requestsOf(data).setRule(identifier, action));
 }
 
-int takeShortcutsMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
-    return answer(call, requestsOf(data).setBorrowsShortcuts(true), error);
+int takeShortcutsMethod(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
+    return answer(call, requestsOf(data).setBorrowsShortcuts(true));
 }
 
-int giveBackShortcutsMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
-    return answer(call, requestsOf(data).setBorrowsShortcuts(false), error);
+int giveBackShortcutsMethod(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
+    return answer(call, requestsOf(data).setBorrowsShortcuts(false));
 }
 
-int quitMethod(sd_bus_message* call, void* data, sd_bus_error* error) {
-    return answer(call, requestsOf(data).quit(), error);
+int quitMethod(sd_bus_message* call, void* data, sd_bus_error* /*error*/) {
+    return answer(call, requestsOf(data).quit());
 }
 
 // Callers are authorized before: by the user's own bus, or as a peer of the same user.

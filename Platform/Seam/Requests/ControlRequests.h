@@ -96,8 +96,12 @@ public:
 
     [[nodiscard]] virtual ControlAnswer<ControlStatus> status() = 0;
 
+    /// Receives the answer to a request that may take longer.
+    using Answered = std::function<void(const ControlAnswer<void>& answer)>;
+
     /// Carries out an action or a placement (its raw value) on the focused window, as a press of a shortcut would.
-    virtual ControlAnswer<void> perform(std::string_view action) = 0;
+    /// `answered` is called exactly once: before this returns or, if the desktop is late, within about a second.
+    virtual void perform(std::string_view action, Answered answered) = 0;
 
     /// Sets the rule of an application to an action's raw value, or removes it for "none".
     virtual ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) = 0;

@@ -21,7 +21,7 @@ from harness.waiting import until, until_equal
 from . import case
 from .borrowed import CALM
 from .i3_life import works as works_on_i3
-from .sway_keys import NATURAL, POLL, open_editor, taken, works
+from .compositors import NATURAL, POLL, open_editor, taken, works
 
 # The lines cover all kinds of bindings that sway distinguishes. The last one uses a combination that nothing else
 # binds: its command shows that those before it have been handled.
@@ -43,7 +43,7 @@ PARTICULAR = "bindsym Group1+Ctrl+Mod1+Down nop of one layout\n"
 
 def ask(desktop, program, *options: str) -> str:
     ended, output, errors, _ = run_to_end(
-        desktop.session, program, *options, seconds=20.0, prefix=getattr(desktop.session, "prefix", ()))
+        desktop.session, program, *options, seconds=20.0, prefix=desktop.session.prefix)
     assert (ended, errors) == (0, ""), f"{options}: {ended}, {errors}"
     return output
 
@@ -131,7 +131,7 @@ def lines_of_sways_configuration_rest_while_their_keys_are_borrowed(program):
         desktop.configure(LINES + PARTICULAR)
         desktop.command("reload")
         product.until_status(taken("maximizeHeight"), POLL)
-        prefix = getattr(desktop.session, "prefix", ())
+        prefix = desktop.session.prefix
         assert reported_obstacles(desktop.session, program, prefix) == {"maximizeHeight": "particularLine"}
         until_bars(desktop)
         desktop.place(window, NATURAL)

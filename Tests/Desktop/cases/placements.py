@@ -46,7 +46,7 @@ class Scene(NamedTuple):
     def perform(self, name: str, status: int = 0) -> None:
         session, program = self.desktop.session, self.desktop.program
         ended, output, errors, _ = run_to_end(
-            session, program, "--perform", name, prefix=getattr(session, "prefix", ())
+            session, program, "--perform", name, prefix=session.prefix
         )
         assert (ended, output) == (status, ""), f"{name}: status {ended}, {output!r}, {errors!r}"
         assert errors.count("\n") == (status != 0), errors

@@ -1,22 +1,13 @@
-"""Shortcuts on sway: with every state of the keyboard, and beside the user's bindings."""
+"""Shortcuts on sway, beside the user's bindings and in other modes."""
 
-import signal
-
-from harness.applications import APPLICATIONS
 from harness.holders import until_holders
-from harness.oracle import ACTIONS, expected
-from harness.product import run_to_end
-from harness.rect import Rect
+from harness.oracle import ACTIONS
 from harness.sway import SwayDesktop
 from harness.sway_ipc import Listener
-from harness.waiting import throughout, until, until_equal
+from harness.waiting import until, until_equal
 
 from . import case
-
-NATURAL = Rect(311, 173, 762, 503)
-# The program checks its permission every two seconds, up to ten seconds late; keys are registered again after two
-# checks.
-POLL = 26.0
+from .compositors import NATURAL, POLL, open_editor, taken, works
 
 CONFLICTS = """
 set $second Mod1
@@ -42,62 +33,6 @@ def place_of(desktop: SwayDesktop, end: str) -> str:
     (place,) = [f"{file}:{number}" for file in (desktop.configuration, folder / "more/keys")
                 for number, line in enumerate(file.read_text().splitlines(), start=1) if line.endswith(end)]
     return place.replace(f"{desktop.session.home}/", "~/")
-
-
-def taken(*actions: str) -> str:
-    return "Some shortcuts are taken: " + ", ".join(action for action in ACTIONS if action in actions)
-
-
-def works(desktop: SwayDesktop, product, window: int, action: str, when: str) -> None:
-    product.until_at_rest()
-    desktop.place(window, NATURAL)
-    desktop.press(product, action)
-    wanted = expected(action, NATURAL, desktop.work_area(), lambda size: size)
-    desktop.holds_frame(window, wanted, f"frame after {action} {when}")
-
-
-def open_editor(desktop: SwayDesktop) -> int:
-    window = desktop.open(APPLICATIONS["mousepad"]).number
-    desktop.place(window, NATURAL)
-    return window
-
-
-@case("desktop.sway.keys.locks")
-def lock_keys_change_nothing(program):
-    with SwayDesktop(program, name="sway.keys.locks") as desktop:
-        window, product = open_editor(desktop), desktop.launch()
-        for locks in (("CapsLock",), ("NumLock",), ("CapsLock", "NumLock")):
-            for lock in locks:
-                desktop.keyboard.lock(lock, True)
-            for action in ACTIONS:
-                works(desktop, product, window, action, f"with {' and '.join(locks)}")
-            for lock in locks:
-                desktop.keyboard.lock(lock, False)
-
-
-@case("desktop.sway.keys.layouts")
-def keys_are_places_whatever_the_layout_prints_on_them(program):
-    with SwayDesktop(program, name="sway.keys.layouts") as desktop:
-        window, product = open_editor(desktop), desktop.launch()
-        for layout in ("ru", "gr", "fr", "us(dvorak)"):
-            desktop.keyboard.use(layout)
-            for action in ACTIONS:
-                works(desktop, product, window, action, f"in the layout {layout}")
-
-
-@case("desktop.sway.keys.held")
-def a_key_that_is_held_counts_once(program):
-    with SwayDesktop(program, name="sway.keys.held") as desktop:
-        window = open_editor(desktop)
-        product = desktop.launch()
-        desktop.keyboard.hold("Control", "Alt", "Up")
-        desktop.holds_frame(window, desktop.work_area(), "the maximized frame")
-        product.until_at_rest()
-        desktop.place(window, NATURAL)
-        # Keys repeat after 0.6 s, 25 times in a second.
-        throughout(1.5, lambda: desktop.frame(window) == NATURAL, "left alone while the key was held",
-                   lambda: desktop.frame(window))
-        desktop.keyboard.release("Control", "Alt", "Up")
 
 
 @case("desktop.sway.keys.bell")
@@ -192,7 +127,7 @@ def the_program_ends_and_leaves_no_binding(program):
             until(listener.commands, "the binding to be used")
             desktop.place(window, NATURAL)
             if way == "asked to quit":
-                status, _, errors, _ = run_to_end(desktop.session, program, "--quit", prefix=desktop.session.prefix)
+                status, _, errors, _ = desktop.ask_program("--quit")
                 assert status == 0, errors
                 product.ended()
             elif way == "terminated":
@@ -211,28 +146,3 @@ def the_program_ends_and_leaves_no_binding(program):
             assert heard == ["nop the end"], f"{way}, the program left bindings: {heard}"
             assert desktop.frame(window) == NATURAL
         listener.close()
-
-
-@case("desktop.sway.restart")
-def a_compositor_that_starts_anew_is_found(program):
-    with SwayDesktop(program, name="sway.restart") as desktop:
-        product = desktop.launch()
-        product.until_status("Active")
-        desktop.session.processes.end(desktop.compositor, signal.SIGKILL)
-        product.until_status("Waiting for permission", POLL)
-        desktop.restart()
-        product.until_status("Active", POLL)
-        window = open_editor(desktop)
-        for action in ACTIONS:
-            works(desktop, product, window, action, "after the restart")
-
-
-@case("desktop.sway.gone")
-def the_program_ends_after_its_compositor(program):
-    with SwayDesktop(program, name="sway.gone") as desktop:
-        product = desktop.launch()
-        product.until_status("Active")
-        desktop.stop()
-        # Before the user can log in again: otherwise a program of the next session would find this one still running.
-        assert product.ended(10.0) == 1
-        assert "sway is gone" in product.errors()

@@ -2,7 +2,6 @@
 
 from harness.applications import APPLICATIONS
 from harness.popover import GAP, SHADOW, WIDTH
-from harness.product import run_to_end
 from harness.sway import SwayDesktop
 from harness.sway_ipc import Window
 from harness.waiting import until
@@ -10,9 +9,9 @@ from harness.waiting import until
 from . import case
 
 
-def open_popover(desktop: SwayDesktop, program, product) -> Window:
+def open_popover(desktop: SwayDesktop, product) -> Window:
     """Opens it by a second start. Returns it once it has the keyboard."""
-    status, _, errors, _ = run_to_end(desktop.session, program, prefix=desktop.session.prefix)
+    status, _, errors, _ = desktop.ask_program()
     assert (status, errors) == (0, ""), f"the second start ended with {status}: {errors}"
     (popover,) = until(
         lambda: [window for window in own_windows(desktop, product) if window.focused], "the popover", 20.0,
@@ -43,7 +42,7 @@ def a_second_start_opens_the_popover_and_leaving_closes_it(program):
         # It opens on the user's output, even without a window there.
         for output, leave in ((1, "by Escape"), (0, "by Escape"), (0, "by another window")):
             desktop.command(f"focus output HEADLESS-{output + 1}")
-            open_popover(desktop, program, product)
+            open_popover(desktop, product)
             until(lambda: stands_in_the_corner(output), "the popover to be in the corner",
                   saw=lambda: own_windows(desktop, product))
             assert desktop.frame(editor.number) == before, "the layout made room for the popover"

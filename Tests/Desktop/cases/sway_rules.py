@@ -2,63 +2,18 @@
 
 from dataclasses import replace
 
-from harness.applications import APPLICATIONS, Application
-from harness.oracle import centred
-from harness.product import run_to_end
-from harness.rect import Rect
-from harness.sway import SwayDesktop, SwayWindow
+from harness.applications import APPLICATIONS
+from harness.sway import SwayDesktop
 from harness.waiting import until
 
 from . import case
-
-XTERM = replace(APPLICATIONS["xterm"], environment={"WAYLAND_DISPLAY": ""})
-
-
-def start_with_rules(desktop: SwayDesktop, rules: dict[str, str]):
-    desktop.session.rules(rules)
-    product = desktop.launch()
-    product.until_status("Active")
-    return product
-
-
-def launch(desktop: SwayDesktop, application: Application) -> SwayWindow:
-    running = desktop.launch_application(application)
-    desktop.wait_for(running)
-    return running
-
-
-def is_placed(desktop: SwayDesktop, running: SwayWindow, action: str, output: int = 0) -> None:
-    def wanted() -> Rect:
-        visible = desktop.work_area(output)
-        return visible if action == "maximize" else centred(desktop.frame(running.number).size, visible)
-
-    until(
-        lambda: desktop.window(running.number).floating and desktop.frame(running.number) == wanted(),
-        f"{running.application.name} to stand as by {action}", 5.0,
-        lambda: f"{desktop.window(running.number)}, wanted {wanted()}",
-    )
+from .compositors import XTERM, is_placed, launch, start_with_rules
 
 
 def stays_in_layout(desktop: SwayDesktop, product, number: int, what: str) -> None:
     # A placement follows a window's events at once, and is repeated within half a second.
     product.until_at_rest()
-    assert not desktop.window(number).floating, f"{what} was placed: {desktop.window(number)}"
-
-
-@case("desktop.sway.rules.first-window")
-def the_first_window_of_every_kind_of_program_is_placed(program):
-    with SwayDesktop(program, name="sway.rules.first-window") as desktop:
-        start_with_rules(desktop, {
-            "org.xfce.mousepad": "maximize", "featherpad": "center", "debian-xterm": "maximize",
-        })
-        for application, action in (
-            (APPLICATIONS["mousepad"], "maximize"), (APPLICATIONS["featherpad"], "center"), (XTERM, "maximize"),
-            # Again, when it restores its last position.
-            (APPLICATIONS["mousepad"], "maximize"),
-        ):
-            running = launch(desktop, application)
-            is_placed(desktop, running, action)
-            desktop.end(running)
+    assert desktop.is_in_layout(number), f"{what} was placed: {desktop.window(number)}"
 
 
 @case("desktop.sway.rules.only-the-first")
@@ -130,9 +85,7 @@ def a_rule_holds_from_the_moment_that_it_is_made_until_it_is_removed(program):
         product = start_with_rules(desktop, {})
 
         def rule(action: str) -> None:
-            status, _, errors, _ = run_to_end(
-                desktop.session, program, "--rule", "org.xfce.mousepad", action, prefix=desktop.session.prefix
-            )
+            status, _, errors, _ = desktop.ask_program("--rule", "org.xfce.mousepad", action)
             assert status == 0, errors
 
         open_before = launch(desktop, APPLICATIONS["mousepad"])

@@ -1,22 +1,15 @@
-"""Shortcuts on Wayfire: with every state of the keyboard, and beside the user's bindings."""
+"""Shortcuts on Wayfire, beside the user's bindings."""
 
 import signal
 
-from harness.applications import APPLICATIONS
 from harness.holders import COMMON_PURPOSES, reported_obstacles, until_holders
-from harness.oracle import ACTIONS, expected
-from harness.product import run_to_end
-from harness.rect import Rect
-from harness.waiting import throughout, until
+from harness.oracle import ACTIONS
+from harness.waiting import until
 from harness.wayfire import WayfireDesktop
 from harness.wayfire_ipc import Connection
 
 from . import case
-
-NATURAL = Rect(311, 173, 762, 503)
-# The program checks its permission every two seconds, up to ten seconds late; keys are registered again after two
-# checks.
-POLL = 26.0
+from .compositors import NATURAL, POLL, open_editor, taken, works
 
 # By a single option, in a list, as one of two alternatives, always, and at the release.
 CONFLICTS = """
@@ -32,62 +25,6 @@ command_third = touch {folder}/down
 [wobbly]
 toggle = <ctrl> <alt> KEY_UP
 """
-
-
-def taken(*actions: str) -> str:
-    return "Some shortcuts are taken: " + ", ".join(action for action in ACTIONS if action in actions)
-
-
-def works(desktop: WayfireDesktop, product, window: int, action: str, when: str) -> None:
-    product.until_at_rest()
-    desktop.place(window, NATURAL)
-    desktop.press(product, action)
-    wanted = expected(action, NATURAL, desktop.work_area(), lambda size: size)
-    desktop.holds_frame(window, wanted, f"frame after {action} {when}")
-
-
-def open_editor(desktop: WayfireDesktop) -> int:
-    window = desktop.open(APPLICATIONS["mousepad"]).number
-    desktop.place(window, NATURAL)
-    return window
-
-
-@case("desktop.wayfire.keys.locks")
-def lock_keys_change_nothing(program):
-    with WayfireDesktop(program, name="wayfire.keys.locks") as desktop:
-        window, product = open_editor(desktop), desktop.launch()
-        for locks in (("CapsLock",), ("NumLock",), ("CapsLock", "NumLock")):
-            for lock in locks:
-                desktop.keyboard.lock(lock, True)
-            for action in ACTIONS:
-                works(desktop, product, window, action, f"with {' and '.join(locks)}")
-            for lock in locks:
-                desktop.keyboard.lock(lock, False)
-
-
-@case("desktop.wayfire.keys.layouts")
-def keys_are_places_whatever_the_layout_prints_on_them(program):
-    with WayfireDesktop(program, name="wayfire.keys.layouts") as desktop:
-        window, product = open_editor(desktop), desktop.launch()
-        for layout in ("ru", "fr", "us(dvorak)"):
-            desktop.keyboard.use(layout)
-            for action in ACTIONS:
-                works(desktop, product, window, action, f"in the layout {layout}")
-
-
-@case("desktop.wayfire.keys.held")
-def a_key_that_is_held_counts_once(program):
-    with WayfireDesktop(program, name="wayfire.keys.held") as desktop:
-        window = open_editor(desktop)
-        product = desktop.launch()
-        desktop.keyboard.hold("Control", "Alt", "Up")
-        desktop.holds_frame(window, desktop.work_area(), "the maximized frame")
-        product.until_at_rest()
-        desktop.place(window, NATURAL)
-        # Keys repeat after 0.4 s, 40 times in a second.
-        throughout(1.5, lambda: desktop.frame(window) == NATURAL, "left alone while the key was held",
-                   lambda: desktop.frame(window))
-        desktop.keyboard.release("Control", "Alt", "Up")
 
 
 @case("desktop.wayfire.keys.taken")
@@ -146,7 +83,7 @@ def the_program_ends_and_leaves_no_binding(program):
             works(desktop, product, window, "maximize", f"before the program is {way}")
             desktop.place(window, NATURAL)
             if way == "asked to quit":
-                status, _, errors, _ = run_to_end(desktop.session, program, "--quit")
+                status, _, errors, _ = desktop.ask_program("--quit")
                 assert status == 0, errors
                 product.ended()
             elif way == "terminated":
@@ -177,44 +114,3 @@ def gets_the_keys(desktop: WayfireDesktop, other: Connection) -> bool:
     for number in numbers.values():
         other.ask("command/unregister-binding", **{"binding-id": number})
     return heard == list(numbers.values())
-
-
-@case("desktop.wayfire.restart")
-def a_compositor_that_starts_anew_is_found(program):
-    with WayfireDesktop(program, name="wayfire.restart") as desktop:
-        product = desktop.launch()
-        product.until_status("Active")
-        desktop.session.processes.end(desktop.compositor, signal.SIGKILL)
-        product.until_status("Waiting for permission", POLL)
-        desktop.restart()
-        product.until_status("Active", POLL)
-        window = open_editor(desktop)
-        for action in ACTIONS:
-            works(desktop, product, window, action, "after the restart")
-
-
-@case("desktop.wayfire.hangs")
-def a_compositor_that_hangs_is_found_again(program):
-    with WayfireDesktop(program, name="wayfire.hangs") as desktop:
-        window, product = open_editor(desktop), desktop.launch()
-        product.until_status("Active")
-        desktop.compositor.send_signal(signal.SIGSTOP)
-        for _ in range(12):
-            # Each waits no longer than a turn, so the program stays usable.
-            _, _, _, seconds = run_to_end(desktop.session, program, "--perform", "left-half")
-            assert seconds < 3, f"it took {seconds:.1f} s"
-        desktop.compositor.send_signal(signal.SIGCONT)
-        product.until_status("Active", POLL)
-        for action in ACTIONS:
-            works(desktop, product, window, action, "after the compositor hung")
-
-
-@case("desktop.wayfire.gone")
-def the_program_ends_after_its_compositor(program):
-    with WayfireDesktop(program, name="wayfire.gone") as desktop:
-        product = desktop.launch()
-        product.until_status("Active")
-        desktop.stop()
-        # Before the user can log in again: otherwise a program of the next session would find this one still running.
-        assert product.ended(10.0) == 1
-        assert "Wayfire is gone" in product.errors()

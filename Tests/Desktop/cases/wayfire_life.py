@@ -1,22 +1,17 @@
-"""The program on Wayfire: plugins that are missing, its own window, and its cost while nothing happens."""
+"""The program on Wayfire: plugins that are missing, and its own window."""
 
 from harness.applications import APPLICATIONS
 from harness.popover import GAP, SHADOW, WIDTH
-from harness.product import run_to_end
-from harness.waiting import throughout, until
+from harness.waiting import until
 from harness.wayfire import NEEDED, WayfireDesktop
 from harness.wayfire_ipc import View
 
 from . import case, case_for_each
-from .sway_idle import switches
-from .wayfire_keys import open_editor, works
-
-# The program checks its permission every two seconds, up to ten seconds late.
-POLL = 26.0
+from .compositors import POLL, open_editor, works
 
 
-def told_status(desktop: WayfireDesktop, program) -> str:
-    status, output, errors, _ = run_to_end(desktop.session, program, "--status")
+def told_status(desktop: WayfireDesktop) -> str:
+    status, output, errors, _ = desktop.ask_program("--status")
     assert status == 0, errors
     return output
 
@@ -32,8 +27,8 @@ def a_missing_plugin_is_named_until_the_user_adds_it(program, plugin):
         missing = " ".join(name for name in NEEDED if name not in present)
         wanted = (f"Wayfire lacks plugins that Tessel needs; add “{missing}” to the line “plugins” in the section “core”"
                   f" of {desktop.configuration}")
-        until(lambda: wanted in told_status(desktop, program), "the missing plugins to be named",
-              saw=lambda: told_status(desktop, program))
+        until(lambda: wanted in told_status(desktop), "the missing plugins to be named",
+              saw=lambda: told_status(desktop))
         # Wayfire loads a plugin as soon as it is in the file.
         desktop.configure()
         product.until_status("Active", POLL)
@@ -64,7 +59,7 @@ def a_second_start_opens_the_popover_and_leaving_closes_it(program):
             ]
 
         for leave in ("by Escape", "by another window"):
-            status, _, errors, _ = run_to_end(desktop.session, program)
+            status, _, errors, _ = desktop.ask_program()
             assert (status, errors) == (0, ""), f"the second start ended with {status}: {errors}"
             until(stands_in_the_corner, "the popover to be in the corner", 20.0, desktop.windows)
             until(lambda: desktop.connection.focused() == own_windows(desktop, product)[0].number,
@@ -79,26 +74,3 @@ def a_second_start_opens_the_popover_and_leaving_closes_it(program):
             assert desktop.frame(editor.number) == before
             # A click that closes it must not open it again.
             product.until_at_rest()
-
-
-@case("desktop.wayfire.idle")
-def it_sleeps_while_nothing_happens(program):
-    with WayfireDesktop(program, name="wayfire.idle") as desktop:
-        editor = desktop.open(APPLICATIONS["mousepad"]).number
-        product = desktop.launch()
-        product.until_status("Active")
-        product.until_at_rest()
-        before = switches(product.process.pid)
-        woken = lambda: switches(product.process.pid) - before
-        step = 0
-
-        def drag() -> bool:
-            # A window that is dragged about concerns nobody.
-            nonlocal step
-            step += 1
-            geometry = {"x": 100 + step % 300, "y": 200, "width": 700, "height": 500}
-            desktop.connection.ask("window-rules/configure-view", id=editor, geometry=geometry)
-            return woken() <= 12
-
-        # Only the periodic checks for the permission remain, every two seconds and up to ten late.
-        throughout(12.0, drag, "asleep but for 12 times in 12 s", woken)

@@ -1,56 +1,12 @@
-"""App rules on Wayfire: the first window of a ruled application is placed."""
-
-from dataclasses import replace
+"""App rules on Wayfire, and windows on other workspaces."""
 
 from harness.applications import APPLICATIONS
 from harness.oracle import centred
-from harness.product import run_to_end
-from harness.rect import Rect
 from harness.waiting import until
-from harness.wayfire import WayfireDesktop, WayfireWindow
+from harness.wayfire import WayfireDesktop
 
 from . import case
-
-XTERM = replace(APPLICATIONS["xterm"], environment={"WAYLAND_DISPLAY": ""})
-
-
-def start_with_rules(desktop: WayfireDesktop, rules: dict[str, str]):
-    desktop.session.rules(rules)
-    product = desktop.launch()
-    product.until_status("Active")
-    return product
-
-
-def is_placed(desktop: WayfireDesktop, running: WayfireWindow, action: str, output: int = 0) -> None:
-    def wanted() -> Rect:
-        visible = desktop.work_area(output)
-        return visible if action == "maximize" else centred(desktop.frame(running.number).size, visible)
-
-    until(lambda: desktop.frame(running.number) == wanted(), f"{running.application.name} to stand as by {action}", 5.0,
-          lambda: f"{desktop.window(running.number)}, wanted {wanted()}")
-
-
-def launch(desktop: WayfireDesktop, application) -> WayfireWindow:
-    running = desktop.launch_application(application)
-    desktop.wait_for(running)
-    return running
-
-
-@case("desktop.wayfire.rules.first-window")
-def the_first_window_of_every_kind_of_program_is_placed(program):
-    with WayfireDesktop(program, name="wayfire.rules.first-window") as desktop:
-        start_with_rules(desktop, {
-            "org.xfce.mousepad": "maximize", "featherpad": "center", "debian-xterm": "maximize",
-        })
-        for application, action in (
-            (APPLICATIONS["mousepad"], "maximize"), (APPLICATIONS["featherpad"], "center"), (XTERM, "maximize"),
-            # Again, when it restores its last position.
-            (APPLICATIONS["mousepad"], "maximize"), (APPLICATIONS["mousepad"], "maximize"),
-        ):
-            running = launch(desktop, application)
-            is_placed(desktop, running, action)
-            desktop.end(running)
-
+from .compositors import is_placed, launch, start_with_rules
 
 @case("desktop.wayfire.rules.only-the-first")
 def further_windows_are_left_alone(program):
@@ -91,7 +47,7 @@ def a_window_on_another_workspace_is_placed_there(program):
         desktop.connection.ask("vswitch/set-workspace", **goes, **{"view-id": number})
         until(lambda: desktop.connection.output(output)["workspace"]["x"] == 1 and desktop.is_at_rest(number)
               and desktop.connection.focused() == number, "the window on the other workspace")
-        status, _, errors, _ = run_to_end(desktop.session, program, "--perform", "right-half")
+        status, _, errors, _ = desktop.ask_program("--perform", "right-half")
         assert status == 0, errors
         wanted = area._replace(x=area.x + area.width // 2, width=area.width // 2)
         desktop.holds_frame(number, wanted, "the right half")

@@ -55,7 +55,7 @@ class Hands(Keyboard):
 
 
 class Cinnamon(Gnome):
-    """A context manager, the counterpart of Gnome: Cinnamon descends from the same shell."""
+    """The counterpart of Gnome: Cinnamon descends from the same shell."""
 
     key, backend, title = "cinnamon", "Cinnamon", "Cinnamon"
     monitors = (MONITOR, MONITOR._replace(x=MONITOR.width))
@@ -193,7 +193,7 @@ class Cinnamon(Gnome):
         until(steady, "the item in the panel to be at rest", STARTING, lambda: seen[-5:])
         return seen[-1]
 
-    def _check_log(self) -> None:
+    def check(self) -> None:
         """Checks that Cinnamon has logged no fault of the program's code."""
         log = (self.session.logs / "cinnamon.log").read_text(errors="replace")
         # In a trace, evaluated code has this in the place of its file. Cinnamon logs faults of its own views, too.

@@ -11,6 +11,7 @@ from . import servers
 from .applications import Application
 from .keyboard import Keyboard
 from .picture import save_screen
+from .private_desktop import PrivateDesktop
 from .product import Product
 from .rect import Rect
 from .session import Session
@@ -27,7 +28,7 @@ class RunningApplication:
         self.window = window
 
 
-class Desktop:
+class Desktop(PrivateDesktop):
     """A server, a session, keys and eyes; window manager, applications and program are started by the test.
 
     A context manager: leaving it ends everything, and after a failure prints the logs and saves a picture of the
@@ -35,6 +36,7 @@ class Desktop:
     """
 
     def __init__(self, program: Path | None = None, server=servers.virtual, name: str = "desktop"):
+        super().__init__()
         self.program = program
         self.name = name
         self.session = Session()
@@ -50,7 +52,6 @@ class Desktop:
             raise
         self.manager: WindowManager | None = None
         self.manager_process = None
-        self.products: list[Product] = []
 
     # Window manager
 
@@ -145,17 +146,9 @@ class Desktop:
 
     # The program under test
 
-    def launch(self, *options: str, ready: bool = True, environment: dict[str, str] | None = None) -> Product:
-        product = Product(self.session, self.program, *options, environment=environment)
-        self.products.append(product)
-        if ready:
-            product.until_ready()
-        return product
-
     def press(self, product: Product, action: str) -> None:
         """Presses an action's shortcut and waits until program and window manager have handled it."""
-        self.keyboard.press(action)
-        product.until_at_rest()
+        super().press(product, action)
         self.windows.fence()
 
     # Visible areas
@@ -170,24 +163,8 @@ class Desktop:
 
     # End
 
-    def __enter__(self) -> "Desktop":
-        return self
-
-    def __exit__(self, kind, value, trace) -> None:
-        if kind is not None:
-            self._print_failure()
-        try:
-            if kind is None:
-                for product in self.products:
-                    if product.process.poll() is None:
-                        product.terminate()
-        finally:
-            self.close()
-
-    def _print_failure(self) -> None:
-        print(self.session.log_text(), file=sys.stderr)
-        for product in self.products:
-            print(f"--- statuses: {product.statuses}", file=sys.stderr)
+    def print_failure(self) -> None:
+        super().print_failure()
         folder = os.environ.get("TESSEL_DESKTOP_PICTURES")
         if folder and self.server.process.poll() is None:
             path = Path(folder, f"{self.name}.png")
@@ -195,15 +172,14 @@ class Desktop:
             save_screen(self.server.display, path)
             print(f"--- picture: {path}", file=sys.stderr)
 
-    def close(self) -> None:
-        """Ends everything that runs."""
-        for product in self.products:
-            product.close()
+    def close_connections(self) -> None:
         for connection in (self.windows, self.keyboard):
             try:
                 connection.close()
             except ConnectionClosedError:
                 # Some tests end the server first.
                 pass
-        self.session.close()
+
+    def close(self) -> None:
+        super().close()
         self.server.clear_away()

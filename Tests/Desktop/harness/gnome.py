@@ -7,13 +7,12 @@ Mutter's remote desktop, whose events take the path of real devices.
 import json
 import re
 import signal
-import sys
 import time
 from pathlib import Path
 
 from .gnome_extensions import EYES, form_of, install_eyes, put_extension
 from .holders import COMMON_PURPOSES
-from .product import Product
+from .private_desktop import PrivateDesktop
 from .rect import Rect
 from .session import Session
 from .skipping import Skipped, require
@@ -111,8 +110,9 @@ class Hands:
             self._session("NotifyPointerButton", "(ib)", button, is_down)
 
 
-class Gnome:
-    """A context manager, the counterpart of Desktop on an X server."""
+class Gnome(PrivateDesktop):
+    """The counterpart of Desktop on an X server."""
+
     # The desktop's name in those of the cases, in the program's status, and in that of a holder of keys.
     key, backend, title = "gnome", "GNOME Shell", "GNOME"
     monitors = MONITORS
@@ -120,8 +120,8 @@ class Gnome:
     key_schema = "org.gnome.desktop.wm.keybindings"
 
     def __init__(self, program: Path, name: str, keys_free: bool = True, extension: str = "enabled"):
+        super().__init__()
         self.program, self.name = program, name
-        self.products: list[Product] = []
         self.session = Session()
         self.bus = None
         self.hands = None
@@ -130,7 +130,7 @@ class Gnome:
             self._prepare(keys_free, extension)
             self.start_shell()
         except BaseException:
-            self._print_failure()
+            self.print_failure()
             self.close()
             raise
 
@@ -168,11 +168,8 @@ class Gnome:
             "XDG_SESSION_DESKTOP": session_desktop,
             # Qt 6.11 logs a warning in a session without a portal, and this session has none.
             "QT_LOGGING_RULES": "qt.qpa.services.warning=false;qt.qpa.theme.gnome.warning=false",
-            "DBUS_SESSION_BUS_ADDRESS": f"unix:path={session.runtime}/bus",
         }
-        address = f"--address={environment['DBUS_SESSION_BUS_ADDRESS']}"
-        session.start(["dbus-daemon", "--session", address, "--nofork", "--nopidfile"], "bus")
-        until((session.runtime / "bus").exists, "the bus")
+        session.start_bus()
         start_system_bus(session)
         self.bus = Bus(environment["DBUS_SESSION_BUS_ADDRESS"])
 
@@ -377,46 +374,17 @@ class Gnome:
         self.activate(window)
         return process, window
 
-    def launch(self, *options: str, environment: dict[str, str] | None = None) -> Product:
-        product = Product(self.session, self.program, *options, environment=environment)
-        self.products.append(product)
-        product.until_ready()
-        return product
-
     # End
 
-    def __enter__(self) -> "Gnome":
-        return self
-
-    def __exit__(self, kind, value, trace) -> None:
-        if kind is not None:
-            self._print_failure()
-        try:
-            if kind is None:
-                for product in self.products:
-                    if product.process.poll() is None:
-                        product.terminate()
-                self._check_log()
-        finally:
-            self.close()
-
-    def _check_log(self) -> None:
+    def check(self) -> None:
         """Checks that the shell has logged no fault of the extension."""
         log = (self.session.logs / "gnome-shell.log").read_text(errors="replace")
         complaints = [line for line in log.splitlines() if "JS ERROR" in line or EXTENSION in line]
         assert not complaints, "\n".join(complaints)
 
-    def _print_failure(self) -> None:
-        print(self.session.log_text(), file=sys.stderr)
-        for product in self.products:
-            print(f"--- statuses: {product.statuses}", file=sys.stderr)
-
-    def close(self) -> None:
-        for product in self.products:
-            product.close()
+    def close_connections(self) -> None:
         if self.bus:
             try:
                 self.bus.close()
             except GLib.Error:
                 pass
-        self.session.close()

@@ -7,6 +7,7 @@ import subprocess
 from dataclasses import dataclass
 from pathlib import Path
 
+from .private_desktop import PrivateDesktop
 from .product import Product
 from .rect import Rect
 from .session import Session
@@ -231,7 +232,7 @@ class Client:
     log: str
 
 
-class KWinDesktop:
+class KWinDesktop(PrivateDesktop):
     """A KWin session with two screens. The test starts applications and the program under test."""
 
     def __init__(self, program: Path, layout: str = "us", has_keyboard: bool = True):
@@ -239,9 +240,9 @@ class KWinDesktop:
             raise Skipped("no module gi (Debian package python3-gi)")
         require("kwin_wayland", "kwin-wayland")
         require("Xwayland", "xwayland")
+        super().__init__()
         self.program = program
         self.session = Session()
-        self.products: list[Product] = []
         self.kwin = None
         try:
             self._enter_session()
@@ -251,7 +252,7 @@ class KWinDesktop:
             self.eyes = Eyes(self.bus, self.session.directory)
             self.keyboard = FakeKeyboard(self.session) if has_keyboard else None
         except BaseException:
-            self._close_session()
+            self.close()
             raise
 
     def _enter_session(self) -> None:
@@ -262,12 +263,7 @@ class KWinDesktop:
             "WAYLAND_DISPLAY": "wayland-test", "QT_FORCE_STDERR_LOGGING": "1",
             "QT_LOGGING_RULES": f"js=true;{environment['QT_LOGGING_RULES']}",
         }
-        address = f"unix:path={self.session.runtime}/bus"
-        self.session.processes.start(
-            ["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"], environment, "bus"
-        )
-        until((self.session.runtime / "bus").exists, "the session bus")
-        environment["DBUS_SESSION_BUS_ADDRESS"] = address
+        self.session.start_bus()
 
     def start_kwin(self) -> None:
         """Starts it and waits until it shows windows of both kinds."""
@@ -334,9 +330,7 @@ class KWinDesktop:
     # The program under test
 
     def launch(self, *options: str, status: str | None = "Active") -> Product:
-        product = Product(self.session, self.program, *options)
-        self.products.append(product)
-        product.until_ready()
+        product = super().launch(*options)
         if status:
             product.until_status(status)
         return product
@@ -373,27 +367,7 @@ class KWinDesktop:
 
     # End
 
-    def __enter__(self) -> "KWinDesktop":
-        return self
-
-    def __exit__(self, kind, value, trace) -> None:
-        if kind is not None:
-            print(self.session.log_text())
-            for product in self.products:
-                print(f"--- statuses: {product.statuses}")
-        try:
-            if kind is None:
-                for product in self.products:
-                    if product.process.poll() is None:
-                        product.terminate()
-        finally:
-            for product in self.products:
-                product.close()
-            self._close_session()
-
-    def _close_session(self) -> None:
+    def close_connections(self) -> None:
         # After a normal end request it removes its X server and their files.
         if self.kwin is not None and self.kwin.poll() is None:
             self.stop_kwin()
-        self.session.close()
-

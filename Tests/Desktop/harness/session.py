@@ -22,6 +22,8 @@ class Session:
     """
 
     def __init__(self) -> None:
+        # What comes before each command, as where another user has to run it.
+        self.prefix: list[str] = []
         # Whether the user has seen all that the program shows by itself.
         self.is_welcomed = True
         self.directory = Path(tempfile.mkdtemp(prefix="tessel-desktop-"))
@@ -55,12 +57,14 @@ class Session:
     def enter_display(self, display: str) -> None:
         """Names the display and starts the bus: services that the bus starts must know the display."""
         self.environment["DISPLAY"] = display
+        self.start_bus()
+
+    def start_bus(self) -> None:
+        """Starts the message bus, whose services get the environment as it is now."""
         address = f"unix:path={self.runtime}/bus"
-        self.processes.start(
-            ["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"], self.environment, "bus"
-        )
-        until((self.runtime / "bus").exists, "the session bus")
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+        self.start(["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"], "bus")
+        until((self.runtime / "bus").exists, "the session bus")
 
     def start(self, command: list[str], log: str, extra: dict[str, str] | None = None, **options):
         return self.processes.start(command, {**self.environment, **(extra or {})}, log, **options)

@@ -1,23 +1,18 @@
 """A private sway with headless outputs, its session, keys and state."""
 
 import os
-import signal
 import subprocess
-import sys
 import time
 from contextlib import suppress
 from pathlib import Path
 
-from .applications import Application
-from .product import Product
+from .compositor import FIRST, HEADLESS, SECOND, CompositorDesktop
 from .rect import Rect
 from .session import Session
 from .skipping import Skipped, require
 from .sway_ipc import GET_TREE, RUN_COMMAND, Connection, Window, rect_of, windows_of
 from .waiting import STARTING, until, until_equal
 from .wayland_keyboard import WaylandKeyboard
-
-FIRST, SECOND = Rect(0, 0, 1920, 1080), Rect(1920, 0, 1280, 1024)
 
 CONFIGURATION = """
 output HEADLESS-1 mode 1920x1080 position 0 0
@@ -46,7 +41,6 @@ class UnprivilegedSession(Session):
             "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "sway", "GDK_BACKEND": "wayland",
             "QT_QPA_PLATFORM": "wayland",
         }
-        self.prefix: list[str] = []
         if os.geteuid() == 0:
             require("setpriv", "util-linux")
             user = str(UNPRIVILEGED)
@@ -75,26 +69,12 @@ class UnprivilegedSession(Session):
                         os.chown(Path(folder, name), UNPRIVILEGED, UNPRIVILEGED, follow_symlinks=False)
 
 
-class SwayWindow:
-    """A window of a started program."""
-
-    def __init__(self, application: Application, process):
-        self.application = application
-        self.process = process
-        self.number = 0
-
-
-class SwayDesktop:
-    """A context manager, the counterpart of `Desktop`."""
+class SwayDesktop(CompositorDesktop):
+    title = "sway"
 
     def __init__(self, program: Path | None = None, configuration: str = "", name: str = "sway"):
         require("sway", "sway")
-        self.program = program
-        self.name = name
-        self.session = UnprivilegedSession()
-        self.products: list[Product] = []
-        self.keyboard: WaylandKeyboard | None = None
-        self.connection: Connection | None = None
+        super().__init__(UnprivilegedSession(), program, name)
         self.socket = self.session.runtime / "sway.sock"
         self.configuration = self.session.home / ".config/sway/config"
         try:
@@ -103,7 +83,7 @@ class SwayDesktop:
                     raise Skipped(f"{path} is in a folder that only its owner can enter")
             self.configure(configuration)
             self.start()
-            self._start_bus()
+            self.session.start_bus()
         except BaseException:
             self.close()
             raise
@@ -118,12 +98,9 @@ class SwayDesktop:
     def start(self) -> None:
         self.compositor = self.session.start(
             ["sway", "-c", str(self.configuration)], "sway",
-            {
-                "SWAYSOCK": str(self.socket), "WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman",
-                "WLR_LIBINPUT_NO_DEVICES": "1", "WLR_HEADLESS_OUTPUTS": "2",
-            },
+            HEADLESS | {"SWAYSOCK": str(self.socket)},
         )
-        until(self._answers, "sway to answer", STARTING)
+        self.until_answers(Connection)
         (display,) = {path.name for path in self.session.runtime.glob("wayland-*") if path.suffix != ".lock"}
         reported = self.session.runtime / "display"
         until(lambda: reported.exists() and reported.read_text().endswith("\n"), "the display for programs of X11")
@@ -138,7 +115,7 @@ class SwayDesktop:
 
     def restart(self) -> None:
         """Starts it again at the same sockets after it has ended."""
-        self._disconnect()
+        self.close_connections()
         for path in self.session.runtime.glob("wayland-*"):
             path.unlink()
         (self.session.runtime / "display").unlink()
@@ -146,25 +123,9 @@ class SwayDesktop:
         self.start()
 
     def stop(self) -> None:
-        """Ends it as a logout does."""
-        self._disconnect()
-        self.session.processes.end(self.compositor, signal.SIGTERM)
+        super().stop()
         # At times sway 1.7 does not end and is killed; then its socket stays, as after a crash.
         self.socket.unlink(missing_ok=True)
-
-    def _start_bus(self) -> None:
-        address = f"unix:path={self.session.runtime}/bus"
-        self.session.start(["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"], "bus")
-        until((self.session.runtime / "bus").exists, "the session bus")
-        self.session.environment["DBUS_SESSION_BUS_ADDRESS"] = address
-
-    def _answers(self) -> bool:
-        assert self.compositor.poll() is None, f"sway ended with {self.compositor.returncode}"
-        try:
-            self.connection = Connection(self.socket)
-        except OSError:
-            return False
-        return True
 
     def command(self, text: str) -> None:
         results = self.connection.ask(RUN_COMMAND, text)
@@ -190,38 +151,14 @@ class SwayDesktop:
     def windows(self) -> list[Window]:
         return windows_of(self.tree())
 
-    def window(self, number: int) -> Window:
-        return next(window for window in self.windows() if window.number == number)
+    def has_focus(self, number: int) -> bool:
+        return self.window(number).focused
 
-    def frame(self, number: int) -> Rect:
-        return self.window(number).frame
+    def is_in_layout(self, number: int) -> bool:
+        return not self.window(number).floating
 
-    def open(self, application: Application, *options: str) -> SwayWindow:
-        """Starts an application and waits until its window is there and has the focus."""
-        running = self.launch_application(application, *options)
-        self.wait_for(running)
-        until(lambda: self.window(running.number).focused, f"{application.name} to have the focus")
-        return running
-
-    def launch_application(self, application: Application, *options: str) -> SwayWindow:
-        if application.package:
-            require(application.command[0], application.package)
-        process = self.session.start(
-            [*application.command, *options], application.name, application.environment
-        )
-        return SwayWindow(application, process)
-
-    def wait_for(self, running: SwayWindow, seconds: float = STARTING) -> int:
-        def appeared() -> Window | None:
-            assert running.process.poll() is None, f"{running.application.name} ended"
-            return next((window for window in self.windows() if window.process == running.process.pid), None)
-
-        running.number = until(appeared, f"a window of {running.application.name}", seconds, self.windows).number
-        return running.number
-
-    def end(self, running: SwayWindow) -> None:
-        self.session.processes.end(running.process, signal.SIGKILL)
-        until(lambda: all(window.number != running.number for window in self.windows()), "the window to be gone")
+    def drag(self, number: int, step: int) -> None:
+        self.command(f"[con_id={number}] floating enable, move absolute position {100 + step % 300} px 200 px")
 
     def place(self, number: int, frame: Rect) -> None:
         """Takes a window out of the layout and moves it there, as a person might. Returns when it stays there.
@@ -241,49 +178,3 @@ class SwayDesktop:
             return time.monotonic() - since > STAYING
 
         until(stays, f"the window to stay at {frame}", 10.0, lambda: self.frame(number))
-
-    def holds_frame(self, number: int, frame: Rect, what: str, seconds: float = 5.0) -> None:
-        until_equal(lambda: self.frame(number), frame, what, seconds)
-
-    # The program under test
-
-    def launch(self, *options: str, environment: dict[str, str] | None = None) -> Product:
-        product = Product(self.session, self.program, *options, environment=environment)
-        self.products.append(product)
-        product.until_ready()
-        return product
-
-    def press(self, product: Product, action: str) -> None:
-        """Presses an action's shortcut and waits until the program has handled it."""
-        self.keyboard.press(action)
-        product.until_at_rest()
-
-    # End
-
-    def __enter__(self) -> "SwayDesktop":
-        return self
-
-    def __exit__(self, kind, value, trace) -> None:
-        if kind is not None:
-            print(self.session.log_text(), file=sys.stderr)
-            for product in self.products:
-                print(f"--- statuses: {product.statuses}", file=sys.stderr)
-        try:
-            if kind is None:
-                for product in self.products:
-                    if product.process.poll() is None:
-                        product.terminate()
-        finally:
-            self.close()
-
-    def _disconnect(self) -> None:
-        for connection in (self.keyboard, self.connection):
-            if connection is not None:
-                connection.close()
-        self.keyboard = self.connection = None
-
-    def close(self) -> None:
-        for product in self.products:
-            product.close()
-        self._disconnect()
-        self.session.close()

@@ -3,22 +3,17 @@
 import os
 import re
 import shutil
-import signal
 import subprocess
-import sys
 from contextlib import suppress
 from pathlib import Path
 
-from .applications import Application
-from .product import Product
+from .compositor import FIRST, HEADLESS, SECOND, CompositorDesktop
 from .rect import Rect
 from .session import Session
 from .skipping import Skipped, require
 from .waiting import STARTING, until, until_equal
 from .wayfire_ipc import Connection, View, rect_of
 from .wayland_keyboard import WaylandKeyboard
-
-FIRST, SECOND = Rect(0, 0, 1920, 1080), Rect(1920, 0, 1280, 1024)
 
 # Earlier versions need a graphics card.
 FIRST_VERSION = (0, 10)
@@ -48,39 +43,22 @@ def require_wayfire() -> None:
         raise Skipped(f"Wayfire before 0.10 does not run without a graphics card ({version.strip()})")
 
 
-class WayfireWindow:
-    """A window of a started program."""
-
-    def __init__(self, application: Application, process):
-        self.application = application
-        self.process = process
-        self.number = 0
-
-
-class WayfireDesktop:
-    """A context manager, the counterpart of `Desktop`."""
+class WayfireDesktop(CompositorDesktop):
+    title = "Wayfire"
 
     def __init__(self, program: Path | None = None, configuration: str = "", name: str = "wayfire", needed=NEEDED,
                  others=OTHERS):
         require_wayfire()
-        self.program = program
-        self.name = name
-        self.session = Session()
+        super().__init__(Session(), program, name)
         self.session.environment |= {
             "XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "Wayfire:wlroots", "GDK_BACKEND": "wayland",
             "QT_QPA_PLATFORM": "wayland",
         }
-        self.products: list[Product] = []
-        self.keyboard: WaylandKeyboard | None = None
-        self.connection: Connection | None = None
         self.others = others
         self.configuration = self.session.home / ".config/wayfire.ini"
         try:
             self.configure(configuration, needed)
-            address = f"unix:path={self.session.runtime}/bus"
-            self.session.start(["dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"], "bus")
-            until((self.session.runtime / "bus").exists, "the session bus")
-            self.session.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+            self.session.start_bus()
             self.start(has_ipc=set(NEEDED[:2]) <= set(needed))
         except BaseException:
             self.close()
@@ -95,12 +73,7 @@ class WayfireDesktop:
 
     def start(self, has_ipc: bool = True) -> None:
         self.compositor = self.session.start(
-            ["wayfire", "-r", "-c", str(self.configuration)], "wayfire",
-            {
-                "WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman", "WLR_LIBINPUT_NO_DEVICES": "1",
-                "WLR_HEADLESS_OUTPUTS": "2",
-            },
-        )
+            ["wayfire", "-r", "-c", str(self.configuration)], "wayfire", HEADLESS)
         display = until(self._display, "the compositor's socket", STARTING)
         self.session.environment["WAYLAND_DISPLAY"] = display
         self.socket = self.session.runtime / f"wayfire-{display}-.socket"
@@ -108,7 +81,7 @@ class WayfireDesktop:
             self.connect()
 
     def connect(self) -> None:
-        until(self._answers, "Wayfire to answer", STARTING)
+        self.until_answers(Connection)
         self.session.environment["WAYFIRE_SOCKET"] = str(self.socket)
         until_equal(self.outputs, [FIRST, SECOND], "the outputs", STARTING)
         number = self.connection.ask("stipc/get_xwayland_display")["display"]
@@ -117,29 +90,16 @@ class WayfireDesktop:
 
     def restart(self) -> None:
         """Starts it again at the same sockets after it has ended."""
-        self._disconnect()
+        self.close_connections()
         for pattern in ("wayland-*", "wayfire-*"):
             for path in self.session.runtime.glob(pattern):
                 path.unlink()
         self.start()
 
-    def stop(self) -> None:
-        """Ends it as a logout does."""
-        self._disconnect()
-        self.session.processes.end(self.compositor, signal.SIGTERM)
-
     def _display(self) -> str | None:
         assert self.compositor.poll() is None, f"Wayfire ended with {self.compositor.returncode}"
         names = {path.name for path in self.session.runtime.glob("wayland-*") if path.suffix != ".lock"}
         return names.pop() if names else None
-
-    def _answers(self) -> bool:
-        assert self.compositor.poll() is None, f"Wayfire ended with {self.compositor.returncode}"
-        try:
-            self.connection = Connection(self.socket)
-        except OSError:
-            return False
-        return True
 
     # Outputs and windows
 
@@ -155,36 +115,15 @@ class WayfireDesktop:
     def windows(self) -> list[View]:
         return self.connection.views()
 
-    def window(self, number: int) -> View:
-        return next(view for view in self.windows() if view.number == number)
+    def has_focus(self, number: int) -> bool:
+        return self.connection.focused() == number
 
-    def frame(self, number: int) -> Rect:
-        return self.window(number).frame
+    def is_in_layout(self, number: int) -> bool:
+        return self.window(number).tiled
 
-    def open(self, application: Application, *options: str) -> WayfireWindow:
-        """Starts an application and waits until its window is there and has the focus."""
-        running = self.launch_application(application, *options)
-        self.wait_for(running)
-        until(lambda: self.connection.focused() == running.number, f"{application.name} to have the focus")
-        return running
-
-    def launch_application(self, application: Application, *options: str) -> WayfireWindow:
-        if application.package:
-            require(application.command[0], application.package)
-        process = self.session.start([*application.command, *options], application.name, application.environment)
-        return WayfireWindow(application, process)
-
-    def wait_for(self, running: WayfireWindow, seconds: float = STARTING) -> int:
-        def appeared() -> View | None:
-            assert running.process.poll() is None, f"{running.application.name} ended"
-            return next((view for view in self.windows() if view.process == running.process.pid), None)
-
-        running.number = until(appeared, f"a window of {running.application.name}", seconds, self.windows).number
-        return running.number
-
-    def end(self, running: WayfireWindow) -> None:
-        self.session.processes.end(running.process, signal.SIGKILL)
-        until(lambda: all(view.number != running.number for view in self.windows()), "the window to be gone")
+    def drag(self, number: int, step: int) -> None:
+        geometry = {"x": 100 + step % 300, "y": 200, "width": 700, "height": 500}
+        self.connection.ask("window-rules/configure-view", id=number, geometry=geometry)
 
     def place(self, number: int, frame: Rect) -> Rect:
         """Moves a window there as a person might, and focuses it. Returns its frame, which may be another one."""
@@ -210,22 +149,6 @@ class WayfireDesktop:
         self.connection.ask("grid/slot_c", view_id=number, output_id=view.output)
         until(lambda: self.window(number).tiled, "the window to be maximized", 10.0, lambda: self.window(number))
 
-    def holds_frame(self, number: int, frame: Rect, what: str, seconds: float = 5.0) -> None:
-        until_equal(lambda: self.frame(number), frame, what, seconds)
-
-    # The program under test
-
-    def launch(self, *options: str, environment: dict[str, str] | None = None) -> Product:
-        product = Product(self.session, self.program, *options, environment=environment)
-        self.products.append(product)
-        product.until_ready()
-        return product
-
-    def press(self, product: Product, action: str) -> None:
-        """Presses an action's shortcut and waits until the program has handled it."""
-        self.keyboard.press(action)
-        product.until_at_rest()
-
     def save_picture(self, name: str) -> None:
         """Saves a picture of both outputs where the tests keep pictures, if the tool for it is installed."""
         folder = os.environ.get("TESSEL_DESKTOP_PICTURES")
@@ -233,34 +156,7 @@ class WayfireDesktop:
             Path(folder).mkdir(parents=True, exist_ok=True)
             self.session.run(["grim", f"{folder}/{self.name} {name}.png"])
 
-    # End
-
-    def __enter__(self) -> "WayfireDesktop":
-        return self
-
-    def __exit__(self, kind, value, trace) -> None:
-        if kind is not None:
-            print(self.session.log_text(), file=sys.stderr)
-            with suppress(Exception):
-                self.save_picture("failed")
-            for product in self.products:
-                print(f"--- statuses: {product.statuses}", file=sys.stderr)
-        try:
-            if kind is None:
-                for product in self.products:
-                    if product.process.poll() is None:
-                        product.terminate()
-        finally:
-            self.close()
-
-    def _disconnect(self) -> None:
-        for connection in (self.keyboard, self.connection):
-            if connection is not None:
-                connection.close()
-        self.keyboard = self.connection = None
-
-    def close(self) -> None:
-        for product in self.products:
-            product.close()
-        self._disconnect()
-        self.session.close()
+    def print_failure(self) -> None:
+        super().print_failure()
+        with suppress(Exception):
+            self.save_picture("failed")

@@ -1,7 +1,10 @@
+#include "CorvidKit/HotKeys.h"
 #include "Platform/Hyprland/Desktop.h"
 #include "Platform/Linux/Windows/Elements.h"
 #include "Platform/Seam/Platform.h"
 #include "Platform/Simulated/Desktop.h"
+#include "Tessel/AppState.h"
+#include "Tessel/RemoteControl.h"
 #include "Tessel/WindowMover.h"
 #include "Tests/Platform/Hyprland/OpenHyprland.h"
 #include "Tests/Platform/Linux/Applications/PlainApplications.h"
@@ -9,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <any>
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -157,6 +161,44 @@ TEST(HyprlandDesktop, TellsOfApplicationsByTheirFirstWindows) {
     peer.open({.address = 7, .process = ::getpid(), .appId = "editor"});
     EXPECT_TRUE(runUntil(loop, [&] { return !launched.empty(); }));
     EXPECT_EQ(launched, std::vector<std::string>{"editor"});
+}
+
+TEST(HyprlandDesktop, AnActionThatASilentCompositorHasNotCarriedOutIsNotDone) {
+    FakeHyprland peer;
+    linux::MainLoop loop;
+    linux::PlainIdentification identification;
+    linux::PlainCatalogue catalogue;
+    simulated::Desktop other;
+    peer.setWindows({{.address = 7, .box = {{40, 60}, {400, 300}}}});
+    peer.setFocused(7);
+    Desktop desktop(loop, peer.facts(), titleOf);
+    const Platform table = other.around(desktop.parts(), catalogue);
+    const Installation installation{table};
+    desktop.followApplications(identification, catalogue);
+    corvid::HotKeyDispatcher dispatcher;
+    tessel::AppState state(other.standardUserDefaults, false, dispatcher);
+    tessel::RemoteControl control(state, {.version = "1.2",
+                                          .localization = other.localization,
+                                          .application = other.thisApplication,
+                                          .backend = [] { return std::string("Hyprland"); },
+                                          .open = [] {}});
+    std::vector<bool> answers;
+    const auto isDone = [&](const char* action) {
+        answers.clear();
+        loop.post([&control, &answers, action] {
+            control.perform(action, [&answers](const auto& answer) { answers.push_back(answer.has_value()); });
+        });
+        EXPECT_TRUE(runUntil(loop, [&] {
+            other.mainActor.advance(std::chrono::milliseconds(10));
+            return !answers.empty();
+        }));
+        return answers == std::vector<bool>{true};
+    };
+    EXPECT_TRUE(isDone("leftHalf"));
+    peer.behave(FakeHyprland::Manners::silent);
+    EXPECT_FALSE(isDone("rightHalf"));
+    peer.behave(FakeHyprland::Manners::good);
+    EXPECT_TRUE(isDone("rightHalf"));
 }
 
 TEST(HyprlandDesktop, EndsTheLoopSoonAfterTheUserHasLoggedOut) {

@@ -3,6 +3,7 @@
 #include "Platform/Sway/HotKeys.h"
 #include "Platform/Sway/WindowAccess.h"
 #include "Tests/Platform/I3Ipc/FakeSway.h"
+#include "Tests/Platform/Linux/RunUntil.h"
 
 #include <functional>
 #include <string>
@@ -14,8 +15,9 @@ struct OpenWindowAccess {
 
     OpenWindowAccess();
 
-    /// Runs the loop until it holds; false if it does not within some seconds.
-    [[nodiscard]] bool runUntil(const std::function<bool()>& condition);
+    [[nodiscard]] bool runUntil(const std::function<bool()>& condition) {
+        return platform::linux::runUntil(loop, condition);
+    }
 
     /// Sends an event without contents that triggers a reading of the layout, and waits for that.
     [[nodiscard]] bool refresh();

@@ -2,9 +2,8 @@
 
 #include "Platform/Wayfire/HotKeys.h"
 #include "Platform/Wayfire/WindowAccess.h"
+#include "Tests/Platform/Linux/RunUntil.h"
 #include "Tests/Platform/Wayfire/FakeWayfire.h"
-
-#include <poll.h>
 
 #include <chrono>
 #include <functional>
@@ -15,20 +14,7 @@ namespace platform::wayfire {
 struct OpenWindowAccess {
     static constexpr ProcessIdentifier ownProcess = 4711;
 
-    /// Runs the loop until it holds; false if it does not within some seconds.
-    [[nodiscard]] bool runUntil(const std::function<bool()>& condition) {
-        constexpr std::chrono::seconds patience{10};
-        const Instant end = loop.now() + patience;
-        while (loop.serve() != HostedLoop::Outlook::ended && loop.now() < end) {
-            if (condition()) {
-                return true;
-            }
-            constexpr int milliseconds = 5;
-            pollfd waiting{.fd = loop.descriptor(), .events = POLLIN, .revents = 0};
-            ::poll(&waiting, 1, milliseconds);
-        }
-        return condition();
-    }
+    [[nodiscard]] bool runUntil(const std::function<bool()>& condition) { return linux::runUntil(loop, condition); }
 
     /// Sends an event that triggers a reading, and waits for that.
     [[nodiscard]] bool refresh() {

@@ -54,7 +54,7 @@ TEST(SessionBus, AClientThatKnowsTheNameCanCallTheProgram) {
     bus.start();
     ControlServer server(onBus(bus.address()), called("1"));
     EXPECT_EQ(versionOnBus(bus, "1"), "1");
-    EXPECT_TRUE(ControlClient::onBus(bus.address()).perform("center"));
+    EXPECT_TRUE(perform(ControlClient::onBus(bus.address()), "center"));
     EXPECT_TRUE(ControlClient::onBus(bus.address()).quit());
     const auto asked = server.asked();
     EXPECT_EQ(asked.back(), "quit");

@@ -24,10 +24,18 @@ ControlAnswer<ControlStatus> RecordedRequests::status() {
     return report;
 }
 
-ControlAnswer<void> RecordedRequests::perform(std::string_view action) {
+void RecordedRequests::perform(std::string_view action, Answered answered) {
     asked.push_back("perform " + std::string(action));
     const auto refusal = refusals.find(action);
-    return refusal == refusals.end() ? ControlAnswer<void>() : std::unexpected(refusal->second);
+    const auto reply = [answered = std::move(answered),
+                        result = refusal == refusals.end() ? ControlAnswer<void>() : std::unexpected(refusal->second)] {
+        answered(result);
+    };
+    if (delay) {
+        delay(reply);
+    } else {
+        reply();
+    }
 }
 
 ControlAnswer<void> RecordedRequests::setRule(std::string_view bundleIdentifier, std::string_view action) {
@@ -84,6 +92,12 @@ void ControlServer::end() {
         EXPECT_EQ(::eventfd_write(ending.get(), 1), 0);
         thread.join();
     }
+}
+
+ControlAnswer<void> perform(platform::ControlRequests&& program, std::string_view action) {
+    ControlAnswer<void> answer;
+    program.perform(action, [&answer](const ControlAnswer<void>& given) { answer = given; });
+    return answer;
 }
 
 platform::linux::Session uniqueSession(const std::string& name) {

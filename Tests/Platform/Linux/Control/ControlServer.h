@@ -20,7 +20,7 @@ public:
 
     platform::ControlAnswer<void> open() override { return answer("open"); }
     platform::ControlAnswer<platform::ControlStatus> status() override;
-    platform::ControlAnswer<void> perform(std::string_view action) override;
+    void perform(std::string_view action, Answered answered) override;
     platform::ControlAnswer<void> setRule(std::string_view bundleIdentifier, std::string_view action) override;
     platform::ControlAnswer<void> setBorrowsShortcuts(bool borrows) override {
         return answer(borrows ? "take shortcuts" : "give back shortcuts");
@@ -31,6 +31,8 @@ public:
     platform::ControlStatus report;
     /// The reply of `perform` to an action; empty: it succeeds.
     std::map<std::string, platform::ControlRefusal, std::less<>> refusals;
+    /// Runs the reply of `perform`, at once or later; empty: at once.
+    std::function<void(std::function<void()>)> delay;
 
 private:
     platform::ControlAnswer<void> answer(std::string line);
@@ -69,6 +71,9 @@ private:
     std::vector<std::string> record;
     std::thread thread;
 };
+
+/// Asks to perform an action and waits for the answer.
+[[nodiscard]] platform::ControlAnswer<void> perform(platform::ControlRequests&& program, std::string_view action);
 
 /// A session that no other test and no other run of this one has, in a runtime folder of this process.
 [[nodiscard]] platform::linux::Session uniqueSession(const std::string& name);

@@ -44,7 +44,7 @@ TEST(ControlSocket, HandsEveryRequestOnWithItsArguments) {
     const Session session = uniqueSession("requests");
     ControlServer server(session);
     EXPECT_TRUE(ControlClient::ofSession(session).open());
-    EXPECT_TRUE(ControlClient::ofSession(session).perform("leftHalf"));
+    EXPECT_TRUE(perform(ControlClient::ofSession(session), "leftHalf"));
     EXPECT_TRUE(ControlClient::ofSession(session).setRule("org.example.Übung", "none"));
     EXPECT_TRUE(ControlClient::ofSession(session).setBorrowsShortcuts(true));
     EXPECT_TRUE(ControlClient::ofSession(session).setBorrowsShortcuts(false));
@@ -91,9 +91,56 @@ TEST(ControlSocket, ARefusalArrivesWithItsKindAndReason) {
         }
     });
     for (const ControlRefusal& refusal : refusals) {
-        EXPECT_EQ(ControlClient::ofSession(session).perform(refusal.reason), std::unexpected(refusal));
+        EXPECT_EQ(perform(ControlClient::ofSession(session), refusal.reason), std::unexpected(refusal));
     }
     EXPECT_TRUE(quit(session));
+}
+
+TEST(ControlSocket, AnAnswerThatIsGivenLaterArrives) {
+    const Session session = uniqueSession("later");
+    std::vector<std::unique_ptr<ScheduledWork>> later;
+    const ControlServer server(
+        [&](MainLoop& loop, RecordedRequests& requests, const std::function<void()>& run) {
+            requests.refusals.emplace("second", ControlRefusal{.kind = Kind::failed, .reason = "late"});
+            requests.delay = [&](const std::function<void()>& reply) {
+                later.push_back(loop.schedule(loop.now() + std::chrono::milliseconds(20), {}, reply));
+            };
+            auto instance = SingleInstance::acquire(session);
+            ASSERT_TRUE(instance);
+            ControlSocket socket(loop, *instance);
+            socket.serve(requests);
+            run();
+            later.clear();
+        },
+        [](RecordedRequests&) {});
+    EXPECT_TRUE(perform(ControlClient::ofSession(session), "first"));
+    EXPECT_EQ(perform(ControlClient::ofSession(session), "second"),
+              std::unexpected(ControlRefusal{.kind = Kind::failed, .reason = "late"}));
+}
+
+TEST(ControlSocket, AnAnswerToACallerThatIsGoneHarmsNobody) {
+    const Session session = uniqueSession("gone");
+    std::vector<std::function<void()>> replies;
+    ControlServer server(
+        [&](MainLoop& loop, RecordedRequests& requests, const std::function<void()>& run) {
+            // The first caller waits in vain until its patience ends, and is answered then.
+            requests.delay = [&](const std::function<void()>& reply) {
+                replies.push_back(reply);
+                if (replies.size() == 2) {
+                    replies[0]();
+                    replies[1]();
+                }
+            };
+            auto instance = SingleInstance::acquire(session);
+            ASSERT_TRUE(instance);
+            ControlSocket socket(loop, *instance);
+            socket.serve(requests);
+            run();
+            replies.clear();
+        },
+        [](RecordedRequests&) {});
+    EXPECT_EQ(perform(ControlClient::ofSession(session), "first").error().kind, Kind::noAnswer);
+    EXPECT_TRUE(perform(ControlClient::ofSession(session), "second"));
 }
 
 TEST(ControlSocket, WithoutARunningProgramEveryRequestReportsThat) {
