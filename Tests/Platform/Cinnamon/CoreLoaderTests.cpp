@@ -181,6 +181,22 @@ TEST_F(TheCore, IsSentToTheNextCinnamonIfOneEndsBeforeItsReply) {
     EXPECT_EQ(evaluations(), 1);
 }
 
+TEST_F(TheCore, ThatOneCinnamonRefusedIsNewToTheNext) {
+    answerEval(0, "");
+    int refusals = 0;
+    loader.onRefusal([&] { ++refusals; });
+    ASSERT_TRUE(untilObstacle(refusal("it does not evaluate code")));
+    shell.reset();
+    ASSERT_TRUE(until([&] { return link->obstacle() == shellcore::ShellLink::Obstacle::noShell; }));
+    // The attempt that was due is gone with it.
+    ASSERT_TRUE(pass(3 * CoreLoader::soonestRetry));
+    EXPECT_EQ(refusals, 1);
+    shell.emplace(bus.address(), place);
+    leavePending();
+    ASSERT_TRUE(until([&] { return evaluations() > 0; }));
+    EXPECT_EQ(loader.obstacle(), CoreLoader::silence());
+}
+
 TEST_F(TheCore, OfAFormerRunMakesWayForThisOnes) {
     // A program that was killed is gone for Cinnamon only when the bus has said so.
     answerEval(1, R"("Error: an object is exported already")");
