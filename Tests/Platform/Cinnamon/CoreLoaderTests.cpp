@@ -155,6 +155,22 @@ TEST_F(TheCore, IsNotSentAgainByAnAttemptThatWasDueBeforeItAnswered) {
     EXPECT_EQ(loader.obstacle(), std::nullopt);
 }
 
+TEST_F(TheCore, ThatAnswersBeforeCinnamonRepliesIsNotSentAgain) {
+    linux::OwnedMessage pending;
+    shell->answer("Eval", [&](sd_bus_message* call) {
+        pending.reset(sd_bus_message_ref(call));
+        shell->setCore(true);
+    });
+    ASSERT_TRUE(until([&] { return link->isOpen(); }));
+    const auto before = evaluations();
+    shell->run([&] {
+        sd_bus_reply_method_return(pending.get(), "bs", 0, "");
+        pending.reset();
+    });
+    ASSERT_TRUE(pass(2 * std::max(patience, CoreLoader::soonestRetry)));
+    EXPECT_EQ(evaluations(), before);
+}
+
 TEST_F(TheCore, ThatCinnamonRanButDidNotKeepIsReportedAndSentAgain) {
     ASSERT_TRUE(untilObstacle(refusal("the code does not answer")));
     const auto before = evaluations();
