@@ -6,10 +6,12 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace platform::cinnamon {
 namespace {
@@ -114,6 +116,7 @@ TEST_F(TheCore, IsSentUntilCinnamonAcceptsIt) {
     int refusals = 0;
     loader.onRefusal([&] { ++refusals; });
     ASSERT_TRUE(untilObstacle(refusal("Eval is closed")));
+    ASSERT_TRUE(until([&] { return evaluations() >= 3; }));
     answerEval(1, "\"\"");
     const auto before = evaluations();
     ASSERT_TRUE(until([&] { return evaluations() > before; }));
@@ -121,6 +124,21 @@ TEST_F(TheCore, IsSentUntilCinnamonAcceptsIt) {
     ASSERT_TRUE(until([&] { return link->isOpen(); }));
     EXPECT_EQ(loader.obstacle(), std::nullopt);
     EXPECT_EQ(refusals, 1) << "another failure for the same reason is no news";
+}
+
+TEST_F(TheCore, IsSentAtIntervalsThatDouble) {
+    std::vector<std::chrono::steady_clock::time_point> sent;
+    shell->answer("Eval", [&](sd_bus_message* call) {
+        sent.push_back(std::chrono::steady_clock::now());
+        sd_bus_reply_method_return(call, "bs", 0, "");
+    });
+    ASSERT_TRUE(until([&] { return evaluations() >= 4; }));
+    shell->run([&] {
+        Duration least = CoreLoader::soonestRetry;
+        for (std::size_t number = 1; number < sent.size(); ++number, least *= 2) {
+            EXPECT_GE(sent[number] - sent[number - 1], least) << number;
+        }
+    });
 }
 
 TEST_F(TheCore, ThatIsRefusedIsReportedWithTheReason) {
