@@ -10,6 +10,7 @@ from harness.placements import part
 from harness.rect import Rect
 from harness.skipping import require
 from harness.sway import SwayDesktop
+from harness.system_bus import start_system_bus
 from harness.waiting import until, until_equal
 from harness.wayfire import WayfireDesktop
 from harness.window_managers import WINDOW_MANAGERS
@@ -94,6 +95,8 @@ def a_key_of_cinnamon(program):
         # Cinnamon includes muffin and a panel of its own.
         desktop.manager = WINDOW_MANAGERS["muffin"]
         desktop.manager.free_keys(desktop.session)
+        # Cinnamon 6.6 asks it for the keyboard's layout, and does not start without it.
+        start_system_bus(desktop.session)
         desktop.manager_process = desktop.session.start(["cinnamon"], "cinnamon")
         desktop.until_settled()
         window = desktop.open(APPLICATIONS["mousepad"]).window

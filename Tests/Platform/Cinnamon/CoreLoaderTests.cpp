@@ -6,10 +6,12 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace platform::cinnamon {
 namespace {
@@ -114,6 +116,7 @@ TEST_F(TheCore, IsSentUntilCinnamonAcceptsIt) {
     int refusals = 0;
     loader.onRefusal([&] { ++refusals; });
     ASSERT_TRUE(untilObstacle(refusal("Eval is closed")));
+    ASSERT_TRUE(until([&] { return evaluations() >= 3; }));
     answerEval(1, "\"\"");
     const auto before = evaluations();
     ASSERT_TRUE(until([&] { return evaluations() > before; }));
@@ -121,6 +124,21 @@ TEST_F(TheCore, IsSentUntilCinnamonAcceptsIt) {
     ASSERT_TRUE(until([&] { return link->isOpen(); }));
     EXPECT_EQ(loader.obstacle(), std::nullopt);
     EXPECT_EQ(refusals, 1) << "another failure for the same reason is no news";
+}
+
+TEST_F(TheCore, IsSentAtIntervalsThatDouble) {
+    std::vector<std::chrono::steady_clock::time_point> sent;
+    shell->answer("Eval", [&](sd_bus_message* call) {
+        sent.push_back(std::chrono::steady_clock::now());
+        sd_bus_reply_method_return(call, "bs", 0, "");
+    });
+    ASSERT_TRUE(until([&] { return evaluations() >= 4; }));
+    shell->run([&] {
+        Duration least = CoreLoader::soonestRetry;
+        for (std::size_t number = 1; number < sent.size(); ++number, least *= 2) {
+            EXPECT_GE(sent[number] - sent[number - 1], least) << number;
+        }
+    });
 }
 
 TEST_F(TheCore, ThatIsRefusedIsReportedWithTheReason) {
@@ -155,6 +173,22 @@ TEST_F(TheCore, IsNotSentAgainByAnAttemptThatWasDueBeforeItAnswered) {
     EXPECT_EQ(loader.obstacle(), std::nullopt);
 }
 
+TEST_F(TheCore, ThatAnswersBeforeCinnamonRepliesIsNotSentAgain) {
+    linux::OwnedMessage pending;
+    shell->answer("Eval", [&](sd_bus_message* call) {
+        pending.reset(sd_bus_message_ref(call));
+        shell->setCore(true);
+    });
+    ASSERT_TRUE(until([&] { return link->isOpen(); }));
+    const auto before = evaluations();
+    shell->run([&] {
+        sd_bus_reply_method_return(pending.get(), "bs", 0, "");
+        pending.reset();
+    });
+    ASSERT_TRUE(pass(2 * std::max(patience, CoreLoader::soonestRetry)));
+    EXPECT_EQ(evaluations(), before);
+}
+
 TEST_F(TheCore, ThatCinnamonRanButDidNotKeepIsReportedAndSentAgain) {
     ASSERT_TRUE(untilObstacle(refusal("the code does not answer")));
     const auto before = evaluations();
@@ -179,6 +213,22 @@ TEST_F(TheCore, IsSentToTheNextCinnamonIfOneEndsBeforeItsReply) {
     runTheCore();
     ASSERT_TRUE(until([&] { return link->isOpen(); }));
     EXPECT_EQ(evaluations(), 1);
+}
+
+TEST_F(TheCore, ThatOneCinnamonRefusedIsNewToTheNext) {
+    answerEval(0, "");
+    int refusals = 0;
+    loader.onRefusal([&] { ++refusals; });
+    ASSERT_TRUE(untilObstacle(refusal("it does not evaluate code")));
+    shell.reset();
+    ASSERT_TRUE(until([&] { return link->obstacle() == shellcore::ShellLink::Obstacle::noShell; }));
+    // The attempt that was due is gone with it.
+    ASSERT_TRUE(pass(3 * CoreLoader::soonestRetry));
+    EXPECT_EQ(refusals, 1);
+    shell.emplace(bus.address(), place);
+    leavePending();
+    ASSERT_TRUE(until([&] { return evaluations() > 0; }));
+    EXPECT_EQ(loader.obstacle(), CoreLoader::silence());
 }
 
 TEST_F(TheCore, OfAFormerRunMakesWayForThisOnes) {
