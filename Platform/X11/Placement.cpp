@@ -72,13 +72,9 @@ bool Placement::foresee() {
     if (facts == nullptr || facts->isFullscreen || facts->isMaximized() || !facts->sizeHints.hasIncrements()) {
         return false;
     }
-    // A window manager that rounds up only gets sizes that the window takes, so it has nothing to round.
-    const bool isRoundingKnown = roundsByHints || facts->roundsByHints ||
-                                 (turn.tilingManager() != nullptr && turn.tilingManager()->roundsSizesUp());
     // A tiled window gets a size in any case.
-    const bool isPredictable =
-        facts->isTiled ? facts->decorationOutside.has_value() : waiting->request.size.has_value();
-    if (!isRoundingKnown || !isPredictable) {
+    const bool isKnown = facts->isTiled ? facts->decorationOutside.has_value() : waiting->request.size.has_value();
+    if (!isKnown || (!roundsByHints && !facts->roundsByHints)) {
         return false;
     }
     FrameGeometry reckoned = facts->geometry;

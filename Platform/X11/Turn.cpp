@@ -150,7 +150,8 @@ const WindowFacts* Turn::windowInLayout(const WindowFacts& facts, xcb_window_t w
         laidOut.geometry.decoration = widened({}, facts.borderWidth);
     }
     laidOut.isTiled = isTiled;
-    laidOut.roundsByHints = roundsByHints;
+    // A window manager that rounds up only gets sizes that the window takes, so it has nothing to round.
+    laidOut.roundsByHints = roundsByHints || tiling->roundsSizesUp();
     if (isTiled && tiling->roundsSizesUp()) {
         // Its future size. An action that keeps the size keeps this one, and finds the same when it is repeated.
         const Extents decoration =

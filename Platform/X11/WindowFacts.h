@@ -29,7 +29,7 @@ struct WindowFacts {
     bool isTiled = false;
     /// The decoration that it will have outside the layout, if that is known and `geometry` has not taken it up.
     std::optional<Extents> decorationOutside = {};
-    /// Whether its window manager is known to round its size down by its hints when it floats.
+    /// Whether it is known to take the size that its hints allow, rounded down, when it floats.
     bool roundsByHints = false;
     /// Whether the decoration comes from a tiling window manager, or from the window around the client.
     bool isLaidOut = false;
