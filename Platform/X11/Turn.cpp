@@ -79,11 +79,11 @@ bool Turn::complete(RootFacts& facts) {
         facts.workAreas.clear();
     }
     if (!capabilities.listsWindows) {
-        auto windows = readWindowsWithState(connection, guess.clients);
-        if (!windows) {
+        auto managed = readWindowsWithState(connection, guess.clients);
+        if (!managed) {
             return false;
         }
-        facts.clients = *std::move(windows);
+        facts.clients = *std::move(managed);
     }
     // Some window managers name the keyboard focus, which is no window while it follows the pointer.
     const bool isNamed =
