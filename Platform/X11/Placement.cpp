@@ -132,7 +132,6 @@ std::optional<Placement::Sent> Placement::configureJob(const std::optional<Fores
 
 void Placement::configureIfElsewhere(const Sent& sent) {
     // fvwm drops the whole message if the window has a fixed size; evilwm puts the client at the place of the frame.
-    // The window was read after the message.
     const WindowFacts* facts = turn.windowWithFrame(sent.job.window);
     if (facts == nullptr || facts->isMaximized() || turn.tilingManager() != nullptr || isInPlace(sent, *facts)) {
         return;
@@ -168,7 +167,8 @@ void Placement::correctPosition(const Sent& sent, FrameGeometry before, const Sc
         watch.dropReports();
         askByConfiguring(sent, before);
         facts = readConfigured(sent, before.client, watch);
-        if (facts == nullptr) {
+        const bool isUnchanged = facts == nullptr || facts->geometry.client == before.client;
+        if (isUnchanged && before.client != sent.before.client) {
             // flwm takes the position for the client's, and had kept the frame at the edge of the screen.
             configuredPositions.observe({}, {}, sent.sizeHints.gravity, before.decoration);
             askByConfiguring(sent, before);

@@ -223,8 +223,7 @@ void Turn::takeWorkSpace(WorkSpace read) {
         const xcb_window_t frame =
             client == XCB_WINDOW_NONE ? xcb_window_t{XCB_WINDOW_NONE} : readFrame(connection, client);
         if (bars.struts.empty() && frame != XCB_WINDOW_NONE) {
-            const std::vector<Strut> own =
-                strutsOfEdgeBars(read.rootSize, readUnmanagedWindowsOf(connection, frame));
+            const std::vector<Strut> own = strutsOfEdgeBars(read.rootSize, readUnmanagedWindowsOf(connection, frame));
             read.struts.insert(read.struts.end(), own.begin(), own.end());
         }
     }

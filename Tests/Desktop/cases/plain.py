@@ -151,7 +151,7 @@ def its_end_and_its_return_are_noticed(program, manager):
 
 
 # Those that do not maximize windows on request.
-WITHOUT_REQUEST = ("mwm", "lwm", "twm", "9wm", "flwm", "miwm", "wm2", "fvwm1", "vtwm")
+WITHOUT_REQUEST = ("mwm", "lwm", "twm", "9wm", "flwm", "miwm", "wm2", "vtwm")
 MAXIMIZING = [name for name in PLAIN_MANAGERS if name not in WITHOUT_REQUEST]
 BOTH = ("MAXIMIZED_VERT", "MAXIMIZED_HORZ")
 

@@ -73,7 +73,6 @@ PLAIN_MANAGERS = {
         PlainManager("flwm", "flwm", ("flwm",), honours_increments=False),
         PlainManager("miwm", "miwm", ("miwm",), honours_increments=False),
         PlainManager("wm2", "wm2", ("wm2",), honours_increments=False),
-        PlainManager("fvwm1", "fvwm1", ("fvwm1",), honours_increments=False),
         PlainManager("vtwm", "vtwm", ("vtwm",), ((".vtwmrc", TWM),), {"LC_ALL": "C"}, honours_increments=False),
     )
 }

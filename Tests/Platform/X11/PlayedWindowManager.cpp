@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <csignal>
@@ -145,15 +146,18 @@ private:
         constexpr std::uint16_t all =
             XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
         const auto& chain = frames.at(client);
-        std::array<std::uint32_t, 4> values{word(x), word(y), width, height + word(manners.title)};
+        std::array<std::uint32_t, 4> values{word(x), word(y), width + word(manners.left + manners.right),
+                                            height + word(manners.title)};
         for (std::size_t index = 0; index < chain.size(); ++index) {
             // Only the innermost has the title bar above the client.
             xcb_configure_window(connection, chain[index], all, values.data());
             values[0] = values[1] = 0;
         }
         if (!chain.empty()) {
+            values[0] = word(manners.left);
             values[1] = word(manners.title);
         }
+        values[2] = width;
         values[3] = height;
         xcb_configure_window(connection, client, all, values.data());
     }
@@ -164,18 +168,23 @@ private:
         }
         const int border = manners.border;
         const int title = manners.frames == 0 ? 0 : manners.title;
+        const int left = manners.frames == 0 ? 0 : manners.left;
         int x = request.x;
         int y = request.y;
         if (manners.reference == Reference::client ||
             (manners.reference == Reference::gravity && isStatic(request.window))) {
-            x -= border;
+            x -= border + left;
             y -= border + title;
         } else if (manners.reference == Reference::frameWithoutBorder) {
             x -= border;
             y -= border;
         }
+        if (manners.keepsCorner) {
+            x = std::max(x, -1);
+            y = std::max(y, -1);
+        }
         place(request.window, x, y, request.width, request.height);
-        send(request.window, x + border, y + border + title, request.width, request.height);
+        send(request.window, x + border + left, y + border + title, request.width, request.height);
     }
 
     void moveAlone(xcb_configure_request_event_t request) {

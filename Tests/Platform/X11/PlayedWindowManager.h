@@ -29,6 +29,9 @@ public:
         int frames = 1;
         std::uint16_t border = 2;
         std::int16_t title = 18;
+        /// The width of the frame beside the client, within the border.
+        std::int16_t left = 3;
+        std::int16_t right = 5;
         /// The pause before it handles requests for its own windows; it handles others at once.
         std::chrono::milliseconds pause{};
         /// Whether it moves a window before that pause, and only resizes it afterwards.
@@ -37,6 +40,8 @@ public:
         bool removesBorders = false;
         /// Whether it owns the selection of window managers.
         bool ownsSelection = false;
+        /// Whether it keeps the corner of a frame at the edge of the screen, up to a point beyond it.
+        bool keepsCorner = false;
         /// The height of the bar that it draws at the upper edge of the screen, without a property; none if it is 0.
         std::uint16_t bar = 0;
         /// Whether windows stay where they are.

@@ -251,11 +251,18 @@ TEST_F(SilentWindowManagerTest, AWindowThatStaysWhereItIsIsAskedOnceInATurnAndTh
     };
     EXPECT_EQ(followed.desktop->caution(), "");
     for (int press = 0; press < 2; ++press) {
-        inATurn([&] {
-            write(window, {{30, 40}, {500, 400}});
-            EXPECT_TRUE(frame(window).has_value());
-            EXPECT_EQ(writesPosition(), AXError::cannotComplete) << "nothing else is asked in this turn";
-        });
+        // On a busy machine a turn's time may pass before the answer.
+        bool isAnswered = false;
+        AXError answer = AXError::success;
+        for (int tries = 0; !isAnswered && tries < 5; ++tries) {
+            inATurn([&] {
+                write(window, {{30, 40}, {500, 400}});
+                isAnswered = frame(window).has_value();
+                answer = writesPosition();
+            });
+        }
+        EXPECT_TRUE(isAnswered);
+        EXPECT_EQ(answer, AXError::cannotComplete) << "nothing else is asked in this turn";
         EXPECT_THAT(followed.desktop->caution(), testing::HasSubstr("is laid out by its window manager"));
     }
     inATurn([&] { EXPECT_EQ(writesPosition(), AXError::success) << "it may float by now"; });
@@ -297,6 +304,14 @@ TEST_F(SilentWindowManagerTest, AWindowManagerThatRemovesBordersIsWaitedFor) {
     }
 }
 
+TEST_F(SilentWindowManagerTest, AFrameThatIsKeptAtTheEdgeOfTheScreenStillGetsThere) {
+    begin({.reference = Reference::client, .keepsCorner = true});
+    followed.start();
+    const xcb_window_t window = show("Editor");
+    EXPECT_EQ(placed(window, {{0, 0}, {640, 480}}), (CGRect{{0, 0}, {640, 480}}));
+    EXPECT_EQ(seen(window), (CGRect{{0, 0}, {640, 480}}));
+}
+
 TEST_F(SilentWindowManagerTest, ItsOwnBarKeepsItsSpaceAndABarOfAnotherProgramDoesNot) {
     begin({.bar = 30});
     followed.start();
@@ -307,8 +322,7 @@ TEST_F(SilentWindowManagerTest, ItsOwnBarKeepsItsSpaceAndABarOfAnotherProgramDoe
     xcb_change_window_attributes(stranger.connection().raw(), banner, XCB_CW_OVERRIDE_REDIRECT, &isUnmanaged);
     const std::array<std::uint32_t, 4> place{0, 0, 8192, 60};
     xcb_configure_window(stranger.connection().raw(), banner,
-                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
-                             XCB_CONFIG_WINDOW_HEIGHT,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
                          place.data());
     xcb_map_window(stranger.connection().raw(), banner);
     stranger.finish();
