@@ -3,7 +3,8 @@ nothing."""
 
 import json
 
-from harness.gnome import EXTENSION, SHORTCUTS, Bus, Gnome
+from harness.gnome import EXTENSION, SHORTCUTS, Gnome
+from harness.session_bus import Bus
 from harness.waiting import throughout, until
 
 from . import case

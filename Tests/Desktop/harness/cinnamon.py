@@ -11,12 +11,13 @@ from pathlib import Path
 
 from Xlib import X
 
-from .gnome import Gio, GLib, Gnome
+from .gnome import Gnome
 from .holders import COMMON_PURPOSES
 from .keyboard import Keyboard
 from .picture import screen
 from .rect import Rect
 from .servers import Server
+from .session_bus import Gio, GLib
 from .skipping import Skipped, require
 from .tray import folders_with_icons, icon_in
 from .waiting import STARTING, until, until_equal

@@ -15,14 +15,10 @@ from .holders import COMMON_PURPOSES
 from .private_desktop import PrivateDesktop
 from .rect import Rect
 from .session import Session
+from .session_bus import Bus, Gio, GLib
 from .skipping import Skipped, require
 from .system_bus import start_system_bus
 from .waiting import PATIENCE, STARTING, until, until_equal
-
-try:
-    from gi.repository import Gio, GLib
-except ImportError:
-    Gio = None
 
 EXTENSION = "tessel@corvid.org"
 MONITORS = (Rect(0, 0, 1600, 900), Rect(1600, 0, 1280, 1024))
@@ -39,29 +35,6 @@ SHORTCUTS = {
     "leftHalf": "Left", "rightHalf": "Right", "center": "C", "maximize": "Up", "almostMaximize": "D",
     "maximizeHeight": "Down",
 }
-
-
-class Bus:
-    """A connection to the session's message bus."""
-
-    def __init__(self, address: str):
-        flags = Gio.DBusConnectionFlags
-        self.connection = Gio.DBusConnection.new_for_address_sync(
-            address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None
-        )
-
-    def call(self, name: str, path: str, interface: str, method: str, types: str = "()", *values, timeout: int = int(1000 * PATIENCE)):
-        parameters = GLib.Variant(types, values)
-        return self.connection.call_sync(
-            name, path, interface, method, parameters, None, Gio.DBusCallFlags.NONE, timeout, None
-        ).unpack()
-
-    def has(self, name: str) -> bool:
-        bus = "org.freedesktop.DBus"
-        return self.call(bus, "/org/freedesktop/DBus", bus, "NameHasOwner", "(s)", name)[0]
-
-    def close(self) -> None:
-        self.connection.close_sync(None)
 
 
 class Hands:
