@@ -28,9 +28,9 @@ bool Manager::isReachable(x11::Connection& display) {
     if (!link) {
         link.emplace(mainLoop);
         // The time at the start of the program is much longer, and a bus that hangs is no reason to use it up.
-        link->door.await(std::min(display.deadline().end(), mainLoop.now() + linux::TurnDeadline::turnLimit));
+        link->commands.await(std::min(display.deadline().end(), mainLoop.now() + linux::TurnDeadline::turnLimit));
     }
-    const Door::Owner& owner = link->door.owner();
+    const CommandInterface::Owner& owner = link->commands.owner();
     if (owner.connection.empty()) {
         return false;
     }
@@ -50,7 +50,7 @@ std::optional<x11::Layout> Manager::readLayout(x11::Connection& display) {
     if (!isReachable(display)) {
         return std::nullopt;
     }
-    const auto reply = link->door.evaluate(layoutScript(), display.deadline().end());
+    const auto reply = link->commands.evaluate(layoutScript(), display.deadline().end());
     return reply ? awesome::readLayout(*reply) : std::nullopt;
 }
 
@@ -58,7 +58,7 @@ bool Manager::place(x11::Connection& display, xcb_window_t window, const corvid:
     if (!isReachable(display)) {
         return false;
     }
-    const auto reply = link->door.evaluate(placeScript(window, frame), display.deadline().end());
+    const auto reply = link->commands.evaluate(placeScript(window, frame), display.deadline().end());
     return reply && isPlaced(*reply);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Awesome/Door.h"
+#include "Platform/Awesome/CommandInterface.h"
 #include "Platform/Linux/Bus/SessionBus.h"
 #include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/X11/TilingManager.h"
@@ -33,10 +33,10 @@ private:
     struct Link {
         explicit Link(linux::MainLoop& mainLoop)
             : bus(mainLoop)
-            , door(bus) {}
+            , commands(bus) {}
 
         linux::SessionBus bus;
-        Door door;
+        CommandInterface commands;
     };
 
     linux::MainLoop& mainLoop;

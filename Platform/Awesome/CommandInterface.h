@@ -14,7 +14,7 @@ namespace platform::awesome {
 ///
 /// The first awesome of a session owns the name. Whoever uses this compares the process with that of the window
 /// manager. Main thread only.
-class Door final : private linux::SessionBus::Listener {
+class CommandInterface final : private linux::SessionBus::Listener {
 public:
     struct Owner {
         /// Its connection to the bus; empty without one.
@@ -25,7 +25,7 @@ public:
     };
 
     /// `bus` must be used by nobody else, because this waits for replies, and must outlive this.
-    explicit Door(linux::SessionBus& bus);
+    explicit CommandInterface(linux::SessionBus& bus);
 
     /// Waits until it is known who owns the name, at the latest until `deadline`.
     void await(Instant deadline);

@@ -1,4 +1,4 @@
-#include "Platform/Awesome/Door.h"
+#include "Platform/Awesome/CommandInterface.h"
 
 #include "Platform/Linux/Bus/Calls.h"
 
@@ -26,30 +26,31 @@ int takeReply(sd_bus_message* message, void* data, sd_bus_error* /*error*/) {
 
 } // namespace
 
-/// The bus's messages; `data` is the door.
-struct Door::Answers {
+/// The bus's messages; `data` is the command interface.
+struct CommandInterface::Answers {
     static int processCame(sd_bus_message* message, void* data, sd_bus_error* /*error*/) {
-        auto& door = *static_cast<Door*>(data);
+        auto& commands = *static_cast<CommandInterface*>(data);
         std::uint32_t process = 0;
-        door.isKnown = true;
+        commands.isKnown = true;
         if (sd_bus_message_is_method_error(message, nullptr) == 0 && sd_bus_message_read(message, "u", &process) > 0) {
-            door.present = {.connection = door.name.owner(), .process = static_cast<ProcessIdentifier>(process)};
+            commands.present = {.connection = commands.name.owner(),
+                                .process = static_cast<ProcessIdentifier>(process)};
         }
         return 0;
     }
 };
 
-Door::Door(linux::SessionBus& bus)
+CommandInterface::CommandInterface(linux::SessionBus& bus)
     : linux::SessionBus::Listener(bus)
     , sessionBus(bus)
     , name("org.awesomewm.awful", [this] { ownerChanged(); }) {
 }
 
-void Door::await(Instant deadline) {
+void CommandInterface::await(Instant deadline) {
     sessionBus.await(deadline, [this] { return isKnown; });
 }
 
-std::optional<std::string> Door::evaluate(const std::string& script, Instant deadline) {
+std::optional<std::string> CommandInterface::evaluate(const std::string& script, Instant deadline) {
     if (bus == nullptr || present.connection.empty()) {
         return std::nullopt;
     }
@@ -62,12 +63,12 @@ std::optional<std::string> Door::evaluate(const std::string& script, Instant dea
     return std::move(reply.text);
 }
 
-void Door::busArrived(sd_bus* arrived) {
+void CommandInterface::busArrived(sd_bus* arrived) {
     bus = arrived;
     name.follow(bus);
 }
 
-void Door::busLeft() {
+void CommandInterface::busLeft() {
     name.forget();
     question.reset();
     present = {};
@@ -75,7 +76,7 @@ void Door::busLeft() {
     isKnown = true;
 }
 
-void Door::ownerChanged() {
+void CommandInterface::ownerChanged() {
     present = {};
     question.reset();
     isKnown = name.owner().empty();
