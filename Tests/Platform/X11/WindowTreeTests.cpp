@@ -86,26 +86,6 @@ TEST_F(X11WindowTree, ARestackedWindowKeepsItsPlaceInTheList) {
     EXPECT_EQ(withState({third, 0x123, second, first}), (Windows{third, second, first})) << "one is gone";
 }
 
-TEST_F(X11WindowTree, OfTwoClientsInAFrameTheOneAroundTheFocusIsActive) {
-    const xcb_window_t frame = client.makeWindow();
-    const xcb_window_t first = client.makeWindow();
-    const xcb_window_t second = client.makeWindow();
-    const xcb_window_t field = client.makeWindow();
-    putInto(frame, first);
-    putInto(frame, second);
-    xcb_connection_t* raw = testClient.connection().raw();
-    for (const xcb_window_t parent : {first, second}) {
-        putInto(parent, field);
-        for (const xcb_window_t window : {frame, first, second, field}) {
-            xcb_map_window(raw, window);
-        }
-        xcb_set_input_focus(raw, XCB_INPUT_FOCUS_NONE, field, XCB_CURRENT_TIME);
-        testClient.finish();
-        connection.deadline().begin();
-        EXPECT_EQ(readFocusedClient(connection, Windows{first, second}), parent);
-    }
-}
-
 TEST_F(X11WindowTree, UnmanagedWindowsAreThoseThatAreShownWithoutAWindowManager) {
     const xcb_window_t bar = client.makeWindow();
     const xcb_window_t menu = client.makeWindow();
