@@ -12,6 +12,9 @@ namespace {
 
 using compositor::WindowIdentifier;
 
+/// Wayfire applies a request after that time at the latest, whatever the program does (0.10, src/core/txn).
+constexpr std::chrono::milliseconds longestTransaction{110};
+
 /// The plugin "grid" is the only one that can (Wayfire 0.10, plugins/grid); without it a maximized window is placed all
 /// the same, and draws itself as before.
 Request releaseRequest(const WindowIdentifier& window, std::int64_t output) {
@@ -111,7 +114,8 @@ void WindowAccess::addRelease(std::vector<Request>& requests, const WindowIdenti
 AXError WindowAccess::awaitRest(Connection& events, const WindowIdentifier& window, const corvid::CGRect& geometry,
                                 bool isReleased, Instant deadline) {
     bool hasMoved = false;
-    Instant last = mainLoop.now();
+    const Instant begin = mainLoop.now();
+    Instant last = begin;
     while (mainLoop.now() < deadline) {
         const auto event = events.receive(std::min(deadline, last + rest));
         if (events.isBroken()) {
@@ -127,8 +131,9 @@ AXError WindowAccess::awaitRest(Connection& events, const WindowIdentifier& wind
             last = isOurs ? mainLoop.now() : last;
         } else if (mainLoop.now() >= last + rest) {
             const auto info = hasMoved ? std::nullopt : session.ask(infoRequest(window), deadline);
-            // One that is gone, or stays as it is.
-            if (hasMoved || (info && geometryIn(*info, "info") != geometry)) {
+            // One that is gone, or stays as it is; Wayfire may tell the goal of the latter all the same.
+            const bool isOver = info && mainLoop.now() >= begin + longestTransaction;
+            if (hasMoved || isOver || (info && geometryIn(*info, "info") != geometry)) {
                 return AXError::success;
             }
             last = mainLoop.now();
