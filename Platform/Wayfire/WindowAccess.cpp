@@ -12,7 +12,7 @@ namespace {
 
 using compositor::WindowIdentifier;
 
-/// Wayfire applies a request after that time at the latest, whatever the program does (0.10, src/core/txn).
+/// Wayfire applies a request after 100 ms at the latest, whatever the program does (0.10, transactions of views).
 constexpr std::chrono::milliseconds longestTransaction{110};
 
 /// The plugin "grid" is the only one that can (Wayfire 0.10, plugins/grid); without it a maximized window is placed all

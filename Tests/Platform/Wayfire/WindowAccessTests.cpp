@@ -17,6 +17,9 @@ using testing::HasSubstr;
 using testing::SizeIs;
 using testing::StartsWith;
 
+// Wayfire's transactions end after 100 ms.
+constexpr std::chrono::milliseconds shorterThanATransaction{60};
+
 Json geometryJson(int x, int y, int width, int height) {
     return {{"x", x}, {"y", y}, {"width", width}, {"height", height}};
 }
@@ -225,8 +228,19 @@ TEST_F(WayfireWindowAccess, AWindowThatDoesNotMoveInTimeIsNotWaitedForLongerThan
         desktop.wayfire.setViews({FakeWayfire::view(7, {{"geometry", data["geometry"]}})});
     });
     const linux::Stopwatch stopwatch;
-    EXPECT_EQ(desktop.access.place("7", {{0, 30}, {960, 1050}}, desktop.soon()), AXError::cannotComplete);
+    const Instant deadline = desktop.loop.now() + shorterThanATransaction;
+    EXPECT_EQ(desktop.access.place("7", {{0, 30}, {960, 1050}}, deadline), AXError::cannotComplete);
     EXPECT_LT(stopwatch.elapsed(), std::chrono::milliseconds(400));
+}
+
+TEST_F(WayfireWindowAccess, AWindowThatKeepsItsFrameHasSettledOnceATransactionIsOver) {
+    open({FakeWayfire::view(7)});
+    desktop.wayfire.onConfigure([this](const Json& data) {
+        desktop.wayfire.setViews({FakeWayfire::view(7, {{"geometry", data["geometry"]}})});
+    });
+    const Instant begin = desktop.loop.now();
+    EXPECT_EQ(desktop.access.place("7", {{0, 30}, {960, 1050}}, begin + std::chrono::seconds(5)), AXError::success);
+    EXPECT_GT(desktop.loop.now(), begin + shorterThanATransaction);
 }
 
 TEST_F(WayfireWindowAccess, EventsOfOtherWindowsAreNotTakenForIts) {
@@ -235,7 +249,8 @@ TEST_F(WayfireWindowAccess, EventsOfOtherWindowsAreNotTakenForIts) {
         desktop.wayfire.setViews({FakeWayfire::view(7, {{"geometry", data["geometry"]}})});
         desktop.wayfire.reportView("view-geometry-changed", FakeWayfire::view(8, {{"geometry", data["geometry"]}}));
     });
-    EXPECT_EQ(desktop.access.place("7", {{0, 30}, {960, 1050}}, desktop.soon()), AXError::cannotComplete);
+    const Instant deadline = desktop.loop.now() + shorterThanATransaction;
+    EXPECT_EQ(desktop.access.place("7", {{0, 30}, {960, 1050}}, deadline), AXError::cannotComplete);
 }
 
 TEST_F(WayfireWindowAccess, AWindowOnAHiddenWorkspaceIsPlacedThere) {
