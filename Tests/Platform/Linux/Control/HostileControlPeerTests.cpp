@@ -3,6 +3,7 @@
 #include "Platform/Linux/Control/SessionClaim.h"
 #include "Tests/Platform/Linux/Control/ControlServer.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <poll.h>
