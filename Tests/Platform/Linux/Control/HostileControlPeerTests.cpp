@@ -1,5 +1,6 @@
 #include "Platform/Linux/Control/ControlClient.h"
 #include "Platform/Linux/Control/ControlMessages.h"
+#include "Platform/Linux/Control/ControlSocket.h"
 #include "Platform/Linux/Control/SessionClaim.h"
 #include "Tests/Platform/Linux/Control/ControlServer.h"
 
