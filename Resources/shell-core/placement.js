@@ -1,3 +1,6 @@
+/** For each window that took another size than it was asked for: the last such pair. */
+const refusals = new WeakMap();
+
 /** One window on its way to a frame. Calls `settled` once, unless it is cancelled before. */
 class Placement {
     constructor(window, wanted, settled) {
@@ -10,6 +13,8 @@ class Placement {
         this._isAsking = false;
         this._triesLeft = 1;
         this._isX11 = window.get_client_type() === Meta.WindowClientType.X11;
+        const refusal = refusals.get(window);
+        this._expected = refusal && isEqual(refusal.asked, wanted.slice(2)) ? refusal.taken : null;
         this._handlers = new Handlers();
         this._handlers.add(window, {'size-changed': () => this._changed(), 'position-changed': () => this._changed()});
         const {width, height} = window.get_frame_rect();
@@ -94,6 +99,9 @@ class Placement {
             // Some programs acknowledge before they have drawn their new size. The shell's signal of a change is not
             // sufficient: it also comes for an earlier request.
             this._wait(150, () => this._settle());
+        else if (this._expected && isEqual(this._expected, frame.slice(2)))
+            // It has refused this size before. If it does so again, there is no signal, because nothing changes.
+            this._wait(150, () => this._settle());
         else
             // The application has not replied yet. The caller does not wait that long.
             this._wait(2000, () => this._finish());
@@ -101,6 +109,10 @@ class Placement {
 
     _settle() {
         if (this._triesLeft === 0) {
+            const taken = rectangle(this._window.get_frame_rect()).slice(2);
+            const asked = this._wanted.slice(2);
+            if (!isEqual(asked, taken))
+                refusals.set(this._window, {asked, taken});
             this._finish();
             return;
         }

@@ -7,8 +7,19 @@ const System = imports.system;
 const read = file => new TextDecoder().decode(GLib.file_get_contents(GLib.build_filenamev([ARGV[0], 'shell-core', file]))[1]);
 
 const Meta = {WindowClientType: {WAYLAND: 0, X11: 1}, MaximizeFlags: {BOTH: 3}};
+// The intervals, in milliseconds, for which the core has waited.
+const waits = [];
+const recording = {
+    PRIORITY_DEFAULT: GLib.PRIORITY_DEFAULT,
+    SOURCE_REMOVE: GLib.SOURCE_REMOVE,
+    source_remove: source => GLib.source_remove(source),
+    timeout_add(priority, milliseconds, work) {
+        waits.push(milliseconds);
+        return GLib.timeout_add(priority, milliseconds, work);
+    },
+};
 const Placement = new Function('Meta', 'GLib', `${read('protocol.js')}${read('placement.js')}; return Placement;`)(
-    Meta, GLib);
+    Meta, recording);
 
 /**
  * A window as the shell sees it: `rounded` and `held` are its immediate effects, its program's reaction comes later.
@@ -105,6 +116,22 @@ expect(waylandFrames, [], 'a program of Wayland has yet to answer');
 wayland.becomes(wanted);
 expect(waylandFrames, [wanted], 'a program of Wayland has answered');
 expect(wayland.listeners.size, 0, 'nobody listens to a window that is settled');
+
+// The program waits for a placement that long.
+const PATIENCE = 250;
+const refusing = new PlayedWindow({type: Meta.WindowClientType.WAYLAND});
+const refusingFrames = place(refusing, wanted);
+expect(waits.at(-1) > PATIENCE, true, 'a program that has not answered is waited for');
+const refused = [100, 50, 900, 607];
+refusing.becomes(refused);
+until(() => refusingFrames.length > 0);
+expect(refusingFrames, [refused], 'a program of Wayland has taken another size');
+const repeatedFrames = place(refusing, wanted);
+expect(waits.at(-1) < PATIENCE, true, 'a size that was refused before may be refused without a signal');
+until(() => repeatedFrames.length > 0);
+expect(repeatedFrames, [refused], 'a window that refuses the same size again is settled as it is');
+place(refusing, [100, 50, 700, 607]);
+expect(waits.at(-1) > PATIENCE, true, 'another size may be taken');
 
 for (const type of Object.values(Meta.WindowClientType)) {
     const maximized = new PlayedWindow({type, restored: wanted});
