@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-/// What awesome is asked to execute, in Lua (awesome's API documentation, `client` and `awful.layout`), and its
+/// The scripts that awesome executes, in Lua (awesome's API documentation, `client` and `awful.layout`), and their
 /// replies.
 namespace platform::awesome {
 

@@ -22,7 +22,7 @@ class Session:
     """
 
     def __init__(self) -> None:
-        # What comes before each command, as where another user has to run it.
+        # The words before each command, as where another user has to run it.
         self.prefix: list[str] = []
         # Whether the user has seen all that the program shows by itself.
         self.is_welcomed = True
