@@ -96,7 +96,7 @@ def a_fullscreen_window_stays_as_it_is(program):
         desktop.dispatch("fullscreen", 'mode="fullscreen",action="set"', address)
         until(lambda: desktop.window(address).mode == 2, "the window to be fullscreen", PATIENCE)
         before = desktop.window(address)
-        desktop.ask_program("--perform", "left-half")
+        desktop.ask_program("--perform", "left-half", status=1)
         assert desktop.window(address) == before
         desktop.dispatch("fullscreen", 'mode="fullscreen",action="unset"', address)
         until(lambda: desktop.window(address).mode == 0, "the window not to be fullscreen", PATIENCE)

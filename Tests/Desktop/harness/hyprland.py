@@ -280,10 +280,10 @@ class HyprlandDesktop:
         product.until_status(status, PATIENCE)
         return product
 
-    def ask_program(self, *options: str) -> str:
-        """Starts the program once more with these options. Returns what it printed."""
-        status, output, errors, _ = run_to_end(self.session, self.program, *options, seconds=PATIENCE)
-        assert status == 0, f"{options} ended with {status}: {errors}"
+    def ask_program(self, *options: str, status: int = 0) -> str:
+        """Starts the program once more with these options, which ends with that status. Returns what it printed."""
+        ended, output, errors, _ = run_to_end(self.session, self.program, *options, seconds=PATIENCE)
+        assert ended == status, f"{options} ended with {ended}: {errors}"
         return output
 
     # End
