@@ -17,7 +17,7 @@ namespace platform::awesome {
 
 /// Parses the reply to the script above. Implausible entries are left out; empty for any other text.
 ///
-/// X11 has the frames: awesome sets `_NET_FRAME_EXTENTS`. It tells nobody the room that its own bars take.
+/// X11 has the frames: awesome sets `_NET_FRAME_EXTENTS`. It does not announce the room that its own bars take.
 [[nodiscard]] std::optional<x11::Layout> readLayout(std::string_view reply);
 
 /// Releases the window if it is maximized, takes it out of the layout if it is in one, and gives it the visible

@@ -11,9 +11,9 @@
 
 namespace platform::compositor {
 
-/// Fills the table of a compositor whose state is read as a whole, because its events do not tell everything. A change
-/// that an event tells is read once the events that came with it are told. A compositor that does not answer is asked
-/// again after a pause. Main thread only.
+/// Fills the table of a compositor whose state is read as a whole, because its events do not report everything. A
+/// change that an event reports is read once the events that came with it are delivered. A compositor that does not
+/// answer is asked again after a pause. Main thread only.
 class TableReader {
 public:
     /// Reads the present state; empty if the compositor does not answer by the deadline.

@@ -9,7 +9,7 @@
 
 namespace platform::hyprland {
 
-/// A window as the compositor tells it ("clients").
+/// A window as the compositor describes it ("clients").
 struct Client {
     /// The address, which no other window has meanwhile.
     compositor::WindowIdentifier identifier;
@@ -19,7 +19,7 @@ struct Client {
     std::string title;
     bool isMaximized = false;
     bool isPinned = false;
-    /// A number that increases from one new window to the next; zero where the compositor tells none.
+    /// A number that increases from one new window to the next; zero where the compositor has none.
     std::uint64_t age = 0;
 
     friend bool operator==(const Client&, const Client&) = default;
@@ -27,7 +27,7 @@ struct Client {
 
 /// Reads an answer to "j/clients". A window that makes no sense is left out; so is one that is not mapped. A hidden
 /// one, as behind another one of its group, is not ready. Empty if there is no list at all. Oldest first, where the
-/// compositor tells the age.
+/// compositor has the age.
 [[nodiscard]] std::optional<std::vector<Client>> readClients(const compositor::Json& answer);
 
 /// Reads an answer to "j/monitors": the outputs in the layout's points, the one at the origin first. The work area is

@@ -13,7 +13,7 @@ namespace platform::wayfire {
 
 namespace {
 
-constexpr std::chrono::milliseconds tellingLeeway{100};
+constexpr std::chrono::milliseconds notificationLeeway{100};
 
 } // namespace
 
@@ -39,7 +39,7 @@ void ConfigurationWatch::readEvents() {
             std::memcpy(&event, buffer.data() + place, sizeof event);
             const char* name = buffer.data() + place + sizeof event;
             if (event.len > 0 && file == name) {
-                telling = mainLoop.schedule(mainLoop.now() + delay, tellingLeeway, changed);
+                notification = mainLoop.schedule(mainLoop.now() + delay, notificationLeeway, changed);
             }
             place += sizeof event + event.len;
         }

@@ -28,7 +28,7 @@ private:
     std::function<void()> changed;
     linux::FileDescriptor inotify;
     std::unique_ptr<linux::DescriptorWatch> readable;
-    std::unique_ptr<ScheduledWork> telling;
+    std::unique_ptr<ScheduledWork> notification;
 };
 
 } // namespace platform::wayfire

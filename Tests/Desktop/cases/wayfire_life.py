@@ -10,7 +10,7 @@ from . import case, case_for_each
 from .compositors import POLL, open_editor, works
 
 
-def told_status(desktop: WayfireDesktop) -> str:
+def printed_status(desktop: WayfireDesktop) -> str:
     status, output, errors, _ = desktop.ask_program("--status")
     assert status == 0, errors
     return output
@@ -27,8 +27,8 @@ def a_missing_plugin_is_named_until_the_user_adds_it(program, plugin):
         missing = " ".join(name for name in NEEDED if name not in present)
         wanted = (f"Wayfire lacks plugins that Tessel needs; add “{missing}” to the line “plugins” in the section “core”"
                   f" of {desktop.configuration}")
-        until(lambda: wanted in told_status(desktop), "the missing plugins to be named",
-              saw=lambda: told_status(desktop))
+        until(lambda: wanted in printed_status(desktop), "the missing plugins to be named",
+              saw=lambda: printed_status(desktop))
         # Wayfire loads a plugin as soon as it is in the file.
         desktop.configure()
         product.until_status("Active", POLL)

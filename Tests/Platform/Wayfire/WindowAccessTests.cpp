@@ -24,7 +24,7 @@ Json geometryJson(int x, int y, int width, int height) {
     return {{"x", x}, {"y", y}, {"width", width}, {"height", height}};
 }
 
-struct ToldOfViews final : compositor::WindowTable::Follower {
+struct RecordedViews final : compositor::WindowTable::Follower {
     void windowAppeared(const std::string& identifier, const compositor::Window& /*window*/, bool wasThere) override {
         reported.push_back((wasThere ? "there " : "new ") + identifier);
     }
@@ -63,7 +63,7 @@ protected:
     }
 
     OpenWindowAccess desktop;
-    ToldOfViews reported;
+    RecordedViews reported;
 };
 
 TEST_F(WayfireWindowAccess, OpensWithWhatIsThere) {
