@@ -77,9 +77,11 @@ def left_alone_it_lets_go_of_the_pointer_until_its_user_is_back(program):
             steps = cycle((20, 21))
 
             def is_held_again() -> bool:
-                # A person goes on moving. At the first motion, the locker may hold the pointer for its own question.
-                desktop.keyboard.point(frame.x + next(steps), frame.y + 20)
-                return not locker.could_take_pointer()
+                # A person goes on moving. The locker may hold the pointer for its own question at the first motion.
+                is_held = not locker.could_take_pointer()
+                if not is_held:
+                    desktop.keyboard.point(frame.x + next(steps), frame.y + 20)
+                return is_held
 
             until(is_held_again, "the popover to hold the pointer again", saw=popover.frame)
             desktop.keyboard.click(100, 900)
