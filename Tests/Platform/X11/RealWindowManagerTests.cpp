@@ -53,9 +53,12 @@ protected:
         }));
     }
 
+    /// The check window of the present one. The selection's owner does not count: openbox owns it before it redirects
+    /// the requests of windows, and does not manage a window that is mapped in between.
     xcb_window_t inCharge() {
         followed.testClient.connection().deadline().begin();
-        return readWindowManager(followed.testClient.connection()).window;
+        const WindowManager present = readWindowManager(followed.testClient.connection());
+        return present.capabilities.announcesItself ? present.window : xcb_window_t{XCB_WINDOW_NONE};
     }
 
     /// The program's next window, shown.
