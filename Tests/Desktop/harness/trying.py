@@ -1,7 +1,7 @@
 """Runs a case, and again if it failed and the environment allows a second try. A second try leaves a trace.
 
-TESSEL_DESKTOP_TRIES is the number of tries. TESSEL_DESKTOP_SECOND_TRIES names a folder: every case that needed another
-try leaves a file of its name there, with the end of the failed try's output.
+TESSEL_DESKTOP_TRIES is the number of tries. TESSEL_DESKTOP_SECOND_TRIES names a folder: every case that passed only at
+another try leaves a file of its name there, with the end of the last failed try's output.
 """
 
 import io
@@ -41,6 +41,7 @@ def end_of(text: str, count: int) -> str:
 def try_case(name: str, case: Callable[[], None]) -> int:
     """The exit status of the case's last try."""
     tries = int(os.environ.get("TESSEL_DESKTOP_TRIES", "1"))
+    trace = seen = ""
     for attempt in range(1, tries + 1):
         printed, complaints = Copying(sys.stdout), Copying(sys.stderr)
         try:
@@ -53,9 +54,10 @@ def try_case(name: str, case: Callable[[], None]) -> int:
             trace = traceback.format_exc()
             print(trace, end="", file=sys.stderr)
             print(f"{name}: failed at try {attempt} of {tries}")
-            if attempt < tries:
-                leave_trace(name, trace, "".join(printed.kept + complaints.kept))
+            seen = "".join(printed.kept + complaints.kept)
         else:
+            if attempt > 1:
+                leave_trace(name, trace, seen)
             print(f"{name}: passed at try {attempt}")
             return PASSED
     return FAILED
