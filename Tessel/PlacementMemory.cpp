@@ -73,6 +73,7 @@ void PlacementMemory::goBack(const AXUIElement& window, const WindowMover::Attem
 void PlacementMemory::amend(const AXUIElement& window, const WindowMover::Attempt& made) {
     if (const auto known = find(window); known != windows.end() && made.placed) {
         known->trail.amend(*made.placed, answerOf(made));
+        forgetPointless();
     }
 }
 

@@ -70,6 +70,9 @@ void PlacementTrail::amend(const CGRect& placed, Answer answer) {
     if (!frames.empty()) {
         frames.back() = placed;
         lastAnswer = answer;
+        if (answer == Answer::given) {
+            dropStepToSamePlace();
+        }
     }
 }
 
@@ -78,13 +81,20 @@ void PlacementTrail::hear(const CGRect& present) {
         return;
     }
     lastAnswer = Answer::given;
-    if (isSamePlace(frames.at(frames.size() - 2), present)) {
-        frames.pop_back();
-        if (frames.size() < 2) {
-            frames.clear();
-        }
-    } else if (isSameOrigin(frames.back(), present) || isSameSize(frames.back(), present)) {
+    if (isSamePlace(frames.at(frames.size() - 2), present) || isSameOrigin(frames.back(), present) ||
+        isSameSize(frames.back(), present)) {
         frames.back() = present;
+        dropStepToSamePlace();
+    }
+}
+
+void PlacementTrail::dropStepToSamePlace() {
+    if (!isSamePlace(frames.at(frames.size() - 2), frames.back())) {
+        return;
+    }
+    frames.pop_back();
+    if (frames.size() < 2) {
+        frames.clear();
     }
 }
 

@@ -31,7 +31,7 @@ public:
     /// `placed`.
     void goBack(const corvid::CGRect& present, const corvid::CGRect& placed, Answer answer = Answer::given);
 
-    /// Records that the last placement, repeated, ended elsewhere.
+    /// Records where the last placement, repeated, ended. One that ended where it began is no step.
     void amend(const corvid::CGRect& placed, Answer answer = Answer::given);
 
     /// Whether there is no way back, for any frame of the window.
@@ -40,6 +40,9 @@ public:
 private:
     /// Resolves the result of an unanswered placement.
     void hear(const corvid::CGRect& present);
+
+    /// Removes the last placement if it changed nothing: the way back would lead to where the window is.
+    void dropStepToSamePlace();
 
     /// Oldest first; the last one is the window's present place. At least two, or none.
     std::vector<corvid::CGRect> frames;

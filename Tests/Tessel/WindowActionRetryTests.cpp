@@ -178,6 +178,17 @@ TEST_F(Retry, APlacementThatIsFinishedLateIsUndoneAsOne) {
     EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));
 }
 
+TEST_F(Retry, ARepeatThatIsFinishedLateAddsNoStepToTheWayBack) {
+    actions.perform(WindowPlacement::bottomRight, window.element());
+    const CGRect placed = window.frame();
+    failTheLastReadingOfTheNextAction(AXError::cannotComplete);
+    EXPECT_EQ(actions.perform(WindowPlacement::bottomRight, window.element()), WindowMover::Outcome::unanswered);
+    desktop.mainActor.advance(5s);
+    EXPECT_EQ(window.frame(), placed);
+    EXPECT_EQ(actions.perform(WindowPlacement::restore, window.element()), WindowMover::Outcome::ended);
+    EXPECT_EQ(window.frame(), (CGRect{{100, 100}, {800, 600}}));
+}
+
 TEST_F(Retry, AWindowThatAnswersLateGoesBackOneStepAndNoMore) {
     window.sizes.isFixed = false;
     actions.perform(WindowAction::leftHalf, window.element());

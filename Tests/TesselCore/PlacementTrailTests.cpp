@@ -122,6 +122,21 @@ TEST(PlacementTrail, AWindowThatAnswersAtLastStandsWhereItSays) {
     EXPECT_EQ(trail.former({third.origin, {500, 500}}), std::nullopt);
 }
 
+TEST(PlacementTrail, ARepeatOnAWindowThatRoundsItsSizeAndAnswersLateIsNoStep) {
+    const CGRect asked{second.origin, {second.size.width - 100, second.size.height}};
+    PlacementTrail trail;
+    trail.add(first, second);
+    trail.add(second, asked, PlacementTrail::Answer::missing);
+    trail.amend(asked, PlacementTrail::Answer::missing);
+    trail.amend(second);
+    EXPECT_EQ(trail.former(second), first);
+
+    PlacementTrail stayed;
+    stayed.add(first, second, PlacementTrail::Answer::missing);
+    stayed.amend(first);
+    EXPECT_TRUE(stayed.isEmpty());
+}
+
 TEST(PlacementTrail, KeepsTheLastPlacementsOnly) {
     PlacementTrail trail;
     const auto station = [](std::size_t number) { return CGRect{{10.0 * static_cast<double>(number), 0}, {100, 100}}; };
