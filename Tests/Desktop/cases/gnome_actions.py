@@ -34,7 +34,7 @@ def windows_that_the_shell_maximized_or_tiled_stay_or_are_released(program):
                         wanted = shown if stays else corrected(action, sizes(asked.size), asked, area)
                         what = f"{name} after {'+'.join(keys)} and {action} in {area}"
                         desktop.holds_frame(window, wanted, what)
-                        product.until_at_rest()
+                        product.until_no_retry()
                         # A program that handles its release late resizes the window back for a moment.
                         until_equal(lambda: desktop.at_rest(window), wanted, f"where {what} comes to rest")
                         is_held = desktop.see(f"isMaximized(one({window}))")

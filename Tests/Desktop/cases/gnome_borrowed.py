@@ -80,7 +80,7 @@ class Lending(Gnome):
             self.hands.press(action)
             wanted = expected(action, before, area, lambda size: size)
             self.holds_frame(window, wanted, f"the frame after {action} {when}")
-            product.until_at_rest()
+            product.until_no_retry()
         assert self.workspace() == 0, f"the shell has acted {when}"
         assert not self.is_hidden(window), f"the shell has shown the desktop {when}"
 

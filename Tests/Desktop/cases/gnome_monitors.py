@@ -39,7 +39,7 @@ def every_action_is_exact_whatever_the_scale(program, kind):
                     desktop.hands.press(action)
                     try:
                         desktop.holds_frame(window, wanted, f"{action} at scales {scales} (from {before})")
-                        product.until_at_rest()
+                        product.until_no_retry()
                     except AssertionError as failure:
                         failures.append(str(failure))
         assert not failures, "\n".join(failures)

@@ -93,7 +93,7 @@ def every_action_puts_the_window_where_it_belongs(start, name):
                     desktop.hands.press(action)
                     try:
                         desktop.holds_frame(window, wanted, f"frame after {action} {often} (from {before})")
-                        product.until_at_rest()
+                        product.until_no_retry()
                     except AssertionError as failure:
                         failures.append(str(failure))
         assert not failures, "\n".join(failures)

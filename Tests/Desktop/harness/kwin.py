@@ -336,10 +336,10 @@ class KWinDesktop(PrivateDesktop):
         return product
 
     def press(self, product: Product, action: str) -> None:
-        """Presses an action's shortcut. Returns when program and KWin have handled it."""
+        """Presses an action's shortcut. Returns when program and KWin have handled it, with all retries."""
         self.keyboard.press(action)
         self.eyes.look()
-        product.until_at_rest()
+        product.until_no_retry()
 
     def holds_frame(self, window: str, frame: Rect, what: str, seconds: float = 3.0) -> None:
         until_equal(lambda: self.eyes.frame(window), frame, what, seconds)

@@ -26,9 +26,9 @@ class PrivateDesktop:
         return product
 
     def press(self, product: Product, action: str) -> None:
-        """Presses an action's shortcut and waits until the program has handled it."""
+        """Presses an action's shortcut and waits until the program has handled it, with all retries."""
         self.keyboard.press(action)
-        product.until_at_rest()
+        product.until_no_retry()
 
     # End
 

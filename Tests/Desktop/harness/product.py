@@ -1,10 +1,12 @@
 """The program under test from outside: its process, its messages to the service manager, its output."""
 
 import os
+import re
 import signal
 import socket
 import subprocess
 import time
+from contextlib import suppress
 from pathlib import Path
 
 from .session import Session
@@ -15,6 +17,10 @@ from .waiting import PATIENCE, Expired, until
 # one.
 WAITING_CALLS = {"x86_64": {"232", "281", "441"}, "aarch64": {"22", "441"}}[os.uname().machine]
 POLLING_CALLS = {"x86_64": {"7", "271"}, "aarch64": {"73"}}[os.uname().machine]
+# A timer's remaining time in seconds and nanoseconds; zeros for one that is not set.
+TIMER = re.compile(r"^it_value: \((\d+), (\d+)\)", re.MULTILINE)
+# Between two attempts of the same action, in seconds, with the leeway of the timer.
+LONGEST_PAUSE = 1.7
 
 
 class Product:
@@ -84,6 +90,22 @@ class Product:
     def until_at_rest(self, seconds: float = PATIENCE) -> None:
         """Returns when it has handled every event delivered before. (A delivered event wakes it at once.)"""
         until(self.waits_for_events, "the program to be at rest", seconds, self._doing)
+
+    def until_no_retry(self, seconds: float = PATIENCE) -> None:
+        """Returns when it is at rest and no retry of an action is pending. A retry moves a window again that is put
+        back meanwhile exactly where the action found it."""
+        until(lambda: self.waits_for_events() and not self._has_timer_due(), "no retry to be pending", seconds,
+              self._doing)
+
+    def _has_timer_due(self) -> bool:
+        """Whether a timer of its event loop is due before the last retry of an action would be."""
+        for descriptor in Path(f"/proc/{self.process.pid}/fdinfo").iterdir():
+            # One that was closed since has no text.
+            with suppress(FileNotFoundError):
+                found = TIMER.search(descriptor.read_text())
+                if found and 0 < int(found[1]) + int(found[2]) / 1e9 < LONGEST_PAUSE:
+                    return True
+        return False
 
     def _doing(self) -> str:
         return Path(f"/proc/{self.process.pid}/syscall").read_text().strip()
