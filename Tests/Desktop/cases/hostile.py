@@ -45,7 +45,7 @@ def abused(program, name: str, limit: float = LIMIT):
         editor = desktop.open(APPLICATIONS["mousepad"])
         client = HostileClient(desktop.server.display)
         try:
-            with Responsiveness(desktop.session, program, limit):
+            with Responsiveness(product, program, limit):
                 yield desktop, product, editor, client
         finally:
             client.close()
@@ -137,7 +137,7 @@ def a_list_that_is_there_at_the_start_may_do_so_too(program):
         base = client.root.create_window(0, 0, 1, 1, 0, 0).id + 1000
         client.put(client.root, "_NET_CLIENT_LIST", "WINDOW", 32, [base + number for number in range(4000)] + right)
         product = start_with_rules(desktop, {OWN: "maximize"})
-        with Responsiveness(desktop.session, program):
+        with Responsiveness(product, program):
             desktop.press(product, "leftHalf")
             desktop.holds_frame(editor.window, LEFT, "frame")
         client.close()
@@ -150,7 +150,7 @@ def a_list_without_a_window_manager_does_no_harm(program):
         product = desktop.launch()
         client = HostileClient(desktop.server.display)
         own = client.open("OwnWindow").id
-        with Responsiveness(desktop.session, program):
+        with Responsiveness(product, program):
             for many in (300, 4000):
                 listed = [own] + [own + number for number in range(1000, 1000 + many)]
                 client.put(client.root, "_NET_CLIENT_LIST", "WINDOW", 32, listed)

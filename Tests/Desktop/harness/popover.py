@@ -71,6 +71,9 @@ class Popover:
     def picture(self):
         frame = self.frame()
         assert frame, "the popover is not open"
+        return self._picture_of(frame)
+
+    def _picture_of(self, frame: Rect):
         return screen(self.desktop.server.display, frame)
 
     def background(self, picture=None) -> tuple[int, int, int]:
@@ -82,9 +85,10 @@ class Popover:
 
     def is_drawn(self) -> bool:
         """Opaque, and not empty."""
-        if not self.is_open():
+        frame = self.frame()
+        if frame is None:
             return False
-        picture = self.picture()
+        picture = self._picture_of(frame)
         return self.background(picture) in (LIGHT, DARK) and len(picture.getcolors(1 << 20)) > 50
 
     def until_drawn(self, seconds: float = PATIENCE) -> None:
