@@ -37,6 +37,22 @@ class Placement {
         this._wait(0, null);
     }
 
+    /** Whether the program has yet to take that frame. */
+    waitsFor(wanted) {
+        return !this._isX11 && isEqual(this._wanted, wanted);
+    }
+
+    /** Requests the frame again, because the window may have been moved meanwhile, and waits on. */
+    repeat() {
+        if (this._isReleasing)
+            return;
+        this._isAsking = true;
+        this._window.move_resize_frame(true, ...this._wanted);
+        this._isAsking = false;
+        if (isEqual(this._wanted, rectangle(this._window.get_frame_rect())))
+            this._finish();
+    }
+
     /**
      * A maximized or tiled window would keep its size, so it is released. Returns whether its new size is still
      * pending.
@@ -83,6 +99,9 @@ class Placement {
 
     _look() {
         const frame = rectangle(this._window.get_frame_rect());
+        const size = frame.slice(2);
+        if (isEqual(this._wanted.slice(2), size) && isEqual(size, refusals.get(this._window)?.asked ?? []))
+            refusals.delete(this._window);
         if (isEqual(this._wanted, frame) && this._isReleasing)
             // The request went out before the window had left its size. A late reply to the release still moves the
             // window elsewhere.
@@ -95,13 +114,14 @@ class Placement {
         else if (this._isX11 || this._isDecided || !isEqual(this._former.slice(2), frame.slice(2)))
             // It has taken another size, which becomes final a little later.
             this._wait(50, () => this._settle());
-        else if (!isEqual(this._former, frame))
-            // Some programs acknowledge before they have drawn their new size. The shell's signal of a change is not
-            // sufficient: it also comes for an earlier request.
-            this._wait(150, () => this._settle());
         else if (this._expected && isEqual(this._expected, frame.slice(2)))
             // It has refused this size before. If it does so again, there is no signal, because nothing changes.
             this._wait(150, () => this._settle());
+        else if (!isEqual(this._former, frame))
+            // Some programs acknowledge before they have drawn their new size, on a busy machine long before. The
+            // shell's signal of a change is not sufficient: it also comes for an earlier request. The caller does not
+            // wait that long, but requests the same frame again.
+            this._wait(400, () => this._settle());
         else
             // The application has not replied yet. The caller does not wait that long.
             this._wait(2000, () => this._finish());

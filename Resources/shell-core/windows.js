@@ -54,7 +54,10 @@ class Windows {
         return this.all().map(window => [window.get_id(), ...rectangle(window.get_frame_rect()), window.is_fullscreen()]);
     }
 
-    /** Calls `settled` with the final frame of the window, or with nothing if the window vanishes meanwhile. */
+    /**
+     * Calls `settled` with the final frame of the window, or with nothing if the window vanishes meanwhile or is placed
+     * again.
+     */
     place(id, wanted, settled) {
         const entry = this._known.get(id);
         if (!entry || !this._isPlaceable(entry))
@@ -62,27 +65,35 @@ class Windows {
         const {window} = entry;
         if (window.is_fullscreen())
             throw new Refusal('Fullscreen', 'A fullscreen window is left alone');
+        const pending = this._placements.get(id);
+        if (pending?.placement.waitsFor(wanted)) {
+            // The former caller no longer waits. A new placement would forget what the window has done since.
+            pending.caller.settled(null);
+            pending.caller.settled = settled;
+            pending.placement.repeat();
+            return;
+        }
         this._endPlacement(id);
-        let placement = null;
+        const caller = {settled};
         let isSettled = false;
-        placement = new Placement(window, wanted, () => {
+        const placement = new Placement(window, wanted, () => {
             isSettled = true;
             this._placements.delete(id);
             if (host.returnsToFirstPlace && isNew(entry))
                 this._kept.set(id, new KeptPlace(window));
-            settled(rectangle(window.get_frame_rect()));
+            caller.settled(rectangle(window.get_frame_rect()));
         });
         if (!isSettled)
-            this._placements.set(id, Object.assign(placement, {whenLeft: () => settled(null)}));
+            this._placements.set(id, {placement, caller});
     }
 
     _endPlacement(id) {
-        const placement = this._placements.get(id);
+        const pending = this._placements.get(id);
         this._placements.delete(id);
         this._kept.get(id)?.end();
         this._kept.delete(id);
-        placement?.cancel();
-        placement?.whenLeft();
+        pending?.placement.cancel();
+        pending?.caller.settled(null);
     }
 
     _follow(window, isShown) {

@@ -90,7 +90,8 @@ def a_day_with_the_program(program):
         user.close()
         editor = launch(desktop, APPLICATIONS["mousepad"])
         is_placed(desktop, editor, "center", desktop.windows.work_area())
-        # A key places a window as well.
+        # A key places a window as well, once the rule looks no more whether its application moves it back.
+        user.product.until_no_retry()
         desktop.windows.activate(editor.window)
         desktop.press(user.product, "leftHalf")
         area = desktop.windows.work_area()

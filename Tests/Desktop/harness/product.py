@@ -92,8 +92,8 @@ class Product:
         until(self.waits_for_events, "the program to be at rest", seconds, self._doing)
 
     def until_no_retry(self, seconds: float = PATIENCE) -> None:
-        """Returns when it is at rest and no retry of an action is pending. A retry moves a window again that is put
-        back meanwhile exactly where the action found it."""
+        """Returns when it is at rest and no retry of an action or a rule is pending. A retry moves a window again that
+        is put back meanwhile exactly where the action found it, or that leaves the place of its rule."""
         until(lambda: self.waits_for_events() and not self._has_timer_due(), "no retry to be pending", seconds,
               self._doing)
 

@@ -130,8 +130,34 @@ const repeatedFrames = place(refusing, wanted);
 expect(waits.at(-1) < PATIENCE, true, 'a size that was refused before may be refused without a signal');
 until(() => repeatedFrames.length > 0);
 expect(repeatedFrames, [refused], 'a window that refuses the same size again is settled as it is');
+place(refusing, [300, 80, ...refused.slice(2)]);
+place(refusing, wanted);
+expect(waits.at(-1) < PATIENCE, true, 'a refused size is remembered while the window only moves');
 place(refusing, [100, 50, 700, 607]);
 expect(waits.at(-1) > PATIENCE, true, 'another size may be taken');
+place(refusing, wanted);
+refusing.becomes(wanted);
+refusing.becomes(refused);
+place(refusing, wanted);
+expect(waits.at(-1) > PATIENCE, true, 'a size that was taken since is not taken for refused');
+
+const drawing = new PlayedWindow({type: Meta.WindowClientType.WAYLAND});
+const drawingFrames = place(drawing, wanted);
+const undrawn = [...wanted.slice(0, 2), 640, 480];
+drawing.becomes(undrawn);
+expect(waits.at(-1) > PATIENCE, true, 'a program that has acknowledged has time to draw its size');
+drawing.becomes(wanted);
+expect(drawingFrames, [wanted], 'a program that draws its size late is settled with it');
+
+const keeping = new PlayedWindow({type: Meta.WindowClientType.WAYLAND});
+const keepingFrames = place(keeping, wanted);
+keeping.becomes(undrawn);
+until(() => keepingFrames.length > 0);
+expect(keepingFrames, [undrawn], 'a program that keeps its size is settled with that');
+const keptFrames = place(keeping, wanted);
+expect(waits.at(-1) < PATIENCE, true, 'a program that has kept its size may do so again');
+until(() => keptFrames.length > 0);
+expect(keptFrames, [undrawn], 'a program that keeps its size again is settled with that');
 
 for (const type of Object.values(Meta.WindowClientType)) {
     const maximized = new PlayedWindow({type, restored: wanted});

@@ -1,5 +1,5 @@
-// The windows that the core follows, over a simulated shell: windows.js FOLDER, below which are the parts of the core.
-// Exits with an error at the first wrong result.
+// The windows that the core follows, and who gets the result of a placement, over a simulated shell: windows.js FOLDER,
+// below which are the parts of the core. Exits with an error at the first wrong result.
 
 const {GLib} = imports.gi;
 const System = imports.system;
@@ -16,6 +16,7 @@ class PlayedWindow extends Played {
     constructor(id) {
         super();
         this.id = id;
+        this.frame = [0, 0, 640, 480];
     }
 
     get_id() { return this.id; }
@@ -23,7 +24,10 @@ class PlayedWindow extends Played {
     get_transient_for() { return null; }
     is_override_redirect() { return false; }
     get_stable_sequence() { return this.id; }
-    get_frame_rect() { return {x: 0, y: 0, width: 640, height: 480}; }
+    get_frame_rect() {
+        const [x, y, width, height] = this.frame;
+        return {x, y, width, height};
+    }
     is_fullscreen() { return false; }
 }
 
@@ -35,11 +39,43 @@ const global = {
 };
 const Main = {layoutManager: new Played()};
 const Meta = {WindowType: {NORMAL: 0}};
-const Windows = new Function('global', 'Main', 'Meta', `${read('protocol.js')}${read('windows.js')}; return Windows;`)(
-    global, Main, Meta);
+const host = {returnsToFirstPlace: false};
+/** A placement that settles when the test says so. */
+class Placement {
+    constructor(_window, wanted, settled) {
+        Object.assign(this, {wanted, settled, repetitions: 0, isCancelled: false});
+        placements.push(this);
+    }
 
-const followed = new Windows(() => {}).all().map(window => window.get_id());
-if (JSON.stringify(followed) !== '[1]')
-    throw new Error(`followed are ${JSON.stringify(followed)}, not the open window alone`);
+    waitsFor(wanted) { return JSON.stringify(wanted) === JSON.stringify(this.wanted); }
+    repeat() { this.repetitions++; }
+    cancel() { this.isCancelled = true; }
+}
+const placements = [];
+const Windows = new Function('global', 'Main', 'Meta', 'host', 'Placement',
+    `${read('protocol.js')}${read('windows.js')}; return Windows;`)(global, Main, Meta, host, Placement);
+
+function expect(actual, wanted, what) {
+    if (JSON.stringify(actual) !== JSON.stringify(wanted))
+        throw new Error(`${what}: ${JSON.stringify(actual)}, not ${JSON.stringify(wanted)}`);
+}
+
+const windows = new Windows(() => {});
+expect(windows.all().map(window => window.get_id()), [1], 'the open window alone is followed');
+
+const answers = [];
+const place = (name, wanted) => windows.place(1, wanted, frame => answers.push([name, frame]));
+const half = [0, 0, 800, 900];
+place('first', half);
+place('again', half);
+expect(answers, [['first', null]], 'the former caller of the same frame gets nothing');
+expect([placements.length, placements[0].repetitions], [1, 1], 'the same frame is requested again, and waited for once');
+place('other', [800, 0, 800, 900]);
+expect(answers.slice(1), [['again', null]], 'the caller of another frame replaces the one that waits');
+expect([placements.length, placements[0].isCancelled], [2, true], 'another frame is another placement');
+placements[1].settled();
+expect(answers.slice(2), [['other', open.metaWindow.frame]], 'the caller that waits gets the frame');
+place('later', [800, 0, 800, 900]);
+expect(placements.length, 3, 'a frame that was settled is placed anew');
 
 System.exit(0);
