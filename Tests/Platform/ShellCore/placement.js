@@ -159,6 +159,15 @@ expect(waits.at(-1) < PATIENCE, true, 'a program that has kept its size may do s
 until(() => keptFrames.length > 0);
 expect(keptFrames, [undrawn], 'a program that keeps its size again is settled with that');
 
+const moved = new PlayedWindow({type: Meta.WindowClientType.WAYLAND, frame: [0, 0, ...wanted.slice(2)], held: [7, 9]});
+const movedFrames = [];
+const pending = new Placement(moved, wanted, () => movedFrames.push(moved.frame));
+expect([pending.waitsFor(wanted), pending.waitsFor(undrawn)], [true, false], 'which frame is waited for');
+moved.held = null;
+pending.repeat();
+expect(moved.asked, [wanted, wanted], 'what a window is asked for that was moved meanwhile');
+expect(movedFrames, [wanted], 'a window that was moved meanwhile is settled where it belongs, once');
+
 for (const type of Object.values(Meta.WindowClientType)) {
     const maximized = new PlayedWindow({type, restored: wanted});
     expect(place(maximized, wanted), [wanted], 'a window that is released to where it is to be is settled once');
