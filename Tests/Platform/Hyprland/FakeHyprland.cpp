@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -56,6 +57,8 @@ struct FakeHyprland::Peer {
     int socket;
     bool isForEvents;
     bool isAnswered = false;
+    /// Of an endless answer, in bytes.
+    std::size_t unsent = 0;
     std::string request;
 };
 
@@ -215,7 +218,7 @@ void FakeHyprland::serve() {
             waiting.push_back({.fd = eventListener, .events = POLLIN, .revents = 0});
             for (const auto& peer : peers) {
                 // One that was not answered stays until the other side is gone.
-                const short events = peer->isAnswered ? 0 : POLLIN;
+                const short events = peer->unsent > 0 ? POLLOUT : peer->isAnswered ? 0 : POLLIN;
                 waiting.push_back({.fd = peer->socket, .events = events, .revents = 0});
             }
         }
@@ -259,9 +262,26 @@ bool FakeHyprland::read(Peer& peer) {
         if (!std::exchange(peer.isAnswered, true)) {
             answer(peer);
         }
+        if (peer.unsent > 0) {
+            return flood(peer);
+        }
         pollfd state{.fd = peer.socket, .events = 0, .revents = 0};
         return manners == Manners::silent && ::poll(&state, 1, 0) == 0;
     }
+}
+
+// Sends only what the socket accepts: the client may read no more before its own thread, which needs the mutex, goes
+// on.
+bool FakeHyprland::flood(Peer& peer) {
+    const std::string block(std::size_t{1} << 16U, '[');
+    while (peer.unsent > 0) {
+        const ssize_t sent = ::send(peer.socket, block.data(), block.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (sent < 0) {
+            return errno == EAGAIN;
+        }
+        peer.unsent -= std::min(peer.unsent, static_cast<std::size_t>(sent));
+    }
+    return false;
 }
 
 void FakeHyprland::answer(Peer& peer) {
@@ -278,15 +298,9 @@ void FakeHyprland::answer(Peer& peer) {
     case Manners::nonsense:
         sendAll(peer.socket, R"({"at": [null, {}], "address": 17})");
         break;
-    case Manners::endless: {
-        const std::string block(std::size_t{1} << 16U, '[');
-        for (int count = 0; count < 1024; ++count) {
-            if (::send(peer.socket, block.data(), block.size(), MSG_NOSIGNAL) <= 0) {
-                return;
-            }
-        }
+    case Manners::endless:
+        peer.unsent = std::size_t{1} << 26U;
         break;
-    }
     case Manners::silent:
     case Manners::closing:
         break;

@@ -141,6 +141,8 @@ private:
     void accept(int listening, bool isForEvents);
     [[nodiscard]] bool read(Peer& peer);
     void answer(Peer& peer);
+    /// Whether there is more to send, and somebody who may read it.
+    [[nodiscard]] static bool flood(Peer& peer);
     [[nodiscard]] std::string result(const std::string& request);
     [[nodiscard]] std::string order(const std::string& request);
     [[nodiscard]] std::string evaluate(const std::string& code);
