@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <utility>
 
 namespace platform::hyprland {
@@ -23,16 +22,6 @@ bool sendAll(int socket, std::string_view request) {
     const ssize_t sent = ::send(socket, request.data(), request.size(), MSG_NOSIGNAL);
     // A compositor may read until the end of the request (Hyprland 0.57, src/debug/HyprCtlSocket.cpp).
     return sent == static_cast<ssize_t>(request.size()) && ::shutdown(socket, SHUT_WR) == 0;
-}
-
-/// Whether there may be something to read; false if the deadline comes first.
-bool await(int socket, const MainActor& clock, Instant deadline) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - clock.now());
-    if (left.count() <= 0) {
-        return false;
-    }
-    pollfd state{.fd = socket, .events = POLLIN, .revents = 0};
-    return ::poll(&state, 1, static_cast<int>(left.count())) != 0;
 }
 
 } // namespace
@@ -53,7 +42,7 @@ std::optional<std::string> Requests::ask(const std::string& path, std::string_vi
             answer.append(buffer.data(), static_cast<std::size_t>(received));
         } else if (errno != EINTR && errno != EAGAIN) {
             return std::nullopt;
-        } else if (!await(socket.get(), mainLoop, deadline)) {
+        } else if (!linux::awaitSocket(socket, POLLIN, mainLoop, deadline)) {
             leave(std::move(socket));
             return std::nullopt;
         }
