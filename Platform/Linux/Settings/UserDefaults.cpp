@@ -76,11 +76,11 @@ void UserDefaults::make(Edit edit) {
     }
 }
 
-void UserDefaults::Edit::apply(PropertyListDocument& document) const {
+void UserDefaults::Edit::apply(PropertyListDocument& target) const {
     if (!entry) {
-        value ? document.set(*value, key) : document.remove(key);
+        value ? target.set(*value, key) : target.remove(key);
     } else {
-        value ? document.setEntry(*value, key, *entry) : document.removeEntry(key, *entry);
+        value ? target.setEntry(*value, key, *entry) : target.removeEntry(key, *entry);
     }
 }
 

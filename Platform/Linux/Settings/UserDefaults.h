@@ -45,7 +45,7 @@ private:
         std::optional<std::string> entry;
         std::optional<corvid::PropertyListValue> value;
 
-        void apply(PropertyListDocument& document) const;
+        void apply(PropertyListDocument& target) const;
     };
 
     void load();
