@@ -59,9 +59,10 @@ def stays(desktop: Desktop, product, window: int, what: str) -> None:
 def is_placed(desktop: Desktop, running: RunningApplication, action: str, visible: Rect | None = None) -> None:
     """Waits until the application's window has the frame of the action."""
     visible = visible or desktop.visible_frame()
-    settles = settles_on(desktop.windows, running.window, running.application, desktop.manager)
 
     def wanted() -> Rect:
+        # A window manager may add a title later.
+        settles = settles_on(desktop.windows, running.window, running.application, desktop.manager)
         frame = desktop.windows.frame(running.window)
         return expected(action, frame, visible, settles) if action == "maximize" else centred(frame.size, visible)
 
