@@ -189,7 +189,16 @@ class Herbstluftwm(TilingDesktop):
     window_manager = WindowManager("herbstluftwm", "herbstluftwm", ("herbstluftwm", "-c", "/bin/true"), None)
     tool = "herbstclient"
 
+    def border(self) -> str:
+        """The configured width; "" as long as nothing replies to commands."""
+        try:
+            return self.command("attr", "theme.border_width").strip()
+        except AssertionError:
+            return ""
+
     def set_up(self) -> None:
+        # It announces itself before it accepts commands.
+        until(self.border, "herbstluftwm to reply", STARTING)
         # Of a floating window the decoration is another one.
         for attribute, value in (
             ("theme.border_width", "3"), ("theme.title_height", "12"), ("theme.floating.border_width", "5"),
@@ -214,7 +223,10 @@ class Herbstluftwm(TilingDesktop):
         self.windows.fence()
 
     def restart_in_place(self) -> None:
+        former = self.border()
         self.command("wmexec", "herbstluftwm", "-c", "/bin/true")
+        # The process stays; the configured width does not.
+        until(lambda: self.border() not in ("", former), "herbstluftwm to begin anew", STARTING)
         self.until_settled()
         self.set_up()
 
