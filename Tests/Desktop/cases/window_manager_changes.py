@@ -21,9 +21,6 @@ HOLDING = [name for name, manager in WINDOW_MANAGERS.items() if manager.holds]
 def works(desktop: Desktop, product, window: int, actions=ACTIONS, when: str = "") -> None:
     for action in actions:
         desktop.windows.place(window, NATURAL)
-        if desktop.manager.forgets_focus:
-            # It leaves no window focused some time after its start as well.
-            desktop.windows.activate(window)
         before = desktop.windows.frame(window)
         desktop.press(product, action)
         wanted = expected(action, before, desktop.visible_frame(), lambda size: size)

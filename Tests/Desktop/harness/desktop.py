@@ -59,6 +59,8 @@ class Desktop(PrivateDesktop):
         """Starts it and waits until it has settled: it has published its initial properties, and it answers."""
         manager = WINDOW_MANAGERS[name]
         require(manager.program, manager.package)
+        if manager.configure:
+            manager.configure(self.session)
         if keys_free and manager.free_keys:
             manager.free_keys(self.session)
         self.manager = manager

@@ -80,9 +80,8 @@ def icewm(session: Session) -> None:
 
 
 def fluxbox(session: Session) -> None:
-    """The system's keys without the two workspace keys, and an init file that names them."""
-    system = Path("/etc/X11/fluxbox")
-    kept, count = re.subn(r"(?m)^Control Mod1 (?:Left|Right) .*\n", "", (system / "keys").read_text())
+    """The system's keys without the two workspace keys."""
+    system = Path("/etc/X11/fluxbox/keys").read_text()
+    kept, count = re.subn(r"(?m)^Control Mod1 (?:Left|Right) .*\n", "", system)
     assert count == 2, f"{count} bindings found in fluxbox's configuration"
     session.configure(".fluxbox/keys", kept)
-    session.configure(".fluxbox/init", (system / "init").read_text())

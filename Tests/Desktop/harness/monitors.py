@@ -32,7 +32,6 @@ class Monitors:
         """Enables exactly these monitors, and waits until window manager and server agree on them."""
         windows = self.desktop.windows
         wanted = sorted(plug.frame for plug in plugs)
-        focused = windows.active() if sorted(self.now()) != wanted else 0
 
         def in_place() -> bool:
             if sorted(self.now()) == wanted:
@@ -46,8 +45,6 @@ class Monitors:
         self._ask(plugs)
         windows.fence()
         until(in_place, f"monitors {', '.join(map(str, wanted))}", saw=self.now)
-        if focused and self.desktop.manager.forgets_focus:
-            until(lambda: windows.active() != focused, f"{self.desktop.manager.name} to deal with the monitors")
 
     def _ask(self, plugs: tuple[Plug, ...]) -> None:
         command = ["xrandr"]

@@ -1,10 +1,19 @@
 """The window managers of the tests, and their differences."""
 
 from dataclasses import dataclass, field
+from pathlib import Path
 from typing import Callable
 
 from . import freed_keys
 from .session import Session
+
+FLUXBOX = Path("/etc/X11/fluxbox/init")
+
+
+def fluxbox_without_background(session: Session) -> None:
+    """Where no program for backgrounds is installed, fluxbox opens a dialog that says so, which takes the focus."""
+    session.configure(".fluxbox/init", FLUXBOX.read_text() + "\nsession.styleOverlay: ~/.fluxbox/overlay\n")
+    session.configure(".fluxbox/overlay", "background: unset\n")
 
 
 @dataclass(frozen=True)
@@ -29,8 +38,8 @@ class WindowManager:
     honours_increments: bool = True
     # It limits a pager's requests to the window's own minimum and maximum size.
     honours_limits: bool = True
-    # It takes the focus from the window some time after monitors have changed, and some time after its start.
-    forgets_focus: bool = False
+    # Writes a configuration that makes it independent of what else is installed.
+    configure: Callable[[Session], None] | None = None
 
     @property
     def program(self) -> str:
@@ -79,7 +88,7 @@ WINDOW_MANAGERS = {
         WindowManager(
             "fluxbox", "fluxbox", ("fluxbox",), freed_keys.fluxbox,
             holds=frozenset({"leftHalf", "rightHalf"}), bar=20, honours_increments=False, honours_limits=False,
-            forgets_focus=True,
+            configure=fluxbox_without_background,
         ),
     )
 }
