@@ -1,4 +1,8 @@
-"""The holder of a shortcut: found out by trying to take it, by the core's kind of grab and by that of XI2."""
+"""The holder of a shortcut: found out by trying to take it, by the core's kind of grab and by that of XI2.
+
+The attempt takes a free key for an instant. It holds the server meanwhile, and the server releases itself and the keys
+together, so no other client finds them taken: most clients ask for a key only once.
+"""
 
 from Xlib import X, display, error
 from Xlib.ext import xinput
@@ -13,15 +17,19 @@ def held_by_others(name: str) -> dict[str, set[int]]:
     """The actions whose shortcut another client holds, each with the combinations of lock keys of its grabs."""
     connection = display.Display(name)
     root = connection.screen().root
-    held: dict[str, set[int]] = {}
+    connection.grab_server()
+    refusals = {}
     for action, key in SHORTCUTS.items():
         for locks in LOCKS:
-            refusal = error.CatchError(error.BadAccess)
+            refusal = refusals[action, locks] = error.CatchError(error.BadAccess)
             root.grab_key(PLACES[key], MODIFIERS | locks, True, X.GrabModeAsync, X.GrabModeAsync, onerror=refusal)
-            connection.sync()
-            if refusal.get_error():
-                held.setdefault(action, set()).add(locks)
+    # One round trip for all, so that the server is not held for long.
+    connection.sync()
     connection.close()
+    held: dict[str, set[int]] = {}
+    for (action, locks), refusal in refusals.items():
+        if refusal.get_error():
+            held.setdefault(action, set()).add(locks)
     return held
 
 
@@ -43,6 +51,7 @@ def held_through_extension(name: str) -> set[str]:
     connection = display.Display(name)
     connection.xinput_query_version()
     root = connection.screen().root
+    connection.grab_server()
     held = {action for action, key in SHORTCUTS.items() if not take_through_extension(root, key)}
     connection.close()
     return held
