@@ -1,9 +1,10 @@
 #!/usr/bin/python3
-"""A case that failed at first runs again, and leaves a record of that."""
+"""A case that failed or hung at first runs again, and leaves a record of that."""
 
 import os
 import sys
 import tempfile
+import time
 import unittest
 from contextlib import redirect_stderr, redirect_stdout
 from io import StringIO
@@ -78,6 +79,24 @@ class SecondTries(unittest.TestCase):
 
         with mock.patch.dict(os.environ, {"TESSEL_DESKTOP_TRIES": "2"}), redirect_stdout(StringIO()):
             self.assertEqual(try_case(NAME, planted), CANNOT_RUN)
+
+    def test_a_case_that_hangs_at_first_is_interrupted_and_runs_again(self):
+        attempts = []
+
+        def planted() -> None:
+            attempts.append(len(attempts) + 1)
+            if len(attempts) == 1:
+                # Longer than the test's own timeout.
+                time.sleep(10_000)
+
+        variables = {
+            "TESSEL_DESKTOP_TRIES": "2", "TESSEL_DESKTOP_SECONDS": "0.05",
+            "TESSEL_DESKTOP_SECOND_TRIES": str(self.folder),
+        }
+        with mock.patch.dict(os.environ, variables), redirect_stdout(StringIO()), redirect_stderr(StringIO()):
+            self.assertEqual(try_case(NAME, planted), PASSED)
+        self.assertEqual(attempts, [1, 2])
+        self.assertIn("the case did not end within 0.05 s", self.traces()[NAME])
 
 
 if __name__ == "__main__":

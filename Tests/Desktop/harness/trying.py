@@ -1,14 +1,16 @@
 """Runs a case, and again if it failed and the environment allows a second try. A second try leaves a trace.
 
 TESSEL_DESKTOP_TRIES is the number of tries. TESSEL_DESKTOP_SECOND_TRIES names a folder: every case that passed only at
-another try leaves a file of its name there, with the end of the last failed try's output.
+another try leaves a file of its name there, with the end of the last failed try's output. TESSEL_DESKTOP_SECONDS is the
+longest time for one try: a call without a deadline of its own, to a server that hangs, fails then.
 """
 
 import io
 import os
+import signal
 import sys
 import traceback
-from contextlib import redirect_stderr, redirect_stdout
+from contextlib import contextmanager, redirect_stderr, redirect_stdout
 from pathlib import Path
 from typing import Callable, TextIO
 
@@ -17,6 +19,29 @@ from .skipping import Skipped
 PASSED, FAILED, CANNOT_RUN = 0, 1, 77
 # Lengths of the traceback and of the logs in that file.
 TRACE_LINES, LOG_LINES = 8, 30
+# What ends the failed try may hang as well: it has this many seconds for each step.
+ENDING = 10.0
+
+
+class Hung(BaseException):
+    """A try took too long. Code that deals with failures must not take this for one of them, so it is no Exception."""
+
+
+@contextmanager
+def limited():
+    """Interrupts the block, wherever it waits, when its time is over."""
+    seconds = float(os.environ.get("TESSEL_DESKTOP_SECONDS", "0"))
+
+    def interrupt(*_) -> None:
+        raise Hung(f"the case did not end within {seconds:g} s")
+
+    former = signal.signal(signal.SIGALRM, interrupt)
+    signal.setitimer(signal.ITIMER_REAL, seconds, ENDING)
+    try:
+        yield
+    finally:
+        signal.setitimer(signal.ITIMER_REAL, 0)
+        signal.signal(signal.SIGALRM, former)
 
 
 class Copying(io.TextIOBase):
@@ -45,12 +70,12 @@ def try_case(name: str, case: Callable[[], None]) -> int:
     for attempt in range(1, tries + 1):
         printed, complaints = Copying(sys.stdout), Copying(sys.stderr)
         try:
-            with redirect_stdout(printed), redirect_stderr(complaints):
+            with redirect_stdout(printed), redirect_stderr(complaints), limited():
                 case()
         except Skipped as reason:
             print(f"SKIPPED: {reason}")
             return CANNOT_RUN
-        except Exception:
+        except (Exception, Hung):
             trace = traceback.format_exc()
             print(trace, end="", file=sys.stderr)
             print(f"{name}: failed at try {attempt} of {tries}")
