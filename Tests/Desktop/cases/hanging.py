@@ -64,13 +64,10 @@ def a_window_manager_that_hangs_does_not_hang_the_program(program, manager):
         desktop.windows.place(editor.window, NATURAL)
         height = desktop.visible_frame().height
         product = desktop.launch()
-        os.kill(desktop.manager_process.pid, signal.SIGSTOP)
-        try:
+        with desktop.window_manager_hangs():
             for action in ("leftHalf", "rightHalf", "center"):
                 desktop.keyboard.press(action)
                 until_free(product, f"{action} under a hung window manager")
-        finally:
-            os.kill(desktop.manager_process.pid, signal.SIGCONT)
         desktop.windows.fence()
         desktop.windows.activate(editor.window)
         desktop.press(product, "rightHalf")
@@ -88,10 +85,7 @@ def a_window_that_rounds_its_size_is_at_the_edge_once_a_slow_window_manager_answ
         wanted = expected("rightHalf", desktop.windows.frame(terminal.window), desktop.visible_frame(), settles)
         product = desktop.launch()
         product.until_status("Active")
-        os.kill(desktop.manager_process.pid, signal.SIGSTOP)
-        try:
+        with desktop.window_manager_hangs():
             desktop.keyboard.press("rightHalf")
             until_free(product, "a press under a slow window manager")
-        finally:
-            os.kill(desktop.manager_process.pid, signal.SIGCONT)
         desktop.holds_frame(terminal.window, wanted, "frame once the window manager has answered")

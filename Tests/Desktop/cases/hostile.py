@@ -190,14 +190,13 @@ def a_title_and_a_class_without_end_do_no_harm(program):
         running = launch(desktop, own_window())
         target = client.window(running.window)
         for name in ("WM_NAME", "_NET_WM_NAME"):
-            os.kill(desktop.manager_process.pid, signal.SIGSTOP)
-            try:
-                client.put_endless(target, name, MIB)
-                desktop.keyboard.press("leftHalf")
-                product.until_at_rest()
-            finally:
-                client.remove(target, name)
-                os.kill(desktop.manager_process.pid, signal.SIGCONT)
+            with desktop.window_manager_hangs():
+                try:
+                    client.put_endless(target, name, MIB)
+                    desktop.keyboard.press("leftHalf")
+                    product.until_at_rest()
+                finally:
+                    client.remove(target, name)
         desktop.end(running)
 
 
@@ -229,16 +228,13 @@ def presses_that_gather_behind_a_window_manager_that_hangs_do_not_keep_the_progr
         desktop.start_window_manager("openbox")
         product = start_with_rules(desktop, {})
         editor = desktop.open(APPLICATIONS["mousepad"])
-        os.kill(desktop.manager_process.pid, signal.SIGSTOP)
-        try:
+        with desktop.window_manager_hangs():
             # Each uses its whole timeout; all together take several seconds.
             for _ in range(6):
                 for action in ("leftHalf", "rightHalf", "center"):
                     desktop.keyboard.press(action)
             os.kill(product.process.pid, signal.SIGTERM)
             assert product.ended(1.5) == 0 and product.errors() == "", product.errors()
-        finally:
-            os.kill(desktop.manager_process.pid, signal.SIGCONT)
         unharmed(desktop, start_with_rules(desktop, {OWN: "maximize"}), editor)
 
 

@@ -1,7 +1,6 @@
 """i3 and the program together: keys that the user has bound, restarts, replacements, ends, an i3 that hangs."""
 
 import json
-import os
 import signal
 
 from harness.applications import APPLICATIONS
@@ -144,13 +143,10 @@ def an_i3_that_hangs_does_not_hang_the_program(program):
         window = desktop.open(APPLICATIONS["mousepad"]).window
         product = desktop.launch()
         product.until_status("Active")
-        os.kill(desktop.manager_process.pid, signal.SIGSTOP)
-        try:
+        with desktop.window_manager_hangs():
             for action in ("leftHalf", "rightHalf", "center"):
                 desktop.keyboard.press(action)
                 until_free(product, f"{action} under a hung i3")
-        finally:
-            os.kill(desktop.manager_process.pid, signal.SIGCONT)
         desktop.windows.fence()
         works(desktop, product, window, "once i3 answers again")
         product.until_status("Active")

@@ -9,6 +9,7 @@ from Xlib.error import ConnectionClosedError
 
 from . import servers
 from .applications import Application
+from .hanging import hanging
 from .keyboard import Keyboard
 from .picture import save_screen
 from .private_desktop import PrivateDesktop
@@ -89,6 +90,10 @@ class Desktop(PrivateDesktop):
     def stop_window_manager(self, number: int = signal.SIGTERM) -> None:
         self.session.processes.end(self.manager_process, number)
         self.manager = self.manager_process = None
+
+    def window_manager_hangs(self):
+        """A context manager: the window manager does nothing in its block."""
+        return hanging(self.manager_process.pid, self.server.display)
 
     def replace_window_manager(self, name: str) -> None:
         """Lets another window manager replace the present one, which ends."""
