@@ -19,6 +19,7 @@ WAITING_CALLS = {"x86_64": {"232", "281", "441"}, "aarch64": {"22", "441"}}[os.u
 POLLING_CALLS = {"x86_64": {"7", "271"}, "aarch64": {"73"}}[os.uname().machine]
 # A timer's remaining time in seconds and nanoseconds; zeros for one that is not set.
 TIMER = re.compile(r"^it_value: \((\d+), (\d+)\)", re.MULTILINE)
+SLEEPS = re.compile(r"^voluntary_ctxt_switches:\s*(\d+)", re.MULTILINE)
 # Between two attempts of the same action, in seconds, with the leeway of the timer.
 LONGEST_PAUSE = 1.7
 
@@ -94,8 +95,18 @@ class Product:
     def until_no_retry(self, seconds: float = PATIENCE) -> None:
         """Returns when it is at rest and no retry of an action or a rule is pending. A retry moves a window again that
         is put back meanwhile exactly where the action found it, or that leaves the place of its rule."""
-        until(lambda: self.waits_for_events() and not self._has_timer_due(), "no retry to be pending", seconds,
-              self._doing)
+
+        def has_none() -> bool:
+            # A timer that expires after the first look wakes the program, which may set it again before the last one.
+            sleeps = self._sleeps()
+            is_unset = self.waits_for_events() and not self._has_timer_due()
+            return is_unset and self.waits_for_events() and self._sleeps() == sleeps
+
+        until(has_none, "no retry to be pending", seconds, self._doing)
+
+    def _sleeps(self) -> str:
+        """How often it has gone to sleep: it has not run between two equal numbers at which it sleeps."""
+        return SLEEPS.search(Path(f"/proc/{self.process.pid}/status").read_text())[1]
 
     def _has_timer_due(self) -> bool:
         """Whether a timer of its event loop is due before the last retry of an action would be."""
