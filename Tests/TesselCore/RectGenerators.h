@@ -2,7 +2,7 @@
 
 #include "CorvidKitCore/Geometry.h"
 
-#include <rapidcheck/gtest.h>
+#include <rapidcheck.h>
 
 #include <limits>
 
