@@ -142,7 +142,7 @@ TEST_F(Dispatcher, AHandlerMayRegisterOthersWhileItRuns) {
     });
     ASSERT_EQ(id, 1U);
     EXPECT_EQ(events.press(leftArrow.keyCode, leftArrow.modifiers), platform::noErr);
-    EXPECT_EQ(events.press(0, modifiers), platform::noErr);
+    EXPECT_EQ(events.press(0, controlOption), platform::noErr);
     EXPECT_EQ(presses, 1);
 }
 
