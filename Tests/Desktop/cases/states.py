@@ -134,6 +134,8 @@ def tile_left_natively(desktop: Desktop, one, wanted: Rect) -> None:
     # Twice if the window manager still takes a placed window for tiled, and releases it first.
     for _ in range(2):
         desktop.keyboard.chord(*key)
+        # A press that is handled late must not meet the next one, which would release the window again.
+        windows.fence()
         try:
             desktop.holds_frame(one.window, wanted, f"frame after {desktop.manager.name}'s own key", 1.0)
             return
