@@ -1,3 +1,4 @@
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/Sway/LastCommands.h"
 #include "Tests/Platform/Linux/TemporaryFolder.h"
 

@@ -1,4 +1,5 @@
 #include "CorvidKitCore/Keys.h"
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/X11/HotKeys.h"
 #include "Tests/Platform/Linux/HotKeys/HotKeyLosses.h"
 #include "XServer.h"

@@ -1,3 +1,4 @@
+#include "Platform/Linux/Loop/MainLoop.h"
 #include "Platform/X11/KeyGrabs.h"
 #include "XServer.h"
 

@@ -16,6 +16,7 @@
 #include <map>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace platform::x11 {

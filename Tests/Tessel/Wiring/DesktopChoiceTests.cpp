@@ -1,3 +1,4 @@
+#include "Platform/Seam/Desktop/OwnWindows.h"
 #include "Platform/Simulated/Localization.h"
 #include "Tessel/Wiring/DesktopChoice.h"
 
