@@ -131,10 +131,11 @@ def tile_left_natively(desktop: Desktop, one, wanted: Rect) -> None:
         desktop.keyboard.chord(*key)
         until(lambda: windows.frame(one.window) != wanted, f"{one.application.name} to be let go by its own key")
         windows.place(one.window, NATURAL)
-    # Twice if the window manager still takes a placed window for tiled, and releases it first.
-    for _ in range(2):
+    # Twice if the window manager still takes a placed window for tiled, and releases it first. On a busy machine xfwm4
+    # has ignored one of the two.
+    for _ in range(4):
         desktop.keyboard.chord(*key)
-        # A press that is handled late must not meet the next one, which would release the window again.
+        # Handled before the next press, which would release the window again.
         windows.fence()
         try:
             desktop.holds_frame(one.window, wanted, f"frame after {desktop.manager.name}'s own key", 1.0)
