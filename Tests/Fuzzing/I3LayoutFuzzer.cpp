@@ -3,7 +3,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 #include <string_view>
+
+namespace {
+
+bool hasSize(const std::optional<corvid::CGRect>& area) {
+    return area && area->size.width > 0 && area->size.height > 0;
+}
+
+} // namespace
 
 /// Treats the bytes as a layout: every window read from it has a position and a size.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
@@ -15,14 +24,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
         return 0;
     }
     for (const auto& [window, place] : layout->windows) {
-        const bool isSound = window != 0 && place.frame.size.width > 0 && place.frame.size.height > 0 &&
-                             place.drawn.size.width > 0 && place.drawn.size.height > 0;
-        if (!isSound) {
+        if (window == 0 || !hasSize(place.frame) || !hasSize(place.drawn)) {
             std::abort();
         }
     }
     for (const corvid::CGRect& area : layout->workAreas) {
-        if (!(area.size.width > 0 && area.size.height > 0)) {
+        if (!hasSize(area)) {
             std::abort();
         }
     }
