@@ -19,7 +19,7 @@ from .skipping import Skipped
 PASSED, FAILED, CANNOT_RUN = 0, 1, 77
 # Lengths of the traceback and of the logs in that file.
 TRACE_LINES, LOG_LINES = 8, 30
-# What ends the failed try may hang as well: it has this many seconds for each step.
+# In seconds. The end of a failed try may hang as well: the interruption repeats after this time.
 ENDING = 10.0
 
 
