@@ -13,7 +13,7 @@ GAP = 6
 
 def open_popover(desktop: Gnome, product) -> tuple[int, Rect]:
     """Clicks on the item. Returns the window, and the visible plate in it."""
-    item = desktop.item_frame()
+    item = desktop.item_at_rest()
     desktop.hands.click(item.x + item.width // 2, item.y + item.height // 2)
     (window,) = until(lambda: desktop.windows_of(product.process.pid), "the popover to open")
     until_equal(desktop.focused, window, "the window with the keyboard")
@@ -32,7 +32,7 @@ def a_click_on_the_item_opens_the_popover_below_it(program):
         product.until_status("Active")
         until(desktop.has_item, "the item in the top bar")
         window, plate = open_popover(desktop, product)
-        item = desktop.item_frame()
+        item = desktop.item_at_rest()
         bar = item.y + item.height
         assert bar <= plate.y <= bar + GAP, f"{plate} does not hang at {item}"
         assert MONITORS[0].x <= plate.x and plate.x + plate.width <= MONITORS[0].width, f"{plate} is cut off"
@@ -45,7 +45,7 @@ def a_click_on_the_item_opens_the_popover_below_it(program):
 
         again = open_popover(desktop, product)[1]
         assert again == plate, f"it hangs at {again} the second time, and at {plate} the first"
-        item = desktop.item_frame()
+        item = desktop.item_at_rest()
         desktop.hands.click(item.x + item.width // 2, item.y + item.height // 2)
         until_closed(desktop, product, "on a second click")
         product.until_at_rest()
@@ -63,7 +63,7 @@ def a_secondary_click_opens_the_menu(program):
         product.until_status("Active")
         until(desktop.has_item, "the item in the top bar")
         assert desktop.see("Main.panel.statusArea.tessel.accessible_name") == "Tessel"
-        item = desktop.item_frame()
+        item = desktop.item_at_rest()
         desktop.hands.click(item.x + item.width // 2, item.y + item.height // 2, 0x111)
         until(lambda: desktop.see("Main.panel.statusArea.tessel.has_style_pseudo_class('active')"), "the menu to open")
         labels = desktop.see(

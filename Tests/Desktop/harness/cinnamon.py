@@ -20,7 +20,7 @@ from .servers import Server
 from .session_bus import Gio, GLib
 from .skipping import Skipped, require
 from .tray import folders_with_icons, icon_in
-from .waiting import STARTING, until, until_equal
+from .waiting import STARTING, until, until_equal, until_unchanged
 
 CINNAMON = ("org.Cinnamon", "/org/Cinnamon")
 WATCHER = "org.kde.StatusNotifierWatcher"
@@ -185,14 +185,7 @@ class Cinnamon(Gnome):
 
     def item_at_rest(self) -> Rect:
         """Its frame once the panel has stopped rearranging its icons."""
-        seen: list[Rect | None] = []
-
-        def steady() -> bool:
-            seen.append(self.item_frame())
-            return len(seen) > 30 and seen[-1] is not None and len(set(seen[-30:])) == 1
-
-        until(steady, "the item in the panel to be at rest", STARTING, lambda: seen[-5:])
-        return seen[-1]
+        return until_unchanged(self.item_frame, 30, "the item in the panel", STARTING)
 
     def check(self) -> None:
         """Checks that Cinnamon has logged no fault of the program's code."""

@@ -18,7 +18,7 @@ from .session import Session
 from .session_bus import Bus, Gio, GLib
 from .skipping import Skipped, require
 from .system_bus import start_system_bus
-from .waiting import PATIENCE, STARTING, until, until_equal
+from .waiting import PATIENCE, STARTING, until, until_equal, until_unchanged
 
 EXTENSION = "tessel@corvid.org"
 MONITORS = (Rect(0, 0, 1600, 900), Rect(1600, 0, 1280, 1024))
@@ -234,14 +234,7 @@ class Gnome(PrivateDesktop):
 
     def at_rest(self, window: int) -> Rect:
         """The frame, after the shell has shown it unchanged for some frames."""
-        seen: list[Rect] = []
-
-        def steady() -> bool:
-            seen.append(self.frame(window))
-            return len(seen) > 10 and len(set(seen[-10:])) == 1
-
-        until(steady, "the window to come to rest", PATIENCE)
-        return seen[-1]
+        return until_unchanged(lambda: self.frame(window), 10, "the window")
 
     def holds_frame(self, window: int, frame: Rect, what: str, seconds: float = 3.0) -> None:
         until_equal(lambda: self.frame(window), frame, what, seconds)
@@ -310,6 +303,10 @@ class Gnome(PrivateDesktop):
     def has_item(self) -> bool:
         """Whether it is shown at its position."""
         return self.see("(item => item?.mapped && item.has_allocation())(Main.panel.statusArea.tessel)")
+
+    def item_at_rest(self) -> Rect:
+        """Its frame once the top bar has stopped rearranging its items."""
+        return until_unchanged(self.item_frame, 10, "the item in the top bar", STARTING)
 
     def item_frame(self) -> Rect:
         x, y, width, height = self.see(

@@ -35,6 +35,18 @@ def until_equal(read: Callable[[], Any], expected: Any, what: str, seconds: floa
     until(lambda: read() == expected, f"{what} to be {expected}", seconds, read)
 
 
+def until_unchanged(read: Callable[[], Any], looks: int, what: str, seconds: float = PATIENCE) -> Any:
+    """Returns the first true value of `read` that this number of consecutive looks has seen."""
+    seen: list[Any] = []
+
+    def is_unchanged() -> bool:
+        seen.append(read())
+        return len(seen) >= looks and bool(seen[-1]) and all(one == seen[-1] for one in seen[-looks:])
+
+    until(is_unchanged, f"{what} to come to rest", seconds, lambda: seen[-5:])
+    return seen[-1]
+
+
 def throughout(seconds: float, condition: Callable[[], Any], what: str, saw: Callable[[], Any] | None = None) -> None:
     """Watches for that time, and fails as soon as `condition` does not hold: for events that must not happen."""
     end = time.monotonic() + seconds
