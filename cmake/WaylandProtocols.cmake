@@ -12,3 +12,14 @@ function(tessel_wayland_protocol target name description)
     target_sources(${target} PRIVATE ${protocol}-client-protocol.h ${protocol}-protocol.c)
     target_include_directories(${target} SYSTEM PUBLIC ${CMAKE_CURRENT_BINARY_DIR})
 endfunction()
+
+# The compositor's side of the same: NAME-server-protocol.h.
+function(tessel_wayland_server_header target name description)
+    set(header ${CMAKE_CURRENT_BINARY_DIR}/${name}-server-protocol.h)
+    execute_process(
+        COMMAND ${WAYLAND_SCANNER} server-header ${description} ${header}
+        COMMAND_ERROR_IS_FATAL ANY)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${description})
+    target_sources(${target} PRIVATE ${header})
+    target_include_directories(${target} SYSTEM PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
+endfunction()
