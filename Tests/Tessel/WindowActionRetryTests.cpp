@@ -34,7 +34,7 @@ protected:
         accessibility.failOperation(accessibility.operationCount() + beforeTheLastReading, error);
     }
 
-    void answerNothing(Window& window) { window.faults.failReads(AXAttribute::position, AXError::cannotComplete); }
+    void answerNothing(Window& silent) { silent.faults.failReads(AXAttribute::position, AXError::cannotComplete); }
 
     std::size_t readings() { return desktop.trace.take("read window 1 AXPosition").size(); }
 
